@@ -1,0 +1,18 @@
+# One interface target carries the language level, the warnings and the sanitizers; every target links it.
+add_library(project_options INTERFACE)
+target_include_directories(project_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(project_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Woverloaded-virtual -Wnon-virtual-dtor -Wcast-align
+  -Wold-style-cast -Wunused -Wformat=2 -Wimplicit-fallthrough
+  # Message codes are four-character constants throughout the program.
+  -Wno-multichar)
+if(VESMO_WERROR)
+  target_compile_options(project_options INTERFACE -Werror)
+endif()
+if(VESMO_SANITIZE)
+  target_compile_options(project_options INTERFACE -fsanitize=${VESMO_SANITIZE} -fno-omit-frame-pointer
+    -fno-sanitize-recover=all)
+  target_link_options(project_options INTERFACE -fsanitize=${VESMO_SANITIZE})
+endif()
+find_package(Threads REQUIRED)
+target_link_libraries(project_options INTERFACE Threads::Threads)
