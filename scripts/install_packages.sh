@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that are missing for the purposes named on the line (build, run, headless, test, bench).
+# Without apt, or without the right to use it, it prints what is needed and stops.
+set -euo pipefail
+
+packages_for() {
+  case "$1" in
+    build) echo g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools libgl1-mesa-dev libmpv-dev ;;
+    run) echo libqt6svg6 qt6-qpa-plugins fonts-dejavu-core fonts-noto-cjk xdg-utils ;;
+    headless) echo xvfb xauth pulseaudio pulseaudio-utils imagemagick libx11-dev libxtst-dev libpulse-dev ;;
+    test) echo libgtest-dev libgmock-dev clang libclang-rt-dev clang-format clang-tidy binutils python3 attr ;;
+    bench) echo libbenchmark-dev pulseaudio-utils ffmpeg sox lame libx11-dev python3 ;;
+    *) echo "install_packages.sh: no purpose named '$1'" >&2; exit 2 ;;
+  esac
+}
+
+missing=()
+for purpose in "$@"; do
+  for package in $(packages_for "$purpose"); do
+    # The status of a package that was never heard of is an error; either way it is missing.
+    status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+    [ "$status" = installed ] || missing+=("$package")
+  done
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+if ! command -v apt-get >/dev/null; then
+  printf 'These are needed (named as Debian 12 names them), and there is no apt here to install them:\n' >&2
+  printf '  %s\n' "${missing[@]}" >&2
+  exit 1
+fi
+sudo=()
+if [ "$(id -u)" -ne 0 ]; then
+  if ! command -v sudo >/dev/null; then
+    printf 'Please install, as root: apt-get install %s\n' "${missing[*]}" >&2
+    exit 1
+  fi
+  sudo=(sudo)
+fi
+echo "Installing: ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+"${sudo[@]}" apt-get update -qq
+"${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
