@@ -1,0 +1,140 @@
+#pragma once
+
+#include "platform/app/messenger.h"
+#include "platform/storage/entry_ref.h"
+#include "platform/support/geometry.h"
+#include "platform/support/types.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <vector>
+
+class BPositionIO;
+
+/** Codes that the framework itself sends or understands. */
+enum : uint32 {
+  B_REFS_RECEIVED = '_RRC',       // "refs" (ref, one or more)
+  B_SAVE_REQUESTED = 'SAVE',      // "directory" (ref: its full path is the folder), "name" (string)
+  B_CANCEL = '_CNC',              // a file panel closed: "source" (pointer to the panel)
+  B_QUIT_REQUESTED = '_QRQ',
+  B_ABOUT_REQUESTED = '_ABR',
+  B_SIMPLE_DATA = 'DATA',         // a drop
+  B_WINDOW_MOVED = '_WMV',        // "where" (point: left top on the screen)
+  B_WINDOW_RESIZED = '_WRS',      // "width", "height" (float)
+  B_KEY_DOWN = '_KYD',            // see platform/interface/view.h
+  B_COUNT_PROPERTIES = 'PCNT',
+  B_GET_PROPERTY = 'PGET',
+  B_EXECUTE_PROPERTY = 'PEXE',
+  B_REPLY = 'RPLY',
+  B_NO_REPLY_CODE = '_NRP',       // what a waiter gets when its question was dropped unanswered
+  B_MESSAGE_NOT_UNDERSTOOD = '_MNU', // "error" (int32), "message" (string)
+};
+
+/** How a scripting message names what it is about. */
+enum : uint32 { B_DIRECT_SPECIFIER = 1, B_INDEX_SPECIFIER = 2 };
+
+/** A code and named, typed fields, each field a list of values of one type. A value: copies are independent,
+    but for the right to answer: all copies of a received message share one asker.
+    Find functions leave their output alone unless they return B_OK: B_NAME_NOT_FOUND, B_BAD_TYPE, B_BAD_INDEX otherwise.
+    Adding under a name that holds another type gives B_BAD_TYPE. Not safe for several threads at once. */
+class BMessage {
+public:
+  uint32 what = 0;
+
+  BMessage();
+  explicit BMessage(uint32 code);
+  BMessage(const BMessage& other);
+  BMessage& operator=(const BMessage& other);
+  BMessage(BMessage&& other) noexcept;
+  BMessage& operator=(BMessage&& other) noexcept;
+  ~BMessage();
+
+  status_t AddBool(const char* name, bool value);
+  status_t AddInt32(const char* name, int32 value);
+  status_t AddInt64(const char* name, int64 value);
+  status_t AddFloat(const char* name, float value);
+  status_t AddDouble(const char* name, double value);
+  status_t AddString(const char* name, std::string_view value);
+  status_t AddPoint(const char* name, BPoint value);
+  status_t AddRect(const char* name, BRect value);
+  status_t AddRef(const char* name, const entry_ref* value);
+  status_t AddMessage(const char* name, const BMessage* value);
+  status_t AddMessenger(const char* name, const BMessenger& value);
+  /** A pointer means something in this process only; it is compared or followed by agreement of both ends. */
+  status_t AddPointer(const char* name, const void* value);
+  status_t AddData(const char* name, type_code type, const void* bytes, size_t size, bool isFixedSize = true);
+
+  status_t FindBool(const char* name, bool* value) const { return FindBool(name, 0, value); }
+  status_t FindBool(const char* name, int32 index, bool* value) const;
+  status_t FindInt32(const char* name, int32* value) const { return FindInt32(name, 0, value); }
+  status_t FindInt32(const char* name, int32 index, int32* value) const;
+  status_t FindInt64(const char* name, int64* value) const { return FindInt64(name, 0, value); }
+  status_t FindInt64(const char* name, int32 index, int64* value) const;
+  status_t FindFloat(const char* name, float* value) const { return FindFloat(name, 0, value); }
+  status_t FindFloat(const char* name, int32 index, float* value) const;
+  status_t FindDouble(const char* name, double* value) const { return FindDouble(name, 0, value); }
+  status_t FindDouble(const char* name, int32 index, double* value) const;
+  status_t FindString(const char* name, std::string* value) const { return FindString(name, 0, value); }
+  status_t FindString(const char* name, int32 index, std::string* value) const;
+  status_t FindPoint(const char* name, BPoint* value) const;
+  status_t FindRect(const char* name, BRect* value) const { return FindRect(name, 0, value); }
+  status_t FindRect(const char* name, int32 index, BRect* value) const;
+  status_t FindRef(const char* name, entry_ref* value) const { return FindRef(name, 0, value); }
+  status_t FindRef(const char* name, int32 index, entry_ref* value) const;
+  status_t FindMessage(const char* name, BMessage* value) const { return FindMessage(name, 0, value); }
+  status_t FindMessage(const char* name, int32 index, BMessage* value) const;
+  status_t FindMessenger(const char* name, BMessenger* value) const;
+  status_t FindPointer(const char* name, void** value) const;
+  /** The bytes belong to the message and last until it changes. For strings the size counts the final NUL. */
+  status_t FindData(const char* name, type_code type, const void** bytes, ssize_t* size) const {
+    return FindData(name, type, 0, bytes, size);
+  }
+  status_t FindData(const char* name, type_code type, int32 index, const void** bytes, ssize_t* size) const;
+
+  bool HasField(const char* name) const;
+  status_t GetInfo(const char* name, type_code* type, int32* count) const;
+  std::vector<std::string> FieldNames() const;
+  status_t RemoveName(const char* name);
+  status_t MakeEmpty();
+  bool IsEmpty() const;
+
+  /** Specifiers are added innermost first; the last one added is resolved first. */
+  status_t AddSpecifier(const char* property);
+  status_t AddSpecifier(const char* property, int32 index);
+  bool HasSpecifiers() const;
+  /** The specifier to resolve now. `form` is B_DIRECT_SPECIFIER or B_INDEX_SPECIFIER; `index` is set for the latter.
+      B_BAD_INDEX when all are resolved or there are none. */
+  status_t GetCurrentSpecifier(std::string* property, uint32* form, int32* index) const;
+  status_t PopSpecifier();
+
+  /** Where an answer goes; valid only for a message that was received. */
+  BMessenger ReturnAddress() const;
+  bool IsSourceWaiting() const;
+  bool IsSourceRemote() const;
+  /** True for a message made by dropping something on a window. */
+  bool WasDropped() const;
+  BPoint DropPoint() const;
+  void SetDropped(BPoint where);
+  /** Answers the asker; the first answer counts. B_NO_REPLY when nobody asked, B_BAD_PORT_ID when it is gone. */
+  status_t SendReply(uint32 code) const;
+  status_t SendReply(const BMessage* reply) const;
+
+  /** The flat form, for files and other processes: documented in docs/file-formats.md. Pointers and messengers are left out. */
+  ssize_t FlattenedSize() const;
+  status_t Flatten(BPositionIO* stream) const;
+  std::vector<char> Flatten() const;
+  /** Untrusted input: every count and length is checked against the bytes left. On failure the message is empty. */
+  status_t Unflatten(BPositionIO* stream);
+  status_t Unflatten(const void* bytes, size_t size);
+
+private:
+  friend class BMessenger;
+  friend class BLooper;
+  struct Body;
+  struct Envelope;
+  std::unique_ptr<Body> fBody;
+  /** Who asked and where the message goes; shared by the copies of one delivery. */
+  std::shared_ptr<Envelope> fEnvelope;
+};

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/support/types.h"
+
+#include <string>
+
+class BHandler;
+class BLooper;
+class BMessage;
+
+/** The address of a looper or of one of its handlers. A small value; stays safe to use when the target is gone
+    (sending then gives B_BAD_PORT_ID). Any thread. */
+class BMessenger {
+public:
+  BMessenger() = default;
+  /** To a looper (`handler` null: its preferred handler) or to a handler that is attached to a looper. */
+  explicit BMessenger(const BHandler* handler, const BLooper* looper = nullptr, status_t* result = nullptr);
+  /** To whoever bears this application signature: this process first, then others. */
+  explicit BMessenger(const char* signature, status_t* result = nullptr);
+
+  bool IsValid() const;
+  bool IsTargetLocal() const { return fLooperToken != 0; }
+  /** Null when gone. The pointer is safe to use only while its looper is locked. */
+  BHandler* Target(BLooper** looper) const;
+  bool LockTarget() const;
+
+  /** Posts without waiting for an answer; waits up to `timeout` for room in the target's queue. */
+  status_t SendMessage(uint32 code, const BHandler* replyTo = nullptr) const;
+  status_t SendMessage(const BMessage* message, const BHandler* replyTo = nullptr,
+                       bigtime_t timeout = B_INFINITE_TIMEOUT) const;
+  status_t SendMessage(const BMessage* message, const BMessenger& replyTo, bigtime_t timeout = B_INFINITE_TIMEOUT) const;
+  /** Sends and waits for the answer. When the target drops the question or goes away the answer is B_NO_REPLY_CODE. */
+  status_t SendMessage(const BMessage* message, BMessage* reply, bigtime_t deliveryTimeout = B_INFINITE_TIMEOUT,
+                       bigtime_t replyTimeout = B_INFINITE_TIMEOUT) const;
+
+  friend bool operator==(const BMessenger&, const BMessenger&) = default;
+
+private:
+  friend class BMessage;
+  friend class BLooper;
+  /** Tokens are never used twice; 0 is none. */
+  uint64 fLooperToken = 0;
+  uint64 fHandlerToken = 0;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/app/messenger.h"
+#include "platform/storage/entry_ref.h"
+
+#include <string>
+
+/** Who runs, and starting programs and documents. Any thread. */
+class BRoster {
+public:
+  bool IsRunning(const char* signature) const;
+  /** Starts the program that bears the signature, or has it opened when it runs (B_ALREADY_RUNNING).
+      B_LAUNCH_FAILED when no program of that signature is known on this system. */
+  status_t Launch(const char* signature) const;
+  /** Opens a document with the desktop's preferred program for its type. */
+  status_t Launch(const entry_ref* ref) const;
+
+  /** One more name for this process: messages to `signature` reach `target` until the name is dropped. */
+  status_t AddName(const char* signature, const BMessenger& target) const;
+  status_t RemoveName(const char* signature) const;
+};
+
+extern const BRoster* const be_roster;

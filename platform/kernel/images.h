@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/support/types.h"
+
+#include <string>
+
+/** One loaded image: the program itself first, then its libraries and add-ons in load order. */
+struct image_info {
+  std::string name;
+};
+
+/** Walks the images of this process; `cookie` starts at 0. B_BAD_INDEX after the last one. */
+status_t get_next_image_info(int32* cookie, image_info* info);

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/storage/entry_ref.h"
+
+class BDirectory;
+class BPath;
+
+/** A place in the file system, existing or not. */
+class BEntry {
+public:
+  BEntry() = default;
+  explicit BEntry(const char* path, bool traverse = false);
+  explicit BEntry(const entry_ref* ref, bool traverse = false);
+
+  /** `traverse` follows a symbolic link to what it names. */
+  status_t SetTo(const char* path, bool traverse = false);
+  status_t SetTo(const entry_ref* ref, bool traverse = false);
+  status_t SetTo(const BDirectory* directory, const char* name, bool traverse = false);
+  status_t InitCheck() const { return fStatus; }
+
+  bool Exists() const;
+  bool IsFile() const;
+  bool IsDirectory() const;
+  status_t GetRef(entry_ref* ref) const;
+  status_t GetPath(BPath* path) const;
+  std::string Name() const { return fRef.name; }
+  status_t GetSize(off_t* size) const;
+  /** Seconds since 1970. */
+  status_t GetModificationTime(int64* seconds) const;
+  status_t Remove();
+
+private:
+  entry_ref fRef;
+  status_t fStatus = B_NO_INIT;
+};
