@@ -21,7 +21,7 @@ import tempfile
 import wave
 
 RATE = 48000
-BEAT_MS = 720
+BEAT_MS = 717
 BAR_MS = 4 * BEAT_MS
 
 # (bar, beat within it, voice, shown, said): the line is heard from that beat on.

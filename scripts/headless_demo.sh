@@ -1,0 +1,78 @@
+#!/usr/bin/env bash
+# The demo by itself, without a display or a sound card: headless_demo.sh BIN-FOLDER [RUNS]
+# On a virtual display and a sound server that plays into nothing, the player plays the demo song and its editor's
+# window is sent one space bar per line as each line is heard, then Ctrl+S. Prints each line's tag beside its true time.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bin=$1
+runs=${2:-1}
+out=$PWD/build/headless_demo
+. scripts/headless_demo_sound.sh
+
+for program in Xvfb pulseaudio "$bin/sonivo" "$bin/sing"; do
+  command -v "$program" >/dev/null || { echo "headless_demo.sh: $program is not there." >&2; exit 1; }
+done
+
+scratch=$(mktemp -d)
+display_pid= player_pid=
+finish() {
+  [ -n "$player_pid" ] && kill "$player_pid" 2>/dev/null
+  stop_sound
+  [ -n "$display_pid" ] && kill "$display_pid" 2>/dev/null && wait "$display_pid" 2>/dev/null
+  rm -rf "$scratch"
+}
+trap finish EXIT
+
+start_display() {
+  mkfifo "$scratch/display"
+  Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
+  display_pid=$!
+  read -r -t 20 number <"$scratch/display" || { cat "$scratch/xvfb.log" >&2; return 1; }
+  export DISPLAY=:$number QT_QPA_PLATFORM=xcb
+  unset WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS
+}
+
+# The program must end by itself when its windows are closed, and with success.
+end_player() {
+  for _ in $(seq 100); do
+    kill -0 "$player_pid" 2>/dev/null || break
+    sleep 0.1
+  done
+  if kill -0 "$player_pid" 2>/dev/null; then
+    echo "The player did not end when its window was closed." >&2
+    return 1
+  fi
+  local status=0
+  wait "$player_pid" || status=$?
+  player_pid=
+  [ "$status" -eq 0 ] || { echo "The player ended with $status." >&2; return 1; }
+}
+
+# One performance in a folder and with settings of its own.
+perform() {
+  local work=$scratch/run$1 status=0
+  mkdir -p "$work/settings"
+  cp demo/demo.opus "$work/"
+  cp demo/demo.txt "$work/demo.lrc"
+  XDG_CONFIG_HOME=$work/settings "$bin/sonivo" --edit "$work/demo.lrc" "$work/demo.opus" 2>"$work/player.log" &
+  player_pid=$!
+  "$bin/sing" "$work/demo.opus" demo/demo.times "$work/demo.lrc" "$out/window.png" "$scratch/errors" || status=1
+  [ "$status" -ne 0 ] || end_player || status=1
+  [ "$status" -eq 0 ] || { echo "The player said:"; cat "$work/player.log"; } >&2
+  cp "$work/demo.lrc" "$work/player.log" "$out/"
+  return "$status"
+}
+
+summary() {
+  sort -n "$scratch/errors" | awk '{ size = $1 < 0 ? -$1 : $1; print size }' | sort -n |
+    awk -v runs="$runs" '{ e[NR] = $1 } END { printf "%d runs, %d lines: median error %d ms, worst %d ms\n", runs, NR, e[int((NR + 1) / 2)], e[NR] }'
+}
+
+mkdir -p "$out"
+start_display
+start_sound "$scratch/sound"
+echo "The song plays in real time; this takes about a minute${2:+ for each of $runs runs}."
+for run in $(seq "$runs"); do perform "$run"; done
+[ "$runs" -eq 1 ] || summary
+echo "Picture of the windows: $out/window.png"
+echo "The saved lyrics:       $out/demo.lrc"
