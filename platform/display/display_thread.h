@@ -1,0 +1,54 @@
+#pragma once
+
+#include <functional>
+#include <future>
+#include <memory>
+#include <utility>
+
+namespace display {
+
+/** Runs `change` on the display thread, after all posted before. Never waits. What is posted before the display runs
+    is kept until it does; what is posted after it has ended is dropped. Any thread. */
+void post(std::function<void()> change);
+
+bool is_display_thread();
+/** False before `run` and after it. */
+bool is_running();
+
+/** An answer that somebody waits for. When the last holder lets go of it unanswered, the waiter gets the default. */
+template <class T>
+class Answer {
+public:
+  explicit Answer(T otherwise) : fOtherwise(std::move(otherwise)) {}
+  Answer(const Answer&) = delete;
+  Answer& operator=(const Answer&) = delete;
+  ~Answer() { Give(std::move(fOtherwise)); }
+
+  std::future<T> Waiter() { return fPromise.get_future(); }
+  /** The first one counts. On the display thread. */
+  void Give(T value) {
+    if (fGiven) return;
+    fGiven = true;
+    fPromise.set_value(std::move(value));
+  }
+
+private:
+  T fOtherwise;
+  bool fGiven = false;
+  std::promise<T> fPromise;
+};
+
+/** Asks `question` on the display thread and waits for what it returns; a default value when the display has ended.
+    On the display thread itself it is asked at once. */
+template <class Question>
+auto call(Question question, decltype(question()) otherwise = {}) -> decltype(question()) {
+  if (is_display_thread()) return question();
+  using Value = decltype(question());
+  auto answer = std::make_shared<Answer<Value>>(std::move(otherwise));
+  auto waiter = answer->Waiter();
+  post([answer, question = std::move(question)]() mutable { answer->Give(question()); });
+  answer.reset();
+  return waiter.get();
+}
+
+} // namespace display

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/support/types.h"
+
+/** Constants that windows, views and controls share. */
+
+/** Which sides of its parent a view follows when the parent is resized. Both sides of one direction: it grows. */
+enum : uint32 {
+  B_FOLLOW_NONE = 0,
+  B_FOLLOW_LEFT = 0x1,
+  B_FOLLOW_RIGHT = 0x2,
+  B_FOLLOW_TOP = 0x4,
+  B_FOLLOW_BOTTOM = 0x8,
+  B_FOLLOW_LEFT_TOP = B_FOLLOW_LEFT | B_FOLLOW_TOP,
+  B_FOLLOW_LEFT_RIGHT = B_FOLLOW_LEFT | B_FOLLOW_RIGHT,
+  B_FOLLOW_TOP_BOTTOM = B_FOLLOW_TOP | B_FOLLOW_BOTTOM,
+  B_FOLLOW_ALL_SIDES = B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP_BOTTOM,
+};
+
+/** View flags. */
+enum : uint32 {
+  /** `Draw` is called; a view without it shows its colour and its children only. */
+  B_WILL_DRAW = 0x1,
+  /** `FrameResized` is called. */
+  B_FRAME_EVENTS = 0x2,
+  /** The Tab key reaches the view. */
+  B_NAVIGABLE = 0x4,
+};
+
+/** First bytes of keys that type no character. */
+enum : uint8 {
+  B_HOME = 0x01,
+  B_END = 0x04,
+  B_INSERT = 0x05,
+  B_BACKSPACE = 0x08,
+  B_TAB = 0x09,
+  B_RETURN = 0x0a,
+  B_ENTER = 0x0a,
+  B_PAGE_UP = 0x0b,
+  B_PAGE_DOWN = 0x0c,
+  B_FUNCTION_KEY = 0x10,
+  B_ESCAPE = 0x1b,
+  B_LEFT_ARROW = 0x1c,
+  B_RIGHT_ARROW = 0x1d,
+  B_UP_ARROW = 0x1e,
+  B_DOWN_ARROW = 0x1f,
+  B_SPACE = 0x20,
+  B_DELETE = 0x7f,
+};
+
+enum : uint32 { B_PRIMARY_MOUSE_BUTTON = 1, B_SECONDARY_MOUSE_BUTTON = 2, B_TERTIARY_MOUSE_BUTTON = 4 };
+
+/** The mouse buttons that are down now, as the display last saw them. Any thread. */
+uint32 mouse_buttons();
+/** Called by the display thread, and by tests. */
+void report_mouse_buttons(uint32 down);

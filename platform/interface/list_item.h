@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/support/geometry.h"
+
+class BFont;
+class BView;
+
+/** One row of a list view. Owned by whoever made it. Used on the window's thread. */
+class BListItem {
+public:
+  BListItem() = default;
+  BListItem(const BListItem&) = delete;
+  BListItem& operator=(const BListItem&) = delete;
+  virtual ~BListItem() = default;
+
+  /** Draws the row with the drawing calls of `view`; `frame` starts at the row's own left top, (0, 0). */
+  virtual void DrawItem(BView* view, BRect frame, bool complete) = 0;
+  /** Called when the item enters a list and when the list's font changes; the base sets the height from the font. */
+  virtual void Update(BView* view, const BFont* font);
+
+  float Width() const { return fWidth; }
+  float Height() const { return fHeight; }
+  void SetWidth(float width) { fWidth = width; }
+  void SetHeight(float height) { fHeight = height; }
+  bool IsSelected() const { return fSelected; }
+  bool IsEnabled() const { return fEnabled; }
+  void SetEnabled(bool enabled) { fEnabled = enabled; }
+
+private:
+  friend class BListView;
+  float fWidth = 0;
+  float fHeight = 0;
+  bool fSelected = false;
+  bool fEnabled = true;
+};

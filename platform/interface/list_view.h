@@ -1,0 +1,88 @@
+#pragma once
+
+#include "platform/app/messenger.h"
+#include "platform/interface/list_item.h"
+#include "platform/interface/view.h"
+
+#include <memory>
+#include <vector>
+
+class BList;
+class BMessage;
+namespace display {
+class ListPeer;
+}
+
+enum list_view_type { B_SINGLE_SELECTION_LIST };
+
+/** A list of rows, one of them selected or none. Owns no item. The display asks for the pictures of the rows that are
+    on the screen; all others are never drawn. Keys select on the window's thread, the mouse on the display, whose
+    choice comes as a message in order with the keys. */
+class BListView : public BView {
+public:
+  BListView(BRect frame, const char* name, list_view_type type = B_SINGLE_SELECTION_LIST,
+            uint32 resizingMode = B_FOLLOW_LEFT_TOP, uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE);
+  ~BListView() override;
+
+  bool AddItem(BListItem* item) { return AddItem(item, CountItems()); }
+  bool AddItem(BListItem* item, int32 index);
+  /** Many items at once; the list is laid out and sent to the display a single time. */
+  bool AddList(const std::vector<BListItem*>& items);
+  bool AddList(BList* items);
+  /** Null outside the list. */
+  BListItem* RemoveItem(int32 index);
+  bool RemoveItem(BListItem* item);
+  void MakeEmpty();
+  int32 CountItems() const { return static_cast<int32>(fItems.size()); }
+  bool IsEmpty() const { return fItems.empty(); }
+  BListItem* ItemAt(int32 index) const;
+  BListItem* FirstItem() const { return ItemAt(0); }
+  BListItem* LastItem() const { return ItemAt(CountItems() - 1); }
+  /** -1 for an item that is not in the list. */
+  int32 IndexOf(const BListItem* item) const;
+
+  /** An index outside the list changes nothing. */
+  void Select(int32 index);
+  void DeselectAll();
+  /** -1 when nothing is selected. */
+  int32 CurrentSelection() const { return fSelection; }
+  void ScrollToSelection();
+  void ScrollTo(int32 index);
+  /** The row's picture is asked for anew. */
+  void InvalidateItem(int32 index);
+  /** In the coordinates of the whole list (row 0 starts at 0). An invalid rectangle outside the list. */
+  BRect ItemFrame(int32 index) const;
+
+  /** Sent to the target at a double click and at Return, with int32 "index" and pointer "source". Takes the message
+   * over. */
+  void SetInvocationMessage(BMessage* message);
+  /** Sent at every change of the selection. Takes the message over. */
+  void SetSelectionMessage(BMessage* message);
+  void SetTarget(const BMessenger& target) { fTarget = target; }
+  virtual void Invoke();
+  /** Hook: the selection changed, by whomever. */
+  virtual void SelectionChanged() {}
+
+  void SetFont(const BFont* font, uint32 mask = B_FONT_ALL) override;
+  void KeyDown(const char* bytes, int32 count) override;
+  void AttachedToWindow() override {}
+  void MessageReceived(BMessage* message) override;
+
+protected:
+  std::shared_ptr<display::ViewPeer> MakePeer() override;
+
+private:
+  display::ListPeer* Rows() const;
+  void SendRows();
+  void DrawRows(const BMessage& request);
+  void ChangeSelection(int32 index);
+  void Notify(const BMessage* message) const;
+  bool MoveSelection(int32 index);
+  int32 PageLength() const;
+
+  std::vector<BListItem*> fItems;
+  int32 fSelection = -1;
+  std::unique_ptr<BMessage> fInvocationMessage;
+  std::unique_ptr<BMessage> fSelectionMessage;
+  BMessenger fTarget;
+};

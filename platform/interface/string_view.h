@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/interface/view.h"
+
+enum alignment { B_ALIGN_LEFT, B_ALIGN_CENTER, B_ALIGN_RIGHT };
+
+/** One line of text that is only read. Cut text ends in an ellipsis. */
+class BStringView : public BView {
+public:
+  BStringView(BRect frame, const char* name, const char* text, uint32 resizingMode = B_FOLLOW_LEFT_TOP,
+              uint32 flags = B_WILL_DRAW);
+
+  void SetText(const char* text);
+  const char* Text() const { return fText.c_str(); }
+  void SetAlignment(alignment align);
+
+protected:
+  std::shared_ptr<display::ViewPeer> MakePeer() override;
+
+private:
+  std::string fText;
+  alignment fAlignment = B_ALIGN_LEFT;
+};

@@ -1,0 +1,136 @@
+#pragma once
+
+#include "platform/app/handler.h"
+#include "platform/interface/font.h"
+#include "platform/interface/interface_defs.h"
+#include "platform/support/geometry.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class BScrollView;
+class BWindow;
+struct BPicture;
+namespace display {
+class ViewPeer;
+}
+
+/** A rectangle in a window, with a peer on the display thread while it is attached to one. Owned by its parent, the
+    topmost by their window; a removed view belongs to its remover. Every call on the window's thread or with the window
+    locked; free of threads before it is attached. A view is the next handler of its children. */
+class BView : public BHandler {
+public:
+  BView(BRect frame, const char* name, uint32 resizingMode = B_FOLLOW_LEFT_TOP, uint32 flags = 0);
+  ~BView() override;
+
+  void AddChild(BView* child);
+  bool RemoveChild(BView* child);
+  bool RemoveSelf();
+  int32 CountChildren() const { return static_cast<int32>(fChildren.size()); }
+  BView* ChildAt(int32 index) const;
+  BView* Parent() const { return fParent; }
+  BWindow* Window() const { return fWindow; }
+  /** This view or one below it; null when none bears the name. */
+  BView* FindView(const char* name);
+
+  /** In the parent's coordinates. */
+  BRect Frame() const { return fFrame; }
+  BRect Bounds() const { return {0, 0, fFrame.Width(), fFrame.Height()}; }
+  void MoveTo(BPoint leftTop);
+  void MoveTo(float x, float y) { MoveTo(BPoint{x, y}); }
+  void MoveBy(float dx, float dy) { MoveTo(fFrame.left + dx, fFrame.top + dy); }
+  void ResizeTo(float width, float height);
+  void ResizeBy(float dx, float dy) { ResizeTo(fFrame.Width() + dx, fFrame.Height() + dy); }
+  uint32 ResizingMode() const { return fResizingMode; }
+  void SetResizingMode(uint32 mode);
+  uint32 Flags() const { return fFlags; }
+
+  /** Calls nest: a view hidden twice is shown by the second Show. */
+  void Show();
+  void Hide();
+  bool IsHidden() const;
+  virtual void MakeFocus(bool focused = true);
+  bool IsFocus() const;
+
+  void SetViewColor(rgb_color color);
+  rgb_color ViewColor() const { return fViewColor; }
+  void SetHighColor(rgb_color color) { fHighColor = color; }
+  rgb_color HighColor() const { return fHighColor; }
+  void SetLowColor(rgb_color color) { fLowColor = color; }
+  rgb_color LowColor() const { return fLowColor; }
+  virtual void SetFont(const BFont* font, uint32 mask = B_FONT_ALL);
+  void GetFont(BFont* font) const { *font = fFont; }
+  void SetToolTip(std::string_view text);
+  void SetAccessibleName(std::string_view name);
+  void SetAccessibleDescription(std::string_view description);
+
+  /** Asks for a new drawing. */
+  void Invalidate();
+  void Invalidate(BRect rect);
+  /** Drawing: recorded inside `Draw` or a list item's `DrawItem`, without effect elsewhere. */
+  void FillRect(BRect rect);
+  void FillRectLow(BRect rect);
+  void StrokeRect(BRect rect);
+  void DrawString(std::string_view text, BPoint baseLineStart);
+  void MovePenTo(BPoint where) { fPen = where; }
+  void DrawString(std::string_view text) { DrawString(text, fPen); }
+
+  /** Hooks, on the window's thread. */
+  virtual void AttachedToWindow() {}
+  /** After the children were attached. */
+  virtual void AllAttached() {}
+  virtual void DetachedFromWindow() {}
+  virtual void Draw(BRect updateRect);
+  /** A key pressed while the view has the focus; the whole event is the window's current message (B_KEY_DOWN: string
+      "bytes", int32 "modifiers", int32 "key_repeat" (> 0: held down), int64 "when" (µs), int32 "key_code" (the
+     display's own)). The base hands it to the control on the display. */
+  virtual void KeyDown(const char* bytes, int32 count);
+  virtual void FrameMoved(BPoint leftTop);
+  virtual void FrameResized(float width, float height);
+  virtual void WindowActivated(bool active);
+  void MessageReceived(BMessage* message) override;
+
+protected:
+  /** Makes the control on the display when the view is attached. */
+  virtual std::shared_ptr<display::ViewPeer> MakePeer();
+  /** Null while detached. */
+  display::ViewPeer* Peer() const { return fPeer.get(); }
+
+private:
+  friend class BWindow;
+  friend class BListView;
+  friend class BScrollView;
+  void AttachTo(BWindow* window, display::ViewPeer* parentPeer);
+  void Detach();
+  void HandStateToPeer();
+  void SetFrame(BRect frame);
+  void FollowParent(float parentWidth, float parentHeight);
+  void BoundsChanged(float oldWidth, float oldHeight);
+  BPoint ParentSize() const;
+  void Redraw();
+  void Record(BPicture* picture) { fRecording = picture; }
+
+  BRect fFrame;
+  /** The frame last set by call, and the parent's size then: what following the parent is counted from. */
+  BRect fSetFrame;
+  BPoint fSetParentSize;
+  uint32 fResizingMode;
+  uint32 fFlags;
+  int32 fHideLevel = 0;
+  bool fHasFocus = false;
+  rgb_color fViewColor{0, 0, 0, 0}; // without colour: the display's own
+  rgb_color fHighColor{0, 0, 0, 255};
+  rgb_color fLowColor{255, 255, 255, 255};
+  BFont fFont;
+  BPoint fPen;
+  std::string fToolTip;
+  std::string fAccessibleName;
+  std::string fAccessibleDescription;
+  BPicture* fRecording = nullptr;
+  BWindow* fWindow = nullptr;
+  BView* fParent = nullptr;
+  std::vector<BView*> fChildren;
+  std::shared_ptr<display::ViewPeer> fPeer;
+};

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/app/looper.h"
+#include "platform/interface/interface_defs.h"
+#include "platform/support/geometry.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class BMenuBar;
+class BView;
+namespace display {
+class WindowPeer;
+}
+
+enum window_look { B_TITLED_WINDOW_LOOK, B_DOCUMENT_WINDOW_LOOK, B_FLOATING_WINDOW_LOOK, B_MODAL_WINDOW_LOOK };
+enum window_feel { B_NORMAL_WINDOW_FEEL, B_FLOATING_ALL_WINDOW_FEEL };
+/** Window flags. */
+enum : uint32 { B_NOT_RESIZABLE = 0x1, B_NOT_ZOOMABLE = 0x2, B_NOT_MINIMIZABLE = 0x4 };
+
+/** A window: a looper that owns its views. Made hidden; the first Show starts its thread. The close button of its frame
+    posts B_QUIT_REQUESTED. Calls on the window's thread or with the window locked. */
+class BWindow : public BLooper {
+public:
+  BWindow(BRect frame, const char* title, window_look look = B_TITLED_WINDOW_LOOK,
+          window_feel feel = B_NORMAL_WINDOW_FEEL, uint32 flags = 0);
+  ~BWindow() override;
+
+  virtual void Show();
+  virtual void Hide();
+  bool IsHidden() const;
+  /** Off: Show starts no thread, the window's messages are delivered by hand (tests). */
+  void SetRunsOnShow(bool runs) { fRunsOnShow = runs; }
+  void Activate(bool active = true);
+  bool IsActive() const { return fIsActive; }
+
+  /** The inside of the window, on the screen, as the display last told. */
+  BRect Frame() const;
+  BRect Bounds() const;
+  void MoveTo(BPoint leftTop);
+  void MoveTo(float x, float y) { MoveTo(BPoint{x, y}); }
+  void ResizeTo(float width, float height);
+  void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
+  void SetTitle(const char* title);
+  const std::string& Title() const { return fTitle; }
+  window_feel Feel() const { return fFeel; }
+  void SetFeel(window_feel feel);
+  /** A set of bits; windows are on all workspaces alike. */
+  uint32 Workspaces() const { return UINT32_MAX; }
+
+  void AddChild(BView* child);
+  bool RemoveChild(BView* child);
+  int32 CountChildren() const { return static_cast<int32>(fChildren.size()); }
+  BView* ChildAt(int32 index) const;
+  BView* FindView(const char* name) const;
+  BView* CurrentFocus() const { return fFocus; }
+  /** The menu bar whose shortcuts work in the window: the first one attached. */
+  BMenuBar* KeyMenuBar() const { return fKeyMenuBar; }
+  void DispatchMessage(BMessage* message, BHandler* handler) override;
+  void MessageReceived(BMessage* message) override;
+  void Quit() override;
+
+  /** Hooks, on the window's thread. */
+  virtual void FrameMoved(BPoint leftTop);
+  virtual void FrameResized(float width, float height);
+  virtual void WindowActivated(bool active);
+
+  display::WindowPeer* Peer() const { return fPeer.get(); }
+
+protected:
+  /** For windows whose frame the display makes otherwise (file panels). */
+  BWindow(BRect frame, const char* title, std::shared_ptr<display::WindowPeer> peer);
+
+private:
+  friend class BView;
+  friend class BMenuBar;
+  void Moved(const BMessage& message);
+  void Resized(const BMessage& message);
+  void Activated(const BMessage& message);
+  void KeyPressed(BMessage* message, BHandler* handler);
+  void FocusChanged(BView* view, bool focused);
+  void Forget(BView* view);
+
+  std::string fTitle;
+  window_feel fFeel = B_NORMAL_WINDOW_FEEL;
+  /** The size that the views were last laid out for. */
+  BPoint fSize;
+  int32 fHideLevel = 1;
+  bool fRunsOnShow = true;
+  bool fIsActive = false;
+  std::vector<BView*> fChildren;
+  BView* fFocus = nullptr;
+  BMenuBar* fKeyMenuBar = nullptr;
+  std::shared_ptr<display::WindowPeer> fPeer;
+};
