@@ -1,3 +1,34 @@
+# What needs no window: loopers, messages, files. No Qt in here.
 add_library(vesmo_platform SHARED
+  ${CMAKE_CURRENT_LIST_DIR}/app/application.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/handler.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/looper.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/looper_core.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/message.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/message_flatten.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/message_reply.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/message_runner.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/messenger.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/roster.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/signatures.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/token_registry.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/images.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/modifiers.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/ports.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/semaphores.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/threads.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/storage/directory.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/storage/entry.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/storage/entry_ref.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/storage/file.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/storage/find_directory.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/storage/node_info.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/storage/path.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/storage/resources.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/storage/status_of.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/support/data_io.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/support/geometry.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/support/list.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/support/log.cpp
 )
 target_link_libraries(vesmo_platform PUBLIC project_options)

@@ -67,10 +67,20 @@ public:
   int32 DeliverAll();
   int32 CountMessages() const;
 
+  /** The queue and the lock, known to the messaging alone. */
+  struct Core;
+
+protected:
+  /** A window says so when it can be used, and takes it back (null) when its end begins. */
+  void SetWindow(class BWindow* window);
+
 private:
   friend class BHandler;
   friend class BMessenger;
-  struct Core;
+  static int32 LoopEntry(void* core);
+  BHandler* TargetOf(BMessage* message);
+  BHandler* Filtered(BMessage* message, BHandler* target);
+  void Deliver(BMessage* message);
   /** Outlives the looper for those who still hold a messenger. */
   std::shared_ptr<Core> fCore;
 };

@@ -15,20 +15,20 @@ class BPositionIO;
 
 /** Codes that the framework itself sends or understands. */
 enum : uint32 {
-  B_REFS_RECEIVED = '_RRC',       // "refs" (ref, one or more)
-  B_SAVE_REQUESTED = 'SAVE',      // "directory" (ref: its full path is the folder), "name" (string)
-  B_CANCEL = '_CNC',              // a file panel closed: "source" (pointer to the panel)
+  B_REFS_RECEIVED = '_RRC',  // "refs" (ref, one or more)
+  B_SAVE_REQUESTED = 'SAVE', // "directory" (ref: its full path is the folder), "name" (string)
+  B_CANCEL = '_CNC',         // a file panel closed: "source" (pointer to the panel)
   B_QUIT_REQUESTED = '_QRQ',
   B_ABOUT_REQUESTED = '_ABR',
-  B_SIMPLE_DATA = 'DATA',         // a drop
-  B_WINDOW_MOVED = '_WMV',        // "where" (point: left top on the screen)
-  B_WINDOW_RESIZED = '_WRS',      // "width", "height" (float)
-  B_KEY_DOWN = '_KYD',            // see platform/interface/view.h
+  B_SIMPLE_DATA = 'DATA',    // a drop
+  B_WINDOW_MOVED = '_WMV',   // "where" (point: left top on the screen)
+  B_WINDOW_RESIZED = '_WRS', // "width", "height" (float)
+  B_KEY_DOWN = '_KYD',       // see platform/interface/view.h
   B_COUNT_PROPERTIES = 'PCNT',
   B_GET_PROPERTY = 'PGET',
   B_EXECUTE_PROPERTY = 'PEXE',
   B_REPLY = 'RPLY',
-  B_NO_REPLY_CODE = '_NRP',       // what a waiter gets when its question was dropped unanswered
+  B_NO_REPLY_CODE = '_NRP',          // what a waiter gets when its question was dropped unanswered
   B_MESSAGE_NOT_UNDERSTOOD = '_MNU', // "error" (int32), "message" (string)
 };
 
@@ -37,8 +37,8 @@ enum : uint32 { B_DIRECT_SPECIFIER = 1, B_INDEX_SPECIFIER = 2 };
 
 /** A code and named, typed fields, each field a list of values of one type. A value: copies are independent,
     but for the right to answer: all copies of a received message share one asker.
-    Find functions leave their output alone unless they return B_OK: B_NAME_NOT_FOUND, B_BAD_TYPE, B_BAD_INDEX otherwise.
-    Adding under a name that holds another type gives B_BAD_TYPE. Not safe for several threads at once. */
+    Find functions leave their output alone unless they return B_OK: B_NAME_NOT_FOUND, B_BAD_TYPE, B_BAD_INDEX
+   otherwise. Adding under a name that holds another type gives B_BAD_TYPE. Not safe for several threads at once. */
 class BMessage {
 public:
   uint32 what = 0;
@@ -121,7 +121,8 @@ public:
   status_t SendReply(uint32 code) const;
   status_t SendReply(const BMessage* reply) const;
 
-  /** The flat form, for files and other processes: documented in docs/file-formats.md. Pointers and messengers are left out. */
+  /** The flat form, for files and other processes: documented in docs/file-formats.md. Pointers and messengers are left
+   * out. */
   ssize_t FlattenedSize() const;
   status_t Flatten(BPositionIO* stream) const;
   std::vector<char> Flatten() const;
@@ -134,6 +135,10 @@ private:
   friend class BLooper;
   struct Body;
   struct Envelope;
+  struct BodyReader;
+  /** Starts a delivery of its own; the marks of a drop or of another process stay. */
+  void Address(uint64 handlerToken, const BMessenger& replyTo, std::shared_ptr<class ReplySlot> slot,
+               std::shared_ptr<void> mark = nullptr);
   std::unique_ptr<Body> fBody;
   /** Who asked and where the message goes; shared by the copies of one delivery. */
   std::shared_ptr<Envelope> fEnvelope;

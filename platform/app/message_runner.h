@@ -20,7 +20,8 @@ public:
   status_t SetInterval(bigtime_t interval);
   status_t SetCount(int32 count);
 
-private:
   struct Beat;
+
+private:
   std::shared_ptr<Beat> fBeat;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/support/types.h"
 
+#include <memory>
 #include <string>
 
 class BHandler;
@@ -28,12 +29,17 @@ public:
   status_t SendMessage(uint32 code, const BHandler* replyTo = nullptr) const;
   status_t SendMessage(const BMessage* message, const BHandler* replyTo = nullptr,
                        bigtime_t timeout = B_INFINITE_TIMEOUT) const;
-  status_t SendMessage(const BMessage* message, const BMessenger& replyTo, bigtime_t timeout = B_INFINITE_TIMEOUT) const;
+  status_t SendMessage(const BMessage* message, const BMessenger& replyTo,
+                       bigtime_t timeout = B_INFINITE_TIMEOUT) const;
   /** Sends and waits for the answer. When the target drops the question or goes away the answer is B_NO_REPLY_CODE. */
   status_t SendMessage(const BMessage* message, BMessage* reply, bigtime_t deliveryTimeout = B_INFINITE_TIMEOUT,
                        bigtime_t replyTimeout = B_INFINITE_TIMEOUT) const;
 
   friend bool operator==(const BMessenger&, const BMessenger&) = default;
+
+  /** Posts without waiting for room; `mark` lives as long as the delivery does. For runners, which leave a beat out
+      while the last one is still queued. */
+  status_t SendMarked(const BMessage& message, std::shared_ptr<void> mark) const;
 
 private:
   friend class BMessage;

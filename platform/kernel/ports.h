@@ -5,7 +5,8 @@
 #include <sys/types.h>
 
 /** Named queues of flat messages (a code and bytes). A writer waits while `capacity` messages are queued;
-    deleting a port wakes every waiter with B_BAD_PORT_ID. Ports of this process only: other processes do not see them. */
+    deleting a port wakes every waiter with B_BAD_PORT_ID. Ports of this process only: other processes do not see them.
+ */
 port_id create_port(int32 capacity, const char* name);
 port_id find_port(const char* name);
 status_t delete_port(port_id port);

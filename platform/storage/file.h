@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/support/data_io.h"
 #include "platform/storage/entry_ref.h"
+#include "platform/support/data_io.h"
 
 class BDirectory;
 class BEntry;

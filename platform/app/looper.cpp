@@ -1,0 +1,245 @@
+#include "platform/app/looper.h"
+
+#include "platform/app/looper_core.h"
+#include "platform/app/message_body.h"
+#include "platform/app/message_filter.h"
+#include "platform/support/log.h"
+
+#include <algorithm>
+#include <exception>
+
+BLooper::BLooper(const char* name, int32 priority, int32 portCapacity)
+    : BHandler(name), fCore(std::make_shared<Core>(this)) {
+  fCore->capacity = static_cast<size_t>(std::max<int32>(portCapacity, 1));
+  fCore->token = token_registry::new_token();
+  fCore->priority = priority;
+  fLooper = this;
+  token_registry::add_looper(fCore);
+}
+
+BLooper::~BLooper() {
+  fCore->Close();
+  for (BHandler* handler : fCore->handlers) handler->fLooper = nullptr;
+  fCore->handlers.clear();
+  for (BMessageFilter* filter : fCore->filters) delete filter;
+  fCore->filters.clear();
+  fLooper = nullptr;
+  // A looper that ran leaves the list when its thread has done with it.
+  if (fCore->thread == 0) token_registry::remove_looper(fCore->token);
+}
+
+status_t BLooper::PostMessage(uint32 code) {
+  return PostMessage(code, nullptr);
+}
+status_t BLooper::PostMessage(const BMessage* message) {
+  return PostMessage(message, nullptr);
+}
+status_t BLooper::PostMessage(uint32 code, BHandler* handler, BHandler* replyTo) {
+  const BMessage message(code);
+  return PostMessage(&message, handler, replyTo);
+}
+status_t BLooper::PostMessage(const BMessage* message, BHandler* handler, BHandler* replyTo) {
+  if (handler && handler->Looper() != this) return B_BAD_HANDLER;
+  return BMessenger(handler, this).SendMessage(message, replyTo, 0);
+}
+
+void BLooper::DispatchMessage(BMessage* message, BHandler* handler) {
+  if (message->what == B_QUIT_REQUESTED && handler == this) {
+    if (QuitRequested()) Quit();
+    return;
+  }
+  handler->MessageReceived(message);
+}
+
+void BLooper::MessageReceived(BMessage* message) {
+  BHandler::MessageReceived(message);
+}
+bool BLooper::QuitRequested() {
+  return true;
+}
+BMessage* BLooper::CurrentMessage() const {
+  return fCore->current;
+}
+
+void BLooper::AddHandler(BHandler* handler) {
+  if (handler == nullptr || handler->fLooper != nullptr) return;
+  handler->fLooper = this;
+  fCore->handlers.push_back(handler);
+}
+
+bool BLooper::RemoveHandler(BHandler* handler) {
+  if (handler == this || std::erase(fCore->handlers, handler) == 0) return false;
+  if (fCore->preferred == handler) fCore->preferred = nullptr;
+  handler->fLooper = nullptr;
+  return true;
+}
+
+int32 BLooper::CountHandlers() const {
+  return static_cast<int32>(fCore->handlers.size());
+}
+BHandler* BLooper::HandlerAt(int32 index) const {
+  return index >= 0 && index < CountHandlers() ? fCore->handlers[static_cast<size_t>(index)] : nullptr;
+}
+BHandler* BLooper::PreferredHandler() const {
+  return fCore->preferred;
+}
+void BLooper::SetPreferredHandler(BHandler* handler) {
+  fCore->preferred = handler;
+}
+
+void BLooper::AddCommonFilter(BMessageFilter* filter) {
+  filter->fLooper = this;
+  fCore->filters.push_back(filter);
+}
+bool BLooper::RemoveCommonFilter(BMessageFilter* filter) {
+  if (std::erase(fCore->filters, filter) == 0) return false;
+  filter->fLooper = nullptr;
+  return true;
+}
+
+thread_id BLooper::Run() {
+  if (fCore->thread != 0) return fCore->thread;
+  // The thread keeps the core alive by a reference of its own.
+  auto* const held = new std::shared_ptr<Core>(fCore);
+  const thread_id thread = spawn_thread(&BLooper::LoopEntry, Name(), fCore->priority, held);
+  if (thread < 0) {
+    delete held;
+    return thread;
+  }
+  fCore->thread = thread;
+  resume_thread(thread);
+  return thread;
+}
+
+int32 BLooper::LoopEntry(void* held) {
+  const std::shared_ptr<Core> core = *static_cast<std::shared_ptr<Core>*>(held);
+  delete static_cast<std::shared_ptr<Core>*>(held);
+  BMessage message;
+  while (core->Next(&message, true)) {
+    if (core->Lock(B_INFINITE_TIMEOUT) != B_OK) break;
+    core->looper->Deliver(&message);
+    message = BMessage(); // an unanswered asker is released now, not with the next message
+    core->Unlock();
+  }
+  core->TakeForEver();
+  delete core->looper;
+  token_registry::remove_looper(core->token);
+  return 0;
+}
+
+void BLooper::Quit() {
+  const std::shared_ptr<Core> core = fCore;
+  const thread_id thread = core->thread;
+  if (thread == 0) {
+    core->TakeForEver();
+    delete this;
+    return;
+  }
+  core->Close();
+  if (find_thread(nullptr) == thread) return;
+  core->ReleaseAll();
+  wait_for_thread(thread, nullptr);
+}
+
+BHandler* BLooper::TargetOf(BMessage* message) {
+  const uint64 token = message->fEnvelope ? message->fEnvelope->handlerToken : 0;
+  if (token == 0) return fCore->preferred ? fCore->preferred : this;
+  const auto& handlers = fCore->handlers;
+  const auto found = std::find_if(handlers.begin(), handlers.end(), [&](BHandler* h) { return h->fToken == token; });
+  return found == handlers.end() ? nullptr : *found;
+}
+
+BHandler* BLooper::Filtered(BMessage* message, BHandler* target) {
+  const std::vector<BMessageFilter*> filters = fCore->filters; // a filter may remove itself
+  for (BMessageFilter* filter : filters) {
+    if (target == nullptr) return nullptr;
+    if (filter->Command() != 0 && filter->Command() != message->what) continue;
+    if (filter->Filter(message, &target) == B_SKIP_MESSAGE) return nullptr;
+  }
+  return target;
+}
+
+namespace {
+
+/** Follows the specifiers of a scripting message from handler to handler, as far as these name others. */
+BHandler* resolved(BMessage* message, BHandler* target) {
+  std::string property;
+  uint32 form = 0;
+  int32 index = 0;
+  while (target && message->GetCurrentSpecifier(&property, &form, &index) == B_OK) {
+    BMessage specifier(form);
+    specifier.AddString("property", property);
+    if (form == B_INDEX_SPECIFIER) specifier.AddInt32("index", index);
+    BHandler* next = target->ResolveSpecifier(message, index, &specifier, static_cast<int32>(form), property.c_str());
+    if (next == target) break;
+    target = next;
+  }
+  return target;
+}
+
+} // namespace
+
+void BLooper::Deliver(BMessage* message) {
+  BMessage* const before = fCore->current;
+  fCore->current = message;
+  try {
+    BHandler* target = Filtered(message, TargetOf(message));
+    if (target) target = resolved(message, target);
+    if (target) DispatchMessage(message, target);
+  } catch (const std::exception& error) {
+    log_error(Name(), error.what());
+  } catch (...) {
+    log_error(Name(), "a handler threw something that is no exception");
+  }
+  fCore->current = before;
+}
+
+bool BLooper::Lock() {
+  return LockWithTimeout(B_INFINITE_TIMEOUT) == B_OK;
+}
+status_t BLooper::LockWithTimeout(bigtime_t timeout) {
+  const std::shared_ptr<Core> core = fCore;
+  return core->Lock(timeout);
+}
+void BLooper::Unlock() {
+  const std::shared_ptr<Core> core = fCore;
+  core->Unlock();
+}
+bool BLooper::IsLocked() const {
+  return fCore->IsLockedByCaller();
+}
+thread_id BLooper::Thread() const {
+  return fCore->thread;
+}
+
+BLooper* BLooper::LooperForThread(thread_id thread) {
+  for (const auto& core : token_registry::all_loopers()) {
+    if (thread != 0 && core->thread == thread) return core->looper;
+  }
+  return nullptr;
+}
+
+bool BLooper::DeliverNext() {
+  const std::shared_ptr<Core> core = fCore; // the message may end the looper
+  BMessage message;
+  if (!core->Next(&message, false) || core->Lock(B_INFINITE_TIMEOUT) != B_OK) return false;
+  Deliver(&message);
+  core->Unlock();
+  return true;
+}
+
+int32 BLooper::DeliverAll() {
+  const std::shared_ptr<Core> core = fCore;
+  int32 delivered = 0;
+  while (!core->IsClosed() && DeliverNext()) ++delivered;
+  return delivered;
+}
+
+int32 BLooper::CountMessages() const {
+  const std::lock_guard lock(fCore->queueMutex);
+  return static_cast<int32>(fCore->queue.size());
+}
+
+void BLooper::SetWindow(BWindow* window) {
+  fCore->window = window;
+}

@@ -1,0 +1,108 @@
+#include "platform/app/looper_core.h"
+
+#include "platform/app/message_body.h"
+
+#include <algorithm>
+#include <chrono>
+#include <map>
+
+namespace {
+
+template <typename Ready>
+bool wait_until_ready(std::condition_variable* changed, std::unique_lock<std::mutex>* lock, bigtime_t timeout,
+                      Ready ready) {
+  if (timeout == B_INFINITE_TIMEOUT) {
+    changed->wait(*lock, ready);
+    return true;
+  }
+  return changed->wait_for(*lock, std::chrono::microseconds(timeout), ready);
+}
+
+} // namespace
+
+status_t BLooper::Core::Post(BMessage message, bigtime_t timeout) {
+  {
+    std::unique_lock lock(queueMutex);
+    const auto hasRoom = [this] { return closed || queue.size() < capacity; };
+    if (!wait_until_ready(&queueDrained, &lock, timeout, hasRoom)) return timeout == 0 ? B_WOULD_BLOCK : B_TIMED_OUT;
+    if (closed) return B_BAD_PORT_ID;
+    queue.push_back(std::move(message));
+  }
+  queueFilled.notify_one();
+  return B_OK;
+}
+
+bool BLooper::Core::Next(BMessage* message, bool wait) {
+  {
+    std::unique_lock lock(queueMutex);
+    if (wait) queueFilled.wait(lock, [this] { return ending || !queue.empty(); });
+    if (ending || queue.empty()) return false;
+    *message = std::move(queue.front());
+    queue.pop_front();
+    if (queue.size() + 1 < capacity) return true; // nobody waits for room
+  }
+  queueDrained.notify_one();
+  return true;
+}
+
+void BLooper::Core::Close() {
+  std::deque<BMessage> dropped; // destroyed without the lock: a dropped question answers its asker
+  {
+    const std::lock_guard lock(queueMutex);
+    closed = true;
+    ending = true;
+    dropped.swap(queue);
+  }
+  queueFilled.notify_all();
+  queueDrained.notify_all();
+}
+
+status_t BLooper::Core::Lock(bigtime_t timeout) {
+  std::unique_lock lock(lockMutex);
+  const auto self = std::this_thread::get_id();
+  const auto isFree = [&] { return gone || lockDepth == 0 || lockOwner == self; };
+  if (!wait_until_ready(&lockFreed, &lock, timeout, isFree)) return B_TIMED_OUT;
+  if (gone) return B_BAD_VALUE;
+  lockOwner = self;
+  ++lockDepth;
+  return B_OK;
+}
+
+void BLooper::Core::Unlock() {
+  {
+    const std::lock_guard lock(lockMutex);
+    if (lockDepth == 0 || lockOwner != std::this_thread::get_id()) return;
+    if (--lockDepth > 0) return;
+    lockOwner = {};
+  }
+  lockFreed.notify_all();
+}
+
+bool BLooper::Core::IsLockedByCaller() {
+  const std::lock_guard lock(lockMutex);
+  return lockDepth > 0 && lockOwner == std::this_thread::get_id();
+}
+
+bool BLooper::Core::IsClosed() {
+  const std::lock_guard lock(queueMutex);
+  return closed;
+}
+
+void BLooper::Core::TakeForEver() {
+  Lock(B_INFINITE_TIMEOUT);
+  {
+    const std::lock_guard lock(lockMutex);
+    gone = true;
+  }
+  lockFreed.notify_all();
+}
+
+void BLooper::Core::ReleaseAll() {
+  {
+    const std::lock_guard lock(lockMutex);
+    if (lockOwner != std::this_thread::get_id()) return;
+    lockDepth = 0;
+    lockOwner = {};
+  }
+  lockFreed.notify_all();
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/app/message.h"
+
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+/** The innards of a message, shared by the files that implement it; not for anyone else. */
+
+/** Bytes of a type that the message does not interpret. */
+struct RawValue {
+  std::vector<char> bytes;
+  bool isFixedSize = true;
+};
+
+using FieldValue = std::variant<bool, int32, int64, float, double, std::string, BPoint, BRect, entry_ref, BMessage,
+                                BMessenger, const void*, RawValue>;
+
+struct MessageField {
+  std::string name;
+  type_code type;
+  std::vector<FieldValue> values;
+};
+
+struct MessageSpecifier {
+  std::string property;
+  uint32 form;
+  int32 index;
+};
+
+struct BMessage::Body {
+  std::vector<MessageField> fields;
+  /** Innermost first; `unresolved` counts those from the front that are still to be resolved. */
+  std::vector<MessageSpecifier> specifiers;
+  size_t unresolved = 0;
+
+  MessageField* Find(const char* name);
+  const MessageField* Find(const char* name) const;
+};
+
+/** Where one waiting asker gets its answer. */
+class ReplySlot {
+public:
+  /** Only the first answer counts; false when there was one or the asker has stopped waiting. */
+  bool Put(const BMessage& answer);
+  /** Waits for the answer; nothing after `timeout` microseconds. */
+  std::optional<BMessage> Take(bigtime_t timeout);
+
+private:
+  std::mutex fMutex;
+  std::condition_variable fArrived;
+  bool fDone = false;
+  std::optional<BMessage> fAnswer;
+};
+
+/** What travels with one delivery. The last copy of a question that goes away unanswered releases the asker. */
+struct BMessage::Envelope {
+  uint64 handlerToken = 0;
+  BMessenger replyTo;
+  std::shared_ptr<ReplySlot> slot;
+  /** Alive while this delivery is: tells its sender that it has not been handled yet. */
+  std::shared_ptr<void> mark;
+  bool remote = false;
+  bool dropped = false;
+  BPoint dropPoint;
+
+  ~Envelope();
+};

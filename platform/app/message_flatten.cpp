@@ -1,0 +1,283 @@
+/** The flat form of a message, little-endian: "VMSG", uint32 version (1), uint32 bytes of the whole, then a body:
+    uint32 what, uint32 count of fields, and for each field uint32 type, uint16 length of the name, the name,
+    uint32 count of values, and each value as uint32 length and bytes. A message inside is a body of its own.
+    Specifiers, pointers and messengers stay behind: they mean something in one process only. */
+
+#include "platform/app/message.h"
+
+#include "platform/app/message_body.h"
+#include "platform/support/data_io.h"
+
+#include <bit>
+#include <cstring>
+
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "numbers are written as they lie in memory");
+
+constexpr char kMagic[4] = {'V', 'M', 'S', 'G'};
+constexpr uint32 kVersion = 1;
+constexpr size_t kHeaderSize = 12;
+constexpr int kMaxDepth = 32;
+constexpr size_t kMaxSize = size_t{64} << 20; // no record of ours comes near it
+
+using FlatBytes = std::string_view;
+
+class FlatWriter {
+public:
+  template <typename T>
+  void Number(T value) {
+    const char* bytes = reinterpret_cast<const char*>(&value);
+    fBytes.insert(fBytes.end(), bytes, bytes + sizeof value);
+  }
+  void Bytes(std::string_view bytes) { fBytes.insert(fBytes.end(), bytes.begin(), bytes.end()); }
+  void Sized(std::string_view bytes) {
+    Number(static_cast<uint32>(bytes.size()));
+    Bytes(bytes);
+  }
+  template <typename T>
+  void SizedNumber(T value) {
+    Number(static_cast<uint32>(sizeof value));
+    Number(value);
+  }
+  std::vector<char> Take() { return std::move(fBytes); }
+
+private:
+  std::vector<char> fBytes;
+};
+
+class FlatReader {
+public:
+  explicit FlatReader(std::string_view bytes) : fLeft(bytes) {}
+  template <typename T>
+  bool Number(T* value) {
+    if (fLeft.size() < sizeof *value) return false;
+    std::memcpy(value, fLeft.data(), sizeof *value);
+    fLeft.remove_prefix(sizeof *value);
+    return true;
+  }
+  bool Bytes(size_t count, std::string_view* bytes) {
+    if (fLeft.size() < count) return false;
+    *bytes = fLeft.substr(0, count);
+    fLeft.remove_prefix(count);
+    return true;
+  }
+  bool IsAtEnd() const { return fLeft.empty(); }
+  size_t Left() const { return fLeft.size(); }
+
+private:
+  std::string_view fLeft;
+};
+
+bool stays_behind(type_code type) {
+  return type == B_POINTER_TYPE || type == B_MESSENGER_TYPE;
+}
+
+template <typename T>
+bool read_exactly(std::string_view bytes, T* value) {
+  FlatReader reader(bytes);
+  return reader.Number(value) && reader.IsAtEnd();
+}
+
+std::string ref_bytes(const entry_ref& ref) {
+  return ref.directory + '\0' + ref.name;
+}
+
+bool read_ref(std::string_view bytes, entry_ref* ref) {
+  const size_t end = bytes.find('\0');
+  if (end == std::string_view::npos) return false;
+  *ref = {std::string(bytes.substr(0, end)), std::string(bytes.substr(end + 1))};
+  return true;
+}
+
+/** Bytes of a raw value are led by one that says whether the field's items are of one size. */
+std::string raw_bytes(const RawValue& raw) {
+  return std::string(1, raw.isFixedSize ? '\1' : '\0') + std::string(raw.bytes.begin(), raw.bytes.end());
+}
+
+template <typename T>
+bool read_number_into(std::string_view bytes, FieldValue* value) {
+  T number{};
+  if (!read_exactly(bytes, &number)) return false;
+  *value = number;
+  return true;
+}
+
+bool read_value(type_code type, std::string_view bytes, FieldValue* value) {
+  switch (type) {
+  case B_BOOL_TYPE: {
+    uint8 flag = 0;
+    if (!read_exactly(bytes, &flag)) return false;
+    *value = flag != 0;
+    return true;
+  }
+  case B_INT32_TYPE:
+    return read_number_into<int32>(bytes, value);
+  case B_INT64_TYPE:
+    return read_number_into<int64>(bytes, value);
+  case B_FLOAT_TYPE:
+    return read_number_into<float>(bytes, value);
+  case B_DOUBLE_TYPE:
+    return read_number_into<double>(bytes, value);
+  case B_POINT_TYPE:
+    return read_number_into<BPoint>(bytes, value);
+  case B_RECT_TYPE:
+    return read_number_into<BRect>(bytes, value);
+  case B_STRING_TYPE:
+    *value = std::string(bytes);
+    return true;
+  case B_REF_TYPE: {
+    entry_ref ref;
+    if (!read_ref(bytes, &ref)) return false;
+    *value = ref;
+    return true;
+  }
+  default:
+    if (bytes.empty() || stays_behind(type)) return false;
+    *value = RawValue{{bytes.begin() + 1, bytes.end()}, bytes.front() != '\0'};
+    return true;
+  }
+}
+
+struct ValueWriter {
+  FlatWriter* out;
+  void operator()(bool value) const { out->SizedNumber(static_cast<uint8>(value)); }
+  void operator()(int32 value) const { out->SizedNumber(value); }
+  void operator()(int64 value) const { out->SizedNumber(value); }
+  void operator()(float value) const { out->SizedNumber(value); }
+  void operator()(double value) const { out->SizedNumber(value); }
+  void operator()(BPoint value) const { out->SizedNumber(value); }
+  void operator()(const BRect& value) const { out->SizedNumber(value); }
+  void operator()(const std::string& value) const { out->Sized(value); }
+  void operator()(const entry_ref& value) const { out->Sized(ref_bytes(value)); }
+  void operator()(const RawValue& value) const { out->Sized(raw_bytes(value)); }
+  void operator()(const BMessage& value) const {
+    const std::vector<char> flat = value.Flatten();
+    out->Sized(std::string_view(flat.data() + kHeaderSize, flat.size() - kHeaderSize));
+  }
+  void operator()(const BMessenger&) const {}
+  void operator()(const void*) const {}
+};
+
+void write_field(const MessageField& field, FlatWriter* out) {
+  out->Number(field.type);
+  out->Number(static_cast<uint16>(field.name.size()));
+  out->Bytes(field.name);
+  out->Number(static_cast<uint32>(field.values.size()));
+  for (const FieldValue& value : field.values) std::visit(ValueWriter{out}, value);
+}
+
+} // namespace
+
+/** Reads bodies; a friend of the message by being part of it. */
+struct BMessage::BodyReader {
+  static bool ReadBody(FlatBytes bytes, int depth, BMessage* message) {
+    FlatReader reader(bytes);
+    uint32 fieldCount = 0;
+    if (depth > kMaxDepth || !reader.Number(&message->what) || !reader.Number(&fieldCount)) return false;
+    for (uint32 i = 0; i < fieldCount; ++i) {
+      MessageField field;
+      if (!ReadField(&reader, depth, &field) || message->HasField(field.name.c_str())) return false;
+      message->fBody->fields.push_back(std::move(field));
+    }
+    return reader.IsAtEnd();
+  }
+
+  static bool ReadField(FlatReader* reader, int depth, MessageField* field) {
+    uint16 nameLength = 0;
+    uint32 valueCount = 0;
+    FlatBytes name;
+    if (!reader->Number(&field->type) || !reader->Number(&nameLength) || !reader->Bytes(nameLength, &name) ||
+        !reader->Number(&valueCount) || name.find('\0') != FlatBytes::npos) {
+      return false;
+    }
+    field->name = name;
+    // Each value costs at least its length, so a false count ends with the bytes, not with the memory.
+    for (uint32 i = 0; i < valueCount; ++i) {
+      uint32 length = 0;
+      FlatBytes bytes;
+      FieldValue value;
+      if (!reader->Number(&length) || !reader->Bytes(length, &bytes) || !ReadValue(field->type, bytes, depth, &value)) {
+        return false;
+      }
+      field->values.push_back(std::move(value));
+    }
+    return valueCount > 0;
+  }
+
+  static bool ReadValue(type_code type, FlatBytes bytes, int depth, FieldValue* value) {
+    if (type != B_MESSAGE_TYPE) return read_value(type, bytes, value);
+    BMessage message;
+    if (!ReadBody(bytes, depth + 1, &message)) return false;
+    *value = std::move(message);
+    return true;
+  }
+};
+
+std::vector<char> BMessage::Flatten() const {
+  FlatWriter body;
+  uint32 fieldCount = 0;
+  for (const MessageField& field : fBody->fields) fieldCount += !stays_behind(field.type);
+  body.Number(what);
+  body.Number(fieldCount);
+  for (const MessageField& field : fBody->fields) {
+    if (!stays_behind(field.type)) write_field(field, &body);
+  }
+  const std::vector<char> bytes = body.Take();
+  FlatWriter whole;
+  whole.Bytes({kMagic, sizeof kMagic});
+  whole.Number(kVersion);
+  whole.Number(static_cast<uint32>(kHeaderSize + bytes.size()));
+  whole.Bytes({bytes.data(), bytes.size()});
+  return whole.Take();
+}
+
+ssize_t BMessage::FlattenedSize() const {
+  return static_cast<ssize_t>(Flatten().size());
+}
+
+status_t BMessage::Flatten(BPositionIO* stream) const {
+  const std::vector<char> bytes = Flatten();
+  for (size_t done = 0; done < bytes.size();) {
+    const ssize_t written = stream->Write(bytes.data() + done, bytes.size() - done);
+    if (written <= 0) return written < 0 ? static_cast<status_t>(written) : B_IO_ERROR;
+    done += static_cast<size_t>(written);
+  }
+  return B_OK;
+}
+
+status_t BMessage::Unflatten(const void* bytes, size_t size) {
+  *this = BMessage();
+  FlatReader reader({static_cast<const char*>(bytes), size});
+  FlatBytes magic;
+  uint32 version = 0;
+  uint32 total = 0;
+  if (!reader.Bytes(sizeof kMagic, &magic) || magic != FlatBytes(kMagic, sizeof kMagic) || !reader.Number(&version) ||
+      version != kVersion || !reader.Number(&total) || total < kHeaderSize || total > size) {
+    return B_BAD_VALUE;
+  }
+  FlatBytes body;
+  if (!reader.Bytes(total - kHeaderSize, &body) || !BodyReader::ReadBody(body, 0, this)) {
+    *this = BMessage();
+    return B_BAD_VALUE;
+  }
+  return B_OK;
+}
+
+status_t BMessage::Unflatten(BPositionIO* stream) {
+  *this = BMessage();
+  char header[kHeaderSize];
+  if (stream->Read(header, sizeof header) != static_cast<ssize_t>(sizeof header)) return B_BAD_VALUE;
+  uint32 total = 0;
+  std::memcpy(&total, header + 8, sizeof total);
+  off_t size = 0;
+  if (stream->GetSize(&size) != B_OK || total < kHeaderSize || total > kMaxSize || total > size) return B_BAD_VALUE;
+  std::vector<char> bytes(header, header + sizeof header);
+  bytes.resize(total);
+  for (size_t done = sizeof header; done < bytes.size();) {
+    const ssize_t count = stream->Read(bytes.data() + done, bytes.size() - done);
+    if (count <= 0) return B_BAD_VALUE;
+    done += static_cast<size_t>(count);
+  }
+  return Unflatten(bytes.data(), bytes.size());
+}

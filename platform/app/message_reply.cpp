@@ -1,0 +1,79 @@
+#include "platform/app/message.h"
+
+#include "platform/app/message_body.h"
+
+#include <chrono>
+
+bool ReplySlot::Put(const BMessage& answer) {
+  const std::lock_guard lock(fMutex);
+  if (fDone) return false;
+  fDone = true;
+  fAnswer = answer;
+  fArrived.notify_all();
+  return true;
+}
+
+std::optional<BMessage> ReplySlot::Take(bigtime_t timeout) {
+  std::unique_lock lock(fMutex);
+  const auto arrived = [this] { return fDone; };
+  if (timeout == B_INFINITE_TIMEOUT) {
+    fArrived.wait(lock, arrived);
+  } else {
+    fArrived.wait_for(lock, std::chrono::microseconds(timeout), arrived);
+  }
+  fDone = true; // a later answer finds nobody
+  return std::move(fAnswer);
+}
+
+BMessage::Envelope::~Envelope() {
+  if (slot) slot->Put(BMessage(B_NO_REPLY_CODE));
+}
+
+BMessenger BMessage::ReturnAddress() const {
+  return fEnvelope ? fEnvelope->replyTo : BMessenger();
+}
+bool BMessage::IsSourceWaiting() const {
+  return fEnvelope && fEnvelope->slot;
+}
+bool BMessage::IsSourceRemote() const {
+  return fEnvelope && fEnvelope->remote;
+}
+bool BMessage::WasDropped() const {
+  return fEnvelope && fEnvelope->dropped;
+}
+BPoint BMessage::DropPoint() const {
+  return fEnvelope ? fEnvelope->dropPoint : BPoint();
+}
+
+void BMessage::SetDropped(BPoint where) {
+  fEnvelope = std::make_shared<Envelope>();
+  fEnvelope->dropped = true;
+  fEnvelope->dropPoint = where;
+}
+
+status_t BMessage::SendReply(uint32 code) const {
+  const BMessage reply(code);
+  return SendReply(&reply);
+}
+
+status_t BMessage::SendReply(const BMessage* reply) const {
+  if (!fEnvelope) return B_NO_REPLY;
+  if (fEnvelope->slot) return fEnvelope->slot->Put(*reply) ? B_OK : B_BAD_PORT_ID;
+  if (!fEnvelope->replyTo.IsTargetLocal()) return B_NO_REPLY;
+  return fEnvelope->replyTo.SendMessage(reply, BMessenger(), 0);
+}
+
+void BMessage::Address(uint64 handlerToken, const BMessenger& replyTo, std::shared_ptr<ReplySlot> slot,
+                       std::shared_ptr<void> mark) {
+  auto envelope = std::make_shared<Envelope>();
+  envelope->handlerToken = handlerToken;
+  envelope->replyTo = replyTo;
+  envelope->slot = std::move(slot);
+  envelope->mark = std::move(mark);
+  if (fEnvelope) {
+    envelope->remote = fEnvelope->remote;
+    envelope->dropped = fEnvelope->dropped;
+    envelope->dropPoint = fEnvelope->dropPoint;
+  }
+  fEnvelope = std::move(envelope);
+}

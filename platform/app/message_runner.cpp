@@ -1,0 +1,123 @@
+#include "platform/app/message_runner.h"
+
+#include "platform/app/looper_core.h"
+#include "platform/app/message.h"
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <map>
+#include <mutex>
+#include <thread>
+
+using Clock = std::chrono::steady_clock;
+
+/** One runner's schedule; every field but the pending flag is guarded by the timer's mutex. */
+struct BMessageRunner::Beat {
+  BMessenger target;
+  BMessage message;
+  std::chrono::microseconds interval{};
+  int32 left = -1;
+  Clock::time_point next;
+  /** Set while the target's queue holds a beat: the flag's other owner travels in the message. */
+  std::weak_ptr<void> pending;
+};
+
+namespace {
+
+constexpr bigtime_t kShortestInterval = 1000;
+
+/** One thread that sleeps until the next beat of any runner. Started by the first runner, never ended: it holds no
+    code or data but this library's own. */
+class Timer {
+public:
+  using Beat = std::shared_ptr<BMessageRunner::Beat>;
+
+  static Timer& Instance() {
+    static Timer* const instance = new Timer;
+    return *instance;
+  }
+
+  void Add(const Beat& beat) {
+    const std::lock_guard lock(fMutex);
+    beat->next = Clock::now() + beat->interval;
+    fBeats.push_back(beat);
+    fChanged.notify_all();
+  }
+
+  void Remove(const Beat& beat) {
+    const std::lock_guard lock(fMutex);
+    std::erase(fBeats, beat);
+  }
+
+  template <typename Change>
+  void Alter(const Beat& beat, Change change) {
+    const std::lock_guard lock(fMutex);
+    change(beat.get());
+    beat->next = Clock::now() + beat->interval;
+    fChanged.notify_all();
+  }
+
+private:
+  Timer() { std::thread(&Timer::Loop, this).detach(); }
+
+  [[noreturn]] void Loop() {
+    std::unique_lock lock(fMutex);
+    for (;;) {
+      SendDue();
+      const auto soonest = std::min_element(fBeats.begin(), fBeats.end(),
+                                            [](const Beat& a, const Beat& b) { return a->next < b->next; });
+      if (soonest == fBeats.end()) {
+        fChanged.wait(lock);
+      } else {
+        const Clock::time_point next = (*soonest)->next;
+        fChanged.wait_until(lock, next);
+      }
+    }
+  }
+
+  // Posts with the mutex held, so that a runner's destructor can promise that nothing comes after it. Posting never
+  // waits here and calls nobody.
+  void SendDue() {
+    const Clock::time_point now = Clock::now();
+    for (const Beat& beat : fBeats) {
+      if (beat->next > now) continue;
+      beat->next = std::max(beat->next + beat->interval, now);
+      if (beat->left == 0 || !beat->pending.expired()) continue;
+      if (beat->left > 0) --beat->left;
+      const auto mark = std::make_shared<char>();
+      beat->pending = mark;
+      beat->target.SendMarked(beat->message, mark);
+    }
+  }
+
+  std::mutex fMutex;
+  std::condition_variable fChanged;
+  std::vector<Beat> fBeats;
+};
+
+} // namespace
+
+BMessageRunner::BMessageRunner(const BMessenger& target, const BMessage* message, bigtime_t interval, int32 count)
+    : fBeat(std::make_shared<Beat>()) {
+  fBeat->target = target;
+  fBeat->message = *message;
+  fBeat->interval = std::chrono::microseconds(std::max(interval, kShortestInterval));
+  fBeat->left = count;
+  Timer::Instance().Add(fBeat);
+}
+
+BMessageRunner::~BMessageRunner() {
+  Timer::Instance().Remove(fBeat);
+}
+
+status_t BMessageRunner::SetInterval(bigtime_t interval) {
+  Timer::Instance().Alter(
+      fBeat, [&](Beat* beat) { beat->interval = std::chrono::microseconds(std::max(interval, kShortestInterval)); });
+  return B_OK;
+}
+
+status_t BMessageRunner::SetCount(int32 count) {
+  Timer::Instance().Alter(fBeat, [&](Beat* beat) { beat->left = count; });
+  return B_OK;
+}

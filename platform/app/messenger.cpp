@@ -1,0 +1,81 @@
+#include "platform/app/messenger.h"
+
+#include "platform/app/looper_core.h"
+#include "platform/app/message_body.h"
+#include "platform/app/signatures.h"
+
+#include <algorithm>
+
+BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t* result) {
+  const BLooper* target = looper ? looper : (handler ? handler->Looper() : nullptr);
+  if (target != nullptr) {
+    fLooperToken = target->fCore->token;
+    if (handler && handler != target) fHandlerToken = handler->fToken;
+  }
+  if (result) *result = target ? B_OK : B_BAD_HANDLER;
+}
+
+BMessenger::BMessenger(const char* signature, status_t* result) {
+  *this = find_signature(signature ? signature : "");
+  if (result) *result = IsValid() ? B_OK : B_NAME_NOT_FOUND;
+}
+
+bool BMessenger::IsValid() const {
+  const auto core = token_registry::find_looper(fLooperToken);
+  return core && !core->IsClosed();
+}
+
+BHandler* BMessenger::Target(BLooper** looper) const {
+  const auto core = token_registry::find_looper(fLooperToken);
+  if (looper) *looper = core ? core->looper : nullptr;
+  if (!core) return nullptr;
+  if (fHandlerToken == 0) return core->looper;
+  const auto found = std::find_if(core->handlers.begin(), core->handlers.end(),
+                                  [this](const BHandler* h) { return h->fToken == fHandlerToken; });
+  return found == core->handlers.end() ? nullptr : *found;
+}
+
+bool BMessenger::LockTarget() const {
+  const auto core = token_registry::find_looper(fLooperToken);
+  return core && core->Lock(B_INFINITE_TIMEOUT) == B_OK;
+}
+
+status_t BMessenger::SendMessage(uint32 code, const BHandler* replyTo) const {
+  const BMessage message(code);
+  return SendMessage(&message, replyTo);
+}
+
+status_t BMessenger::SendMessage(const BMessage* message, const BHandler* replyTo, bigtime_t timeout) const {
+  return SendMessage(message, replyTo ? BMessenger(replyTo) : BMessenger(), timeout);
+}
+
+status_t BMessenger::SendMessage(const BMessage* message, const BMessenger& replyTo, bigtime_t timeout) const {
+  const auto core = token_registry::find_looper(fLooperToken);
+  if (!core) return B_BAD_PORT_ID;
+  BMessage copy(*message);
+  copy.Address(fHandlerToken, replyTo, nullptr);
+  return core->Post(std::move(copy), timeout);
+}
+
+status_t BMessenger::SendMessage(const BMessage* message, BMessage* reply, bigtime_t deliveryTimeout,
+                                 bigtime_t replyTimeout) const {
+  const auto core = token_registry::find_looper(fLooperToken);
+  if (!core) return B_BAD_PORT_ID;
+  const auto slot = std::make_shared<ReplySlot>();
+  BMessage copy(*message);
+  copy.Address(fHandlerToken, {}, slot);
+  const status_t status = core->Post(std::move(copy), deliveryTimeout);
+  if (status != B_OK) return status;
+  std::optional<BMessage> answer = slot->Take(replyTimeout);
+  if (!answer) return B_TIMED_OUT;
+  *reply = std::move(*answer);
+  return B_OK;
+}
+
+status_t BMessenger::SendMarked(const BMessage& message, std::shared_ptr<void> mark) const {
+  const auto core = token_registry::find_looper(fLooperToken);
+  if (!core) return B_BAD_PORT_ID;
+  BMessage copy(message);
+  copy.Address(fHandlerToken, {}, nullptr, std::move(mark));
+  return core->Post(std::move(copy), 0);
+}

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/app/messenger.h"
+
+#include <string>
+
+/** Which looper of this process answers to which signature. Any thread. */
+status_t add_signature(const std::string& signature, const BMessenger& target);
+status_t remove_signature(const std::string& signature);
+/** An invalid messenger when nobody living bears the signature. */
+BMessenger find_signature(const std::string& signature);

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "platform/support/types.h"
+
+/** The status code that stands for an errno value. */
+status_t status_of_errno(int error);
