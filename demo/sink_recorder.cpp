@@ -51,8 +51,10 @@ void TSinkRecorder::Connect() {
 
 void TSinkRecorder::OpenStream(const std::string& monitorName) {
   const pa_sample_spec spec{PA_SAMPLE_FLOAT32LE, kRate, 1};
+  // The sink renders in blocks of the shortest delay any client asks for; what it has rendered it also plays,
+  // so that a pause takes hold within one block.
   const pa_buffer_attr attr{static_cast<uint32_t>(-1), static_cast<uint32_t>(-1), static_cast<uint32_t>(-1),
-                            static_cast<uint32_t>(-1), kRate / 50 * sizeof(float)};
+                            static_cast<uint32_t>(-1), kRate / 200 * sizeof(float)};
   fStream = pa_stream_new(fContext, "what is heard", &spec, nullptr);
   pa_stream_set_read_callback(fStream, StreamReadable, this);
   pa_stream_set_latency_update_callback(fStream, LatencyUpdated, this);

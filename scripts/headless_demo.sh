@@ -8,29 +8,21 @@ bin=$1
 runs=${2:-1}
 out=$PWD/build/headless_demo
 . scripts/headless_demo_sound.sh
+. scripts/headless_demo_display.sh
 
 for program in Xvfb pulseaudio "$bin/sonivo" "$bin/sing"; do
   command -v "$program" >/dev/null || { echo "headless_demo.sh: $program is not there." >&2; exit 1; }
 done
 
 scratch=$(mktemp -d)
-display_pid= player_pid=
+player_pid=
 finish() {
   [ -n "$player_pid" ] && kill "$player_pid" 2>/dev/null
   stop_sound
-  [ -n "$display_pid" ] && kill "$display_pid" 2>/dev/null && wait "$display_pid" 2>/dev/null
+  stop_display
   rm -rf "$scratch"
 }
 trap finish EXIT
-
-start_display() {
-  mkfifo "$scratch/display"
-  Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/xvfb.log" &
-  display_pid=$!
-  read -r -t 20 number <"$scratch/display" || { cat "$scratch/xvfb.log" >&2; return 1; }
-  export DISPLAY=:$number QT_QPA_PLATFORM=xcb
-  unset WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS
-}
 
 # The program must end by itself when its windows are closed, and with success.
 end_player() {
@@ -69,7 +61,7 @@ summary() {
 }
 
 mkdir -p "$out"
-start_display
+start_display "$scratch"
 start_sound "$scratch/sound"
 echo "The song plays in real time; this takes about a minute${2:+ for each of $runs runs}."
 for run in $(seq "$runs"); do perform "$run"; done

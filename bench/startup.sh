@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# From exec to the editor's window on screen, beside an empty Qt 6 window: bench/startup.sh BIN-FOLDER [RUNS]
+# Medians, and the memory of each process once its window stands.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bin=$1
+runs=${2:-11}
+. scripts/headless_demo_display.sh
+scratch=$(mktemp -d)
+trap 'stop_display; rm -rf "$scratch"' EXIT
+start_display "$scratch"
+export XDG_CONFIG_HOME=$scratch/settings XDG_RUNTIME_DIR=$scratch
+cp demo/demo.txt "$scratch/demo.lrc"
+cp demo/demo.opus "$scratch/"
+
+measure() { "$bin/startup_time" "$runs" "$@"; }
+measure "An empty window" "$bin/startup_window" >/dev/null # both start from a warm file cache
+measure "Vesmo Editor" "$bin/sonivo" --edit "$scratch/demo.lrc" "$scratch/demo.opus" >/dev/null
+empty=$(measure "An empty window" "$bin/startup_window")
+editor=$(measure "Vesmo Editor" "$bin/sonivo" --edit "$scratch/demo.lrc" "$scratch/demo.opus")
+bare=$(measure "Vesmo Editor" "$bin/sonivo" --edit "$scratch/demo.lrc")
+
+row() { printf '%-34s %9s %11s %11s\n' "$1" "$2" "$3" "$4"; }
+ratio() { awk -v a="$1" -v b="$2" 'BEGIN { split(a, x); split(b, y); printf "%.2f %.2f %.2f", x[1] / y[1], x[2] / y[2], x[3] / y[3] }'; }
+row "median of $runs starts" "ms" "RSS kB" "PSS kB"
+# shellcheck disable=SC2086
+{
+  row "empty Qt 6 window" $empty
+  row "editor, with player and song" $editor
+  row "editor, with player, no song" $bare
+  row "ratio, with song" $(ratio "$editor" "$empty")
+  row "ratio, no song" $(ratio "$bare" "$empty")
+}
