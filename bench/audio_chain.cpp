@@ -3,6 +3,7 @@
 #include "bench/audio_errors.h"
 #include "bench/audio_signal.h"
 #include "bench/mpv_source.h"
+#include "bench/player_run.h"
 #include "demo/sink_recorder.h"
 
 #include <cstdio>
@@ -13,34 +14,55 @@
 namespace {
 
 constexpr const char* kUsage = "usage: audio_chain --noise FILE.wav | --clicks FILE.wav | --columns\n"
-                               "       audio_chain STRETCHER CONDITION TRACK   (TRACK named clicks… or noise…)";
+                               "       audio_chain STRETCHER CONDITION TRACK   (TRACK named clicks… or noise…)\n"
+                               "       audio_chain --player PROGRAM TRACK";
+constexpr double kPlayerSeconds = 15;
 
 std::string file_name(const std::string& path) {
   return path.substr(path.find_last_of('/') + 1);
 }
 
-void measure(const std::string& stretcher, const TCondition& condition, const std::string& path) {
-  const TSinkRecorder recorder("heard.monitor");
-  TMpvSource source(stretcher);
-  const auto probes = run_condition(condition, source, path);
-  recorder.WaitFor(clock_us() + 300'000);
-  const THeard heard{recorder.Samples(), recorder.StartUs()};
-  const auto errors = file_name(path).starts_with("clicks") ? click_errors(probes, heard, condition.speed)
-                                                            : noise_errors(probes, heard, condition.speed != 1);
-  std::printf("%-16s %-12s %-16s %s\n", file_name(path).c_str(), condition.name.c_str(),
-              condition.speed == 1 ? "-" : stretcher.c_str(), error_row(errors).c_str());
+void print_row(const std::string& path, const std::string& condition, const std::string& means, const TErrors& errors,
+               const TSinkRecorder& recorder) {
+  std::printf("%-16s %-12s %-16s %s\n", file_name(path).c_str(), condition.c_str(), means.c_str(),
+              error_row(errors).c_str());
   if (recorder.StartSpreadUs() > 1000)
     std::printf("  (the sound server's own clock was uncertain by %.1f ms)\n",
                 static_cast<double>(recorder.StartSpreadUs()) / 1000);
 }
 
+THeard finished_record(const TSinkRecorder& recorder) {
+  recorder.WaitFor(clock_us() + 300'000);
+  return {recorder.Samples(), recorder.StartUs()};
+}
+
+void measure_library(const std::string& stretcher, const TCondition& condition, const std::string& path) {
+  const TSinkRecorder recorder("heard.monitor");
+  TMpvSource source(stretcher);
+  const auto probes = run_condition(condition, source, path);
+  const auto heard = finished_record(recorder);
+  const auto errors = file_name(path).starts_with("clicks") ? click_errors(probes, heard, condition.speed)
+                                                            : noise_errors(probes, heard, condition.speed != 1);
+  print_row(path, condition.name, condition.speed == 1 ? "library" : stretcher, errors, recorder);
+}
+
+void measure_player(const std::string& player, const std::string& path) {
+  const TSinkRecorder recorder("heard.monitor");
+  const auto probes = probe_player(player, path, kPlayerSeconds);
+  print_row(path, "play", "player, protocol", noise_errors(probes, finished_record(recorder), false), recorder);
+}
+
 int run(const std::vector<std::string>& args) {
   if (args.size() == 1 && args[0] == "--columns")
-    return std::printf("%-16s %-12s %-16s %s\n", "track", "condition", "stretched by", kErrorColumns) < 0;
+    return std::printf("%-16s %-12s %-16s %s\n", "track", "condition", "by", kErrorColumns) < 0;
   if (args.size() == 2 && args[0] == "--noise") return !write_wav(args[1], timed_noise(kTrackSeconds));
   if (args.size() == 2 && args[0] == "--clicks") return !write_wav(args[1], click_track(kTrackSeconds));
+  if (args.size() == 3 && args[0] == "--player") {
+    measure_player(args[1], args[2]);
+    return 0;
+  }
   if (args.size() != 3) throw std::runtime_error(kUsage);
-  measure(args[0], parse_condition(args[1]), args[2]);
+  measure_library(args[0], parse_condition(args[1]), args[2]);
   return 0;
 }
 

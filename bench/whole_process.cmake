@@ -1,7 +1,17 @@
 # Programs measured from outside: the sound against the position, and the start of a window.
 if(TARGET heard_sound)
-  add_executable(audio_chain audio_chain.cpp audio_conditions.cpp audio_errors.cpp audio_signal.cpp mpv_source.cpp)
+  add_executable(audio_chain audio_chain.cpp audio_conditions.cpp audio_errors.cpp audio_signal.cpp mpv_source.cpp
+    player_run.cpp)
   target_link_libraries(audio_chain PRIVATE heard_sound)
+
+  add_executable(stamp_chain stamp_chain.cpp audio_signal.cpp)
+  target_link_libraries(stamp_chain PRIVATE heard_sound x_window)
+
+  # Not among the player's own plug-ins: stamp_chain.sh puts it beside a copy of the player.
+  add_library(gen_ChainProbe MODULE chain_probe.cpp)
+  set_target_properties(gen_ChainProbe PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden
+    LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/bench_plugins)
+  target_link_libraries(gen_ChainProbe PRIVATE vesmo_platform heard_sound)
 
   add_executable(startup_time startup_time.cpp)
   target_link_libraries(startup_time PRIVATE project_options PkgConfig::HEARD)

@@ -1,0 +1,105 @@
+// The whole way of a stamp: key through the window system, editor, protocol, player, tag in the saved file.
+// stamp_chain LYRICS: the player plays the noise track into the sink "heard" and has LYRICS, untagged lines, open in
+// its editor. Each key is pressed 3.1 or 6.9 ms after a hundredth of a second of the track is heard: the tag then
+// shows the hundredth that was being heard, unless the stamp was taken more than 3.1 ms too early or too late.
+#include "bench/audio_conditions.h"
+#include "bench/audio_signal.h"
+#include "demo/song_clock.h"
+#include "demo/sung_lines.h"
+#include "demo/x_window.h"
+
+#include <unistd.h>
+
+#include <cmath>
+#include <cstdio>
+#include <ctime>
+#include <exception>
+#include <stdexcept>
+
+namespace {
+
+constexpr long kHundredthMs = 10;
+constexpr double kEarlyPhaseMs = 3.1, kLatePhaseMs = 6.9;
+constexpr double kFirstPressSec = 4;
+constexpr double kPressEverySec = 0.17;
+
+void sleep_until(int64_t us) {
+  const timespec when{us / 1'000'000, us % 1'000'000 * 1000};
+  clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &when, nullptr);
+}
+
+double phase_of(size_t press) {
+  return press % 2 == 0 ? kEarlyPhaseMs : kLatePhaseMs;
+}
+
+std::vector<int64_t> press_often(size_t count, TSongClock& clock, TXWindow& editor) {
+  std::vector<int64_t> presses;
+  for (size_t i = 0; i < count; ++i) {
+    const auto hundredthMs =
+        std::lround((kFirstPressSec + static_cast<double>(i) * kPressEverySec) * 100) * kHundredthMs;
+    clock.Follow();
+    sleep_until(clock.HeardAtUs((static_cast<double>(hundredthMs) + phase_of(i)) / 1000));
+    presses.push_back(editor.Press("space"));
+  }
+  return presses;
+}
+
+/** How many presses of one kind got the tag they should. */
+struct TTally {
+  size_t right = 0, early = 0, late = 0, unknown = 0;
+  double sumMs = 0; ///< tag plus half a hundredth, minus heard
+};
+
+TTally tally(double phaseMs, const std::vector<int64_t>& presses, const std::vector<TSavedLine>& saved,
+             const TSongClock& clock) {
+  TTally result;
+  for (size_t i = 0; i < presses.size(); ++i) {
+    if (phase_of(i) != phaseMs) continue;
+    const auto heardSec = clock.SongSecAt(presses[i]);
+    if (!heardSec || i >= saved.size() || !saved[i].tagMs) {
+      ++result.unknown;
+      continue;
+    }
+    const double heardMs = *heardSec * 1000;
+    const long dueMs = std::lround(std::floor(heardMs / kHundredthMs)) * kHundredthMs;
+    (*saved[i].tagMs == dueMs ? result.right : *saved[i].tagMs < dueMs ? result.early : result.late) += 1;
+    result.sumMs += static_cast<double>(*saved[i].tagMs) + kHundredthMs / 2.0 - heardMs;
+  }
+  return result;
+}
+
+void print_row(const char* name, const TTally& result) {
+  const size_t known = result.right + result.early + result.late;
+  std::printf("%-26s %7zu %7zu %7zu %8zu %9.2f\n", name, result.right, result.early, result.late, result.unknown,
+              known ? result.sumMs / static_cast<double>(known) : 0.0);
+}
+
+bool measure(const char* lyrics) {
+  const TSinkRecorder recorder("heard.monitor");
+  TSongClock clock(timed_noise(kTrackSeconds), recorder);
+  TXWindow editor("Vesmo Editor", 30);
+  editor.Focus();
+  if (!clock.WaitForStart(20)) throw std::runtime_error("the track is not heard");
+  editor.Press("Home");
+  const auto presses = press_often(read_saved_lines(lyrics).size(), clock, editor);
+  usleep(500'000);
+  editor.Press("s", "Control_L");
+  usleep(1'500'000);
+  const auto saved = read_saved_lines(lyrics);
+  std::printf("%-26s %7s %7s %7s %8s %9s\n", "key pressed", "right", "early", "late", "unknown", "mean ms");
+  print_row("3.1 ms after a hundredth", tally(kEarlyPhaseMs, presses, saved, clock));
+  print_row("6.9 ms after a hundredth", tally(kLatePhaseMs, presses, saved, clock));
+  return saved.size() == presses.size();
+}
+
+} // namespace
+
+int main(int argCount, char** args) {
+  try {
+    if (argCount != 2) throw std::runtime_error("usage: stamp_chain LYRICS");
+    return measure(args[1]) ? 0 : 1;
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "stamp_chain: %s\n", failure.what());
+    return 1;
+  }
+}
