@@ -37,7 +37,7 @@ end_player() {
   local status=0
   wait "$player_pid" || status=$?
   player_pid=
-  [ "$status" -eq 0 ] || { echo "The player ended with $status." >&2; return 1; }
+  [ "$status" -eq 0 ] || { echo "The player ended with status $status." >&2; return 1; }
 }
 
 # One performance in a folder and with settings of its own.
@@ -49,7 +49,7 @@ perform() {
   XDG_CONFIG_HOME=$work/settings "$bin/sonivo" --edit "$work/demo.lrc" "$work/demo.opus" 2>"$work/player.log" &
   player_pid=$!
   "$bin/sing" "$work/demo.opus" demo/demo.times "$work/demo.lrc" "$out/window.png" "$scratch/errors" || status=1
-  [ "$status" -ne 0 ] || end_player || status=1
+  if [ "$status" -eq 0 ] || ! kill -0 "$player_pid" 2>/dev/null; then end_player || status=1; fi
   [ "$status" -eq 0 ] || { echo "The player said:"; cat "$work/player.log"; } >&2
   cp "$work/demo.lrc" "$work/player.log" "$out/"
   return "$status"
@@ -63,7 +63,7 @@ summary() {
 mkdir -p "$out"
 start_display "$scratch"
 start_sound "$scratch/sound"
-echo "The song plays in real time; this takes about a minute${2:+ for each of $runs runs}."
+echo "The song plays in real time: about a minute a run."
 for run in $(seq "$runs"); do perform "$run"; done
 [ "$runs" -eq 1 ] || summary
 echo "Picture of the windows: $out/window.png"

@@ -1,0 +1,63 @@
+#include "demo/locate_sound.h"
+
+#include "bench/audio_signal.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr size_t kShift = 4321;
+
+/** The track as a recording that began `kShift` samples into it, quieter and with other sound mixed in. */
+std::vector<float> recording(const std::vector<float>& track) {
+  std::vector<float> heard(track.begin() + kShift, track.end());
+  for (size_t i = 0; i < heard.size(); ++i)
+    heard[i] = 0.3F * heard[i] + 0.01F * static_cast<float>(std::sin(0.05 * static_cast<double>(i)));
+  return heard;
+}
+
+double second_of(size_t sample) {
+  return static_cast<double>(sample) / kSignalRate;
+}
+
+TEST(LocateSound, FindsQuietAndDisturbedSoundToTheSample) {
+  const auto track = timed_noise(2);
+  const auto heard = recording(track);
+  for (const size_t middle : {2000U, 30000U, 60000U}) {
+    const auto place = locate(track, heard, middle, {second_of(middle), 0.2, 1024});
+    ASSERT_TRUE(place);
+    EXPECT_DOUBLE_EQ(place->seconds, second_of(middle + kShift));
+    EXPECT_GT(place->likeness, 0.9);
+  }
+}
+
+TEST(LocateSound, SoundThatIsNotInTheTrackIsUnlikeIt) {
+  const auto track = timed_noise(2);
+  const std::vector<float> other(timed_noise(4).begin() + 3 * kSignalRate, timed_noise(4).end());
+  const auto place = locate(track, other, 20000, {1, 0.5, 1024});
+  ASSERT_TRUE(place);
+  EXPECT_LT(place->likeness, 0.5);
+}
+
+TEST(LocateSound, SilenceAndWindowsOutsideTheRecordingHaveNoPlace) {
+  const auto track = timed_noise(2);
+  const std::vector<float> silence(track.size());
+  EXPECT_FALSE(locate(track, silence, 20000, {1, 0.5, 1024}));
+  EXPECT_FALSE(locate(track, track, 100, {1, 0.5, 1024}));
+  EXPECT_FALSE(locate(track, track, track.size() - 100, {1, 0.5, 1024}));
+}
+
+TEST(LoudestClick, IsFoundWhereTheTrackHasIt) {
+  const auto clicks = click_track(3);
+  for (const double at : click_times(3)) {
+    const auto middle = static_cast<size_t>(std::lround(at * kSignalRate));
+    const auto found = loudest_click(clicks, middle - 2500, middle + 2800);
+    ASSERT_TRUE(found);
+    EXPECT_NEAR(static_cast<double>(*found), static_cast<double>(middle), 0.0003 * kSignalRate);
+  }
+}
+
+} // namespace

@@ -1,0 +1,43 @@
+#include "demo/sung_lines.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+namespace {
+
+class SungLines : public testing::Test {
+protected:
+  std::string Written(const std::string& text) {
+    std::ofstream(fPath) << text;
+    return fPath;
+  }
+  void TearDown() override { std::filesystem::remove(fPath); }
+
+  const std::string fPath = testing::TempDir() + "sung_lines_" + std::to_string(getpid());
+};
+
+TEST_F(SungLines, OnlyAWholeExtendedTagCounts) {
+  const auto lines = read_saved_lines(Written("[01:02:03]いろは\n[01:02]standard\nplain\n[00:05:7]short\n"));
+  ASSERT_EQ(lines.size(), 4U);
+  EXPECT_EQ(lines[0].tagMs, 62030);
+  EXPECT_EQ(lines[0].text, "いろは");
+  for (size_t i = 1; i < lines.size(); ++i) EXPECT_FALSE(lines[i].tagMs) << lines[i].text;
+  EXPECT_EQ(lines[2].text, "plain");
+}
+
+TEST_F(SungLines, TrueTimesKeepTheTextBehindTheTab) {
+  const auto lines = read_true_times(Written("5736\tWho has seen the wind?\n8604\tNeither I nor you:\n"));
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[1].trueMs, 8604);
+  EXPECT_EQ(lines[1].text, "Neither I nor you:");
+}
+
+TEST_F(SungLines, AFileWithoutTimesIsAnError) {
+  EXPECT_THROW(read_true_times(Written("no tab here\n")), std::runtime_error);
+  EXPECT_THROW(read_true_times("/nonexistent/demo.times"), std::runtime_error);
+}
+
+} // namespace
