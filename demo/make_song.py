@@ -198,7 +198,7 @@ def main():
     with tempfile.TemporaryDirectory() as scratch:
         voices = [speak(voice, said or shown, scratch) for _, _, voice, shown, said in LINES]
         for start, voice, after in zip(times, voices, times[1:] + [10 ** 9]):
-            mix.add(start, voice, 0.62)
+            mix.add(start, voice, 1.5)
             if start + len(voice) * 1000 / RATE > after:
                 sys.exit(f"The line at {start} ms runs into the next one.")
         mix.write(os.path.join(scratch, "song.wav"))
