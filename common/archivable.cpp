@@ -1,0 +1,77 @@
+#include "common/archivable.h"
+
+#include "platform/app/message.h"
+#include "platform/storage/entry.h"
+#include "platform/storage/file.h"
+
+#include <cstdio>
+#include <cstring>
+
+namespace koreva {
+
+bool TArchivable::Archive(BMessage*) {
+  return true;
+}
+bool TArchivable::Unarchive(const BMessage&) {
+  return true;
+}
+
+bool TArchivable::Load(const BEntry& entry) {
+  BFile file(&entry, B_READ_ONLY);
+  BMessage archive;
+  if (file.InitCheck() != B_OK || !file.IsRegular() || archive.Unflatten(&file) != B_OK) return false;
+  return Unarchive(archive);
+}
+
+bool TArchivable::Save(const BEntry& entry) {
+  entry_ref ref;
+  BMessage archive;
+  if (entry.GetRef(&ref) != B_OK || !Archive(&archive)) return false;
+  const std::string path = ref.FullPath();
+  const std::string written = path + ".new";
+  {
+    BFile file(written.c_str(), B_WRITE_ONLY | B_CREATE_FILE | B_ERASE_FILE);
+    if (file.InitCheck() != B_OK || archive.Flatten(&file) != B_OK || file.Sync() != B_OK) return false;
+  }
+  return std::rename(written.c_str(), path.c_str()) == 0;
+}
+
+status_t TArchivable::Find(const BMessage& archive, const char* name, bool* value, int32 index) {
+  return archive.FindBool(name, index, value);
+}
+status_t TArchivable::Find(const BMessage& archive, const char* name, int32* value, int32 index) {
+  return archive.FindInt32(name, index, value);
+}
+status_t TArchivable::Find(const BMessage& archive, const char* name, int64* value, int32 index) {
+  return archive.FindInt64(name, index, value);
+}
+status_t TArchivable::Find(const BMessage& archive, const char* name, float* value, int32 index) {
+  return archive.FindFloat(name, index, value);
+}
+status_t TArchivable::Find(const BMessage& archive, const char* name, double* value, int32 index) {
+  return archive.FindDouble(name, index, value);
+}
+status_t TArchivable::Find(const BMessage& archive, const char* name, std::string* value, int32 index) {
+  return archive.FindString(name, index, value);
+}
+status_t TArchivable::Find(const BMessage& archive, const char* name, BRect* value, int32 index) {
+  return archive.FindRect(name, index, value);
+}
+status_t TArchivable::Find(const BMessage& archive, const char* name, entry_ref* value, int32 index) {
+  return archive.FindRef(name, index, value);
+}
+status_t TArchivable::Find(const BMessage& archive, const char* name, BMessage* value, int32 index) {
+  return archive.FindMessage(name, index, value);
+}
+
+status_t TArchivable::Find(const BMessage& archive, const char* name, rgb_color* value, int32 index) {
+  const void* bytes = nullptr;
+  ssize_t size = 0;
+  const status_t status = archive.FindData(name, B_RAW_TYPE, index, &bytes, &size);
+  if (status != B_OK) return status;
+  if (size != sizeof *value) return B_BAD_TYPE;
+  std::memcpy(value, bytes, sizeof *value);
+  return B_OK;
+}
+
+} // namespace koreva

@@ -1,0 +1,110 @@
+#include "language/llt.h"
+
+#include "common/ini_file.h"
+#include "language/builtin_texts.h"
+#include "language/text_escapes.h"
+#include "platform/storage/resources.h"
+#include "platform/support/data_io.h"
+
+#include <atomic>
+#include <utility>
+#include <vector>
+
+TLLT* gLLT = nullptr;
+
+namespace {
+
+constexpr int kLineLength = 2048;
+constexpr const char* kHeader = "LLT File Format 100";
+constexpr const char* kMissingText = "! ERROR !";
+/** A window relabels within moments of a reload; texts of as many reloads stay good. */
+constexpr size_t kKeptTables = 8;
+
+std::atomic<void (*)(const char*, const char*, const char*)> gMissingKeyAlert{nullptr};
+
+bool has_right_header(TIniFile* file, std::vector<char>* buffer) {
+  file->ChangeSection("Informations");
+  return file->ReadValue("Header", buffer->data()) && std::string_view(buffer->data()) == kHeader;
+}
+
+void read_into(TIniFile* file, const char* key, std::vector<char>* buffer, std::string* text) {
+  if (file->ReadValue(key, buffer->data())) *text = buffer->data();
+}
+
+} // namespace
+
+TLLT::TLLT() : fTable(std::make_shared<TTable>()) {}
+TLLT::TLLT(const TLLT& other) : fTable(other.Snapshot()), fShowMissing(other.fShowMissing) {}
+
+TLLT& TLLT::operator=(const TLLT& other) {
+  if (this == &other) return *this;
+  Replace(other.Snapshot());
+  fShowMissing = other.fShowMissing;
+  return *this;
+}
+
+std::shared_ptr<const TLLT::TTable> TLLT::Snapshot() const {
+  const std::lock_guard lock(fMutex);
+  return fTable;
+}
+
+void TLLT::Replace(std::shared_ptr<const TTable> table) {
+  const std::lock_guard lock(fMutex);
+  fReplaced.push_back(std::exchange(fTable, std::move(table)));
+  if (fReplaced.size() > kKeptTables) fReplaced.pop_front();
+}
+
+int32 TLLT::Load(const char* path) {
+  TIniFile file(path, B_READ_ONLY, kLineLength);
+  return Load(&file);
+}
+
+int32 TLLT::Load(const BResources* resources, int32 id) {
+  const BResources builtIn = builtin_resources();
+  size_t size = 0;
+  const void* const bytes = (resources ? resources : &builtIn)->LoadResource(B_STRING_TYPE, id, &size);
+  if (bytes == nullptr) return -1;
+  BMemoryIO stream(bytes, size);
+  TIniFile file(&stream, kLineLength);
+  return Load(&file);
+}
+
+int32 TLLT::Load(TIniFile* file) {
+  std::vector<char> buffer(kLineLength + 1);
+  if (!has_right_header(file, &buffer)) return -1;
+  auto table = std::make_shared<TTable>(*Snapshot());
+  read_into(file, "Language", &buffer, &table->language);
+  read_into(file, "Writer", &buffer, &table->writer);
+  read_into(file, "SpecialThanks", &buffer, &table->specialThanks);
+  file->ChangeSection("Data");
+  BList keys;
+  const int32 count = file->EnumKeys(&keys);
+  for (int32 i = 0; i < count; ++i) {
+    const char* const key = static_cast<const char*>(keys.ItemAt(i));
+    std::string& text = table->texts[key];
+    read_into(file, key, &buffer, &text);
+    decode_escapes(&text);
+  }
+  resolve_references(&table->texts);
+  Replace(std::move(table));
+  return 0;
+}
+
+const char* TLLT::Text(const char* key) const {
+  const auto table = Snapshot();
+  const auto found = table->texts.find(key);
+  // The table outlives this call: it is the current one or among those kept.
+  if (found != table->texts.end()) return found->second.c_str();
+  const auto show = gMissingKeyAlert.load();
+  if (fShowMissing && show) show("TLLT::Text", key, "OK");
+  return kMissingText;
+}
+
+std::shared_ptr<const TLLT::TMap> TLLT::TextMap() const {
+  const auto table = Snapshot();
+  return {table, &table->texts};
+}
+
+void TLLT::SetMissingKeyAlert(void (*show)(const char*, const char*, const char*)) {
+  gMissingKeyAlert = show;
+}

@@ -1,0 +1,78 @@
+#include "language/load_language.h"
+
+#include "common/app_info.h"
+#include "language/builtin_texts.h"
+#include "language/llt.h"
+#include "platform/kernel/threads.h"
+#include "platform/storage/directory.h"
+#include "platform/storage/path.h"
+#include "platform/support/log.h"
+#include "plugin/app_privacy.h"
+#include "plugin/pref.h"
+
+#include <atomic>
+
+namespace {
+
+constexpr int kTries = 10;
+constexpr bigtime_t kPauseUs = 20000;
+
+std::atomic<void (*)(const char*, const char*, const char*)> gShowFailure{nullptr};
+
+/** Only the file name of what is stored counts: languages lie beside the plug-in. */
+std::string language_path(const std::string& pluginPath, const std::string& stored) {
+  const size_t folderEnd = pluginPath.rfind('/') + 1;
+  const size_t nameStart = stored.rfind('/') + 1;
+  return pluginPath.substr(0, folderEnd) + "Language/" + stored.substr(nameStart);
+}
+
+bool load_with_patience(const std::string& path) {
+  for (int i = 0; i < kTries; ++i) {
+    if (gLLT->Load(path.c_str()) == 0) return true;
+    snooze(kPauseUs);
+  }
+  return false;
+}
+
+void show_failure(const std::string& path) {
+  const std::string text = "Can't load language file:\n" + path;
+  const std::string caption = std::string("* ") + gAppName + " *";
+  const auto show = gShowFailure.load();
+  if (show) return show(text.c_str(), caption.c_str(), "U - Understand");
+  log_error(gAppName, text);
+}
+
+} // namespace
+
+void set_language_alert(void (*show)(const char*, const char*, const char*)) {
+  gShowFailure = show;
+}
+
+bool load_language(const char* pluginPath) {
+  *gLLT = TLLT();
+  TPrefValues values = *gPref->Values();
+  if (values.languageFile.empty()) {
+    const BResources builtIn = builtin_resources();
+    gLLT->Load(&builtIn, kBuiltinTextsId);
+  } else {
+    values.languageFile = language_path(pluginPath, values.languageFile);
+    gPref->SetValues(values);
+    if (!load_with_patience(values.languageFile)) show_failure(values.languageFile);
+  }
+  if (gAppPrivacy) gAppPrivacy->UpdateLanguageInfos();
+  return true;
+}
+
+void get_lang_files(const char* folder, std::map<std::string, std::string>* files) {
+  BDirectory directory(folder);
+  BEntry entry;
+  TLLT table; // one for all: a file without a language name takes the name before it
+  while (directory.GetNextEntry(&entry, true) == B_OK) {
+    BPath path;
+    if (entry.GetPath(&path) != B_OK) continue;
+    const std::string name = path.Path();
+    // The first "llt" of the whole path is to be its end.
+    if (name.size() < 3 || name.find("llt") != name.size() - 3) continue;
+    if (table.Load(path.Path()) == 0) (*files)[table.LanguageName()] = name;
+  }
+}

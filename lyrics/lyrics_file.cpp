@@ -1,0 +1,157 @@
+#include "lyrics/lyrics_file.h"
+
+#include "common/koreva.h"
+#include "platform/storage/file.h"
+#include "platform/support/text_encoding.h"
+#include "plugin/pref.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+namespace {
+
+constexpr off_t kMaxFileSize = off_t{1} << 30;
+
+/** Bytes that nobody has to fill before they are read into. */
+struct TBytes {
+  explicit TBytes(size_t capacity) : data(new char[capacity + 1]) {}
+  std::unique_ptr<char[]> data;
+  size_t length = 0;
+};
+
+/** The file up to its first NUL, ended by one; null when it cannot be read. */
+std::unique_ptr<TBytes> read_text(const entry_ref& ref) {
+  BFile file(&ref, B_READ_ONLY);
+  off_t size = 0;
+  if (file.InitCheck() != B_OK || !file.IsRegular() || file.GetSize(&size) != B_OK || size > kMaxFileSize) return {};
+  auto bytes = std::make_unique<TBytes>(static_cast<size_t>(size));
+  while (bytes->length < static_cast<size_t>(size)) {
+    const ssize_t count = file.Read(bytes->data.get() + bytes->length, static_cast<size_t>(size) - bytes->length);
+    if (count < 0) return {};
+    if (count == 0) break; // the file became shorter meanwhile
+    bytes->length += static_cast<size_t>(count);
+  }
+  bytes->data[bytes->length] = '\0';
+  bytes->length = std::strlen(bytes->data.get());
+  return bytes;
+}
+
+/** CR becomes LF, or is dropped, in place; the text only ever gets shorter. */
+void unify_line_ends(TBytes* text, long crType) {
+  char* const start = text->data.get();
+  char* const end = start + text->length;
+  if (crType == 2) {
+    std::replace(start, end, '\r', '\n');
+  } else {
+    text->length = static_cast<size_t>(std::remove(start, end, '\r') - start);
+    start[text->length] = '\0';
+  }
+}
+
+/** The text in UTF-8: converted, or as it is. A doubled buffer is all that converted text may fill. */
+std::unique_ptr<TBytes> to_utf8(std::unique_ptr<TBytes> text, long encoding) {
+  if (encoding == 0) return text;
+  auto converted = std::make_unique<TBytes>(text->length * 2);
+  size_t sourceLength = text->length;
+  size_t length = text->length * 2;
+  const auto converter = static_cast<uint32>(cvt_enum_ec_to_bconv(encoding));
+  if (convert_to_utf8(converter, text->data.get(), &sourceLength, converted->data.get(), &length) != B_OK) return text;
+  converted->data[length] = '\0';
+  converted->length = length;
+  return converted;
+}
+
+void split_lines(std::string_view text, std::list<std::string>* lines) {
+  while (!text.empty()) {
+    const size_t end = text.find('\n');
+    lines->emplace_back(text.substr(0, end));
+    if (end == std::string_view::npos) break;
+    text.remove_prefix(end + 1);
+  }
+}
+
+std::string_view line_end_of(long crType) {
+  switch (crType) {
+  case 0:
+    return "\n";
+  case 1:
+    return "\r\n";
+  case 2:
+    return "\r";
+  default:
+    return "";
+  }
+}
+
+/** One UTF-8 text: every line and its line end. */
+std::string joined(const std::list<std::string>& lines, std::string_view lineEnd) {
+  size_t length = 0;
+  for (const std::string& line : lines) length += line.size() + lineEnd.size();
+  std::string text;
+  text.reserve(length + 1); // and the NUL that UTF-8 ends with
+  for (const std::string& line : lines) text.append(line).append(lineEnd);
+  return text;
+}
+
+} // namespace
+
+bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crType, long* encoding) {
+  const long wanted = gPref ? gPref->Values()->readEncoding : kDetectEncoding;
+  return load_lyrics_as(wanted, file, lines, crType, encoding);
+}
+
+bool load_lyrics_as(long readEncoding, const entry_ref& file, std::list<std::string>* lines, long* crType,
+                    long* encoding) {
+  std::unique_ptr<TBytes> text = read_text(file);
+  if (!text) return false;
+  *crType = koreva::detect_cr_type(text->data.get());
+  *encoding = readEncoding == kDetectEncoding ? koreva::detect_charset(text->data.get()) : readEncoding;
+  unify_line_ends(text.get(), *crType);
+  text = to_utf8(std::move(text), *encoding);
+  text_to_lines(text->data.get(), lines);
+  return true;
+}
+
+void text_to_lines(const char* text, std::list<std::string>* lines) {
+  lines->clear();
+  split_lines(text, lines);
+}
+
+std::string lines_to_bytes(const std::list<std::string>& lines, long crType, long encoding) {
+  std::string text = joined(lines, line_end_of(crType));
+  if (encoding != 0) {
+    std::string converted(worst_case_from_utf8(text.size()), '\0');
+    size_t sourceLength = text.size();
+    size_t length = converted.size();
+    const auto converter = static_cast<uint32>(cvt_enum_ec_to_bconv(encoding));
+    if (convert_from_utf8(converter, text.data(), &sourceLength, converted.data(), &length) == B_OK) {
+      converted.resize(length);
+      return converted;
+    }
+  }
+  text.push_back('\0');
+  return text;
+}
+
+unsigned long cvt_enum_ec_to_bconv(long encoding) {
+  switch (encoding) {
+  case 0:
+    return B_UNICODE_CONVERSION;
+  case 1:
+    return B_SJIS_CONVERSION;
+  case 2:
+    return B_JIS_CONVERSION;
+  default:
+    return 0;
+  }
+}
+
+long cvt_enum_bconv_to_ec(unsigned long converter) {
+  return converter == B_JIS_CONVERSION ? 2 : converter == B_SJIS_CONVERSION ? 1 : 0;
+}
+
+long cvt_enum_cr_type_to_ct(long crType) {
+  return crType == 1 || crType == 2 ? crType : 0;
+}

@@ -1,0 +1,265 @@
+#include "platform/support/text_encoding.h"
+
+#include "platform/support/japanese_tables.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr char kEscape = 0x1B;
+
+unsigned char byte_at(const char* at) {
+  return static_cast<unsigned char>(*at);
+}
+
+/** Where the run of ASCII that begins at `at` ends. */
+const char* ascii_end(const char* at, const char* end) {
+  constexpr uint64 kTopBits = 0x8080808080808080;
+  for (; end - at >= 8; at += 8) {
+    uint64 word = 0;
+    std::memcpy(&word, at, sizeof word);
+    if ((word & kTopBits) != 0) break;
+  }
+  while (at != end && byte_at(at) < 0x80) ++at;
+  return at;
+}
+
+/** The destination of a conversion. */
+class Output {
+public:
+  Output(char* start, size_t size) : fStart(start), fAt(start), fEnd(start + size) {}
+
+  bool Put(const char* bytes, size_t count) {
+    if (Room() < count) return false;
+    std::memcpy(fAt, bytes, count);
+    fAt += count;
+    return true;
+  }
+  bool Put(char byte) { return Put(&byte, 1); }
+  /** As many of the bytes as fit; returns how many. */
+  size_t PutSome(const char* bytes, size_t count) {
+    count = Room() < count ? Room() : count;
+    Put(bytes, count);
+    return count;
+  }
+  bool PutUtf8(uint16_t unit) {
+    if (unit < 0x80) return Put(static_cast<char>(unit));
+    const char two[] = {static_cast<char>(0xC0 | unit >> 6), static_cast<char>(0x80 | (unit & 0x3F))};
+    if (unit < 0x800) return Put(two, 2);
+    const char three[] = {static_cast<char>(0xE0 | unit >> 12), static_cast<char>(0x80 | (unit >> 6 & 0x3F)),
+                          static_cast<char>(0x80 | (unit & 0x3F))};
+    return Put(three, 3);
+  }
+  size_t Room() const { return static_cast<size_t>(fEnd - fAt); }
+  size_t Made() const { return static_cast<size_t>(fAt - fStart); }
+
+private:
+  char* fStart;
+  char* fAt;
+  char* fEnd;
+};
+
+/** The source of a conversion. */
+struct Input {
+  const char* at;
+  const char* end;
+  size_t Left() const { return static_cast<size_t>(end - at); }
+};
+
+struct Character {
+  uint32 code = 0; // 0: broken
+  size_t length = 1;
+};
+
+/** The UTF-8 character at the start; a broken piece is as long as what can belong together. */
+Character next_utf8(const Input& in) {
+  const unsigned char lead = byte_at(in.at);
+  const size_t length = lead < 0x80 ? 1 : lead >= 0xF0 && lead < 0xF5 ? 4 : lead >= 0xE0 ? 3 : 2;
+  if (lead < 0x80) return {lead, 1};
+  if (lead < 0xC2 || lead > 0xF4) return {0, 1};
+  uint32 code = lead & (0x7FU >> length);
+  for (size_t i = 1; i < length; ++i) {
+    if (i >= in.Left() || (byte_at(in.at + i) & 0xC0) != 0x80) return {0, i};
+    code = code << 6 | (byte_at(in.at + i) & 0x3F);
+  }
+  const bool overlong = (length == 3 && code < 0x800) || (length == 4 && code < 0x10000);
+  const bool outside = code > 0x10FFFF || (code >= 0xD800 && code < 0xE000);
+  return {overlong || outside ? 0 : code, length};
+}
+
+void from_sjis(Input* in, Output* out, char substitute) {
+  const JapaneseTables& tables = japanese_tables();
+  while (in->at != in->end) {
+    const char* const run = ascii_end(in->at, in->end);
+    in->at += out->PutSome(in->at, static_cast<size_t>(run - in->at));
+    if (in->at != run || run == in->end) return;
+    const unsigned char lead = byte_at(in->at);
+    size_t length = 1;
+    uint16_t unit = tables.fromSjis[0][lead];
+    const bool isLead = (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC);
+    if (isLead && in->Left() > 1) {
+      const unsigned char trail = byte_at(in->at + 1);
+      // A byte that cannot be a trail (a line end above all) is no part of the broken pair.
+      if (trail >= 0x40 && trail != 0x7F && trail <= 0xFC) length = 2;
+      unit = length == 2 ? tables.fromSjis[lead][trail] : uint16_t{0};
+    }
+    if (!(unit != 0 ? out->PutUtf8(unit) : out->Put(substitute))) return;
+    in->at += length;
+  }
+}
+
+enum class JisSet { kAscii, kRoman, kKana, kDouble };
+
+struct JisEscape {
+  const char* bytes;
+  JisSet set;
+};
+constexpr JisEscape kReadEscapes[] = {{"\x1B(B", JisSet::kAscii},
+                                      {"\x1B(J", JisSet::kRoman},
+                                      {"\x1B(I", JisSet::kKana},
+                                      {"\x1B$@", JisSet::kDouble},
+                                      {"\x1B$B", JisSet::kDouble}};
+constexpr size_t kEscapeLength = 3;
+
+bool read_escape(Input* in, JisSet* set) {
+  if (in->Left() < kEscapeLength) return false;
+  for (const JisEscape& escape : kReadEscapes) {
+    if (std::memcmp(in->at, escape.bytes, kEscapeLength) != 0) continue;
+    *set = escape.set;
+    in->at += kEscapeLength;
+    return true;
+  }
+  return false;
+}
+
+/** The character at the start in that set. */
+Character next_jis(const Input& in, JisSet set, const JapaneseTables& tables) {
+  const unsigned char byte = byte_at(in.at);
+  if (byte >= 0x80 || byte == kEscape) return {0, 1};
+  if (byte <= 0x20 || byte == 0x7F) return {byte, 1}; // control characters and the blank belong to every set
+  switch (set) {
+  case JisSet::kAscii:
+    return {byte, 1};
+  case JisSet::kRoman:
+    return {byte == 0x5C ? 0xA5U : byte == 0x7E ? 0x203EU : byte, 1};
+  case JisSet::kKana:
+    return {byte <= 0x5F ? 0xFF61U + (byte - 0x21U) : 0, 1};
+  case JisSet::kDouble:
+    break;
+  }
+  const unsigned char second = in.Left() > 1 ? byte_at(in.at + 1) : 0;
+  if (second < 0x21 || second > 0x7E) return {0, 1};
+  return {tables.fromJis[byte - 0x21U][second - 0x21U], 2};
+}
+
+void from_jis(Input* in, Output* out, char substitute) {
+  const JapaneseTables& tables = japanese_tables();
+  JisSet set = JisSet::kAscii;
+  while (in->at != in->end) {
+    if (byte_at(in->at) == kEscape && read_escape(in, &set)) continue;
+    const Character next = next_jis(*in, set, tables);
+    // A real NUL is a character; 0 stands for a broken piece everywhere else.
+    const bool isNul = *in->at == '\0';
+    const bool put = next.code != 0 || isNul ? out->PutUtf8(static_cast<uint16_t>(next.code)) : out->Put(substitute);
+    if (!put) return;
+    if (*in->at == '\n' || *in->at == '\r') set = JisSet::kAscii;
+    in->at += next.length;
+  }
+}
+
+void to_sjis(Input* in, Output* out, char substitute) {
+  const JapaneseTables& tables = japanese_tables();
+  while (in->at != in->end) {
+    const char* const run = ascii_end(in->at, in->end);
+    in->at += out->PutSome(in->at, static_cast<size_t>(run - in->at));
+    if (in->at != run || run == in->end) return;
+    const Character next = next_utf8(*in);
+    const uint16_t code = next.code < 0x10000 ? tables.toSjis[next.code] : uint16_t{0};
+    const char pair[] = {static_cast<char>(code >> 8), static_cast<char>(code)};
+    const bool put = code == 0 ? out->Put(substitute) : code < 0x100 ? out->Put(pair[1]) : out->Put(pair, 2);
+    if (!put) return;
+    in->at += next.length;
+  }
+}
+
+/** Writes JIS: remembers the set in force, and gives a character its escape together with itself or not at all. */
+class JisWriter {
+public:
+  explicit JisWriter(Output* out) : fOut(out) {}
+
+  /** Room is kept for the return to ASCII at the end. */
+  bool Put(JisSet set, const char* bytes, size_t count) {
+    const size_t escape = set == fSet ? 0 : kEscapeLength;
+    const size_t closing = set == JisSet::kAscii ? 0 : kEscapeLength;
+    if (fOut->Room() < escape + count + closing) return false;
+    if (escape > 0) fOut->Put(EscapeOf(set), kEscapeLength);
+    fSet = set;
+    return fOut->Put(bytes, count);
+  }
+  void Close() {
+    if (fSet != JisSet::kAscii) fOut->Put(EscapeOf(JisSet::kAscii), kEscapeLength);
+    fSet = JisSet::kAscii;
+  }
+
+private:
+  static const char* EscapeOf(JisSet set) {
+    return set == JisSet::kDouble ? "\x1B$B" : set == JisSet::kKana ? "\x1B(I" : "\x1B(B";
+  }
+  Output* fOut;
+  JisSet fSet = JisSet::kAscii;
+};
+
+bool put_jis(JisWriter* writer, uint32 code, char substitute, const JapaneseTables& tables) {
+  const char single = code < 0x80 && code != 0 ? static_cast<char>(code) : substitute;
+  if (code >= 0xFF61 && code <= 0xFF9F) {
+    const char kana = static_cast<char>(code - 0xFF61 + 0x21);
+    return writer->Put(JisSet::kKana, &kana, 1);
+  }
+  const uint16_t pairCode = code >= 0x80 && code < 0x10000 ? tables.toJis[code] : uint16_t{0};
+  if (pairCode == 0) return writer->Put(JisSet::kAscii, &single, 1);
+  const char pair[] = {static_cast<char>(pairCode >> 8), static_cast<char>(pairCode)};
+  return writer->Put(JisSet::kDouble, pair, 2);
+}
+
+void to_jis(Input* in, Output* out, char substitute) {
+  const JapaneseTables& tables = japanese_tables();
+  JisWriter writer(out);
+  while (in->at != in->end) {
+    const Character next = next_utf8(*in);
+    const bool isNul = *in->at == '\0';
+    if (!(isNul ? writer.Put(JisSet::kAscii, in->at, 1) : put_jis(&writer, next.code, substitute, tables))) break;
+    in->at += next.length;
+  }
+  writer.Close();
+}
+
+using Converter = void (*)(Input*, Output*, char);
+
+status_t convert(Converter converter, const char* source, size_t* sourceLength, char* destination,
+                 size_t* destinationLength, char substitute) {
+  if (converter == nullptr) return B_BAD_VALUE;
+  Input in{source, source + *sourceLength};
+  Output out(destination, *destinationLength);
+  converter(&in, &out, substitute);
+  *sourceLength = static_cast<size_t>(in.at - source);
+  *destinationLength = out.Made();
+  return B_OK;
+}
+
+Converter pick(uint32 encoding, Converter sjis, Converter jis) {
+  return encoding == B_SJIS_CONVERSION ? sjis : encoding == B_JIS_CONVERSION ? jis : nullptr;
+}
+
+} // namespace
+
+status_t convert_to_utf8(uint32 sourceEncoding, const char* source, size_t* sourceLength, char* destination,
+                         size_t* destinationLength, char substitute) {
+  return convert(pick(sourceEncoding, from_sjis, from_jis), source, sourceLength, destination, destinationLength,
+                 substitute);
+}
+
+status_t convert_from_utf8(uint32 destinationEncoding, const char* source, size_t* sourceLength, char* destination,
+                           size_t* destinationLength, char substitute) {
+  return convert(pick(destinationEncoding, to_sjis, to_jis), source, sourceLength, destination, destinationLength,
+                 substitute);
+}
