@@ -48,7 +48,9 @@ public:
   int32 CurrentSelection() const { return fSelection; }
   void ScrollToSelection();
   void ScrollTo(int32 index);
-  /** The row's picture is asked for anew. */
+  using BView::Invalidate;
+  /** Pictures of the rows in the rectangle, in the coordinates of the whole list, are asked for anew. */
+  void Invalidate(BRect rect) override;
   void InvalidateItem(int32 index);
   /** In the coordinates of the whole list (row 0 starts at 0). An invalid rectangle outside the list. */
   BRect ItemFrame(int32 index) const;
@@ -64,8 +66,8 @@ public:
   virtual void SelectionChanged() {}
 
   void SetFont(const BFont* font, uint32 mask = B_FONT_ALL) override;
+  void AllAttached() override;
   void KeyDown(const char* bytes, int32 count) override;
-  void AttachedToWindow() override {}
   void MessageReceived(BMessage* message) override;
 
 protected:
@@ -73,15 +75,29 @@ protected:
 
 private:
   display::ListPeer* Rows() const;
-  void SendRows();
+  void Measure(BListItem* item);
+  /** The rows from here on are others than before; the display is told once, after the message or before the next
+      thing it is told. */
+  void RowsChanged(int32 firstChanged);
+  void FlushRows();
+  void LayOutRows();
+  bool HasOneHeight() const { return fHeights.size() <= 1; }
+  int32 RowAt(float y) const;
   void DrawRows(const BMessage& request);
   void ChangeSelection(int32 index);
+  void TellSelection();
+  bool MoveSelection(uint8 key);
   void Notify(const BMessage* message) const;
-  bool MoveSelection(int32 index);
-  int32 PageLength() const;
 
   std::vector<BListItem*> fItems;
   int32 fSelection = -1;
+  /** Row heights in pixels as last laid out: one for all, or each row's with the place where it starts. */
+  std::vector<float> fHeights;
+  std::vector<float> fTops;
+  int32 fFirstChanged = 0;
+  bool fFlushPending = false;
+  /** Rows that fit on the screen, as the display last told. */
+  int32 fPageLength = 1;
   std::unique_ptr<BMessage> fInvocationMessage;
   std::unique_ptr<BMessage> fSelectionMessage;
   BMessenger fTarget;

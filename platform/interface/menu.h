@@ -62,6 +62,9 @@ protected:
   virtual void Changed();
   std::vector<display::MenuEntry> Snapshot() const;
   BMenuItem* FindById(int32 id) const;
+  /** The first item that fits, submenus included. */
+  template <class Wanted>
+  BMenuItem* Find(const Wanted& wanted) const;
   void MarkOnly(const BMenuItem* item);
   virtual BWindow* RootWindow() const;
 

@@ -9,7 +9,6 @@ public:
   BMenuBar(BRect frame, const char* name, uint32 resizingMode = B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
 
   void AttachedToWindow() override;
-  void DetachedFromWindow() override;
   void MessageReceived(BMessage* message) override;
   /** Hands changes to the display now; done by itself after the message in which they were made. */
   void Flush();

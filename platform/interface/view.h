@@ -67,8 +67,8 @@ public:
   void SetAccessibleDescription(std::string_view description);
 
   /** Asks for a new drawing. */
-  void Invalidate();
-  void Invalidate(BRect rect);
+  void Invalidate() { Invalidate(Bounds()); }
+  virtual void Invalidate(BRect rect);
   /** Drawing: recorded inside `Draw` or a list item's `DrawItem`, without effect elsewhere. */
   void FillRect(BRect rect);
   void FillRectLow(BRect rect);
@@ -106,10 +106,10 @@ private:
   void Detach();
   void HandStateToPeer();
   void SetFrame(BRect frame);
-  void FollowParent(float parentWidth, float parentHeight);
-  void BoundsChanged(float oldWidth, float oldHeight);
+  void FollowParent();
+  void FrameChanged(BRect old);
   BPoint ParentSize() const;
-  void Redraw();
+  void TellActivated(bool active);
   void Record(BPicture* picture) { fRecording = picture; }
 
   BRect fFrame;

@@ -4,6 +4,7 @@
 #include "platform/interface/interface_defs.h"
 #include "platform/support/geometry.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -59,7 +60,6 @@ public:
   BMenuBar* KeyMenuBar() const { return fKeyMenuBar; }
   void DispatchMessage(BMessage* message, BHandler* handler) override;
   void MessageReceived(BMessage* message) override;
-  void Quit() override;
 
   /** Hooks, on the window's thread. */
   virtual void FrameMoved(BPoint leftTop);
@@ -70,17 +70,20 @@ public:
 
 protected:
   /** For windows whose frame the display makes otherwise (file panels). */
-  BWindow(BRect frame, const char* title, std::shared_ptr<display::WindowPeer> peer);
+  using PeerMaker = std::function<std::shared_ptr<display::WindowPeer>(const BMessenger& window)>;
+  BWindow(BRect frame, const char* title, const PeerMaker& makePeer);
 
 private:
   friend class BView;
   friend class BMenuBar;
-  void Moved(const BMessage& message);
-  void Resized(const BMessage& message);
+  void Moved(BHandler* handler, BMessage* message);
+  void Resized(BHandler* handler, BMessage* message);
   void Activated(const BMessage& message);
   void KeyPressed(BMessage* message, BHandler* handler);
   void FocusChanged(BView* view, bool focused);
   void Forget(BView* view);
+  void LayOut(BPoint size);
+  BPoint LayoutSize() const { return fSize; }
 
   std::string fTitle;
   window_feel fFeel = B_NORMAL_WINDOW_FEEL;

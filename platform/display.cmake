@@ -1,0 +1,50 @@
+find_package(Qt6 REQUIRED COMPONENTS Widgets)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
+
+add_library(vesmo_display SHARED
+  ${CMAKE_CURRENT_LIST_DIR}/display/alert_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/convert.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/display.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/display_thread.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/font_metrics.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/input_watch.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/key_bytes.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/list_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/menu_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/menu_widgets.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/native_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/picture_painter.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/plain_widget.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/row_list.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/row_model.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/screen.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/string_label.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/string_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/view_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/widget_guard.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/window_guard.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/window_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/alert.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/follow.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/font.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/list_item.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/list_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/list_view_rows.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/list_view_selection.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/menu.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/menu_bar.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/menu_item.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/mouse_buttons.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/picture.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/screen.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/scroll_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/string_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/view_drawing.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/view_frame.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/window.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/window_messages.cpp
+)
+target_link_libraries(vesmo_display PUBLIC vesmo_platform PRIVATE Qt6::Widgets PkgConfig::XCB)
+target_precompile_headers(vesmo_display PRIVATE <QtWidgets>)

@@ -1,0 +1,66 @@
+#include "platform/display/alert_peer.h"
+
+#include "platform/display/convert.h"
+#include "platform/display/display_thread.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace display {
+
+namespace {
+
+QMessageBox::Icon icon_of(alert_type type) {
+  switch (type) {
+  case B_INFO_ALERT:
+  case B_IDEA_ALERT:
+    return QMessageBox::Information;
+  case B_WARNING_ALERT:
+    return QMessageBox::Warning;
+  case B_STOP_ALERT:
+    return QMessageBox::Critical;
+  case B_EMPTY_ALERT:
+    break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+void add_buttons(QMessageBox& box, const AlertText& question) {
+  for (size_t i = 0; i < question.buttons.size(); ++i) {
+    const QString label = to_qstring(question.buttons[i]).replace(QLatin1Char('&'), QLatin1String("&&"));
+    // One role for all keeps the buttons in their order, whatever the desktop's custom.
+    QPushButton* button = box.addButton(label, QMessageBox::ActionRole);
+    if (const char letter = question.letters[i])
+      button->setShortcut(QKeySequence(QChar::fromLatin1(letter).toUpper().unicode()));
+    if (static_cast<int32>(i) == question.escapeButton) box.setEscapeButton(button);
+    if (static_cast<int32>(i) == question.defaultButton) box.setDefaultButton(button);
+  }
+}
+
+void show(const AlertText& question, QWidget* window, const std::shared_ptr<Answer<int32>>& answer) {
+  auto* box = new QMessageBox(icon_of(question.type), to_qstring(question.caption), to_qstring(question.text),
+                              QMessageBox::NoButton, window);
+  box->setTextFormat(Qt::PlainText);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  add_buttons(*box, question);
+  QObject::connect(box, &QMessageBox::buttonClicked, box, [box, answer](QAbstractButton* pressed) {
+    answer->Give(static_cast<int32>(box->buttons().indexOf(pressed)));
+  });
+  // Window-modal: the window that asked waits, the others stay alive, and this thread goes on.
+  box->setWindowModality(Qt::WindowModal);
+  box->show();
+  box->raise();
+  box->activateWindow();
+}
+
+} // namespace
+
+int32 ask(const AlertText& question, const std::function<QWidget*()>& inFrontOf) {
+  auto answer = std::make_shared<Answer<int32>>(question.escapeButton);
+  auto waiter = answer->Waiter();
+  post([answer, question, inFrontOf] { show(question, inFrontOf ? inFrontOf() : nullptr, answer); });
+  answer.reset();
+  return waiter.get();
+}
+
+} // namespace display

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/interface/font.h"
+#include "platform/support/geometry.h"
+
+#include <QColor>
+#include <QFont>
+#include <QRect>
+#include <QString>
+
+#include <string_view>
+
+namespace display {
+
+/** Between the program's values and Qt's. */
+inline QString to_qstring(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+inline QColor to_qcolor(rgb_color color) {
+  return QColor(color.red, color.green, color.blue, color.alpha);
+}
+/** A BRect's right and bottom edges are inside it. */
+inline QRect to_qrect(BRect rect) {
+  return QRect(qRound(rect.left), qRound(rect.top), qRound(rect.Width()) + 1, qRound(rect.Height()) + 1);
+}
+inline BRect to_brect(const QRect& rect) {
+  return BRect{static_cast<float>(rect.left()), static_cast<float>(rect.top()), static_cast<float>(rect.right()),
+               static_cast<float>(rect.bottom())};
+}
+inline BPoint to_bpoint(const QPoint& point) {
+  return BPoint{static_cast<float>(point.x()), static_cast<float>(point.y())};
+}
+/** Width and height as a BRect of that size tells them. */
+inline BPoint size_of(const QSize& size) {
+  return BPoint{static_cast<float>(size.width() - 1), static_cast<float>(size.height() - 1)};
+}
+QFont to_qfont(const BFont& font);
+
+} // namespace display

@@ -1,0 +1,62 @@
+#include "platform/display/display.h"
+
+#include "platform/display/display_queue.h"
+#include "platform/display/display_thread.h"
+#include "platform/display/input_watch.h"
+#include "platform/support/log.h"
+
+#include <QApplication>
+#include <QWidget>
+
+#include <clocale>
+
+namespace display {
+
+namespace {
+
+bool is_set(const char* variable) {
+  return !qEnvironmentVariableIsEmpty(variable);
+}
+
+/** Only X11 lets a program place its windows. */
+void prefer_x11() {
+  if (!is_set("QT_QPA_PLATFORM") && is_set("WAYLAND_DISPLAY") && is_set("DISPLAY"))
+    qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+}
+
+bool has_screen() {
+  return is_set("QT_QPA_PLATFORM") || is_set("WAYLAND_DISPLAY") || is_set("DISPLAY");
+}
+
+void close_all() {
+  while (!QApplication::topLevelWidgets().isEmpty()) delete QApplication::topLevelWidgets().constFirst();
+}
+
+} // namespace
+
+int run(int argc, char** argv, const std::function<void()>& started) {
+  if (!has_screen()) {
+    log_error("display", "no screen: neither DISPLAY nor WAYLAND_DISPLAY is set");
+    return 1;
+  }
+  prefer_x11();
+  QApplication application(argc, argv);
+  // Numbers in files and in the audio library are written with a point, whatever the desktop's language.
+  std::setlocale(LC_NUMERIC, "C");
+  QApplication::setQuitOnLastWindowClosed(false);
+  InputWatch watch;
+  int exitCode = 0;
+  {
+    const Queue queue;
+    started();
+    exitCode = QApplication::exec();
+  }
+  close_all();
+  return exitCode;
+}
+
+void quit(int exitCode) {
+  post([exitCode] { QCoreApplication::exit(exitCode); });
+}
+
+} // namespace display

@@ -1,0 +1,67 @@
+#include "platform/display/font_metrics.h"
+
+#include "platform/display/convert.h"
+#include "platform/display/display_thread.h"
+
+#include <QFontMetricsF>
+
+#include <algorithm>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace display {
+
+namespace {
+
+/** Heights already asked; few fonts are ever in use. The lock guards the list. */
+struct HeightCache {
+  std::mutex lock;
+  std::vector<std::pair<BFont, font_height>> known;
+
+  std::optional<font_height> Find(const BFont& font) {
+    const std::scoped_lock hold(lock);
+    const auto found = std::find_if(known.begin(), known.end(), [&](const auto& entry) { return entry.first == font; });
+    if (found == known.end()) return std::nullopt;
+    return found->second;
+  }
+
+  void Add(const BFont& font, const font_height& height) {
+    const std::scoped_lock hold(lock);
+    known.emplace_back(font, height);
+  }
+};
+
+HeightCache& cache() {
+  static HeightCache* const theCache = new HeightCache;
+  return *theCache;
+}
+
+/** Japanese and Latin text share a line: its height is that of the taller of the two. */
+font_height measure(const BFont& font) {
+  const QFontMetricsF metrics(to_qfont(font));
+  const QRectF ink = metrics.boundingRect(QStringLiteral("\u3042g\u0434"));
+  font_height height;
+  height.ascent = static_cast<float>(std::max(metrics.ascent(), -ink.top()));
+  height.descent = static_cast<float>(std::max(metrics.descent(), ink.bottom()));
+  height.leading = static_cast<float>(std::max(metrics.leading(), 0.0));
+  return height;
+}
+
+} // namespace
+
+font_height height_of(const BFont& font) {
+  if (const auto known = cache().Find(font)) return *known;
+  const auto height = call([font]() -> std::optional<font_height> { return measure(font); });
+  if (!height) return {};
+  cache().Add(font, *height);
+  return *height;
+}
+
+float width_of(const BFont& font, std::string_view text) {
+  return call([font, asked = std::string(text)] {
+    return static_cast<float>(QFontMetricsF(to_qfont(font)).horizontalAdvance(to_qstring(asked)));
+  });
+}
+
+} // namespace display

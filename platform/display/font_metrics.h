@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/interface/font.h"
+
+#include <string_view>
+
+namespace display {
+
+/** What a font measures on the screen. Wait for the display thread, but for heights that were asked before. */
+font_height height_of(const BFont& font);
+float width_of(const BFont& font, std::string_view text);
+
+} // namespace display

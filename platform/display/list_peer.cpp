@@ -1,0 +1,38 @@
+#include "platform/display/list_peer.h"
+
+#include "platform/display/row_list.h"
+
+namespace display {
+
+namespace {
+
+RowList& list(QWidget* widget) {
+  return *static_cast<RowList*>(widget);
+}
+
+} // namespace
+
+ListPeer::ListPeer(const BMessenger& view)
+    : ViewPeer(view, Keys::to_program, [view]() -> QWidget* { return new RowList(view); }) {}
+
+void ListPeer::SetRows(RowLayout layout, int32 firstChanged) {
+  Change([layout = std::move(layout), firstChanged](QWidget* widget) { list(widget).SetRows(layout, firstChanged); });
+}
+
+void ListPeer::SetPictures(std::vector<std::pair<int32, BPicture>> pictures) {
+  Change([pictures = std::move(pictures)](QWidget* widget) { list(widget).SetPictures(pictures); });
+}
+
+void ListPeer::Select(int32 row) {
+  Change([row](QWidget* widget) { list(widget).SelectRow(row); });
+}
+
+void ListPeer::ScrollTo(int32 row) {
+  Change([row](QWidget* widget) { list(widget).ScrollToRow(row); });
+}
+
+void ListPeer::Invalidate(int32 first, int32 last) {
+  Change([first, last](QWidget* widget) { list(widget).InvalidateRows(first, last); });
+}
+
+} // namespace display

@@ -1,0 +1,24 @@
+#include "platform/display/menu_peer.h"
+
+#include "platform/display/display_thread.h"
+#include "platform/display/menu_widgets.h"
+
+namespace display {
+
+MenuPeer::MenuPeer(const BMessenger& view)
+    : ViewPeer(view, Keys::to_control, [view]() -> QWidget* { return new MenuRow(view); }) {}
+
+void MenuPeer::SetMenus(std::vector<MenuEntry> menus) {
+  Change([menus = std::move(menus)](QWidget* widget) { static_cast<MenuRow*>(widget)->SetMenus(menus); });
+}
+
+float menu_bar_height() {
+  return call([] {
+    QMenuBar sample;
+    sample.setNativeMenuBar(false);
+    sample.addMenu(QStringLiteral("Xg"));
+    return static_cast<float>(sample.sizeHint().height());
+  });
+}
+
+} // namespace display

@@ -1,0 +1,119 @@
+#include "platform/display/menu_widgets.h"
+
+#include "platform/app/message.h"
+#include "platform/display/convert.h"
+#include "platform/kernel/modifiers.h"
+
+#include <QMouseEvent>
+
+#include <algorithm>
+
+namespace display {
+
+namespace {
+
+/** Marks the actions of unfolding items that can be chosen by themselves. */
+constexpr const char* kChoosable = "choosable";
+
+/** Labels are shown as they are: Qt's mark for accelerators is a plain character here. */
+QString shown(const std::string& label) {
+  return to_qstring(label).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+QKeySequence shortcut_of(const MenuEntry& entry) {
+  if (entry.shortcut == 0) return {};
+  int keys = Qt::CTRL | QChar::fromLatin1(entry.shortcut).toUpper().unicode();
+  if (entry.modifiers & B_SHIFT_KEY) keys |= Qt::SHIFT;
+  if (entry.modifiers & B_CONTROL_KEY) keys |= Qt::ALT;
+  if (entry.modifiers & B_OPTION_KEY) keys |= Qt::META;
+  return QKeySequence(keys);
+}
+
+/** The same items at the same places, whatever they look like. */
+bool same_items(const std::vector<MenuEntry>& left, const std::vector<MenuEntry>& right) {
+  return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](const MenuEntry& a, const MenuEntry& b) {
+    return a.id == b.id && a.isRadio == b.isRadio && same_items(a.submenu, b.submenu);
+  });
+}
+
+void show_state(QAction* action, const MenuEntry& entry) {
+  action->setText(shown(entry.label));
+  action->setEnabled(entry.isEnabled);
+  action->setCheckable(entry.isMarked || entry.isRadio);
+  action->setChecked(entry.isMarked);
+  action->setShortcut(shortcut_of(entry));
+  action->setProperty(kChoosable, entry.hasSubmenu && entry.hasMessage);
+}
+
+void show_states(const QWidget* menu, const std::vector<MenuEntry>& entries) {
+  const QList<QAction*> actions = menu->actions();
+  for (qsizetype i = 0; i < actions.size() && i < std::ssize(entries); ++i) {
+    const MenuEntry& entry = entries[static_cast<size_t>(i)];
+    show_state(actions[i], entry);
+    if (entry.hasSubmenu) show_states(actions[i]->menu<QMenu*>(), entry.submenu);
+  }
+}
+
+/** The menu that stands open in the bar. */
+QWidget* outermost(QMenu* menu) {
+  QWidget* widget = menu;
+  while (auto* outer = qobject_cast<QMenu*>(widget->parentWidget())) widget = outer;
+  return widget;
+}
+
+} // namespace
+
+void ChoosableMenu::mouseReleaseEvent(QMouseEvent* event) {
+  QAction* action = actionAt(event->position().toPoint());
+  if (!action || !action->isEnabled() || !action->property(kChoosable).toBool()) return QMenu::mouseReleaseEvent(event);
+  outermost(this)->close();
+  action->trigger();
+}
+
+MenuRow::MenuRow(const BMessenger& view) : fView(view) {
+  setNativeMenuBar(false);
+}
+
+void MenuRow::SetMenus(const std::vector<MenuEntry>& menus) {
+  if (menus == fMenus) return;
+  if (!same_items(menus, fMenus)) {
+    qDeleteAll(findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
+    clear();
+    Fill(this, menus);
+  }
+  fMenus = menus;
+  show_states(this, menus);
+}
+
+void MenuRow::Fill(QWidget* menu, const std::vector<MenuEntry>& entries) {
+  for (const MenuEntry& entry : entries) menu->addAction(Make(menu, entry));
+}
+
+QAction* MenuRow::Make(QWidget* menu, const MenuEntry& entry) {
+  if (entry.isSeparator) {
+    auto* separator = new QAction(menu);
+    separator->setSeparator(true);
+    return separator;
+  }
+  QAction* action = nullptr;
+  if (entry.hasSubmenu) {
+    auto* submenu = new ChoosableMenu(menu);
+    Fill(submenu, entry.submenu);
+    action = submenu->menuAction();
+  } else {
+    action = new QAction(menu);
+  }
+  if (!entry.hasSubmenu || entry.hasMessage)
+    connect(action, &QAction::triggered, this, [this, id = entry.id] { Tell(id); });
+  return action;
+}
+
+void MenuRow::Tell(int32 id) const {
+  // Qt has already moved a mark; the program's own comes with its next change, or stays as it was.
+  show_states(this, fMenus);
+  BMessage chosen(DISPLAY_ITEM_CHOSEN);
+  chosen.AddInt32("id", id);
+  fView.SendMessage(&chosen, BMessenger(), 0);
+}
+
+} // namespace display

@@ -1,0 +1,156 @@
+#include "platform/display/row_list.h"
+
+#include "platform/app/message.h"
+#include "platform/display/picture_painter.h"
+
+#include <QAbstractItemDelegate>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace display {
+
+namespace {
+
+/** How long a window whose queue is full is left alone. */
+constexpr int kRetryMs = 50;
+
+class RowPainter : public QAbstractItemDelegate {
+public:
+  RowPainter(const RowModel& model, QObject* parent) : QAbstractItemDelegate(parent), fModel(model) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const BPicture* picture = fModel.PictureOf(index.row());
+    if (!picture) return;
+    painter->save();
+    painter->setClipRect(option.rect, Qt::IntersectClip);
+    painter->translate(option.rect.topLeft());
+    paint_picture(*painter, *picture);
+    painter->restore();
+  }
+
+  QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const override {
+    return QSize(0, fModel.HeightOf(index.row()));
+  }
+
+private:
+  const RowModel& fModel;
+};
+
+} // namespace
+
+RowList::RowList(const BMessenger& view) : fView(view) {
+  setModel(&fModel);
+  setItemDelegate(new RowPainter(fModel, this));
+  setEditTriggers(NoEditTriggers);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollMode(ScrollPerPixel);
+  setFrameShape(NoFrame);
+  setAttribute(Qt::WA_InputMethodEnabled, false);
+}
+
+void RowList::SetRows(const RowLayout& layout, int firstChanged) {
+  setUniformItemSizes(layout.heights.size() <= 1);
+  const int offset = verticalOffset();
+  fModel.SetRows(layout, firstChanged);
+  verticalScrollBar()->setSingleStep(std::max(1, fModel.HeightOf(0)));
+  SelectRow(layout.selected);
+  doItemsLayout();
+  verticalScrollBar()->setValue(offset);
+  AskSoon();
+}
+
+void RowList::SetPictures(const std::vector<std::pair<int32, BPicture>>& pictures) {
+  fAsked = false;
+  for (const auto& [row, picture] : pictures) fModel.SetPicture(row, picture);
+  const auto [first, last] = RowsOnScreen();
+  fModel.Trim(first, last);
+  AskSoon();
+}
+
+void RowList::SelectRow(int row) {
+  const QModelIndex index = fModel.index(row);
+  if (!index.isValid()) return clearSelection();
+  // The selection alone does not scroll: that is the program's choice.
+  setAutoScroll(false);
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+}
+
+void RowList::ScrollToRow(int row) {
+  scrollTo(fModel.index(row));
+}
+
+void RowList::InvalidateRows(int first, int last) {
+  fModel.Invalidate(first, last);
+  AskSoon();
+}
+
+void RowList::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  AskForPictures();
+}
+
+void RowList::resizeEvent(QResizeEvent* event) {
+  QListView::resizeEvent(event);
+  if (event->size().width() != event->oldSize().width()) fModel.InvalidateAll();
+  AskSoon();
+}
+
+void RowList::mousePressEvent(QMouseEvent* event) {
+  fRowTold = -1;
+  if (event->button() == Qt::LeftButton) TellRow(DISPLAY_ROW_CHOSEN, event->position().toPoint());
+}
+
+void RowList::mouseMoveEvent(QMouseEvent* event) {
+  if (event->buttons() & Qt::LeftButton) TellRow(DISPLAY_ROW_CHOSEN, event->position().toPoint());
+}
+
+void RowList::mouseReleaseEvent(QMouseEvent*) {
+  fRowTold = -1;
+}
+
+void RowList::mouseDoubleClickEvent(QMouseEvent* event) {
+  fRowTold = -1;
+  if (event->button() == Qt::LeftButton) TellRow(DISPLAY_ROW_INVOKED, event->position().toPoint());
+}
+
+void RowList::TellRow(uint32 code, const QPoint& where) {
+  const int row = indexAt(where).row();
+  if (row < 0 || row == fRowTold) return;
+  fRowTold = row;
+  BMessage chosen(code);
+  chosen.AddInt32("row", row);
+  fView.SendMessage(&chosen, BMessenger(), 0);
+}
+
+std::pair<int, int> RowList::RowsOnScreen() const {
+  const QRect shown = viewport()->rect();
+  if (fModel.rowCount() == 0 || shown.isEmpty() || !isVisible()) return {0, -1};
+  const int first = indexAt(QPoint(0, 0)).row();
+  const int last = indexAt(QPoint(0, shown.height() - 1)).row();
+  return {std::max(0, first), last < 0 ? fModel.rowCount() - 1 : last};
+}
+
+void RowList::AskSoon() {
+  if (std::exchange(fWillAsk, true)) return;
+  QTimer::singleShot(0, this, [this] { AskForPictures(); });
+}
+
+void RowList::AskForPictures() {
+  fWillAsk = false;
+  if (fAsked) return;
+  BMessage wanted(DISPLAY_ROWS_WANTED);
+  const auto [first, last] = RowsOnScreen();
+  for (int row = first; row <= last; ++row)
+    if (!fModel.IsFresh(row)) wanted.AddInt32("row", row);
+  if (wanted.IsEmpty()) return;
+  wanted.AddFloat("width", static_cast<float>(viewport()->width() - 1));
+  wanted.AddInt32("page", std::max(1, viewport()->height() / fModel.HeightOf(first)));
+  fAsked = fView.SendMessage(&wanted, BMessenger(), 0) == B_OK;
+  if (!fAsked && fView.IsValid()) QTimer::singleShot(kRetryMs, this, [this] { AskForPictures(); });
+}
+
+} // namespace display

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/display/view_peer.h"
+#include "platform/interface/string_view.h"
+
+namespace display {
+
+/** The program's hand on a line of text. */
+class StringPeer : public ViewPeer {
+public:
+  explicit StringPeer(const BMessenger& view);
+
+  void SetText(const std::string& text);
+  void SetAlignment(alignment align);
+};
+
+} // namespace display

@@ -1,0 +1,112 @@
+#include "platform/display/window_guard.h"
+
+#include "platform/app/message.h"
+#include "platform/display/convert.h"
+#include "platform/display/input_watch.h"
+#include "platform/display/widget_guard.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
+#include <QWidget>
+
+namespace display {
+
+WindowGuard::WindowGuard(QWidget* widget, const BMessenger& window, std::shared_ptr<WindowPlace> place)
+    : QObject(widget), fWidget(widget), fWindow(window), fPlace(std::move(place)) {
+  widget->installEventFilter(this);
+}
+
+bool WindowGuard::eventFilter(QObject*, QEvent* event) {
+  switch (event->type()) {
+  case QEvent::Close:
+    event->ignore();
+    fWindow.SendMessage(B_QUIT_REQUESTED);
+    return true;
+  case QEvent::Move:
+    TellMove();
+    break;
+  case QEvent::Resize:
+    place_children(fWidget);
+    TellResize();
+    break;
+  case QEvent::WindowActivate:
+    TellActive(true);
+    break;
+  case QEvent::WindowDeactivate:
+    TellActive(false);
+    break;
+  case QEvent::DragEnter: {
+    auto* drag = static_cast<QDragEnterEvent*>(event);
+    if (drag->mimeData()->hasUrls()) drag->acceptProposedAction();
+    return true;
+  }
+  case QEvent::DragMove:
+    event->accept();
+    return true;
+  case QEvent::Drop:
+    return Drop(*static_cast<QDropEvent*>(event));
+  default:
+    break;
+  }
+  return false;
+}
+
+void WindowGuard::TellMove() {
+  report_real_input_state();
+  BMessage moved(B_WINDOW_MOVED);
+  moved.AddPoint("where", to_bpoint(fWidget->geometry().topLeft()));
+  moved.AddInt32("buttons", static_cast<int32>(mouse_buttons()));
+  {
+    const std::scoped_lock hold(fPlace->lock);
+    fPlace->frame.OffsetTo(to_bpoint(fWidget->geometry().topLeft()));
+    if (std::exchange(fPlace->moveTold, true)) return;
+  }
+  if (fWindow.SendMessage(&moved, BMessenger(), 0) != B_OK) {
+    const std::scoped_lock hold(fPlace->lock);
+    fPlace->moveTold = false;
+  }
+}
+
+void WindowGuard::TellResize() {
+  const BPoint size = size_of(fWidget->size());
+  BMessage resized(B_WINDOW_RESIZED);
+  resized.AddFloat("width", size.x);
+  resized.AddFloat("height", size.y);
+  {
+    const std::scoped_lock hold(fPlace->lock);
+    fPlace->frame = to_brect(fWidget->geometry());
+    if (std::exchange(fPlace->resizeTold, true)) return;
+  }
+  if (fWindow.SendMessage(&resized, BMessenger(), 0) != B_OK) {
+    const std::scoped_lock hold(fPlace->lock);
+    fPlace->resizeTold = false;
+  }
+}
+
+void WindowGuard::TellActive(bool active) const {
+  BMessage activated(DISPLAY_WINDOW_ACTIVATED);
+  activated.AddBool("active", active);
+  fWindow.SendMessage(&activated, BMessenger(), 0);
+}
+
+BMessenger WindowGuard::TargetAt(const QPoint& where) const {
+  for (const QWidget* widget = fWidget->childAt(where); widget && widget != fWidget; widget = widget->parentWidget())
+    if (const WidgetGuard* guard = WidgetGuard::Of(widget)) return guard->View();
+  return fWindow;
+}
+
+bool WindowGuard::Drop(const QDropEvent& event) const {
+  BMessage drop(B_SIMPLE_DATA);
+  for (const QUrl& url : event.mimeData()->urls()) {
+    entry_ref ref;
+    if (url.isLocalFile() && get_ref_for_path(url.toLocalFile().toUtf8().constData(), &ref) == B_OK)
+      drop.AddRef("refs", &ref);
+  }
+  if (!drop.HasField("refs")) return false;
+  drop.SetDropped(to_bpoint(fWidget->mapToGlobal(event.position().toPoint())), event.source() == nullptr);
+  TargetAt(event.position().toPoint()).SendMessage(&drop, BMessenger(), 0);
+  return true;
+}
+
+} // namespace display

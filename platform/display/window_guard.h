@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/app/messenger.h"
+#include "platform/display/window_peer.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QDropEvent;
+class QMimeData;
+class QWidget;
+
+namespace display {
+
+/** Sits on the widget of each window: turns its close button, moves, resizes, activation and drops into messages to the
+    window. A child of its widget; display thread. */
+class WindowGuard : public QObject {
+public:
+  WindowGuard(QWidget* widget, const BMessenger& window, std::shared_ptr<WindowPlace> place);
+  bool eventFilter(QObject* receiver, QEvent* event) override;
+
+private:
+  void TellMove();
+  void TellResize();
+  void TellActive(bool active) const;
+  bool Drop(const QDropEvent& event) const;
+  BMessenger TargetAt(const QPoint& where) const;
+
+  QWidget* fWidget;
+  BMessenger fWindow;
+  std::shared_ptr<WindowPlace> fPlace;
+};
+
+} // namespace display

@@ -1,0 +1,151 @@
+#include "platform/display/window_peer.h"
+
+#include "platform/display/convert.h"
+#include "platform/display/display_thread.h"
+#include "platform/display/widget_guard.h"
+#include "platform/display/window_guard.h"
+
+#include <QLayout>
+#include <QPointer>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+
+namespace display {
+
+/** Touched on the display thread only. */
+struct WindowPeer::Slot {
+  QPointer<QWidget> widget;
+};
+
+namespace {
+
+Qt::WindowFlags flags_of(const WindowSetup& setup) {
+  Qt::WindowFlags flags = setup.look == B_MODAL_WINDOW_LOOK      ? Qt::Dialog
+                          : setup.look == B_FLOATING_WINDOW_LOOK ? Qt::Tool
+                                                                 : Qt::Window;
+  flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+  if (!(setup.flags & B_NOT_MINIMIZABLE)) flags |= Qt::WindowMinimizeButtonHint;
+  if (!(setup.flags & (B_NOT_ZOOMABLE | B_NOT_RESIZABLE))) flags |= Qt::WindowMaximizeButtonHint;
+  flags.setFlag(Qt::WindowStaysOnTopHint, setup.feel == B_FLOATING_ALL_WINDOW_FEEL);
+  return flags;
+}
+
+QWidget* make_plain_window(const WindowSetup& setup) {
+  auto* widget = new QWidget(nullptr, flags_of(setup));
+  widget->setGeometry(to_qrect(setup.frame));
+  widget->setAcceptDrops(true);
+  if (setup.flags & B_NOT_RESIZABLE) widget->setFixedSize(to_qrect(setup.frame).size());
+  return widget;
+}
+
+/** A limit no larger than what Qt takes. */
+int pixels(float limit) {
+  return static_cast<int>(std::clamp(std::round(limit) + 1, 0.0F, float(QWIDGETSIZE_MAX)));
+}
+
+} // namespace
+
+WindowPeer::WindowPeer(const BMessenger& window, const WindowSetup& setup, std::function<QWidget*()> make)
+    : fSlot(std::make_shared<Slot>()), fPlace(std::make_shared<WindowPlace>()) {
+  fPlace->frame = setup.frame;
+  post([slot = fSlot, place = fPlace, window, setup, make = std::move(make)] {
+    slot->widget = make ? make() : make_plain_window(setup);
+    slot->widget->setWindowTitle(to_qstring(setup.title));
+    new WindowGuard(slot->widget, window, place);
+  });
+}
+
+WindowPeer::~WindowPeer() {
+  post([slot = fSlot] { delete slot->widget; });
+}
+
+void WindowPeer::Change(std::function<void(QWidget*)> change) const {
+  post([slot = fSlot, change = std::move(change)] {
+    if (slot->widget) change(slot->widget);
+  });
+}
+
+void WindowPeer::Show() {
+  Change([](QWidget* widget) { widget->show(); });
+}
+
+void WindowPeer::Hide() {
+  Change([](QWidget* widget) { widget->hide(); });
+}
+
+void WindowPeer::Activate(bool active) {
+  Change([active](QWidget* widget) {
+    if (!active) return widget->lower();
+    widget->raise();
+    widget->activateWindow();
+  });
+}
+
+void WindowPeer::MoveTo(BPoint leftTop) {
+  {
+    const std::scoped_lock hold(fPlace->lock);
+    fPlace->frame.OffsetTo(leftTop);
+  }
+  // The frame that the window manager puts around the window grows outwards.
+  Change([leftTop](QWidget* widget) {
+    const QPoint border = widget->geometry().topLeft() - widget->pos();
+    widget->move(QPoint(qRound(leftTop.x), qRound(leftTop.y)) - border);
+  });
+}
+
+void WindowPeer::ResizeTo(BPoint size) {
+  Change([size](QWidget* widget) { widget->resize(pixels(size.x), pixels(size.y)); });
+}
+
+void WindowPeer::SetSizeLimits(BPoint smallest, BPoint largest) {
+  Change([smallest, largest](QWidget* widget) {
+    widget->setMinimumSize(pixels(smallest.x), pixels(smallest.y));
+    widget->setMaximumSize(pixels(largest.x), pixels(largest.y));
+  });
+}
+
+void WindowPeer::SetTitle(const std::string& title) {
+  Change([title](QWidget* widget) { widget->setWindowTitle(to_qstring(title)); });
+}
+
+void WindowPeer::SetFeel(window_feel feel) {
+  Change([feel](QWidget* widget) {
+    const bool onTop = feel == B_FLOATING_ALL_WINDOW_FEEL;
+    if (widget->windowFlags().testFlag(Qt::WindowStaysOnTopHint) == onTop) return;
+    // Qt hides a window whose flags change.
+    const bool wasVisible = widget->isVisible();
+    const QRect geometry = widget->geometry();
+    widget->setWindowFlag(Qt::WindowStaysOnTopHint, onTop);
+    widget->setGeometry(geometry);
+    if (wasVisible) widget->show();
+  });
+}
+
+BRect WindowPeer::Frame() const {
+  const std::scoped_lock hold(fPlace->lock);
+  return fPlace->frame;
+}
+
+BRect WindowPeer::TakeMove() {
+  const std::scoped_lock hold(fPlace->lock);
+  fPlace->moveTold = false;
+  return fPlace->frame;
+}
+
+BRect WindowPeer::TakeResize() {
+  const std::scoped_lock hold(fPlace->lock);
+  fPlace->resizeTold = false;
+  return fPlace->frame;
+}
+
+std::function<void(QWidget*)> WindowPeer::Taker() const {
+  return [slot = fSlot](QWidget* control) { control->setParent(slot->widget); };
+}
+
+std::function<QWidget*()> WindowPeer::Finder() const {
+  return [slot = fSlot]() -> QWidget* { return slot->widget; };
+}
+
+} // namespace display

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/app/messenger.h"
+#include "platform/interface/window.h"
+#include "platform/support/geometry.h"
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+
+class QWidget;
+
+namespace display {
+
+/** How a window begins. */
+struct WindowSetup {
+  BRect frame;
+  std::string title;
+  window_look look = B_TITLED_WINDOW_LOOK;
+  window_feel feel = B_NORMAL_WINDOW_FEEL;
+  uint32 flags = 0;
+};
+
+/** Where the window is, for both sides of the border; the lock guards every field. */
+struct WindowPlace {
+  std::mutex lock;
+  BRect frame;
+  /** A message about it is under way; it tells the newest state when it arrives. */
+  bool moveTold = false;
+  bool resizeTold = false;
+};
+
+/** The window could become active or cease to be. */
+enum : uint32 { DISPLAY_WINDOW_ACTIVATED = '_WAC' }; // bool "active"
+
+/** The program's hand on one window of the display; as ViewPeer is for views. */
+class WindowPeer {
+public:
+  /** `make` makes another kind of window than the plain one. */
+  WindowPeer(const BMessenger& window, const WindowSetup& setup, std::function<QWidget*()> make = nullptr);
+  WindowPeer(const WindowPeer&) = delete;
+  WindowPeer& operator=(const WindowPeer&) = delete;
+  virtual ~WindowPeer();
+
+  void Show();
+  void Hide();
+  void Activate(bool active);
+  void MoveTo(BPoint leftTop);
+  void ResizeTo(BPoint size);
+  void SetSizeLimits(BPoint smallest, BPoint largest);
+  void SetTitle(const std::string& title);
+  void SetFeel(window_feel feel);
+
+  BRect Frame() const;
+  /** The news of a move or a resize has arrived: the next one is told again. */
+  BRect TakeMove();
+  BRect TakeResize();
+
+  /** Puts a control into the window; the function runs on the display thread. */
+  std::function<void(QWidget*)> Taker() const;
+  /** The window of the peer that a question asked by this thread stands in front of. Display thread. */
+  std::function<QWidget*()> Finder() const;
+
+protected:
+  void Change(std::function<void(QWidget*)> change) const;
+
+private:
+  struct Slot;
+  std::shared_ptr<Slot> fSlot;
+  std::shared_ptr<WindowPlace> fPlace;
+};
+
+} // namespace display

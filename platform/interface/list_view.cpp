@@ -1,0 +1,134 @@
+#include "platform/interface/list_view.h"
+
+#include "platform/app/message.h"
+#include "platform/display/list_peer.h"
+#include "platform/interface/window.h"
+#include "platform/support/list.h"
+
+#include <algorithm>
+
+BListView::BListView(BRect frame, const char* name, list_view_type, uint32 resizingMode, uint32 flags)
+    : BView(frame, name, resizingMode, flags) {}
+
+BListView::~BListView() {
+  RemoveSelf();
+}
+
+std::shared_ptr<display::ViewPeer> BListView::MakePeer() {
+  return std::make_shared<display::ListPeer>(BMessenger(this));
+}
+
+display::ListPeer* BListView::Rows() const {
+  return static_cast<display::ListPeer*>(Peer());
+}
+
+void BListView::AllAttached() {
+  for (BListItem* item : fItems) Measure(item);
+  RowsChanged(0);
+}
+
+void BListView::Measure(BListItem* item) {
+  if (!Window()) return; // measured when the list is attached
+  BFont font;
+  GetFont(&font);
+  item->Update(this, &font);
+}
+
+bool BListView::AddItem(BListItem* item, int32 index) {
+  if (item == nullptr || index < 0 || index > CountItems()) return false;
+  Measure(item);
+  fItems.insert(fItems.begin() + index, item);
+  if (fSelection >= index) ++fSelection;
+  RowsChanged(index);
+  return true;
+}
+
+bool BListView::AddList(const std::vector<BListItem*>& items) {
+  const int32 before = CountItems();
+  for (BListItem* item : items) Measure(item);
+  fItems.insert(fItems.end(), items.begin(), items.end());
+  RowsChanged(before);
+  return true;
+}
+
+bool BListView::AddList(BList* items) {
+  std::vector<BListItem*> added;
+  for (int32 i = 0; i < items->CountItems(); ++i) added.push_back(static_cast<BListItem*>(items->ItemAt(i)));
+  return AddList(added);
+}
+
+BListItem* BListView::RemoveItem(int32 index) {
+  BListItem* const item = ItemAt(index);
+  if (!item) return nullptr;
+  const bool wasSelected = index == fSelection;
+  fItems.erase(fItems.begin() + index);
+  item->fSelected = false;
+  if (wasSelected) fSelection = -1;
+  if (fSelection > index) --fSelection;
+  RowsChanged(index);
+  if (wasSelected) TellSelection();
+  return item;
+}
+
+bool BListView::RemoveItem(BListItem* item) {
+  return RemoveItem(IndexOf(item)) != nullptr;
+}
+
+void BListView::MakeEmpty() {
+  if (fItems.empty()) return;
+  const bool hadSelection = fSelection >= 0;
+  if (hadSelection) fItems[static_cast<size_t>(fSelection)]->fSelected = false;
+  fSelection = -1;
+  fItems.clear();
+  RowsChanged(0);
+  if (hadSelection) TellSelection();
+}
+
+BListItem* BListView::ItemAt(int32 index) const {
+  return index >= 0 && index < CountItems() ? fItems[static_cast<size_t>(index)] : nullptr;
+}
+
+int32 BListView::IndexOf(const BListItem* item) const {
+  const auto found = std::find(fItems.begin(), fItems.end(), item);
+  return found == fItems.end() ? -1 : static_cast<int32>(found - fItems.begin());
+}
+
+void BListView::SetInvocationMessage(BMessage* message) {
+  fInvocationMessage.reset(message);
+}
+
+void BListView::SetSelectionMessage(BMessage* message) {
+  fSelectionMessage.reset(message);
+}
+
+void BListView::Notify(const BMessage* message) const {
+  if (!message) return;
+  BMessage notice(*message);
+  notice.AddInt32("index", fSelection);
+  notice.AddPointer("source", this);
+  const BMessenger target = fTarget.IsValid() ? fTarget : BMessenger(Window());
+  target.SendMessage(&notice, BMessenger(), 0);
+}
+
+void BListView::Invoke() {
+  Notify(fInvocationMessage.get());
+}
+
+void BListView::MessageReceived(BMessage* message) {
+  int32 row = -1;
+  switch (message->what) {
+  case display::DISPLAY_ROWS_CHANGED:
+    return FlushRows();
+  case display::DISPLAY_ROWS_WANTED:
+    return DrawRows(*message);
+  case display::DISPLAY_ROW_CHOSEN:
+    if (message->FindInt32("row", &row) == B_OK) Select(row);
+    return;
+  case display::DISPLAY_ROW_INVOKED:
+    if (message->FindInt32("row", &row) != B_OK) return;
+    Select(row);
+    return Invoke();
+  default:
+    return BView::MessageReceived(message);
+  }
+}

@@ -1,0 +1,80 @@
+#include "platform/display/list_peer.h"
+#include "platform/interface/list_view.h"
+
+#include <algorithm>
+
+/** Selecting, by call, by key and by mouse: always on the window's thread, in the order in which the user did it. */
+
+void BListView::Select(int32 index) {
+  if (index < 0 || index >= CountItems() || index == fSelection) return;
+  ChangeSelection(index);
+}
+
+void BListView::DeselectAll() {
+  if (fSelection >= 0) ChangeSelection(-1);
+}
+
+void BListView::ChangeSelection(int32 index) {
+  const int32 before = std::exchange(fSelection, index);
+  for (const int32 row : {before, index}) {
+    BListItem* const item = ItemAt(row);
+    if (!item) continue;
+    item->fSelected = row == index;
+    InvalidateItem(row);
+  }
+  if (Rows()) Rows()->Select(index);
+  TellSelection();
+}
+
+void BListView::TellSelection() {
+  SelectionChanged();
+  Notify(fSelectionMessage.get());
+}
+
+void BListView::ScrollToSelection() {
+  ScrollTo(fSelection);
+}
+
+void BListView::ScrollTo(int32 index) {
+  FlushRows();
+  if (Rows() && ItemAt(index)) Rows()->ScrollTo(index);
+}
+
+void BListView::KeyDown(const char* bytes, int32 count) {
+  const auto key = static_cast<uint8>(bytes[0]);
+  if (count != 1) return BView::KeyDown(bytes, count);
+  if (key == B_RETURN && fSelection >= 0) return Invoke();
+  if (!MoveSelection(key)) BView::KeyDown(bytes, count);
+}
+
+/** False for a key that does not move. From no selection the first step leads to the nearer end. */
+bool BListView::MoveSelection(uint8 key) {
+  const int32 last = CountItems() - 1;
+  int32 to = fSelection;
+  switch (key) {
+  case B_DOWN_ARROW:
+    to += 1;
+    break;
+  case B_UP_ARROW:
+    to = to < 0 ? last : to - 1;
+    break;
+  case B_PAGE_DOWN:
+    to += fPageLength;
+    break;
+  case B_PAGE_UP:
+    to -= fPageLength;
+    break;
+  case B_HOME:
+    to = 0;
+    break;
+  case B_END:
+    to = last;
+    break;
+  default:
+    return false;
+  }
+  if (last < 0) return true;
+  Select(std::clamp(to, 0, last));
+  ScrollToSelection();
+  return true;
+}

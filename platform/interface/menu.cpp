@@ -1,0 +1,152 @@
+#include "platform/interface/menu.h"
+
+#include "platform/app/message.h"
+#include "platform/display/menu_peer.h"
+
+#include <algorithm>
+#include <string_view>
+
+BMenu::BMenu(const char* title) : BView({}, title), fTitle(title) {}
+
+BMenu::~BMenu() = default;
+
+bool BMenu::AddItem(BMenuItem* item) {
+  return AddItem(item, CountItems());
+}
+
+bool BMenu::AddItem(BMenuItem* item, int32 index) {
+  if (item == nullptr || item->fMenu || index < 0 || index > CountItems()) return false;
+  fItems.emplace(fItems.begin() + index, item);
+  item->fMenu = this;
+  Changed();
+  return true;
+}
+
+bool BMenu::AddItem(BMenu* submenu) {
+  return AddItem(submenu, CountItems());
+}
+
+bool BMenu::AddItem(BMenu* submenu, int32 index) {
+  if (submenu == nullptr || submenu->fSuperitem || index < 0 || index > CountItems()) return false;
+  return AddItem(new BMenuItem(submenu), index);
+}
+
+bool BMenu::AddSeparatorItem() {
+  return AddItem(new BSeparatorItem);
+}
+
+BMenuItem* BMenu::RemoveItem(int32 index) {
+  if (!ItemAt(index)) return nullptr;
+  const auto place = fItems.begin() + index;
+  BMenuItem* const item = place->release();
+  fItems.erase(place);
+  item->fMenu = nullptr;
+  Changed();
+  return item;
+}
+
+bool BMenu::RemoveItem(BMenuItem* item) {
+  return RemoveItem(IndexOf(item)) != nullptr;
+}
+
+bool BMenu::RemoveItem(BMenu* submenu) {
+  return RemoveItem(IndexOf(submenu)) != nullptr;
+}
+
+BMenuItem* BMenu::ItemAt(int32 index) const {
+  return index >= 0 && index < CountItems() ? fItems[static_cast<size_t>(index)].get() : nullptr;
+}
+
+BMenu* BMenu::SubmenuAt(int32 index) const {
+  const BMenuItem* item = ItemAt(index);
+  return item ? item->Submenu() : nullptr;
+}
+
+int32 BMenu::IndexOf(const BMenuItem* item) const {
+  const auto found = std::find_if(fItems.begin(), fItems.end(), [&](const auto& own) { return own.get() == item; });
+  return item && found != fItems.end() ? static_cast<int32>(found - fItems.begin()) : -1;
+}
+
+int32 BMenu::IndexOf(const BMenu* submenu) const {
+  return submenu ? IndexOf(submenu->fSuperitem) : -1;
+}
+
+template <class Wanted>
+BMenuItem* BMenu::Find(const Wanted& wanted) const {
+  for (const auto& item : fItems) {
+    if (wanted(*item)) return item.get();
+    if (!item->Submenu()) continue;
+    if (BMenuItem* found = item->Submenu()->Find(wanted)) return found;
+  }
+  return nullptr;
+}
+
+BMenuItem* BMenu::FindItem(const char* label) const {
+  return Find([label](const BMenuItem& item) { return std::string_view(item.Label()) == label; });
+}
+
+BMenuItem* BMenu::FindItem(uint32 command) const {
+  return Find([command](const BMenuItem& item) { return item.Message() && item.Message()->what == command; });
+}
+
+BMenuItem* BMenu::FindById(int32 id) const {
+  return Find([id](const BMenuItem& item) { return item.fId == id; });
+}
+
+BMenuItem* BMenu::FindMarked() const {
+  const auto found = std::find_if(fItems.begin(), fItems.end(), [](const auto& item) { return item->IsMarked(); });
+  return found == fItems.end() ? nullptr : found->get();
+}
+
+void BMenu::SetRadioMode(bool radio) {
+  fRadioMode = radio;
+  Changed();
+}
+
+void BMenu::MarkOnly(const BMenuItem* marked) {
+  for (const auto& item : fItems) item->fMarked = item.get() == marked;
+}
+
+void BMenu::SetTargetForItems(const BMessenger& target) {
+  for (const auto& item : fItems) item->SetTarget(target);
+}
+
+void BMenu::SetTargetForItems(const BHandler* handler) {
+  SetTargetForItems(BMessenger(handler));
+}
+
+void BMenu::SetTitle(const char* title) {
+  fTitle = title;
+  Changed();
+}
+
+BMenu* BMenu::Supermenu() const {
+  return fSuperitem ? fSuperitem->Menu() : nullptr;
+}
+
+BWindow* BMenu::RootWindow() const {
+  return Supermenu() ? Supermenu()->RootWindow() : nullptr;
+}
+
+void BMenu::Changed() {
+  if (Supermenu()) Supermenu()->Changed();
+}
+
+std::vector<display::MenuEntry> BMenu::Snapshot() const {
+  std::vector<display::MenuEntry> entries;
+  for (const auto& item : fItems) {
+    display::MenuEntry& entry = entries.emplace_back();
+    entry.id = item->fId;
+    entry.label = item->Label();
+    entry.shortcut = item->Shortcut();
+    entry.modifiers = item->ShortcutModifiers();
+    entry.isSeparator = item->IsSeparator();
+    entry.isEnabled = item->IsEnabled();
+    entry.isMarked = item->IsMarked();
+    entry.isRadio = fRadioMode;
+    entry.hasSubmenu = item->Submenu() != nullptr;
+    entry.hasMessage = item->Message() != nullptr;
+    if (item->Submenu()) entry.submenu = item->Submenu()->Snapshot();
+  }
+  return entries;
+}

@@ -1,0 +1,48 @@
+#include "platform/display/view_peer.h"
+#include "platform/interface/follow.h"
+#include "platform/interface/view.h"
+#include "platform/interface/window.h"
+
+/** Where a view stands: set by call, or followed from there when its parent changes its size. The display does the same
+    by itself with the same numbers. */
+
+void BView::MoveTo(BPoint leftTop) {
+  SetFrame(fFrame.OffsetToCopy(leftTop));
+}
+
+void BView::ResizeTo(float width, float height) {
+  SetFrame({fFrame.left, fFrame.top, fFrame.left + width, fFrame.top + height});
+}
+
+void BView::SetResizingMode(uint32 mode) {
+  fResizingMode = mode;
+  SetFrame(fFrame);
+}
+
+BPoint BView::ParentSize() const {
+  if (fParent) return {fParent->fFrame.Width(), fParent->fFrame.Height()};
+  return fWindow ? fWindow->LayoutSize() : BPoint{};
+}
+
+void BView::SetFrame(BRect frame) {
+  const BRect old = fFrame;
+  fFrame = fSetFrame = frame;
+  fSetParentSize = ParentSize();
+  if (fPeer) fPeer->SetPlacement({fSetFrame, fSetParentSize, fResizingMode});
+  FrameChanged(old);
+}
+
+void BView::FollowParent() {
+  const BRect old = fFrame;
+  fFrame = follow_parent(fSetFrame, fResizingMode, fSetParentSize, ParentSize());
+  FrameChanged(old);
+}
+
+void BView::FrameChanged(BRect old) {
+  const bool tells = fWindow && (fFlags & B_FRAME_EVENTS);
+  if (tells && old.LeftTop() != fFrame.LeftTop()) FrameMoved(fFrame.LeftTop());
+  if (old.Width() == fFrame.Width() && old.Height() == fFrame.Height()) return;
+  for (BView* child : fChildren) child->FollowParent();
+  if (tells) FrameResized(fFrame.Width(), fFrame.Height());
+  Invalidate();
+}

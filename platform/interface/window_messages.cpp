@@ -1,0 +1,59 @@
+#include "platform/app/message.h"
+#include "platform/display/window_peer.h"
+#include "platform/interface/view.h"
+#include "platform/interface/window.h"
+
+/** What the display tells a window. */
+
+void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
+  switch (message->what) {
+  case B_KEY_DOWN:
+    return KeyPressed(message, handler);
+  case B_WINDOW_MOVED:
+    return Moved(handler, message);
+  case B_WINDOW_RESIZED:
+    return Resized(handler, message);
+  case display::DISPLAY_WINDOW_ACTIVATED:
+    return Activated(*message);
+  default:
+    return BLooper::DispatchMessage(message, handler);
+  }
+}
+
+void BWindow::MessageReceived(BMessage* message) {
+  BLooper::MessageReceived(message);
+}
+
+void BWindow::KeyPressed(BMessage* message, BHandler* handler) {
+  auto* view = dynamic_cast<BView*>(handler);
+  std::string bytes;
+  if (!view || message->FindString("bytes", &bytes) != B_OK || bytes.empty())
+    return BLooper::DispatchMessage(message, handler);
+  view->KeyDown(bytes.c_str(), static_cast<int32>(bytes.size()));
+}
+
+void BWindow::Moved(BHandler* handler, BMessage* message) {
+  if (handler != this) return BLooper::DispatchMessage(message, handler);
+  FrameMoved(fPeer->TakeMove().LeftTop());
+}
+
+void BWindow::Resized(BHandler* handler, BMessage* message) {
+  if (handler != this) return BLooper::DispatchMessage(message, handler);
+  const BRect frame = fPeer->TakeResize();
+  LayOut({frame.Width(), frame.Height()});
+  FrameResized(fSize.x, fSize.y);
+}
+
+void BWindow::Activated(const BMessage& message) {
+  bool active = false;
+  if (message.FindBool("active", &active) != B_OK || active == fIsActive) return;
+  fIsActive = active;
+  WindowActivated(active);
+  for (int32 i = 0; i < CountChildren(); ++i) fChildren[static_cast<size_t>(i)]->TellActivated(active);
+}
+
+void BWindow::FrameMoved(BPoint) {}
+
+void BWindow::FrameResized(float, float) {}
+
+void BWindow::WindowActivated(bool) {}
