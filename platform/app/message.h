@@ -116,7 +116,7 @@ public:
   /** True for a message made by dropping something on a window. */
   bool WasDropped() const;
   BPoint DropPoint() const;
-  void SetDropped(BPoint where);
+  void SetDropped(BPoint where, bool fromOtherApplication = true);
   /** Answers the asker; the first answer counts. B_NO_REPLY when nobody asked, B_BAD_PORT_ID when it is gone. */
   status_t SendReply(uint32 code) const;
   status_t SendReply(const BMessage* reply) const;

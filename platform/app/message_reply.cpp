@@ -45,9 +45,10 @@ BPoint BMessage::DropPoint() const {
   return fEnvelope ? fEnvelope->dropPoint : BPoint();
 }
 
-void BMessage::SetDropped(BPoint where) {
+void BMessage::SetDropped(BPoint where, bool fromOtherApplication) {
   fEnvelope = std::make_shared<Envelope>();
   fEnvelope->dropped = true;
+  fEnvelope->remote = fromOtherApplication;
   fEnvelope->dropPoint = where;
 }
 
