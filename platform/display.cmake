@@ -14,6 +14,8 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/menu_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/menu_widgets.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/native_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/panel_dialog.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/panel_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/picture_painter.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/plain_widget.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/row_list.cpp
@@ -21,11 +23,13 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/screen.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/string_label.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/string_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/text_runs.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/view_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/widget_guard.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/window_guard.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/window_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/alert.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/file_panel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/follow.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/font.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/list_item.cpp

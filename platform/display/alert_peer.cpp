@@ -44,6 +44,7 @@ void show(const AlertText& question, QWidget* window, const std::shared_ptr<Answ
   box->setAttribute(Qt::WA_DeleteOnClose);
   add_buttons(*box, question);
   QObject::connect(box, &QMessageBox::buttonClicked, box, [box, answer](QAbstractButton* pressed) {
+    if (box->parentWidget()) box->parentWidget()->activateWindow(); // where no window manager does
     answer->Give(static_cast<int32>(box->buttons().indexOf(pressed)));
   });
   // Window-modal: the window that asked waits, the others stay alive, and this thread goes on.

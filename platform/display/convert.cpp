@@ -1,10 +1,14 @@
 #include "platform/display/convert.h"
 
+#include <QFontDatabase>
+
 namespace display {
 
 QFont to_qfont(const BFont& font) {
   QFont result;
-  if (!font.Family().empty()) result.setFamilies({to_qstring(font.Family()), result.family()});
+  const QString family = to_qstring(font.Family());
+  // A missing family would be replaced by one that only suits the first characters of a text.
+  if (!family.isEmpty() && QFontDatabase::hasFamily(family)) result.setFamily(family);
   if (font.Size() > 0) result.setPointSizeF(static_cast<qreal>(font.Size()));
   result.setBold((font.Face() & B_BOLD_FACE) != 0);
   result.setItalic((font.Face() & B_ITALIC_FACE) != 0);

@@ -2,6 +2,7 @@
 
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"
+#include "platform/display/text_runs.h"
 
 #include <QFontMetricsF>
 
@@ -59,9 +60,8 @@ font_height height_of(const BFont& font) {
 }
 
 float width_of(const BFont& font, std::string_view text) {
-  return call([font, asked = std::string(text)] {
-    return static_cast<float>(QFontMetricsF(to_qfont(font)).horizontalAdvance(to_qstring(asked)));
-  });
+  return call(
+      [font, asked = std::string(text)] { return static_cast<float>(runs_width(to_qfont(font), to_qstring(asked))); });
 }
 
 } // namespace display

@@ -1,6 +1,7 @@
 #include "platform/display/picture_painter.h"
 
 #include "platform/display/convert.h"
+#include "platform/display/text_runs.h"
 
 #include <QPainter>
 
@@ -11,7 +12,7 @@ namespace {
 void paint_string(QPainter& painter, const picture_op& op) {
   painter.setFont(to_qfont(op.font));
   painter.setPen(to_qcolor(op.color));
-  painter.drawText(QPointF(static_cast<qreal>(op.rect.left), static_cast<qreal>(op.rect.top)), to_qstring(op.text));
+  draw_runs(painter, QPointF(static_cast<qreal>(op.rect.left), static_cast<qreal>(op.rect.top)), to_qstring(op.text));
 }
 
 void paint_outline(QPainter& painter, const picture_op& op) {

@@ -93,6 +93,10 @@ void RowList::paintEvent(QPaintEvent* event) {
   AskForPictures();
 }
 
+void RowList::keyPressEvent(QKeyEvent* event) {
+  event->ignore();
+}
+
 void RowList::resizeEvent(QResizeEvent* event) {
   QListView::resizeEvent(event);
   if (event->size().width() != event->oldSize().width()) fModel.InvalidateAll();

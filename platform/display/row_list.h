@@ -20,6 +20,8 @@ public:
 
 protected:
   void paintEvent(QPaintEvent* event) override;
+  /** Keys are the program's; what it hands back means nothing here. */
+  void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;

@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QWidget>
 
 namespace display {
@@ -36,7 +37,7 @@ void WidgetGuard::FillParent() {
 
 void WidgetGuard::Place() {
   const QWidget* parent = fWidget->parentWidget();
-  if (!parent) return;
+  if (!parent || parent->layout()) return;
   fWidget->setGeometry(fFillsParent ? parent->contentsRect()
                                     : to_qrect(follow_parent(fPlacement.frame, fPlacement.resizingMode,
                                                              fPlacement.parentSize, size_of(parent->size()))));

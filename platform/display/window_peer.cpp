@@ -6,6 +6,7 @@
 #include "platform/display/window_guard.h"
 
 #include <QLayout>
+#include <QMenuBar>
 #include <QPointer>
 #include <QWidget>
 
@@ -68,7 +69,10 @@ void WindowPeer::Change(std::function<void(QWidget*)> change) const {
 }
 
 void WindowPeer::Show() {
-  Change([](QWidget* widget) { widget->show(); });
+  Change([](QWidget* widget) {
+    widget->show();
+    widget->activateWindow(); // where no window manager does
+  });
 }
 
 void WindowPeer::Hide() {
@@ -141,7 +145,12 @@ BRect WindowPeer::TakeResize() {
 }
 
 std::function<void(QWidget*)> WindowPeer::Taker() const {
-  return [slot = fSlot](QWidget* control) { control->setParent(slot->widget); };
+  return [slot = fSlot](QWidget* control) {
+    control->setParent(slot->widget);
+    // A dialog of Qt's own lays its widgets out by itself.
+    if (auto* bar = qobject_cast<QMenuBar*>(control); bar && slot->widget && slot->widget->layout())
+      slot->widget->layout()->setMenuBar(bar);
+  };
 }
 
 std::function<QWidget*()> WindowPeer::Finder() const {

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/app/messenger.h"
+#include "platform/interface/file_panel.h"
+
+#include <QFileDialog>
+
+namespace display {
+
+/** Qt's own file dialog, without the questions for which it would wait in an event loop of its own. Tells the panel's
+    window what was chosen, and when it closes. */
+class PanelDialog : public QFileDialog {
+public:
+  PanelDialog(const BMessenger& window, file_panel_mode mode, bool allowMultiple);
+  void SetSaveText(const QString& name);
+  void accept() override;
+  void done(int result) override;
+
+private:
+  void AskToReplace(const QString& path);
+  void Say(const QString& text);
+
+  BMessenger fWindow;
+  bool fMayReplace = false;
+};
+
+} // namespace display

@@ -1,0 +1,56 @@
+#include "platform/display/panel_peer.h"
+
+#include "platform/display/convert.h"
+#include "platform/display/display_thread.h"
+#include "platform/display/panel_dialog.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace display {
+
+namespace {
+
+PanelDialog& dialog(QWidget* widget) {
+  return *static_cast<PanelDialog*>(widget);
+}
+
+} // namespace
+
+PanelPeer::PanelPeer(const BMessenger& window, const WindowSetup& setup, file_panel_mode mode, bool allowMultiple)
+    : WindowPeer(window, setup,
+                 [window, mode, allowMultiple]() -> QWidget* { return new PanelDialog(window, mode, allowMultiple); }) {
+}
+
+void PanelPeer::SetDirectory(const std::string& path) {
+  Change([path](QWidget* widget) {
+    const QString folder = to_qstring(path);
+    dialog(widget).setDirectory(QFileInfo(folder).isDir() ? folder : QDir::homePath());
+  });
+}
+
+std::string PanelPeer::Directory() const {
+  return call([find = Finder()] {
+    QWidget* widget = find();
+    return widget ? dialog(widget).directory().absolutePath().toStdString() : std::string();
+  });
+}
+
+void PanelPeer::SetSaveText(const std::string& name) {
+  Change([name](QWidget* widget) { dialog(widget).SetSaveText(to_qstring(name)); });
+}
+
+void PanelPeer::SetButtonLabel(file_panel_button button, const std::string& label) {
+  const auto which = button == B_CANCEL_BUTTON ? QFileDialog::Reject : QFileDialog::Accept;
+  Change([which, label](QWidget* widget) {
+    dialog(widget).setLabelText(which, to_qstring(label).replace(QLatin1Char('&'), QLatin1String("&&")));
+  });
+}
+
+void PanelPeer::Cancel() {
+  Change([](QWidget* widget) {
+    if (widget->isVisible()) dialog(widget).reject();
+  });
+}
+
+} // namespace display
