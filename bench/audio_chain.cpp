@@ -2,20 +2,23 @@
 // runs this for each of them.
 #include "bench/audio_errors.h"
 #include "bench/audio_signal.h"
-#include "bench/mpv_source.h"
+#include "bench/engine_source.h"
+#include "bench/library_source.h"
 #include "bench/player_run.h"
 #include "demo/sink_recorder.h"
 
 #include <cstdio>
 #include <exception>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
 namespace {
 
-constexpr const char* kUsage = "usage: audio_chain --noise FILE.wav | --clicks FILE.wav | --columns\n"
-                               "       audio_chain STRETCHER CONDITION TRACK   (TRACK named clicks… or noise…)\n"
-                               "       audio_chain --player PROGRAM TRACK";
+constexpr const char* kUsage = R"(usage: audio_chain --noise FILE.wav | --clicks FILE.wav | --columns
+       audio_chain BY CONDITION TRACK       TRACK named clicks… or noise…; BY is "engine" (the player's own source),
+                                            "library", or the library's filter for other speeds
+       audio_chain --player PROGRAM TRACK)";
 constexpr double kPlayerSeconds = 15;
 
 std::string file_name(const std::string& path) {
@@ -36,14 +39,19 @@ THeard finished_record(const TSinkRecorder& recorder) {
   return {recorder.Samples(), recorder.StartUs()};
 }
 
-void measure_library(const std::string& stretcher, const TCondition& condition, const std::string& path) {
+std::unique_ptr<TPositionSource> make_source(const std::string& by) {
+  if (by == "engine") return std::make_unique<TEngineSource>();
+  return std::make_unique<TLibrarySource>(by == "library" ? "" : by);
+}
+
+void measure(const std::string& by, const TCondition& condition, const std::string& path) {
   const TSinkRecorder recorder("heard.monitor");
-  TMpvSource source(stretcher);
-  const auto probes = run_condition(condition, source, path);
+  const auto source = make_source(by);
+  const auto probes = run_condition(condition, *source, path);
   const auto heard = finished_record(recorder);
   const auto errors = file_name(path).starts_with("clicks") ? click_errors(probes, heard, condition.speed)
                                                             : noise_errors(probes, heard, condition.speed != 1);
-  print_row(path, condition.name, condition.speed == 1 ? "library" : stretcher, errors, recorder);
+  print_row(path, condition.name, by, errors, recorder);
 }
 
 void measure_player(const std::string& player, const std::string& path) {
@@ -62,7 +70,7 @@ int run(const std::vector<std::string>& args) {
     return 0;
   }
   if (args.size() != 3) throw std::runtime_error(kUsage);
-  measure_library(args[0], parse_condition(args[1]), args[2]);
+  measure(args[0], parse_condition(args[1]), args[2]);
   return 0;
 }
 

@@ -1,4 +1,4 @@
-#include "bench/mpv_source.h"
+#include "bench/library_source.h"
 
 #include <mpv/client.h>
 
@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <thread>
 
-TMpvSource::TMpvSource(std::string stretcher) : fStretcher(std::move(stretcher)) {
+TLibrarySource::TLibrarySource(std::string stretcher) : fStretcher(std::move(stretcher)) {
   std::setlocale(LC_NUMERIC, "C");
   fMpv = mpv_create();
   const char* options[][2] = {
@@ -20,11 +20,11 @@ TMpvSource::TMpvSource(std::string stretcher) : fStretcher(std::move(stretcher))
   if (mpv_initialize(fMpv) < 0) throw std::runtime_error("the audio library does not start");
 }
 
-TMpvSource::~TMpvSource() {
+TLibrarySource::~TLibrarySource() {
   mpv_terminate_destroy(fMpv);
 }
 
-void TMpvSource::Play(const std::string& path) {
+void TLibrarySource::Play(const std::string& path) {
   const char* command[] = {"loadfile", path.c_str(), nullptr};
   mpv_command(fMpv, command);
   for (int i = 0; i < 500; ++i) {
@@ -34,24 +34,24 @@ void TMpvSource::Play(const std::string& path) {
   throw std::runtime_error("cannot play " + path);
 }
 
-void TMpvSource::Seek(double seconds) {
+void TLibrarySource::Seek(double seconds) {
   const std::string target = std::to_string(seconds);
   const char* command[] = {"seek", target.c_str(), "absolute+exact", nullptr};
   mpv_command(fMpv, command);
 }
 
-void TMpvSource::SetPaused(bool paused) {
+void TLibrarySource::SetPaused(bool paused) {
   int flag = paused;
   mpv_set_property(fMpv, "pause", MPV_FORMAT_FLAG, &flag);
 }
 
-void TMpvSource::SetSpeed(double speed) {
+void TLibrarySource::SetSpeed(double speed) {
   if (mpv_set_property_string(fMpv, "af", speed == 1 ? "" : fStretcher.c_str()) < 0)
     throw std::runtime_error("the audio library has no filter " + fStretcher);
   mpv_set_property(fMpv, "speed", MPV_FORMAT_DOUBLE, &speed);
 }
 
-double TMpvSource::PositionSec() {
+double TLibrarySource::PositionSec() {
   double seconds = std::nan("");
   return mpv_get_property(fMpv, "audio-pts", MPV_FORMAT_DOUBLE, &seconds) < 0 ? std::nan("") : seconds;
 }

@@ -5,11 +5,11 @@
 struct mpv_handle;
 
 /** The audio library by itself, asked without anything between. */
-class TMpvSource : public TPositionSource {
+class TLibrarySource : public TPositionSource {
 public:
   /** `stretcher` is the library's filter for speeds other than 1; empty for its own choice. */
-  explicit TMpvSource(std::string stretcher);
-  ~TMpvSource() override;
+  explicit TLibrarySource(std::string stretcher);
+  ~TLibrarySource() override;
   void Play(const std::string& path) override;
   void Seek(double seconds) override;
   void SetPaused(bool paused) override;
