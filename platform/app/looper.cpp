@@ -45,7 +45,11 @@ status_t BLooper::PostMessage(const BMessage* message, BHandler* handler, BHandl
 
 void BLooper::DispatchMessage(BMessage* message, BHandler* handler) {
   if (message->what == B_QUIT_REQUESTED && handler == this) {
-    if (QuitRequested()) Quit();
+    const bool agreed = QuitRequested();
+    BMessage answer(B_REPLY);
+    answer.AddBool("result", agreed);
+    message->SendReply(&answer);
+    if (agreed) Quit();
     return;
   }
   handler->MessageReceived(message);

@@ -50,7 +50,7 @@ public:
       on another thread it gives the lock up and waits until the looper's thread has ended and the looper is deleted.
       A looper that never ran is deleted at once. Messages still queued are dropped. */
   virtual void Quit();
-  /** Asked by B_QUIT_REQUESTED: true lets `Quit` follow. */
+  /** Asked by B_QUIT_REQUESTED: true lets `Quit` follow. The asker is told by B_REPLY with bool "result". */
   virtual bool QuitRequested();
 
   /** False when the looper is gone or ending. May be taken several times by one thread. */

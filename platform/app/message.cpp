@@ -10,6 +10,11 @@ MessageField* BMessage::Body::Find(const char* name) {
   return found == fields.end() ? nullptr : &*found;
 }
 
+FieldValue text_value(std::string_view bytes) {
+  if (bytes.find('\0') + 1 == bytes.size() && !bytes.empty()) return std::string(bytes.substr(0, bytes.size() - 1));
+  return RawValue{{bytes.begin(), bytes.end()}, false};
+}
+
 const MessageField* BMessage::Body::Find(const char* name) const {
   return const_cast<Body*>(this)->Find(name);
 }
@@ -120,8 +125,7 @@ status_t BMessage::AddPointer(const char* name, const void* value) {
 status_t BMessage::AddData(const char* name, type_code type, const void* bytes, size_t size, bool isFixedSize) {
   if (bytes == nullptr && size > 0) return B_BAD_VALUE;
   const char* start = static_cast<const char*>(bytes);
-  // Text stays text, so that it reads back the same whichever way it was added.
-  if (type == B_STRING_TYPE) return AddString(name, std::string_view(start, strnlen(start, size)));
+  if (type == B_STRING_TYPE) return add_value(&fBody->fields, name, type, text_value({start, size}));
   return add_value(&fBody->fields, name, type, RawValue{{start, start + size}, isFixedSize});
 }
 
@@ -141,7 +145,13 @@ status_t BMessage::FindDouble(const char* name, int32 index, double* value) cons
   return find_typed(fBody->Find(name), B_DOUBLE_TYPE, index, value);
 }
 status_t BMessage::FindString(const char* name, int32 index, std::string* value) const {
-  return find_typed(fBody->Find(name), B_STRING_TYPE, index, value);
+  const void* bytes = nullptr;
+  ssize_t size = 0;
+  const status_t status = FindData(name, B_STRING_TYPE, index, &bytes, &size);
+  if (status != B_OK) return status;
+  const char* const start = static_cast<const char*>(bytes);
+  value->assign(start, strnlen(start, static_cast<size_t>(size)));
+  return B_OK;
 }
 status_t BMessage::FindPoint(const char* name, BPoint* value) const {
   return find_typed(fBody->Find(name), B_POINT_TYPE, 0, value);

@@ -20,6 +20,9 @@ struct RawValue {
 using FieldValue = std::variant<bool, int32, int64, float, double, std::string, BPoint, BRect, entry_ref, BMessage,
                                 BMessenger, const void*, RawValue>;
 
+/** What a field of type 'CSTR' holds: a text, when the bytes are one and its NUL, else the bytes as they are. */
+FieldValue text_value(std::string_view bytes);
+
 struct MessageField {
   std::string name;
   type_code type;

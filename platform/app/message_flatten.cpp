@@ -124,7 +124,7 @@ bool read_value(type_code type, std::string_view bytes, FieldValue* value) {
   case B_RECT_TYPE:
     return read_number_into<BRect>(bytes, value);
   case B_STRING_TYPE:
-    *value = std::string(bytes);
+    *value = text_value(bytes);
     return true;
   case B_REF_TYPE: {
     entry_ref ref;
@@ -141,6 +141,7 @@ bool read_value(type_code type, std::string_view bytes, FieldValue* value) {
 
 struct ValueWriter {
   FlatWriter* out;
+  type_code type;
   void operator()(bool value) const { out->SizedNumber(static_cast<uint8>(value)); }
   void operator()(int32 value) const { out->SizedNumber(value); }
   void operator()(int64 value) const { out->SizedNumber(value); }
@@ -148,9 +149,12 @@ struct ValueWriter {
   void operator()(double value) const { out->SizedNumber(value); }
   void operator()(BPoint value) const { out->SizedNumber(value); }
   void operator()(const BRect& value) const { out->SizedNumber(value); }
-  void operator()(const std::string& value) const { out->Sized(value); }
+  void operator()(const std::string& value) const { out->Sized({value.c_str(), value.size() + 1}); }
   void operator()(const entry_ref& value) const { out->Sized(ref_bytes(value)); }
-  void operator()(const RawValue& value) const { out->Sized(raw_bytes(value)); }
+  void operator()(const RawValue& value) const {
+    if (type == B_STRING_TYPE) return out->Sized({value.bytes.data(), value.bytes.size()});
+    out->Sized(raw_bytes(value));
+  }
   void operator()(const BMessage& value) const {
     const std::vector<char> flat = value.Flatten();
     out->Sized(std::string_view(flat.data() + kHeaderSize, flat.size() - kHeaderSize));
@@ -164,7 +168,7 @@ void write_field(const MessageField& field, FlatWriter* out) {
   out->Number(static_cast<uint16>(field.name.size()));
   out->Bytes(field.name);
   out->Number(static_cast<uint32>(field.values.size()));
-  for (const FieldValue& value : field.values) std::visit(ValueWriter{out}, value);
+  for (const FieldValue& value : field.values) std::visit(ValueWriter{out, field.type}, value);
 }
 
 } // namespace

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/support/types.h"
+
+#include <string>
+#include <string_view>
+
+/** What the player tells of itself, 124 bytes in the machine's own byte order. */
+struct TInfoRecord {
+  int32 state = 0;      // 0 stopped, 1 playing, 2 paused
+  int32 positionMs = 0; // the moment of the song that is heard
+  int32 durationMs = 0;
+  char title[112] = {}; // ends at a NUL
+};
+static_assert(sizeof(TInfoRecord) == 124);
+
+/** The text as the record can hold it: at most 111 bytes, cut between characters. */
+std::string cut_title(std::string_view title);
+void set_title(TInfoRecord* record, std::string_view title);

@@ -1,0 +1,27 @@
+#include "platform/app/message.h"
+#include "platform/display/display.h"
+#include "player/command_line.h"
+#include "player/player_messages.h"
+#include "player/sonivo_app.h"
+
+#include <clocale>
+#include <cstdio>
+
+int main(int argc, char** argv) {
+  const TCommandLine commandLine = parse_command_line(argc, argv);
+  if (!commandLine.text.empty()) {
+    std::fputs(commandLine.text.c_str(), commandLine.fault ? stderr : stdout);
+    return commandLine.fault ? 2 : 0;
+  }
+  auto* const app = new TSonivoApp(commandLine);
+  const thread_id thread = app->Run();
+  const int exitCode = display::run(argc, argv, [app] {
+    // The display library has set the desktop's locale; numbers stay plain for the audio library.
+    std::setlocale(LC_NUMERIC, "C");
+    app->PostMessage(kMsgStart);
+  });
+  // Without a screen nothing was started: the application's looper is still there to be ended.
+  if (exitCode != 0) app->PostMessage(B_QUIT_REQUESTED);
+  wait_for_thread(thread, nullptr);
+  return exitCode;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <mpv/client.h>
+
+/** The audio library, loaded when first asked for rather than with the program: its hundred and more libraries would
+    keep the window off the screen for longer than everything else together. */
+struct TMpvLibrary {
+  decltype(&mpv_create) create;
+  decltype(&mpv_initialize) initialize;
+  decltype(&mpv_terminate_destroy) terminate_destroy;
+  decltype(&mpv_set_option_string) set_option_string;
+  decltype(&mpv_command_async) command_async;
+  decltype(&mpv_set_property_async) set_property_async;
+  decltype(&mpv_set_property_string) set_property_string;
+  decltype(&mpv_get_property) get_property;
+  decltype(&mpv_get_property_string) get_property_string;
+  decltype(&mpv_free) free;
+  decltype(&mpv_wait_event) wait_event;
+  decltype(&mpv_wakeup) wakeup;
+  decltype(&mpv_error_string) error_string;
+};
+
+/** Null, with a line on standard error, when the library is not there. Stays loaded. Any thread. */
+const TMpvLibrary* mpv_library();

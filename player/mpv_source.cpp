@@ -1,0 +1,249 @@
+#include "player/mpv_library.h"
+#include "player/song_source.h"
+#include "player/speed_bias.h"
+
+#include "platform/support/log.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <thread>
+
+namespace {
+
+constexpr const char* kStretchFilter = "rubberband";
+
+constexpr const char* kOptions[][2] = {
+    {"config", "no"},
+    {"vid", "no"},
+    {"audio-display", "no"},
+    {"terminal", "no"},
+    {"load-scripts", "no"},
+    {"ytdl", "no"},
+    {"osc", "no"},
+    {"input-default-bindings", "no"},
+    {"idle", "yes"},
+    {"hr-seek", "yes"},
+    {"gapless-audio", "weak"},
+    // Without a sound card the song still plays, in real time, to nowhere.
+    {"audio-fallback-to-null", "yes"},
+};
+
+/** libmpv behind the interface. One thread, its own, loads the library, waits for its events and makes every change;
+    the position may be asked by any thread. */
+class TMpvSource : public TSongSource {
+public:
+  explicit TMpvSource(TSongEvents* events) : fEvents(events) {}
+
+  ~TMpvSource() override {
+    {
+      const std::lock_guard lock(fMutex);
+      fEnding = true;
+    }
+    Wake();
+    if (fThread.joinable()) fThread.join();
+  }
+
+  int64 Load(const std::string& path, bool paused) override {
+    const int64 load = ++fLastLoad;
+    fPositionMs = 0;
+    Do([=, this] {
+      SetFlag("pause", paused);
+      fStartingLoad = load;
+      Command({"loadfile", path.c_str(), "replace"});
+    });
+    return load;
+  }
+  void Stop() override {
+    Do([this] { Command({"stop"}); });
+  }
+  void SetPaused(bool paused) override {
+    Do([=, this] { SetFlag("pause", paused); });
+  }
+  void SeekTo(int32 positionMs) override {
+    fPositionMs = positionMs;
+    Do([=, this] { Command({"seek", std::to_string(positionMs / 1000.0).c_str(), "absolute+exact"}); });
+  }
+  void SetSpeed(double speed) override {
+    Do([=, this] { ChangeSpeed(speed); });
+  }
+  void SetVolume(double percent) override {
+    Do([=, this] { SetNumber("volume", percent); });
+  }
+
+  int32 PositionMs() override {
+    mpv_handle* const mpv = fMpv;
+    double seconds = 0;
+    // Unavailable while nothing is heard: loading, seeking, stopped.
+    if (mpv && mpv_library()->get_property(mpv, "audio-pts", MPV_FORMAT_DOUBLE, &seconds) >= 0) {
+      fPositionMs = std::max(0, static_cast<int32>(std::lround(seconds * 1000 - fBiasMs)));
+    }
+    return fPositionMs;
+  }
+
+private:
+  using Change = std::function<void()>;
+
+  /** Queues a change for the source's thread, starting it with the first. */
+  void Do(Change change) {
+    {
+      const std::lock_guard lock(fMutex);
+      fChanges.push_back(std::move(change));
+      if (!fThread.joinable()) fThread = std::thread(&TMpvSource::Run, this);
+    }
+    Wake();
+  }
+
+  void Wake() {
+    fChanged.notify_all();
+    if (mpv_handle* const mpv = fMpv) mpv_library()->wakeup(mpv);
+  }
+
+  bool IsEnding() {
+    const std::lock_guard lock(fMutex);
+    return fEnding;
+  }
+
+  void Run() {
+    if (!Open()) return FailEveryLoad();
+    while (!IsEnding()) {
+      MakeChanges();
+      Handle(mpv_library()->wait_event(fMpv, -1));
+    }
+    mpv_library()->terminate_destroy(fMpv.exchange(nullptr));
+  }
+
+  bool Open() {
+    const TMpvLibrary* const library = mpv_library();
+    mpv_handle* const mpv = library ? library->create() : nullptr;
+    if (mpv == nullptr) return false;
+    for (const auto& [name, value] : kOptions) library->set_option_string(mpv, name, value);
+    if (library->initialize(mpv) < 0) {
+      library->terminate_destroy(mpv);
+      return false;
+    }
+    fMpv = mpv;
+    return true;
+  }
+
+  void FailEveryLoad() {
+    std::unique_lock lock(fMutex);
+    int64 told = 0;
+    while (!fEnding) {
+      if (const int64 load = fLastLoad; load != told) {
+        told = load;
+        lock.unlock();
+        fEvents->SongFailed(load, "the audio library could not be started");
+        lock.lock();
+      }
+      fChanges.clear();
+      fChanged.wait(lock, [&] { return fEnding || fLastLoad != told; });
+    }
+  }
+
+  void MakeChanges() {
+    for (;;) {
+      Change change;
+      {
+        const std::lock_guard lock(fMutex);
+        if (fChanges.empty()) return;
+        change = std::move(fChanges.front());
+        fChanges.pop_front();
+      }
+      change();
+    }
+  }
+
+  void Handle(const mpv_event* event) {
+    switch (event->event_id) {
+    case MPV_EVENT_START_FILE:
+      fEntryId = static_cast<const mpv_event_start_file*>(event->data)->playlist_entry_id;
+      fLoad = fStartingLoad;
+      break;
+    case MPV_EVENT_FILE_LOADED:
+      fEvents->SongLoaded(fLoad, ReadTags());
+      break;
+    case MPV_EVENT_END_FILE:
+      Ended(*static_cast<const mpv_event_end_file*>(event->data));
+      break;
+    default:
+      break;
+    }
+  }
+
+  void Ended(const mpv_event_end_file& end) {
+    if (end.playlist_entry_id != fEntryId) return;
+    if (end.reason == MPV_END_FILE_REASON_EOF) fEvents->SongEnded(fLoad);
+    if (end.reason == MPV_END_FILE_REASON_ERROR) fEvents->SongFailed(fLoad, mpv_library()->error_string(end.error));
+  }
+
+  TSongTags ReadTags() {
+    TSongTags tags{Text("metadata/by-key/title"), Text("metadata/by-key/artist"), 0};
+    double seconds = 0;
+    if (mpv_library()->get_property(fMpv, "duration", MPV_FORMAT_DOUBLE, &seconds) >= 0) {
+      tags.durationMs = static_cast<int32>(std::clamp(seconds * 1000, 0.0, 2147483647.0));
+    }
+    return tags;
+  }
+
+  std::string Text(const char* name) {
+    char* const value = mpv_library()->get_property_string(fMpv, name);
+    std::string text = value ? value : "";
+    mpv_library()->free(value);
+    return text;
+  }
+
+  /** The library's own stretching places its pieces up to 14 ms off, and that is heard; the filter keeps its place. */
+  void ChangeSpeed(double speed) {
+    const bool stretched = speed != 1.0;
+    if (stretched != fStretched) {
+      fHasFilter = stretched && mpv_library()->set_property_string(fMpv, "af", kStretchFilter) >= 0;
+      if (!stretched) mpv_library()->set_property_string(fMpv, "af", "");
+      if (stretched && !fHasFilter) log_error("audio", "no filter 'rubberband': positions at other speeds are rougher");
+      fStretched = stretched;
+    }
+    SetNumber("speed", speed);
+    fBiasMs = fHasFilter ? speed_bias_ms(speed) : 0;
+  }
+
+  void Command(std::initializer_list<const char*> words) {
+    std::vector<const char*> arguments(words);
+    arguments.push_back(nullptr);
+    mpv_library()->command_async(fMpv, 0, arguments.data());
+  }
+  void SetFlag(const char* name, bool value) {
+    int flag = value;
+    mpv_library()->set_property_async(fMpv, 0, name, MPV_FORMAT_FLAG, &flag);
+  }
+  void SetNumber(const char* name, double value) {
+    mpv_library()->set_property_async(fMpv, 0, name, MPV_FORMAT_DOUBLE, &value);
+  }
+
+  TSongEvents* const fEvents;
+  std::mutex fMutex; // guards the three below
+  std::deque<Change> fChanges;
+  bool fEnding = false;
+  std::thread fThread;
+  std::condition_variable fChanged;
+
+  std::atomic<mpv_handle*> fMpv{nullptr};
+  std::atomic<int64> fLastLoad{0};
+  std::atomic<int32> fPositionMs{0};
+  std::atomic<double> fBiasMs{0};
+  // On the source's thread only.
+  int64 fStartingLoad = 0;
+  int64 fLoad = 0;
+  int64 fEntryId = -1;
+  bool fStretched = false;
+  bool fHasFilter = false;
+};
+
+} // namespace
+
+std::unique_ptr<TSongSource> make_mpv_source(TSongEvents* events) {
+  return std::make_unique<TMpvSource>(events);
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "player/playlist.h"
+
+#include <string>
+#include <vector>
+
+/** All that the player's window shows, handed over whole after a change. */
+struct TPlayerState {
+  std::vector<TSong> songs;
+  int32 current = -1;
+  bool isPlaying = false;
+  int32 durationMs = 0;
+  double speed = 1;
+  double volume = 100;
+  /** What went wrong last; empty when nothing did. */
+  std::string fault;
+};

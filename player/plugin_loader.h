@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class GeneralPlugin;
+
+/** The plug-ins of one folder. One thread makes every call. */
+class TPluginLoader {
+public:
+  TPluginLoader();
+  TPluginLoader(const TPluginLoader&) = delete;
+  TPluginLoader& operator=(const TPluginLoader&) = delete;
+  ~TPluginLoader();
+
+  /** Loads and starts every `gen_*.so` of the folder, in byte order. An image that cannot be loaded, exports no
+      `NewPlugin`, or fails in it is left out. Returns what went wrong, a line for each. */
+  std::vector<std::string> LoadAll(const std::string& folder);
+  int Count() const { return static_cast<int>(fPlugins.size()); }
+  /** Cleans up and destroys every plug-in, and unloads those images of which no looper is left. */
+  void UnloadAll();
+
+private:
+  struct TPlugin {
+    void* image;
+    std::unique_ptr<GeneralPlugin> object;
+  };
+  std::string LoadOne(const std::string& path);
+  std::vector<TPlugin> fPlugins;
+};
+
+/** $SONIVO_PLUGINS, else the folder "plugins" beside the program's file. */
+std::string plugin_folder();

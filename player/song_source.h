@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/support/types.h"
+
+#include <memory>
+#include <string>
+
+/** What a song says of itself; texts are empty where it is silent. */
+struct TSongTags {
+  std::string title;
+  std::string artist;
+  int32 durationMs = 0;
+};
+
+/** Told what happens to the song. Called on a thread of the source, which must not be kept waiting. `load` is the
+   number that `Load` gave, so that news of a song that was replaced meanwhile can be told apart. */
+class TSongEvents {
+public:
+  TSongEvents() = default;
+  TSongEvents(const TSongEvents&) = delete;
+  TSongEvents& operator=(const TSongEvents&) = delete;
+  virtual ~TSongEvents() = default;
+  virtual void SongLoaded(int64 load, const TSongTags& tags) = 0;
+  virtual void SongEnded(int64 load) = 0;
+  virtual void SongFailed(int64 load, const std::string& reason) = 0;
+};
+
+/** Where sound and play position come from. Every call from any thread; none waits for the sound. */
+class TSongSource {
+public:
+  TSongSource() = default;
+  TSongSource(const TSongSource&) = delete;
+  TSongSource& operator=(const TSongSource&) = delete;
+  virtual ~TSongSource() = default;
+
+  /** Begins the song, replacing what plays. Returns the number of this load. */
+  virtual int64 Load(const std::string& path, bool paused) = 0;
+  virtual void Stop() = 0;
+  virtual void SetPaused(bool paused) = 0;
+  virtual void SeekTo(int32 positionMs) = 0;
+  /** 1 is the song's own speed; the pitch is kept. */
+  virtual void SetSpeed(double speed) = 0;
+  /** 0 to 100. */
+  virtual void SetVolume(double percent) = 0;
+  /** The moment of the song that is heard now, in ms; the last one known while nothing is heard. */
+  virtual int32 PositionMs() = 0;
+};
+
+/** The audio library's source. The library is loaded at the first song, on a thread of its own. */
+std::unique_ptr<TSongSource> make_mpv_source(TSongEvents* events);

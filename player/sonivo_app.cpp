@@ -1,0 +1,224 @@
+#include "player/sonivo_app.h"
+
+#include "platform/app/message.h"
+#include "platform/app/message_runner.h"
+#include "platform/app/roster.h"
+#include "platform/support/log.h"
+#include "player/front_end_host.h"
+#include "player/player_messages.h"
+#include "player/player_window.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr const char* kSignature = "application/x-vnd.Marvik-Sonivo";
+constexpr const char* kEditorSignature = "application/x-vnd.KOREVA-VesmoEditor";
+constexpr bigtime_t kTickUs = 100000;
+/** "Previous" within the first moments of a song goes to the song before, later to the song's start. */
+constexpr int32 kPreviousGoesBackMs = 3000;
+
+} // namespace
+
+TSonivoApp::TSonivoApp(TCommandLine commandLine)
+    : BApplication(kSignature), fCommandLine(std::move(commandLine)), fSource(make_mpv_source(this)),
+      fNowPlaying(fSource.get()), fHost(new TFrontEndHost(&fNowPlaying)) {
+  fHost->Run();
+}
+
+TSonivoApp::~TSonivoApp() = default;
+
+void TSonivoApp::MessageReceived(BMessage* message) {
+  int32 number = 0;
+  float real = 0;
+  switch (message->what) {
+  case kMsgStart:
+    return Start();
+  case kMsgPlayPause:
+    return PlayPause();
+  case kMsgNext:
+    return PlayNeighbour(1);
+  case kMsgPrevious:
+    return PlayNeighbour(-1);
+  case kMsgPlaySong:
+    if (message->FindInt32("index", &number) == B_OK) PlaySong(number, false);
+    return;
+  case kMsgSeek:
+    if (message->FindInt32("positionMs", &number) == B_OK) Seek(number);
+    return;
+  case kMsgSpeed:
+    if (message->FindFloat("speed", &real) == B_OK) SetSpeed(real);
+    return;
+  case kMsgVolume:
+    if (message->FindFloat("percent", &real) == B_OK) SetVolume(real);
+    return;
+  case kMsgAddSongs:
+    return AddSongs(*message);
+  case kMsgSongLoaded:
+    return Loaded(*message);
+  case kMsgSongEnded:
+    return Ended(*message);
+  case kMsgSongFailed:
+    return Failed(*message);
+  case kMsgTick:
+    return fWindow->ShowPosition(fSource->PositionMs());
+  case kMsgHandshake:
+    return Handshake(*message);
+  case kMsgWindowCloses:
+    return CloseRequested();
+  case B_REPLY:
+    return WindowAnswered(*message);
+  default:
+    if (!HandleScript(message)) BApplication::MessageReceived(message);
+  }
+}
+
+void TSonivoApp::Start() {
+  fWindow = new TPlayerWindow(BMessenger(this));
+  for (const std::string& song : fCommandLine.songs) fPlaylist.Add(song);
+  fWindow->Show();
+  StateChanged();
+  for (const std::string& fault : fPlugins.LoadAll(plugin_folder())) TellFault(fault);
+  ShowLyrics();
+  if (fPlaylist.Count() > 0) PlaySong(0, fCommandLine.startsPaused);
+  const BMessage tick(kMsgTick);
+  fTicker = std::make_unique<BMessageRunner>(BMessenger(this), &tick, kTickUs);
+}
+
+void TSonivoApp::ShowLyrics() const {
+  entry_ref ref;
+  if (fCommandLine.lyrics.empty() || get_ref_for_path(fCommandLine.lyrics.c_str(), &ref) != B_OK) return;
+  BMessage open(B_REFS_RECEIVED);
+  open.AddRef("refs", &ref);
+  BMessenger(kEditorSignature).SendMessage(&open, BMessenger(), 0);
+}
+
+void TSonivoApp::PlaySong(int32 index, bool paused) {
+  if (!fPlaylist.SetCurrent(index)) return;
+  TSong* const song = fPlaylist.CurrentSong();
+  fIsLoaded = true;
+  fState.isPlaying = !paused;
+  fState.durationMs = song->durationMs;
+  fLoad = fSource->Load(song->path, paused);
+  StateChanged();
+}
+
+void TSonivoApp::PlayPause() {
+  if (!fIsLoaded) return PlaySong(std::max(fPlaylist.Current(), int32{0}), false);
+  fState.isPlaying = !fState.isPlaying;
+  fSource->SetPaused(!fState.isPlaying);
+  StateChanged();
+}
+
+void TSonivoApp::PlayNeighbour(int32 direction) {
+  if (direction < 0 && fIsLoaded && fSource->PositionMs() > kPreviousGoesBackMs) return Seek(0);
+  PlaySong(fPlaylist.Neighbour(direction), false);
+}
+
+void TSonivoApp::Seek(int32 positionMs) {
+  if (!fIsLoaded) return;
+  const int32 bounded = std::clamp(positionMs, int32{0}, std::max(fState.durationMs, int32{0}));
+  fSource->SeekTo(bounded);
+  fWindow->ShowPosition(bounded);
+}
+
+void TSonivoApp::SetSpeed(float speed) {
+  fState.speed = std::clamp(static_cast<double>(speed), 0.25, 2.0);
+  fSource->SetSpeed(fState.speed);
+  StateChanged();
+}
+
+void TSonivoApp::SetVolume(float percent) {
+  fState.volume = std::clamp(static_cast<double>(percent), 0.0, 100.0);
+  fSource->SetVolume(fState.volume);
+}
+
+void TSonivoApp::AddSongs(const BMessage& message) {
+  const bool wasEmpty = fPlaylist.Count() == 0;
+  std::string path;
+  for (int32 i = 0; message.FindString("path", i, &path) == B_OK; ++i) {
+    if (fPlaylist.Add(path) == 0) TellFault("There is no song in " + path);
+  }
+  if (wasEmpty && fPlaylist.Count() > 0) return PlaySong(0, false);
+  StateChanged();
+}
+
+bool TSonivoApp::IsAboutThisLoad(const BMessage& message) const {
+  int64 load = 0;
+  return message.FindInt64("load", &load) == B_OK && load == fLoad && fPlaylist.Current() >= 0;
+}
+
+void TSonivoApp::Loaded(const BMessage& message) {
+  if (!IsAboutThisLoad(message)) return;
+  TSong* const song = fPlaylist.CurrentSong();
+  std::string title;
+  message.FindString("title", &title);
+  message.FindString("artist", &song->artist);
+  message.FindInt32("durationMs", &song->durationMs);
+  if (!title.empty()) song->title = title;
+  song->played = true;
+  song->failed = false;
+  fState.durationMs = song->durationMs;
+  StateChanged();
+}
+
+void TSonivoApp::Ended(const BMessage& message) {
+  if (!IsAboutThisLoad(message)) return;
+  const int32 next = fPlaylist.Neighbour(1);
+  if (next >= 0) return PlaySong(next, false);
+  fIsLoaded = false;
+  fState.isPlaying = false;
+  StateChanged();
+}
+
+void TSonivoApp::Failed(const BMessage& message) {
+  if (!IsAboutThisLoad(message)) return;
+  std::string reason;
+  message.FindString("reason", &reason);
+  TSong* const song = fPlaylist.CurrentSong();
+  song->failed = true;
+  TellFault("Cannot play " + song->path + ": " + reason);
+  Ended(message);
+}
+
+void TSonivoApp::TellFault(const std::string& fault) {
+  log_error("player", fault);
+  fState.fault = fault;
+  StateChanged();
+}
+
+void TSonivoApp::StateChanged() {
+  const TSong* const song = fPlaylist.CurrentSong();
+  const int32 state = !fIsLoaded ? 0 : fState.isPlaying ? 1 : 2;
+  fNowPlaying.Set(state, fState.durationMs, song ? song->title : std::string());
+  fState.songs = fPlaylist.Songs();
+  fState.current = fPlaylist.Current();
+  fWindow->ShowState(fState);
+  const std::string title = song ? "Sonivo – " + song->title : "Sonivo";
+  if (fWindow->Lock()) {
+    if (fWindow->Title() != title) fWindow->SetTitle(title.c_str());
+    fWindow->Unlock();
+  }
+}
+
+void TSonivoApp::SongLoaded(int64 load, const TSongTags& tags) {
+  BMessage message(kMsgSongLoaded);
+  message.AddInt64("load", load);
+  message.AddString("title", tags.title);
+  message.AddString("artist", tags.artist);
+  message.AddInt32("durationMs", tags.durationMs);
+  PostMessage(&message);
+}
+
+void TSonivoApp::SongEnded(int64 load) {
+  BMessage message(kMsgSongEnded);
+  message.AddInt64("load", load);
+  PostMessage(&message);
+}
+
+void TSonivoApp::SongFailed(int64 load, const std::string& reason) {
+  BMessage message(kMsgSongFailed);
+  message.AddInt64("load", load);
+  message.AddString("reason", reason);
+  PostMessage(&message);
+}

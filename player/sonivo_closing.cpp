@@ -1,0 +1,43 @@
+/** How the player ends: every other window is asked first, and one that will not close keeps it open. */
+
+#include "platform/app/message.h"
+#include "platform/app/message_runner.h"
+#include "platform/display/display.h"
+#include "platform/interface/window.h"
+#include "player/front_end_host.h"
+#include "player/player_window.h"
+#include "player/sonivo_app.h"
+
+void TSonivoApp::CloseRequested() {
+  if (fAwaitedAnswers > 0) return; // the windows are being asked
+  fAwaitedAnswers = 0;
+  const BMessage quit(B_QUIT_REQUESTED);
+  for (int32 i = 0; i < CountWindows(); ++i) {
+    BWindow* const window = WindowAt(i);
+    if (window == nullptr || window == fWindow) continue;
+    if (BMessenger(window).SendMessage(&quit, BMessenger(this), 0) == B_OK) ++fAwaitedAnswers;
+  }
+  if (fAwaitedAnswers == 0) End();
+}
+
+void TSonivoApp::WindowAnswered(const BMessage& message) {
+  bool agreed = false;
+  if (fAwaitedAnswers <= 0 || message.FindBool("result", &agreed) != B_OK) return;
+  if (!agreed) {
+    fAwaitedAnswers = -1;
+    return;
+  }
+  if (--fAwaitedAnswers == 0) End();
+}
+
+void TSonivoApp::End() {
+  fTicker.reset();
+  fPlugins.UnloadAll();
+  if (fWindow->Lock()) fWindow->Quit();
+  fWindow = nullptr;
+  if (fHost->Lock()) fHost->Quit();
+  fHost = nullptr;
+  fSource.reset();
+  display::quit();
+  Quit();
+}

@@ -1,0 +1,65 @@
+/** The player's answers to front ends and scripts. */
+
+#include "platform/app/message.h"
+#include "player/front_end_host.h"
+#include "player/info_record.h"
+#include "player/player_messages.h"
+#include "player/sonivo_app.h"
+
+void TSonivoApp::Handshake(const BMessage& message) const {
+  BMessage answer(kMsgHandshake);
+  answer.AddMessenger("Msgr", BMessenger(fHost));
+  message.SendReply(&answer);
+}
+
+namespace {
+
+/** Takes the specifier in force off when it names `property` in that form. */
+bool pop_specifier(BMessage* message, const char* property, uint32 form, int32* index) {
+  std::string name;
+  uint32 found = 0;
+  if (message->GetCurrentSpecifier(&name, &found, index) != B_OK || name != property || found != form) return false;
+  return message->PopSpecifier() == B_OK;
+}
+
+} // namespace
+
+bool TSonivoApp::HandleScript(BMessage* message) {
+  const bool counts = message->what == B_COUNT_PROPERTIES;
+  const bool executes = message->what == B_EXECUTE_PROPERTY;
+  if (!counts && !executes && message->what != B_GET_PROPERTY) return false;
+  int32 index = -1;
+  if (!pop_specifier(message, "Playlist", B_DIRECT_SPECIFIER, nullptr)) return false;
+  if (!pop_specifier(message, "Entry", counts ? B_DIRECT_SPECIFIER : B_INDEX_SPECIFIER, &index)) return false;
+  if (counts) {
+    CountEntries(*message);
+  } else if (executes) {
+    PlaySong(index, false);
+  } else {
+    GetEntry(*message, index);
+  }
+  return true;
+}
+
+void TSonivoApp::CountEntries(const BMessage& message) const {
+  BMessage answer(B_REPLY);
+  answer.AddInt32("result", fPlaylist.Count());
+  message.SendReply(&answer);
+}
+
+void TSonivoApp::GetEntry(const BMessage& message, int32 index) const {
+  const TSong* const song = fPlaylist.At(index);
+  BMessage answer(B_REPLY);
+  if (song == nullptr) {
+    answer.what = B_MESSAGE_NOT_UNDERSTOOD;
+    answer.AddInt32("error", B_BAD_INDEX);
+    answer.AddString("message", "The playlist has no such entry");
+  } else {
+    answer.AddString("filename", song->path);
+    answer.AddString("title", cut_title(song->title)); // as in the record: the two are compared byte for byte
+    answer.AddInt32("time", song->durationMs);
+    answer.AddBool("played", song->played);
+    answer.AddInt32("nr", index);
+  }
+  message.SendReply(&answer);
+}
