@@ -23,6 +23,8 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/screen.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/string_label.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/string_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/text_area.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/text_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/text_runs.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/view_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/widget_guard.cpp
@@ -44,6 +46,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/interface/screen.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/scroll_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/string_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/text_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/view_drawing.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/view_frame.cpp

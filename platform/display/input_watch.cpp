@@ -108,7 +108,9 @@ bool InputWatch::eventFilter(QObject*, QEvent* event) {
 void report_real_input_state() {
   report_modifiers(modifier_bits(QGuiApplication::queryKeyboardModifiers()));
 #if QT_CONFIG(xcb)
-  if (const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
+  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  // The offscreen platform has the interface but no connection behind it.
+  if (x11 && x11->connection())
     return report_x11_pointer(x11->connection());
 #endif
   report_mouse_buttons(button_bits(QGuiApplication::mouseButtons()));

@@ -34,6 +34,10 @@ void ViewPeer::Guard(std::function<void(WidgetGuard*)> change) const {
   Change([change = std::move(change)](QWidget* widget) { change(WidgetGuard::Of(widget)); });
 }
 
+void ViewPeer::SetName(const std::string& name) {
+  Change([name](QWidget* widget) { widget->setObjectName(to_qstring(name)); });
+}
+
 void ViewPeer::AttachTo(const ViewPeer& parent) {
   Change([parentSlot = parent.fSlot](QWidget* widget) { widget->setParent(parentSlot->widget); });
 }
@@ -65,7 +69,7 @@ void ViewPeer::SetFocus(bool focused) {
 
 void ViewPeer::SetColor(rgb_color color) {
   Change([color](QWidget* widget) {
-    QPalette palette;
+    QPalette palette = color.alpha != 0 ? widget->palette() : QPalette();
     if (color.alpha != 0) {
       palette.setColor(QPalette::Window, to_qcolor(color));
       palette.setColor(QPalette::Base, to_qcolor(color));

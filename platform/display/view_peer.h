@@ -57,6 +57,7 @@ public:
   ViewPeer& operator=(const ViewPeer&) = delete;
   virtual ~ViewPeer();
 
+  void SetName(const std::string& name);
   void AttachTo(const ViewPeer& parent);
   void AttachTo(const WindowPeer& window);
   void SetPlacement(const Placement& placement);

@@ -10,9 +10,7 @@
 BListView::BListView(BRect frame, const char* name, list_view_type, uint32 resizingMode, uint32 flags)
     : BView(frame, name, resizingMode, flags) {}
 
-BListView::~BListView() {
-  RemoveSelf();
-}
+BListView::~BListView() = default;
 
 std::shared_ptr<display::ViewPeer> BListView::MakePeer() {
   return std::make_shared<display::ListPeer>(BMessenger(this));

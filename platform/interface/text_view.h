@@ -37,6 +37,7 @@ public:
   void Paste();
   void SelectAll();
 
+  void DetachedFromWindow() override;
   void KeyDown(const char* bytes, int32 count) override;
   void MessageReceived(BMessage* message) override;
 

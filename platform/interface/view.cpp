@@ -79,6 +79,7 @@ void BView::Detach() {
 }
 
 void BView::HandStateToPeer() {
+  fPeer->SetName(Name());
   fPeer->SetPlacement({fSetFrame, fSetParentSize, fResizingMode});
   if (fViewColor.alpha != 0) fPeer->SetColor(fViewColor);
   if (fFont != *be_plain_font) fPeer->SetFont(fFont);

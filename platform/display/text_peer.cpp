@@ -1,0 +1,117 @@
+#include "platform/display/text_peer.h"
+
+#include "platform/display/convert.h"
+#include "platform/display/display_thread.h"
+#include "platform/display/text_area.h"
+#include "platform/display/view_peer_slot.h"
+
+namespace display {
+
+namespace {
+
+TextArea& area(QWidget* widget) {
+  return *static_cast<TextArea*>(widget);
+}
+
+int32 bytes_before(const QString& text, int position) {
+  return static_cast<int32>(QStringView(text).left(position).toUtf8().size());
+}
+
+int position_after(const QString& text, int32 bytes) {
+  return static_cast<int>(QString::fromUtf8(text.toUtf8().left(std::max<int32>(0, bytes))).size());
+}
+
+/** Asks the control; a default value once it is gone. */
+template <class Slot, class Question>
+auto asked(const Slot& slot, Question question) {
+  using Reply = std::invoke_result_t<Question, TextArea&>;
+  return call([slot, question] { return slot->widget ? question(area(slot->widget)) : Reply{}; });
+}
+
+} // namespace
+
+TextPeer::TextPeer(const BMessenger& view)
+    : ViewPeer(view, Keys::to_program, [view]() -> QWidget* { return new TextArea(view); }) {}
+
+void TextPeer::SetText(const std::string& text) {
+  Change([text](QWidget* widget) { area(widget).setPlainText(to_qstring(text)); });
+}
+
+void TextPeer::Insert(const std::string& text) {
+  Change([text](QWidget* widget) { area(widget).Enter(to_qstring(text)); });
+}
+
+void TextPeer::SetWraps(bool wraps) {
+  Change([wraps](QWidget* widget) {
+    area(widget).setLineWrapMode(wraps ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
+  });
+}
+
+void TextPeer::SetEditable(bool editable) {
+  Change([editable](QWidget* widget) { area(widget).setReadOnly(!editable); });
+}
+
+void TextPeer::SetTextColor(rgb_color color) {
+  Change([color](QWidget* widget) {
+    QPalette palette = widget->palette();
+    palette.setColor(QPalette::Text, to_qcolor(color));
+    widget->setPalette(palette);
+  });
+}
+
+void TextPeer::Select(int32 start, int32 end) {
+  Change([start, end](QWidget* widget) {
+    const QString text = area(widget).toPlainText();
+    QTextCursor caret = area(widget).textCursor();
+    caret.setPosition(position_after(text, start));
+    caret.setPosition(position_after(text, end), QTextCursor::KeepAnchor);
+    area(widget).setTextCursor(caret);
+  });
+}
+
+void TextPeer::GoToLine(int32 line) {
+  Change([line](QWidget* widget) { area(widget).GoToLine(line); });
+}
+
+void TextPeer::ScrollToSelection() {
+  Change([](QWidget* widget) { area(widget).ensureCursorVisible(); });
+}
+
+void TextPeer::Do(Command command) {
+  Change([command](QWidget* widget) {
+    switch (command) {
+    case Command::undo:
+      return area(widget).undo();
+    case Command::cut:
+      return area(widget).cut();
+    case Command::copy:
+      return area(widget).copy();
+    case Command::paste:
+      return area(widget).paste();
+    case Command::select_all:
+      return area(widget).selectAll();
+    }
+  });
+}
+
+std::string TextPeer::Text() const {
+  return asked(TheSlot(), [](TextArea& text) { return text.toPlainText().toStdString(); });
+}
+
+std::pair<int32, int32> TextPeer::Selection() const {
+  return asked(TheSlot(), [](TextArea& text) {
+    const QTextCursor caret = text.textCursor();
+    const QString all = text.toPlainText();
+    return std::pair<int32, int32>(bytes_before(all, caret.selectionStart()), bytes_before(all, caret.selectionEnd()));
+  });
+}
+
+int32 TextPeer::CurrentLine() const {
+  return asked(TheSlot(), [](TextArea& text) { return int32{text.CurrentLine()}; });
+}
+
+int32 TextPeer::CountLines() const {
+  return asked(TheSlot(), [](TextArea& text) { return int32{text.CountLines()}; });
+}
+
+} // namespace display

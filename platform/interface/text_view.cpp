@@ -1,0 +1,121 @@
+#include "platform/interface/text_view.h"
+
+#include "platform/app/message.h"
+#include "platform/display/text_peer.h"
+
+using display::TextPeer;
+
+BTextView::BTextView(BRect frame, const char* name, BRect textRect, uint32 resizingMode, uint32 flags)
+    : BView(frame, name, resizingMode, flags), fTextRect(textRect) {}
+
+std::shared_ptr<display::ViewPeer> BTextView::MakePeer() {
+  auto peer = std::make_shared<TextPeer>(BMessenger(this));
+  peer->SetText(fDetachedText);
+  peer->SetEditable(fEditable);
+  peer->SetTextColor(HighColor());
+  return peer;
+}
+
+void BTextView::DetachedFromWindow() {
+  fDetachedText = Text();
+}
+
+TextPeer* BTextView::Control() const {
+  return static_cast<TextPeer*>(Peer());
+}
+
+void BTextView::SetText(std::string_view text) {
+  if (Control())
+    Control()->SetText(std::string(text));
+  else
+    fDetachedText = text;
+}
+
+std::string BTextView::Text() const {
+  return Control() ? Control()->Text() : fDetachedText;
+}
+
+int32 BTextView::TextLength() const {
+  return static_cast<int32>(Text().size());
+}
+
+void BTextView::Insert(std::string_view text) {
+  InsertText(text);
+}
+
+void BTextView::InsertText(std::string_view text) {
+  if (Control()) Control()->Insert(std::string(text));
+}
+
+void BTextView::GetSelection(int32* start, int32* end) const {
+  const auto selection = Control() ? Control()->Selection() : std::pair<int32, int32>();
+  *start = selection.first;
+  *end = selection.second;
+}
+
+void BTextView::Select(int32 start, int32 end) {
+  if (Control()) Control()->Select(start, end);
+}
+
+void BTextView::ScrollToSelection() {
+  if (Control()) Control()->ScrollToSelection();
+}
+
+void BTextView::GoToLine(int32 line) {
+  if (Control()) Control()->GoToLine(line);
+}
+
+int32 BTextView::CurrentLine() const {
+  return Control() ? Control()->CurrentLine() : 0;
+}
+
+int32 BTextView::CountLines() const {
+  return Control() ? Control()->CountLines() : 0;
+}
+
+/** The control wraps at its own width; a wider rectangle means that nothing is to wrap. */
+void BTextView::SetTextRect(BRect rect) {
+  fTextRect = rect;
+  if (Control()) Control()->SetWraps(rect.Width() <= Bounds().Width());
+}
+
+void BTextView::MakeEditable(bool editable) {
+  fEditable = editable;
+  if (Control()) Control()->SetEditable(editable);
+}
+
+void BTextView::SetFontAndColor(const BFont* font, uint32 mask, const rgb_color* color) {
+  if (font) SetFont(font, mask);
+  if (!color) return;
+  SetHighColor(*color);
+  if (Control()) Control()->SetTextColor(*color);
+}
+
+void BTextView::Undo() {
+  if (Control()) Control()->Do(TextPeer::Command::undo);
+}
+void BTextView::Cut() {
+  if (Control()) Control()->Do(TextPeer::Command::cut);
+}
+void BTextView::Copy() {
+  if (Control()) Control()->Do(TextPeer::Command::copy);
+}
+void BTextView::Paste() {
+  if (Control()) Control()->Do(TextPeer::Command::paste);
+}
+void BTextView::SelectAll() {
+  if (Control()) Control()->Do(TextPeer::Command::select_all);
+}
+
+void BTextView::KeyDown(const char* bytes, int32 count) {
+  const auto first = static_cast<uint8>(bytes[0]);
+  const bool typesText = first == B_RETURN || (first >= B_SPACE && first != B_DELETE);
+  if (!typesText) return BView::KeyDown(bytes, count);
+  if (fEditable) InsertText(std::string_view(bytes, static_cast<size_t>(count)));
+}
+
+void BTextView::MessageReceived(BMessage* message) {
+  std::string text;
+  if (message->what != display::DISPLAY_TEXT_ENTERED) return BView::MessageReceived(message);
+  if (message->FindString("text", &text) == B_OK) InsertText(text);
+}

@@ -1,0 +1,92 @@
+#include "platform/app/message.h"
+#include "platform/interface/alert.h"
+#include "platform/interface/window.h"
+#include "tests/display/hands.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <future>
+
+using testing::ElementsAre;
+
+namespace {
+
+BAlert* save_question() {
+  auto* alert = new BAlert("Vesmo Editor", "\"song.lrc\" is not saved.", "Cancel(C)", "No(N)", "Yes(Y)");
+  alert->SetShortcut(0, 'C');
+  alert->SetShortcut(1, 'N');
+  alert->SetShortcut(2, 'Y');
+  alert->SetEscapeButton(0);
+  return alert;
+}
+
+int32 asked(BAlert* alert, const std::function<void()>& answer) {
+  auto result = std::async(std::launch::async, [alert] { return alert->Go(); });
+  hands::wait_for_question();
+  answer();
+  return result.get();
+}
+
+} // namespace
+
+TEST(Alert, ShowsCaptionTextAndButtonsFromLeftToRight) {
+  hands::Question seen;
+  asked(save_question(), [&] {
+    seen = hands::wait_for_question();
+    hands::answer_with_button("No(N)");
+  });
+  EXPECT_EQ(seen.caption, "Vesmo Editor");
+  EXPECT_EQ(seen.text, "\"song.lrc\" is not saved.");
+  EXPECT_THAT(seen.buttons, ElementsAre("Cancel(C)", "No(N)", "Yes(Y)"));
+}
+
+TEST(Alert, EveryWayToAnswerGivesThePlaceOfTheButton) {
+  EXPECT_EQ(asked(save_question(), [] { hands::answer_with_button("No(N)"); }), 1);
+  EXPECT_EQ(asked(save_question(), [] { hands::answer_with_key("N"); }), 1);
+  EXPECT_EQ(asked(save_question(), [] { hands::answer_with_key("C"); }), 0);
+  EXPECT_EQ(asked(save_question(), [] { hands::answer_with_key("Escape"); }), 0);
+  EXPECT_EQ(asked(save_question(), [] { hands::answer_with_key("Return"); }), 2);
+}
+
+TEST(Alert, OnlyButtonIsWhatEscapeMeans) {
+  auto* notice = new BAlert("Vesmo Editor", "cannot be read", "I see");
+  EXPECT_EQ(asked(notice, [] { hands::answer_with_key("Escape"); }), 0);
+}
+
+TEST(Alert, WindowThatAsksWaitsWhileOthersGoOn) {
+  struct Asker : BWindow {
+    Asker() : BWindow({0, 0, 199, 99}, "asker") {}
+    void MessageReceived(BMessage* message) override {
+      if (message->what == 'ask_') fAnswer.set_value(save_question()->Go());
+    }
+    std::promise<int32> fAnswer;
+  };
+  struct Other : BWindow {
+    Other() : BWindow({0, 0, 199, 99}, "other") {}
+    void MessageReceived(BMessage* message) override {
+      if (message->what == 'ping') message->SendReply('pong');
+    }
+  };
+  auto* asker = new Asker;
+  auto* other = new Other;
+  asker->Show();
+  other->Show();
+  auto answer = asker->fAnswer.get_future();
+  asker->PostMessage('ask_');
+  hands::wait_for_question();
+
+  BMessage reply;
+  const BMessage ping('ping');
+  EXPECT_EQ(BMessenger(other).SendMessage(&ping, &reply), B_OK);
+  EXPECT_EQ(reply.what, uint32{'pong'});
+  other->Lock();
+  other->SetTitle("changed meanwhile");
+  other->Unlock();
+  EXPECT_TRUE(hands::is_shown(*other));
+
+  hands::answer_with_key("Y");
+  EXPECT_EQ(answer.get(), 2);
+  for (BWindow* window : {static_cast<BWindow*>(asker), static_cast<BWindow*>(other)})
+    if (window->Lock()) window->Quit();
+}

@@ -1,0 +1,57 @@
+#include "platform/display/display_thread.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+TEST(DisplayThread, ChangesAreMadeInTheOrderOfEachPosterOnOneThread) {
+  constexpr int kPosters = 4;
+  constexpr int kPosts = 5000;
+  std::vector<std::vector<int>> seen(kPosters); // touched on the display thread, read after the last answer
+  std::vector<std::jthread> posters;
+  std::atomic<int> elsewhere{0};
+  for (int poster = 0; poster < kPosters; ++poster) {
+    posters.emplace_back([poster, &seen, &elsewhere] {
+      for (int i = 0; i < kPosts; ++i)
+        display::post([=, &seen, &elsewhere] {
+          if (!display::is_display_thread()) ++elsewhere;
+          seen[static_cast<size_t>(poster)].push_back(i);
+        });
+    });
+  }
+  posters.clear();
+  const auto result = display::call([&seen] { return seen; });
+  EXPECT_EQ(elsewhere, 0);
+  for (const auto& numbers : result) {
+    ASSERT_EQ(numbers.size(), size_t{kPosts});
+    EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
+  }
+}
+
+TEST(DisplayThread, QuestionAskedOnTheDisplayItselfIsAnsweredAtOnce) {
+  EXPECT_EQ(display::call([] { return display::call([] { return 7; }); }), 7);
+}
+
+TEST(DisplayThread, FaultInOneChangeLeavesTheOthersAndFreesTheAsker) {
+  EXPECT_EQ(display::call([]() -> int { throw std::runtime_error("this fault is part of the test"); }, -5), -5);
+  EXPECT_EQ(display::call([] { return 3; }), 3);
+}
+
+TEST(DisplayAnswer, DroppedQuestionGivesTheDefault) {
+  auto answer = std::make_unique<display::Answer<int>>(-1);
+  auto waiter = answer->Waiter();
+  answer.reset();
+  EXPECT_EQ(waiter.get(), -1);
+}
+
+TEST(DisplayAnswer, FirstAnswerCounts) {
+  display::Answer<int> answer(-1);
+  auto waiter = answer.Waiter();
+  answer.Give(1);
+  answer.Give(2);
+  EXPECT_EQ(waiter.get(), 1);
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/support/geometry.h"
+
+#include <string>
+#include <vector>
+
+class BWindow;
+
+/** What a user does to windows, for tests: real events through the window system of the display. Called beside the
+    display, from the thread that owns the window or delivers its messages by hand. */
+namespace hands {
+
+/** Lets the display work off all it was told and all events that follow. */
+void wait_for_display();
+/** Delivers the messages of a window that does not run, until neither it nor the display has anything left to do. */
+void settle(BWindow& window);
+
+/** A key in Qt's notation: "Down", "Space", "Ctrl+Shift+0", "a". Goes to the control with the focus. */
+void press(BWindow& window, const std::string& key);
+/** A key held down: a second press that says so. */
+void repeat(BWindow& window, const std::string& key);
+/** In the coordinates of the control of the view of that name. */
+void click(BWindow& window, const std::string& view, BPoint where, int times = 1);
+void press_close_button(BWindow& window);
+void resize_by_hand(BWindow& window, int width, int height);
+void move_by_hand(BWindow& window, int x, int y);
+void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& paths, bool fromThisProgram = false);
+void paste(BWindow& window, const std::string& text);
+void compose(BWindow& window, const std::string& preedit, const std::string& commit);
+
+/** Unfolds the menus on the way and clicks the last label. False when there is no such item or it is disabled. */
+bool choose(BWindow& window, const std::vector<std::string>& labels);
+struct MenuLine {
+  std::string label;
+  bool isMarked = false;
+  bool isEnabled = true;
+  std::string shortcut;
+};
+/** The lines of the menu that the labels lead to, separators with an empty label. */
+std::vector<MenuLine> menu_lines(BWindow& window, const std::vector<std::string>& labels);
+
+/** The question on the screen; waits up to 10 s for one. */
+struct Question {
+  std::string caption;
+  std::string text;
+  std::vector<std::string> buttons;
+};
+Question wait_for_question();
+/** A key typed into the question; false when there is none. */
+bool answer_with_key(const std::string& key);
+bool answer_with_button(const std::string& label);
+
+/** How much the list of that name says of a row to those who listen to the screen; empty when never drawn. */
+std::string row_text(BWindow& window, const std::string& list, int row);
+std::string label_text(BWindow& window, const std::string& view);
+BRect control_frame(BWindow& window, const std::string& view);
+bool is_on_top(BWindow& window);
+
+/** Chooses in a file panel as a user does: the name typed into the field, then Return. */
+void type_file_name(BWindow& panel, const std::string& name);
+std::string file_name_selected(BWindow& panel);
+bool is_shown(BWindow& window);
+
+} // namespace hands

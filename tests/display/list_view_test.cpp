@@ -1,0 +1,199 @@
+#include "platform/app/message.h"
+#include "platform/interface/scroll_view.h"
+#include "tests/display/hands.h"
+#include "tests/display/test_rows.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using testing::ElementsAre;
+
+namespace {
+
+class ListWindow : public BWindow {
+public:
+  ListWindow() : BWindow({100, 100, 399, 299}, "list") {
+    SetRunsOnShow(false);
+    fList = new StampList({0, 0, 299, 199}, "list", B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL_SIDES);
+    AddChild(new BScrollView({0, 0, 299, 199}, "scroll", fList, B_FOLLOW_ALL_SIDES));
+    fList->MakeFocus();
+  }
+  void MessageReceived(BMessage* message) override {
+    fReceived.push_back(message->what);
+    BWindow::MessageReceived(message);
+  }
+  StampList* fList;
+  std::vector<uint32> fReceived;
+};
+
+} // namespace
+
+class ListView : public testing::Test {
+protected:
+  ListView() : fWindow(new ListWindow), fList(fWindow->fList) {}
+  ~ListView() override {
+    fWindow->Lock();
+    fWindow->Quit();
+  }
+
+  void Fill(int rows) {
+    std::vector<BListItem*> items;
+    for (int i = 0; i < rows; ++i) {
+      fRows.push_back(std::make_unique<TestRow>("row " + std::to_string(i)));
+      items.push_back(fRows.back().get());
+    }
+    fList->AddList(items);
+  }
+
+  void ShowWith(int rows) {
+    Fill(rows);
+    fWindow->Show();
+    hands::settle(*fWindow);
+  }
+
+  int RowsDrawn() const {
+    int drawn = 0;
+    for (const auto& row : fRows) drawn += row->fDrawn > 0 ? 1 : 0;
+    return drawn;
+  }
+
+  std::vector<std::unique_ptr<TestRow>> fRows;
+  ListWindow* fWindow;
+  StampList* fList;
+};
+
+TEST_F(ListView, KeysTypedBeforeTheWindowLooksWorkOnTheRightRows) {
+  ShowWith(20);
+  fList->Select(0);
+  for (const char* key : {"Down", "Space", "Space", "Up", "Space"}) hands::press(*fWindow, key);
+  hands::settle(*fWindow);
+  EXPECT_THAT(fList->fStamped, ElementsAre(1, 2, 2));
+  EXPECT_EQ(fList->CurrentSelection(), 3);
+}
+
+TEST_F(ListView, HeldSpaceBarSaysThatItRepeats) {
+  ShowWith(20);
+  fList->Select(0);
+  hands::press(*fWindow, "Space");
+  hands::repeat(*fWindow, "Space");
+  hands::repeat(*fWindow, "Space");
+  hands::press(*fWindow, "Space");
+  hands::settle(*fWindow);
+  EXPECT_THAT(fList->fRepeats, ElementsAre(0, 1, 2, 0));
+}
+
+TEST_F(ListView, ClicksAndKeysKeepTheirOrder) {
+  ShowWith(20);
+  const float second = fList->ItemFrame(2).top + 3;
+  const float fifth = fList->ItemFrame(5).top + 3;
+  hands::click(*fWindow, "list", {20, second});
+  hands::press(*fWindow, "Space");
+  hands::click(*fWindow, "list", {20, fifth});
+  hands::press(*fWindow, "Space");
+  hands::settle(*fWindow);
+  EXPECT_THAT(fList->fStamped, ElementsAre(2, 5));
+}
+
+TEST_F(ListView, ArrowAndPageKeysStopAtTheEnds) {
+  ShowWith(100);
+  struct Step {
+    const char* key;
+    int32 expected;
+  };
+  const auto page = static_cast<int32>(200 / (fList->ItemFrame(0).Height() + 1));
+  const Step steps[] = {{"Down", 0},  {"Up", 0},           {"Down", 1},    {"Home", 0}, {"End", 99},
+                        {"Down", 99}, {"PgUp", 99 - page}, {"PgDown", 99}, {"Home", 0}, {"PgDown", page}};
+  for (const Step& step : steps) {
+    hands::press(*fWindow, step.key);
+    hands::settle(*fWindow);
+    EXPECT_EQ(fList->CurrentSelection(), step.expected) << step.key;
+  }
+}
+
+TEST_F(ListView, OfManyRowsOnlyThoseOnTheScreenAreDrawn) {
+  ShowWith(100000);
+  const int onScreen = RowsDrawn();
+  EXPECT_GT(onScreen, 5);
+  EXPECT_LT(onScreen, 40);
+  EXPECT_EQ(hands::row_text(*fWindow, "list", 0), "row 0");
+
+  fList->Select(99999);
+  fList->ScrollToSelection();
+  hands::settle(*fWindow);
+  EXPECT_LE(RowsDrawn(), 2 * onScreen + 1);
+  EXPECT_EQ(hands::row_text(*fWindow, "list", 99999), "row 99999 *");
+}
+
+TEST_F(ListView, InvalidatedRowIsDrawnAgainAndNoOther) {
+  ShowWith(10);
+  for (const auto& row : fRows) row->fDrawn = 0;
+  fRows[3]->SetText("changed");
+  fList->Invalidate(fList->ItemFrame(3));
+  fList->InvalidateItem(3);
+  hands::settle(*fWindow);
+  EXPECT_EQ(hands::row_text(*fWindow, "list", 3), "changed");
+  EXPECT_EQ(RowsDrawn(), 1);
+}
+
+TEST_F(ListView, RemovedAndInsertedRowsMoveTheSelectionAlong) {
+  ShowWith(10);
+  fList->Select(5);
+  fList->RemoveItem(2);
+  EXPECT_EQ(fList->CurrentSelection(), 4);
+  fList->AddItem(fRows[2].get(), 0);
+  EXPECT_EQ(fList->CurrentSelection(), 5);
+  hands::settle(*fWindow);
+  EXPECT_EQ(hands::row_text(*fWindow, "list", 0), "row 2");
+  EXPECT_EQ(hands::row_text(*fWindow, "list", 3), "row 3");
+  fList->RemoveItem(5);
+  EXPECT_EQ(fList->CurrentSelection(), -1);
+  EXPECT_FALSE(fRows[5]->IsSelected());
+}
+
+TEST_F(ListView, EmptiedAndFilledAgainShowsTheNewRowsAtTheTop) {
+  ShowWith(1000);
+  fList->Select(900);
+  fList->ScrollToSelection();
+  hands::settle(*fWindow);
+  fList->MakeEmpty();
+  fRows.clear();
+  Fill(3);
+  hands::settle(*fWindow);
+  EXPECT_EQ(fList->CurrentSelection(), -1);
+  EXPECT_EQ(hands::row_text(*fWindow, "list", 2), "row 2");
+}
+
+TEST_F(ListView, LargerFontMakesHigherRows) {
+  ShowWith(10);
+  const float before = fList->ItemFrame(0).Height();
+  BFont font;
+  font.SetSize(30);
+  fList->SetFont(&font, B_FONT_SIZE);
+  EXPECT_GT(fList->ItemFrame(0).Height(), before);
+  EXPECT_EQ(fList->ItemFrame(4).top, 4 * (fList->ItemFrame(0).Height() + 1));
+}
+
+TEST_F(ListView, RowsOfDifferentHeightStandBelowEachOther) {
+  ShowWith(3);
+  fRows[1]->SetHeight(49);
+  fList->AddItem(fRows[0].get()); // tells the list to lay out again
+  EXPECT_EQ(fList->ItemFrame(1).Height(), 49);
+  EXPECT_EQ(fList->ItemFrame(2).top, fList->ItemFrame(1).bottom + 1);
+  hands::settle(*fWindow);
+  hands::click(*fWindow, "list", {10, fList->ItemFrame(2).top + 2});
+  hands::settle(*fWindow);
+  EXPECT_EQ(fList->CurrentSelection(), 2);
+}
+
+TEST_F(ListView, ReturnAndDoubleClickInvoke) {
+  fList->SetInvocationMessage(new BMessage('invk'));
+  ShowWith(10);
+  fList->Select(1);
+  hands::press(*fWindow, "Return");
+  hands::click(*fWindow, "list", {20, fList->ItemFrame(4).top + 3}, 2);
+  hands::settle(*fWindow);
+  EXPECT_EQ(std::count(fWindow->fReceived.begin(), fWindow->fReceived.end(), uint32{'invk'}), 2);
+  EXPECT_EQ(fList->CurrentSelection(), 4);
+}

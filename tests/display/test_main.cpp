@@ -1,0 +1,18 @@
+#include "platform/display/display.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <thread>
+
+/** The tests run beside the display, as a program's loopers do. */
+int main(int argc, char** argv) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  testing::InitGoogleTest(&argc, argv);
+  if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();
+  std::thread tests;
+  const int exitCode =
+      display::run(argc, argv, [&tests] { tests = std::thread([] { display::quit(RUN_ALL_TESTS()); }); });
+  tests.join();
+  return exitCode;
+}
