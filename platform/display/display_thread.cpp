@@ -3,13 +3,13 @@
 #include "platform/display/display_queue.h"
 #include "platform/support/log.h"
 
-#include <QCoreApplication>
-#include <QEvent>
+#include <QSocketNotifier>
 
 #include <atomic>
 #include <deque>
 #include <exception>
 #include <mutex>
+#include <sys/eventfd.h>
 #include <thread>
 #include <vector>
 
@@ -18,11 +18,11 @@ namespace display {
 namespace {
 
 /** What was posted and not yet taken by the display thread. The lock guards every field; nothing is called or
-    destroyed under it but Qt's own posting. */
+    destroyed under it. The first change of a batch rings the bell. */
 struct Inbox {
   std::mutex lock;
   std::vector<std::function<void()>> changes;
-  QObject* taker = nullptr;
+  int bell = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
   bool ended = false;
 };
 
@@ -33,18 +33,23 @@ Inbox& inbox() {
 
 std::atomic<std::thread::id> displayThread;
 
-/** Takes the posted changes and makes them, one by one in their order, also from inside an event loop of Qt's own. */
-class Taker : public QObject {
+/** Makes the posted changes when the bell rings, one by one in their order, also from inside an event loop of Qt's own.
+ */
+class Taker {
 public:
-  bool event(QEvent* event) override {
-    if (event->type() != QEvent::User) return QObject::event(event);
-    TakeAll();
-    while (!fTaken.empty()) MakeFirst();
-    return true;
+  Taker() : fBell(inbox().bell, QSocketNotifier::Read) {
+    QObject::connect(&fBell, &QSocketNotifier::activated, &fBell, [this] { MakeAll(); });
   }
 
 private:
+  void MakeAll() {
+    TakeAll();
+    while (!fTaken.empty()) MakeFirst();
+  }
+
   void TakeAll() {
+    eventfd_t rings = 0;
+    eventfd_read(inbox().bell, &rings);
     const std::scoped_lock hold(inbox().lock);
     for (auto& change : inbox().changes) fTaken.push_back(std::move(change));
     inbox().changes.clear();
@@ -60,6 +65,7 @@ private:
     }
   }
 
+  QSocketNotifier fBell;
   std::deque<std::function<void()>> fTaken;
 };
 
@@ -70,8 +76,7 @@ void post(std::function<void()> change) {
   const std::scoped_lock hold(inbox().lock);
   if (inbox().ended) return;
   inbox().changes.push_back(std::move(change));
-  if (inbox().changes.size() == 1 && inbox().taker)
-    QCoreApplication::postEvent(inbox().taker, new QEvent(QEvent::User));
+  if (inbox().changes.size() == 1) eventfd_write(inbox().bell, 1);
 }
 
 bool is_display_thread() {
@@ -88,9 +93,6 @@ struct Queue::Impl {
 
 Queue::Queue() : fImpl(std::make_unique<Impl>()) {
   displayThread = std::this_thread::get_id();
-  const std::scoped_lock hold(inbox().lock);
-  inbox().taker = &fImpl->taker;
-  QCoreApplication::postEvent(inbox().taker, new QEvent(QEvent::User));
 }
 
 Queue::~Queue() {
@@ -98,7 +100,6 @@ Queue::~Queue() {
   {
     const std::scoped_lock hold(inbox().lock);
     inbox().ended = true;
-    inbox().taker = nullptr;
     dropped.swap(inbox().changes);
   }
   dropped.clear();

@@ -74,7 +74,6 @@ private:
     BMessage closed(B_CANCEL);
     closed.AddPointer("source", fPanel);
     fTarget.SendMessage(&closed, BMessenger(), 0);
-    fPanel->WasHidden();
   }
 
   BFilePanel* fPanel;

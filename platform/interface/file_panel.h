@@ -48,8 +48,6 @@ public:
 
   /** Hook, on the panel window's thread with it locked: the user has chosen. The base sends the message. */
   virtual void SendMessage(const BMessenger* target, BMessage* message);
-  /** Hook, on the panel window's thread: the panel closed. */
-  virtual void WasHidden() {}
 
 private:
   class PanelWindow;
