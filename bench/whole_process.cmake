@@ -1,9 +1,8 @@
 # Programs measured from outside: the sound against the position, and the start of a window.
 if(TARGET heard_sound)
   add_executable(audio_chain audio_chain.cpp audio_conditions.cpp audio_errors.cpp audio_signal.cpp library_source.cpp
-    player_run.cpp engine_source.cpp
-    ../player/mpv_source.cpp ../player/mpv_library.cpp ../player/speed_bias.cpp)
-  target_link_libraries(audio_chain PRIVATE heard_sound vesmo_platform)
+    player_run.cpp engine_source.cpp)
+  target_link_libraries(audio_chain PRIVATE heard_sound sonivo_parts)
 
   add_executable(stamp_chain stamp_chain.cpp audio_signal.cpp)
   target_link_libraries(stamp_chain PRIVATE heard_sound x_window)
