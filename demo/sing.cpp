@@ -94,6 +94,7 @@ bool perform(const TArguments& args) {
   const auto lines = read_true_times(args.times);
   TSongClock clock(decode_song(args.song), recorder);
   TXWindow editor("Vesmo Editor", 30);
+  editor.PaintBackground(0x3a5068);
   editor.Focus();
   if (!clock.WaitForStart(20)) throw std::runtime_error("the song is not heard");
   editor.Press("Home");
@@ -102,7 +103,7 @@ bool perform(const TArguments& args) {
   save_and_wait(editor, args.lyrics);
   usleep(300'000);
   if (!editor.SaveScreen(args.picture)) throw std::runtime_error("cannot write " + args.picture);
-  editor.Close();
+  TXWindow("Sonivo", 5).Close(); // the player's window takes the editor's along
   std::vector<long> errors;
   const bool whole = compare(lines, read_saved_lines(args.lyrics), presses, clock, errors);
   summarize(errors);

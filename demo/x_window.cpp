@@ -104,6 +104,11 @@ void TXWindow::Close() {
   XSync(fDisplay.get(), False);
 }
 
+void TXWindow::PaintBackground(unsigned long colour) {
+  XSetWindowBackground(fDisplay.get(), DefaultRootWindow(fDisplay.get()), colour);
+  XClearWindow(fDisplay.get(), DefaultRootWindow(fDisplay.get()));
+}
+
 bool TXWindow::SaveScreen(const std::string& path) const {
   Display* display = fDisplay.get();
   const int width = DisplayWidth(display, DefaultScreen(display)),

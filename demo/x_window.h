@@ -20,6 +20,8 @@ public:
   std::string Title() const;
   /** Asks the window to close, as its close box does. */
   void Close();
+  /** Gives the bare screen behind the windows a colour (RGB). */
+  void PaintBackground(unsigned long colour);
   /** Writes the whole screen as a picture file. */
   [[nodiscard]] bool SaveScreen(const std::string& path) const;
 
