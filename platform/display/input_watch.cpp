@@ -110,8 +110,7 @@ void report_real_input_state() {
 #if QT_CONFIG(xcb)
   const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   // The offscreen platform has the interface but no connection behind it.
-  if (x11 && x11->connection())
-    return report_x11_pointer(x11->connection());
+  if (x11 && x11->connection()) return report_x11_pointer(x11->connection());
 #endif
   report_mouse_buttons(button_bits(QGuiApplication::mouseButtons()));
 }

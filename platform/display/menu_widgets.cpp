@@ -5,6 +5,8 @@
 #include "platform/kernel/modifiers.h"
 
 #include <QMouseEvent>
+#include <QRegularExpression>
+#include <QShortcut>
 
 #include <algorithm>
 
@@ -15,9 +17,13 @@ namespace {
 /** Marks the actions of unfolding items that can be chosen by themselves. */
 constexpr const char* kChoosable = "choosable";
 
-/** Labels are shown as they are: Qt's mark for accelerators is a plain character here. */
+/** Labels are shown as they are: Qt's mark for accelerators is a plain character here. A letter that stands before the
+    label by itself, as in "F) File" or "F - File", is what the keyboard reaches it by. */
 QString shown(const std::string& label) {
-  return to_qstring(label).replace(QLatin1Char('&'), QLatin1String("&&"));
+  static const QRegularExpression letter(QStringLiteral("^[A-Za-z0-9](?=[^\\p{L}\\p{N}\\s.]|\\s[^\\p{L}\\p{N}\\s])"));
+  QString text = to_qstring(label).replace(QLatin1Char('&'), QLatin1String("&&"));
+  if (letter.match(text).hasMatch()) text.prepend(QLatin1Char('&'));
+  return text;
 }
 
 QKeySequence shortcut_of(const MenuEntry& entry) {
@@ -72,6 +78,13 @@ void ChoosableMenu::mouseReleaseEvent(QMouseEvent* event) {
 
 MenuRow::MenuRow(const BMessenger& view) : fView(view) {
   setNativeMenuBar(false);
+  connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this, &MenuRow::EnterByKeyboard);
+}
+
+void MenuRow::EnterByKeyboard() {
+  if (actions().isEmpty()) return;
+  setFocus(Qt::MenuBarFocusReason);
+  setActiveAction(actions().constFirst());
 }
 
 void MenuRow::SetMenus(const std::vector<MenuEntry>& menus) {

@@ -16,7 +16,7 @@ protected:
   void mouseReleaseEvent(QMouseEvent* event) override;
 };
 
-/** The menu bar of a window: shows the entries it was given and tells the view which one was chosen. */
+/** The menu bar of a window: shows the entries it was given and tells the view which one was chosen. F10 enters it. */
 class MenuRow : public QMenuBar {
 public:
   explicit MenuRow(const BMessenger& view);
@@ -24,6 +24,7 @@ public:
   void SetMenus(const std::vector<MenuEntry>& menus);
 
 private:
+  void EnterByKeyboard();
   void Fill(QWidget* menu, const std::vector<MenuEntry>& entries);
   QAction* Make(QWidget* menu, const MenuEntry& entry);
   void Tell(int32 id) const;

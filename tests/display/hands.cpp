@@ -55,9 +55,16 @@ QMessageBox* open_question() {
   return nullptr;
 }
 
+/** A text as the user reads it. */
+QString without_marks(QString text) {
+  return text.replace(QLatin1String("&&"), QStringLiteral("\1"))
+      .remove(QLatin1Char('&'))
+      .replace(QLatin1Char('\1'), QLatin1Char('&'));
+}
+
 QAction* find_action(const QWidget* menu, const std::string& label) {
   for (QAction* action : menu->actions())
-    if (action->text().replace(QLatin1String("&&"), QLatin1String("&")) == q(label)) return action;
+    if (without_marks(action->text()) == q(label)) return action;
   return nullptr;
 }
 
@@ -169,6 +176,15 @@ void compose(BWindow& window, const std::string& preedit, const std::string& com
   });
 }
 
+void press_in_menu(const std::string& key) {
+  display::call([key] {
+    QWidget* menu = QApplication::activePopupWidget();
+    const QKeyCombination keys = combination(key);
+    if (menu) QTest::keyClick(menu, keys.key(), keys.keyboardModifiers());
+    return true;
+  });
+}
+
 bool choose(BWindow& window, const std::vector<std::string>& labels) {
   return with_widget(window, [labels](QWidget* widget) {
     const std::vector<std::string> way(labels.begin(), labels.end() - 1);
@@ -189,7 +205,7 @@ std::vector<MenuLine> menu_lines(BWindow& window, const std::vector<std::string>
     std::vector<MenuLine> lines;
     const QWidget* menu = find_menu(widget, labels);
     for (const QAction* action : menu ? menu->actions() : QList<QAction*>())
-      lines.push_back({action->text().toStdString(), action->isChecked(), action->isEnabled(),
+      lines.push_back({without_marks(action->text()).toStdString(), action->isChecked(), action->isEnabled(),
                        action->shortcut().toString(QKeySequence::PortableText).toStdString()});
     return lines;
   });
@@ -204,7 +220,8 @@ Question wait_for_question() {
       auto question = std::make_unique<Question>();
       question->caption = box->windowTitle().toStdString();
       question->text = box->text().toStdString();
-      for (const QAbstractButton* button : box->buttons()) question->buttons.push_back(button->text().toStdString());
+      for (const QAbstractButton* button : box->buttons())
+        question->buttons.push_back(without_marks(button->text()).toStdString());
       return question;
     });
     if (seen) return *seen;
@@ -226,7 +243,7 @@ bool answer_with_button(const std::string& label) {
   return display::call([label] {
     const QMessageBox* box = open_question();
     for (QAbstractButton* button : box ? box->buttons() : QList<QAbstractButton*>()) {
-      if (button->text() != q(label)) continue;
+      if (without_marks(button->text()) != q(label)) continue;
       QTest::mouseClick(button, Qt::LeftButton);
       return true;
     }

@@ -29,6 +29,8 @@ void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& p
 void paste(BWindow& window, const std::string& text);
 void compose(BWindow& window, const std::string& preedit, const std::string& commit);
 
+/** A key for the menu that is open; without effect when none is. */
+void press_in_menu(const std::string& key);
 /** Unfolds the menus on the way and clicks the last label. False when there is no such item or it is disabled. */
 bool choose(BWindow& window, const std::vector<std::string>& labels);
 struct MenuLine {

@@ -134,3 +134,21 @@ TEST_F(Menus, RecentFilesComeAndGo) {
   hands::settle(*fWindow);
   EXPECT_EQ(hands::menu_lines(*fWindow, {"File & more", "Open"})[0].label, "older");
 }
+
+TEST_F(Menus, KeyboardAloneReachesEveryItem) {
+  EXPECT_THAT(After([&] {
+                hands::press(*fWindow, "F10");
+                for (const char* key : {"Down", "Return"}) hands::press(*fWindow, key);
+                hands::press_in_menu("Return");
+              }),
+              ElementsAre('_new'));
+
+  fWindow->fFile->SetTitle("F) File");
+  fWindow->fFile->ItemAt(2)->SetLabel("A) Save as");
+  hands::settle(*fWindow);
+  EXPECT_THAT(After([&] {
+                hands::press(*fWindow, "Alt+F");
+                hands::press_in_menu("A");
+              }),
+              ElementsAre('_sva'));
+}
