@@ -48,7 +48,7 @@ struct BMessage::Body {
 /** Where one waiting asker gets its answer. */
 class ReplySlot {
 public:
-  /** Only the first answer counts; false when there was one or the asker has stopped waiting. */
+  /** Only the first answer counts; false when there was one. */
   bool Put(const BMessage& answer);
   /** Waits for the answer; nothing after `timeout` microseconds. */
   std::optional<BMessage> Take(bigtime_t timeout);

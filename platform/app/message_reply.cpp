@@ -3,6 +3,7 @@
 #include "platform/app/message_body.h"
 
 #include <chrono>
+#include <utility>
 
 bool ReplySlot::Put(const BMessage& answer) {
   const std::lock_guard lock(fMutex);
@@ -21,8 +22,7 @@ std::optional<BMessage> ReplySlot::Take(bigtime_t timeout) {
   } else {
     fArrived.wait_for(lock, std::chrono::microseconds(timeout), arrived);
   }
-  fDone = true; // a later answer finds nobody
-  return std::move(fAnswer);
+  return std::exchange(fAnswer, std::nullopt);
 }
 
 BMessage::Envelope::~Envelope() {

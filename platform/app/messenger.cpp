@@ -57,16 +57,29 @@ status_t BMessenger::SendMessage(const BMessage* message, const BMessenger& repl
   return core->Post(std::move(copy), timeout);
 }
 
-status_t BMessenger::SendMessage(const BMessage* message, BMessage* reply, bigtime_t deliveryTimeout,
-                                 bigtime_t replyTimeout) const {
+status_t BMessenger::SendMessage(const BMessage* message, BPendingReply* pending) const {
+  return Ask(message, pending, B_INFINITE_TIMEOUT);
+}
+
+status_t BMessenger::Ask(const BMessage* message, BPendingReply* pending, bigtime_t deliveryTimeout) const {
   const auto core = token_registry::find_looper(fLooperToken);
   if (!core) return B_BAD_PORT_ID;
-  const auto slot = std::make_shared<ReplySlot>();
+  pending->fSlot = std::make_shared<ReplySlot>();
   BMessage copy(*message);
-  copy.Address(fHandlerToken, {}, slot);
-  const status_t status = core->Post(std::move(copy), deliveryTimeout);
-  if (status != B_OK) return status;
-  std::optional<BMessage> answer = slot->Take(replyTimeout);
+  copy.Address(fHandlerToken, {}, pending->fSlot);
+  return core->Post(std::move(copy), deliveryTimeout);
+}
+
+status_t BMessenger::SendMessage(const BMessage* message, BMessage* reply, bigtime_t deliveryTimeout,
+                                 bigtime_t replyTimeout) const {
+  BPendingReply pending;
+  const status_t status = Ask(message, &pending, deliveryTimeout);
+  return status == B_OK ? pending.Wait(reply, replyTimeout) : status;
+}
+
+status_t BPendingReply::Wait(BMessage* reply, bigtime_t timeout) {
+  if (!fSlot) return B_NO_INIT;
+  std::optional<BMessage> answer = fSlot->Take(timeout);
   if (!answer) return B_TIMED_OUT;
   *reply = std::move(*answer);
   return B_OK;

@@ -9,6 +9,17 @@ class BHandler;
 class BLooper;
 class BMessage;
 
+/** An answer that somebody will wait for, in pieces of time of its own choosing. */
+class BPendingReply {
+public:
+  /** B_TIMED_OUT while the answer is out; an asker that lets this object go does not hear it any more. */
+  status_t Wait(BMessage* reply, bigtime_t timeout);
+
+private:
+  friend class BMessenger;
+  std::shared_ptr<class ReplySlot> fSlot;
+};
+
 /** The address of a looper or of one of its handlers. A small value; stays safe to use when the target is gone
     (sending then gives B_BAD_PORT_ID). Any thread. */
 class BMessenger {
@@ -37,6 +48,7 @@ public:
 
   friend bool operator==(const BMessenger&, const BMessenger&) = default;
 
+  status_t SendMessage(const BMessage* message, BPendingReply* pending) const;
   /** Posts without waiting for room; `mark` lives as long as the delivery does. For runners, which leave a beat out
       while the last one is still queued. */
   status_t SendMarked(const BMessage& message, std::shared_ptr<void> mark) const;
@@ -44,6 +56,7 @@ public:
 private:
   friend class BMessage;
   friend class BLooper;
+  status_t Ask(const BMessage* message, BPendingReply* pending, bigtime_t deliveryTimeout) const;
   /** Tokens are never used twice; 0 is none. */
   uint64 fLooperToken = 0;
   uint64 fHandlerToken = 0;

@@ -1,0 +1,27 @@
+#include "editviews/tag_input_item.h"
+
+#include "platform/interface/view.h"
+#include "plugin/pref.h"
+
+font_height TTagInputItem::smFontH;
+
+void TTagInputItem::Update(BView* view, const BFont* font) {
+  BFont viewFont;
+  view->GetFont(&viewFont);
+  viewFont.GetHeight(&smFontH);
+  BListItem::Update(view, font);
+}
+
+void TTagInputItem::DrawItem(BView* view, BRect frame, bool) {
+  const auto look = gPref->Values();
+  const rgb_color background = IsSelected() ? look->activeBackground : look->background;
+  view->SetHighColor(background);
+  view->FillRect(frame);
+  if (IsSelected() && look->useActiveFrame) {
+    view->SetHighColor(look->activeFrame);
+    view->StrokeRect(frame);
+  }
+  view->SetHighColor(IsSelected() ? look->activeLyrics : look->lyrics);
+  view->SetLowColor(background);
+  view->DrawString(fText, BPoint{frame.left, frame.top + smFontH.ascent});
+}

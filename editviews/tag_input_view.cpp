@@ -1,0 +1,190 @@
+#include "editviews/tag_input_view.h"
+
+#include "editviews/tag_input_item.h"
+#include "language/llt.h"
+#include "lyrics/time_tags.h"
+#include "platform/app/message.h"
+#include "platform/interface/window.h"
+#include "platform/kernel/threads.h"
+#include "plugin/host_link.h"
+#include "plugin/pref.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+/** Gives the player time to answer the request for its position. */
+constexpr bigtime_t kAnswerUs = 20000;
+constexpr long kStandardStepMs = 1000;
+constexpr long kExtendedStepMs = 10;
+
+} // namespace
+
+TTagInputView::TTagInputView(BRect frame, Sonivo_FrontEnd* frontEnd)
+    : BListView(frame, "TagInputView", B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL_SIDES,
+                B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE),
+      fFrontEnd(frontEnd) {
+  SetAccessibleName("Lyrics");
+}
+
+TTagInputView::~TTagInputView() {
+  ClearLines();
+}
+
+void TTagInputView::ClearLines() {
+  std::vector<BListItem*> items;
+  items.reserve(static_cast<size_t>(CountItems()));
+  for (int32 i = 0; i < CountItems(); ++i) items.push_back(ItemAt(i));
+  MakeEmpty();
+  for (const BListItem* item : items) delete item;
+}
+
+void TTagInputView::SetLines(const std::list<std::string>& lines) {
+  ClearLines();
+  std::vector<BListItem*> items;
+  items.reserve(lines.size());
+  for (const std::string& line : lines) items.push_back(new TTagInputItem(line));
+  AddList(items);
+}
+
+void TTagInputView::GetLines(std::list<std::string>* lines) const {
+  for (int32 i = 0; i < CountItems(); ++i) lines->push_back(static_cast<TTagInputItem*>(ItemAt(i))->Text());
+}
+
+void TTagInputView::SetCurLine(int32 line) {
+  Select(line);
+  ScrollToSelection();
+  InvalidateItem(line);
+}
+
+std::string TTagInputView::StatBarSymbol() const {
+  return gLLT->Text(fMode == 0 ? "StatBarSymbol_Tag_Input_Ext" : "StatBarSymbol_Tag_Input_Std");
+}
+
+std::string TTagInputView::DefaultStatBarStr() const {
+  return gLLT->Text("Default_StatBarStr_Tag_Input");
+}
+
+void TTagInputView::Clear() {
+  ClearLines();
+  SetModified(false);
+}
+
+void TTagInputView::SetAppearance() {
+  const auto look = gPref->Values();
+  SetViewColor(look->background);
+  BFont font;
+  GetFont(&font);
+  font.SetFamilyAndFace(look->fontFamily, B_REGULAR_FACE);
+  font.SetSize(look->fontSize);
+  font.SetFlags(look->antiAlias ? B_FORCE_ANTIALIASING : B_DISABLE_ANTIALIASING);
+  SetFont(&font, B_FONT_ALL); // measures every row anew and lays the list out
+}
+
+void TTagInputView::AttachedToWindow() {
+  BListView::AttachedToWindow();
+  SetAppearance();
+}
+
+void TTagInputView::FrameResized(float width, float height) {
+  BListView::FrameResized(width, height);
+  if (CurrentSelection() >= 0) InvalidateItem(CurrentSelection());
+}
+
+bool TTagInputView::IsKeyRepeat() const {
+  const BMessage* const key = Window() ? Window()->CurrentMessage() : nullptr;
+  int32 repeat = 0;
+  return key && key->FindInt32("key_repeat", &repeat) == B_OK && repeat > 0;
+}
+
+void TTagInputView::KeyDown(const char* bytes, int32 count) {
+  switch (count > 0 ? bytes[0] : '\0') {
+  case '+':
+  case '-':
+    return IncDecTagRqtd(bytes[0]);
+  case B_SPACE:
+    // One press, one tag, however long the key is held.
+    if (!IsKeyRepeat()) InputTagRqtd();
+    return;
+  case B_DELETE:
+    return RemoveTagRqtd();
+  default:
+    BListView::KeyDown(bytes, count);
+  }
+}
+
+TTagInputItem* TTagInputView::SelectedItem() const {
+  return static_cast<TTagInputItem*>(ItemAt(CurrentSelection()));
+}
+
+int32 TTagInputView::StampTimeMs() const {
+  // The answer to the first request is what the second refresh takes: the position at the moment of the key.
+  fFrontEnd->Refresh();
+  snooze(kAnswerUs);
+  fFrontEnd->Refresh();
+  const int64 timeMs = int64{fFrontEnd->PositionMs()} + gPref->Values()->timeOffsetMs;
+  return static_cast<int32>(std::clamp<int64>(timeMs, 0, INT32_MAX));
+}
+
+void TTagInputView::InputTagRqtd() {
+  const int32 row = CurrentSelection();
+  TTagInputItem* const item = SelectedItem();
+  if (item == nullptr) return;
+  const int32 newTimeMs = StampTimeMs();
+  std::string line = item->Text();
+  std::string report;
+  long oldTimeMs = 0;
+  bool wasExtended = false;
+  if (time_tag_to_time(line, &oldTimeMs, &wasExtended)) {
+    remove_time_tag(&line);
+    report = gLLT->Text("StatBarStr_Replaced_Tag_1") + std::to_string(row + 1) +
+             gLLT->Text("StatBarStr_Replaced_Tag_2") + std::to_string(newTimeMs - oldTimeMs) +
+             gLLT->Text("StatBarStr_Replaced_Tag_3");
+  } else {
+    report = gLLT->Text("StatBarStr_Inserted_New_Tag") + std::to_string(row + 1);
+  }
+  std::string tag;
+  time_to_time_tag(newTimeMs, &tag, fMode == 0);
+  item->SetText(tag + line);
+  InvalidateItem(row);
+  Select(row + 1); // none below the last one: the selection stays
+  ScrollToSelection();
+  SetModified(true);
+  Report(report);
+}
+
+void TTagInputView::IncDecTagRqtd(char key) {
+  TTagInputItem* const item = SelectedItem();
+  if (item == nullptr) return;
+  std::string line = item->Text();
+  long timeMs = 0;
+  bool extended = false;
+  if (!time_tag_to_time(line, &timeMs, &extended)) return;
+  const long size = extended ? kExtendedStepMs : kStandardStepMs;
+  const long stepMs = key == '-' ? -size : size;
+  std::string tag;
+  time_to_time_tag(timeMs + stepMs, &tag, extended);
+  remove_time_tag(&line);
+  item->SetText(tag + line);
+  InvalidateItem(CurrentSelection());
+  SetModified(true);
+  Report(gLLT->Text("StatBarStr_Fined_One_Time_Tag") + std::to_string(stepMs) + "[ms]");
+}
+
+void TTagInputView::RemoveTagRqtd() {
+  TTagInputItem* const item = SelectedItem();
+  if (item == nullptr) return;
+  std::string line = item->Text();
+  remove_time_tag(&line); // a line without a tag stays, and is reported all the same
+  item->SetText(line);
+  InvalidateItem(CurrentSelection());
+  SetModified(true);
+  Report(gLLT->Text("StatBarStr_Removed_Tag") + std::to_string(CurrentSelection() + 1));
+}
+
+void TTagInputView::Report(const std::string& text) {
+  BMessage report(kMsgStatBarStr);
+  report.AddString("StatBarStr", text);
+  if (Window()) Window()->PostMessage(&report);
+}

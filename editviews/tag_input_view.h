@@ -1,0 +1,50 @@
+#pragma once
+
+#include "editviews/edit_view_interface.h"
+#include "platform/interface/list_view.h"
+
+class Sonivo_FrontEnd;
+class TTagInputItem;
+
+/** To the window: what an edit view has done; string "StatBarStr". */
+inline constexpr uint32 kMsgStatBarStr = 'Sssr';
+
+/** The lyrics as a list, one line selected: a key press writes the play position in front of it. On the window's
+    thread; owns its items, not the link to the player. */
+class TTagInputView : public BListView, public TEditViewInterface {
+public:
+  TTagInputView(BRect frame, Sonivo_FrontEnd* frontEnd);
+  ~TTagInputView() override;
+
+  void SetMode(int32 mode) override { fMode = mode; }
+  void SetLines(const std::list<std::string>& lines) override;
+  void GetLines(std::list<std::string>* lines) const override;
+  void SetModified(bool modified) override { fModified = modified; }
+  bool IsModified() const override { return fModified; }
+  void SetCurLine(int32 line) override;
+  int32 CurLine() override { return CurrentSelection(); }
+  void SetAppearance() override;
+  std::string StatBarSymbol() const override;
+  std::string DefaultStatBarStr() const override;
+  void Clear() override;
+
+  void KeyDown(const char* bytes, int32 count) override;
+  void AttachedToWindow() override;
+  void FrameResized(float width, float height) override;
+
+  /** The three commands: stamp the selected line, move its tag by one step ('+' or '-'), take its tag off. */
+  void InputTagRqtd();
+  void IncDecTagRqtd(char key);
+  void RemoveTagRqtd();
+
+private:
+  TTagInputItem* SelectedItem() const;
+  int32 StampTimeMs() const;
+  bool IsKeyRepeat() const;
+  void ClearLines();
+  void Report(const std::string& text);
+
+  bool fModified = false;
+  int32 fMode = 0;
+  Sonivo_FrontEnd* const fFrontEnd;
+};

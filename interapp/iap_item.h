@@ -1,0 +1,71 @@
+#pragma once
+
+#include "common/archivable.h"
+#include "platform/support/types.h"
+
+#include <mutex>
+#include <string>
+
+class BMessage;
+class TLLT;
+
+/** One preference of the family, kept in a file `<name>.arc` of its own as string "IAP:SrcApp" (who saved it) and
+    "IAP:Value". */
+class TIAPItem : public koreva::TArchivable {
+public:
+  explicit TIAPItem(std::string name) : fName(std::move(name)) {}
+
+  const std::string& Name() const { return fName; }
+  void SetAppSignatureRef(const char* signature) { fSignature = signature; }
+  void SetLLTRef(const TLLT* texts) { fTexts = texts; }
+
+  virtual status_t GetBool(bool* value) const;
+  virtual status_t GetString(std::string* value) const;
+  virtual status_t SetBool(bool value);
+  virtual status_t SetString(const std::string& value);
+
+  /** Takes the value that a change notice carries, and saves it. */
+  status_t SetValue(const BMessage& notice);
+  bool LoadValue();
+  bool SaveValue();
+  /** Every message that leaves the item carries who and what: "IAP:SrcApp" and "IAP:SrcIAPItem". */
+  void AddDefaultInfo(BMessage* message) const;
+
+protected:
+  static constexpr const char* kValueField = "IAP:Value";
+  const char* Signature() const { return fSignature; }
+
+private:
+  const std::string fName;
+  const char* fSignature = "";
+  const TLLT* fTexts = nullptr;
+};
+
+/** How labels show their accelerator letter: a text in which the first "a" stands for the letter; empty for no letter.
+ */
+class TIAPItemAccKeyFormat : public TIAPItem {
+public:
+  TIAPItemAccKeyFormat() : TIAPItem("AccKeyFormat") {}
+  status_t GetString(std::string* value) const override;
+  status_t SetString(const std::string& value) override;
+  bool Archive(BMessage* archive) override;
+  bool Unarchive(const BMessage& archive) override;
+
+private:
+  mutable std::mutex fMutex; // guards the format
+  std::string fFormat;
+};
+
+/** Whether tool bars are drawn flat. */
+class TIAPItemFlatToolBar : public TIAPItem {
+public:
+  TIAPItemFlatToolBar() : TIAPItem("FlatToolBar") {}
+  status_t GetBool(bool* value) const override;
+  status_t SetBool(bool value) override;
+  bool Archive(BMessage* archive) override;
+  bool Unarchive(const BMessage& archive) override;
+
+private:
+  mutable std::mutex fMutex; // guards the flag
+  bool fIsFlat = true;
+};

@@ -1,0 +1,122 @@
+/** The editor view's ways to open lyrics. */
+
+#include "common/koreva.h"
+#include "interapp/questions.h"
+#include "language/llt.h"
+#include "lyrics/editor_view.h"
+#include "platform/app/message.h"
+#include "platform/app/message_runner.h"
+#include "platform/interface/window.h"
+#include "platform/storage/entry.h"
+#include "platform/storage/file.h"
+#include "platform/storage/node_info.h"
+#include "plugin/current_song_finder.h"
+#include "plugin/pref.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr const char* kTextType = "text/plain";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+/** While a file is being opened the player is left alone. */
+constexpr bigtime_t kSlowPollUs = 100000000;
+
+/** Polls slowly for as long as it lives, whatever way the opening ends. */
+class TSlowPoll {
+public:
+  explicit TSlowPoll(BMessageRunner* poll) : fPoll(poll) {
+    if (fPoll) fPoll->SetInterval(kSlowPollUs);
+  }
+  TSlowPoll(const TSlowPoll&) = delete;
+  TSlowPoll& operator=(const TSlowPoll&) = delete;
+  ~TSlowPoll() {
+    if (fPoll) fPoll->SetInterval(gPref->Values()->pollIntervalUs);
+  }
+
+private:
+  BMessageRunner* fPoll;
+};
+
+} // namespace
+
+void TVesmoEView::MItemOpenCurLyricsClicked() {
+  fSongFinder->Start();
+}
+
+void TVesmoEView::CurrentSongAnswered(const BMessage& message) {
+  if (message.what == kMsgPlayerSilent) return SetStatBarStr(gLLT->Text("Err_Player_Does_Not_Answer"));
+  if (message.what == kMsgNoSong) return tell(gLLT->Text("Err_No_Current_Song"));
+  BMessage open(message);
+  open.what = B_REFS_RECEIVED;
+  Window()->PostMessage(&open);
+}
+
+void TVesmoEView::RefsReceived(const BMessage& message) {
+  const TSlowPoll slowly(fPoll.get());
+  entry_ref ref;
+  if (message.FindRef("refs", &ref) != B_OK || ref.IsEmpty()) return;
+  if (!AskSave(message, this) || !MakeSureItExists(ref)) return;
+  if (!OpenFile(message, ref)) tell(gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + ref.FullPath()));
+}
+
+bool TVesmoEView::MakeSureItExists(const entry_ref& ref) {
+  if (BEntry(&ref).Exists()) return true;
+  const std::string question = gLLT->Text("Ask_Create_New_1") + ref.FullPath() + gLLT->Text("Ask_Create_New_2");
+  if (!ask_no_yes(question)) {
+    SendHistoryRqtd(kMsgRemoveHistory, ref);
+    return false;
+  }
+  if (CreateNewLyricsFile(ref)) return true;
+  tell(gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + ref.FullPath()));
+  return false;
+}
+
+bool TVesmoEView::CreateNewLyricsFile(const entry_ref& ref) {
+  BFile file(&ref, B_READ_WRITE | B_CREATE_FILE);
+  if (file.InitCheck() != B_OK) return false;
+  BNodeInfo(&file).SetType(kTextType);
+  return true;
+}
+
+bool TVesmoEView::OpenFile(const BMessage& request, const entry_ref& ref) {
+  TLyricsInfo info;
+  info.File = ref;
+  std::list<std::string> lines;
+  if (!load_lyrics(ref, &lines, &info.CRType, &info.Encoding)) return false;
+  off_t size = 0;
+  if (BEntry(&ref, true).GetSize(&size) == B_OK && size == 0) {
+    CreateNewLyrics();
+    fInfo.File = ref;
+  } else {
+    fInfo = info;
+    ShowLines(std::move(lines));
+  }
+  SendHistoryRqtd(kMsgAddHistory, ref);
+  SetWinTitle();
+  ExpDefaultStatBarRqtd();
+  koreva::invoke_next_msg(&request);
+  return true;
+}
+
+void TVesmoEView::ShowLines(std::list<std::string> lines) {
+  if (lines.empty()) lines.emplace_back();
+  if (lines.front().starts_with(kByteOrderMark)) lines.front().erase(0, kByteOrderMark.size());
+  fActive->SetLines(lines);
+  fActive->SetCurLine(0);
+  fActive->SetModified(false);
+}
+
+bool TVesmoEView::SimpleData(const BMessage& message) {
+  if (!message.WasDropped() || !message.IsSourceRemote() || !message.HasField("refs")) return false;
+  BMessage open(message);
+  open.what = B_REFS_RECEIVED;
+  Window()->PostMessage(&open);
+  return true;
+}
+
+void TVesmoEView::SendHistoryRqtd(uint32 code, const entry_ref& ref) {
+  BMessage request(code);
+  request.AddRef("refs", &ref);
+  Window()->PostMessage(&request);
+}

@@ -1,0 +1,169 @@
+#include "lyrics/editor_view.h"
+
+#include "common/app_info.h"
+#include "editviews/tag_input_view.h"
+#include "language/llt.h"
+#include "platform/app/message.h"
+#include "platform/app/message_runner.h"
+#include "platform/interface/scroll_view.h"
+#include "platform/interface/string_view.h"
+#include "platform/interface/window.h"
+#include "plugin/current_song_finder.h"
+#include "plugin/host_link.h"
+#include "plugin/pref.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr float kStatusBarHeight = 14;
+/** The link's own thread polls nothing; this is how often it looks whether it is to end. */
+constexpr int64 kFrontEndIntervalUs = 100000;
+
+BRect above_status_bar(BRect bounds) {
+  bounds.bottom -= kStatusBarHeight + 1;
+  return bounds;
+}
+
+BRect status_bar_of(BRect bounds) {
+  bounds.top = bounds.bottom - kStatusBarHeight;
+  return bounds;
+}
+
+} // namespace
+
+TVesmoEView::TVesmoEView(BRect frame)
+    : BView(frame, "VesmoEditorView", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS),
+      fFrontEnd(std::make_unique<Sonivo_FrontEnd>(false, kFrontEndIntervalUs)) {
+  fFrontEnd->Start();
+  const BRect editFrame = above_status_bar(Bounds());
+  fTagInput = new TTagInputView(editFrame, fFrontEnd.get());
+  fActive = fTagInput;
+  fScroll = new BScrollView(editFrame, "ScrlView", fTagInput, B_FOLLOW_ALL_SIDES);
+  AddChild(fScroll);
+  fStatusBar = new BStringView(status_bar_of(Bounds()), "StatusBar", "", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
+  AddChild(fStatusBar);
+}
+
+TVesmoEView::~TVesmoEView() {
+  fPoll.reset();
+  fFrontEnd->StopWaiting();
+  fSongFinder.reset();
+}
+
+void TVesmoEView::AttachedToWindow() {
+  fSongFinder = std::make_unique<TCurrentSongFinder>(fFrontEnd.get(), BMessenger(this));
+  const BMessage refresh(kMsgRefreshInfo);
+  fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &refresh, gPref->Values()->pollIntervalUs);
+}
+
+void TVesmoEView::MessageReceived(BMessage* message) {
+  switch (message->what) {
+  case kMsgNew:
+    return MItemNewClicked();
+  case kMsgOpenCurrent:
+    return MItemOpenCurLyricsClicked();
+  case kMsgSongFound:
+  case kMsgNoSong:
+  case kMsgPlayerSilent:
+    return CurrentSongAnswered(*message);
+  case B_REFS_RECEIVED:
+    return RefsReceived(*message);
+  case B_SIMPLE_DATA:
+    if (!SimpleData(*message)) BView::MessageReceived(message);
+    return LanguageChanged();
+  case kMsgSave:
+    return MItemSaveClicked(*message);
+  case B_SAVE_REQUESTED:
+    return SaveRequested(*message);
+  case kMsgMode:
+    return MItemModeClicked(*message);
+  case kMsgStatBarStr:
+    return SetStatBarStrRqtd(*message);
+  case kMsgDefaultStatBar:
+    return ExpDefaultStatBarRqtd();
+  case kMsgRefreshInfo:
+    return RefreshSonivoInfoRqtd();
+  case kMsgAppearance:
+    return PrefAppearanceChanged();
+  case '_lgc':
+    return LanguageChanged();
+  default:
+    BView::MessageReceived(message);
+  }
+}
+
+void TVesmoEView::SetMode(int32 mode) {
+  fMode = mode;
+  fActive->SetMode(mode);
+  ExpDefaultStatBarRqtd();
+  BMessage changed(kMsgModeChanged);
+  changed.AddInt32("Mode", mode);
+  if (Window()) Window()->PostMessage(&changed);
+}
+
+void TVesmoEView::MItemModeClicked(const BMessage& message) {
+  int32 mode = 0;
+  if (message.FindInt32("Mode", &mode) != B_OK || mode < 0 || mode > 1) return;
+  std::list<std::string> lines;
+  fActive->GetLines(&lines);
+  const bool modified = fActive->IsModified();
+  const int32 last = static_cast<int32>(lines.size()) - 1;
+  const int32 line = std::clamp(fActive->CurLine(), int32{0}, std::max(last, int32{0}));
+  SetMode(mode);
+  fActive->SetLines(lines);
+  fActive->SetModified(modified);
+  fActive->SetCurLine(line);
+}
+
+void TVesmoEView::MItemNewClicked() {
+  if (!AskSave(BMessage(kMsgNew), this)) return;
+  CreateNewLyrics();
+  SetWinTitle();
+  ExpDefaultStatBarRqtd();
+}
+
+void TVesmoEView::CreateNewLyrics() {
+  const auto settings = gPref->Values();
+  fActive->Clear();
+  fActive->SetLines({std::string()});
+  fActive->SetCurLine(0);
+  const bool knowsEncoding = settings->writeEncoding >= 0 && settings->writeEncoding <= 2;
+  fInfo = {cvt_enum_cr_type_to_ct(settings->writeCRType), knowsEncoding ? settings->writeEncoding : 0, {}};
+}
+
+std::string TVesmoEView::DocumentName() const {
+  return fInfo.File.IsEmpty() ? gLLT->Text("New_Lyrics") : fInfo.File.name;
+}
+
+void TVesmoEView::SetWinTitle() {
+  if (Window()) Window()->SetTitle((DocumentName() + " - " + gAppName).c_str());
+}
+
+void TVesmoEView::SetStatBarStr(const char* text) {
+  const std::string encodingKey = "StatBarSymbol_Encoding_" + std::to_string(fInfo.Encoding);
+  const std::string crTypeKey = "StatBarSymbol_CR_Type_" + std::to_string(fInfo.CRType);
+  const std::string whole = " [" + fActive->StatBarSymbol() + "] " + gLLT->Text(encodingKey.c_str()) + " <" +
+                            gLLT->Text(crTypeKey.c_str()) + ">   " + text;
+  fStatusBar->SetText(whole.c_str());
+}
+
+void TVesmoEView::SetStatBarStrRqtd(const BMessage& message) {
+  std::string text;
+  if (message.FindString("StatBarStr", &text) == B_OK) SetStatBarStr(text.c_str());
+}
+
+void TVesmoEView::ExpDefaultStatBarRqtd() {
+  SetStatBarStr(fActive->DefaultStatBarStr().c_str());
+}
+void TVesmoEView::RefreshSonivoInfoRqtd() {
+  fFrontEnd->Refresh();
+}
+void TVesmoEView::PrefAppearanceChanged() {
+  fTagInput->SetAppearance();
+}
+
+void TVesmoEView::LanguageChanged() {
+  SetWinTitle();
+  ExpDefaultStatBarRqtd();
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "editviews/edit_view_interface.h"
+#include "lyrics/lyrics_file.h"
+#include "platform/interface/view.h"
+
+#include <memory>
+#include <string>
+
+class BFile;
+class BMessageRunner;
+class BScrollView;
+class BStringView;
+class Sonivo_FrontEnd;
+class TCurrentSongFinder;
+class TTagInputView;
+
+/** What the menus, the panels and the edit views ask of the editor view; the fields stand beside the codes. */
+enum : uint32 {
+  kMsgNew = '_new',
+  kMsgOpenCurrent = 'opcl',
+  kMsgSave = '_sav',        // may carry a waiting command
+  kMsgSaveAs = '_sva',      // to the window; may carry a waiting command
+  kMsgMode = 'mode',        // int32 "Mode"
+  kMsgModeChanged = 'umcr', // to the window: int32 "Mode"
+  kMsgDefaultStatBar = 'Sedr',
+  kMsgRefreshInfo = 'rcir',
+  kMsgAppearance = 'Spac',
+  kMsgAddHistory = '_ahr',    // to the window: ref "refs"
+  kMsgRemoveHistory = '_rhr', // to the window: ref "refs"
+};
+
+/** The open document: its lines in an edit view, its file, its status bar, and the link to the player. Owned by the
+    editor window, on its thread. */
+class TVesmoEView : public BView {
+public:
+  explicit TVesmoEView(BRect frame);
+  ~TVesmoEView() override;
+
+  void AttachedToWindow() override;
+  void MessageReceived(BMessage* message) override;
+
+  /** True when the caller may go on at once. After a Yes the lyrics are saved first, and `next` then goes to `target`.
+   */
+  bool AskSave(const BMessage& next, const BHandler* target);
+  TLyricsInfo CurrentLyricsInfo() const { return fInfo; }
+  int32 Mode() const { return fMode; }
+  void SetMode(int32 mode);
+  void SetStatBarStr(const char* text);
+  void SetWinTitle();
+  void CreateNewLyrics();
+  void LanguageChanged();
+
+private:
+  // editor_view.cpp
+  void MItemNewClicked();
+  void MItemModeClicked(const BMessage& message);
+  void SetStatBarStrRqtd(const BMessage& message);
+  void ExpDefaultStatBarRqtd();
+  void RefreshSonivoInfoRqtd();
+  void PrefAppearanceChanged();
+  std::string DocumentName() const;
+
+  // editor_opening.cpp
+  void MItemOpenCurLyricsClicked();
+  void CurrentSongAnswered(const BMessage& message);
+  void RefsReceived(const BMessage& message);
+  bool OpenFile(const BMessage& request, const entry_ref& ref);
+  bool MakeSureItExists(const entry_ref& ref);
+  bool CreateNewLyricsFile(const entry_ref& ref);
+  void ShowLines(std::list<std::string> lines);
+  bool SimpleData(const BMessage& message);
+  void SendHistoryRqtd(uint32 code, const entry_ref& ref);
+
+  // editor_saving.cpp
+  void MItemSaveClicked(const BMessage& message);
+  void SaveRequested(const BMessage& message);
+  status_t SaveLyrics(const TLyricsInfo& info);
+  bool IsOnDisk(const TLyricsInfo& info);
+  void SetLyricsMimeType(BFile* file);
+  std::string DocumentBytes(const TLyricsInfo& info) const;
+
+  std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
+  std::unique_ptr<TCurrentSongFinder> fSongFinder;
+  std::unique_ptr<BMessageRunner> fPoll;
+  TTagInputView* fTagInput;    // a child, by way of the scroll view
+  TEditViewInterface* fActive; // the edit view that is shown
+  BScrollView* fScroll;
+  BStringView* fStatusBar;
+  TLyricsInfo fInfo;
+  int32 fMode = 0;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/app/looper.h"
+
+#include <memory>
+#include <string>
+
+class BWindow;
+
+/** 'Scmc' between two managers: pointer "CSCommMan", the sender. Both live in this process. */
+inline constexpr uint32 kMsgPartnerConnects = 'Scmc';
+
+/** A looper that finds one partner looper by its name and talks to it. All fields belong to its own thread. */
+class TCommMan : public BLooper {
+public:
+  TCommMan(const char* name, const char* partnerName);
+
+  void MessageReceived(BMessage* message) override;
+  /** Starts the loop, then looks for the partner. */
+  thread_id Run() override;
+  /** 0 when the partner was found and told, -1 when it is not there. */
+  status_t Connect();
+  /** To the partner; waits without limit. -1 without a partner. */
+  status_t SendMessage(const BMessage* message);
+  status_t SendMessage(const BMessage* message, BMessage* reply);
+  /** Closes the window and sets the pointer to null; nothing when it is null or cannot be locked. */
+  void CloseWindow(BWindow** window);
+  /** Takes the sender for the partner, unless there is one or the field is missing. */
+  void CommManConnected(const BMessage& message);
+
+private:
+  std::string fPartnerName; // emptied once found
+  std::unique_ptr<BMessenger> fPartner;
+};

@@ -1,0 +1,49 @@
+#include "plugin/current_song_finder.h"
+
+#include "lyrics/lyrics_fname.h"
+#include "platform/app/message.h"
+#include "platform/kernel/threads.h"
+#include "plugin/host_link.h"
+
+namespace {
+constexpr bigtime_t kPatienceUs = 2000000;
+constexpr bigtime_t kLookUs = 10000;
+} // namespace
+
+TCurrentSongFinder::TCurrentSongFinder(Sonivo_FrontEnd* frontEnd, const BMessenger& asker)
+    : fFrontEnd(frontEnd), fAsker(asker) {}
+
+TCurrentSongFinder::~TCurrentSongFinder() {
+  fEnding = true;
+  if (fSearch.joinable()) fSearch.join();
+  if (fWatch.joinable()) fWatch.join();
+}
+
+bool TCurrentSongFinder::Start() {
+  if (fSearching.exchange(true)) return false;
+  if (fSearch.joinable()) fSearch.join();
+  if (fWatch.joinable()) fWatch.join();
+  fSearch = std::thread(&TCurrentSongFinder::Find, this);
+  fWatch = std::thread(&TCurrentSongFinder::Watch, this);
+  return true;
+}
+
+void TCurrentSongFinder::Find() {
+  SonivoSongEntry entry;
+  entry_ref ref;
+  const bool found = get_current_song_entry(fFrontEnd, &entry) && entry.filename && *entry.filename &&
+                     get_ref_for_path(lyrics_fname(entry).c_str(), &ref) == B_OK;
+  free_song_entry(&entry);
+  BMessage answer(found ? kMsgSongFound : kMsgNoSong);
+  if (found) answer.AddRef("refs", &ref);
+  fSearching = false;
+  if (!fEnding) fAsker.SendMessage(&answer, BMessenger(), 0);
+}
+
+void TCurrentSongFinder::Watch() {
+  for (bigtime_t waited = 0; waited < kPatienceUs; waited += kLookUs) {
+    if (fEnding || !fSearching) return;
+    snooze(kLookUs);
+  }
+  fAsker.SendMessage(kMsgPlayerSilent);
+}

@@ -1,0 +1,151 @@
+#include "plugin/host_link.h"
+
+#include "platform/app/message.h"
+#include "platform/kernel/semaphores.h"
+#include "platform/kernel/threads.h"
+#include "plugin/front_end_receiver.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr int32 kWorkerPriority = 10;
+constexpr bigtime_t kLookUs = 1000;
+/** A wait for an answer has no end, but is taken in slices, so that it can be told to give up. */
+constexpr bigtime_t kSliceUs = 50000;
+constexpr int32 kMaxAnswers = 1000000;
+
+char* heap_copy(const std::string& text) {
+  char* const copy = new char[text.size() + 1];
+  std::memcpy(copy, text.c_str(), text.size() + 1);
+  return copy;
+}
+
+} // namespace
+
+Sonivo_FrontEnd::Sonivo_FrontEnd(bool pollInformation, int64 intervalUs)
+    : fReceiver(new SNFE_Receiver), fDataLock(create_sem(1, "FrontEnd_data")), fIntervalUs(intervalUs),
+      fPollInformation(pollInformation) {
+  fReceiver->Run();
+}
+
+Sonivo_FrontEnd::~Sonivo_FrontEnd() {
+  StopWaiting();
+  fQuitRequested = 1;
+  delete_sem(fDataLock);
+  WaitUntilFinished();
+  if (fReceiver->Lock()) fReceiver->Quit();
+  Abort();
+}
+
+bool Sonivo_FrontEnd::IsReady() const {
+  return fDataLock >= 0 && fReceiver->IsReady();
+}
+
+void Sonivo_FrontEnd::Start() {
+  fPriority = kWorkerPriority;
+  fQuitRequested = 0;
+  fFinished = 0;
+  fReceiver->SetLaunchHost(true);
+  fThread = spawn_thread(&SNThread::MainStarter, "Sonivo FrontEnd", kWorkerPriority, static_cast<SNThread*>(this));
+  if (fThread < 0 || resume_thread(fThread) != B_OK) fFinished = 1;
+}
+
+void Sonivo_FrontEnd::Main() {
+  const thread_id receiver = fReceiver->Thread();
+  fReceiver->StartSonivo();
+  if (receiver > 0) set_thread_priority(receiver, fPriority);
+  while (fQuitRequested == 0) {
+    if (fPollInformation) SendInfoRequest();
+    // The interval in short pieces: an end that was asked for is not kept waiting.
+    for (int64 slept = 0; slept < fIntervalUs && fQuitRequested == 0; slept += kLookUs) snooze(kLookUs);
+  }
+  ThreadCleanUp();
+}
+
+void Sonivo_FrontEnd::SendInfoRequest() {
+  const BMessage request(kMsgHostInformation);
+  fReceiver->SendMsg(&request);
+}
+
+void Sonivo_FrontEnd::Refresh() {
+  if (fReceiver->HasArrived()) fReceiver->TakeInformation(&fInformation);
+  if (!fPollInformation) SendInfoRequest();
+}
+
+int32 Sonivo_FrontEnd::PositionMs() const {
+  int32 positionMs = 0;
+  std::memcpy(&positionMs, fInformation.bytes + THostInformation::kPositionAt, sizeof positionMs);
+  return positionMs;
+}
+
+std::string Sonivo_FrontEnd::Title() const {
+  const char* const title = fInformation.bytes + THostInformation::kTitleAt;
+  return std::string(title, strnlen(title, THostInformation::kSize - THostInformation::kTitleAt));
+}
+
+bool Sonivo_FrontEnd::Ask(const BMessage& question, BMessage* answer) const {
+  const BMessenger host(kHostSignature);
+  BPendingReply pending;
+  if (host.SendMessage(&question, &pending) != B_OK) return false;
+  status_t status = B_TIMED_OUT;
+  while (status == B_TIMED_OUT && !fStopWaiting) status = pending.Wait(answer, kSliceUs);
+  return status == B_OK && answer->what != B_NO_REPLY_CODE;
+}
+
+int32 Sonivo_FrontEnd::CountEntries() {
+  BMessage question(B_COUNT_PROPERTIES);
+  question.AddSpecifier("Entry");
+  question.AddSpecifier("Playlist");
+  BMessage answer;
+  int32 count = -1;
+  return Ask(question, &answer) && answer.FindInt32("result", &count) == B_OK ? count : -1;
+}
+
+bool Sonivo_FrontEnd::GetEntry(SonivoSongEntry* entry, int32 index) {
+  BMessage question(B_GET_PROPERTY);
+  question.AddSpecifier("Entry", index);
+  question.AddSpecifier("Playlist");
+  BMessage answer;
+  std::string filename;
+  std::string title;
+  SonivoSongEntry read;
+  if (!Ask(question, &answer) || answer.FindString("filename", &filename) != B_OK ||
+      answer.FindString("title", &title) != B_OK || answer.FindInt32("time", &read.time) != B_OK ||
+      answer.FindBool("played", &read.played) != B_OK || answer.FindInt32("nr", &read.nr) != B_OK) {
+    return false;
+  }
+  free_song_entry(entry);
+  read.filename = heap_copy(filename);
+  read.title = heap_copy(title);
+  *entry = read;
+  return true;
+}
+
+void Sonivo_FrontEnd::PlayThis(int32 index, bool fade) {
+  BMessage command(B_EXECUTE_PROPERTY);
+  command.AddBool("Fade", fade);
+  command.AddSpecifier("Entry", index);
+  command.AddSpecifier("Playlist");
+  BMessenger(kHostSignature).SendMessage(&command);
+}
+
+bool get_current_song_entry(Sonivo_FrontEnd* frontEnd, SonivoSongEntry* entry) {
+  if (frontEnd->CountEntries() == 0) return false;
+  const std::string playing = frontEnd->Title();
+  SonivoSongEntry read;
+  int32 index = 0;
+  while (index < kMaxAnswers && frontEnd->GetEntry(&read, index) && playing != (read.title ? read.title : "")) ++index;
+  if (frontEnd->CountEntries() == index) {
+    free_song_entry(&read);
+    return false;
+  }
+  *entry = read;
+  return true;
+}
+
+void free_song_entry(SonivoSongEntry* entry) {
+  delete[] entry->filename;
+  delete[] entry->title;
+  *entry = SonivoSongEntry();
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "lyrics/song_entry.h"
+#include "plugin/host_protocol.h"
+#include "plugin/sn_thread.h"
+
+#include <atomic>
+#include <functional>
+#include <string>
+
+class BMessage;
+class SNFE_Receiver;
+
+/** The editor's link to the player: play position, title and playlist. A worker thread makes the first contact and may
+    poll; the rest is called by the thread that owns the link. */
+class Sonivo_FrontEnd : public SNThread {
+public:
+  /** `pollInformation`: the worker asks for the record every `intervalUs`. */
+  Sonivo_FrontEnd(bool pollInformation, int64 intervalUs);
+  /** Waits for the worker and the mailbox to end. */
+  ~Sonivo_FrontEnd() override;
+
+  /** Starts the worker. Once. */
+  void Start();
+  void Main() override;
+
+  void SendInfoRequest();
+  /** Takes over the answer that has arrived, if one has, and asks for the next: what one refresh asked for, the next
+     one takes. */
+  void Refresh();
+  /** Of the last record taken over. */
+  int32 PositionMs() const;
+  std::string Title() const;
+
+  /** Scripting: each waits for the player without a limit, but gives up as soon as `StopWaiting` was called.
+      -1 without an answer. */
+  int32 CountEntries();
+  /** Fills the record only when the answer is whole; frees the texts that it held. */
+  bool GetEntry(SonivoSongEntry* entry, int32 index);
+  void PlayThis(int32 index, bool fade);
+  /** Lets every waiting question give up, now and from now on. Any thread. */
+  void StopWaiting() { fStopWaiting = true; }
+
+  bool IsReady() const;
+  SNFE_Receiver* Receiver() const { return fReceiver; }
+
+private:
+  bool Ask(const BMessage& question, BMessage* answer) const;
+
+  SNFE_Receiver* fReceiver;
+  sem_id fDataLock;
+  const int64 fIntervalUs;
+  int32 fPriority = 0;
+  THostInformation fInformation;
+  const bool fPollInformation;
+  std::atomic<bool> fStopWaiting{false};
+};
+
+/** The playlist entry whose title is the playing one's. Kept as it always was: true also when an answer failed before
+    the list's end, with the last entry read (or an empty one), so look at the file name. Texts belong to the caller. */
+bool get_current_song_entry(Sonivo_FrontEnd* frontEnd, SonivoSongEntry* entry);
+/** Frees the two texts. */
+void free_song_entry(SonivoSongEntry* entry);

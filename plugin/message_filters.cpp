@@ -1,0 +1,12 @@
+#include "plugin/message_filters.h"
+
+filter_result TIAPFilter::Filter(BMessage* message, BHandler**) {
+  fTarget.SendMessage(message, BMessenger(), 0);
+  return B_DISPATCH_MESSAGE;
+}
+
+filter_result TWMFilter::Filter(BMessage*, BHandler**) {
+  const BMessage moved(kMsgHostWindowMoved);
+  fTarget.SendMessage(&moved, BMessenger(), 0);
+  return B_DISPATCH_MESSAGE;
+}

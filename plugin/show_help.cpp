@@ -1,0 +1,27 @@
+#include "plugin/show_help.h"
+
+#include "language/llt.h"
+#include "platform/app/roster.h"
+#include "platform/kernel/images.h"
+#include "platform/storage/entry.h"
+#include "toolkit/alerts.h"
+
+std::string vesmo_editor_fname() {
+  int32 cookie = 0;
+  image_info image;
+  while (get_next_image_info(&cookie, &image) == B_OK) {
+    if (image.name.find("gen_VesmoE") != std::string::npos) return image.name;
+  }
+  return {};
+}
+
+void show_help() {
+  const std::string plugin = vesmo_editor_fname();
+  const std::string path = plugin.substr(0, plugin.rfind('/') + 1) + "VesmoE.htm";
+  const BEntry entry(path.c_str());
+  entry_ref ref;
+  entry.GetRef(&ref);
+  const status_t status = entry.IsFile() ? be_roster->Launch(&ref) : B_ENTRY_NOT_FOUND;
+  if (status == B_OK || status == B_ALREADY_RUNNING) return;
+  koreva::show_msg("ヘルプを表示できません：\n" + path, gLLT->Text("Alert_Caption"), {"ＯＫ", 0, true}, "");
+}

@@ -1,0 +1,36 @@
+#include "plugin/sonivo_window.h"
+
+#include "platform/app/application.h"
+#include "platform/interface/window.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view kTitleStart = "Sonivo";
+/** A window that is busy for longer than this is passed over. */
+constexpr bigtime_t kLockTimeoutUs = 100000;
+
+/** Runs `use(window)` on the player's window, with that window locked; false when there is none. */
+template <typename Use>
+bool with_sonivo_window(Use use) {
+  if (be_app == nullptr) return false;
+  for (int32 i = 0; BWindow* const window = be_app->WindowAt(i); ++i) {
+    if (window->LockWithTimeout(kLockTimeoutUs) != B_OK) continue;
+    const bool found = window->Title().starts_with(kTitleStart);
+    if (found) use(window);
+    window->Unlock();
+    if (found) return true;
+  }
+  return false;
+}
+
+} // namespace
+
+status_t get_sonivo_window(BWindow** window) {
+  return with_sonivo_window([&](BWindow* found) { *window = found; }) ? B_OK : B_ERROR;
+}
+
+status_t get_sonivo_win_frame(BRect* frame) {
+  return with_sonivo_window([&](const BWindow* found) { *frame = found->Frame(); }) ? B_OK : B_ERROR;
+}

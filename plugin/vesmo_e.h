@@ -1,0 +1,22 @@
+#pragma once
+
+#include "plugin/general_plugin.h"
+
+class TVesmoECommMan;
+
+/** The plug-in as the player sees it. Makes the process-wide objects and the manager, and turns the player's calls into
+    messages to the manager. */
+class TVesmoE : public GeneralPlugin {
+public:
+  explicit TVesmoE(PluginConstructorStruct* record);
+  ~TVesmoE() override;
+
+  bool Init() override;
+  void Cleanup() override;
+  bool About(bool query) override;
+  bool Prefs(bool query) override;
+  uint32 GetFlags() override { return 0; }
+
+private:
+  TVesmoECommMan* fCommMan;
+};

@@ -1,0 +1,208 @@
+#include "plugin/vesmo_e_comm_man.h"
+
+#include "common/app_info.h"
+#include "interapp/inter_app_prefs.h"
+#include "interapp/questions.h"
+#include "language/llt.h"
+#include "language/load_language.h"
+#include "platform/app/application.h"
+#include "platform/app/roster.h"
+#include "plugin/app_privacy.h"
+#include "plugin/exit_state.h"
+#include "plugin/pref.h"
+#include "plugin/show_help.h"
+#include "window/editor_window.h"
+
+TVesmoECommMan::TVesmoECommMan()
+    : TCommMan("VesmoE Communication Manager", "VesmoD Communication Manager"),
+      fIAPFilter(new TIAPFilter(BMessenger(this))) {
+  be_roster->AddName(gAppSignature, BMessenger(this));
+  if (be_app && be_app->Lock()) {
+    be_app->AddCommonFilter(fIAPFilter);
+    be_app->Unlock();
+  }
+}
+
+void TVesmoECommMan::Quit() {
+  be_roster->RemoveName(gAppSignature);
+  if (be_app && be_app->Lock()) {
+    if (be_app->RemoveCommonFilter(fIAPFilter)) delete fIAPFilter;
+    be_app->Unlock();
+  }
+  CloseMainWindowRqtd();
+  TCommMan::Quit();
+}
+
+void TVesmoECommMan::MessageReceived(BMessage* message) {
+  if (!HandleRequest(message) && !HandleNotice(message)) TCommMan::MessageReceived(message);
+}
+
+bool TVesmoECommMan::HandleRequest(BMessage* message) {
+  switch (message->what) {
+  case kMsgOpenMain:
+    OpenMainWindowRqtd();
+    return true;
+  case B_REFS_RECEIVED:
+    RefsReceived(message);
+    return true;
+  case kMsgPrepareAbout:
+  case B_ABOUT_REQUESTED:
+    PrepareOpenAboutWindowRqtd();
+    return true;
+  case kMsgOpenAbout:
+    OpenAboutWindowRqtd(*message);
+    return true;
+  case kMsgPreparePref:
+  case kMsgPreferences:
+    PrepareOpenPrefWindowRqtd();
+    return true;
+  case kMsgFineTimeTag:
+    MItemFineTimeTagClicked();
+    return true;
+  case kMsgHelp:
+    MItemHelpClicked();
+    return true;
+  case kMsgCommonPref:
+    MItemKOREVACommonPrefClicked();
+    return true;
+  case kMsgCloseAbout:
+    CloseAboutWindowRqtd();
+    return true;
+  case kMsgCloseFineTag:
+    CloseFineTimeTagWindowRqtd();
+    return true;
+  case kMsgCloseCommonPref:
+    CloseKOREVACommonPrefWindowRqtd();
+    return true;
+  case kMsgCloseMain:
+    CloseMainWindowRqtd();
+    return true;
+  case kMsgMainClosed:
+    MainWindowClosed(*message);
+    return true;
+  default:
+    return false;
+  }
+}
+
+bool TVesmoECommMan::HandleNotice(BMessage* message) {
+  switch (message->what) {
+  case kMsgIAPChanged:
+    IAPChanged(*message);
+    Forward(message);
+    return true;
+  case kMsgLanguageNode:
+    NodeLanguageChanged();
+    return true;
+  case kMsgLanguageChanged:
+    gPref->Unarchive(*message);
+    LanguageChanged();
+    Forward(message);
+    return true;
+  case 'Spsc':
+  case 'Sedr':
+  case 'Splc':
+  case 'Spac':
+  case 'Ssic':
+  case 'Sssr':
+    gPref->Unarchive(*message);
+    Forward(message);
+    return true;
+  case 'Spec':
+  case 'Spcc':
+  case 'Sprc':
+  case 'Sptc':
+    gPref->Unarchive(*message);
+    return true;
+  default:
+    return false;
+  }
+}
+
+void TVesmoECommMan::Forward(BMessage* message) {
+  if (fMainWindow) fMainWindow->PostMessage(message);
+}
+
+void TVesmoECommMan::OpenMainWindowRqtd() {
+  OpenMainWindow();
+}
+
+void TVesmoECommMan::OpenMainWindow() {
+  if (fMainWindow == nullptr) fMainWindow = new TVesmoEWin(gExitState->fWindowFrame, this);
+  if (!fMainWindow->Lock()) return;
+  if (fMainWindow->IsHidden()) {
+    fMainWindow->Show();
+  } else {
+    fMainWindow->Activate();
+  }
+  fMainWindow->Unlock();
+}
+
+void TVesmoECommMan::RefsReceived(BMessage* message) {
+  OpenMainWindow();
+  Forward(message);
+}
+
+BMessage TVesmoECommMan::BesideRequest(uint32 code) const {
+  BMessage request(code);
+  request.AddBool("BesideDlg", fMainWindow != nullptr);
+  if (fMainWindow) request.AddRect("WinFrame", fMainWindow->Frame());
+  return request;
+}
+
+void TVesmoECommMan::PrepareOpenAboutWindowRqtd() {
+  const BMessage request = BesideRequest(kMsgOpenAbout);
+  PostMessage(&request);
+}
+
+void TVesmoECommMan::OpenAboutWindowRqtd(const BMessage&) {
+  tell(std::string(gAppName) + "  " + gAppVer + "\n" + gLLT->Text("App_Author"));
+}
+
+void TVesmoECommMan::PrepareOpenPrefWindowRqtd() {
+  const BMessage request = BesideRequest(kMsgOpenPref);
+  if (SendMessage(&request) == B_OK) return;
+  tell(std::string(gLLT->Text("Err_Cannot_Show_Pref_Win")) + "\n\n" + gLLT->Text("Hint_Need_VSMD"));
+}
+
+void TVesmoECommMan::MItemFineTimeTagClicked() {
+  tell(gLLT->Text("Err_Not_In_This_Version"));
+}
+void TVesmoECommMan::MItemKOREVACommonPrefClicked() {
+  tell(gLLT->Text("Err_Not_In_This_Version"));
+}
+void TVesmoECommMan::MItemHelpClicked() {
+  show_help();
+}
+
+void TVesmoECommMan::NodeLanguageChanged() {
+  PostMessage(kMsgLanguageChanged);
+}
+
+void TVesmoECommMan::LanguageChanged() {
+  if (gAppPrivacy->ShouldBeLanguageChanged()) load_language(vesmo_editor_fname().c_str());
+}
+
+void TVesmoECommMan::IAPChanged(const BMessage& message) {
+  gIAP->SetValue(message);
+}
+
+void TVesmoECommMan::MainWindowClosed(const BMessage& message) {
+  void* window = nullptr;
+  // A late notice of an earlier window says nothing of the present one.
+  if (message.FindPointer("window", &window) == B_OK && window != fMainWindow) return;
+  fMainWindow = nullptr;
+}
+
+void TVesmoECommMan::CloseMainWindowRqtd() {
+  BWindow* window = fMainWindow;
+  CloseWindow(&window);
+  if (window == nullptr) fMainWindow = nullptr;
+}
+
+// These windows are not made yet, and a close request for a window that is absent is ignored.
+void TVesmoECommMan::CloseAboutWindowRqtd() {}
+void TVesmoECommMan::CloseFineTimeTagWindowRqtd() {}
+void TVesmoECommMan::CloseKOREVACommonPrefWindowRqtd() {
+  gIAP->CloseWindow(false);
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "plugin/comm_man.h"
+#include "plugin/message_filters.h"
+
+class TVesmoEWin;
+
+/** What the plug-in, the menus and the companion ask of the manager. The fields that a code carries stand beside it. */
+enum : uint32 {
+  kMsgOpenMain = 'Somr',
+  kMsgPrepareAbout = 'Spar',
+  kMsgOpenAbout = 'Soar', // bool "BesideDlg"; with it, when true, rect "WinFrame"
+  kMsgPreparePref = 'Sppr',
+  kMsgOpenPref = 'Sopr', // to the companion; fields as above
+  kMsgCloseAbout = 'Scar',
+  kMsgCloseFineTag = 'Scfr',
+  kMsgCloseCommonPref = 'Scsr',
+  kMsgCloseMain = 'Scmr',
+  kMsgMainClosed = 'mwcl', // pointer "window": which one
+  kMsgFineTimeTag = 'fttg',
+  kMsgHelp = '_hlp',
+  kMsgCommonPref = '_scp',
+  kMsgPreferences = '_prf',
+  kMsgLanguageNode = '_nlc',
+  kMsgLanguageChanged = '_lgc',
+};
+
+/** The editor's manager: owns the windows, opens and closes them on its own thread, and routes every request. */
+class TVesmoECommMan : public TCommMan {
+public:
+  TVesmoECommMan();
+  /** Closes the windows that are still open and waits for their threads. */
+  void Quit() override;
+  void MessageReceived(BMessage* message) override;
+
+  void OpenMainWindowRqtd();
+  void OpenMainWindow();
+  void RefsReceived(BMessage* message);
+  void PrepareOpenAboutWindowRqtd();
+  void OpenAboutWindowRqtd(const BMessage& message);
+  void PrepareOpenPrefWindowRqtd();
+  void MItemFineTimeTagClicked();
+  void LanguageChanged();
+  void NodeLanguageChanged();
+  void IAPChanged(const BMessage& message);
+  void MItemKOREVACommonPrefClicked();
+  void MItemHelpClicked();
+  void MainWindowClosed(const BMessage& message);
+  void CloseMainWindowRqtd();
+  void CloseAboutWindowRqtd();
+  void CloseFineTimeTagWindowRqtd();
+  void CloseKOREVACommonPrefWindowRqtd();
+
+private:
+  void Forward(BMessage* message);
+  bool HandleRequest(BMessage* message);
+  bool HandleNotice(BMessage* message);
+  BMessage BesideRequest(uint32 code) const;
+
+  TVesmoEWin* fMainWindow = nullptr;
+  TIAPFilter* fIAPFilter;
+};

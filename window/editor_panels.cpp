@@ -1,0 +1,76 @@
+/** The editor window's open and save panels. */
+
+#include "common/koreva.h"
+#include "language/llt.h"
+#include "lyrics/editor_view.h"
+#include "platform/app/message.h"
+#include "platform/storage/entry.h"
+#include "platform/storage/find_directory.h"
+#include "plugin/exit_state.h"
+#include "window/editor_window.h"
+#include "window/save_panel.h"
+
+std::string TVesmoEWin::PanelFolder() const {
+  if (BEntry(gExitState->fPanelFolder.c_str()).IsDirectory()) return gExitState->fPanelFolder;
+  BPath home;
+  find_directory(B_USER_DIRECTORY, &home);
+  return home.Path();
+}
+
+void TVesmoEWin::SetOpenPanelLabel() {
+  if (!fOpenPanel) return;
+  fOpenPanel->SetTitle(gLLT->Text("Open_Panel_Title"));
+  fOpenPanel->SetButtonLabel(B_CANCEL_BUTTON, gLLT->Text("Button_Cancel"));
+  fOpenPanel->SetButtonLabel(B_DEFAULT_BUTTON, gLLT->Text("Button_Open"));
+}
+
+void TVesmoEWin::SetSavePanelLabel() {
+  if (!fSavePanel) return;
+  fSavePanel->SetTitle(gLLT->Text("Save_Panel_Title"));
+  fSavePanel->SetButtonLabel(B_CANCEL_BUTTON, gLLT->Text("Button_Cancel"));
+  fSavePanel->SetButtonLabel(B_DEFAULT_BUTTON, gLLT->Text("Button_Save"));
+}
+
+void TVesmoEWin::MItemOpenClicked() {
+  if (!fOpenPanel) {
+    const BMessenger answers(this);
+    fOpenPanel = std::make_unique<BFilePanel>(B_OPEN_PANEL, &answers);
+  }
+  fOpenPanel->SetPanelDirectory(PanelFolder().c_str());
+  SetOpenPanelLabel();
+  fOpenPanel->Show();
+}
+
+void TVesmoEWin::MItemSaveAsClicked(const BMessage& message) {
+  if (!fSavePanel) fSavePanel = std::make_unique<TVesmoESavePanel>(BMessenger(this));
+  fSavePanel->SetPanelDirectory(PanelFolder().c_str());
+  SetSavePanelLabel();
+  BMessage save(B_SAVE_REQUESTED);
+  BMessage next;
+  void* target = nullptr;
+  if (!koreva::copy_next_msg(&save, message) && message.FindMessage("NxtM", &next) == B_OK &&
+      message.FindPointer("NxtMT", &target) == B_OK && !message.IsSourceRemote()) {
+    koreva::add_next_msg(&save, next, static_cast<const BHandler*>(target));
+  }
+  fSavePanel->SetMessage(&save);
+  const TLyricsInfo info = fEditorView->CurrentLyricsInfo();
+  fSavePanel->SetEncoding(static_cast<int32>(info.Encoding));
+  fSavePanel->SetCRType(static_cast<int32>(info.CRType));
+  const std::string name = info.File.IsEmpty() ? gLLT->Text("New_Lyrics") + std::string(".lrc") : info.File.name;
+  fSavePanel->SetSaveText(name.c_str());
+  fSavePanel->Show();
+}
+
+void TVesmoEWin::PanelClosed(const BMessage& message) {
+  void* source = nullptr;
+  if (message.FindPointer("source", &source) != B_OK) return;
+  // Compared, never followed: only these two panels are ours.
+  if (fSavePanel && source == static_cast<BFilePanel*>(fSavePanel.get())) return RememberPanelFolder(*fSavePanel);
+  if (fOpenPanel && source == fOpenPanel.get()) RememberPanelFolder(*fOpenPanel);
+}
+
+void TVesmoEWin::RememberPanelFolder(const BFilePanel& panel) {
+  entry_ref folder;
+  panel.GetPanelDirectory(&folder);
+  if (!folder.IsEmpty()) gExitState->fPanelFolder = folder.FullPath();
+}

@@ -1,0 +1,151 @@
+#include "window/editor_window.h"
+
+#include "common/app_info.h"
+#include "lyrics/editor_view.h"
+#include "platform/app/message.h"
+#include "platform/interface/file_panel.h"
+#include "platform/interface/menu_bar.h"
+#include "platform/interface/screen.h"
+#include "plugin/exit_state.h"
+#include "plugin/message_filters.h"
+#include "plugin/pref.h"
+#include "plugin/sonivo_window.h"
+#include "window/placement.h"
+#include "window/save_panel.h"
+
+namespace {
+
+constexpr float kFirstWidth = 560;
+constexpr float kFirstHeight = 400;
+constexpr float kMinWidth = 260;
+constexpr float kMinHeight = 110; // menu bar, three lines, status bar
+constexpr float kNoLimit = 32767;
+constexpr float kMenuBarHeight = 22;
+
+/** The stored frame; on a first run, when none was stored, one of a useful size beside the player. */
+BRect opening_frame(const BRect& stored) {
+  BRect host;
+  if (!(stored == TExitState().fWindowFrame) || get_sonivo_win_frame(&host) != B_OK) return stored;
+  return frame_beside(host, kFirstWidth, kFirstHeight, screen_frame(host.LeftTop()));
+}
+
+window_feel proper_feel() {
+  return gPref->Values()->stayOnTop ? B_FLOATING_ALL_WINDOW_FEEL : B_NORMAL_WINDOW_FEEL;
+}
+
+} // namespace
+
+TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
+    : BWindow(opening_frame(frame), gAppName, B_DOCUMENT_WINDOW_LOOK, proper_feel()), fManager(manager) {
+  BRect bar = Bounds();
+  bar.bottom = bar.top + kMenuBarHeight;
+  fMenuBar = new BMenuBar(bar, "MenuBar", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
+  AddChild(fMenuBar);
+  BRect rest = Bounds();
+  rest.top = fMenuBar->Frame().bottom + 1;
+  fEditorView = new TVesmoEView(rest);
+  AddChild(fEditorView);
+  CreateMenu();
+  fEditorView->CreateNewLyrics();
+  fEditorView->SetMode(gExitState->fMode == 1 ? 1 : 0);
+  fEditorView->SetWinTitle();
+  SetSizeLimits(kMinWidth, kNoLimit, kMinHeight, kNoLimit);
+  InstallMoveFilter();
+  UpdateWinPosDiffe();
+  fEditorView->FindView("TagInputView")->MakeFocus();
+}
+
+TVesmoEWin::~TVesmoEWin() {
+  RemoveMoveFilter();
+}
+
+void TVesmoEWin::MessageReceived(BMessage* message) {
+  switch (message->what) {
+  case B_REFS_RECEIVED:
+  case B_SAVE_REQUESTED:
+  case kMsgDefaultStatBar:
+  case kMsgAppearance:
+  case 'Sssr':
+  case 'fttr':
+    return fEditorView->MessageReceived(message);
+  case 'Ssic':
+  case 'Spsc':
+    return PrefStayOnTopChanged();
+  case kMsgHostWindowMoved:
+    return FollowHost();
+  case B_CANCEL:
+    return PanelClosed(*message);
+  case kMsgOpenPanel:
+    return MItemOpenClicked();
+  case kMsgSaveAs:
+    return MItemSaveAsClicked(*message);
+  case kMsgModeChanged:
+    return UpdateModeComposRqtd(*message);
+  case kMsgIAPChanged:
+    return IAPChanged(*message);
+  case '_lgc':
+    SetLabels();
+    return fEditorView->MessageReceived(message);
+  default:
+    BWindow::MessageReceived(message);
+  }
+}
+
+bool TVesmoEWin::QuitRequested() {
+  return fEditorView->AskSave(BMessage(B_QUIT_REQUESTED), this);
+}
+
+void TVesmoEWin::Quit() {
+  BMessage closed('mwcl');
+  closed.AddPointer("window", this);
+  fManager->PostMessage(&closed);
+  gExitState->fWindowFrame = Frame();
+  gExitState->fMode = fEditorView->Mode();
+  if (fOpenPanel) RememberPanelFolder(*fOpenPanel);
+  if (fSavePanel) RememberPanelFolder(*fSavePanel);
+  BWindow::Quit();
+}
+
+void TVesmoEWin::InstallMoveFilter() {
+  BWindow* host = nullptr;
+  if (get_sonivo_window(&host) != B_OK) return;
+  fHostWindow = BMessenger(host);
+  if (!fHostWindow.LockTarget()) return;
+  fMoveFilter = new TWMFilter(BMessenger(this));
+  host->AddCommonFilter(fMoveFilter);
+  host->Unlock();
+}
+
+void TVesmoEWin::RemoveMoveFilter() {
+  // A player's window that is gone has taken its filters along.
+  if (fMoveFilter == nullptr || !fHostWindow.LockTarget()) return;
+  BLooper* host = nullptr;
+  fHostWindow.Target(&host);
+  if (host->RemoveCommonFilter(fMoveFilter)) delete fMoveFilter;
+  host->Unlock();
+}
+
+void TVesmoEWin::FollowHost() {
+  BRect host;
+  if (get_sonivo_win_frame(&host) == B_OK) MoveTo(host.LeftTop() + fPositionDifference);
+}
+
+void TVesmoEWin::UpdateWinPosDiffe() {
+  BRect host;
+  if (get_sonivo_win_frame(&host) == B_OK) fPositionDifference = Frame().LeftTop() - host.LeftTop();
+}
+
+void TVesmoEWin::FrameMoved(BPoint leftTop) {
+  BWindow::FrameMoved(leftTop);
+  // Only the user's own moves change the difference, not those made by following.
+  if (mouse_buttons() != 0) UpdateWinPosDiffe();
+}
+
+void TVesmoEWin::PrefStayOnTopChanged() {
+  SetFeel(proper_feel());
+}
+
+void TVesmoEWin::IAPChanged(const BMessage& message) {
+  std::string item;
+  if (message.FindString("IAP:SrcIAPItem", &item) == B_OK && item == "AccKeyFormat") SetLabels();
+}

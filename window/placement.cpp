@@ -1,0 +1,18 @@
+#include "window/placement.h"
+
+#include <algorithm>
+
+namespace {
+constexpr float kGap = 8;
+}
+
+BRect frame_beside(const BRect& neighbour, float width, float height, const BRect& screen) {
+  const float toTheRight = neighbour.right + kGap;
+  const float toTheLeft = neighbour.left - kGap - width;
+  const float lastLeft = std::max(screen.left, screen.right - width);
+  const float lastTop = std::max(screen.top, screen.bottom - height);
+  float left = toTheRight;
+  if (toTheRight > lastLeft) left = toTheLeft >= screen.left ? toTheLeft : neighbour.left;
+  const BRect frame{std::clamp(left, screen.left, lastLeft), std::clamp(neighbour.top, screen.top, lastTop), 0, 0};
+  return {frame.left, frame.top, frame.left + width, frame.top + height};
+}
