@@ -31,5 +31,6 @@ std::vector<TSavedLine> read_saved_lines(const std::string& path) {
   std::vector<TSavedLine> lines;
   std::ifstream file(path);
   for (std::string line; std::getline(file, line);) lines.push_back(parse(line));
+  if (!lines.empty() && lines.back().text == std::string(1, '\0')) lines.pop_back(); // ends a saved text
   return lines;
 }

@@ -19,4 +19,5 @@ struct TSavedLine {
   std::string text;
 };
 
+/** The NUL that the editor writes behind a UTF-8 text is no line. */
 std::vector<TSavedLine> read_saved_lines(const std::string& path);

@@ -28,6 +28,12 @@ TEST_F(SungLines, OnlyAWholeExtendedTagCounts) {
   EXPECT_EQ(lines[2].text, "plain");
 }
 
+TEST_F(SungLines, TheNulBehindTheTextIsNoLine) {
+  using namespace std::string_literals;
+  EXPECT_EQ(read_saved_lines(Written("[00:01:02]a\n[00:02:03]b\n\0"s)).size(), 2U);
+  EXPECT_EQ(read_saved_lines(Written("[00:01:02]a\n[00:02:03]b"s)).size(), 2U);
+}
+
 TEST_F(SungLines, TrueTimesKeepTheTextBehindTheTab) {
   const auto lines = read_true_times(Written("5736\tWho has seen the wind?\n8604\tNeither I nor you:\n"));
   ASSERT_EQ(lines.size(), 2U);
