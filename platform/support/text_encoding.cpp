@@ -31,6 +31,7 @@ public:
 
   bool Put(const char* bytes, size_t count) {
     if (Room() < count) return false;
+    if (count == 0) return true;
     std::memcpy(fAt, bytes, count);
     fAt += count;
     return true;

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+/** What must hold for every input; a breach ends the run, with the input kept. */
+inline void require(bool holds) {
+  if (!holds) std::abort();
+}
+
+inline std::string text_of(const uint8_t* bytes, size_t size) {
+  return std::string(reinterpret_cast<const char*>(bytes), size);
+}

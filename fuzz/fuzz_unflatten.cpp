@@ -1,0 +1,26 @@
+#include "fuzz/fuzz.h"
+#include "platform/app/message.h"
+#include "platform/support/data_io.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
+  BMessage message;
+  if (message.Unflatten(bytes, size) != B_OK) {
+    require(message.IsEmpty());
+    return 0;
+  }
+  // What was understood is written and understood again the same way.
+  const std::vector<char> flat = message.Flatten();
+  BMallocIO stream;
+  stream.Write(flat.data(), flat.size());
+  stream.Seek(0, SEEK_SET);
+  BMessage again;
+  require(again.Unflatten(&stream) == B_OK && again.Flatten() == flat);
+  for (const std::string& name : message.FieldNames()) {
+    std::string text;
+    message.FindString(name.c_str(), &text);
+    const void* data = nullptr;
+    ssize_t length = 0;
+    message.FindData(name.c_str(), B_ANY_TYPE, &data, &length);
+  }
+  return 0;
+}
