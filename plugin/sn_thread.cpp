@@ -21,6 +21,8 @@ void SNThread::WaitUntilFinished() const {
 void SNThread::Abort() {
   fQuitRequested = 1;
   WaitUntilFinished();
+  // The thread says that it has finished from within this image's code; only when it has left that may the image go.
+  wait_for_thread(fThread, nullptr);
 }
 
 int32 SNThread::MainStarter(void* object) {
