@@ -1,0 +1,99 @@
+#include "lyrics/time_tags.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+struct Read {
+  const char* line;
+  bool isTag;
+  long time;
+  bool extended;
+};
+constexpr Read kReads[] = {
+    {"[01:02]", true, 62000, false},
+    {"[01:02:03]", true, 62030, true},
+    {"[99:59:99]", true, 5999990, true},
+    {"[1:2]", false, -7, true},
+    {"[01:02", false, -7, true},
+    {"[01:02x", true, 62000, false},
+    {"x[01:02]", false, -7, true},
+    {" [01:02]", false, -7, true},
+    {"[01:02]abc", true, 62000, false},
+    {"[01:02]12abc", true, 62120, true},
+    {"[01:02]1", true, 62000, false}, // 8 characters are too few for hundredths
+    {"[0x:10]", true, 4330000, false},
+    {"[Chorus]", true, 0, false},
+    {"[ab:cd]", true, 0, false},
+    {"[00:75]", true, 75000, false},
+    {"[0\xff:10]", true, (-1 - '0') * 60000L + 10000, false},
+    {"[\xff\xff:10]", true, 10000, false},
+};
+
+} // namespace
+
+TEST(TimeTags, AreReadByPositionAlone) {
+  for (const Read& read : kReads) {
+    SCOPED_TRACE(read.line);
+    long time = -7;
+    bool extended = true;
+    EXPECT_EQ(time_tag_to_time(read.line, &time, &extended), read.isTag);
+    EXPECT_EQ(time, read.time);
+    EXPECT_EQ(extended, read.extended);
+  }
+}
+
+TEST(TimeTags, ArePrintedBoundedAndCut) {
+  struct {
+    long time;
+    const char* standard;
+    const char* extended;
+  } const prints[] = {{-5, "[00:00]", "[00:00:00]"},      {5, "[00:00]", "[00:00:00]"},
+                      {1239, "[00:01]", "[00:01:23]"},    {59999, "[00:59]", "[00:59:99]"},
+                      {60000, "[01:00]", "[01:00:00]"},   {5999990, "[99:59]", "[99:59:99]"},
+                      {6000000, "[99:59]", "[99:59:99]"}, {2147483647, "[99:59]", "[99:59:99]"}};
+  for (const auto& print : prints) {
+    std::string tag = "what was there before";
+    EXPECT_TRUE(time_to_time_tag(print.time, &tag, false));
+    EXPECT_EQ(tag, print.standard);
+    EXPECT_TRUE(time_to_time_tag(print.time, &tag, true));
+    EXPECT_EQ(tag, print.extended);
+  }
+}
+
+TEST(TimeTags, EveryTimeReadsBackFromItsPrint) {
+  std::mt19937 random(20260101);
+  for (int i = 0; i < 20000; ++i) {
+    const long time = static_cast<long>(random() % (kLastTagTime / 10 + 1)) * 10;
+    std::string tag;
+    long read = -1;
+    bool extended = false;
+    time_to_time_tag(time, &tag, true);
+    ASSERT_TRUE(time_tag_to_time(tag + "text", &read, &extended)) << tag;
+    ASSERT_EQ(read, time) << tag;
+    ASSERT_TRUE(extended);
+  }
+}
+
+TEST(TimeTags, AreTakenOffUpToTheFirstBracket) {
+  const std::pair<const char*, const char*> removals[] = {
+      {"[01:02]text", "text"}, {"text]", "text]"}, {"[abc", "[abc"}, {"[a]b]c", "b]c"},
+      {"[1]x", "x"},           {"", ""},           {"]", "]"},       {"[00:01] [00:02]x", " [00:02]x"}};
+  for (const auto& [before, after] : removals) {
+    std::string line = before;
+    remove_time_tag(&line);
+    EXPECT_EQ(line, after);
+  }
+}
+
+TEST(StripPrefix, KeepsWhatFollowsTheLaterMarker) {
+  EXPECT_EQ(strip_prefix("03 - Title"), "Title");
+  EXPECT_EQ(strip_prefix("abc"), "abc");
+  EXPECT_EQ(strip_prefix("歌手・曲名"), "曲名");
+  EXPECT_EQ(strip_prefix("a - b・c"), "c");
+  EXPECT_EQ(strip_prefix("a・b - c"), "c");
+  EXPECT_EQ(strip_prefix("ends-"), "");
+  EXPECT_EQ(strip_prefix(""), "");
+}

@@ -1,0 +1,140 @@
+#include "platform/app/message.h"
+
+#include "platform/support/data_io.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+BMessage sample() {
+  BMessage message('abcd');
+  message.AddString("text", "日本");
+  message.AddString("text", "second");
+  message.AddRect("rect", {1, 2, 3, 4});
+  message.AddInt64("wide", -5);
+  message.AddDouble("real", 0.25);
+  const entry_ref ref{"/folder", "name"};
+  message.AddRef("ref", &ref);
+  const uint8 color[] = {1, 2, 3, 4};
+  message.AddData("color", B_RAW_TYPE, color, sizeof color);
+  BMessage inside('in');
+  inside.AddBool("yes", true);
+  message.AddMessage("inside", &inside);
+  return message;
+}
+
+} // namespace
+
+TEST(Message, FindsLeaveTheirOutputAloneUnlessTheyFind) {
+  const BMessage message = sample();
+  int32 number = 7;
+  std::string text = "old";
+  EXPECT_EQ(message.FindInt32("absent", &number), B_NAME_NOT_FOUND);
+  EXPECT_EQ(message.FindInt32("text", &number), B_BAD_TYPE);
+  EXPECT_EQ(message.FindString("text", 2, &text), B_BAD_INDEX);
+  EXPECT_EQ(message.FindString("rect", &text), B_BAD_TYPE);
+  EXPECT_EQ(number, 7);
+  EXPECT_EQ(text, "old");
+  EXPECT_EQ(message.FindString("text", 1, &text), B_OK);
+  EXPECT_EQ(text, "second");
+  EXPECT_EQ(BMessage(message).AddInt32("text", 1), B_BAD_TYPE);
+}
+
+TEST(Message, BytesOfTextTypeKeepTheirLength) {
+  BMessage message;
+  const std::string bytes("a\0b", 3);
+  message.AddData("raw", B_STRING_TYPE, bytes.data(), bytes.size());
+  message.AddData("unended", B_STRING_TYPE, "abc", 3);
+  message.AddData("text", B_STRING_TYPE, "abc", 4);
+  BMessage copy;
+  const std::vector<char> flat = message.Flatten();
+  ASSERT_EQ(copy.Unflatten(flat.data(), flat.size()), B_OK);
+  for (const auto& [name, size] : {std::pair{"raw", 3}, {"unended", 3}, {"text", 4}}) {
+    const void* data = nullptr;
+    ssize_t length = 0;
+    EXPECT_EQ(copy.FindData(name, B_STRING_TYPE, &data, &length), B_OK);
+    EXPECT_EQ(length, size) << name;
+  }
+  std::string text;
+  EXPECT_EQ(copy.FindString("raw", &text), B_OK);
+  EXPECT_EQ(text, "a");
+}
+
+TEST(Message, FlattensAndReadsBackWhole) {
+  const BMessage message = sample();
+  BMallocIO stream;
+  ASSERT_EQ(message.Flatten(&stream), B_OK);
+  stream.Seek(0, SEEK_SET);
+  BMessage read;
+  ASSERT_EQ(read.Unflatten(&stream), B_OK);
+  EXPECT_EQ(read.what, uint32{'abcd'});
+  BMessage inside;
+  bool yes = false;
+  entry_ref ref;
+  EXPECT_EQ(read.FindMessage("inside", &inside), B_OK);
+  EXPECT_EQ(inside.FindBool("yes", &yes), B_OK);
+  EXPECT_TRUE(yes);
+  EXPECT_EQ(read.FindRef("ref", &ref), B_OK);
+  EXPECT_EQ(ref.FullPath(), "/folder/name");
+  EXPECT_EQ(read.Flatten(), message.Flatten());
+}
+
+TEST(Message, PointersStayInTheProcess) {
+  BMessage message;
+  message.AddPointer("pointer", &message);
+  const std::vector<char> flat = message.Flatten();
+  BMessage read;
+  ASSERT_EQ(read.Unflatten(flat.data(), flat.size()), B_OK);
+  EXPECT_FALSE(read.HasField("pointer"));
+}
+
+TEST(Message, DamagedBytesAreRefusedOrUnderstoodNeverBelieved) {
+  const std::vector<char> flat = sample().Flatten();
+  for (size_t length = 0; length < flat.size(); ++length) {
+    BMessage read;
+    EXPECT_NE(read.Unflatten(flat.data(), length), B_OK) << length;
+    EXPECT_TRUE(read.IsEmpty());
+  }
+  std::mt19937 random(99);
+  for (int i = 0; i < 5000; ++i) {
+    std::vector<char> damaged = flat;
+    for (int k = 0; k < 3; ++k) damaged[random() % damaged.size()] = static_cast<char>(random());
+    BMessage read;
+    BMemoryIO stream(damaged.data(), damaged.size());
+    const status_t status = read.Unflatten(&stream);
+    EXPECT_TRUE(status == B_OK ? !read.Flatten().empty() : read.IsEmpty());
+  }
+}
+
+TEST(Message, NestingIsBounded) {
+  BMessage message('deep');
+  for (int i = 0; i < 40; ++i) {
+    BMessage outer('deep');
+    outer.AddMessage("in", &message);
+    message = outer;
+  }
+  const std::vector<char> flat = message.Flatten();
+  BMessage read;
+  EXPECT_EQ(read.Unflatten(flat.data(), flat.size()), B_BAD_VALUE);
+}
+
+TEST(Message, SpecifiersAreResolvedLastAddedFirst) {
+  BMessage message('PGET');
+  message.AddSpecifier("Entry", 5);
+  message.AddSpecifier("Playlist");
+  std::string property;
+  uint32 form = 0;
+  int32 index = -1;
+  ASSERT_EQ(message.GetCurrentSpecifier(&property, &form, &index), B_OK);
+  EXPECT_EQ(property, "Playlist");
+  EXPECT_EQ(form, B_DIRECT_SPECIFIER);
+  EXPECT_EQ(index, -1);
+  message.PopSpecifier();
+  ASSERT_EQ(message.GetCurrentSpecifier(&property, &form, &index), B_OK);
+  EXPECT_EQ(property, "Entry");
+  EXPECT_EQ(index, 5);
+  message.PopSpecifier();
+  EXPECT_EQ(message.GetCurrentSpecifier(&property, &form, &index), B_BAD_INDEX);
+}
