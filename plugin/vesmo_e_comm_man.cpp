@@ -30,7 +30,12 @@ void TVesmoECommMan::Quit() {
     be_app->Unlock();
   }
   CloseMainWindowRqtd();
+  WaitForWindowThreads();
   TCommMan::Quit();
+}
+
+void TVesmoECommMan::WaitForWindowThreads() {
+  for (const thread_id thread : fWindowThreads) wait_for_thread(thread, nullptr);
 }
 
 void TVesmoECommMan::MessageReceived(BMessage* message) {
@@ -132,6 +137,7 @@ void TVesmoECommMan::OpenMainWindow() {
   if (!fMainWindow->Lock()) return;
   if (fMainWindow->IsHidden()) {
     fMainWindow->Show();
+    fWindowThreads.push_back(fMainWindow->Thread());
   } else {
     fMainWindow->Activate();
   }

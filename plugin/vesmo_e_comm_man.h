@@ -3,6 +3,8 @@
 #include "plugin/comm_man.h"
 #include "plugin/message_filters.h"
 
+#include <vector>
+
 class TVesmoEWin;
 
 /** What the plug-in, the menus and the companion ask of the manager. The fields that a code carries stand beside it. */
@@ -57,6 +59,10 @@ private:
   bool HandleNotice(BMessage* message);
   BMessage BesideRequest(uint32 code) const;
 
+  void WaitForWindowThreads();
+
   TVesmoEWin* fMainWindow = nullptr;
+  /** Of every main window shown: a window that was closed by its user is forgotten before its thread has ended. */
+  std::vector<thread_id> fWindowThreads;
   TIAPFilter* fIAPFilter;
 };
