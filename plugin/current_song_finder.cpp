@@ -20,9 +20,11 @@ TCurrentSongFinder::~TCurrentSongFinder() {
 }
 
 bool TCurrentSongFinder::Start() {
-  if (fSearching.exchange(true)) return false;
+  if (fSearching) return false;
+  // The watch of the last search must see that it is over before the next begins.
   if (fSearch.joinable()) fSearch.join();
   if (fWatch.joinable()) fWatch.join();
+  fSearching = true;
   fSearch = std::thread(&TCurrentSongFinder::Find, this);
   fWatch = std::thread(&TCurrentSongFinder::Watch, this);
   return true;

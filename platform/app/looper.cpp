@@ -184,8 +184,9 @@ BHandler* resolved(BMessage* message, BHandler* target) {
 } // namespace
 
 void BLooper::Deliver(BMessage* message) {
-  BMessage* const before = fCore->current;
-  fCore->current = message;
+  const std::shared_ptr<Core> core = fCore; // a looper driven by hand is gone once its handler has quit it
+  BMessage* const before = core->current;
+  core->current = message;
   try {
     BHandler* target = Filtered(message, TargetOf(message));
     if (target) target = resolved(message, target);
@@ -195,7 +196,7 @@ void BLooper::Deliver(BMessage* message) {
   } catch (...) {
     log_error(Name(), "a handler threw something that is no exception");
   }
-  fCore->current = before;
+  core->current = before;
 }
 
 bool BLooper::Lock() {

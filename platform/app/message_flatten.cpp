@@ -27,10 +27,9 @@ class FlatWriter {
 public:
   template <typename T>
   void Number(T value) {
-    const char* bytes = reinterpret_cast<const char*>(&value);
-    fBytes.insert(fBytes.end(), bytes, bytes + sizeof value);
+    Bytes({reinterpret_cast<const char*>(&value), sizeof value});
   }
-  void Bytes(std::string_view bytes) { fBytes.insert(fBytes.end(), bytes.begin(), bytes.end()); }
+  void Bytes(std::string_view bytes) { fBytes.append(bytes); }
   void Sized(std::string_view bytes) {
     Number(static_cast<uint32>(bytes.size()));
     Bytes(bytes);
@@ -40,10 +39,10 @@ public:
     Number(static_cast<uint32>(sizeof value));
     Number(value);
   }
-  std::vector<char> Take() { return std::move(fBytes); }
+  std::string Take() { return std::move(fBytes); }
 
 private:
-  std::vector<char> fBytes;
+  std::string fBytes;
 };
 
 class FlatReader {
@@ -92,7 +91,9 @@ bool read_ref(std::string_view bytes, entry_ref* ref) {
 
 /** Bytes of a raw value are led by one that says whether the field's items are of one size. */
 std::string raw_bytes(const RawValue& raw) {
-  return std::string(1, raw.isFixedSize ? '\1' : '\0') + std::string(raw.bytes.begin(), raw.bytes.end());
+  std::string bytes;
+  bytes.push_back(raw.isFixedSize ? '\1' : '\0');
+  return bytes.append(raw.bytes.data(), raw.bytes.size());
 }
 
 template <typename T>
@@ -227,13 +228,14 @@ std::vector<char> BMessage::Flatten() const {
   for (const MessageField& field : fBody->fields) {
     if (!stays_behind(field.type)) write_field(field, &body);
   }
-  const std::vector<char> bytes = body.Take();
+  const std::string bytes = body.Take();
   FlatWriter whole;
   whole.Bytes({kMagic, sizeof kMagic});
   whole.Number(kVersion);
   whole.Number(static_cast<uint32>(kHeaderSize + bytes.size()));
-  whole.Bytes({bytes.data(), bytes.size()});
-  return whole.Take();
+  whole.Bytes(bytes);
+  const std::string flat = whole.Take();
+  return {flat.begin(), flat.end()};
 }
 
 ssize_t BMessage::FlattenedSize() const {

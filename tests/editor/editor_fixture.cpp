@@ -52,6 +52,7 @@ void FakePlayer::MessageReceived(BMessage* message) {
     std::memcpy(record.bytes + THostInformation::kPositionAt, &positionMs, sizeof positionMs);
     std::memcpy(record.bytes + THostInformation::kTitleAt, "Song", 5);
     answer.AddData("Info", B_STRING_TYPE, record.bytes, THostInformation::kSize);
+    ++fRecordsSent;
     break;
   default:
     return AnswerAboutSongs(message);
@@ -65,9 +66,15 @@ void FakePlayer::AnswerAboutSongs(BMessage* question) {
     return;
   }
   BMessage answer(B_REPLY);
+  std::string property;
+  uint32 form = 0;
+  int32 index = 0;
+  question->GetCurrentSpecifier(&property, &form, &index); // the playlist
+  question->PopSpecifier();
+  question->GetCurrentSpecifier(&property, &form, &index); // the song in it
   if (question->what == B_COUNT_PROPERTIES) {
     answer.AddInt32("result", fSongPath.empty() ? 0 : 1);
-  } else {
+  } else if (index == 0) {
     answer.AddString("filename", fSongPath);
     answer.AddString("title", "Song");
     answer.AddInt32("time", 60);
@@ -168,7 +175,10 @@ std::vector<hands::Question> EditorTest::Answer(const std::vector<std::string>& 
   auto asked = std::async(std::launch::async, [&] {
     std::vector<hands::Question> questions;
     for (const std::string& key : keys) {
-      questions.push_back(hands::wait_for_question());
+      hands::Question next = hands::wait_for_question();
+      // An answered question goes when its button comes up again.
+      while (!questions.empty() && next.text == questions.back().text) next = hands::wait_for_question();
+      questions.push_back(next);
       hands::answer_with_key(key);
       ++fAnsweredQuestions;
     }

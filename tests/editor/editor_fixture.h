@@ -21,6 +21,7 @@ public:
   void MessageReceived(BMessage* message) override;
 
   std::atomic<int32> fPositionMs{0};
+  std::atomic<int32> fRecordsSent{0};
   /** Of the one song of the playlist; empty: the playlist is empty. Set before anybody asks. */
   std::string fSongPath;
   /** Set: questions about the playlist are kept and not answered. */

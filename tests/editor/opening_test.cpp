@@ -16,7 +16,18 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class Opening : public EditorTest {};
+class Opening : public EditorTest {
+protected:
+  /** After the editor has learnt what plays, by the question that it repeats all the time outside the tests. */
+  void AskForTheSong() {
+    const int32 before = fPlayer->fRecordsSent;
+    Until([&] {
+      fWindow->PostMessage(kMsgRefreshInfo, fWindow->FindView("VesmoEditorView"));
+      return fPlayer->fRecordsSent > before + 3;
+    });
+    Press("Ctrl+L");
+  }
+};
 
 TEST_F(Opening, ShowsTheLinesTheNameAndWhatKindOfFileItIs) {
   Open(Write("song.lrc", "\xEF\xBB\xBF[00:01]first\r\n二行目\r\n"));
@@ -131,14 +142,14 @@ TEST_F(Opening, DroppedFileIsOpened) {
 TEST_F(Opening, LyricsOfTheSongThatPlays) {
   fPlayer->fSongPath = PathOf("song.mp3");
   Write("song.lrc", "sung\n");
-  Send(BMessage(kMsgOpenCurrent));
+  AskForTheSong();
   EXPECT_TRUE(Until([&] { return Title() == "song.lrc - Vesmo Editor"; }));
   EXPECT_THAT(Lines(), ElementsAre("sung"));
 }
 
 TEST_F(Opening, WithoutASongTheUserIsToldSo) {
   const hands::Question told = Answer("Escape", [&] {
-    Send(BMessage(kMsgOpenCurrent));
+    AskForTheSong();
     EXPECT_TRUE(Until([&] { return fAnsweredQuestions > 0; }));
   });
   EXPECT_EQ(told.text, "There is no song in the player whose lyrics could be opened.");
@@ -148,7 +159,7 @@ TEST_F(Opening, PlayerThatNeverAnswersLeavesTheWindowAlive) {
   fPlayer->fSongPath = PathOf("song.mp3");
   fPlayer->fIsSilent = true;
   Open(Write("a.lrc", "[00:01]a\n"));
-  Send(BMessage(kMsgOpenCurrent));
+  AskForTheSong();
   Change();
   EXPECT_THAT(Lines(), ElementsAre("a"));
   EXPECT_TRUE(Until([&] { return Status().ends_with("The player does not answer."); }));

@@ -175,6 +175,7 @@ TEST_F(SavingNew, CancelledPanelDropsTheWaitingCommand) {
   hands::press(*Panel(), "Escape");
   Settle();
   EXPECT_TRUE(IsModified());
+  fWindow->Activate(true);
   Press("Ctrl+2");
   hands::type_file_name(*Panel(), "later.lrc");
   EXPECT_TRUE(Until([&] { return Title() == "later.lrc - Vesmo Editor"; }));

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "interapp/inter_app_prefs.h"
+#include "language/builtin_texts.h"
+#include "language/llt.h"
+#include "platform/app/message.h"
+#include "plugin/exit_state.h"
+#include "plugin/pref.h"
+#include "tests/link/strange_host.h"
+#include "tests/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+/** What an editor finds around it: settings of its own, English texts, and a player. */
+class EditorWorld : public testing::Test {
+protected:
+  EditorWorld() {
+    setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
+    gExitState = new TExitState;
+    gExitState->fWindowFrame = {50, 50, 549, 349};
+    gIAP = new TInterAppPrefs;
+    gIAP->AddItem(new TIAPItemAccKeyFormat);
+    gPref = new TPref;
+    gLLT = new TLLT;
+    const BResources resources = builtin_resources();
+    gLLT->Load(&resources, kBuiltinTextsId);
+    fHost = new StrangeHost;
+    fHost->Run();
+  }
+  ~EditorWorld() override {
+    fHost->Lock();
+    fHost->Quit();
+    delete std::exchange(gExitState, nullptr);
+    delete std::exchange(gIAP, nullptr);
+    delete std::exchange(gPref, nullptr);
+    delete std::exchange(gLLT, nullptr);
+  }
+  template <typename Change>
+  static void SetPref(Change change) {
+    TPrefValues values = *gPref->Values();
+    change(&values);
+    gPref->SetValues(values);
+  }
+  ScratchFolder fFolder;
+  StrangeHost* fHost;
+};

@@ -1,0 +1,174 @@
+#include "editviews/tag_input_view.h"
+
+#include "platform/interface/window.h"
+#include "plugin/front_end_receiver.h"
+#include "plugin/host_link.h"
+#include "tests/display/hands.h"
+#include "tests/editor/editor_world.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+
+namespace {
+
+class ViewWindow : public BWindow {
+public:
+  explicit ViewWindow(Sonivo_FrontEnd* link) : BWindow({10, 10, 409, 309}, "view") {
+    SetRunsOnShow(false);
+    fView = new TTagInputView({0, 0, 399, 299}, link);
+    AddChild(fView);
+    fView->MakeFocus();
+  }
+  void MessageReceived(BMessage* message) override {
+    if (message->what != kMsgStatBarStr) return BWindow::MessageReceived(message);
+    message->FindString("StatBarStr", &fReport);
+  }
+  TTagInputView* fView;
+  std::string fReport = "none";
+};
+
+class TagInputView : public EditorWorld {
+protected:
+  TagInputView() {
+    fLink = std::make_unique<Sonivo_FrontEnd>(false, 100000);
+    fLink->Start();
+    while (fHost->fHandshakes == 0) snooze(1000);
+    fWindow = new ViewWindow(fLink.get());
+    fView = fWindow->fView;
+    fWindow->Show();
+    hands::settle(*fWindow);
+  }
+  ~TagInputView() override {
+    fWindow->Lock();
+    fWindow->Quit();
+    fLink.reset();
+  }
+  void Show(const std::list<std::string>& lines, int32 selected = 0) {
+    fView->SetLines(lines);
+    fView->SetCurLine(selected);
+    fView->SetModified(false);
+    hands::settle(*fWindow);
+  }
+  /** Presses the key with the song at that moment. */
+  void Press(const std::string& key, int32 positionMs = 0) {
+    fHost->SetRecord(positionMs, "song");
+    hands::press(*fWindow, key);
+    hands::settle(*fWindow);
+  }
+  std::list<std::string> Lines() const {
+    std::list<std::string> lines;
+    fView->GetLines(&lines);
+    return lines;
+  }
+  std::unique_ptr<Sonivo_FrontEnd> fLink;
+  ViewWindow* fWindow;
+  TTagInputView* fView;
+};
+
+} // namespace
+
+TEST_F(TagInputView, SpaceStampsTheLineAndGoesToTheNext) {
+  Show({"a", "b"});
+  Press("Space", 61239);
+  EXPECT_THAT(Lines(), ElementsAre("[01:01:23]a", "b"));
+  EXPECT_EQ(fView->CurLine(), 1);
+  EXPECT_TRUE(fView->IsModified());
+  EXPECT_EQ(fWindow->fReport, "Tag set at line 1");
+  Press("Space", 62000);
+  EXPECT_THAT(Lines(), ElementsAre("[01:01:23]a", "[01:02:00]b"));
+  EXPECT_EQ(fView->CurLine(), 1) << "the last line stays selected";
+  EXPECT_EQ(hands::row_text(*fWindow, "TagInputView", 1), "[01:02:00]b") << "and is drawn anew";
+}
+
+TEST_F(TagInputView, AReplacedTagTakesTheModesForm) {
+  Show({"[00:10]a", "[00:10:50]b"});
+  Press("Space", 9000);
+  EXPECT_EQ(Lines().front(), "[00:09:00]a");
+  EXPECT_EQ(fWindow->fReport, "Line 1: tag replaced, moved by -1000 ms");
+  fView->SetMode(1);
+  Press("Space", 11999);
+  EXPECT_EQ(Lines().back(), "[00:11]b");
+  EXPECT_EQ(fWindow->fReport, "Line 2: tag replaced, moved by 1499 ms") << "before it is cut to the form";
+}
+
+TEST_F(TagInputView, OffsetIsAddedAndStopsAtZero) {
+  SetPref([](TPrefValues* values) { values->timeOffsetMs = -500; });
+  Show({"a", "b"});
+  Press("Space", 300);
+  Press("Space", 1500);
+  EXPECT_THAT(Lines(), ElementsAre("[00:00:00]a", "[00:01:00]b"));
+}
+
+TEST_F(TagInputView, AHeldSpaceBarStampsOnce) {
+  Show({"a", "b", "c"});
+  fHost->SetRecord(1000, "song");
+  hands::press(*fWindow, "Space");
+  hands::repeat(*fWindow, "Space");
+  hands::repeat(*fWindow, "Space");
+  hands::settle(*fWindow);
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:00]a", "b", "c"));
+}
+
+TEST_F(TagInputView, DownAndSpaceInOneBreathStampTheRightLine) {
+  Show({"a", "b", "c"});
+  fHost->SetRecord(1000, "song");
+  hands::press(*fWindow, "Down");
+  hands::press(*fWindow, "Space");
+  hands::settle(*fWindow);
+  EXPECT_THAT(Lines(), ElementsAre("a", "[00:01:00]b", "c"));
+}
+
+TEST_F(TagInputView, PlusAndMinusMoveTheTagInItsOwnForm) {
+  Show({"[00:10]a", "[00:10:00]b", "c"});
+  Press("+");
+  EXPECT_EQ(fWindow->fReport, "Tag moved by 1000[ms]");
+  fView->SetCurLine(1);
+  Press("-");
+  EXPECT_EQ(fWindow->fReport, "Tag moved by -10[ms]");
+  EXPECT_THAT(Lines(), ElementsAre("[00:11]a", "[00:09:99]b", "c"));
+  EXPECT_EQ(fView->CurLine(), 1);
+  fWindow->fReport = "none";
+  fView->SetCurLine(2);
+  fView->SetModified(false);
+  Press("+");
+  EXPECT_EQ(fWindow->fReport, "none") << "a line without a tag";
+  EXPECT_FALSE(fView->IsModified());
+}
+
+TEST_F(TagInputView, NudgingStopsAtTheBoundButReportsItsStep) {
+  Show({"[00:00:00]a"});
+  Press("-");
+  EXPECT_THAT(Lines(), ElementsAre("[00:00:00]a"));
+  EXPECT_EQ(fWindow->fReport, "Tag moved by -10[ms]");
+}
+
+TEST_F(TagInputView, DeleteTakesTheTagOffAndAlwaysMarks) {
+  Show({"[00:10]a", "b"});
+  Press("Delete");
+  fView->SetCurLine(1);
+  fView->SetModified(false);
+  Press("Delete");
+  EXPECT_THAT(Lines(), ElementsAre("a", "b"));
+  EXPECT_TRUE(fView->IsModified());
+  EXPECT_EQ(fWindow->fReport, "Tag removed from line 2");
+}
+
+TEST_F(TagInputView, WithoutASelectionNothingHappens) {
+  fView->Clear();
+  hands::settle(*fWindow);
+  for (const char* key : {"Space", "+", "Delete"}) Press(key);
+  EXPECT_FALSE(fView->IsModified());
+  EXPECT_EQ(fWindow->fReport, "none");
+  EXPECT_EQ(fView->CurLine(), -1);
+}
+
+TEST_F(TagInputView, AHundredThousandLinesComeAndGo) {
+  std::list<std::string> lines;
+  for (int i = 0; i < 100000; ++i) lines.push_back("line " + std::to_string(i));
+  Show(lines, 99999);
+  Press("Space", 5000);
+  EXPECT_EQ(Lines().back(), "[00:05:00]line 99999");
+  Show({"x"});
+  EXPECT_THAT(Lines(), ElementsAre("x"));
+}

@@ -1,0 +1,196 @@
+#include "plugin/host_link.h"
+
+#include "platform/app/looper.h"
+#include "plugin/current_song_finder.h"
+#include "plugin/front_end_receiver.h"
+#include "tests/link/strange_host.h"
+#include "tests/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+bool soon(const std::function<bool()>& holds) {
+  for (int i = 0; i < 3000; ++i) {
+    if (holds()) return true;
+    snooze(1000);
+  }
+  return false;
+}
+
+class HostLink : public testing::Test {
+protected:
+  HostLink() { StartHost(); }
+  ~HostLink() override {
+    fLink.reset();
+    StopHost();
+  }
+  void StartHost() {
+    fHost = new StrangeHost;
+    fHost->Run();
+  }
+  void StopHost() {
+    if (fHost == nullptr) return;
+    fHost->Lock();
+    fHost->Quit();
+    fHost = nullptr;
+  }
+  void Connect() {
+    fLink = std::make_unique<Sonivo_FrontEnd>(false, 100000);
+    fLink->Start();
+    ASSERT_TRUE(soon([this] { return fHost->fHandshakes > 0; }));
+    ASSERT_TRUE(fLink->IsReady());
+  }
+  /** Asks, and takes what has come. */
+  void RefreshUntilArrived() {
+    fLink->Refresh();
+    soon([this] { return fLink->Receiver()->HasArrived(); });
+    fLink->Refresh();
+  }
+  SonivoSongEntry Current(bool expected) {
+    SonivoSongEntry entry;
+    EXPECT_EQ(get_current_song_entry(fLink.get(), &entry), expected);
+    return entry;
+  }
+  StrangeHost* fHost = nullptr;
+  std::unique_ptr<Sonivo_FrontEnd> fLink;
+};
+
+struct Asker : BLooper {
+  void MessageReceived(BMessage* message) override {
+    message->FindRef("refs", &fRef);
+    fWhat = message->what;
+  }
+  entry_ref fRef;
+  uint32 fWhat = 0;
+};
+
+} // namespace
+
+TEST_F(HostLink, OneRefreshTakesTheAnswerToTheOneBefore) {
+  fHost->SetRecord(1000, "first");
+  Connect();
+  EXPECT_EQ(fLink->PositionMs(), 0);
+  RefreshUntilArrived();
+  EXPECT_EQ(fLink->PositionMs(), 1000);
+  EXPECT_EQ(fLink->Title(), "first");
+  ASSERT_TRUE(soon([this] { return fLink->Receiver()->HasArrived(); }));
+  fHost->SetRecord(2000, "second");
+  fLink->Refresh();
+  EXPECT_EQ(fLink->PositionMs(), 1000) << "asked for before the song went on";
+}
+
+TEST_F(HostLink, ShortAnswersAreIgnoredAndLongOnesCut) {
+  fHost->SetRecord(1000, "t");
+  Connect();
+  RefreshUntilArrived();
+  soon([this] { return fLink->Receiver()->HasArrived(); });
+  fLink->Refresh();
+  snooze(5000);
+  fLink->Refresh(); // nothing of the right answers is on its way any more but one
+  for (const size_t size : {size_t{123}, size_t{1}, size_t{0}}) {
+    soon([this] { return fLink->Receiver()->HasArrived(); });
+    fLink->Refresh();
+    fHost->SetRecord(5555, "wrong", size);
+    snooze(5000);
+    fLink->Refresh();
+    snooze(5000);
+    fLink->Refresh();
+    EXPECT_EQ(fLink->PositionMs(), 1000) << size;
+  }
+  fHost->SetRecord(7000, std::string(200, 'x'), 500);
+  RefreshUntilArrived();
+  RefreshUntilArrived();
+  EXPECT_EQ(fLink->PositionMs(), 7000);
+  EXPECT_EQ(fLink->Title(), std::string(112, 'x')) << "ends with the record";
+}
+
+TEST_F(HostLink, HandshakeIsRepeatedWhenThePlayerComesBack) {
+  fHost->SetRecord(1, "a");
+  Connect();
+  RefreshUntilArrived();
+  StopHost();
+  fLink->Refresh();
+  EXPECT_EQ(fLink->PositionMs(), 1) << "the last one known";
+  EXPECT_EQ(fLink->CountEntries(), -1);
+  StartHost();
+  fHost->SetRecord(2, "b");
+  EXPECT_TRUE(soon([this] {
+    fLink->Refresh();
+    return fLink->PositionMs() == 2;
+  }));
+}
+
+TEST_F(HostLink, FindsThePlayingSongByItsTitle) {
+  fHost->SetRecord(1, "two");
+  fHost->fEntries = {{"/m/1.mp3", "one"}, {"/m/2.mp3", "two"}, {"/m/3.mp3", "two"}};
+  Connect();
+  RefreshUntilArrived();
+  SonivoSongEntry entry = Current(true);
+  EXPECT_STREQ(entry.filename, "/m/2.mp3") << "of two with one title the first";
+  free_song_entry(&entry);
+  fLink->PlayThis(2, true);
+  EXPECT_TRUE(soon([this] { return fHost->fPlayed == 2; }));
+  EXPECT_TRUE(fHost->fFaded);
+}
+
+TEST_F(HostLink, NoSongIsFoundInAnEmptyListOrWithoutItsTitle) {
+  fHost->SetRecord(1, "three");
+  Connect();
+  RefreshUntilArrived();
+  Current(false);
+  fHost->fEntries = {{"/m/1.mp3", "one"}};
+  Current(false);
+}
+
+TEST_F(HostLink, AnEntryThatFailsGivesTheOneBeforeIt) {
+  fHost->SetRecord(1, "three");
+  fHost->fEntries = {{"/m/1.mp3", "one"}, {"/m/2.mp3", "two", false}, {"/m/3.mp3", "three"}};
+  Connect();
+  RefreshUntilArrived();
+  SonivoSongEntry entry = Current(true);
+  EXPECT_STREQ(entry.filename, "/m/1.mp3");
+  free_song_entry(&entry);
+  fHost->fEntries.clear();
+  fHost->fCount = -1;
+  entry = Current(true);
+  EXPECT_EQ(entry.filename, nullptr);
+}
+
+TEST_F(HostLink, APlayerThatNeverAnswersHoldsUpNothing) {
+  Connect();
+  fHost->fAnswers = false;
+  auto* const asker = new Asker;
+  auto finder = std::make_unique<TCurrentSongFinder>(fLink.get(), BMessenger(asker));
+  EXPECT_TRUE(finder->Start());
+  EXPECT_FALSE(finder->Start()) << "one search at a time";
+  EXPECT_TRUE(soon([&] { return asker->DeliverNext(); }));
+  EXPECT_EQ(asker->fWhat, kMsgPlayerSilent);
+  fLink->StopWaiting();
+  finder.reset();
+  asker->Lock();
+  asker->Quit();
+}
+
+TEST_F(HostLink, FinderTellsTheLyricsFileOrThatThereIsNone) {
+  const ScratchFolder folder;
+  const std::string lyrics = folder.Write("song.lrc", "x");
+  fHost->SetRecord(1, "song");
+  fHost->fEntries = {{folder.File("song.mp3"), "song"}};
+  Connect();
+  RefreshUntilArrived();
+  auto* const asker = new Asker;
+  TCurrentSongFinder finder(fLink.get(), BMessenger(asker));
+  finder.Start();
+  EXPECT_TRUE(soon([&] { return asker->DeliverNext(); }));
+  EXPECT_EQ(asker->fWhat, kMsgSongFound);
+  EXPECT_EQ(asker->fRef.FullPath(), lyrics);
+  fHost->fEntries = {{"", "song"}};
+  EXPECT_TRUE(soon([&] { return finder.Start(); }));
+  EXPECT_TRUE(soon([&] { return asker->DeliverNext(); }));
+  EXPECT_EQ(asker->fWhat, kMsgNoSong) << "an entry without a file name";
+  asker->Lock();
+  asker->Quit();
+}

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "platform/app/application.h"
+#include "platform/app/message.h"
+#include "plugin/host_protocol.h"
+
+#include <atomic>
+#include <cstring>
+#include <mutex>
+#include <string>
+#include <vector>
+
+/** A player that answers as it is told to: rightly, late, short, or never. */
+class StrangeHost : public BApplication {
+public:
+  StrangeHost() : BApplication(kHostSignature) {}
+
+  /** The bytes of "Info"; the position and the title stand in them as they should. */
+  void SetRecord(int32 positionMs, const std::string& title, size_t size = THostInformation::kSize) {
+    std::string record(size, '\0');
+    if (size >= 8) std::memcpy(record.data() + 4, &positionMs, 4);
+    if (size > 12) record.replace(12, std::min(title.size(), size - 12), title, 0, size - 12);
+    const std::lock_guard lock(fMutex);
+    fRecord = record;
+  }
+
+  struct Entry {
+    std::string path;
+    std::string title;
+    bool whole = true;
+  };
+  std::vector<Entry> fEntries;
+  std::atomic<int> fCount{-2}; // -2: the number of entries; -1: no answer's field
+  std::atomic<bool> fAnswers{true};
+  std::atomic<int> fHandshakes{0};
+  std::atomic<int> fPlayed{-1};
+  std::atomic<bool> fFaded{false};
+
+  void MessageReceived(BMessage* message) override {
+    if (!fAnswers) {
+      fUnanswered.push_back(*message); // kept, so that the asker is not released either
+      return;
+    }
+    switch (message->what) {
+    case kMsgHostHandshake:
+      return Handshake(*message);
+    case kMsgHostInformation:
+      return Inform(*message);
+    case B_COUNT_PROPERTIES:
+      return Count(*message);
+    case B_GET_PROPERTY:
+      return Get(message);
+    case B_EXECUTE_PROPERTY:
+      return Execute(message);
+    default:
+      BApplication::MessageReceived(message);
+    }
+  }
+
+private:
+  void Handshake(const BMessage& message) {
+    ++fHandshakes;
+    BMessage answer(kMsgHostHandshake);
+    answer.AddMessenger("Msgr", BMessenger(this));
+    message.SendReply(&answer);
+  }
+  void Inform(const BMessage& message) {
+    BMessage answer(kMsgHostInformation);
+    const std::lock_guard lock(fMutex);
+    if (!fRecord.empty()) answer.AddData("Info", B_STRING_TYPE, fRecord.data(), fRecord.size());
+    message.SendReply(&answer);
+  }
+  void Count(const BMessage& message) {
+    BMessage answer(B_REPLY);
+    const int count = fCount;
+    if (count != -1) answer.AddInt32("result", count == -2 ? static_cast<int32>(fEntries.size()) : count);
+    message.SendReply(&answer);
+  }
+  int32 IndexOf(BMessage* message) {
+    std::string property;
+    uint32 form = 0;
+    int32 index = -1;
+    message->GetCurrentSpecifier(&property, &form, nullptr);
+    if (property != "Playlist") return -1;
+    message->PopSpecifier();
+    message->GetCurrentSpecifier(&property, &form, &index);
+    return property == "Entry" && form == B_INDEX_SPECIFIER ? index : -1;
+  }
+  void Get(BMessage* message) {
+    const int32 index = IndexOf(message);
+    BMessage answer(B_REPLY);
+    if (index >= 0 && index < static_cast<int32>(fEntries.size())) {
+      const Entry& entry = fEntries[static_cast<size_t>(index)];
+      answer.AddString("filename", entry.path);
+      answer.AddString("title", entry.title);
+      answer.AddInt32("time", 1000);
+      answer.AddBool("played", true);
+      if (entry.whole) answer.AddInt32("nr", index);
+    }
+    message->SendReply(&answer);
+  }
+  void Execute(BMessage* message) {
+    bool fade = false;
+    message->FindBool("Fade", &fade);
+    fFaded = fade;
+    fPlayed = IndexOf(message);
+  }
+
+  std::mutex fMutex; // guards the record
+  std::string fRecord;
+  std::vector<BMessage> fUnanswered;
+};

@@ -1,0 +1,1 @@
+int gen_empty_has_no_entry = 1;

@@ -1,0 +1,5 @@
+#include "plugin/general_plugin.h"
+
+extern "C" GeneralPlugin* NewPlugin(PluginConstructorStruct*) {
+  return nullptr;
+}

@@ -1,0 +1,27 @@
+#include "player/command_line.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TCommandLine parse(std::vector<const char*> words) {
+  words.insert(words.begin(), "sonivo");
+  return parse_command_line(static_cast<int>(words.size()), words.data());
+}
+
+} // namespace
+
+TEST(CommandLine, TellsSongsFromOptions) {
+  const TCommandLine line = parse({"--paused", "a.mp3", "--edit", "a.lrc", "--", "--odd name.mp3"});
+  EXPECT_TRUE(line.startsPaused);
+  EXPECT_EQ(line.lyrics, "a.lrc");
+  EXPECT_EQ(line.songs, (std::vector<std::string>{"a.mp3", "--odd name.mp3"}));
+  EXPECT_TRUE(line.text.empty());
+}
+
+TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
+  EXPECT_TRUE(parse({"--what"}).fault);
+  EXPECT_TRUE(parse({"--edit"}).fault) << "without its file";
+  EXPECT_FALSE(parse({"--help"}).fault);
+  EXPECT_FALSE(parse({"--help"}).text.empty());
+}

@@ -1,0 +1,25 @@
+#include "player/plugin_loader.h"
+
+#include "tests/scratch_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::ElementsAre;
+using testing::StartsWith;
+
+TEST(PluginLoader, SaysWhyEachBadImageIsLeftOutAndGoesOn) {
+  ScratchFolder folder;
+  for (const char* name : {"gen_empty.so", "gen_null.so", "gen_throwing.so"}) {
+    std::filesystem::copy(std::string(BAD_PLUGINS) + "/" + name, folder.File(name));
+  }
+  folder.Write("gen_garbage.so", "this is no image");
+  folder.Write("other.so", "not looked at");
+  TPluginLoader loader;
+  EXPECT_THAT(loader.LoadAll(folder.Path()), ElementsAre("Plug-in gen_empty.so is no plug-in: it has no NewPlugin",
+                                                         StartsWith("Plug-in gen_garbage.so cannot be loaded: "),
+                                                         "Plug-in gen_null.so gave no plug-in",
+                                                         "Plug-in gen_throwing.so failed: no memory for lyrics"));
+  EXPECT_EQ(loader.Count(), 0);
+  EXPECT_TRUE(loader.LoadAll("/no/such/folder").empty());
+}

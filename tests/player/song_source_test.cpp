@@ -1,0 +1,95 @@
+#include "player/song_source.h"
+
+#include "platform/kernel/threads.h"
+#include "tests/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+#include <cstring>
+#include <mutex>
+
+namespace {
+
+/** Half a second of silence as a sound file. */
+std::string silent_wav() {
+  constexpr uint32 kRate = 8000;
+  constexpr uint32 kBytes = kRate; // two bytes a sample, half a second
+  std::string wav("RIFF....WAVEfmt \x10\0\0\0\1\0\1\0........\2\0\x10\0data....", 44);
+  const auto put = [&](size_t at, uint32 value) { std::memcpy(wav.data() + at, &value, 4); };
+  put(4, 36 + kBytes);
+  put(24, kRate);
+  put(28, kRate * 2);
+  put(40, kBytes);
+  return wav + std::string(kBytes, '\0');
+}
+
+class Listener : public TSongEvents {
+public:
+  void SongLoaded(int64 load, const TSongTags& tags) override {
+    const std::lock_guard lock(fMutex);
+    fLoaded = load;
+    fTags = tags;
+    fChanged.notify_all();
+  }
+  void SongEnded(int64 load) override {
+    const std::lock_guard lock(fMutex);
+    fEnded = load;
+    fChanged.notify_all();
+  }
+  void SongFailed(int64 load, const std::string& reason) override {
+    const std::lock_guard lock(fMutex);
+    fFailed = load;
+    fReason = reason;
+    fChanged.notify_all();
+  }
+  bool Wait(const int64& which, int64 load) {
+    std::unique_lock lock(fMutex);
+    return fChanged.wait_for(lock, std::chrono::seconds(30), [&] { return which == load; });
+  }
+  int64 fLoaded = 0;
+  int64 fEnded = 0;
+  int64 fFailed = 0;
+  std::string fReason;
+  TSongTags fTags;
+
+private:
+  std::mutex fMutex;
+  std::condition_variable fChanged;
+};
+
+} // namespace
+
+TEST(SongSource, PlaysInRealTimeWithoutASoundCard) {
+  const ScratchFolder folder;
+  Listener listener;
+  const auto source = make_mpv_source(&listener);
+  EXPECT_EQ(source->PositionMs(), 0);
+  const int64 load = source->Load(folder.Write("a.wav", silent_wav()), false);
+  ASSERT_TRUE(listener.Wait(listener.fLoaded, load));
+  EXPECT_EQ(listener.fTags.durationMs, 500);
+  ASSERT_TRUE(listener.Wait(listener.fEnded, load));
+}
+
+TEST(SongSource, PausedStaysWhereItWasSoughtTo) {
+  const ScratchFolder folder;
+  Listener listener;
+  const auto source = make_mpv_source(&listener);
+  const int64 load = source->Load(folder.Write("a.wav", silent_wav()), true);
+  ASSERT_TRUE(listener.Wait(listener.fLoaded, load));
+  source->SeekTo(250);
+  EXPECT_EQ(source->PositionMs(), 250);
+  snooze(150000);
+  EXPECT_NEAR(source->PositionMs(), 250, 30);
+}
+
+TEST(SongSource, TellsWhichSongCannotBePlayed) {
+  const ScratchFolder folder;
+  Listener listener;
+  const auto source = make_mpv_source(&listener);
+  int64 load = source->Load(folder.File("missing.mp3"), false);
+  ASSERT_TRUE(listener.Wait(listener.fFailed, load));
+  EXPECT_FALSE(listener.fReason.empty());
+  load = source->Load(folder.Write("text.mp3", "no sound in here"), false);
+  ASSERT_TRUE(listener.Wait(listener.fFailed, load));
+}
