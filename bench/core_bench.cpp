@@ -1,5 +1,6 @@
-/** Loading, saving, shifting and converting lyrics, beside what everyone has: iconv on the same bytes, a plain read that
-    counts lines, and a plain read and split into a list. Prints ratios; every pair is measured in turn, in this run. */
+/** Loading, saving, shifting and converting lyrics, beside what everyone has: iconv on the same bytes, a plain read
+   that counts lines, and a plain read and split into a list. Prints ratios; every pair is measured in turn, in this
+   run. */
 
 #include "lyrics/bulk_tags.h"
 #include "lyrics/lyrics_file.h"
@@ -35,7 +36,8 @@ Lines make_lines(int count) {
     char tag[32];
     std::snprintf(tag, sizeof tag, "[%02d:%02d:%02d]", i / 6000 % 100, i / 100 % 60, i % 100);
     // About 50 bytes a line, one line in four Japanese.
-    lines.push_back(tag + std::string(i % 4 == 0 ? "色は匂へど散りぬるを我が世" : "Who has seen the wind? Neither I nor you"));
+    lines.push_back(
+        tag + std::string(i % 4 == 0 ? "色は匂へど散りぬるを我が世" : "Who has seen the wind? Neither I nor you"));
   }
   return lines;
 }
@@ -141,7 +143,8 @@ void measure_form(int count, const Lines& lines, long encoding, long crType, con
   const auto theirs = [&] {
     gSink = static_cast<size_t>(replace_file(saved, encoding == 0 ? utf8 : through_iconv(utf8, name, "UTF-8")));
   };
-  row("save", count, form, compare(rounds, saves, theirs), encoding == 0 ? "the same bytes, ready" : "iconv + the same write");
+  row("save", count, form, compare(rounds, saves, theirs),
+      encoding == 0 ? "the same bytes, ready" : "iconv + the same write");
 }
 
 void measure_bulk(int count, const Lines& lines, const std::string& path) {
@@ -149,11 +152,15 @@ void measure_bulk(int count, const Lines& lines, const std::string& path) {
   if (replace_file(path, lines_to_bytes(lines, 0, 0)) != B_OK) std::abort();
   Lines work = lines;
   const auto counts = [&] { read_and_count(path); };
-  row("shift", count, "in memory", compare(rounds, [&] { shift_time_tags(&work, 10); }, counts),
+  row("shift", count, "in memory",
+      compare(
+          rounds, [&] { shift_time_tags(&work, 10); }, counts),
       "plain read + newline count");
   bool extended = false;
   row("convert", count, "in memory",
-      compare(rounds, [&] { convert_time_tags(&work, extended = !extended); }, counts), "plain read + newline count");
+      compare(
+          rounds, [&] { convert_time_tags(&work, extended = !extended); }, counts),
+      "plain read + newline count");
 }
 
 /** The most memory, in MB, that a process needed which does only this. */
@@ -203,7 +210,8 @@ int do_peak(const std::string& what, const std::string& path) {
 int main(int argc, char** argv) {
   if (argc == 4 && std::strcmp(argv[1], "peak") == 0) return do_peak(argv[2], argv[3]);
   const std::string path = "/tmp/core_bench." + std::to_string(getpid()) + ".lrc";
-  std::printf("%-8s %8s  %-18s %12s  %12s  %7s  %s\n", "work", "lines", "form", "ours", "beside", "ratio", "beside what");
+  std::printf("%-8s %8s  %-18s %12s  %12s  %7s  %s\n", "work", "lines", "form", "ours", "beside", "ratio",
+              "beside what");
   for (const int count : {50, 100000, 1000000}) {
     const Lines lines = make_lines(count);
     for (long encoding = 0; encoding < 3; ++encoding) {

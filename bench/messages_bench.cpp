@@ -79,7 +79,8 @@ void loopers_ask(const BMessenger& target) {
 
 void toolkit_asks(QObject* target) {
   for (int i = 0; i < kRoundTrips; ++i) {
-    QMetaObject::invokeMethod(target, [] {}, Qt::BlockingQueuedConnection);
+    QMetaObject::invokeMethod(
+        target, [] {}, Qt::BlockingQueuedConnection);
   }
 }
 
@@ -103,8 +104,8 @@ int main(int argc, char** argv) {
     asks[1].push_back(seconds_of([&] { toolkit_asks(&object); }));
   }
   std::printf("%-28s %14s %14s %8s\n", "between two threads", "loopers", "Qt, queued", "ratio");
-  std::printf("%-28s %11.0f /s %11.0f /s %7.2fx\n", "posts handled", kPosts / median(posts[0]), kPosts / median(posts[1]),
-              median(posts[1]) / median(posts[0]));
+  std::printf("%-28s %11.0f /s %11.0f /s %7.2fx\n", "posts handled", kPosts / median(posts[0]),
+              kPosts / median(posts[1]), median(posts[1]) / median(posts[0]));
   std::printf("%-28s %11.2f us %11.2f us %7.2fx\n", "round trip", median(asks[0]) / kRoundTrips * 1e6,
               median(asks[1]) / kRoundTrips * 1e6, median(asks[0]) / median(asks[1]));
   looper->Lock();
