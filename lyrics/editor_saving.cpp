@@ -49,7 +49,7 @@ void TVesmoEView::SaveRequested(const BMessage& message) {
   if (message.FindInt32("CRType", &number) == B_OK) info.CRType = cvt_enum_cr_type_to_ct(number);
   if (message.FindInt32("Encoding", &number) == B_OK) info.Encoding = number >= 0 && number <= 2 ? number : 0;
   koreva::get_save_ref(&message, &info.File);
-  if (info.File.IsEmpty() || SaveLyrics(info) != B_OK || !IsOnDisk(info)) return;
+  if (info.File.IsEmpty() || info.File.directory.empty() || SaveLyrics(info) != B_OK || !IsOnDisk(info)) return;
   fInfo = info;
   SendHistoryRqtd(kMsgAddHistory, info.File);
   SetWinTitle();

@@ -78,6 +78,12 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return SaveRequested(*message);
   case kMsgMode:
     return MItemModeClicked(*message);
+  case kMsgConvertTags:
+    return MItemCvtTag(*message);
+  case kMsgDeleteTags:
+    return MItemDelAllTimeTagClicked();
+  case kMsgShiftTags:
+    return FineTimeTagRqtd(*message);
   case kMsgStatBarStr:
     return SetStatBarStrRqtd(*message);
   case kMsgDefaultStatBar:

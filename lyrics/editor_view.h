@@ -4,6 +4,7 @@
 #include "lyrics/lyrics_file.h"
 #include "platform/interface/view.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -26,6 +27,9 @@ enum : uint32 {
   kMsgDefaultStatBar = 'Sedr',
   kMsgRefreshInfo = 'rcir',
   kMsgAppearance = 'Spac',
+  kMsgConvertTags = 'cvtt', // bool "CvtTagS2E": to the extended form
+  kMsgDeleteTags = 'datt',
+  kMsgShiftTags = 'fttr',     // string "_SmplIptData": ms, decimal
   kMsgAddHistory = '_ahr',    // to the window: ref "refs"
   kMsgRemoveHistory = '_rhr', // to the window: ref "refs"
 };
@@ -79,6 +83,12 @@ private:
   bool IsOnDisk(const TLyricsInfo& info);
   void SetLyricsMimeType(BFile* file);
   std::string DocumentBytes(const TLyricsInfo& info) const;
+
+  // editor_bulk.cpp
+  void RewriteLines(const std::function<void(std::list<std::string>*)>& rewrite);
+  void FineTimeTagRqtd(const BMessage& message);
+  void MItemCvtTag(const BMessage& message);
+  void MItemDelAllTimeTagClicked();
 
   std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
   std::unique_ptr<TCurrentSongFinder> fSongFinder;

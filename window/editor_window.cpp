@@ -66,7 +66,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case kMsgDefaultStatBar:
   case kMsgAppearance:
   case 'Sssr':
-  case 'fttr':
+  case kMsgShiftTags:
     return fEditorView->MessageReceived(message);
   case 'Ssic':
   case 'Spsc':
