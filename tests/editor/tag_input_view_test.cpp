@@ -172,3 +172,47 @@ TEST_F(TagInputView, AHundredThousandLinesComeAndGo) {
   Show({"x"});
   EXPECT_THAT(Lines(), ElementsAre("x"));
 }
+
+TEST_F(TagInputView, OtherKeysMoveTheSelection) {
+  Show({"a", "b", "c", "d"});
+  for (const auto& [key, line] : {std::pair{"Down", 1}, {"End", 3}, {"Up", 2}, {"Home", 0}, {"PgDown", 3}}) {
+    Press(key);
+    EXPECT_EQ(fView->CurLine(), line) << key;
+  }
+  EXPECT_FALSE(fView->IsModified());
+}
+
+TEST_F(TagInputView, LineOutOfRangeIsHarmless) {
+  Show({"a", "b"}, 1);
+  fView->SetCurLine(7);
+  fView->SetCurLine(-3);
+  EXPECT_EQ(fView->CurLine(), 1);
+}
+
+TEST_F(TagInputView, RowsAreAsHighAsTheFontOfTheSettings) {
+  Show({"a", "日本語"});
+  const float before = fView->ItemFrame(0).Height();
+  SetPref([](TPrefValues* values) { values->fontSize *= 2; });
+  fView->SetAppearance();
+  hands::settle(*fWindow);
+  EXPECT_GT(fView->ItemFrame(0).Height(), 1.6F * before);
+  EXPECT_EQ(fView->ItemFrame(1).top, fView->ItemFrame(0).bottom + 1);
+}
+
+TEST_F(TagInputView, OnlyRowsOnTheScreenAreDrawn) {
+  Show(std::list<std::string>(100000, "[00:01:00]line"));
+  EXPECT_EQ(hands::row_text(*fWindow, "TagInputView", 0), "[00:01:00]line");
+  EXPECT_EQ(hands::row_text(*fWindow, "TagInputView", 50000), "");
+  Press("End");
+  EXPECT_EQ(fView->CurLine(), 99999);
+  EXPECT_EQ(hands::row_text(*fWindow, "TagInputView", 99999), "[00:01:00]line");
+  EXPECT_EQ(hands::row_text(*fWindow, "TagInputView", 50000), "");
+}
+
+TEST_F(TagInputView, AHeldPlusGoesOn) {
+  Show({"[00:01:00]a"});
+  Press("+");
+  for (int i = 0; i < 3; ++i) hands::repeat(*fWindow, "+");
+  hands::settle(*fWindow);
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:04]a"));
+}

@@ -1,0 +1,49 @@
+#include "tests/display/hands.h"
+#include "tests/editor/editor_world.h"
+#include "window/editor_window.h"
+
+/** The player's window is on the screen when the editor's opens. */
+class Following : public EditorWorld {
+protected:
+  struct PlayerWindow : BWindow {
+    PlayerWindow() : BWindow({100, 100, 299, 199}, "Sonivo - Song") { SetRunsOnShow(false); }
+  };
+  Following() : fPlayer(new PlayerWindow), fManager(new BLooper("manager")) {
+    SetPref([](TPrefValues* values) { values->pollIntervalUs = 100000000; });
+    fPlayer->Show();
+    hands::settle(*fPlayer);
+    fEditor = new TVesmoEWin({320, 100, 719, 399}, fManager);
+    fEditor->SetRunsOnShow(false);
+    fEditor->Show();
+    Settle();
+  }
+  ~Following() override {
+    for (BLooper* looper : {static_cast<BLooper*>(fEditor), static_cast<BLooper*>(fPlayer), fManager})
+      if (looper && looper->Lock()) looper->Quit();
+  }
+  void Settle() {
+    hands::settle(*fPlayer);
+    if (fEditor) hands::settle(*fEditor);
+  }
+  PlayerWindow* fPlayer;
+  BLooper* fManager;
+  TVesmoEWin* fEditor;
+};
+
+TEST_F(Following, EditorKeepsItsPlaceBesideThePlayer) {
+  const BPoint apart = fEditor->Frame().LeftTop() - fPlayer->Frame().LeftTop();
+  for (const int x : {150, 40}) {
+    hands::move_by_hand(*fPlayer, x, 130);
+    Settle();
+    EXPECT_EQ(fEditor->Frame().LeftTop() - fPlayer->Frame().LeftTop(), apart);
+  }
+}
+
+TEST_F(Following, PlayerGoesOnWhenTheEditorIsGone) {
+  fEditor->Lock();
+  fEditor->Quit();
+  fEditor = nullptr;
+  hands::move_by_hand(*fPlayer, 150, 130);
+  Settle();
+  EXPECT_EQ(fPlayer->Frame().LeftTop(), (BPoint{150, 130}));
+}

@@ -1,0 +1,90 @@
+#include "tests/editor/editor_fixture.h"
+
+#include "lyrics/editor_view.h"
+#include "plugin/message_filters.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::EndsWith;
+
+using WindowMessages = EditorByHand;
+
+namespace {
+
+BMessage with_mode(int32 mode) {
+  BMessage message(kMsgMode);
+  message.AddInt32("Mode", mode);
+  return message;
+}
+
+} // namespace
+
+TEST_F(WindowMessages, MessagesWithoutTheirFieldsChangeNothing) {
+  Open(fFolder.Write("a.lrc", "a\n"));
+  for (const uint32 code :
+       {uint32{B_REFS_RECEIVED}, uint32{B_CANCEL}, uint32{kMsgModeChanged}, uint32{'Sssr'}, uint32{'fttr'},
+        uint32{'_ipc'}, uint32{'_ahr'}, uint32{'_rhr'}, uint32{kMsgHostWindowMoved}})
+    Send(BMessage(code));
+  BMessage odd(B_CANCEL);
+  odd.AddPointer("source", this);
+  Send(odd);
+  BMessage mistyped(B_REFS_RECEIVED);
+  mistyped.AddString("refs", "/etc/passwd");
+  Send(mistyped);
+  SendToView(BMessage(kMsgMode));
+  SendToView(with_mode(-1));
+  SendToView(with_mode(99));
+  EXPECT_THAT(Lines(), ElementsAre("a"));
+  EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
+  EXPECT_TRUE(hands::menu_lines(*fWindow, {"M - Mode"}).front().isMarked);
+}
+
+TEST_F(WindowMessages, StaysOnTopWhenTheSettingsSaySo) {
+  SetPref([](TPrefValues* values) { values->stayOnTop = true; });
+  Send(BMessage('Spsc'));
+  EXPECT_TRUE(hands::is_on_top(*fWindow));
+}
+
+TEST_F(WindowMessages, ClosingKeepsThePlaceOfTheWindow) {
+  hands::move_by_hand(*fWindow, 60, 70);
+  Settle();
+  const BRect frame = fWindow->Frame();
+  Press("Ctrl+W");
+  EXPECT_TRUE(IsClosed());
+  EXPECT_EQ(gExitState->fWindowFrame, frame);
+}
+
+TEST_F(WindowMessages, ShiftedTagsKeepTheCurrentLineAndAreReportedAsTyped) {
+  Open(fFolder.Write("a.lrc", "[00:10]a\n[00:10:00]b\nc\n"));
+  Press("Down");
+  BMessage shift(kMsgShiftTags);
+  shift.AddString("_SmplIptData", " -1499");
+  Send(shift);
+  EXPECT_THAT(Lines(), ElementsAre("[00:09]a", "[00:08:50]b", "c"));
+  EXPECT_THAT(Status(), EndsWith("All tags shifted by -1499 [ms]"));
+  EXPECT_TRUE(IsModified());
+  Press("Delete");
+  EXPECT_THAT(Status(), EndsWith("line 2"));
+  BMessage tooFar(kMsgShiftTags);
+  tooFar.AddString("_SmplIptData", "99999999999999999999");
+  Send(tooFar);
+  EXPECT_THAT(Lines(), ElementsAre("[99:59]a", "b", "c"));
+}
+
+TEST_F(WindowMessages, TagsAreConvertedOrDeletedOnlyAfterAYes) {
+  Open(fFolder.Write("a.lrc", "[00:10]a\n[00:10:50]b\n"));
+  BMessage convert(kMsgConvertTags);
+  convert.AddBool("CvtTagS2E", false);
+  const auto asked = Answer("Escape", [&] { SendToView(convert); });
+  EXPECT_EQ(asked.text, "Convert every \"extended time tag\" to \"standard time tag\"?");
+  EXPECT_THAT(asked.buttons, ElementsAre("N - No", "Y - Yes"));
+  EXPECT_FALSE(IsModified());
+  Answer("Y", [&] { SendToView(convert); });
+  EXPECT_THAT(Lines(), ElementsAre("[00:10]a", "[00:11]b"));
+
+  Answer("N", [&] { SendToView(BMessage(kMsgDeleteTags)); });
+  EXPECT_EQ(Lines().front(), "[00:10]a");
+  Answer("Y", [&] { SendToView(BMessage(kMsgDeleteTags)); });
+  EXPECT_THAT(Lines(), ElementsAre("a", "b"));
+}
