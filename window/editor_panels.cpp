@@ -4,11 +4,24 @@
 #include "language/llt.h"
 #include "lyrics/editor_view.h"
 #include "platform/app/message.h"
+#include "platform/kernel/threads.h"
 #include "platform/storage/entry.h"
 #include "platform/storage/find_directory.h"
 #include "plugin/exit_state.h"
 #include "window/editor_window.h"
 #include "window/save_panel.h"
+
+namespace {
+
+/** While the user looks at a panel it comes before the editor's other work. */
+constexpr int32 kShownPriority = 15;
+constexpr int32 kHiddenPriority = 5;
+
+void set_priority(const BFilePanel& panel, int32 priority) {
+  set_thread_priority(panel.Window()->Thread(), priority);
+}
+
+} // namespace
 
 std::string TVesmoEWin::PanelFolder() const {
   if (BEntry(gExitState->fPanelFolder.c_str()).IsDirectory()) return gExitState->fPanelFolder;
@@ -38,6 +51,7 @@ void TVesmoEWin::MItemOpenClicked() {
   }
   fOpenPanel->SetPanelDirectory(PanelFolder().c_str());
   SetOpenPanelLabel();
+  set_priority(*fOpenPanel, kShownPriority);
   fOpenPanel->Show();
 }
 
@@ -58,6 +72,7 @@ void TVesmoEWin::MItemSaveAsClicked(const BMessage& message) {
   fSavePanel->SetCRType(static_cast<int32>(info.CRType));
   const std::string name = info.File.IsEmpty() ? gLLT->Text("New_Lyrics") + std::string(".lrc") : info.File.name;
   fSavePanel->SetSaveText(name.c_str());
+  set_priority(*fSavePanel, kShownPriority);
   fSavePanel->Show();
 }
 
@@ -65,8 +80,13 @@ void TVesmoEWin::PanelClosed(const BMessage& message) {
   void* source = nullptr;
   if (message.FindPointer("source", &source) != B_OK) return;
   // Compared, never followed: only these two panels are ours.
-  if (fSavePanel && source == static_cast<BFilePanel*>(fSavePanel.get())) return RememberPanelFolder(*fSavePanel);
-  if (fOpenPanel && source == fOpenPanel.get()) RememberPanelFolder(*fOpenPanel);
+  const BFilePanel* panel = nullptr;
+  if (fSavePanel && source == static_cast<BFilePanel*>(fSavePanel.get())) panel = fSavePanel.get();
+  if (fOpenPanel && source == fOpenPanel.get()) panel = fOpenPanel.get();
+  if (panel == nullptr) return;
+  set_priority(*panel, kHiddenPriority);
+  RememberPanelFolder(*panel);
+  Activate(true); // the keys are the editor's again, also where no window manager sees to it
 }
 
 void TVesmoEWin::RememberPanelFolder(const BFilePanel& panel) {
