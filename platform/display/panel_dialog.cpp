@@ -4,6 +4,7 @@
 #include "platform/display/view_peer.h"
 
 #include <QAbstractItemView>
+#include <QCompleter>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -45,12 +46,19 @@ void PanelDialog::done(int result) {
   const QStringList chosen = selectedFiles();
   fMayReplace = false;
   QFileDialog::done(result);
+  HideSuggestions();
   if (result == Accepted) {
     BMessage files(DISPLAY_FILES_CHOSEN);
     for (const QString& path : chosen) files.AddString("path", path.toStdString());
     fWindow.SendMessage(&files, BMessenger(), 0);
   }
   fWindow.SendMessage(DISPLAY_PANEL_CLOSED);
+}
+
+/** The list of file names below the field would outlive the dialog, and swallow the next keys typed anywhere. */
+void PanelDialog::HideSuggestions() {
+  const auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  if (field && field->completer()) field->completer()->popup()->hide();
 }
 
 void PanelDialog::AskToReplace(const QString& path) {

@@ -17,6 +17,7 @@ public:
   void done(int result) override;
 
 private:
+  void HideSuggestions();
   void AskToReplace(const QString& path);
   void Say(const QString& text);
 

@@ -124,6 +124,21 @@ TEST_F(FilePanel, OpenAnswersWithTheFileAndRefusesOneThatIsNotThere) {
   EXPECT_EQ(file.FullPath(), fFolder + "/song.lrc");
 }
 
+TEST_F(FilePanel, SuggestionsGoWithThePanelAndTakeNoMoreKeys) {
+  Write("song.lrc");
+  BFilePanel panel(B_OPEN_PANEL, &fTarget);
+  panel.SetPanelDirectory(fFolder.c_str());
+  panel.Show();
+  hands::wait_for_display();
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  for (const char* letter : {"s", "o", "n", "g", ".", "l", "r", "c"}) hands::press(*panel.Window(), letter);
+  while (!hands::popup_is_open() && std::chrono::steady_clock::now() < end) hands::wait_for_display();
+  ASSERT_TRUE(hands::popup_is_open());
+  hands::press(*panel.Window(), "Return");
+  EXPECT_EQ(fAnswers->Next().what, uint32{B_REFS_RECEIVED});
+  EXPECT_FALSE(hands::popup_is_open());
+}
+
 TEST_F(FilePanel, EveryWayToCloseItSaysSoOnce) {
   BFilePanel panel(B_OPEN_PANEL, &fTarget);
   panel.Show();

@@ -284,6 +284,10 @@ void type_file_name(BWindow& panel, const std::string& name) {
   });
 }
 
+bool popup_is_open() {
+  return display::call([] { return QApplication::activePopupWidget() != nullptr; });
+}
+
 std::string file_name_selected(BWindow& panel) {
   return with_widget(panel, [](QWidget* widget) {
     return widget->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->selectedText().toStdString();

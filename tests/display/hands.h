@@ -61,6 +61,8 @@ bool is_on_top(BWindow& window);
 
 /** Chooses in a file panel as a user does: the name typed into the field, then Return. */
 void type_file_name(BWindow& panel, const std::string& name);
+/** A menu or a list of suggestions is unfolded somewhere, and takes every key. */
+bool popup_is_open();
 std::string file_name_selected(BWindow& panel);
 bool is_shown(BWindow& window);
 
