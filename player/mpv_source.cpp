@@ -28,8 +28,9 @@ constexpr const char* kOptions[][2] = {
     {"input-default-bindings", "no"},
     {"idle", "yes"},
     {"hr-seek", "yes"},
+    // In this order; without a sound card the song still plays, in real time, to nowhere.
+    {"ao", "pulse,pipewire,alsa,null"},
     {"gapless-audio", "weak"},
-    // Without a sound card the song still plays, in real time, to nowhere.
     {"audio-fallback-to-null", "yes"},
 };
 

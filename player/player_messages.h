@@ -17,4 +17,5 @@ enum : unsigned int {
   kMsgSongFailed = 'psfl', // string "reason"
   kMsgTick = 'tick',
   kMsgStart = 'plst',
+  kMsgFirstSong = 'plfs',
 };

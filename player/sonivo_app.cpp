@@ -15,6 +15,8 @@ namespace {
 constexpr const char* kSignature = "application/x-vnd.Marvik-Sonivo";
 constexpr const char* kEditorSignature = "application/x-vnd.KOREVA-VesmoEditor";
 constexpr bigtime_t kTickUs = 100000;
+/** The windows come up first: loading the audio library would hold them up for longer than all they need themselves. */
+constexpr bigtime_t kFirstSongDelayUs = 250000;
 /** "Previous" within the first moments of a song goes to the song before, later to the song's start. */
 constexpr int32 kPreviousGoesBackMs = 3000;
 
@@ -34,6 +36,8 @@ void TSonivoApp::MessageReceived(BMessage* message) {
   switch (message->what) {
   case kMsgStart:
     return Start();
+  case kMsgFirstSong:
+    return PlayFirstSong();
   case kMsgPlayPause:
     return PlayPause();
   case kMsgNext:
@@ -80,9 +84,16 @@ void TSonivoApp::Start() {
   StateChanged();
   for (const std::string& fault : fPlugins.LoadAll(plugin_folder())) TellFault(fault);
   ShowLyrics();
-  if (fPlaylist.Count() > 0) PlaySong(0, fCommandLine.startsPaused);
+  const BMessage firstSong(kMsgFirstSong);
+  fStarter = std::make_unique<BMessageRunner>(BMessenger(this), &firstSong, kFirstSongDelayUs, 1);
   const BMessage tick(kMsgTick);
   fTicker = std::make_unique<BMessageRunner>(BMessenger(this), &tick, kTickUs);
+}
+
+void TSonivoApp::PlayFirstSong() {
+  fStarter.reset();
+  // The user may have been quicker.
+  if (!fIsLoaded && fPlaylist.Count() > 0) PlaySong(0, fCommandLine.startsPaused);
 }
 
 void TSonivoApp::ShowLyrics() const {

@@ -25,6 +25,7 @@ public:
 private:
   // sonivo_app.cpp: what the user does and what the sound tells.
   void Start();
+  void PlayFirstSong();
   void ShowLyrics() const;
   void PlayPause();
   void PlaySong(int32 index, bool paused);
@@ -67,6 +68,7 @@ private:
   TPlayerWindow* fWindow = nullptr;
   TPluginLoader fPlugins;
   std::unique_ptr<BMessageRunner> fTicker;
+  std::unique_ptr<BMessageRunner> fStarter;
   /** Windows that were asked to close and have not answered; -1 while the player is not closing. */
   int32 fAwaitedAnswers = -1;
 };

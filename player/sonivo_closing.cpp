@@ -31,6 +31,7 @@ void TSonivoApp::WindowAnswered(const BMessage& message) {
 }
 
 void TSonivoApp::End() {
+  fStarter.reset();
   fTicker.reset();
   fPlugins.UnloadAll();
   if (fWindow->Lock()) fWindow->Quit();

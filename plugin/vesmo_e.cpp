@@ -12,6 +12,7 @@
 #include "toolkit/alerts.h"
 
 #include <cstring>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -32,6 +33,12 @@ void destroy(T** object) {
   delete std::exchange(*object, nullptr);
 }
 
+/** Stays when the plug-in goes: it belongs to the image and ends with that. */
+TAppPrivacy& new_app_privacy() {
+  static std::optional<TAppPrivacy> record;
+  return record.emplace();
+}
+
 void show_language_failure(const char* text, const char* caption, const char* button) {
   koreva::show_msg(text, caption, {button, 'U', true}, "");
 }
@@ -48,7 +55,7 @@ TVesmoE::TVesmoE(PluginConstructorStruct*) {
   set_language_alert(show_language_failure);
   TLLT::SetMissingKeyAlert(show_missing_key);
   // The settings choose the language, and both must be there before the manager is.
-  gAppPrivacy = new TAppPrivacy;
+  gAppPrivacy = &new_app_privacy();
   gExitState = new TExitState;
   gIAP = new TInterAppPrefs;
   gIAP->SetAppSignatureRef(gAppSignature);

@@ -36,7 +36,8 @@ TEST(LocateSound, FindsQuietAndDisturbedSoundToTheSample) {
 
 TEST(LocateSound, SoundThatIsNotInTheTrackIsUnlikeIt) {
   const auto track = timed_noise(2);
-  const std::vector<float> other(timed_noise(4).begin() + 3 * kSignalRate, timed_noise(4).end());
+  const auto longer = timed_noise(4);
+  const std::vector<float> other(longer.begin() + 3 * kSignalRate, longer.end());
   const auto place = locate(track, other, 20000, {1, 0.5, 1024});
   ASSERT_TRUE(place);
   EXPECT_LT(place->likeness, 0.5);
