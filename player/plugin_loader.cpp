@@ -23,21 +23,28 @@ bool is_plugin_name(const std::string& name) {
   return name.starts_with("gen_") && name.ends_with(".so");
 }
 
+/** Makes a call into a plug-in. Returns how it failed; empty when it did not. */
+template <typename Call>
+std::string failure_of(Call call) {
+  try {
+    call();
+    return {};
+  } catch (const std::exception& error) {
+    return std::string("failed: ") + error.what();
+  } catch (...) {
+    return "failed";
+  }
+}
+
 using NewPluginFunction = GeneralPlugin* (*)(PluginConstructorStruct*);
 
 /** Null, and the reason, when the plug-in cannot be built. */
 GeneralPlugin* build_plugin(NewPluginFunction construct, std::string* reason) {
   PluginConstructorStruct record;
-  try {
-    GeneralPlugin* const plugin = construct(&record);
-    if (plugin == nullptr) *reason = "gave no plug-in";
-    return plugin;
-  } catch (const std::exception& error) {
-    *reason = std::string("failed: ") + error.what();
-  } catch (...) {
-    *reason = "failed";
-  }
-  return nullptr;
+  GeneralPlugin* plugin = nullptr;
+  *reason = failure_of([&] { plugin = construct(&record); });
+  if (plugin == nullptr && reason->empty()) *reason = "gave no plug-in";
+  return plugin;
 }
 
 } // namespace
@@ -51,7 +58,6 @@ std::vector<std::string> TPluginLoader::LoadAll(const std::string& folder) {
     const std::string reason = LoadOne(folder + "/" + entry.Name());
     if (reason.empty()) continue;
     faults.push_back("Plug-in " + entry.Name() + " " + reason);
-    log_error("plug-ins", faults.back());
   }
   return faults;
 }
@@ -68,14 +74,15 @@ std::string TPluginLoader::LoadOne(const std::string& path) {
     return reason;
   }
   fPlugins.push_back({image, std::unique_ptr<GeneralPlugin>(plugin)});
-  plugin->Init();
-  return {};
+  // One that fails here may have shown something: it is cleaned up at the end like the others.
+  return failure_of([plugin] { plugin->Init(); });
 }
 
 void TPluginLoader::UnloadAll() {
   for (auto plugin = fPlugins.rbegin(); plugin != fPlugins.rend(); ++plugin) {
     const int32 loopersBefore = be_app ? be_app->CountLoopers() : 0;
-    plugin->object->Cleanup();
+    const std::string failure = failure_of([&] { plugin->object->Cleanup(); });
+    if (!failure.empty()) log_error("plug-ins", "a plug-in's clean-up " + failure);
     plugin->object.reset();
     // A plug-in's loopers are gone when its destructor returns; one that kept all of its own stays mapped.
     const bool endedSome = be_app == nullptr || be_app->CountLoopers() < loopersBefore;

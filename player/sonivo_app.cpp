@@ -25,10 +25,14 @@ constexpr int32 kPreviousGoesBackMs = 3000;
 TSonivoApp::TSonivoApp(TCommandLine commandLine)
     : BApplication(kSignature), fCommandLine(std::move(commandLine)), fSource(make_mpv_source(this)),
       fNowPlaying(fSource.get()), fHost(new TFrontEndHost(&fNowPlaying)) {
+  for (const std::string& song : fCommandLine.songs) fPlaylist.Add(song);
   fHost->Run();
 }
 
-TSonivoApp::~TSonivoApp() = default;
+TSonivoApp::~TSonivoApp() {
+  // Without a screen the player ends before it has begun, and the host is still there.
+  if (fHost && fHost->Lock()) fHost->Quit();
+}
 
 void TSonivoApp::MessageReceived(BMessage* message) {
   int32 number = 0;
@@ -79,10 +83,11 @@ void TSonivoApp::MessageReceived(BMessage* message) {
 
 void TSonivoApp::Start() {
   fWindow = new TPlayerWindow(BMessenger(this));
-  for (const std::string& song : fCommandLine.songs) fPlaylist.Add(song);
   fWindow->Show();
   StateChanged();
-  for (const std::string& fault : fPlugins.LoadAll(plugin_folder())) TellFault(fault);
+  std::string faults; // shown together: each names another image
+  for (const std::string& fault : fPlugins.LoadAll(plugin_folder())) faults += (faults.empty() ? "" : "\n") + fault;
+  if (!faults.empty()) TellFault(faults);
   ShowLyrics();
   const BMessage firstSong(kMsgFirstSong);
   fStarter = std::make_unique<BMessageRunner>(BMessenger(this), &firstSong, kFirstSongDelayUs, 1);
@@ -176,7 +181,8 @@ void TSonivoApp::Loaded(const BMessage& message) {
 void TSonivoApp::Ended(const BMessage& message) {
   if (!IsAboutThisLoad(message)) return;
   const int32 next = fPlaylist.Neighbour(1);
-  if (next >= 0) return PlaySong(next, false);
+  // After a song that failed while paused the next one waits too.
+  if (next >= 0) return PlaySong(next, !fState.isPlaying);
   fIsLoaded = false;
   fState.isPlaying = false;
   StateChanged();

@@ -22,6 +22,18 @@ bool pop_specifier(BMessage* message, const char* property, uint32 form, int32* 
   return message->PopSpecifier() == B_OK;
 }
 
+bool names_entry(BMessage* message, uint32 form, int32* index) {
+  return pop_specifier(message, "Playlist", B_DIRECT_SPECIFIER, nullptr) &&
+         pop_specifier(message, "Entry", form, index);
+}
+
+void refuse(const BMessage& message, status_t error, const char* reason) {
+  BMessage answer(B_MESSAGE_NOT_UNDERSTOOD);
+  answer.AddInt32("error", error);
+  answer.AddString("message", reason);
+  message.SendReply(&answer);
+}
+
 } // namespace
 
 bool TSonivoApp::HandleScript(BMessage* message) {
@@ -29,9 +41,9 @@ bool TSonivoApp::HandleScript(BMessage* message) {
   const bool executes = message->what == B_EXECUTE_PROPERTY;
   if (!counts && !executes && message->what != B_GET_PROPERTY) return false;
   int32 index = -1;
-  if (!pop_specifier(message, "Playlist", B_DIRECT_SPECIFIER, nullptr)) return false;
-  if (!pop_specifier(message, "Entry", counts ? B_DIRECT_SPECIFIER : B_INDEX_SPECIFIER, &index)) return false;
-  if (counts) {
+  if (!names_entry(message, counts ? B_DIRECT_SPECIFIER : B_INDEX_SPECIFIER, &index)) {
+    refuse(*message, B_BAD_VALUE, "The player has only entries of its playlist");
+  } else if (counts) {
     CountEntries(*message);
   } else if (executes) {
     PlaySong(index, false);
@@ -49,17 +61,12 @@ void TSonivoApp::CountEntries(const BMessage& message) const {
 
 void TSonivoApp::GetEntry(const BMessage& message, int32 index) const {
   const TSong* const song = fPlaylist.At(index);
+  if (song == nullptr) return refuse(message, B_BAD_INDEX, "The playlist has no such entry");
   BMessage answer(B_REPLY);
-  if (song == nullptr) {
-    answer.what = B_MESSAGE_NOT_UNDERSTOOD;
-    answer.AddInt32("error", B_BAD_INDEX);
-    answer.AddString("message", "The playlist has no such entry");
-  } else {
-    answer.AddString("filename", song->path);
-    answer.AddString("title", cut_title(song->title)); // as in the record: the two are compared byte for byte
-    answer.AddInt32("time", song->durationMs);
-    answer.AddBool("played", song->played);
-    answer.AddInt32("nr", index);
-  }
+  answer.AddString("filename", song->path);
+  answer.AddString("title", cut_title(song->title)); // as in the record: the two are compared byte for byte
+  answer.AddInt32("time", song->durationMs);
+  answer.AddBool("played", song->played);
+  answer.AddInt32("nr", index);
   message.SendReply(&answer);
 }

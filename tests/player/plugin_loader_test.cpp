@@ -23,3 +23,13 @@ TEST(PluginLoader, SaysWhyEachBadImageIsLeftOutAndGoesOn) {
   EXPECT_EQ(loader.Count(), 0);
   EXPECT_TRUE(loader.LoadAll("/no/such/folder").empty());
 }
+
+TEST(PluginLoader, OneThatFailsToStartOrToCleanUpTakesNothingDown) {
+  ScratchFolder folder;
+  std::filesystem::copy(std::string(BAD_PLUGINS) + "/gen_unwell.so", folder.File("gen_unwell.so"));
+  TPluginLoader loader;
+  EXPECT_THAT(loader.LoadAll(folder.Path()), ElementsAre("Plug-in gen_unwell.so failed: no window to show"));
+  EXPECT_EQ(loader.Count(), 1);
+  loader.UnloadAll();
+  EXPECT_EQ(loader.Count(), 0);
+}
