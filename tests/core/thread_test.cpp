@@ -1,0 +1,92 @@
+#include "common/thread.h"
+
+#include "platform/kernel/threads.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <stdexcept>
+
+namespace {
+
+/** Counts its rounds until it is told to end, and says when the first is done and when the object goes. */
+class Counter : public koreva::TThread {
+public:
+  Counter() : TThread("counting", B_NORMAL_PRIORITY) {}
+  ~Counter() override { fGone.set_value(); }
+
+  std::atomic<int> fRounds{0};
+  std::promise<void> fFirstRound;
+  std::promise<void> fGone;
+
+private:
+  int32 Execute() override {
+    while (!IsTerminated()) {
+      if (++fRounds == 1) fFirstRound.set_value();
+      snooze(100);
+    }
+    return B_OK;
+  }
+};
+
+} // namespace
+
+TEST(Thread, DoesNothingUntilItIsResumedAndEndsWhenTold) {
+  Counter counter;
+  EXPECT_TRUE(counter.IsSuspended());
+  counter.Wait(); // never started: no wait
+  EXPECT_EQ(counter.fRounds, 0);
+  ASSERT_EQ(counter.Resume(), B_OK);
+  EXPECT_FALSE(counter.IsSuspended());
+  counter.fFirstRound.get_future().wait();
+  counter.Terminate();
+  counter.Wait();
+  EXPECT_EQ(find_thread("counting"), B_NAME_NOT_FOUND);
+}
+
+TEST(Thread, IsHeldWhileSuspendedAndCanStillBeEnded) {
+  Counter counter;
+  ASSERT_EQ(counter.Resume(), B_OK);
+  counter.fFirstRound.get_future().wait();
+  counter.Suspend();
+  EXPECT_TRUE(counter.IsSuspended());
+  const int rounds = counter.fRounds;
+  snooze(20000);
+  EXPECT_LE(counter.fRounds, rounds + 1); // the round it was in
+  ASSERT_EQ(counter.Resume(), B_OK);
+  while (counter.fRounds <= rounds + 1) snooze(100);
+  counter.Suspend();
+  counter.Terminate();
+  counter.Wait();
+}
+
+TEST(Thread, IsFoundByItsNameAlsoAfterANewOne) {
+  Counter counter;
+  ASSERT_EQ(counter.Resume(), B_OK);
+  EXPECT_GT(find_thread("counting"), 0);
+  counter.SetName("counting on");
+  EXPECT_EQ(find_thread("counting"), B_NAME_NOT_FOUND);
+  EXPECT_GT(find_thread("counting on"), 0);
+  counter.Terminate();
+  counter.Wait();
+}
+
+TEST(Thread, DeletesItselfWhenAskedTo) {
+  auto* const counter = new Counter;
+  std::future<void> gone = counter->fGone.get_future();
+  counter->SetAutoDelete(true);
+  counter->Terminate();
+  ASSERT_EQ(counter->Resume(), B_OK);
+  EXPECT_EQ(gone.wait_for(std::chrono::seconds(30)), std::future_status::ready);
+}
+
+TEST(Thread, AnExceptionOfTheBodyEndsTheThreadAlone) {
+  struct Thrower : koreva::TThread {
+    Thrower() : TThread("throwing", B_NORMAL_PRIORITY) {}
+    int32 Execute() override { throw std::runtime_error("meant"); }
+  } thrower;
+  ASSERT_EQ(thrower.Resume(), B_OK);
+  thrower.Wait();
+}
