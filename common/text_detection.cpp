@@ -1,6 +1,7 @@
 #include "common/text_detection.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace koreva {
@@ -18,6 +19,18 @@ int following_bytes(unsigned char lead) {
   return ones > 0 ? ones - 1 : 0;
 }
 
+/** Where the run of ASCII that begins at `at` ends. */
+const unsigned char* ascii_end(const unsigned char* at, const unsigned char* end) {
+  constexpr std::uint64_t kTopBits = 0x8080808080808080;
+  for (; end - at >= 8; at += 8) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, sizeof word);
+    if ((word & kTopBits) != 0) break;
+  }
+  while (at != end && *at < 0x80) ++at;
+  return at;
+}
+
 } // namespace
 
 long detect_cr_type(const char* text) {
@@ -30,16 +43,18 @@ long detect_cr_type(const char* text) {
 
 long detect_charset(const char* text) {
   constexpr char kEscape = 0x1B;
+  const auto* at = reinterpret_cast<const unsigned char*>(text);
+  const unsigned char* const end = at + std::strlen(text);
   bool hasEscape = false;
   bool hasFault = false;
-  const auto* at = reinterpret_cast<const unsigned char*>(text);
-  while (*at != '\0') {
+  while (at != end) {
+    const unsigned char* const run = ascii_end(at, end);
+    hasEscape = hasEscape || std::memchr(at, kEscape, static_cast<size_t>(run - at)) != nullptr;
+    if ((at = run) == end) break;
     const unsigned char lead = *at++;
-    hasEscape |= lead == kEscape;
-    if (lead < 0x80) continue;
     hasFault |= lead < 0xC0;
     for (int left = following_bytes(lead); left > 0; --left, ++at) {
-      if (*at == '\0') return hasEscape ? 2 : 1;
+      if (at == end) return hasEscape ? 2 : 1;
       hasFault |= !is_continuation(*at);
     }
   }

@@ -38,6 +38,19 @@ std::unique_ptr<TBytes> read_text(const entry_ref& ref) {
   return bytes;
 }
 
+/** Takes every CR out, run by run; returns the new end. */
+char* drop_cr(char* start, char* end) {
+  char* kept = start;
+  for (char* at = start; at != end;) {
+    auto* const cr = static_cast<char*>(std::memchr(at, '\r', static_cast<size_t>(end - at)));
+    const auto run = static_cast<size_t>((cr ? cr : end) - at);
+    if (kept != at) std::memmove(kept, at, run);
+    kept += run;
+    at = cr ? cr + 1 : end;
+  }
+  return kept;
+}
+
 /** CR becomes LF, or is dropped, in place; the text only ever gets shorter. */
 void unify_line_ends(TBytes* text, long crType) {
   char* const start = text->data.get();
@@ -45,7 +58,7 @@ void unify_line_ends(TBytes* text, long crType) {
   if (crType == 2) {
     std::replace(start, end, '\r', '\n');
   } else {
-    text->length = static_cast<size_t>(std::remove(start, end, '\r') - start);
+    text->length = static_cast<size_t>(drop_cr(start, end) - start);
     start[text->length] = '\0';
   }
 }
