@@ -4,6 +4,7 @@
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
 #include "language/load_language.h"
+#include "platform/app/message.h"
 #include "plugin/app_privacy.h"
 #include "plugin/exit_state.h"
 #include "plugin/pref.h"
@@ -69,7 +70,15 @@ TVesmoE::TVesmoE(PluginConstructorStruct*) {
   fCommMan->Run();
 }
 
+/** Returns when the manager has handled all that it was sent: windows that it closes have then recorded their state. */
+void TVesmoE::WaitForManager() const {
+  const BMessage question('wait');
+  BMessage answer;
+  BMessenger(fCommMan).SendMessage(&question, &answer);
+}
+
 TVesmoE::~TVesmoE() {
+  WaitForManager();
   save_exit_state(kStateFolder, kStateFile);
   if (fCommMan->Lock()) fCommMan->Quit();
   destroy(&gExitState);

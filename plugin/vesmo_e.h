@@ -18,5 +18,6 @@ public:
   uint32 GetFlags() override { return 0; }
 
 private:
+  void WaitForManager() const;
   TVesmoECommMan* fCommMan;
 };

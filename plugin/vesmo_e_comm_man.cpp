@@ -124,8 +124,9 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
   }
 }
 
+// The window may be ending by itself on its own thread: only its address, or its lock, is safe to use.
 void TVesmoECommMan::Forward(BMessage* message) {
-  if (fMainWindow) fMainWindow->PostMessage(message);
+  if (fMainWindow) fMainAddress.SendMessage(message, BMessenger(), 0);
 }
 
 void TVesmoECommMan::OpenMainWindowRqtd() {
@@ -133,8 +134,13 @@ void TVesmoECommMan::OpenMainWindowRqtd() {
 }
 
 void TVesmoECommMan::OpenMainWindow() {
-  if (fMainWindow == nullptr) fMainWindow = new TVesmoEWin(gExitState->fWindowFrame, this);
-  if (!fMainWindow->Lock()) return;
+  // One that is ending by itself, and whose notice is still on its way, is as good as closed.
+  if (fMainWindow && !fMainAddress.IsValid()) fMainWindow = nullptr;
+  if (fMainWindow == nullptr) {
+    fMainWindow = new TVesmoEWin(gExitState->fWindowFrame, this);
+    fMainAddress = BMessenger(fMainWindow);
+  }
+  if (!fMainAddress.LockTarget()) return;
   if (fMainWindow->IsHidden()) {
     fMainWindow->Show();
     fWindowThreads.push_back(fMainWindow->Thread());
@@ -151,8 +157,12 @@ void TVesmoECommMan::RefsReceived(BMessage* message) {
 
 BMessage TVesmoECommMan::BesideRequest(uint32 code) const {
   BMessage request(code);
-  request.AddBool("BesideDlg", fMainWindow != nullptr);
-  if (fMainWindow) request.AddRect("WinFrame", fMainWindow->Frame());
+  const bool hasWindow = fMainWindow && fMainAddress.LockTarget();
+  request.AddBool("BesideDlg", hasWindow);
+  if (hasWindow) {
+    request.AddRect("WinFrame", fMainWindow->Frame());
+    fMainWindow->Unlock();
+  }
   return request;
 }
 
@@ -201,9 +211,8 @@ void TVesmoECommMan::MainWindowClosed(const BMessage& message) {
 }
 
 void TVesmoECommMan::CloseMainWindowRqtd() {
-  BWindow* window = fMainWindow;
-  CloseWindow(&window);
-  if (window == nullptr) fMainWindow = nullptr;
+  if (fMainWindow && fMainAddress.LockTarget()) fMainWindow->Quit();
+  fMainWindow = nullptr;
 }
 
 // These windows are not made yet, and a close request for a window that is absent is ignored.

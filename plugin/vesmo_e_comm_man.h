@@ -61,7 +61,8 @@ private:
 
   void WaitForWindowThreads();
 
-  TVesmoEWin* fMainWindow = nullptr;
+  TVesmoEWin* fMainWindow = nullptr; // null while closed; used only with the window locked by its address
+  BMessenger fMainAddress;
   /** Of every main window shown: a window that was closed by its user is forgotten before its thread has ended. */
   std::vector<thread_id> fWindowThreads;
   TIAPFilter* fIAPFilter;

@@ -96,13 +96,14 @@ bool TVesmoEWin::QuitRequested() {
 }
 
 void TVesmoEWin::Quit() {
-  BMessage closed('mwcl');
-  closed.AddPointer("window", this);
-  fManager->PostMessage(&closed);
   gExitState->fWindowFrame = Frame();
   gExitState->fMode = fEditorView->Mode();
   if (fOpenPanel) RememberPanelFolder(*fOpenPanel);
   if (fSavePanel) RememberPanelFolder(*fSavePanel);
+  // After the record: the manager reads it when it opens the next window.
+  BMessage closed('mwcl');
+  closed.AddPointer("window", this);
+  fManager->PostMessage(&closed);
   BWindow::Quit();
 }
 

@@ -4,6 +4,7 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/modifiers.h"
+#include "platform/storage/entry.h"
 #include "plugin/exit_state.h"
 #include "plugin/general_plugin.h"
 #include "plugin/pref.h"
@@ -45,6 +46,11 @@ protected:
     }
     return false;
   }
+  BRect StoredFrame() const {
+    TExitState state;
+    state.Load(BEntry(fFolder.File("KOREVA/VesmoE/VesmoE_ExitStates.arc").c_str()));
+    return state.fWindowFrame;
+  }
   ScratchFolder fFolder;
   BApplication* fApp;
   void* fImage = nullptr;
@@ -67,8 +73,13 @@ TEST_F(Plugin, OpensItsWindowAndClosesIt) {
   const int32 loopers = fApp->CountLoopers();
   EXPECT_TRUE(plugin->Init());
   ASSERT_TRUE(Soon([&] { return fApp->CountWindows() == 1; }));
+  BWindow* const window = fApp->WindowAt(0);
+  ASSERT_TRUE(window->Lock());
+  window->MoveTo(222, 111);
+  window->Unlock();
   plugin->Cleanup();
   plugin.reset();
+  EXPECT_EQ(StoredFrame().LeftTop(), (BPoint{222, 111})) << "recorded before it is written";
   EXPECT_EQ(fApp->CountWindows(), 0);
   EXPECT_LT(fApp->CountLoopers(), loopers) << "the manager has ended too";
   EXPECT_TRUE(std::filesystem::exists(fFolder.File("KOREVA/VesmoE/VesmoE_ExitStates.arc")));
