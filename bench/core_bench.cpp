@@ -7,8 +7,6 @@
 #include "lyrics/replace_file.h"
 
 #include <iconv.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -163,26 +161,31 @@ void measure_bulk(int count, const Lines& lines, const std::string& path) {
       "plain read + newline count");
 }
 
-/** The most memory, in MB, that a process needed which does only this. */
-double peak_megabytes(const std::function<void()>& work) {
-  const pid_t child = fork();
-  if (child == 0) {
-    work();
-    _exit(0);
-  }
-  int status = 0;
-  rusage usage{};
-  wait4(child, &status, 0, &usage);
-  return static_cast<double>(usage.ru_maxrss) / 1024;
+/** The most memory, in MB, that a process of this program needed which does only this work, by its own account: the
+    accounting of a finished child would carry over what its parent held. */
+double peak_megabytes(const std::string& command) {
+  std::FILE* const child = popen(command.c_str(), "r");
+  double megabytes = 0;
+  if (child == nullptr || std::fscanf(child, "%lf", &megabytes) != 1) std::abort();
+  pclose(child);
+  return megabytes;
 }
 
-/** In a process of its own, so that nothing but the work counts: "core_bench peak load|split FILE". */
+double own_peak_megabytes() {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("VmHWM:")) return std::stod(line.substr(6)) / 1024;
+  }
+  return 0;
+}
+
+/** In processes of their own, so that nothing but the work counts: "core_bench peak nothing|list|load FILE". */
 void measure_peak(const char* program, const Lines& lines, const std::string& path) {
   for (long encoding = 0; encoding < 3; ++encoding) {
     const std::string bytes = lines_to_bytes(lines, 0, encoding);
     if (replace_file(path, bytes) != B_OK) std::abort();
     const auto peak_of = [&](const char* what) {
-      return peak_megabytes([&] { execl(program, program, "peak", what, path.c_str(), nullptr); });
+      return peak_megabytes(std::string(program) + " peak " + what + " " + path);
     };
     const double nothing = peak_of("nothing");
     const double list = peak_of("list") - nothing;
@@ -202,6 +205,7 @@ int do_peak(const std::string& what, const std::string& path) {
     for (std::string line; std::getline(file, line);) lines.emplace_back(line);
     gSink = lines.size();
   }
+  std::printf("%.1f\n", own_peak_megabytes());
   return 0;
 }
 
