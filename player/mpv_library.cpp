@@ -29,6 +29,8 @@ std::optional<TMpvLibrary> load() {
       find(image, "mpv_terminate_destroy", &library.terminate_destroy) &&
       find(image, "mpv_set_option_string", &library.set_option_string) &&
       find(image, "mpv_command_async", &library.command_async) &&
+      find(image, "mpv_command_ret", &library.command_ret) &&
+      find(image, "mpv_free_node_contents", &library.free_node_contents) &&
       find(image, "mpv_set_property_async", &library.set_property_async) &&
       find(image, "mpv_set_property_string", &library.set_property_string) &&
       find(image, "mpv_get_property", &library.get_property) &&

@@ -10,6 +10,8 @@ struct TMpvLibrary {
   decltype(&mpv_terminate_destroy) terminate_destroy;
   decltype(&mpv_set_option_string) set_option_string;
   decltype(&mpv_command_async) command_async;
+  decltype(&mpv_command_ret) command_ret;
+  decltype(&mpv_free_node_contents) free_node_contents;
   decltype(&mpv_set_property_async) set_property_async;
   decltype(&mpv_set_property_string) set_property_string;
   decltype(&mpv_get_property) get_property;

@@ -2,6 +2,7 @@
 #include "player/song_source.h"
 #include "player/speed_bias.h"
 
+#include "platform/kernel/threads.h"
 #include "platform/support/log.h"
 
 #include <algorithm>
@@ -10,12 +11,16 @@
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <map>
 #include <mutex>
+#include <string_view>
 #include <thread>
 
 namespace {
 
 constexpr const char* kStretchFilter = "rubberband";
+/** From a seek to the sound takes 35 to 90 ms; a load may have to wait for a slow disk. */
+constexpr bigtime_t kLongestStartUs = 1000000;
 
 constexpr const char* kOptions[][2] = {
     {"config", "no"},
@@ -51,11 +56,10 @@ public:
 
   int64 Load(const std::string& path, bool paused) override {
     const int64 load = ++fLastLoad;
-    fPositionMs = 0;
+    ExpectPosition(0);
     Do([=, this] {
       SetFlag("pause", paused);
-      fStartingLoad = load;
-      Command({"loadfile", path.c_str(), "replace"});
+      fLoadOfEntry[LoadFile(path)] = load;
     });
     return load;
   }
@@ -66,7 +70,7 @@ public:
     Do([=, this] { SetFlag("pause", paused); });
   }
   void SeekTo(int32 positionMs) override {
-    fPositionMs = positionMs;
+    ExpectPosition(positionMs);
     Do([=, this] { Command({"seek", std::to_string(positionMs / 1000.0).c_str(), "absolute+exact"}); });
   }
   void SetSpeed(double speed) override {
@@ -79,8 +83,9 @@ public:
   int32 PositionMs() override {
     mpv_handle* const mpv = fMpv;
     double seconds = 0;
-    // Unavailable while nothing is heard: loading, seeking, stopped.
-    if (mpv && mpv_library()->get_property(mpv, "audio-pts", MPV_FORMAT_DOUBLE, &seconds) >= 0) {
+    // Unavailable while nothing is heard; and until the song is heard at its new place, still that of the old one.
+    if (mpv && system_time() >= fExpectedUntil &&
+        mpv_library()->get_property(mpv, "audio-pts", MPV_FORMAT_DOUBLE, &seconds) >= 0) {
       fPositionMs = std::max(0, static_cast<int32>(std::lround(seconds * 1000 - fBiasMs)));
     }
     return fPositionMs;
@@ -88,6 +93,12 @@ public:
 
 private:
   using Change = std::function<void()>;
+
+  /** The song will be heard from there; until it is, that is the position. Bounded, should the library never say so. */
+  void ExpectPosition(int32 positionMs) {
+    fPositionMs = positionMs;
+    fExpectedUntil = system_time() + kLongestStartUs;
+  }
 
   /** Queues a change for the source's thread, starting it with the first. */
   void Do(Change change) {
@@ -163,7 +174,10 @@ private:
     switch (event->event_id) {
     case MPV_EVENT_START_FILE:
       fEntryId = static_cast<const mpv_event_start_file*>(event->data)->playlist_entry_id;
-      fLoad = fStartingLoad;
+      fLoad = fLoadOfEntry[fEntryId];
+      break;
+    case MPV_EVENT_PLAYBACK_RESTART:
+      fExpectedUntil = 0;
       break;
     case MPV_EVENT_FILE_LOADED:
       fEvents->SongLoaded(fLoad, ReadTags());
@@ -176,8 +190,22 @@ private:
     }
   }
 
+  /** Returns the library's number for this load, by which its events name it. */
+  int64 LoadFile(const std::string& path) {
+    const char* arguments[] = {"loadfile", path.c_str(), "replace", nullptr};
+    mpv_node result{};
+    int64 entryId = -1;
+    if (mpv_library()->command_ret(fMpv, arguments, &result) < 0) return entryId;
+    for (int i = 0; result.format == MPV_FORMAT_NODE_MAP && i < result.u.list->num; ++i) {
+      if (std::string_view(result.u.list->keys[i]) == "playlist_entry_id") entryId = result.u.list->values[i].u.int64;
+    }
+    mpv_library()->free_node_contents(&result);
+    return entryId;
+  }
+
   void Ended(const mpv_event_end_file& end) {
     if (end.playlist_entry_id != fEntryId) return;
+    fLoadOfEntry.erase(fEntryId);
     if (end.reason == MPV_END_FILE_REASON_EOF) fEvents->SongEnded(fLoad);
     if (end.reason == MPV_END_FILE_REASON_ERROR) fEvents->SongFailed(fLoad, mpv_library()->error_string(end.error));
   }
@@ -235,8 +263,9 @@ private:
   std::atomic<int64> fLastLoad{0};
   std::atomic<int32> fPositionMs{0};
   std::atomic<double> fBiasMs{0};
+  std::atomic<bigtime_t> fExpectedUntil{0};
   // On the source's thread only.
-  int64 fStartingLoad = 0;
+  std::map<int64, int64> fLoadOfEntry;
   int64 fLoad = 0;
   int64 fEntryId = -1;
   bool fStretched = false;

@@ -93,3 +93,14 @@ TEST(SongSource, TellsWhichSongCannotBePlayed) {
   load = source->Load(folder.Write("text.mp3", "no sound in here"), false);
   ASSERT_TRUE(listener.Wait(listener.fFailed, load));
 }
+
+TEST(SongSource, NewsNameTheLoadTheyAreAbout) {
+  const ScratchFolder folder;
+  Listener listener;
+  const auto source = make_mpv_source(&listener);
+  const int64 bad = source->Load(folder.File("missing.mp3"), true);
+  const int64 good = source->Load(folder.Write("a.wav", silent_wav()), true);
+  ASSERT_TRUE(listener.Wait(listener.fLoaded, good));
+  EXPECT_NE(listener.fFailed, good) << "the failure, if it was told, is the other song's";
+  EXPECT_TRUE(listener.fFailed == bad || listener.fFailed == 0);
+}
