@@ -224,19 +224,24 @@ BLooper* BLooper::LooperForThread(thread_id thread) {
   return nullptr;
 }
 
-bool BLooper::DeliverNext() {
-  const std::shared_ptr<Core> core = fCore; // the message may end the looper
+// By the core, which outlives the looper: a message may end it.
+bool BLooper::DeliverOne(Core* core) {
   BMessage message;
-  if (!core->Next(&message, false) || core->Lock(B_INFINITE_TIMEOUT) != B_OK) return false;
-  Deliver(&message);
+  if (core->IsClosed() || !core->Next(&message, false) || core->Lock(B_INFINITE_TIMEOUT) != B_OK) return false;
+  core->looper->Deliver(&message);
   core->Unlock();
   return true;
+}
+
+bool BLooper::DeliverNext() {
+  const std::shared_ptr<Core> core = fCore;
+  return DeliverOne(core.get());
 }
 
 int32 BLooper::DeliverAll() {
   const std::shared_ptr<Core> core = fCore;
   int32 delivered = 0;
-  while (!core->IsClosed() && DeliverNext()) ++delivered;
+  while (DeliverOne(core.get())) ++delivered;
   return delivered;
 }
 

@@ -78,6 +78,7 @@ private:
   friend class BHandler;
   friend class BMessenger;
   static int32 LoopEntry(void* core);
+  static bool DeliverOne(Core* core);
   BHandler* TargetOf(BMessage* message);
   BHandler* Filtered(BMessage* message, BHandler* target);
   void Deliver(BMessage* message);

@@ -57,8 +57,8 @@ status_t BMessenger::SendMessage(const BMessage* message, const BMessenger& repl
   return core->Post(std::move(copy), timeout);
 }
 
-status_t BMessenger::SendMessage(const BMessage* message, BPendingReply* pending) const {
-  return Ask(message, pending, B_INFINITE_TIMEOUT);
+status_t BMessenger::SendMessage(const BMessage* message, BPendingReply* pending, bigtime_t deliveryTimeout) const {
+  return Ask(message, pending, deliveryTimeout);
 }
 
 status_t BMessenger::Ask(const BMessage* message, BPendingReply* pending, bigtime_t deliveryTimeout) const {

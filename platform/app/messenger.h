@@ -48,7 +48,8 @@ public:
 
   friend bool operator==(const BMessenger&, const BMessenger&) = default;
 
-  status_t SendMessage(const BMessage* message, BPendingReply* pending) const;
+  status_t SendMessage(const BMessage* message, BPendingReply* pending,
+                       bigtime_t deliveryTimeout = B_INFINITE_TIMEOUT) const;
   /** Posts without waiting for room; `mark` lives as long as the delivery does. For runners, which leave a beat out
       while the last one is still queued. */
   status_t SendMarked(const BMessage& message, std::shared_ptr<void> mark) const;
