@@ -67,7 +67,7 @@ TIniFile::TIniFile(BPositionIO* stream, int lineLength) : TIniFile(lineLength) {
 }
 
 TIniFile::~TIniFile() {
-  TIniFile::Unset();
+  TIniFile::Flush(false);
 }
 
 void TIniFile::Init(int lineLength) {

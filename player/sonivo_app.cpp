@@ -83,12 +83,13 @@ void TSonivoApp::MessageReceived(BMessage* message) {
 
 void TSonivoApp::Start() {
   fWindow = new TPlayerWindow(BMessenger(this));
-  fWindow->Show();
-  StateChanged();
+  // The plug-ins' windows are made on threads of their own, while this one's comes up.
   std::string faults; // shown together: each names another image
   for (const std::string& fault : fPlugins.LoadAll(plugin_folder())) faults += (faults.empty() ? "" : "\n") + fault;
-  if (!faults.empty()) TellFault(faults);
   ShowLyrics();
+  fWindow->Show();
+  StateChanged();
+  if (!faults.empty()) TellFault(faults);
   const BMessage firstSong(kMsgFirstSong);
   fStarter = std::make_unique<BMessageRunner>(BMessenger(this), &firstSong, kFirstSongDelayUs, 1);
   const BMessage tick(kMsgTick);
