@@ -15,7 +15,8 @@ public:
   ~TPluginLoader();
 
   /** Loads and starts every `gen_*.so` of the folder, in byte order. An image that cannot be loaded, exports no
-      `NewPlugin`, or fails in it is left out; one that fails in `Init` stays. Returns what went wrong, a line for each. */
+      `NewPlugin`, or fails in it is left out; one that fails in `Init` stays. Returns what went wrong, a line for each.
+   */
   std::vector<std::string> LoadAll(const std::string& folder);
   int Count() const { return static_cast<int>(fPlugins.size()); }
   /** Cleans up and destroys every plug-in, and unloads those images of which no looper is left. */
