@@ -17,23 +17,24 @@ constexpr int32 kQueueCapacity = 2000;
 BWindow::BWindow(BRect frame, const char* title, window_look look, window_feel feel, uint32 flags)
     : BLooper(title, B_DISPLAY_PRIORITY, kQueueCapacity), fTitle(title),
       fFeel(feel), fSize{frame.Width(), frame.Height()} {
-  SetWindow(this);
   fPeer =
       std::make_shared<display::WindowPeer>(BMessenger(this), display::WindowSetup{frame, fTitle, look, feel, flags});
 }
 
 BWindow::BWindow(BRect frame, const char* title, const PeerMaker& makePeer)
     : BLooper(title, B_DISPLAY_PRIORITY, kQueueCapacity), fTitle(title), fSize{frame.Width(), frame.Height()} {
-  SetWindow(this);
   fPeer = makePeer(BMessenger(this));
+  SetWindow(this); // it is shown without Show
 }
 
 BWindow::~BWindow() {
+  SetWindow(nullptr);
   fPeer->Hide();
   while (!fChildren.empty()) delete fChildren.back();
 }
 
 void BWindow::Show() {
+  SetWindow(this); // not before: others must not find one that is still being built
   if (--fHideLevel == 0) {
     if (fKeyMenuBar) fKeyMenuBar->Flush();
     fPeer->Show();
