@@ -3,7 +3,10 @@
 #include "lyrics/lyrics_fname.h"
 #include "platform/app/message.h"
 #include "platform/kernel/threads.h"
+#include "platform/support/log.h"
 #include "plugin/host_link.h"
+
+#include <exception>
 
 namespace {
 constexpr bigtime_t kPatienceUs = 2000000;
@@ -30,7 +33,7 @@ bool TCurrentSongFinder::Start() {
   return true;
 }
 
-void TCurrentSongFinder::Find() {
+BMessage TCurrentSongFinder::Searched() const {
   SonivoSongEntry entry;
   entry_ref ref;
   const bool found = get_current_song_entry(fFrontEnd, &entry) && entry.filename && *entry.filename &&
@@ -38,14 +41,30 @@ void TCurrentSongFinder::Find() {
   free_song_entry(&entry);
   BMessage answer(found ? kMsgSongFound : kMsgNoSong);
   if (found) answer.AddRef("refs", &ref);
+  return answer;
+}
+
+void TCurrentSongFinder::Find() {
+  BMessage answer(kMsgNoSong);
+  try {
+    answer = Searched();
+  } catch (const std::exception& error) {
+    log_error("song finder", error.what());
+  }
   fSearching = false;
   if (!fEnding) fAsker.SendMessage(&answer, BMessenger(), 0);
 }
 
 void TCurrentSongFinder::Watch() {
-  for (bigtime_t waited = 0; waited < kPatienceUs; waited += kLookUs) {
+  int32 answers = fFrontEnd->CountAnswers();
+  bigtime_t silentUs = 0;
+  while (silentUs < kPatienceUs) {
     if (fEnding || !fSearching) return;
     snooze(kLookUs);
+    const int32 answersNow = fFrontEnd->CountAnswers();
+    silentUs = answersNow == answers ? silentUs + kLookUs : 0; // a long list takes its time
+    answers = answersNow;
   }
-  fAsker.SendMessage(kMsgPlayerSilent);
+  const BMessage silent(kMsgPlayerSilent);
+  fAsker.SendMessage(&silent, BMessenger(), 0);
 }

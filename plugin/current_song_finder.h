@@ -5,11 +5,12 @@
 #include <atomic>
 #include <thread>
 
+class BMessage;
 class Sonivo_FrontEnd;
 
 /** Finds the lyrics file of the song that is playing, on a thread of its own, so that the window stays alive while the
     player is asked entry by entry. Answers with kMsgSongFound, ref "refs"; with kMsgNoSong; or, when the player has not
-    answered for two seconds, with kMsgPlayerSilent, and goes on waiting. */
+    answered a question for two seconds, with kMsgPlayerSilent, and goes on waiting. */
 class TCurrentSongFinder {
 public:
   TCurrentSongFinder(Sonivo_FrontEnd* frontEnd, const BMessenger& asker);
@@ -22,6 +23,7 @@ public:
   bool Start();
 
 private:
+  BMessage Searched() const;
   void Find();
   void Watch();
 

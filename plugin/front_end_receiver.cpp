@@ -36,7 +36,7 @@ bool SNFE_Receiver::Handshake() {
   const BMessenger host(kHostSignature);
   if (!host.IsValid()) return false;
   const BMessage question(kMsgHostHandshake);
-  return host.SendMessage(&question, this) == B_OK;
+  return host.SendMessage(&question, this, 0) == B_OK;
 }
 
 void SNFE_Receiver::StartSonivo() {
@@ -58,7 +58,7 @@ void SNFE_Receiver::SendMsg(const BMessage* message) {
     if (Handshake()) snooze(kHandshakeUs);
   }
   const BMessenger host = Host();
-  if (host.IsValid()) host.SendMessage(message, this);
+  if (host.IsValid()) host.SendMessage(message, this, 0);
 }
 
 void SNFE_Receiver::MessageReceived(BMessage* message) {

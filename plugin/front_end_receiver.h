@@ -5,8 +5,8 @@
 
 #include <atomic>
 
-/** Receives the player's answers. Its own thread stores them, others read them under `Lock`.
-    The mailbox of the link. */
+/** Receives the player's answers. Its own thread stores them, others read them under
+    `LockData`. The mailbox of the link. */
 class SNFE_Receiver : public BLooper {
 public:
   SNFE_Receiver();
@@ -15,7 +15,7 @@ public:
   /** First contact: launches the player where that is wanted, and asks for the private messenger. Any thread. */
   void StartSonivo();
   /** Sends a request to the player, repeating the handshake when the player went away; dropped while there is no
-      connection. Any thread, one at a time. */
+      connection, and while a player that hangs has no room for more. Any thread, one at a time. */
   void SendMsg(const BMessage* message);
   void MessageReceived(BMessage* message) override;
 

@@ -11,7 +11,8 @@ namespace {
 
 constexpr int32 kWorkerPriority = 10;
 constexpr bigtime_t kLookUs = 1000;
-/** A wait for an answer has no end, but is taken in slices, so that it can be told to give up. */
+/** A wait for room in the player's queue, or for its answer, has no end, but is taken in slices, so that it can be told
+    to give up. */
 constexpr bigtime_t kSliceUs = 50000;
 constexpr int32 kMaxAnswers = 1000000;
 
@@ -69,28 +70,47 @@ void Sonivo_FrontEnd::SendInfoRequest() {
 }
 
 void Sonivo_FrontEnd::Refresh() {
-  if (fReceiver->HasArrived()) fReceiver->TakeInformation(&fInformation);
+  if (fReceiver->HasArrived()) {
+    THostInformation arrived;
+    fReceiver->TakeInformation(&arrived);
+    acquire_sem(fDataLock);
+    fInformation = arrived;
+    release_sem(fDataLock);
+  }
   if (!fPollInformation) SendInfoRequest();
 }
 
+THostInformation Sonivo_FrontEnd::Information() const {
+  acquire_sem(fDataLock);
+  const THostInformation information = fInformation;
+  release_sem(fDataLock);
+  return information;
+}
+
 int32 Sonivo_FrontEnd::PositionMs() const {
+  const THostInformation information = Information();
   int32 positionMs = 0;
-  std::memcpy(&positionMs, fInformation.bytes + THostInformation::kPositionAt, sizeof positionMs);
+  std::memcpy(&positionMs, information.bytes + THostInformation::kPositionAt, sizeof positionMs);
   return positionMs;
 }
 
 std::string Sonivo_FrontEnd::Title() const {
-  const char* const title = fInformation.bytes + THostInformation::kTitleAt;
+  const THostInformation information = Information();
+  const char* const title = information.bytes + THostInformation::kTitleAt;
   return std::string(title, strnlen(title, THostInformation::kSize - THostInformation::kTitleAt));
 }
 
-bool Sonivo_FrontEnd::Ask(const BMessage& question, BMessage* answer) const {
+bool Sonivo_FrontEnd::Ask(const BMessage& question, BMessage* answer) {
   const BMessenger host(kHostSignature);
   BPendingReply pending;
-  if (host.SendMessage(&question, &pending) != B_OK) return false;
+  status_t sent = B_TIMED_OUT;
+  while (sent == B_TIMED_OUT && !fStopWaiting) sent = host.SendMessage(&question, &pending, kSliceUs);
+  if (sent != B_OK) return false;
   status_t status = B_TIMED_OUT;
   while (status == B_TIMED_OUT && !fStopWaiting) status = pending.Wait(answer, kSliceUs);
-  return status == B_OK && answer->what != B_NO_REPLY_CODE;
+  if (status != B_OK || answer->what == B_NO_REPLY_CODE) return false;
+  ++fAnswers;
+  return true;
 }
 
 int32 Sonivo_FrontEnd::CountEntries() {
@@ -136,7 +156,7 @@ bool get_current_song_entry(Sonivo_FrontEnd* frontEnd, SonivoSongEntry* entry) {
   SonivoSongEntry read;
   int32 index = 0;
   while (index < kMaxAnswers && frontEnd->GetEntry(&read, index) && playing != (read.title ? read.title : "")) ++index;
-  if (frontEnd->CountEntries() == index) {
+  if (index == kMaxAnswers || frontEnd->CountEntries() == index) {
     free_song_entry(&read);
     return false;
   }

@@ -5,14 +5,13 @@
 #include "plugin/sn_thread.h"
 
 #include <atomic>
-#include <functional>
 #include <string>
 
 class BMessage;
 class SNFE_Receiver;
 
 /** The editor's link to the player: play position, title and playlist. A worker thread makes the first contact and may
-    poll; the rest is called by the thread that owns the link. */
+    poll; the thread that owns the link refreshes it; a search may ask for the title and the playlist meanwhile. */
 class Sonivo_FrontEnd : public SNThread {
 public:
   /** `pollInformation`: the worker asks for the record every `intervalUs`. */
@@ -41,23 +40,29 @@ public:
   /** Lets every waiting question give up, now and from now on. Any thread. */
   void StopWaiting() { fStopWaiting = true; }
 
+  /** Grows with every answer to a question of the scripting. Any thread. */
+  int32 CountAnswers() const { return fAnswers; }
+
   bool IsReady() const;
   SNFE_Receiver* Receiver() const { return fReceiver; }
 
 private:
-  bool Ask(const BMessage& question, BMessage* answer) const;
+  bool Ask(const BMessage& question, BMessage* answer);
+  THostInformation Information() const;
 
   SNFE_Receiver* fReceiver;
   sem_id fDataLock;
   const int64 fIntervalUs;
   int32 fPriority = 0;
-  THostInformation fInformation;
+  THostInformation fInformation; // guarded by the data lock
   const bool fPollInformation;
   std::atomic<bool> fStopWaiting{false};
+  std::atomic<int32> fAnswers{0};
 };
 
 /** The playlist entry whose title is the playing one's. Kept as it always was: true also when an answer failed before
-    the list's end, with the last entry read (or an empty one), so look at the file name. Texts belong to the caller. */
+    the list's end, with the last entry read (or an empty one), so look at the file name. Texts belong to the caller.
+    False, too, for a list without an end: the walk stops after a million entries. */
 bool get_current_song_entry(Sonivo_FrontEnd* frontEnd, SonivoSongEntry* entry);
 /** Frees the two texts. */
 void free_song_entry(SonivoSongEntry* entry);

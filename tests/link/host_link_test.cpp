@@ -194,3 +194,43 @@ TEST_F(HostLink, FinderTellsTheLyricsFileOrThatThereIsNone) {
   asker->Lock();
   asker->Quit();
 }
+
+TEST_F(HostLink, APlayerThatAnswersLateIsNotCalledSilent) {
+  const ScratchFolder folder;
+  fHost->SetRecord(1, "song");
+  for (const char* title : {"a", "b", "c", "d"}) fHost->fEntries.push_back({"/m/other.mp3", title});
+  fHost->fEntries.push_back({folder.File("song.mp3"), "song"});
+  fHost->fLateUs = 450000; // longer than the finder's patience in all, not each
+  Connect();
+  RefreshUntilArrived();
+  auto* const asker = new Asker;
+  TCurrentSongFinder finder(fLink.get(), BMessenger(asker));
+  finder.Start();
+  // The window goes on taking positions while the search compares titles.
+  EXPECT_TRUE(soon([&] {
+    fLink->Refresh();
+    return asker->DeliverNext();
+  }));
+  EXPECT_EQ(asker->fWhat, kMsgSongFound);
+  EXPECT_EQ(asker->fRef.name, "song.txt");
+  asker->Lock();
+  asker->Quit();
+}
+
+TEST_F(HostLink, APlayerThatHangsFreezesNobody) {
+  fHost->SetRecord(1, "song");
+  Connect();
+  RefreshUntilArrived();
+  auto* const asker = new Asker;
+  auto finder = std::make_unique<TCurrentSongFinder>(fLink.get(), BMessenger(asker));
+  fHost->Lock(); // it takes nothing from its queue any more
+  for (int i = 0; i < 2 * B_LOOPER_PORT_DEFAULT_CAPACITY; ++i) fLink->Refresh();
+  EXPECT_EQ(fHost->CountMessages(), B_LOOPER_PORT_DEFAULT_CAPACITY);
+  finder->Start();
+  fLink->StopWaiting();
+  finder.reset();
+  fLink.reset();
+  fHost->Unlock();
+  asker->Lock();
+  asker->Quit();
+}

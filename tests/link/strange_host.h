@@ -32,6 +32,7 @@ public:
   std::vector<Entry> fEntries;
   std::atomic<int> fCount{-2}; // -2: the number of entries; -1: no answer's field
   std::atomic<bool> fAnswers{true};
+  std::atomic<bigtime_t> fLateUs{0}; // how late an entry is told
   std::atomic<int> fHandshakes{0};
   std::atomic<int> fPlayed{-1};
   std::atomic<bool> fFaded{false};
@@ -88,6 +89,7 @@ private:
   }
   void Get(BMessage* message) {
     const int32 index = IndexOf(message);
+    snooze(fLateUs);
     BMessage answer(B_REPLY);
     if (index >= 0 && index < static_cast<int32>(fEntries.size())) {
       const Entry& entry = fEntries[static_cast<size_t>(index)];
