@@ -23,9 +23,9 @@ constexpr const char* kCredit = "by the Vesmo Editor team";
 constexpr const char* kStateFolder = "VesmoE";
 constexpr const char* kStateFile = "VesmoE_ExitStates.arc";
 
-char* heap_copy(const std::string& text) {
-  char* const copy = new char[text.size() + 1];
-  std::memcpy(copy, text.c_str(), text.size() + 1);
+std::unique_ptr<char[]> heap_copy(const std::string& text) {
+  auto copy = std::make_unique<char[]>(text.size() + 1);
+  std::memcpy(copy.get(), text.c_str(), text.size() + 1);
   return copy;
 }
 
@@ -50,9 +50,10 @@ void show_missing_key(const char* title, const char* key, const char* button) {
 
 } // namespace
 
-TVesmoE::TVesmoE(PluginConstructorStruct*) {
-  fName = heap_copy(gAppName);
-  fInfo = heap_copy(std::string(gAppName) + "  " + kCredit);
+TVesmoE::TVesmoE(PluginConstructorStruct*)
+    : fNameText(heap_copy(gAppName)), fInfoText(heap_copy(std::string(gAppName) + "  " + kCredit)) {
+  fName = fNameText.get();
+  fInfo = fInfoText.get();
   set_language_alert(show_language_failure);
   TLLT::SetMissingKeyAlert(show_missing_key);
   // The settings choose the language, and both must be there before the manager is.
@@ -85,8 +86,6 @@ TVesmoE::~TVesmoE() {
   destroy(&gIAP);
   destroy(&gLLT);
   destroy(&gPref);
-  delete[] fName;
-  delete[] fInfo;
 }
 
 bool TVesmoE::Init() {

@@ -2,6 +2,8 @@
 
 #include "plugin/general_plugin.h"
 
+#include <memory>
+
 class TVesmoECommMan;
 
 /** The plug-in as the player sees it. Makes the process-wide objects and the manager, and turns the player's calls into
@@ -19,5 +21,9 @@ public:
 
 private:
   void WaitForManager() const;
+
+  /** The texts that the player reads; freed also when the construction fails. */
+  const std::unique_ptr<char[]> fNameText;
+  const std::unique_ptr<char[]> fInfoText;
   TVesmoECommMan* fCommMan;
 };

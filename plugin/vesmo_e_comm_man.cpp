@@ -133,14 +133,21 @@ void TVesmoECommMan::OpenMainWindowRqtd() {
   OpenMainWindow();
 }
 
+bool TVesmoECommMan::LockMainWindow() const {
+  if (fMainWindow == nullptr || !fMainAddress.LockTarget()) return false;
+  // Between the end of its loop and its deletion a window can still be locked.
+  if (fMainAddress.IsValid()) return true;
+  fMainWindow->Unlock();
+  return false;
+}
+
 void TVesmoECommMan::OpenMainWindow() {
   // One that is ending by itself, and whose notice is still on its way, is as good as closed.
-  if (fMainWindow && !fMainAddress.IsValid()) fMainWindow = nullptr;
-  if (fMainWindow == nullptr) {
+  if (!LockMainWindow()) {
     fMainWindow = new TVesmoEWin(gExitState->fWindowFrame, this);
     fMainAddress = BMessenger(fMainWindow);
+    fMainWindow->Lock();
   }
-  if (!fMainAddress.LockTarget()) return;
   if (fMainWindow->IsHidden()) {
     fMainWindow->Show();
     fWindowThreads.push_back(fMainWindow->Thread());
@@ -157,7 +164,7 @@ void TVesmoECommMan::RefsReceived(BMessage* message) {
 
 BMessage TVesmoECommMan::BesideRequest(uint32 code) const {
   BMessage request(code);
-  const bool hasWindow = fMainWindow && fMainAddress.LockTarget();
+  const bool hasWindow = LockMainWindow();
   request.AddBool("BesideDlg", hasWindow);
   if (hasWindow) {
     request.AddRect("WinFrame", fMainWindow->Frame());
@@ -204,14 +211,14 @@ void TVesmoECommMan::IAPChanged(const BMessage& message) {
 }
 
 void TVesmoECommMan::MainWindowClosed(const BMessage& message) {
-  void* window = nullptr;
-  // A late notice of an earlier window says nothing of the present one.
-  if (message.FindPointer("window", &window) == B_OK && window != fMainWindow) return;
+  BMessenger window;
+  // A late notice of an earlier window says nothing of the present one, not even of one at the same place in memory.
+  if (message.FindMessenger("window", &window) == B_OK && window != fMainAddress) return;
   fMainWindow = nullptr;
 }
 
 void TVesmoECommMan::CloseMainWindowRqtd() {
-  if (fMainWindow && fMainAddress.LockTarget()) fMainWindow->Quit();
+  if (LockMainWindow()) fMainWindow->Quit();
   fMainWindow = nullptr;
 }
 

@@ -18,7 +18,7 @@ enum : uint32 {
   kMsgCloseFineTag = 'Scfr',
   kMsgCloseCommonPref = 'Scsr',
   kMsgCloseMain = 'Scmr',
-  kMsgMainClosed = 'mwcl', // pointer "window": which one
+  kMsgMainClosed = 'mwcl', // messenger "window": which one
   kMsgFineTimeTag = 'fttg',
   kMsgHelp = '_hlp',
   kMsgCommonPref = '_scp',
@@ -59,6 +59,8 @@ private:
   bool HandleNotice(BMessage* message);
   BMessage BesideRequest(uint32 code) const;
 
+  /** False when there is no main window, or it is ending. */
+  bool LockMainWindow() const;
   void WaitForWindowThreads();
 
   TVesmoEWin* fMainWindow = nullptr; // null while closed; used only with the window locked by its address

@@ -102,7 +102,7 @@ void TVesmoEWin::Quit() {
   if (fSavePanel) RememberPanelFolder(*fSavePanel);
   // After the record: the manager reads it when it opens the next window.
   BMessage closed('mwcl');
-  closed.AddPointer("window", this);
+  closed.AddMessenger("window", BMessenger(this));
   fManager->PostMessage(&closed);
   BWindow::Quit();
 }
