@@ -84,11 +84,17 @@ std::shared_ptr<Thread> find_record(thread_id id) {
   return found == table().threads.end() ? nullptr : found->second;
 }
 
+/** By value: another thread may give it a new one at any time. */
+std::string name_of(const Thread& thread) {
+  const std::lock_guard lock(table().mutex);
+  return thread.name;
+}
+
 void* thread_main(void* held) {
   const std::shared_ptr<Thread> thread = *static_cast<std::shared_ptr<Thread>*>(held);
   delete static_cast<std::shared_ptr<Thread>*>(held);
   tSelf.thread = thread;
-  pthread_setname_np(pthread_self(), thread->name.substr(0, 15).c_str());
+  pthread_setname_np(pthread_self(), name_of(*thread).substr(0, 15).c_str());
   finish(thread.get(), thread->entry(thread->argument));
   return nullptr;
 }
