@@ -11,5 +11,6 @@ void TFrontEndHost::MessageReceived(BMessage* message) {
   const TInfoRecord record = fNowPlaying->Record();
   BMessage answer(kMsgInformation);
   answer.AddData("Info", B_STRING_TYPE, &record, sizeof record);
+  answer.AddBool("Playing", record.state == TInfoRecord::kPlaying);
   message->SendReply(&answer);
 }

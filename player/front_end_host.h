@@ -16,5 +16,13 @@ private:
 };
 
 /** 'SNVm' to the player: a handshake, answered with 'SNVm' and messenger "Msgr".
-    'SNVi' to that messenger: answered with 'SNVi' and "Info", 124 bytes of type 'CSTR'. */
+    'SNVi' to that messenger: answered with 'SNVi' and "Info", 124 bytes of type 'CSTR', and bool "Playing". */
 enum : uint32 { kMsgHandshake = 'SNVm', kMsgInformation = 'SNVi' };
+
+/** Wishes of a front end, to the player; not answered. */
+enum : uint32 {
+  kMsgWishSeek = 'SNsk',      // int32 "Time": ms, bounded to the song
+  kMsgWishSeekBy = 'SNsr',    // int32 "Time": ms, negative is back; bounded to the song
+  kMsgWishPlayPause = 'SNpp', // starts the song where none is loaded
+  kMsgWishSpeedBy = 'SNsp',   // int32 "Percent": points of the song's own speed; bounded to 25 to 200 of them
+};

@@ -7,7 +7,10 @@
 
 /** What the player tells of itself, 124 bytes in the machine's own byte order. */
 struct TInfoRecord {
-  int32 state = 0;      // 0 stopped, 1 playing, 2 paused
+  static constexpr int32 kStopped = 0;
+  static constexpr int32 kPlaying = 1;
+  static constexpr int32 kPaused = 2;
+  int32 state = kStopped;
   int32 positionMs = 0; // the moment of the song that is heard
   int32 durationMs = 0;
   char title[112] = {}; // ends at a NUL

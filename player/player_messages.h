@@ -7,8 +7,8 @@ enum : unsigned int {
   kMsgPrevious = 'plpv',
   kMsgPlaySong = 'plgo', // int32 "index"
   kMsgSeek = 'plsk',     // int32 "positionMs"
-  kMsgVolume = 'plvo',   // float "percent"
-  kMsgSpeed = 'plsp',    // float "speed"
+  kMsgVolume = 'plvo',   // int32 "percent"
+  kMsgSpeed = 'plsp',    // int32 "percent"
   kMsgAddSongs = 'plad', // string "path", one or more
   kMsgWindowCloses = 'plwc',
   // From the sound; int64 "load" throughout.

@@ -11,8 +11,8 @@ struct TPlayerState {
   int32 current = -1;
   bool isPlaying = false;
   int32 durationMs = 0;
-  double speed = 1;
-  double volume = 100;
+  int32 speedPercent = 100;
+  int32 volumePercent = 100;
   /** What went wrong last; empty when nothing did. */
   std::string fault;
 };

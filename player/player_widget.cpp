@@ -17,12 +17,16 @@
 
 namespace {
 
-constexpr double kSpeeds[] = {0.25, 0.5, 0.75, 0.9, 1, 1.1, 1.25, 1.5, 2};
+constexpr int kSpeedsPercent[] = {25, 50, 75, 90, 100, 110, 125, 150, 200};
 constexpr int kSeekStepMs = 5000;
 
 QString clock_text(int32 positionMs) {
   const int32 seconds = positionMs / 1000;
   return QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0'));
+}
+
+QString speed_text(int percent) {
+  return QStringLiteral("%1×").arg(percent / 100.0);
 }
 
 /** A slider that goes where it is clicked. */
@@ -112,12 +116,12 @@ void TPlayerWidget::MakeControls() {
   row->addStretch(1);
 
   fSpeed = new QComboBox;
-  for (const double speed : kSpeeds) fSpeed->addItem(QStringLiteral("%1×").arg(speed), speed);
+  for (const int percent : kSpeedsPercent) fSpeed->addItem(speed_text(percent), percent);
   fSpeed->setToolTip(tr("Speed; the pitch is kept"));
   fSpeed->setAccessibleName(tr("Speed"));
   fSpeed->setFocusPolicy(Qt::TabFocus);
   connect(fSpeed, &QComboBox::activated, this,
-          [this] { SendNumber(kMsgSpeed, "speed", fSpeed->currentData().toFloat()); });
+          [this] { SendInt(kMsgSpeed, "percent", fSpeed->currentData().toInt()); });
   row->addWidget(fSpeed);
 
   auto* const sign = new QLabel;
@@ -129,8 +133,7 @@ void TPlayerWidget::MakeControls() {
   fVolume->setToolTip(tr("Volume"));
   fVolume->setAccessibleName(tr("Volume"));
   fVolume->setFocusPolicy(Qt::TabFocus);
-  connect(fVolume, &QSlider::valueChanged, this,
-          [this](int value) { SendNumber(kMsgVolume, "percent", static_cast<float>(value)); });
+  connect(fVolume, &QSlider::valueChanged, this, [this](int value) { SendInt(kMsgVolume, "percent", value); });
   row->addWidget(fVolume);
   static_cast<QVBoxLayout*>(layout())->addLayout(row);
 }
@@ -140,11 +143,8 @@ void TPlayerWidget::MakeList() {
   fList->setAccessibleName(tr("Playlist"));
   fList->setUniformItemSizes(true);
   fList->setAlternatingRowColors(true);
-  connect(fList, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
-    BMessage message(kMsgPlaySong);
-    message.AddInt32("index", fList->row(item));
-    fPlayer.SendMessage(&message, BMessenger(), 0);
-  });
+  connect(fList, &QListWidget::itemActivated, this,
+          [this](QListWidgetItem* item) { SendInt(kMsgPlaySong, "index", fList->row(item)); });
   static_cast<QVBoxLayout*>(layout())->addWidget(fList, 1);
 }
 
@@ -171,11 +171,12 @@ void TPlayerWidget::ShowState(const TPlayerState& state) {
   fTotal->setText(clock_text(state.durationMs));
   fSeekBar->setRange(0, state.durationMs);
   fSeekBar->setEnabled(hasSong);
-  const int speedIndex = fSpeed->findData(state.speed);
-  if (speedIndex >= 0) fSpeed->setCurrentIndex(speedIndex);
+  // A speed between those of the list shows in its place, but is none of it.
+  fSpeed->setPlaceholderText(speed_text(state.speedPercent));
+  fSpeed->setCurrentIndex(fSpeed->findData(state.speedPercent));
   if (!fVolume->isSliderDown()) {
     const QSignalBlocker quiet(fVolume);
-    fVolume->setValue(static_cast<int>(state.volume));
+    fVolume->setValue(state.volumePercent);
   }
   ShowSongs(state);
 }
@@ -219,14 +220,12 @@ void TPlayerWidget::Send(uint32 command) const {
   fPlayer.SendMessage(&message, BMessenger(), 0);
 }
 
-void TPlayerWidget::SendNumber(uint32 command, const char* name, float value) const {
+void TPlayerWidget::SendInt(uint32 command, const char* name, int32 value) const {
   BMessage message(command);
-  message.AddFloat(name, value);
+  message.AddInt32(name, value);
   fPlayer.SendMessage(&message, BMessenger(), 0);
 }
 
 void TPlayerWidget::SendSeek(int positionMs) const {
-  BMessage message(kMsgSeek);
-  message.AddInt32("positionMs", positionMs);
-  fPlayer.SendMessage(&message, BMessenger(), 0);
+  SendInt(kMsgSeek, "positionMs", positionMs);
 }

@@ -32,7 +32,7 @@ private:
   QToolButton* MakeButton(const QString& iconName, const QString& tip, uint32 command);
   void ShowSongs(const TPlayerState& state);
   void Send(uint32 command) const;
-  void SendNumber(uint32 command, const char* name, float value) const;
+  void SendInt(uint32 command, const char* name, int32 value) const;
   void SendSeek(int positionMs) const;
 
   const BMessenger fPlayer;

@@ -19,11 +19,13 @@ constexpr bigtime_t kTickUs = 100000;
 constexpr bigtime_t kFirstSongDelayUs = 250000;
 /** "Previous" within the first moments of a song goes to the song before, later to the song's start. */
 constexpr int32 kPreviousGoesBackMs = 3000;
+constexpr int64 kSlowestPercent = 25;
+constexpr int64 kFastestPercent = 200;
 
 } // namespace
 
-TSonivoApp::TSonivoApp(TCommandLine commandLine)
-    : BApplication(kSignature), fCommandLine(std::move(commandLine)), fSource(make_mpv_source(this)),
+TSonivoApp::TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource)
+    : BApplication(kSignature), fCommandLine(std::move(commandLine)), fSource(makeSource(this)),
       fNowPlaying(fSource.get()), fHost(new TFrontEndHost(&fNowPlaying)) {
   for (const std::string& song : fCommandLine.songs) fPlaylist.Add(song);
   fHost->Run();
@@ -36,7 +38,6 @@ TSonivoApp::~TSonivoApp() {
 
 void TSonivoApp::MessageReceived(BMessage* message) {
   int32 number = 0;
-  float real = 0;
   switch (message->what) {
   case kMsgStart:
     return Start();
@@ -55,10 +56,10 @@ void TSonivoApp::MessageReceived(BMessage* message) {
     if (message->FindInt32("positionMs", &number) == B_OK) Seek(number);
     return;
   case kMsgSpeed:
-    if (message->FindFloat("speed", &real) == B_OK) SetSpeed(real);
+    if (message->FindInt32("percent", &number) == B_OK) SetSpeed(number);
     return;
   case kMsgVolume:
-    if (message->FindFloat("percent", &real) == B_OK) SetVolume(real);
+    if (message->FindInt32("percent", &number) == B_OK) SetVolume(number);
     return;
   case kMsgAddSongs:
     return AddSongs(*message);
@@ -77,7 +78,7 @@ void TSonivoApp::MessageReceived(BMessage* message) {
   case B_REPLY:
     return WindowAnswered(*message);
   default:
-    if (!HandleScript(message)) BApplication::MessageReceived(message);
+    if (!HandleWish(*message) && !HandleScript(message)) BApplication::MessageReceived(message);
   }
 }
 
@@ -132,22 +133,22 @@ void TSonivoApp::PlayNeighbour(int32 direction) {
   PlaySong(fPlaylist.Neighbour(direction), false);
 }
 
-void TSonivoApp::Seek(int32 positionMs) {
+void TSonivoApp::Seek(int64 positionMs) {
   if (!fIsLoaded) return;
-  const int32 bounded = std::clamp(positionMs, int32{0}, std::max(fState.durationMs, int32{0}));
+  const auto bounded = static_cast<int32>(std::clamp<int64>(positionMs, 0, std::max(fState.durationMs, int32{0})));
   fSource->SeekTo(bounded);
-  fWindow->ShowPosition(bounded);
+  if (fWindow) fWindow->ShowPosition(bounded);
 }
 
-void TSonivoApp::SetSpeed(float speed) {
-  fState.speed = std::clamp(static_cast<double>(speed), 0.25, 2.0);
-  fSource->SetSpeed(fState.speed);
+void TSonivoApp::SetSpeed(int64 percent) {
+  fState.speedPercent = static_cast<int32>(std::clamp(percent, kSlowestPercent, kFastestPercent));
+  fSource->SetSpeed(fState.speedPercent / 100.0);
   StateChanged();
 }
 
-void TSonivoApp::SetVolume(float percent) {
-  fState.volume = std::clamp(static_cast<double>(percent), 0.0, 100.0);
-  fSource->SetVolume(fState.volume);
+void TSonivoApp::SetVolume(int32 percent) {
+  fState.volumePercent = std::clamp(percent, int32{0}, int32{100});
+  fSource->SetVolume(fState.volumePercent);
 }
 
 void TSonivoApp::AddSongs(const BMessage& message) {
@@ -207,10 +208,12 @@ void TSonivoApp::TellFault(const std::string& fault) {
 
 void TSonivoApp::StateChanged() {
   const TSong* const song = fPlaylist.CurrentSong();
-  const int32 state = !fIsLoaded ? 0 : fState.isPlaying ? 1 : 2;
+  const int32 playing = fState.isPlaying ? TInfoRecord::kPlaying : TInfoRecord::kPaused;
+  const int32 state = fIsLoaded ? playing : TInfoRecord::kStopped;
   fNowPlaying.Set(state, fState.durationMs, song ? song->title : std::string());
   fState.songs = fPlaylist.Songs();
   fState.current = fPlaylist.Current();
+  if (fWindow == nullptr) return;
   fWindow->ShowState(fState);
   const std::string title = song ? "Sonivo – " + song->title : "Sonivo";
   if (fWindow->Lock()) {

@@ -7,6 +7,7 @@
 #include "player/plugin_loader.h"
 #include "player/song_source.h"
 
+#include <functional>
 #include <memory>
 
 class BMessageRunner;
@@ -17,7 +18,8 @@ class TPlayerWindow;
    it in the window, and answers front ends and scripts. */
 class TSonivoApp : public BApplication, private TSongEvents {
 public:
-  explicit TSonivoApp(TCommandLine commandLine);
+  using TSourceMaker = std::function<std::unique_ptr<TSongSource>(TSongEvents*)>;
+  explicit TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource = make_mpv_source);
   ~TSonivoApp() override;
 
   void MessageReceived(BMessage* message) override;
@@ -30,9 +32,9 @@ private:
   void PlayPause();
   void PlaySong(int32 index, bool paused);
   void PlayNeighbour(int32 direction);
-  void Seek(int32 positionMs);
-  void SetSpeed(float speed);
-  void SetVolume(float percent);
+  void Seek(int64 positionMs);
+  void SetSpeed(int64 percent);
+  void SetVolume(int32 percent);
   void AddSongs(const BMessage& message);
   void Loaded(const BMessage& message);
   void Ended(const BMessage& message);
@@ -43,6 +45,7 @@ private:
 
   // sonivo_scripting.cpp: the answers to front ends and scripts.
   void Handshake(const BMessage& message) const;
+  bool HandleWish(const BMessage& message);
   bool HandleScript(BMessage* message);
   void CountEntries(const BMessage& message) const;
   void GetEntry(const BMessage& message, int32 index) const;
@@ -65,7 +68,7 @@ private:
   std::unique_ptr<TSongSource> fSource;
   TNowPlaying fNowPlaying;
   TFrontEndHost* fHost;
-  TPlayerWindow* fWindow = nullptr;
+  TPlayerWindow* fWindow = nullptr; // until the start, and after the end
   TPluginLoader fPlugins;
   std::unique_ptr<BMessageRunner> fTicker;
   std::unique_ptr<BMessageRunner> fStarter;

@@ -12,6 +12,26 @@ void TSonivoApp::Handshake(const BMessage& message) const {
   message.SendReply(&answer);
 }
 
+bool TSonivoApp::HandleWish(const BMessage& message) {
+  int32 number = 0;
+  switch (message.what) {
+  case kMsgWishSeek:
+    if (message.FindInt32("Time", &number) == B_OK) Seek(number);
+    return true;
+  case kMsgWishSeekBy:
+    if (message.FindInt32("Time", &number) == B_OK) Seek(int64{fSource->PositionMs()} + number);
+    return true;
+  case kMsgWishPlayPause:
+    PlayPause();
+    return true;
+  case kMsgWishSpeedBy:
+    if (message.FindInt32("Percent", &number) == B_OK) SetSpeed(int64{fState.speedPercent} + number);
+    return true;
+  default:
+    return false;
+  }
+}
+
 namespace {
 
 /** Takes the specifier in force off when it names `property` in that form. */

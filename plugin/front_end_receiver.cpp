@@ -77,8 +77,11 @@ void SNFE_Receiver::StoreInformation(const BMessage& message) {
   ssize_t size = 0;
   if (message.FindData("Info", B_STRING_TYPE, &bytes, &size) != B_OK) return;
   if (size < static_cast<ssize_t>(THostInformation::kSize)) return;
+  bool isPlaying = false;
+  const bool tells = message.FindBool("Playing", &isPlaying) == B_OK;
   LockData();
   std::memcpy(fInformation.bytes, bytes, THostInformation::kSize);
+  fInformation.isPlaying = tells ? std::optional(isPlaying) : std::nullopt;
   fArrived = true;
   UnlockData();
 }

@@ -22,6 +22,16 @@ char* heap_copy(const std::string& text) {
   return copy;
 }
 
+status_t wish(const BMessage& message) {
+  return BMessenger(kHostSignature).SendMessage(&message, BMessenger(), 0) == B_OK ? B_OK : -1;
+}
+
+status_t wish(uint32 what, const char* field, int32 value) {
+  BMessage message(what);
+  message.AddInt32(field, value);
+  return wish(message);
+}
+
 } // namespace
 
 Sonivo_FrontEnd::Sonivo_FrontEnd(bool pollInformation, int64 intervalUs)
@@ -148,6 +158,22 @@ void Sonivo_FrontEnd::PlayThis(int32 index, bool fade) {
   command.AddSpecifier("Entry", index);
   command.AddSpecifier("Playlist");
   BMessenger(kHostSignature).SendMessage(&command);
+}
+
+status_t Sonivo_FrontEnd::SeekTo(int32 positionMs) const {
+  return wish(kMsgHostSeek, "Time", positionMs);
+}
+
+status_t Sonivo_FrontEnd::SeekBy(int32 differenceMs) const {
+  return wish(kMsgHostSeekBy, "Time", differenceMs);
+}
+
+status_t Sonivo_FrontEnd::PlayPause() const {
+  return wish(BMessage(kMsgHostPlayPause));
+}
+
+status_t Sonivo_FrontEnd::ChangeSpeed(int32 percent) const {
+  return wish(kMsgHostSpeedBy, "Percent", percent);
 }
 
 bool get_current_song_entry(Sonivo_FrontEnd* frontEnd, SonivoSongEntry* entry) {

@@ -5,6 +5,7 @@
 #include "plugin/sn_thread.h"
 
 #include <atomic>
+#include <optional>
 #include <string>
 
 class BMessage;
@@ -30,6 +31,8 @@ public:
   /** Of the last record taken over. */
   int32 PositionMs() const;
   std::string Title() const;
+  /** Nothing when the player does not tell. */
+  std::optional<bool> IsPlaying() const { return Information().isPlaying; }
 
   /** Scripting: each waits for the player without a limit, but gives up as soon as `StopWaiting` was called.
       -1 without an answer. */
@@ -37,6 +40,15 @@ public:
   /** Fills the record only when the answer is whole; frees the texts that it held. */
   bool GetEntry(SonivoSongEntry* entry, int32 index);
   void PlayThis(int32 index, bool fade);
+
+  /** Wishes: they never wait and are not answered; a player that does not know them leaves them alone.
+      -1 when there is no player, or none with room for them. Any thread. */
+  status_t SeekTo(int32 positionMs) const;
+  status_t SeekBy(int32 differenceMs) const;
+  status_t PlayPause() const;
+  /** By so many points of the song's own speed. */
+  status_t ChangeSpeed(int32 percent) const;
+
   /** Lets every waiting question give up, now and from now on. Any thread. */
   void StopWaiting() { fStopWaiting = true; }
 

@@ -13,7 +13,7 @@
 namespace {
 
 bool soon(const std::function<bool()>& holds) {
-  for (int i = 0; i < 3000; ++i) {
+  for (int i = 0; i < 30000; ++i) {
     if (holds()) return true;
     snooze(1000);
   }
@@ -43,10 +43,18 @@ protected:
     ASSERT_TRUE(soon([this] { return fHost->fHandshakes > 0; }));
     ASSERT_TRUE(fLink->IsReady());
   }
+  /** Whether an answer has arrived, once the player has answered all that it was asked. */
+  bool HasArrived() const {
+    const BMessage nothing('none');
+    BMessage answer;
+    BMessenger(fHost).SendMessage(&nothing, &answer);
+    BMessenger(fLink->Receiver()).SendMessage(&nothing, &answer);
+    return fLink->Receiver()->HasArrived();
+  }
   /** Asks, and takes what has come. */
   void RefreshUntilArrived() {
     fLink->Refresh();
-    soon([this] { return fLink->Receiver()->HasArrived(); });
+    while (!HasArrived()) fLink->Refresh(); // the connection may still be in the making
     fLink->Refresh();
   }
   SonivoSongEntry Current(bool expected) {
@@ -76,7 +84,7 @@ TEST_F(HostLink, OneRefreshTakesTheAnswerToTheOneBefore) {
   RefreshUntilArrived();
   EXPECT_EQ(fLink->PositionMs(), 1000);
   EXPECT_EQ(fLink->Title(), "first");
-  ASSERT_TRUE(soon([this] { return fLink->Receiver()->HasArrived(); }));
+  ASSERT_TRUE(HasArrived());
   fHost->SetRecord(2000, "second");
   fLink->Refresh();
   EXPECT_EQ(fLink->PositionMs(), 1000) << "asked for before the song went on";
@@ -86,25 +94,41 @@ TEST_F(HostLink, ShortAnswersAreIgnoredAndLongOnesCut) {
   fHost->SetRecord(1000, "t");
   Connect();
   RefreshUntilArrived();
-  soon([this] { return fLink->Receiver()->HasArrived(); });
-  fLink->Refresh();
-  snooze(5000);
-  fLink->Refresh(); // nothing of the right answers is on its way any more but one
+  EXPECT_EQ(fLink->PositionMs(), 1000);
   for (const size_t size : {size_t{123}, size_t{1}, size_t{0}}) {
-    soon([this] { return fLink->Receiver()->HasArrived(); });
-    fLink->Refresh();
     fHost->SetRecord(5555, "wrong", size);
-    snooze(5000);
     fLink->Refresh();
-    snooze(5000);
-    fLink->Refresh();
+    EXPECT_FALSE(HasArrived()) << size;
     EXPECT_EQ(fLink->PositionMs(), 1000) << size;
   }
   fHost->SetRecord(7000, std::string(200, 'x'), 500);
   RefreshUntilArrived();
-  RefreshUntilArrived();
   EXPECT_EQ(fLink->PositionMs(), 7000);
   EXPECT_EQ(fLink->Title(), std::string(112, 'x')) << "ends with the record";
+}
+
+TEST_F(HostLink, TellsWhetherTheSongPlaysAsFarAsThePlayerDoes) {
+  fHost->SetRecord(1000, "t");
+  Connect();
+  for (const std::optional<bool> told : {std::optional(true), std::optional(false), std::optional<bool>()}) {
+    fHost->SetPlaying(told);
+    HasArrived();
+    RefreshUntilArrived();
+    EXPECT_EQ(fLink->IsPlaying(), told);
+  }
+}
+
+TEST_F(HostLink, WishesReachThePlayer) {
+  Connect();
+  EXPECT_EQ(fLink->SeekTo(61230), B_OK);
+  EXPECT_EQ(fLink->SeekBy(-2000), B_OK);
+  EXPECT_EQ(fLink->PlayPause(), B_OK);
+  EXPECT_EQ(fLink->ChangeSpeed(-5), B_OK);
+  HasArrived(); // all before it has been handled
+  EXPECT_EQ(fHost->Wishes(),
+            (std::vector<StrangeHost::Wish>{{'SNsk', 61230}, {'SNsr', -2000}, {'SNpp', -1}, {'SNsp', -5}}));
+  StopHost();
+  EXPECT_EQ(fLink->PlayPause(), -1) << "there is no player";
 }
 
 TEST_F(HostLink, HandshakeIsRepeatedWhenThePlayerComesBack) {
@@ -226,6 +250,7 @@ TEST_F(HostLink, APlayerThatHangsFreezesNobody) {
   fHost->Lock(); // it takes nothing from its queue any more
   for (int i = 0; i < 2 * B_LOOPER_PORT_DEFAULT_CAPACITY; ++i) fLink->Refresh();
   EXPECT_EQ(fHost->CountMessages(), B_LOOPER_PORT_DEFAULT_CAPACITY);
+  EXPECT_EQ(fLink->PlayPause(), -1) << "there is no room for a wish";
   finder->Start();
   fLink->StopWaiting();
   finder.reset();

@@ -7,7 +7,9 @@
 #include <atomic>
 #include <cstring>
 #include <mutex>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 /** A player that answers as it is told to: rightly, late, short, or never. */
@@ -29,6 +31,16 @@ public:
     std::string title;
     bool whole = true;
   };
+  using Wish = std::pair<uint32, int32>; // the code, and its number or -1
+  std::vector<Wish> Wishes() {
+    const std::lock_guard lock(fMutex);
+    return fWishes;
+  }
+  /** What it tells beside the record; without it, as players do that know nothing of the field. */
+  void SetPlaying(std::optional<bool> isPlaying) {
+    const std::lock_guard lock(fMutex);
+    fIsPlaying = isPlaying;
+  }
   std::vector<Entry> fEntries;
   std::atomic<int> fCount{-2}; // -2: the number of entries; -1: no answer's field
   std::atomic<bool> fAnswers{true};
@@ -53,6 +65,11 @@ public:
       return Get(message);
     case B_EXECUTE_PROPERTY:
       return Execute(message);
+    case kMsgHostSeek:
+    case kMsgHostSeekBy:
+    case kMsgHostPlayPause:
+    case kMsgHostSpeedBy:
+      return Keep(*message);
     default:
       BApplication::MessageReceived(message);
     }
@@ -69,7 +86,14 @@ private:
     BMessage answer(kMsgHostInformation);
     const std::lock_guard lock(fMutex);
     if (!fRecord.empty()) answer.AddData("Info", B_STRING_TYPE, fRecord.data(), fRecord.size());
+    if (fIsPlaying) answer.AddBool("Playing", *fIsPlaying);
     message.SendReply(&answer);
+  }
+  void Keep(const BMessage& wish) {
+    int32 number = -1;
+    if (wish.FindInt32("Time", &number) != B_OK) wish.FindInt32("Percent", &number);
+    const std::lock_guard lock(fMutex);
+    fWishes.emplace_back(wish.what, number);
   }
   void Count(const BMessage& message) {
     BMessage answer(B_REPLY);
@@ -108,7 +132,9 @@ private:
     fPlayed = IndexOf(message);
   }
 
-  std::mutex fMutex; // guards the record
+  std::mutex fMutex; // guards the three below
   std::string fRecord;
+  std::optional<bool> fIsPlaying;
+  std::vector<Wish> fWishes;
   std::vector<BMessage> fUnanswered;
 };

@@ -1,0 +1,154 @@
+/** What front ends wish of the player, and what it tells of itself then; its sound is one that only keeps account. */
+
+#include "platform/app/message.h"
+#include "platform/app/messenger.h"
+#include "platform/kernel/threads.h"
+#include "player/front_end_host.h"
+#include "player/sonivo_app.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstring>
+
+namespace {
+
+constexpr const char* kSignature = "application/x-vnd.Marvik-Sonivo";
+constexpr int32 kDurationMs = 60000;
+
+struct TAccount {
+  std::atomic<int32> positionMs{0};
+  std::atomic<double> speed{1};
+  std::atomic<int> seeks{0};
+};
+
+/** Every song is found, a minute long, and stays where it was sought to. */
+class TStillSource : public TSongSource {
+public:
+  TStillSource(TSongEvents* events, TAccount* account) : fEvents(events), fAccount(account) {}
+  int64 Load(const std::string&, bool) override {
+    fEvents->SongLoaded(++fLoads, {"title", "", kDurationMs});
+    return fLoads;
+  }
+  void Stop() override {}
+  void SetPaused(bool) override {}
+  void SeekTo(int32 positionMs) override {
+    ++fAccount->seeks;
+    fAccount->positionMs = positionMs;
+  }
+  void SetSpeed(double speed) override { fAccount->speed = speed; }
+  void SetVolume(double) override {}
+  int32 PositionMs() override { return fAccount->positionMs; }
+
+private:
+  TSongEvents* const fEvents;
+  TAccount* const fAccount;
+  int64 fLoads = 0;
+};
+
+class Wishes : public testing::Test {
+protected:
+  Wishes() : fThread(fApp->Run()) {}
+  ~Wishes() override {
+    fApp->PostMessage(B_QUIT_REQUESTED);
+    wait_for_thread(fThread, nullptr);
+  }
+
+  static TCommandLine OneSong() {
+    TCommandLine line;
+    line.songs = {"/music/song.mp3"};
+    return line;
+  }
+
+  static void Wish(uint32 what) { BMessenger(kSignature).SendMessage(what); }
+  static void Wish(uint32 what, const char* field, int32 value) {
+    BMessage wish(what);
+    wish.AddInt32(field, value);
+    BMessenger(kSignature).SendMessage(&wish);
+  }
+  /** Asks for the record once everything that was wished before is done. */
+  static BMessage Tell() {
+    const BMessage question(kMsgHandshake);
+    BMessage handshake;
+    BMessenger(kSignature).SendMessage(&question, &handshake);
+    BMessenger host;
+    EXPECT_EQ(handshake.FindMessenger("Msgr", &host), B_OK);
+    const BMessage request(kMsgInformation);
+    BMessage answer;
+    host.SendMessage(&request, &answer);
+    return answer;
+  }
+  static bool IsPlaying() {
+    bool isPlaying = false;
+    EXPECT_EQ(Tell().FindBool("Playing", &isPlaying), B_OK);
+    return isPlaying;
+  }
+  static int32 PositionMs() {
+    const BMessage told = Tell();
+    const void* record = nullptr;
+    ssize_t size = 0;
+    int32 positionMs = -1;
+    EXPECT_EQ(told.FindData("Info", B_STRING_TYPE, &record, &size), B_OK);
+    std::memcpy(&positionMs, static_cast<const char*>(record) + 4, sizeof positionMs);
+    return positionMs;
+  }
+
+  TAccount fAccount;
+  TSonivoApp* fApp = new TSonivoApp(
+      OneSong(), [this](TSongEvents* events) { return std::make_unique<TStillSource>(events, &fAccount); });
+  thread_id fThread;
+};
+
+} // namespace
+
+TEST_F(Wishes, PlayAndPauseTakeTurnsAndAreTold) {
+  EXPECT_FALSE(IsPlaying()) << "nothing is loaded";
+  Wish(kMsgWishPlayPause);
+  EXPECT_TRUE(IsPlaying());
+  Wish(kMsgWishPlayPause);
+  EXPECT_FALSE(IsPlaying());
+}
+
+TEST_F(Wishes, SeeksStayWithinTheSong) {
+  Wish(kMsgWishPlayPause);
+  IsPlaying(); // the news of the song is on its way to the player now, ahead of what follows
+  struct {
+    uint32 wish;
+    int32 timeMs;
+    int32 positionMs;
+  } const kSeeks[] = {
+      {kMsgWishSeek, 5000, 5000},
+      {kMsgWishSeekBy, 2000, 7000},
+      {kMsgWishSeekBy, -3000, 4000},
+      {kMsgWishSeekBy, -5000, 0},
+      {kMsgWishSeek, kDurationMs + 1, kDurationMs},
+      {kMsgWishSeek, -1, 0},
+      {kMsgWishSeekBy, INT32_MAX, kDurationMs},
+      {kMsgWishSeekBy, INT32_MAX, kDurationMs},
+      {kMsgWishSeekBy, INT32_MIN, 0},
+  };
+  for (const auto& seek : kSeeks) {
+    Wish(seek.wish, "Time", seek.timeMs);
+    EXPECT_EQ(PositionMs(), seek.positionMs) << seek.timeMs;
+  }
+  const int seeks = fAccount.seeks;
+  Wish(kMsgWishSeek);
+  Wish(kMsgWishSeekBy, "time", 1000);
+  PositionMs();
+  EXPECT_EQ(fAccount.seeks, seeks) << "a wish without its field is none";
+}
+
+TEST_F(Wishes, NothingIsSoughtWithoutASong) {
+  Wish(kMsgWishSeek, "Time", 5000);
+  EXPECT_EQ(PositionMs(), 0);
+  EXPECT_EQ(fAccount.seeks, 0);
+}
+
+TEST_F(Wishes, SpeedGoesByPointsWithinItsBounds) {
+  for (const auto& [points, speed] :
+       {std::pair{5, 1.05}, {-15, 0.9}, {-100, 0.25}, {-5, 0.25}, {5, 0.3}, {INT32_MAX, 2.0}}) {
+    Wish(kMsgWishSpeedBy, "Percent", points);
+    IsPlaying();
+    EXPECT_DOUBLE_EQ(fAccount.speed, speed) << points;
+  }
+}
