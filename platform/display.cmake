@@ -24,6 +24,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/string_label.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/string_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/text_area.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/text_bytes.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/text_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/text_runs.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/view_peer.cpp

@@ -1,23 +1,51 @@
 #include "platform/display/text_area.h"
 
 #include "platform/app/message.h"
+#include "platform/display/text_bytes.h"
 #include "platform/display/view_peer.h"
 
+#include <QContextMenuEvent>
 #include <QInputMethodEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QTextBlock>
 #include <QTextLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace display {
 
 namespace {
 
-/** Blocks off the screen are laid out only when asked for. */
-int lines_in(const QTextDocument& document, const QTextBlock& block) {
-  document.documentLayout()->blockBoundingRect(block);
-  return std::max(1, block.layout()->lineCount());
+/** Line feeds alone part lines; a NUL would end the text. */
+QString with_line_feeds(QString text) {
+  return text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
+      .replace(QLatin1Char('\r'), QLatin1Char('\n'))
+      .replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'))
+      .replace(QChar(QChar::LineSeparator), QLatin1Char('\n'))
+      .remove(QChar(QChar::Null));
+}
+
+/** The text of blocks as the control holds it. */
+QString raw_text(const QTextDocument& document, int first, int count) {
+  QString text;
+  QTextBlock block = document.findBlockByNumber(first);
+  for (int i = 0; i < count && block.isValid(); ++i, block = block.next()) {
+    if (i > 0) text += QChar(QChar::ParagraphSeparator);
+    text += block.text();
+  }
+  return text;
+}
+
+int common_start(QStringView left, QStringView right) {
+  const auto [end, _] = std::mismatch(left.begin(), left.end(), right.begin(), right.end());
+  return static_cast<int>(end - left.begin());
+}
+
+int common_end(QStringView left, QStringView right) {
+  const auto end = std::mismatch(left.rbegin(), left.rend(), right.rbegin(), right.rend()).first;
+  return static_cast<int>(end - left.rbegin());
 }
 
 } // namespace
@@ -25,12 +53,99 @@ int lines_in(const QTextDocument& document, const QTextBlock& block) {
 TextArea::TextArea(const BMessenger& view) : fView(view) {
   setTabChangesFocus(true);
   setFrameShape(NoFrame);
+  setUndoRedoEnabled(false); // the program keeps the history
+  connect(document(), &QTextDocument::contentsChange, this,
+          [this](int position, int, int added) { NoteChange(position, added); });
+}
+
+void TextArea::SetBytes(const std::string& text) {
+  fTellsChanges = false;
+  setPlainText(text_from_bytes(text));
+  fTellsChanges = true;
+  fChanges.clear();
+}
+
+/** The blocks between the change's first and last are new; how many they were before, the whole number tells. */
+void TextArea::NoteChange(int position, int added) {
+  const int before = std::exchange(fBlockCount, document()->blockCount());
+  if (!fTellsChanges) return;
+  text_change change;
+  change.first = document()->findBlock(position).blockNumber();
+  const QTextBlock end = document()->findBlock(position + added);
+  const int last = end.isValid() ? end.blockNumber() : fBlockCount - 1;
+  change.removed = last - change.first + 1 + before - fBlockCount;
+  change.count = fBlockCount;
+  QTextBlock block = document()->findBlockByNumber(change.first);
+  for (int i = change.first; i <= last; ++i, block = block.next())
+    change.lines.push_back(bytes_from_text(block.text()));
+  fChanges.push_back(std::move(change));
+  const BMessage changed(DISPLAY_TEXT_CHANGED);
+  if (!fHasTold) fHasTold = fView.SendMessage(&changed, BMessenger(), 0) == B_OK;
+}
+
+std::vector<text_change> TextArea::TakeChanges() {
+  fHasTold = false;
+  return std::exchange(fChanges, {});
+}
+
+bool TextArea::ReplaceLines(const text_change& change) {
+  if (!fChanges.empty()) return false;
+  QString lines;
+  for (const std::string& line : change.lines) lines += text_from_bytes(line) + QChar(QChar::ParagraphSeparator);
+  // Whole lines go with the line end behind them; behind the last line there is none, so theirs in front goes.
+  const int end = std::min(change.first + change.removed, fBlockCount);
+  QString old = raw_text(*document(), change.first, end - change.first);
+  int start = change.first < fBlockCount ? document()->findBlockByNumber(change.first).position()
+                                         : document()->characterCount() - 1;
+  if (end < fBlockCount && change.removed > 0) old += QChar(QChar::ParagraphSeparator);
+  if (end == fBlockCount) {
+    lines.chop(lines.isEmpty() ? 0 : 1);
+    if (change.first >= fBlockCount) {
+      lines.prepend(QChar(QChar::ParagraphSeparator));
+    } else if (change.lines.empty() && change.first > 0) {
+      old.prepend(QChar(QChar::ParagraphSeparator));
+      --start;
+    }
+  }
+  const int same = common_start(old, lines);
+  const int sameEnd = common_end(QStringView(old).sliced(same), QStringView(lines).sliced(same));
+  QTextCursor caret(document());
+  caret.setPosition(start + same);
+  caret.setPosition(start + static_cast<int>(old.size()) - sameEnd, QTextCursor::KeepAnchor);
+  fTellsChanges = false;
+  caret.insertText(lines.sliced(same, lines.size() - same - sameEnd));
+  fTellsChanges = true;
+  setTextCursor(caret);
+  ensureCursorVisible();
+  return true;
+}
+
+/** Undoing is the program's: its shortcuts are for the menus, its items not for the context menu. */
+bool TextArea::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    auto* const key = static_cast<QKeyEvent*>(event);
+    if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+      event->ignore();
+      return true;
+    }
+  }
+  return QPlainTextEdit::event(event);
+}
+
+void TextArea::contextMenuEvent(QContextMenuEvent* event) {
+  QMenu* const menu = createStandardContextMenu();
+  for (const char* name : {"edit-undo", "edit-redo"})
+    if (auto* const action = menu->findChild<QAction*>(QLatin1String(name))) menu->removeAction(action);
+  if (!menu->actions().isEmpty() && menu->actions().constFirst()->isSeparator())
+    menu->removeAction(menu->actions().constFirst());
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->popup(event->globalPos());
 }
 
 void TextArea::Tell(const QString& text) const {
   if (text.isEmpty() || isReadOnly()) return;
   BMessage entered(DISPLAY_TEXT_ENTERED);
-  entered.AddString("text", text.toStdString());
+  entered.AddString("text", bytes_from_text(text));
   fView.SendMessage(&entered, BMessenger(), 0);
 }
 
@@ -44,28 +159,48 @@ bool TextArea::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void TextArea::insertFromMimeData(const QMimeData* source) {
-  Tell(source->text());
+  Tell(with_line_feeds(source->text()));
 }
 
 void TextArea::inputMethodEvent(QInputMethodEvent* event) {
-  Tell(event->commitString());
+  Tell(with_line_feeds(event->commitString()));
   QInputMethodEvent composition(event->preeditString(), event->attributes());
   QPlainTextEdit::inputMethodEvent(&composition);
   event->accept();
 }
 
+std::vector<int> TextArea::LineStarts(const QTextBlock& block) const {
+  QTextLayout counted(block.text(), font());
+  const QTextLayout* layout = block.layout();
+  if (fCountWidth > 0) {
+    counted.beginLayout();
+    for (QTextLine line = counted.createLine(); line.isValid(); line = counted.createLine())
+      line.setLineWidth(fCountWidth);
+    counted.endLayout();
+    layout = &counted;
+  } else {
+    document()->documentLayout()->blockBoundingRect(block); // blocks off the screen are laid out when asked for
+  }
+  std::vector<int> starts{0};
+  for (int i = 1; i < layout->lineCount(); ++i) starts.push_back(layout->lineAt(i).textStart());
+  return starts;
+}
+
+int TextArea::LinesIn(const QTextBlock& block) const {
+  const bool surelyFits = fCountWidth > 0 && block.length() * fontMetrics().maxWidth() <= fCountWidth;
+  return surelyFits ? 1 : static_cast<int>(LineStarts(block).size());
+}
+
 void TextArea::GoToLine(int line) {
   QTextBlock block = document()->firstBlock();
   int left = std::max(0, line);
-  for (int lines = lines_in(*document(), block); left >= lines && block.next().isValid();
-       lines = lines_in(*document(), block)) {
+  for (int lines = LinesIn(block); left >= lines && block.next().isValid(); lines = LinesIn(block)) {
     left -= lines;
     block = block.next();
   }
-  const int inBlock = std::min(left, lines_in(*document(), block) - 1);
-  const QTextLine shown = block.layout()->lineAt(inBlock);
+  const std::vector<int> starts = LineStarts(block);
   QTextCursor caret(block);
-  if (shown.isValid()) caret.setPosition(block.position() + shown.textStart());
+  caret.setPosition(block.position() + starts[std::min(static_cast<size_t>(left), starts.size() - 1)]);
   setTextCursor(caret);
 }
 
@@ -73,16 +208,15 @@ int TextArea::CurrentLine() const {
   const QTextCursor caret = textCursor();
   int line = 0;
   for (QTextBlock block = document()->firstBlock(); block != caret.block(); block = block.next())
-    line += lines_in(*document(), block);
-  lines_in(*document(), caret.block());
-  const QTextLine shown = caret.block().layout()->lineForTextPosition(caret.positionInBlock());
-  return line + (shown.isValid() ? shown.lineNumber() : 0);
+    line += LinesIn(block);
+  const std::vector<int> starts = LineStarts(caret.block());
+  const auto behind = std::upper_bound(starts.begin(), starts.end(), caret.positionInBlock());
+  return line + static_cast<int>(behind - starts.begin()) - 1;
 }
 
 int TextArea::CountLines() const {
   int lines = 0;
-  for (QTextBlock block = document()->firstBlock(); block.isValid(); block = block.next())
-    lines += lines_in(*document(), block);
+  for (QTextBlock block = document()->firstBlock(); block.isValid(); block = block.next()) lines += LinesIn(block);
   return lines;
 }
 

@@ -3,6 +3,7 @@
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"
 #include "platform/display/text_area.h"
+#include "platform/display/text_bytes.h"
 #include "platform/display/view_peer_slot.h"
 
 namespace display {
@@ -13,12 +14,14 @@ TextArea& area(QWidget* widget) {
   return *static_cast<TextArea*>(widget);
 }
 
-int32 bytes_before(const QString& text, int position) {
-  return static_cast<int32>(QStringView(text).left(position).toUtf8().size());
+int32 bytes_before(const TextArea& text, int position) {
+  return static_cast<int32>(bytes_from_text(text.document()->toRawText().left(position)).size());
 }
 
-int position_after(const QString& text, int32 bytes) {
-  return static_cast<int>(QString::fromUtf8(text.toUtf8().left(std::max<int32>(0, bytes))).size());
+int position_after(const TextArea& text, int32 bytes) {
+  const std::string all = bytes_from_text(text.document()->toRawText());
+  const auto count = static_cast<size_t>(std::max<int32>(0, bytes));
+  return static_cast<int>(text_from_bytes(std::string_view(all).substr(0, count)).size());
 }
 
 /** Asks the control; a default value once it is gone. */
@@ -34,17 +37,23 @@ TextPeer::TextPeer(const BMessenger& view)
     : ViewPeer(view, Keys::to_program, [view]() -> QWidget* { return new TextArea(view); }) {}
 
 void TextPeer::SetText(const std::string& text) {
-  Change([text](QWidget* widget) { area(widget).setPlainText(to_qstring(text)); });
+  Change([text](QWidget* widget) { area(widget).SetBytes(text); });
 }
 
 void TextPeer::Insert(const std::string& text) {
-  Change([text](QWidget* widget) { area(widget).Enter(to_qstring(text)); });
+  Change([text](QWidget* widget) { area(widget).Enter(text_from_bytes(text)); });
 }
 
-void TextPeer::SetWraps(bool wraps) {
-  Change([wraps](QWidget* widget) {
-    area(widget).setLineWrapMode(wraps ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
-  });
+bool TextPeer::ReplaceLines(const text_change& change) {
+  return asked(TheSlot(), [change](TextArea& text) { return text.ReplaceLines(change); });
+}
+
+std::vector<text_change> TextPeer::TakeChanges() {
+  return asked(TheSlot(), [](TextArea& text) { return text.TakeChanges(); });
+}
+
+void TextPeer::SetCountWidth(int width) {
+  Change([width](QWidget* widget) { area(widget).SetCountWidth(width); });
 }
 
 void TextPeer::SetEditable(bool editable) {
@@ -61,10 +70,9 @@ void TextPeer::SetTextColor(rgb_color color) {
 
 void TextPeer::Select(int32 start, int32 end) {
   Change([start, end](QWidget* widget) {
-    const QString text = area(widget).toPlainText();
     QTextCursor caret = area(widget).textCursor();
-    caret.setPosition(position_after(text, start));
-    caret.setPosition(position_after(text, end), QTextCursor::KeepAnchor);
+    caret.setPosition(position_after(area(widget), start));
+    caret.setPosition(position_after(area(widget), end), QTextCursor::KeepAnchor);
     area(widget).setTextCursor(caret);
   });
 }
@@ -80,8 +88,6 @@ void TextPeer::ScrollToSelection() {
 void TextPeer::Do(Command command) {
   Change([command](QWidget* widget) {
     switch (command) {
-    case Command::undo:
-      return area(widget).undo();
     case Command::cut:
       return area(widget).cut();
     case Command::copy:
@@ -95,14 +101,14 @@ void TextPeer::Do(Command command) {
 }
 
 std::string TextPeer::Text() const {
-  return asked(TheSlot(), [](TextArea& text) { return text.toPlainText().toStdString(); });
+  return asked(TheSlot(), [](TextArea& text) { return bytes_from_text(text.document()->toRawText()); });
 }
 
 std::pair<int32, int32> TextPeer::Selection() const {
   return asked(TheSlot(), [](TextArea& text) {
     const QTextCursor caret = text.textCursor();
-    const QString all = text.toPlainText();
-    return std::pair<int32, int32>(bytes_before(all, caret.selectionStart()), bytes_before(all, caret.selectionEnd()));
+    return std::pair<int32, int32>(bytes_before(text, caret.selectionStart()),
+                                   bytes_before(text, caret.selectionEnd()));
   });
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/display/view_peer.h"
+#include "platform/interface/text_change.h"
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace display {
 
@@ -15,14 +17,19 @@ public:
   void SetText(const std::string& text);
   /** In place of the selection. */
   void Insert(const std::string& text);
-  void SetWraps(bool wraps);
+  /** The user's changes in order, since the last call. Waits for all that the display was told before. */
+  std::vector<text_change> TakeChanges();
+  /** False when the user has made a change meanwhile: take it first. */
+  bool ReplaceLines(const text_change& change);
+  /** Lines are counted in a text of this width; 0: as shown. */
+  void SetCountWidth(int width);
   void SetEditable(bool editable);
   void SetTextColor(rgb_color color);
   /** Byte offsets. */
   void Select(int32 start, int32 end);
   void GoToLine(int32 line);
   void ScrollToSelection();
-  enum class Command { undo, cut, copy, paste, select_all };
+  enum class Command { cut, copy, paste, select_all };
   void Do(Command command);
 
   std::string Text() const;

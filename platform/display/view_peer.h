@@ -39,6 +39,7 @@ enum : uint32 {
   DISPLAY_ROW_CHOSEN = '_LSL',    // int32 "row"
   DISPLAY_ROW_INVOKED = '_LIV',   // int32 "row"
   DISPLAY_TEXT_ENTERED = '_TIN',  // string "text"
+  DISPLAY_TEXT_CHANGED = '_TCH',  // the user's changes can be taken
   DISPLAY_ITEM_CHOSEN = '_MNI',   // int32 "id"
   DISPLAY_MENU_CHANGED = '_MNF',  // from the program to itself: hand the menus over
   DISPLAY_FILES_CHOSEN = '_FPS',  // string "path" (one or more)

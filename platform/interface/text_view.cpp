@@ -73,10 +73,19 @@ int32 BTextView::CountLines() const {
   return Control() ? Control()->CountLines() : 0;
 }
 
-/** The control wraps at its own width; a wider rectangle means that nothing is to wrap. */
 void BTextView::SetTextRect(BRect rect) {
   fTextRect = rect;
-  if (Control()) Control()->SetWraps(rect.Width() <= Bounds().Width());
+  if (Control()) Control()->SetCountWidth(rect.Width() > Bounds().Width() ? static_cast<int>(rect.Width()) : 0);
+}
+
+bool BTextView::ReplaceLines(const text_change& change) {
+  FlushChanges();
+  return Control() && Control()->ReplaceLines(change);
+}
+
+void BTextView::FlushChanges() {
+  if (!Control()) return;
+  for (const text_change& change : Control()->TakeChanges()) TextChanged(change);
 }
 
 void BTextView::MakeEditable(bool editable) {
@@ -91,9 +100,6 @@ void BTextView::SetFontAndColor(const BFont* font, uint32 mask, const rgb_color*
   if (Control()) Control()->SetTextColor(*color);
 }
 
-void BTextView::Undo() {
-  if (Control()) Control()->Do(TextPeer::Command::undo);
-}
 void BTextView::Cut() {
   if (Control()) Control()->Do(TextPeer::Command::cut);
 }
@@ -116,6 +122,13 @@ void BTextView::KeyDown(const char* bytes, int32 count) {
 
 void BTextView::MessageReceived(BMessage* message) {
   std::string text;
-  if (message->what != display::DISPLAY_TEXT_ENTERED) return BView::MessageReceived(message);
-  if (message->FindString("text", &text) == B_OK) InsertText(text);
+  switch (message->what) {
+  case display::DISPLAY_TEXT_ENTERED:
+    if (message->FindString("text", &text) == B_OK) InsertText(text);
+    return;
+  case display::DISPLAY_TEXT_CHANGED:
+    return FlushChanges();
+  default:
+    BView::MessageReceived(message);
+  }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/interface/text_change.h"
 #include "platform/interface/view.h"
 
 namespace display {
@@ -23,15 +24,20 @@ public:
   /** Byte offsets into the text, bounded to it. */
   void Select(int32 start, int32 end);
   void ScrollToSelection();
-  /** Lines as shown: a wrapped line counts as several while the text rectangle is narrower than it. From 0. */
+  /** Lines of the text rectangle's width: one that does not fit counts as several. From 0. */
   void GoToLine(int32 line);
   int32 CurrentLine() const;
   int32 CountLines() const;
+  /** The text is shown as wide as the view; a wider rectangle is one to count lines in. */
   void SetTextRect(BRect rect);
   BRect TextRect() const { return fTextRect; }
+  /** Lines that line feeds part give way to others, as when the program undoes a change: no hook is called. What the
+      user did before is told to the hook first. False, and nothing done, when the change does not fit that any more. */
+  bool ReplaceLines(const text_change& change);
+  /** Every change made so far, by keys still on their way too, has been told to the hook. Waits for the display. */
+  void FlushChanges();
   void MakeEditable(bool editable);
   void SetFontAndColor(const BFont* font, uint32 mask, const rgb_color* color);
-  void Undo();
   void Cut();
   void Copy();
   void Paste();
@@ -42,6 +48,8 @@ public:
   void MessageReceived(BMessage* message) override;
 
 protected:
+  /** Hook: the user, or text put in by `InsertText`, has changed the text. */
+  virtual void TextChanged(const text_change&) {}
   /** Hook: text is typed, pasted, dropped or committed by an input method. The base puts it in. */
   virtual void InsertText(std::string_view text);
   std::shared_ptr<display::ViewPeer> MakePeer() override;

@@ -11,8 +11,10 @@ class Editor : public BTextView {
 public:
   using BTextView::BTextView;
   std::string fEntered;
+  std::vector<text_change> fChanges;
 
 protected:
+  void TextChanged(const text_change& change) override { fChanges.push_back(change); }
   void InsertText(std::string_view text) override {
     fEntered += text;
     BTextView::InsertText(text);
@@ -88,4 +90,73 @@ TEST_F(TextView, SelectionCountsBytes) {
   EXPECT_EQ(end, 6);
   fEditor->Insert("x");
   EXPECT_EQ(fEditor->Text(), "あxう");
+}
+
+TEST_F(TextView, WhatTheUserChangesIsToldInLines) {
+  fEditor->SetText("one\ntwo\nthree");
+  hands::settle(*fWindow);
+  EXPECT_TRUE(fEditor->fChanges.empty()) << "setting the text is the program's own doing";
+  fEditor->Select(1, 5); // "ne\nt"
+  hands::press(*fWindow, "Delete");
+  hands::settle(*fWindow);
+  ASSERT_EQ(fEditor->fChanges.size(), 1u);
+  EXPECT_EQ(fEditor->fChanges[0].first, 0);
+  EXPECT_EQ(fEditor->fChanges[0].removed, 2);
+  EXPECT_EQ(fEditor->fChanges[0].lines, std::list<std::string>{"owo"});
+  EXPECT_EQ(fEditor->fChanges[0].count, 2);
+}
+
+TEST_F(TextView, ReplayedChangesGiveTheTextThatIsShown) {
+  fEditor->SetText("a\nb\nc\n");
+  hands::settle(*fWindow);
+  std::vector<std::string> mirror{"a", "b", "c", ""};
+  for (const char* key : {"x", "Return", "Down", "y", "Backspace", "Backspace", "Delete", "Ctrl+End", "z", "Return",
+                          "Backspace", "Ctrl+Home", "Delete", "Delete"})
+    hands::press(*fWindow, key);
+  hands::settle(*fWindow);
+  hands::paste(*fWindow, "p\r\nq\rr");
+  hands::settle(*fWindow);
+  for (const text_change& change : fEditor->fChanges) {
+    const auto first = mirror.begin() + change.first;
+    mirror.insert(mirror.erase(first, first + change.removed), change.lines.begin(), change.lines.end());
+    ASSERT_EQ(change.count, static_cast<int32>(mirror.size()));
+  }
+  std::string text;
+  for (const std::string& line : mirror) text += (&line == &mirror.front() ? "" : "\n") + line;
+  EXPECT_EQ(text, fEditor->Text());
+}
+
+TEST_F(TextView, ReplacedLinesAreNoChangeOfTheUsers) {
+  struct Case {
+    const char* before;
+    text_change change;
+    const char* after;
+  };
+  const Case cases[] = {
+      {"a\nb\nc\n", {1, 1, {"x", "y"}, 0}, "a\nx\ny\nc\n"},
+      {"a\nb\nc", {2, 1, {"x"}, 0}, "a\nb\nx"},
+      {"a\nb\nc", {1, 2, {}, 0}, "a"},
+      {"a\nb", {0, 2, {}, 0}, ""},
+      {"a\nb", {2, 0, {"c", "d"}, 0}, "a\nb\nc\nd"},
+      {"a\nb", {0, 0, {"z"}, 0}, "z\na\nb"},
+      {"a\nb\n", {0, 1, {}, 0}, "b\n"},
+      {"", {0, 1, {"n"}, 0}, "n"},
+  };
+  for (const Case& one : cases) {
+    fEditor->SetText(one.before);
+    EXPECT_TRUE(fEditor->ReplaceLines(one.change));
+    EXPECT_EQ(fEditor->Text(), one.after) << one.before;
+  }
+  hands::settle(*fWindow);
+  EXPECT_TRUE(fEditor->fChanges.empty());
+}
+
+TEST_F(TextView, BytesThatAreNoTextComeBackAsTheyWere) {
+  const std::string text = "caf\xe9 \xff\xc2\nno\u00a0break\n\u2029\u2028 a\rb\U0001F3B5\xf0\x9f";
+  fEditor->SetText(text);
+  EXPECT_EQ(fEditor->Text(), text);
+  EXPECT_EQ(fEditor->CountLines(), 3);
+  hands::press(*fWindow, "x");
+  hands::settle(*fWindow);
+  EXPECT_EQ(fEditor->Text(), "x" + text);
 }

@@ -1,0 +1,89 @@
+#include "platform/display/text_bytes.h"
+
+#include <QStringDecoder>
+
+namespace display {
+
+namespace {
+
+/** The low surrogate that stands for a byte. No well-formed text holds one alone. */
+constexpr char16_t kByteBase = 0xdc00;
+constexpr char16_t kByteLimit = 0xdcff;
+
+bool parts_lines(char16_t unit) {
+  return unit == u'\r' || unit == QChar::ParagraphSeparator || unit == QChar::LineSeparator || unit == 0xfdd0 ||
+         unit == 0xfdd1;
+}
+
+void append_escaped(QString* text, std::string_view bytes) {
+  for (const char byte : bytes)
+    text->append(QChar(static_cast<char16_t>(kByteBase + static_cast<unsigned char>(byte))));
+}
+
+/** How many bytes the UTF-8 sequence at the start has; 0 when there is none. */
+size_t sequence_length(std::string_view bytes) {
+  const auto first = static_cast<unsigned char>(bytes[0]);
+  const size_t length = first < 0x80   ? 1
+                        : first < 0xc2 ? 0
+                        : first < 0xe0 ? 2
+                        : first < 0xf0 ? 3
+                        : first < 0xf5 ? 4
+                                       : 0;
+  if (length == 0 || length > bytes.size()) return 0;
+  QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  const QString decoded = decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(length)));
+  return decode.hasError() || decoded.isEmpty() ? 0 : length;
+}
+
+QString decoded_with_care(std::string_view bytes) {
+  QString text;
+  text.reserve(static_cast<qsizetype>(bytes.size()));
+  while (!bytes.empty()) {
+    const size_t length = sequence_length(bytes);
+    const std::string_view piece = bytes.substr(0, std::max<size_t>(length, 1));
+    const QString decoded = QString::fromUtf8(piece.data(), static_cast<qsizetype>(piece.size()));
+    if (length == 0 || parts_lines(decoded[0].unicode()))
+      append_escaped(&text, piece);
+    else
+      text += decoded;
+    bytes.remove_prefix(piece.size());
+  }
+  return text;
+}
+
+} // namespace
+
+QString text_from_bytes(std::string_view bytes) {
+  QStringDecoder decode(QStringDecoder::Utf8,
+                        QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+  const QString text = decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
+  const bool isPlain = !decode.hasError() &&
+                       std::none_of(text.begin(), text.end(), [](QChar unit) { return parts_lines(unit.unicode()); });
+  return isPlain ? text : decoded_with_care(bytes);
+}
+
+std::string bytes_from_text(QStringView text) {
+  std::string bytes;
+  bytes.reserve(static_cast<size_t>(text.size()));
+  qsizetype plain = 0; // where the part that is not written yet begins
+  const auto write_plain = [&](qsizetype end) {
+    const QByteArray part = text.sliced(plain, end - plain).toUtf8();
+    bytes.append(part.constData(), static_cast<size_t>(part.size()));
+  };
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const char16_t unit = text[i].unicode();
+    if (QChar::isHighSurrogate(unit)) {
+      if (i + 1 < text.size() && text[i + 1].isLowSurrogate()) ++i;
+      continue;
+    }
+    const bool isByte = unit >= kByteBase && unit <= kByteLimit;
+    if (!isByte && unit != QChar::ParagraphSeparator) continue;
+    write_plain(i);
+    bytes += isByte ? static_cast<char>(unit - kByteBase) : '\n';
+    plain = i + 1;
+  }
+  write_plain(text.size());
+  return bytes;
+}
+
+} // namespace display
