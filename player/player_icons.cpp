@@ -37,7 +37,7 @@ QPainterPath outline(const QString& name) {
 
 class TSignEngine : public QIconEngine {
 public:
-  TSignEngine(QString name, QColor color) : fName(std::move(name)), fColor(std::move(color)) {}
+  TSignEngine(QString name, const QColor& color) : fName(std::move(name)), fColor(color) {}
   QIconEngine* clone() const override { return new TSignEngine(fName, fColor); }
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
     painter->save();

@@ -51,6 +51,7 @@ bool BListView::AddList(const std::vector<BListItem*>& items) {
 
 bool BListView::AddList(BList* items) {
   std::vector<BListItem*> added;
+  added.reserve(static_cast<size_t>(items->CountItems()));
   for (int32 i = 0; i < items->CountItems(); ++i) added.push_back(static_cast<BListItem*>(items->ItemAt(i)));
   return AddList(added);
 }

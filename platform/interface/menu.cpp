@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 BMenu::BMenu(const char* title) : BView({}, title), fTitle(title) {}
 
@@ -16,10 +17,14 @@ bool BMenu::AddItem(BMenuItem* item) {
 
 bool BMenu::AddItem(BMenuItem* item, int32 index) {
   if (item == nullptr || item->fMenu || index < 0 || index > CountItems()) return false;
-  fItems.emplace(fItems.begin() + index, item);
-  item->fMenu = this;
-  Changed();
+  Insert(std::unique_ptr<BMenuItem>(item), index);
   return true;
+}
+
+void BMenu::Insert(std::unique_ptr<BMenuItem> item, int32 index) {
+  item->fMenu = this;
+  fItems.insert(fItems.begin() + index, std::move(item));
+  Changed();
 }
 
 bool BMenu::AddItem(BMenu* submenu) {
@@ -28,11 +33,13 @@ bool BMenu::AddItem(BMenu* submenu) {
 
 bool BMenu::AddItem(BMenu* submenu, int32 index) {
   if (submenu == nullptr || submenu->fSuperitem || index < 0 || index > CountItems()) return false;
-  return AddItem(new BMenuItem(submenu), index);
+  Insert(std::make_unique<BMenuItem>(submenu), index);
+  return true;
 }
 
 bool BMenu::AddSeparatorItem() {
-  return AddItem(new BSeparatorItem);
+  Insert(std::make_unique<BSeparatorItem>(), CountItems());
+  return true;
 }
 
 BMenuItem* BMenu::RemoveItem(int32 index) {

@@ -69,6 +69,8 @@ protected:
   virtual BWindow* RootWindow() const;
 
 private:
+  void Insert(std::unique_ptr<BMenuItem> item, int32 index);
+
   std::string fTitle;
   bool fRadioMode = false;
   BMenuItem* fSuperitem = nullptr;

@@ -7,6 +7,7 @@
 #include "platform/interface/window.h"
 
 #include <algorithm>
+#include <utility>
 
 BView::BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
     : BHandler(name), fFrame(frame), fSetFrame(frame), fResizingMode(resizingMode), fFlags(flags) {}
