@@ -1,6 +1,7 @@
 #include "tests/editor/editor_fixture.h"
 
 #include "editviews/tag_input_view.h"
+#include "lyrics/editor_view.h"
 
 #include <chrono>
 #include <future>
@@ -69,6 +70,10 @@ void EditorByHand::Open(const std::string& path) {
   get_ref_for_path(path.c_str(), &ref);
   open.AddRef("refs", &ref);
   Send(open);
+}
+
+void EditorByHand::PlayAt(int32 positionMs, const std::string& title) {
+  EditorWorld::PlayAt(positionMs, title, [this] { SendToView(BMessage(kMsgRefreshInfo)); });
 }
 
 void EditorByHand::Press(const std::string& key) {

@@ -23,6 +23,8 @@ protected:
   void Open(const std::string& path);
   void Press(const std::string& key);
   void PressCloseButton();
+  /** Lets the player play there, and the editor know of it. */
+  void PlayAt(int32 positionMs, const std::string& title = "song");
   /** Marks the document: the selected line loses its tag, if it has one. */
   void Change() { Press("Delete"); }
   /** Does what leads to questions, answers each by its key, and returns what was asked. */

@@ -53,6 +53,14 @@ protected:
     hands::press(*fWindow, key);
     Rest();
   }
+  void PlayAt(int32 positionMs, const std::string& title = "song") {
+    EditorWorld::PlayAt(positionMs, title, [this] {
+      fAddress.LockTarget();
+      fWindow->PostMessage(kMsgRefreshInfo, fWindow->FindView("VesmoEditorView"));
+      fWindow->Unlock();
+      Rest();
+    });
+  }
   void Send(const std::string& path) const {
     entry_ref ref;
     get_ref_for_path(path.c_str(), &ref);
@@ -89,7 +97,7 @@ TEST_F(EditorWindow, BeginsWithNewLyrics) {
 }
 
 TEST_F(EditorWindow, OpensStampsAndSavesByteForByte) {
-  fHost->SetRecord(1230, "song");
+  PlayAt(1230);
   Open(fFolder.Write("a.lrc", "one\r\ntwo\r\n"));
   EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
   EXPECT_THAT(Status(), HasSubstr("UTF-8 <CR LF>"));
@@ -194,7 +202,7 @@ TEST_F(EditorWindow, AFailedSaveKeepsTheLyricsAndSaysWhere) {
 
 TEST_F(EditorWindow, NewLyricsAreSavedThroughThePanel) {
   gExitState->fPanelFolder = fFolder.Path();
-  fHost->SetRecord(5000, "song");
+  PlayAt(5000);
   Press("Space");
   hands::press(*fWindow, "Ctrl+S");
   Rest();
@@ -213,33 +221,20 @@ TEST_F(EditorWindow, NewLyricsAreSavedThroughThePanel) {
 }
 
 TEST_F(EditorWindow, OpensTheLyricsOfThePlayingSong) {
-  fHost->SetRecord(0, "tune");
   fHost->fEntries = {{fFolder.File("tune.mp3"), "tune"}};
   fFolder.Write("tune.lrc", "la la\n");
-  fAddress.SendMessage(kMsgRefreshInfo);
-  const auto refresh = [this] {
-    fAddress.LockTarget();
-    BHandler* const view = fWindow->FindView("VesmoEditorView");
-    fWindow->PostMessage(kMsgRefreshInfo, view);
-    fWindow->Unlock();
-    snooze(20000);
-    Rest();
-  };
-  refresh();
-  refresh();
+  PlayAt(0, "tune");
   Press("Ctrl+L");
   for (int i = 0; i < 1000 && Title() != "tune.lrc - Vesmo Editor"; ++i) snooze(2000);
   EXPECT_EQ(Title(), "tune.lrc - Vesmo Editor");
-  fHost->SetRecord(0, "unknown");
-  refresh();
-  refresh();
+  PlayAt(0, "unknown");
   hands::press(*fWindow, "Ctrl+L");
   EXPECT_EQ(hands::wait_for_question().text, "There is no song in the player whose lyrics could be opened.");
   hands::answer_with_key("Return");
 }
 
 TEST_F(EditorWindow, SwitchesBetweenTheFormsOfTags) {
-  fHost->SetRecord(61999, "song");
+  PlayAt(61999);
   Open(fFolder.Write("a.lrc", "one\ntwo\n"));
   Press("Down");
   Press("Ctrl+D");

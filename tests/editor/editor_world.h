@@ -4,6 +4,7 @@
 #include "language/builtin_texts.h"
 #include "language/llt.h"
 #include "platform/app/message.h"
+#include "platform/kernel/threads.h"
 #include "plugin/exit_state.h"
 #include "plugin/pref.h"
 #include "tests/link/strange_host.h"
@@ -42,6 +43,17 @@ protected:
     TPrefValues values = *gPref->Values();
     change(&values);
     gPref->SetValues(values);
+  }
+  /** Lets the player play there, and the editor know of it; `refresh` makes the editor ask once. A stamp that is taken
+      after this is right, however late the machine lets the player answer. */
+  template <typename Refresh>
+  void PlayAt(int32 positionMs, const std::string& title, Refresh refresh) {
+    fHost->SetRecord(positionMs, title);
+    do {
+      refresh();
+      snooze(1000);
+    } while (fHost->CountHeard() == 0);
+    refresh();
   }
   ScratchFolder fFolder;
   StrangeHost* fHost;

@@ -50,9 +50,12 @@ protected:
     fView->SetModified(false);
     hands::settle(*fWindow);
   }
+  void PlayAt(int32 positionMs) {
+    EditorWorld::PlayAt(positionMs, "song", [this] { fLink->Refresh(); });
+  }
   /** Presses the key with the song at that moment. */
   void Press(const std::string& key, int32 positionMs = 0) {
-    fHost->SetRecord(positionMs, "song");
+    PlayAt(positionMs);
     hands::press(*fWindow, key);
     hands::settle(*fWindow);
   }
@@ -102,7 +105,7 @@ TEST_F(TagInputView, OffsetIsAddedAndStopsAtZero) {
 
 TEST_F(TagInputView, AHeldSpaceBarStampsOnce) {
   Show({"a", "b", "c"});
-  fHost->SetRecord(1000, "song");
+  PlayAt(1000);
   hands::press(*fWindow, "Space");
   hands::repeat(*fWindow, "Space");
   hands::repeat(*fWindow, "Space");
@@ -112,7 +115,7 @@ TEST_F(TagInputView, AHeldSpaceBarStampsOnce) {
 
 TEST_F(TagInputView, DownAndSpaceInOneBreathStampTheRightLine) {
   Show({"a", "b", "c"});
-  fHost->SetRecord(1000, "song");
+  PlayAt(1000);
   hands::press(*fWindow, "Down");
   hands::press(*fWindow, "Space");
   hands::settle(*fWindow);

@@ -43,12 +43,15 @@ protected:
     ASSERT_TRUE(soon([this] { return fHost->fHandshakes > 0; }));
     ASSERT_TRUE(fLink->IsReady());
   }
-  /** Whether an answer has arrived, once the player has answered all that it was asked. */
-  bool HasArrived() const {
+  /** Until the player has handled all that it was sent, and the mailbox its answers. */
+  void LetArrive() const {
     const BMessage nothing('none');
     BMessage answer;
     BMessenger(fHost).SendMessage(&nothing, &answer);
     BMessenger(fLink->Receiver()).SendMessage(&nothing, &answer);
+  }
+  bool HasArrived() const {
+    LetArrive();
     return fLink->Receiver()->HasArrived();
   }
   /** Asks, and takes what has come. */
@@ -96,6 +99,7 @@ TEST_F(HostLink, ShortAnswersAreIgnoredAndLongOnesCut) {
   RefreshUntilArrived();
   EXPECT_EQ(fLink->PositionMs(), 1000);
   for (const size_t size : {size_t{123}, size_t{1}, size_t{0}}) {
+    LetArrive();
     fHost->SetRecord(5555, "wrong", size);
     fLink->Refresh();
     EXPECT_FALSE(HasArrived()) << size;
@@ -111,8 +115,8 @@ TEST_F(HostLink, TellsWhetherTheSongPlaysAsFarAsThePlayerDoes) {
   fHost->SetRecord(1000, "t");
   Connect();
   for (const std::optional<bool> told : {std::optional(true), std::optional(false), std::optional<bool>()}) {
+    LetArrive();
     fHost->SetPlaying(told);
-    HasArrived();
     RefreshUntilArrived();
     EXPECT_EQ(fLink->IsPlaying(), told);
   }
@@ -124,7 +128,7 @@ TEST_F(HostLink, WishesReachThePlayer) {
   EXPECT_EQ(fLink->SeekBy(-2000), B_OK);
   EXPECT_EQ(fLink->PlayPause(), B_OK);
   EXPECT_EQ(fLink->ChangeSpeed(-5), B_OK);
-  HasArrived(); // all before it has been handled
+  LetArrive();
   EXPECT_EQ(fHost->Wishes(),
             (std::vector<StrangeHost::Wish>{{'SNsk', 61230}, {'SNsr', -2000}, {'SNpp', -1}, {'SNsp', -5}}));
   StopHost();

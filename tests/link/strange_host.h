@@ -24,6 +24,12 @@ public:
     if (size > 12) record.replace(12, std::min(title.size(), size - 12), title, 0, size - 12);
     const std::lock_guard lock(fMutex);
     fRecord = record;
+    fHeard = 0;
+  }
+  /** How many answers with this record have reached the mailbox of their asker. */
+  int CountHeard() {
+    const std::lock_guard lock(fMutex);
+    return fHeard;
   }
 
   struct Entry {
@@ -83,11 +89,24 @@ private:
     message.SendReply(&answer);
   }
   void Inform(const BMessage& message) {
+    const auto [record, isPlaying] = Now();
     BMessage answer(kMsgHostInformation);
-    const std::lock_guard lock(fMutex);
-    if (!fRecord.empty()) answer.AddData("Info", B_STRING_TYPE, fRecord.data(), fRecord.size());
-    if (fIsPlaying) answer.AddBool("Playing", *fIsPlaying);
+    if (!record.empty()) answer.AddData("Info", B_STRING_TYPE, record.data(), record.size());
+    if (isPlaying) answer.AddBool("Playing", *isPlaying);
     message.SendReply(&answer);
+    WaitUntilTaken(message.ReturnAddress());
+    const std::lock_guard lock(fMutex);
+    if (fRecord == record) ++fHeard;
+  }
+  std::pair<std::string, std::optional<bool>> Now() {
+    const std::lock_guard lock(fMutex);
+    return {fRecord, fIsPlaying};
+  }
+  /** A mailbox answers a question only after it has taken what came before. */
+  static void WaitUntilTaken(const BMessenger& mailbox) {
+    const BMessage nothing('none');
+    BMessage answer;
+    mailbox.SendMessage(&nothing, &answer);
   }
   void Keep(const BMessage& wish) {
     int32 number = -1;
@@ -132,8 +151,9 @@ private:
     fPlayed = IndexOf(message);
   }
 
-  std::mutex fMutex; // guards the three below
+  std::mutex fMutex; // guards the four below
   std::string fRecord;
+  int fHeard = 0;
   std::optional<bool> fIsPlaying;
   std::vector<Wish> fWishes;
   std::vector<BMessage> fUnanswered;
