@@ -1,5 +1,6 @@
 #include "editviews/tag_input_view.h"
 
+#include "editviews/appearance.h"
 #include "editviews/tag_input_item.h"
 #include "language/llt.h"
 #include "lyrics/time_tags.h"
@@ -76,9 +77,7 @@ void TTagInputView::SetAppearance() {
   SetViewColor(look->background);
   BFont font;
   GetFont(&font);
-  font.SetFamilyAndFace(look->fontFamily, B_REGULAR_FACE);
-  font.SetSize(look->fontSize);
-  font.SetFlags(look->antiAlias ? B_FORCE_ANTIALIASING : B_DISABLE_ANTIALIASING);
+  font = lyrics_font(font);
   SetFont(&font, B_FONT_ALL); // measures every row anew and lays the list out
 }
 
@@ -146,11 +145,9 @@ void TTagInputView::InputTagRqtd() {
   }
   std::string tag;
   time_to_time_tag(newTimeMs, &tag, fMode == 0);
-  item->SetText(tag + line);
-  InvalidateItem(row);
   Select(row + 1); // none below the last one: the selection stays
   ScrollToSelection();
-  SetModified(true);
+  ChangeRow(row, tag + line, TEditKind::kStamp);
   Report(report);
 }
 
@@ -166,9 +163,7 @@ void TTagInputView::IncDecTagRqtd(char key) {
   std::string tag;
   time_to_time_tag(timeMs + stepMs, &tag, extended);
   remove_time_tag(&line);
-  item->SetText(tag + line);
-  InvalidateItem(CurrentSelection());
-  SetModified(true);
+  ChangeRow(CurrentSelection(), tag + line, TEditKind::kOther);
   Report(gLLT->Text("StatBarStr_Fined_One_Time_Tag") + std::to_string(stepMs) + "[ms]");
 }
 
@@ -177,10 +172,34 @@ void TTagInputView::RemoveTagRqtd() {
   if (item == nullptr) return;
   std::string line = item->Text();
   remove_time_tag(&line); // a line without a tag stays, and is reported all the same
-  item->SetText(line);
-  InvalidateItem(CurrentSelection());
-  SetModified(true);
+  ChangeRow(CurrentSelection(), line, TEditKind::kOther);
   Report(gLLT->Text("StatBarStr_Removed_Tag") + std::to_string(CurrentSelection() + 1));
+}
+
+void TTagInputView::ChangeRow(int32 row, const std::string& text, TEditKind kind) {
+  static_cast<TTagInputItem*>(ItemAt(row))->SetText(text);
+  InvalidateItem(row);
+  SetModified(true);
+  if (Listener()) Listener()->LinesEdited({row, 1, {text}}, kind, row, CurrentSelection());
+}
+
+bool TTagInputView::Replay(const TReplay& replay) {
+  const TLinesChange& step = replay.change;
+  if (step.removed == static_cast<int32>(step.lines.size())) {
+    int32 row = step.first;
+    for (const std::string& line : step.lines) static_cast<TTagInputItem*>(ItemAt(row++))->SetText(line);
+    BRect changed = ItemFrame(step.first);
+    changed.bottom = ItemFrame(row - 1).bottom;
+    Invalidate(changed);
+  } else {
+    std::list<std::string> lines;
+    GetLines(&lines);
+    const auto first = std::next(lines.begin(), step.first);
+    lines.insert(lines.erase(first, std::next(first, step.removed)), step.lines.begin(), step.lines.end());
+    SetLines(lines);
+  }
+  SetCurLine(replay.line);
+  return true;
 }
 
 void TTagInputView::Report(const std::string& text) {

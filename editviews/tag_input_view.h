@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editviews/edit_view_interface.h"
+#include "editviews/tracked_edit_view.h"
 #include "platform/interface/list_view.h"
 
 class Sonivo_FrontEnd;
@@ -11,7 +11,7 @@ inline constexpr uint32 kMsgStatBarStr = 'Sssr';
 
 /** The lyrics as a list, one line selected: a key press writes the play position in front of it. On the window's
     thread; owns its items, not the link to the player. */
-class TTagInputView : public BListView, public TEditViewInterface {
+class TTagInputView : public BListView, public TTrackedEditView {
 public:
   TTagInputView(BRect frame, Sonivo_FrontEnd* frontEnd);
   ~TTagInputView() override;
@@ -28,6 +28,8 @@ public:
   std::string DefaultStatBarStr() const override;
   void Clear() override;
 
+  bool Replay(const TReplay& replay) override;
+
   void KeyDown(const char* bytes, int32 count) override;
   void AttachedToWindow() override;
   void FrameResized(float width, float height) override;
@@ -42,6 +44,8 @@ private:
   int32 StampTimeMs() const;
   bool IsKeyRepeat() const;
   void ClearLines();
+  /** The row bears another text from now on. */
+  void ChangeRow(int32 row, const std::string& text, TEditKind kind);
   void Report(const std::string& text);
 
   bool fModified = false;

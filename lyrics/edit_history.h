@@ -31,11 +31,15 @@ public:
   std::optional<TReplay> NextRedo() const;
   void Undo();
   void Redo();
+  bool CanUndo() const { return fDone > 0; }
+  bool CanRedo() const { return fDone < fSteps.size(); }
   /** The kind of the step that would be undone. */
   std::optional<TEditKind> LastKind() const;
 
   /** The document as it stands is on the disk. */
   void MarkSaved();
+  /** No state of it is. */
+  void MarkUnsaved() { fSavedState = -1; }
   bool IsSaved() const { return fSavedState == StateNow(); }
 
 private:

@@ -20,12 +20,14 @@ std::string quoted(const char* text) {
 } // namespace
 
 void TVesmoEView::RewriteLines(const std::function<void(std::list<std::string>*)>& rewrite) {
+  fActive->FlushEdits();
   std::list<std::string> lines;
   fActive->GetLines(&lines);
   const int32 line = fActive->CurLine();
   rewrite(&lines);
   fActive->SetLines(lines);
   fActive->SetCurLine(line);
+  RecordWholeText(lines, line);
   fActive->SetModified(true); // also when no line had a tag
 }
 

@@ -7,6 +7,7 @@
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/interface/window.h"
+#include "platform/kernel/modifiers.h"
 #include "platform/storage/entry.h"
 #include "platform/storage/file.h"
 #include "platform/storage/node_info.h"
@@ -56,8 +57,19 @@ void TVesmoEView::RefsReceived(const BMessage& message) {
   const TSlowPoll slowly(fPoll.get());
   entry_ref ref;
   if (message.FindRef("refs", &ref) != B_OK || ref.IsEmpty()) return;
-  if (!AskSave(message, this) || !MakeSureItExists(ref)) return;
+  if (AsksToForget(message, ref)) return;
+  BMessage afterSave(message);
+  afterSave.RemoveName(kFromRecentFiles); // by then the keys that are held mean something else
+  if (!AskSave(afterSave, this) || !MakeSureItExists(ref)) return;
   if (!OpenFile(message, ref)) tell(gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + ref.FullPath()));
+}
+
+/** A recent file chosen with the Control key held is one to drop from the list. */
+bool TVesmoEView::AsksToForget(const BMessage& message, const entry_ref& ref) {
+  if (!message.HasField(kFromRecentFiles) || message.IsSourceRemote() || !(modifiers() & B_CONTROL_KEY)) return false;
+  if (ask_no_yes(gLLT->Text("Ask_Del_One_MRUF_1") + ref.name + gLLT->Text("Ask_Del_One_MRUF_2")))
+    SendHistoryRqtd(kMsgRemoveHistory, ref);
+  return true;
 }
 
 bool TVesmoEView::MakeSureItExists(const entry_ref& ref) {
@@ -105,6 +117,7 @@ void TVesmoEView::ShowLines(std::list<std::string> lines) {
   fActive->SetLines(lines);
   fActive->SetCurLine(0);
   fActive->SetModified(false);
+  BeginHistory();
 }
 
 bool TVesmoEView::SimpleData(const BMessage& message) {

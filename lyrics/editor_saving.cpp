@@ -11,6 +11,8 @@
 #include "platform/storage/node_info.h"
 #include "platform/support/log.h"
 
+#include <utility>
+
 namespace {
 enum { kCancelButton, kNoButton, kYesButton };
 }
@@ -65,10 +67,12 @@ std::string TVesmoEView::DocumentBytes(const TLyricsInfo& info) const {
 
 status_t TVesmoEView::SaveLyrics(const TLyricsInfo& info) {
   const std::string path = info.File.FullPath();
-  if (replace_file(path, DocumentBytes(info)) != B_OK) log_error("save", path + " could not be written");
+  fActive->FlushEdits();
+  fWritten = DocumentBytes(info);
+  if (replace_file(path, fWritten) != B_OK) log_error("save", path + " could not be written");
   BFile file(path.c_str(), B_READ_WRITE);
   if (file.InitCheck() == B_OK) SetLyricsMimeType(&file);
-  fActive->SetModified(false);
+  MarkSaved();
   return B_OK;
 }
 
@@ -76,9 +80,11 @@ status_t TVesmoEView::SaveLyrics(const TLyricsInfo& info) {
     told where, and the document still counts as changed. */
 bool TVesmoEView::IsOnDisk(const TLyricsInfo& info) {
   const std::string path = info.File.FullPath();
-  const std::string bytes = DocumentBytes(info);
+  // What was written, not what the text is by now: the user may be typing on.
+  const std::string bytes = std::exchange(fWritten, {});
   if (file_holds(path, bytes)) return true;
   fActive->SetModified(true);
+  fHistory.MarkUnsaved();
   const std::string kept = keep_for_recovery(path, bytes);
   const std::string where =
       kept.empty() ? gLLT->Text("Hint_Not_Recovered") : gLLT->Text("Hint_Recovered") + ("\n" + kept);

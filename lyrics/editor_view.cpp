@@ -1,6 +1,7 @@
 #include "lyrics/editor_view.h"
 
 #include "common/app_info.h"
+#include "editviews/free_edit_view.h"
 #include "editviews/tag_input_view.h"
 #include "language/llt.h"
 #include "platform/app/message.h"
@@ -20,6 +21,8 @@ constexpr float kStatusBarHeight = 14;
 /** The link's own thread polls nothing; this is how often it looks whether it is to end. */
 constexpr int64 kFrontEndIntervalUs = 100000;
 
+constexpr int32 kFreeEditMode = 2;
+
 BRect above_status_bar(BRect bounds) {
   bounds.bottom -= kStatusBarHeight + 1;
   return bounds;
@@ -38,6 +41,9 @@ TVesmoEView::TVesmoEView(BRect frame)
   fFrontEnd->Start();
   const BRect editFrame = above_status_bar(Bounds());
   fTagInput = new TTagInputView(editFrame, fFrontEnd.get());
+  fFreeEdit = new TFreeEditView(editFrame);
+  fTagInput->SetListener(this);
+  fFreeEdit->SetListener(this);
   fActive = fTagInput;
   fScroll = new BScrollView(editFrame, "ScrlView", fTagInput, B_FOLLOW_ALL_SIDES);
   AddChild(fScroll);
@@ -49,6 +55,10 @@ TVesmoEView::~TVesmoEView() {
   fPoll.reset();
   fFrontEnd->StopWaiting();
   fSongFinder.reset();
+  if (fActive == fTagInput)
+    delete fFreeEdit;
+  else
+    delete fTagInput;
 }
 
 void TVesmoEView::AttachedToWindow() {
@@ -78,6 +88,10 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return SaveRequested(*message);
   case kMsgMode:
     return MItemModeClicked(*message);
+  case kMsgUndo:
+    return UndoRqtd();
+  case kMsgRedo:
+    return RedoRqtd();
   case kMsgConvertTags:
     return MItemCvtTag(*message);
   case kMsgDeleteTags:
@@ -99,8 +113,25 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   }
 }
 
+void TVesmoEView::SetActive(int32 mode) {
+  BView* const shown = mode == kFreeEditMode ? static_cast<BView*>(fFreeEdit) : fTagInput;
+  if (shown == fScroll->Target()) return;
+  const bool hadFocus = fScroll->Target()->IsFocus();
+  fScroll->SetTarget(shown);
+  if (mode == kFreeEditMode)
+    fActive = fFreeEdit;
+  else
+    fActive = fTagInput;
+  if (hadFocus) shown->MakeFocus();
+}
+
+void TVesmoEView::FocusLyrics() {
+  fScroll->Target()->MakeFocus();
+}
+
 void TVesmoEView::SetMode(int32 mode) {
   fMode = mode;
+  SetActive(mode);
   fActive->SetMode(mode);
   ExpDefaultStatBarRqtd();
   BMessage changed(kMsgModeChanged);
@@ -110,13 +141,16 @@ void TVesmoEView::SetMode(int32 mode) {
 
 void TVesmoEView::MItemModeClicked(const BMessage& message) {
   int32 mode = 0;
-  if (message.FindInt32("Mode", &mode) != B_OK || mode < 0 || mode > 1) return;
+  if (message.FindInt32("Mode", &mode) != B_OK || mode < 0 || mode > kFreeEditMode) return;
+  fActive->FlushEdits();
   std::list<std::string> lines;
   fActive->GetLines(&lines);
   const bool modified = fActive->IsModified();
   const int32 last = static_cast<int32>(lines.size()) - 1;
   const int32 line = std::clamp(fActive->CurLine(), int32{0}, std::max(last, int32{0}));
+  TTrackedEditView* const left = fActive;
   SetMode(mode);
+  if (left != fActive) left->Clear(); // a long text need not be held twice
   fActive->SetLines(lines);
   fActive->SetModified(modified);
   fActive->SetCurLine(line);
@@ -135,6 +169,7 @@ void TVesmoEView::CreateNewLyrics() {
   fActive->SetLines({std::string()});
   fActive->SetCurLine(0);
   const bool knowsEncoding = settings->writeEncoding >= 0 && settings->writeEncoding <= 2;
+  BeginHistory();
   fInfo = {cvt_enum_cr_type_to_ct(settings->writeCRType), knowsEncoding ? settings->writeEncoding : 0, {}};
 }
 
@@ -167,6 +202,7 @@ void TVesmoEView::RefreshSonivoInfoRqtd() {
 }
 void TVesmoEView::PrefAppearanceChanged() {
   fTagInput->SetAppearance();
+  fFreeEdit->SetAppearance();
 }
 
 void TVesmoEView::LanguageChanged() {

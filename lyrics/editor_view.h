@@ -1,11 +1,12 @@
 #pragma once
 
-#include "editviews/edit_view_interface.h"
+#include "editviews/tracked_edit_view.h"
 #include "lyrics/lyrics_file.h"
 #include "platform/interface/view.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 class BFile;
@@ -14,6 +15,7 @@ class BScrollView;
 class BStringView;
 class Sonivo_FrontEnd;
 class TCurrentSongFinder;
+class TFreeEditView;
 class TTagInputView;
 
 /** What the menus, the panels and the edit views ask of the editor view; the fields stand beside the codes. */
@@ -29,14 +31,20 @@ enum : uint32 {
   kMsgAppearance = 'Spac',
   kMsgConvertTags = 'cvtt', // bool "CvtTagS2E": to the extended form
   kMsgDeleteTags = 'datt',
-  kMsgShiftTags = 'fttr',     // string "_SmplIptData": ms, decimal
-  kMsgAddHistory = '_ahr',    // to the window: ref "refs"
-  kMsgRemoveHistory = '_rhr', // to the window: ref "refs"
+  kMsgUndo = '_udo',
+  kMsgRedo = '_rdo',
+  kMsgHistoryChanged = '_hch', // to the window: bool "CanUndo", bool "CanRedo"
+  kMsgShiftTags = 'fttr',      // string "_SmplIptData": ms, decimal
+  kMsgAddHistory = '_ahr',     // to the window: ref "refs"
+  kMsgRemoveHistory = '_rhr',  // to the window: ref "refs"
 };
+
+/** In a ref message: bool, the file was chosen among the recent ones. */
+inline constexpr const char* kFromRecentFiles = "FromMRUF";
 
 /** The open document: its lines in an edit view, its file, its status bar, and the link to the player. Owned by the
     editor window, on its thread. */
-class TVesmoEView : public BView {
+class TVesmoEView : public BView, private TEditListener {
 public:
   explicit TVesmoEView(BRect frame);
   ~TVesmoEView() override;
@@ -50,6 +58,7 @@ public:
   TLyricsInfo CurrentLyricsInfo() const { return fInfo; }
   int32 Mode() const { return fMode; }
   void SetMode(int32 mode);
+  void FocusLyrics();
   void SetStatBarStr(const char* text);
   void SetWinTitle();
   void CreateNewLyrics();
@@ -65,11 +74,25 @@ private:
   void PrefAppearanceChanged();
   std::string DocumentName() const;
 
+  void SetActive(int32 mode);
+
+  // editor_history.cpp
+  void LinesEdited(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter) override;
+  void RetakeRqtd() override;
+  void UndoRqtd();
+  void RedoRqtd();
+  bool Replay(std::optional<TReplay> (TEditHistory::*next)() const, void (TEditHistory::*done)());
+  void RecordWholeText(const std::list<std::string>& lines, int32 line);
+  void BeginHistory();
+  void MarkSaved();
+  void TellHistory();
+
   // editor_opening.cpp
   void MItemOpenCurLyricsClicked();
   void CurrentSongAnswered(const BMessage& message);
   void RefsReceived(const BMessage& message);
   bool OpenFile(const BMessage& request, const entry_ref& ref);
+  bool AsksToForget(const BMessage& message, const entry_ref& ref);
   bool MakeSureItExists(const entry_ref& ref);
   bool CreateNewLyricsFile(const entry_ref& ref);
   void ShowLines(std::list<std::string> lines);
@@ -93,10 +116,15 @@ private:
   std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
   std::unique_ptr<TCurrentSongFinder> fSongFinder;
   std::unique_ptr<BMessageRunner> fPoll;
-  TTagInputView* fTagInput;    // a child, by way of the scroll view
-  TEditViewInterface* fActive; // the edit view that is shown
+  TTagInputView* fTagInput; // this one and the next: the active one a child, by way of the scroll view, the other owned
+  TFreeEditView* fFreeEdit;
+  TTrackedEditView* fActive; // the edit view that is shown
+  TEditHistory fHistory;
+  bool fCanUndo = false; // as last told to the window, and the next
+  bool fCanRedo = false;
   BScrollView* fScroll;
   BStringView* fStatusBar;
   TLyricsInfo fInfo;
+  std::string fWritten; // between a save and the look at the disk
   int32 fMode = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "plugin/comm_man.h"
 #include "plugin/message_filters.h"
+#include "window/manager_requests.h"
 
 #include <vector>
 
@@ -19,10 +20,6 @@ enum : uint32 {
   kMsgCloseCommonPref = 'Scsr',
   kMsgCloseMain = 'Scmr',
   kMsgMainClosed = 'mwcl', // messenger "window": which one
-  kMsgFineTimeTag = 'fttg',
-  kMsgHelp = '_hlp',
-  kMsgCommonPref = '_scp',
-  kMsgPreferences = '_prf',
   kMsgLanguageNode = '_nlc',
   kMsgLanguageChanged = '_lgc',
 };

@@ -46,13 +46,15 @@ TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
   fEditorView = new TVesmoEView(rest);
   AddChild(fEditorView);
   CreateMenu();
+  LoadMRUF();
+  GenerateMenuMRUF();
   fEditorView->CreateNewLyrics();
-  fEditorView->SetMode(gExitState->fMode == 1 ? 1 : 0);
+  fEditorView->SetMode(gExitState->fMode >= 0 && gExitState->fMode <= 2 ? gExitState->fMode : 0);
   fEditorView->SetWinTitle();
   SetSizeLimits(kMinWidth, kNoLimit, kMinHeight, kNoLimit);
   InstallMoveFilter();
   UpdateWinPosDiffe();
-  fEditorView->FindView("TagInputView")->MakeFocus();
+  fEditorView->FocusLyrics();
 }
 
 TVesmoEWin::~TVesmoEWin() {
@@ -79,6 +81,16 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     return MItemOpenClicked();
   case kMsgSaveAs:
     return MItemSaveAsClicked(*message);
+  case kMsgClearHistory:
+    return MItemDelAllMRUFClicked();
+  case kMsgAddHistory:
+    return AddHistoryRqtd(*message);
+  case kMsgRemoveHistory:
+    return RemoveHistoryRqtd(*message);
+  case kMsgHistoryChanged:
+    return HistoryChanged(*message);
+  case kMsgSave: // asked for by another's follow-up
+    return fEditorView->MessageReceived(message);
   case kMsgModeChanged:
     return UpdateModeComposRqtd(*message);
   case kMsgIAPChanged:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/interface/window.h"
+#include "window/mruf.h"
 
 #include <memory>
 #include <string>
@@ -13,7 +14,10 @@ class TVesmoESavePanel;
 class TVesmoEView;
 class TWMFilter;
 
-inline constexpr uint32 kMsgOpenPanel = '_opn';
+enum : uint32 {
+  kMsgOpenPanel = '_opn',
+  kMsgClearHistory = '_dam', // asks before it forgets the recent files
+};
 
 /** The editor's window: menu bar, editor view, file panels. Follows the player's window. Owned by the manager. */
 class TVesmoEWin : public BWindow {
@@ -31,13 +35,27 @@ private:
   // editor_menus.cpp
   void CreateMenu();
   BMenu* MakeFileMenu();
+  BMenuItem* MakeOpenSubmenu();
+  BMenu* MakeEditMenu();
   BMenu* MakeModeMenu();
+  BMenu* MakeToolMenu();
   BMenu* MakeHelpMenu();
-  BMenuItem* MakeItem(const char* key, const char* letter, uint32 code, char shortcut, BHandler* target);
+  BMenuItem* MakeItem(const char* key, const char* letter, uint32 code, char shortcut, BHandler* target,
+                      uint32 modifiers = 0);
+  BMenuItem* MakeConvertItem(const char* key, const char* letter, bool toExtended);
   BMenuItem* MakeModeItem(const char* key, const char* letter, char shortcut, int32 mode);
   void SetLabels();
   void UpdateModeComposRqtd(const BMessage& message);
   void MarkMode(int32 mode);
+  void HistoryChanged(const BMessage& message);
+  void EnableHistoryItems();
+
+  // editor_recent.cpp
+  void LoadMRUF();
+  void GenerateMenuMRUF();
+  void AddHistoryRqtd(const BMessage& message);
+  void RemoveHistoryRqtd(const BMessage& message);
+  void MItemDelAllMRUFClicked();
 
   // editor_window.cpp
   void FollowHost();
@@ -59,8 +77,14 @@ private:
   BLooper* const fManager;
   std::unique_ptr<TVesmoESavePanel> fSavePanel; // made at first use, as the next
   std::unique_ptr<BFilePanel> fOpenPanel;
-  BMenuBar* fMenuBar;               // a child
-  BMenuItem* fModeItems[2] = {};    // in the menu bar
+  BMenuBar* fMenuBar;            // a child
+  BMenuItem* fModeItems[3] = {}; // in the menu bar, as the next three
+  BMenuItem* fUndoItem = nullptr;
+  BMenuItem* fRedoItem = nullptr;
+  BMenu* fOpenMenu = nullptr; // the recent files unfold from it
+  TMRUF fMRUF;
+  bool fCanUndo = false;
+  bool fCanRedo = false;
   TVesmoEView* fEditorView;         // a child
   BPoint fPositionDifference;       // this window's left top less the player's
   TWMFilter* fMoveFilter = nullptr; // owned by the player's window

@@ -4,6 +4,7 @@
 #include "platform/display/convert.h"
 #include "platform/kernel/modifiers.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QRegularExpression>
 #include <QShortcut>
@@ -68,6 +69,10 @@ QWidget* outermost(QMenu* menu) {
 }
 
 } // namespace
+
+void ChoosableMenu::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Alt) QMenu::keyPressEvent(event);
+}
 
 void ChoosableMenu::mouseReleaseEvent(QMouseEvent* event) {
   QAction* action = actionAt(event->position().toPoint());

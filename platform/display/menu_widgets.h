@@ -7,12 +7,14 @@
 
 namespace display {
 
-/** A menu whose unfolding items can be chosen by a click too, where they have a message. */
+/** A menu whose unfolding items can be chosen by a click too, where they have a message. The Alt key, which may give a
+    choice another meaning, leaves it open. */
 class ChoosableMenu : public QMenu {
 public:
   using QMenu::QMenu;
 
 protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
 };
 

@@ -1,5 +1,6 @@
 #include "tests/editor/editor_fixture.h"
 
+#include "editviews/free_edit_view.h"
 #include "editviews/tag_input_view.h"
 #include "lyrics/editor_view.h"
 
@@ -108,12 +109,17 @@ bool EditorByHand::Until(const std::function<bool()>& isSo) {
   return isSo();
 }
 
+TEditViewInterface& EditorByHand::EditView() const {
+  if (auto* const tagInput = fWindow->FindView("TagInputView")) return *static_cast<TTagInputView*>(tagInput);
+  return *static_cast<TFreeEditView*>(fWindow->FindView("FreeEditView"));
+}
+
 std::list<std::string> EditorByHand::Lines() const {
   std::list<std::string> lines;
-  static_cast<TTagInputView*>(fWindow->FindView("TagInputView"))->GetLines(&lines);
+  EditView().GetLines(&lines);
   return lines;
 }
 
 bool EditorByHand::IsModified() const {
-  return static_cast<TTagInputView*>(fWindow->FindView("TagInputView"))->IsModified();
+  return EditView().IsModified();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editviews/edit_view_interface.h"
 #include "tests/display/hands.h"
 #include "tests/editor/editor_world.h"
 #include "window/editor_window.h"
@@ -33,6 +34,8 @@ protected:
   /** True once `isSo` holds, while messages are delivered; gives up after 10 s. */
   bool Until(const std::function<bool()>& isSo);
 
+  /** The one that is shown. */
+  TEditViewInterface& EditView() const;
   std::list<std::string> Lines() const;
   bool IsModified() const;
   /** Empty once the window is closed. */

@@ -241,7 +241,7 @@ TEST_F(EditorWindow, SwitchesBetweenTheFormsOfTags) {
   EXPECT_THAT(Status(), StartsWith(" [Tag, standard]"));
   Press("Space");
   EXPECT_EQ(Row(1), "[01:01]two") << "the line stayed selected";
-  const auto lines = hands::menu_lines(*fWindow, {"Mode"});
+  const auto lines = hands::menu_lines(*fWindow, {"Mode", "Tag input"});
   EXPECT_FALSE(lines.at(0).isMarked);
   EXPECT_TRUE(lines.at(1).isMarked);
 }

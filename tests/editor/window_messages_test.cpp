@@ -37,7 +37,7 @@ TEST_F(WindowMessages, MessagesWithoutTheirFieldsChangeNothing) {
   SendToView(with_mode(99));
   EXPECT_THAT(Lines(), ElementsAre("a"));
   EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
-  EXPECT_TRUE(hands::menu_lines(*fWindow, {"M - Mode"}).front().isMarked);
+  EXPECT_TRUE(hands::menu_lines(*fWindow, {"M - Mode", "T - Tag input"}).front().isMarked);
 }
 
 TEST_F(WindowMessages, StaysOnTopWhenTheSettingsSaySo) {

@@ -1,0 +1,11 @@
+#include "editviews/appearance.h"
+
+#include "plugin/pref.h"
+
+BFont lyrics_font(BFont font) {
+  const auto look = gPref->Values();
+  font.SetFamilyAndFace(look->fontFamily, B_REGULAR_FACE);
+  font.SetSize(look->fontSize);
+  font.SetFlags(look->antiAlias ? B_FORCE_ANTIALIASING : B_DISABLE_ANTIALIASING);
+  return font;
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "platform/interface/font.h"
+
+/** The font that the settings ask for, in all that they name; the rest is of the given one. */
+BFont lyrics_font(BFont font);

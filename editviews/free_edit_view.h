@@ -1,0 +1,42 @@
+#pragma once
+
+#include "editviews/tracked_edit_view.h"
+#include "platform/interface/text_view.h"
+
+/** The lyrics as one text to edit, tags and all. On the window's thread. */
+class TFreeEditView : public BTextView, public TTrackedEditView {
+public:
+  explicit TFreeEditView(BRect frame);
+
+  void SetMode(int32) override {} // there is but one
+  void SetLines(const std::list<std::string>& lines) override;
+  void GetLines(std::list<std::string>* lines) const override;
+  void SetModified(bool modified) override { fModified = modified; }
+  bool IsModified() const override { return fModified; }
+  /** Lines as they are in the file, however they are wrapped; one wider than 10000 pixels counts in pieces. */
+  void SetCurLine(int32 line) override;
+  int32 CurLine() override;
+  void SetAppearance() override;
+  std::string StatBarSymbol() const override;
+  std::string DefaultStatBarStr() const override;
+  void Clear() override;
+
+  void FlushEdits() override { FlushChanges(); }
+  bool Replay(const TReplay& replay) override;
+
+  void KeyDown(const char* bytes, int32 count) override;
+  void AttachedToWindow() override;
+  void FrameResized(float width, float height) override;
+
+protected:
+  void InsertText(std::string_view text) override;
+  void TextChanged(const text_change& change) override;
+
+private:
+  void WidenTextRect();
+  void FitTextRect();
+
+  bool fModified = false;
+  /** Lines of the document; the text has one more behind its last line feed. */
+  int32 fLineCount = 0;
+};

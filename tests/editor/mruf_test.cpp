@@ -1,0 +1,136 @@
+#include "window/mruf.h"
+
+#include "lyrics/editor_view.h"
+#include "platform/app/message.h"
+#include "platform/interface/menu.h"
+#include "platform/kernel/modifiers.h"
+#include "platform/storage/entry.h"
+#include "tests/editor/editor_fixture.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+
+namespace {
+
+std::vector<std::string> paths_of(const TMRUF& files) {
+  std::vector<std::string> paths;
+  for (int32 i = 0; i < files.CountMRUFs(); ++i) paths.emplace_back(files.MRUFAt(i));
+  return paths;
+}
+
+} // namespace
+
+TEST(RecentFiles, NewestComesFirstAndTheOldestGoes) {
+  TMRUF files;
+  files.SetMaxMRUF(3);
+  for (const char* path : {"/a", "/b", "/c", "/B", "/c"}) files.AddMRUF(path);
+  EXPECT_THAT(paths_of(files), ElementsAre("/c", "/B", "/b"));
+  EXPECT_EQ(files.FindMRUF("/a"), -1);
+  EXPECT_EQ(files.RemoveMRUF("/a"), nullptr);
+  EXPECT_EQ(files.RemoveMRUF(3), nullptr);
+  EXPECT_EQ(files.RemoveMRUF(-1), nullptr);
+  char* const removed = files.RemoveMRUF("/B");
+  EXPECT_STREQ(removed, "/B");
+  delete[] removed;
+  files.SetMaxMRUF(1);
+  EXPECT_THAT(paths_of(files), ElementsAre("/c"));
+}
+
+TEST(RecentFiles, ComeBackInTheirOrder) {
+  TMRUF files;
+  for (const char* path : {"/one", "/two", "/three"}) files.AddMRUF(path);
+  BMessage archive;
+  EXPECT_TRUE(files.Archive(&archive));
+  std::string first;
+  archive.FindString("MRUF", &first);
+  EXPECT_EQ(first, "/one") << "oldest first";
+  TMRUF read;
+  read.AddMRUF("/gone");
+  EXPECT_TRUE(read.Unarchive(archive));
+  EXPECT_THAT(paths_of(read), ElementsAre("/three", "/two", "/one"));
+  BMessage odd;
+  odd.AddInt32("MRUF", 1);
+  EXPECT_FALSE(read.Unarchive(odd));
+  EXPECT_EQ(read.CountMRUFs(), 0);
+}
+
+TEST(RecentFiles, ItemsStandBeforeTheSeparatorOfTheirMenu) {
+  BMenu menu("files");
+  menu.AddItem(new BMenuItem("above", nullptr));
+  menu.AddSeparatorItem();
+  TMRUF files;
+  files.SetTgtMenu(&menu);
+  files.SetTgtBase(1);
+  files.SetTriggerBase(9);
+  files.SetShowSC(true);
+  files.SetSeparator("a) ");
+  files.SetMessage(new BMessage('test'));
+  for (const char* path : {"/x/same.lrc", "/y/same.lrc"}) files.AddMRUF(path);
+  for (int i = 0; i < 2; ++i) files.GenerateMenu(); // a second time nothing is doubled
+  ASSERT_EQ(menu.CountItems(), 4);
+  EXPECT_STREQ(menu.ItemAt(1)->Label(), "9) same.lrc");
+  EXPECT_EQ(menu.ItemAt(1)->Shortcut(), '9');
+  EXPECT_EQ(menu.ItemAt(1)->ShortcutModifiers(), uint32{B_SHIFT_KEY});
+  EXPECT_STREQ(menu.ItemAt(2)->Label(), "A) same.lrc");
+  EXPECT_EQ(menu.ItemAt(2)->Shortcut(), 0);
+  entry_ref ref;
+  EXPECT_EQ(menu.ItemAt(2)->Message()->what, uint32{'test'});
+  ASSERT_EQ(menu.ItemAt(2)->Message()->FindRef("refs", &ref), B_OK);
+  EXPECT_EQ(ref.FullPath(), "/x/same.lrc");
+  files.ClearMRUF();
+  files.GenerateMenu();
+  EXPECT_EQ(menu.CountItems(), 2);
+}
+
+class RecentFilesMenu : public EditorByHand {
+protected:
+  std::vector<std::string> Shown() const {
+    std::vector<std::string> labels;
+    for (const auto& line : hands::menu_lines(*fWindow, {"F - File", "O - Open..."})) labels.push_back(line.label);
+    return labels;
+  }
+  bool CanClear() const { return hands::menu_lines(*fWindow, {"F - File", "O - Open..."}).back().isEnabled; }
+};
+
+constexpr const char* kClear = "D - Clear the list of recent files";
+
+TEST_F(RecentFilesMenu, OpenedFilesAreListedAndOpenedAgain) {
+  EXPECT_THAT(Shown(), ElementsAre("", kClear));
+  EXPECT_FALSE(CanClear());
+  Open(fFolder.Write("a.lrc", "one\n"));
+  Open(fFolder.Write("b.lrc", "two\n"));
+  EXPECT_THAT(Shown(), ElementsAre("0 - b.lrc", "1 - a.lrc", "", kClear));
+  EXPECT_TRUE(CanClear());
+  Press("Ctrl+Shift+1");
+  EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
+  EXPECT_TRUE(hands::choose(*fWindow, {"F - File", "O - Open...", "1 - b.lrc"}));
+  Settle();
+  EXPECT_EQ(Title(), "b.lrc - Vesmo Editor");
+  TMRUF stored;
+  EXPECT_TRUE(stored.Load(BEntry((fFolder.Path() + "/KOREVA/VesmoE/VesmoE_MRU.arc").c_str())));
+  EXPECT_EQ(stored.CountMRUFs(), 2);
+}
+
+TEST_F(RecentFilesMenu, AreForgottenOnlyAfterAQuestion) {
+  Open(fFolder.Write("a.lrc", "one\n"));
+  const auto clear = [this] {
+    hands::choose(*fWindow, {"F - File", "O - Open...", kClear});
+    Settle();
+  };
+  const hands::Question asked = Answer("N", clear);
+  EXPECT_EQ(asked.text, "Remove every file from the list of recent files?\n\n"
+                        "To remove a single file, hold the Alt key while you choose it.");
+  EXPECT_THAT(asked.buttons, ElementsAre("A - Clear all", "N - No"));
+  EXPECT_TRUE(CanClear());
+  Answer("A", clear);
+  EXPECT_THAT(Shown(), ElementsAre("", kClear));
+}
+
+TEST_F(RecentFilesMenu, FileThatIsGoneIsDroppedWhenItIsNotMadeAgain) {
+  const std::string path = fFolder.Write("a.lrc", "one\n");
+  Open(path);
+  unlink(path.c_str());
+  Answer("N", [this] { Press("Ctrl+Shift+0"); });
+  EXPECT_FALSE(CanClear());
+}

@@ -1,0 +1,70 @@
+/** The editor window's list of recent files. */
+
+#include "common/koreva.h"
+#include "interapp/inter_app_prefs.h"
+#include "interapp/questions.h"
+#include "language/llt.h"
+#include "lyrics/editor_view.h"
+#include "platform/app/message.h"
+#include "platform/interface/menu.h"
+#include "platform/interface/menu_item.h"
+#include "platform/storage/entry.h"
+#include "platform/storage/entry_ref.h"
+#include "window/editor_window.h"
+
+namespace {
+
+bool find_archive(BEntry* entry) {
+  return koreva::get_entry("VesmoE_MRU.arc", entry, koreva::kSettingsDir, "VesmoE");
+}
+
+std::string path_in(const BMessage& message) {
+  entry_ref ref;
+  return message.FindRef("refs", &ref) == B_OK ? ref.FullPath() : std::string();
+}
+
+} // namespace
+
+void TVesmoEWin::LoadMRUF() {
+  fMRUF.SetShowSC(true);
+  fMRUF.SetMaxMRUF(10);
+  fMRUF.SetTgtHandler(this);
+  auto* const open = new BMessage(B_REFS_RECEIVED);
+  open->AddBool(kFromRecentFiles, true);
+  fMRUF.SetMessage(open);
+  BEntry archive;
+  if (find_archive(&archive)) fMRUF.Load(archive);
+}
+
+void TVesmoEWin::GenerateMenuMRUF() {
+  std::string format;
+  gIAP->GetString("AccKeyFormat", &format);
+  fMRUF.SetSeparator(format);
+  fMRUF.SetTgtMenu(fOpenMenu);
+  fMRUF.GenerateMenu();
+  fOpenMenu->FindItem(kMsgClearHistory)->SetEnabled(fMRUF.CountMRUFs() > 0);
+  BEntry archive;
+  if (find_archive(&archive)) fMRUF.Save(archive);
+}
+
+void TVesmoEWin::AddHistoryRqtd(const BMessage& message) {
+  const std::string path = path_in(message);
+  if (path.empty()) return;
+  fMRUF.AddMRUF(path.c_str());
+  GenerateMenuMRUF();
+}
+
+void TVesmoEWin::RemoveHistoryRqtd(const BMessage& message) {
+  const std::string path = path_in(message);
+  if (path.empty()) return;
+  delete[] fMRUF.RemoveMRUF(path.c_str());
+  GenerateMenuMRUF();
+}
+
+void TVesmoEWin::MItemDelAllMRUFClicked() {
+  const std::string question = gLLT->Text("Ask_Del_All_MRUF") + std::string("\n\n") + gLLT->Text("Hint_Del_One_MRUF");
+  enum { kClearButton };
+  if (ask(question, {text_button("Button_Del_All", 'A'), text_button("Button_No", 'N', true)}) != kClearButton) return;
+  fMRUF.ClearMRUF();
+  GenerateMenuMRUF();
+}

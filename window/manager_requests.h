@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/support/types.h"
+
+/** What the editor window's menus and tool bar ask of the communication manager. No fields. */
+enum : uint32 {
+  kMsgFineTimeTag = 'fttg', // opens the window that asks for the shift
+  kMsgHelp = '_hlp',
+  kMsgCommonPref = '_scp',  // the family's common preferences
+  kMsgPreferences = '_prf', // the plug-ins' own
+};

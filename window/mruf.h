@@ -1,0 +1,71 @@
+#pragma once
+
+#include "common/archivable.h"
+
+#include <deque>
+#include <memory>
+#include <string>
+
+class BHandler;
+class BMenu;
+class BMenuItem;
+class BMessage;
+
+/** The files used most recently, newest first, shown as items of a menu and kept in an archive. On the thread of the
+    window that the menu belongs to. */
+class TMRUF : public koreva::TArchivable {
+public:
+  TMRUF();
+  ~TMRUF() override;
+
+  /** A path that is there already moves to the front; a new one drops those beyond the maximum. Case counts. */
+  void AddMRUF(const char* path);
+  /** Hands the path out, to be freed with delete[]; null outside the list or for an unknown path. */
+  char* RemoveMRUF(int32 index);
+  char* RemoveMRUF(const char* path);
+  /** -1 for an unknown path. */
+  int32 FindMRUF(const char* path) const;
+  /** Null outside the list. */
+  const char* MRUFAt(int32 index) const;
+  int32 CountMRUFs() const { return static_cast<int32>(fPaths.size()); }
+  void ClearMRUF();
+
+  /** What is beyond it is dropped at once. */
+  void SetMaxMRUF(int32 count);
+  /** The first ten get the digits as shortcuts, with Shift. */
+  void SetShowSC(bool shows) { fShowsShortcuts = shows; }
+  /** Where in the menu the first file stands. */
+  void SetTgtBase(int32 index) { fTargetBase = index; }
+  /** The number of the first file: 0 to 9 are digits, 10 and more the letters from A. */
+  void SetTriggerBase(int32 number) { fTriggerBase = number; }
+  /** Borrowed, as the next; the target is read when items are made. */
+  void SetTgtMenu(BMenu* menu) { fMenu = menu; }
+  void SetTgtHandler(const BHandler* handler) { fTarget = handler; }
+  /** The format of the labels' accelerators. */
+  void SetSeparator(const std::string& separator) { fSeparator = separator; }
+  /** Each item sends a copy with its file in "refs". Copied, and deleted. */
+  void SetMessage(BMessage* message);
+
+  /** Makes the items anew: those of the files, up to the separator behind them. */
+  void GenerateMenu();
+
+  /** Strings "MRUF", oldest first. */
+  bool Archive(BMessage* archive) override;
+  bool Unarchive(const BMessage& archive) override;
+
+private:
+  using Path = std::unique_ptr<char[]>;
+
+  void DeleteExtraMRUF();
+  BMenuItem* MakeItem(int32 index) const;
+
+  bool fShowsShortcuts = false;
+  int32 fTargetBase = 0;
+  int32 fTriggerBase = 0;
+  int32 fMaximum = 10;
+  std::deque<Path> fPaths;
+  BMenu* fMenu = nullptr;
+  const BHandler* fTarget = nullptr;
+  std::string fSeparator;
+  std::unique_ptr<BMessage> fMessage;
+};
