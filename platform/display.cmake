@@ -8,6 +8,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/display.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/display_thread.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/font_metrics.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/image_icon.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/input_watch.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/key_bytes.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/list_peer.cpp
@@ -27,11 +28,14 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/text_bytes.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/text_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/text_runs.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/tool_button_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/view_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/widget_guard.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/window_guard.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/window_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/alert.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/bitmap.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/control.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/file_panel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/follow.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/font.cpp

@@ -67,6 +67,10 @@ void ViewPeer::SetFocus(bool focused) {
   });
 }
 
+void ViewPeer::SetEnabled(bool enabled) {
+  Change([enabled](QWidget* widget) { widget->setEnabled(enabled); });
+}
+
 void ViewPeer::SetColor(rgb_color color) {
   Change([color](QWidget* widget) {
     QPalette palette = color.alpha != 0 ? widget->palette() : QPalette();

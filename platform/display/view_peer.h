@@ -44,6 +44,7 @@ enum : uint32 {
   DISPLAY_MENU_CHANGED = '_MNF',  // from the program to itself: hand the menus over
   DISPLAY_FILES_CHOSEN = '_FPS',  // string "path" (one or more)
   DISPLAY_PANEL_CLOSED = '_FPC',
+  DISPLAY_CONTROL_WORKED = '_CTW',
 };
 
 /** What a control wants from the keyboard. */
@@ -66,6 +67,7 @@ public:
   void FillParent();
   void SetVisible(bool visible);
   void SetFocus(bool focused);
+  void SetEnabled(bool enabled);
   /** Without alpha: the display's own colour. */
   virtual void SetColor(rgb_color color);
   virtual void SetFont(const BFont& font);
