@@ -5,6 +5,7 @@
 #include "platform/display/window_peer.h"
 #include "platform/interface/window.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QDragEnterEvent>
@@ -13,6 +14,7 @@
 #include <QListView>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMetaEnum>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -255,6 +257,29 @@ std::string row_text(BWindow& window, const std::string& list, int row) {
   return with_widget(window, [=](QWidget* widget) {
     const auto* model = qobject_cast<QListView*>(control_of(widget, list))->model();
     return model->data(model->index(row, 0), Qt::AccessibleTextRole).toString().toStdString();
+  });
+}
+
+Spoken spoken(BWindow& window, const std::string& view) {
+  return with_widget(window, [view](QWidget* widget) {
+    QAccessibleInterface* said = QAccessible::queryAccessibleInterface(control_of(widget, view));
+    const QAccessible::State state = said->state();
+    const char* role = QMetaEnum::fromType<QAccessible::Role>().valueToKey(said->role());
+    return Spoken{said->text(QAccessible::Name).toStdString(), role ? role : "", state.checked != 0, !state.disabled};
+  });
+}
+
+std::string focused_view(BWindow& window) {
+  return with_widget(window, [](QWidget* widget) {
+    const QWidget* focused = widget->focusWidget();
+    return focused && focused->hasFocus() ? focused->objectName().toStdString() : std::string();
+  });
+}
+
+std::string pixels(BWindow& window, const std::string& view) {
+  return with_widget(window, [view](QWidget* widget) {
+    const QImage image = control_of(widget, view)->grab().toImage();
+    return std::string(reinterpret_cast<const char*>(image.constBits()), static_cast<size_t>(image.sizeInBytes()));
   });
 }
 

@@ -55,6 +55,18 @@ bool answer_with_button(const std::string& label);
 
 /** How much the list of that name says of a row to those who listen to the screen; empty when never drawn. */
 std::string row_text(BWindow& window, const std::string& list, int row);
+/** What those who listen to the screen are told of a control; the role as Qt names it. */
+struct Spoken {
+  std::string name;
+  std::string role;
+  bool isOn = false;
+  bool isEnabled = false;
+};
+Spoken spoken(BWindow& window, const std::string& view);
+/** The view whose control has the focus; empty for none. */
+std::string focused_view(BWindow& window);
+/** Every pixel of a control, as it is drawn now. */
+std::string pixels(BWindow& window, const std::string& view);
 std::string label_text(BWindow& window, const std::string& view);
 BRect control_frame(BWindow& window, const std::string& view);
 bool is_on_top(BWindow& window);

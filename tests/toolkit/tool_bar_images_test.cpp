@@ -1,0 +1,78 @@
+#include "window/tool_bar_images.h"
+
+#include "platform/display/display_thread.h"
+#include "platform/display/image_icon.h"
+#include "platform/interface/bitmap.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr const char* kNames[] = {"TBOpenCurLyrics",   "TBOpen",         "TBSave", "TBFineTimeTag", "TBTagInputExtMode",
+                                  "TBTagInputStdMode", "TBFreeEditMode", "TBHelp", "TBAbout"};
+
+BBitmap image_of(const char* name) {
+  size_t size = 0;
+  const void* bytes = tool_bar_images().LoadResource(B_RAW_TYPE, name, &size);
+  return bytes ? BBitmap(bytes, size) : BBitmap();
+}
+
+double linear(int channel) {
+  const double share = channel / 255.0;
+  return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+}
+
+double luminance(QColor color) {
+  return 0.2126 * linear(color.red()) + 0.7152 * linear(color.green()) + 0.0722 * linear(color.blue());
+}
+
+double contrast(QColor a, QColor b) {
+  const auto [low, high] = std::minmax({luminance(a), luminance(b)});
+  return (high + 0.05) / (low + 0.05);
+}
+
+/** The fully drawn pixels that stand out from the ground as signs should (3 : 1), and those that do not. */
+struct Seen {
+  int clear = 0;
+  int faint = 0;
+};
+Seen seen_on(const BBitmap& image, QColor ground, QColor ink, int size) {
+  return display::call([&] {
+    const QImage drawn = display::render_image(*image.Bytes(), {size, size}, ink);
+    Seen seen;
+    for (int y = 0; y < drawn.height(); ++y)
+      for (int x = 0; x < drawn.width(); ++x)
+        if (drawn.pixelColor(x, y).alpha() == 255)
+          ++(contrast(drawn.pixelColor(x, y), ground) >= 3 ? seen.clear : seen.faint);
+    return seen;
+  });
+}
+
+} // namespace
+
+TEST(ToolBarImages, AreAllCompiledInAndTheDisplayReadsThem) {
+  for (const char* name : kNames) {
+    EXPECT_TRUE(image_of(name).IsValid()) << name;
+    EXPECT_EQ(image_of(name).Bounds(), (BRect{0, 0, 23, 23})) << name;
+  }
+}
+
+TEST(ToolBarImages, StandOutOnLightAndOnDark) {
+  for (const char* name : kNames)
+    for (const auto& [ground, ink] : {std::pair(QColor(0xef, 0xef, 0xef), QColor(Qt::black)),
+                                      std::pair(QColor(0x2b, 0x2b, 0x2b), QColor(Qt::white))})
+      for (const int size : {24, 48}) {
+        const Seen seen = seen_on(image_of(name), ground, ink, size);
+        EXPECT_GT(seen.clear, size) << name << " at " << size;
+        EXPECT_EQ(seen.faint, 0) << name << " at " << size;
+      }
+}
+
+TEST(Bitmap, BytesThatAreNoImageAreNotValid) {
+  EXPECT_FALSE(BBitmap("not an image", 12).IsValid());
+  EXPECT_FALSE(BBitmap("", 0).IsValid());
+  EXPECT_FALSE(BBitmap().IsValid());
+}

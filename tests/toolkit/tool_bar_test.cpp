@@ -1,0 +1,160 @@
+#include "toolkit/tool_bar.h"
+
+#include "platform/interface/window.h"
+#include "tests/display/hands.h"
+#include "window/tool_bar_images.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+BBitmap some_image() {
+  size_t size = 0;
+  const void* bytes = tool_bar_images().LoadResource(B_RAW_TYPE, "TBSave", &size);
+  return {bytes, size};
+}
+
+/** Open, Save | Std, each answering to the window. */
+class BarWindow : public BWindow {
+public:
+  BarWindow() : BWindow({100, 100, 399, 299}, "tools") {
+    SetRunsOnShow(false);
+    fBar = new TToolBar({0, 0, 299, 30}, "ToolBar");
+    fBar->AppendButton("Open", some_image(), new BMessage('_opn'));
+    fBar->AppendButton("Save", some_image(), new BMessage('_sav'));
+    fBar->AppendSeparator();
+    auto* mode = new BMessage('mode');
+    mode->AddInt32("Mode", 1);
+    fBar->AppendButton("Std", some_image(), mode)->SetValue(0);
+    AddChild(fBar);
+    Show();
+    Activate();
+    hands::settle(*this);
+  }
+  void MessageReceived(BMessage* message) override {
+    fReceived.push_back(*message);
+    BWindow::MessageReceived(message);
+  }
+  TToolBar* fBar;
+  std::vector<BMessage> fReceived;
+};
+
+} // namespace
+
+class ToolBar : public testing::Test {
+protected:
+  ToolBar() : fWindow(new BarWindow) {}
+  ~ToolBar() override {
+    fWindow->Lock();
+    fWindow->Quit();
+  }
+  std::vector<uint32> After(const std::function<void()>& act) {
+    fWindow->fReceived.clear();
+    act();
+    hands::settle(*fWindow);
+    std::vector<uint32> codes;
+    for (const BMessage& message : fWindow->fReceived) codes.push_back(message.what);
+    return codes;
+  }
+  void Click(const char* button) { hands::click(*fWindow, button, {8, 8}); }
+  TToolBar& Bar() { return *fWindow->fBar; }
+  using Codes = std::vector<uint32>;
+  BarWindow* fWindow;
+};
+
+TEST_F(ToolBar, ClickSendsTheMessageWithItsFieldsAndChangesNothingElse) {
+  EXPECT_EQ(After([&] { Click("Std"); }), Codes{'mode'});
+  int32 mode = 0;
+  EXPECT_EQ(fWindow->fReceived.front().FindInt32("Mode", &mode), B_OK);
+  EXPECT_EQ(mode, 1);
+  EXPECT_EQ(Bar().FindItem("Std")->Value(), 0);
+  EXPECT_FALSE(hands::spoken(*fWindow, "Std").isOn) << "pressed in is what the program says";
+  EXPECT_EQ(After([&] { Click("Std"); }), Codes{'mode'}) << "once more, the message is its own still";
+}
+
+TEST_F(ToolBar, ButtonIsAimedAtAnotherHandler) {
+  Bar().FindItem("Open")->SetTarget(&Bar());
+  EXPECT_EQ(After([&] { Click("Open"); }), Codes{'_opn'}) << "what the bar does not know goes on to the window";
+  struct Target : BHandler {
+    void MessageReceived(BMessage* message) override { fCode = message->what; }
+    uint32 fCode = 0;
+  } target;
+  fWindow->Lock();
+  fWindow->AddHandler(&target);
+  fWindow->Unlock();
+  Bar().FindItem("Open")->SetTarget(&target);
+  EXPECT_EQ(After([&] { Click("Open"); }), Codes{});
+  EXPECT_EQ(target.fCode, uint32{'_opn'});
+  fWindow->Lock();
+  fWindow->RemoveHandler(&target);
+  fWindow->Unlock();
+}
+
+TEST_F(ToolBar, EveryButtonIsReachedByTabAndPressedBySpaceAndReturn) {
+  EXPECT_EQ(hands::focused_view(*fWindow), "Open");
+  EXPECT_EQ(After([&] { hands::press(*fWindow, "Space"); }), Codes{'_opn'});
+  hands::press(*fWindow, "Tab");
+  EXPECT_EQ(hands::focused_view(*fWindow), "Save");
+  EXPECT_EQ(After([&] { hands::press(*fWindow, "Return"); }), Codes{'_sav'});
+  hands::press(*fWindow, "Tab");
+  EXPECT_EQ(hands::focused_view(*fWindow), "Std") << "a separator is passed over";
+}
+
+TEST_F(ToolBar, ClickLeavesTheFocusWhereItIs) {
+  Click("Save");
+  EXPECT_EQ(hands::focused_view(*fWindow), "Open");
+}
+
+TEST_F(ToolBar, ButtonsAreFoundByNameAndCountedWithoutSeparators) {
+  EXPECT_EQ(Bar().CountButtons(), 3);
+  EXPECT_EQ(Bar().IndexOf(Bar().FindItem("Std")), 2);
+  EXPECT_EQ(Bar().ButtonAt(1), Bar().FindItem("Save"));
+  EXPECT_EQ(Bar().FindItem("Separator"), nullptr);
+  EXPECT_EQ(Bar().IndexOf(nullptr), -1);
+  EXPECT_EQ(Bar().ButtonAt(3), nullptr);
+  EXPECT_EQ(Bar().ButtonAt(-1), nullptr);
+}
+
+TEST_F(ToolBar, ListenersHearTipsAndWhetherAButtonIsOn) {
+  Bar().FindItem("Save")->SetTip("Save the lyrics");
+  Bar().FindItem("Std")->SetValue(1);
+  EXPECT_EQ(hands::spoken(*fWindow, "Save").name, "Save the lyrics");
+  EXPECT_EQ(hands::spoken(*fWindow, "Save").role, "Button");
+  EXPECT_TRUE(hands::spoken(*fWindow, "Std").isOn);
+  Bar().FindItem("Std")->SetValue(0);
+  EXPECT_FALSE(hands::spoken(*fWindow, "Std").isOn);
+}
+
+TEST_F(ToolBar, DisabledButtonDoesNothingAndIsFaint) {
+  const std::string before = hands::pixels(*fWindow, "Save");
+  Bar().FindItem("Save")->SetEnabled(false);
+  EXPECT_FALSE(hands::spoken(*fWindow, "Save").isEnabled);
+  EXPECT_NE(hands::pixels(*fWindow, "Save"), before);
+  EXPECT_EQ(After([&] { Click("Save"); }), Codes{});
+  hands::press(*fWindow, "Tab");
+  EXPECT_EQ(hands::focused_view(*fWindow), "Std");
+}
+
+TEST_F(ToolBar, OnAndFlatCanBeSeen) {
+  const std::string flat = hands::pixels(*fWindow, "Std");
+  Bar().FindItem("Std")->SetValue(1);
+  EXPECT_NE(hands::pixels(*fWindow, "Std"), flat);
+  Bar().FindItem("Std")->SetValue(0);
+  Bar().SetFlat(false);
+  EXPECT_NE(hands::pixels(*fWindow, "Std"), flat);
+  Bar().SetFlat(true);
+  EXPECT_EQ(hands::pixels(*fWindow, "Std"), flat);
+}
+
+TEST_F(ToolBar, ButtonsStandSideBySideWithinTheBar) {
+  const BRect open = hands::control_frame(*fWindow, "Open");
+  const BRect save = hands::control_frame(*fWindow, "Save");
+  const BRect std = hands::control_frame(*fWindow, "Std");
+  EXPECT_EQ(save.left, open.right + 1);
+  EXPECT_GT(std.left, save.right + 1) << "the separator has room";
+  EXPECT_GE(open.Width(), 24);
+  EXPECT_LE(open.bottom, Bar().Bounds().bottom);
+  EXPECT_EQ(Bar().PreferredWidth(), std.right + open.left);
+}

@@ -1,0 +1,68 @@
+#include "toolkit/tool_bar.h"
+
+#include "platform/display/tool_button_peer.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+constexpr float kMargin = 2;
+} // namespace
+
+TToolBar::TToolBar(BRect frame, const char* name, uint32 resizingMode) : BView(frame, name, resizingMode) {}
+
+TToolButton* TToolBar::AppendButton(const char* name, const BBitmap& bitmap, BMessage* message) {
+  auto* const button = new TToolButton({}, name, bitmap, message);
+  button->SetFlat(fIsFlat);
+  fButtons.push_back(button);
+  AddChild(button);
+  if (Window()) LayOut();
+  return button;
+}
+
+void TToolBar::AppendSeparator() {
+  AddChild(new TSeparatorButton({}));
+  if (Window()) LayOut();
+}
+
+TToolButton* TToolBar::FindItem(const char* name) const {
+  const auto found =
+      std::ranges::find_if(fButtons, [name](const TToolButton* b) { return std::string_view(b->Name()) == name; });
+  return found == fButtons.end() ? nullptr : *found;
+}
+
+TToolButton* TToolBar::ButtonAt(int32 index) const {
+  return index >= 0 && index < CountButtons() ? fButtons[static_cast<size_t>(index)] : nullptr;
+}
+
+int32 TToolBar::IndexOf(const TToolButton* button) const {
+  const auto found = std::ranges::find(fButtons, button);
+  return found == fButtons.end() ? -1 : static_cast<int32>(found - fButtons.begin());
+}
+
+void TToolBar::SetFlat(bool flat) {
+  fIsFlat = flat;
+  for (TToolButton* button : fButtons) button->SetFlat(flat);
+}
+
+float TToolBar::PreferredWidth() const {
+  const BView* const last = ChildAt(CountChildren() - 1);
+  return last ? last->Frame().right + kMargin : 2 * kMargin;
+}
+
+void TToolBar::AllAttached() {
+  LayOut();
+}
+
+void TToolBar::LayOut() {
+  const display::ToolMetrics metrics = display::tool_metrics();
+  float left = kMargin;
+  for (int32 i = 0; i < CountChildren(); ++i) {
+    BView* const child = ChildAt(i);
+    const bool isButton = dynamic_cast<TToolButton*>(child) != nullptr;
+    child->MoveTo(left, kMargin);
+    child->ResizeTo(isButton ? metrics.button.x : metrics.separator - 1, metrics.button.y);
+    left = child->Frame().right + 1;
+  }
+  ResizeTo(Bounds().Width(), metrics.button.y + 2 * kMargin);
+}

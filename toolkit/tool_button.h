@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/interface/bitmap.h"
+#include "platform/interface/control.h"
+
+/** A button of a tool bar. Its value is whether it is on (pressed in); clicking sends its message and leaves that to
+    the program. */
+class TToolButton : public BControl {
+public:
+  TToolButton(BRect frame, const char* name, const BBitmap& bitmap, BMessage* message);
+
+  /** Shown beside the mouse, and what the button is called by those who listen to the screen. */
+  void SetTip(const char* tip);
+  void SetValue(int32 value) override;
+  /** Flat: framed only under the mouse, with the focus, or while on. */
+  void SetFlat(bool flat);
+
+protected:
+  std::shared_ptr<display::ViewPeer> MakePeer() override;
+
+private:
+  BBitmap fBitmap;
+  bool fIsFlat = true;
+  bool fHasValue = false;
+};
+
+/** A line between two groups of buttons. */
+class TSeparatorButton : public BView {
+public:
+  explicit TSeparatorButton(BRect frame);
+
+protected:
+  std::shared_ptr<display::ViewPeer> MakePeer() override;
+};
