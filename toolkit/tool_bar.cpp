@@ -51,7 +51,12 @@ float TToolBar::PreferredWidth() const {
 }
 
 void TToolBar::AllAttached() {
+  fTips = std::make_unique<TToolTip>(Window());
   LayOut();
+}
+
+void TToolBar::DetachedFromWindow() {
+  fTips.reset();
 }
 
 void TToolBar::LayOut() {

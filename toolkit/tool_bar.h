@@ -1,7 +1,9 @@
 #pragma once
 
 #include "toolkit/tool_button.h"
+#include "toolkit/tool_tip.h"
 
+#include <memory>
 #include <vector>
 
 /** A row of buttons with images. Takes its preferred height when attached, and places the buttons itself, from left to
@@ -28,10 +30,12 @@ public:
   float PreferredWidth() const;
 
   void AllAttached() override;
+  void DetachedFromWindow() override;
 
 private:
   void LayOut();
 
   std::vector<TToolButton*> fButtons;
   bool fIsFlat = true;
+  std::unique_ptr<TToolTip> fTips; // while attached
 };

@@ -1,6 +1,7 @@
 #include "toolkit/tool_button.h"
 
 #include "platform/display/tool_button_peer.h"
+#include "toolkit/tool_tip.h"
 
 TToolButton::TToolButton(BRect frame, const char* name, const BBitmap& bitmap, BMessage* message)
     : BControl(frame, name, "", message), fBitmap(bitmap) {}
@@ -14,8 +15,7 @@ std::shared_ptr<display::ViewPeer> TToolButton::MakePeer() {
 }
 
 void TToolButton::SetTip(const char* tip) {
-  SetToolTip(tip);
-  SetAccessibleName(tip);
+  TToolTip::SetTip(this, tip);
 }
 
 void TToolButton::SetValue(int32 value) {

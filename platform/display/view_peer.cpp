@@ -8,6 +8,7 @@
 #include "platform/display/window_peer.h"
 
 #include <QPalette>
+#include <QToolTip>
 
 namespace display {
 
@@ -89,6 +90,13 @@ void ViewPeer::SetFont(const BFont& font) {
 
 void ViewPeer::SetToolTip(const std::string& text) {
   Change([text](QWidget* widget) { widget->setToolTip(to_qstring(text)); });
+}
+
+void ViewPeer::ShowToolTip(bool shown) {
+  Change([shown](QWidget* widget) {
+    if (!shown) return QToolTip::hideText();
+    QToolTip::showText(widget->mapToGlobal(QPoint(0, widget->height())), widget->toolTip(), widget);
+  });
 }
 
 void ViewPeer::SetAccessibleTexts(const std::string& name, const std::string& description) {

@@ -33,7 +33,7 @@ struct KeyPress {
 
 /** Messages from a control to its view. */
 enum : uint32 {
-  DISPLAY_FOCUS_CHANGED = '_FOC', // bool "focused"
+  DISPLAY_FOCUS_CHANGED = '_FOC', // bool "focused", "byTab" (the Tab key brought it)
   DISPLAY_ROWS_WANTED = '_LRW',   // int32 "row" (one or more), float "width", int32 "page" (rows that fit)
   DISPLAY_ROWS_CHANGED = '_LRC',  // from the program to itself: hand the rows over
   DISPLAY_ROW_CHOSEN = '_LSL',    // int32 "row"
@@ -72,6 +72,7 @@ public:
   virtual void SetColor(rgb_color color);
   virtual void SetFont(const BFont& font);
   void SetToolTip(const std::string& text);
+  void ShowToolTip(bool shown);
   void SetAccessibleTexts(const std::string& name, const std::string& description);
   /** What a plain view looks like. */
   virtual void SetPicture(BPicture picture);

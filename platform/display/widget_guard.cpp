@@ -57,9 +57,11 @@ bool WidgetGuard::eventFilter(QObject* receiver, QEvent* event) {
   switch (event->type()) {
   case QEvent::KeyPress:
     return !fHandsBack && fKeys == Keys::to_program && SendKey(*static_cast<QKeyEvent*>(event));
-  case QEvent::FocusIn:
-    SendFocus(true);
+  case QEvent::FocusIn: {
+    const auto reason = static_cast<QFocusEvent*>(event)->reason();
+    SendFocus(true, reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason);
     break;
+  }
   case QEvent::FocusOut: {
     // The view keeps the focus of its window while a menu is open or another window is active.
     const auto reason = static_cast<QFocusEvent*>(event)->reason();
@@ -90,9 +92,10 @@ bool WidgetGuard::SendKey(const QKeyEvent& event) {
   return true;
 }
 
-void WidgetGuard::SendFocus(bool focused) const {
+void WidgetGuard::SendFocus(bool focused, bool byTab) const {
   BMessage change(DISPLAY_FOCUS_CHANGED);
   change.AddBool("focused", focused);
+  change.AddBool("byTab", byTab);
   fView.SendMessage(&change, BMessenger(), 0);
 }
 

@@ -28,7 +28,7 @@ public:
 
 private:
   bool SendKey(const QKeyEvent& event);
-  void SendFocus(bool focused) const;
+  void SendFocus(bool focused, bool byTab = false) const;
 
   QWidget* fWidget;
   BMessenger fView;

@@ -133,6 +133,10 @@ void BView::SetToolTip(std::string_view text) {
   if (fPeer) fPeer->SetToolTip(fToolTip);
 }
 
+void BView::ShowToolTip(bool shown) {
+  if (fPeer) fPeer->ShowToolTip(shown);
+}
+
 void BView::SetAccessibleName(std::string_view name) {
   fAccessibleName = name;
   if (fPeer) fPeer->SetAccessibleTexts(fAccessibleName, fAccessibleDescription);

@@ -63,6 +63,9 @@ public:
   virtual void SetFont(const BFont* font, uint32 mask = B_FONT_ALL);
   void GetFont(BFont* font) const { *font = fFont; }
   void SetToolTip(std::string_view text);
+  const std::string& ToolTip() const { return fToolTip; }
+  /** Shows the tip below the view, or takes it away, without waiting for the mouse. */
+  void ShowToolTip(bool shown);
   void SetAccessibleName(std::string_view name);
   void SetAccessibleDescription(std::string_view description);
 

@@ -19,6 +19,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QToolTip>
 #include <QUrl>
 
 #include <chrono>
@@ -266,6 +267,19 @@ Spoken spoken(BWindow& window, const std::string& view) {
     const QAccessible::State state = said->state();
     const char* role = QMetaEnum::fromType<QAccessible::Role>().valueToKey(said->role());
     return Spoken{said->text(QAccessible::Name).toStdString(), role ? role : "", state.checked != 0, !state.disabled};
+  });
+}
+
+std::string tip_shown() {
+  return display::call([] { return QToolTip::isVisible() ? QToolTip::text().toStdString() : std::string(); });
+}
+
+void rest_mouse_on(BWindow& window, const std::string& view) {
+  with_widget(window, [view](QWidget* widget) {
+    QWidget* control = control_of(widget, view);
+    const QPoint where = control->rect().center();
+    QHelpEvent resting(QEvent::ToolTip, where, control->mapToGlobal(where));
+    return QApplication::sendEvent(control, &resting);
   });
 }
 

@@ -63,6 +63,10 @@ struct Spoken {
   bool isEnabled = false;
 };
 Spoken spoken(BWindow& window, const std::string& view);
+/** The tip on the screen; empty when there is none. */
+std::string tip_shown();
+/** The mouse rests on a control long enough. */
+void rest_mouse_on(BWindow& window, const std::string& view);
 /** The view whose control has the focus; empty for none. */
 std::string focused_view(BWindow& window);
 /** Every pixel of a control, as it is drawn now. */

@@ -127,6 +127,22 @@ TEST_F(ToolBar, ListenersHearTipsAndWhetherAButtonIsOn) {
   EXPECT_FALSE(hands::spoken(*fWindow, "Std").isOn);
 }
 
+TEST_F(ToolBar, TipsComeByMouseAndByTabAndGoWithTheFocus) {
+  Bar().FindItem("Open")->SetTip("Open");
+  Bar().FindItem("Save")->SetTip("Save the lyrics");
+  hands::rest_mouse_on(*fWindow, "Open");
+  EXPECT_EQ(hands::tip_shown(), "Open");
+  After([&] { hands::press(*fWindow, "Tab"); });
+  EXPECT_EQ(hands::tip_shown(), "Save the lyrics");
+  Bar().FindItem("Save")->SetTip("歌詞を保存");
+  After([&] { hands::press(*fWindow, "Shift+Tab"); });
+  EXPECT_EQ(hands::tip_shown(), "Open");
+  After([&] { hands::press(*fWindow, "Tab"); });
+  EXPECT_EQ(hands::tip_shown(), "歌詞を保存") << "in the language of today";
+  After([&] { hands::press(*fWindow, "Tab"); });
+  EXPECT_NE(hands::tip_shown(), "歌詞を保存") << "a button without a tip has the focus";
+}
+
 TEST_F(ToolBar, DisabledButtonDoesNothingAndIsFaint) {
   const std::string before = hands::pixels(*fWindow, "Save");
   Bar().FindItem("Save")->SetEnabled(false);
