@@ -3,6 +3,11 @@
 #include "platform/interface/view.h"
 #include "plugin/pref.h"
 
+namespace {
+/** A bar at the right end: the text begins at the left. */
+constexpr float kSungMarkWidth = 5;
+} // namespace
+
 font_height TTagInputItem::smFontH;
 
 void TTagInputItem::Update(BView* view, const BFont* font) {
@@ -20,6 +25,10 @@ void TTagInputItem::DrawItem(BView* view, BRect frame, bool) {
   if (IsSelected() && look->useActiveFrame) {
     view->SetHighColor(look->activeFrame);
     view->StrokeRect(frame);
+  }
+  if (fIsSung) {
+    view->SetHighColor(look->activeFrame);
+    view->FillRect({frame.right - kSungMarkWidth, frame.top + 1, frame.right - 1, frame.bottom - 1});
   }
   view->SetHighColor(IsSelected() ? look->activeLyrics : look->lyrics);
   view->SetLowColor(background);

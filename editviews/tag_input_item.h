@@ -13,11 +13,15 @@ public:
   std::string Text() const { return fText; }
   void SetText(const std::string& text) { fText = text; }
 
+  /** The song has come to this line. */
+  void SetSung(bool sung) { fIsSung = sung; }
+
   void DrawItem(BView* view, BRect frame, bool drawsEverything) override;
   void Update(BView* view, const BFont* font) override;
 
 private:
   std::string fText;
+  bool fIsSung = false;
   /** Of the font that all rows share; set by Update, on the window's thread. */
   static font_height smFontH;
 };

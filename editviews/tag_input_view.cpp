@@ -38,6 +38,8 @@ void TTagInputView::ClearLines() {
   items.reserve(static_cast<size_t>(CountItems()));
   for (int32 i = 0; i < CountItems(); ++i) items.push_back(ItemAt(i));
   MakeEmpty();
+  fSungLine.Clear();
+  fSungRow = -1;
   for (const BListItem* item : items) delete item;
 }
 
@@ -45,12 +47,15 @@ void TTagInputView::SetLines(const std::list<std::string>& lines) {
   ClearLines();
   std::vector<BListItem*> items;
   items.reserve(lines.size());
-  for (const std::string& line : lines) items.push_back(new TTagInputItem(line));
+  for (const std::string& line : lines) {
+    items.push_back(new TTagInputItem(line));
+    fSungLine.Append(line);
+  }
   AddList(items);
 }
 
 void TTagInputView::GetLines(std::list<std::string>* lines) const {
-  for (int32 i = 0; i < CountItems(); ++i) lines->push_back(static_cast<TTagInputItem*>(ItemAt(i))->Text());
+  for (int32 i = 0; i < CountItems(); ++i) lines->push_back(Item(i)->Text());
 }
 
 void TTagInputView::SetCurLine(int32 line) {
@@ -98,6 +103,7 @@ bool TTagInputView::IsKeyRepeat() const {
 }
 
 void TTagInputView::KeyDown(const char* bytes, int32 count) {
+  if (IsCommand()) return PlayerKey(bytes[0]);
   switch (count > 0 ? bytes[0] : '\0') {
   case '+':
   case '-':
@@ -108,13 +114,20 @@ void TTagInputView::KeyDown(const char* bytes, int32 count) {
     return;
   case B_DELETE:
     return RemoveTagRqtd();
+  case B_BACKSPACE:
+    if (Listener() && !IsKeyRepeat()) Listener()->RetakeRqtd();
+    return;
   default:
     BListView::KeyDown(bytes, count);
   }
 }
 
+TTagInputItem* TTagInputView::Item(int32 row) const {
+  return static_cast<TTagInputItem*>(ItemAt(row));
+}
+
 TTagInputItem* TTagInputView::SelectedItem() const {
-  return static_cast<TTagInputItem*>(ItemAt(CurrentSelection()));
+  return Item(CurrentSelection());
 }
 
 int32 TTagInputView::StampTimeMs() const {
@@ -176,8 +189,13 @@ void TTagInputView::RemoveTagRqtd() {
   Report(gLLT->Text("StatBarStr_Removed_Tag") + std::to_string(CurrentSelection() + 1));
 }
 
+void TTagInputView::SetText(int32 row, const std::string& text) {
+  Item(row)->SetText(text);
+  fSungLine.Change(row, text);
+}
+
 void TTagInputView::ChangeRow(int32 row, const std::string& text, TEditKind kind) {
-  static_cast<TTagInputItem*>(ItemAt(row))->SetText(text);
+  SetText(row, text);
   InvalidateItem(row);
   SetModified(true);
   if (Listener()) Listener()->LinesEdited({row, 1, {text}}, kind, row, CurrentSelection());
@@ -187,7 +205,7 @@ bool TTagInputView::Replay(const TReplay& replay) {
   const TLinesChange& step = replay.change;
   if (step.removed == static_cast<int32>(step.lines.size())) {
     int32 row = step.first;
-    for (const std::string& line : step.lines) static_cast<TTagInputItem*>(ItemAt(row++))->SetText(line);
+    for (const std::string& line : step.lines) SetText(row++, line);
     BRect changed = ItemFrame(step.first);
     changed.bottom = ItemFrame(row - 1).bottom;
     Invalidate(changed);

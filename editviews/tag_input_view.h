@@ -1,7 +1,10 @@
 #pragma once
 
+#include "editviews/sung_line.h"
 #include "editviews/tracked_edit_view.h"
 #include "platform/interface/list_view.h"
+
+#include <optional>
 
 class Sonivo_FrontEnd;
 class TTagInputItem;
@@ -29,6 +32,8 @@ public:
   void Clear() override;
 
   bool Replay(const TReplay& replay) override;
+  /** Marks the line that is sung at this moment of the song; none while it does not play. */
+  void SetSongPosition(std::optional<int32> positionMs);
 
   void KeyDown(const char* bytes, int32 count) override;
   void AttachedToWindow() override;
@@ -38,10 +43,16 @@ public:
   void InputTagRqtd();
   void IncDecTagRqtd(char key);
   void RemoveTagRqtd();
+  /** Return, or a double click: the player goes to the line's time. */
+  void Invoke() override;
 
 private:
   TTagInputItem* SelectedItem() const;
+  TTagInputItem* Item(int32 row) const;
   int32 StampTimeMs() const;
+  void PlayerKey(char key);
+  void MarkSung(int32 row);
+  void SetText(int32 row, const std::string& text);
   bool IsKeyRepeat() const;
   void ClearLines();
   /** The row bears another text from now on. */
@@ -50,5 +61,7 @@ private:
 
   bool fModified = false;
   int32 fMode = 0;
+  TSungLine fSungLine;
+  int32 fSungRow = -1;
   Sonivo_FrontEnd* const fFrontEnd;
 };

@@ -18,6 +18,7 @@ void TVesmoEView::BeginHistory() {
   std::list<std::string> lines;
   fActive->GetLines(&lines);
   fHistory.Reset(lines);
+  BelongsToSongNow();
   TellHistory();
 }
 
@@ -27,6 +28,7 @@ void TVesmoEView::MarkSaved() {
 }
 
 void TVesmoEView::LinesEdited(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter) {
+  if (kind == TEditKind::kStamp) LookAtSong();
   fHistory.Record(change, kind, lineBefore, lineAfter, system_time());
   // A change that no key was seen of, as by the mouse.
   if (!fHistory.IsSaved()) fActive->SetModified(true);
@@ -62,8 +64,6 @@ void TVesmoEView::RedoRqtd() {
   const bool isDone = Replay(&TEditHistory::NextRedo, &TEditHistory::Redo);
   SetStatBarStr(gLLT->Text(isDone ? "StatBarStr_Redone" : "StatBarStr_Nothing_To_Redo"));
 }
-
-void TVesmoEView::RetakeRqtd() {}
 
 void TVesmoEView::TellHistory() {
   const bool canUndo = fHistory.CanUndo();

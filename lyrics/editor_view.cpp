@@ -191,14 +191,13 @@ void TVesmoEView::SetStatBarStr(const char* text) {
 
 void TVesmoEView::SetStatBarStrRqtd(const BMessage& message) {
   std::string text;
-  if (message.FindString("StatBarStr", &text) == B_OK) SetStatBarStr(text.c_str());
+  if (message.FindString("StatBarStr", &text) != B_OK) return;
+  SetStatBarStr((text + fSongWarning).c_str());
+  fSongWarning.clear();
 }
 
 void TVesmoEView::ExpDefaultStatBarRqtd() {
   SetStatBarStr(fActive->DefaultStatBarStr().c_str());
-}
-void TVesmoEView::RefreshSonivoInfoRqtd() {
-  fFrontEnd->Refresh();
 }
 void TVesmoEView::PrefAppearanceChanged() {
   fTagInput->SetAppearance();

@@ -70,7 +70,6 @@ private:
   void MItemModeClicked(const BMessage& message);
   void SetStatBarStrRqtd(const BMessage& message);
   void ExpDefaultStatBarRqtd();
-  void RefreshSonivoInfoRqtd();
   void PrefAppearanceChanged();
   std::string DocumentName() const;
 
@@ -78,7 +77,6 @@ private:
 
   // editor_history.cpp
   void LinesEdited(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter) override;
-  void RetakeRqtd() override;
   void UndoRqtd();
   void RedoRqtd();
   bool Replay(std::optional<TReplay> (TEditHistory::*next)() const, void (TEditHistory::*done)());
@@ -86,6 +84,12 @@ private:
   void BeginHistory();
   void MarkSaved();
   void TellHistory();
+
+  // editor_song.cpp
+  void RefreshSonivoInfoRqtd();
+  void RetakeRqtd() override;
+  void BelongsToSongNow();
+  void LookAtSong();
 
   // editor_opening.cpp
   void MItemOpenCurLyricsClicked();
@@ -124,6 +128,10 @@ private:
   bool fCanRedo = false;
   BScrollView* fScroll;
   BStringView* fStatusBar;
+  /** Of the song that played when the document was opened or begun; empty while none has. */
+  std::string fSongTitle;
+  std::string fSongWarning; // to stand behind the report of the stamp
+  int32 fLastPositionMs = 0;
   TLyricsInfo fInfo;
   std::string fWritten; // between a save and the look at the disk
   int32 fMode = 0;

@@ -52,4 +52,22 @@ std::string key_bytes(const QKeyEvent& key) {
   return key.text().toStdString();
 }
 
+std::string command_bytes(const QKeyEvent& key) {
+  if ((key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) != Qt::ControlModifier) return {};
+  if (key.key() == Qt::Key_Space) return " ";
+  switch (const uint8 byte = special_byte(key.key())) {
+  case B_LEFT_ARROW:
+  case B_RIGHT_ARROW:
+  case B_UP_ARROW:
+  case B_DOWN_ARROW:
+  case B_HOME:
+  case B_END:
+  case B_PAGE_UP:
+  case B_PAGE_DOWN:
+    return std::string(1, static_cast<char>(byte));
+  default:
+    return {};
+  }
+}
+
 } // namespace display

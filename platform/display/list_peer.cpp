@@ -13,7 +13,7 @@ RowList& list(QWidget* widget) {
 } // namespace
 
 ListPeer::ListPeer(const BMessenger& view)
-    : ViewPeer(view, Keys::to_program, [view]() -> QWidget* { return new RowList(view); }) {}
+    : ViewPeer(view, Keys::to_program_with_commands, [view]() -> QWidget* { return new RowList(view); }) {}
 
 void ListPeer::SetRows(RowLayout layout, int32 firstChanged) {
   Change([layout = std::move(layout), firstChanged](QWidget* widget) { list(widget).SetRows(layout, firstChanged); });

@@ -56,7 +56,7 @@ void WidgetGuard::HandBack(const KeyPress& key) {
 bool WidgetGuard::eventFilter(QObject* receiver, QEvent* event) {
   switch (event->type()) {
   case QEvent::KeyPress:
-    return !fHandsBack && fKeys == Keys::to_program && SendKey(*static_cast<QKeyEvent*>(event));
+    return !fHandsBack && fKeys != Keys::to_control && SendKey(*static_cast<QKeyEvent*>(event));
   case QEvent::FocusIn: {
     const auto reason = static_cast<QFocusEvent*>(event)->reason();
     SendFocus(true, reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason);
@@ -79,7 +79,8 @@ bool WidgetGuard::eventFilter(QObject* receiver, QEvent* event) {
 }
 
 bool WidgetGuard::SendKey(const QKeyEvent& event) {
-  const std::string bytes = key_bytes(event);
+  std::string bytes = key_bytes(event);
+  if (bytes.empty() && fKeys == Keys::to_program_with_commands) bytes = command_bytes(event);
   if (bytes.empty()) return false;
   fRepeat = event.isAutoRepeat() ? fRepeat + 1 : 0;
   BMessage key(B_KEY_DOWN);

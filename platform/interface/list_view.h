@@ -71,6 +71,8 @@ public:
   void MessageReceived(BMessage* message) override;
 
 protected:
+  /** The key that is being handled was pressed with the Command modifier. */
+  bool IsCommand() const;
   std::shared_ptr<display::ViewPeer> MakePeer() override;
 
 private:

@@ -1,5 +1,8 @@
+#include "platform/app/message.h"
 #include "platform/display/list_peer.h"
 #include "platform/interface/list_view.h"
+#include "platform/interface/window.h"
+#include "platform/kernel/modifiers.h"
 
 #include <algorithm>
 
@@ -40,9 +43,15 @@ void BListView::ScrollTo(int32 index) {
   if (Rows() && ItemAt(index)) Rows()->ScrollTo(index);
 }
 
+bool BListView::IsCommand() const {
+  const BMessage* const key = Window() ? Window()->CurrentMessage() : nullptr;
+  int32 held = 0;
+  return key && key->FindInt32("modifiers", &held) == B_OK && (static_cast<uint32>(held) & B_COMMAND_KEY);
+}
+
 void BListView::KeyDown(const char* bytes, int32 count) {
   const auto key = static_cast<uint8>(bytes[0]);
-  if (count != 1) return BView::KeyDown(bytes, count);
+  if (count != 1 || IsCommand()) return BView::KeyDown(bytes, count);
   if (key == B_RETURN && fSelection >= 0) return Invoke();
   if (!MoveSelection(key)) BView::KeyDown(bytes, count);
 }

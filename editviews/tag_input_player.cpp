@@ -1,0 +1,59 @@
+/** What the tag input view asks of the player, and shows of the song. */
+
+#include "editviews/tag_input_item.h"
+#include "editviews/tag_input_view.h"
+#include "language/llt.h"
+#include "lyrics/time_tags.h"
+#include "plugin/host_link.h"
+
+namespace {
+constexpr int32 kSkipMs = 2000;
+constexpr int32 kSpeedPoints = 5;
+} // namespace
+
+void TTagInputView::PlayerKey(char key) {
+  switch (key) {
+  case B_SPACE:
+    if (!IsKeyRepeat()) fFrontEnd->PlayPause();
+    return;
+  case B_LEFT_ARROW:
+    fFrontEnd->SeekBy(-kSkipMs);
+    return;
+  case B_RIGHT_ARROW:
+    fFrontEnd->SeekBy(kSkipMs);
+    return;
+  case B_UP_ARROW:
+    fFrontEnd->ChangeSpeed(kSpeedPoints);
+    return;
+  case B_DOWN_ARROW:
+    fFrontEnd->ChangeSpeed(-kSpeedPoints);
+    return;
+  default:
+    return;
+  }
+}
+
+void TTagInputView::Invoke() {
+  const TTagInputItem* const item = SelectedItem();
+  if (item == nullptr) return;
+  long timeMs = 0;
+  bool extended = false;
+  if (!time_tag_to_time(item->Text(), &timeMs, &extended)) return Report(gLLT->Text("StatBarStr_No_Tag_To_Play"));
+  fFrontEnd->SeekTo(static_cast<int32>(std::max(timeMs, 0L)));
+  Report(gLLT->Text("StatBarStr_Playing_From") + std::to_string(CurrentSelection() + 1));
+}
+
+void TTagInputView::SetSongPosition(std::optional<int32> positionMs) {
+  MarkSung(positionMs ? fSungLine.RowAt(*positionMs) : -1);
+}
+
+void TTagInputView::MarkSung(int32 row) {
+  if (row == fSungRow) return;
+  for (const int32 changed : {fSungRow, row}) {
+    if (TTagInputItem* const item = Item(changed)) {
+      item->SetSung(changed == row);
+      InvalidateItem(changed);
+    }
+  }
+  fSungRow = row;
+}

@@ -1,0 +1,47 @@
+/** The editor view and the song that plays: the line that is sung, another try, and a song that is not this text's. */
+
+#include "editviews/tag_input_view.h"
+#include "language/llt.h"
+#include "lyrics/editor_view.h"
+#include "lyrics/time_tags.h"
+#include "plugin/host_link.h"
+
+#include <algorithm>
+
+namespace {
+/** How far before the line that is to be stamped again the song goes on. */
+constexpr long kLeadMs = 2000;
+} // namespace
+
+void TVesmoEView::RefreshSonivoInfoRqtd() {
+  fFrontEnd->Refresh();
+  if (fSongTitle.empty()) fSongTitle = fFrontEnd->Title();
+  const int32 positionMs = fFrontEnd->PositionMs();
+  // A player that does not tell whether it plays shows it by what its position does.
+  const bool isPlaying = fFrontEnd->IsPlaying().value_or(positionMs != fLastPositionMs);
+  fLastPositionMs = positionMs;
+  fTagInput->SetSongPosition(isPlaying ? std::optional<int32>(positionMs) : std::nullopt);
+}
+
+void TVesmoEView::RetakeRqtd() {
+  const auto step = fHistory.LastKind() == TEditKind::kStamp ? fHistory.NextUndo() : std::nullopt;
+  if (!step) return SetStatBarStr(gLLT->Text("StatBarStr_Nothing_To_Retake"));
+  const auto row = static_cast<size_t>(step->change.first);
+  long stampedMs = 0;
+  bool extended = false;
+  time_tag_to_time(fHistory.Lines()[row], &stampedMs, &extended);
+  if (!Replay(&TEditHistory::NextUndo, &TEditHistory::Undo)) return;
+  fFrontEnd->SeekTo(static_cast<int32>(std::max(stampedMs - kLeadMs, 0L)));
+  SetStatBarStr((gLLT->Text("StatBarStr_Retake") + std::to_string(row + 1)).c_str());
+}
+
+void TVesmoEView::BelongsToSongNow() {
+  fSongTitle = fFrontEnd->Title();
+}
+
+void TVesmoEView::LookAtSong() {
+  const std::string title = fFrontEnd->Title();
+  if (fSongTitle.empty()) fSongTitle = title;
+  if (title.empty() || title == fSongTitle) return;
+  fSongWarning = gLLT->Text("StatBarStr_Another_Song_1") + title + gLLT->Text("StatBarStr_Another_Song_2");
+}

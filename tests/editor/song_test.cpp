@@ -1,0 +1,95 @@
+#include "editviews/sung_line.h"
+#include "lyrics/editor_view.h"
+#include "platform/app/message.h"
+#include "tests/editor/editor_fixture.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::Pair;
+
+TEST(SungLine, IsTheLastWhoseTimeHasCome) {
+  TSungLine lines;
+  for (const char* line : {"[Chorus]", "[00:10]a", "no tag", "[00:30:50]b", "[00:20]c", "[00:20]d"}) lines.Append(line);
+  EXPECT_EQ(lines.RowAt(9999), -1);
+  EXPECT_EQ(lines.RowAt(10000), 1);
+  EXPECT_EQ(lines.RowAt(19999), 1);
+  EXPECT_EQ(lines.RowAt(20000), 5) << "of two at once the lower one";
+  EXPECT_EQ(lines.RowAt(30499), 5);
+  EXPECT_EQ(lines.RowAt(100000), 3);
+  EXPECT_EQ(lines.RowAt(0), -1) << "the song was taken back";
+  lines.Change(2, "[00:00]now tagged");
+  EXPECT_EQ(lines.RowAt(0), 2);
+  lines.Change(2, "no more");
+  EXPECT_EQ(lines.RowAt(5000), -1);
+  lines.RowAt(100000);
+  lines.Clear();
+  EXPECT_EQ(lines.RowAt(100000), -1);
+  lines.Append("[00:01]a");
+  EXPECT_EQ(lines.RowAt(100000), 0);
+}
+
+class SongOfTheEditor : public EditorByHand {
+protected:
+  void PlayAt(int32 positionMs, const std::string& title) {
+    EditorWorld::PlayAt(positionMs, title, [this] { SendToView(BMessage(kMsgRefreshInfo)); });
+  }
+  std::vector<StrangeHost::Wish> WishesUpTo(size_t count) {
+    Until([&] { return fHost->Wishes().size() >= count; });
+    return fHost->Wishes();
+  }
+};
+
+TEST_F(SongOfTheEditor, KeysOfTheListMoveThePlayer) {
+  PlayAt(0, "song");
+  Open(fFolder.Write("a.lrc", "[00:10:50]one\ntwo\n"));
+  for (const char* key : {"Return", "Ctrl+Space", "Ctrl+Left", "Ctrl+Right", "Ctrl+Up", "Ctrl+Down"}) Press(key);
+  EXPECT_THAT(WishesUpTo(6),
+              ElementsAre(Pair(kMsgHostSeek, 10500), Pair(kMsgHostPlayPause, -1), Pair(kMsgHostSeekBy, -2000),
+                          Pair(kMsgHostSeekBy, 2000), Pair(kMsgHostSpeedBy, 5), Pair(kMsgHostSpeedBy, -5)));
+  Press("Space");
+  EXPECT_THAT(Lines(), ElementsAre(EndsWith("]one"), "two")) << "the selection stayed, and nothing was stamped before";
+  Press("Return");
+  EXPECT_THAT(Status(), EndsWith("This line has no time tag yet"));
+  hands::click(*fWindow, "TagInputView", {30, 5}, 2);
+  Settle();
+  EXPECT_EQ(WishesUpTo(7).size(), 7u);
+}
+
+TEST_F(SongOfTheEditor, BackspaceTakesTheLastStampBackForAnotherTry) {
+  PlayAt(15000, "song");
+  Open(fFolder.Write("a.lrc", "[00:09:00]one\ntwo\n"));
+  Press("Space");
+  Press("Backspace");
+  EXPECT_THAT(Lines(), ElementsAre("[00:09:00]one", "two"));
+  EXPECT_FALSE(IsModified());
+  EXPECT_THAT(WishesUpTo(1), ElementsAre(Pair(kMsgHostSeek, 13000)));
+  PlayAt(15100, "song");
+  Press("Space"); // the same line again
+  EXPECT_THAT(Lines(), ElementsAre("[00:15:10]one", "two"));
+  Press("Up");
+  Press("+");
+  Press("Backspace");
+  EXPECT_THAT(Status(), EndsWith("The last step was no stamp"));
+  EXPECT_EQ(fHost->Wishes().size(), 1u);
+}
+
+TEST_F(SongOfTheEditor, StampToAnotherSongIsMadeButNamed) {
+  PlayAt(1000, "first");
+  Open(fFolder.Write("a.lrc", "one\ntwo\nthree\n"));
+  Press("Space");
+  EXPECT_THAT(Status(), EndsWith("Tag set at line 1"));
+  PlayAt(2000, "second");
+  Press("Space");
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:00]one", "[00:02:00]two", "three"));
+  EXPECT_THAT(Status(), HasSubstr("another song now: \"second\""));
+  Press("Up");
+  Press("+");
+  EXPECT_THAT(Status(), Not(HasSubstr("another song")));
+  PlayAt(3000, "first");
+  Press("Space");
+  EXPECT_THAT(Status(), Not(HasSubstr("another song")));
+}
