@@ -129,7 +129,8 @@ void TVesmoEWin::UpdateModeComposRqtd(const BMessage& message) {
 }
 
 void TVesmoEWin::MarkMode(int32 mode) {
-  for (int32 i = 0; i < 3; ++i) fModeItems[i]->SetMarked(i == mode);
+  for (int32 i = 0; i < kModeCount; ++i) fModeItems[i]->SetMarked(i == mode);
+  PressModeButton(mode);
 }
 
 void TVesmoEWin::HistoryChanged(const BMessage& message) {

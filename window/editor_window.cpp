@@ -10,6 +10,7 @@
 #include "plugin/message_filters.h"
 #include "plugin/pref.h"
 #include "plugin/sonivo_window.h"
+#include "toolkit/tool_bar.h"
 #include "window/placement.h"
 #include "window/save_panel.h"
 
@@ -17,9 +18,6 @@ namespace {
 
 constexpr float kFirstWidth = 560;
 constexpr float kFirstHeight = 400;
-constexpr float kMinWidth = 260;
-constexpr float kMinHeight = 110; // menu bar, three lines, status bar
-constexpr float kNoLimit = 32767;
 constexpr float kMenuBarHeight = 22;
 
 /** The stored frame; on a first run, when none was stored, one of a useful size beside the player. */
@@ -43,15 +41,20 @@ TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
   AddChild(fMenuBar);
   BRect rest = Bounds();
   rest.top = fMenuBar->Frame().bottom + 1;
+  fToolBar = new TToolBar(rest, "ToolBar");
+  AddChild(fToolBar);
+  rest.top = fToolBar->Frame().bottom + 1;
   fEditorView = new TVesmoEView(rest);
   AddChild(fEditorView);
   CreateMenu();
+  CreateToolBar();
+  SetToolTip();
+  UpdateToolBarCompos();
   LoadMRUF();
   GenerateMenuMRUF();
   fEditorView->CreateNewLyrics();
   fEditorView->SetMode(gExitState->fMode >= 0 && gExitState->fMode <= 2 ? gExitState->fMode : 0);
   fEditorView->SetWinTitle();
-  SetSizeLimits(kMinWidth, kNoLimit, kMinHeight, kNoLimit);
   InstallMoveFilter();
   UpdateWinPosDiffe();
   fEditorView->FocusLyrics();
@@ -70,6 +73,8 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case 'Sssr':
   case kMsgShiftTags:
     return fEditorView->MessageReceived(message);
+  case 'Splc':
+    return PrefToolBarChanged();
   case 'Ssic':
   case 'Spsc':
     return PrefStayOnTopChanged();
@@ -96,6 +101,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case kMsgIAPChanged:
     return IAPChanged(*message);
   case '_lgc':
+    SetToolTip();
     SetLabels();
     return fEditorView->MessageReceived(message);
   default:
@@ -160,5 +166,7 @@ void TVesmoEWin::PrefStayOnTopChanged() {
 
 void TVesmoEWin::IAPChanged(const BMessage& message) {
   std::string item;
-  if (message.FindString("IAP:SrcIAPItem", &item) == B_OK && item == "AccKeyFormat") SetLabels();
+  if (message.FindString("IAP:SrcIAPItem", &item) != B_OK) return;
+  if (item == "AccKeyFormat") SetLabels();
+  if (item == "FlatToolBar") UpdateToolBarCompos();
 }

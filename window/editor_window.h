@@ -10,6 +10,8 @@ class BFilePanel;
 class BMenu;
 class BMenuBar;
 class BMenuItem;
+class TToolBar;
+class TToolButton;
 class TVesmoESavePanel;
 class TVesmoEView;
 class TWMFilter;
@@ -19,7 +21,8 @@ enum : uint32 {
   kMsgClearHistory = '_dam', // asks before it forgets the recent files
 };
 
-/** The editor's window: menu bar, editor view, file panels. Follows the player's window. Owned by the manager. */
+/** The editor's window: menu bar, tool bar, editor view, file panels. Follows the player's window. Owned by the
+ * manager. */
 class TVesmoEWin : public BWindow {
 public:
   TVesmoEWin(BRect frame, BLooper* manager);
@@ -32,6 +35,8 @@ public:
   void FrameMoved(BPoint leftTop) override;
 
 private:
+  static constexpr int32 kModeCount = 3;
+
   // editor_menus.cpp
   void CreateMenu();
   BMenu* MakeFileMenu();
@@ -57,6 +62,14 @@ private:
   void RemoveHistoryRqtd(const BMessage& message);
   void MItemDelAllMRUFClicked();
 
+  // editor_tool_bar.cpp
+  void CreateToolBar();
+  void AddButton(const char* name, uint32 code, BHandler* target, int32 mode = -1);
+  void SetToolTip();
+  void PressModeButton(int32 mode);
+  void UpdateToolBarCompos();
+  void PrefToolBarChanged();
+
   // editor_window.cpp
   void FollowHost();
   void UpdateWinPosDiffe();
@@ -77,16 +90,19 @@ private:
   BLooper* const fManager;
   std::unique_ptr<TVesmoESavePanel> fSavePanel; // made at first use, as the next
   std::unique_ptr<BFilePanel> fOpenPanel;
-  BMenuBar* fMenuBar;            // a child
-  BMenuItem* fModeItems[3] = {}; // in the menu bar, as the next three
+  BMenuBar* fMenuBar;                     // a child
+  BMenuItem* fModeItems[kModeCount] = {}; // in the menu bar, as the next three
   BMenuItem* fUndoItem = nullptr;
   BMenuItem* fRedoItem = nullptr;
   BMenu* fOpenMenu = nullptr; // the recent files unfold from it
   TMRUF fMRUF;
+  bool fShowsToolBar = true;
   bool fCanUndo = false;
   bool fCanRedo = false;
-  TVesmoEView* fEditorView;         // a child
-  BPoint fPositionDifference;       // this window's left top less the player's
-  TWMFilter* fMoveFilter = nullptr; // owned by the player's window
+  TToolBar* fToolBar;                      // a child
+  TToolButton* fFirstModeButton = nullptr; // the next two are those of the other modes
+  TVesmoEView* fEditorView;                // a child
+  BPoint fPositionDifference;              // this window's left top less the player's
+  TWMFilter* fMoveFilter = nullptr;        // owned by the player's window
   BMessenger fHostWindow;
 };

@@ -16,7 +16,8 @@ float menu_bar_height() {
   return call([] {
     QMenuBar sample;
     sample.setNativeMenuBar(false);
-    sample.addMenu(QStringLiteral("Xg"));
+    // A bar hides titles that do not fit into it, and Japanese ones are higher.
+    sample.addMenu(QString::fromUtf16(u"Xg\u6f22"));
     return static_cast<float>(sample.sizeHint().height());
   });
 }

@@ -19,11 +19,13 @@ namespace {
 constexpr const char* kChoosable = "choosable";
 
 /** Labels are shown as they are: Qt's mark for accelerators is a plain character here. A letter that stands before the
-    label by itself, as in "F) File" or "F - File", is what the keyboard reaches it by. */
-QString shown(const std::string& label) {
+    label by itself, as in "F) File" or "F - File", is what the keyboard reaches it by; in the bar any first letter is.
+ */
+QString shown(const std::string& label, bool inBar) {
   static const QRegularExpression letter(QStringLiteral("^[A-Za-z0-9](?=[^\\p{L}\\p{N}\\s.]|\\s[^\\p{L}\\p{N}\\s])"));
+  static const QRegularExpression first(QStringLiteral("^[A-Za-z]"));
   QString text = to_qstring(label).replace(QLatin1Char('&'), QLatin1String("&&"));
-  if (letter.match(text).hasMatch()) text.prepend(QLatin1Char('&'));
+  if ((inBar ? first : letter).match(text).hasMatch()) text.prepend(QLatin1Char('&'));
   return text;
 }
 
@@ -43,8 +45,8 @@ bool same_items(const std::vector<MenuEntry>& left, const std::vector<MenuEntry>
   });
 }
 
-void show_state(QAction* action, const MenuEntry& entry) {
-  action->setText(shown(entry.label));
+void show_state(QAction* action, const MenuEntry& entry, bool inBar) {
+  action->setText(shown(entry.label, inBar));
   action->setEnabled(entry.isEnabled);
   action->setCheckable(entry.isMarked || entry.isRadio);
   action->setChecked(entry.isMarked);
@@ -56,7 +58,7 @@ void show_states(const QWidget* menu, const std::vector<MenuEntry>& entries) {
   const QList<QAction*> actions = menu->actions();
   for (qsizetype i = 0; i < actions.size() && i < std::ssize(entries); ++i) {
     const MenuEntry& entry = entries[static_cast<size_t>(i)];
-    show_state(actions[i], entry);
+    show_state(actions[i], entry, qobject_cast<const QMenuBar*>(menu) != nullptr);
     if (entry.hasSubmenu) show_states(actions[i]->menu<QMenu*>(), entry.submenu);
   }
 }
