@@ -9,7 +9,7 @@ packages_for() {
     run) echo libqt6svg6 qt6-qpa-plugins fonts-dejavu-core fonts-noto-cjk xdg-utils ;;
     headless) echo xvfb xauth pulseaudio pulseaudio-utils imagemagick libx11-dev libxtst-dev libpulse-dev ;;
     test) echo libgtest-dev libgmock-dev clang libclang-rt-dev clang-format clang-tidy binutils python3 attr ;;
-    bench) echo libbenchmark-dev pulseaudio-utils ffmpeg sox lame libx11-dev python3 ;;
+    bench) echo libbenchmark-dev pulseaudio-utils ffmpeg sox lame libx11-dev python3 xdotool featherpad ;;
     *) echo "install_packages.sh: no purpose named '$1'" >&2; exit 2 ;;
   esac
 }
