@@ -21,9 +21,7 @@ std::atomic<void (*)(const char*, const char*, const char*)> gShowFailure{nullpt
 
 /** Only the file name of what is stored counts: languages lie beside the plug-in. */
 std::string language_path(const std::string& pluginPath, const std::string& stored) {
-  const size_t folderEnd = pluginPath.rfind('/') + 1;
-  const size_t nameStart = stored.rfind('/') + 1;
-  return pluginPath.substr(0, folderEnd) + "Language/" + stored.substr(nameStart);
+  return language_folder(pluginPath) + "/" + stored.substr(stored.rfind('/') + 1);
 }
 
 bool load_with_patience(const std::string& path) {
@@ -44,6 +42,10 @@ void show_failure(const std::string& path) {
 
 } // namespace
 
+std::string language_folder(const std::string& pluginPath) {
+  return pluginPath.substr(0, pluginPath.rfind('/') + 1) + "Language";
+}
+
 void set_language_alert(void (*show)(const char*, const char*, const char*)) {
   gShowFailure = show;
 }
@@ -54,12 +56,14 @@ bool load_language(const char* pluginPath) {
   if (values.languageFile.empty()) {
     const BResources builtIn = builtin_resources();
     gLLT->Load(&builtIn, kBuiltinTextsId);
+    if (gAppPrivacy) gAppPrivacy->UpdateLanguageInfos();
   } else {
     values.languageFile = language_path(pluginPath, values.languageFile);
     gPref->SetValues(values);
+    // Before the file is read: what is written to it from here on is a change.
+    if (gAppPrivacy) gAppPrivacy->UpdateLanguageInfos();
     if (!load_with_patience(values.languageFile)) show_failure(values.languageFile);
   }
-  if (gAppPrivacy) gAppPrivacy->UpdateLanguageInfos();
   return true;
 }
 

@@ -14,5 +14,8 @@ void set_language_alert(void (*show)(const char* text, const char* caption, cons
     half written, and tells the user when that fails; the table is empty then. Always true. */
 bool load_language(const char* pluginPath);
 
+/** The folder "Language" beside the plug-in. */
+std::string language_folder(const std::string& pluginPath);
+
 /** Adds display name -> path for every language file of the folder, in byte order of their names. */
 void get_lang_files(const char* folder, std::map<std::string, std::string>* files);

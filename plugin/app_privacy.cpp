@@ -7,24 +7,33 @@ TAppPrivacy* gAppPrivacy = nullptr;
 
 namespace {
 
-int32 modification_time(const std::string& path) {
+struct Time {
+  int32 seconds = 0;
+  int32 nanoseconds = 0;
+};
+
+Time modification_time(const std::string& path) {
+  Time time;
   int64 seconds = 0;
-  if (!path.empty()) BEntry(path.c_str(), true).GetModificationTime(&seconds);
-  return static_cast<int32>(seconds);
+  if (!path.empty()) BEntry(path.c_str(), true).GetModificationTime(&seconds, &time.nanoseconds);
+  time.seconds = static_cast<int32>(seconds);
+  return time;
 }
 
 } // namespace
 
 bool TAppPrivacy::ShouldBeLanguageChanged() const {
   const std::string path = gPref->Values()->languageFile;
+  const Time time = modification_time(path);
   const std::lock_guard lock(fMutex);
-  return path != fPath || modification_time(path) != fModificationTime;
+  return path != fPath || time.seconds != fModificationTime || time.nanoseconds != fNanoseconds;
 }
 
 void TAppPrivacy::UpdateLanguageInfos() {
   const std::string path = gPref->Values()->languageFile;
-  const int32 seconds = modification_time(path);
+  const Time time = modification_time(path);
   const std::lock_guard lock(fMutex);
   fPath = path;
-  fModificationTime = seconds;
+  fModificationTime = time.seconds;
+  fNanoseconds = time.nanoseconds;
 }

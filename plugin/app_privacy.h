@@ -13,8 +13,9 @@ public:
   void UpdateLanguageInfos();
 
 private:
-  mutable std::mutex fMutex;   // guards the two below
+  mutable std::mutex fMutex;   // guards the three below
   int32 fModificationTime = 0; // seconds; 0 for a file that is not there
+  int32 fNanoseconds = 0;      // a file may be saved twice within a second
   std::string fPath;
 };
 

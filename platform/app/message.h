@@ -21,6 +21,7 @@ enum : uint32 {
   B_QUIT_REQUESTED = '_QRQ',
   B_ABOUT_REQUESTED = '_ABR',
   B_SIMPLE_DATA = 'DATA',    // a drop
+  B_NODE_MONITOR = 'NDMN',   // see node_monitor.h
   B_WINDOW_MOVED = '_WMV',   // "where" (point: left top on the screen)
   B_WINDOW_RESIZED = '_WRS', // "width", "height" (float)
   B_KEY_DOWN = '_KYD',       // see platform/interface/view.h

@@ -78,10 +78,11 @@ status_t BEntry::GetSize(off_t* size) const {
   return B_OK;
 }
 
-status_t BEntry::GetModificationTime(int64* seconds) const {
+status_t BEntry::GetModificationTime(int64* seconds, int32* nanoseconds) const {
   struct stat info {};
   if (!stat_of(fRef, &info)) return fRef.IsEmpty() ? B_NO_INIT : status_of_errno(errno);
-  *seconds = info.st_mtime;
+  *seconds = info.st_mtim.tv_sec;
+  if (nanoseconds) *nanoseconds = static_cast<int32>(info.st_mtim.tv_nsec);
   return B_OK;
 }
 

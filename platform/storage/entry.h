@@ -25,8 +25,8 @@ public:
   status_t GetPath(BPath* path) const;
   std::string Name() const { return fRef.name; }
   status_t GetSize(off_t* size) const;
-  /** Seconds since 1970. */
-  status_t GetModificationTime(int64* seconds) const;
+  /** Seconds since 1970, and the part of one beyond them. */
+  status_t GetModificationTime(int64* seconds, int32* nanoseconds = nullptr) const;
   status_t Remove();
 
 private:

@@ -79,7 +79,7 @@ TEST_F(Routing, PreferencesAreTheCompanionsToShow) {
   BMessage greeting(kMsgPartnerConnects);
   greeting.AddPointer("CSCommMan", companion);
   Send(greeting);
-  for (const uint32 code : {kMsgPreparePref, kMsgPreferences}) Send(BMessage(code));
+  for (const uint32 code : {uint32{kMsgPreparePref}, uint32{kMsgPreferences}}) Send(BMessage(code));
   companion->DeliverAll();
   ASSERT_EQ(told.size(), 2U);
   EXPECT_EQ(told.front().what, kMsgOpenPref);

@@ -1,0 +1,130 @@
+#include "language/language_watch.h"
+
+#include "language/llt.h"
+#include "language/load_language.h"
+#include "platform/app/looper.h"
+#include "platform/app/message.h"
+#include "platform/kernel/threads.h"
+#include "plugin/app_privacy.h"
+#include "plugin/pref.h"
+#include "tests/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <utility>
+
+namespace {
+
+std::string language_file(const std::string& fileText) {
+  return "[Informations]\nHeader = LLT File Format 100\nLanguage = Test\n[Data]\nMenu_File = " + fileText + "\n";
+}
+
+/** As the manager does it: looks for a change at every notice, and takes it over. */
+class Manager : public BLooper {
+public:
+  explicit Manager(std::string pluginPath) : BLooper("manager"), fPluginPath(std::move(pluginPath)) {
+    AddHandler(&fWatch);
+    set_node_monitor_language(fPluginPath, &fWatch);
+  }
+  ~Manager() override { RemoveHandler(&fWatch); }
+  void MessageReceived(BMessage* message) override {
+    if (message->what != 'note') return BLooper::MessageReceived(message);
+    ++fNotices;
+    if (!gAppPrivacy->ShouldBeLanguageChanged()) return;
+    load_language(fPluginPath.c_str());
+    set_node_monitor_language(fPluginPath, &fWatch);
+    ++fReloads;
+  }
+  std::atomic<int> fNotices{0};
+  std::atomic<int> fReloads{0};
+
+private:
+  const std::string fPluginPath;
+  TNodeMonitorHandler fWatch{'note'};
+};
+
+class LanguageWatch : public testing::Test {
+protected:
+  LanguageWatch() {
+    gAppPrivacy = new TAppPrivacy;
+    gPref = new TPref;
+    gLLT = new TLLT;
+    mkdir((fFolder.Path() + "/Language").c_str(), 0700);
+    Write(language_file("File"));
+    set_language_alert([](const char*, const char*, const char*) { ++gAlerts; });
+    gAlerts = 0;
+    load_language(PluginPath().c_str());
+    fManager = new Manager(PluginPath());
+    fManager->Run();
+  }
+  ~LanguageWatch() override {
+    fManager->Lock();
+    fManager->Quit();
+    set_language_alert(nullptr);
+    delete std::exchange(gLLT, nullptr);
+    delete std::exchange(gPref, nullptr);
+    delete std::exchange(gAppPrivacy, nullptr);
+  }
+  std::string PluginPath() const { return fFolder.Path() + "/gen_Test.so"; }
+  std::string File() const { return fFolder.Path() + "/Language/English.llt"; }
+  void Write(const std::string& text) { fFolder.Write("Language/English.llt", text); }
+  bool Shows(const std::string& text) const {
+    for (int i = 0; i < 10000 && gLLT->Text("Menu_File") != text; ++i) snooze(1000);
+    return gLLT->Text("Menu_File") == text;
+  }
+  static std::atomic<int> gAlerts;
+  ScratchFolder fFolder;
+  Manager* fManager;
+};
+std::atomic<int> LanguageWatch::gAlerts;
+
+} // namespace
+
+TEST_F(LanguageWatch, FileThatIsWrittenAgainIsReadAgain) {
+  for (const char* text : {"one", "two", "three"}) { // within a second, too
+    Write(language_file(text));
+    EXPECT_TRUE(Shows(text));
+  }
+}
+
+TEST_F(LanguageWatch, EditorsWaysToSaveCauseNoAlert) {
+  fFolder.Write("Language/new", language_file("renamed"));
+  rename((fFolder.Path() + "/Language/new").c_str(), File().c_str());
+  EXPECT_TRUE(Shows("renamed"));
+
+  const std::string whole = language_file("in two writes");
+  const int file = open(File().c_str(), O_WRONLY | O_TRUNC);
+  ASSERT_EQ(write(file, whole.data(), 20), 20);
+  snooze(5000); // the file is torn that long
+  ASSERT_GT(write(file, whole.data() + 20, whole.size() - 20), 0);
+  close(file);
+  EXPECT_TRUE(Shows("in two writes"));
+
+  rename(File().c_str(), (File() + "~").c_str());
+  Write(language_file("with a backup"));
+  EXPECT_TRUE(Shows("with a backup"));
+  EXPECT_EQ(gAlerts, 0);
+}
+
+TEST_F(LanguageWatch, DeletedFileIsToldOfAndTakenAgainWhenItComesBack) {
+  unlink(File().c_str());
+  for (int i = 0; i < 10000 && gAlerts == 0; ++i) snooze(1000);
+  EXPECT_EQ(gAlerts, 1);
+  EXPECT_TRUE(Shows("! ERROR !"));
+  Write(language_file("back"));
+  EXPECT_TRUE(Shows("back"));
+}
+
+TEST_F(LanguageWatch, AttributesAndOtherFilesCauseNoReload) {
+  if (setxattr(File().c_str(), "user.test", "1", 1, 0) != 0) GTEST_SKIP() << "no extended attributes here";
+  fFolder.Write("Language/Other.llt", language_file("other"));
+  for (int i = 0; i < 10000 && fManager->fNotices == 0; ++i) snooze(1000);
+  EXPECT_GT(fManager->fNotices, 0);
+  EXPECT_EQ(fManager->fReloads, 0);
+}
