@@ -3,10 +3,13 @@ find_package(PkgConfig REQUIRED)
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
 
 add_library(vesmo_display SHARED
+  ${CMAKE_CURRENT_LIST_DIR}/display/accelerators.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/alert_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/button_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/convert.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/display.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/display_thread.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/field_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/font_metrics.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/image_icon.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/input_watch.cpp
@@ -24,6 +27,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/screen.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/string_label.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/string_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/tab_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/text_area.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/text_bytes.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/text_peer.cpp
@@ -35,6 +39,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/window_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/alert.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/bitmap.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/button.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/control.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/file_panel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/follow.cpp
@@ -51,6 +56,8 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/interface/screen.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/scroll_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/string_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/tab_view.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/text_control.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/text_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/view_drawing.cpp

@@ -1,5 +1,6 @@
 #include "platform/display/alert_peer.h"
 
+#include "platform/display/accelerators.h"
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"
 
@@ -27,7 +28,7 @@ QMessageBox::Icon icon_of(alert_type type) {
 
 void add_buttons(QMessageBox& box, const AlertText& question) {
   for (size_t i = 0; i < question.buttons.size(); ++i) {
-    const QString label = to_qstring(question.buttons[i]).replace(QLatin1Char('&'), QLatin1String("&&"));
+    const QString label = plain_label(question.buttons[i]);
     // One role for all keeps the buttons in their order, whatever the desktop's custom.
     QPushButton* button = box.addButton(label, QMessageBox::ActionRole);
     if (const char letter = question.letters[i])

@@ -1,12 +1,11 @@
 #include "platform/display/menu_widgets.h"
 
 #include "platform/app/message.h"
-#include "platform/display/convert.h"
+#include "platform/display/accelerators.h"
 #include "platform/kernel/modifiers.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QRegularExpression>
 #include <QShortcut>
 
 #include <algorithm>
@@ -17,17 +16,6 @@ namespace {
 
 /** Marks the actions of unfolding items that can be chosen by themselves. */
 constexpr const char* kChoosable = "choosable";
-
-/** Labels are shown as they are: Qt's mark for accelerators is a plain character here. A letter that stands before the
-    label by itself, as in "F) File" or "F - File", is what the keyboard reaches it by; in the bar any first letter is.
- */
-QString shown(const std::string& label, bool inBar) {
-  static const QRegularExpression letter(QStringLiteral("^[A-Za-z0-9](?=[^\\p{L}\\p{N}\\s.]|\\s[^\\p{L}\\p{N}\\s])"));
-  static const QRegularExpression first(QStringLiteral("^[A-Za-z]"));
-  QString text = to_qstring(label).replace(QLatin1Char('&'), QLatin1String("&&"));
-  if ((inBar ? first : letter).match(text).hasMatch()) text.prepend(QLatin1Char('&'));
-  return text;
-}
 
 QKeySequence shortcut_of(const MenuEntry& entry) {
   if (entry.shortcut == 0) return {};
@@ -46,7 +34,7 @@ bool same_items(const std::vector<MenuEntry>& left, const std::vector<MenuEntry>
 }
 
 void show_state(QAction* action, const MenuEntry& entry, bool inBar) {
-  action->setText(shown(entry.label, inBar));
+  action->setText(inBar ? title_in_bar(entry.label) : accelerated_label(entry.label));
   action->setEnabled(entry.isEnabled);
   action->setCheckable(entry.isMarked || entry.isRadio);
   action->setChecked(entry.isMarked);

@@ -1,5 +1,6 @@
 #include "platform/display/panel_peer.h"
 
+#include "platform/display/accelerators.h"
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"
 #include "platform/display/panel_dialog.h"
@@ -42,9 +43,7 @@ void PanelPeer::SetSaveText(const std::string& name) {
 
 void PanelPeer::SetButtonLabel(file_panel_button button, const std::string& label) {
   const auto which = button == B_CANCEL_BUTTON ? QFileDialog::Reject : QFileDialog::Accept;
-  Change([which, label](QWidget* widget) {
-    dialog(widget).setLabelText(which, to_qstring(label).replace(QLatin1Char('&'), QLatin1String("&&")));
-  });
+  Change([which, label](QWidget* widget) { dialog(widget).setLabelText(which, plain_label(label)); });
 }
 
 void PanelPeer::Cancel() {

@@ -55,6 +55,10 @@ void ViewPeer::FillParent() {
   Guard([](WidgetGuard* guard) { guard->FillParent(); });
 }
 
+BPoint ViewPeer::PreferredSize() const {
+  return call([slot = fSlot] { return slot->widget ? size_of(slot->widget->sizeHint()) : BPoint{}; });
+}
+
 void ViewPeer::SetVisible(bool visible) {
   Change([visible](QWidget* widget) { widget->setVisible(visible); });
 }

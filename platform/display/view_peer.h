@@ -45,6 +45,7 @@ enum : uint32 {
   DISPLAY_FILES_CHOSEN = '_FPS',  // string "path" (one or more)
   DISPLAY_PANEL_CLOSED = '_FPC',
   DISPLAY_CONTROL_WORKED = '_CTW',
+  DISPLAY_FIELD_CHANGED = '_FLD', // string "text"
 };
 
 /** What a control wants from the keyboard; commands are the space bar and the keys that move, pressed with Ctrl. */
@@ -65,6 +66,8 @@ public:
   void SetPlacement(const Placement& placement);
   /** The control covers its parent whatever its placement. */
   void FillParent();
+  /** Waits for the display. */
+  BPoint PreferredSize() const;
   void SetVisible(bool visible);
   void SetFocus(bool focused);
   void SetEnabled(bool enabled);
@@ -85,6 +88,7 @@ protected:
 
   struct Slot;
   const std::shared_ptr<Slot>& TheSlot() const { return fSlot; }
+  static const std::shared_ptr<Slot>& SlotOf(const ViewPeer& peer) { return peer.fSlot; }
 
 private:
   void Guard(std::function<void(WidgetGuard*)> change) const;

@@ -109,7 +109,8 @@ bool BView::IsHidden() const {
 }
 
 void BView::MakeFocus(bool focused) {
-  if (!fWindow || focused == fHasFocus) return;
+  // Told again even when it is thought to have it: the display moves the focus of a hidden window without a word.
+  if (!fWindow || (!focused && !fHasFocus)) return;
   fWindow->FocusChanged(this, focused);
   fPeer->SetFocus(focused);
 }

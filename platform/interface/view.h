@@ -45,12 +45,18 @@ public:
   void ResizeBy(float dx, float dy) { ResizeTo(fFrame.Width() + dx, fFrame.Height() + dy); }
   uint32 ResizingMode() const { return fResizingMode; }
   void SetResizingMode(uint32 mode);
+  /** The size, as rectangles tell it, at which nothing of the view is cut; its own while it is detached. Waits for the
+      display. */
+  virtual BPoint PreferredSize();
+  void ResizeToPreferred();
   uint32 Flags() const { return fFlags; }
 
   /** Calls nest: a view hidden twice is shown by the second Show. */
   void Show();
   void Hide();
   bool IsHidden() const;
+  /** By its own doing, whatever its parent and its window do. */
+  bool IsHiddenInParent() const { return fHideLevel > 0; }
   virtual void MakeFocus(bool focused = true);
   bool IsFocus() const;
 
@@ -105,6 +111,7 @@ private:
   friend class BWindow;
   friend class BListView;
   friend class BScrollView;
+  friend class BTabView;
   void AttachTo(BWindow* window, display::ViewPeer* parentPeer);
   void Detach();
   void HandStateToPeer();

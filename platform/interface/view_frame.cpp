@@ -14,6 +14,15 @@ void BView::ResizeTo(float width, float height) {
   SetFrame({fFrame.left, fFrame.top, fFrame.left + width, fFrame.top + height});
 }
 
+BPoint BView::PreferredSize() {
+  return fPeer ? fPeer->PreferredSize() : BPoint{fFrame.Width(), fFrame.Height()};
+}
+
+void BView::ResizeToPreferred() {
+  const BPoint size = PreferredSize();
+  ResizeTo(size.x, size.y);
+}
+
 void BView::SetResizingMode(uint32 mode) {
   fResizingMode = mode;
   SetFrame(fFrame);

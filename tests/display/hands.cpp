@@ -286,7 +286,7 @@ void rest_mouse_on(BWindow& window, const std::string& view) {
 std::string focused_view(BWindow& window) {
   return with_widget(window, [](QWidget* widget) {
     const QWidget* focused = widget->focusWidget();
-    return focused && focused->hasFocus() ? focused->objectName().toStdString() : std::string();
+    return focused ? focused->objectName().toStdString() : std::string();
   });
 }
 

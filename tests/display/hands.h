@@ -67,7 +67,7 @@ Spoken spoken(BWindow& window, const std::string& view);
 std::string tip_shown();
 /** The mouse rests on a control long enough. */
 void rest_mouse_on(BWindow& window, const std::string& view);
-/** The view whose control has the focus; empty for none. */
+/** The view whose control has the focus while its window is the active one; empty for none. */
 std::string focused_view(BWindow& window);
 /** Every pixel of a control, as it is drawn now. */
 std::string pixels(BWindow& window, const std::string& view);

@@ -1,0 +1,40 @@
+#include "platform/display/tab_peer.h"
+
+#include "platform/display/accelerators.h"
+#include "platform/display/view_peer_slot.h"
+
+#include <QTabBar>
+#include <QTabWidget>
+
+namespace display {
+
+namespace {
+
+QTabWidget& tabs(QWidget* widget) {
+  return *static_cast<QTabWidget*>(widget);
+}
+
+} // namespace
+
+TabPeer::TabPeer(const BMessenger& view)
+    : ViewPeer(view, Keys::to_control, []() -> QWidget* {
+        auto* made = new QTabWidget;
+        made->setFocusProxy(made->tabBar());
+        return made;
+      }) {}
+
+void TabPeer::AddPage(const ViewPeer& page, const std::string& label) {
+  Change([slot = SlotOf(page), label](QWidget* widget) {
+    if (slot->widget) tabs(widget).addTab(slot->widget, accelerated_label(label));
+  });
+}
+
+void TabPeer::SetLabel(int32 index, const std::string& label) {
+  Change([index, label](QWidget* widget) { tabs(widget).setTabText(index, accelerated_label(label)); });
+}
+
+void TabPeer::Select(int32 index) {
+  Change([index](QWidget* widget) { tabs(widget).setCurrentIndex(index); });
+}
+
+} // namespace display

@@ -1,0 +1,160 @@
+#include "toolkit/simple_input_win.h"
+
+#include "platform/interface/font.h"
+#include "tests/display/hands.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <vector>
+
+namespace {
+
+/** Keeps what it is told. */
+class Receiver : public BLooper {
+public:
+  void MessageReceived(BMessage* message) override { fReceived.push_back(*message); }
+  std::vector<BMessage> fReceived;
+};
+
+TSimpleInputWin::TLabels english() {
+  return {"Shift", "Shift by (ms):", "G - Go", "C - Cancel"};
+}
+
+std::string no_letters(const std::string& text) {
+  return text.find_first_not_of("-0123456789") == std::string::npos ? "" : "Please type a number.";
+}
+
+} // namespace
+
+class SimpleInputWin : public testing::Test {
+protected:
+  SimpleInputWin() : fReceiver(new Receiver), fWindow(new TSimpleInputWin) {
+    fWindow->SetRunsOnShow(false);
+    fWindow->SetLabels(english());
+    fWindow->SetMessage(BMessage('fttr'), BMessenger(fReceiver));
+    fWindow->SetCheck(no_letters);
+    fWindow->Show();
+    fWindow->Activate();
+    hands::settle(*fWindow);
+  }
+  ~SimpleInputWin() override {
+    fWindow->Lock();
+    fWindow->Quit();
+    fReceiver->Lock();
+    fReceiver->Quit();
+  }
+  void Press(const std::string& key) {
+    hands::press(*fWindow, key);
+    hands::settle(*fWindow);
+  }
+  void Type(const std::string& text) {
+    for (const char c : text) Press(std::string(1, c));
+  }
+  void ShowAgain() {
+    fWindow->BringUp();
+    hands::settle(*fWindow);
+  }
+  /** What has been sent since; each is to be the message with one text. */
+  std::vector<std::string> Sent() {
+    fReceiver->DeliverAll();
+    std::vector<std::string> texts;
+    for (const BMessage& message : std::exchange(fReceiver->fReceived, {})) {
+      std::string text;
+      EXPECT_EQ(message.what, uint32{'fttr'});
+      EXPECT_EQ(message.FindString("_SmplIptData", &text), B_OK);
+      texts.push_back(text);
+    }
+    return texts;
+  }
+  /** A letter lets its button be seen going down before it works. */
+  bool Closes() {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (IsOpen() && std::chrono::steady_clock::now() < end) hands::settle(*fWindow);
+    return !IsOpen();
+  }
+  bool IsOpen() const { return hands::is_shown(*fWindow); }
+  using Texts = std::vector<std::string>;
+  Receiver* fReceiver;
+  TSimpleInputWin* fWindow;
+};
+
+TEST_F(SimpleInputWin, ReturnSendsWhatWasTyped) {
+  EXPECT_EQ(hands::focused_view(*fWindow), "Input");
+  Type("-250");
+  Press("Return");
+  EXPECT_EQ(Sent(), Texts{"-250"});
+  EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(SimpleInputWin, ShownAgainItHoldsTheLastTextSelected) {
+  Type("12");
+  Press("Return");
+  ShowAgain();
+  Press("Return");
+  Press("Escape");
+  EXPECT_EQ(Sent(), (Texts{"12", "12"}));
+  ShowAgain();
+  Type("7");
+  Press("Return");
+  EXPECT_EQ(Sent(), Texts{"7"}) << "typing replaces the selected text";
+}
+
+TEST_F(SimpleInputWin, EveryWayToCancelHidesItAndSendsNothing) {
+  Type("5");
+  Press("Escape");
+  EXPECT_FALSE(IsOpen());
+  ShowAgain();
+  Press("Alt+C");
+  EXPECT_TRUE(Closes());
+  ShowAgain();
+  hands::click(*fWindow, "Cancel", {10, 10});
+  hands::settle(*fWindow);
+  EXPECT_FALSE(IsOpen());
+  ShowAgain();
+  hands::press_close_button(*fWindow);
+  hands::settle(*fWindow);
+  EXPECT_FALSE(IsOpen());
+  EXPECT_EQ(Sent(), Texts{});
+}
+
+TEST_F(SimpleInputWin, LettersAndTabReachTheButtons) {
+  Type("1");
+  Press("Alt+G");
+  EXPECT_TRUE(Closes());
+  EXPECT_EQ(Sent(), Texts{"1"});
+  ShowAgain();
+  Press("Tab");
+  EXPECT_EQ(hands::focused_view(*fWindow), "Cancel");
+  Press("Return");
+  EXPECT_FALSE(IsOpen()) << "Return presses the button that has the focus";
+  ShowAgain();
+  EXPECT_EQ(hands::focused_view(*fWindow), "Input");
+  EXPECT_EQ(Sent(), Texts{});
+}
+
+TEST_F(SimpleInputWin, TextThatDoesNotPassStaysWithAWordAboutIt) {
+  const float height = fWindow->Bounds().Height();
+  Type("1x");
+  Press("Return");
+  EXPECT_TRUE(IsOpen());
+  EXPECT_EQ(hands::label_text(*fWindow, "Hint"), "Please type a number.");
+  EXPECT_GT(fWindow->Bounds().Height(), height) << "nothing is covered";
+  Type("3");
+  Press("Return");
+  EXPECT_EQ(Sent(), Texts{"3"}) << "the faulty text was selected";
+  ShowAgain();
+  EXPECT_EQ(fWindow->Bounds().Height(), height);
+}
+
+TEST_F(SimpleInputWin, NewLabelsAreNotCut) {
+  fWindow->SetLabels({"Verschieben", "Alle Zeitmarken verschieben um (Millisekunden):", "L - Los geht es jetzt sofort",
+                      "C - Abbrechen"});
+  hands::settle(*fWindow);
+  const BRect label = hands::control_frame(*fWindow, "InputLabel");
+  EXPECT_GE(label.Width() + 1, be_plain_font->StringWidth("Alle Zeitmarken verschieben um (Millisekunden):"));
+  const BRect go = hands::control_frame(*fWindow, "Go");
+  EXPECT_GT(go.Width(), be_plain_font->StringWidth("L - Los geht es jetzt sofort"));
+  EXPECT_LT(go.right, fWindow->Bounds().right);
+  EXPECT_EQ(hands::spoken(*fWindow, "Input").name, "Alle Zeitmarken verschieben um (Millisekunden):");
+}

@@ -1,0 +1,116 @@
+#include "toolkit/krv_dlg_view.h"
+
+#include "platform/interface/button.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr float kMargin = 12;
+constexpr float kGap = 8;
+constexpr float kSmallestButton = 80;
+
+/** Room that views take; as counts of pixels, unlike what rectangles tell. */
+struct Room {
+  float width = 0;
+  float height = 0;
+};
+
+Room room_of(BView* view) {
+  const BPoint size = view->PreferredSize();
+  return {size.x + 1, size.y + 1};
+}
+
+Room room_of(const std::vector<BView*>& row) {
+  Room room;
+  for (BView* view : row) {
+    const Room own = room_of(view);
+    room.width += own.width + (view == row.front() ? 0 : kGap);
+    room.height = std::max(room.height, own.height);
+  }
+  return room;
+}
+
+/** Of the largest one. */
+Room room_of_one(const std::vector<BButton*>& buttons) {
+  Room room{kSmallestButton, 0};
+  for (BButton* button : buttons) {
+    const Room own = room_of(button);
+    room = {std::max(room.width, own.width), std::max(room.height, own.height)};
+  }
+  return room;
+}
+
+void place(BView* view, float left, float top, float width, float height) {
+  view->MoveTo(left, top);
+  view->ResizeTo(width - 1, height - 1);
+}
+
+void place_row(const std::vector<BView*>& row, float top, float height, float width) {
+  float left = kMargin;
+  for (BView* view : row) {
+    const Room own = room_of(view);
+    const float taken = view == row.back() ? width - kMargin - left : own.width;
+    place(view, left, top + (height - own.height) / 2, taken, own.height);
+    left += taken + kGap;
+  }
+}
+
+} // namespace
+
+TKRVDlgView::TKRVDlgView(const char* name) : TKRVView({0, 0, 0, 0}, name) {}
+
+void TKRVDlgView::AddRow(const std::vector<BView*>& views) {
+  fRows.push_back(views);
+  for (BView* view : views) AddChild(view);
+}
+
+void TKRVDlgView::RemoveRow(BView* first) {
+  const auto row = std::ranges::find_if(fRows, [first](const auto& views) { return views.front() == first; });
+  if (row == fRows.end()) return;
+  for (BView* view : *row) RemoveChild(view);
+  fRows.erase(row);
+}
+
+void TKRVDlgView::AddButtons(const std::vector<BButton*>& buttons) {
+  fButtons = buttons;
+  for (BButton* button : buttons) AddChild(button);
+}
+
+void TKRVDlgView::SetDefaultButton(BButton* button) {
+  fDefault = button;
+  button->MakeDefault(true);
+}
+
+BPoint TKRVDlgView::PreferredSize() {
+  const Room button = room_of_one(fButtons);
+  const auto count = static_cast<float>(fButtons.size());
+  Room all{count * (button.width + kGap) - kGap, kMargin + button.height + kMargin};
+  for (const auto& row : fRows) {
+    const Room own = room_of(row);
+    all = {std::max(all.width, own.width), all.height + own.height + kGap};
+  }
+  return {all.width + 2 * kMargin - 1, all.height - 1};
+}
+
+void TKRVDlgView::LayOut() {
+  const float width = Bounds().Width() + 1;
+  float top = kMargin;
+  for (const auto& row : fRows) {
+    const float height = room_of(row).height;
+    place_row(row, top, height, width);
+    top += height + kGap;
+  }
+  const Room button = room_of_one(fButtons);
+  float right = width - kMargin;
+  for (auto i = fButtons.rbegin(); i != fButtons.rend(); ++i) {
+    place(*i, right - button.width, Bounds().Height() + 1 - kMargin - button.height, button.width, button.height);
+    right -= button.width + kGap;
+  }
+}
+
+void TKRVDlgView::KeyDown(const char* bytes, int32 count) {
+  if (bytes[0] == B_RETURN && fDefault) return fDefault->Invoke();
+  if (bytes[0] == B_ESCAPE && fCancel) return fCancel->Invoke();
+  TKRVView::KeyDown(bytes, count);
+}
