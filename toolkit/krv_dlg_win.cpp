@@ -6,11 +6,8 @@ constexpr BRect kBeforeFitting{0, 0, 299, 99};
 
 TKRVDlgWin::TKRVDlgWin(const char* title)
     : TKRVWin(kBeforeFitting, title, B_MODAL_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL,
-              B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE) {}
-
-bool TKRVDlgWin::QuitRequested() {
-  if (!IsHidden()) Hide();
-  return false;
+              B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE) {
+  KeepWhenClosed();
 }
 
 void TKRVDlgWin::Fit() {

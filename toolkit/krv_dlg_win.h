@@ -8,7 +8,6 @@ class TKRVDlgWin : public TKRVWin {
 public:
   explicit TKRVDlgWin(const char* title);
 
-  bool QuitRequested() override;
   /** After the contents have changed. */
   void Fit();
 };

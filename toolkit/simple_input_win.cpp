@@ -57,7 +57,7 @@ void TSimpleInputWin::Go() {
   BMessage filled(fMessage);
   filled.AddString(kInputField, fField->Text());
   fTarget.SendMessage(&filled, BMessenger(), 0);
-  QuitRequested();
+  PutAway();
 }
 
 void TSimpleInputWin::ShowHint(const std::string& text) {

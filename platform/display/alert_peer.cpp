@@ -65,4 +65,8 @@ int32 ask(const AlertText& question, const std::function<QWidget*()>& inFrontOf)
   return waiter.get();
 }
 
+void post_alert(const AlertText& notice) {
+  post([notice] { show(notice, nullptr, std::make_shared<Answer<int32>>(notice.escapeButton)); });
+}
+
 } // namespace display

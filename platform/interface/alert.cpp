@@ -19,11 +19,19 @@ void BAlert::SetShortcut(int32 button, char letter) {
   if (button >= 0 && button < static_cast<int32>(fButtons.size())) fLetters[static_cast<size_t>(button)] = letter;
 }
 
+display::AlertText BAlert::Content() const {
+  return {fCaption, fText, fButtons, fLetters, fEscapeButton, fDefaultButton, fType};
+}
+
+void BAlert::Post() {
+  display::post_alert(Content());
+  delete this;
+}
+
 int32 BAlert::Go() {
   const auto* asker = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
   const int32 answer =
-      display::ask({fCaption, fText, fButtons, fLetters, fEscapeButton, fDefaultButton, fType},
-                   asker && !asker->IsHidden() ? asker->Peer()->Finder() : std::function<QWidget*()>());
+      display::ask(Content(), asker && !asker->IsHidden() ? asker->Peer()->Finder() : std::function<QWidget*()>());
   delete this;
   return answer;
 }

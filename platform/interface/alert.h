@@ -7,7 +7,11 @@
 
 enum alert_type { B_EMPTY_ALERT, B_INFO_ALERT, B_IDEA_ALERT, B_WARNING_ALERT, B_STOP_ALERT };
 
-/** A question with up to three buttons, in front of the window whose thread asks it. `Go` deletes the alert. */
+namespace display {
+struct AlertText;
+}
+
+/** A question with up to three buttons, in front of the window whose thread asks it. `Go` and `Post` delete it. */
 class BAlert {
 public:
   BAlert(const char* caption, const char* text, const char* button0, const char* button1 = nullptr,
@@ -27,9 +31,13 @@ public:
      of the button, from left to right; the Escape button's (-1 without one) when there is no display or it ends
      meanwhile. */
   int32 Go();
+  /** Shows the alert and goes on at once; nobody hears which button closes it. Deletes the alert as well. */
+  void Post();
 
 private:
   ~BAlert() = default;
+  display::AlertText Content() const;
+
   std::string fCaption;
   std::string fText;
   std::vector<std::string> fButtons;

@@ -18,16 +18,14 @@ public:
                   return std::make_shared<display::PanelPeer>(window, setup, panel->fMode, allowMultiple);
                 }),
         fMessage(panel->fMode == B_SAVE_PANEL ? B_SAVE_REQUESTED : B_REFS_RECEIVED), fPanel(panel) {
+    KeepWhenClosed();
     AddChild(new BMenuBar({0, 0, kFrame.right, 0}, "MenuBar"));
   }
 
   display::PanelPeer* Dialog() const { return static_cast<display::PanelPeer*>(Peer()); }
 
   /** The close button of the frame is the user's Cancel. */
-  bool QuitRequested() override {
-    Dialog()->Cancel();
-    return false;
-  }
+  void PutAway() override { Dialog()->Cancel(); }
 
   void MessageReceived(BMessage* message) override {
     switch (message->what) {

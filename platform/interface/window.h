@@ -58,6 +58,11 @@ public:
   BView* CurrentFocus() const { return fFocus; }
   /** The menu bar whose shortcuts work in the window: the first one attached. */
   BMenuBar* KeyMenuBar() const { return fKeyMenuBar; }
+  /** From now on closing only puts the window away, until its owner ends it. It agrees with whoever asks whether it
+      would close. */
+  void KeepWhenClosed() { fIsKept = true; }
+  /** Hook: a window that is kept was closed; the base hides it. */
+  virtual void PutAway();
   void DispatchMessage(BMessage* message, BHandler* handler) override;
   void MessageReceived(BMessage* message) override;
 
@@ -79,6 +84,7 @@ private:
   void Moved(BHandler* handler, BMessage* message);
   void Resized(BHandler* handler, BMessage* message);
   void Activated(const BMessage& message);
+  void CloseAsked(BMessage* message, BHandler* handler);
   void KeyPressed(BMessage* message, BHandler* handler);
   void FocusChanged(BView* view, bool focused);
   void Forget(BView* view);
@@ -92,6 +98,7 @@ private:
   int32 fHideLevel = 1;
   bool fRunsOnShow = true;
   bool fIsActive = false;
+  bool fIsKept = false;
   std::vector<BView*> fChildren;
   BView* fFocus = nullptr;
   BMenuBar* fKeyMenuBar = nullptr;

@@ -15,6 +15,8 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
     return Resized(handler, message);
   case display::DISPLAY_WINDOW_ACTIVATED:
     return Activated(*message);
+  case B_QUIT_REQUESTED:
+    return CloseAsked(message, handler);
   default:
     return BLooper::DispatchMessage(message, handler);
   }
@@ -50,6 +52,18 @@ void BWindow::Activated(const BMessage& message) {
   fIsActive = active;
   WindowActivated(active);
   for (int32 i = 0; i < CountChildren(); ++i) fChildren[static_cast<size_t>(i)]->TellActivated(active);
+}
+
+void BWindow::CloseAsked(BMessage* message, BHandler* handler) {
+  if (!fIsKept || handler != this) return BLooper::DispatchMessage(message, handler);
+  PutAway();
+  BMessage answer(B_REPLY);
+  answer.AddBool("result", true);
+  message->SendReply(&answer);
+}
+
+void BWindow::PutAway() {
+  if (!IsHidden()) Hide();
 }
 
 void BWindow::FrameMoved(BPoint) {}

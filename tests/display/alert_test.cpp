@@ -54,6 +54,13 @@ TEST(Alert, OnlyButtonIsWhatEscapeMeans) {
   EXPECT_EQ(asked(notice, [] { hands::answer_with_key("Escape"); }), 0);
 }
 
+TEST(Alert, PostedAlertIsWaitedForByNobody) {
+  (new BAlert("Vesmo Editor", "cannot be shown", "I see"))->Post();
+  EXPECT_EQ(hands::wait_for_question().text, "cannot be shown");
+  EXPECT_TRUE(hands::answer_with_key("Escape"));
+  EXPECT_FALSE(hands::answer_with_key("Escape")) << "gone";
+}
+
 TEST(Alert, WindowThatAsksWaitsWhileOthersGoOn) {
   struct Asker : BWindow {
     Asker() : BWindow({0, 0, 199, 99}, "asker") {}

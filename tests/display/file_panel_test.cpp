@@ -155,6 +155,24 @@ TEST_F(FilePanel, EveryWayToCloseItSaysSoOnce) {
   EXPECT_EQ(fAnswers->Next().what, uint32{B_CANCEL});
 }
 
+TEST_F(FilePanel, AgreesWhenTheProgramAsksWhetherItMayClose) {
+  BFilePanel panel(B_OPEN_PANEL, &fTarget);
+  panel.Show();
+  for (int time = 0; time < 2; ++time) { // open, then closed
+    const BMessage question(B_QUIT_REQUESTED);
+    BMessage answer;
+    bool agreed = false;
+    BMessenger(panel.Window()).SendMessage(&question, &answer);
+    EXPECT_EQ(answer.FindBool("result", &agreed), B_OK);
+    EXPECT_TRUE(agreed);
+    if (time == 0) EXPECT_EQ(fAnswers->Next().what, uint32{B_CANCEL});
+    EXPECT_FALSE(panel.IsShowing());
+  }
+  panel.Show();
+  hands::wait_for_display();
+  EXPECT_TRUE(hands::is_shown(*panel.Window())) << "it lives on";
+}
+
 TEST_F(FilePanel, FolderThatIsGoneMeansHome) {
   BFilePanel panel(B_OPEN_PANEL, &fTarget);
   entry_ref folder;
