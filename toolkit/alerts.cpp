@@ -22,10 +22,8 @@ alert_type kind_of(TAlertType type) {
   }
 }
 
-} // namespace
-
-long show_alert(const std::string& text, const std::string& caption, std::initializer_list<TAlertButton> buttons,
-                const std::string& format, TAlertType type) {
+BAlert* make_alert(const std::string& text, const std::string& caption, std::initializer_list<TAlertButton> buttons,
+                   const std::string& format, TAlertType type) {
   constexpr size_t kMaxButtons = 3;
   std::array<std::string, kMaxButtons> labels;
   std::array<const char*, kMaxButtons> texts{};
@@ -43,12 +41,24 @@ long show_alert(const std::string& text, const std::string& caption, std::initia
     if (button.isHarmless) alert->SetEscapeButton(index);
     ++index;
   }
-  return alert->Go();
+  return alert;
+}
+
+} // namespace
+
+long show_alert(const std::string& text, const std::string& caption, std::initializer_list<TAlertButton> buttons,
+                const std::string& format, TAlertType type) {
+  return make_alert(text, caption, buttons, format, type)->Go();
 }
 
 void show_msg(const std::string& text, const std::string& caption, const TAlertButton& button,
               const std::string& format, TAlertType type) {
   show_alert(text, caption, {button}, format, type);
+}
+
+void post_msg(const std::string& text, const std::string& caption, const TAlertButton& button,
+              const std::string& format, TAlertType type) {
+  make_alert(text, caption, {button}, format, type)->Post();
 }
 
 } // namespace koreva

@@ -25,4 +25,8 @@ long show_alert(const std::string& text, const std::string& caption, std::initia
 void show_msg(const std::string& text, const std::string& caption, const TAlertButton& button,
               const std::string& format, TAlertType type = kWarningAlert);
 
+/** The same, without waiting until it is read: for threads on which others wait. */
+void post_msg(const std::string& text, const std::string& caption, const TAlertButton& button,
+              const std::string& format, TAlertType type = kWarningAlert);
+
 } // namespace koreva

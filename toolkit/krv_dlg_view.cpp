@@ -51,7 +51,9 @@ void place_row(const std::vector<BView*>& row, float top, float height, float wi
   for (BView* view : row) {
     const Room own = room_of(view);
     const float taken = view == row.back() ? width - kMargin - left : own.width;
-    place(view, left, top + (height - own.height) / 2, taken, own.height);
+    // A single view grows with its row.
+    const float high = row.size() == 1 ? height : own.height;
+    place(view, left, top + (height - high) / 2, taken, high);
     left += taken + kGap;
   }
 }
@@ -95,9 +97,10 @@ BPoint TKRVDlgView::PreferredSize() {
 
 void TKRVDlgView::LayOut() {
   const float width = Bounds().Width() + 1;
+  const float spare = std::max(0.0F, Bounds().Height() - PreferredSize().y);
   float top = kMargin;
   for (const auto& row : fRows) {
-    const float height = room_of(row).height;
+    const float height = room_of(row).height + (&row == &fRows.back() ? spare : 0);
     place_row(row, top, height, width);
     top += height + kGap;
   }

@@ -7,7 +7,7 @@
 class BButton;
 
 /** The inside of a dialog: rows of views from the top, and a row of buttons at the bottom right, each as large as its
-    texts want. Return presses the default button, Escape the cancel button. */
+    texts want. In a larger view the last row grows. Return presses the default button, Escape the cancel button. */
 class TKRVDlgView : public TKRVView {
 public:
   explicit TKRVDlgView(const char* name);

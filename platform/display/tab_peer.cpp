@@ -1,6 +1,7 @@
 #include "platform/display/tab_peer.h"
 
 #include "platform/display/accelerators.h"
+#include "platform/display/display_thread.h"
 #include "platform/display/view_peer_slot.h"
 
 #include <QTabBar>
@@ -9,6 +10,11 @@
 namespace display {
 
 namespace {
+
+struct SamplePage : QWidget {
+  static constexpr QSize kSize{300, 200};
+  QSize sizeHint() const override { return kSize; }
+};
 
 QTabWidget& tabs(QWidget* widget) {
   return *static_cast<QTabWidget*>(widget);
@@ -35,6 +41,15 @@ void TabPeer::SetLabel(int32 index, const std::string& label) {
 
 void TabPeer::Select(int32 index) {
   Change([index](QWidget* widget) { tabs(widget).setCurrentIndex(index); });
+}
+
+BPoint room_around_pages() {
+  return call([] {
+    QTabWidget sample;
+    sample.addTab(new SamplePage, QStringLiteral("Xg"));
+    const QSize around = sample.sizeHint() - SamplePage::kSize;
+    return BPoint{static_cast<float>(around.width()), static_cast<float>(around.height())};
+  });
 }
 
 } // namespace display

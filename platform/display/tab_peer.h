@@ -15,4 +15,7 @@ public:
   void Select(int32 index);
 };
 
+/** What tabs and borders take from the pages. Waits for the display. */
+BPoint room_around_pages();
+
 } // namespace display

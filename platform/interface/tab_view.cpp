@@ -2,7 +2,10 @@
 
 #include "platform/display/tab_peer.h"
 
-BTabView::BTabView(BRect frame, const char* name, uint32 resizingMode) : BView(frame, name, resizingMode) {}
+#include <algorithm>
+
+BTabView::BTabView(BRect frame, const char* name, uint32 resizingMode)
+    : BView(frame, name, resizingMode, B_FRAME_EVENTS) {}
 
 std::shared_ptr<display::ViewPeer> BTabView::MakePeer() {
   return std::make_shared<display::TabPeer>(BMessenger(this));
@@ -16,6 +19,29 @@ void BTabView::AddTab(BView* page, const char* label) {
 void BTabView::AllAttached() {
   auto* const tabs = static_cast<display::TabPeer*>(Peer());
   for (size_t i = 0; i < fLabels.size(); ++i) tabs->AddPage(*fChildren[i]->fPeer, fLabels[i]);
+  fAroundPages = display::room_around_pages();
+  PlacePages();
+}
+
+void BTabView::FrameResized(float, float) {
+  PlacePages();
+}
+
+void BTabView::PlacePages() {
+  for (BView* page : fChildren) {
+    page->MoveTo(0, 0);
+    page->ResizeTo(std::max(0.0F, Bounds().Width() - fAroundPages.x),
+                   std::max(0.0F, Bounds().Height() - fAroundPages.y));
+  }
+}
+
+BPoint BTabView::PreferredSize() {
+  BPoint largest;
+  for (BView* page : fChildren) {
+    const BPoint own = page->PreferredSize();
+    largest = {std::max(largest.x, own.x), std::max(largest.y, own.y)};
+  }
+  return largest + fAroundPages;
 }
 
 void BTabView::SetTabLabel(int32 index, const char* label) {

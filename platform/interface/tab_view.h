@@ -15,11 +15,17 @@ public:
   void SetTabLabel(int32 index, const char* label);
   void Select(int32 index);
 
+  /** Room for the largest page and the tabs. */
+  BPoint PreferredSize() override;
   void AllAttached() override;
+  void FrameResized(float width, float height) override;
 
 protected:
   std::shared_ptr<display::ViewPeer> MakePeer() override;
 
 private:
+  void PlacePages();
+
   std::vector<std::string> fLabels;
+  BPoint fAroundPages; // what the display keeps for tabs and borders
 };

@@ -12,7 +12,7 @@ std::shared_ptr<display::ViewPeer> BTextView::MakePeer() {
   auto peer = std::make_shared<TextPeer>(BMessenger(this));
   peer->SetText(fDetachedText);
   peer->SetEditable(fEditable);
-  peer->SetTextColor(HighColor());
+  if (fHasTextColor) peer->SetTextColor(HighColor());
   return peer;
 }
 
@@ -96,6 +96,7 @@ void BTextView::MakeEditable(bool editable) {
 void BTextView::SetFontAndColor(const BFont* font, uint32 mask, const rgb_color* color) {
   if (font) SetFont(font, mask);
   if (!color) return;
+  fHasTextColor = true;
   SetHighColor(*color);
   if (Control()) Control()->SetTextColor(*color);
 }

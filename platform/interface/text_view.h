@@ -59,6 +59,7 @@ private:
 
   BRect fTextRect;
   bool fEditable = true;
+  bool fHasTextColor = false; // else the display's own
   /** Holds the text while the view is detached. */
   std::string fDetachedText;
 };

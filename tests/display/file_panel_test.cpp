@@ -165,7 +165,9 @@ TEST_F(FilePanel, AgreesWhenTheProgramAsksWhetherItMayClose) {
     BMessenger(panel.Window()).SendMessage(&question, &answer);
     EXPECT_EQ(answer.FindBool("result", &agreed), B_OK);
     EXPECT_TRUE(agreed);
-    if (time == 0) EXPECT_EQ(fAnswers->Next().what, uint32{B_CANCEL});
+    if (time == 0) {
+      EXPECT_EQ(fAnswers->Next().what, uint32{B_CANCEL});
+    }
     EXPECT_FALSE(panel.IsShowing());
   }
   panel.Show();

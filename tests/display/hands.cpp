@@ -298,8 +298,10 @@ std::string pixels(BWindow& window, const std::string& view) {
 }
 
 std::string label_text(BWindow& window, const std::string& view) {
-  return with_widget(
-      window, [=](QWidget* widget) { return qobject_cast<QLabel*>(control_of(widget, view))->text().toStdString(); });
+  return with_widget(window, [=](QWidget* widget) {
+    const auto* label = qobject_cast<QLabel*>(control_of(widget, view));
+    return label ? label->text().toStdString() : std::string();
+  });
 }
 
 BRect control_frame(BWindow& window, const std::string& view) {

@@ -71,6 +71,7 @@ void rest_mouse_on(BWindow& window, const std::string& view);
 std::string focused_view(BWindow& window);
 /** Every pixel of a control, as it is drawn now. */
 std::string pixels(BWindow& window, const std::string& view);
+/** Empty when there is no such label. */
 std::string label_text(BWindow& window, const std::string& view);
 BRect control_frame(BWindow& window, const std::string& view);
 bool is_on_top(BWindow& window);
