@@ -28,3 +28,7 @@ bool ask_no_yes(const std::string& text) {
 void tell(const std::string& text) {
   koreva::show_msg(text, gLLT->Text("Alert_Caption"), text_button("Button_Understand", 'U', true), letter_format());
 }
+
+void notify(const std::string& text) {
+  koreva::post_msg(text, gLLT->Text("Alert_Caption"), text_button("Button_Understand", 'U', true), letter_format());
+}

@@ -15,3 +15,5 @@ long ask(const std::string& text, std::initializer_list<koreva::TAlertButton> bu
 bool ask_no_yes(const std::string& text);
 /** One button, "Button_Understand". */
 void tell(const std::string& text);
+/** The same, without waiting until it is read: for the manager's thread, on which the player waits. */
+void notify(const std::string& text);

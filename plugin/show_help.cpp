@@ -23,5 +23,5 @@ void show_help() {
   entry.GetRef(&ref);
   const status_t status = entry.IsFile() ? be_roster->Launch(&ref) : B_ENTRY_NOT_FOUND;
   if (status == B_OK || status == B_ALREADY_RUNNING) return;
-  koreva::show_msg("ヘルプを表示できません：\n" + path, gLLT->Text("Alert_Caption"), {"ＯＫ", 0, true}, "");
+  koreva::post_msg("ヘルプを表示できません：\n" + path, gLLT->Text("Alert_Caption"), {"ＯＫ", 0, true}, "");
 }

@@ -41,7 +41,7 @@ TAppPrivacy& new_app_privacy() {
 }
 
 void show_language_failure(const char* text, const char* caption, const char* button) {
-  koreva::show_msg(text, caption, {button, 'U', true}, "");
+  koreva::post_msg(text, caption, {button, 'U', true}, "");
 }
 
 void show_missing_key(const char* title, const char* key, const char* button) {

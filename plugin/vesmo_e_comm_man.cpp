@@ -29,6 +29,8 @@ void TVesmoECommMan::Quit() {
     if (be_app->RemoveCommonFilter(fIAPFilter)) delete fIAPFilter;
     be_app->Unlock();
   }
+  CloseAboutWindowRqtd();
+  CloseFineTimeTagWindowRqtd();
   CloseMainWindowRqtd();
   WaitForWindowThreads();
   TCommMan::Quit();
@@ -162,14 +164,19 @@ void TVesmoECommMan::RefsReceived(BMessage* message) {
   Forward(message);
 }
 
+bool TVesmoECommMan::FindMainWindowFrame(BRect* frame) const {
+  if (!LockMainWindow()) return false;
+  *frame = fMainWindow->Frame();
+  fMainWindow->Unlock();
+  return true;
+}
+
 BMessage TVesmoECommMan::BesideRequest(uint32 code) const {
   BMessage request(code);
-  const bool hasWindow = LockMainWindow();
+  BRect frame;
+  const bool hasWindow = FindMainWindowFrame(&frame);
   request.AddBool("BesideDlg", hasWindow);
-  if (hasWindow) {
-    request.AddRect("WinFrame", fMainWindow->Frame());
-    fMainWindow->Unlock();
-  }
+  if (hasWindow) request.AddRect("WinFrame", frame);
   return request;
 }
 
@@ -178,22 +185,16 @@ void TVesmoECommMan::PrepareOpenAboutWindowRqtd() {
   PostMessage(&request);
 }
 
-void TVesmoECommMan::OpenAboutWindowRqtd(const BMessage&) {
-  tell(std::string(gAppName) + "  " + gAppVer + "\n" + gLLT->Text("App_Author"));
-}
-
 void TVesmoECommMan::PrepareOpenPrefWindowRqtd() {
   const BMessage request = BesideRequest(kMsgOpenPref);
   if (SendMessage(&request) == B_OK) return;
-  tell(std::string(gLLT->Text("Err_Cannot_Show_Pref_Win")) + "\n\n" + gLLT->Text("Hint_Need_VSMD"));
+  notify(std::string(gLLT->Text("Err_Cannot_Show_Pref_Win")) + "\n\n" + gLLT->Text("Hint_Need_VSMD"));
 }
 
-void TVesmoECommMan::MItemFineTimeTagClicked() {
-  tell(gLLT->Text("Err_Not_In_This_Version"));
-}
 void TVesmoECommMan::MItemKOREVACommonPrefClicked() {
-  tell(gLLT->Text("Err_Not_In_This_Version"));
+  notify(gLLT->Text("Err_Not_In_This_Version"));
 }
+
 void TVesmoECommMan::MItemHelpClicked() {
   show_help();
 }
@@ -203,11 +204,18 @@ void TVesmoECommMan::NodeLanguageChanged() {
 }
 
 void TVesmoECommMan::LanguageChanged() {
-  if (gAppPrivacy->ShouldBeLanguageChanged()) load_language(vesmo_editor_fname().c_str());
+  if (!gAppPrivacy->ShouldBeLanguageChanged()) return;
+  load_language(vesmo_editor_fname().c_str());
+  SetFineTagWinLabel();
+  SetAboutWinContent();
 }
 
 void TVesmoECommMan::IAPChanged(const BMessage& message) {
   gIAP->SetValue(message);
+  std::string item;
+  if (message.FindString("IAP:SrcIAPItem", &item) != B_OK || item != "AccKeyFormat") return;
+  SetFineTagWinLabel();
+  SetAboutWinContent();
 }
 
 void TVesmoECommMan::MainWindowClosed(const BMessage& message) {
@@ -215,6 +223,7 @@ void TVesmoECommMan::MainWindowClosed(const BMessage& message) {
   // A late notice of an earlier window says nothing of the present one, not even of one at the same place in memory.
   if (message.FindMessenger("window", &window) == B_OK && window != fMainAddress) return;
   fMainWindow = nullptr;
+  CloseFineTimeTagWindowRqtd(); // what it would shift is gone
 }
 
 void TVesmoECommMan::CloseMainWindowRqtd() {
@@ -222,9 +231,6 @@ void TVesmoECommMan::CloseMainWindowRqtd() {
   fMainWindow = nullptr;
 }
 
-// These windows are not made yet, and a close request for a window that is absent is ignored.
-void TVesmoECommMan::CloseAboutWindowRqtd() {}
-void TVesmoECommMan::CloseFineTimeTagWindowRqtd() {}
 void TVesmoECommMan::CloseKOREVACommonPrefWindowRqtd() {
   gIAP->CloseWindow(false);
 }

@@ -6,6 +6,9 @@
 
 #include <vector>
 
+class TKRVAboutWin;
+class TKRVWin;
+class TSimpleInputWin;
 class TVesmoEWin;
 
 /** What the plug-in, the menus and the companion ask of the manager. The fields that a code carries stand beside it. */
@@ -39,6 +42,7 @@ public:
   void OpenAboutWindowRqtd(const BMessage& message);
   void PrepareOpenPrefWindowRqtd();
   void MItemFineTimeTagClicked();
+  void SetFineTagWinLabel();
   void LanguageChanged();
   void NodeLanguageChanged();
   void IAPChanged(const BMessage& message);
@@ -58,11 +62,18 @@ private:
 
   /** False when there is no main window, or it is ending. */
   bool LockMainWindow() const;
+  bool FindMainWindowFrame(BRect* frame) const;
   void WaitForWindowThreads();
+
+  // vesmo_e_dialogs.cpp
+  void SetAboutWinContent();
+  static void BringUp(TKRVWin* window);
 
   TVesmoEWin* fMainWindow = nullptr; // null while closed; used only with the window locked by its address
   BMessenger fMainAddress;
   /** Of every main window shown: a window that was closed by its user is forgotten before its thread has ended. */
   std::vector<thread_id> fWindowThreads;
+  TKRVAboutWin* fAboutWindow = nullptr; // null until asked for, as the next
+  TSimpleInputWin* fFineTagWindow = nullptr;
   TIAPFilter* fIAPFilter;
 };

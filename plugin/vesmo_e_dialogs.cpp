@@ -1,0 +1,99 @@
+/** The manager's small windows: About, and the shift of all time tags. Each is made at its first request, hidden when
+    its user closes it, and ended by the manager. */
+
+#include "common/app_info.h"
+#include "interapp/inter_app_prefs.h"
+#include "language/llt.h"
+#include "lyrics/editor_view.h"
+#include "platform/interface/screen.h"
+#include "plugin/pref.h"
+#include "plugin/shift_amount.h"
+#include "plugin/show_help.h"
+#include "plugin/vesmo_e_comm_man.h"
+#include "toolkit/krv_about_win.h"
+#include "toolkit/simple_input_win.h"
+#include "window/placement.h"
+
+#include <utility>
+
+namespace {
+
+void place_beside(BWindow* window, const BRect& neighbour) {
+  const BRect size = window->Bounds();
+  const BRect screen = screen_frame(neighbour.LeftTop());
+  window->MoveTo(frame_beside(neighbour, size.Width(), size.Height(), screen).LeftTop());
+}
+
+std::string check_shift(const std::string& text) {
+  return is_shift_amount(text) ? "" : gLLT->Text("Err_No_Number");
+}
+
+TKRVAboutWin::TContent about_content() {
+  const std::string plugin = vesmo_editor_fname();
+  TKRVAboutWin::TContent content;
+  content.author = gLLT->Text("App_Author");
+  content.languageFolder = plugin.substr(0, plugin.rfind('/') + 1) + "Language";
+  content.languageFile = gPref->Values()->languageFile;
+  gIAP->GetString("AccKeyFormat", &content.letterFormat);
+  return content;
+}
+
+} // namespace
+
+void TVesmoECommMan::OpenAboutWindowRqtd(const BMessage& message) {
+  if (fAboutWindow == nullptr) {
+    fAboutWindow = new TKRVAboutWin(gAppName, gAppVer);
+    SetAboutWinContent();
+    bool isBeside = false;
+    BRect neighbour;
+    message.FindBool("BesideDlg", &isBeside);
+    if (isBeside && message.FindRect("WinFrame", &neighbour) == B_OK) place_beside(fAboutWindow, neighbour);
+  }
+  BringUp(fAboutWindow);
+}
+
+void TVesmoECommMan::MItemFineTimeTagClicked() {
+  BRect neighbour;
+  if (!FindMainWindowFrame(&neighbour)) return; // no tags to shift
+  if (fFineTagWindow == nullptr) {
+    fFineTagWindow = new TSimpleInputWin;
+    fFineTagWindow->SetCheck(check_shift);
+    SetFineTagWinLabel();
+    place_beside(fFineTagWindow, neighbour);
+  }
+  if (fFineTagWindow->Lock()) {
+    fFineTagWindow->SetMessage(BMessage(kMsgShiftTags), fMainAddress);
+    fFineTagWindow->Unlock();
+  }
+  BringUp(fFineTagWindow);
+}
+
+void TVesmoECommMan::BringUp(TKRVWin* window) {
+  if (!window->Lock()) return;
+  window->BringUp();
+  window->Unlock();
+}
+
+void TVesmoECommMan::SetFineTagWinLabel() {
+  if (fFineTagWindow == nullptr || !fFineTagWindow->Lock()) return;
+  fFineTagWindow->SetLabels({gLLT->Text("Fine_Tag_Win_Title"), gLLT->Text("StrView_Delta_Time"),
+                             accelerator_label("G", gLLT->Text("Button_Go")),
+                             accelerator_label("C", gLLT->Text("Button_Cancel"))});
+  fFineTagWindow->Unlock();
+}
+
+void TVesmoECommMan::SetAboutWinContent() {
+  if (fAboutWindow == nullptr || !fAboutWindow->Lock()) return;
+  fAboutWindow->SetContent(about_content());
+  fAboutWindow->Unlock();
+}
+
+void TVesmoECommMan::CloseAboutWindowRqtd() {
+  BWindow* window = std::exchange(fAboutWindow, nullptr);
+  CloseWindow(&window);
+}
+
+void TVesmoECommMan::CloseFineTimeTagWindowRqtd() {
+  BWindow* window = std::exchange(fFineTagWindow, nullptr);
+  CloseWindow(&window);
+}

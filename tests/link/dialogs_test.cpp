@@ -1,0 +1,184 @@
+#include "platform/app/application.h"
+#include "platform/interface/window.h"
+#include "plugin/app_privacy.h"
+#include "plugin/shift_amount.h"
+#include "plugin/vesmo_e_comm_man.h"
+#include "tests/display/hands.h"
+#include "tests/editor/editor_world.h"
+
+#include <chrono>
+#include <fstream>
+#include <functional>
+#include <thread>
+
+namespace {
+
+constexpr const char* kAbout = "About Vesmo Editor";
+constexpr const char* kEditor = "New lyrics - Vesmo Editor";
+constexpr const char* kFineTag = "Shift all time tags";
+
+std::vector<BWindow*> windows_titled(const std::string& title) {
+  std::vector<BWindow*> found;
+  for (int32 i = 0; BWindow* const window = be_app->WindowAt(i); ++i) {
+    if (!window->Lock()) continue;
+    if (window->Title() == title) found.push_back(window);
+    window->Unlock();
+  }
+  return found;
+}
+
+bool until(const std::function<bool()>& isSo) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  while (!isSo() && std::chrono::steady_clock::now() < end) {
+    hands::wait_for_display();
+    std::this_thread::yield();
+  }
+  return isSo();
+}
+
+/** The manager's windows run; the manager is handed its messages one by one. */
+class ManagerDialogs : public EditorWorld {
+protected:
+  ManagerDialogs() {
+    gIAP->SetString("AccKeyFormat", "a - ");
+    gAppPrivacy = new TAppPrivacy;
+    gAppPrivacy->UpdateLanguageInfos();
+    fManager = new TVesmoECommMan;
+  }
+  ~ManagerDialogs() override {
+    fManager->Lock();
+    fManager->Quit();
+    hands::wait_for_display();
+    EXPECT_TRUE(windows_titled(kAbout).empty());
+    EXPECT_TRUE(windows_titled(kFineTag).empty());
+    delete std::exchange(gAppPrivacy, nullptr);
+  }
+  void Send(const BMessage& message) {
+    fManager->PostMessage(&message);
+    fManager->DeliverAll();
+  }
+  BWindow& Only(const char* title) {
+    const std::vector<BWindow*> found = windows_titled(title);
+    EXPECT_EQ(found.size(), 1U) << title;
+    return *found.front();
+  }
+  static bool IsShown(BWindow& window) {
+    return until([&] { return hands::is_shown(window); });
+  }
+  static bool IsHidden(BWindow& window) {
+    return until([&] { return !hands::is_shown(window); });
+  }
+  void Type(BWindow& window, const std::string& text) {
+    for (const char c : text) hands::press(window, std::string(1, c));
+    hands::press(window, "Return");
+  }
+  TVesmoECommMan* fManager;
+};
+
+} // namespace
+
+TEST_F(ManagerDialogs, AboutWindowIsMadeOnceAndShownAgain) {
+  Send(BMessage(kMsgPrepareAbout));
+  BWindow& about = Only(kAbout);
+  EXPECT_TRUE(IsShown(about));
+  EXPECT_EQ(hands::label_text(about, "AppName"), "Vesmo Editor");
+  EXPECT_EQ(hands::label_text(about, "AppVersion"), "Ver 3.26");
+  EXPECT_EQ(hands::label_text(about, "AppAuthor"), "The Vesmo Editor team");
+  hands::press(about, "Escape");
+  EXPECT_TRUE(IsHidden(about));
+  Send(BMessage(B_ABOUT_REQUESTED));
+  EXPECT_TRUE(IsShown(Only(kAbout)));
+  EXPECT_EQ(&Only(kAbout), &about);
+  Send(BMessage(kMsgCloseAbout));
+  EXPECT_TRUE(windows_titled(kAbout).empty());
+}
+
+TEST_F(ManagerDialogs, AboutWindowStandsBesideTheEditor) {
+  BMessage request(kMsgOpenAbout);
+  request.AddBool("BesideDlg", true);
+  request.AddRect("WinFrame", {100, 120, 300, 300});
+  Send(request);
+  BWindow& about = Only(kAbout);
+  EXPECT_TRUE(IsShown(about));
+  about.Lock();
+  EXPECT_GT(about.Frame().left, 300);
+  EXPECT_EQ(about.Frame().top, 120);
+  about.Unlock();
+}
+
+TEST_F(ManagerDialogs, OpenWindowsSpeakTheNewLanguage) {
+  const std::string file = fFolder.Path() + "/Other.llt";
+  std::ofstream(file) << "[Informations]\nHeader=LLT File Format 100\n[Data]\nAbout_Win_Title=Info\n"
+                         "App_Author=Somebody\nButton_Close=Zu\n";
+  gLLT->Load(file.c_str());
+  Send(BMessage(kMsgPrepareAbout));
+  BWindow& about = Only("Info");
+  EXPECT_EQ(hands::label_text(about, "AppAuthor"), "Somebody");
+  BMessage change(kMsgLanguageChanged);
+  change.AddString("LLTF", "");
+  Send(change);
+  EXPECT_EQ(&Only(kAbout), &about);
+  EXPECT_EQ(hands::label_text(about, "AppAuthor"), "The Vesmo Editor team");
+  EXPECT_EQ(hands::spoken(about, "Close").name, "C - Close");
+}
+
+TEST_F(ManagerDialogs, NewLetterFormatReachesOpenWindows) {
+  Send(BMessage(kMsgPrepareAbout));
+  BMessage change(kMsgIAPChanged);
+  change.AddString("IAP:SrcIAPItem", "AccKeyFormat");
+  change.AddString("IAP:Value", "(a) ");
+  Send(change);
+  EXPECT_EQ(hands::spoken(Only(kAbout), "Close").name, "(C) Close");
+}
+
+TEST_F(ManagerDialogs, FineTagWindowShiftsTheTagsOfTheEditor) {
+  Send(BMessage(kMsgOpenMain));
+  Send(BMessage(kMsgFineTimeTag));
+  Send(BMessage(kMsgFineTimeTag));
+  BWindow& fineTag = Only(kFineTag);
+  EXPECT_TRUE(IsShown(fineTag));
+  EXPECT_EQ(hands::spoken(fineTag, "Go").name, "G - Go");
+  Type(fineTag, "-250");
+  EXPECT_TRUE(IsHidden(fineTag));
+  BWindow& editor = Only(kEditor);
+  EXPECT_TRUE(until([&] { return hands::label_text(editor, "StatusBar").ends_with("All tags shifted by -250 [ms]"); }));
+}
+
+TEST_F(ManagerDialogs, TextThatIsNoNumberShiftsNothing) {
+  Send(BMessage(kMsgOpenMain));
+  Send(BMessage(kMsgFineTimeTag));
+  BWindow& fineTag = Only(kFineTag);
+  EXPECT_TRUE(IsShown(fineTag));
+  Type(fineTag, "1x");
+  EXPECT_TRUE(until([&] { return !hands::label_text(fineTag, "Hint").empty(); }));
+  EXPECT_TRUE(hands::is_shown(fineTag));
+}
+
+TEST_F(ManagerDialogs, FineTagWindowGoesWithItsEditor) {
+  Send(BMessage(kMsgFineTimeTag));
+  EXPECT_TRUE(windows_titled(kFineTag).empty()) << "without an editor there is nothing to shift";
+  Send(BMessage(kMsgOpenMain));
+  Send(BMessage(kMsgFineTimeTag));
+  BMessage quit(B_QUIT_REQUESTED);
+  BMessenger(&Only(kEditor)).SendMessage(&quit);
+  EXPECT_TRUE(until([&] {
+    fManager->DeliverAll();
+    return windows_titled(kFineTag).empty();
+  }));
+}
+
+TEST_F(ManagerDialogs, ManagerGoesOnWhileItTellsThatThereAreNoPreferences) {
+  Send(BMessage(kMsgPreparePref));
+  EXPECT_NE(hands::wait_for_question().text.find("VesmoD"), std::string::npos);
+  Send(BMessage(kMsgPrepareAbout));
+  EXPECT_TRUE(IsShown(Only(kAbout)));
+  EXPECT_TRUE(hands::answer_with_key("Escape"));
+}
+
+TEST(ShiftAmount, IsAWholeNumberWithinBounds) {
+  for (const char* good : {"0", "-250", "+10", " 42 ", "2147483647", "-2147483647"})
+    EXPECT_TRUE(is_shift_amount(good)) << good;
+  for (const char* bad :
+       {"", " ", "-", "1x", "1.5", "0x10", "2147483648", "-2147483648", "99999999999999999999", "１２", "1 2"})
+    EXPECT_FALSE(is_shift_amount(bad)) << bad;
+}
