@@ -1,21 +1,25 @@
 #pragma once
 
-#include "lyrics/lyrics_file.h"
 #include "platform/interface/file_panel.h"
+#include "platform/support/types.h"
 
-#include <atomic>
+class BMenu;
 
-/** The save panel: its answer carries the encoding ("Encoding") and the line-end type ("CRType") of the file to be. */
+/** The save panel with the two menus by which the encoding and the line-end type of the file are chosen. Its answer
+    carries them as int32 "Encoding" and int32 "CRType". Any thread that does not hold the panel's lock. */
 class TVesmoESavePanel : public BFilePanel {
 public:
   explicit TVesmoESavePanel(const BMessenger& target);
 
-  void SetEncoding(int32 encoding) { fEncoding = encoding; }
-  void SetCRType(int32 crType) { fCRType = crType; }
+  /** Mark the item of that number; nothing for a number without one. */
+  void SetEncoding(int32 encoding);
+  void SetCRType(int32 crType);
   void SendMessage(const BMessenger* target, BMessage* message) override;
 
 private:
-  // Set by the editor window's thread, read by the panel's.
-  std::atomic<int32> fEncoding{0};
-  std::atomic<int32> fCRType{0};
+  void CreateMenu();
+  void Mark(const BMenu* menu, int32 index) const;
+
+  BMenu* fCRTypeMenu; // in the panel's menu bar, as the next
+  BMenu* fEncodingMenu;
 };

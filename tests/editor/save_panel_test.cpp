@@ -1,0 +1,115 @@
+#include "window/save_panel.h"
+
+#include "platform/interface/window.h"
+#include "tests/display/hands.h"
+#include "tests/editor/editor_world.h"
+
+#include <chrono>
+#include <functional>
+#include <thread>
+
+namespace {
+
+bool until(const std::function<bool()>& isSo) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  while (!isSo() && std::chrono::steady_clock::now() < end) {
+    hands::wait_for_display();
+    std::this_thread::yield();
+  }
+  return isSo();
+}
+
+/** Keeps its messages until they are looked at. */
+class Answers : public BLooper {
+public:
+  void MessageReceived(BMessage* message) override { fReceived.push_back(*message); }
+  std::vector<BMessage> fReceived;
+};
+
+class SavePanel : public EditorWorld {
+protected:
+  SavePanel() : fAnswers(new Answers), fPanel(std::make_unique<TVesmoESavePanel>(BMessenger(fAnswers))) {
+    fPanel->SetPanelDirectory(fFolder.Path().c_str());
+  }
+  ~SavePanel() override {
+    fPanel.reset();
+    fAnswers->Lock();
+    fAnswers->Quit();
+  }
+  void Show(int32 encoding, int32 crType) {
+    fPanel->SetEncoding(encoding);
+    fPanel->SetCRType(crType);
+    fPanel->Show();
+    hands::wait_for_display();
+  }
+  bool IsMarked(const char* menu, const std::string& label) {
+    return until([&] {
+      for (const hands::MenuLine& line : hands::menu_lines(*fPanel->Window(), {menu}))
+        if (line.isMarked) return line.label == label;
+      return false;
+    });
+  }
+  /** Types a name and takes the answer. */
+  BMessage Save(const char* name) {
+    hands::type_file_name(*fPanel->Window(), name);
+    until([this] { return fAnswers->DeliverAll() > 0; });
+    for (const BMessage& message : std::exchange(fAnswers->fReceived, {}))
+      if (message.what == B_SAVE_REQUESTED) return message;
+    return BMessage();
+  }
+  Answers* fAnswers;
+  std::unique_ptr<TVesmoESavePanel> fPanel;
+};
+
+void expect_choice(const BMessage& answer, int32 encoding, int32 crType) {
+  int32 value = -1;
+  EXPECT_EQ(answer.FindInt32("Encoding", &value), B_OK);
+  EXPECT_EQ(value, encoding);
+  EXPECT_EQ(answer.FindInt32("CRType", &value), B_OK);
+  EXPECT_EQ(value, crType);
+}
+
+} // namespace
+
+TEST_F(SavePanel, ShowsAndAnswersWhatTheDocumentHas) {
+  Show(1, 2);
+  EXPECT_TRUE(IsMarked("Encoding", "Shift-JIS"));
+  EXPECT_TRUE(IsMarked("Return Code", "CR"));
+  expect_choice(Save("a.lrc"), 1, 2);
+}
+
+TEST_F(SavePanel, ChoiceByMouseReachesTheAnswerAndLastsUntilTheNextPreset) {
+  Show(0, 0);
+  EXPECT_TRUE(IsMarked("Encoding", "UTF-8"));
+  EXPECT_TRUE(hands::choose(*fPanel->Window(), {"Encoding", "JIS (ISO-2022-JP)"}));
+  EXPECT_TRUE(hands::choose(*fPanel->Window(), {"Return Code", "CR LF (Windows)"}));
+  EXPECT_TRUE(IsMarked("Encoding", "JIS (ISO-2022-JP)"));
+  EXPECT_TRUE(IsMarked("Return Code", "CR LF (Windows)"));
+  const BMessage answer = Save("b.lrc");
+  expect_choice(answer, 2, 1);
+  std::string name;
+  answer.FindString("name", &name);
+  EXPECT_EQ(name, "b.lrc");
+  Show(1, 0);
+  expect_choice(Save("c.lrc"), 1, 0);
+}
+
+TEST_F(SavePanel, MenusAreReachedByKeyboard) {
+  Show(0, 0);
+  EXPECT_TRUE(IsMarked("Encoding", "UTF-8"));
+  hands::press(*fPanel->Window(), "Alt+E");
+  EXPECT_TRUE(until(hands::popup_is_open));
+  for (const char* key : {"Down", "Return"}) hands::press_in_menu(key);
+  EXPECT_TRUE(IsMarked("Encoding", "Shift-JIS"));
+  hands::press(*fPanel->Window(), "Alt+R");
+  EXPECT_TRUE(until(hands::popup_is_open));
+  for (const char* key : {"Up", "Return"}) hands::press_in_menu(key);
+  EXPECT_TRUE(IsMarked("Return Code", "CR"));
+  expect_choice(Save("d.lrc"), 1, 2);
+}
+
+TEST_F(SavePanel, NumberWithoutAnItemLeavesTheMark) {
+  Show(2, 1);
+  Show(3, -1);
+  expect_choice(Save("e.lrc"), 2, 1);
+}
