@@ -36,7 +36,7 @@ BRect status_bar_of(BRect bounds) {
 } // namespace
 
 TVesmoEView::TVesmoEView(BRect frame)
-    : BView(frame, "VesmoEditorView", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS),
+    : TKRVView(frame, "VesmoEditorView", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS),
       fFrontEnd(std::make_unique<Sonivo_FrontEnd>(false, kFrontEndIntervalUs)) {
   fFrontEnd->Start();
   const BRect editFrame = above_status_bar(Bounds());
@@ -80,7 +80,7 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   case B_REFS_RECEIVED:
     return RefsReceived(*message);
   case B_SIMPLE_DATA:
-    if (!SimpleData(*message)) BView::MessageReceived(message);
+    if (!SimpleData(*message)) TKRVView::MessageReceived(message);
     return LanguageChanged();
   case kMsgSave:
     return MItemSaveClicked(*message);
@@ -109,7 +109,7 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   case '_lgc':
     return LanguageChanged();
   default:
-    BView::MessageReceived(message);
+    TKRVView::MessageReceived(message);
   }
 }
 

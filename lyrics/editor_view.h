@@ -2,7 +2,7 @@
 
 #include "editviews/tracked_edit_view.h"
 #include "lyrics/lyrics_file.h"
-#include "platform/interface/view.h"
+#include "toolkit/krv_view.h"
 
 #include <functional>
 #include <memory>
@@ -44,7 +44,7 @@ inline constexpr const char* kFromRecentFiles = "FromMRUF";
 
 /** The open document: its lines in an edit view, its file, its status bar, and the link to the player. Owned by the
     editor window, on its thread. */
-class TVesmoEView : public BView, private TEditListener {
+class TVesmoEView : public TKRVView, private TEditListener {
 public:
   explicit TVesmoEView(BRect frame);
   ~TVesmoEView() override;

@@ -3,9 +3,11 @@
 #include "common/app_info.h"
 #include "interapp/inter_app_prefs.h"
 #include "interapp/questions.h"
+#include "language/language_watch.h"
 #include "language/llt.h"
 #include "language/load_language.h"
 #include "platform/app/application.h"
+#include "platform/app/node_monitor.h"
 #include "platform/app/roster.h"
 #include "plugin/app_privacy.h"
 #include "plugin/exit_state.h"
@@ -15,7 +17,9 @@
 
 TVesmoECommMan::TVesmoECommMan()
     : TCommMan("VesmoE Communication Manager", "VesmoD Communication Manager"),
-      fIAPFilter(new TIAPFilter(BMessenger(this))) {
+      fIAPFilter(new TIAPFilter(BMessenger(this))),
+      fLanguageWatch(std::make_unique<TNodeMonitorHandler>(kMsgLanguageNode)) {
+  AddHandler(fLanguageWatch.get());
   be_roster->AddName(gAppSignature, BMessenger(this));
   if (be_app && be_app->Lock()) {
     be_app->AddCommonFilter(fIAPFilter);
@@ -23,7 +27,16 @@ TVesmoECommMan::TVesmoECommMan()
   }
 }
 
+TVesmoECommMan::~TVesmoECommMan() = default;
+
+thread_id TVesmoECommMan::Run() {
+  const thread_id thread = TCommMan::Run();
+  set_node_monitor_language(vesmo_editor_fname(), fLanguageWatch.get());
+  return thread;
+}
+
 void TVesmoECommMan::Quit() {
+  stop_watching(fLanguageWatch.get());
   be_roster->RemoveName(gAppSignature);
   if (be_app && be_app->Lock()) {
     if (be_app->RemoveCommonFilter(fIAPFilter)) delete fIAPFilter;
@@ -206,6 +219,7 @@ void TVesmoECommMan::NodeLanguageChanged() {
 void TVesmoECommMan::LanguageChanged() {
   if (!gAppPrivacy->ShouldBeLanguageChanged()) return;
   load_language(vesmo_editor_fname().c_str());
+  set_node_monitor_language(vesmo_editor_fname(), fLanguageWatch.get()); // the chosen file may be another
   SetFineTagWinLabel();
   SetAboutWinContent();
 }

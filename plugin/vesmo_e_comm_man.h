@@ -4,10 +4,12 @@
 #include "plugin/message_filters.h"
 #include "window/manager_requests.h"
 
+#include <memory>
 #include <vector>
 
 class TKRVAboutWin;
 class TKRVWin;
+class TNodeMonitorHandler;
 class TSimpleInputWin;
 class TVesmoEWin;
 
@@ -31,6 +33,8 @@ enum : uint32 {
 class TVesmoECommMan : public TCommMan {
 public:
   TVesmoECommMan();
+  ~TVesmoECommMan() override;
+  thread_id Run() override;
   /** Closes the windows that are still open and waits for their threads. */
   void Quit() override;
   void MessageReceived(BMessage* message) override;
@@ -76,4 +80,5 @@ private:
   TKRVAboutWin* fAboutWindow = nullptr; // null until asked for, as the next
   TSimpleInputWin* fFineTagWindow = nullptr;
   TIAPFilter* fIAPFilter;
+  std::unique_ptr<TNodeMonitorHandler> fLanguageWatch;
 };

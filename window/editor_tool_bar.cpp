@@ -76,14 +76,12 @@ void TVesmoEWin::PressModeButton(int32 mode) {
 void TVesmoEWin::UpdateToolBarCompos() {
   const bool isWanted = gPref->Values()->showToolBar;
   if (isWanted != std::exchange(fShowsToolBar, isWanted)) isWanted ? fToolBar->Show() : fToolBar->Hide();
-  const float top = (isWanted ? fToolBar->Frame() : fMenuBar->Frame()).bottom + 1;
-  fEditorView->MoveTo(0, top);
-  fEditorView->ResizeTo(Bounds().Width(), Bounds().Height() - top);
+  PlaceMainChild();
   bool isFlat = true;
   gIAP->GetBool("FlatToolBar", &isFlat);
   fToolBar->SetFlat(isFlat);
-  SetSizeLimits(isWanted ? std::max(kMinWidth, fToolBar->PreferredWidth()) : kMinWidth, kNoLimit, top + kMinTextHeight,
-                kNoLimit);
+  SetSizeLimits(isWanted ? std::max(kMinWidth, fToolBar->PreferredWidth()) : kMinWidth, kNoLimit,
+                fEditorView->Frame().top + kMinTextHeight, kNoLimit);
 }
 
 void TVesmoEWin::PrefToolBarChanged() {

@@ -34,7 +34,7 @@ window_feel proper_feel() {
 } // namespace
 
 TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
-    : BWindow(opening_frame(frame), gAppName, B_DOCUMENT_WINDOW_LOOK, proper_feel()), fManager(manager) {
+    : TKRVWin(opening_frame(frame), gAppName, B_DOCUMENT_WINDOW_LOOK, proper_feel()), fManager(manager) {
   BRect bar = Bounds();
   bar.bottom = bar.top + kMenuBarHeight;
   fMenuBar = new BMenuBar(bar, "MenuBar", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
@@ -45,7 +45,7 @@ TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
   AddChild(fToolBar);
   rest.top = fToolBar->Frame().bottom + 1;
   fEditorView = new TVesmoEView(rest);
-  AddChild(fEditorView);
+  AddMainChild(fEditorView);
   CreateMenu();
   CreateToolBar();
   SetToolTip();
@@ -105,7 +105,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     SetLabels();
     return fEditorView->MessageReceived(message);
   default:
-    BWindow::MessageReceived(message);
+    TKRVWin::MessageReceived(message);
   }
 }
 
@@ -122,7 +122,7 @@ void TVesmoEWin::Quit() {
   BMessage closed('mwcl');
   closed.AddMessenger("window", BMessenger(this));
   fManager->PostMessage(&closed);
-  BWindow::Quit();
+  TKRVWin::Quit();
 }
 
 void TVesmoEWin::InstallMoveFilter() {
@@ -155,7 +155,7 @@ void TVesmoEWin::UpdateWinPosDiffe() {
 }
 
 void TVesmoEWin::FrameMoved(BPoint leftTop) {
-  BWindow::FrameMoved(leftTop);
+  TKRVWin::FrameMoved(leftTop);
   // Only the user's own moves change the difference, not those made by following.
   if (mouse_buttons() != 0) UpdateWinPosDiffe();
 }

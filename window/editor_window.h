@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/interface/window.h"
+#include "toolkit/krv_win.h"
 #include "window/mruf.h"
 
 #include <memory>
@@ -23,7 +23,7 @@ enum : uint32 {
 
 /** The editor's window: menu bar, tool bar, editor view, file panels. Follows the player's window. Owned by the
  * manager. */
-class TVesmoEWin : public BWindow {
+class TVesmoEWin : public TKRVWin {
 public:
   TVesmoEWin(BRect frame, BLooper* manager);
   ~TVesmoEWin() override;

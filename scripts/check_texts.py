@@ -1,0 +1,73 @@
+#!/usr/bin/env python3
+"""Compares the language keys that the program uses with the texts of every language file.
+
+A key is a string of the sources that begins like one; a string that ends with an underscore is completed
+by a number at run time. Every key must stand in every file once, none may be there for nothing, and each text must take in the same
+others as the English one.
+"""
+import re
+import subprocess
+import sys
+
+FOLDERS = ["common", "companion", "editviews", "interapp", "language", "lyrics", "plugin", "toolkit", "window"]
+KEY = re.compile(
+    r'"((?:About|Menu|MItem|Button|Ask|Err|Hint|StatBarStr|StatBarSymbol|StrView|Tab|Label|Pref)_\w+'
+    r"|Alert_Caption|App_Author|New_Lyrics|Std_Time_Tag|Ext_Time_Tag|\w+_Panel_Title|\w+_Win_Title|Default_StatBarStr_\w+)\""
+)
+
+
+def keys_used():
+    sources = subprocess.run(
+        ["git", "ls-files"] + [f"{folder}/*.{kind}" for folder in FOLDERS for kind in ("h", "cpp")],
+        capture_output=True, text=True, check=True).stdout.split()
+    return {key for source in sources for key in KEY.findall(open(source, encoding="utf-8").read())}
+
+
+def texts_of(path):
+    texts, section = {}, ""
+    for line in open(path, encoding="utf-8"):
+        if line.startswith("["):
+            section = line.strip()
+        elif section == "[Data]" and "=" in line and not line.startswith(";"):
+            key, text = line.split("=", 1)
+            if key.strip() in texts:
+                faults.append(f"{path}: {key.strip()} stands there twice")
+            texts[key.strip()] = text.strip()
+    return texts
+
+
+faults = []
+
+
+def references(text):
+    """The other texts that a text takes in."""
+    return sorted(re.findall(r"@(\w+)@", text))
+
+
+def main():
+    used = keys_used()
+    files = subprocess.run(["git", "ls-files", "language/texts/*.llt"], capture_output=True, text=True,
+                           check=True).stdout.split()
+    english = texts_of("language/texts/English.llt")
+    for path in files:
+        texts = texts_of(path)
+        for key in sorted(used):
+            known = key in texts or (key.endswith("_") and any(other.startswith(key) for other in texts))
+            if not known:
+                faults.append(f"{path}: {key} is missing")
+        for key in sorted(texts):
+            if key not in used and not any(part.endswith("_") and key.startswith(part) for part in used):
+                faults.append(f"{path}: nothing uses {key}")
+            if key not in english:
+                faults.append(f"{path}: {key} is not in the English file")
+            elif references(texts[key]) != references(english[key]):
+                faults.append(f"{path}: {key} takes in other texts than the English one")
+        for key in sorted(english.keys() - texts.keys()):
+            faults.append(f"{path}: {key} is missing")
+    for fault in dict.fromkeys(faults):
+        print(fault, file=sys.stderr)
+    print(f"{len(files)} language files, {len(english)} texts each" if not faults else f"{len(faults)} faults")
+    return 1 if faults else 0
+
+
+sys.exit(main())
