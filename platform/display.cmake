@@ -6,6 +6,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/accelerators.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/alert_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/button_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/check_box_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/convert.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/display.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/display_thread.cpp
@@ -15,6 +16,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/input_watch.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/key_bytes.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/list_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/menu_field_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/menu_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/menu_widgets.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/native_view.cpp
@@ -40,6 +42,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/interface/alert.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/bitmap.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/button.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/check_box.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/control.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/file_panel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/follow.cpp
@@ -50,6 +53,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/interface/list_view_selection.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/menu.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/menu_bar.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/menu_field.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/menu_item.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/mouse_buttons.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/picture.cpp

@@ -46,6 +46,7 @@ enum : uint32 {
   DISPLAY_PANEL_CLOSED = '_FPC',
   DISPLAY_CONTROL_WORKED = '_CTW',
   DISPLAY_FIELD_CHANGED = '_FLD', // string "text"
+  DISPLAY_VALUE_CHOSEN = '_VCH',  // int32 "value"
 };
 
 /** What a control wants from the keyboard; commands are the space bar and the keys that move, pressed with Ctrl. */

@@ -1,0 +1,46 @@
+#include "platform/display/menu_field_peer.h"
+
+#include "platform/app/message.h"
+#include "platform/display/convert.h"
+
+#include <QComboBox>
+
+namespace display {
+
+namespace {
+
+QComboBox* make_field(const BMessenger& view) {
+  auto* field = new QComboBox;
+  field->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  // Also when the choice is the one that stood there: it may be one that asks for more.
+  QObject::connect(field, &QComboBox::activated, field, [view](int index) {
+    BMessage chosen(DISPLAY_VALUE_CHOSEN);
+    chosen.AddInt32("value", index);
+    view.SendMessage(&chosen, BMessenger(), 0);
+  });
+  return field;
+}
+
+QComboBox& field(QWidget* widget) {
+  return *static_cast<QComboBox*>(widget);
+}
+
+} // namespace
+
+MenuFieldPeer::MenuFieldPeer(const BMessenger& view)
+    : ViewPeer(view, Keys::to_control, [view]() -> QWidget* { return make_field(view); }) {}
+
+void MenuFieldPeer::SetChoices(const std::vector<std::string>& choices) {
+  Change([choices](QWidget* widget) {
+    field(widget).clear();
+    for (const std::string& choice : choices) field(widget).addItem(to_qstring(choice));
+  });
+}
+
+void MenuFieldPeer::SetChosen(int32 index) {
+  Change([index](QWidget* widget) {
+    field(widget).setCurrentIndex(index >= 0 && index < field(widget).count() ? index : -1);
+  });
+}
+
+} // namespace display
