@@ -1,8 +1,11 @@
 #include "platform/app/message.h"
 #include "platform/display/display.h"
 #include "player/command_line.h"
+#include "player/end_signals.h"
 #include "player/player_messages.h"
 #include "player/sonivo_app.h"
+
+#include <QCoreApplication>
 
 #include <clocale>
 #include <cstdio>
@@ -19,6 +22,7 @@ int main(int argc, char** argv) {
     // The display library has set the desktop's locale; numbers stay plain for the audio library.
     std::setlocale(LC_NUMERIC, "C");
     app->PostMessage(kMsgStart);
+    new TEndSignals(BMessenger(app), QCoreApplication::instance());
   });
   // Without a screen nothing was started: the application's looper is still there to be ended.
   if (exitCode != 0) app->PostMessage(B_QUIT_REQUESTED);
