@@ -10,7 +10,6 @@
 namespace {
 
 constexpr int32 kWorkerPriority = 10;
-constexpr bigtime_t kLookUs = 1000;
 /** A wait for room in the player's queue, or for its answer, has no end, but is taken in slices, so that it can be told
     to give up. */
 constexpr bigtime_t kSliceUs = 50000;
@@ -36,7 +35,7 @@ status_t wish(uint32 what, const char* field, int32 value) {
 
 Sonivo_FrontEnd::Sonivo_FrontEnd(bool pollInformation, int64 intervalUs)
     : fReceiver(new SNFE_Receiver), fDataLock(create_sem(1, "FrontEnd_data")), fIntervalUs(intervalUs),
-      fPollInformation(pollInformation) {
+      fEnd(create_sem(0, "FrontEnd_end")), fPollInformation(pollInformation) {
   fReceiver->Run();
 }
 
@@ -44,6 +43,7 @@ Sonivo_FrontEnd::~Sonivo_FrontEnd() {
   StopWaiting();
   fQuitRequested = 1;
   delete_sem(fDataLock);
+  delete_sem(fEnd);
   WaitUntilFinished();
   if (fReceiver->Lock()) fReceiver->Quit();
   Abort();
@@ -68,8 +68,7 @@ void Sonivo_FrontEnd::Main() {
   if (receiver > 0) set_thread_priority(receiver, fPriority);
   while (fQuitRequested == 0) {
     if (fPollInformation) SendInfoRequest();
-    // The interval in short pieces: an end that was asked for is not kept waiting.
-    for (int64 slept = 0; slept < fIntervalUs && fQuitRequested == 0; slept += kLookUs) snooze(kLookUs);
+    acquire_sem_etc(fEnd, fIntervalUs); // sleeps, unless the end comes first
   }
   ThreadCleanUp();
 }

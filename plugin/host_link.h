@@ -65,6 +65,7 @@ private:
   SNFE_Receiver* fReceiver;
   sem_id fDataLock;
   const int64 fIntervalUs;
+  const sem_id fEnd; // deleted when the worker is to end
   int32 fPriority = 0;
   THostInformation fInformation; // guarded by the data lock
   const bool fPollInformation;
