@@ -1,6 +1,7 @@
 find_package(Qt6 REQUIRED COMPONENTS Widgets)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
+pkg_check_modules(FONTCONFIG REQUIRED IMPORTED_TARGET fontconfig)
 
 add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/accelerators.cpp
@@ -23,6 +24,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/panel_dialog.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/panel_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/picture_painter.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/quick_style.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/plain_widget.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/row_list.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/row_model.cpp
@@ -69,5 +71,5 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/interface/window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/window_messages.cpp
 )
-target_link_libraries(vesmo_display PUBLIC vesmo_platform PRIVATE Qt6::Widgets PkgConfig::XCB)
+target_link_libraries(vesmo_display PUBLIC vesmo_platform PRIVATE Qt6::Widgets PkgConfig::XCB PkgConfig::FONTCONFIG)
 target_precompile_headers(vesmo_display PRIVATE <QtWidgets>)

@@ -69,7 +69,9 @@ void TPlayerWidget::MakeHead() {
   fArtist->setForegroundRole(QPalette::PlaceholderText);
   fFault = new QLabel;
   fFault->setWordWrap(true);
-  fFault->setStyleSheet(QStringLiteral("color: #c0392b"));
+  QPalette warning = fFault->palette();
+  warning.setColor(QPalette::WindowText, QColor(0xc0, 0x39, 0x2b));
+  fFault->setPalette(warning);
   for (QLabel* label : {fTitle, fArtist}) {
     label->setTextFormat(Qt::PlainText);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // a long title never widens the window

@@ -2,16 +2,27 @@
 
 #include "platform/display/convert.h"
 
-#include <QRegularExpression>
-
 namespace display {
 
 namespace {
 
-QString marked_where(const QRegularExpression& letter, const std::string& label) {
-  QString text = plain_label(label);
-  if (letter.match(text).hasMatch()) text.prepend(QLatin1Char('&'));
-  return text;
+bool is_sign(QChar character) {
+  return !character.isLetterOrNumber() && !character.isSpace();
+}
+
+bool is_plain_letter(QChar character) {
+  return character.unicode() <= 0x7f && character.isLetter();
+}
+
+/** "F) File" and "F - File" have one, "3. File" has not. */
+bool has_accelerator(const QString& label) {
+  if (label.size() < 2 || label[0].unicode() > 0x7f || !label[0].isLetterOrNumber()) return false;
+  if (label[1].isSpace()) return label.size() > 2 && is_sign(label[2]);
+  return is_sign(label[1]) && label[1] != QLatin1Char('.');
+}
+
+QString marked(QString label, bool mark) {
+  return mark ? label.prepend(QLatin1Char('&')) : label;
 }
 
 } // namespace
@@ -21,13 +32,13 @@ QString plain_label(const std::string& label) {
 }
 
 QString accelerated_label(const std::string& label) {
-  static const QRegularExpression letter(QStringLiteral("^[A-Za-z0-9](?=[^\\p{L}\\p{N}\\s.]|\\s[^\\p{L}\\p{N}\\s])"));
-  return marked_where(letter, label);
+  const QString text = plain_label(label);
+  return marked(text, has_accelerator(text));
 }
 
 QString title_in_bar(const std::string& label) {
-  static const QRegularExpression first(QStringLiteral("^[A-Za-z]"));
-  return marked_where(first, label);
+  const QString text = plain_label(label);
+  return marked(text, !text.isEmpty() && is_plain_letter(text[0]));
 }
 
 } // namespace display

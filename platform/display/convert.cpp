@@ -1,14 +1,27 @@
 #include "platform/display/convert.h"
 
 #include <QFontDatabase>
+#include <QHash>
 
 namespace display {
+
+namespace {
+
+/** The font database goes through all its families for each answer, and rows ask for every piece of text. Display
+    thread. */
+bool is_installed(const QString& family) {
+  static QHash<QString, bool> known;
+  const auto found = known.constFind(family);
+  return found != known.constEnd() ? *found : *known.insert(family, QFontDatabase::hasFamily(family));
+}
+
+} // namespace
 
 QFont to_qfont(const BFont& font) {
   QFont result;
   const QString family = to_qstring(font.Family());
   // A missing family would be replaced by one that only suits the first characters of a text.
-  if (!family.isEmpty() && QFontDatabase::hasFamily(family)) result.setFamily(family);
+  if (!family.isEmpty() && is_installed(family)) result.setFamily(family);
   if (font.Size() > 0) result.setPointSizeF(static_cast<qreal>(font.Size()));
   result.setBold((font.Face() & B_BOLD_FACE) != 0);
   result.setItalic((font.Face() & B_ITALIC_FACE) != 0);

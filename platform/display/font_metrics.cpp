@@ -41,7 +41,7 @@ HeightCache& cache() {
 /** Japanese and Latin text share a line: its height is that of the taller of the two. */
 font_height measure(const BFont& font) {
   const QFontMetricsF metrics(to_qfont(font));
-  const QRectF ink = metrics.boundingRect(QStringLiteral("\u3042g\u0434"));
+  const QRectF ink = metrics.boundingRect(QStringLiteral("\u3042g"));
   font_height height;
   height.ascent = static_cast<float>(std::max(metrics.ascent(), -ink.top()));
   height.descent = static_cast<float>(std::max(metrics.descent(), ink.bottom()));

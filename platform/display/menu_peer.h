@@ -33,7 +33,7 @@ public:
   void SetMenus(std::vector<MenuEntry> menus);
 };
 
-/** The height that a menu bar wants. Waits for the display. */
+/** The height that a menu bar wants. The first time waits for the display. */
 float menu_bar_height();
 
 } // namespace display

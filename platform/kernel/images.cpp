@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include <climits>
-#include <vector>
+#include <utility>
 
 namespace {
 
@@ -14,19 +14,27 @@ std::string program_path() {
   return length > 0 ? std::string(path, static_cast<size_t>(length)) : std::string();
 }
 
-int add_name(dl_phdr_info* info, size_t, void* names) {
+/** Counts the images down to the wanted one and takes its name. */
+struct Search {
+  int32 left;
+  bool isFirst;
+  std::string name;
+};
+
+int visit(dl_phdr_info* info, size_t, void* data) {
+  auto* const search = static_cast<Search*>(data);
+  if (search->left-- > 0) return 0;
   // The linker gives the program itself no name.
-  const bool isFirst = static_cast<std::vector<std::string>*>(names)->empty();
-  static_cast<std::vector<std::string>*>(names)->push_back(isFirst ? program_path() : info->dlpi_name);
-  return 0;
+  search->name = search->isFirst ? program_path() : info->dlpi_name;
+  return 1;
 }
 
 } // namespace
 
 status_t get_next_image_info(int32* cookie, image_info* info) {
-  std::vector<std::string> names;
-  dl_iterate_phdr(add_name, &names);
-  if (*cookie < 0 || static_cast<size_t>(*cookie) >= names.size()) return B_BAD_INDEX;
-  info->name = names[static_cast<size_t>((*cookie)++)];
+  Search search{*cookie, *cookie == 0, {}};
+  if (*cookie < 0 || dl_iterate_phdr(visit, &search) == 0) return B_BAD_INDEX;
+  info->name = std::move(search.name);
+  ++*cookie;
   return B_OK;
 }

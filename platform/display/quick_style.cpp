@@ -1,0 +1,40 @@
+#include "platform/display/quick_style.h"
+
+#include <QApplication>
+#include <QIconEngine>
+#include <QPainter>
+
+namespace display {
+
+namespace {
+
+/** Asks the style for the icon when it is to be drawn. */
+class LateIcon : public QIconEngine {
+public:
+  explicit LateIcon(QStyle::StandardPixmap sign) : fSign(sign) {}
+
+  QIconEngine* clone() const override { return new LateIcon(fSign); }
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    Icon().paint(painter, rect, Qt::AlignCenter, mode, state);
+  }
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    return Icon().pixmap(size, mode, state);
+  }
+
+private:
+  QIcon Icon() const {
+    const auto* const style = dynamic_cast<const QProxyStyle*>(QApplication::style());
+    return style ? style->baseStyle()->standardIcon(fSign) : QIcon();
+  }
+
+  const QStyle::StandardPixmap fSign;
+};
+
+} // namespace
+
+QIcon QuickStyle::standardIcon(StandardPixmap sign, const QStyleOption* option, const QWidget* widget) const {
+  if (sign == SP_ToolBarHorizontalExtensionButton) return QIcon(new LateIcon(sign));
+  return QProxyStyle::standardIcon(sign, option, widget);
+}
+
+} // namespace display
