@@ -34,12 +34,12 @@ void read_into(TIniFile* file, const char* key, std::vector<char>* buffer, std::
 } // namespace
 
 TLLT::TLLT() : fTable(std::make_shared<TTable>()) {}
-TLLT::TLLT(const TLLT& other) : fTable(other.Snapshot()), fShowMissing(other.fShowMissing) {}
+TLLT::TLLT(const TLLT& other) : fTable(other.Snapshot()), fShowMissing(other.fShowMissing.load()) {}
 
 TLLT& TLLT::operator=(const TLLT& other) {
   if (this == &other) return *this;
   Replace(other.Snapshot());
-  fShowMissing = other.fShowMissing;
+  fShowMissing = other.fShowMissing.load();
   return *this;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/support/types.h"
 
+#include <atomic>
 #include <deque>
 #include <map>
 #include <memory>
@@ -54,7 +55,7 @@ private:
   mutable std::mutex fMutex; // guards the two below
   std::shared_ptr<const TTable> fTable;
   std::deque<std::shared_ptr<const TTable>> fReplaced;
-  bool fShowMissing = false;
+  std::atomic<bool> fShowMissing{false};
 };
 
 /** The texts of the running program; null before start. */
