@@ -59,6 +59,18 @@ status_t TIAPItemAccKeyFormat::SetString(const std::string& value) {
   return SaveValue() ? B_OK : B_IO_ERROR;
 }
 
+TIAPControl TIAPItemAccKeyFormat::MakeConfigurationView() const {
+  TIAPControl control;
+  control.kind = TIAPControl::kMenuField;
+  control.item = Name();
+  control.app = Signature();
+  control.label = "Accelerator Format:";
+  control.choices = {
+      {"(None)", ""}, {"a) ", "a) "}, {"a\u30fb", "a\u30fb"}, {"a - ", "a - "}, {"Select ...", "", true}};
+  GetString(&control.text);
+  return control;
+}
+
 bool TIAPItemAccKeyFormat::Archive(BMessage* archive) {
   std::string format;
   GetString(&format);
@@ -86,6 +98,17 @@ status_t TIAPItemFlatToolBar::SetBool(bool value) {
     fIsFlat = value;
   }
   return SaveValue() ? B_OK : B_IO_ERROR;
+}
+
+TIAPControl TIAPItemFlatToolBar::MakeConfigurationView() const {
+  TIAPControl control;
+  control.kind = TIAPControl::kCheckBox;
+  control.item = Name();
+  control.app = Signature();
+  control.label = "Flat Tool Bar";
+  control.defaultFlag = true;
+  GetBool(&control.flag);
+  return control;
 }
 
 bool TIAPItemFlatToolBar::Archive(BMessage* archive) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/archivable.h"
+#include "interapp/iap_control.h"
 #include "platform/support/types.h"
 
 #include <mutex>
@@ -30,6 +31,8 @@ public:
   bool SaveValue();
   /** Every message that leaves the item carries who and what: "IAP:SrcApp" and "IAP:SrcIAPItem". */
   void AddDefaultInfo(BMessage* message) const;
+  /** Its control in the common window. */
+  virtual TIAPControl MakeConfigurationView() const = 0;
 
 protected:
   static constexpr const char* kValueField = "IAP:Value";
@@ -48,6 +51,7 @@ public:
   TIAPItemAccKeyFormat() : TIAPItem("AccKeyFormat") {}
   status_t GetString(std::string* value) const override;
   status_t SetString(const std::string& value) override;
+  TIAPControl MakeConfigurationView() const override;
   bool Archive(BMessage* archive) override;
   bool Unarchive(const BMessage& archive) override;
 
@@ -62,6 +66,7 @@ public:
   TIAPItemFlatToolBar() : TIAPItem("FlatToolBar") {}
   status_t GetBool(bool* value) const override;
   status_t SetBool(bool value) override;
+  TIAPControl MakeConfigurationView() const override;
   bool Archive(BMessage* archive) override;
   bool Unarchive(const BMessage& archive) override;
 

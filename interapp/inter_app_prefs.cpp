@@ -1,14 +1,15 @@
 #include "interapp/inter_app_prefs.h"
 
 #include "common/koreva.h"
+#include "interapp/iap_win.h"
 #include "platform/app/message.h"
 #include "platform/kernel/ports.h"
+#include "platform/kernel/threads.h"
 
 TInterAppPrefs* gIAP = nullptr;
 
 namespace {
-constexpr const char* kWindowPort = "KOREVAIAPPort";
-constexpr uint32 kMsgActivate = 'iawr';
+constexpr bigtime_t kLookUs = 20000;
 } // namespace
 
 void TInterAppPrefs::SetAppSignatureRef(const char* signature) {
@@ -57,16 +58,63 @@ status_t TInterAppPrefs::SetValue(const BMessage& notice) {
   return item ? item->SetValue(notice) : B_ERROR;
 }
 
+BMessage TInterAppPrefs::Controls() const {
+  BMessage controls(kMsgIAPControls);
+  for (const auto& [name, item] : fItems) {
+    BMessage archive;
+    item->MakeConfigurationView().Archive(&archive);
+    controls.AddMessage(name.c_str(), &archive);
+  }
+  return controls;
+}
+
+status_t TInterAppPrefs::MakeWindow(BRect frame) {
+  auto* const window = new TIAPWin;
+  window->MoveTo(frame.LeftTop());
+  fWindow = BMessenger(window);
+  window->Show();
+  fWindowThread = window->Thread();
+  port_id port = 0;
+  while (port == 0 && fWindow.LockTarget()) {
+    port = window->Port();
+    window->Unlock();
+    if (port == 0) snooze(kLookUs);
+  }
+  if (port > 0) return B_OK;
+  EndWindow();
+  return B_ERROR;
+}
+
+status_t TInterAppPrefs::ShowWindow(BRect frame) {
+  if (const port_id port = find_port(kIAPPortName); port >= 0)
+    ActivateWindow(port);
+  else if (MakeWindow(frame) != B_OK)
+    return B_ERROR;
+  BMessage controls = Controls();
+  return SendMessage(find_port(kIAPPortName), &controls) < 0 ? B_ERROR : B_OK;
+}
+
+void TInterAppPrefs::EndWindow() {
+  BLooper* window = nullptr;
+  if (fWindow.LockTarget()) {
+    fWindow.Target(&window);
+    window->Quit();
+  }
+  if (fWindowThread > 0) wait_for_thread(fWindowThread, nullptr);
+  fWindow = BMessenger();
+  fWindowThread = -1;
+}
+
 status_t TInterAppPrefs::CloseWindow(bool force) const {
-  const port_id port = find_port(kWindowPort);
+  const port_id port = find_port(kIAPPortName);
   if (port < 0) return B_OK;
-  if (!force && !fMadeWindow) return B_ERROR;
+  if (!force && !MadeWindow()) return B_ERROR;
   BMessage quit(B_QUIT_REQUESTED);
   return SendMessage(port, &quit);
 }
 
 status_t TInterAppPrefs::ActivateWindow(port_id port) const {
-  BMessage activate(kMsgActivate);
+  BMessage activate(kMsgIAPActivate);
   return SendMessage(port, &activate);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "interapp/iap_item.h"
+#include "platform/app/messenger.h"
 
 #include <map>
 #include <memory>
@@ -26,6 +27,11 @@ public:
   /** Takes a change notice: -1 unless its string "IAP:SrcIAPItem" names an item. */
   status_t SetValue(const BMessage& notice);
 
+  /** Opens the common window in the frame, or brings it to the front wherever it is open, and adds this application's
+      controls to it. 0; -1 when its port cannot be made. Waits until the port is there. */
+  status_t ShowWindow(BRect frame);
+  /** Ends the window if this process made it and it is still open, and waits until it has ended. */
+  void EndWindow();
   /** Asks the common window to close, wherever it is open: 0 when there is none; -1, and nothing is sent, when another
       process made it and `force` is off. */
   status_t CloseWindow(bool force) const;
@@ -35,10 +41,14 @@ public:
 
 private:
   TIAPItem* Find(const char* name) const;
+  bool MadeWindow() const { return fWindow.IsValid(); }
+  status_t MakeWindow(BRect frame);
+  BMessage Controls() const;
 
   const char* fSignature = "";
   const TLLT* fTexts = nullptr;
-  bool fMadeWindow = false;
+  BMessenger fWindow; // the one that this process made; not valid when that is closed
+  thread_id fWindowThread = -1;
   std::map<std::string, std::unique_ptr<TIAPItem>> fItems;
 };
 

@@ -45,6 +45,7 @@ void TVesmoECommMan::Quit() {
   CloseAboutWindowRqtd();
   CloseFineTimeTagWindowRqtd();
   CloseMainWindowRqtd();
+  gIAP->EndWindow();
   WaitForWindowThreads();
   TCommMan::Quit();
 }
@@ -205,7 +206,10 @@ void TVesmoECommMan::PrepareOpenPrefWindowRqtd() {
 }
 
 void TVesmoECommMan::MItemKOREVACommonPrefClicked() {
-  notify(gLLT->Text("Err_Not_In_This_Version"));
+  BRect frame;
+  FindMainWindowFrame(&frame);
+  frame.top += 20; // its title and the editor's menus stay in sight
+  gIAP->ShowWindow(frame);
 }
 
 void TVesmoECommMan::MItemHelpClicked() {

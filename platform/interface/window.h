@@ -60,7 +60,7 @@ public:
   BMenuBar* KeyMenuBar() const { return fKeyMenuBar; }
   /** From now on closing only puts the window away, until its owner ends it. It agrees with whoever asks whether it
       would close. */
-  void KeepWhenClosed() { fIsKept = true; }
+  void KeepWhenClosed(bool keep = true) { fIsKept = keep; }
   /** Hook: a window that is kept was closed; the base hides it. */
   virtual void PutAway();
   void DispatchMessage(BMessage* message, BHandler* handler) override;

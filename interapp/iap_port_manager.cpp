@@ -1,0 +1,46 @@
+#include "interapp/iap_port_manager.h"
+
+#include "platform/app/message.h"
+#include "platform/kernel/ports.h"
+
+#include <vector>
+
+namespace {
+constexpr int32 kCapacity = 100;
+constexpr long kPriority = 10;
+} // namespace
+
+TIAPPortManager::TIAPPortManager(const BMessenger& window) : TThread("KOREVA IAP port", kPriority), fWindow(window) {}
+
+TIAPPortManager::~TIAPPortManager() {
+  Stop();
+}
+
+void TIAPPortManager::Stop() {
+  Terminate();
+  if (fPort > 0) delete_port(fPort); // wakes the reader
+  Wait();
+}
+
+int32 TIAPPortManager::Execute() {
+  const port_id port = create_port(kCapacity, kIAPPortName);
+  fPort = port > 0 ? port : kNoPort;
+  if (port <= 0) return B_ERROR;
+  while (!IsTerminated() && HandOn()) {
+  }
+  delete_port(port);
+  return B_OK;
+}
+
+/** False when the port is gone. */
+bool TIAPPortManager::HandOn() {
+  const ssize_t size = port_buffer_size(fPort);
+  if (size < 0) return false;
+  std::vector<char> flat(static_cast<size_t>(size));
+  int32 code = 0;
+  if (read_port(fPort, &code, flat.data(), flat.size()) < 0) return false;
+  BMessage message;
+  // What any program of the user's may have written: only whole messages go on.
+  if (message.Unflatten(flat.data(), flat.size()) == B_OK) fWindow.SendMessage(&message, BMessenger());
+  return true;
+}

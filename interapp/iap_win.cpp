@@ -1,0 +1,206 @@
+#include "interapp/iap_win.h"
+
+#include "platform/app/message.h"
+#include "platform/interface/button.h"
+#include "platform/interface/check_box.h"
+#include "platform/interface/menu_field.h"
+#include "platform/interface/string_view.h"
+#include "platform/kernel/threads.h"
+#include "toolkit/krv_dlg_view.h"
+#include "toolkit/simple_input_win.h"
+
+#include <algorithm>
+
+namespace {
+
+enum : uint32 {
+  kMsgChanged = 'iach', // string "IAP:SrcIAPItem", from a control
+  kMsgDefault = 'iadf',
+  kMsgCancel = 'iacn',
+  kMsgTextTyped = 'iatx', // string "IAP:SrcIAPItem" and what was typed
+};
+
+constexpr const char* kItem = "IAP:SrcIAPItem";
+
+/** The value's choice, after one of its own was added where there is none; -1 without choices. */
+int32 choice_of(TIAPControl* control) {
+  const auto is_value = [control](const TIAPControl::TChoice& choice) {
+    return !choice.asks && choice.value == control->text;
+  };
+  auto found = std::find_if(control->choices.begin(), control->choices.end(), is_value);
+  if (found == control->choices.end()) {
+    const auto asking = std::find_if(control->choices.begin(), control->choices.end(),
+                                     [](const TIAPControl::TChoice& choice) { return choice.asks; });
+    found = control->choices.insert(asking, {control->text, control->text, false});
+  }
+  return static_cast<int32>(found - control->choices.begin());
+}
+
+} // namespace
+
+TIAPWin::TIAPWin()
+    : TKRVDlgWin("KOREVA Common Preferences"), fView(new TKRVDlgView("CommonPreferences")),
+      fPortManager(BMessenger(this)) {
+  auto* const ok = new BButton({}, "OK", "OK", new BMessage(B_QUIT_REQUESTED));
+  auto* const cancel = new BButton({}, "Cancel", "Cancel", new BMessage(kMsgCancel));
+  fView->AddButtons({new BButton({}, "Default", "Default", new BMessage(kMsgDefault)), cancel, ok});
+  fView->SetDefaultButton(ok);
+  fView->SetCancelButton(cancel);
+  AddMainChild(fView);
+  KeepWhenClosed(false);
+  Fit();
+  fPortManager.Resume();
+}
+
+TIAPWin::~TIAPWin() = default;
+
+void TIAPWin::Quit() {
+  // First: who writes to the port from now on finds none, and may open another window.
+  fPortManager.Stop();
+  if (fInput && fInput->Lock()) fInput->Quit();
+  if (fInputThread > 0) wait_for_thread(fInputThread, nullptr);
+  TKRVDlgWin::Quit();
+}
+
+void TIAPWin::MessageReceived(BMessage* message) {
+  switch (message->what) {
+  case kMsgIAPControls:
+    return AddControls(*message);
+  case kMsgIAPActivate:
+    return BringUp();
+  case kMsgChanged:
+    return ControlChanged(*message);
+  case kMsgTextTyped:
+    return TextTyped(*message);
+  case kMsgDefault:
+    return SetAllToDefault();
+  case kMsgCancel:
+    BringBackAll();
+    PostMessage(B_QUIT_REQUESTED);
+    return;
+  default:
+    TKRVDlgWin::MessageReceived(message);
+  }
+}
+
+void TIAPWin::AddControls(const BMessage& message) {
+  BMessage archive;
+  TIAPControl control;
+  for (const std::string& name : message.FieldNames())
+    if (message.FindMessage(name.c_str(), &archive) == B_OK && control.Unarchive(archive)) AddControl(control);
+  Fit();
+}
+
+/** One control for a preference, however many applications have it; each of them is told. */
+void TIAPWin::AddControl(const TIAPControl& control) {
+  TEntry& entry = fEntries[control.item];
+  if (std::find(entry.apps.begin(), entry.apps.end(), control.app) == entry.apps.end())
+    entry.apps.push_back(control.app);
+  if (entry.view) return;
+  entry.control = entry.opened = control;
+  entry.view = MakeView(control);
+  ShowValue(&entry);
+}
+
+BControl* TIAPWin::MakeView(const TIAPControl& control) {
+  auto* const changed = new BMessage(kMsgChanged);
+  changed->AddString(kItem, control.item);
+  if (control.kind == TIAPControl::kCheckBox) {
+    auto* const box = new BCheckBox({}, control.item.c_str(), control.label.c_str(), changed);
+    fView->AddRow({box});
+    return box;
+  }
+  auto* const field = new BMenuField({}, control.item.c_str(), control.label.c_str(), changed);
+  fView->AddRow({new BStringView({}, (control.item + "Label").c_str(), control.label.c_str()), field});
+  return field;
+}
+
+void TIAPWin::ShowValue(TEntry* entry) {
+  if (entry->control.kind == TIAPControl::kCheckBox) return entry->view->SetValue(entry->control.flag ? 1 : 0);
+  auto* const field = static_cast<BMenuField*>(entry->view);
+  const int32 chosen = choice_of(&entry->control);
+  std::vector<std::string> shown;
+  for (const TIAPControl::TChoice& choice : entry->control.choices) shown.push_back(choice.shown);
+  if (shown != field->Choices()) field->SetChoices(shown);
+  field->SetValue(chosen);
+}
+
+TIAPWin::TEntry* TIAPWin::Find(const BMessage& message) {
+  std::string item;
+  if (message.FindString(kItem, &item) != B_OK) return nullptr;
+  const auto found = fEntries.find(item);
+  return found == fEntries.end() ? nullptr : &found->second;
+}
+
+void TIAPWin::ControlChanged(const BMessage& message) {
+  TEntry* const entry = Find(message);
+  if (entry == nullptr) return;
+  const int32 value = entry->view->Value();
+  if (entry->control.kind == TIAPControl::kCheckBox) {
+    entry->control.flag = value != 0;
+    return Notify(*entry);
+  }
+  if (value < 0 || value >= static_cast<int32>(entry->control.choices.size())) return;
+  const TIAPControl::TChoice& choice = entry->control.choices[static_cast<size_t>(value)];
+  if (choice.asks) return AskForText(entry->control.item);
+  entry->control.text = choice.value;
+  Notify(*entry);
+}
+
+void TIAPWin::AskForText(const std::string& item) {
+  TEntry& entry = fEntries[item];
+  ShowValue(&entry); // until there is another
+  if (fInput == nullptr) fInput = new TSimpleInputWin;
+  if (!fInput->Lock()) return;
+  fInput->SetLabels({entry.control.label, "a:", "OK", "Cancel"});
+  BMessage typed(kMsgTextTyped);
+  typed.AddString(kItem, item);
+  fInput->SetMessage(typed, BMessenger(this));
+  fInput->MoveTo(Frame().left + 20, Frame().top + 40);
+  fInput->BringUp();
+  fInputThread = fInput->Thread();
+  fInput->Unlock();
+}
+
+void TIAPWin::TextTyped(const BMessage& message) {
+  TEntry* const entry = Find(message);
+  std::string text;
+  if (entry == nullptr || message.FindString(kInputField, &text) != B_OK) return;
+  TIAPControl value = entry->control;
+  value.text = text;
+  SetValue(entry, value);
+}
+
+void TIAPWin::SetValue(TEntry* entry, const TIAPControl& value) {
+  if (value.flag == entry->control.flag && value.text == entry->control.text) return;
+  entry->control.flag = value.flag;
+  entry->control.text = value.text;
+  ShowValue(entry);
+  Notify(*entry);
+}
+
+void TIAPWin::Notify(const TEntry& entry) const {
+  for (const std::string& app : entry.apps) {
+    BMessage notice(kMsgIAPNotice);
+    notice.AddString("IAP:SrcApp", app);
+    notice.AddString(kItem, entry.control.item);
+    if (entry.control.kind == TIAPControl::kCheckBox)
+      notice.AddBool("IAP:Value", entry.control.flag);
+    else
+      notice.AddString("IAP:Value", entry.control.text);
+    BMessenger(app.c_str()).SendMessage(&notice, BMessenger(), 0);
+  }
+}
+
+void TIAPWin::SetAllToDefault() {
+  for (auto& [item, entry] : fEntries) {
+    TIAPControl value = entry.control;
+    value.flag = value.defaultFlag;
+    value.text = value.defaultText;
+    SetValue(&entry, value);
+  }
+}
+
+void TIAPWin::BringBackAll() {
+  for (auto& [item, entry] : fEntries) SetValue(&entry, entry.opened);
+}

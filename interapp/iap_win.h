@@ -1,0 +1,63 @@
+#pragma once
+
+#include "interapp/iap_control.h"
+#include "interapp/iap_port_manager.h"
+#include "toolkit/krv_dlg_win.h"
+
+#include <map>
+#include <memory>
+
+class BControl;
+class BMenuField;
+class TKRVDlgView;
+class TSimpleInputWin;
+
+/** To the common window, through its port: archived controls, each under its preference's name; and: come to the front.
+ */
+inline constexpr uint32 kMsgIAPControls = 'iacr';
+inline constexpr uint32 kMsgIAPActivate = 'iawr';
+/** To every application that has a control of the preference: "IAP:SrcApp", "IAP:SrcIAPItem", "IAP:Value" (string or
+    bool). */
+inline constexpr uint32 kMsgIAPNotice = '_ipc';
+
+/** "KOREVA Common Preferences": the controls of the preferences that the family's applications share. One on the whole
+    system; whoever makes a second finds that the port is taken. Ends itself when it is closed. */
+class TIAPWin : public TKRVDlgWin {
+public:
+  TIAPWin();
+  ~TIAPWin() override;
+
+  void MessageReceived(BMessage* message) override;
+  bool QuitRequested() override { return true; }
+  void Quit() override;
+
+  /** 0 until the port is there, TIAPPortManager::kNoPort when it cannot be made. Any thread. */
+  port_id Port() const { return fPortManager.Port(); }
+
+private:
+  struct TEntry {
+    TIAPControl control; // as it stands
+    TIAPControl opened;  // as it was when it came
+    std::vector<std::string> apps;
+    BControl* view = nullptr;
+  };
+
+  void AddControls(const BMessage& message);
+  void AddControl(const TIAPControl& control);
+  BControl* MakeView(const TIAPControl& control);
+  void ControlChanged(const BMessage& message);
+  void TextTyped(const BMessage& message);
+  void SetValue(TEntry* entry, const TIAPControl& value);
+  void ShowValue(TEntry* entry);
+  void Notify(const TEntry& entry) const;
+  void AskForText(const std::string& item);
+  void SetAllToDefault();
+  void BringBackAll();
+  TEntry* Find(const BMessage& message);
+
+  TKRVDlgView* fView; // the main child
+  std::map<std::string, TEntry> fEntries;
+  TSimpleInputWin* fInput = nullptr; // made at first use; ended with this window
+  thread_id fInputThread = -1;
+  TIAPPortManager fPortManager;
+};
