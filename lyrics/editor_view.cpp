@@ -48,6 +48,7 @@ TVesmoEView::TVesmoEView(BRect frame)
   fScroll = new BScrollView(editFrame, "ScrlView", fTagInput, B_FOLLOW_ALL_SIDES);
   AddChild(fScroll);
   fStatusBar = new BStringView(status_bar_of(Bounds()), "StatusBar", "", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
+  fStatusBar->SetAccessibleRole(B_STATUS_BAR_ROLE);
   AddChild(fStatusBar);
 }
 

@@ -5,6 +5,7 @@ pkg_check_modules(FONTCONFIG REQUIRED IMPORTED_TARGET fontconfig)
 
 add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/accelerators.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/accessible_role.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/alert_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/button_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/check_box_peer.cpp

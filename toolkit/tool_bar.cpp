@@ -9,7 +9,9 @@ namespace {
 constexpr float kMargin = 2;
 } // namespace
 
-TToolBar::TToolBar(BRect frame, const char* name, uint32 resizingMode) : BView(frame, name, resizingMode) {}
+TToolBar::TToolBar(BRect frame, const char* name, uint32 resizingMode) : BView(frame, name, resizingMode) {
+  SetAccessibleRole(B_TOOL_BAR_ROLE);
+}
 
 TToolButton* TToolBar::AppendButton(const char* name, const BBitmap& bitmap, BMessage* message) {
   auto* const button = new TToolButton({}, name, bitmap, message);

@@ -1,5 +1,6 @@
 #include "platform/display/view_peer.h"
 
+#include "platform/display/accessible_role.h"
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"
 #include "platform/display/plain_widget.h"
@@ -107,6 +108,12 @@ void ViewPeer::SetAccessibleTexts(const std::string& name, const std::string& de
   Change([name, description](QWidget* widget) {
     widget->setAccessibleName(to_qstring(name));
     widget->setAccessibleDescription(to_qstring(description));
+  });
+}
+
+void ViewPeer::SetAccessibleRole(accessible_role role) {
+  Change([role](QWidget* widget) {
+    set_accessible_role(widget, role == B_TOOL_BAR_ROLE ? QAccessible::ToolBar : QAccessible::StatusBar);
   });
 }
 

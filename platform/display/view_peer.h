@@ -2,6 +2,7 @@
 
 #include "platform/app/messenger.h"
 #include "platform/interface/font.h"
+#include "platform/interface/interface_defs.h"
 #include "platform/interface/picture.h"
 #include "platform/support/geometry.h"
 
@@ -78,6 +79,7 @@ public:
   void SetToolTip(const std::string& text);
   void ShowToolTip(bool shown);
   void SetAccessibleTexts(const std::string& name, const std::string& description);
+  void SetAccessibleRole(accessible_role role);
   /** What a plain view looks like. */
   virtual void SetPicture(BPicture picture);
   /** Gives a key press that came to the program back to the control. */

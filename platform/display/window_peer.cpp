@@ -1,5 +1,6 @@
 #include "platform/display/window_peer.h"
 
+#include "platform/display/accessible_role.h"
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"
 #include "platform/display/widget_guard.h"
@@ -37,6 +38,7 @@ QWidget* make_plain_window(const WindowSetup& setup) {
   auto* widget = new QWidget(nullptr, flags_of(setup));
   widget->setGeometry(to_qrect(setup.frame));
   widget->setAcceptDrops(true);
+  set_accessible_role(widget, setup.look == B_MODAL_WINDOW_LOOK ? QAccessible::Dialog : QAccessible::Window);
   if (setup.flags & B_NOT_RESIZABLE) widget->setFixedSize(to_qrect(setup.frame).size());
   return widget;
 }

@@ -85,6 +85,7 @@ void BView::HandStateToPeer() {
   if (fViewColor.alpha != 0) fPeer->SetColor(fViewColor);
   if (fFont != *be_plain_font) fPeer->SetFont(fFont);
   if (!fToolTip.empty()) fPeer->SetToolTip(fToolTip);
+  if (fAccessibleRole) fPeer->SetAccessibleRole(*fAccessibleRole);
   if (!fAccessibleName.empty() || !fAccessibleDescription.empty())
     fPeer->SetAccessibleTexts(fAccessibleName, fAccessibleDescription);
   fPeer->SetVisible(fHideLevel == 0);

@@ -6,6 +6,7 @@
 #include "platform/support/geometry.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -74,6 +75,8 @@ public:
   void ShowToolTip(bool shown);
   void SetAccessibleName(std::string_view name);
   void SetAccessibleDescription(std::string_view description);
+  /** Before the view is attached. */
+  void SetAccessibleRole(accessible_role role) { fAccessibleRole = role; }
 
   /** Asks for a new drawing. */
   void Invalidate() { Invalidate(Bounds()); }
@@ -138,6 +141,7 @@ private:
   std::string fToolTip;
   std::string fAccessibleName;
   std::string fAccessibleDescription;
+  std::optional<accessible_role> fAccessibleRole; // else that of the control
   BPicture* fRecording = nullptr;
   BWindow* fWindow = nullptr;
   BView* fParent = nullptr;
