@@ -78,7 +78,7 @@ MenuRow::MenuRow(const BMessenger& view) : fView(view) {
 
 void MenuRow::EnterByKeyboard() {
   if (actions().isEmpty()) return;
-  setFocus(Qt::MenuBarFocusReason);
+  // Without the focus, which stays where it is: nobody would give it back once an item was chosen.
   setActiveAction(actions().constFirst());
 }
 
