@@ -15,6 +15,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <set>
+
 namespace {
 
 constexpr int kSpeedsPercent[] = {25, 50, 75, 90, 100, 110, 125, 150, 200};
@@ -27,6 +29,16 @@ QString clock_text(int32 positionMs) {
 
 QString speed_text(int percent) {
   return QStringLiteral("%1×").arg(percent / 100.0);
+}
+
+/** A speed between those of the list stands among them for as long as it lasts. */
+void show_speed(QComboBox* box, int percent) {
+  if (box->currentData().toInt() == percent) return;
+  std::set<int> speeds(std::begin(kSpeedsPercent), std::end(kSpeedsPercent));
+  speeds.insert(percent);
+  box->clear();
+  for (const int speed : speeds) box->addItem(speed_text(speed), speed);
+  box->setCurrentIndex(box->findData(percent));
 }
 
 /** A slider that goes where it is clicked. */
@@ -118,7 +130,7 @@ void TPlayerWidget::MakeControls() {
   row->addStretch(1);
 
   fSpeed = new QComboBox;
-  for (const int percent : kSpeedsPercent) fSpeed->addItem(speed_text(percent), percent);
+  show_speed(fSpeed, 100);
   fSpeed->setToolTip(tr("Speed; the pitch is kept"));
   fSpeed->setAccessibleName(tr("Speed"));
   fSpeed->setFocusPolicy(Qt::TabFocus);
@@ -173,9 +185,7 @@ void TPlayerWidget::ShowState(const TPlayerState& state) {
   fTotal->setText(clock_text(state.durationMs));
   fSeekBar->setRange(0, state.durationMs);
   fSeekBar->setEnabled(hasSong);
-  // A speed between those of the list shows in its place, but is none of it.
-  fSpeed->setPlaceholderText(speed_text(state.speedPercent));
-  fSpeed->setCurrentIndex(fSpeed->findData(state.speedPercent));
+  show_speed(fSpeed, state.speedPercent);
   if (!fVolume->isSliderDown()) {
     const QSignalBlocker quiet(fVolume);
     fVolume->setValue(state.volumePercent);
