@@ -84,11 +84,12 @@ void TSonivoApp::MessageReceived(BMessage* message) {
 
 void TSonivoApp::Start() {
   fWindow = new TPlayerWindow(BMessenger(this));
-  // The plug-ins' windows are made on threads of their own, while this one's comes up.
+  // Before the plug-ins: their windows look for this one, to stand beside it and to follow it. They are made on threads
+  // of their own, while this one's comes up.
+  fWindow->Show();
   std::string faults; // shown together: each names another image
   for (const std::string& fault : fPlugins.LoadAll(plugin_folder())) faults += (faults.empty() ? "" : "\n") + fault;
   ShowLyrics();
-  fWindow->Show();
   StateChanged();
   if (!faults.empty()) TellFault(faults);
   const BMessage firstSong(kMsgFirstSong);
@@ -210,7 +211,8 @@ void TSonivoApp::StateChanged() {
   const TSong* const song = fPlaylist.CurrentSong();
   const int32 playing = fState.isPlaying ? TInfoRecord::kPlaying : TInfoRecord::kPaused;
   const int32 state = fIsLoaded ? playing : TInfoRecord::kStopped;
-  fNowPlaying.Set(state, fState.durationMs, song ? song->title : std::string());
+  // Until its tags are read a song has only its file's name, and front ends must not take that for another song.
+  fNowPlaying.Set(state, fState.durationMs, song && song->played ? song->title : std::string());
   fState.songs = fPlaylist.Songs();
   fState.current = fPlaylist.Current();
   if (fWindow == nullptr) return;
