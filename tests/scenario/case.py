@@ -1,0 +1,16 @@
+"""What every scenario shares: a stage of its own, and what was to be seen and read when something went wrong."""
+import unittest
+
+import stage
+
+
+class Case(unittest.TestCase):
+    def setUp(self):
+        self.stage = stage.Stage()
+        self.addCleanup(self.stage.clear_away)
+
+    def tearDown(self):
+        outcome = self._outcome.result
+        if any(test is self for test, _ in outcome.failures + outcome.errors):
+            self.stage.picture(self.id().rsplit(".", 1)[-1])
+            print(f"The program said:\n{self.stage.said()}")

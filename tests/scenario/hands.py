@@ -1,0 +1,33 @@
+"""The user's hands: real keys and mouse buttons on the display."""
+import subprocess
+
+
+def _do(*words):
+    subprocess.run(["xdotool", *map(str, words)], check=True, stdout=subprocess.DEVNULL, timeout=60)
+
+
+def press(*keys):
+    """Keys one after another, named as X names them: press("ctrl+s"), press("Down", "Return")."""
+    _do("key", "--delay", 5, *keys)
+
+
+def write(text):
+    _do("type", "--delay", 5, "--", text)
+
+
+def click(box, count=1, held=None):
+    """Clicks into the middle of a box, with a key held down if one is named."""
+    left, top, width, height = box
+    _do("mousemove", left + width // 2, top + height // 2)
+    if held:
+        _do("keydown", held)
+    try:
+        _do("click", "--repeat", count, "--delay", 40, 1)
+    finally:
+        if held:
+            _do("keyup", held)
+
+
+def move(box):
+    left, top, width, height = box
+    _do("mousemove", left + width // 2, top + height // 2)

@@ -1,0 +1,80 @@
+"""The windows beside the editor's: the shift of all tags, the save panel's menus, help, About, preferences."""
+import os
+
+import eyes
+import hands
+from case import Case
+
+
+class Shift(Case):
+    def test_tags_are_shifted_by_the_number_typed_and_text_that_is_none_is_told(self):
+        s = self.stage
+        lyrics = s.file("a.lrc", "[00:10]one\n[00:20:50]two\n")
+        s.start(lyrics)
+        s.choose("Edit", "Shift all time tags...")
+        dialog = s.wait_window("Shift all time tags")
+        hands.write("1,5")
+        hands.press("Return")
+        s.wait(lambda: any("whole number" in eyes.name(n) for n in eyes.find_all(dialog, "label")), "the hint")
+        self.assertEqual(s.rows(), ["[00:10]one", "[00:20:50]two"])
+        hands.press("ctrl+a")
+        hands.write("-1510")
+        hands.press("Return")
+        s.wait_rows("[00:08]one", "[00:18:99]two")
+        s.wait_status("All tags shifted by -1510 [ms]")
+        s.come_back()
+        s.click_button("Shift all time tags...")
+        s.wait_window("Shift all time tags")
+        hands.press("Escape")
+        s.come_back()
+        hands.press("ctrl+s")
+        s.wait_bytes(lyrics, b"[00:08]one\n[00:18:99]two\n\0")
+
+
+class SavePanel(Case):
+    def test_encoding_and_line_ends_are_chosen_and_come_back_with_the_next_panel(self):
+        s = self.stage
+        s.start(s.file("a.lrc", "歌\n詞\n"))
+        for encoding, line_end, name, data in (
+                ("Shift-JIS", "CR LF (Windows)", "b.lrc", "歌\r\n詞\r\n".encode("cp932")),
+                ("JIS (ISO-2022-JP)", "CR", "c.lrc", "歌\r詞\r".encode("iso2022_jp"))):
+            hands.press("ctrl+2")
+            panel = s.wait_panel("Save lyrics")
+            s.click_in_menu(panel, "Encoding", encoding)
+            s.click_in_menu(panel, "Return Code", line_end)
+            s.fill_panel("Save lyrics", s.root / name)
+            s.wait_title(name)
+            s.wait_bytes(s.root / name, data)
+        hands.press("ctrl+2")
+        panel = s.wait_panel("Save lyrics")
+        self.assertEqual(s.marked_in_menus(panel), ["JIS (ISO-2022-JP)", "CR"])
+
+
+class Others(Case):
+    def test_about_shows_program_and_languages_and_preferences_tell_where_they_are(self):
+        s = self.stage
+        s.start(s.file("a.lrc", "one\n"))
+        for way in (lambda: s.choose("Help", "About Vesmo Editor"), lambda: s.click_button("About Vesmo Editor")):
+            way()
+            about = s.wait_window("About Vesmo Editor")
+            hands.press("Right")
+            s.wait(lambda: "日本語" in s.texts_in(about) and "English" in s.texts_in(about), "both languages")
+            hands.press("Left")
+            hands.press("Escape")
+            s.come_back()
+        hands.press("ctrl+p")
+        s.answer("The preferences window cannot be shown", "Understood")
+        s.come_back()
+        hands.press("space")
+        s.wait_rows("[00:00:00]one")
+
+    def test_help_opens_in_the_desktops_own_opener(self):
+        s = self.stage
+        opened = s.root / "opened"
+        opener = s.file("xdg-open", f'#!/bin/sh\necho "$1" >>"{opened}"\n')
+        opener.chmod(0o755)
+        s.start(environment={"PATH": f"{s.root}:{os.environ['PATH']}"})
+        s.choose("Help", "Help")
+        s.wait(lambda: opened.exists() and opened.read_text().count("VesmoE.htm\n") == 1, "the help page opened")
+        s.click_button("Help")
+        s.wait(lambda: opened.read_text().count("VesmoE.htm\n") == 2, "the help page opened again")

@@ -1,0 +1,67 @@
+"""Files and folders that refuse: a clear message, and the text still in the editor."""
+import os
+import subprocess
+import unittest
+
+import hands
+from case import Case
+
+# The administrator may read and write everything; the program then runs without that right.
+_RIGHTS = "-dac_override,-dac_read_search"
+ORDINARY = ["setpriv", "--bounding-set", _RIGHTS, "--inh-caps", _RIGHTS] if os.geteuid() == 0 else []
+
+
+class Refusals(Case):
+    def test_a_file_that_cannot_be_read_leaves_the_open_one_alone(self):
+        s = self.stage
+        locked = s.file("locked.lrc", "secret\n")
+        locked.chmod(0)
+        s.start(s.file("a.lrc", "one\n"), prefix=ORDINARY)
+        hands.press("ctrl+o")
+        s.fill_panel_and_expect_question("Open lyrics", locked)
+        s.answer("These lyrics cannot be opened:", "Understood")
+        self.assertEqual(s.title(), "a.lrc - Vesmo Editor")
+        self.assertEqual(s.rows(), ["one"])
+
+    def test_a_folder_that_takes_no_files_costs_no_text(self):
+        s = self.stage
+        folder = s.root / "folder"
+        folder.mkdir()
+        lyrics = s.file("folder/a.lrc", "one\n")
+        lyrics.chmod(0o444)
+        folder.chmod(0o555)
+        s.start(lyrics, prefix=ORDINARY)
+        hands.press("space")
+        s.wait_rows("[00:00:00]one")
+        hands.press("ctrl+s")
+        s.answer("The lyrics could not be saved as:", "Understood")
+        self.assertEqual(lyrics.read_bytes(), b"one\n")
+        self.assertEqual([f.read_bytes() for f in (s.config / "VesmoE").glob("Recovered_*")], [b"[00:00:00]one\n\0"])
+        hands.press("ctrl+2")  # and under another name they are saved
+        s.fill_panel("Save lyrics", s.root / "b.lrc")
+        s.wait_title("b.lrc")
+        s.wait_bytes(s.root / "b.lrc", b"[00:00:00]one\n\0")
+
+    def test_a_full_disk_leaves_the_old_file_whole(self):
+        s = self.stage
+        disk = s.root / "disk"
+        disk.mkdir()
+        if subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "tmpfs", disk], capture_output=True).returncode:
+            raise unittest.SkipTest("a small disk can be made by the administrator only")
+        self.addCleanup(subprocess.run, ["umount", "-l", disk], check=True)
+        lyrics = s.file("disk/a.lrc", "one\n")
+        s.start(lyrics)
+        with open(disk / "filler", "wb", buffering=0) as filler:
+            try:
+                while filler.write(b"x" * 4096):
+                    pass
+            except OSError:
+                pass
+        hands.press("space")
+        s.wait_rows("[00:00:00]one")
+        hands.press("ctrl+s")
+        s.answer("The lyrics could not be saved as:", "Understood")
+        self.assertEqual(lyrics.read_bytes(), b"one\n")
+        (disk / "filler").unlink()
+        hands.press("ctrl+s")
+        s.wait_bytes(lyrics, b"[00:00:00]one\n\0")

@@ -1,0 +1,209 @@
+"""The File menu: new, open, save, save as, recent files, close, and the questions before something is lost."""
+import eyes
+import hands
+from case import Case
+
+
+class NewAndClose(Case):
+    def test_new_lyrics_are_saved_under_a_name(self):
+        s = self.stage
+        s.start(s.file("a.lrc", "one\n"))
+        hands.press("ctrl+n")
+        s.wait_title("New lyrics")
+        s.wait_rows("")
+        hands.press("ctrl+s")
+        s.fill_panel("Save lyrics", s.root / "b.lrc")
+        s.wait_title("b.lrc")
+        s.wait_status("Saved")
+        s.wait_bytes(s.root / "b.lrc", b"\n\0")
+
+    def test_closing_asks_for_changed_lyrics(self):
+        s = self.stage
+        lyrics = s.file("a.lrc", "one\ntwo\n")
+        s.start(lyrics)
+        hands.press("space")
+        s.wait_rows("[00:00:00]one", "two")
+        hands.press("ctrl+w")
+        s.answer('"a.lrc" has been changed', "Cancel")
+        s.wait_rows("[00:00:00]one", "two")
+        s.wait_bytes(lyrics, b"one\ntwo\n")
+        s.choose("File", "Close")
+        s.answer('"a.lrc" has been changed', "Yes")
+        s.wait_closed()
+        s.wait_bytes(lyrics, b"[00:00:00]one\ntwo\n\0")
+
+    def test_closing_with_no_drops_the_changes(self):
+        s = self.stage
+        lyrics = s.file("a.lrc", "one\n")
+        s.start(lyrics)
+        hands.press("space")
+        s.wait_rows("[00:00:00]one")
+        hands.press("ctrl+w")
+        s.answer("has been changed", "No")
+        s.wait_closed()
+        s.wait_bytes(lyrics, b"one\n")
+
+    def test_what_waits_for_the_save_goes_on_after_it(self):
+        s = self.stage
+        other = s.file("other.lrc", "other\n")
+        s.start()
+        hands.press("ctrl+e")
+        s.wait_status("[Edit]")
+        hands.write("mine")
+        hands.press("ctrl+o")
+        s.fill_panel_and_expect_question("Open lyrics", other)
+        s.answer("New lyrics has been changed", "Yes")
+        s.fill_panel("Save lyrics", s.root / "mine.lrc")
+        s.wait_title("other.lrc")
+        s.wait_bytes(s.root / "mine.lrc", b"mine\n\0")
+        # Cancelling the panel drops what waited.
+        hands.write("more")
+        hands.press("ctrl+n")
+        s.answer("has been changed", "No")
+        s.wait_title("New lyrics")
+        hands.write("lost?")
+        hands.press("ctrl+w")
+        s.answer("New lyrics has been changed", "Yes")
+        s.wait_panel("Save lyrics")
+        hands.press("Escape")
+        s.wait_no_window()
+        s.wait_focus("Lyrics")
+        self.assertEqual(s.text(), "lost?\n")
+
+
+class Opening(Case):
+    def test_the_lyrics_of_the_song_that_plays_open_by_key_menu_and_button(self):
+        s = self.stage
+        s.file("song.lrc", "sung\n")
+        s.start(s.file("a.lrc", "one\n"))
+        hands.press("ctrl+l")
+        s.wait_title("song.lrc")
+        s.wait_rows("sung")
+        for way in (lambda: s.choose("File", "Open lyrics of current song"),
+                    lambda: s.click_button("Open lyrics of current song")):
+            hands.press("ctrl+n")
+            s.wait_title("New lyrics")
+            way()
+            s.wait_title("song.lrc")
+
+    def test_the_open_panel_comes_by_key_menu_and_button(self):
+        s = self.stage
+        files = [s.file(name, name + "\n") for name in ("a.lrc", "b.lrc", "c.lrc", "d.lrc")]
+        s.start(files[0])
+        hands.press("ctrl+o")
+        s.fill_panel("Open lyrics", files[1])
+        s.wait_title("b.lrc")
+        s.choose_by_mouse("File", "Open...")
+        s.fill_panel("Open lyrics", files[2])
+        s.wait_title("c.lrc")
+        s.click_button("Open...")
+        s.fill_panel("Open lyrics", files[3])
+        s.wait_title("d.lrc")
+        s.wait_rows("d.lrc")
+
+    def test_a_missing_file_can_be_created(self):
+        s = self.stage
+        missing = s.root / "song.txt"
+        s.start(s.file("a.lrc", "one\n"))
+        hands.press("ctrl+l")
+        s.answer("This file does not exist", "No")
+        self.assertFalse(missing.exists())
+        self.assertEqual(s.title(), "a.lrc - Vesmo Editor")
+        hands.press("ctrl+l")
+        s.answer("This file does not exist", "Yes")
+        s.wait_title("song.txt")
+        s.wait_rows("")
+        s.wait_bytes(missing, b"")
+
+
+class Saving(Case):
+    def test_save_by_key_menu_and_button_keeps_encoding_and_line_ends(self):
+        s = self.stage
+        lyrics = s.file("a.lrc", "歌\r\n詞\r\n".encode("cp932"))
+        s.start(lyrics)
+        s.wait_status("Shift-JIS <CR LF>")
+        for row, way in enumerate((lambda: hands.press("ctrl+s"), lambda: s.click_button("Save"))):
+            hands.press("space")
+            s.wait_status(f"Tag set at line {row + 1}")
+            way()
+            s.wait_status("Saved")
+        s.wait_bytes(lyrics, "[00:00:00]歌\r\n[00:00:00]詞\r\n".encode("cp932"))
+        hands.press("plus")
+        s.wait_rows("[00:00:00]歌", "[00:00:01]詞")
+        s.choose("File", "Save")
+        s.wait_bytes(lyrics, "[00:00:00]歌\r\n[00:00:01]詞\r\n".encode("cp932"))
+
+    def test_save_as_asks_before_it_replaces_a_file(self):
+        s = self.stage
+        kept = s.file("kept.lrc", "kept\n")
+        s.start(s.file("a.lrc", "one\n"))
+        hands.press("ctrl+2")
+        s.wait_panel("Save lyrics")
+        hands.press("ctrl+a")
+        hands.write(str(kept))
+        hands.press("Return")
+        s.answer("already exists", "No")
+        s.wait_bytes(kept, b"kept\n")
+        hands.press("Return")
+        s.answer("already exists", "Yes")
+        s.wait_title("kept.lrc")
+        s.wait_bytes(kept, b"one\n\0")
+
+
+class RecentFiles(Case):
+    def names(self):
+        names = [eyes.name(item) for item in self.stage.items_of("File", "Open...")]
+        return names[:names.index("")]
+
+    def test_they_open_by_key_and_mouse_newest_first_and_are_kept(self):
+        s = self.stage
+        files = [s.file(name, name + "\n") for name in ("a.lrc", "b.lrc", "c.lrc")]
+        s.start(files[0])
+        for path in files[1:]:
+            hands.press("ctrl+o")
+            s.fill_panel("Open lyrics", path)
+            s.wait_title(path.name)
+        s.wait(lambda: self.names() == ["c.lrc", "b.lrc", "a.lrc"], "three recent files, the newest first")
+        hands.press("ctrl+shift+1")
+        s.wait_title("b.lrc")
+        s.wait(lambda: self.names() == ["b.lrc", "c.lrc", "a.lrc"], "the opened one in front")
+        s.choose_by_mouse("File", "Open...", "a.lrc")
+        s.wait_title("a.lrc")
+        s.stop()
+        s.start()
+        s.wait(lambda: self.names() == ["a.lrc", "b.lrc", "c.lrc"], "the files of the last run")
+        s.choose("File", "Open...", "c.lrc")
+        s.wait_title("c.lrc")
+
+    def test_one_is_dropped_with_the_alt_key_and_all_are_cleared(self):
+        s = self.stage
+        a = s.file("a.lrc", "a\n")
+        s.start(a)
+        hands.press("ctrl+o")
+        s.fill_panel("Open lyrics", s.file("b.lrc", "b\n"))
+        s.wait_title("b.lrc")
+        s.wait(lambda: self.names() == ["b.lrc", "a.lrc"], "two recent files")
+        s.choose_by_mouse("File", "Open...", "a.lrc", held="alt")
+        s.answer('Remove "a.lrc"', "Yes")
+        s.wait(lambda: self.names() == ["b.lrc"], "one recent file")
+        self.assertEqual(s.title(), "b.lrc - Vesmo Editor")
+        s.choose("File", "Open...", "Clear the list of recent files")
+        s.answer("Remove every file", "No")
+        self.assertEqual(self.names(), ["b.lrc"])
+        s.choose("File", "Open...", "Clear the list of recent files")
+        s.answer("Remove every file", "Clear all")
+        s.wait(lambda: self.names() == [], "no recent file")
+        item = s.menu_item("File", "Open...", "Clear the list of recent files")
+        self.assertNotIn("enabled", s.states(item))
+
+    def test_one_that_is_gone_when_it_is_chosen_is_offered_to_be_created(self):
+        s = self.stage
+        a = s.file("a.lrc", "a\n")
+        s.start(a)
+        hands.press("ctrl+n")
+        s.wait_title("New lyrics")
+        a.unlink()
+        hands.press("ctrl+shift+0")
+        s.answer("This file does not exist", "No")
+        s.wait(lambda: self.names() == [], "the file off the list")
+        self.assertEqual(s.title(), "New lyrics - Vesmo Editor")

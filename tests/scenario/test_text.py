@@ -1,0 +1,78 @@
+"""Free edit mode and the commands over every line."""
+import hands
+from case import Case
+
+TAGGED = "[00:10]one\n[00:20:50]two\n[Chorus]\nplain\n"
+
+
+class FreeEdit(Case):
+    def test_what_is_typed_cut_and_pasted_is_saved(self):
+        s = self.stage
+        lyrics = s.file("a.lrc", "one\ntwo\n")
+        s.start(lyrics)
+        hands.press("ctrl+e")
+        s.wait_status("[Edit]")
+        hands.write("zero")
+        hands.press("Return")
+        s.wait_text("zero\none\ntwo\n")
+        hands.press("shift+Down", "ctrl+x", "ctrl+End", "ctrl+v")
+        s.wait_text("zero\ntwo\none\n")
+        hands.press("ctrl+s")
+        s.wait_bytes(lyrics, b"zero\ntwo\none\n\0")
+        hands.press("ctrl+z")
+        s.wait_text("zero\ntwo\n")
+        hands.press("ctrl+z")
+        s.wait_text("zero\none\ntwo\n")
+        hands.press("ctrl+shift+z", "ctrl+shift+z")
+        s.wait_text("zero\ntwo\none\n")
+        hands.press("ctrl+w")
+        s.wait_closed()
+
+    def test_line_text_and_changes_go_along_into_the_other_mode(self):
+        s = self.stage
+        lyrics = s.file("a.lrc", "one\ntwo\nthree\n")
+        s.start(lyrics)
+        hands.press("Down")
+        s.wait_selected(1)
+        hands.press("ctrl+e")
+        s.wait_status("[Edit]")
+        hands.press("End")
+        hands.write("fold")
+        s.wait_text("one\ntwofold\nthree\n")
+        hands.press("ctrl+t")
+        s.wait_rows("one", "twofold", "three")
+        s.wait_selected(1)
+        s.stamp(1, "[00:00:00]twofold")
+        hands.press("ctrl+z", "ctrl+z")
+        s.wait_rows("one", "two", "three")
+        hands.press("ctrl+shift+z", "ctrl+s")
+        s.wait_bytes(lyrics, b"one\ntwofold\nthree\n\0")
+
+
+class EveryLine(Case):
+    def test_tags_are_converted_both_ways_and_deleted_when_the_answer_is_yes(self):
+        s = self.stage
+        lyrics = s.file("a.lrc", TAGGED)
+        s.start(lyrics)
+        before = s.rows()
+        for item in ("Convert standard tags to extended", "Delete all time tags"):
+            s.choose("Edit", item)
+            s.answer("?", "No")
+            self.assertEqual(s.rows(), before)
+        s.choose("Edit", "Convert standard tags to extended")
+        s.answer('"standard time tag" to "extended time tag"', "Yes")
+        s.wait_status("Converted every standard time tag to extended time tag")
+        s.wait_rows("[00:10:00]one", "[00:20:50]two", "[00:00:00]", "plain")
+        s.choose("Edit", "Convert extended tags to standard")
+        s.answer('"extended time tag" to "standard time tag"', "Yes")
+        s.wait_rows("[00:10]one", "[00:21]two", "[00:00]", "plain")
+        hands.press("ctrl+s")
+        s.wait_bytes(lyrics, b"[00:10]one\n[00:21]two\n[00:00]\nplain\n\0")
+        s.choose("Edit", "Delete all time tags")
+        s.answer("Delete the time tag of every line?", "Yes")
+        s.wait_status("All time tags deleted")
+        s.wait_rows("one", "two", "", "plain")
+        hands.press("ctrl+z")
+        s.wait_rows("[00:10]one", "[00:21]two", "[00:00]", "plain")
+        hands.press("ctrl+w")
+        s.wait_closed()
