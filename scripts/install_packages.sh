@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing for the purposes named on the line (build, run, headless, test, bench).
+# Installs the Debian packages that are missing for the purposes named on the line (build, run, headless, scenario, test,
+# bench).
 # Without apt, or without the right to use it, it prints what is needed and stops.
 set -euo pipefail
 
@@ -8,6 +9,7 @@ packages_for() {
     build) echo g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools libgl1-mesa-dev libxcb1-dev libfontconfig-dev libmpv-dev ;;
     run) echo libqt6svg6 qt6-qpa-plugins fonts-dejavu-core fonts-noto-cjk xdg-utils ;;
     headless) echo xvfb xauth pulseaudio pulseaudio-utils imagemagick libx11-dev libxtst-dev libpulse-dev ;;
+    scenario) echo xdotool dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi util-linux ;;
     test) echo libgtest-dev libgmock-dev clang libclang-rt-dev clang-format clang-tidy binutils python3 attr ;;
     bench) echo libbenchmark-dev pulseaudio-utils ffmpeg sox lame libx11-dev python3 xdotool featherpad ;;
     *) echo "install_packages.sh: no purpose named '$1'" >&2; exit 2 ;;

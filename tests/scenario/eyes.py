@@ -10,7 +10,7 @@ Atspi.init()
 # A machine that is busy with other work may be slow to answer; only then is this long.
 Atspi.set_timeout(10000, 30000)
 
-PATIENCE = 15
+PATIENCE = 60
 
 
 def wait_until(look, what):
