@@ -1,8 +1,9 @@
 # Sourced: start_display FOLDER starts a virtual X display of a free number and points the programs started later at
 # it and away from the user's session; stop_display ends it.
 start_display() {
+  # Without -noreset the display starts anew after its last client, and refuses those that come meanwhile.
   mkfifo "$1/display"
-  Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$1/display" 2>"$1/xvfb.log" &
+  Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset 3>"$1/display" 2>"$1/xvfb.log" &
   DISPLAY_PID=$!
   local number
   read -r -t 20 number <"$1/display" || { cat "$1/xvfb.log" >&2; return 1; }
