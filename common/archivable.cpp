@@ -4,6 +4,8 @@
 #include "platform/storage/entry.h"
 #include "platform/storage/file.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstring>
 
@@ -23,12 +25,27 @@ bool TArchivable::Load(const BEntry& entry) {
   return Unarchive(archive);
 }
 
+namespace {
+
+bool holds_foreign_bytes(const BEntry& entry) {
+  BFile file(&entry, B_READ_ONLY);
+  off_t size = 0;
+  if (file.InitCheck() != B_OK || !file.IsRegular() || file.GetSize(&size) != B_OK || size == 0) return false;
+  BMessage archive;
+  return archive.Unflatten(&file) != B_OK;
+}
+
+} // namespace
+
 bool TArchivable::Save(const BEntry& entry) {
   entry_ref ref;
   BMessage archive;
   if (entry.GetRef(&ref) != B_OK || !Archive(&archive)) return false;
   const std::string path = ref.FullPath();
-  const std::string written = path + ".new";
+  // Another application of the family may be writing the same record.
+  const std::string written = path + "." + std::to_string(getpid()) + ".new";
+  // A torn file, or one of another program's making, may still be of use to its owner.
+  if (holds_foreign_bytes(entry)) std::rename(path.c_str(), (path + ".unreadable").c_str());
   {
     BFile file(written.c_str(), B_WRITE_ONLY | B_CREATE_FILE | B_ERASE_FILE);
     if (file.InitCheck() != B_OK || archive.Flatten(&file) != B_OK || file.Sync() != B_OK) return false;

@@ -25,7 +25,8 @@ public:
   virtual bool Unarchive(const BMessage& archive);
   /** False when the file cannot be opened or read; else what `Unarchive` says. */
   virtual bool Load(const BEntry& entry);
-  /** False when the record cannot be archived or written. The old file stays whole unless the new one is complete. */
+  /** False when the record cannot be archived or written. The old file stays whole unless the new one is complete;
+      one that could not be read is kept beside it as "<name>.unreadable". */
   virtual bool Save(const BEntry& entry);
 
 protected:

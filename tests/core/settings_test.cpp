@@ -82,6 +82,17 @@ TEST_F(Settings, FourModifiersHoldTheSettingsOff) {
   EXPECT_EQ(gExitState->fMode, 0) << "what was saved before";
 }
 
+TEST_F(Settings, WhatCannotBeReadIsKeptBesideTheNewFile) {
+  ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
+  ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
+  EXPECT_FALSE(std::filesystem::exists(fFolder.File("KOREVA/VesmoE/State.arc.unreadable")));
+  fFolder.Write("KOREVA/VesmoE/State.arc", "somebody else's");
+  EXPECT_FALSE(load_global("VesmoE", "State.arc"));
+  EXPECT_TRUE(save_exit_state("VesmoE", "State.arc"));
+  EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc.unreadable"), "somebody else's");
+  EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc").substr(0, 4), "VMSG");
+}
+
 TEST_F(Settings, ATornFileLeavesTheDefaults) {
   ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
   const std::string whole = fFolder.Read("KOREVA/VesmoE/State.arc");
