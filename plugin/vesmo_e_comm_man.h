@@ -71,7 +71,8 @@ private:
 
   // vesmo_e_dialogs.cpp
   void SetAboutWinContent();
-  static void BringUp(TKRVWin* window);
+  /** In front of the main window where there is one. */
+  void BringUp(TKRVWin* window) const;
 
   TVesmoEWin* fMainWindow = nullptr; // null while closed; used only with the window locked by its address
   BMessenger fMainAddress;

@@ -12,6 +12,7 @@
 #include "plugin/vesmo_e_comm_man.h"
 #include "toolkit/krv_about_win.h"
 #include "toolkit/simple_input_win.h"
+#include "window/editor_window.h"
 #include "window/placement.h"
 
 #include <utility>
@@ -68,8 +69,12 @@ void TVesmoECommMan::MItemFineTimeTagClicked() {
   BringUp(fFineTagWindow);
 }
 
-void TVesmoECommMan::BringUp(TKRVWin* window) {
+void TVesmoECommMan::BringUp(TKRVWin* window) const {
   if (!window->Lock()) return;
+  if (LockMainWindow()) {
+    window->StandInFrontOf(*fMainWindow);
+    fMainWindow->Unlock();
+  }
   window->BringUp();
   window->Unlock();
 }

@@ -4,6 +4,7 @@
 #include "platform/display/accelerators.h"
 #include "platform/kernel/modifiers.h"
 
+#include <QActionGroup>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QShortcut>
@@ -94,7 +95,14 @@ void MenuRow::SetMenus(const std::vector<MenuEntry>& menus) {
 }
 
 void MenuRow::Fill(QWidget* menu, const std::vector<MenuEntry>& entries) {
-  for (const MenuEntry& entry : entries) menu->addAction(Make(menu, entry));
+  QActionGroup* radio = nullptr; // its items bear the marks of a choice of one
+  for (const MenuEntry& entry : entries) {
+    QAction* action = Make(menu, entry);
+    menu->addAction(action);
+    if (!entry.isRadio) continue;
+    if (!radio) radio = new QActionGroup(menu);
+    radio->addAction(action);
+  }
 }
 
 QAction* MenuRow::Make(QWidget* menu, const MenuEntry& entry) {

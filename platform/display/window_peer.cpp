@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <QWidget>
+#include <QWindow>
 
 #include <algorithm>
 #include <cmath>
@@ -19,6 +20,7 @@ namespace display {
 /** Touched on the display thread only. */
 struct WindowPeer::Slot {
   QPointer<QWidget> widget;
+  QPointer<QWidget> behind; // the window that this one stands in front of
 };
 
 namespace {
@@ -78,7 +80,21 @@ void WindowPeer::Show() {
 }
 
 void WindowPeer::Hide() {
-  Change([](QWidget* widget) { widget->hide(); });
+  Change([slot = fSlot](QWidget* widget) {
+    const bool wasActive = widget->isActiveWindow();
+    widget->hide();
+    if (wasActive && slot->behind) slot->behind->activateWindow(); // where no window manager does
+  });
+}
+
+void WindowPeer::StandInFrontOf(const WindowPeer& other) {
+  Change([slot = fSlot, otherSlot = other.fSlot](QWidget* widget) {
+    slot->behind = otherSlot->widget;
+    if (!slot->behind) return;
+    widget->winId(); // makes the window's handle, as the next does
+    slot->behind->winId();
+    widget->windowHandle()->setTransientParent(slot->behind->windowHandle());
+  });
 }
 
 void WindowPeer::Activate(bool active) {

@@ -46,6 +46,7 @@ public:
   void Show();
   void Hide();
   void Activate(bool active);
+  void StandInFrontOf(const WindowPeer& other);
   void MoveTo(BPoint leftTop);
   void ResizeTo(BPoint size);
   void SetSizeLimits(BPoint smallest, BPoint largest);

@@ -54,6 +54,10 @@ void BWindow::Activate(bool active) {
   fPeer->Activate(active);
 }
 
+void BWindow::StandInFrontOf(const BWindow& other) {
+  fPeer->StandInFrontOf(*other.fPeer);
+}
+
 BRect BWindow::Frame() const {
   return fPeer->Frame();
 }

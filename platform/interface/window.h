@@ -34,6 +34,8 @@ public:
   /** Off: Show starts no thread, the window's messages are delivered by hand (tests). */
   void SetRunsOnShow(bool runs) { fRunsOnShow = runs; }
   void Activate(bool active = true);
+  /** Stays above the other window from now on, and hands the keyboard back to it when it hides. Both locked. */
+  void StandInFrontOf(const BWindow& other);
   bool IsActive() const { return fIsActive; }
 
   /** The inside of the window, on the screen, as the display last told. */

@@ -315,6 +315,10 @@ bool is_on_top(BWindow& window) {
   return with_widget(window, [](QWidget* widget) { return widget->windowFlags().testFlag(Qt::WindowStaysOnTopHint); });
 }
 
+bool is_active(BWindow& window) {
+  return with_widget(window, [](QWidget* widget) { return widget->isActiveWindow(); });
+}
+
 void type_file_name(BWindow& panel, const std::string& name) {
   with_widget(panel, [name](QWidget* widget) {
     auto* field = widget->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));

@@ -75,6 +75,7 @@ std::string pixels(BWindow& window, const std::string& view);
 std::string label_text(BWindow& window, const std::string& view);
 BRect control_frame(BWindow& window, const std::string& view);
 bool is_on_top(BWindow& window);
+bool is_active(BWindow& window);
 
 /** Chooses in a file panel as a user does: the name typed into the field, then Return. */
 void type_file_name(BWindow& panel, const std::string& name);

@@ -141,6 +141,7 @@ TEST_F(ManagerDialogs, FineTagWindowShiftsTheTagsOfTheEditor) {
   Type(fineTag, "-250");
   EXPECT_TRUE(IsHidden(fineTag));
   BWindow& editor = Only(kEditor);
+  EXPECT_TRUE(until([&] { return hands::is_active(editor); })) << "the next keys are the editor's";
   EXPECT_TRUE(until([&] { return hands::label_text(editor, "StatusBar").ends_with("All tags shifted by -250 [ms]"); }));
 }
 
