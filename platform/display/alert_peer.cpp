@@ -4,6 +4,7 @@
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"
 
+#include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -66,7 +67,7 @@ int32 ask(const AlertText& question, const std::function<QWidget*()>& inFrontOf)
 }
 
 void post_alert(const AlertText& notice) {
-  post([notice] { show(notice, nullptr, std::make_shared<Answer<int32>>(notice.escapeButton)); });
+  post([notice] { show(notice, QApplication::activeWindow(), std::make_shared<Answer<int32>>(notice.escapeButton)); });
 }
 
 } // namespace display

@@ -24,7 +24,7 @@ struct AlertText {
     button. Any thread but the display's. */
 int32 ask(const AlertText& question, const std::function<QWidget*()>& inFrontOf);
 
-/** Shows the notice on its own and goes on. Any thread. */
+/** Shows the notice in front of the window that the user works in, and goes on. Any thread. */
 void post_alert(const AlertText& notice);
 
 } // namespace display

@@ -31,7 +31,8 @@ public:
      of the button, from left to right; the Escape button's (-1 without one) when there is no display or it ends
      meanwhile. */
   int32 Go();
-  /** Shows the alert and goes on at once; nobody hears which button closes it. Deletes the alert as well. */
+  /** Shows the alert in front of the window that the user works in, and goes on at once; nobody hears which button
+      closes it. Deletes the alert as well. */
   void Post();
 
 private:
