@@ -11,6 +11,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/check_box_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/convert.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/display.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/display_language.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/display_thread.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/field_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/font_metrics.cpp

@@ -5,6 +5,7 @@
 #include "language/llt.h"
 #include "language/load_language.h"
 #include "platform/app/message.h"
+#include "platform/interface/display_language.h"
 #include "plugin/app_privacy.h"
 #include "plugin/exit_state.h"
 #include "plugin/pref.h"
@@ -67,6 +68,7 @@ TVesmoE::TVesmoE(PluginConstructorStruct*)
   load_global(kStateFolder, kStateFile);
   gLLT = new TLLT;
   load_language(vesmo_editor_fname().c_str());
+  set_display_language(gLLT->Text("Locale"));
   fCommMan = new TVesmoECommMan;
   fCommMan->Run();
 }

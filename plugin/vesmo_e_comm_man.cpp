@@ -9,6 +9,7 @@
 #include "platform/app/application.h"
 #include "platform/app/node_monitor.h"
 #include "platform/app/roster.h"
+#include "platform/interface/display_language.h"
 #include "plugin/app_privacy.h"
 #include "plugin/exit_state.h"
 #include "plugin/pref.h"
@@ -223,6 +224,7 @@ void TVesmoECommMan::NodeLanguageChanged() {
 void TVesmoECommMan::LanguageChanged() {
   if (!gAppPrivacy->ShouldBeLanguageChanged()) return;
   load_language(vesmo_editor_fname().c_str());
+  set_display_language(gLLT->Text("Locale"));
   set_node_monitor_language(vesmo_editor_fname(), fLanguageWatch.get()); // the chosen file may be another
   SetFineTagWinLabel();
   SetAboutWinContent();
