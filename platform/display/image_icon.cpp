@@ -19,6 +19,12 @@ QByteArray bytes_of(const std::string& text) {
   return {text.data(), static_cast<qsizetype>(text.size())};
 }
 
+/** Named where it can be seen: left alone, the reader loads every format there is to find out which one it is. */
+QByteArray format_of(const QByteArray& bytes) {
+  constexpr qsizetype kHead = 256;
+  return bytes.left(kHead).contains("<svg") ? QByteArrayLiteral("svg") : QByteArray();
+}
+
 QColor ink_for(QIcon::Mode mode) {
   const auto role = mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText;
   return QGuiApplication::palette().color(QPalette::Active, role);
@@ -55,7 +61,7 @@ QImage render_image(const std::string& bytes, const QSize& size, const QColor& i
   QByteArray drawing = bytes_of(bytes);
   drawing.replace("currentColor", ink.name().toUtf8());
   QBuffer buffer(&drawing);
-  QImageReader reader(&buffer);
+  QImageReader reader(&buffer, format_of(drawing));
   reader.setScaledSize(size);
   return reader.read();
 }
@@ -69,7 +75,7 @@ BPoint image_size(const std::shared_ptr<const std::string>& bytes) {
       [bytes] {
         QByteArray drawing = bytes_of(*bytes);
         QBuffer buffer(&drawing);
-        const QSize size = QImageReader(&buffer).size();
+        const QSize size = QImageReader(&buffer, format_of(drawing)).size();
         return size.isEmpty() ? BPoint{-1, -1} : size_of(size);
       },
       {-1, -1});
