@@ -5,6 +5,7 @@
 #include "platform/display/input_watch.h"
 #include "platform/display/menu_peer.h"
 #include "platform/display/quick_style.h"
+#include "platform/display/tool_button_peer.h"
 #include "platform/support/log.h"
 
 #include <QApplication>
@@ -61,7 +62,9 @@ int run(int argc, char** argv, const std::function<void()>& started) {
   {
     const Queue queue;
     started();
-    menu_bar_height(); // every window needs it: measured while the program is beginning on its own threads
+    // Measured while the program begins on threads of its own.
+    learn_menu_bar_height();
+    learn_tool_metrics();
     exitCode = QApplication::exec();
   }
   close_all();

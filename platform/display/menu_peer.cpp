@@ -1,9 +1,7 @@
 #include "platform/display/menu_peer.h"
 
-#include "platform/display/display_thread.h"
+#include "platform/display/known_value.h"
 #include "platform/display/menu_widgets.h"
-
-#include <atomic>
 
 namespace display {
 
@@ -14,17 +12,25 @@ void MenuPeer::SetMenus(std::vector<MenuEntry> menus) {
   Change([menus = std::move(menus)](QWidget* widget) { static_cast<MenuRow*>(widget)->SetMenus(menus); });
 }
 
+namespace {
+
+KnownValue<float>& bar_height() {
+  static auto* const height = new KnownValue<float>; // outlives every thread that may still ask
+  return *height;
+}
+
+} // namespace
+
 float menu_bar_height() {
-  static std::atomic<float> known{0};
-  if (known > 0) return known;
-  known = call([] {
-    QMenuBar sample;
-    sample.setNativeMenuBar(false);
-    // A bar hides titles that do not fit into it, and Japanese ones are higher.
-    sample.addMenu(QString::fromUtf16(u"Xg\u6f22"));
-    return static_cast<float>(sample.sizeHint().height());
-  });
-  return known;
+  return bar_height().Get();
+}
+
+void learn_menu_bar_height() {
+  QMenuBar sample;
+  sample.setNativeMenuBar(false);
+  // A bar hides titles that do not fit into it, and Japanese ones are higher.
+  sample.addMenu(QString::fromUtf16(u"Xg\u6f22"));
+  bar_height().Learn(static_cast<float>(sample.sizeHint().height()));
 }
 
 } // namespace display

@@ -33,7 +33,9 @@ public:
   void SetMenus(std::vector<MenuEntry> menus);
 };
 
-/** The height that a menu bar wants. The first time waits for the display. */
+/** The height that a menu bar wants. Waits for the display to start. */
 float menu_bar_height();
+/** As the display starts, on its thread. */
+void learn_menu_bar_height();
 
 } // namespace display

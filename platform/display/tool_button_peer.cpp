@@ -2,8 +2,8 @@
 
 #include "platform/app/message.h"
 #include "platform/display/convert.h"
-#include "platform/display/display_thread.h"
 #include "platform/display/image_icon.h"
+#include "platform/display/known_value.h"
 
 #include <QKeyEvent>
 #include <QStyleOption>
@@ -83,15 +83,26 @@ std::shared_ptr<ViewPeer> make_separator_peer(const BMessenger& view) {
   return std::make_shared<ViewPeer>(view, Keys::to_control, []() -> QWidget* { return new Separator; });
 }
 
+namespace {
+
+KnownValue<ToolMetrics>& known_metrics() {
+  static auto* const metrics = new KnownValue<ToolMetrics>; // outlives every thread that may still ask
+  return *metrics;
+}
+
+} // namespace
+
 ToolMetrics tool_metrics() {
-  return call([] {
-    QToolButton sample;
-    sample.setIconSize({kImageSize, kImageSize});
-    sample.setAutoRaise(true);
-    sample.setIcon(QIcon(QPixmap(kImageSize, kImageSize)));
-    const int separator = sample.style()->pixelMetric(QStyle::PM_ToolBarSeparatorExtent, nullptr, &sample);
-    return ToolMetrics{size_of(sample.sizeHint()), static_cast<float>(separator)};
-  });
+  return known_metrics().Get();
+}
+
+void learn_tool_metrics() {
+  QToolButton sample;
+  sample.setIconSize({kImageSize, kImageSize});
+  sample.setAutoRaise(true);
+  sample.setIcon(QIcon(QPixmap(kImageSize, kImageSize)));
+  const int separator = sample.style()->pixelMetric(QStyle::PM_ToolBarSeparatorExtent, nullptr, &sample);
+  known_metrics().Learn({size_of(sample.sizeHint()), static_cast<float>(separator)});
 }
 
 } // namespace display

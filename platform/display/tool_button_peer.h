@@ -19,11 +19,13 @@ public:
 /** The line between two groups of buttons. */
 std::shared_ptr<ViewPeer> make_separator_peer(const BMessenger& view);
 
-/** What a tool button wants, and how wide a separator is. Wait for the display. */
+/** What a tool button wants, and how wide a separator is. Waits for the display to start. */
 struct ToolMetrics {
   BPoint button;
   float separator = 0;
 };
 ToolMetrics tool_metrics();
+/** As the display starts, on its thread. */
+void learn_tool_metrics();
 
 } // namespace display

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+
+namespace display {
+
+/** A measure that stays as it is while the display runs and that every window needs: learned once, as the display
+    starts, so that nobody waits for it behind a window that is being drawn. Any thread; the lock guards the value. */
+template <class T>
+class KnownValue {
+public:
+  void Learn(const T& value) {
+    {
+      const std::scoped_lock hold(fLock);
+      fValue = value;
+    }
+    fLearned.notify_all();
+  }
+  /** Waits until it was learned. */
+  T Get() {
+    std::unique_lock hold(fLock);
+    fLearned.wait(hold, [this] { return fValue.has_value(); });
+    return *fValue;
+  }
+
+private:
+  std::mutex fLock;
+  std::condition_variable fLearned;
+  std::optional<T> fValue;
+};
+
+} // namespace display
