@@ -1,0 +1,86 @@
+#include "toolkit/krv_about_win.h"
+
+#include "language/builtin_texts.h"
+#include "language/llt.h"
+#include "platform/interface/text_view.h"
+#include "tests/display/hands.h"
+#include "tests/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+class AboutWin : public testing::Test {
+protected:
+  AboutWin() {
+    gLLT = new TLLT;
+    const BResources texts = builtin_resources();
+    gLLT->Load(&texts, kBuiltinTextsId);
+    fWindow = new TKRVAboutWin("Vesmo Editor", "Ver 3.26");
+    fWindow->SetRunsOnShow(false);
+  }
+  ~AboutWin() override {
+    fWindow->Lock();
+    fWindow->Quit();
+    delete std::exchange(gLLT, nullptr);
+  }
+  void Show(const std::string& usedFile) {
+    fWindow->SetContent({"A team", fFolder.Path(), usedFile, "a - "});
+    fWindow->BringUp();
+    hands::settle(*fWindow);
+  }
+  void Press(const char* key) {
+    hands::press(*fWindow, key);
+    hands::settle(*fWindow);
+  }
+  std::string Languages() { return static_cast<BTextView*>(fWindow->FindView("LangInfo"))->Text(); }
+  static std::string Language(const std::string& informations) {
+    return "[Informations]\nHeader=LLT File Format 100\n" + informations + "[Data]\n";
+  }
+  ScratchFolder fFolder;
+  TKRVAboutWin* fWindow;
+};
+
+TEST_F(AboutWin, ListsTheLanguagesPresentAndMarksTheOneInUse) {
+  fFolder.Write("b.llt", Language("Language=Two\nWriter=Somebody\nSpecialThanks=All\n"));
+  fFolder.Write("a.llt", Language("Language=One\n"));
+  fFolder.Write("broken.llt", "no language");
+  Show("/elsewhere/b.llt");
+  EXPECT_EQ(Languages(), "○ One\n\u2003\u2003File: a.llt\n\n"
+                         "● Two - in use\n\u2003\u2003Written by: Somebody\n\u2003\u2003Special thanks: All\n"
+                         "\u2003\u2003File: b.llt\n");
+}
+
+TEST_F(AboutWin, BuiltInTextsAreALanguageToo) {
+  Show("");
+  EXPECT_EQ(Languages().rfind("● English - in use\n", 0), 0U) << Languages();
+  EXPECT_NE(Languages().find("built into the program"), std::string::npos);
+}
+
+TEST_F(AboutWin, WorksByKeyboardAndCannotBeEdited) {
+  Show("");
+  EXPECT_EQ(hands::focused_view(*fWindow), "qt_tabwidget_tabbar");
+  const std::string program = hands::pixels(*fWindow, "AboutTabs");
+  Press("Right");
+  EXPECT_NE(hands::pixels(*fWindow, "AboutTabs"), program) << "the other page";
+  Press("Tab");
+  EXPECT_EQ(hands::focused_view(*fWindow), "LangInfo");
+  Press("X");
+  EXPECT_EQ(Languages().find('X'), std::string::npos);
+  Press("Escape");
+  EXPECT_FALSE(hands::is_shown(*fWindow));
+}
+
+TEST_F(AboutWin, GrowsWithItsPagesAndDoesNotCutItsButton) {
+  Show("");
+  hands::resize_by_hand(*fWindow, 800, 700);
+  hands::settle(*fWindow);
+  const BRect tabs = hands::control_frame(*fWindow, "AboutTabs");
+  const BRect close = hands::control_frame(*fWindow, "Close");
+  EXPECT_GT(tabs.Width(), 700);
+  EXPECT_GT(tabs.Height(), 600);
+  EXPECT_GT(close.top, tabs.bottom);
+  EXPECT_LT(close.bottom, 700);
+  EXPECT_EQ(hands::control_frame(*fWindow, "AppName").Width(),
+            static_cast<BView*>(fWindow->FindView("AppInfo"))->Bounds().Width());
+}
