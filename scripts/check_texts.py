@@ -12,7 +12,7 @@ import sys
 FOLDERS = ["common", "companion", "editviews", "interapp", "language", "lyrics", "plugin", "toolkit", "window"]
 KEY = re.compile(
     r'"((?:About|Menu|MItem|Button|Ask|Err|Hint|StatBarStr|StatBarSymbol|StrView|Tab|Label|Pref)_\w+'
-    r"|Alert_Caption|App_Author|New_Lyrics|Std_Time_Tag|Ext_Time_Tag|\w+_Panel_Title|\w+_Win_Title|Default_StatBarStr_\w+)\""
+    r"|Alert_Caption|App_Author|Locale|New_Lyrics|Std_Time_Tag|Ext_Time_Tag|\w+_Panel_Title|\w+_Win_Title|Default_StatBarStr_\w+)\""
 )
 
 
