@@ -18,7 +18,7 @@ FOLDERS = {
     "editviews": 4,
     "window": 5,
     "plugin": 6,
-    "player": 7,
+    "player": 7, "tools": 7,
 }
 FILES = {
     "plugin/pref": 1, "plugin/exit_state": 1, "plugin/app_privacy": 1, "plugin/general_plugin": 0,
