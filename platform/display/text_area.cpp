@@ -132,6 +132,25 @@ bool TextArea::event(QEvent* event) {
   return QPlainTextEdit::event(event);
 }
 
+/** Other keys go to the program and come back, so one that did not would overtake them. */
+void TextArea::keyPressEvent(QKeyEvent* event) {
+  if (!(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)))
+    return QPlainTextEdit::keyPressEvent(event);
+  BMessage command(DISPLAY_TEXT_COMMAND);
+  command.AddInt32("key", event->key());
+  command.AddInt32("modifiers", static_cast<int32>(event->modifiers().toInt()));
+  fView.SendMessage(&command, BMessenger(), 0);
+}
+
+QString TextArea::DoCommand(int key, int modifiers) {
+  QString pasted;
+  fPasted = &pasted;
+  QKeyEvent press(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers));
+  QPlainTextEdit::keyPressEvent(&press);
+  fPasted = nullptr;
+  return pasted;
+}
+
 void TextArea::contextMenuEvent(QContextMenuEvent* event) {
   QMenu* const menu = createStandardContextMenu();
   for (const char* name : {"edit-undo", "edit-redo"})
@@ -159,7 +178,9 @@ bool TextArea::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void TextArea::insertFromMimeData(const QMimeData* source) {
-  Tell(with_line_feeds(source->text()));
+  const QString text = with_line_feeds(source->text());
+  if (!fPasted) return Tell(text);
+  if (!isReadOnly()) *fPasted = text;
 }
 
 void TextArea::inputMethodEvent(QInputMethodEvent* event) {

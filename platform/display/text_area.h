@@ -17,6 +17,8 @@ public:
 
   void SetBytes(const std::string& text);
   void Enter(const QString& text);
+  /** A key with Ctrl that has waited for its turn. Returns what it pastes, which is not put in. */
+  QString DoCommand(int key, int modifiers);
   std::vector<text_change> TakeChanges();
   /** Not for the user's changes: none is told. The caret goes behind what is new. False, and nothing done, while there
       are changes that the view has not taken. */
@@ -30,6 +32,7 @@ public:
 
 protected:
   bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   bool canInsertFromMimeData(const QMimeData* source) const override;
   void insertFromMimeData(const QMimeData* source) override;
@@ -45,6 +48,7 @@ private:
   BMessenger fView;
   std::vector<text_change> fChanges;
   int fBlockCount = 1;
+  QString* fPasted = nullptr; // while a command is done
   bool fTellsChanges = true;
   bool fHasTold = false; // the view knows that there are changes
   int fCountWidth = 0;

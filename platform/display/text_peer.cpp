@@ -44,6 +44,10 @@ void TextPeer::Insert(const std::string& text) {
   Change([text](QWidget* widget) { area(widget).Enter(text_from_bytes(text)); });
 }
 
+std::string TextPeer::DoCommand(int32 key, int32 modifiers) {
+  return asked(TheSlot(), [=](TextArea& text) { return bytes_from_text(text.DoCommand(key, modifiers)); });
+}
+
 bool TextPeer::ReplaceLines(const text_change& change) {
   return asked(TheSlot(), [change](TextArea& text) { return text.ReplaceLines(change); });
 }

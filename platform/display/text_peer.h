@@ -17,6 +17,8 @@ public:
   void SetText(const std::string& text);
   /** In place of the selection. */
   void Insert(const std::string& text);
+  /** Does what the control makes of a key with Ctrl; returns what is to be put in, as for a paste. */
+  std::string DoCommand(int32 key, int32 modifiers);
   /** The user's changes in order, since the last call. Waits for all that the display was told before. */
   std::vector<text_change> TakeChanges();
   /** False when the user has made a change meanwhile: take it first. */

@@ -40,6 +40,7 @@ enum : uint32 {
   DISPLAY_ROW_CHOSEN = '_LSL',    // int32 "row"
   DISPLAY_ROW_INVOKED = '_LIV',   // int32 "row"
   DISPLAY_TEXT_ENTERED = '_TIN',  // string "text"
+  DISPLAY_TEXT_COMMAND = '_TCM',  // int32 "key", "modifiers": the display's own; to be given back in its turn
   DISPLAY_TEXT_CHANGED = '_TCH',  // the user's changes can be taken
   DISPLAY_ITEM_CHOSEN = '_MNI',   // int32 "id"
   DISPLAY_MENU_CHANGED = '_MNF',  // from the program to itself: hand the menus over

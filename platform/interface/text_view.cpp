@@ -121,9 +121,20 @@ void BTextView::KeyDown(const char* bytes, int32 count) {
   if (fEditable) InsertText(std::string_view(bytes, static_cast<size_t>(count)));
 }
 
+void BTextView::CommandPressed(const BMessage& message) {
+  int32 key = 0;
+  int32 modifiers = 0;
+  if (!Control() || message.FindInt32("key", &key) != B_OK || message.FindInt32("modifiers", &modifiers) != B_OK)
+    return;
+  const std::string pasted = Control()->DoCommand(key, modifiers);
+  if (!pasted.empty()) InsertText(pasted);
+}
+
 void BTextView::MessageReceived(BMessage* message) {
   std::string text;
   switch (message->what) {
+  case display::DISPLAY_TEXT_COMMAND:
+    return CommandPressed(*message);
   case display::DISPLAY_TEXT_ENTERED:
     if (message->FindString("text", &text) == B_OK) InsertText(text);
     return;

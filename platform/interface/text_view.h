@@ -55,6 +55,7 @@ protected:
   std::shared_ptr<display::ViewPeer> MakePeer() override;
 
 private:
+  void CommandPressed(const BMessage& message);
   display::TextPeer* Control() const;
 
   BRect fTextRect;

@@ -60,6 +60,13 @@ TEST_F(TextView, KeysTypedAtOnceKeepTheirOrder) {
   EXPECT_EQ(fEditor->Text(), "xby");
 }
 
+TEST_F(TextView, CommandsWaitForTheKeysBeforeThem) {
+  fEditor->SetText("one two");
+  for (const char* key : {"Shift+Right", "Shift+Right", "Ctrl+X", "End", "Ctrl+V", "!"}) hands::press(*fWindow, key);
+  hands::settle(*fWindow);
+  EXPECT_EQ(fEditor->Text(), "e twoon!");
+}
+
 TEST_F(TextView, SetTextTakesTheCaretToTheStartAndIsNoInput) {
   fEditor->SetText("one\ntwo\n");
   EXPECT_EQ(fEditor->CurrentLine(), 0);
