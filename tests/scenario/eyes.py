@@ -14,17 +14,18 @@ PATIENCE = 60
 
 
 def wait_until(look, what):
-    """Looks until there is something to see, and returns it. A window that goes away while it is read is no fault."""
+    """Looks until there is something to see, and returns it. What goes away while it is looked at is seen later."""
     deadline = time.monotonic() + PATIENCE
     while True:
+        seen, trouble = None, None
         try:
             seen = look()
-        except GLib.Error:
-            seen = None
+        except (GLib.Error, AttributeError, StopIteration, IndexError) as fault:
+            trouble = fault
         if seen:
             return seen
         if time.monotonic() > deadline:
-            raise AssertionError(f"never seen: {what}")
+            raise AssertionError(f"never seen: {what}") from trouble
         time.sleep(0.02)
 
 

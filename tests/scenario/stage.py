@@ -173,14 +173,14 @@ class Stage:
         hands.press("alt+" + names[0][0].lower())
         for depth in range(1, len(names)):
             menus = names[:depth]
-            wait_until(lambda: "showing" in eyes.states(self._popup(menus)), f"the menu {menus[-1]} open")
-            self._go_down_to(names[:depth + 1])
+            wait_until(lambda: "showing" in eyes.states(self.popup(menus)), f"the menu {menus[-1]} open")
+            self.go_down_to(names[:depth + 1])
             hands.press("Return" if depth + 1 == len(names) else "Right")
 
-    def _popup(self, menus):
+    def popup(self, menus):
         return eyes.find(self.menu_item(*menus), "popup menu")
 
-    def _go_down_to(self, names):
+    def go_down_to(self, names):
         for _ in range(20):
             before = self._highlighted(names[:-1])
             if before == names[-1]:
@@ -190,7 +190,7 @@ class Stage:
         raise AssertionError(f"{names} cannot be reached by the arrow keys")
 
     def _highlighted(self, menus):
-        return next((eyes.name(n) for n in eyes.children(self._popup(menus)) if "focused" in eyes.states(n)), None)
+        return next((eyes.name(n) for n in eyes.children(self.popup(menus)) if "focused" in eyes.states(n)), None)
 
     def choose_by_mouse(self, *names, held=None):
         for depth in range(len(names)):
@@ -280,7 +280,7 @@ class Stage:
             raise AssertionError(f"{fault}: {path.read_bytes() if path.exists() else None} instead of {data}") from None
 
     def items_of(self, *menus):
-        return eyes.children(self._popup(menus))
+        return eyes.children(self.popup(menus))
 
     def said(self):
         log = self.root / "program.log"

@@ -1,0 +1,106 @@
+"""Takes the pictures of the help page and of the README: run by take_pictures.sh, with the checkout's folder."""
+import pathlib
+import subprocess
+import sys
+
+ROOT = pathlib.Path(sys.argv[1])
+sys.path.insert(0, str(ROOT / "tests/scenario"))
+
+import eyes  # noqa: E402
+import hands  # noqa: E402
+from stage import Stage  # noqa: E402
+
+HELP = ROOT / "plugin/help/pictures"
+DOCS = ROOT / "docs/pictures"
+LYRICS = """[00:05:73]Who has seen the wind?
+[00:08:60]Neither I nor you:
+[00:11:11]But when the leaves hang trembling,
+The wind is passing through.
+Who has seen the wind?
+Neither you nor I:
+But when the trees bow down their heads,
+The wind is passing by.
+色は匂へど 散りぬるを
+我が世誰ぞ 常ならむ
+有為の奥山 今日越えて
+浅き夢見じ 酔ひもせず
+"""
+
+
+class Words:
+    """Labels of one language, from its file."""
+
+    def __init__(self, file_name):
+        self.texts = {}
+        for line in (ROOT / "language/texts" / file_name).read_text().splitlines():
+            key, equals, text = line.partition("=")
+            if equals:
+                self.texts[key.strip()] = text.strip()
+
+    def __getitem__(self, key):
+        return self.texts[key]
+
+
+def around(*boxes):
+    left, top = (min(box[i] for box in boxes) for i in (0, 1))
+    right, bottom = (max(box[i] + box[i + 2] for box in boxes) for i in (0, 1))
+    return left, top, right - left, bottom - top
+
+
+def take(path, box):
+    """A part of the screen, with few colours and a thin frame, as small as it can be."""
+    path.parent.mkdir(parents=True, exist_ok=True)
+    left, top, width, height = box
+    screen = subprocess.run(["import", "-window", "root", "png:-"], check=True, stdout=subprocess.PIPE).stdout
+    subprocess.run(["convert", "png:-", "-crop", f"{width}x{height}+{left}+{top}", "+repage", "-colors", "96",
+                    "-bordercolor", "#888", "-border", "1", "-strip", "-define", "png:compression-level=9",
+                    f"PNG8:{path}"], input=screen, check=True)
+
+
+def take_windows(language, words):
+    s = Stage()
+    try:
+        s.set_language(f"{language}.llt")
+        short = language[:2].lower()
+        # Names that stand in the list of recent files.
+        for name in ("morning.lrc", "evening.lrc"):
+            s.start(s.file(name, "one\n"))
+            s.stop()
+        s.start(s.file("song.lrc", LYRICS))
+        hands.press("Down", "Down", "Return")
+        s.wait_position(11)
+        s.forward(13)
+        hands.press("Down", "space")
+        s.wait_selected(4)
+        hands.press("Up")
+        s.wait_selected(3)
+        window = eyes.place(s.window())
+        take(HELP / f"window_{short}.png", window)
+        take(DOCS / f"both_windows_{short}.png", around(window, eyes.place(s.player())))
+
+        hands.press("F10")
+        menu = [words["Menu_File"], words["Menu_Open"]]
+        s.wait(lambda: "showing" in eyes.states(s.popup(menu[:1])), "the first menu")
+        s.go_down_to(menu)
+        hands.press("Right")
+        s.wait(lambda: "showing" in eyes.states(s.popup(menu)), "the recent files")
+        take(HELP / f"recent_{short}.png", around(eyes.place(s.menu_item(*menu[:1])), eyes.place(s.popup(menu[:1])),
+                                                  eyes.place(s.popup(menu))))
+        hands.press("Escape", "Escape", "Escape")
+        s.wait_focus("Lyrics")
+
+        hands.press("ctrl+2")
+        panel = s.wait_panel(words["Save_Panel_Title"])
+        hands.click(eyes.place(eyes.find(eyes.find(panel, "menu bar"), "menu item", "Encoding")))
+        encodings = eyes.find(eyes.find(panel, "menu bar"), "popup menu")
+        s.wait(lambda: "showing" in eyes.states(encodings), "the encodings")
+        titles = [eyes.place(menu) for menu in eyes.children(eyes.find(panel, "menu bar"))]
+        take(HELP / f"save_{short}.png", around(eyes.place(encodings), *titles))
+        hands.press("Escape", "Escape", "Escape")
+        s.wait_no_window()
+    finally:
+        s.clear_away()
+
+
+for name in ("English", "Japanese"):
+    take_windows(name, Words(f"{name}.llt"))
