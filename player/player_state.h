@@ -13,6 +13,6 @@ struct TPlayerState {
   int32 durationMs = 0;
   int32 speedPercent = 100;
   int32 volumePercent = 100;
-  /** What went wrong last; empty when nothing did. */
-  std::string fault;
+  /** What went wrong, a line each; empty when nothing did. */
+  std::string faults;
 };

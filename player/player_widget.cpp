@@ -179,8 +179,8 @@ void TPlayerWidget::ShowState(const TPlayerState& state) {
   fTitle->setText(hasSong ? QString::fromStdString(song.title) : tr("No song"));
   fTitle->setToolTip(QString::fromStdString(song.path));
   fArtist->setText(hasSong ? QString::fromStdString(song.artist) : tr("Drop songs or folders here"));
-  fFault->setText(QString::fromStdString(state.fault));
-  fFault->setVisible(!state.fault.empty());
+  fFault->setText(QString::fromStdString(state.faults));
+  fFault->setVisible(!state.faults.empty());
   fPlayButton->setIcon(player_icon(state.isPlaying ? "pause" : "play", palette().color(QPalette::ButtonText)));
   fTotal->setText(clock_text(state.durationMs));
   fSeekBar->setRange(0, state.durationMs);

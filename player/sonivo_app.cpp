@@ -8,13 +8,17 @@
 #include "player/player_messages.h"
 #include "player/player_window.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 
 namespace {
 
 constexpr const char* kSignature = "application/x-vnd.Marvik-Sonivo";
 constexpr const char* kEditorSignature = "application/x-vnd.KOREVA-VesmoEditor";
 constexpr bigtime_t kTickUs = 100000;
+constexpr int64 kTicksPerLook = 10;
 /** The windows come up first: loading the audio library would hold them up for longer than all they need themselves. */
 constexpr bigtime_t kFirstSongDelayUs = 250000;
 /** "Previous" within the first moments of a song goes to the song before, later to the song's start. */
@@ -46,10 +50,13 @@ void TSonivoApp::MessageReceived(BMessage* message) {
   case kMsgPlayPause:
     return PlayPause();
   case kMsgNext:
+    ForgetFaults();
     return PlayNeighbour(1);
   case kMsgPrevious:
+    ForgetFaults();
     return PlayNeighbour(-1);
   case kMsgPlaySong:
+    ForgetFaults();
     if (message->FindInt32("index", &number) == B_OK) PlaySong(number, false);
     return;
   case kMsgSeek:
@@ -62,6 +69,7 @@ void TSonivoApp::MessageReceived(BMessage* message) {
     if (message->FindInt32("percent", &number) == B_OK) SetVolume(number);
     return;
   case kMsgAddSongs:
+    ForgetFaults();
     return AddSongs(*message);
   case kMsgSongLoaded:
     return Loaded(*message);
@@ -70,7 +78,7 @@ void TSonivoApp::MessageReceived(BMessage* message) {
   case kMsgSongFailed:
     return Failed(*message);
   case kMsgTick:
-    return fWindow->ShowPosition(fSource->PositionMs());
+    return Tick();
   case kMsgHandshake:
     return Handshake(*message);
   case kMsgWindowCloses:
@@ -178,6 +186,7 @@ void TSonivoApp::Loaded(const BMessage& message) {
   song->played = true;
   song->failed = false;
   fState.durationMs = song->durationMs;
+  fLoadedLoad = fLoad;
   StateChanged();
 }
 
@@ -203,8 +212,26 @@ void TSonivoApp::Failed(const BMessage& message) {
 
 void TSonivoApp::TellFault(const std::string& fault) {
   log_error("player", fault);
-  fState.fault = fault;
+  fFaults.Add(fault);
   StateChanged();
+}
+
+void TSonivoApp::ForgetFaults() {
+  if (fFaults.Clear()) StateChanged();
+}
+
+void TSonivoApp::Tick() {
+  if (fWindow) fWindow->ShowPosition(fSource->PositionMs());
+  if (++fTicks % kTicksPerLook == 0) LookForFile();
+}
+
+/** What is open may play to its end, but the next time the song would fail: the user should know while he can act. */
+void TSonivoApp::LookForFile() {
+  if (!fIsLoaded || fLoadedLoad != fLoad || fMissedLoad == fLoad) return;
+  const std::string& path = fPlaylist.CurrentSong()->path;
+  if (access(path.c_str(), F_OK) == 0 || errno != ENOENT) return;
+  fMissedLoad = fLoad;
+  TellFault("The file of the song that is playing is gone: " + path);
 }
 
 void TSonivoApp::StateChanged() {
@@ -213,6 +240,7 @@ void TSonivoApp::StateChanged() {
   const int32 state = fIsLoaded ? playing : TInfoRecord::kStopped;
   // Until its tags are read a song has only its file's name, and front ends must not take that for another song.
   fNowPlaying.Set(state, fState.durationMs, song && song->played ? song->title : std::string());
+  fState.faults = fFaults.Text();
   fState.songs = fPlaylist.Songs();
   fState.current = fPlaylist.Current();
   if (fWindow == nullptr) return;

@@ -2,6 +2,7 @@
 
 #include "platform/app/application.h"
 #include "player/command_line.h"
+#include "player/faults.h"
 #include "player/now_playing.h"
 #include "player/player_state.h"
 #include "player/plugin_loader.h"
@@ -40,6 +41,9 @@ private:
   void Ended(const BMessage& message);
   void Failed(const BMessage& message);
   void TellFault(const std::string& fault);
+  void ForgetFaults();
+  void Tick();
+  void LookForFile();
   void StateChanged();
   bool IsAboutThisLoad(const BMessage& message) const;
 
@@ -63,8 +67,12 @@ private:
   const TCommandLine fCommandLine;
   TPlaylist fPlaylist;
   TPlayerState fState;
+  TFaults fFaults;
   bool fIsLoaded = false;
   int64 fLoad = 0;
+  int64 fLoadedLoad = 0; // the last one that the sound could begin
+  int64 fMissedLoad = 0; // the last one whose file was found gone
+  int64 fTicks = 0;
   std::unique_ptr<TSongSource> fSource;
   TNowPlaying fNowPlaying;
   TFrontEndHost* fHost;

@@ -4,6 +4,7 @@
 #include "platform/app/messenger.h"
 #include "platform/kernel/threads.h"
 #include "player/front_end_host.h"
+#include "player/player_messages.h"
 #include "player/sonivo_app.h"
 
 #include <gtest/gtest.h>
@@ -142,6 +143,17 @@ TEST_F(Wishes, NothingIsSoughtWithoutASong) {
   Wish(kMsgWishSeek, "Time", 5000);
   EXPECT_EQ(PositionMs(), 0);
   EXPECT_EQ(fAccount.seeks, 0);
+}
+
+TEST_F(Wishes, AFileThatVanishesWhileItPlaysIsTold) {
+  Wish(kMsgWishPlayPause); // of /music/song.mp3, which is not there
+  IsPlaying();
+  testing::internal::CaptureStderr();
+  for (int tick = 0; tick < 25; ++tick) Wish(kMsgTick);
+  IsPlaying();
+  const std::string told = testing::internal::GetCapturedStderr();
+  EXPECT_NE(told.find("is gone: /music/song.mp3"), std::string::npos) << told;
+  EXPECT_EQ(told.find("is gone"), told.rfind("is gone")) << "once";
 }
 
 TEST_F(Wishes, SpeedGoesByPointsWithinItsBounds) {

@@ -1,0 +1,24 @@
+#include "player/faults.h"
+
+#include <algorithm>
+
+namespace {
+constexpr size_t kShown = 3; // more would push the list of songs off a small window
+}
+
+void TFaults::Add(const std::string& fault) {
+  if (std::find(fFaults.begin(), fFaults.end(), fault) == fFaults.end()) fFaults.push_back(fault);
+}
+
+bool TFaults::Clear() {
+  const bool had = !fFaults.empty();
+  fFaults.clear();
+  return had;
+}
+
+std::string TFaults::Text() const {
+  const size_t hidden = fFaults.size() - std::min(fFaults.size(), kShown);
+  std::string text = hidden > 0 ? std::to_string(hidden) + " more before these:" : "";
+  for (size_t i = hidden; i < fFaults.size(); ++i) text += (text.empty() ? "" : "\n") + fFaults[i];
+  return text;
+}
