@@ -64,8 +64,7 @@ void TToolBar::DetachedFromWindow() {
 void TToolBar::LayOut() {
   const display::ToolMetrics metrics = display::tool_metrics();
   float left = kMargin;
-  for (int32 i = 0; i < CountChildren(); ++i) {
-    BView* const child = ChildAt(i);
+  for (int32 i = 0; BView* const child = ChildAt(i); ++i) {
     const bool isButton = dynamic_cast<TToolButton*>(child) != nullptr;
     child->MoveTo(left, kMargin);
     child->ResizeTo(isButton ? metrics.button.x : metrics.separator - 1, metrics.button.y);
