@@ -47,6 +47,7 @@ TIAPWin::TIAPWin()
   fView->SetDefaultButton(ok);
   fView->SetCancelButton(cancel);
   AddMainChild(fView);
+  ok->MakeFocus(); // not "Default", which would undo everything at the touch of a key
   KeepWhenClosed(false);
   Fit();
   fPortManager.Resume();
