@@ -34,8 +34,11 @@ class Stage:
         path.write_bytes(data if isinstance(data, bytes) else data.encode())
         return path
 
+    def set_preferences(self, **fields):
+        settings.write_record(self.config / "Shared/VesmoShared_Prefs.arc", fields)
+
     def set_language(self, language_file):
-        settings.write_record(self.config / "Shared/VesmoShared_Prefs.arc", {"LLTF": settings.text(language_file)})
+        self.set_preferences(LLTF=settings.text(language_file))
 
     def set_letter_format(self, form):
         settings.write_record(self.config / "Shared/AccKeyFormat.arc",
@@ -212,10 +215,14 @@ class Stage:
         return wait_until(look, f"a question with {part!r}")
 
     def answer(self, part, label):
-        """Presses a button of a question by the mouse, and waits until that is gone."""
+        """Presses a button of a question, and waits until that is gone."""
+        question = self.click_answer(part, label)
+        wait_until(lambda: self._is_gone(question), f"the question {part!r} gone")
+
+    def click_answer(self, part, label):
         question = self.wait_question(part)
         hands.click(eyes.place(eyes.find(question, "push button", label)))
-        wait_until(lambda: self._is_gone(question), f"the question {part!r} gone")
+        return question
 
     def _is_gone(self, window):
         return not any(other == window for other in self.windows())
@@ -289,6 +296,14 @@ class Stage:
     def picture(self, name):
         PICTURES.mkdir(parents=True, exist_ok=True)
         subprocess.run(["import", "-window", "root", str(PICTURES / f"{name}.png")], check=False)
+
+    def close_player(self, then=lambda: None):
+        """Closes the player's window and waits for the program to end in good order."""
+        hands.close_window(eyes.name(self.player()))
+        then()
+        status = self.program.wait(timeout=eyes.PATIENCE)
+        if status:
+            raise AssertionError(f"the program ended with {status}")
 
     def stop(self):
         """Ends the program from outside, if it still runs."""

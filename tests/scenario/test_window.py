@@ -1,0 +1,40 @@
+"""The editor's window beside the player's: it follows, keeps its place, and has its say when the player closes."""
+import eyes
+import hands
+import settings
+from case import Case
+
+
+class BesideThePlayer(Case):
+    def test_it_follows_the_player_and_comes_up_where_it_was_closed(self):
+        s = self.stage
+        s.start(s.file("a.lrc", "one\n"))
+        left, top, width, height = eyes.place(s.window())
+        player = eyes.place(s.player())
+        hands.move_window(eyes.name(s.player()), player[0] + 40, player[1] + 30)
+        place = (left + 40, top + 30, width, height)
+        s.wait(lambda: eyes.place(s.window()) == place, f"the editor's window at {place}")
+        s.close_player()
+        s.start()
+        s.wait(lambda: eyes.place(s.window()) == place, f"the editor's window at {place} again")
+
+    def test_without_the_tool_bar_the_lyrics_have_its_room(self):
+        s = self.stage
+        s.set_preferences(STlB=settings.flag(False))
+        s.start(s.file("a.lrc", "one\n"))
+        self.assertNotIn("showing", eyes.states(eyes.find(s.window(), "tool bar")))
+        _, top, _, height = eyes.place(eyes.find(s.window(), "menu bar"))
+        s.wait(lambda: eyes.place(s.lyrics())[1] == top + height, "the lyrics just below the menus")
+
+    def test_closing_the_player_asks_for_changed_lyrics_first(self):
+        s = self.stage
+        lyrics = s.file("a.lrc", "one\n")
+        s.start(lyrics)
+        hands.press("space")
+        s.wait_rows("[00:00:00]one")
+        hands.close_window(eyes.name(s.player()))
+        s.answer("has been changed", "Cancel")
+        hands.press("plus")
+        s.wait_rows("[00:00:01]one")
+        s.close_player(lambda: s.click_answer("has been changed", "No"))
+        s.wait_bytes(lyrics, b"one\n")
