@@ -23,6 +23,7 @@ public:
   explicit TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource = make_mpv_source);
   ~TSonivoApp() override;
 
+  bool QuitRequested() override;
   void MessageReceived(BMessage* message) override;
 
 private:

@@ -5,6 +5,7 @@
 #include "platform/display/display.h"
 #include "platform/interface/window.h"
 #include "player/front_end_host.h"
+#include "player/player_messages.h"
 #include "player/player_window.h"
 #include "player/sonivo_app.h"
 
@@ -18,6 +19,13 @@ void TSonivoApp::CloseRequested() {
     if (BMessenger(window).SendMessage(&quit, BMessenger(this), 0) == B_OK) ++fAwaitedAnswers;
   }
   if (fAwaitedAnswers == 0) End();
+}
+
+/** Asked by an editor that has saved its lyrics meanwhile: the closing that it held up begins anew. */
+bool TSonivoApp::QuitRequested() {
+  if (fWindow == nullptr) return true; // nothing was started
+  PostMessage(kMsgWindowCloses);
+  return false;
 }
 
 void TSonivoApp::WindowAnswered(const BMessage& message) {

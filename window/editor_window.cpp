@@ -2,6 +2,7 @@
 
 #include "common/app_info.h"
 #include "lyrics/editor_view.h"
+#include "platform/app/application.h"
 #include "platform/app/message.h"
 #include "platform/interface/file_panel.h"
 #include "platform/interface/menu_bar.h"
@@ -110,7 +111,11 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
 }
 
 bool TVesmoEWin::QuitRequested() {
-  return fEditorView->AskSave(BMessage(B_QUIT_REQUESTED), this);
+  // When it is the player that closes, it is to go on with that after the save.
+  const BMessage* const request = CurrentMessage();
+  const bool isPlayers = request && be_app && request->ReturnAddress() == BMessenger(be_app);
+  const BHandler* const asker = isPlayers ? static_cast<BHandler*>(be_app) : this;
+  return fEditorView->AskSave(BMessage(B_QUIT_REQUESTED), asker);
 }
 
 void TVesmoEWin::Quit() {

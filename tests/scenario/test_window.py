@@ -38,3 +38,12 @@ class BesideThePlayer(Case):
         s.wait_rows("[00:00:01]one")
         s.close_player(lambda: s.click_answer("has been changed", "No"))
         s.wait_bytes(lyrics, b"one\n")
+
+    def test_the_player_goes_on_closing_after_the_lyrics_were_saved(self):
+        s = self.stage
+        lyrics = s.file("a.lrc", "one\n")
+        s.start(lyrics)
+        hands.press("space")
+        s.wait_rows("[00:00:00]one")
+        s.close_player(lambda: s.click_answer("has been changed", "Yes"))
+        s.wait_bytes(lyrics, b"[00:00:00]one\n\0")
