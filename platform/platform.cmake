@@ -15,7 +15,15 @@ add_library(vesmo_platform SHARED
   ${CMAKE_CURRENT_LIST_DIR}/app/token_registry.cpp
   ${CMAKE_CURRENT_LIST_DIR}/kernel/images.cpp
   ${CMAKE_CURRENT_LIST_DIR}/kernel/modifiers.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/port_connection.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/port_folder.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/port_frame.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/port_line.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/port_return.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/port_service.cpp
   ${CMAKE_CURRENT_LIST_DIR}/kernel/ports.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/remote_port.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/kernel/remote_ports.cpp
   ${CMAKE_CURRENT_LIST_DIR}/kernel/semaphores.cpp
   ${CMAKE_CURRENT_LIST_DIR}/kernel/threads.cpp
   ${CMAKE_CURRENT_LIST_DIR}/storage/directory.cpp

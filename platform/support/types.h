@@ -57,6 +57,7 @@ enum : status_t {
   B_LAUNCH_FAILED,
   B_NO_REPLY,
   B_MISMATCHED_VALUES,
+  B_MESSAGE_TOO_LARGE,
 };
 
 enum : type_code {

@@ -1,0 +1,86 @@
+#include "platform/kernel/port_connection.h"
+
+#include "platform/kernel/threads.h"
+
+#include <poll.h>
+#include <sys/socket.h>
+
+#include <array>
+#include <cerrno>
+
+namespace {
+constexpr size_t kReadAtOnce = size_t{64} << 10; // then it is the next sender's turn
+}
+
+PortConnection::PortConnection(UniqueFd socket, std::shared_ptr<PortSink> sink)
+    : fSender(std::make_shared<PortReturn>(std::move(socket))), fSink(std::move(sink)) {}
+
+PortConnection::~PortConnection() {
+  fSender->Close();
+}
+
+short PortConnection::AwaitedEvents() const {
+  const short read = fWaiting ? POLLRDHUP : POLLIN;
+  return static_cast<short>(read | (fSender->HasUnsent() ? POLLOUT : 0));
+}
+
+void PortConnection::Handle(short events) {
+  if (events & POLLOUT) fOver |= !fSender->Flush();
+  if (events & POLLIN) Read();
+  // A sender that has left no longer wants its waiting message delivered: it may have told its user so.
+  else if (events & (POLLRDHUP | POLLHUP | POLLERR))
+    fOver = true;
+}
+
+void PortConnection::Read() {
+  std::array<char, kReadAtOnce> bytes;
+  const ssize_t count = recv(Socket(), bytes.data(), bytes.size(), MSG_DONTWAIT);
+  if (count < 0 && (errno == EINTR || errno == EAGAIN)) return;
+  if (count <= 0) {
+    fOver = true;
+    return;
+  }
+  fReader.Feed({bytes.data(), static_cast<size_t>(count)});
+  TakeFrames();
+}
+
+void PortConnection::TakeFrames() {
+  const bigtime_t now = system_time();
+  PortFrame frame;
+  while (!fOver && fReader.Next(&frame)) {
+    if (!Settle(&frame, now)) {
+      fWaiting = std::move(frame);
+      return;
+    }
+  }
+  if (!fReader.IsBroken()) return;
+  Tell(B_BAD_VALUE);
+  fOver = true;
+}
+
+bool PortConnection::Settle(PortFrame* frame, bigtime_t now) {
+  status_t status = B_TIMED_OUT;
+  if (now <= frame->deadline) {
+    status = fSink->Offer(frame, fSender);
+    if (status == B_WOULD_BLOCK && !(frame->flags & kFrameDontWait)) return false;
+  }
+  Tell(status);
+  return true;
+}
+
+void PortConnection::Tell(status_t status) {
+  PortFrame told;
+  told.code = status;
+  told.flags = kFrameIsStatus;
+  fOver |= !fSender->Send(told);
+}
+
+void PortConnection::LookAgain(bigtime_t now) {
+  if (fOver || !fWaiting || !Settle(&*fWaiting, now)) return;
+  fWaiting.reset();
+  TakeFrames(); // a sender that did not wait for its status
+}
+
+bigtime_t PortConnection::Deadline() const {
+  return fWaiting ? fWaiting->deadline : B_INFINITE_TIMEOUT;
+}

@@ -1,0 +1,58 @@
+#include "platform/kernel/port_line.h"
+
+#include "platform/kernel/threads.h"
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/uio.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+
+status_t PortLine::Await(short events, bigtime_t until) const {
+  constexpr bigtime_t kLongestUs = 3'600'000'000;
+  for (;;) {
+    const bigtime_t left = until == B_INFINITE_TIMEOUT ? kLongestUs : until - system_time();
+    if (left <= 0) return B_TIMED_OUT;
+    pollfd polled{fSocket.Get(), events, 0};
+    if (poll(&polled, 1, static_cast<int>(std::min(left, kLongestUs) / 1000 + 1)) > 0) return B_OK;
+  }
+}
+
+status_t PortLine::Send(const PortFrame& frame, std::span<const char> bytes, bigtime_t until) {
+  auto head = frame_head(frame, bytes.size());
+  std::array<iovec, 2> parts{iovec{head.data(), head.size()}, iovec{const_cast<char*>(bytes.data()), bytes.size()}};
+  while (parts[0].iov_len + parts[1].iov_len > 0) {
+    msghdr message{};
+    message.msg_iov = parts.data();
+    message.msg_iovlen = parts.size();
+    const ssize_t sent = sendmsg(fSocket.Get(), &message, MSG_DONTWAIT | MSG_NOSIGNAL);
+    if (sent < 0 && errno != EAGAIN && errno != EINTR) return B_BAD_PORT_ID;
+    if (sent < 0) {
+      if (const status_t status = Await(POLLOUT, until); status != B_OK) return status;
+      continue;
+    }
+    size_t left = static_cast<size_t>(sent);
+    for (iovec& part : parts) {
+      const size_t taken = std::min(left, part.iov_len);
+      part.iov_base = static_cast<char*>(part.iov_base) + taken;
+      part.iov_len -= taken;
+      left -= taken;
+    }
+  }
+  return B_OK;
+}
+
+status_t PortLine::Receive(PortFrame* frame, bigtime_t until) {
+  std::array<char, 16384> bytes;
+  while (!fReader.Next(frame)) {
+    if (fReader.IsBroken()) return B_BAD_PORT_ID;
+    if (const status_t status = Await(POLLIN, until); status != B_OK) return status;
+    const ssize_t count = recv(fSocket.Get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
+    if (count < 0 && (errno == EAGAIN || errno == EINTR)) continue;
+    if (count <= 0) return B_BAD_PORT_ID;
+    fReader.Feed({bytes.data(), static_cast<size_t>(count)});
+  }
+  return B_OK;
+}

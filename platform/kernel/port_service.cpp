@@ -1,0 +1,189 @@
+#include "platform/kernel/port_service.h"
+
+#include "platform/kernel/port_folder.h"
+#include "platform/kernel/threads.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <list>
+#include <map>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace port_service {
+
+namespace {
+
+constexpr size_t kMaxConnections = 256; // a port; whoever comes then waits in the system's queue
+constexpr bigtime_t kAcceptPauseUs = 100000;
+
+/** Wakes the service. */
+class Bell {
+public:
+  Bell() : fFd(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
+  int Fd() const { return fFd.Get(); }
+  void Ring() const { eventfd_write(fFd.Get(), 1); }
+  void Silence() const {
+    eventfd_t count = 0;
+    eventfd_read(fFd.Get(), &count);
+  }
+
+private:
+  UniqueFd fFd;
+};
+
+/** One port and those connected to it; on the service's thread once it was handed over. */
+class ServedPort {
+public:
+  ServedPort(UniqueFd listener, std::shared_ptr<PortSink> sink)
+      : fListener(std::move(listener)), fSink(std::move(sink)) {}
+
+  void AddPolls(bigtime_t now, std::vector<pollfd>* polls) const {
+    const bool accepts = fConnections.size() < kMaxConnections && now >= fAcceptAfter;
+    polls->push_back({fListener.Get(), static_cast<short>(accepts ? POLLIN : 0), 0});
+    for (const PortConnection& connection : fConnections) {
+      polls->push_back({connection.Socket(), connection.AwaitedEvents(), 0});
+    }
+  }
+
+  /** Handles what `AddPolls` has asked for, from `polled` on; returns where the next port's begin. */
+  const pollfd* Handle(const pollfd* polled, bigtime_t now) {
+    const bool knocked = (polled++->revents & POLLIN) != 0;
+    for (PortConnection& connection : fConnections) {
+      if (polled->revents != 0) connection.Handle(polled->revents);
+      connection.LookAgain(now);
+      ++polled;
+    }
+    fConnections.remove_if([](const PortConnection& connection) { return connection.IsOver(); });
+    if (knocked) Accept(now);
+    return polled;
+  }
+
+  bigtime_t Deadline() const {
+    bigtime_t deadline = fAcceptAfter > 0 ? fAcceptAfter : B_INFINITE_TIMEOUT;
+    for (const PortConnection& connection : fConnections) deadline = std::min(deadline, connection.Deadline());
+    return deadline;
+  }
+
+private:
+  void Accept(bigtime_t now) {
+    UniqueFd socket(accept4(fListener.Get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+    // Without descriptors to spare the knocking would go on without end: others wait a moment.
+    fAcceptAfter = socket || errno == EAGAIN ? 0 : now + kAcceptPauseUs;
+    if (socket && port_folder::is_same_user(socket.Get())) fConnections.emplace_back(std::move(socket), fSink);
+  }
+
+  UniqueFd fListener;
+  std::shared_ptr<PortSink> fSink;
+  std::list<PortConnection> fConnections;
+  bigtime_t fAcceptAfter = 0;
+};
+
+using Ports = std::map<std::string, std::unique_ptr<ServedPort>>;
+
+/** Never destroyed: ports are looked after while the process ends. */
+struct Service {
+  Bell bell;
+  /** Serves one opening or closing at a time, the start and end of the thread with it. The service never takes it. */
+  std::mutex control;
+  thread_id thread = 0;
+  /** With the names that are theirs in the folder. */
+  std::map<std::string, ino_t> names;
+
+  /** Guards what is on its way to the service. */
+  std::mutex mutex;
+  Ports opened;
+  std::vector<std::string> closed;
+  bool ending = false;
+};
+
+Service& service() {
+  static Service* const instance = new Service;
+  return *instance;
+}
+
+/** Takes over what was opened and drops what was closed; false when the thread is to end. */
+bool take_changes(Ports* ports) {
+  const std::lock_guard lock(service().mutex);
+  for (const std::string& name : std::exchange(service().closed, {})) ports->erase(name);
+  ports->merge(service().opened);
+  return !service().ending;
+}
+
+int poll_timeout(bigtime_t now, const Ports& ports) {
+  bigtime_t deadline = B_INFINITE_TIMEOUT;
+  for (const auto& [name, port] : ports) deadline = std::min(deadline, port->Deadline());
+  if (deadline == B_INFINITE_TIMEOUT) return -1;
+  constexpr bigtime_t kLongest = 60'000'000;
+  return static_cast<int>(std::clamp<bigtime_t>(deadline - now, 0, kLongest) / 1000 + 1);
+}
+
+void serve_once(const Ports& ports) {
+  std::vector<pollfd> polls{{service().bell.Fd(), POLLIN, 0}};
+  const bigtime_t start = system_time();
+  for (const auto& [name, port] : ports) port->AddPolls(start, &polls);
+  if (poll(polls.data(), polls.size(), poll_timeout(start, ports)) < 0) return;
+  if (polls[0].revents != 0) service().bell.Silence();
+  const bigtime_t now = system_time();
+  const pollfd* polled = &polls[1];
+  for (const auto& [name, port] : ports) polled = port->Handle(polled, now);
+}
+
+int32 serve(void*) {
+  Ports ports;
+  while (take_changes(&ports)) serve_once(ports);
+  return 0;
+}
+
+void start_thread() {
+  {
+    const std::lock_guard lock(service().mutex);
+    service().ending = false;
+    service().closed.clear();
+  }
+  service().thread = spawn_thread(serve, "ports", B_NORMAL_PRIORITY, nullptr);
+  resume_thread(service().thread);
+}
+
+} // namespace
+
+status_t open(const std::string& name, std::shared_ptr<PortSink> sink) {
+  if (!port_folder::is_port_name(name)) return B_BAD_VALUE;
+  const std::lock_guard control(service().control);
+  port_folder::Listener listener;
+  if (const status_t status = port_folder::listen_as(name, &listener); status != B_OK) return status;
+  service().names[name] = listener.inode;
+  {
+    const std::lock_guard lock(service().mutex);
+    service().opened[name] = std::make_unique<ServedPort>(std::move(listener.socket), std::move(sink));
+  }
+  if (service().names.size() == 1) start_thread();
+  look_again();
+  return B_OK;
+}
+
+void close(const std::string& name) {
+  const std::lock_guard control(service().control);
+  const auto found = service().names.find(name);
+  if (found == service().names.end()) return;
+  port_folder::remove_name(name, found->second);
+  service().names.erase(found);
+  const bool isLast = service().names.empty();
+  {
+    const std::lock_guard lock(service().mutex);
+    if (service().opened.erase(name) == 0) service().closed.push_back(name);
+    service().ending = isLast;
+  }
+  look_again();
+  if (isLast) wait_for_thread(service().thread, nullptr);
+}
+
+void look_again() {
+  service().bell.Ring();
+}
+
+} // namespace port_service

@@ -1,0 +1,308 @@
+#include "platform/kernel/port_frame.h"
+#include "platform/kernel/ports.h"
+#include "platform/kernel/threads.h"
+#include "tests/processes/peer.h"
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+
+#include <cstring>
+#include <filesystem>
+#include <random>
+#include <thread>
+
+namespace {
+
+size_t open_descriptors() {
+  const std::filesystem::directory_iterator all("/proc/self/fd");
+  return static_cast<size_t>(std::distance(begin(all), end(all)));
+}
+
+std::string port_file(const std::string& name) {
+  return std::string(std::getenv("XDG_RUNTIME_DIR")) + "/koreva/" + name;
+}
+
+std::string read_text(port_id port) {
+  std::string text(64, '\0');
+  int32 code = 0;
+  const ssize_t count = read_port(port, &code, text.data(), text.size());
+  text.resize(count < 0 ? 0 : static_cast<size_t>(count));
+  return text;
+}
+
+/** Waits until the condition holds; false when that takes far too long. */
+template <typename Condition>
+bool eventually(Condition holds) {
+  for (int i = 0; i < 10000; ++i) {
+    if (holds()) return true;
+    snooze(5000);
+  }
+  return false;
+}
+
+/** A bare socket at the port, as a program of bad manners would open it. */
+class BareLine {
+public:
+  explicit BareLine(const std::string& name) : fSocket(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, port_file(name).c_str(), sizeof address.sun_path - 1);
+    fIsConnected = connect(fSocket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+  }
+  BareLine(const BareLine&) = delete;
+  BareLine& operator=(const BareLine&) = delete;
+  ~BareLine() { close(fSocket); }
+  bool IsConnected() const { return fIsConnected; }
+  void Send(std::string_view bytes) const { send(fSocket, bytes.data(), bytes.size(), MSG_NOSIGNAL); }
+
+private:
+  int fSocket;
+  bool fIsConnected = false;
+};
+
+} // namespace
+
+TEST(PortsBetweenProcesses, CarryMessagesBothWays) {
+  Peer peer;
+  ASSERT_EQ(peer.Ask("port theirs 5"), "ok");
+  const port_id theirs = find_port("theirs");
+  ASSERT_GT(theirs, 0);
+  EXPECT_EQ(find_port("theirs"), theirs) << "one id for one port";
+  EXPECT_EQ(write_port(theirs, 42, "hello", 5), B_OK);
+  EXPECT_EQ(peer.Ask("read theirs"), "42 hello");
+
+  const port_id ours = create_port(5, "ours");
+  EXPECT_EQ(peer.Ask("write ours back 0"), "ok");
+  EXPECT_EQ(read_text(ours), "back");
+  delete_port(ours);
+  EXPECT_EQ(peer.Ask("write ours late 0"), "gone");
+  EXPECT_EQ(peer.Ask("find ours"), "no");
+}
+
+TEST(PortsBetweenProcesses, AreReadAndDeletedByTheirOwnerAlone) {
+  Peer peer;
+  peer.Ask("port theirs 5");
+  const port_id theirs = find_port("theirs");
+  int32 code = 0;
+  char byte = 0;
+  EXPECT_LT(read_port(theirs, &code, &byte, 1), 0);
+  EXPECT_EQ(delete_port(theirs), B_PERMISSION_DENIED);
+  EXPECT_EQ(write_port(theirs, 0, "x", 1), B_OK);
+}
+
+TEST(PortsBetweenProcesses, HaveOneOwnerAName) {
+  Peer peer;
+  ASSERT_EQ(peer.Ask("port one 1"), "ok");
+  EXPECT_EQ(create_port(1, "one"), B_NAME_IN_USE);
+  EXPECT_EQ(peer.Ask("delete one"), "ok");
+  const port_id ours = create_port(1, "one");
+  EXPECT_GT(ours, 0);
+  EXPECT_EQ(peer.Ask("port one 1"), "in use");
+  delete_port(ours);
+}
+
+TEST(PortsBetweenProcesses, GoToOneOfManyThatMakeThemAtTheSameMoment) {
+  std::array<Peer, 4> peers;
+  for (int round = 0; round < 20; ++round) {
+    const std::string name = "race" + std::to_string(round);
+    for (Peer& peer : peers) peer.Tell("port " + name + " 1");
+    int winners = 0;
+    for (Peer& peer : peers) winners += peer.Hear() == "ok";
+    EXPECT_EQ(winners, 1);
+  }
+}
+
+TEST(PortsBetweenProcesses, OfAKilledProcessAreGoneAndTheirNamesFree) {
+  auto peer = std::make_unique<Peer>();
+  ASSERT_EQ(peer->Ask("port mortal 5"), "ok");
+  const port_id theirs = find_port("mortal");
+  EXPECT_EQ(write_port(theirs, 0, "x", 1), B_OK);
+  peer->Kill();
+  EXPECT_TRUE(std::filesystem::exists(port_file("mortal"))) << "what a crash leaves behind";
+  EXPECT_EQ(find_port("mortal"), B_NAME_NOT_FOUND);
+  EXPECT_EQ(write_port(theirs, 0, "x", 1), B_BAD_PORT_ID);
+  const port_id ours = create_port(5, "mortal");
+  EXPECT_GT(ours, 0);
+  EXPECT_EQ(write_port(theirs, 0, "x", 1), B_BAD_PORT_ID) << "the old id does not come to mean the new port";
+  delete_port(ours);
+}
+
+TEST(PortsBetweenProcesses, KeepWritersWaitingWhileTheyAreFull) {
+  Peer peer;
+  const port_id ours = create_port(2, "narrow");
+  EXPECT_EQ(peer.Ask("write narrow one 0"), "ok");
+  EXPECT_EQ(peer.Ask("write narrow two 0"), "ok");
+  EXPECT_EQ(peer.Ask("write narrow three 0"), "would block");
+  EXPECT_EQ(peer.Ask("write narrow three 20000"), "timed out");
+  EXPECT_EQ(port_count(ours), 2);
+  peer.Tell("write narrow three 100000000");
+  EXPECT_EQ(read_text(ours), "one");
+  EXPECT_EQ(peer.Hear(), "ok");
+  EXPECT_EQ(read_text(ours), "two");
+  EXPECT_EQ(read_text(ours), "three");
+  delete_port(ours);
+}
+
+TEST(PortsBetweenProcesses, ThatAreDeletedReleaseAWriterWhoWaits) {
+  Peer peer;
+  const port_id ours = create_port(1, "closing");
+  peer.Ask("write closing one 0");
+  peer.Tell("write closing two 100000000");
+  delete_port(ours);
+  EXPECT_EQ(peer.Hear(), "gone");
+}
+
+TEST(PortsBetweenProcesses, DropTheMessageOfAWriterWhoWasKilledWaiting) {
+  auto waiting = std::make_unique<Peer>();
+  const port_id ours = create_port(1, "full");
+  waiting->Ask("write full one 0");
+  waiting->Tell("write full lost 100000000");
+  snooze(50000); // most likely it waits by now; the test holds either way
+  waiting->Kill();
+  Peer other;
+  EXPECT_EQ(read_text(ours), "one");
+  EXPECT_EQ(other.Ask("write full two 100000000"), "ok");
+  EXPECT_EQ(read_text(ours), "two");
+  delete_port(ours);
+}
+
+TEST(PortsBetweenProcesses, AWriterToAFullPortHoldsUpNoOther) {
+  Peer stuck;
+  Peer free;
+  const port_id full = create_port(1, "full");
+  const port_id roomy = create_port(5, "roomy");
+  stuck.Ask("write full one 0");
+  stuck.Tell("write full two 100000000");
+  EXPECT_EQ(free.Ask("write roomy hello 0"), "ok");
+  EXPECT_EQ(read_text(roomy), "hello");
+  EXPECT_EQ(free.Ask("write full three 0"), "would block");
+  delete_port(full);
+  EXPECT_EQ(stuck.Hear(), "gone");
+  delete_port(roomy);
+}
+
+TEST(PortsBetweenProcesses, OfAStoppedProcessDoNotHoldUpAWriterForEver) {
+  Peer peer;
+  ASSERT_EQ(peer.Ask("port asleep 5"), "ok");
+  const port_id theirs = find_port("asleep");
+  EXPECT_EQ(write_port(theirs, 1, "before", 6), B_OK);
+  peer.Stop();
+  EXPECT_EQ(write_port_etc(theirs, 1, "never", 5, 0), B_TIMED_OUT);
+  peer.Continue();
+  EXPECT_EQ(write_port(theirs, 1, "after", 5), B_OK);
+  EXPECT_EQ(peer.Ask("read asleep"), "1 before");
+  EXPECT_EQ(peer.Ask("read asleep"), "1 after") << "what timed out was not delivered later";
+}
+
+TEST(PortsBetweenProcesses, CarryAHundredThousandMessagesInOrderWithoutNewDescriptors) {
+  constexpr int32 kMessages = 100000;
+  Peer peer;
+  peer.Ask("port busy 100");
+  const port_id theirs = find_port("busy");
+  int32 none = 0;
+  ASSERT_EQ(write_port(theirs, 0, &none, sizeof none), B_OK);
+  const size_t before = open_descriptors();
+  peer.Tell("read-many busy " + std::to_string(kMessages));
+  for (int32 i = 1; i < kMessages; ++i) ASSERT_EQ(write_port(theirs, i, &i, sizeof i), B_OK);
+  EXPECT_EQ(peer.Hear(), std::to_string(kMessages));
+  EXPECT_EQ(open_descriptors(), before);
+}
+
+TEST(PortsBetweenProcesses, LeaveNoDescriptorsWhenPeersComeAndGo) {
+  const port_id ours = create_port(100, "steady");
+  find_port("nobody"); // looks who is still there
+  const size_t before = open_descriptors();
+  for (int i = 0; i < 10; ++i) {
+    Peer peer;
+    ASSERT_EQ(peer.Ask("port visitor" + std::to_string(i) + " 1"), "ok");
+    ASSERT_EQ(write_port(find_port(("visitor" + std::to_string(i)).c_str()), 0, "x", 1), B_OK);
+    ASSERT_EQ(peer.Ask("write steady hello 0"), "ok");
+  }
+  find_port("nobody");
+  EXPECT_TRUE(eventually([&] { return open_descriptors() == before; })) << open_descriptors() << " from " << before;
+  delete_port(ours);
+}
+
+TEST(PortsBetweenProcesses, BoundTheSizeOfAMessage) {
+  Peer peer;
+  const port_id ours = create_port(1, "big");
+  peer.Ask("port theirs 1");
+  const port_id theirs = find_port("theirs");
+  std::vector<char> bytes(kMaxPortMessage + 1, 'x');
+  for (const port_id port : {ours, theirs}) {
+    EXPECT_EQ(write_port(port, 0, bytes.data(), bytes.size()), B_MESSAGE_TOO_LARGE);
+    EXPECT_EQ(write_port(port, 0, bytes.data(), bytes.size() - 1), B_OK);
+  }
+  delete_port(ours);
+}
+
+TEST(PortsBetweenProcesses, SurviveWhateverIsWrittenToTheirSockets) {
+  const port_id ours = create_port(10, "attacked");
+  const auto head = [](uint32 byteCount) {
+    const auto bytes = frame_head(PortFrame{}, byteCount);
+    return std::string(bytes.data(), bytes.size());
+  };
+  const unsigned seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  for (int i = 0; i < 200; ++i) {
+    const BareLine line("attacked");
+    ASSERT_TRUE(line.IsConnected());
+    if (i % 4 == 0) line.Send(head(0xffffffff));
+    if (i % 4 == 1) line.Send(head(100) + "too few");
+    if (i % 4 == 2) line.Send(head(0).substr(0, 7));
+    std::string noise(random() % 5000, '\0');
+    for (char& c : noise) c = static_cast<char>(random());
+    if (i % 4 == 3) line.Send(noise);
+  }
+  Peer peer;
+  EXPECT_EQ(peer.Ask("write attacked hello 0"), "ok");
+  EXPECT_EQ(read_text(ours), "hello");
+  delete_port(ours);
+}
+
+TEST(PortFolder, ThatIsOpenToOthersIsRefused) {
+  const std::string folder = port_file("");
+  std::filesystem::create_directories(folder);
+  chmod(folder.c_str(), 0755);
+  EXPECT_EQ(create_port(1, "exposed"), B_PERMISSION_DENIED);
+  EXPECT_EQ(find_port("exposed"), B_PERMISSION_DENIED);
+  chmod(folder.c_str(), 0700);
+  const port_id port = create_port(1, "exposed");
+  EXPECT_GT(port, 0);
+  struct stat info {};
+  ASSERT_EQ(stat(folder.c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 0777, 0700u);
+  delete_port(port);
+}
+
+TEST(PortFolder, ThatBelongsToAnotherUserIsRefused) {
+  if (geteuid() != 0) GTEST_SKIP() << "giving a folder away takes the right to";
+  const std::string folder = port_file("");
+  std::filesystem::create_directories(folder);
+  chmod(folder.c_str(), 0700);
+  ASSERT_EQ(chown(folder.c_str(), 65534, 65534), 0);
+  EXPECT_EQ(create_port(1, "foreign"), B_PERMISSION_DENIED);
+  EXPECT_EQ(find_port("foreign"), B_PERMISSION_DENIED);
+}
+
+TEST(PortFolder, ThatIsALinkIsRefused) {
+  std::string folder = port_file("");
+  folder.pop_back();
+  std::filesystem::remove_all(folder);
+  std::filesystem::create_directory_symlink("/tmp", folder);
+  EXPECT_EQ(create_port(1, "led-astray"), B_PERMISSION_DENIED);
+  std::filesystem::remove(folder);
+}
+
+TEST(PortNames, AreFileNamesAndNoLonger) {
+  for (const char* const name : {"", ".", "..", ".hidden", "a/b", "line\nend"}) {
+    EXPECT_EQ(create_port(1, name), B_BAD_VALUE) << name;
+  }
+  EXPECT_EQ(create_port(1, std::string(81, 'x').c_str()), B_BAD_VALUE);
+  const port_id port = create_port(1, std::string(80, 'x').c_str());
+  EXPECT_GT(port, 0);
+  delete_port(port);
+}
