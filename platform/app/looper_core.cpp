@@ -1,10 +1,11 @@
 #include "platform/app/looper_core.h"
 
 #include "platform/app/message_body.h"
+#include "platform/kernel/port_service.h"
 
 #include <algorithm>
 #include <chrono>
-#include <map>
+#include <utility>
 
 namespace {
 
@@ -32,6 +33,24 @@ status_t BLooper::Core::Post(BMessage message, bigtime_t timeout) {
   return B_OK;
 }
 
+bool BLooper::Core::HasRoom() {
+  const std::lock_guard lock(queueMutex);
+  othersWait = !closed && queue.size() >= capacity;
+  return !othersWait;
+}
+
+status_t BLooper::Core::Offer(BMessage* message) {
+  {
+    const std::lock_guard lock(queueMutex);
+    if (closed) return B_BAD_PORT_ID;
+    othersWait = queue.size() >= capacity;
+    if (othersWait) return B_WOULD_BLOCK;
+    queue.push_back(std::move(*message));
+  }
+  queueFilled.notify_one();
+  return B_OK;
+}
+
 bool BLooper::Core::Next(BMessage* message, bool wait) {
   {
     std::unique_lock lock(queueMutex);
@@ -40,6 +59,7 @@ bool BLooper::Core::Next(BMessage* message, bool wait) {
     *message = std::move(queue.front());
     queue.pop_front();
     if (queue.size() + 1 < capacity) return true; // nobody waits for room
+    if (std::exchange(othersWait, false)) port_service::look_again();
   }
   queueDrained.notify_one();
   return true;
@@ -52,6 +72,7 @@ void BLooper::Core::Close() {
     closed = true;
     ending = true;
     dropped.swap(queue);
+    if (std::exchange(othersWait, false)) port_service::look_again();
   }
   queueFilled.notify_all();
   queueDrained.notify_all();

@@ -24,8 +24,9 @@ struct BLooper::Core {
   std::deque<BMessage> queue;
   size_t capacity = 0;
   int32 priority = 0;
-  bool closed = false; // no more posts
-  bool ending = false; // the loop stops after the message in hand
+  bool closed = false;     // no more posts
+  bool ending = false;     // the loop stops after the message in hand
+  bool othersWait = false; // another process wants to be told of room
 
   // The lock of the looper: recursive, by thread.
   std::mutex lockMutex;
@@ -46,6 +47,10 @@ struct BLooper::Core {
   BMessage* current = nullptr;
 
   status_t Post(BMessage message, bigtime_t timeout);
+  /** For what another process sent: never waits; takes the message only with B_OK. After B_WOULD_BLOCK, or when there
+      is no room, the ports' thread is told when it may try again. */
+  status_t Offer(BMessage* message);
+  bool HasRoom();
   /** Waits for a message; false when the loop is to end. */
   bool Next(BMessage* message, bool wait);
   void Close();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/app/message.h"
+#include "platform/app/remote_letter.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -45,13 +46,27 @@ struct BMessage::Body {
   const MessageField* Find(const char* name) const;
 };
 
-/** Where one waiting asker gets its answer. */
-class ReplySlot {
+/** Someone who waits for the answer to a question. Any thread. */
+class Asker {
 public:
-  /** Only the first answer counts; false when there was one. */
-  bool Put(const BMessage& answer);
+  virtual ~Asker() = default;
+  /** Only the first answer counts; false when there was one, or the asker is gone. */
+  virtual bool Put(const BMessage& answer) = 0;
+};
+
+/** Where an answer will come. */
+class AnswerSource {
+public:
+  virtual ~AnswerSource() = default;
   /** Waits for the answer; nothing after `timeout` microseconds. */
-  std::optional<BMessage> Take(bigtime_t timeout);
+  virtual std::optional<BMessage> Take(bigtime_t timeout) = 0;
+};
+
+/** Where one waiting asker of this process gets its answer. */
+class ReplySlot : public Asker, public AnswerSource {
+public:
+  bool Put(const BMessage& answer) override;
+  std::optional<BMessage> Take(bigtime_t timeout) override;
 
 private:
   std::mutex fMutex;
@@ -64,7 +79,9 @@ private:
 struct BMessage::Envelope {
   uint64 handlerToken = 0;
   BMessenger replyTo;
-  std::shared_ptr<ReplySlot> slot;
+  /** Instead, where the sender is another process; found only when an answer is sent. Without a port: nobody there. */
+  RemoteAddress remoteReplyTo;
+  std::shared_ptr<Asker> asker;
   /** Alive while this delivery is: tells its sender that it has not been handled yet. */
   std::shared_ptr<void> mark;
   bool remote = false;

@@ -10,6 +10,7 @@
 
 #include <bit>
 #include <cstring>
+#include <unordered_set>
 
 namespace {
 
@@ -180,9 +181,10 @@ struct BMessage::BodyReader {
     FlatReader reader(bytes);
     uint32 fieldCount = 0;
     if (depth > kMaxDepth || !reader.Number(&message->what) || !reader.Number(&fieldCount)) return false;
+    std::unordered_set<std::string> names; // there may be very many
     for (uint32 i = 0; i < fieldCount; ++i) {
       MessageField field;
-      if (!ReadField(&reader, depth, &field) || message->HasField(field.name.c_str())) return false;
+      if (!ReadField(&reader, depth, &field) || !names.insert(field.name).second) return false;
       message->fBody->fields.push_back(std::move(field));
     }
     return reader.IsAtEnd();

@@ -1,6 +1,7 @@
 #include "platform/app/message.h"
 
 #include "platform/app/message_body.h"
+#include "platform/app/remote_mail.h"
 
 #include <chrono>
 #include <utility>
@@ -26,14 +27,15 @@ std::optional<BMessage> ReplySlot::Take(bigtime_t timeout) {
 }
 
 BMessage::Envelope::~Envelope() {
-  if (slot) slot->Put(BMessage(B_NO_REPLY_CODE));
+  if (asker) asker->Put(BMessage(B_NO_REPLY_CODE));
 }
 
 BMessenger BMessage::ReturnAddress() const {
-  return fEnvelope ? fEnvelope->replyTo : BMessenger();
+  if (!fEnvelope) return {};
+  return fEnvelope->remoteReplyTo.port.empty() ? fEnvelope->replyTo : RemoteMail::Find(fEnvelope->remoteReplyTo);
 }
 bool BMessage::IsSourceWaiting() const {
-  return fEnvelope && fEnvelope->slot;
+  return fEnvelope && fEnvelope->asker;
 }
 bool BMessage::IsSourceRemote() const {
   return fEnvelope && fEnvelope->remote;
@@ -59,17 +61,17 @@ status_t BMessage::SendReply(uint32 code) const {
 
 status_t BMessage::SendReply(const BMessage* reply) const {
   if (!fEnvelope) return B_NO_REPLY;
-  if (fEnvelope->slot) return fEnvelope->slot->Put(*reply) ? B_OK : B_BAD_PORT_ID;
-  if (!fEnvelope->replyTo.IsTargetLocal()) return B_NO_REPLY;
-  return fEnvelope->replyTo.SendMessage(reply, BMessenger(), 0);
+  if (fEnvelope->asker) return fEnvelope->asker->Put(*reply) ? B_OK : B_BAD_PORT_ID;
+  if (fEnvelope->remoteReplyTo.port.empty() && fEnvelope->replyTo == BMessenger()) return B_NO_REPLY;
+  return ReturnAddress().SendMessage(reply, BMessenger(), 0);
 }
 
-void BMessage::Address(uint64 handlerToken, const BMessenger& replyTo, std::shared_ptr<ReplySlot> slot,
+void BMessage::Address(uint64 handlerToken, const BMessenger& replyTo, std::shared_ptr<Asker> asker,
                        std::shared_ptr<void> mark) {
   auto envelope = std::make_shared<Envelope>();
   envelope->handlerToken = handlerToken;
   envelope->replyTo = replyTo;
-  envelope->slot = std::move(slot);
+  envelope->asker = std::move(asker);
   envelope->mark = std::move(mark);
   if (fEnvelope) {
     envelope->remote = fEnvelope->remote;

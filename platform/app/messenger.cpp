@@ -2,6 +2,7 @@
 
 #include "platform/app/looper_core.h"
 #include "platform/app/message_body.h"
+#include "platform/app/remote_mail.h"
 #include "platform/app/signatures.h"
 
 #include <algorithm>
@@ -16,17 +17,20 @@ BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t*
 }
 
 BMessenger::BMessenger(const char* signature, status_t* result) {
-  *this = find_signature(signature ? signature : "");
+  const std::string bearer = signature ? signature : "";
+  *this = find_signature(bearer);
+  if (!IsValid()) *this = RemoteMail::Find(bearer);
   if (result) *result = IsValid() ? B_OK : B_NAME_NOT_FOUND;
 }
 
 bool BMessenger::IsValid() const {
-  const auto core = token_registry::find_looper(fLooperToken);
+  if (fPort != 0) return RemoteMail::IsThere(*this);
+  const auto core = token_registry::find_looper(LocalToken());
   return core && !core->IsClosed();
 }
 
 BHandler* BMessenger::Target(BLooper** looper) const {
-  const auto core = token_registry::find_looper(fLooperToken);
+  const auto core = token_registry::find_looper(LocalToken());
   if (looper) *looper = core ? core->looper : nullptr;
   if (!core) return nullptr;
   if (fHandlerToken == 0) return core->looper;
@@ -36,7 +40,7 @@ BHandler* BMessenger::Target(BLooper** looper) const {
 }
 
 bool BMessenger::LockTarget() const {
-  const auto core = token_registry::find_looper(fLooperToken);
+  const auto core = token_registry::find_looper(LocalToken());
   return core && core->Lock(B_INFINITE_TIMEOUT) == B_OK;
 }
 
@@ -50,7 +54,8 @@ status_t BMessenger::SendMessage(const BMessage* message, const BHandler* replyT
 }
 
 status_t BMessenger::SendMessage(const BMessage* message, const BMessenger& replyTo, bigtime_t timeout) const {
-  const auto core = token_registry::find_looper(fLooperToken);
+  if (fPort != 0) return RemoteMail::Send(*this, *message, replyTo, timeout);
+  const auto core = token_registry::find_looper(LocalToken());
   if (!core) return B_BAD_PORT_ID;
   BMessage copy(*message);
   copy.Address(fHandlerToken, replyTo, nullptr);
@@ -62,11 +67,13 @@ status_t BMessenger::SendMessage(const BMessage* message, BPendingReply* pending
 }
 
 status_t BMessenger::Ask(const BMessage* message, BPendingReply* pending, bigtime_t deliveryTimeout) const {
-  const auto core = token_registry::find_looper(fLooperToken);
+  if (fPort != 0) return RemoteMail::Ask(*this, *message, deliveryTimeout, &pending->fSource);
+  const auto core = token_registry::find_looper(LocalToken());
   if (!core) return B_BAD_PORT_ID;
-  pending->fSlot = std::make_shared<ReplySlot>();
+  const auto slot = std::make_shared<ReplySlot>();
+  pending->fSource = slot;
   BMessage copy(*message);
-  copy.Address(fHandlerToken, {}, pending->fSlot);
+  copy.Address(fHandlerToken, {}, slot);
   return core->Post(std::move(copy), deliveryTimeout);
 }
 
@@ -78,15 +85,16 @@ status_t BMessenger::SendMessage(const BMessage* message, BMessage* reply, bigti
 }
 
 status_t BPendingReply::Wait(BMessage* reply, bigtime_t timeout) {
-  if (!fSlot) return B_NO_INIT;
-  std::optional<BMessage> answer = fSlot->Take(timeout);
+  if (!fSource) return B_NO_INIT;
+  std::optional<BMessage> answer = fSource->Take(timeout);
   if (!answer) return B_TIMED_OUT;
   *reply = std::move(*answer);
   return B_OK;
 }
 
 status_t BMessenger::SendMarked(const BMessage& message, std::shared_ptr<void> mark) const {
-  const auto core = token_registry::find_looper(fLooperToken);
+  if (fPort != 0) return SendMessage(&message, BMessenger(), 0); // no mark leaves the process
+  const auto core = token_registry::find_looper(LocalToken());
   if (!core) return B_BAD_PORT_ID;
   BMessage copy(message);
   copy.Address(fHandlerToken, {}, nullptr, std::move(mark));

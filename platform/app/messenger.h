@@ -17,7 +17,7 @@ public:
 
 private:
   friend class BMessenger;
-  std::shared_ptr<class ReplySlot> fSlot;
+  std::shared_ptr<class AnswerSource> fSource;
 };
 
 /** The address of a looper or of one of its handlers. A small value; stays safe to use when the target is gone
@@ -31,8 +31,9 @@ public:
   explicit BMessenger(const char* signature, status_t* result = nullptr);
 
   bool IsValid() const;
-  bool IsTargetLocal() const { return fLooperToken != 0; }
-  /** Null when gone. The pointer is safe to use only while its looper is locked. */
+  /** True for a looper of this process. */
+  bool IsTargetLocal() const { return fPort == 0 && fLooperToken != 0; }
+  /** Null when gone, or in another process. The pointer is safe to use only while its looper is locked. */
   BHandler* Target(BLooper** looper) const;
   bool LockTarget() const;
 
@@ -57,7 +58,12 @@ public:
 private:
   friend class BMessage;
   friend class BLooper;
+  friend class RemoteMail;
   status_t Ask(const BMessage* message, BPendingReply* pending, bigtime_t deliveryTimeout) const;
+  /** 0 where the target lives in another process. */
+  uint64 LocalToken() const { return fPort == 0 ? fLooperToken : 0; }
+  /** Where the target lives in another process: a way into that; its tokens are those of that process. */
+  port_id fPort = 0;
   /** Tokens are never used twice; 0 is none. */
   uint64 fLooperToken = 0;
   uint64 fHandlerToken = 0;

@@ -30,7 +30,7 @@ status_t start(const char* program, const std::string& argument) {
 const BRoster* const be_roster = &gRoster;
 
 bool BRoster::IsRunning(const char* signature) const {
-  return find_signature(signature).IsValid();
+  return BMessenger(signature).IsValid();
 }
 
 status_t BRoster::Launch(const char* signature) const {

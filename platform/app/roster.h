@@ -8,6 +8,7 @@
 /** Who runs, and starting programs and documents. Any thread. */
 class BRoster {
 public:
+  /** In this process or another. */
   bool IsRunning(const char* signature) const;
   /** Starts the program that bears the signature, or has it opened when it runs (B_ALREADY_RUNNING).
       B_LAUNCH_FAILED when no program of that signature is known on this system. */

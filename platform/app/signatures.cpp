@@ -1,5 +1,7 @@
 #include "platform/app/signatures.h"
 
+#include "platform/app/remote_mail.h"
+
 #include <map>
 #include <mutex>
 
@@ -18,16 +20,23 @@ Table& table() {
 } // namespace
 
 status_t add_signature(const std::string& signature, const BMessenger& target) {
-  const std::lock_guard lock(table().mutex);
-  BMessenger& bearer = table().targets[signature];
-  if (bearer.IsValid()) return B_NAME_IN_USE;
-  bearer = target;
+  {
+    const std::lock_guard lock(table().mutex);
+    BMessenger& bearer = table().targets[signature];
+    if (bearer.IsValid()) return B_NAME_IN_USE;
+    bearer = target;
+  }
+  RemoteMail::Publish(signature);
   return B_OK;
 }
 
 status_t remove_signature(const std::string& signature) {
-  const std::lock_guard lock(table().mutex);
-  return table().targets.erase(signature) > 0 ? B_OK : B_NAME_NOT_FOUND;
+  {
+    const std::lock_guard lock(table().mutex);
+    if (table().targets.erase(signature) == 0) return B_NAME_NOT_FOUND;
+  }
+  RemoteMail::Withdraw(signature);
+  return B_OK;
 }
 
 BMessenger find_signature(const std::string& signature) {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-/** Which looper of this process answers to which signature. Any thread. */
+/** Which looper of this process answers to which signature; other processes reach it too. Any thread. */
 status_t add_signature(const std::string& signature, const BMessenger& target);
 status_t remove_signature(const std::string& signature);
 /** An invalid messenger when nobody living bears the signature. */

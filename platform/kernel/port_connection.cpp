@@ -1,12 +1,14 @@
 #include "platform/kernel/port_connection.h"
 
 #include "platform/kernel/threads.h"
+#include "platform/support/log.h"
 
 #include <poll.h>
 #include <sys/socket.h>
 
 #include <array>
 #include <cerrno>
+#include <exception>
 
 namespace {
 constexpr size_t kReadAtOnce = size_t{64} << 10; // then it is the next sender's turn
@@ -59,13 +61,19 @@ void PortConnection::TakeFrames() {
 }
 
 bool PortConnection::Settle(PortFrame* frame, bigtime_t now) {
-  status_t status = B_TIMED_OUT;
-  if (now <= frame->deadline) {
-    status = fSink->Offer(frame, fSender);
-    if (status == B_WOULD_BLOCK && !(frame->flags & kFrameDontWait)) return false;
-  }
+  const status_t status = now <= frame->deadline ? Offer(frame) : status_t{B_TIMED_OUT};
+  if (status == B_WOULD_BLOCK && !(frame->flags & kFrameDontWait)) return false;
   Tell(status);
   return true;
+}
+
+status_t PortConnection::Offer(PortFrame* frame) {
+  try {
+    return fSink->Offer(frame, fSender);
+  } catch (const std::exception& error) {
+    log_error("a message from another program", error.what());
+    return B_NO_MEMORY;
+  }
 }
 
 void PortConnection::Tell(status_t status) {

@@ -38,6 +38,7 @@ private:
   void TakeFrames();
   /** False while the message waits. */
   bool Settle(PortFrame* frame, bigtime_t now);
+  status_t Offer(PortFrame* frame);
   void Tell(status_t status);
 
   std::shared_ptr<PortReturn> fSender;

@@ -182,6 +182,11 @@ void close(const std::string& name) {
   if (isLast) wait_for_thread(service().thread, nullptr);
 }
 
+bool serves(const std::string& name) {
+  const std::lock_guard control(service().control);
+  return service().names.count(name) > 0;
+}
+
 void look_again() {
   service().bell.Ring();
 }

@@ -12,6 +12,8 @@ namespace port_service {
 status_t open(const std::string& name, std::shared_ptr<PortSink> sink);
 /** Nobody finds the port any more, and those connected to it hear that it is gone. Any thread but the service's. */
 void close(const std::string& name);
+/** Whether the port is one of this process. Any thread. */
+bool serves(const std::string& name);
 /** There may be room where there was none. Any thread; never waits. */
 void look_again();
 

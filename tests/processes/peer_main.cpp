@@ -5,11 +5,20 @@
       write NAME TEXT TIMEOUT    writes to a port: a status
       find NAME                  whether there is such a port
       write-many NAME COUNT      writes that often, waiting for room: the last status
-      read-many NAME COUNT       reads that often: how many came in order */
+      read-many NAME COUNT       reads that often: how many came in order
+      app SIGNATURE CAPACITY     starts an application that bears the signature, see Echo
+      ask SIGNATURE TEXT         asks an application: its answer
+      notes                      how many notes the application has had
+      running SIGNATURE          whether somebody bears it */
 
+#include "platform/app/application.h"
+#include "platform/app/message.h"
+#include "platform/app/roster.h"
 #include "platform/kernel/ports.h"
+#include "platform/kernel/semaphores.h"
 
 #include <array>
+#include <atomic>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -57,6 +66,61 @@ int32 read_many(port_id port, int32 count) {
   return inOrder;
 }
 
+/** 'ask?' is answered with the same text, 'drop' not at all, 'keep' when the next 'free' comes, 'twic' twice; 'note' is
+    counted, 'stop' holds the application up until the process ends. */
+class Echo : public BLooper {
+public:
+  Echo(const char* signature, int32 capacity) : BLooper("echo", B_NORMAL_PRIORITY, capacity) {
+    be_roster->AddName(signature, BMessenger(this));
+    Run();
+  }
+
+  void MessageReceived(BMessage* message) override {
+    BMessage answer('answ');
+    std::string text;
+    if (message->FindString("text", &text) == B_OK) answer.AddString("text", text);
+    answer.AddBool("remote", message->IsSourceRemote());
+    switch (message->what) {
+    case 'ask?':
+      message->SendReply(&answer);
+      break;
+    case 'twic':
+      message->SendReply(&answer);
+      message->ReturnAddress().SendMessage(&answer, BMessenger());
+      break;
+    case 'keep':
+      fKept = *message;
+      break;
+    case 'free':
+      fKept.SendReply('free');
+      break;
+    case 'note':
+      ++sNotes;
+      break;
+    case 'stop':
+      acquire_sem(create_sem(0, "never"));
+      break;
+    }
+  }
+
+  static std::atomic<int> sNotes;
+
+private:
+  BMessage fKept;
+};
+
+std::atomic<int> Echo::sNotes{0};
+
+std::string ask(const std::string& signature, const std::string& text) {
+  BMessage question('ask?');
+  question.AddString("text", text);
+  BMessage answer;
+  if (BMessenger(signature.c_str()).SendMessage(&question, &answer) != B_OK) return "failed";
+  std::string answered = "nothing";
+  answer.FindString("text", &answered);
+  return answered;
+}
+
 std::string obey(const std::string& order) {
   std::istringstream words(order);
   std::string verb;
@@ -66,6 +130,18 @@ std::string obey(const std::string& order) {
   if (verb == "port") {
     words >> number;
     return status_name(create_port(number, name.c_str()));
+  }
+  if (verb == "app") {
+    words >> number;
+    new Echo(name.c_str(), number);
+    return be_roster->IsRunning(name.c_str()) ? "ok" : "failed";
+  }
+  if (verb == "notes") return std::to_string(Echo::sNotes);
+  if (verb == "running") return be_roster->IsRunning(name.c_str()) ? "yes" : "no";
+  if (verb == "ask") {
+    std::string text;
+    words >> text;
+    return ask(name, text);
   }
   const port_id port = find_port(name.c_str());
   if (verb == "find") return port >= 0 ? "yes" : "no";

@@ -1,6 +1,6 @@
 #include "platform/kernel/port_frame.h"
 #include "platform/kernel/ports.h"
-#include "platform/kernel/threads.h"
+#include "tests/processes/eventually.h"
 #include "tests/processes/peer.h"
 
 #include <gtest/gtest.h>
@@ -30,16 +30,6 @@ std::string read_text(port_id port) {
   const ssize_t count = read_port(port, &code, text.data(), text.size());
   text.resize(count < 0 ? 0 : static_cast<size_t>(count));
   return text;
-}
-
-/** Waits until the condition holds; false when that takes far too long. */
-template <typename Condition>
-bool eventually(Condition holds) {
-  for (int i = 0; i < 10000; ++i) {
-    if (holds()) return true;
-    snooze(5000);
-  }
-  return false;
 }
 
 /** A bare socket at the port, as a program of bad manners would open it. */

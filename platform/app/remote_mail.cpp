@@ -1,0 +1,187 @@
+#include "platform/app/remote_mail.h"
+
+#include "platform/app/looper_core.h"
+#include "platform/app/message_body.h"
+#include "platform/app/signatures.h"
+#include "platform/kernel/port_service.h"
+#include "platform/kernel/remote_port.h"
+
+#include <unistd.h>
+
+#include <atomic>
+
+/** Someone in another process who waits for the answer to a question. */
+class RemoteAsker : public Asker {
+public:
+  explicit RemoteAsker(std::shared_ptr<PortReturn> way) : fWay(std::move(way)) {}
+  /** The question was not taken: nobody here answers it. */
+  void Forget() { fDone = true; }
+
+  bool Put(const BMessage& answer) override {
+    if (fDone.exchange(true)) return false;
+    PortFrame frame;
+    frame.flags = kFrameIsAnswer;
+    frame.bytes = answer.Flatten();
+    const bool fits = frame.bytes.size() <= kMaxPortMessage;
+    if (!fits) frame.bytes = BMessage(B_NO_REPLY_CODE).Flatten();
+    return fWay->Send(frame) && fits;
+  }
+
+private:
+  const std::shared_ptr<PortReturn> fWay;
+  std::atomic<bool> fDone{false};
+};
+
+namespace {
+
+constexpr int32 kLetterCode = 'LETR';
+
+/** Where an answer comes from that another process owes. */
+class RemoteAnswer : public AnswerSource {
+public:
+  explicit RemoteAnswer(std::unique_ptr<RemoteQuestion> question) : fQuestion(std::move(question)) {}
+
+  std::optional<BMessage> Take(bigtime_t timeout) override {
+    std::vector<char> bytes;
+    const status_t status = fQuestion->Take(&bytes, timeout);
+    if (status == B_TIMED_OUT) return std::nullopt;
+    BMessage answer;
+    if (status != B_OK || answer.Unflatten(bytes.data(), bytes.size()) != B_OK) return BMessage(B_NO_REPLY_CODE);
+    return answer;
+  }
+
+private:
+  const std::unique_ptr<RemoteQuestion> fQuestion;
+};
+
+/** Takes in what others send to the bearer of a signature; without one, to the loopers that they know already. */
+class LetterBox : public PortSink {
+public:
+  explicit LetterBox(std::string signature) : fSignature(std::move(signature)) {}
+  status_t Offer(PortFrame* frame, const std::shared_ptr<PortReturn>& sender) override {
+    return RemoteMail::Deliver(*frame, sender, find_signature(fSignature));
+  }
+
+private:
+  const std::string fSignature;
+};
+
+/** A signature has a '/', which no file name can have. */
+std::string port_of(const std::string& signature) {
+  std::string name = "app:";
+  for (const char c : signature) {
+    if (c == '/')
+      name += "%2F";
+    else if (c == '%')
+      name += "%25";
+    else
+      name += c;
+  }
+  return name;
+}
+
+/** Made with the first message that wants its answer here, and there until the process ends. */
+class OwnPort {
+public:
+  OwnPort() : fName("re:" + std::to_string(getpid())) {
+    fStatus = port_service::open(fName, std::make_shared<LetterBox>(std::string()));
+  }
+  ~OwnPort() { port_service::close(fName); }
+  const std::string& Name() const { return fName; }
+  status_t InitCheck() const { return fStatus; }
+
+private:
+  const std::string fName;
+  status_t fStatus;
+};
+
+const OwnPort& own_port() {
+  static const OwnPort port;
+  return port;
+}
+
+} // namespace
+
+void RemoteMail::Publish(const std::string& signature) {
+  // Where another process has the name, or the user no folder for it, the bearer is found in this process alone.
+  port_service::open(port_of(signature), std::make_shared<LetterBox>(signature));
+}
+
+void RemoteMail::Withdraw(const std::string& signature) {
+  port_service::close(port_of(signature));
+}
+
+BMessenger RemoteMail::Find(const std::string& signature) {
+  return Find(RemoteAddress{port_of(signature), 0, 0});
+}
+
+BMessenger RemoteMail::Find(const RemoteAddress& address) {
+  BMessenger found;
+  if (port_service::serves(address.port)) return found; // its bearer here is gone
+  const port_id port = remote_ports::find(address.port);
+  if (port < 0) return found;
+  found.fPort = port;
+  found.fLooperToken = address.looperToken;
+  found.fHandlerToken = address.handlerToken;
+  return found;
+}
+
+bool RemoteMail::IsThere(const BMessenger& target) {
+  return remote_ports::get(target.fPort) != nullptr;
+}
+
+status_t RemoteMail::ReturnAddress(const BMessenger& replyTo, RemoteAddress* address) {
+  if (replyTo == BMessenger()) return B_OK;
+  *address = {own_port().Name(), replyTo.fLooperToken, replyTo.fHandlerToken};
+  if (replyTo.fPort == 0) return own_port().InitCheck();
+  const auto port = remote_ports::get(replyTo.fPort);
+  if (port) address->port = port->Name();
+  return port ? B_OK : B_BAD_PORT_ID;
+}
+
+status_t RemoteMail::Send(const BMessenger& target, const BMessage& message, const BMessenger& replyTo,
+                          bigtime_t timeout) {
+  const auto port = remote_ports::get(target.fPort);
+  if (!port) return B_BAD_PORT_ID;
+  LetterHead head{target.fLooperToken, target.fHandlerToken, {}};
+  if (const status_t status = ReturnAddress(replyTo, &head.replyTo); status != B_OK) return status;
+  return port->Send(kLetterCode, letter_bytes(head, message), timeout);
+}
+
+status_t RemoteMail::Ask(const BMessenger& target, const BMessage& message, bigtime_t timeout,
+                         std::shared_ptr<AnswerSource>* answer) {
+  const auto port = remote_ports::get(target.fPort);
+  if (!port) return B_BAD_PORT_ID;
+  const LetterHead head{target.fLooperToken, target.fHandlerToken, {}};
+  std::unique_ptr<RemoteQuestion> question;
+  const status_t status = port->Ask(kLetterCode, letter_bytes(head, message), timeout, &question);
+  if (status == B_OK) *answer = std::make_shared<RemoteAnswer>(std::move(question));
+  return status;
+}
+
+status_t RemoteMail::Deliver(const PortFrame& frame, const std::shared_ptr<PortReturn>& sender,
+                             const BMessenger& bearer) {
+  LetterHead head;
+  std::span<const char> body;
+  if (frame.code != kLetterCode || !read_letter_head(frame.bytes, &head, &body)) return B_BAD_VALUE;
+  BMessenger target = bearer;
+  if (head.looperToken != 0) {
+    target.fLooperToken = head.looperToken;
+    target.fHandlerToken = head.handlerToken;
+  }
+  const auto looper = token_registry::find_looper(target.fLooperToken);
+  if (!looper) return B_BAD_PORT_ID;
+  if (!looper->HasRoom()) return B_WOULD_BLOCK; // before a message is read that nobody takes yet
+  BMessage message;
+  if (message.Unflatten(body.data(), body.size()) != B_OK) return B_BAD_VALUE;
+  auto asker = frame.flags & kFrameWantsAnswer ? std::make_shared<RemoteAsker>(sender) : nullptr;
+  auto envelope = std::make_shared<BMessage::Envelope>();
+  envelope->handlerToken = target.fHandlerToken;
+  envelope->asker = asker;
+  envelope->remote = true;
+  envelope->remoteReplyTo = std::move(head.replyTo);
+  message.fEnvelope = std::move(envelope);
+  const status_t status = looper->Offer(&message);
+  if (status != B_OK && asker) asker->Forget();
+  return status;
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/app/messenger.h"
+#include "platform/app/remote_letter.h"
+#include "platform/kernel/port_connection.h"
+
+#include <string>
+
+class AnswerSource;
+
+/** Messages to and from loopers of other processes, through the port of a signature ("app:" and the signature) or of a
+    process that waits for answers ("re:" and its number). Any thread, but for `Deliver`. */
+class RemoteMail {
+public:
+  /** Lets other processes reach the bearer of the signature; of several processes the first has the name. */
+  static void Publish(const std::string& signature);
+  static void Withdraw(const std::string& signature);
+  /** Invalid when no living process bears the signature. */
+  static BMessenger Find(const std::string& signature);
+  static BMessenger Find(const RemoteAddress& address);
+
+  static bool IsThere(const BMessenger& target);
+  static status_t Send(const BMessenger& target, const BMessage& message, const BMessenger& replyTo, bigtime_t timeout);
+  static status_t Ask(const BMessenger& target, const BMessage& message, bigtime_t timeout,
+                      std::shared_ptr<AnswerSource>* answer);
+
+  /** Hands what came through a port to its looper: `bearer`, unless it names another. On the ports' thread. */
+  static status_t Deliver(const PortFrame& frame, const std::shared_ptr<PortReturn>& sender, const BMessenger& bearer);
+
+private:
+  static status_t ReturnAddress(const BMessenger& replyTo, RemoteAddress* address);
+};

@@ -1,0 +1,201 @@
+#include "platform/app/application.h"
+#include "platform/app/message.h"
+#include "platform/app/roster.h"
+#include "platform/kernel/ports.h"
+#include "tests/processes/eventually.h"
+#include "tests/processes/peer.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <future>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr const char* kTheirs = "application/x-vnd.test-theirs";
+constexpr const char* kOurs = "application/x-vnd.test-ours";
+
+/** Keeps what it receives, and answers what asks. */
+class Recorder : public BLooper {
+public:
+  void MessageReceived(BMessage* message) override {
+    const std::lock_guard lock(fMutex);
+    fReceived.push_back(*message);
+    if (fAnswers && message->IsSourceWaiting()) message->SendReply(message);
+  }
+  std::atomic<bool> fAnswers{true};
+
+  std::vector<BMessage> Received() {
+    const std::lock_guard lock(fMutex);
+    return fReceived;
+  }
+
+private:
+  std::mutex fMutex;
+  std::vector<BMessage> fReceived;
+};
+
+BMessage text_message(uint32 what, const std::string& text) {
+  BMessage message(what);
+  message.AddString("text", text);
+  return message;
+}
+
+std::string text_of(const BMessage& message) {
+  std::string text;
+  message.FindString("text", &text);
+  return text;
+}
+
+/** Another process with an application in it, and a looper here. */
+class SignaturesBetweenProcesses : public testing::Test {
+protected:
+  void SetUp() override {
+    ASSERT_EQ(fPeer.Ask(std::string("app ") + kTheirs + " 5"), "ok");
+    fTheirs = BMessenger(kTheirs);
+    fLooper->Run();
+  }
+  void TearDown() override {
+    if (fLooper->Lock()) fLooper->Quit();
+  }
+
+  Peer fPeer;
+  BMessenger fTheirs;
+  Recorder* fLooper = new Recorder;
+};
+
+} // namespace
+
+TEST_F(SignaturesBetweenProcesses, ReachTheBearerAndBringItsAnswer) {
+  EXPECT_TRUE(fTheirs.IsValid());
+  EXPECT_FALSE(fTheirs.IsTargetLocal());
+  EXPECT_EQ(fTheirs, BMessenger(kTheirs));
+  EXPECT_TRUE(be_roster->IsRunning(kTheirs));
+  EXPECT_FALSE(be_roster->IsRunning("application/x-vnd.test-nobody"));
+  BMessage question = text_message('ask?', "何時");
+  BMessage answer;
+  ASSERT_EQ(fTheirs.SendMessage(&question, &answer), B_OK);
+  EXPECT_EQ(text_of(answer), "何時");
+  bool remote = false;
+  EXPECT_EQ(answer.FindBool("remote", &remote), B_OK);
+  EXPECT_TRUE(remote) << "they know that we are another process";
+}
+
+TEST_F(SignaturesBetweenProcesses, BearThisProcessFirst) {
+  be_roster->AddName(kTheirs, BMessenger(fLooper));
+  EXPECT_EQ(BMessenger(kTheirs), BMessenger(fLooper));
+  be_roster->RemoveName(kTheirs);
+  EXPECT_EQ(BMessenger(kTheirs), fTheirs) << "the name is still that of the other";
+}
+
+TEST_F(SignaturesBetweenProcesses, AreAskedFromOutside) {
+  be_roster->AddName(kOurs, BMessenger(fLooper));
+  EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "hello");
+  ASSERT_EQ(fLooper->Received().size(), 1u);
+  EXPECT_TRUE(fLooper->Received().front().IsSourceRemote());
+  be_roster->RemoveName(kOurs);
+  EXPECT_EQ(fPeer.Ask(std::string("running ") + kOurs), "no");
+  EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "failed");
+}
+
+TEST_F(SignaturesBetweenProcesses, AnswerALooperLater) {
+  const BMessage question = text_message('twic', "echo");
+  EXPECT_EQ(fTheirs.SendMessage(&question, BMessenger(fLooper)), B_OK);
+  EXPECT_TRUE(eventually([&] { return fLooper->Received().size() == 2; }))
+      << "to the same looper as often as they like";
+  for (const BMessage& answer : fLooper->Received()) {
+    EXPECT_EQ(text_of(answer), "echo");
+    EXPECT_TRUE(answer.IsSourceRemote());
+  }
+}
+
+TEST_F(SignaturesBetweenProcesses, AnswerWithoutOneWhenTheQuestionIsDropped) {
+  const BMessage question('drop');
+  BMessage answer;
+  EXPECT_EQ(fTheirs.SendMessage(&question, &answer), B_OK);
+  EXPECT_EQ(answer.what, B_NO_REPLY_CODE);
+}
+
+TEST_F(SignaturesBetweenProcesses, LetAnAskerGoAndAskAgain) {
+  const BMessage question('keep');
+  BMessage answer;
+  EXPECT_EQ(fTheirs.SendMessage(&question, &answer, B_INFINITE_TIMEOUT, 1000), B_TIMED_OUT);
+  EXPECT_EQ(fTheirs.SendMessage('free'), B_OK) << "an answer that nobody hears any more";
+  const BMessage next = text_message('ask?', "next");
+  ASSERT_EQ(fTheirs.SendMessage(&next, &answer), B_OK);
+  EXPECT_EQ(text_of(answer), "next");
+}
+
+TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerWhenThePeerIsKilled) {
+  const BMessage question('keep');
+  BPendingReply pending;
+  ASSERT_EQ(fTheirs.SendMessage(&question, &pending), B_OK);
+  BMessage answer;
+  EXPECT_EQ(pending.Wait(&answer, 1000), B_TIMED_OUT);
+  auto waiting = std::async(std::launch::async, [&] { return pending.Wait(&answer, B_INFINITE_TIMEOUT); });
+  fPeer.Kill();
+  EXPECT_EQ(waiting.get(), B_OK);
+  EXPECT_EQ(answer.what, B_NO_REPLY_CODE);
+  EXPECT_FALSE(fTheirs.IsValid());
+  EXPECT_FALSE(be_roster->IsRunning(kTheirs));
+  EXPECT_EQ(fTheirs.SendMessage(&question, BMessenger()), B_BAD_PORT_ID);
+  EXPECT_EQ(fTheirs.SendMessage(&question, &answer), B_BAD_PORT_ID);
+
+  Peer successor;
+  EXPECT_EQ(successor.Ask(std::string("app ") + kTheirs + " 5"), "ok");
+  EXPECT_TRUE(BMessenger(kTheirs).IsValid());
+  EXPECT_FALSE(fTheirs.IsValid()) << "the successor is somebody else";
+}
+
+TEST_F(SignaturesBetweenProcesses, TellAnAnswererThatItsAskerIsGone) {
+  be_roster->AddName(kOurs, BMessenger(fLooper));
+  fLooper->fAnswers = false;
+  fPeer.Tell(std::string("ask ") + kOurs + " hello");
+  ASSERT_TRUE(eventually([&] { return fLooper->Received().size() == 1; }));
+  const BMessage question = fLooper->Received().front();
+  fPeer.Kill();
+  EXPECT_EQ(question.SendReply('late'), B_BAD_PORT_ID);
+  be_roster->RemoveName(kOurs);
+}
+
+TEST_F(SignaturesBetweenProcesses, RespectTheCapacityOfTheLooper) {
+  ASSERT_EQ(fTheirs.SendMessage('stop'), B_OK);
+  const BMessage note('note');
+  int taken = 0;
+  while (fTheirs.SendMessage(&note, BMessenger(), 0) == B_OK && taken < 1000) ++taken;
+  EXPECT_LE(taken, 6) << "five in the queue, and one whose predecessor was just taken";
+  EXPECT_EQ(fTheirs.SendMessage(&note, BMessenger(), 0), B_WOULD_BLOCK);
+  EXPECT_EQ(fTheirs.SendMessage(&note, BMessenger(), 10000), B_TIMED_OUT);
+}
+
+TEST_F(SignaturesBetweenProcesses, WaitForRoomInABusyLooper) {
+  constexpr int kNotes = 2000;
+  const BMessage note('note');
+  std::vector<std::thread> senders;
+  for (int sender = 0; sender < 4; ++sender) {
+    senders.emplace_back([&] {
+      for (int i = 0; i < kNotes; ++i) ASSERT_EQ(fTheirs.SendMessage(&note, BMessenger()), B_OK);
+    });
+  }
+  for (std::thread& sender : senders) sender.join();
+  BMessage answer;
+  const BMessage last = text_message('ask?', "done");
+  fTheirs.SendMessage(&last, &answer); // handled after all notes
+  EXPECT_EQ(fPeer.Ask("notes"), std::to_string(4 * kNotes));
+}
+
+TEST_F(SignaturesBetweenProcesses, RefuseAPortMessageThatIsNoLetter) {
+  const port_id port = find_port("app:application%2Fx-vnd.test-theirs");
+  ASSERT_GT(port, 0);
+  for (const std::string& bytes :
+       {std::string(), std::string(20, '\xff'), std::string(200, '\xff'), std::string(60, '\0')}) {
+    EXPECT_EQ(write_port(port, 'LETR', bytes.data(), bytes.size()), B_BAD_VALUE);
+  }
+  EXPECT_EQ(write_port(port, 0, "x", 1), B_BAD_VALUE);
+  const BMessage next = text_message('ask?', "alive");
+  BMessage answer;
+  fTheirs.SendMessage(&next, &answer);
+  EXPECT_EQ(text_of(answer), "alive");
+}
