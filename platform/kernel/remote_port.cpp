@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr bigtime_t kPatienceUs = 1'000'000; // for a process that runs to answer at all
+constexpr bigtime_t kPatienceUs = 3'000'000; // for a process that runs to answer at all
 constexpr size_t kMaxIdleLines = 4;
 
 bigtime_t later(bigtime_t timeout) {

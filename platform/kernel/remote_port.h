@@ -39,7 +39,7 @@ public:
   const std::string& Name() const { return fName; }
   bool IsAlive() const;
   /** B_OK once the message is in the port's queue, B_WOULD_BLOCK for a timeout of 0 and no room. A process that has
-      stopped is waited for a second longer. */
+      stopped is waited for a few seconds longer. */
   status_t Send(int32 code, std::span<const char> bytes, bigtime_t timeout);
   status_t Ask(int32 code, std::span<const char> bytes, bigtime_t timeout, std::unique_ptr<RemoteQuestion>* question);
 
