@@ -24,6 +24,7 @@ public:
     require(message->IsSourceRemote());
     if (message->IsSourceWaiting()) message->SendReply(message);
   }
+  bool QuitRequested() override { return false; } // anybody may ask
 };
 
 class ToAnswerer : public PortSink {
