@@ -42,8 +42,8 @@ public:
   ServedPort(UniqueFd listener, std::shared_ptr<PortSink> sink)
       : fListener(std::move(listener)), fSink(std::move(sink)) {}
 
-  void AddPolls(bigtime_t now, std::vector<pollfd>* polls) const {
-    const bool accepts = fConnections.size() < kMaxConnections && now >= fAcceptAfter;
+  void AddPolls(std::vector<pollfd>* polls) const {
+    const bool accepts = fConnections.size() < kMaxConnections && fAcceptAfter == 0;
     polls->push_back({fListener.Get(), static_cast<short>(accepts ? POLLIN : 0), 0});
     for (const PortConnection& connection : fConnections) {
       polls->push_back({connection.Socket(), connection.AwaitedEvents(), 0});
@@ -53,6 +53,7 @@ public:
   /** Handles what `AddPolls` has asked for, from `polled` on; returns where the next port's begin. */
   const pollfd* Handle(const pollfd* polled, bigtime_t now) {
     const bool knocked = (polled++->revents & POLLIN) != 0;
+    if (now >= fAcceptAfter) fAcceptAfter = 0;
     for (PortConnection& connection : fConnections) {
       if (polled->revents != 0) connection.Handle(polled->revents);
       connection.LookAgain(now);
@@ -125,7 +126,7 @@ int poll_timeout(bigtime_t now, const Ports& ports) {
 void serve_once(const Ports& ports) {
   std::vector<pollfd> polls{{service().bell.Fd(), POLLIN, 0}};
   const bigtime_t start = system_time();
-  for (const auto& [name, port] : ports) port->AddPolls(start, &polls);
+  for (const auto& [name, port] : ports) port->AddPolls(&polls);
   if (poll(polls.data(), polls.size(), poll_timeout(start, ports)) < 0) return;
   if (polls[0].revents != 0) service().bell.Silence();
   const bigtime_t now = system_time();
@@ -139,14 +140,14 @@ int32 serve(void*) {
   return 0;
 }
 
-void start_thread() {
+status_t start_thread() {
   {
     const std::lock_guard lock(service().mutex);
     service().ending = false;
     service().closed.clear();
   }
   service().thread = spawn_thread(serve, "ports", B_NORMAL_PRIORITY, nullptr);
-  resume_thread(service().thread);
+  return resume_thread(service().thread);
 }
 
 } // namespace
@@ -156,12 +157,16 @@ status_t open(const std::string& name, std::shared_ptr<PortSink> sink) {
   const std::lock_guard control(service().control);
   port_folder::Listener listener;
   if (const status_t status = port_folder::listen_as(name, &listener); status != B_OK) return status;
+  const bool runs = !service().names.empty() || (service().bell.Fd() >= 0 && start_thread() == B_OK);
+  if (!runs) {
+    port_folder::remove_name(name, listener.inode);
+    return B_NO_MEMORY;
+  }
   service().names[name] = listener.inode;
   {
     const std::lock_guard lock(service().mutex);
     service().opened[name] = std::make_unique<ServedPort>(std::move(listener.socket), std::move(sink));
   }
-  if (service().names.size() == 1) start_thread();
   look_again();
   return B_OK;
 }

@@ -120,6 +120,28 @@ TEST(Message, NestingIsBounded) {
   EXPECT_EQ(read.Unflatten(flat.data(), flat.size()), B_BAD_VALUE);
 }
 
+TEST(Message, VeryManyFieldsAreReadWithoutComparingEachWithAll) {
+  constexpr uint32 kFields = 400000; // each with each would take minutes, and the test its time limit
+  std::string body("abcd");
+  const auto number = [&](auto value) { body.append(reinterpret_cast<const char*>(&value), sizeof value); };
+  number(kFields);
+  for (uint32 i = 0; i < kFields; ++i) {
+    number(uint32{B_BOOL_TYPE});
+    const std::string name = std::to_string(i);
+    number(static_cast<uint16>(name.size()));
+    body += name;
+    number(uint32{1});
+    number(uint32{1});
+    number(uint8{1});
+  }
+  std::string flat("VMSG");
+  flat.append("\1\0\0\0", 4);
+  const uint32 total = static_cast<uint32>(12 + body.size());
+  flat.append(reinterpret_cast<const char*>(&total), sizeof total).append(body);
+  BMessage read;
+  EXPECT_EQ(read.Unflatten(flat.data(), flat.size()), B_OK);
+}
+
 TEST(Message, SpecifiersAreResolvedLastAddedFirst) {
   BMessage message('PGET');
   message.AddSpecifier("Entry", 5);
