@@ -139,7 +139,7 @@ private:
   struct Envelope;
   struct BodyReader;
   /** Starts a delivery of its own; the marks of a drop or of another process stay. */
-  void Address(uint64 handlerToken, const BMessenger& replyTo, std::shared_ptr<class Asker> asker,
+  void Address(uint64 handlerToken, const BMessenger& replyTo, std::shared_ptr<class ReplyReceiver> asker,
                std::shared_ptr<void> mark = nullptr);
   std::unique_ptr<Body> fBody;
   /** Who asked and where the message goes; shared by the copies of one delivery. */

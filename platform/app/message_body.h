@@ -47,9 +47,9 @@ struct BMessage::Body {
 };
 
 /** Someone who waits for the answer to a question. Any thread. */
-class Asker {
+class ReplyReceiver {
 public:
-  virtual ~Asker() = default;
+  virtual ~ReplyReceiver() = default;
   /** Only the first answer counts; false when there was one, or the asker is gone. */
   virtual bool Put(const BMessage& answer) = 0;
 };
@@ -63,7 +63,7 @@ public:
 };
 
 /** Where one waiting asker of this process gets its answer. */
-class ReplySlot : public Asker, public AnswerSource {
+class ReplySlot : public ReplyReceiver, public AnswerSource {
 public:
   bool Put(const BMessage& answer) override;
   std::optional<BMessage> Take(bigtime_t timeout) override;
@@ -81,7 +81,7 @@ struct BMessage::Envelope {
   BMessenger replyTo;
   /** Instead, where the sender is another process; found only when an answer is sent. Without a port: nobody there. */
   RemoteAddress remoteReplyTo;
-  std::shared_ptr<Asker> asker;
+  std::shared_ptr<ReplyReceiver> asker;
   /** Alive while this delivery is: tells its sender that it has not been handled yet. */
   std::shared_ptr<void> mark;
   bool remote = false;

@@ -66,7 +66,7 @@ status_t BMessage::SendReply(const BMessage* reply) const {
   return ReturnAddress().SendMessage(reply, BMessenger(), 0);
 }
 
-void BMessage::Address(uint64 handlerToken, const BMessenger& replyTo, std::shared_ptr<Asker> asker,
+void BMessage::Address(uint64 handlerToken, const BMessenger& replyTo, std::shared_ptr<ReplyReceiver> asker,
                        std::shared_ptr<void> mark) {
   auto envelope = std::make_shared<Envelope>();
   envelope->handlerToken = handlerToken;

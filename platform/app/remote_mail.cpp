@@ -11,9 +11,9 @@
 #include <atomic>
 
 /** Someone in another process who waits for the answer to a question. */
-class RemoteAsker : public Asker {
+class RemoteReceiver : public ReplyReceiver {
 public:
-  explicit RemoteAsker(std::shared_ptr<PortReturn> way) : fWay(std::move(way)) {}
+  explicit RemoteReceiver(std::shared_ptr<PortReturn> way) : fWay(std::move(way)) {}
   /** The question was not taken: nobody here answers it. */
   void Forget() { fDone = true; }
 
@@ -174,7 +174,7 @@ status_t RemoteMail::Deliver(const PortFrame& frame, const std::shared_ptr<PortR
   if (!looper->HasRoom()) return B_WOULD_BLOCK; // before a message is read that nobody takes yet
   BMessage message;
   if (message.Unflatten(body.data(), body.size()) != B_OK) return B_BAD_VALUE;
-  auto asker = frame.flags & kFrameWantsAnswer ? std::make_shared<RemoteAsker>(sender) : nullptr;
+  auto asker = frame.flags & kFrameWantsAnswer ? std::make_shared<RemoteReceiver>(sender) : nullptr;
   auto envelope = std::make_shared<BMessage::Envelope>();
   envelope->handlerToken = target.fHandlerToken;
   envelope->asker = asker;

@@ -62,8 +62,8 @@ TEST(Alert, PostedAlertIsWaitedForByNobody) {
 }
 
 TEST(Alert, WindowThatAsksWaitsWhileOthersGoOn) {
-  struct Questioner : BWindow {
-    Questioner() : BWindow({0, 0, 199, 99}, "asker") {}
+  struct Asker : BWindow {
+    Asker() : BWindow({0, 0, 199, 99}, "asker") {}
     void MessageReceived(BMessage* message) override {
       if (message->what == 'ask_') fAnswer.set_value(save_question()->Go());
     }
@@ -75,7 +75,7 @@ TEST(Alert, WindowThatAsksWaitsWhileOthersGoOn) {
       if (message->what == 'ping') message->SendReply('pong');
     }
   };
-  auto* asker = new Questioner;
+  auto* asker = new Asker;
   auto* other = new Other;
   asker->Show();
   other->Show();

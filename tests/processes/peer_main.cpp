@@ -67,7 +67,7 @@ int32 read_many(port_id port, int32 count) {
 }
 
 /** 'ask?' is answered with the same text, 'drop' not at all, 'keep' when the next 'free' comes, 'twic' twice; 'note' is
-    counted, 'stop' holds the application up until the process ends. */
+    counted, 'stop' is answered and holds the application up until the process ends. */
 class Echo : public BLooper {
 public:
   Echo(const char* signature, int32 capacity) : BLooper("echo", B_NORMAL_PRIORITY, capacity) {
@@ -98,6 +98,7 @@ public:
       ++sNotes;
       break;
     case 'stop':
+      message->SendReply(&answer);
       acquire_sem(create_sem(0, "never"));
       break;
     }
