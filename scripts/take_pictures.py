@@ -52,7 +52,7 @@ def take(path, box):
     path.parent.mkdir(parents=True, exist_ok=True)
     left, top, width, height = box
     screen = subprocess.run(["import", "-window", "root", "png:-"], check=True, stdout=subprocess.PIPE).stdout
-    subprocess.run(["convert", "png:-", "-crop", f"{width}x{height}+{left}+{top}", "+repage", "-colors", "96",
+    subprocess.run(["convert", "png:-", "-crop", f"{width}x{height}+{left}+{top}", "+repage", "+dither", "-colors", "96",
                     "-bordercolor", "#888", "-border", "1", "-strip", "-define", "png:compression-level=9",
                     f"PNG8:{path}"], input=screen, check=True)
 
