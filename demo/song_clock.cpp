@@ -29,12 +29,15 @@ std::optional<double> TSongClock::FindIn(const std::vector<float>& heard, size_t
   return place && place->likeness >= kSureLikeness ? std::optional(place->seconds) : std::nullopt;
 }
 
-bool TSongClock::WaitForStart(double patienceSec) {
-  for (const int64_t deadline = clock_us() + to_us(patienceSec); clock_us() < deadline; usleep(200'000)) {
+bool TSongClock::WaitForStart(int64_t begunUs, double patienceSec) {
+  for (const int64_t deadline = begunUs + to_us(patienceSec); clock_us() < deadline; usleep(200'000)) {
     const auto heard = fRecorder.Samples();
     if (heard.size() < kWindow || !fRecorder.HasTiming()) continue;
     const size_t middle = heard.size() - kWindow / 2 - 1;
-    const auto place = FindIn(heard, middle, kStartSearchSec / 2, kStartSearchSec / 2);
+    // It cannot be further than the time since: the sooner it is looked for, the less there is to be searched.
+    const double sinceSec = static_cast<double>(fRecorder.WhenUs(middle) - begunUs) / 1e6;
+    const double half = std::clamp(sinceSec, 0.0, kStartSearchSec) / 2;
+    const auto place = FindIn(heard, middle, half, half);
     if (!place) continue;
     fZeroUs = fRecorder.WhenUs(middle) - to_us(*place);
     return true;

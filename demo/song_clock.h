@@ -11,8 +11,9 @@ class TSongClock {
 public:
   TSongClock(std::vector<float> song, const TSinkRecorder& recorder);
 
-  /** Waits until the song's first seconds are heard; false if that takes longer than `patienceSec`. */
-  [[nodiscard]] bool WaitForStart(double patienceSec);
+  /** Waits until the song's first seconds are heard, after it was begun at `begunUs`; false if that takes longer than
+      `patienceSec`. */
+  [[nodiscard]] bool WaitForStart(int64_t begunUs, double patienceSec);
   /** Follows the sound: compares what was heard last with the song. Call it every second or so. */
   void Follow();
   /** When the moment `songSec` will be heard (monotonic, µs), if the song goes on as it goes. */
