@@ -13,10 +13,9 @@ void TSonivoApp::CloseRequested() {
   if (fAwaitedAnswers > 0) return; // the windows are being asked
   fAwaitedAnswers = 0;
   const BMessage quit(B_QUIT_REQUESTED);
-  for (int32 i = 0; i < CountWindows(); ++i) {
-    BWindow* const window = WindowAt(i);
-    if (window == nullptr || window == fWindow) continue;
-    if (BMessenger(window).SendMessage(&quit, BMessenger(this), 0) == B_OK) ++fAwaitedAnswers;
+  for (const BMessenger& window : WindowAddresses()) {
+    if (window == BMessenger(fWindow)) continue;
+    if (window.SendMessage(&quit, BMessenger(this), 0) == B_OK) ++fAwaitedAnswers;
   }
   if (fAwaitedAnswers == 0) End();
 }

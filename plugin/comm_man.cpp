@@ -22,18 +22,16 @@ thread_id TCommMan::Run() {
 }
 
 status_t TCommMan::Connect() {
-  const thread_id partner = find_thread(fPartnerName.c_str());
-  if (partner < 0 || be_app == nullptr || fPartner) return B_ERROR;
-  for (int32 i = 0; BLooper* const looper = be_app->LooperAt(i); ++i) {
-    if (looper->Thread() != partner) continue;
-    fPartnerName.clear();
-    fPartner = std::make_unique<BMessenger>(looper);
-    BMessage greeting(kMsgPartnerConnects);
-    greeting.AddPointer("CSCommMan", this);
-    SendMessage(&greeting);
-    return B_OK;
-  }
-  return B_ERROR;
+  const thread_id thread = find_thread(fPartnerName.c_str());
+  if (thread < 0 || be_app == nullptr || fPartner) return B_ERROR;
+  const BMessenger partner = be_app->LooperOn(thread);
+  if (!partner.IsValid()) return B_ERROR;
+  fPartnerName.clear();
+  fPartner = std::make_unique<BMessenger>(partner);
+  BMessage greeting(kMsgPartnerConnects);
+  greeting.AddPointer("CSCommMan", this);
+  SendMessage(&greeting);
+  return B_OK;
 }
 
 void TCommMan::MessageReceived(BMessage* message) {

@@ -15,8 +15,9 @@ constexpr bigtime_t kLockTimeoutUs = 100000;
 template <typename Use>
 bool with_sonivo_window(Use use) {
   if (be_app == nullptr) return false;
-  for (int32 i = 0; BWindow* const window = be_app->WindowAt(i); ++i) {
-    if (window->LockWithTimeout(kLockTimeoutUs) != B_OK) continue;
+  for (const BMessenger& address : be_app->WindowAddresses()) {
+    if (address.LockTargetWithTimeout(kLockTimeoutUs) != B_OK) continue;
+    auto* const window = static_cast<BWindow*>(address.Target(nullptr));
     const bool found = window->Title().starts_with(kTitleStart);
     if (found) use(window);
     window->Unlock();

@@ -20,29 +20,29 @@ int32 BApplication::CountLoopers() const {
   return static_cast<int32>(token_registry::all_loopers().size());
 }
 
-BLooper* BApplication::LooperAt(int32 index) const {
-  const auto loopers = token_registry::all_loopers();
-  return index >= 0 && index < static_cast<int32>(loopers.size()) ? loopers[static_cast<size_t>(index)]->looper
-                                                                  : nullptr;
+int32 BApplication::CountWindows() const {
+  return static_cast<int32>(WindowAddresses().size());
 }
 
-namespace {
-
-std::vector<BWindow*> living_windows() {
-  std::vector<BWindow*> windows;
+std::vector<BMessenger> BApplication::WindowAddresses() const {
+  std::vector<BMessenger> windows;
   for (const auto& core : token_registry::all_loopers()) {
-    if (BWindow* const window = core->window.load()) windows.push_back(window);
+    if (core->window.load()) windows.push_back(AddressOf(*core));
   }
   return windows;
 }
 
-} // namespace
-
-int32 BApplication::CountWindows() const {
-  return static_cast<int32>(living_windows().size());
+BMessenger BApplication::LooperOn(thread_id thread) const {
+  for (const auto& core : token_registry::all_loopers()) {
+    if (core->thread == thread) return AddressOf(*core);
+  }
+  return {};
 }
 
 BWindow* BApplication::WindowAt(int32 index) const {
-  const std::vector<BWindow*> windows = living_windows();
-  return index >= 0 && index < static_cast<int32>(windows.size()) ? windows[static_cast<size_t>(index)] : nullptr;
+  for (const auto& core : token_registry::all_loopers()) {
+    BWindow* const window = core->window.load();
+    if (window && index-- == 0) return window;
+  }
+  return nullptr;
 }

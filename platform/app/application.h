@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/app/looper.h"
+#include "platform/app/messenger.h"
 
 #include <string>
 #include <vector>
@@ -16,11 +17,14 @@ public:
 
   const std::string& Signature() const { return fSignature; }
 
-  /** Living loopers, windows among them, in the order of their making. A pointer is safe to use only after a
-      successful `BMessenger(looper)` lock or on its own thread. Any thread. */
+  /** Living loopers, windows among them. Any thread. */
   int32 CountLoopers() const;
-  BLooper* LooperAt(int32 index) const;
   int32 CountWindows() const;
+  /** Where the living windows are, in the order of their making; each may end at any time. Any thread. */
+  std::vector<BMessenger> WindowAddresses() const;
+  /** The looper that runs on this thread; invalid when there is none. Any thread. */
+  BMessenger LooperOn(thread_id thread) const;
+  /** The pointer is safe to use only where nobody else can end the window. */
   BWindow* WindowAt(int32 index) const;
 
 private:

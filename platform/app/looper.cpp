@@ -253,3 +253,9 @@ int32 BLooper::CountMessages() const {
 void BLooper::SetWindow(BWindow* window) {
   fCore->window = window;
 }
+
+BMessenger BLooper::AddressOf(const Core& core) {
+  BMessenger address;
+  address.fLooperToken = core.token;
+  return address;
+}

@@ -73,6 +73,7 @@ public:
 protected:
   /** A window says so when it can be used, and takes it back (null) when its end begins. */
   void SetWindow(class BWindow* window);
+  static class BMessenger AddressOf(const Core& core);
 
 private:
   friend class BHandler;

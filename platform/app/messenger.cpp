@@ -40,8 +40,12 @@ BHandler* BMessenger::Target(BLooper** looper) const {
 }
 
 bool BMessenger::LockTarget() const {
+  return LockTargetWithTimeout(B_INFINITE_TIMEOUT) == B_OK;
+}
+
+status_t BMessenger::LockTargetWithTimeout(bigtime_t timeout) const {
   const auto core = token_registry::find_looper(LocalToken());
-  return core && core->Lock(B_INFINITE_TIMEOUT) == B_OK;
+  return core ? core->Lock(timeout) : B_BAD_PORT_ID;
 }
 
 status_t BMessenger::SendMessage(uint32 code, const BHandler* replyTo) const {

@@ -36,6 +36,7 @@ public:
   /** Null when gone, or in another process. The pointer is safe to use only while its looper is locked. */
   BHandler* Target(BLooper** looper) const;
   bool LockTarget() const;
+  status_t LockTargetWithTimeout(bigtime_t timeout) const;
 
   /** Posts without waiting for an answer; waits up to `timeout` for room in the target's queue. */
   status_t SendMessage(uint32 code, const BHandler* replyTo = nullptr) const;

@@ -202,8 +202,9 @@ TEST(Application, IsFoundBySignatureAndKnowsItsLoopers) {
   EXPECT_EQ(be_roster->AddName("application/x-vnd.second", BMessenger(looper)), B_OK);
   EXPECT_EQ(BMessenger("application/x-vnd.second"), BMessenger(looper));
   EXPECT_EQ(app->CountLoopers(), 2);
-  EXPECT_EQ(app->LooperAt(1), looper);
-  EXPECT_EQ(app->LooperAt(2), nullptr);
+  const thread_id thread = app->Run();
+  EXPECT_EQ(app->LooperOn(thread), BMessenger(app));
+  EXPECT_FALSE(app->LooperOn(thread + 1000).IsValid());
   end(looper);
   EXPECT_FALSE(be_roster->IsRunning("application/x-vnd.second"));
   EXPECT_EQ(be_roster->Launch("application/x-vnd.nobody"), B_LAUNCH_FAILED);
