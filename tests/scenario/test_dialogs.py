@@ -74,6 +74,8 @@ class Others(Case):
         s.choose("Tools", "KOREVA common preferences...")
         window = s.wait_window("KOREVA Common Preferences")
         s.wait(lambda: eyes.name(eyes.focused(window)) == "OK", "the keyboard at OK")
+        # The applications' controls come through the window's port.
+        s.wait(lambda: self.stands_above(eyes.find(window, "combo box"), eyes.find(window, "check box")), "the controls")
         formats = eyes.find(window, "combo box")
         hands.click(eyes.place(formats))
         s.wait(lambda: "active" not in eyes.states(window) or "expanded" in eyes.states(formats), "the list of formats")
@@ -84,6 +86,10 @@ class Others(Case):
         s.stop()
         s.start()
         s.menu_item("F) File", "S) Save")
+
+    @staticmethod
+    def stands_above(upper, lower):
+        return upper and lower and eyes.place(upper)[1] < eyes.place(lower)[1]
 
     def test_help_opens_in_the_desktops_own_opener(self):
         s = self.stage
