@@ -27,12 +27,16 @@ bool TArchivable::Load(const BEntry& entry) {
 
 namespace {
 
-bool holds_foreign_bytes(const BEntry& entry) {
+enum class TStored { kNothing, kTheSame, kAnother, kForeign };
+
+TStored what_is_stored(const BEntry& entry, const BMessage& archive) {
   BFile file(&entry, B_READ_ONLY);
   off_t size = 0;
-  if (file.InitCheck() != B_OK || !file.IsRegular() || file.GetSize(&size) != B_OK || size == 0) return false;
-  BMessage archive;
-  return archive.Unflatten(&file) != B_OK;
+  if (file.InitCheck() != B_OK || !file.IsRegular() || file.GetSize(&size) != B_OK || size == 0)
+    return TStored::kNothing;
+  BMessage stored;
+  if (stored.Unflatten(&file) != B_OK) return TStored::kForeign;
+  return stored.Flatten() == archive.Flatten() ? TStored::kTheSame : TStored::kAnother;
 }
 
 } // namespace
@@ -41,11 +45,13 @@ bool TArchivable::Save(const BEntry& entry) {
   entry_ref ref;
   BMessage archive;
   if (entry.GetRef(&ref) != B_OK || !Archive(&archive)) return false;
+  const TStored stored = what_is_stored(entry, archive);
+  if (stored == TStored::kTheSame) return true; // at start-up, too, where every wait for the disk is felt
   const std::string path = ref.FullPath();
   // Another application of the family may be writing the same record.
   const std::string written = path + "." + std::to_string(getpid()) + ".new";
   // A torn file, or one of another program's making, may still be of use to its owner.
-  if (holds_foreign_bytes(entry)) std::rename(path.c_str(), (path + ".unreadable").c_str());
+  if (stored == TStored::kForeign) std::rename(path.c_str(), (path + ".unreadable").c_str());
   {
     BFile file(written.c_str(), B_WRITE_ONLY | B_CREATE_FILE | B_ERASE_FILE);
     if (file.InitCheck() != B_OK || archive.Flatten(&file) != B_OK || file.Sync() != B_OK) return false;

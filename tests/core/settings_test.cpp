@@ -84,7 +84,9 @@ TEST_F(Settings, FourModifiersHoldTheSettingsOff) {
 
 TEST_F(Settings, WhatCannotBeReadIsKeptBesideTheNewFile) {
   ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
+  const auto first = std::filesystem::last_write_time(fFolder.File("KOREVA/VesmoE/State.arc"));
   ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
+  EXPECT_EQ(std::filesystem::last_write_time(fFolder.File("KOREVA/VesmoE/State.arc")), first) << "nothing was new";
   EXPECT_FALSE(std::filesystem::exists(fFolder.File("KOREVA/VesmoE/State.arc.unreadable")));
   fFolder.Write("KOREVA/VesmoE/State.arc", "somebody else's");
   EXPECT_FALSE(load_global("VesmoE", "State.arc"));
