@@ -91,6 +91,15 @@ void wait_for_display() {
   });
 }
 
+bool until(const std::function<bool()>& isSo) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  while (!isSo() && std::chrono::steady_clock::now() < end) {
+    wait_for_display();
+    std::this_thread::yield();
+  }
+  return isSo();
+}
+
 void settle(BWindow& window) {
   for (int quiet = 0; quiet < 3; ++quiet) {
     wait_for_display();

@@ -2,6 +2,7 @@
 
 #include "platform/support/geometry.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,8 @@ namespace hands {
 
 /** Lets the display work off all it was told and all events that follow. */
 void wait_for_display();
+/** True once `isSo` holds; lets the display work meanwhile, and gives up after 20 s. */
+bool until(const std::function<bool()>& isSo);
 /** Delivers the messages of a window that does not run, until neither it nor the display has anything left to do. */
 void settle(BWindow& window);
 

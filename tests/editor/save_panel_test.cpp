@@ -10,15 +10,6 @@
 
 namespace {
 
-bool until(const std::function<bool()>& isSo) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-  while (!isSo() && std::chrono::steady_clock::now() < end) {
-    hands::wait_for_display();
-    std::this_thread::yield();
-  }
-  return isSo();
-}
-
 /** Keeps its messages until they are looked at. */
 class Answers : public BLooper {
 public:
@@ -43,7 +34,7 @@ protected:
     hands::wait_for_display();
   }
   bool IsMarked(const char* menu, const std::string& label) {
-    return until([&] {
+    return hands::until([&] {
       for (const hands::MenuLine& line : hands::menu_lines(*fPanel->Window(), {menu}))
         if (line.isMarked) return line.label == label;
       return false;
@@ -52,7 +43,7 @@ protected:
   /** Types a name and takes the answer. */
   BMessage Save(const char* name) {
     hands::type_file_name(*fPanel->Window(), name);
-    until([this] { return fAnswers->DeliverAll() > 0; });
+    hands::until([this] { return fAnswers->DeliverAll() > 0; });
     for (const BMessage& message : std::exchange(fAnswers->fReceived, {}))
       if (message.what == B_SAVE_REQUESTED) return message;
     return BMessage();
@@ -98,11 +89,11 @@ TEST_F(SavePanel, MenusAreReachedByKeyboard) {
   Show(0, 0);
   EXPECT_TRUE(IsMarked("Encoding", "UTF-8"));
   hands::press(*fPanel->Window(), "Alt+E");
-  EXPECT_TRUE(until(hands::popup_is_open));
+  EXPECT_TRUE(hands::until(hands::popup_is_open));
   for (const char* key : {"Down", "Return"}) hands::press_in_menu(key);
   EXPECT_TRUE(IsMarked("Encoding", "Shift-JIS"));
   hands::press(*fPanel->Window(), "Alt+R");
-  EXPECT_TRUE(until(hands::popup_is_open));
+  EXPECT_TRUE(hands::until(hands::popup_is_open));
   for (const char* key : {"Up", "Return"}) hands::press_in_menu(key);
   EXPECT_TRUE(IsMarked("Return Code", "CR"));
   expect_choice(Save("d.lrc"), 1, 2);

@@ -27,15 +27,6 @@ std::vector<BWindow*> windows_titled(const std::string& title) {
   return found;
 }
 
-bool until(const std::function<bool()>& isSo) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-  while (!isSo() && std::chrono::steady_clock::now() < end) {
-    hands::wait_for_display();
-    std::this_thread::yield();
-  }
-  return isSo();
-}
-
 /** The manager's windows run; the manager is handed its messages one by one. */
 class ManagerDialogs : public EditorWorld {
 protected:
@@ -63,10 +54,10 @@ protected:
     return *found.front();
   }
   static bool IsShown(BWindow& window) {
-    return until([&] { return hands::is_shown(window); });
+    return hands::until([&] { return hands::is_shown(window); });
   }
   static bool IsHidden(BWindow& window) {
-    return until([&] { return !hands::is_shown(window); });
+    return hands::until([&] { return !hands::is_shown(window); });
   }
   void Type(BWindow& window, const std::string& text) {
     for (const char c : text) hands::press(window, std::string(1, c));
@@ -141,8 +132,9 @@ TEST_F(ManagerDialogs, FineTagWindowShiftsTheTagsOfTheEditor) {
   Type(fineTag, "-250");
   EXPECT_TRUE(IsHidden(fineTag));
   BWindow& editor = Only(kEditor);
-  EXPECT_TRUE(until([&] { return hands::is_active(editor); })) << "the next keys are the editor's";
-  EXPECT_TRUE(until([&] { return hands::label_text(editor, "StatusBar").ends_with("All tags shifted by -250 [ms]"); }));
+  EXPECT_TRUE(hands::until([&] { return hands::is_active(editor); })) << "the next keys are the editor's";
+  EXPECT_TRUE(
+      hands::until([&] { return hands::label_text(editor, "StatusBar").ends_with("All tags shifted by -250 [ms]"); }));
 }
 
 TEST_F(ManagerDialogs, TextThatIsNoNumberShiftsNothing) {
@@ -151,7 +143,7 @@ TEST_F(ManagerDialogs, TextThatIsNoNumberShiftsNothing) {
   BWindow& fineTag = Only(kFineTag);
   EXPECT_TRUE(IsShown(fineTag));
   Type(fineTag, "1x");
-  EXPECT_TRUE(until([&] { return !hands::label_text(fineTag, "Hint").empty(); }));
+  EXPECT_TRUE(hands::until([&] { return !hands::label_text(fineTag, "Hint").empty(); }));
   EXPECT_TRUE(hands::is_shown(fineTag));
 }
 
@@ -162,7 +154,7 @@ TEST_F(ManagerDialogs, FineTagWindowGoesWithItsEditor) {
   Send(BMessage(kMsgFineTimeTag));
   BMessage quit(B_QUIT_REQUESTED);
   BMessenger(&Only(kEditor)).SendMessage(&quit);
-  EXPECT_TRUE(until([&] {
+  EXPECT_TRUE(hands::until([&] {
     fManager->DeliverAll();
     return windows_titled(kFineTag).empty();
   }));

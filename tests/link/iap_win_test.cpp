@@ -44,11 +44,6 @@ public:
   TInterAppPrefs fPrefs;
 };
 
-bool until(const std::function<bool()>& isSo) {
-  for (int i = 0; i < 10000 && !isSo(); ++i) snooze(1000);
-  return isSo();
-}
-
 class HandDrivenWindow : public TIAPWin {
 public:
   explicit HandDrivenWindow(bool* isClosed) : fIsClosed(isClosed) { SetRunsOnShow(false); }
@@ -79,7 +74,7 @@ protected:
   void Open() {
     fWindow = new HandDrivenWindow(&fIsClosed);
     fWindow->Show();
-    EXPECT_TRUE(until([this] { return fWindow->Port() != 0; }));
+    EXPECT_TRUE(hands::until([this] { return fWindow->Port() != 0; }));
     for (Family* family : {fFirst, fSecond}) EXPECT_EQ(family->fPrefs.ShowWindow({}), B_OK);
     EXPECT_TRUE(Until([this] { return fWindow->FindView("FlatToolBar") && port_count(fWindow->Port()) == 0; }));
     Settle();
@@ -92,7 +87,7 @@ protected:
     }
   }
   bool Until(const std::function<bool()>& isSo) {
-    return until([&] {
+    return hands::until([&] {
       Settle();
       return isSo();
     });
@@ -121,7 +116,7 @@ TEST_F(CommonWindow, TellsEveryApplicationThatHasTheControl) {
   Settle();
   EXPECT_TRUE(Until([this] { return fFirst->Format() == "a) " && fSecond->Format() == "a) "; }));
   // The value is told before it lies on the disk.
-  EXPECT_TRUE(until([] { return Family("application/x-vnd.test-third").Format() == "a) "; }))
+  EXPECT_TRUE(hands::until([] { return Family("application/x-vnd.test-third").Format() == "a) "; }))
       << "stored for those who start later";
 }
 
@@ -137,7 +132,7 @@ TEST_F(CommonWindow, CancelBringsBackAndDefaultSetsWhatIsBuiltIn) {
   Click("FlatToolBar");
   Click("Cancel");
   EXPECT_TRUE(fIsClosed);
-  EXPECT_TRUE(until([this] { return fFirst->Format() == "<a> " && fFirst->IsFlat(); }));
+  EXPECT_TRUE(hands::until([this] { return fFirst->Format() == "<a> " && fFirst->IsFlat(); }));
   EXPECT_LT(find_port(kIAPPortName), 0);
 }
 
@@ -171,7 +166,7 @@ TEST_F(CommonWindow, IsMadeByTheFirstAndMadeAgainAfterItWasClosed) {
     EXPECT_EQ(fSecond->fPrefs.ShowWindow({}), B_OK);
     EXPECT_EQ(fSecond->fPrefs.CloseWindow(false), -1);
     EXPECT_EQ(fFirst->fPrefs.CloseWindow(false), 0);
-    EXPECT_TRUE(until([] { return find_port(kIAPPortName) < 0; }));
+    EXPECT_TRUE(hands::until([] { return find_port(kIAPPortName) < 0; }));
   }
   EXPECT_EQ(fFirst->fPrefs.ShowWindow({100, 100, 200, 200}), B_OK);
   fFirst->fPrefs.EndWindow();
