@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing for the purposes named on the line (build, run, headless, scenario, test,
-# bench).
+# package, bench).
 # Without apt, or without the right to use it, it prints what is needed and stops.
 set -euo pipefail
 
@@ -11,6 +11,7 @@ packages_for() {
     headless) echo xvfb xauth pulseaudio pulseaudio-utils imagemagick libx11-dev libxtst-dev libpulse-dev ;;
     scenario) echo xdotool dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi python3-xlib util-linux ;;
     test) echo git libgtest-dev libgmock-dev clang libclang-rt-dev clang-format clang-tidy binutils python3 attr ;;
+    package) echo dpkg-dev file gzip lintian appstream desktop-file-utils ;;
     bench) echo libbenchmark-dev libdbus-1-dev dbus-daemon pulseaudio-utils ffmpeg sox lame libx11-dev python3 xdotool featherpad ;;
     *) echo "install_packages.sh: no purpose named '$1'" >&2; exit 2 ;;
   esac
