@@ -9,6 +9,8 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/alert_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/button_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/check_box_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/color_button.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/color_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/convert.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/display.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/display_language.cpp
@@ -47,10 +49,12 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/interface/bitmap.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/button.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/check_box.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/color_control.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/control.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/file_panel.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/follow.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/font.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/font_families.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/list_item.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/list_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/list_view_rows.cpp

@@ -4,6 +4,7 @@
 #include "platform/display/display_thread.h"
 #include "platform/display/text_runs.h"
 
+#include <QFontDatabase>
 #include <QFontMetricsF>
 
 #include <algorithm>
@@ -62,6 +63,15 @@ font_height height_of(const BFont& font) {
 float width_of(const BFont& font, std::string_view text) {
   return call(
       [font, asked = std::string(text)] { return static_cast<float>(runs_width(to_qfont(font), to_qstring(asked))); });
+}
+
+std::vector<std::string> families() {
+  return call([] {
+    std::vector<std::string> names;
+    for (const QString& name : QFontDatabase::families())
+      if (!QFontDatabase::isPrivateFamily(name)) names.push_back(name.toStdString());
+    return names;
+  });
 }
 
 } // namespace display

@@ -2,12 +2,17 @@
 
 #include "platform/interface/font.h"
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace display {
 
 /** What a font measures on the screen. Wait for the display thread, but for heights that were asked before. */
 font_height height_of(const BFont& font);
 float width_of(const BFont& font, std::string_view text);
+
+/** Those that are installed and meant to be seen. Waits for the display thread. */
+std::vector<std::string> families();
 
 } // namespace display

@@ -36,4 +36,11 @@ void StringPeer::SetAlignment(alignment align) {
   Change([align](QWidget* widget) { label(widget).setAlignment(side_of(align) | Qt::AlignVCenter); });
 }
 
+void StringPeer::SetBuddy(const std::string& control) {
+  Change([control](QWidget* widget) {
+    if (widget->parentWidget())
+      label(widget).setBuddy(widget->parentWidget()->findChild<QWidget*>(to_qstring(control)));
+  });
+}
+
 } // namespace display

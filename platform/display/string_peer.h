@@ -12,6 +12,8 @@ public:
 
   void SetText(const std::string& text);
   void SetAlignment(alignment align);
+  /** By its name, among the controls of the same parent. */
+  void SetBuddy(const std::string& control);
 };
 
 } // namespace display

@@ -20,8 +20,11 @@ void BControl::SetMessage(BMessage* message) {
 }
 
 void BControl::Invoke() {
-  if (!fIsEnabled || !fMessage) return;
-  BMessage copy(*fMessage);
+  if (fIsEnabled && fMessage) Send(*fMessage);
+}
+
+void BControl::Send(const BMessage& message) {
+  BMessage copy(message);
   copy.AddPointer("source", this);
   copy.AddInt64("when", system_time());
   const BMessenger target = fTarget == BMessenger() ? BMessenger(Window()) : fTarget;

@@ -32,6 +32,10 @@ public:
 
   void MessageReceived(BMessage* message) override;
 
+protected:
+  /** Sends a copy of the message as Invoke does, enabled or not. */
+  void Send(const BMessage& message);
+
 private:
   std::string fLabel;
   int32 fValue = 0;

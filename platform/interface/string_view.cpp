@@ -22,3 +22,7 @@ void BStringView::SetAlignment(alignment align) {
   fAlignment = align;
   if (Peer()) static_cast<display::StringPeer*>(Peer())->SetAlignment(align);
 }
+
+void BStringView::SetBuddy(const char* view) {
+  if (Peer()) static_cast<display::StringPeer*>(Peer())->SetBuddy(view);
+}

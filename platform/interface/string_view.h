@@ -13,6 +13,9 @@ public:
   void SetText(const char* text);
   const char* Text() const { return fText.c_str(); }
   void SetAlignment(alignment align);
+  /** Makes the text the label of a view beside it, of that name, for those who listen to the screen. Both are attached.
+   */
+  void SetBuddy(const char* view);
 
 protected:
   std::shared_ptr<display::ViewPeer> MakePeer() override;

@@ -35,4 +35,5 @@ void BTextControl::SelectAll() {
 void BTextControl::MessageReceived(BMessage* message) {
   if (message->what != display::DISPLAY_FIELD_CHANGED) return BControl::MessageReceived(message);
   message->FindString("text", &fText);
+  if (fModificationMessage) Send(*fModificationMessage);
 }

@@ -18,6 +18,8 @@ public:
   /** What the user has typed by the last message that was handled. */
   const std::string& Text() const { return fText; }
   void SelectAll();
+  /** Sent to the target after each change by the user; takes the message over. */
+  void SetModificationMessage(BMessage* message) { fModificationMessage.reset(message); }
 
   void MessageReceived(BMessage* message) override;
 
@@ -28,4 +30,5 @@ private:
   display::FieldPeer* Field() const;
 
   std::string fText;
+  std::unique_ptr<BMessage> fModificationMessage;
 };
