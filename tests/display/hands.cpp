@@ -8,6 +8,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QColorDialog>
 #include <QDragEnterEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -335,6 +336,23 @@ void type_file_name(BWindow& panel, const std::string& name) {
     field->setFocus();
     QTest::keyClick(field, Qt::Key_Return);
     return true;
+  });
+}
+
+bool choose_color(const std::string& color, bool accepts) {
+  return display::call([&] {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      auto* dialog = qobject_cast<QColorDialog*>(widget);
+      if (dialog == nullptr || !dialog->isVisible()) continue;
+      for (QLineEdit* field : dialog->findChildren<QLineEdit*>()) {
+        if (!field->text().startsWith(QLatin1Char('#'))) continue;
+        field->selectAll();
+        QTest::keyClicks(field, q(color));
+      }
+      QTest::keyClick(dialog, accepts ? Qt::Key_Return : Qt::Key_Escape);
+      return true;
+    }
+    return false;
   });
 }
 

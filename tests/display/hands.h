@@ -84,6 +84,9 @@ bool is_active(BWindow& window);
 void type_file_name(BWindow& panel, const std::string& name);
 /** A menu or a list of suggestions is unfolded somewhere, and takes every key. */
 bool popup_is_open();
+/** Types a colour, as in "#102030", into the dialog of colours, and accepts it or, without, cancels; false when none is
+    open. */
+bool choose_color(const std::string& color, bool accepts = true);
 std::string file_name_selected(BWindow& panel);
 bool is_shown(BWindow& window);
 
