@@ -80,7 +80,7 @@ void TFreeEditView::SetAppearance() {
   SetLowColor(look->background);
   BFont font;
   GetFont(&font);
-  font = lyrics_font(font);
+  font = lyrics_font(font, *look);
   SetFontAndColor(&font, B_FONT_ALL, &look->lyrics);
   Invalidate();
 }

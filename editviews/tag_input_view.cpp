@@ -82,7 +82,7 @@ void TTagInputView::SetAppearance() {
   SetViewColor(look->background);
   BFont font;
   GetFont(&font);
-  font = lyrics_font(font);
+  font = lyrics_font(font, *look);
   SetFont(&font, B_FONT_ALL); // measures every row anew and lays the list out
 }
 
