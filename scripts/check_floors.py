@@ -17,7 +17,7 @@ FOLDERS = {
     "interapp": 3,
     "editviews": 4,
     "window": 5,
-    "plugin": 6,
+    "plugin": 6, "companion": 6,
     "player": 7, "tools": 7,
 }
 FILES = {

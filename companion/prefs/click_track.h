@@ -1,0 +1,37 @@
+#pragma once
+
+#include "common/thread.h"
+#include "companion/prefs/click_output.h"
+#include "platform/app/message.h"
+#include "platform/app/messenger.h"
+
+#include <functional>
+#include <memory>
+
+/** From the track to its target: int32 "Test", its number, and: */
+enum : uint32 {
+  kMsgClick = 'tpck',      // int64 "WhenUs": a click is heard now, exactly then on the clock of key presses
+  kMsgTrackEnded = 'tpen', // all clicks have been heard, some time ago
+  kMsgNoSound = 'tpns',    // the clicks that follow can only be seen
+};
+
+/** Plays the clicks of a tap test on a thread of its own, and tells of each when it is heard. */
+class TClickTrack : public koreva::TThread {
+public:
+  using TOpen = std::function<std::unique_ptr<TClickOutput>()>;
+  static constexpr int kClicks = 16;
+
+  /** `open` is called on the track's thread, and may give null: the clicks come in silence then. */
+  TClickTrack(const BMessenger& target, int32 number, TOpen open);
+  ~TClickTrack() override;
+
+protected:
+  int32 Execute() override;
+
+private:
+  void Tell(BMessage message) const;
+
+  const BMessenger fTarget;
+  const int32 fNumber;
+  const TOpen fOpen;
+};

@@ -1,0 +1,172 @@
+#include "companion/prefs/pref_page.h"
+
+#include "language/llt.h"
+#include "platform/app/message.h"
+#include "platform/interface/button.h"
+#include "platform/interface/check_box.h"
+#include "platform/interface/color_control.h"
+#include "platform/interface/menu_field.h"
+#include "platform/interface/string_view.h"
+#include "platform/interface/text_control.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr float kMargin = 12;
+constexpr float kGap = 8;
+constexpr float kColumnGap = 12;
+
+/** As a count of pixels, unlike what rectangles tell. */
+BPoint room_of(BView* view) {
+  return view->PreferredSize() + BPoint{1, 1};
+}
+
+void place(BView* view, float left, float top, float width, float height) {
+  view->MoveTo(left, top);
+  view->ResizeTo(width - 1, height - 1);
+}
+
+} // namespace
+
+TPrefPage::TPrefPage(const char* name) : TKRVView({}, name) {}
+
+void TPrefPage::AddCheckBox(const char* name, const char* key, bool TPrefValues::*field) {
+  auto* const box = new BCheckBox({}, name, "", new BMessage(kMsgSettingChanged));
+  fRelabels.push_back([box, key] { box->SetLabel(gLLT->Text(key)); });
+  fBindings.push_back({box, [box, field](const TPrefValues& values) { box->SetValue(values.*field ? 1 : 0); },
+                       [box, field](TPrefValues* values) {
+                         values->*field = box->Value() != 0;
+                         return true;
+                       }});
+  AddWide(box);
+}
+
+BMenuField* TPrefPage::AddFreeMenu(const char* name, const char* key, std::function<int32(const TPrefValues&)> show,
+                                   std::function<void(int32, TPrefValues*)> take) {
+  auto* const menu = new BMenuField({}, name, "", new BMessage(kMsgSettingChanged));
+  fBindings.push_back({menu,
+                       [menu, show = std::move(show)](const TPrefValues& values) { menu->SetValue(show(values)); },
+                       [menu, take = std::move(take)](TPrefValues* values) {
+                         take(menu->Value(), values);
+                         return true;
+                       }});
+  AddLabelled(menu, key);
+  return menu;
+}
+
+void TPrefPage::AddMenu(const char* name, const char* key, int32 TPrefValues::*field,
+                        const std::vector<TChoice>& choices) {
+  const auto index_of = [choices, field](const TPrefValues& values) {
+    const auto found = std::ranges::find(choices, values.*field, &TChoice::value);
+    return found == choices.end() ? -1 : static_cast<int32>(found - choices.begin());
+  };
+  BMenuField* const menu = AddFreeMenu(name, key, index_of, [choices, field](int32 index, TPrefValues* values) {
+    if (index >= 0) values->*field = choices[static_cast<size_t>(index)].value;
+  });
+  fRelabels.push_back([menu, choices] {
+    const int32 chosen = menu->Value();
+    std::vector<std::string> shown;
+    for (const TChoice& choice : choices) shown.emplace_back(gLLT->Text(choice.key));
+    menu->SetChoices(shown);
+    menu->SetValue(chosen);
+  });
+}
+
+void TPrefPage::AddColor(const char* name, const char* key, rgb_color TPrefValues::*field) {
+  auto* const color = new BColorControl({}, name, "", new BMessage(kMsgSettingChanged));
+  fBindings.push_back({color, [color, field](const TPrefValues& values) { color->SetValue(values.*field); },
+                       [color, field](TPrefValues* values) {
+                         values->*field = color->ValueAsColor();
+                         return true;
+                       }});
+  AddLabelled(color, key);
+}
+
+void TPrefPage::AddText(const char* name, const char* key, std::function<std::string(const TPrefValues&)> show,
+                        std::function<bool(const std::string&, TPrefValues*)> take) {
+  auto* const text = new BTextControl({}, name, "", "");
+  text->SetModificationMessage(new BMessage(kMsgSettingChanged));
+  fBindings.push_back(
+      {text, [text, show = std::move(show)](const TPrefValues& values) { text->SetText(show(values).c_str()); },
+       [text, take = std::move(take)](TPrefValues* values) { return take(text->Text(), values); }});
+  AddLabelled(text, key);
+}
+
+void TPrefPage::AddLabelled(BControl* control, const char* key) {
+  auto* const label = new BStringView({}, "", "");
+  fRelabels.push_back([control, label, key] {
+    const char* const text = gLLT->Text(key);
+    label->SetText(text);
+    control->SetLabel(text);
+  });
+  AddChild(label);
+  AddChild(control);
+  fRows.push_back({label, control, nullptr});
+}
+
+void TPrefPage::AddWide(BView* view, BButton* button) {
+  AddChild(view);
+  if (button) AddChild(button);
+  fRows.push_back({nullptr, view, button});
+}
+
+void TPrefPage::Relabel() {
+  for (const auto& relabel : fRelabels) relabel();
+}
+
+void TPrefPage::ShowValues(const TPrefValues& values) {
+  for (const TBinding& binding : fBindings) binding.show(values);
+}
+
+TPrefPage::TTaken TPrefPage::Take(const void* source, TPrefValues* values) const {
+  const auto found = std::ranges::find_if(fBindings, [source](const TBinding& b) { return b.control == source; });
+  if (found == fBindings.end()) return TTaken::kNotMine;
+  return found->take(values) ? TTaken::kTaken : TTaken::kUnfit;
+}
+
+void TPrefPage::AllAttached() {
+  for (const TRow& row : fRows)
+    if (row.label) row.label->SetBuddy(row.view->Name());
+  TKRVView::AllAttached();
+}
+
+float TPrefPage::LabelWidth() const {
+  float width = 0;
+  for (const TRow& row : fRows)
+    if (row.label) width = std::max(width, room_of(row.label).x + kColumnGap);
+  return width;
+}
+
+float TPrefPage::HeightOf(const TRow& row) const {
+  const float label = row.label ? room_of(row.label).y : 0;
+  const float button = row.button ? room_of(row.button).y : 0;
+  return std::max({room_of(row.view).y, label, button});
+}
+
+BPoint TPrefPage::PreferredSize() {
+  const float labelWidth = LabelWidth();
+  BPoint all{0, 2 * kMargin - kGap};
+  for (const TRow& row : fRows) {
+    const float before = row.label ? labelWidth : 0;
+    const float behind = row.button ? kColumnGap + room_of(row.button).x : 0;
+    all = {std::max(all.x, before + room_of(row.view).x + behind), all.y + HeightOf(row) + kGap};
+  }
+  return {all.x + 2 * kMargin - 1, all.y - 1};
+}
+
+void TPrefPage::LayOut() {
+  const float width = Bounds().Width() + 1 - 2 * kMargin;
+  const float labelWidth = LabelWidth();
+  float top = kMargin;
+  for (const TRow& row : fRows) {
+    const float height = HeightOf(row);
+    const float before = row.label ? labelWidth : 0;
+    const float behind = row.button ? kColumnGap + room_of(row.button).x : 0;
+    if (row.label) place(row.label, kMargin, top, labelWidth - kColumnGap, height);
+    place(row.view, kMargin + before, top, row.label ? std::min(room_of(row.view).x, width - before) : width - behind,
+          height);
+    if (row.button) place(row.button, kMargin + width - behind + kColumnGap, top, behind - kColumnGap, height);
+    top += height + kGap;
+  }
+}

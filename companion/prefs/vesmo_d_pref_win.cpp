@@ -1,0 +1,168 @@
+#include "companion/prefs/vesmo_d_pref_win.h"
+
+#include "companion/prefs/appearance_page.h"
+#include "companion/prefs/files_page.h"
+#include "companion/prefs/general_page.h"
+#include "companion/prefs/notices.h"
+#include "companion/prefs/shared_prefs.h"
+#include "companion/prefs/timing_page.h"
+#include "interapp/inter_app_prefs.h"
+#include "language/llt.h"
+#include "platform/app/message.h"
+#include "platform/interface/button.h"
+#include "platform/interface/string_view.h"
+#include "platform/interface/tab_view.h"
+#include "plugin/message_filters.h"
+#include "toolkit/krv_dlg_view.h"
+
+namespace {
+
+enum : uint32 { kMsgDefaults = 'prdf', kMsgRevert = 'prrv', kMsgStore = 'prst' };
+
+/** Long enough for a colour to be tried out without a write for each. */
+constexpr bigtime_t kStoreAfterUs = 400000;
+
+constexpr const char* kTabKeys[] = {"Pref_Tab_General", "Pref_Tab_Appearance", "Pref_Tab_Files", "Pref_Tab_Timing"};
+
+/** Of a language file only the name counts: languages lie beside the plug-in. */
+TPrefValues settings_of_now() {
+  TPrefValues values = *gPref->Values();
+  values.languageFile.erase(0, values.languageFile.rfind('/') + 1);
+  return values;
+}
+
+} // namespace
+
+TVesmoDPrefWin::TVesmoDPrefWin(const std::string& languageFolder, const BMessenger& manager,
+                               TClickTrack::TOpen openOutput)
+    : TKRVDlgWin(""), fManager(manager), fAppearance(new TAppearancePage),
+      fTiming(new TTimingPage(std::move(openOutput))), fPages{new TGeneralPage(languageFolder), fAppearance,
+                                                              new TFilesPage, fTiming},
+      fTabs(new BTabView({}, "PrefTabs")), fFault(new BStringView({}, "Fault", "")),
+      fDefaults(new BButton({}, "Defaults", "", new BMessage(kMsgDefaults))),
+      fRevert(new BButton({}, "Revert", "", new BMessage(kMsgRevert))),
+      fClose(new BButton({}, "Close", "", new BMessage(B_QUIT_REQUESTED))), fView(new TKRVDlgView("Preferences")) {
+  for (TPrefPage* page : fPages) fTabs->AddTab(page, "");
+  fView->AddRow({fTabs});
+  fView->AddRow({fFault});
+  fView->AddButtons({fDefaults, fRevert, fClose});
+  fView->SetDefaultButton(fClose);
+  fView->SetCancelButton(fClose);
+  AddMainChild(fView);
+  fTabs->MakeFocus();
+  Relabel();
+}
+
+TVesmoDPrefWin::~TVesmoDPrefWin() = default;
+
+void TVesmoDPrefWin::Show() {
+  fValues = fOpened = settings_of_now();
+  Say(nullptr);
+  Relabel();
+  TKRVDlgWin::Show();
+}
+
+void TVesmoDPrefWin::PutAway() {
+  fTiming->StopTest();
+  StoreNow();
+  TKRVDlgWin::PutAway();
+}
+
+void TVesmoDPrefWin::Quit() {
+  fTiming->StopTest();
+  StoreNow();
+  TKRVDlgWin::Quit();
+}
+
+void TVesmoDPrefWin::MessageReceived(BMessage* message) {
+  switch (message->what) {
+  case kMsgSettingChanged:
+    return SettingChanged(*message);
+  case kMsgUseOffset:
+    return UseOffset(*message);
+  case kMsgStampHint:
+    return TakeStampHint(*message);
+  case kMsgDefaults:
+    return SetAll(TPrefValues());
+  case kMsgRevert:
+    return SetAll(fOpened);
+  case kMsgStore:
+    return StoreNow();
+  case kNoticeLanguage:
+  case kMsgIAPChanged:
+    return Relabel();
+  default:
+    TKRVDlgWin::MessageReceived(message);
+  }
+}
+
+void TVesmoDPrefWin::Relabel() {
+  SetTitle(gLLT->Text("Pref_Win_Title"));
+  for (size_t i = 0; i < fPages.size(); ++i) {
+    fTabs->SetTabLabel(static_cast<int32>(i), gLLT->Text(kTabKeys[i]));
+    fPages[i]->Relabel();
+    fPages[i]->ShowValues(fValues);
+  }
+  fDefaults->SetLabel(accelerator_label("D", gLLT->Text("Button_Defaults")).c_str());
+  fRevert->SetLabel(accelerator_label("R", gLLT->Text("Button_Revert")).c_str());
+  fClose->SetLabel(accelerator_label("C", gLLT->Text("Button_Close")).c_str());
+  Say(nullptr); // it is in the language of before
+  Fit();
+  fView->LayOut();
+}
+
+void TVesmoDPrefWin::SettingChanged(const BMessage& message) {
+  void* source = nullptr;
+  message.FindPointer("source", &source);
+  TPrefValues values = fValues;
+  for (const TPrefPage* page : fPages) {
+    const auto taken = page->Take(source, &values);
+    if (taken == TPrefPage::TTaken::kUnfit) return Say("Pref_Err_Number");
+  }
+  Say(nullptr);
+  Change(values);
+  fAppearance->Preview(values);
+}
+
+void TVesmoDPrefWin::UseOffset(const BMessage& message) {
+  TPrefValues values = fValues;
+  if (message.FindInt32("TmDf", &values.timeOffsetMs) == B_OK) SetAll(values);
+}
+
+void TVesmoDPrefWin::TakeStampHint(const BMessage& message) {
+  int32 latenessMs = 0;
+  int32 offsetMs = 0;
+  if (message.FindInt32("LateMs", &latenessMs) == B_OK && message.FindInt32("TmDf", &offsetMs) == B_OK)
+    fTiming->SetStampHint(latenessMs, offsetMs);
+}
+
+void TVesmoDPrefWin::SetAll(const TPrefValues& values) {
+  Change(values);
+  Say(nullptr);
+  for (TPrefPage* page : fPages) page->ShowValues(fValues);
+}
+
+void TVesmoDPrefWin::Change(const TPrefValues& values) {
+  for (const BMessage& notice : notices_of_change(fValues, values)) {
+    fManager.SendMessage(&notice, BMessenger(), 0);
+    fUnstored.push_back(notice);
+  }
+  fValues = values;
+  if (!fUnstored.empty()) StoreSoon();
+}
+
+void TVesmoDPrefWin::StoreSoon() {
+  const BMessage store(kMsgStore);
+  fStoreLater = std::make_unique<BMessageRunner>(BMessenger(this), &store, kStoreAfterUs, 1);
+}
+
+void TVesmoDPrefWin::StoreNow() {
+  fStoreLater.reset();
+  if (fUnstored.empty()) return;
+  if (!store_shared_prefs(fUnstored, fValues)) return Say("Pref_Err_Store");
+  fUnstored.clear();
+}
+
+void TVesmoDPrefWin::Say(const char* key) {
+  fFault->SetText(key ? gLLT->Text(key) : "");
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "companion/prefs/click_track.h"
+#include "companion/prefs/pref_page.h"
+#include "platform/app/message_runner.h"
+#include "toolkit/krv_dlg_win.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class BButton;
+class BStringView;
+class BTabView;
+class TAppearancePage;
+class TKRVDlgView;
+class TTimingPage;
+
+/** To the window: int32 "LateMs", how late the user's stamps seem to be; int32 "TmDf", the time offset that they were
+    made with. From the editor, by way of both managers. */
+inline constexpr uint32 kMsgStampHint = 'Srth';
+
+/** The preferences of both plug-ins, on pages. What the user sets is told to the manager at once, in notices that the
+    plug-ins take over, and stored a moment later. Closing hides it; who owns it ends it.
+    The window also heeds '_lgc' and '_ipc': the texts, or the letters before them, are others now. */
+class TVesmoDPrefWin : public TKRVDlgWin {
+public:
+  TVesmoDPrefWin(const std::string& languageFolder, const BMessenger& manager,
+                 TClickTrack::TOpen openOutput = open_click_output);
+  ~TVesmoDPrefWin() override;
+
+  void Show() override;
+  void PutAway() override;
+  void Quit() override;
+  void MessageReceived(BMessage* message) override;
+
+private:
+  void Relabel();
+  void SettingChanged(const BMessage& message);
+  void UseOffset(const BMessage& message);
+  void TakeStampHint(const BMessage& message);
+  void SetAll(const TPrefValues& values);
+  /** Tells and stores what differs from the values of now. */
+  void Change(const TPrefValues& values);
+  void StoreSoon();
+  void StoreNow();
+  void Say(const char* key);
+
+  const BMessenger fManager;
+  TPrefValues fValues;
+  TPrefValues fOpened; // as the window was opened
+  std::vector<BMessage> fUnstored;
+  std::unique_ptr<BMessageRunner> fStoreLater;
+  TAppearancePage* fAppearance; // two of the pages
+  TTimingPage* fTiming;
+  std::vector<TPrefPage*> fPages; // in the order of their tabs
+  BTabView* fTabs;
+  BStringView* fFault;
+  BButton* fDefaults;
+  BButton* fRevert;
+  BButton* fClose;
+  TKRVDlgView* fView; // the main child
+};

@@ -1,0 +1,106 @@
+#include "companion/prefs/notices.h"
+#include "language/llt.h"
+#include "platform/interface/color_control.h"
+#include "platform/interface/menu_field.h"
+#include "tests/companion/prefs/pref_world.h"
+#include "tests/display/hands.h"
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+TEST_F(PrefWindow, TellsEachChangeAtOnceAndStoresItWhenItIsClosed) {
+  Open();
+  Click("ToolBar");
+  EXPECT_THAT(Notices(), ElementsAre("Splc: STlB"));
+  EXPECT_FALSE(gPref->Values()->showToolBar);
+  SelectTab(2);
+  fWindow->FindView("LineEnds")->MakeFocus();
+  Settle();
+  Press("Down");
+  EXPECT_THAT(Notices(), ElementsAre("Spcc: WCRT"));
+  Press("Escape");
+  EXPECT_FALSE(hands::is_shown(*fWindow));
+  EXPECT_FALSE(Stored().showToolBar);
+  EXPECT_EQ(Stored().writeCRType, 1);
+}
+
+TEST_F(PrefWindow, StoresWithoutBeingClosed) {
+  Open();
+  Click("StayOnTop");
+  EXPECT_TRUE(hands::until([this] {
+    Settle();
+    return Stored().stayOnTop;
+  }));
+}
+
+TEST_F(PrefWindow, OffersTheLanguagesPresentAndSpeaksTheOneThatIsChosen) {
+  Open();
+  auto* const languages = static_cast<BMenuField*>(fWindow->FindView("Language"));
+  EXPECT_THAT(languages->Choices(), ElementsAre("English (built in)", "Deutsch", "English", "Français", "日本語"));
+  EXPECT_EQ(languages->Value(), 2);
+  languages->MakeFocus();
+  Settle();
+  Press("End");
+  EXPECT_THAT(Notices(), ElementsAre("_lgc: LLTF"));
+  EXPECT_EQ(gPref->Values()->languageFile, "Japanese.llt");
+  gLLT->Load(TEXTS_FOLDER "/Japanese.llt"); // as the manager does
+  Post(BMessage('_lgc'));
+  EXPECT_EQ(fWindow->Title(), "Vesmo の設定");
+  EXPECT_EQ(hands::spoken(*fWindow, "ToolBar").name, "ツールバーを表示する");
+  EXPECT_EQ(languages->Value(), 4);
+  EXPECT_EQ(hands::focused_view(*fWindow), "Language");
+}
+
+TEST_F(PrefWindow, TextsThatAreNoFittingNumberAreToldAndChangeNothing) {
+  Open();
+  for (const char* text : {"4", "1001", "25x", ""}) {
+    Type("PollInterval", "250");
+    Notices();
+    Type("PollInterval", text);
+    if (*text == '\0') Press("Delete");
+    EXPECT_THAT(Label("Fault"), Not(IsEmpty())) << text;
+    EXPECT_NE(gPref->Values()->pollIntervalUs, 4000) << text;
+  }
+  Type("PollInterval", "40");
+  EXPECT_THAT(Label("Fault"), IsEmpty());
+  EXPECT_EQ(Notices().back(), "Ssic: MTmI");
+  EXPECT_EQ(gPref->Values()->pollIntervalUs, 40000);
+}
+
+TEST_F(PrefWindow, AColourIsTriedOutAndGivenUpOrKept) {
+  Open();
+  SelectTab(1);
+  const auto color = [this] { return static_cast<BColorControl*>(fWindow->FindView("LyricsColor"))->ValueAsColor(); };
+  const std::string preview = hands::pixels(*fWindow, "Preview");
+  for (const bool accepts : {false, true}) {
+    Click("LyricsColor");
+    ASSERT_TRUE(hands::choose_color("#20C040", accepts));
+    Settle();
+    EXPECT_THAT(Notices(), Each("Spac: LyCl"));
+    EXPECT_EQ(color() == (rgb_color{0x20, 0xC0, 0x40, 255}), accepts);
+    EXPECT_EQ(gPref->Values()->lyrics, color());
+    EXPECT_EQ(hands::pixels(*fWindow, "Preview") != preview, accepts);
+  }
+}
+
+TEST_F(PrefWindow, DefaultsAndRevertSetEveryPage) {
+  TPrefValues own;
+  own.timeOffsetMs = -140;
+  own.fontSize = 20;
+  own.stayOnTop = true;
+  gPref->SetValues(own);
+  Open();
+  Click("Defaults");
+  EXPECT_EQ(gPref->Values()->timeOffsetMs, -140) << "the manager has not looked yet";
+  EXPECT_THAT(Notices(), testing::UnorderedElementsAre("Spsc: SoTp", "Sptc: TmDf", "Spac: FntS"));
+  EXPECT_EQ(gPref->Values()->timeOffsetMs, 0);
+  Click("Revert");
+  Notices();
+  EXPECT_EQ(gPref->Values()->timeOffsetMs, -140);
+  EXPECT_EQ(gPref->Values()->fontSize, 20);
+  EXPECT_TRUE(hands::spoken(*fWindow, "StayOnTop").isOn);
+  Press("Escape");
+  EXPECT_EQ(Stored().timeOffsetMs, -140);
+}
