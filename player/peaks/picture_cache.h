@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/** Where the picture of this song, as the file is now, is kept below the user's cache folder; empty when there is no
+    such file. */
+std::string cached_picture_path(const std::string& song);
+
+/** Writes it there in one step, and drops those used longest ago until all together are no larger than `limit`. */
+void keep_picture(const std::string& path, const std::string& bytes, uintmax_t limit);

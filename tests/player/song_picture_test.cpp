@@ -1,0 +1,70 @@
+/** What is seen of a song: found, sent through the pipe, and kept. */
+
+#include "player/peaks/loudness.h"
+#include "player/peaks/picture_cache.h"
+#include "player/peaks/read_song.h"
+
+#include "tests/player/wav.h"
+#include "tests/scratch_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::Each;
+using testing::ElementsAre;
+
+TEST(SongPicture, LoudnessIsThatOfTheLoudestStretchOfEachPart) {
+  EXPECT_THAT(scaled_loudness({0.1F, 0.2F, 0.05F, 0, 0.4F}, 2), ElementsAre(128, 255));
+  EXPECT_THAT(scaled_loudness({0.5F}, 10), ElementsAre(255));
+  EXPECT_THAT(scaled_loudness({0, 0}, 2), ElementsAre(0, 0)) << "silence is not raised";
+  EXPECT_TRUE(scaled_loudness({}, 10).empty());
+}
+
+TEST(SongPicture, IsFoundInASongAndInNothingElse) {
+  const ScratchFolder folder;
+  const TSongPicture picture = read_song_picture(folder.Write("silent.wav", silent_wav()));
+  EXPECT_EQ(picture.loudness.size(), 25U) << "half a second";
+  EXPECT_THAT(picture.loudness, Each(0));
+  EXPECT_TRUE(picture.cover.empty());
+  for (const char* bytes : {"", "no sound in here", "RIFF....WAVEfmt "}) {
+    EXPECT_TRUE(read_song_picture(folder.Write("bad.wav", bytes)).loudness.empty());
+  }
+}
+
+TEST(SongPicture, ComesThroughThePipeAndSpoiltBytesDoNot) {
+  TSongPicture picture;
+  picture.loudness = {1, 2, 255};
+  picture.coverWidth = 2;
+  picture.coverHeight = 1;
+  picture.cover = std::string("\0\1\2\3\4\5", 6);
+  const std::string bytes = picture_bytes(picture);
+  const auto back = parse_picture(bytes);
+  ASSERT_TRUE(back);
+  EXPECT_EQ(back->loudness, picture.loudness);
+  EXPECT_EQ(back->cover, picture.cover);
+  for (size_t size = 0; size < bytes.size(); ++size) EXPECT_FALSE(parse_picture(bytes.substr(0, size))) << size;
+  for (const size_t at : {0, 4, 8, 11, 12, 15, 16, 19}) {
+    std::string spoilt = bytes;
+    spoilt[at] = static_cast<char>(spoilt[at] ^ 0xff);
+    EXPECT_FALSE(parse_picture(spoilt)) << at;
+  }
+}
+
+TEST(SongPicture, TheCacheKeepsTheNewestWithinItsLimit) {
+  const ScratchFolder folder;
+  setenv("XDG_CACHE_HOME", folder.Path().c_str(), 1);
+  const std::string song = folder.Write("a.wav", "1");
+  const std::string first = cached_picture_path(song);
+  EXPECT_EQ(cached_picture_path(song), first);
+  folder.Write("a.wav", "22");
+  const std::string second = cached_picture_path(song);
+  EXPECT_NE(second, first) << "the song has changed";
+  EXPECT_EQ(cached_picture_path(folder.File("none")), "");
+  keep_picture(first, std::string(600, 'x'), 1000);
+  std::filesystem::last_write_time(first, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+  keep_picture(second, std::string(300, 'x'), 1000);
+  EXPECT_TRUE(std::filesystem::exists(first));
+  keep_picture(second, std::string(500, 'x'), 1000);
+  EXPECT_FALSE(std::filesystem::exists(first)) << "used longest ago";
+  EXPECT_EQ(std::filesystem::file_size(second), 500U);
+}
