@@ -25,4 +25,6 @@ enum : uint32 {
   kMsgWishSeekBy = 'SNsr',    // int32 "Time": ms, negative is back; bounded to the song
   kMsgWishPlayPause = 'SNpp', // starts the song where none is loaded
   kMsgWishSpeedBy = 'SNsp',   // int32 "Percent": points of the song's own speed; bounded to 25 to 200 of them
+  kMsgWishMarks = 'SNmk',     // string "Title", as the record told it; int32 "TimeMs", any number, ascending: the
+                              // moments to mark while that song plays, instead of those told before
 };

@@ -79,6 +79,13 @@ public:
   void SetVolume(double percent) override {
     Do([=, this] { SetNumber("volume", percent); });
   }
+  void SetRepeat(int32 fromMs, int32 toMs) override {
+    Do([=, this] {
+      const bool repeats = fromMs >= 0 && toMs >= 0;
+      SetMoment("ab-loop-a", repeats ? fromMs : -1);
+      SetMoment("ab-loop-b", repeats ? toMs : -1);
+    });
+  }
 
   int32 PositionMs() override {
     mpv_handle* const mpv = fMpv;
@@ -250,6 +257,10 @@ private:
   }
   void SetNumber(const char* name, double value) {
     mpv_library()->set_property_async(fMpv, 0, name, MPV_FORMAT_DOUBLE, &value);
+  }
+  void SetMoment(const char* name, int32 positionMs) {
+    const std::string seconds = positionMs < 0 ? "no" : std::to_string(positionMs / 1000.0);
+    mpv_library()->set_property_string(fMpv, name, seconds.c_str());
   }
 
   TSongEvents* const fEvents;

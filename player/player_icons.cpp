@@ -1,5 +1,6 @@
 #include "player/player_icons.h"
 
+#include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
@@ -32,19 +33,31 @@ QPainterPath outline(const QString& name) {
     path.addRoundedRect(10, 6, 1.5, 4, 0.7, 0.7);
     path.addRoundedRect(12.8, 4, 1.5, 8, 0.7, 0.7);
   }
+  if (name == "menu") {
+    for (const qreal y : {3.0, 7.2, 11.4}) path.addRoundedRect(2, y, 12, 1.6, 0.8, 0.8);
+  }
+  if (name == "note") {
+    path.setFillRule(Qt::WindingFill);
+    path.addEllipse(2, 10.5, 5, 4);
+    path.addEllipse(9.5, 9, 5, 4);
+    path.addRect(5.8, 2.8, 1.2, 9.7);
+    path.addRect(13.3, 1.3, 1.2, 9.7);
+    path.addPolygon(
+        QPolygonF({QPointF(5.8, 2.8), QPointF(14.5, 1), QPointF(14.5, 3.5), QPointF(5.8, 5.3), QPointF(5.8, 2.8)}));
+  }
   return path;
 }
 
 class TSignEngine : public QIconEngine {
 public:
-  TSignEngine(QString name, const QColor& color) : fName(std::move(name)), fColor(color) {}
-  QIconEngine* clone() const override { return new TSignEngine(fName, fColor); }
+  explicit TSignEngine(QString name) : fName(std::move(name)) {}
+  QIconEngine* clone() const override { return new TSignEngine(fName); }
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->translate(rect.topLeft());
     painter->scale(rect.width() / 16.0, rect.height() / 16.0);
-    QColor color = fColor;
+    QColor color = QGuiApplication::palette().color(QPalette::WindowText);
     if (mode == QIcon::Disabled) color.setAlphaF(0.35F);
     painter->fillPath(outline(fName), color);
     painter->restore();
@@ -58,12 +71,11 @@ public:
   }
 
 private:
-  QString fName;
-  QColor fColor;
+  const QString fName;
 };
 
 } // namespace
 
-QIcon player_icon(const QString& name, const QColor& color) {
-  return QIcon(new TSignEngine(name, color));
+QIcon player_icon(const QString& name) {
+  return QIcon(new TSignEngine(name));
 }

@@ -5,11 +5,21 @@ enum : unsigned int {
   kMsgPlayPause = 'plpp',
   kMsgNext = 'plnx',
   kMsgPrevious = 'plpv',
-  kMsgPlaySong = 'plgo', // int32 "index"
-  kMsgSeek = 'plsk',     // int32 "positionMs"
-  kMsgVolume = 'plvo',   // int32 "percent"
-  kMsgSpeed = 'plsp',    // int32 "percent"
-  kMsgAddSongs = 'plad', // string "path", one or more
+  kMsgPlaySong = 'plgo',   // int32 "index"
+  kMsgSeek = 'plsk',       // int32 "positionMs"
+  kMsgVolume = 'plvo',     // int32 "percent"
+  kMsgSpeed = 'plsp',      // int32 "percent"
+  kMsgRepeatFrom = 'plra', // from here
+  kMsgRepeatTo = 'plrb',   // to here
+  kMsgRepeatOff = 'plrx',
+  // The list. Songs are named by int64 "id", one or more.
+  kMsgAddSongs = 'plad',    // string "path", one or more; int32 "before" (absent: at the end)
+  kMsgRemoveSongs = 'plrm', // "id"
+  kMsgMoveSongs = 'plmv',   // "id"; int32 "before"
+  kMsgClearSongs = 'plcl',
+  kMsgSaveList = 'plsv', // string "path"
+  kMsgKeep = 'plkp',
+  kMsgHandedOver = 'plho', // from another start of the program: string "path", "lyrics", bool "paused"; answered
   kMsgWindowCloses = 'plwc',
   // From the sound; int64 "load" throughout.
   kMsgSongLoaded = 'psld', // string "title", "artist", int32 "durationMs"

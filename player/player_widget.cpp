@@ -1,59 +1,37 @@
 #include "player/player_widget.h"
 
-#include "platform/app/message.h"
-#include "player/player_icons.h"
+#include "player/cover_view.h"
+#include "player/dropped_files.h"
+#include "player/file_choosers.h"
+#include "player/front_end_host.h"
+#include "player/player_controls.h"
 #include "player/player_messages.h"
+#include "player/requests.h"
+#include "player/seek_bar.h"
+#include "player/song_list_view.h"
+#include "player/song_pictures.h"
+#include "player/song_text.h"
 
-#include <QComboBox>
 #include <QDragEnterEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
+#include <QMenu>
 #include <QMimeData>
 #include <QShortcut>
-#include <QSlider>
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include <set>
-
 namespace {
 
-constexpr int kSpeedsPercent[] = {25, 50, 75, 90, 100, 110, 125, 150, 200};
 constexpr int kSeekStepMs = 5000;
+constexpr int kSpeedStep = 5;
+constexpr int kVolumeStep = 5;
 
-QString clock_text(int32 positionMs) {
-  const int32 seconds = positionMs / 1000;
-  return QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0'));
+QLabel* new_label(const QString& text = {}) {
+  auto* const label = new QLabel(text);
+  label->setTextFormat(Qt::PlainText);
+  return label;
 }
-
-QString speed_text(int percent) {
-  return QStringLiteral("%1×").arg(percent / 100.0);
-}
-
-/** A speed between those of the list stands among them for as long as it lasts. */
-void show_speed(QComboBox* box, int percent) {
-  if (box->currentData().toInt() == percent) return;
-  std::set<int> speeds(std::begin(kSpeedsPercent), std::end(kSpeedsPercent));
-  speeds.insert(percent);
-  box->clear();
-  for (const int speed : speeds) box->addItem(speed_text(speed), speed);
-  box->setCurrentIndex(box->findData(percent));
-}
-
-/** A slider that goes where it is clicked. */
-class TClickSlider : public QSlider {
-public:
-  TClickSlider() : QSlider(Qt::Horizontal) {}
-
-protected:
-  void mousePressEvent(QMouseEvent* event) override {
-    if (event->button() == Qt::LeftButton && width() > 0) {
-      setSliderPosition(minimum() + static_cast<int>((maximum() - minimum()) * event->position().x() / width()));
-    }
-    QSlider::mousePressEvent(event);
-  }
-};
 
 } // namespace
 
@@ -62,156 +40,156 @@ TPlayerWidget::TPlayerWidget(const BMessenger& player) : fPlayer(player) {
   column->setContentsMargins(14, 12, 14, 12);
   column->setSpacing(8);
   MakeHead();
-  MakeSeekRow();
-  MakeControls();
-  MakeList();
+  MakeSeekBar();
+  fControls = new TPlayerControls(player);
+  connect(fControls->MenuButton(), &QToolButton::clicked, this, [this] { OpenMenu(); });
+  column->addWidget(fControls);
+  fList = new TSongListView(player);
+  column->addWidget(fList, 1);
   MakeShortcuts();
   setAcceptDrops(true);
+  fList->setFocus();
   ShowState({});
 }
 
 void TPlayerWidget::MakeHead() {
-  fTitle = new QLabel;
+  fCover = new TCoverView;
+  fTitle = new_label();
   QFont large = fTitle->font();
   large.setPointSizeF(large.pointSizeF() * 1.5);
   large.setBold(true);
   fTitle->setFont(large);
   fTitle->setAccessibleName(tr("Title of the song"));
-  fArtist = new QLabel;
+  fArtist = new_label();
   fArtist->setForegroundRole(QPalette::PlaceholderText);
-  fFault = new QLabel;
-  fFault->setWordWrap(true);
-  QPalette warning = fFault->palette();
-  warning.setColor(QPalette::WindowText, QColor(0xc0, 0x39, 0x2b));
-  fFault->setPalette(warning);
+  auto* const texts = new QVBoxLayout;
+  texts->addStretch(1);
   for (QLabel* label : {fTitle, fArtist}) {
-    label->setTextFormat(Qt::PlainText);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // a long title never widens the window
-    layout()->addWidget(label);
+    texts->addWidget(label);
   }
-  fFault->setTextFormat(Qt::PlainText);
-  layout()->addWidget(fFault);
+  texts->addStretch(1);
+  auto* const head = new QHBoxLayout;
+  head->setSpacing(12);
+  head->addWidget(fCover);
+  head->addLayout(texts, 1);
+  static_cast<QVBoxLayout*>(layout())->addLayout(head);
 }
 
-void TPlayerWidget::MakeSeekRow() {
-  auto* const row = new QHBoxLayout;
-  fElapsed = new QLabel(clock_text(0));
-  fTotal = new QLabel(clock_text(0));
-  fSeekBar = new TClickSlider;
-  fSeekBar->setToolTip(tr("Play position (Left, Right: 5 s)"));
-  fSeekBar->setAccessibleName(tr("Play position"));
-  fSeekBar->setFocusPolicy(Qt::NoFocus);
-  connect(fSeekBar, &QSlider::sliderReleased, this, [this] { SendSeek(fSeekBar->value()); });
-  row->addWidget(fElapsed);
-  row->addWidget(fSeekBar, 1);
-  row->addWidget(fTotal);
-  static_cast<QVBoxLayout*>(layout())->addLayout(row);
-}
-
-QToolButton* TPlayerWidget::MakeButton(const QString& iconName, const QString& tip, uint32 command) {
-  auto* const button = new QToolButton;
-  button->setIcon(player_icon(iconName, palette().color(QPalette::ButtonText)));
-  button->setIconSize(QSize(22, 22));
-  button->setMinimumSize(40, 36);
-  button->setAutoRaise(true);
-  button->setToolTip(tip);
-  button->setAccessibleName(tip);
-  button->setFocusPolicy(Qt::TabFocus);
-  connect(button, &QToolButton::clicked, this, [this, command] { Send(command); });
-  return button;
-}
-
-void TPlayerWidget::MakeControls() {
-  auto* const row = new QHBoxLayout;
-  row->addWidget(MakeButton("previous", tr("Previous song (P)"), kMsgPrevious));
-  fPlayButton = MakeButton("play", tr("Play or pause (Space)"), kMsgPlayPause);
-  row->addWidget(fPlayButton);
-  row->addWidget(MakeButton("next", tr("Next song (N)"), kMsgNext));
-  row->addStretch(1);
-
-  fSpeed = new QComboBox;
-  show_speed(fSpeed, 100);
-  fSpeed->setToolTip(tr("Speed; the pitch is kept"));
-  fSpeed->setAccessibleName(tr("Speed"));
-  fSpeed->setFocusPolicy(Qt::TabFocus);
-  connect(fSpeed, &QComboBox::activated, this,
-          [this] { SendInt(kMsgSpeed, "percent", fSpeed->currentData().toInt()); });
-  row->addWidget(fSpeed);
-
-  auto* const sign = new QLabel;
-  sign->setPixmap(player_icon("volume", palette().color(QPalette::WindowText)).pixmap(16, 16));
-  row->addWidget(sign);
-  fVolume = new TClickSlider;
-  fVolume->setRange(0, 100);
-  fVolume->setFixedWidth(90);
-  fVolume->setToolTip(tr("Volume"));
-  fVolume->setAccessibleName(tr("Volume"));
-  fVolume->setFocusPolicy(Qt::TabFocus);
-  connect(fVolume, &QSlider::valueChanged, this, [this](int value) { SendInt(kMsgVolume, "percent", value); });
-  row->addWidget(fVolume);
-  static_cast<QVBoxLayout*>(layout())->addLayout(row);
-}
-
-void TPlayerWidget::MakeList() {
-  fList = new QListWidget;
-  fList->setAccessibleName(tr("Playlist"));
-  fList->setUniformItemSizes(true);
-  fList->setAlternatingRowColors(true);
-  connect(fList, &QListWidget::itemActivated, this,
-          [this](QListWidgetItem* item) { SendInt(kMsgPlaySong, "index", fList->row(item)); });
-  static_cast<QVBoxLayout*>(layout())->addWidget(fList, 1);
+void TPlayerWidget::MakeSeekBar() {
+  fSeekBar = new TSeekBar;
+  connect(fSeekBar, &QSlider::valueChanged, this, [this](int value) { ask(fPlayer, kMsgSeek, "positionMs", value); });
+  layout()->addWidget(fSeekBar);
+  fElapsed = new_label(QString::fromStdString(clock_text(0)));
+  fTotal = new_label(QString::fromStdString(clock_text(0)));
+  auto* const times = new QHBoxLayout;
+  times->addWidget(fElapsed);
+  times->addStretch(1);
+  times->addWidget(fTotal);
+  static_cast<QVBoxLayout*>(layout())->addLayout(times);
 }
 
 void TPlayerWidget::MakeShortcuts() {
   const auto add = [this](const QKeySequence& key, auto action) {
     connect(new QShortcut(key, this), &QShortcut::activated, this, action);
   };
-  add(Qt::Key_Space, [this] { Send(kMsgPlayPause); });
-  add(Qt::Key_N, [this] { Send(kMsgNext); });
-  add(Qt::Key_P, [this] { Send(kMsgPrevious); });
-  add(Qt::Key_Left, [this] { SendSeek(fSeekBar->value() - kSeekStepMs); });
-  add(Qt::Key_Right, [this] { SendSeek(fSeekBar->value() + kSeekStepMs); });
+  const auto addRequest = [&](const QKeySequence& key, uint32 request) {
+    add(key, [this, request] { ask(fPlayer, request); });
+  };
+  addRequest(Qt::Key_Space, kMsgPlayPause);
+  addRequest(Qt::Key_N, kMsgNext);
+  addRequest(Qt::Key_P, kMsgPrevious);
+  addRequest(Qt::Key_A, kMsgRepeatFrom);
+  addRequest(Qt::Key_B, kMsgRepeatTo);
+  addRequest(Qt::Key_X, kMsgRepeatOff);
+  add(Qt::Key_Left, [this] { SeekBy(-kSeekStepMs); });
+  add(Qt::Key_Right, [this] { SeekBy(kSeekStepMs); });
+  add(Qt::CTRL | Qt::Key_Up, [this] { ask(fPlayer, kMsgWishSpeedBy, "Percent", kSpeedStep); });
+  add(Qt::CTRL | Qt::Key_Down, [this] { ask(fPlayer, kMsgWishSpeedBy, "Percent", -kSpeedStep); });
+  add(Qt::CTRL | Qt::Key_0, [this] { ask(fPlayer, kMsgSpeed, "percent", 100); });
+  add(Qt::Key_Plus, [this] { fControls->ChangeVolume(kVolumeStep); });
+  add(Qt::Key_Minus, [this] { fControls->ChangeVolume(-kVolumeStep); });
+  add(Qt::ALT | Qt::Key_Up, [this] { fList->MoveSelected(-1); });
+  add(Qt::ALT | Qt::Key_Down, [this] { fList->MoveSelected(1); });
+  add(Qt::CTRL | Qt::Key_O, [this] { choose_songs(this, fPlayer); });
+  add(Qt::CTRL | Qt::SHIFT | Qt::Key_O, [this] { choose_folder(this, fPlayer); });
+  add(Qt::CTRL | Qt::Key_S, [this] { choose_list_file(this, fPlayer); });
+  add(Qt::CTRL | Qt::Key_Delete, [this] { ask(fPlayer, kMsgClearSongs); });
+  add(Qt::ALT | Qt::Key_M, [this] { OpenMenu(); });
+}
+
+void TPlayerWidget::SeekBy(int ms) {
+  ask(fPlayer, kMsgWishSeekBy, "Time", ms);
+}
+
+void TPlayerWidget::OpenMenu() {
+  if (fMenu == nullptr) MakeMenu();
+  QToolButton* const button = fControls->MenuButton();
+  fMenu->popup(button->mapToGlobal(QPoint(button->width() - fMenu->sizeHint().width(), button->height())));
+}
+
+/** The keys behind the tabs are those of MakeShortcuts, which work before this menu was ever opened. */
+void TPlayerWidget::MakeMenu() {
+  fMenu = new QMenu(this);
+  fMenu->addAction(tr("Open songs or lists …\tCtrl+O"), this, [this] { choose_songs(this, fPlayer); });
+  fMenu->addAction(tr("Open a folder …\tCtrl+Shift+O"), this, [this] { choose_folder(this, fPlayer); });
+  fMenu->addAction(tr("Save the list …\tCtrl+S"), this, [this] { choose_list_file(this, fPlayer); });
+  fMenu->addSeparator();
+  fMenu->addAction(tr("Remove the selected songs\tDelete"), this, [this] { fList->RemoveSelected(); });
+  fMenu->addAction(tr("Clear the list\tCtrl+Delete"), this, [this] { ask(fPlayer, kMsgClearSongs); });
 }
 
 void TPlayerWidget::ShowState(const TPlayerState& state) {
-  const bool hasSong = state.current >= 0 && state.current < static_cast<int32>(state.songs.size());
-  const TSong song = hasSong ? state.songs[static_cast<size_t>(state.current)] : TSong();
+  const bool hasSong = state.current >= 0 && state.current < static_cast<int32>(state.songs->size());
+  const TSong song = hasSong ? (*state.songs)[static_cast<size_t>(state.current)] : TSong();
   fTitle->setText(hasSong ? QString::fromStdString(song.title) : tr("No song"));
   fTitle->setToolTip(QString::fromStdString(song.path));
-  fArtist->setText(hasSong ? QString::fromStdString(song.artist) : tr("Drop songs or folders here"));
-  fFault->setText(QString::fromStdString(state.faults));
-  fFault->setVisible(!state.faults.empty());
-  fPlayButton->setIcon(player_icon(state.isPlaying ? "pause" : "play", palette().color(QPalette::ButtonText)));
-  fTotal->setText(clock_text(state.durationMs));
-  fSeekBar->setRange(0, state.durationMs);
-  fSeekBar->setEnabled(hasSong);
-  show_speed(fSpeed, state.speedPercent);
-  if (!fVolume->isSliderDown()) {
-    const QSignalBlocker quiet(fVolume);
-    fVolume->setValue(state.volumePercent);
-  }
-  ShowSongs(state);
+  fArtist->setText(QString::fromStdString(song.artist));
+  fArtist->setVisible(!song.artist.empty());
+  fTotal->setText(QString::fromStdString(clock_text(state.durationMs)));
+  ShowFaults(state.faults);
+  fSeekBar->ShowSong(state);
+  fControls->ShowState(state);
+  fList->Show(state);
+  ShowPictures(state);
 }
 
-void TPlayerWidget::ShowSongs(const TPlayerState& state) {
-  while (fList->count() > static_cast<int>(state.songs.size())) delete fList->takeItem(fList->count() - 1);
-  while (fList->count() < static_cast<int>(state.songs.size())) fList->addItem(QString());
-  for (int i = 0; i < fList->count(); ++i) {
-    const TSong& song = state.songs[static_cast<size_t>(i)];
-    QListWidgetItem* const item = fList->item(i);
-    const QString artist = QString::fromStdString(song.artist);
-    const QString title = QString::fromStdString(song.title);
-    item->setText(artist.isEmpty() ? title : title + QStringLiteral(" — ") + artist);
-    QFont font = fList->font();
-    font.setBold(i == state.current);
-    font.setStrikeOut(song.failed);
-    item->setFont(font);
+/** The line for faults is made with the first of them. */
+void TPlayerWidget::ShowFaults(const std::string& faults) {
+  if (fFault == nullptr && faults.empty()) return;
+  if (fFault == nullptr) {
+    fFault = new_label();
+    fFault->setWordWrap(true);
+    fFault->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QPalette warning = fFault->palette();
+    const bool isDark = warning.color(QPalette::Window).lightness() < 128;
+    warning.setColor(QPalette::WindowText, isDark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb7, 0x1c, 0x1c));
+    fFault->setPalette(warning);
+    constexpr int kBelowTheHead = 1;
+    static_cast<QVBoxLayout*>(layout())->insertWidget(kBelowTheHead, fFault);
   }
+  fFault->setText(QString::fromStdString(faults));
+  fFault->setVisible(!faults.empty());
+}
+
+/** What the sound could begin is looked into, and nothing else. */
+void TPlayerWidget::ShowPictures(const TPlayerState& state) {
+  const bool hasSong = state.isLoaded && state.current >= 0;
+  const TSong* const song = hasSong ? &(*state.songs)[static_cast<size_t>(state.current)] : nullptr;
+  const bool isKnown = song && song->played && !song->failed;
+  if (fPictures == nullptr && !isKnown) return;
+  if (fPictures == nullptr) {
+    fPictures = new TSongPictures(this, [this](const TSongPicture& picture) {
+      fSeekBar->ShowLoudness(picture.loudness);
+      fCover->Show(cover_image(picture));
+    });
+  }
+  fPictures->Show(isKnown ? song->path : std::string());
 }
 
 void TPlayerWidget::ShowPosition(int32 positionMs) {
-  if (!fSeekBar->isSliderDown()) fSeekBar->setValue(positionMs);
-  fElapsed->setText(clock_text(positionMs));
+  fSeekBar->ShowPosition(positionMs);
+  fElapsed->setText(QString::fromStdString(clock_text(positionMs)));
 }
 
 void TPlayerWidget::dragEnterEvent(QDragEnterEvent* event) {
@@ -219,25 +197,6 @@ void TPlayerWidget::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void TPlayerWidget::dropEvent(QDropEvent* event) {
-  BMessage message(kMsgAddSongs);
-  for (const QUrl& url : event->mimeData()->urls()) {
-    if (url.isLocalFile()) message.AddString("path", url.toLocalFile().toStdString());
-  }
-  fPlayer.SendMessage(&message, BMessenger(), 0);
+  ask_about_paths(fPlayer, kMsgAddSongs, dropped_files(*event));
   event->acceptProposedAction();
-}
-
-void TPlayerWidget::Send(uint32 command) const {
-  const BMessage message(command);
-  fPlayer.SendMessage(&message, BMessenger(), 0);
-}
-
-void TPlayerWidget::SendInt(uint32 command, const char* name, int32 value) const {
-  BMessage message(command);
-  message.AddInt32(name, value);
-  fPlayer.SendMessage(&message, BMessenger(), 0);
-}
-
-void TPlayerWidget::SendSeek(int positionMs) const {
-  SendInt(kMsgSeek, "positionMs", positionMs);
 }

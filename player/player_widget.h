@@ -5,11 +5,13 @@
 
 #include <QWidget>
 
-class QComboBox;
 class QLabel;
-class QListWidget;
-class QSlider;
-class QToolButton;
+class QMenu;
+class TCoverView;
+class TPlayerControls;
+class TSeekBar;
+class TSongListView;
+class TSongPictures;
 
 /** The inside of the player's window. Lives on the display thread; what the user does becomes messages to `player`. */
 class TPlayerWidget : public QWidget {
@@ -25,25 +27,24 @@ protected:
 
 private:
   void MakeHead();
-  void MakeSeekRow();
-  void MakeControls();
-  void MakeList();
+  void MakeSeekBar();
   void MakeShortcuts();
-  QToolButton* MakeButton(const QString& iconName, const QString& tip, uint32 command);
-  void ShowSongs(const TPlayerState& state);
-  void Send(uint32 command) const;
-  void SendInt(uint32 command, const char* name, int32 value) const;
-  void SendSeek(int positionMs) const;
+  void OpenMenu();
+  void MakeMenu();
+  void ShowFaults(const std::string& faults);
+  void ShowPictures(const TPlayerState& state);
+  void SeekBy(int ms);
 
   const BMessenger fPlayer;
+  TCoverView* fCover = nullptr;
   QLabel* fTitle = nullptr;
   QLabel* fArtist = nullptr;
   QLabel* fFault = nullptr;
   QLabel* fElapsed = nullptr;
   QLabel* fTotal = nullptr;
-  QSlider* fSeekBar = nullptr;
-  QToolButton* fPlayButton = nullptr;
-  QSlider* fVolume = nullptr;
-  QComboBox* fSpeed = nullptr;
-  QListWidget* fList = nullptr;
+  TSeekBar* fSeekBar = nullptr;
+  TPlayerControls* fControls = nullptr;
+  TSongListView* fList = nullptr;
+  QMenu* fMenu = nullptr;             // made when it is first opened
+  TSongPictures* fPictures = nullptr; // made with the first song
 };

@@ -13,9 +13,9 @@ struct TPlayerWindow::TWidgetSlot {
 };
 
 namespace {
-constexpr BRect kFirstFrame{60, 80, 500, 480};
+constexpr BRect kFirstFrame{60, 80, 500, 560};
 constexpr float kMinWidth = 360;
-constexpr float kMinHeight = 240;
+constexpr float kMinHeight = 320;
 constexpr float kNoLimit = 32767;
 } // namespace
 

@@ -1,54 +1,91 @@
 #include "player/playlist.h"
 
 #include <algorithm>
-#include <cctype>
-#include <filesystem>
-
-namespace fs = std::filesystem;
+#include <unordered_set>
 
 namespace {
 
-constexpr const char* kExtensions[] = {".mp3", ".ogg", ".oga", ".opus", ".flac", ".wav", ".m4a", ".aac",
-                                       ".mp4", ".wma", ".aif", ".aiff", ".ape",  ".wv",  ".mka", ".webm"};
+using TIds = std::unordered_set<int64>;
 
-std::vector<std::string> audio_files_in(const fs::path& folder) {
-  std::vector<std::string> files;
-  std::error_code error;
-  // Links to folders are not followed, so a loop of them ends nowhere.
-  fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied, error);
-  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-    std::error_code ignored;
-    if (entry->is_regular_file(ignored) && is_audio_name(entry->path().string()))
-      files.push_back(entry->path().string());
-  }
-  std::sort(files.begin(), files.end());
-  return files;
+auto is_one_of(const TIds& ids) {
+  return [&ids](const TSong& song) { return ids.contains(song.id); };
 }
 
 } // namespace
 
-bool is_audio_name(const std::string& path) {
-  std::string extension = fs::path(path).extension().string();
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return std::find(std::begin(kExtensions), std::end(kExtensions), extension) != std::end(kExtensions);
+/** What was handed out stays as it was: whoever shows the list compares it with the next one. */
+TSongs& TPlaylist::Own() {
+  if (fSongs.use_count() > 1) fSongs = std::make_shared<TSongs>(*fSongs);
+  return *fSongs;
 }
 
-int32 TPlaylist::Add(const std::string& path) {
-  std::error_code error;
-  const bool isFolder = fs::is_directory(path, error);
-  const std::vector<std::string> files = isFolder ? audio_files_in(path) : std::vector<std::string>{path};
-  for (const std::string& file : files) {
-    TSong song;
-    song.path = fs::absolute(file, error).lexically_normal().string();
-    song.title = fs::path(file).stem().string();
-    fSongs.push_back(std::move(song));
-  }
-  return static_cast<int32>(files.size());
+void TPlaylist::Insert(TSongs songs, int32 before) {
+  if (songs.empty()) return;
+  if (before < 0 || before > Count()) before = Count();
+  for (TSong& song : songs) song.id = ++fLastId;
+  if (fCurrent >= before) fCurrent += static_cast<int32>(songs.size());
+  TSongs& own = Own();
+  own.insert(own.begin() + before, std::make_move_iterator(songs.begin()), std::make_move_iterator(songs.end()));
 }
 
-TSong* TPlaylist::At(int32 index) {
-  return index >= 0 && index < Count() ? &fSongs[static_cast<size_t>(index)] : nullptr;
+void TPlaylist::TakeUp(TSongs songs) {
+  std::unordered_set<std::string> before;
+  for (const TSong& song : songs) before.insert(song.path);
+  const TSong* const current = CurrentSong();
+  const std::string playing = current ? current->path : std::string();
+  TSongs& own = Own();
+  std::erase_if(own, [&](const TSong& song) { return before.contains(song.path); });
+  fCurrent = -1;
+  Insert(std::move(songs), 0);
+  if (!playing.empty()) fCurrent = Find(playing);
+}
+
+bool TPlaylist::Remove(const std::vector<int64>& ids) {
+  const TIds doomed(ids.begin(), ids.end());
+  TSongs& own = Own();
+  const auto current = own.begin() + std::max(fCurrent, int32{0});
+  const auto gone = std::count_if(own.begin(), current, is_one_of(doomed));
+  const bool removed = std::erase_if(own, is_one_of(doomed)) > 0;
+  fCurrent = std::min(fCurrent - static_cast<int32>(gone), Count() - 1);
+  return removed;
+}
+
+bool TPlaylist::Move(const std::vector<int64>& ids, int32 before) {
+  const TIds moving(ids.begin(), ids.end());
+  const TSong* const current = CurrentSong();
+  const int64 currentId = current ? current->id : 0;
+  if (before < 0 || before > Count()) before = Count();
+  const std::shared_ptr<const TSongs> old = fSongs;
+  TSongs& own = Own();
+  const auto place = own.begin() + before;
+  std::stable_partition(own.begin(), place, [&](const TSong& song) { return !moving.contains(song.id); });
+  std::stable_partition(place, own.end(), is_one_of(moving));
+  fCurrent = IndexOf(currentId);
+  return !std::equal(own.begin(), own.end(), old->begin(), old->end(),
+                     [](const TSong& a, const TSong& b) { return a.id == b.id; });
+}
+
+void TPlaylist::Clear() {
+  fSongs = std::make_shared<TSongs>();
+  fCurrent = -1;
+}
+
+const TSong* TPlaylist::At(int32 index) const {
+  return index >= 0 && index < Count() ? &(*fSongs)[static_cast<size_t>(index)] : nullptr;
+}
+
+TSong* TPlaylist::Edit(int32 index) {
+  return At(index) ? &Own()[static_cast<size_t>(index)] : nullptr;
+}
+
+int32 TPlaylist::IndexOf(int64 id) const {
+  const auto found = std::find_if(fSongs->begin(), fSongs->end(), [=](const TSong& song) { return song.id == id; });
+  return found == fSongs->end() ? -1 : static_cast<int32>(found - fSongs->begin());
+}
+
+int32 TPlaylist::Find(const std::string& path) const {
+  const auto found = std::find_if(fSongs->begin(), fSongs->end(), [&](const TSong& song) { return song.path == path; });
+  return found == fSongs->end() ? -1 : static_cast<int32>(found - fSongs->begin());
 }
 
 bool TPlaylist::SetCurrent(int32 index) {

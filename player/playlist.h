@@ -2,10 +2,12 @@
 
 #include "platform/support/types.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
 struct TSong {
+  int64 id = 0; // given by the list; never used twice
   std::string path;
   std::string title; // the file's name without its extension, until its tags are known
   std::string artist;
@@ -14,30 +16,43 @@ struct TSong {
   bool failed = false; // could not be played when it was last tried
 };
 
-/** The songs in their order, and which one is current. Knows no sound. One thread. */
+using TSongs = std::vector<TSong>;
+
+/** The songs in their order, and which one is current. Knows no sound. One thread; the songs themselves are handed out
+    as they are at that moment, and any thread may read them. */
 class TPlaylist {
 public:
-  /** A file is taken as it is; a folder gives its audio files and those of its folders, in byte order. Returns how many
-      songs were added. */
-  int32 Add(const std::string& path);
+  /** Puts the songs before that place; a place outside the list means its end. */
+  void Insert(TSongs songs, int32 before);
+  /** Those songs first, then those of the list that are not among them. A current song stays current. */
+  void TakeUp(TSongs songs);
+  /** False when none of them was there. The song after the current one becomes current in its place. */
+  bool Remove(const std::vector<int64>& ids);
+  /** In the order of the list. False when nothing changes its place. */
+  bool Move(const std::vector<int64>& ids, int32 before);
+  void Clear();
 
-  int32 Count() const { return static_cast<int32>(fSongs.size()); }
-  /** Null outside the list. */
-  TSong* At(int32 index);
-  const TSong* At(int32 index) const { return const_cast<TPlaylist*>(this)->At(index); }
-  const std::vector<TSong>& Songs() const { return fSongs; }
+  int32 Count() const { return static_cast<int32>(fSongs->size()); }
+  /** Null outside the list. Lasts until the next change. */
+  const TSong* At(int32 index) const;
+  TSong* Edit(int32 index);
+  /** -1: not there. */
+  int32 Find(const std::string& path) const;
+  /** Another pointer after every change. */
+  std::shared_ptr<const TSongs> Songs() const { return fSongs; }
 
   /** -1: none. */
   int32 Current() const { return fCurrent; }
-  TSong* CurrentSong() { return At(fCurrent); }
+  const TSong* CurrentSong() const { return At(fCurrent); }
   bool SetCurrent(int32 index);
   /** The next song in that direction (1 or -1) that did not fail; -1 when there is none. */
   int32 Neighbour(int32 direction) const;
 
 private:
-  std::vector<TSong> fSongs;
-  int32 fCurrent = -1;
-};
+  TSongs& Own();
+  int32 IndexOf(int64 id) const;
 
-/** True for names that end like an audio file's. */
-bool is_audio_name(const std::string& path);
+  std::shared_ptr<TSongs> fSongs = std::make_shared<TSongs>();
+  int32 fCurrent = -1;
+  int64 fLastId = 0;
+};

@@ -42,6 +42,9 @@ public:
   virtual void SetSpeed(double speed) = 0;
   /** 0 to 100. */
   virtual void SetVolume(double percent) = 0;
+  /** Plays this part again and again, exactly, from when it reaches its end; -1 for either end: no longer. The next
+      song does not forget it. A source that cannot do that plays on. */
+  virtual void SetRepeat(int32 /*fromMs*/, int32 /*toMs*/) {}
   /** The moment of the song that is heard now, in ms; the last one known while nothing is heard. */
   virtual int32 PositionMs() = 0;
 };

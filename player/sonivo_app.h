@@ -19,6 +19,7 @@ class TPlayerWindow;
    it in the window, and answers front ends and scripts. */
 class TSonivoApp : public BApplication, private TSongEvents {
 public:
+  static constexpr const char* kSignature = "application/x-vnd.Marvik-Sonivo";
   using TSourceMaker = std::function<std::unique_ptr<TSongSource>(TSongEvents*)>;
   explicit TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource = make_mpv_source);
   ~TSonivoApp() override;
@@ -27,30 +28,48 @@ public:
   void MessageReceived(BMessage* message) override;
 
 private:
-  // sonivo_app.cpp: what the user does and what the sound tells.
+  // sonivo_app.cpp: the start, and what is shown.
   void Start();
   void PlayFirstSong();
-  void ShowLyrics() const;
+  static void ShowLyrics(const std::string& path);
+  void TellFault(const std::string& fault);
+  void ForgetFaults();
+  void StateChanged();
+  void TickWhilePlaying();
+
+  // sonivo_playing.cpp: what the user does to the song, and what the sound tells.
   void PlayPause();
   void PlaySong(int32 index, bool paused);
   void PlayNeighbour(int32 direction);
+  void StopPlaying();
   void Seek(int64 positionMs);
   void SetSpeed(int64 percent);
   void SetVolume(int32 percent);
-  void AddSongs(const BMessage& message);
+  void SetRepeat(uint32 bound);
+  void ForgetRepeat();
+  bool IsAboutThisLoad(const BMessage& message) const;
   void Loaded(const BMessage& message);
   void Ended(const BMessage& message);
+  void PlayOn();
   void Failed(const BMessage& message);
-  void TellFault(const std::string& fault);
-  void ForgetFaults();
   void Tick();
   void LookForFile();
-  void StateChanged();
-  bool IsAboutThisLoad(const BMessage& message) const;
+
+  // sonivo_list.cpp: the list of songs, also from one run to the next.
+  bool HandleList(const BMessage& message);
+  void Gather(const std::vector<std::string>& paths, int32 before);
+  void AddSongs(const BMessage& message);
+  void RemoveSongs(const BMessage& message);
+  void SaveList(const BMessage& message);
+  void TakeOver(const BMessage& message);
+  int32 FindKeptList();
+  void Keep();
+  void SaveKeptList();
 
   // sonivo_scripting.cpp: the answers to front ends and scripts.
   void Handshake(const BMessage& message) const;
   bool HandleWish(const BMessage& message);
+  void TakeMarks(const BMessage& message);
   bool HandleScript(BMessage* message);
   void CountEntries(const BMessage& message) const;
   void GetEntry(const BMessage& message, int32 index) const;
@@ -74,6 +93,14 @@ private:
   int64 fLoadedLoad = 0; // the last one that the sound could begin
   int64 fMissedLoad = 0; // the last one whose file was found gone
   int64 fTicks = 0;
+  int32 fResumeMs = 0; // where the song goes on once it is loaded
+  /** The tagged moments that the editor told last, and of which song. */
+  std::string fMarkedTitle;
+  std::shared_ptr<const std::vector<int32>> fMarksMs;
+  /** Where the list is kept; empty until it was read. What was kept last. */
+  std::string fKeptPath;
+  std::shared_ptr<const TSongs> fKeptSongs;
+  int32 fKeptCurrent = -1;
   std::unique_ptr<TSongSource> fSource;
   TNowPlaying fNowPlaying;
   TFrontEndHost* fHost;
@@ -81,6 +108,7 @@ private:
   TPluginLoader fPlugins;
   std::unique_ptr<BMessageRunner> fTicker;
   std::unique_ptr<BMessageRunner> fStarter;
+  std::unique_ptr<BMessageRunner> fKeeper;
   /** Windows that were asked to close and have not answered; -1 while the player is not closing. */
   int32 fAwaitedAnswers = -1;
 };

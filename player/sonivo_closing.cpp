@@ -38,8 +38,10 @@ void TSonivoApp::WindowAnswered(const BMessage& message) {
 }
 
 void TSonivoApp::End() {
+  if (!fKeptPath.empty()) SaveKeptList();
   fStarter.reset();
   fTicker.reset();
+  fKeeper.reset();
   fPlugins.UnloadAll();
   if (fWindow->Lock()) fWindow->Quit();
   fWindow = nullptr;

@@ -6,6 +6,8 @@
 #include "player/player_messages.h"
 #include "player/sonivo_app.h"
 
+#include <algorithm>
+
 void TSonivoApp::Handshake(const BMessage& message) const {
   BMessage answer(kMsgHandshake);
   answer.AddMessenger("Msgr", BMessenger(fHost));
@@ -27,9 +29,23 @@ bool TSonivoApp::HandleWish(const BMessage& message) {
   case kMsgWishSpeedBy:
     if (message.FindInt32("Percent", &number) == B_OK) SetSpeed(int64{fState.speedPercent} + number);
     return true;
+  case kMsgWishMarks:
+    TakeMarks(message);
+    return true;
   default:
     return false;
   }
+}
+
+void TSonivoApp::TakeMarks(const BMessage& message) {
+  if (message.FindString("Title", &fMarkedTitle) != B_OK) return;
+  constexpr int32 kMostMarks = 20000;
+  auto marks = std::make_shared<std::vector<int32>>();
+  int32 timeMs = 0;
+  for (int32 i = 0; i < kMostMarks && message.FindInt32("TimeMs", i, &timeMs) == B_OK; ++i) marks->push_back(timeMs);
+  std::sort(marks->begin(), marks->end());
+  fMarksMs = marks;
+  StateChanged();
 }
 
 namespace {

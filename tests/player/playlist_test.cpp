@@ -1,31 +1,85 @@
 #include "player/playlist.h"
 
-#include "tests/scratch_folder.h"
-
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-TEST(Playlist, TakesAFoldersSongsInByteOrder) {
-  const ScratchFolder folder;
-  std::filesystem::create_directory(folder.File("sub"));
-  for (const char* name : {"b.mp3", "a.OGG", "cover.jpg", "sub/c.flac"}) folder.Write(name, "");
-  std::filesystem::create_directory_symlink(folder.Path(), folder.File("sub/loop"));
-  TPlaylist list;
-  EXPECT_EQ(list.Add(folder.Path()), 3);
-  EXPECT_EQ(list.At(0)->title, "a");
-  EXPECT_EQ(list.At(1)->title, "b");
-  EXPECT_EQ(list.At(2)->path, folder.File("sub/c.flac"));
-  EXPECT_EQ(list.Add(folder.File("sub/nothing")), 1) << "a file is taken as it is named";
+using testing::ElementsAre;
+
+namespace {
+
+TSongs songs_of(const std::vector<std::string>& paths) {
+  TSongs songs;
+  for (const std::string& path : paths) songs.emplace_back().path = path;
+  return songs;
 }
 
-TEST(Playlist, PassesOverSongsThatFailed) {
+std::vector<std::string> paths_of(const TPlaylist& list) {
+  std::vector<std::string> paths;
+  for (const TSong& song : *list.Songs()) paths.push_back(song.path);
+  return paths;
+}
+
+std::vector<int64> ids_at(const TPlaylist& list, const std::vector<int32>& rows) {
+  std::vector<int64> ids;
+  for (const int32 row : rows) ids.push_back(list.At(row)->id);
+  return ids;
+}
+
+class Playlist : public testing::Test {
+protected:
+  Playlist() {
+    list.Insert(songs_of({"a", "b", "c", "d", "e"}), -1);
+    list.SetCurrent(2);
+  }
   TPlaylist list;
-  for (const char* path : {"/a.mp3", "/b.mp3", "/c.mp3"}) list.Add(path);
-  EXPECT_TRUE(list.SetCurrent(0));
-  list.At(1)->failed = true;
+};
+
+} // namespace
+
+TEST_F(Playlist, PassesOverSongsThatFailed) {
+  list.SetCurrent(0);
+  list.Edit(1)->failed = true;
   EXPECT_EQ(list.Neighbour(1), 2);
   EXPECT_EQ(list.Neighbour(-1), -1);
-  list.At(2)->failed = true;
+  for (const int32 row : {2, 3, 4}) list.Edit(row)->failed = true;
   EXPECT_EQ(list.Neighbour(1), -1) << "a list of bad songs comes to an end";
-  EXPECT_FALSE(list.SetCurrent(3));
+  EXPECT_FALSE(list.SetCurrent(5));
   EXPECT_EQ(list.Current(), 0);
+}
+
+TEST_F(Playlist, TheCurrentSongStaysCurrentWhereverItGoes) {
+  list.Insert(songs_of({"x", "y"}), 1);
+  EXPECT_EQ(list.CurrentSong()->path, "c");
+  EXPECT_TRUE(list.Move(ids_at(list, {4, 0}), 3));
+  EXPECT_THAT(paths_of(list), ElementsAre("x", "y", "a", "c", "b", "d", "e"));
+  EXPECT_EQ(list.CurrentSong()->path, "c");
+  EXPECT_FALSE(list.Move(ids_at(list, {0, 1}), 2)) << "they stand there already";
+  EXPECT_TRUE(list.Remove(ids_at(list, {0, 2, 6})));
+  EXPECT_THAT(paths_of(list), ElementsAre("y", "c", "b", "d"));
+  EXPECT_EQ(list.CurrentSong()->path, "c");
+}
+
+TEST_F(Playlist, AfterTheCurrentSongIsRemovedTheNextOneIs) {
+  list.Remove(ids_at(list, {1, 2}));
+  EXPECT_EQ(list.CurrentSong()->path, "d");
+  list.Remove(ids_at(list, {1, 2}));
+  EXPECT_EQ(list.CurrentSong()->path, "a") << "it was the last";
+  list.Remove(ids_at(list, {0}));
+  EXPECT_EQ(list.Current(), -1);
+  EXPECT_FALSE(list.Remove({1}));
+}
+
+TEST_F(Playlist, TakesUpTheKeptSongsBeforeItsOwn) {
+  list.TakeUp(songs_of({"k", "c", "l", "a"}));
+  EXPECT_THAT(paths_of(list), ElementsAre("k", "c", "l", "a", "b", "d", "e"));
+  EXPECT_EQ(list.Current(), 1);
+}
+
+TEST_F(Playlist, WhatWasHandedOutStaysAsItWas) {
+  const auto before = list.Songs();
+  EXPECT_EQ(list.Songs(), before) << "nothing has changed";
+  list.Edit(0)->title = "new";
+  list.Clear();
+  EXPECT_EQ(before->size(), 5U);
+  EXPECT_EQ(before->front().title, "");
 }

@@ -21,6 +21,8 @@ struct TAccount {
   std::atomic<int32> positionMs{0};
   std::atomic<double> speed{1};
   std::atomic<int> seeks{0};
+  std::atomic<int32> fromMs{-1};
+  std::atomic<int32> toMs{-1};
 };
 
 /** Every song is found, a minute long, and stays where it was sought to. */
@@ -39,6 +41,10 @@ public:
   }
   void SetSpeed(double speed) override { fAccount->speed = speed; }
   void SetVolume(double) override {}
+  void SetRepeat(int32 fromMs, int32 toMs) override {
+    fAccount->fromMs = fromMs;
+    fAccount->toMs = toMs;
+  }
   int32 PositionMs() override { return fAccount->positionMs; }
 
 private:
@@ -163,4 +169,40 @@ TEST_F(Wishes, SpeedGoesByPointsWithinItsBounds) {
     IsPlaying();
     EXPECT_DOUBLE_EQ(fAccount.speed, speed) << points;
   }
+}
+
+TEST_F(Wishes, APartIsRepeatedWhicheverEndIsSetFirst) {
+  Wish(kMsgWishPlayPause);
+  IsPlaying();
+  struct {
+    int32 positionMs;
+    uint32 wish;
+    int32 fromMs;
+    int32 toMs;
+  } const kSteps[] = {
+      {5000, kMsgRepeatFrom, 5000, -1}, {9000, kMsgRepeatTo, 5000, 9000},   {3000, kMsgRepeatTo, 3000, 5000},
+      {7000, kMsgRepeatFrom, 7000, -1}, {7010, kMsgRepeatTo, 7000, -1},     {4000, kMsgRepeatOff, -1, -1},
+      {6000, kMsgRepeatTo, 0, 6000},    {2000, kMsgRepeatFrom, 2000, 6000},
+  };
+  for (const auto& step : kSteps) {
+    Wish(kMsgWishSeek, "Time", step.positionMs);
+    Wish(step.wish);
+    IsPlaying();
+    EXPECT_EQ(fAccount.fromMs, step.fromMs) << step.positionMs;
+    EXPECT_EQ(fAccount.toMs, step.toMs) << step.positionMs;
+  }
+  Wish(kMsgPlaySong, "index", 0);
+  IsPlaying();
+  EXPECT_EQ(fAccount.toMs, -1) << "another song begins without it";
+}
+
+TEST_F(Wishes, RemovingTheLastSongStopsIt) {
+  Wish(kMsgWishPlayPause);
+  EXPECT_TRUE(IsPlaying());
+  BMessage remove(kMsgRemoveSongs);
+  remove.AddInt64("id", 1);
+  BMessenger(kSignature).SendMessage(&remove);
+  EXPECT_FALSE(IsPlaying());
+  Wish(kMsgWishPlayPause);
+  EXPECT_FALSE(IsPlaying()) << "there is nothing to play";
 }

@@ -1,0 +1,12 @@
+#include "player/dropped_files.h"
+
+#include <QMimeData>
+#include <QUrl>
+
+std::vector<std::string> dropped_files(const QDropEvent& event) {
+  std::vector<std::string> paths;
+  for (const QUrl& url : event.mimeData()->urls()) {
+    if (url.isLocalFile()) paths.push_back(url.toLocalFile().toStdString());
+  }
+  return paths;
+}

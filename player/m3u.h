@@ -1,0 +1,13 @@
+#pragma once
+
+#include "player/playlist.h"
+
+#include <string>
+#include <string_view>
+
+/** The songs that a list in the m3u form names; `folder` is where the list lies, which its relative paths begin from.
+    Text that is no UTF-8 is taken as Latin 1. Titles and lengths are those of its #EXTINF lines, where it has them. */
+TSongs parse_m3u(std::string_view bytes, const std::string& folder);
+
+/** The same the other way, in UTF-8; songs in or below `folder` are named relative to it. */
+std::string m3u_text(const TSongs& songs, const std::string& folder);

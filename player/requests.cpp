@@ -1,0 +1,37 @@
+#include "player/requests.h"
+
+#include "platform/app/message.h"
+
+namespace {
+
+void send(const BMessenger& player, const BMessage& message) {
+  player.SendMessage(&message, BMessenger(), 0);
+}
+
+} // namespace
+
+void ask(const BMessenger& player, uint32 request) {
+  send(player, BMessage(request));
+}
+
+void ask(const BMessenger& player, uint32 request, const char* name, int32 value) {
+  BMessage message(request);
+  message.AddInt32(name, value);
+  send(player, message);
+}
+
+void ask_about_songs(const BMessenger& player, uint32 request, const std::vector<int64>& ids, int32 before) {
+  if (ids.empty()) return;
+  BMessage message(request);
+  for (const int64 id : ids) message.AddInt64("id", id);
+  message.AddInt32("before", before);
+  send(player, message);
+}
+
+void ask_about_paths(const BMessenger& player, uint32 request, const std::vector<std::string>& paths, int32 before) {
+  if (paths.empty()) return;
+  BMessage message(request);
+  for (const std::string& path : paths) message.AddString("path", path);
+  message.AddInt32("before", before);
+  send(player, message);
+}

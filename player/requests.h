@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/app/messenger.h"
+
+#include <vector>
+
+/** What the window's parts ask of the player; none waits. */
+void ask(const BMessenger& player, uint32 request);
+void ask(const BMessenger& player, uint32 request, const char* name, int32 value);
+void ask_about_songs(const BMessenger& player, uint32 request, const std::vector<int64>& ids, int32 before = -1);
+void ask_about_paths(const BMessenger& player, uint32 request, const std::vector<std::string>& paths,
+                     int32 before = -1);

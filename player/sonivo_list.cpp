@@ -1,0 +1,157 @@
+/** The list of songs: what the user does to it, and how it lasts from one run to the next. */
+
+#include "platform/app/message.h"
+#include "platform/app/message_runner.h"
+#include "platform/support/log.h"
+#include "player/kept_list.h"
+#include "player/m3u.h"
+#include "player/player_messages.h"
+#include "player/player_window.h"
+#include "player/song_files.h"
+#include "player/sonivo_app.h"
+#include "player/write_file.h"
+
+#include <filesystem>
+
+namespace {
+
+/** A list that is being put in order is written once that is done. */
+constexpr bigtime_t kKeepDelayUs = 2000000;
+
+std::vector<int64> ids_in(const BMessage& message) {
+  std::vector<int64> ids;
+  int64 id = 0;
+  for (int32 i = 0; message.FindInt64("id", i, &id) == B_OK; ++i) ids.push_back(id);
+  return ids;
+}
+
+std::vector<std::string> paths_in(const BMessage& message) {
+  std::vector<std::string> paths;
+  std::string path;
+  for (int32 i = 0; message.FindString("path", i, &path) == B_OK; ++i) paths.push_back(path);
+  return paths;
+}
+
+int32 place_in(const BMessage& message) {
+  int32 before = -1;
+  message.FindInt32("before", &before);
+  return before;
+}
+
+} // namespace
+
+bool TSonivoApp::HandleList(const BMessage& message) {
+  switch (message.what) {
+  case kMsgAddSongs:
+    AddSongs(message);
+    return true;
+  case kMsgRemoveSongs:
+    RemoveSongs(message);
+    return true;
+  case kMsgMoveSongs:
+    if (fPlaylist.Move(ids_in(message), place_in(message))) StateChanged();
+    return true;
+  case kMsgClearSongs:
+    fPlaylist.Clear();
+    ForgetFaults();
+    StopPlaying();
+    return true;
+  case kMsgSaveList:
+    SaveList(message);
+    return true;
+  case kMsgKeep:
+    SaveKeptList();
+    return true;
+  case kMsgHandedOver:
+    TakeOver(message);
+    return true;
+  default:
+    return false;
+  }
+}
+
+void TSonivoApp::Gather(const std::vector<std::string>& paths, int32 before) {
+  TSongs songs;
+  for (const std::string& path : paths) {
+    TGathered gathered = gather_songs(path);
+    std::move(gathered.songs.begin(), gathered.songs.end(), std::back_inserter(songs));
+    for (const std::string& fault : gathered.faults) TellFault(fault);
+  }
+  fPlaylist.Insert(std::move(songs), before);
+}
+
+void TSonivoApp::AddSongs(const BMessage& message) {
+  ForgetFaults();
+  const bool wasEmpty = fPlaylist.Count() == 0;
+  Gather(paths_in(message), place_in(message));
+  if (wasEmpty && fPlaylist.Count() > 0) return PlaySong(0, false);
+  StateChanged();
+}
+
+void TSonivoApp::RemoveSongs(const BMessage& message) {
+  const TSong* const before = fPlaylist.CurrentSong();
+  const int64 playing = before ? before->id : 0;
+  if (!fPlaylist.Remove(ids_in(message))) return;
+  const TSong* const now = fPlaylist.CurrentSong();
+  if (now == nullptr) return StopPlaying();
+  if (!fIsLoaded || now->id == playing) return StateChanged();
+  PlaySong(fPlaylist.Current(), !fState.isPlaying);
+}
+
+void TSonivoApp::SaveList(const BMessage& message) {
+  std::string path;
+  if (message.FindString("path", &path) != B_OK) return;
+  const std::string folder = std::filesystem::path(path).parent_path().string();
+  if (!write_file(path, m3u_text(*fPlaylist.Songs(), folder))) TellFault("Cannot write the list " + path);
+}
+
+/** The songs of another start of the program are played here: those that are in the list already, where they stand. */
+void TSonivoApp::TakeOver(const BMessage& message) {
+  message.SendReply(B_REPLY); // a large folder must not keep the asker waiting
+  ForgetFaults();
+  bool paused = false;
+  message.FindBool("paused", &paused);
+  int32 first = -1;
+  for (const std::string& path : paths_in(message)) {
+    int32 index = fPlaylist.Find(path);
+    if (index < 0) {
+      index = fPlaylist.Count();
+      Gather({path}, -1);
+    }
+    if (first < 0) first = index;
+  }
+  std::string lyrics;
+  if (message.FindString("lyrics", &lyrics) == B_OK) ShowLyrics(lyrics);
+  if (fWindow && fWindow->Lock()) {
+    fWindow->Activate();
+    fWindow->Unlock();
+  }
+  if (fPlaylist.At(first)) PlaySong(first, paused);
+}
+
+int32 TSonivoApp::FindKeptList() {
+  fKeptPath = kept_list_path();
+  TKeptList kept = load_kept_list(fKeptPath);
+  fState.volumePercent = kept.volumePercent;
+  const bool wasEmpty = fPlaylist.Count() == 0;
+  fPlaylist.TakeUp(std::move(kept.songs));
+  if (wasEmpty) fPlaylist.SetCurrent(kept.current);
+  fKeptSongs = fPlaylist.Songs();
+  fKeptCurrent = fPlaylist.Current();
+  return kept.positionMs;
+}
+
+/** Has the list written before long, if it is another one than that on the disk. */
+void TSonivoApp::Keep() {
+  if (fKeptPath.empty() || (fKeptSongs == fPlaylist.Songs() && fKeptCurrent == fPlaylist.Current())) return;
+  fKeptSongs = fPlaylist.Songs();
+  fKeptCurrent = fPlaylist.Current();
+  const BMessage keep(kMsgKeep);
+  fKeeper = std::make_unique<BMessageRunner>(BMessenger(this), &keep, kKeepDelayUs, 1);
+}
+
+void TSonivoApp::SaveKeptList() {
+  const int32 positionMs = fIsLoaded ? fSource->PositionMs() : 0;
+  const TKeptList list{*fPlaylist.Songs(), fPlaylist.Current(), positionMs, fState.volumePercent};
+  if (!save_kept_list(list, fKeptPath)) log_error("player", "cannot write " + fKeptPath);
+}

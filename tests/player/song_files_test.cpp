@@ -1,0 +1,109 @@
+#include "player/song_files.h"
+
+#include "player/kept_list.h"
+#include "player/m3u.h"
+#include "tests/scratch_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+std::vector<std::string> paths_of(const TSongs& songs) {
+  std::vector<std::string> paths;
+  for (const TSong& song : songs) paths.push_back(song.path);
+  return paths;
+}
+
+} // namespace
+
+TEST(SongFiles, AFolderGivesItsSongsInByteOrder) {
+  const ScratchFolder folder;
+  std::filesystem::create_directory(folder.File("sub"));
+  for (const char* name : {"b.mp3", "a.OGG", "cover.jpg", "list.m3u", "sub/c.flac"}) folder.Write(name, "");
+  std::filesystem::create_directory_symlink(folder.Path(), folder.File("sub/loop"));
+  const TGathered gathered = gather_songs(folder.Path());
+  EXPECT_THAT(paths_of(gathered.songs),
+              ElementsAre(folder.File("a.OGG"), folder.File("b.mp3"), folder.File("sub/c.flac")));
+  EXPECT_EQ(gathered.songs[1].title, "b");
+  EXPECT_EQ(gather_songs(folder.File("sub/nothing")).songs.size(), 1U) << "a file is taken as it is named";
+  EXPECT_THAT(gather_songs(folder.File("sub/loop/sub/../sub")).faults, ElementsAre()) << "through the link";
+  std::filesystem::create_directory(folder.File("none"));
+  EXPECT_THAT(gather_songs(folder.File("none")).faults, ElementsAre(HasSubstr("no song in")));
+}
+
+TEST(SongFiles, ListsWithinListsEndAndTellWhatIsMissing) {
+  const ScratchFolder folder;
+  std::filesystem::create_directory(folder.File("in"));
+  for (const char* name : {"1.mp3", "in/2.mp3", "3.mp3"}) folder.Write(name, "");
+  const std::string outer =
+      folder.Write("outer.m3u", "1.mp3\r\nin/inner.m3u8\r\n3.mp3\r\ngone.mp3\r\nalso gone.mp3\r\n");
+  folder.Write("in/inner.m3u8", "\xef\xbb\xbf"
+                                "#EXTM3U\n2.mp3\n../outer.m3u\nlost.m3u\n");
+  const TGathered gathered = gather_songs(outer);
+  EXPECT_THAT(paths_of(gathered.songs), ElementsAre(folder.File("1.mp3"), folder.File("in/2.mp3"), folder.File("3.mp3"),
+                                                    folder.File("gone.mp3"), folder.File("also gone.mp3")));
+  EXPECT_TRUE(gathered.songs[3].failed);
+  EXPECT_FALSE(gathered.songs[2].failed);
+  EXPECT_THAT(gathered.faults, ElementsAre(HasSubstr("names itself"), HasSubstr("Cannot read the list"),
+                                           HasSubstr("2 songs of the list " + outer +
+                                                     " are not there, the first: " + folder.File("gone.mp3"))));
+}
+
+TEST(SongFiles, ListsFromElsewhereAreUnderstood) {
+  const TSongs songs = parse_m3u("#EXTM3U\n#EXTINF:83.5,Caf\xe9 - Lied\nsub\\caf\xe9.mp3\n#PLAYLIST:x\n\n"
+                                 "http://radio.example/stream.mp3\nfile:///m/%C3%A4%20b.ogg",
+                                 "/l");
+  EXPECT_THAT(paths_of(songs), ElementsAre("/l/sub/café.mp3", "http://radio.example/stream.mp3", "/m/ä b.ogg"));
+  EXPECT_EQ(songs[0].title, "Café - Lied");
+  EXPECT_EQ(songs[0].durationMs, 83500);
+  EXPECT_EQ(songs[1].title, "stream") << "what was said of one song is not said of the next";
+}
+
+TEST(SongFiles, EveryNameComesBackFromAListThatWasWritten) {
+  TSongs songs;
+  for (const char* path :
+       {"/m/a/plain.mp3", "/m/b # c.mp3", "/m/#first.mp3", "/m/two\nlines.mp3", "/m/ blank .mp3", "/m/back\\slash.mp3",
+        "/other/100%.mp3", "/m/no\xff utf8.mp3", "/m/http:/x.mp3", "/m/..dots.mp3"}) {
+    TSong song;
+    song.path = path;
+    song.title = "Title - with a line";
+    song.artist = songs.size() % 2 ? "Artist" : "";
+    song.durationMs = 61000;
+    songs.push_back(song);
+  }
+  const std::string text = m3u_text(songs, "/m");
+  EXPECT_THAT(text, HasSubstr("\na/plain.mp3\n")) << "relative, so that the folder can be moved";
+  const TSongs back = parse_m3u(text, "/m");
+  EXPECT_EQ(paths_of(back), paths_of(songs));
+  for (size_t i = 0; i < back.size(); ++i) {
+    EXPECT_EQ(back[i].title, songs[i].title);
+    EXPECT_EQ(back[i].artist, songs[i].artist);
+    EXPECT_EQ(back[i].durationMs, songs[i].durationMs);
+  }
+}
+
+TEST(SongFiles, TheKeptListComesBackAndASpoiltOneDoesNoHarm) {
+  const ScratchFolder folder;
+  const std::string path = folder.File("settings/Playlist.m3u8");
+  TKeptList list{TSongs(2), 1, 12345, 40};
+  list.songs[0].path = "/a\n#SONIVO:current=0,position=1,volume=1";
+  list.songs[1].path = "/b.mp3";
+  ASSERT_TRUE(save_kept_list(list, path));
+  const TKeptList back = load_kept_list(path);
+  EXPECT_EQ(paths_of(back.songs), paths_of(list.songs));
+  EXPECT_EQ(back.current, 1);
+  EXPECT_EQ(back.positionMs, 12345);
+  EXPECT_EQ(back.volumePercent, 40);
+
+  folder.Write("settings/Playlist.m3u8", "#EXTM3U\n#SONIVO:current=99,position=-5,volume=1000\n/a.mp3\n");
+  const TKeptList spoilt = load_kept_list(path);
+  EXPECT_EQ(spoilt.current, 0);
+  EXPECT_EQ(spoilt.positionMs, 0);
+  EXPECT_EQ(spoilt.volumePercent, 100);
+  EXPECT_EQ(load_kept_list(folder.File("none")).current, -1);
+  EXPECT_FALSE(save_kept_list(list, "/proc/none/Playlist.m3u8"));
+}

@@ -1,0 +1,48 @@
+#include "player/playlist.h"
+#include "player/song_list_model.h"
+
+#include <gtest/gtest.h>
+
+#include <QPersistentModelIndex>
+
+#include <random>
+
+/** Whatever is done to the list, a row that a view holds on to stays with its song, or is told that it has gone. */
+TEST(SongListModel, RowsStayWithTheirSongs) {
+  const unsigned seed = std::random_device()();
+  std::mt19937 random(seed);
+  const auto below = [&](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+  TPlaylist list;
+  list.Insert(TSongs(30), 0);
+  TSongListModel model;
+  model.Show(list.Songs(), -1);
+  for (int round = 0; round < 300; ++round) {
+    if (list.Count() < 10) list.Insert(TSongs(20), below(list.Count() + 1));
+    model.Show(list.Songs(), list.Current());
+    const int row = below(list.Count());
+    const int64 id = list.At(row)->id;
+    const QPersistentModelIndex held = model.index(row);
+    const int other = below(list.Count());
+    switch (below(4)) {
+    case 0:
+      list.Remove({list.At(other)->id});
+      break;
+    case 1:
+      list.Move({list.At(other)->id, id}, below(list.Count() + 1));
+      break;
+    case 2:
+      list.Insert(TSongs(static_cast<size_t>(below(5))), below(list.Count() + 1));
+      break;
+    default:
+      list.Edit(other)->title = "known";
+    }
+    model.Show(list.Songs(), below(list.Count()));
+    ASSERT_EQ(model.rowCount(), list.Count()) << "seed " << seed;
+    for (int i = 0; i < list.Count(); ++i) ASSERT_EQ(model.At(i).id, list.At(i)->id) << "seed " << seed;
+    if (held.isValid()) {
+      ASSERT_EQ(model.At(held.row()).id, id) << "seed " << seed << " round " << round;
+    } else {
+      ASSERT_TRUE(other == row) << "seed " << seed << " round " << round;
+    }
+  }
+}
