@@ -4,8 +4,10 @@
 
 namespace {
 
-constexpr const char* kUsage = "Usage: sonivo [--paused] [--edit LYRICS] [SONG or FOLDER ...]\n"
+constexpr const char* kUsage = "Usage: sonivo [--paused] [--new] [--edit LYRICS] [SONG, FOLDER or LIST ...]\n"
+                               "A player that runs already plays the songs, unless another one is asked for.\n"
                                "  --paused       load the first song without playing it\n"
+                               "  --new          open another player\n"
                                "  --edit LYRICS  open this lyrics file in the editor\n"
                                "  --help, --version\n";
 
@@ -22,6 +24,8 @@ TCommandLine parse_command_line(int argc, const char* const* argv) {
       optionsEnded = true;
     } else if (word == "--paused") {
       line.startsPaused = true;
+    } else if (word == "--new") {
+      line.isAnother = true;
     } else if (word == "--edit" && i + 1 < argc) {
       line.lyrics = argv[++i];
     } else if (word == "--help" || word == "--version") {

@@ -3,6 +3,7 @@
 #include "player/command_line.h"
 #include "player/end_signals.h"
 #include "player/player_messages.h"
+#include "player/single_instance.h"
 #include "player/sonivo_app.h"
 
 #include <QCoreApplication>
@@ -16,6 +17,7 @@ int main(int argc, char** argv) {
     std::fputs(commandLine.text.c_str(), commandLine.fault ? stderr : stdout);
     return commandLine.fault ? 2 : 0;
   }
+  if (!commandLine.isAnother && hand_over(commandLine)) return 0;
   auto* const app = new TSonivoApp(commandLine);
   const thread_id thread = app->Run();
   const int exitCode = display::run(argc, argv, [app] {

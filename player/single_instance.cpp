@@ -1,0 +1,32 @@
+#include "player/single_instance.h"
+
+#include "platform/app/message.h"
+#include "platform/app/messenger.h"
+#include "player/player_messages.h"
+#include "player/sonivo_app.h"
+
+#include <filesystem>
+
+namespace {
+
+constexpr bigtime_t kLongestDeliveryUs = 1000000;
+constexpr bigtime_t kLongestAnswerUs = 2000000;
+
+/** The other one runs in a folder of its own. */
+std::string whole_path(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::absolute(path, error).lexically_normal().string();
+}
+
+} // namespace
+
+bool hand_over(const TCommandLine& line) {
+  const BMessenger player(TSonivoApp::kSignature);
+  if (!player.IsValid()) return false;
+  BMessage message(kMsgHandedOver);
+  for (const std::string& song : line.songs) message.AddString("path", whole_path(song));
+  if (!line.lyrics.empty()) message.AddString("lyrics", whole_path(line.lyrics));
+  message.AddBool("paused", line.startsPaused);
+  BMessage answer;
+  return player.SendMessage(&message, &answer, kLongestDeliveryUs, kLongestAnswerUs) == B_OK && answer.what == B_REPLY;
+}
