@@ -2,17 +2,12 @@
 
 #include "language/llt.h"
 #include "platform/app/roster.h"
-#include "platform/kernel/images.h"
 #include "platform/storage/entry.h"
+#include "plugin/plugin_image.h"
 #include "toolkit/alerts.h"
 
 std::string vesmo_editor_fname() {
-  int32 cookie = 0;
-  image_info image;
-  while (get_next_image_info(&cookie, &image) == B_OK) {
-    if (image.name.find("gen_VesmoE") != std::string::npos) return image.name;
-  }
-  return {};
+  return image_path_with("gen_VesmoE");
 }
 
 void show_help() {

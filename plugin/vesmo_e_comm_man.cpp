@@ -3,52 +3,27 @@
 #include "common/app_info.h"
 #include "interapp/inter_app_prefs.h"
 #include "interapp/questions.h"
-#include "language/language_watch.h"
 #include "language/llt.h"
-#include "language/load_language.h"
-#include "platform/app/application.h"
-#include "platform/app/node_monitor.h"
 #include "platform/app/roster.h"
-#include "platform/interface/display_language.h"
-#include "plugin/app_privacy.h"
 #include "plugin/exit_state.h"
 #include "plugin/pref.h"
 #include "plugin/show_help.h"
 #include "window/editor_window.h"
 
 TVesmoECommMan::TVesmoECommMan()
-    : TCommMan("VesmoE Communication Manager", "VesmoD Communication Manager"),
-      fIAPFilter(new TIAPFilter(BMessenger(this))),
-      fLanguageWatch(std::make_unique<TNodeMonitorHandler>(kMsgLanguageNode)) {
-  AddHandler(fLanguageWatch.get());
+    : TFamilyCommMan("VesmoE Communication Manager", "VesmoD Communication Manager", vesmo_editor_fname()) {
   be_roster->AddName(gAppSignature, BMessenger(this));
-  if (be_app && be_app->Lock()) {
-    be_app->AddCommonFilter(fIAPFilter);
-    be_app->Unlock();
-  }
-}
-
-TVesmoECommMan::~TVesmoECommMan() = default;
-
-thread_id TVesmoECommMan::Run() {
-  const thread_id thread = TCommMan::Run();
-  set_node_monitor_language(vesmo_editor_fname(), fLanguageWatch.get());
-  return thread;
 }
 
 void TVesmoECommMan::Quit() {
-  stop_watching(fLanguageWatch.get());
+  EndWatches();
   be_roster->RemoveName(gAppSignature);
-  if (be_app && be_app->Lock()) {
-    if (be_app->RemoveCommonFilter(fIAPFilter)) delete fIAPFilter;
-    be_app->Unlock();
-  }
   CloseAboutWindowRqtd();
   CloseFineTimeTagWindowRqtd();
   CloseMainWindowRqtd();
   gIAP->EndWindow();
   WaitForWindowThreads();
-  TCommMan::Quit();
+  TFamilyCommMan::Quit();
 }
 
 void TVesmoECommMan::WaitForWindowThreads() {
@@ -56,7 +31,7 @@ void TVesmoECommMan::WaitForWindowThreads() {
 }
 
 void TVesmoECommMan::MessageReceived(BMessage* message) {
-  if (!HandleRequest(message) && !HandleNotice(message)) TCommMan::MessageReceived(message);
+  if (!HandleRequest(message) && !HandleNotice(message)) TFamilyCommMan::MessageReceived(message);
 }
 
 bool TVesmoECommMan::HandleRequest(BMessage* message) {
@@ -222,10 +197,7 @@ void TVesmoECommMan::NodeLanguageChanged() {
 }
 
 void TVesmoECommMan::LanguageChanged() {
-  if (!gAppPrivacy->ShouldBeLanguageChanged()) return;
-  load_language(vesmo_editor_fname().c_str());
-  set_display_language(gLLT->Text("Locale"));
-  set_node_monitor_language(vesmo_editor_fname(), fLanguageWatch.get()); // the chosen file may be another
+  if (!ReloadLanguage()) return;
   SetFineTagWinLabel();
   SetAboutWinContent();
 }

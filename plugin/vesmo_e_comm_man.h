@@ -1,40 +1,19 @@
 #pragma once
 
-#include "plugin/comm_man.h"
-#include "plugin/message_filters.h"
+#include "plugin/family_comm_man.h"
 #include "window/manager_requests.h"
 
-#include <memory>
 #include <vector>
 
 class TKRVAboutWin;
 class TKRVWin;
-class TNodeMonitorHandler;
 class TSimpleInputWin;
 class TVesmoEWin;
 
-/** What the plug-in, the menus and the companion ask of the manager. The fields that a code carries stand beside it. */
-enum : uint32 {
-  kMsgOpenMain = 'Somr',
-  kMsgPrepareAbout = 'Spar',
-  kMsgOpenAbout = 'Soar', // bool "BesideDlg"; with it, when true, rect "WinFrame"
-  kMsgPreparePref = 'Sppr',
-  kMsgOpenPref = 'Sopr', // to the companion; fields as above
-  kMsgCloseAbout = 'Scar',
-  kMsgCloseFineTag = 'Scfr',
-  kMsgCloseCommonPref = 'Scsr',
-  kMsgCloseMain = 'Scmr',
-  kMsgMainClosed = 'mwcl', // messenger "window": which one
-  kMsgLanguageNode = '_nlc',
-  kMsgLanguageChanged = '_lgc',
-};
-
 /** The editor's manager: owns the windows, opens and closes them on its own thread, and routes every request. */
-class TVesmoECommMan : public TCommMan {
+class TVesmoECommMan : public TFamilyCommMan {
 public:
   TVesmoECommMan();
-  ~TVesmoECommMan() override;
-  thread_id Run() override;
   /** Closes the windows that are still open and waits for their threads. */
   void Quit() override;
   void MessageReceived(BMessage* message) override;
@@ -80,6 +59,4 @@ private:
   std::vector<thread_id> fWindowThreads;
   TKRVAboutWin* fAboutWindow = nullptr; // null until asked for, as the next
   TSimpleInputWin* fFineTagWindow = nullptr;
-  TIAPFilter* fIAPFilter;
-  std::unique_ptr<TNodeMonitorHandler> fLanguageWatch;
 };

@@ -5,10 +5,8 @@
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
 #include "lyrics/editor_view.h"
-#include "platform/interface/screen.h"
-#include "plugin/pref.h"
+#include "plugin/about_content.h"
 #include "plugin/shift_amount.h"
-#include "plugin/show_help.h"
 #include "plugin/vesmo_e_comm_man.h"
 #include "toolkit/krv_about_win.h"
 #include "toolkit/simple_input_win.h"
@@ -19,24 +17,8 @@
 
 namespace {
 
-void place_beside(BWindow* window, const BRect& neighbour) {
-  const BRect size = window->Bounds();
-  const BRect screen = screen_frame(neighbour.LeftTop());
-  window->MoveTo(frame_beside(neighbour, size.Width(), size.Height(), screen).LeftTop());
-}
-
 std::string check_shift(const std::string& text) {
   return is_shift_amount(text) ? "" : gLLT->Text("Err_No_Number");
-}
-
-TKRVAboutWin::TContent about_content() {
-  const std::string plugin = vesmo_editor_fname();
-  TKRVAboutWin::TContent content;
-  content.author = gLLT->Text("App_Author");
-  content.languageFolder = plugin.substr(0, plugin.rfind('/') + 1) + "Language";
-  content.languageFile = gPref->Values()->languageFile;
-  gIAP->GetString("AccKeyFormat", &content.letterFormat);
-  return content;
 }
 
 } // namespace
@@ -48,7 +30,7 @@ void TVesmoECommMan::OpenAboutWindowRqtd(const BMessage& message) {
     bool isBeside = false;
     BRect neighbour;
     message.FindBool("BesideDlg", &isBeside);
-    if (isBeside && message.FindRect("WinFrame", &neighbour) == B_OK) place_beside(fAboutWindow, neighbour);
+    if (isBeside && message.FindRect("WinFrame", &neighbour) == B_OK) move_beside(fAboutWindow, neighbour);
   }
   BringUp(fAboutWindow);
 }
@@ -60,7 +42,7 @@ void TVesmoECommMan::MItemFineTimeTagClicked() {
     fFineTagWindow = new TSimpleInputWin;
     fFineTagWindow->SetCheck(check_shift);
     SetFineTagWinLabel();
-    place_beside(fFineTagWindow, neighbour);
+    move_beside(fFineTagWindow, neighbour);
   }
   if (fFineTagWindow->Lock()) {
     fFineTagWindow->SetMessage(BMessage(kMsgShiftTags), fMainAddress);
@@ -89,7 +71,7 @@ void TVesmoECommMan::SetFineTagWinLabel() {
 
 void TVesmoECommMan::SetAboutWinContent() {
   if (fAboutWindow == nullptr || !fAboutWindow->Lock()) return;
-  fAboutWindow->SetContent(about_content());
+  fAboutWindow->SetContent(about_content(PluginPath()));
   fAboutWindow->Unlock();
 }
 

@@ -21,9 +21,9 @@ FOLDERS = {
     "player": 7, "tools": 7,
 }
 FILES = {
-    "plugin/pref": 1, "plugin/exit_state": 1, "plugin/app_privacy": 1, "plugin/general_plugin": 0,
+    "plugin/pref": 1, "plugin/exit_state": 1, "plugin/app_privacy": 1, "plugin/kept_record": 1, "plugin/general_plugin": 0,
     "plugin/host_link": 3, "plugin/host_protocol": 3, "plugin/front_end_receiver": 3, "plugin/sn_thread": 3,
-    "plugin/sonivo_window": 3, "plugin/current_song_finder": 3, "plugin/message_filters": 3, "plugin/show_help": 3,
+    "plugin/sonivo_window": 3, "plugin/current_song_finder": 3, "plugin/message_filters": 3, "plugin/show_help": 3, "plugin/plugin_image": 3,
     "language/language_watch": 3,
     "lyrics/editor": 4,
 }

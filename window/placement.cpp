@@ -1,5 +1,8 @@
 #include "window/placement.h"
 
+#include "platform/interface/screen.h"
+#include "platform/interface/window.h"
+
 #include <algorithm>
 
 namespace {
@@ -15,4 +18,10 @@ BRect frame_beside(const BRect& neighbour, float width, float height, const BRec
   if (toTheRight > lastLeft) left = toTheLeft >= screen.left ? toTheLeft : neighbour.left;
   const BRect frame{std::clamp(left, screen.left, lastLeft), std::clamp(neighbour.top, screen.top, lastTop), 0, 0};
   return {frame.left, frame.top, frame.left + width, frame.top + height};
+}
+
+void move_beside(BWindow* window, const BRect& neighbour) {
+  const BRect size = window->Bounds();
+  const BRect screen = screen_frame(neighbour.LeftTop());
+  window->MoveTo(frame_beside(neighbour, size.Width(), size.Height(), screen).LeftTop());
 }

@@ -2,6 +2,10 @@
 
 #include "platform/support/geometry.h"
 
-/** A frame of that size beside `neighbour`: to its right where the screen has room, else to its left, else over it;
-    always wholly on the screen as far as that is large enough. */
+class BWindow;
+
+/** A frame of that size to the right of the neighbour where the screen has room, else to its left, else over it; always
+    wholly on the screen, as far as it fits. */
 BRect frame_beside(const BRect& neighbour, float width, float height, const BRect& screen);
+/** Moves the window, which is locked, there. */
+void move_beside(BWindow* window, const BRect& neighbour);

@@ -1,0 +1,66 @@
+#include "plugin/family_globals.h"
+
+#include "common/app_info.h"
+#include "interapp/inter_app_prefs.h"
+#include "language/llt.h"
+#include "language/load_language.h"
+#include "platform/interface/display_language.h"
+#include "plugin/app_privacy.h"
+#include "plugin/pref.h"
+#include "toolkit/alerts.h"
+
+#include <cstring>
+#include <optional>
+#include <utility>
+
+namespace {
+
+/** Stays when the plug-in goes. */
+TAppPrivacy& new_app_privacy() {
+  static std::optional<TAppPrivacy> record;
+  return record.emplace();
+}
+
+void show_language_failure(const char* text, const char* caption, const char* button) {
+  koreva::post_msg(text, caption, {button, 'U', true}, "");
+}
+
+void show_missing_key(const char* title, const char* key, const char* button) {
+  koreva::show_msg(key, title, {button, 0, true}, "", koreva::kStopAlert);
+}
+
+template <typename T>
+void destroy(T** object) {
+  delete std::exchange(*object, nullptr);
+}
+
+} // namespace
+
+void make_settings() {
+  set_language_alert(show_language_failure);
+  TLLT::SetMissingKeyAlert(show_missing_key);
+  gAppPrivacy = &new_app_privacy();
+  gIAP = new TInterAppPrefs;
+  gIAP->SetAppSignatureRef(gAppSignature);
+  gIAP->AddItem(new TIAPItemAccKeyFormat);
+  gIAP->AddItem(new TIAPItemFlatToolBar);
+  gPref = new TPref;
+}
+
+void make_texts(const std::string& pluginPath) {
+  gLLT = new TLLT;
+  load_language(pluginPath.c_str());
+  set_display_language(gLLT->Text("Locale"));
+}
+
+void delete_settings_and_texts() {
+  destroy(&gIAP);
+  destroy(&gLLT);
+  destroy(&gPref);
+}
+
+std::unique_ptr<char[]> heap_copy(const std::string& text) {
+  auto copy = std::make_unique<char[]>(text.size() + 1);
+  std::memcpy(copy.get(), text.c_str(), text.size() + 1);
+  return copy;
+}
