@@ -28,4 +28,5 @@ enum : unsigned int {
   kMsgTick = 'tick',
   kMsgStart = 'plst',
   kMsgFirstSong = 'plfs',
+  kMsgOtherPlugins = 'plop',
 };

@@ -49,12 +49,12 @@ GeneralPlugin* build_plugin(NewPluginFunction construct, std::string* reason) {
 
 } // namespace
 
-std::vector<std::string> TPluginLoader::LoadAll(const std::string& folder) {
+std::vector<std::string> TPluginLoader::LoadAll(const std::string& folder, const TWanted& wanted) {
   std::vector<std::string> faults;
   BDirectory directory(folder.c_str());
   BEntry entry;
   while (directory.GetNextEntry(&entry) == B_OK) {
-    if (!is_plugin_name(entry.Name())) continue;
+    if (!is_plugin_name(entry.Name()) || !wanted(entry.Name())) continue;
     const std::string reason = LoadOne(folder + "/" + entry.Name());
     if (reason.empty()) continue;
     faults.push_back("Plug-in " + entry.Name() + " " + reason);

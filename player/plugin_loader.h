@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,10 +15,11 @@ public:
   TPluginLoader& operator=(const TPluginLoader&) = delete;
   ~TPluginLoader();
 
-  /** Loads and starts every `gen_*.so` of the folder, in byte order. An image that cannot be loaded, exports no
-      `NewPlugin`, or fails in it is left out; one that fails in `Init` stays. Returns what went wrong, a line for each.
-   */
-  std::vector<std::string> LoadAll(const std::string& folder);
+  using TWanted = std::function<bool(const std::string& name)>;
+  /** Loads and starts those `gen_*.so` of the folder that are wanted, in byte order. An image that cannot be loaded,
+      exports no `NewPlugin`, or fails in it is left out; one that fails in `Init` stays. Returns what went wrong, a
+     line for each. */
+  std::vector<std::string> LoadAll(const std::string& folder, const TWanted& wanted);
   int Count() const { return static_cast<int>(fPlugins.size()); }
   /** Cleans up and destroys every plug-in, and unloads those images of which no looper is left. */
   void UnloadAll();

@@ -14,6 +14,12 @@ constexpr const char* kEditorSignature = "application/x-vnd.KOREVA-VesmoEditor";
 constexpr bigtime_t kTickUs = 100000;
 /** The windows come up first: loading the audio library would hold them up for longer than all they need themselves. */
 constexpr bigtime_t kFirstSongDelayUs = 250000;
+/** And only when the song has begun, the plug-ins that are not the editor. */
+constexpr bigtime_t kOtherPluginsDelayUs = 500000;
+
+bool is_editor(const std::string& name) {
+  return name == "gen_VesmoE.so";
+}
 
 } // namespace
 
@@ -36,6 +42,8 @@ void TSonivoApp::MessageReceived(BMessage* message) {
     return Start();
   case kMsgFirstSong:
     return PlayFirstSong();
+  case kMsgOtherPlugins:
+    return LoadOtherPlugins();
   case kMsgPlayPause:
     return PlayPause();
   case kMsgNext:
@@ -86,8 +94,7 @@ void TSonivoApp::Start() {
   // Before the plug-ins: their windows look for this one, to stand beside it and to follow it. They are made on threads
   // of their own, while this one's comes up.
   fWindow->Show();
-  std::string faults; // shown together: each names another image
-  for (const std::string& fault : fPlugins.LoadAll(plugin_folder())) faults += (faults.empty() ? "" : "\n") + fault;
+  const std::string faults = LoadPlugins(is_editor);
   ShowLyrics(fCommandLine.lyrics);
   StateChanged();
   if (!faults.empty()) TellFault(faults);
@@ -95,8 +102,24 @@ void TSonivoApp::Start() {
   fStarter = std::make_unique<BMessageRunner>(BMessenger(this), &firstSong, kFirstSongDelayUs, 1);
 }
 
-void TSonivoApp::PlayFirstSong() {
+/** Returns what went wrong, shown together: each names another image. */
+std::string TSonivoApp::LoadPlugins(const TPluginLoader::TWanted& wanted) {
+  std::string faults;
+  for (const std::string& fault : fPlugins.LoadAll(plugin_folder(), wanted))
+    faults += (faults.empty() ? "" : "\n") + fault;
+  return faults;
+}
+
+/** Those that nobody waits for. */
+void TSonivoApp::LoadOtherPlugins() {
   fStarter.reset();
+  const std::string faults = LoadPlugins([](const std::string& name) { return !is_editor(name); });
+  if (!faults.empty()) TellFault(faults);
+}
+
+void TSonivoApp::PlayFirstSong() {
+  const BMessage others(kMsgOtherPlugins);
+  fStarter = std::make_unique<BMessageRunner>(BMessenger(this), &others, kOtherPluginsDelayUs, 1);
   const TSong* const first = fPlaylist.At(0);
   const std::string wanted = first ? first->path : std::string();
   const int32 positionMs = FindKeptList();

@@ -30,6 +30,8 @@ public:
 private:
   // sonivo_app.cpp: the start, and what is shown.
   void Start();
+  std::string LoadPlugins(const TPluginLoader::TWanted& wanted);
+  void LoadOtherPlugins();
   void PlayFirstSong();
   static void ShowLyrics(const std::string& path);
   void TellFault(const std::string& fault);
