@@ -8,6 +8,7 @@ foreach(target vesmo_platform vesmo_display sonivo sonivo-peaks)
   install_linked(${target} ${home} "$ORIGIN")
 endforeach()
 install_linked(gen_VesmoE ${home}/plugins "$ORIGIN/..")
+install_linked(gen_VesmoD ${home}/plugins "$ORIGIN/..")
 
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/language/texts/ DESTINATION ${home}/plugins/Language)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/plugin/help/ DESTINATION ${home}/plugins)
