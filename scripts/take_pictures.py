@@ -96,7 +96,12 @@ def take_windows(language, words):
         s.wait(lambda: "showing" in eyes.states(encodings), "the encodings")
         titles = [eyes.place(menu) for menu in eyes.children(eyes.find(panel, "menu bar"))]
         take(HELP / f"save_{short}.png", around(eyes.place(encodings), *titles))
-        hands.press("Escape", "Escape", "Escape")
+        hands.press("Escape")
+        s.wait(lambda: "showing" not in eyes.states(encodings), "the encodings closed")
+        # The keyboard is still in the menu bar.
+        hands.press("Escape")
+        s.wait_panel(words["Save_Panel_Title"])
+        hands.press("Escape")
         s.wait_no_window()
     finally:
         s.clear_away()
