@@ -56,6 +56,7 @@ public:
 
   int64 Load(const std::string& path, bool paused) override {
     const int64 load = ++fLastLoad;
+    fPaused = paused;
     ExpectPosition(0);
     Do([=, this] {
       SetFlag("pause", paused);
@@ -67,6 +68,7 @@ public:
     Do([this] { Command({"stop"}); });
   }
   void SetPaused(bool paused) override {
+    fPaused = paused;
     Do([=, this] { SetFlag("pause", paused); });
   }
   void SeekTo(int32 positionMs) override {
@@ -88,6 +90,9 @@ public:
   }
 
   int32 PositionMs() override {
+    const int64 move = fLastMove;
+    if (fPaused && fKnownSince == move) return fPositionMs; // asking would wake the library
+    const bool standsStill = fPaused && system_time() >= fMovesUntil;
     mpv_handle* const mpv = fMpv;
     double seconds = 0;
     // Unavailable while nothing is heard; and until the song is heard at its new place, still that of the old one.
@@ -95,6 +100,7 @@ public:
         mpv_library()->get_property(mpv, "audio-pts", MPV_FORMAT_DOUBLE, &seconds) >= 0) {
       fPositionMs = std::max(0, static_cast<int32>(std::lround(seconds * 1000 - fBiasMs)));
     }
+    if (standsStill) fKnownSince = move;
     return fPositionMs;
   }
 
@@ -105,6 +111,12 @@ private:
   void ExpectPosition(int32 positionMs) {
     fPositionMs = positionMs;
     fExpectedUntil = system_time() + kLongestStartUs;
+  }
+
+  /** Something may change the position, soon, even of a paused song. */
+  void Moves() {
+    fMovesUntil = system_time() + kLongestStartUs;
+    ++fLastMove;
   }
 
   /** Queues a change for the source's thread, starting it with the first. */
@@ -174,6 +186,7 @@ private:
         fChanges.pop_front();
       }
       change();
+      Moves();
     }
   }
 
@@ -185,6 +198,7 @@ private:
       break;
     case MPV_EVENT_PLAYBACK_RESTART:
       fExpectedUntil = 0;
+      Moves();
       break;
     case MPV_EVENT_FILE_LOADED:
       fEvents->SongLoaded(fLoad, ReadTags());
@@ -275,6 +289,11 @@ private:
   std::atomic<int32> fPositionMs{0};
   std::atomic<double> fBiasMs{0};
   std::atomic<bigtime_t> fExpectedUntil{0};
+  std::atomic<bool> fPaused{false};
+  std::atomic<bigtime_t> fMovesUntil{0};
+  std::atomic<int64> fLastMove{0};
+  /** The move since which the position is known and stands still, if the song is paused. */
+  std::atomic<int64> fKnownSince{-1};
   // On the source's thread only.
   std::map<int64, int64> fLoadOfEntry;
   int64 fLoad = 0;

@@ -70,6 +70,23 @@ TEST(SongSource, PausedStaysWhereItWasSoughtTo) {
   EXPECT_NEAR(source->PositionMs(), 250, 30);
 }
 
+TEST(SongSource, PositionOfAPausedSongIsAskedAnewOnceItMoves) {
+  const ScratchFolder folder;
+  Listener listener;
+  const auto source = make_mpv_source(&listener);
+  const int64 load = source->Load(folder.Write("a.wav", silent_wav(20)), true);
+  ASSERT_TRUE(listener.Wait(listener.fLoaded, load));
+  for (int i = 0; i < 30; ++i) { // until the library is asked no more
+    source->PositionMs();
+    snooze(50000);
+  }
+  source->SeekTo(5000);
+  EXPECT_EQ(source->PositionMs(), 5000);
+  source->SetPaused(false);
+  for (int i = 0; i < 1000 && source->PositionMs() <= 5000; ++i) snooze(10000);
+  EXPECT_GT(source->PositionMs(), 5000);
+}
+
 TEST(SongSource, TellsWhichSongCannotBePlayed) {
   const ScratchFolder folder;
   Listener listener;

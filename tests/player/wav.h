@@ -5,15 +5,15 @@
 #include <cstring>
 #include <string>
 
-/** Half a second of silence as a sound file. */
-inline std::string silent_wav() {
+/** Silence as a sound file, half a second or some of them. */
+inline std::string silent_wav(uint32 halves = 1) {
   constexpr uint32 kRate = 8000;
-  constexpr uint32 kBytes = kRate; // two bytes a sample, half a second
+  const uint32 bytes = halves * kRate; // two bytes a sample
   std::string wav("RIFF....WAVEfmt \x10\0\0\0\1\0\1\0........\2\0\x10\0data....", 44);
   const auto put = [&](size_t at, uint32 value) { std::memcpy(wav.data() + at, &value, 4); };
-  put(4, 36 + kBytes);
+  put(4, 36 + bytes);
   put(24, kRate);
   put(28, kRate * 2);
-  put(40, kBytes);
-  return wav + std::string(kBytes, '\0');
+  put(40, bytes);
+  return wav + std::string(bytes, '\0');
 }
