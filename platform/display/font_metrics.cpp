@@ -5,6 +5,7 @@
 #include "platform/display/text_runs.h"
 
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetricsF>
 
 #include <algorithm>
@@ -39,13 +40,19 @@ HeightCache& cache() {
   return *theCache;
 }
 
+/** Where the square that a Japanese character stands in reaches to, above and below the base line, in parts of the
+    font's size. The same in practically every font: asking one would load it for people who never see Japanese. */
+constexpr double kSquareAbove = 0.88;
+constexpr double kSquareBelow = 0.12;
+
 /** Japanese and Latin text share a line: its height is that of the taller of the two. */
 font_height measure(const BFont& font) {
-  const QFontMetricsF metrics(to_qfont(font));
-  const QRectF ink = metrics.boundingRect(QStringLiteral("\u3042g"));
+  const QFont shown = to_qfont(font);
+  const QFontMetricsF metrics(shown);
+  const double size = QFontInfo(shown).pixelSize();
   font_height height;
-  height.ascent = static_cast<float>(std::max(metrics.ascent(), -ink.top()));
-  height.descent = static_cast<float>(std::max(metrics.descent(), ink.bottom()));
+  height.ascent = static_cast<float>(std::max(metrics.ascent(), kSquareAbove * size));
+  height.descent = static_cast<float>(std::max(metrics.descent(), kSquareBelow * size));
   height.leading = static_cast<float>(std::max(metrics.leading(), 0.0));
   return height;
 }

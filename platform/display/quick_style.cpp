@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QIconEngine>
 #include <QPainter>
+#include <QStyleOption>
 
 namespace display {
 
@@ -35,6 +36,13 @@ private:
 QIcon QuickStyle::standardIcon(StandardPixmap sign, const QStyleOption* option, const QWidget* widget) const {
   if (sign == SP_ToolBarHorizontalExtensionButton) return QIcon(new LateIcon(sign));
   return QProxyStyle::standardIcon(sign, option, widget);
+}
+
+QSize QuickStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                   const QWidget* widget) const {
+  const bool isTitle = type == CT_MenuBarItem && !contents.isEmpty();
+  const QSize text = isTitle ? QSize(contents.width(), option->fontMetrics.height()) : contents;
+  return QProxyStyle::sizeFromContents(type, option, text, widget);
 }
 
 } // namespace display
