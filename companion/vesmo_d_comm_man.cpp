@@ -8,6 +8,7 @@
 #include "companion/vesmo_d.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/load_language.h"
+#include "lyrics/reaction_time.h"
 #include "plugin/about_content.h"
 #include "plugin/pref.h"
 #include "window/placement.h"

@@ -39,6 +39,7 @@ void TTagInputView::ClearLines() {
   for (int32 i = 0; i < CountItems(); ++i) items.push_back(ItemAt(i));
   MakeEmpty();
   fSungLine.Clear();
+  fCorrections.ForgetLines();
   fSungRow = -1;
   for (const BListItem* item : items) delete item;
 }
@@ -161,7 +162,8 @@ void TTagInputView::InputTagRqtd() {
   Select(row + 1); // none below the last one: the selection stays
   ScrollToSelection();
   ChangeRow(row, tag + line, TEditKind::kStamp);
-  Report(report);
+  NoteStamp(row, newTimeMs);
+  Report(report + NewFinding());
 }
 
 void TTagInputView::IncDecTagRqtd(char key) {
@@ -177,7 +179,8 @@ void TTagInputView::IncDecTagRqtd(char key) {
   time_to_time_tag(timeMs + stepMs, &tag, extended);
   remove_time_tag(&line);
   ChangeRow(CurrentSelection(), tag + line, TEditKind::kOther);
-  Report(gLLT->Text("StatBarStr_Fined_One_Time_Tag") + std::to_string(stepMs) + "[ms]");
+  if (extended) NoteMove(CurrentSelection(), static_cast<int32>(timeMs + stepMs));
+  Report(gLLT->Text("StatBarStr_Fined_One_Time_Tag") + std::to_string(stepMs) + "[ms]" + NewFinding());
 }
 
 void TTagInputView::RemoveTagRqtd() {
@@ -209,6 +212,7 @@ bool TTagInputView::Replay(const TReplay& replay) {
     BRect changed = ItemFrame(step.first);
     changed.bottom = ItemFrame(row - 1).bottom;
     Invalidate(changed);
+    NoteReplay(step.first, step.lines);
   } else {
     std::list<std::string> lines;
     GetLines(&lines);

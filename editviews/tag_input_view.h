@@ -2,6 +2,7 @@
 
 #include "editviews/sung_line.h"
 #include "editviews/tracked_edit_view.h"
+#include "lyrics/reaction_time.h"
 #include "platform/interface/list_view.h"
 
 #include <optional>
@@ -59,9 +60,18 @@ private:
   void ChangeRow(int32 row, const std::string& text, TEditKind kind);
   void Report(const std::string& text);
 
+  // tag_input_habit.cpp
+  void NoteStamp(int32 row, int32 timeMs);
+  void NoteMove(int32 row, int32 timeMs);
+  /** After a step of the history. */
+  void NoteReplay(int32 first, const std::list<std::string>& lines);
+  /** What there is to say of the user's habit, to stand behind a report; nearly always empty. */
+  std::string NewFinding();
+
   bool fModified = false;
   int32 fMode = 0;
   TSungLine fSungLine;
   int32 fSungRow = -1;
+  TStampCorrections fCorrections;
   Sonivo_FrontEnd* const fFrontEnd;
 };

@@ -107,6 +107,8 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return RefreshSonivoInfoRqtd();
   case kMsgAppearance:
     return PrefAppearanceChanged();
+  case kMsgPollInterval:
+    return PrefPollIntervalChanged();
   case '_lgc':
     return LanguageChanged();
   default:
@@ -203,6 +205,10 @@ void TVesmoEView::ExpDefaultStatBarRqtd() {
 void TVesmoEView::PrefAppearanceChanged() {
   fTagInput->SetAppearance();
   fFreeEdit->SetAppearance();
+}
+
+void TVesmoEView::PrefPollIntervalChanged() {
+  fPoll->SetInterval(gPref->Values()->pollIntervalUs);
 }
 
 void TVesmoEView::LanguageChanged() {

@@ -29,6 +29,7 @@ enum : uint32 {
   kMsgDefaultStatBar = 'Sedr',
   kMsgRefreshInfo = 'rcir',
   kMsgAppearance = 'Spac',
+  kMsgPollInterval = 'Ssic',
   kMsgConvertTags = 'cvtt', // bool "CvtTagS2E": to the extended form
   kMsgDeleteTags = 'datt',
   kMsgUndo = '_udo',
@@ -71,6 +72,7 @@ private:
   void SetStatBarStrRqtd(const BMessage& message);
   void ExpDefaultStatBarRqtd();
   void PrefAppearanceChanged();
+  void PrefPollIntervalChanged();
   std::string DocumentName() const;
 
   void SetActive(int32 mode);

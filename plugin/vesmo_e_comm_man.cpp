@@ -4,6 +4,7 @@
 #include "interapp/inter_app_prefs.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
+#include "lyrics/reaction_time.h"
 #include "platform/app/roster.h"
 #include "plugin/exit_state.h"
 #include "plugin/pref.h"
@@ -110,6 +111,9 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
   case 'Sprc':
   case 'Sptc':
     gPref->Unarchive(*message);
+    return true;
+  case kMsgStampHint:
+    SendMessage(message); // its preferences window may show it
     return true;
   default:
     return false;

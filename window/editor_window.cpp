@@ -2,6 +2,7 @@
 
 #include "common/app_info.h"
 #include "lyrics/editor_view.h"
+#include "lyrics/reaction_time.h"
 #include "platform/app/application.h"
 #include "platform/app/message.h"
 #include "platform/interface/file_panel.h"
@@ -76,9 +77,14 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     return fEditorView->MessageReceived(message);
   case 'Splc':
     return PrefToolBarChanged();
-  case 'Ssic':
+  case kMsgPollInterval:
+    PrefStayOnTopChanged();
+    return fEditorView->MessageReceived(message);
   case 'Spsc':
     return PrefStayOnTopChanged();
+  case kMsgStampHint:
+    fManager->PostMessage(message);
+    return;
   case kMsgHostWindowMoved:
     return FollowHost();
   case B_CANCEL:

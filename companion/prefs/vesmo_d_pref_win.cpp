@@ -8,6 +8,7 @@
 #include "companion/prefs/timing_page.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
+#include "lyrics/reaction_time.h"
 #include "platform/app/message.h"
 #include "platform/interface/button.h"
 #include "platform/interface/string_view.h"

@@ -16,13 +16,10 @@ class TAppearancePage;
 class TKRVDlgView;
 class TTimingPage;
 
-/** To the window: int32 "LateMs", how late the user's stamps seem to be; int32 "TmDf", the time offset that they were
-    made with. From the editor, by way of both managers. */
-inline constexpr uint32 kMsgStampHint = 'Srth';
-
 /** The preferences of both plug-ins, on pages. What the user sets is told to the manager at once, in notices that the
     plug-ins take over, and stored a moment later. Closing hides it; who owns it ends it.
-    The window also heeds '_lgc' and '_ipc': the texts, or the letters before them, are others now. */
+    The window also heeds '_lgc' and '_ipc', the texts or the letters before them are others now, and 'Srth', what the
+    editor has found about the user's stamps. */
 class TVesmoDPrefWin : public TKRVDlgWin {
 public:
   TVesmoDPrefWin(const std::string& languageFolder, const BMessenger& manager,

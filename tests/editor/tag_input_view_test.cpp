@@ -21,11 +21,13 @@ public:
     fView->MakeFocus();
   }
   void MessageReceived(BMessage* message) override {
+    if (message->what == kMsgStampHint) fHints.push_back(*message);
     if (message->what != kMsgStatBarStr) return BWindow::MessageReceived(message);
     message->FindString("StatBarStr", &fReport);
   }
   TTagInputView* fView;
   std::string fReport = "none";
+  std::vector<BMessage> fHints;
 };
 
 class TagInputView : public EditorWorld {
@@ -218,4 +220,27 @@ TEST_F(TagInputView, AHeldPlusGoesOn) {
   for (int i = 0; i < 3; ++i) hands::repeat(*fWindow, "+");
   hands::settle(*fWindow);
   EXPECT_THAT(Lines(), ElementsAre("[00:01:04]a"));
+}
+
+TEST_F(TagInputView, WhoKeepsMovingFreshStampsEarlierIsToldOnceHowLateTheyAre) {
+  SetPref([](TPrefValues* values) { values->timeOffsetMs = 10; });
+  Show(std::list<std::string>(8, "a"));
+  for (int32 row = 0; row < 8; ++row) {
+    Press("Space", 5000 + 1000 * row);
+    EXPECT_EQ(fWindow->fReport, "Tag set at line " + std::to_string(row + 1));
+    fView->SetCurLine(row);
+    for (int step = 0; step < 4; ++step) {
+      Press("-");
+      const bool isNew = row == 5 && step == 0;
+      EXPECT_EQ(fWindow->fReport,
+                std::string("Tag moved by -10[ms]") + (isNew ? "   Your stamps are about 40 ms late" : ""));
+    }
+    fView->SetCurLine(row + 1);
+  }
+  ASSERT_EQ(fWindow->fHints.size(), 1U);
+  int32 latenessMs = 0;
+  int32 offsetMs = 0;
+  EXPECT_EQ(fWindow->fHints[0].FindInt32("LateMs", &latenessMs), B_OK);
+  EXPECT_EQ(fWindow->fHints[0].FindInt32("TmDf", &offsetMs), B_OK);
+  EXPECT_EQ(std::pair(latenessMs, offsetMs), std::pair(40, 10));
 }

@@ -1,4 +1,5 @@
 #include "companion/prefs/timing_page.h"
+#include "lyrics/reaction_time.h"
 #include "platform/kernel/threads.h"
 #include "tests/companion/prefs/pref_world.h"
 #include "tests/display/hands.h"
