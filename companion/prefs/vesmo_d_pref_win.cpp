@@ -18,10 +18,12 @@
 
 namespace {
 
-enum : uint32 { kMsgDefaults = 'prdf', kMsgRevert = 'prrv', kMsgStore = 'prst' };
+enum : uint32 { kMsgDefaults = 'prdf', kMsgRevert = 'prrv', kMsgStore = 'prst', kMsgUnfit = 'pruf' };
 
 /** Long enough for a colour to be tried out without a write for each. */
 constexpr bigtime_t kStoreAfterUs = 400000;
+/** Nobody is told that a lone minus sign is no number who is about to type on. */
+constexpr bigtime_t kUnfitAfterUs = 700000;
 
 constexpr const char* kTabKeys[] = {"Pref_Tab_General", "Pref_Tab_Appearance", "Pref_Tab_Files", "Pref_Tab_Timing"};
 
@@ -89,6 +91,8 @@ void TVesmoDPrefWin::MessageReceived(BMessage* message) {
     return SetAll(fOpened);
   case kMsgStore:
     return StoreNow();
+  case kMsgUnfit:
+    return Say("Pref_Err_Number");
   case kNoticeLanguage:
   case kMsgIAPChanged:
     return Relabel();
@@ -118,7 +122,7 @@ void TVesmoDPrefWin::SettingChanged(const BMessage& message) {
   TPrefValues values = fValues;
   for (const TPrefPage* page : fPages) {
     const auto taken = page->Take(source, &values);
-    if (taken == TPrefPage::TTaken::kUnfit) return Say("Pref_Err_Number");
+    if (taken == TPrefPage::TTaken::kUnfit) return SayUnfitSoon();
   }
   Say(nullptr);
   Change(values);
@@ -164,6 +168,12 @@ void TVesmoDPrefWin::StoreNow() {
   fUnstored.clear();
 }
 
+void TVesmoDPrefWin::SayUnfitSoon() {
+  const BMessage unfit(kMsgUnfit);
+  fUnfitLater = std::make_unique<BMessageRunner>(BMessenger(this), &unfit, kUnfitAfterUs, 1);
+}
+
 void TVesmoDPrefWin::Say(const char* key) {
+  fUnfitLater.reset();
   fFault->SetText(key ? gLLT->Text(key) : "");
 }

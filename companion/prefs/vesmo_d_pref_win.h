@@ -41,6 +41,8 @@ private:
   void Change(const TPrefValues& values);
   void StoreSoon();
   void StoreNow();
+  void SayUnfitSoon();
+  /** In the line for faults; nothing for null. */
   void Say(const char* key);
 
   const BMessenger fManager;
@@ -48,6 +50,7 @@ private:
   TPrefValues fOpened; // as the window was opened
   std::vector<BMessage> fUnstored;
   std::unique_ptr<BMessageRunner> fStoreLater;
+  std::unique_ptr<BMessageRunner> fUnfitLater; // while a text that does not fit may still be on its way to one
   TAppearancePage* fAppearance; // two of the pages
   TTimingPage* fTiming;
   std::vector<TPrefPage*> fPages; // in the order of their tabs

@@ -75,6 +75,15 @@ def find_all(node, wanted_role):
     return [child for child in below(node) if role(child) == wanted_role]
 
 
+def labelled(node, label):
+    """The control below that this label belongs to, or None."""
+    for child in below(node):
+        for relation in child.get_relation_set():
+            if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY and name(relation.get_target(0)) == label:
+                return child
+    return None
+
+
 def focused(node):
     """The node below that has the keyboard, or None. (The current row of a list counts as focused in any case.)"""
     return next((n for n in below(node) if "focused" in states(n) and role(n) not in ("list item", "menu item")), None)

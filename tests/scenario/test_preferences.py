@@ -1,0 +1,53 @@
+"""The preferences of both plug-ins, worked by mouse and keyboard: what they change in the editor, and that it lasts."""
+import eyes
+import hands
+from case import Case
+
+TITLE = "Preferences of Vesmo"
+
+
+class Preferences(Case):
+    def open(self):
+        hands.press("ctrl+p")
+        return self.stage.wait_window(TITLE)
+
+    def control(self, window, label):
+        """On the page that is shown."""
+        def look():
+            found = eyes.labelled(window, label)
+            return found if found and "showing" in eyes.states(found) else None
+        return self.stage.wait(look, f"the control {label!r}")
+
+    def test_a_language_is_chosen_by_mouse_acts_at_once_and_is_there_after_a_restart(self):
+        s = self.stage
+        lyrics = s.file("a.lrc", "one\n")
+        s.start(lyrics)
+        window = self.open()
+        hands.click(eyes.place(self.control(window, "Language:")))
+
+        def choice():
+            return next((n for n in eyes.below(s.application())
+                         if eyes.name(n) == "日本語" and "showing" in eyes.states(n)), None)
+        hands.click(eyes.place(s.wait(choice, "日本語 among the languages")))
+        s.wait(lambda: s.menu_item("ファイル"), "the editor's menus in Japanese")
+        s.wait(lambda: eyes.name(window) == "Vesmo の設定", "the preferences in Japanese")
+        hands.press("Escape")
+        s.come_back()
+        s.close_player()
+        s.start(lyrics)
+        s.wait(lambda: s.menu_item("ファイル"), "Japanese after the restart")
+
+    def test_the_time_offset_is_added_to_the_next_stamp(self):
+        s = self.stage
+        s.start(s.file("a.lrc", "one\ntwo\n"))
+        s.forward(2)
+        s.stamp(0, "[00:02:00]one")
+        window = self.open()
+        hands.press("End")
+        hands.click(eyes.place(self.control(window, "Added to every stamp (ms):")))
+        hands.press("ctrl+a")
+        hands.write("-140")
+        hands.press("Escape")
+        s.come_back()
+        s.wait_selected(1)
+        s.stamp(1, "[00:01:86]two")
