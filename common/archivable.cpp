@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -32,11 +33,23 @@ enum class TStored { kNothing, kTheSame, kAnother, kForeign };
 TStored what_is_stored(const BEntry& entry, const BMessage& archive) {
   BFile file(&entry, B_READ_ONLY);
   off_t size = 0;
+  if (file.InitCheck() == B_PERMISSION_DENIED) return TStored::kForeign;
   if (file.InitCheck() != B_OK || !file.IsRegular() || file.GetSize(&size) != B_OK || size == 0)
     return TStored::kNothing;
   BMessage stored;
   if (stored.Unflatten(&file) != B_OK) return TStored::kForeign;
   return stored.Flatten() == archive.Flatten() ? TStored::kTheSame : TStored::kAnother;
+}
+
+/** Under a name that nothing bears yet: an older copy may be the one that its owner misses. The file itself stays until
+    the new one takes its place. */
+void keep_copy(const std::string& path) {
+  constexpr int kMostCopies = 100;
+  const std::string copy = path + ".unreadable";
+  bool isKept = link(path.c_str(), copy.c_str()) == 0;
+  for (int i = 2; !isKept && errno == EEXIST && i <= kMostCopies; ++i)
+    isKept = link(path.c_str(), (copy + "." + std::to_string(i)).c_str()) == 0;
+  if (!isKept) std::rename(path.c_str(), copy.c_str()); // where files cannot have two names
 }
 
 } // namespace
@@ -51,7 +64,7 @@ bool TArchivable::Save(const BEntry& entry) {
   // Another application of the family may be writing the same record.
   const std::string written = path + "." + std::to_string(getpid()) + ".new";
   // A torn file, or one of another program's making, may still be of use to its owner.
-  if (stored == TStored::kForeign) std::rename(path.c_str(), (path + ".unreadable").c_str());
+  if (stored == TStored::kForeign) keep_copy(path);
   {
     BFile file(written.c_str(), B_WRITE_ONLY | B_CREATE_FILE | B_ERASE_FILE);
     if (file.InitCheck() != B_OK || archive.Flatten(&file) != B_OK || file.Sync() != B_OK) return false;

@@ -26,7 +26,8 @@ public:
   /** False when the file cannot be opened or read; else what `Unarchive` says. */
   virtual bool Load(const BEntry& entry);
   /** False when the record cannot be archived or written. The old file stays whole unless the new one is complete;
-      one that could not be read is kept beside it as "<name>.unreadable", one that says the same stays as it is. */
+      one that could not be read is kept beside it as "<name>.unreadable" (then ".unreadable.2" and so on), one that
+      says the same stays as it is. */
   virtual bool Save(const BEntry& entry);
 
 protected:

@@ -93,6 +93,10 @@ TEST_F(Settings, WhatCannotBeReadIsKeptBesideTheNewFile) {
   EXPECT_TRUE(save_exit_state("VesmoE", "State.arc"));
   EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc.unreadable"), "somebody else's");
   EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc").substr(0, 4), "VMSG");
+  fFolder.Write("KOREVA/VesmoE/State.arc", "another's");
+  EXPECT_TRUE(save_exit_state("VesmoE", "State.arc"));
+  EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc.unreadable"), "somebody else's") << "an earlier copy stays";
+  EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc.unreadable.2"), "another's");
 }
 
 TEST_F(Settings, ATornFileLeavesTheDefaults) {
