@@ -8,13 +8,13 @@
 #include <span>
 #include <vector>
 
+/** How late a person's key presses come after what they hear. Pure: no clock, no window; times are in ms, and
+    positive is late. */
+
 /** What has been found about the user's stamps, from the tag input view through window and managers to the companion's
     preferences: int32 "LateMs", how late they seem to be; int32 "TmDf", the time offset that they were made with.
     Rarely sent. */
 inline constexpr uint32 kMsgStampHint = 'Srth';
-
-/** How late a person's key presses come after what they hear. Pure: no clock, no window; times are in ms, and
-    positive is late. */
 
 /** The median of the values, after those far from the rest were left out. Nothing when fewer than `least` are left, or
     when even these do not agree. */
