@@ -43,7 +43,7 @@ class Preferences(Case):
         s.forward(2)
         s.stamp(0, "[00:02:00]one")
         window = self.open()
-        hands.press("End")
+        hands.click(eyes.place(eyes.find(window, "page tab", "Timing")))
         hands.click(eyes.place(self.control(window, "Added to every stamp (ms):")))
         hands.press("ctrl+a")
         hands.write("-140")
