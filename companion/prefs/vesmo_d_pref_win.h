@@ -51,7 +51,7 @@ private:
   std::vector<BMessage> fUnstored;
   std::unique_ptr<BMessageRunner> fStoreLater;
   std::unique_ptr<BMessageRunner> fUnfitLater; // while a text that does not fit may still be on its way to one
-  TAppearancePage* fAppearance; // two of the pages
+  TAppearancePage* fAppearance;                // two of the pages
   TTimingPage* fTiming;
   std::vector<TPrefPage*> fPages; // in the order of their tabs
   BTabView* fTabs;
