@@ -6,12 +6,12 @@
 
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QMouseEvent>
 #include <QSlider>
 #include <QToolButton>
 
 #include <set>
+#include <utility>
 
 namespace {
 
@@ -111,10 +111,10 @@ void TPlayerControls::AddSpeed() {
 }
 
 void TPlayerControls::AddVolume() {
-  auto* const sign = new QLabel;
-  sign->setPixmap(player_icon("volume").pixmap(16, 16));
-  sign->setContentsMargins(6, 0, 2, 0);
-  layout()->addWidget(sign);
+  QToolButton* const mute = AddButton("volume", tr("Silence, or as loud as before"), tr("M"), 0);
+  mute->setIconSize(QSize(16, 16));
+  mute->setMinimumSize(28, 34);
+  connect(mute, &QToolButton::clicked, this, [this] { Mute(); });
   fVolume = new TClickSlider;
   fVolume->setRange(0, 100);
   fVolume->setFixedWidth(kVolumeWidth);
@@ -127,6 +127,11 @@ void TPlayerControls::AddVolume() {
 
 void TPlayerControls::ChangeVolume(int percent) {
   fVolume->setValue(fVolume->value() + percent);
+}
+
+void TPlayerControls::Mute() {
+  const int before = std::exchange(fLoudBefore, fVolume->value());
+  fVolume->setValue(fVolume->value() > 0 ? 0 : before);
 }
 
 void TPlayerControls::ShowState(const TPlayerState& state) {

@@ -6,7 +6,6 @@
 #include <QWidget>
 
 class QComboBox;
-class QMenu;
 class QSlider;
 class QToolButton;
 
@@ -19,6 +18,7 @@ public:
   /** The menu's own button; what it holds is made when it is first opened. */
   QToolButton* MenuButton() const { return fMenuButton; }
   void ChangeVolume(int percent);
+  void Mute();
 
 private:
   QToolButton* AddButton(const QString& icon, const QString& name, const QString& key, uint32 request);
@@ -34,4 +34,5 @@ private:
   QComboBox* fSpeed = nullptr;
   QSlider* fVolume = nullptr;
   bool fShowsPlaying = false;
+  int fLoudBefore = 100; // to be silenced
 };

@@ -2,6 +2,7 @@
 
 #include "player/cover_view.h"
 #include "player/dropped_files.h"
+#include "player/elided_label.h"
 #include "player/file_choosers.h"
 #include "player/front_end_host.h"
 #include "player/player_controls.h"
@@ -54,20 +55,17 @@ TPlayerWidget::TPlayerWidget(const BMessenger& player) : fPlayer(player) {
 
 void TPlayerWidget::MakeHead() {
   fCover = new TCoverView;
-  fTitle = new_label();
+  fTitle = new TElidedLabel;
   QFont large = fTitle->font();
   large.setPointSizeF(large.pointSizeF() * 1.5);
   large.setBold(true);
   fTitle->setFont(large);
-  fTitle->setAccessibleName(tr("Title of the song"));
-  fArtist = new_label();
+  fArtist = new TElidedLabel;
   fArtist->setForegroundRole(QPalette::PlaceholderText);
   auto* const texts = new QVBoxLayout;
   texts->addStretch(1);
-  for (QLabel* label : {fTitle, fArtist}) {
-    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // a long title never widens the window
-    texts->addWidget(label);
-  }
+  texts->addWidget(fTitle);
+  texts->addWidget(fArtist);
   texts->addStretch(1);
   auto* const head = new QHBoxLayout;
   head->setSpacing(12);
@@ -109,6 +107,7 @@ void TPlayerWidget::MakeShortcuts() {
   add(Qt::CTRL | Qt::Key_0, [this] { ask(fPlayer, kMsgSpeed, "percent", 100); });
   add(Qt::Key_Plus, [this] { fControls->ChangeVolume(kVolumeStep); });
   add(Qt::Key_Minus, [this] { fControls->ChangeVolume(-kVolumeStep); });
+  add(Qt::Key_M, [this] { fControls->Mute(); });
   add(Qt::ALT | Qt::Key_Up, [this] { fList->MoveSelected(-1); });
   add(Qt::ALT | Qt::Key_Down, [this] { fList->MoveSelected(1); });
   add(Qt::CTRL | Qt::Key_O, [this] { choose_songs(this, fPlayer); });
@@ -161,13 +160,13 @@ void TPlayerWidget::ShowFaults(const std::string& faults) {
     fFault = new_label();
     fFault->setWordWrap(true);
     fFault->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    QPalette warning = fFault->palette();
-    const bool isDark = warning.color(QPalette::Window).lightness() < 128;
-    warning.setColor(QPalette::WindowText, isDark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb7, 0x1c, 0x1c));
-    fFault->setPalette(warning);
     constexpr int kBelowTheHead = 1;
     static_cast<QVBoxLayout*>(layout())->insertWidget(kBelowTheHead, fFault);
   }
+  const bool isDark = palette().color(QPalette::Window).lightness() < 128;
+  QPalette warning;
+  warning.setColor(QPalette::WindowText, isDark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb7, 0x1c, 0x1c));
+  fFault->setPalette(warning);
   fFault->setText(QString::fromStdString(faults));
   fFault->setVisible(!faults.empty());
 }

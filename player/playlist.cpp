@@ -94,8 +94,7 @@ bool TPlaylist::SetCurrent(int32 index) {
   return true;
 }
 
-int32 TPlaylist::Neighbour(int32 direction) const {
-  int32 index = fCurrent + direction;
+int32 TPlaylist::GoodFrom(int32 index, int32 direction) const {
   while (At(index) && At(index)->failed) index += direction;
   return At(index) ? index : -1;
 }

@@ -46,7 +46,9 @@ public:
   const TSong* CurrentSong() const { return At(fCurrent); }
   bool SetCurrent(int32 index);
   /** The next song in that direction (1 or -1) that did not fail; -1 when there is none. */
-  int32 Neighbour(int32 direction) const;
+  int32 Neighbour(int32 direction) const { return GoodFrom(fCurrent + direction, direction); }
+  /** The same, this one included. */
+  int32 GoodFrom(int32 index, int32 direction = 1) const;
 
 private:
   TSongs& Own();

@@ -123,9 +123,10 @@ void TSonivoApp::PlayFirstSong() {
   const TSong* const first = fPlaylist.At(0);
   const std::string wanted = first ? first->path : std::string();
   const int32 positionMs = FindKeptList();
-  if (fIsLoaded) return StateChanged(); // the user was quicker
-  if (!wanted.empty()) return PlaySong(fPlaylist.Find(wanted), fCommandLine.startsPaused);
-  if (fPlaylist.Current() < 0) return StateChanged();
+  StateChanged();
+  if (fIsLoaded) return; // the user was quicker
+  if (!wanted.empty()) return PlaySong(fPlaylist.GoodFrom(fPlaylist.Find(wanted)), fCommandLine.startsPaused);
+  if (fPlaylist.Current() < 0) return;
   PlaySong(fPlaylist.Current(), true);
   fResumeMs = positionMs;
 }

@@ -84,8 +84,8 @@ void TSonivoApp::AddSongs(const BMessage& message) {
   ForgetFaults();
   const bool wasEmpty = fPlaylist.Count() == 0;
   Gather(paths_in(message), place_in(message));
-  if (wasEmpty && fPlaylist.Count() > 0) return PlaySong(0, false);
   StateChanged();
+  if (wasEmpty) PlaySong(fPlaylist.GoodFrom(0), false);
 }
 
 void TSonivoApp::RemoveSongs(const BMessage& message) {
@@ -126,7 +126,8 @@ void TSonivoApp::TakeOver(const BMessage& message) {
     fWindow->Activate();
     fWindow->Unlock();
   }
-  if (fPlaylist.At(first)) PlaySong(first, paused);
+  StateChanged();
+  PlaySong(fPlaylist.GoodFrom(first), paused);
 }
 
 int32 TSonivoApp::FindKeptList() {

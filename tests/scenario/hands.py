@@ -1,8 +1,9 @@
 """The user's hands: real keys and mouse buttons on the display."""
 import subprocess
 
+from Xlib import X
 from Xlib.display import Display
-from Xlib.protocol.event import ClientMessage
+from Xlib.protocol.event import ClientMessage, SelectionNotify
 
 
 def _do(*words):
@@ -34,6 +35,52 @@ def click(box, count=1, held=None):
 def move(box):
     left, top, width, height = box
     _do("mousemove", left + width // 2, top + height // 2)
+
+
+def drag(start, end):
+    """From the middle of a box to the upper part of another one, with the mouse button held down."""
+    move(start)
+    _do("mousedown", 1)
+    try:
+        left, top, width, height = end
+        _do("mousemove", left + width // 2, top + height // 2, "mousemove", left + width // 2, top + height // 4)
+    finally:
+        _do("mouseup", 1)
+
+
+def drop_files(title, box, paths):
+    """Drops files on a place of a window, as a file manager does."""
+    display = Display()
+    code = display.intern_atom
+    number = subprocess.run(["xdotool", "search", "--name", f"^{title}$"], check=True, capture_output=True).stdout
+    target = display.create_resource_object("window", int(number))
+    source = display.screen().root.create_window(0, 0, 1, 1, 0, display.screen().root_depth)
+    source.set_selection_owner(code("XdndSelection"), X.CurrentTime)
+    left, top, width, height = box
+    place = (left + width // 2) << 16 | (top + height // 2)
+
+    def tell(kind, *words):
+        data = (32, [source.id, *words, *[0] * (4 - len(words))])
+        target.send_event(ClientMessage(window=target, client_type=code(kind), data=data))
+        display.sync()
+
+    def serve_until(kind):
+        while True:
+            event = display.next_event()
+            if event.type == X.ClientMessage and event.client_type == code(kind):
+                return
+            if event.type == X.SelectionRequest:
+                files = "".join(f"file://{path}\r\n" for path in paths)
+                event.requestor.change_property(event.property, event.target, 8, files.encode())
+                event.requestor.send_event(SelectionNotify(time=event.time, requestor=event.requestor, property=event.property,
+                                                           selection=event.selection, target=event.target))
+
+    tell("XdndEnter", 5 << 24, code("text/uri-list"))
+    tell("XdndPosition", 0, place, X.CurrentTime, code("XdndActionCopy"))
+    serve_until("XdndStatus")
+    tell("XdndDrop", 0, X.CurrentTime)
+    serve_until("XdndFinished")
+    display.close()
 
 
 def move_window(title, left, top):

@@ -44,19 +44,23 @@ class Stage:
         settings.write_record(self.config / "Shared/AccKeyFormat.arc",
                               {"IAP:SrcApp": settings.text("scenario"), "IAP:Value": settings.text(form)})
 
-    def start(self, lyrics=None, prefix=(), environment=None):
-        """Returns when the editor has the keyboard (and shows the lyrics, if any)."""
+    def start(self, lyrics=None, prefix=(), environment=None, songs=None):
+        """Returns when the editor has the keyboard (and shows the lyrics, if any) and the player First Light."""
+        songs = [str(self.song)] if songs is None else songs
         words = [*prefix, str(BIN / "sonivo"), "--paused"]
         if lyrics:
             words += ["--edit", str(lyrics)]
-        own = {"HOME": str(self.home), "XDG_CONFIG_HOME": str(self.root / "settings")}
         with open(self.root / "program.log", "ab") as log:
-            self.program = subprocess.Popen([*words, str(self.song)], env={**os.environ, **own, **(environment or {})}, stderr=log, stdout=log)
+            self.program = subprocess.Popen([*words, *songs], env={**self.own(), **(environment or {})}, stderr=log, stdout=log)
         wait_until(lambda: self.window(), "the editor's window")
         wait_until(lambda: "First Light" in eyes.name(self.player()), "the song loaded by the player")
         if lyrics:
             self.wait_title(lyrics.name)
         self.wait_focus("Lyrics")
+
+    def own(self):
+        """The environment of every program of this performance."""
+        return {**os.environ, "HOME": str(self.home), "XDG_CONFIG_HOME": str(self.root / "settings")}
 
     def application(self):
         if self.program.poll() is not None:

@@ -1,0 +1,17 @@
+#include "player/elided_label.h"
+
+#include <QPainter>
+#include <QStyle>
+
+TElidedLabel::TElidedLabel() {
+  setTextFormat(Qt::PlainText);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void TElidedLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const QRect room = contentsRect();
+  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, room.width());
+  style()->drawItemText(&painter, room, static_cast<int>(Qt::AlignVCenter), palette(), isEnabled(), shown,
+                        foregroundRole());
+}

@@ -1,0 +1,63 @@
+"""The player's own window: its list of songs, and what is found again."""
+import shutil
+import subprocess
+
+import eyes
+import hands
+import stage
+from case import Case
+
+FIRST_LIGHT = "First Light — The Sonivo Demo Band"
+
+
+class ThePlayersList(Case):
+    def setUp(self):
+        super().setUp()
+        self.others = [self.stage.root / name for name in ("b.opus", "c.opus")]
+        for path in self.others:
+            shutil.copy(self.stage.song, path)
+
+    def list(self):
+        return eyes.find(self.stage.player(), "list", "Playlist")
+
+    def row(self, index):
+        return eyes.place(eyes.children(self.list())[index])
+
+    def wait_songs(self, *names):
+        self.stage.wait(lambda: [eyes.name(row) for row in eyes.children(self.list())] == list(names), f"the songs {names}")
+
+    def test_songs_are_dropped_moved_and_removed_and_found_again(self):
+        s = self.stage
+        s.start()
+        self.wait_songs(FIRST_LIGHT)
+        hands.drop_files(eyes.name(s.player()), eyes.place(self.list()), self.others)
+        self.wait_songs(FIRST_LIGHT, "b", "c")
+        hands.drag(self.row(2), self.row(0))
+        self.wait_songs("c", FIRST_LIGHT, "b")
+        hands.press("alt+Down")
+        self.wait_songs(FIRST_LIGHT, "c", "b")
+        hands.click(self.row(2))
+        hands.press("Delete")
+        self.wait_songs(FIRST_LIGHT, "c")
+        hands.press("Right")
+        s.wait_position(5)
+        s.close_player()
+        s.start(songs=[])
+        self.wait_songs(FIRST_LIGHT, "c")
+        s.wait_position(5)
+
+    def test_a_second_start_hands_its_songs_to_the_first(self):
+        s = self.stage
+        s.start()
+        second = subprocess.run([stage.BIN / "sonivo", "--paused", "b.opus"], cwd=s.root, env=s.own(), timeout=eyes.PATIENCE, check=False)
+        self.assertEqual(second.returncode, 0)
+        self.wait_songs(FIRST_LIGHT, FIRST_LIGHT)
+
+    def test_what_cannot_be_played_says_why_and_the_next_song_goes_on(self):
+        s = self.stage
+        empty = s.file("empty.mp3", "")
+        songs = s.file("songs.m3u", f"gone.mp3\nsongs.m3u\nempty.mp3\n{s.song}\n")
+        s.start(songs=[str(songs)])
+        shown = s.texts_in(s.player())
+        for part in (f"Cannot play {empty}: the file is empty", "songs.m3u names itself", "is not there: "):
+            self.assertIn(part, shown)
