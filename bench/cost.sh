@@ -26,7 +26,7 @@ end_programs() {
 
 start_display "$scratch"
 start_sound "$scratch/sound"
-export XDG_CONFIG_HOME=$scratch/settings HOME=$scratch LC_ALL=C.UTF-8
+export XDG_CONFIG_HOME=$scratch/settings XDG_CACHE_HOME=$scratch/cache HOME=$scratch LC_ALL=C.UTF-8
 { read -r DBUS_SESSION_BUS_ADDRESS; read -r bus_pid; } < <(dbus-daemon --session --fork --print-address=1 --print-pid=1)
 export DBUS_SESSION_BUS_ADDRESS
 cp demo/demo.opus "$scratch/"

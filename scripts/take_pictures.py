@@ -57,6 +57,14 @@ def take(path, box):
                     f"PNG8:{path}"], input=screen, check=True)
 
 
+def make_equally_high(window, other):
+    """The first as high as the second."""
+    _, _, width, _ = eyes.place(window)
+    height = eyes.place(other)[3]
+    subprocess.run(["xdotool", "search", "--name", f"^{eyes.name(window)}$", "windowsize", str(width), str(height)], check=True)
+    eyes.wait_until(lambda: eyes.place(window)[3] == height, "windows of one height")
+
+
 def take_windows(language, words):
     s = Stage()
     try:
@@ -74,6 +82,7 @@ def take_windows(language, words):
         s.wait_selected(4)
         hands.press("Up")
         s.wait_selected(3)
+        make_equally_high(s.window(), s.player())
         window = eyes.place(s.window())
         take(HELP / f"window_{short}.png", window)
         take(DOCS / f"both_windows_{short}.png", around(window, eyes.place(s.player())))
