@@ -1,0 +1,121 @@
+#include "lyrics/file_replacement.h"
+
+#include "platform/storage/status_of.h"
+
+#include <fcntl.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <utility>
+#include <vector>
+
+namespace {
+
+/** Where a chain of symbolic links leads, also when nothing is there yet. */
+std::string end_of_links(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path real = std::filesystem::weakly_canonical(path, error);
+  return error ? path : real.string();
+}
+
+void copy_attributes(const std::string& from, int to) {
+  const ssize_t listSize = listxattr(from.c_str(), nullptr, 0);
+  if (listSize <= 0) return;
+  std::vector<char> names(static_cast<size_t>(listSize));
+  const ssize_t length = listxattr(from.c_str(), names.data(), names.size());
+  for (ssize_t at = 0; at < length;
+       at += static_cast<ssize_t>(std::string_view(&names[static_cast<size_t>(at)]).size()) + 1) {
+    const char* const name = &names[static_cast<size_t>(at)];
+    const ssize_t size = getxattr(from.c_str(), name, nullptr, 0);
+    if (size < 0) continue;
+    std::vector<char> value(static_cast<size_t>(size) + 1);
+    if (getxattr(from.c_str(), name, value.data(), static_cast<size_t>(size)) == size) {
+      fsetxattr(to, name, value.data(), static_cast<size_t>(size), 0);
+    }
+  }
+}
+
+/** The new file looks like the old one to everybody else. What is not allowed is left: the bytes come first. */
+void take_over_looks(const TFileTarget& target, int file) {
+  struct stat made {};
+  fstat(file, &made);
+  const struct stat& old = *target.old;
+  const bool isOwn = made.st_uid == old.st_uid && made.st_gid == old.st_gid;
+  if (!isOwn && fchown(file, old.st_uid, old.st_gid) != 0 && fchown(file, static_cast<uid_t>(-1), old.st_gid) != 0) {
+    // Another owner's file, replaced by this user: it becomes this user's.
+  }
+  if (!isOwn || made.st_mode != old.st_mode) fchmod(file, old.st_mode & 07777);
+  copy_attributes(target.path, file);
+}
+
+int create_anew(const std::string& path) {
+  constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+  const int file = open(path.c_str(), kFlags, 0666);
+  if (file >= 0 || errno != EEXIST) return file;
+  unlink(path.c_str()); // left by a process of this number that was killed as it saved
+  return open(path.c_str(), kFlags, 0666);
+}
+
+} // namespace
+
+status_t find_file_target(const std::string& path, TFileTarget* target) {
+  *target = {path, {}};
+  struct stat info {};
+  int found = lstat(path.c_str(), &info);
+  if (found == 0 && S_ISLNK(info.st_mode)) {
+    target->path = end_of_links(path);
+    found = stat(target->path.c_str(), &info);
+  }
+  if (found != 0) return errno == ENOENT ? B_OK : status_of_errno(errno);
+  if (!S_ISREG(info.st_mode)) return S_ISDIR(info.st_mode) ? B_IS_A_DIRECTORY : B_BAD_VALUE;
+  // A file that may not be written is not to be replaced by a trick of its folder's permissions.
+  if (access(target->path.c_str(), W_OK) != 0) return status_of_errno(errno);
+  target->old = info;
+  return B_OK;
+}
+
+status_t write_all(int file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = write(file, bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return count < 0 ? status_of_errno(errno) : B_IO_ERROR;
+    bytes.remove_prefix(static_cast<size_t>(count));
+  }
+  return B_OK;
+}
+
+TFileReplacement::TFileReplacement(TFileReplacement&& other) noexcept
+    : fTarget(std::move(other.fTarget)), fWritten(std::exchange(other.fWritten, {})) {}
+
+TFileReplacement& TFileReplacement::operator=(TFileReplacement&& other) noexcept {
+  std::swap(fTarget, other.fTarget);
+  std::swap(fWritten, other.fWritten);
+  return *this;
+}
+
+TFileReplacement::~TFileReplacement() {
+  if (!fWritten.empty()) unlink(fWritten.c_str());
+}
+
+status_t TFileReplacement::Write(TFileTarget target, std::string_view bytes, bool flush) {
+  fTarget = std::move(target);
+  const std::string path = fTarget.path + ".saving-" + std::to_string(getpid());
+  const int file = create_anew(path);
+  if (file < 0) return status_of_errno(errno);
+  fWritten = path;
+  if (fTarget.old) take_over_looks(fTarget, file);
+  status_t status = write_all(file, bytes);
+  if (status == B_OK && flush && fsync(file) != 0) status = status_of_errno(errno);
+  // The last chance to learn that something was not written.
+  if (close(file) != 0 && status == B_OK) status = status_of_errno(errno);
+  return status;
+}
+
+status_t TFileReplacement::Commit() {
+  if (std::rename(fWritten.c_str(), fTarget.path.c_str()) != 0) return status_of_errno(errno);
+  fWritten.clear();
+  return B_OK;
+}
