@@ -1,0 +1,27 @@
+#pragma once
+
+#include <list>
+#include <optional>
+#include <string>
+
+/** Timed lyrics for other programs: UTF-8 with LF, without byte-order mark and NUL. Pure: any thread. */
+
+enum class TExportFormat {
+  kDotted,   // a `[mm:ss.cc]` in front of each line, tags within lines taken off
+  kEnhanced, // the same, and a `<mm:ss.cc>` in front of each word that has a tag
+  kSubtitles // SubRip, each line until the next; lines without a tag belong to the one before
+};
+inline constexpr int kExportFormats = 3;
+
+struct TExported {
+  std::string bytes;
+  /** Lines with words in them that the format has no place for. */
+  long linesLeftOut = 0;
+};
+
+/** Nothing when the lyrics have not what the format needs: a line with a time tag, in the enhanced form also a tag
+    within a line. Lines that begin with several tags are sung at each of them. */
+std::optional<TExported> export_lyrics(const std::list<std::string>& lines, TExportFormat format);
+
+/** "song.lrc" to "song.dotted.lrc", "song.enhanced.lrc", "song.srt". */
+std::string export_name(const std::string& name, TExportFormat format);

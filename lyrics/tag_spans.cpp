@@ -1,0 +1,84 @@
+#include "lyrics/tag_spans.h"
+
+#include "lyrics/time_tags.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+
+bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+bool is_letter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+/** True when the text begins like the pattern, where 0 stands for a digit. */
+bool begins_like(std::string_view text, std::string_view pattern) {
+  return text.size() >= pattern.size() && std::equal(pattern.begin(), pattern.end(), text.begin(),
+                                                     [](char p, char c) { return p == '0' ? is_digit(c) : p == c; });
+}
+
+struct TShape {
+  std::string_view pattern;
+  bool isDotted;
+};
+constexpr TShape kShapes[] = {
+    {"[00:00]", false},    {"[00:00:00]", false}, {"[00:00.00]", true},
+    {"[00:00.000]", true}, {"<00:00.00>", true},  {"<00:00.000>", true},
+};
+
+} // namespace
+
+std::vector<TTagSpan> time_tags_in(const std::string& line) {
+  std::vector<TTagSpan> spans;
+  for (size_t at = line.find_first_of("[<"); at != std::string::npos; at = line.find_first_of("[<", at)) {
+    const std::string_view rest = std::string_view(line).substr(at);
+    const auto* const shape = std::find_if(std::begin(kShapes), std::end(kShapes),
+                                           [&](const TShape& each) { return begins_like(rest, each.pattern); });
+    if (shape == std::end(kShapes)) {
+      ++at;
+      continue;
+    }
+    spans.push_back({at, shape->pattern.size(), shape->isDotted});
+    at += shape->pattern.size();
+  }
+  return spans;
+}
+
+std::string tag_text(const std::string& line, const TTagSpan& span) {
+  std::string text = line.substr(span.begin, span.length);
+  text.front() = '[';
+  text.back() = ']';
+  return text;
+}
+
+long tag_time(const std::string& line, const TTagSpan& span) {
+  long time = 0;
+  bool isExtended = false;
+  time_tag_to_time(tag_text(line, span), &time, &isExtended);
+  return time;
+}
+
+TBracketKind bracket_kind(const std::string& line) {
+  if (line.empty() || line.front() != '[') return TBracketKind::kNone;
+  const std::vector<TTagSpan> tags = time_tags_in(line);
+  if (!tags.empty() && tags.front().IsAtLineStart()) return TBracketKind::kTimeTag;
+  const size_t end = std::min(line.find(']'), line.size());
+  const std::string_view content = std::string_view(line).substr(1, end - 1);
+  const size_t name =
+      static_cast<size_t>(std::find_if_not(content.begin(), content.end(), is_letter) - content.begin());
+  if (name > 0 && name < content.size() && content[name] == ':') return TBracketKind::kHeader;
+  const bool isNumeric = content.find_first_not_of("0123456789:.") == std::string_view::npos;
+  const bool isOdd = content.find(':') != std::string_view::npos && (isNumeric || is_digit(content.front()));
+  return isOdd ? TBracketKind::kOddTag : TBracketKind::kWord;
+}
+
+std::optional<std::string> header_value(const std::string& line, const std::string& name) {
+  const std::string start = "[" + name + ":";
+  const size_t end = line.find(']');
+  if (line.compare(0, start.size(), start) != 0 || end == std::string::npos) return {};
+  return line.substr(start.size(), end - start.size());
+}

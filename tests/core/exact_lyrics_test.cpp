@@ -1,0 +1,55 @@
+#include "lyrics/exact_lyrics.h"
+
+#include "lyrics/lyrics_file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Lines = std::list<std::string>;
+
+TEST(ExactLyrics, UnchangedFilesComeBackByteForByte) {
+  const std::string files[] = {
+      "",
+      "a",
+      "a\r\nb\rc\n\nd",
+      "\xEF\xBB\xBF"
+      "[00:01]a\n",
+      std::string("a\n\0\0b", 6),
+      "\x93\xfa\x96\x7b\r\n\xED\x40\n", // a doubled vendor code, which would be written as another
+      "\x1b$@F|K\\\x1b(J\n"};
+  for (const std::string& bytes : files) {
+    const TExactLyrics lyrics(bytes, kDetectEncoding);
+    EXPECT_EQ(lyrics.WithLines(lyrics.Lines()), bytes) << testing::PrintToString(bytes);
+  }
+}
+
+TEST(ExactLyrics, EveryKindOfLineEndEndsALine) {
+  const TExactLyrics lyrics("a\r\nb\rc\nd", kDetectEncoding);
+  EXPECT_THAT(lyrics.Lines(), ElementsAre("a", "b", "c", "d"));
+  EXPECT_EQ(lyrics.InEncoding(0, "\n"), "a\nb\nc\nd") << "no line end where there was none";
+}
+
+TEST(ExactLyrics, ConvertedTextIsNeverCut) {
+  const TExactLyrics lyrics(std::string(30, '\xb1') + "\n", kDetectEncoding);
+  EXPECT_EQ(lyrics.Lines().front().size(), 90U);
+  EXPECT_EQ(lyrics.InEncoding(1, {}), lyrics.Bytes());
+}
+
+TEST(ExactLyrics, ChangedLinesAreWrittenInTheFilesOwnForm) {
+  const TExactLyrics lyrics("\x93\xfa\r\nb", kDetectEncoding);
+  EXPECT_EQ(lyrics.WithLines({"本", "b"}), "\x96\x7b\r\nb");
+  EXPECT_EQ(lyrics.WithLines({"é", "b"}), std::nullopt);
+}
+
+TEST(ExactLyrics, BrokenLinesAreFound) {
+  EXPECT_THAT(TExactLyrics("a\n\x81\n", 1).BrokenLines(), ElementsAre(1U));
+  EXPECT_THAT(TExactLyrics("a\n\xE3\x81\n", 0).BrokenLines(), ElementsAre(1U));
+  EXPECT_THAT(TExactLyrics("\x1A\n日\n", 0).BrokenLines(), IsEmpty());
+}
+
+TEST(CharactersOutside, AreNamedOnce) {
+  EXPECT_THAT(characters_outside("é日é\xE3한", 1), ElementsAre("é", "\\xE3", "한"));
+  EXPECT_THAT(characters_outside("日本 ｱ～", 2), IsEmpty());
+}
