@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# The command line tool on many files, beside cat reading them and cp writing them: bench/lrc_many.sh BIN-FOLDER [FILES] [RUNS]
+# Each round measures all of them, one after another; the medians and their ratios to cat and cp together are printed,
+# for cp to new files and, as the tool does it, to files that are there already. TMPDIR chooses the disk.
+set -euo pipefail
+tool=$1/vesmo-lrc
+files=${2:-10000}
+runs=${3:-5}
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+export LC_ALL=C TIMEFORMAT=%R
+
+python3 - "$scratch/songs" "$files" <<'EOF'
+import pathlib, sys
+root, count = pathlib.Path(sys.argv[1]), int(sys.argv[2])
+text = "".join(f"[{s // 60:02d}:{s % 60:02d}:{s % 100:02d}]{word} of line {s}\n"
+               for s, word in zip(range(0, 160, 4), ["words", "言葉", "more", "歌詞"] * 10))
+for number in range(count):
+    folder = root / f"{number % 100:02d}"
+    folder.mkdir(parents=True, exist_ok=True)
+    (folder / f"{number}.lrc").write_text(text, encoding="utf-8")
+EOF
+
+# Everything measured works on a copy whose bytes lie on the disk, as those of a user's files do.
+fresh_copy() {
+  rm -rf "$scratch/work"
+  cp -r "$scratch/songs" "$scratch/work"
+  sync -f "$scratch"
+}
+cat_all() { find "$scratch/songs" -type f -print0 | xargs -0 cat >/dev/null; }
+cp_all() { cp -r "$scratch/songs" "$scratch/copy"; }
+cp_all_over() { cp -rT --remove-destination "$scratch/songs" "$scratch/copy"; }
+run_tool() { "$tool" "$@" -q >/dev/null || [ "$1" = check ]; }
+measure() { # NAME COMMAND...
+  local name=$1
+  shift
+  { time "$@" 2>"$scratch/said"; } 2>>"$scratch/$name.times" || { cat "$scratch/said" >&2; exit 1; }
+}
+
+for _ in $(seq "$runs"); do
+  fresh_copy
+  measure cat cat_all
+  measure cp cp_all
+  measure cp_over cp_all_over
+  rm -rf "$scratch/copy"
+  sync -f "$scratch"
+  measure info run_tool info "$scratch/work"
+  measure check run_tool check "$scratch/work"
+  measure shift run_tool shift --by 1230 "$scratch/work"
+  fresh_copy
+  measure encode run_tool encode --to sjis --eol crlf "$scratch/work"
+  fresh_copy
+  measure export run_tool export -o "$scratch/exported/" "$scratch/work"
+  rm -rf "$scratch/exported"
+done
+
+median() { sort -n "$scratch/$1.times" | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
+ratio() { awk -v a="$(median "$1")" -v b="$(median cat)" -v c="$(median "$2")" 'BEGIN { printf "%.2f", a / (b + c) }'; }
+printf '%-24s %9s %12s %12s\n' "$files files, $runs runs" "s" "cat + cp" "cat + cp over"
+for name in cat cp cp_over; do printf '%-24s %9.3f\n' "$name" "$(median "$name")"; done
+for name in info check shift encode export; do
+  printf '%-24s %9.3f %12s %12s\n' "vesmo-lrc $name" "$(median "$name")" "$(ratio "$name" cp)" "$(ratio "$name" cp_over)"
+done

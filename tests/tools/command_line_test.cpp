@@ -1,0 +1,66 @@
+#include "tools/vesmo_lrc/command_line.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+TParsedLine parse(std::vector<std::string> words) {
+  words.insert(words.begin(), "vesmo-lrc");
+  std::vector<char*> pointers;
+  for (std::string& word : words) pointers.push_back(word.data());
+  pointers.push_back(nullptr);
+  return parse_command_line(static_cast<int>(words.size()), pointers.data());
+}
+
+} // namespace
+
+TEST(CommandLine, OptionsStandAnywhereUntilTwoDashes) {
+  const TParsedLine line = parse({"-n", "shift", "a", "--by", "-250", "-q", "--", "-b", "--by"});
+  ASSERT_TRUE(line.options.has_value()) << line.text;
+  EXPECT_THAT(line.options->paths, ElementsAre("a", "-b", "--by"));
+  EXPECT_EQ(line.options->shiftMs, -250);
+  EXPECT_TRUE(line.options->isDryRun && line.options->isQuiet);
+}
+
+TEST(CommandLine, AmountsMayHaveUnitsAndAreBounded) {
+  const std::pair<const char*, long> rows[] = {
+      {"+1500", 1500}, {"-1.5s", -1500}, {"20ms", 20}, {"99999999999999", 2147483647}, {"-1e30s", -2147483647}};
+  for (const auto& [text, ms] : rows) {
+    const TParsedLine line = parse({"shift", std::string("--by=") + text, "-"});
+    ASSERT_TRUE(line.options.has_value()) << line.text;
+    EXPECT_EQ(line.options->shiftMs, ms) << text;
+  }
+}
+
+TEST(CommandLine, WhatMakesNoSenseIsSaid) {
+  const std::pair<std::vector<std::string>, const char*> rows[] = {
+      {{}, "a command is missing"},
+      {{"sing", "a"}, "no command 'sing'"},
+      {{"info"}, "at least one file"},
+      {{"info", "-", "-"}, "once only"},
+      {{"info", "--by", "5", "a"}, "info takes no --by"},
+      {{"shift", "a"}, "needs --by"},
+      {{"shift", "--by", "soon", "a"}, "not 'soon'"},
+      {{"shift", "--by", "0.5", "a"}, "not '0.5'"},
+      {{"shift", "--by", "nan", "a"}, "not 'nan'"},
+      {{"shift", "--by"}, "'--by' needs a value"},
+      {{"convert", "--to", "dotted", "a"}, "one of std, ext"},
+      {{"encode", "a"}, "--to, --eol or both"},
+      {{"encode", "--eol", "nl", "a"}, "one of lf, crlf, cr"},
+      {{"check", "--length", "long", "a"}, "not 'long'"},
+      {{"info", "-j", "0", "a"}, "--jobs takes"},
+      {{"info", "--what", "a"}, "'--what' is not known"},
+  };
+  for (const auto& [words, said] : rows) {
+    const TParsedLine line = parse(words);
+    EXPECT_FALSE(line.options.has_value()) << said;
+    EXPECT_THAT(line.text, HasSubstr(said));
+    EXPECT_EQ(line.exitCode, kExitUsage);
+  }
+  EXPECT_EQ(parse({"--help"}).exitCode, kExitFine);
+  EXPECT_THAT(parse({"--version"}).text, HasSubstr("3.26"));
+}

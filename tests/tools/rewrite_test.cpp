@@ -1,0 +1,98 @@
+#include "tools/vesmo_lrc/rewrite.h"
+
+#include "tools/vesmo_lrc/diff.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::HasSubstr;
+
+namespace {
+
+TOptions options_for(TCommand command) {
+  TOptions options;
+  options.command = command;
+  return options;
+}
+
+TOptions shift_by(long ms) {
+  TOptions options = options_for(TCommand::kShift);
+  options.shiftMs = ms;
+  return options;
+}
+
+std::string made(const std::string& bytes, const TOptions& options) {
+  const TRewritten result = rewrite(TExactLyrics(bytes, options.readEncoding), options);
+  return result.bytes.value_or("refused: " + result.refusal);
+}
+
+TOptions encode_to(long encoding) {
+  TOptions options = options_for(TCommand::kEncode);
+  options.toEncoding = encoding;
+  return options;
+}
+
+} // namespace
+
+TEST(Rewrite, ShiftMovesEveryTagInItsOwnDress) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"[00:01]a", "[00:02]a"},
+      {"[00:01:50]a", "[00:02:73]a"},
+      {"[00:01.50]a", "[00:02.73]a"},
+      {"[00:01.505]a", "[00:02.735]a"},
+      {"[00:01][00:05]a", "[00:02][00:06]a"},
+      {"[00:01.00]a <00:02.00>b", "[00:02.23]a <00:03.23>b"},
+      {"[01:23]45 words", "[01:24]45 words"},
+      {"[ti:Title]", "[ti:Title]"},
+      {"[Chorus]", "[Chorus]"},
+      {"[00:01", "[00:01"},
+  };
+  for (const auto& [before, after] : rows) EXPECT_EQ(made(before, shift_by(1230)), after);
+}
+
+TEST(Rewrite, LikeTheEditorEveryLineWithABracketIsTagged) {
+  TOptions options = shift_by(1000);
+  options.likeEditor = true;
+  EXPECT_EQ(made("[Chorus]x\n[00:01.50]a\n", options), "[00:01]x\n[00:02:50]a\n");
+  EXPECT_EQ(rewrite(TExactLyrics("[Chorus]\n[00:01]\n", 0), shift_by(1)).bracketsLeft, 1U);
+}
+
+TEST(Rewrite, ConvertAndStripTakeEveryTagOfALine) {
+  TOptions convert = options_for(TCommand::kConvert);
+  EXPECT_EQ(made("[00:01:50][00:05.20]a <00:06.00>b", convert), "[00:02][00:05]a <00:06.00>b");
+  convert.toExtended = true;
+  EXPECT_EQ(made("[00:01][00:05.20]a", convert), "[00:01:00][00:05:20]a");
+  EXPECT_EQ(made("[00:01][00:05.20]a <00:06.00>b\n[ti:a]\n", options_for(TCommand::kStrip)), "a b\n[ti:a]\n");
+}
+
+TEST(Rewrite, EncodeWritesPlainTextAnew) {
+  EXPECT_EQ(made(std::string("\xEF\xBB\xBF日\r\nb\n\0", 11), encode_to(0)), "日\r\nb\n");
+  EXPECT_EQ(made("日\n", encode_to(1)), "\x93\xfa\n");
+  TOptions lineEnds = options_for(TCommand::kEncode);
+  lineEnds.toCRType = 1;
+  EXPECT_EQ(made("a\rb\nc", lineEnds), "a\r\nb\r\nc");
+}
+
+TEST(Rewrite, RefusesWhatWouldLoseSomething) {
+  EXPECT_THAT(made("é\n日\nñé\n", encode_to(1)), HasSubstr("Shift-JIS cannot hold line 1: é; line 3: ñ é"));
+  EXPECT_THAT(made(std::string("a\0b", 3), encode_to(0)), HasSubstr("behind a NUL"));
+  EXPECT_THAT(made(std::string("\xFF\xFE"
+                               "a\0",
+                               4),
+                   shift_by(10)),
+              HasSubstr("UTF-16"));
+  TOptions asJis = shift_by(10);
+  asJis.readEncoding = 2;
+  EXPECT_THAT(made("[00:01:00]日\n", asJis), HasSubstr("line 1 is no JIS"));
+}
+
+TEST(UnifiedDiff, ShowsChangedLinesWithWhatIsAroundThem) {
+  std::list<std::string> old;
+  for (int i = 1; i <= 12; ++i) old.push_back(std::to_string(i));
+  std::list<std::string> changed = old;
+  changed.front() = "one\x1b";
+  changed.back() = "twelve";
+  EXPECT_EQ(unified_diff("f", old, changed),
+            "--- f\n+++ f\n@@ -1,4 +1,4 @@\n-1\n+one\\x1B\n 2\n 3\n 4\n@@ -9,4 +9,4 @@\n 9\n 10\n 11\n-12\n+twelve\n");
+  EXPECT_EQ(unified_diff("f", old, old), "");
+}

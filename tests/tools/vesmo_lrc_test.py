@@ -1,0 +1,160 @@
+#!/usr/bin/env python3
+"""The program vesmo-lrc on real files: what it writes, says and ends with."""
+import json
+import os
+import pathlib
+import pty
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+TOOL = sys.argv.pop(1)
+PATIENCE = 240
+
+
+class VesmoLrc(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = pathlib.Path(folder.name)
+
+    def write(self, name, data):
+        path = self.root / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(data if isinstance(data, bytes) else data.encode())
+        return path
+
+    def run_tool(self, *words, given=b"", code=0, **more):
+        done = subprocess.run([TOOL, *map(str, words)], input=given, capture_output=True, timeout=PATIENCE, **more)
+        self.assertEqual(done.returncode, code, done.stderr.decode())
+        return done.stdout, done.stderr.decode()
+
+    def files(self):
+        return sorted(path.relative_to(self.root).as_posix() for path in self.root.rglob("*") if path.is_file())
+
+    def test_folders_are_worked_on_as_a_whole_and_each_file_once(self):
+        a, b = self.write("a.lrc", "[00:01.00]a\n"), self.write("x/y/b.LRC", "[00:01]b\n")
+        other = self.write("x/song.txt", "[00:01]c\n")
+        (self.root / "x/link.lrc").symlink_to("../a.lrc")
+        (self.root / "x/round").symlink_to("..")
+        a.chmod(0o640)
+        before = os.stat(b).st_mtime_ns
+        self.run_tool("shift", "--by", "30", self.root, a)
+        self.assertEqual(a.read_bytes(), b"[00:01.03]a\n")
+        self.assertEqual(a.stat().st_mode & 0o777, 0o640)
+        self.assertEqual(os.stat(b).st_mtime_ns, before, "what stays the same is not written")
+        self.assertEqual(other.read_bytes(), b"[00:01]c\n")
+        self.assertTrue((self.root / "x/link.lrc").is_symlink())
+        self.assertEqual(self.files(), ["a.lrc", "x/link.lrc", "x/song.txt", "x/y/b.LRC"])
+
+    def test_every_name_of_a_file_sees_the_new_text(self):
+        a = self.write("a.lrc", "[00:01]a\n")
+        os.link(a, self.root / "b.lrc")
+        self.run_tool("strip", self.root)
+        self.assertEqual((self.root / "b.lrc").read_bytes(), b"a\n")
+        self.assertEqual(self.files(), ["a.lrc", "b.lrc"])
+
+    def test_a_dry_run_shows_a_difference_and_writes_nothing(self):
+        a = self.write("a.lrc", "[00:01]a\nb\n")
+        shown, _ = self.run_tool("shift", "--by", "1s", "-n", a)
+        self.assertEqual(shown.decode(), f"--- {a}\n+++ {a}\n@@ -1,2 +1,2 @@\n-[00:01]a\n+[00:02]a\n b\n")
+        shown, _ = self.run_tool("encode", "--to", "utf-8", "--eol", "crlf", "--dry-run", a)
+        self.assertEqual(shown.decode(), f"{a}: UTF-8, LF becomes UTF-8, CR LF\n")
+        self.assertEqual(a.read_bytes(), b"[00:01]a\nb\n")
+
+    def test_pipes_carry_the_text_and_nothing_else(self):
+        shown, said = self.run_tool("encode", "--to", "sjis", "-", given="日\n".encode())
+        self.assertEqual((shown, said), ("日\n".encode("cp932"), ""))
+        shown, _ = self.run_tool("export", "-", given=b"[00:01:50]a\n\0")
+        self.assertEqual(shown, b"[00:01.50]a\n")
+        self.run_tool("check", "-", given=b"[00:01:50]a\n", code=1)
+
+    def test_one_bad_file_hinders_no_other(self):
+        good, bad = self.write("good.lrc", "[00:01]日\n"), self.write("bad.lrc", "[00:01]é\n")
+        _, said = self.run_tool("encode", "--to", "sjis", self.root, self.root / "missing", "/dev/null", code=1)
+        self.assertIn("bad.lrc: Shift-JIS cannot hold line 1: é", said)
+        self.assertIn("missing: there is no such file", said)
+        self.assertIn("/dev/null: it is no ordinary file", said)
+        self.assertIn("1 files changed, 0 as they were, 3 failed", said)
+        self.assertEqual(good.read_bytes(), "[00:01]日\n".encode("cp932"))
+        self.assertEqual(bad.read_bytes(), "[00:01]é\n".encode())
+
+    @unittest.skipIf(os.geteuid() == 0, "nothing is closed to the administrator")
+    def test_what_may_not_be_read_or_written_is_named(self):
+        shut = self.write("shut.lrc", "[00:01]a\n")
+        fixed = self.write("fixed.lrc", "[00:01]a\n")
+        shut.chmod(0)
+        fixed.chmod(0o444)
+        _, said = self.run_tool("strip", self.root, code=1)
+        self.assertEqual(said.count("permission denied"), 2)
+
+    def test_reports_are_whole_for_machines(self):
+        self.write("a.lrc", "[00:01:00]a\n")
+        self.write('b"\n.lrc', "[00:01.00]b\n")
+        shown, _ = self.run_tool("check", "--format", "json", self.root, code=1)
+        found = {pathlib.Path(file["file"]).name: [f["code"] for f in file["findings"]] for file in json.loads(shown)}
+        self.assertEqual(found, {"a.lrc": ["colon-tags"], 'b"\n.lrc': []})
+        shown, _ = self.run_tool("info", "--format", "tsv", self.root)
+        self.assertEqual([len(row.split("\t")) for row in shown.decode().splitlines()], [9, 9, 9])
+
+    def test_copies_are_written_beside_nothing_that_is_there(self):
+        self.write("in/a.lrc", "[00:01]a\n")
+        self.write("in/x/a.lrc", "[00:02]b\n")
+        out = self.root / "out"
+        self.run_tool("export", "--to", "srt", "-o", out, self.root / "in")
+        self.assertEqual(self.files()[2:], ["out/a.srt", "out/x/a.srt"])
+        _, said = self.run_tool("export", "--to", "srt", "-o", out, self.root / "in", code=1)
+        self.assertEqual(said.count("--force replaces it"), 2)
+        self.run_tool("export", "--to", "srt", "-f", "-o", out, self.root / "in")
+        both = (self.root / "in/a.lrc", self.root / "in/x/a.lrc")
+        self.run_tool("export", *both, code=2)
+        self.run_tool("export", "-o", out, *both, code=2)
+
+    def test_a_result_that_cannot_be_written_is_a_failure(self):
+        a = self.write("a.lrc", "[00:01]a\n")
+        with open("/dev/full", "wb") as full:
+            done = subprocess.run([TOOL, "info", a], stdout=full, stderr=subprocess.PIPE, timeout=PATIENCE)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn(b"could not be written", done.stderr)
+
+    def test_a_terminal_gets_a_bar_and_a_clean_line_after_it(self):
+        a = self.write("a.lrc", "[00:01.00]a\n")
+        mine, its = pty.openpty()
+        tool = subprocess.Popen([TOOL, "check", a, "-"], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=its)
+        os.close(its)
+        said = b""
+        try:
+            while part := os.read(mine, 4096):
+                said += part
+                if b" of 2" in said:
+                    tool.stdin.close()  # until then it waits
+        except OSError:  # the other end is closed
+            pass
+        os.close(mine)
+        self.assertEqual(tool.wait(PATIENCE), 0)
+        self.assertIn(b"\r\x1b[K", said)
+        self.assertTrue(said.endswith(b"0 files with findings, 2 without, 0 failed\r\n"))
+
+    def test_whoever_stops_it_finds_every_file_old_or_new(self):
+        old, new = b"[00:01.00]a\n" * 500, b"[00:02.00]a\n" * 500
+        for number in range(1500):
+            self.write(f"{number}.lrc", old)
+        for stop in (signal.SIGTERM, signal.SIGKILL):
+            tool = subprocess.Popen([TOOL, "shift", "--by", "1s", self.root], stderr=subprocess.DEVNULL)
+            # As soon as it writes.
+            while tool.poll() is None and not any(name.count(".saving-") for name in os.listdir(self.root)):
+                time.sleep(0.001)
+            tool.send_signal(stop)
+            code = tool.wait(PATIENCE)
+            self.assertIn(code, (-stop, 128 + stop, 0))
+            for path in self.root.glob("*.lrc"):
+                self.assertIn(path.read_bytes(), (old, new))
+                path.write_bytes(old)
+            if stop == signal.SIGTERM:
+                self.assertFalse([name for name in self.files() if not name.endswith(".lrc")], "nothing is left")
+
+
+unittest.main()

@@ -1,0 +1,75 @@
+#include "tools/vesmo_lrc/files.h"
+#include "tools/vesmo_lrc/stop.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <set>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using TFault = std::function<void(const std::string&)>;
+
+bool has_lyrics_name(const fs::path& path) {
+  std::string extension = path.extension().string();
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return extension == ".lrc";
+}
+
+class TCollector {
+public:
+  explicit TCollector(const TFault& fault) : fFault(fault) {}
+
+  void Add(const std::string& path) {
+    std::error_code error;
+    if (path != "-" && fs::is_directory(path, error)) {
+      LookInto(path, "");
+    } else {
+      AddFile(path, fs::path(path).filename().string());
+    }
+  }
+  std::vector<TInput> Take() { return std::move(fInputs); }
+
+private:
+  /** In the order of the names, so that every run goes alike. Links to folders are not followed: they may go round. */
+  void LookInto(const std::string& folder, const std::string& relative) {
+    std::error_code error;
+    std::vector<fs::directory_entry> entries;
+    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error))
+      entries.push_back(*at);
+    if (error) fFault(folder + ": " + error.message());
+    std::sort(entries.begin(), entries.end());
+    for (const fs::directory_entry& entry : entries) {
+      if (stop_signal() != 0) return;
+      std::error_code none;
+      const std::string below = relative + entry.path().filename().string();
+      if (entry.is_directory(none) && !entry.is_symlink(none)) {
+        LookInto(entry.path().string(), below + "/");
+      } else if (has_lyrics_name(entry.path()) && entry.is_regular_file(none)) {
+        AddFile(entry.path().string(), below);
+      }
+    }
+  }
+
+  void AddFile(const std::string& path, const std::string& relative) {
+    struct stat info {};
+    // What is not there is told when it is to be read.
+    const bool isKnown = path != "-" && stat(path.c_str(), &info) == 0;
+    if (!isKnown || fSeen.emplace(info.st_dev, info.st_ino).second) fInputs.push_back({path, relative});
+  }
+
+  const TFault& fFault;
+  std::vector<TInput> fInputs;
+  std::set<std::pair<dev_t, ino_t>> fSeen;
+};
+
+} // namespace
+
+std::vector<TInput> collect_files(const std::vector<std::string>& paths, const TFault& fault) {
+  TCollector collector(fault);
+  for (const std::string& path : paths) collector.Add(path);
+  return collector.Take();
+}

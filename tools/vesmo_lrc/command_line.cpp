@@ -1,0 +1,230 @@
+#include "tools/vesmo_lrc/command_line.h"
+
+#include "tools/vesmo_lrc/help.h"
+
+#include <getopt.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <map>
+#include <stdexcept>
+#include <string_view>
+
+namespace {
+
+/** A line that makes no sense, and why. */
+struct UsageError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+enum TOptionId {
+  kDryRun = 'n',
+  kOutput = 'o',
+  kForce = 'f',
+  kJobs = 'j',
+  kQuiet = 'q',
+  kHelp = 'h',
+  kBy = 256,
+  kTo,
+  kEol,
+  kFrom,
+  kLikeEditor,
+  kLength,
+  kFormat,
+  kVersion,
+};
+
+const option kLongOptions[] = {{"dry-run", no_argument, nullptr, kDryRun},
+                               {"output", required_argument, nullptr, kOutput},
+                               {"force", no_argument, nullptr, kForce},
+                               {"jobs", required_argument, nullptr, kJobs},
+                               {"quiet", no_argument, nullptr, kQuiet},
+                               {"help", no_argument, nullptr, kHelp},
+                               {"by", required_argument, nullptr, kBy},
+                               {"to", required_argument, nullptr, kTo},
+                               {"eol", required_argument, nullptr, kEol},
+                               {"from", required_argument, nullptr, kFrom},
+                               {"like-editor", no_argument, nullptr, kLikeEditor},
+                               {"length", required_argument, nullptr, kLength},
+                               {"format", required_argument, nullptr, kFormat},
+                               {"version", no_argument, nullptr, kVersion},
+                               {nullptr, 0, nullptr, 0}};
+
+struct TCommandName {
+  const char* name;
+  TCommand command;
+  std::vector<int> options; // beside those that every command takes
+};
+
+const std::vector<TCommandName>& commands() {
+  static const std::vector<TCommandName> all = {
+      {"info", TCommand::kInfo, {kFormat}},
+      {"check", TCommand::kCheck, {kTo, kLength, kFormat}},
+      {"shift", TCommand::kShift, {kBy, kDryRun, kLikeEditor}},
+      {"convert", TCommand::kConvert, {kTo, kDryRun, kLikeEditor}},
+      {"strip", TCommand::kStrip, {kDryRun, kLikeEditor}},
+      {"encode", TCommand::kEncode, {kTo, kEol, kDryRun}},
+      {"export", TCommand::kExport, {kTo, kOutput, kForce, kDryRun}},
+  };
+  return all;
+}
+
+const TCommandName& command_named(const std::string& name) {
+  const auto found = std::find_if(commands().begin(), commands().end(),
+                                  [&](const TCommandName& command) { return command.name == name; });
+  if (found == commands().end()) throw UsageError("there is no command '" + name + "'");
+  return *found;
+}
+
+/** The options on the line; those without an argument have an empty one. */
+using TGiven = std::map<int, std::string>;
+
+std::string name_of(int id) {
+  const auto* const found = std::find_if(std::begin(kLongOptions), std::end(kLongOptions),
+                                         [id](const option& each) { return each.val == id; });
+  return std::string("--") + found->name;
+}
+
+TGiven read_options(int argc, char** argv) {
+  TGiven given;
+  optind = 0; // from the start, also the second time
+  opterr = 0;
+  for (int id = 0; (id = getopt_long(argc, argv, ":no:fj:qh", kLongOptions, nullptr)) != -1;) {
+    const std::string word = optind > 0 ? argv[optind - 1] : "";
+    if (id == ':') throw UsageError("'" + word + "' needs a value");
+    if (id == '?') throw UsageError("'" + word + "' is not known, or not clear");
+    given[id] = optarg ? optarg : "";
+  }
+  return given;
+}
+
+template <typename Value>
+Value chosen(const TGiven& given, int id, std::initializer_list<std::pair<const char*, Value>> choices) {
+  const std::string& word = given.at(id);
+  std::string known;
+  for (const auto& [name, value] : choices) {
+    if (word == name) return value;
+    known += (known.empty() ? "" : ", ") + std::string(name);
+  }
+  throw UsageError(name_of(id) + " is one of " + known + ", not '" + word + "'");
+}
+
+long encoding_of(const TGiven& given, int id) {
+  return chosen<long>(given, id, {{"utf-8", 0}, {"utf8", 0}, {"sjis", 1}, {"shift-jis", 1}, {"jis", 2}});
+}
+
+/** "250", "-1500ms", "1.5s" in ms, bounded to 32 bits as every amount. */
+long amount_of(const std::string& text) {
+  char* end = nullptr;
+  const double number = std::strtod(text.c_str(), &end);
+  const std::string_view unit = end;
+  const bool isNumber = end != text.c_str() && std::isfinite(number) && (unit.empty() || unit == "ms" || unit == "s");
+  const double ms = unit == "s" ? number * 1000 : number;
+  if (!isNumber || (unit != "s" && std::trunc(ms) != ms)) {
+    throw UsageError("--by takes an amount such as 250, -1500 or 1.5s, not '" + text + "'");
+  }
+  return std::lround(std::clamp(ms, -2147483647.0, 2147483647.0));
+}
+
+/** "mm:ss" or "mm:ss.cc" in ms. */
+long length_of(const std::string& text) {
+  const size_t colon = text.find(':');
+  const bool isShaped = colon != std::string::npos && colon > 0 && colon <= 4 && colon + 1 < text.size() &&
+                        text.find_first_not_of("0123456789", 0) == colon &&
+                        text.find_first_not_of("0123456789.", colon + 1) == std::string::npos;
+  if (!isShaped) throw UsageError("--length takes a time such as 3:25, not '" + text + "'");
+  const double seconds = std::strtod(text.c_str() + colon + 1, nullptr);
+  return std::strtol(text.c_str(), nullptr, 10) * 60000 + std::lround(std::min(seconds, 1e6) * 1000);
+}
+
+unsigned threads_of(const std::string& text) {
+  char* end = nullptr;
+  const long count = std::strtol(text.c_str(), &end, 10);
+  if (end == text.c_str() || *end != '\0' || count < 1 || count > 256) {
+    throw UsageError("--jobs takes a number from 1 to 256, not '" + text + "'");
+  }
+  return static_cast<unsigned>(count);
+}
+
+void read_target(const TGiven& given, TOptions* options) {
+  const bool hasTarget = given.contains(kTo);
+  switch (options->command) {
+  case TCommand::kConvert:
+    if (!hasTarget) throw UsageError("convert needs --to std or --to ext");
+    options->toExtended = chosen<bool>(given, kTo, {{"std", false}, {"ext", true}});
+    break;
+  case TCommand::kEncode:
+    if (!hasTarget && !given.contains(kEol)) throw UsageError("encode needs --to, --eol or both");
+    if (hasTarget) options->toEncoding = encoding_of(given, kTo);
+    break;
+  case TCommand::kCheck:
+    if (hasTarget) options->toEncoding = encoding_of(given, kTo);
+    break;
+  case TCommand::kExport:
+    if (hasTarget) {
+      options->exportFormat = chosen<TExportFormat>(given, kTo,
+                                                    {{"lrc", TExportFormat::kDotted},
+                                                     {"enhanced", TExportFormat::kEnhanced},
+                                                     {"srt", TExportFormat::kSubtitles}});
+    }
+    break;
+  default:
+    break;
+  }
+}
+
+void read_values(const TGiven& given, TOptions* options) {
+  read_target(given, options);
+  if (options->command == TCommand::kShift && !given.contains(kBy)) throw UsageError("shift needs --by MS");
+  if (given.contains(kBy)) options->shiftMs = amount_of(given.at(kBy));
+  if (given.contains(kEol)) options->toCRType = chosen<long>(given, kEol, {{"lf", 0}, {"crlf", 1}, {"cr", 2}});
+  if (given.contains(kFrom)) {
+    options->readEncoding = given.at(kFrom) == "auto" ? kDetectEncoding : encoding_of(given, kFrom);
+  }
+  if (given.contains(kLength)) options->songLengthMs = length_of(given.at(kLength));
+  if (given.contains(kFormat)) {
+    options->reportFormat = chosen<TReportFormat>(
+        given, kFormat,
+        {{"text", TReportFormat::kText}, {"tsv", TReportFormat::kTable}, {"json", TReportFormat::kJson}});
+  }
+  if (given.contains(kOutput)) options->output = given.at(kOutput);
+  if (given.contains(kOutput) && options->output.empty()) throw UsageError("--output needs a path");
+  if (given.contains(kJobs)) options->threads = threads_of(given.at(kJobs));
+  options->likeEditor = given.contains(kLikeEditor);
+  options->overwrites = given.contains(kForce);
+  options->isDryRun = given.contains(kDryRun);
+  options->isQuiet = given.contains(kQuiet);
+}
+
+TOptions options_of(const TGiven& given, const std::vector<std::string>& words) {
+  if (words.empty()) throw UsageError("a command is missing");
+  const TCommandName& command = command_named(words.front());
+  for (const auto& [id, argument] : given) {
+    const bool isForAll = id == kFrom || id == kJobs || id == kQuiet;
+    if (!isForAll && std::find(command.options.begin(), command.options.end(), id) == command.options.end()) {
+      throw UsageError(std::string(command.name) + " takes no " + name_of(id));
+    }
+  }
+  TOptions options;
+  options.command = command.command;
+  options.paths.assign(words.begin() + 1, words.end());
+  if (options.paths.empty()) throw UsageError("name at least one file or folder, or - for the standard input");
+  if (std::count(options.paths.begin(), options.paths.end(), "-") > 1) throw UsageError("- can be given once only");
+  read_values(given, &options);
+  return options;
+}
+
+} // namespace
+
+TParsedLine parse_command_line(int argc, char** argv) {
+  try {
+    const TGiven given = read_options(argc, argv);
+    if (given.contains(kHelp)) return {{}, kHelpText, kExitFine};
+    if (given.contains(kVersion)) return {{}, kVersionText, kExitFine};
+    return {options_of(given, {argv + optind, argv + argc}), {}, kExitFine};
+  } catch (const UsageError& error) {
+    const std::string more = "Try 'vesmo-lrc --help'.";
+    return {{}, std::string("vesmo-lrc: ") + error.what() + "\n" + more + "\n", kExitUsage};
+  }
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "lyrics/export.h"
+#include "lyrics/lyrics_file.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+enum class TCommand { kInfo, kShift, kConvert, kStrip, kEncode, kCheck, kExport };
+enum class TReportFormat { kText, kTable, kJson };
+
+/** What the command line asks for. */
+struct TOptions {
+  TCommand command = TCommand::kInfo;
+  std::vector<std::string> paths; // files, folders, "-"
+
+  long shiftMs = 0;
+  bool toExtended = false;
+  std::optional<long> toEncoding;
+  std::optional<long> toCRType;
+  TExportFormat exportFormat = TExportFormat::kDotted;
+
+  long readEncoding = kDetectEncoding;
+  std::optional<long> songLengthMs;
+  TReportFormat reportFormat = TReportFormat::kText;
+  std::string output;      // file, folder, or empty
+  bool likeEditor = false; // every line that begins with a bracket is tagged
+  bool overwrites = false;
+  bool isDryRun = false;
+  bool isQuiet = false;
+  unsigned threads = 0; // 0: one a core
+
+  bool ChangesFiles() const {
+    return command == TCommand::kShift || command == TCommand::kConvert || command == TCommand::kStrip ||
+           command == TCommand::kEncode;
+  }
+};
+
+/** What the program ends with. */
+enum TExitCode { kExitFine = 0, kExitFindings = 1, kExitUsage = 2 };

@@ -1,0 +1,97 @@
+#include "tools/vesmo_lrc/outcome.h"
+
+#include "tools/vesmo_lrc/check.h"
+#include "tools/vesmo_lrc/diff.h"
+#include "tools/vesmo_lrc/report.h"
+#include "tools/vesmo_lrc/rewrite.h"
+
+namespace {
+
+TOutcome failed(std::string fault) {
+  TOutcome outcome;
+  outcome.state = TOutcome::kFailed;
+  outcome.fault = std::move(fault);
+  return outcome;
+}
+
+TOutcome info(const TInput& input, const TExactLyrics& lyrics, const TOptions& options) {
+  TOutcome outcome;
+  outcome.state = TOutcome::kAsItWas;
+  outcome.printed = info_report(input.Name(), lyrics, options.reportFormat);
+  return outcome;
+}
+
+TOutcome checked(const TInput& input, const TExactLyrics& lyrics, const TOptions& options) {
+  const std::vector<TFinding> findings = check(lyrics, options);
+  TOutcome outcome;
+  outcome.state = findings.empty() ? TOutcome::kAsItWas : TOutcome::kFindings;
+  outcome.printed = check_report(input.Name(), findings, options.reportFormat);
+  return outcome;
+}
+
+/** The lines that differ; where the bytes differ otherwise, how they lie in the file. */
+std::string difference(const TInput& input, const TExactLyrics& lyrics, const TRewritten& made) {
+  if (*made.bytes == lyrics.Bytes()) return {};
+  const std::string lines = unified_diff(input.Name(), lyrics.Lines(), made.lines);
+  if (!lines.empty()) return lines;
+  return printable(input.Name()) + ": " + form_of(lyrics) + " becomes " + made.form + "\n";
+}
+
+TOutcome changed(const TInput& input, const struct stat& asRead, const TExactLyrics& lyrics, const TOptions& options,
+                 size_t id, TReplacementBatch* batch) {
+  const TRewritten made = rewrite(lyrics, options);
+  if (!made.bytes) return failed(made.refusal);
+  TOutcome outcome;
+  outcome.state = *made.bytes == lyrics.Bytes() ? TOutcome::kAsItWas : TOutcome::kChanged;
+  outcome.bracketsLeft = made.bracketsLeft;
+  if (options.isDryRun) {
+    outcome.printed = difference(input, lyrics, made);
+  } else if (input.path == "-") {
+    outcome.printed = *made.bytes;
+  } else if (outcome.state == TOutcome::kChanged) {
+    const status_t status = batch->Add(id, input.path, asRead, *made.bytes);
+    if (status != B_OK) return failed(fault_text(status));
+  }
+  return outcome;
+}
+
+TOutcome exported(const TInput& input, const std::string& path, const TExactLyrics& lyrics, const TOptions& options,
+                  size_t id, TReplacementBatch* batch) {
+  if (const std::string fault = unreadable_text(lyrics); !fault.empty()) return failed(fault);
+  const std::optional<TExported> made = export_lyrics(lyrics.Lines(), options.exportFormat);
+  const bool needsWords = options.exportFormat == TExportFormat::kEnhanced;
+  if (!made) return failed(needsWords ? "no line has time tags at its words" : "no line has a time tag");
+  TOutcome outcome;
+  outcome.state = TOutcome::kChanged;
+  outcome.linesLeftOut = made->linesLeftOut;
+  if (path.empty()) {
+    outcome.printed = made->bytes;
+  } else if (options.isDryRun) {
+    outcome.printed = printable(input.Name() + " -> " + path) + "\n";
+  } else {
+    const status_t status = batch->AddCopy(id, path, made->bytes, options.overwrites);
+    if (status != B_OK) return failed(path + ": " + fault_text(status));
+  }
+  return outcome;
+}
+
+} // namespace
+
+TOutcome work_on(const TOptions& options, const TInput& input, const std::string& exportPath, size_t id,
+                 TReplacementBatch* batch) {
+  std::string bytes;
+  struct stat asRead {};
+  const status_t status = read_input(input.path, &bytes, &asRead);
+  if (status != B_OK) return failed(fault_text(status));
+  const TExactLyrics lyrics(std::move(bytes), options.readEncoding);
+  switch (options.command) {
+  case TCommand::kInfo:
+    return info(input, lyrics, options);
+  case TCommand::kCheck:
+    return checked(input, lyrics, options);
+  case TCommand::kExport:
+    return exported(input, exportPath, lyrics, options, id, batch);
+  default:
+    return changed(input, asRead, lyrics, options, id, batch);
+  }
+}

@@ -1,0 +1,200 @@
+#include "tools/vesmo_lrc/run.h"
+
+#include "tools/vesmo_lrc/outcome.h"
+#include "tools/vesmo_lrc/parallel.h"
+#include "tools/vesmo_lrc/progress.h"
+#include "tools/vesmo_lrc/report.h"
+#include "tools/vesmo_lrc/stop.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstdio>
+#include <filesystem>
+#include <set>
+#include <thread>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/** Files between two flushes of the disk. The more, the better: a flush costs about as much as writing some dozen
+   files, and file systems are slow to make new files right after old ones went. */
+constexpr size_t kMostFilesAtOnce = 8192;
+/** Where nothing is written, so few that results come soon. */
+constexpr size_t kFewFiles = 64;
+
+/** Where the copy of each file goes, in their order; empty for the standard output. */
+std::vector<std::string> export_paths(const TOptions& options, const std::vector<TInput>& inputs) {
+  std::vector<std::string> paths(inputs.size());
+  if (options.output.empty() || options.output == "-") return paths;
+  std::error_code error;
+  const bool isFolder = inputs.size() > 1 || options.output.back() == '/' || fs::is_directory(options.output, error);
+  for (size_t i = 0; i < inputs.size(); ++i) {
+    const std::string name = inputs[i].path == "-" ? "lyrics" : inputs[i].relative;
+    paths[i] =
+        isFolder ? (fs::path(options.output) / export_name(name, options.exportFormat)).string() : options.output;
+  }
+  return paths;
+}
+
+class TRun {
+public:
+  explicit TRun(const TOptions& options) : fOptions(options), fFrame(report_frame(options)) {}
+
+  int Run() {
+    fInputs = collect_files(fOptions.paths, [this](const std::string& text) { Tell(text); });
+    if (fInputs.empty()) Tell("there are no lyrics files");
+    if (fOptions.command == TCommand::kExport && !CanExport()) return kExitUsage;
+    fOutcomes.resize(fInputs.size());
+    Print(fFrame.before);
+    WorkOnAll();
+    Print(fFrame.after);
+    if (std::fflush(stdout) != 0) fOutputFailed = true;
+    if (fOutputFailed) Tell("the result could not be written");
+    Summarize();
+    return ExitCode();
+  }
+
+private:
+  void Tell(const std::string& text) {
+    fFailures = true;
+    Say(text);
+  }
+  static void Say(const std::string& text) { std::fputs(("vesmo-lrc: " + printable(text) + "\n").c_str(), stderr); }
+
+  void Print(const std::string& text) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) fOutputFailed = true;
+  }
+
+  /** Where each copy goes, and that no two go to one place. */
+  bool CanExport() {
+    if (fInputs.size() > 1 && (fOptions.output.empty() || fOptions.output == "-")) {
+      Say("name a folder with --output for the copies of several files");
+      return false;
+    }
+    fExportPaths = export_paths(fOptions, fInputs);
+    std::set<std::string> taken;
+    for (const std::string& path : fExportPaths) {
+      if (path.empty() || taken.insert(path).second) continue;
+      Say("two of the files would be written to " + path);
+      return false;
+    }
+    return true;
+  }
+
+  void WorkOnAll() {
+    if (fInputs.empty()) return;
+    TProgress progress(fInputs.size(), !fOptions.isQuiet);
+    const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+    TParallelWork work;
+    work.count = fInputs.size();
+    work.threads = static_cast<unsigned>(std::min<size_t>(fOptions.threads > 0 ? fOptions.threads : cores, work.count));
+    const bool writes = fOptions.ChangesFiles() || fOptions.command == TCommand::kExport;
+    const size_t share = (work.count + work.threads - 1) / work.threads;
+    work.runLength = std::min(share, writes ? kMostFilesAtOnce : kFewFiles);
+    work.work = [this](size_t first, size_t last) { WorkOn(first, last); };
+    work.finished = [&](size_t first, size_t last) { Show(first, last, &progress); };
+    work.waiting = [&] { progress.Show(fDone); };
+    work.isStopped = [this] { return IsStopped(); };
+    run_in_parallel(work);
+  }
+
+  bool IsStopped() const { return stop_signal() != 0 || fOutputFailed; }
+
+  /** On a worker. */
+  void WorkOn(size_t first, size_t last) {
+    TReplacementBatch batch;
+    for (size_t i = first; i < last && !IsStopped(); ++i, ++fDone) fOutcomes[i] = WorkOnOne(i, &batch);
+    if (IsStopped()) { // what waits in the batch is taken back
+      for (const size_t id : batch.Waiting()) fOutcomes[id].state = TOutcome::kNotDone;
+      return;
+    }
+    batch.Commit([this](size_t id, status_t status) {
+      if (status == B_OK) return;
+      fOutcomes[id].state = TOutcome::kFailed;
+      fOutcomes[id].fault = fault_text(status);
+    });
+  }
+
+  TOutcome WorkOnOne(size_t index, TReplacementBatch* batch) {
+    try {
+      return work_on(fOptions, fInputs[index], fExportPaths.empty() ? std::string() : fExportPaths[index], index,
+                     batch);
+    } catch (const std::exception&) {
+      TOutcome outcome;
+      outcome.state = TOutcome::kFailed;
+      outcome.fault = fault_text(B_NO_MEMORY);
+      return outcome;
+    }
+  }
+
+  void Show(size_t first, size_t last, TProgress* progress) {
+    for (size_t i = first; i < last; ++i) {
+      TOutcome& outcome = fOutcomes[i];
+      if (!outcome.printed.empty() || outcome.state == TOutcome::kFailed) progress->Clear();
+      if (!outcome.printed.empty()) {
+        Print(fHasPrinted ? fFrame.between : std::string());
+        Print(outcome.printed);
+        fHasPrinted = true;
+      }
+      if (outcome.state == TOutcome::kFailed) Tell(fInputs[i].Name() + ": " + outcome.fault);
+      outcome.printed = {}; // of many files it may be much
+    }
+    progress->Show(fDone);
+  }
+
+  size_t Count(TOutcome::TState state) const {
+    return static_cast<size_t>(std::count_if(fOutcomes.begin(), fOutcomes.end(),
+                                             [state](const TOutcome& outcome) { return outcome.state == state; }));
+  }
+
+  void Summarize() const {
+    if (fOptions.isQuiet) return;
+    size_t bracketsLeft = 0;
+    long linesLeftOut = 0;
+    for (const TOutcome& outcome : fOutcomes) {
+      bracketsLeft += outcome.bracketsLeft;
+      linesLeftOut += outcome.linesLeftOut;
+    }
+    if (bracketsLeft > 0) {
+      Say(std::to_string(bracketsLeft) + " lines with a bracket that is no time tag were left as they are");
+    }
+    if (linesLeftOut > 0) Say(std::to_string(linesLeftOut) + " lines without a time have no place in subtitles");
+    if (fOutcomes.size() > 1 && fOptions.command != TCommand::kInfo) Say(Counts());
+  }
+
+  std::string Counts() const {
+    const auto number = [this](TOutcome::TState state) { return std::to_string(Count(state)); };
+    const std::string failed = number(TOutcome::kFailed) + " failed";
+    const std::string notDone = Count(TOutcome::kNotDone) > 0 ? ", " + number(TOutcome::kNotDone) + " not begun" : "";
+    if (fOptions.command == TCommand::kCheck) {
+      return number(TOutcome::kFindings) + " files with findings, " + number(TOutcome::kAsItWas) + " without, " +
+             failed + notDone;
+    }
+    const char* const done = fOptions.command == TCommand::kExport ? " files written, "
+                             : fOptions.isDryRun                   ? " files would change, "
+                                                                   : " files changed, ";
+    return number(TOutcome::kChanged) + done + number(TOutcome::kAsItWas) + " as they were, " + failed + notDone;
+  }
+
+  int ExitCode() const {
+    if (stop_signal() != 0) return 128 + stop_signal();
+    return fFailures || fOutputFailed || Count(TOutcome::kFindings) > 0 ? kExitFindings : kExitFine;
+  }
+
+  const TOptions& fOptions;
+  const TReportFrame fFrame;
+  std::vector<TInput> fInputs;
+  std::vector<std::string> fExportPaths; // empty for other commands
+  std::vector<TOutcome> fOutcomes;       // each written by the worker that has its run
+  std::atomic<size_t> fDone{0};
+  std::atomic<bool> fOutputFailed{false};
+  bool fFailures = false; // main thread
+  bool fHasPrinted = false;
+};
+
+} // namespace
+
+int run(const TOptions& options) {
+  return TRun(options).Run();
+}
