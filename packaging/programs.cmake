@@ -4,7 +4,7 @@ function(install_linked target where rpath)
   install(TARGETS ${target} RUNTIME DESTINATION ${where} LIBRARY DESTINATION ${where})
 endfunction()
 
-foreach(target vesmo_platform vesmo_display sonivo sonivo-peaks)
+foreach(target vesmo_platform vesmo_display sonivo sonivo-peaks vesmo_lrc)
   install_linked(${target} ${home} "$ORIGIN")
 endforeach()
 install_linked(gen_VesmoE ${home}/plugins "$ORIGIN/..")
@@ -14,7 +14,7 @@ install(DIRECTORY ${CMAKE_SOURCE_DIR}/language/texts/ DESTINATION ${home}/plugin
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/plugin/help/ DESTINATION ${home}/plugins)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/window/icons/ DESTINATION ${home}/plugins/pictures)
 
-foreach(command sonivo)
+foreach(command sonivo vesmo-lrc)
   file(RELATIVE_PATH from_bin ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_PREFIX}/${home}/${command})
   file(CREATE_LINK ${from_bin} ${CMAKE_CURRENT_BINARY_DIR}/${command} SYMBOLIC)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${command} DESTINATION ${CMAKE_INSTALL_BINDIR})
