@@ -36,6 +36,12 @@ TAppearancePage::TAppearancePage() : TPrefPage("Appearance"), fPreview(new TLyri
     if (index >= 0) values->fontFamily = fFamilies[static_cast<size_t>(index)];
   });
   AddText("FontSize", "Pref_Font_Size", points, take_points);
+  AddMenu("DisplaySize", "Pref_Display_Size", &TPrefValues::fontLevel,
+          {{-4, "Pref_Size_Very_Small"},
+           {-2, "Pref_Size_Small"},
+           {0, "Pref_Size_Normal"},
+           {2, "Pref_Size_Large"},
+           {4, "Pref_Size_Very_Large"}});
   AddColor("LyricsColor", "Pref_Color_Lyrics", &TPrefValues::lyrics);
   AddColor("BackgroundColor", "Pref_Color_Background", &TPrefValues::background);
   AddColor("ActiveLyricsColor", "Pref_Color_Active_Lyrics", &TPrefValues::activeLyrics);

@@ -30,7 +30,7 @@ class Preferences(Case):
                          if eyes.name(n) == "日本語" and "showing" in eyes.states(n)), None)
         hands.click(eyes.place(s.wait(choice, "日本語 among the languages")))
         s.wait(lambda: s.menu_item("ファイル"), "the editor's menus in Japanese")
-        s.wait(lambda: eyes.name(window) == "Vesmo の設定", "the preferences in Japanese")
+        s.wait(lambda: eyes.name(window) == "Vesmo の環境設定", "the preferences in Japanese")
         hands.press("Escape")
         s.come_back()
         s.close_player()

@@ -46,7 +46,7 @@ TEST_F(PrefWindow, OffersTheLanguagesPresentAndSpeaksTheOneThatIsChosen) {
   EXPECT_EQ(gPref->Values()->languageFile, "Japanese.llt");
   gLLT->Load(TEXTS_FOLDER "/Japanese.llt"); // as the manager does
   Post(BMessage('_lgc'));
-  EXPECT_EQ(fWindow->Title(), "Vesmo の設定");
+  EXPECT_EQ(fWindow->Title(), "Vesmo の環境設定");
   EXPECT_EQ(hands::spoken(*fWindow, "ToolBar").name, "ツールバーを表示する");
   EXPECT_EQ(languages->Value(), 4);
   EXPECT_EQ(hands::focused_view(*fWindow), "Language");
