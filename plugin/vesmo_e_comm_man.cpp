@@ -11,6 +11,11 @@
 #include "plugin/show_help.h"
 #include "window/editor_window.h"
 
+namespace {
+/** The player loads the companion a while after the editor; until then a wish for its window waits for it. */
+constexpr bigtime_t kCompanionComesUs = 3000000;
+} // namespace
+
 TVesmoECommMan::TVesmoECommMan()
     : TFamilyCommMan("VesmoE Communication Manager", "VesmoD Communication Manager", vesmo_editor_fname()) {
   be_roster->AddName(gAppSignature, BMessenger(this));
@@ -33,6 +38,7 @@ void TVesmoECommMan::WaitForWindowThreads() {
 
 void TVesmoECommMan::MessageReceived(BMessage* message) {
   if (!HandleRequest(message) && !HandleNotice(message)) TFamilyCommMan::MessageReceived(message);
+  if (message->what == kMsgPartnerConnects && fPrefWish) PrepareOpenPrefWindowRqtd();
 }
 
 bool TVesmoECommMan::HandleRequest(BMessage* message) {
@@ -180,9 +186,14 @@ void TVesmoECommMan::PrepareOpenAboutWindowRqtd() {
 }
 
 void TVesmoECommMan::PrepareOpenPrefWindowRqtd() {
+  fPrefWish.reset();
   const BMessage request = BesideRequest(kMsgOpenPref);
   if (SendMessage(&request) == B_OK) return;
-  notify(std::string(gLLT->Text("Err_Cannot_Show_Pref_Win")) + "\n\n" + gLLT->Text("Hint_Need_VSMD"));
+  const bigtime_t leftUs = fMadeUs + kCompanionComesUs - system_time();
+  if (leftUs <= 0)
+    return notify(std::string(gLLT->Text("Err_Cannot_Show_Pref_Win")) + "\n\n" + gLLT->Text("Hint_Need_VSMD"));
+  const BMessage again(kMsgPreparePref);
+  fPrefWish = std::make_unique<BMessageRunner>(BMessenger(this), &again, leftUs, 1);
 }
 
 void TVesmoECommMan::MItemKOREVACommonPrefClicked() {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "platform/app/message_runner.h"
+#include "platform/kernel/threads.h"
 #include "plugin/family_comm_man.h"
 #include "window/manager_requests.h"
 
+#include <memory>
 #include <vector>
 
 class TKRVAboutWin;
@@ -59,4 +62,6 @@ private:
   std::vector<thread_id> fWindowThreads;
   TKRVAboutWin* fAboutWindow = nullptr; // null until asked for, as the next
   TSimpleInputWin* fFineTagWindow = nullptr;
+  const bigtime_t fMadeUs = system_time();
+  std::unique_ptr<BMessageRunner> fPrefWish; // while it waits for the companion
 };

@@ -162,6 +162,8 @@ TEST_F(ManagerDialogs, FineTagWindowGoesWithItsEditor) {
 
 TEST_F(ManagerDialogs, ManagerGoesOnWhileItTellsThatThereAreNoPreferences) {
   Send(BMessage(kMsgPreparePref));
+  int32 delivered = 0;
+  EXPECT_TRUE(hands::until([&] { return (delivered += fManager->DeliverAll()) > 0; })) << "the companion has not come";
   EXPECT_NE(hands::wait_for_question().text.find("VesmoD"), std::string::npos);
   Send(BMessage(kMsgPrepareAbout));
   EXPECT_TRUE(IsShown(Only(kAbout)));

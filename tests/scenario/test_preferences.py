@@ -1,4 +1,6 @@
 """The preferences of both plug-ins, worked by mouse and keyboard: what they change in the editor, and that it lasts."""
+import pathlib
+
 import eyes
 import hands
 from case import Case
@@ -8,6 +10,9 @@ TITLE = "Preferences of Vesmo"
 
 class Preferences(Case):
     def open(self):
+        # The player loads the companion, whose window this is, a while after the editor.
+        maps = pathlib.Path(f"/proc/{self.stage.program.pid}/maps")
+        self.stage.wait(lambda: "gen_VesmoD" in maps.read_text(), "the companion loaded")
         hands.press("ctrl+p")
         return self.stage.wait_window(TITLE)
 
