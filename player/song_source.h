@@ -25,17 +25,14 @@ public:
   virtual void SongFailed(int64 load, const std::string& reason) = 0;
 };
 
-/** Where sound and play position come from. Every call from any thread; none waits for the sound. */
-class TSongSource {
+/** What can be done with a song that is there, whoever puts out its sound. None of it waits for the sound. */
+class TSongControl {
 public:
-  TSongSource() = default;
-  TSongSource(const TSongSource&) = delete;
-  TSongSource& operator=(const TSongSource&) = delete;
-  virtual ~TSongSource() = default;
+  TSongControl() = default;
+  TSongControl(const TSongControl&) = delete;
+  TSongControl& operator=(const TSongControl&) = delete;
+  virtual ~TSongControl() = default;
 
-  /** Begins the song, replacing what plays. Returns the number of this load. */
-  virtual int64 Load(const std::string& path, bool paused) = 0;
-  virtual void Stop() = 0;
   virtual void SetPaused(bool paused) = 0;
   virtual void SeekTo(int32 positionMs) = 0;
   /** 1 is the song's own speed; the pitch is kept. */
@@ -47,6 +44,14 @@ public:
   virtual void SetRepeat(int32 /*fromMs*/, int32 /*toMs*/) {}
   /** The moment of the song that is heard now, in ms; the last one known while nothing is heard. */
   virtual int32 PositionMs() = 0;
+};
+
+/** Where the player's own sound and its position come from. Every call from any thread. */
+class TSongSource : public TSongControl {
+public:
+  /** Begins the song, replacing what plays. Returns the number of this load. */
+  virtual int64 Load(const std::string& path, bool paused) = 0;
+  virtual void Stop() = 0;
 };
 
 /** The audio library's source. The library is loaded at the first song, on a thread of its own. */

@@ -1,0 +1,144 @@
+#include "player/bus/bus_link.h"
+
+#include "platform/app/message.h"
+#include "platform/support/log.h"
+#include "player/bus/bus_messages.h"
+#include "player/bus/mpris_names.h"
+
+#include <QDBusConnectionInterface>
+#include <QFileInfo>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+
+namespace {
+
+const QString kLocalPath = QStringLiteral("/org/freedesktop/DBus/Local");
+const QString kLocal = QStringLiteral("org.freedesktop.DBus.Local");
+/** A bus that went away mostly goes with its session; a restarted one comes back soon. */
+constexpr int kRetryMs = 10000;
+constexpr int kMostRetries = 6;
+
+/** The library keeps connections by name; every link has its own. */
+QString connection_name() {
+  static std::atomic<int> links{0};
+  return QStringLiteral("sonivo-%1").arg(++links);
+}
+
+/** Empty where there is no bus: the library would start one of its own. */
+QString bus_address() {
+  const QString told = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+  if (!told.isEmpty()) return told;
+  const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus";
+  return QFileInfo::exists(socket) ? "unix:path=" + socket : QString();
+}
+
+int32 to_percent(double share) {
+  return static_cast<int32>(std::lround(std::clamp(share, 0.0, 100.0) * 100));
+}
+
+} // namespace
+
+TBusLink::TBusLink(const BMessenger& player, std::function<int32()> ownPositionMs, TSharedPosition* otherPosition)
+    : fPlayer(player), fConnection(connection_name()), fOtherPosition(otherPosition),
+      fObject(player, std::move(ownPositionMs)) {
+  fRetry.setParent(this);
+  fObject.setParent(this);
+  fRetry.setSingleShot(true);
+  connect(&fRetry, &QTimer::timeout, this, &TBusLink::Connect);
+}
+
+TBusLink::~TBusLink() {
+  fOther.reset();
+  fList.reset();
+  fObject.setParent(nullptr);
+  fRetry.setParent(nullptr);
+  if (fBus) QDBusConnection::disconnectFromBus(fConnection);
+}
+
+void TBusLink::Connect() {
+  const QString address = bus_address();
+  if (address.isEmpty()) return TellUnreachable();
+  QDBusConnection bus = QDBusConnection::connectToBus(address, fConnection);
+  if (!bus.isConnected()) {
+    log_error("bus", "no connection to the desktop's message bus: " + bus.lastError().message().toStdString());
+    QDBusConnection::disconnectFromBus(fConnection);
+    if (fRetries > 0 && --fRetries > 0) fRetry.start(kRetryMs);
+    return TellUnreachable();
+  }
+  fBus = bus;
+  fBus->connect(QString(), kLocalPath, kLocal, "Disconnected", this, SLOT(Disconnected()));
+  fBus->registerVirtualObject(mpris::kPath, &fObject);
+  fObject.Show(fStatus, *fBus);
+  ClaimName();
+  fList = std::make_unique<TPlayerList>(*fBus, [this](const TPlayerList::TPlayers& players) { TellPlayers(players); });
+}
+
+/** A second player of this user is found under a name of its own. */
+void TBusLink::ClaimName() {
+  const QString name = mpris::kServicePrefix + "sonivo";
+  if (fBus->registerService(name)) return;
+  fBus->registerService(name + ".instance" + QString::number(getpid()));
+}
+
+void TBusLink::Disconnected() {
+  fOther.reset();
+  fList.reset();
+  fBus.reset();
+  QDBusConnection::disconnectFromBus(fConnection);
+  log_error("bus", "the desktop's message bus is gone");
+  TellUnreachable();
+  fRetries = kMostRetries;
+  fRetry.start(kRetryMs);
+}
+
+void TBusLink::Show(const TOwnStatus& status) {
+  fStatus = status;
+  if (fBus) fObject.Show(status, *fBus);
+}
+
+void TBusLink::TellSeeked(int32 positionMs) {
+  if (fBus) fObject.TellSeeked(positionMs, *fBus);
+}
+
+void TBusLink::Choose(const std::string& id) {
+  fOther.reset();
+  fOtherPosition->Change([](TPositionEstimate& estimate) { estimate = TPositionEstimate(); });
+  if (id.empty() || !fBus) return;
+  fOther = std::make_unique<TOtherPlayer>(
+      *fBus, QString::fromStdString(id), fOtherPosition,
+      [this, id](const TOtherSong& song, bool isSilent) { TellOther(id, song, isSilent); });
+}
+
+void TBusLink::TellPlayers(const TPlayerList::TPlayers& players) const {
+  BMessage message(kMsgBusPlayers);
+  message.AddBool("reachable", true);
+  for (const auto& [id, name] : players) {
+    message.AddString("id", id.toStdString());
+    message.AddString("name", name.toStdString());
+  }
+  fPlayer.SendMessage(&message, BMessenger(), 0);
+}
+
+void TBusLink::TellUnreachable() const {
+  BMessage message(kMsgBusPlayers);
+  message.AddBool("reachable", false);
+  fPlayer.SendMessage(&message, BMessenger(), 0);
+}
+
+void TBusLink::TellOther(const std::string& id, const TOtherSong& song, bool isSilent) const {
+  BMessage message(kMsgBusOtherIs);
+  message.AddString("id", id);
+  message.AddString("title", song.title);
+  message.AddString("artist", song.artist);
+  message.AddString("path", song.path);
+  message.AddInt32("durationMs", static_cast<int32>(song.durationUs / 1000));
+  message.AddInt32("state", song.state);
+  message.AddInt32("speedPercent", to_percent(song.rate));
+  message.AddInt32("volumePercent", to_percent(song.volume));
+  message.AddBool("silent", isSilent);
+  fPlayer.SendMessage(&message, BMessenger(), 0);
+}

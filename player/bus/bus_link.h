@@ -1,0 +1,48 @@
+#pragma once
+
+#include "player/bus/other_player.h"
+#include "player/bus/player_list.h"
+#include "player/bus/player_object.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <optional>
+
+/** The player's connection to the desktop's message bus, and all that hangs on it. Lives on the bus's thread, which may
+    wait for the bus; tells the application by messages. */
+class TBusLink : public QObject {
+  Q_OBJECT
+public:
+  TBusLink(const BMessenger& player, std::function<int32()> ownPositionMs, TSharedPosition* otherPosition);
+  ~TBusLink() override;
+
+  void Connect();
+  void Show(const TOwnStatus& status);
+  void TellSeeked(int32 positionMs);
+  /** Empty: follow no other player. */
+  void Choose(const std::string& id);
+  /** Null while none is followed. */
+  TOtherPlayer* Other() { return fOther.get(); }
+
+private slots:
+  void Disconnected();
+
+private:
+  void ClaimName();
+  void TellPlayers(const TPlayerList::TPlayers& players) const;
+  void TellUnreachable() const;
+  void TellOther(const std::string& id, const TOtherSong& song, bool isSilent) const;
+
+  const BMessenger fPlayer;
+  const QString fConnection;
+  TSharedPosition* const fOtherPosition;
+  TPlayerObject fObject;
+  std::optional<QDBusConnection> fBus; // until the bus is found, and after it was lost
+  std::unique_ptr<TPlayerList> fList;
+  std::unique_ptr<TOtherPlayer> fOther;
+  TOwnStatus fStatus;
+  QTimer fRetry;
+  int fRetries = 0;
+};

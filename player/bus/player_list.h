@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+
+#include <functional>
+#include <map>
+
+/** The other media players on the bus, as they come and go. On the bus's thread. */
+class TPlayerList : public QObject {
+  Q_OBJECT
+public:
+  /** From the bus name's own part ("vlc") to the name that the player shows itself under. */
+  using TPlayers = std::map<QString, QString>;
+
+  TPlayerList(const QDBusConnection& bus, std::function<void(const TPlayers&)> changed);
+
+private slots:
+  void OwnerChanged(const QString& name, const QString& before, const QString& now);
+
+private:
+  void Add(const QString& name, const QString& owner);
+  void AskOwner(const QString& name);
+  void AskIdentity(const QString& name);
+
+  QDBusConnection fBus;
+  const std::function<void(const TPlayers&)> fChanged;
+  TPlayers fPlayers;
+};

@@ -1,0 +1,179 @@
+#include "player/bus/position_estimate.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace {
+
+constexpr bigtime_t kBurstEveryUs = 8000;
+constexpr int kFewestOfBurst = 3;
+constexpr int kMostOfBurst = 45; // more than the slowest usual renewal, a quarter of a second
+constexpr bigtime_t kFirstPauseUs = 100000;
+constexpr bigtime_t kLaterPauseUs = 1200000;
+constexpr bigtime_t kIdleEveryUs = 1000000;
+/** Where a renewal is foreseen, the burst begins this long before it. */
+constexpr bigtime_t kBeforeChangeUs = 16000;
+constexpr int64 kForeseeableStepUs = 60000;
+/** Longer than the second of players that tell whole seconds. */
+constexpr bigtime_t kStandsAfterUs = 2500000;
+constexpr int64 kJumpUs = 400000;
+constexpr int64 kLargestStepUs = 1100000;
+/** An answer that took longer may be from anywhere in that time. */
+constexpr bigtime_t kSlowUs = 50000;
+constexpr size_t kLines = 8;       // about ten seconds of them
+constexpr size_t kEnoughLines = 4; // from here on one of them may be astray
+constexpr size_t kNewLines = 3;
+constexpr double kMovedUs = 30000;
+
+} // namespace
+
+double TPositionEstimate::OriginOf(bigtime_t atUs, int64 positionUs) const {
+  return static_cast<double>(positionUs) - fRate * static_cast<double>(atUs);
+}
+
+int64 TPositionEstimate::Bounded(double positionUs) const {
+  const double end = fDurationUs > 0 ? static_cast<double>(fDurationUs) : 9e18;
+  return std::llround(std::clamp(positionUs, 0.0, end));
+}
+
+int64 TPositionEstimate::PositionUs(bigtime_t nowUs) const {
+  if (!fIsPlaying || fStands) return Bounded(fBaseUs);
+  return Bounded(fBaseUs + fRate * static_cast<double>(nowUs - fBaseAtUs));
+}
+
+void TPositionEstimate::ForgetAnswers() {
+  fStands = false;
+  fLastUs.reset();
+  fAstray.reset();
+  fAsked = 0;
+  fNextBurstUs = 0;
+  fBurstHasBest = false;
+  fLines.clear();
+}
+
+void TPositionEstimate::Begin(bigtime_t nowUs, int64 positionUs) {
+  ForgetAnswers();
+  fBaseAtUs = fChangedAtUs = nowUs;
+  fBaseUs = static_cast<double>(Bounded(static_cast<double>(positionUs)));
+}
+
+void TPositionEstimate::SetPlaying(bigtime_t nowUs, bool isPlaying) {
+  if (isPlaying == fIsPlaying) return;
+  const int64 positionUs = PositionUs(nowUs);
+  fIsPlaying = isPlaying;
+  Begin(nowUs, positionUs);
+}
+
+void TPositionEstimate::SetRate(bigtime_t nowUs, double rate) {
+  if (!(rate > 0) || rate == fRate) return;
+  const int64 positionUs = PositionUs(nowUs);
+  fRate = rate;
+  Begin(nowUs, positionUs);
+}
+
+void TPositionEstimate::Take(const TPositionAnswer& answer) {
+  const int64 positionUs = Bounded(static_cast<double>(answer.positionUs));
+  const bigtime_t atUs = answer.askedUs + (answer.answeredUs - answer.askedUs) / 2;
+  if (!fIsPlaying) return TakePaused(positionUs);
+  ++fAsked;
+  const bool isFirst = !fLastUs;
+  const bool isSame = fLastUs == positionUs;
+  if (isSame) {
+    TakeSame(answer);
+  } else if (isFirst && fLines.empty()) {
+    // Whether it moves is not known yet. Right after a seek the answer may still be from before it.
+    fChangedAtUs = atUs;
+    IsJump(atUs, positionUs);
+  } else if (!IsJump(atUs, positionUs) || fLines.empty()) {
+    if (answer.answeredUs - answer.askedUs <= kSlowUs || fLines.empty()) TakeMoved(atUs, positionUs);
+  }
+  fLastUs = positionUs;
+  fLastAtUs = atUs;
+  if (fAsked >= kMostOfBurst) EndBurst(atUs, false);
+}
+
+/** A player that tells whole seconds knows less than what was reckoned while it played. */
+void TPositionEstimate::TakePaused(int64 positionUs) {
+  const bool isWholeSecond = positionUs % 1000000 == 0;
+  const double aheadUs = fBaseUs - static_cast<double>(positionUs);
+  if (isWholeSecond && aheadUs >= 0 && aheadUs < 1e6) return;
+  fBaseUs = static_cast<double>(positionUs);
+}
+
+void TPositionEstimate::TakeSame(const TPositionAnswer& answer) {
+  if (answer.answeredUs - fChangedAtUs < kStandsAfterUs) return;
+  fStands = true;
+  fLines.clear();
+  fBaseUs = static_cast<double>(*fLastUs);
+}
+
+void TPositionEstimate::TakeMoved(bigtime_t atUs, int64 positionUs) {
+  const bigtime_t gapUs = atUs - fLastAtUs;
+  const bool isSharp = gapUs <= 3 * kBurstEveryUs;
+  if (isSharp && fLastUs && positionUs > *fLastUs) fStepUs = std::min(positionUs - *fLastUs, kLargestStepUs);
+  fStands = false;
+  fChangedAtUs = atUs;
+  // What was renewed some time before it was seen says no more than that the song is not behind it.
+  const double origin = OriginOf(atUs, positionUs);
+  if (isSharp || fLines.empty() || origin > OriginOf(0, PositionUs(0))) NoteLine(origin);
+  if (isSharp && fAsked >= kFewestOfBurst) EndBurst(atUs, true);
+}
+
+/** True for an answer far from what was reckoned: the second that agrees with it is believed. */
+bool TPositionEstimate::IsJump(bigtime_t atUs, int64 positionUs) {
+  const int64 aheadUs = positionUs - PositionUs(atUs);
+  const int64 behindUs = kJumpUs + (fStepUs > 0 ? fStepUs : kLargestStepUs);
+  if (aheadUs <= kJumpUs && aheadUs >= -behindUs) {
+    fAstray.reset();
+    return false;
+  }
+  const double origin = OriginOf(atUs, positionUs);
+  const bool isConfirmed = fAstray && std::abs(*fAstray - origin) < static_cast<double>(behindUs);
+  if (isConfirmed) Begin(atUs, positionUs);
+  fAstray = origin;
+  return true;
+}
+
+void TPositionEstimate::NoteLine(double originUs) {
+  if (!fBurstHasBest) {
+    fLines.push_back(originUs);
+    if (fLines.size() > kLines) fLines.pop_front();
+    fBurstBest = originUs;
+    fBurstHasBest = true;
+  }
+  fBurstBest = std::max(fBurstBest, originUs);
+  fLines.back() = fBurstBest;
+  FollowLines();
+}
+
+void TPositionEstimate::FollowLines() {
+  // The newest ones all lie behind the older: the song was set back a little, or runs slower than told.
+  if (fLines.size() > kNewLines) {
+    const auto newest = fLines.end() - static_cast<std::ptrdiff_t>(kNewLines);
+    const auto [least, most] = std::minmax_element(newest, fLines.end());
+    const double oldMost = *std::max_element(fLines.begin(), newest);
+    if (*most < oldMost - std::max(kMovedUs, *most - *least)) fLines.erase(fLines.begin(), newest);
+  }
+  std::vector<double> lines(fLines.begin(), fLines.end());
+  const size_t chosen = lines.size() >= kEnoughLines ? 1 : 0;
+  std::nth_element(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(chosen), lines.end(), std::greater<>());
+  fBaseAtUs = 0;
+  fBaseUs = lines[chosen];
+}
+
+void TPositionEstimate::EndBurst(bigtime_t nowUs, bool sawChange) {
+  fAsked = 0;
+  fBurstHasBest = false;
+  fNextBurstUs = nowUs + (fLines.size() < kEnoughLines ? kFirstPauseUs : kLaterPauseUs);
+  if (!sawChange || fStepUs < kForeseeableStepUs) return;
+  const auto periodUs = std::max<bigtime_t>(1, std::llround(static_cast<double>(fStepUs) / fRate));
+  const bigtime_t periods = (fNextBurstUs - nowUs + kBeforeChangeUs + periodUs - 1) / periodUs;
+  fNextBurstUs = nowUs + periods * periodUs - kBeforeChangeUs;
+}
+
+bigtime_t TPositionEstimate::NextQuestionUs(bigtime_t nowUs) const {
+  if (!fIsPlaying) return nowUs + kIdleEveryUs;
+  if (fStands) return nowUs + kFirstPauseUs;
+  return std::max(nowUs + kBurstEveryUs, fNextBurstUs);
+}

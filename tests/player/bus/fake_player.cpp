@@ -1,0 +1,134 @@
+#include "tests/player/bus/fake_player.h"
+
+#include "player/bus/mpris_names.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+
+#include <atomic>
+
+class FakePlayer::Object : public QDBusVirtualObject {
+public:
+  Object(const std::string& id, QVariantMap properties, std::function<qlonglong()> positionUs)
+      : fName(QString::fromStdString(id)), fProperties(std::move(properties)), fPositionUs(std::move(positionUs)) {}
+
+  void Begin() {
+    QDBusConnection bus = QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), fName);
+    bus.registerVirtualObject(mpris::kPath, this);
+    bus.registerService(mpris::kServicePrefix + fName);
+  }
+  void End() { QDBusConnection::disconnectFromBus(fName); }
+
+  bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
+    if (fIsSilent) return true;
+    if (call.interface() != mpris::kProperties) Note(call);
+    return bus.send(Answer(call));
+  }
+  QString introspect(const QString&) const override { return {}; }
+
+  void Change(const QVariantMap& changed) {
+    for (auto property = changed.begin(); property != changed.end(); ++property)
+      fProperties[property.key()] = property.value();
+    Tell(mpris::kProperties, "PropertiesChanged", {mpris::kPlayer, changed, QStringList()});
+  }
+  void Tell(const QString& interface, const QString& signal, const QVariantList& arguments) {
+    QDBusMessage news = QDBusMessage::createSignal(mpris::kPath, interface, signal);
+    news.setArguments(arguments);
+    QDBusConnection(fName).send(news);
+  }
+  std::vector<std::string> Told() {
+    const std::lock_guard lock(fMutex);
+    return fTold;
+  }
+  std::atomic<bool> fIsSilent{false};
+
+private:
+  QDBusMessage Answer(const QDBusMessage& call) {
+    QVariantMap all = fProperties;
+    if (fPositionUs) all["Position"] = fPositionUs();
+    const QVariantList arguments = call.arguments();
+    if (call.member() == "GetAll") return call.createReply(QVariant(all));
+    const QString name = arguments.value(1).toString();
+    if (call.member() == "Get" && all.contains(name))
+      return call.createReply(QVariant::fromValue(QDBusVariant(all[name])));
+    if (call.member() == "Get") return call.createErrorReply(QDBusError::UnknownProperty, name);
+    if (call.member() == "Set") Note(call);
+    return call.createReply();
+  }
+
+  void Note(const QDBusMessage& call) {
+    QStringList words{call.member()};
+    for (const QVariant& argument : call.arguments()) {
+      const QVariant value = argument.canConvert<QDBusVariant>() ? argument.value<QDBusVariant>().variant() : argument;
+      const bool isPath = value.canConvert<QDBusObjectPath>();
+      words << (isPath ? value.value<QDBusObjectPath>().path() : value.toString());
+    }
+    const std::lock_guard lock(fMutex);
+    fTold.push_back(words.join(' ').toStdString());
+  }
+
+  const QString fName;
+  QVariantMap fProperties;
+  const std::function<qlonglong()> fPositionUs;
+  std::mutex fMutex; // guards fTold
+  std::vector<std::string> fTold;
+};
+
+FakePlayer::FakePlayer(const std::string& id, QVariantMap properties, std::function<qlonglong()> positionUs)
+    : fObject(new Object(id, std::move(properties), std::move(positionUs))) {
+  fObject->moveToThread(&fThread);
+  fThread.start();
+  QMetaObject::invokeMethod(
+      fObject, [this] { fObject->Begin(); }, Qt::BlockingQueuedConnection);
+}
+
+FakePlayer::~FakePlayer() {
+  QMetaObject::invokeMethod(
+      fObject,
+      [this] {
+        fObject->End();
+        delete fObject;
+      },
+      Qt::BlockingQueuedConnection);
+  fThread.quit();
+  fThread.wait();
+}
+
+void FakePlayer::FallSilent() {
+  fObject->fIsSilent = true;
+}
+
+void FakePlayer::Speak() {
+  fObject->fIsSilent = false;
+}
+
+void FakePlayer::Change(const QVariantMap& properties) {
+  QMetaObject::invokeMethod(
+      fObject, [this, properties] { fObject->Change(properties); }, Qt::BlockingQueuedConnection);
+}
+
+void FakePlayer::TellSeeked(qlonglong positionUs) {
+  QMetaObject::invokeMethod(
+      fObject, [this, positionUs] { fObject->Tell(mpris::kPlayer, "Seeked", {positionUs}); },
+      Qt::BlockingQueuedConnection);
+}
+
+std::vector<std::string> FakePlayer::Told() {
+  return fObject->Told();
+}
+
+QVariantMap playing_song(const std::string& url) {
+  return {{"PlaybackStatus", "Playing"},
+          {"Rate", 1.0},
+          {"Volume", 0.5},
+          {"CanSeek", true},
+          {"CanPause", true},
+          {"CanPlay", true},
+          {"Metadata", QVariantMap{{"mpris:trackid", QVariant::fromValue(QDBusObjectPath("/track/1"))},
+                                   {"mpris:length", qlonglong{60000000}},
+                                   {"xesam:title", "A title"},
+                                   {"xesam:artist", QStringList{"One", "Two"}},
+                                   {"xesam:url", QString::fromStdString(url)}}}};
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusVirtualObject>
+#include <QThread>
+#include <QVariantMap>
+
+#include <functional>
+#include <mutex>
+#include <string>
+#include <vector>
+
+/** A media player on the bus that does what a test wants of it, on a thread and a connection of its own. */
+class FakePlayer {
+public:
+  /** `positionUs`: what it says when asked. */
+  FakePlayer(const std::string& id, QVariantMap properties, std::function<qlonglong()> positionUs = {});
+  FakePlayer(const FakePlayer&) = delete;
+  FakePlayer& operator=(const FakePlayer&) = delete;
+  /** Quits: its names are gone from the bus. */
+  ~FakePlayer();
+
+  /** From now on it takes questions and answers none of them. */
+  void FallSilent();
+  void Speak();
+  void Change(const QVariantMap& properties);
+  void TellSeeked(qlonglong positionUs);
+  /** What it was told to do, "Pause" or "SetPosition /track/1 5000000". */
+  std::vector<std::string> Told();
+
+private:
+  class Object;
+  QThread fThread;
+  Object* fObject = nullptr;
+};
+
+/** A minute-long song that plays. */
+QVariantMap playing_song(const std::string& url);

@@ -1,0 +1,152 @@
+/** The reckoning of another player's position, against players of every make and against liars. */
+
+#include "player/bus/position_estimate.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <random>
+
+namespace {
+
+constexpr bigtime_t kSecond = 1000000;
+constexpr bigtime_t kStartUs = 5000 * kSecond; // the clock has run before
+constexpr int64 kDuration = 600 * kSecond;
+
+/** What the player says at a moment, given where its song truly is. */
+using TTold = std::function<double(bigtime_t sinceStartUs, double trueUs)>;
+
+/** Renewed every `periodUs` only. */
+TTold renewed_every(int64 periodUs) {
+  return [=](bigtime_t, double trueUs) {
+    return std::floor(trueUs / static_cast<double>(periodUs)) * static_cast<double>(periodUs);
+  };
+}
+
+/** Listens to a player for a while, asking whenever the estimate wants to, over a bus that takes its time. */
+class TSession {
+public:
+  explicit TSession(double rate = 1) : fRate(rate) {
+    fEstimate.SetDuration(kDuration);
+    fEstimate.SetRate(kStartUs, rate);
+    fEstimate.SetPlaying(kStartUs, true);
+    fEstimate.Begin(kStartUs, 0);
+  }
+
+  void Listen(bigtime_t us, const TTold& told) {
+    std::uniform_int_distribution<bigtime_t> delay(100, 900);
+    const bigtime_t end = fNowUs + us;
+    while (fNowUs < end) {
+      const bigtime_t asked = fNowUs = std::max(fNowUs + 1, fEstimate.NextQuestionUs(fNowUs));
+      const bigtime_t there = asked + delay(fRandom);
+      fNowUs = there + delay(fRandom);
+      ++fQuestions;
+      fEstimate.Take({asked, fNowUs, std::llround(told(there - kStartUs, TrueUs(there)))});
+    }
+  }
+  double TrueUs(bigtime_t nowUs) const {
+    return fJumpedUs + fRate * fTrueSpeed * static_cast<double>(nowUs - kStartUs);
+  }
+  double ErrorMs() const { return (static_cast<double>(fEstimate.PositionUs(fNowUs)) - TrueUs(fNowUs)) / 1000; }
+
+  TPositionEstimate fEstimate;
+  bigtime_t fNowUs = kStartUs;
+  double fJumpedUs = 0;
+  double fTrueSpeed = 1; // what the player does with the rate it tells
+  int fQuestions = 0;
+
+private:
+  const double fRate;
+  std::minstd_rand fRandom{7};
+};
+
+} // namespace
+
+TEST(PositionEstimate, PlayersThatRenewTheirPositionSeldomAreReckonedTrue) {
+  struct {
+    const char* name;
+    int64 periodUs;
+    double rate;
+    double within2sMs;
+    double laterMs;
+  } const kPlayers[] = {
+      {"a running clock", 1, 1, 2, 1},         {"every 41 ms", 41000, 1, 10, 6},
+      {"every 250 ms", 250700, 1, 12, 7},      {"whole seconds", 1000000, 1, 1000, 9},
+      {"41 ms, half speed", 41000, 0.5, 6, 4}, {"250 ms, double speed", 250000, 2, 20, 14},
+  };
+  for (const auto& player : kPlayers) {
+    TSession session(player.rate);
+    session.fJumpedUs = 30 * kSecond; // it has played before it was chosen
+    session.Listen(2 * kSecond, renewed_every(player.periodUs));
+    EXPECT_NEAR(session.ErrorMs(), 0, player.within2sMs) << player.name;
+    session.Listen(13 * kSecond, renewed_every(player.periodUs));
+    session.fQuestions = 0;
+    for (int second = 0; second < 20; ++second) {
+      session.Listen(kSecond, renewed_every(player.periodUs));
+      EXPECT_NEAR(session.ErrorMs(), 0, player.laterMs) << player.name << ", second " << second;
+    }
+    EXPECT_LT(session.fQuestions, 20 * 40) << player.name;
+  }
+}
+
+TEST(PositionEstimate, AJumpThatNobodyToldIsFollowedAndASingleWrongAnswerIsNot) {
+  TSession session;
+  session.Listen(5 * kSecond, renewed_every(41000));
+  session.fJumpedUs += 60 * kSecond;
+  session.Listen(2 * kSecond, renewed_every(41000));
+  EXPECT_NEAR(session.ErrorMs(), 0, 20) << "ahead";
+  session.fJumpedUs -= 40 * kSecond;
+  session.Listen(2 * kSecond, renewed_every(41000));
+  EXPECT_NEAR(session.ErrorMs(), 0, 20) << "back";
+  session.Listen(8 * kSecond, renewed_every(41000));
+  session.fJumpedUs -= 0.2 * kSecond;
+  session.Listen(6 * kSecond, renewed_every(41000));
+  EXPECT_NEAR(session.ErrorMs(), 0, 20) << "back a little";
+
+  int answers = 0;
+  for (int second = 0; second < 10; ++second) {
+    session.Listen(kSecond, [&](bigtime_t, double trueUs) { return ++answers % 7 ? trueUs : 0.0; });
+    EXPECT_NEAR(session.ErrorMs(), 0, 20) << "every seventh answer is 0";
+  }
+}
+
+TEST(PositionEstimate, ALiarsClockIsHeldToItsAnswers) {
+  TSession stuck;
+  stuck.Listen(4 * kSecond, [](bigtime_t, double) { return 12.0 * kSecond; });
+  EXPECT_EQ(stuck.fEstimate.PositionUs(stuck.fNowUs), 12 * kSecond) << "it says to play and stands";
+  stuck.fJumpedUs = 12.0 * kSecond - stuck.TrueUs(stuck.fNowUs);
+  stuck.Listen(2 * kSecond, renewed_every(41000));
+  EXPECT_NEAR(stuck.ErrorMs(), 0, 20) << "and moves on";
+
+  TSession slow;
+  slow.fTrueSpeed = 0.95;
+  for (int second = 0; second < 20; ++second) {
+    slow.Listen(kSecond, renewed_every(41000));
+    EXPECT_NEAR(slow.ErrorMs(), 0, 500) << "slower than it says";
+  }
+
+  TSession late;
+  late.Listen(5 * kSecond, [](bigtime_t, double) { return 2.0 * kDuration; });
+  EXPECT_EQ(late.fEstimate.PositionUs(late.fNowUs), kDuration) << "after the end";
+  late.Listen(5 * kSecond, [](bigtime_t, double) { return -3.0 * kSecond; });
+  EXPECT_EQ(late.fEstimate.PositionUs(late.fNowUs), 0) << "before the beginning";
+}
+
+TEST(PositionEstimate, WhatThePlayerAnnouncesCountsAtOnce) {
+  TPositionEstimate estimate;
+  estimate.Begin(kStartUs, 7 * kSecond);
+  EXPECT_EQ(estimate.PositionUs(kStartUs + kSecond), 7 * kSecond) << "paused";
+  EXPECT_GE(estimate.NextQuestionUs(kStartUs), kStartUs + kSecond) << "hardly asked while paused";
+  estimate.SetPlaying(kStartUs, true);
+  EXPECT_EQ(estimate.PositionUs(kStartUs + kSecond), 8 * kSecond) << "no answer is waited for";
+  estimate.SetRate(kStartUs + kSecond, 0.5);
+  EXPECT_EQ(estimate.PositionUs(kStartUs + 3 * kSecond), 9 * kSecond);
+  estimate.Begin(kStartUs + 3 * kSecond, 60 * kSecond + kSecond / 2);
+  estimate.SetPlaying(kStartUs + 5 * kSecond, false);
+  EXPECT_EQ(estimate.PositionUs(kStartUs + 9 * kSecond), 61 * kSecond + kSecond / 2);
+  estimate.Take({0, 0, 61 * kSecond});
+  EXPECT_EQ(estimate.PositionUs(0), 61 * kSecond + kSecond / 2) << "whole seconds: this one began a while ago";
+  estimate.Take({0, 0, 20 * kSecond});
+  EXPECT_EQ(estimate.PositionUs(0), 20 * kSecond);
+}
