@@ -4,12 +4,14 @@
 
 namespace {
 
-constexpr const char* kUsage = "Usage: sonivo [--paused] [--new] [--edit LYRICS] [SONG, FOLDER or LIST ...]\n"
-                               "A player that runs already plays the songs, unless another one is asked for.\n"
-                               "  --paused       load the first song without playing it\n"
-                               "  --new          open another player\n"
-                               "  --edit LYRICS  open this lyrics file in the editor\n"
-                               "  --help, --version\n";
+constexpr const char* kUsage =
+    "Usage: sonivo [--paused] [--new] [--source NAME] [--edit LYRICS] [SONG, FOLDER or LIST ...]\n"
+    "A player that runs already plays the songs, unless another one is asked for.\n"
+    "  --paused       load the first song without playing it\n"
+    "  --new          open another player\n"
+    "  --source NAME  take the song from another player that is open, such as vlc or mpv\n"
+    "  --edit LYRICS  open this lyrics file in the editor\n"
+    "  --help, --version\n";
 
 } // namespace
 
@@ -28,6 +30,8 @@ TCommandLine parse_command_line(int argc, const char* const* argv) {
       line.isAnother = true;
     } else if (word == "--edit" && i + 1 < argc) {
       line.lyrics = argv[++i];
+    } else if (word == "--source" && i + 1 < argc) {
+      line.source = argv[++i];
     } else if (word == "--help" || word == "--version") {
       line.text = word == "--help" ? kUsage : "sonivo 3.26\n";
     } else {

@@ -9,10 +9,19 @@ void TNowPlaying::Set(int32 state, int32 durationMs, std::string_view title) {
   set_title(&fRecord, title);
 }
 
-TInfoRecord TNowPlaying::Record() const {
-  const int32 positionMs = fSource->PositionMs();
+void TNowPlaying::SetSound(TSongControl* sound) {
   const std::lock_guard lock(fMutex);
-  TInfoRecord record = fRecord;
-  record.positionMs = positionMs;
+  fSound = sound;
+}
+
+TInfoRecord TNowPlaying::Record() const {
+  TSongControl* sound = nullptr;
+  TInfoRecord record;
+  {
+    const std::lock_guard lock(fMutex);
+    sound = fSound;
+    record = fRecord;
+  }
+  record.positionMs = sound->PositionMs();
   return record;
 }

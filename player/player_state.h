@@ -6,6 +6,12 @@
 #include <string>
 #include <vector>
 
+/** Another player that can be the source of the song. */
+struct TSourceName {
+  std::string id;
+  std::string name;
+};
+
 /** All that the player's window shows, handed over whole after a change. */
 struct TPlayerState {
   std::shared_ptr<const TSongs> songs = std::make_shared<TSongs>();
@@ -20,6 +26,19 @@ struct TPlayerState {
   int32 repeatToMs = -1;
   /** The tagged moments of this song's lyrics, ascending; null when no lyrics are open for it. */
   std::shared_ptr<const std::vector<int32>> marksMs;
+  /** The other players there are; and the one that is the source, empty for this player's own sound. */
+  std::vector<TSourceName> sources;
+  bool isBusReachable = false;
+  std::string source;
+  /** That one's song, which is shown in place of the list's. */
+  std::shared_ptr<const TSong> otherSong;
   /** What went wrong, a line each; empty when nothing did. */
   std::string faults;
 };
+
+/** The song that the window tells of; null for none. */
+inline const TSong* shown_song(const TPlayerState& state) {
+  if (state.otherSong) return state.otherSong.get();
+  const bool hasSong = state.current >= 0 && state.current < static_cast<int32>(state.songs->size());
+  return hasSong ? &(*state.songs)[static_cast<size_t>(state.current)] : nullptr;
+}

@@ -1,5 +1,6 @@
 #include "player/player_widget.h"
 
+#include "player/bus/source_menu.h"
 #include "player/cover_view.h"
 #include "player/dropped_files.h"
 #include "player/elided_label.h"
@@ -136,12 +137,14 @@ void TPlayerWidget::MakeMenu() {
   fMenu->addSeparator();
   fMenu->addAction(tr("Remove the selected songs\tDelete"), this, [this] { fList->RemoveSelected(); });
   fMenu->addAction(tr("Clear the list\tCtrl+Delete"), this, [this] { ask(fPlayer, kMsgClearSongs); });
+  fMenu->addSeparator();
+  fMenu->addMenu(new_source_menu(this, fPlayer, &fSources));
 }
 
 void TPlayerWidget::ShowState(const TPlayerState& state) {
-  const bool hasSong = state.current >= 0 && state.current < static_cast<int32>(state.songs->size());
-  const TSong song = hasSong ? (*state.songs)[static_cast<size_t>(state.current)] : TSong();
-  fTitle->setText(hasSong ? QString::fromStdString(song.title) : tr("No song"));
+  const TSong* const shown = shown_song(state);
+  const TSong song = shown ? *shown : TSong();
+  fTitle->setText(shown ? QString::fromStdString(song.title) : tr("No song"));
   fTitle->setToolTip(QString::fromStdString(song.path));
   fArtist->setText(QString::fromStdString(song.artist));
   fArtist->setVisible(!song.artist.empty());
@@ -151,6 +154,7 @@ void TPlayerWidget::ShowState(const TPlayerState& state) {
   fControls->ShowState(state);
   fList->Show(state);
   ShowPictures(state);
+  fSources = {state.sources, state.source, state.isBusReachable};
 }
 
 /** The line for faults is made with the first of them. */
@@ -173,8 +177,7 @@ void TPlayerWidget::ShowFaults(const std::string& faults) {
 
 /** What the sound could begin is looked into, and nothing else. */
 void TPlayerWidget::ShowPictures(const TPlayerState& state) {
-  const bool hasSong = state.isLoaded && state.current >= 0;
-  const TSong* const song = hasSong ? &(*state.songs)[static_cast<size_t>(state.current)] : nullptr;
+  const TSong* const song = state.isLoaded ? shown_song(state) : nullptr;
   const bool isKnown = song && song->played && !song->failed;
   if (fPictures == nullptr && !isKnown) return;
   if (fPictures == nullptr) {

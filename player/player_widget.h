@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/app/messenger.h"
+#include "player/bus/source_menu.h"
 #include "player/player_state.h"
 
 #include <QWidget>
@@ -47,4 +48,5 @@ private:
   TSongListView* fList = nullptr;
   QMenu* fMenu = nullptr;             // made when it is first opened
   TSongPictures* fPictures = nullptr; // made with the first song
+  TSources fSources;
 };

@@ -56,7 +56,7 @@ QSize TSeekBar::minimumSizeHint() const {
 void TSeekBar::ShowSong(const TPlayerState& state) {
   const QSignalBlocker quiet(this);
   setRange(0, state.durationMs);
-  setEnabled(state.current >= 0);
+  setEnabled(state.current >= 0 || state.otherSong);
   fMarksMs = state.marksMs;
   fRepeatFromMs = state.repeatFromMs;
   fRepeatToMs = state.repeatToMs;

@@ -25,7 +25,9 @@ bool is_editor(const std::string& name) {
 
 TSonivoApp::TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource)
     : BApplication(kSignature), fCommandLine(std::move(commandLine)), fSource(makeSource(this)),
-      fNowPlaying(fSource.get()), fHost(new TFrontEndHost(&fNowPlaying)) {
+      fBus(BMessenger(this), [this] { return fSource->PositionMs(); }), fNowPlaying(fSource.get()),
+      fHost(new TFrontEndHost(&fNowPlaying)) {
+  fWantedSource = fCommandLine.source;
   Gather(fCommandLine.songs, -1);
   fHost->Run();
 }
@@ -84,7 +86,7 @@ void TSonivoApp::MessageReceived(BMessage* message) {
   case B_REPLY:
     return WindowAnswered(*message);
   default:
-    if (!HandleList(*message) && !HandleWish(*message) && !HandleScript(message))
+    if (!HandleList(*message) && !HandleBus(*message) && !HandleWish(*message) && !HandleScript(message))
       BApplication::MessageReceived(message);
   }
 }
@@ -115,6 +117,7 @@ void TSonivoApp::LoadOtherPlugins() {
   fStarter.reset();
   const std::string faults = LoadPlugins([](const std::string& name) { return !is_editor(name); });
   if (!faults.empty()) TellFault(faults);
+  fBus.Start();
 }
 
 void TSonivoApp::PlayFirstSong() {
@@ -125,7 +128,8 @@ void TSonivoApp::PlayFirstSong() {
   const int32 positionMs = FindKeptList();
   StateChanged();
   if (fIsLoaded) return; // the user was quicker
-  if (!wanted.empty()) return PlaySong(fPlaylist.GoodFrom(fPlaylist.Find(wanted)), fCommandLine.startsPaused);
+  if (!wanted.empty())
+    return PlaySong(fPlaylist.GoodFrom(fPlaylist.Find(wanted)), fCommandLine.startsPaused || !fWantedSource.empty());
   if (fPlaylist.Current() < 0) return;
   PlaySong(fPlaylist.Current(), true);
   fResumeMs = positionMs;
@@ -150,20 +154,17 @@ void TSonivoApp::ForgetFaults() {
 }
 
 void TSonivoApp::StateChanged() {
-  const TSong* const song = fPlaylist.CurrentSong();
-  const int32 playing = fState.isPlaying ? TInfoRecord::kPlaying : TInfoRecord::kPaused;
-  const int32 state = fIsLoaded ? playing : TInfoRecord::kStopped;
-  // Until its tags are read a song has only its file's name, and front ends must not take that for another song.
-  fNowPlaying.Set(state, fState.durationMs, song && song->played ? song->title : std::string());
   fState.isLoaded = fIsLoaded;
   fState.faults = fFaults.Text();
   fState.songs = fPlaylist.Songs();
   fState.current = fPlaylist.Current();
-  fState.marksMs = song && song->played && cut_title(song->title) == fMarkedTitle ? fMarksMs : nullptr;
   Keep();
-  TickWhilePlaying();
+  TPlayerState shown = fOther ? StateOfOther() : fState;
+  const TSong* const song = shown_song(shown);
+  shown.marksMs = song && song->played && cut_title(song->title) == fMarkedTitle ? fMarksMs : nullptr;
+  TellSong(shown);
   if (fWindow == nullptr) return;
-  fWindow->ShowState(fState);
+  fWindow->ShowState(shown);
   const std::string title = song ? "Sonivo – " + song->title : "Sonivo";
   if (fWindow->Lock()) {
     if (fWindow->Title() != title) fWindow->SetTitle(title.c_str());
@@ -171,9 +172,19 @@ void TSonivoApp::StateChanged() {
   }
 }
 
+void TSonivoApp::TellSong(const TPlayerState& shown) {
+  const TSong* const song = shown_song(shown);
+  const int32 playing = shown.isPlaying ? TInfoRecord::kPlaying : TInfoRecord::kPaused;
+  const int32 state = shown.isLoaded ? playing : TInfoRecord::kStopped;
+  // Until its tags are read a song has only its file's name, and front ends must not take that for another song.
+  fNowPlaying.Set(state, shown.durationMs, song && song->played ? song->title : std::string());
+  fBus.Show(OwnStatus());
+  TickWhilePlaying(shown.isPlaying);
+}
+
 /** Nobody is woken for a song that stands still. */
-void TSonivoApp::TickWhilePlaying() {
-  if (!fState.isPlaying || fWindow == nullptr) return fTicker.reset();
+void TSonivoApp::TickWhilePlaying(bool isPlaying) {
+  if (!isPlaying || fWindow == nullptr) return fTicker.reset();
   if (fTicker) return;
   const BMessage tick(kMsgTick);
   fTicker = std::make_unique<BMessageRunner>(BMessenger(this), &tick, kTickUs);

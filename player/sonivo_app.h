@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/app/application.h"
+#include "player/bus/bus.h"
 #include "player/command_line.h"
 #include "player/faults.h"
 #include "player/now_playing.h"
@@ -10,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class BMessageRunner;
 class TFrontEndHost;
@@ -37,7 +39,8 @@ private:
   void TellFault(const std::string& fault);
   void ForgetFaults();
   void StateChanged();
-  void TickWhilePlaying();
+  void TellSong(const TPlayerState& shown);
+  void TickWhilePlaying(bool isPlaying);
 
   // sonivo_playing.cpp: what the user does to the song, and what the sound tells.
   void PlayPause();
@@ -68,11 +71,24 @@ private:
   void Keep();
   void SaveKeptList();
 
+  // sonivo_bus.cpp: the desktop's message bus, and another player there as the source.
+  bool HandleBus(const BMessage& message);
+  void SeekOver(int32 byMs);
+  void RaiseWindow() const;
+  TSongControl& Sound();
+  void ChooseSource(const std::string& id);
+  void UseOwnSound();
+  void TakePlayers(const BMessage& message);
+  void TakeOther(const BMessage& message);
+  TPlayerState StateOfOther() const;
+  TOwnStatus OwnStatus() const;
+
   // sonivo_scripting.cpp: the answers to front ends and scripts.
   void Handshake(const BMessage& message) const;
   bool HandleWish(const BMessage& message);
   void TakeMarks(const BMessage& message);
   bool HandleScript(BMessage* message);
+  void ExecuteEntry(int32 index);
   void CountEntries(const BMessage& message) const;
   void GetEntry(const BMessage& message, int32 index) const;
 
@@ -85,6 +101,17 @@ private:
   void SongLoaded(int64 load, const TSongTags& tags) override;
   void SongEnded(int64 load) override;
   void SongFailed(int64 load, const std::string& reason) override;
+
+  /** Another player that is the source. */
+  struct TOther {
+    std::string id;
+    std::string name;
+    TSong song;
+    int32 state = TInfoRecord::kStopped;
+    int32 speedPercent = 100;
+    int32 volumePercent = 100;
+    bool isSilent = false;
+  };
 
   const TCommandLine fCommandLine;
   TPlaylist fPlaylist;
@@ -104,6 +131,9 @@ private:
   std::shared_ptr<const TSongs> fKeptSongs;
   int32 fKeptCurrent = -1;
   std::unique_ptr<TSongSource> fSource;
+  TBus fBus;
+  std::optional<TOther> fOther;
+  std::string fWantedSource; // asked for and not there yet
   TNowPlaying fNowPlaying;
   TFrontEndHost* fHost;
   TPlayerWindow* fWindow = nullptr; // until the start, and after the end

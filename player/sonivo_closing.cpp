@@ -47,6 +47,7 @@ void TSonivoApp::End() {
   fWindow = nullptr;
   if (fHost->Lock()) fHost->Quit();
   fHost = nullptr;
+  fBus.End();
   fSource.reset();
   display::quit();
   Quit();

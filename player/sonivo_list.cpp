@@ -122,10 +122,7 @@ void TSonivoApp::TakeOver(const BMessage& message) {
   }
   std::string lyrics;
   if (message.FindString("lyrics", &lyrics) == B_OK) ShowLyrics(lyrics);
-  if (fWindow && fWindow->Lock()) {
-    fWindow->Activate();
-    fWindow->Unlock();
-  }
+  RaiseWindow();
   StateChanged();
   PlaySong(fPlaylist.GoodFrom(first), paused);
 }

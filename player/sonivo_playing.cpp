@@ -27,6 +27,7 @@ constexpr int64 kFastestPercent = 200;
 
 void TSonivoApp::PlaySong(int32 index, bool paused) {
   if (!fPlaylist.SetCurrent(index)) return;
+  UseOwnSound(); // whoever chooses a song of the list wants to hear it
   const TSong* const song = fPlaylist.CurrentSong();
   fIsLoaded = true;
   fResumeMs = 0;
@@ -39,6 +40,7 @@ void TSonivoApp::PlaySong(int32 index, bool paused) {
 }
 
 void TSonivoApp::PlayPause() {
+  if (fOther) return fBus.SetPaused(fOther->state == TInfoRecord::kPlaying);
   if (!fIsLoaded) return PlaySong(std::max(fPlaylist.Current(), int32{0}), false);
   fState.isPlaying = !fState.isPlaying;
   fSource->SetPaused(!fState.isPlaying);
@@ -57,32 +59,39 @@ void TSonivoApp::StopPlaying() {
 }
 
 void TSonivoApp::PlayNeighbour(int32 direction) {
+  if (fOther) return fBus.Skip(direction);
   if (direction < 0 && fIsLoaded && fSource->PositionMs() > kPreviousGoesBackMs) return Seek(0);
   PlaySong(fPlaylist.Neighbour(direction), false);
 }
 
 void TSonivoApp::Seek(int64 positionMs) {
-  if (!fIsLoaded) return;
-  const auto bounded = static_cast<int32>(std::clamp<int64>(positionMs, 0, std::max(fState.durationMs, int32{0})));
-  fSource->SeekTo(bounded);
+  if (!fIsLoaded && !fOther) return;
+  const int32 durationMs = fOther ? fOther->song.durationMs : fState.durationMs;
+  const auto bounded = static_cast<int32>(std::clamp<int64>(positionMs, 0, std::max(durationMs, int32{0})));
+  Sound().SeekTo(bounded);
+  if (!fOther) fBus.TellSeeked(bounded);
   if (fWindow) fWindow->ShowPosition(bounded);
 }
 
 void TSonivoApp::SetSpeed(int64 percent) {
-  fState.speedPercent = static_cast<int32>(std::clamp(percent, kSlowestPercent, kFastestPercent));
+  percent = std::clamp(percent, kSlowestPercent, kFastestPercent);
+  if (fOther) return fBus.SetSpeed(static_cast<double>(percent) / 100);
+  fState.speedPercent = static_cast<int32>(percent);
   fSource->SetSpeed(fState.speedPercent / 100.0);
   StateChanged();
 }
 
 void TSonivoApp::SetVolume(int32 percent) {
-  fState.volumePercent = std::clamp(percent, int32{0}, int32{100});
+  percent = std::clamp(percent, int32{0}, int32{100});
+  if (fOther) return fBus.SetVolume(percent);
+  fState.volumePercent = percent;
   fSource->SetVolume(fState.volumePercent);
   StateChanged();
 }
 
 /** The bounds in either order: whoever goes back before setting the end means what lies between. */
 void TSonivoApp::SetRepeat(uint32 bound) {
-  if (!fIsLoaded) return;
+  if (!fIsLoaded || fOther) return;
   const int32 positionMs = fSource->PositionMs();
   int32& fromMs = fState.repeatFromMs;
   int32& toMs = fState.repeatToMs;
@@ -152,7 +161,7 @@ void TSonivoApp::Failed(const BMessage& message) {
 }
 
 void TSonivoApp::Tick() {
-  if (fWindow) fWindow->ShowPosition(fSource->PositionMs());
+  if (fWindow) fWindow->ShowPosition(Sound().PositionMs());
   if (++fTicks % kTicksPerLook == 0) LookForFile();
 }
 

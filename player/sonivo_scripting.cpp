@@ -21,13 +21,14 @@ bool TSonivoApp::HandleWish(const BMessage& message) {
     if (message.FindInt32("Time", &number) == B_OK) Seek(number);
     return true;
   case kMsgWishSeekBy:
-    if (message.FindInt32("Time", &number) == B_OK) Seek(int64{fSource->PositionMs()} + number);
+    if (message.FindInt32("Time", &number) == B_OK) Seek(int64{Sound().PositionMs()} + number);
     return true;
   case kMsgWishPlayPause:
     PlayPause();
     return true;
   case kMsgWishSpeedBy:
-    if (message.FindInt32("Percent", &number) == B_OK) SetSpeed(int64{fState.speedPercent} + number);
+    if (message.FindInt32("Percent", &number) == B_OK)
+      SetSpeed(int64{fOther ? fOther->speedPercent : fState.speedPercent} + number);
     return true;
   case kMsgWishMarks:
     TakeMarks(message);
@@ -82,21 +83,27 @@ bool TSonivoApp::HandleScript(BMessage* message) {
   } else if (counts) {
     CountEntries(*message);
   } else if (executes) {
-    PlaySong(index, false);
+    ExecuteEntry(index);
   } else {
     GetEntry(*message, index);
   }
   return true;
 }
 
+/** Another player that is the source has one entry: the song it is at. */
+void TSonivoApp::ExecuteEntry(int32 index) {
+  if (!fOther) return PlaySong(index, false);
+  if (index == 0) fBus.SetPaused(false);
+}
+
 void TSonivoApp::CountEntries(const BMessage& message) const {
   BMessage answer(B_REPLY);
-  answer.AddInt32("result", fPlaylist.Count());
+  answer.AddInt32("result", fOther ? 1 : fPlaylist.Count());
   message.SendReply(&answer);
 }
 
 void TSonivoApp::GetEntry(const BMessage& message, int32 index) const {
-  const TSong* const song = fPlaylist.At(index);
+  const TSong* const song = fOther ? (index == 0 ? &fOther->song : nullptr) : fPlaylist.At(index);
   if (song == nullptr) return refuse(message, B_BAD_INDEX, "The playlist has no such entry");
   BMessage answer(B_REPLY);
   answer.AddString("filename", song->path);

@@ -8,10 +8,15 @@ TBus::TBus(const BMessenger& player, std::function<int32()> ownPositionMs)
     : fPlayer(player), fOwnPositionMs(std::move(ownPositionMs)), fOtherPosition(std::make_shared<TSharedPosition>()) {}
 
 TBus::~TBus() {
+  End();
+}
+
+void TBus::End() {
   if (!fThread) return;
   fOtherPosition->OnNeed({});
   fThread->quit();
   fThread->wait();
+  fThread.reset();
 }
 
 void TBus::Start() {

@@ -17,11 +17,13 @@ class TBusLink;
     PositionMs. */
 class TBus : public TSongControl {
 public:
-  /** `ownPositionMs` is called on the bus's thread for as long as this object lives. */
+  /** `ownPositionMs` is called on the bus's thread until the end. */
   TBus(const BMessenger& player, std::function<int32()> ownPositionMs);
   ~TBus() override;
 
   void Start();
+  /** Waits until nothing is asked of `ownPositionMs` any more. */
+  void End();
   void Show(const TOwnStatus& status);
   void TellSeeked(int32 positionMs);
 

@@ -5,6 +5,7 @@
 #include "player/bus/bus_messages.h"
 #include "player/bus/mpris_names.h"
 
+#include <QCoreApplication>
 #include <QDBusConnectionInterface>
 #include <QFileInfo>
 
@@ -44,19 +45,27 @@ int32 to_percent(double share) {
 
 TBusLink::TBusLink(const BMessenger& player, std::function<int32()> ownPositionMs, TSharedPosition* otherPosition)
     : fPlayer(player), fConnection(connection_name()), fOtherPosition(otherPosition),
-      fObject(player, std::move(ownPositionMs)) {
+      fObject(std::make_unique<TPlayerObject>(player, std::move(ownPositionMs))) {
+  // Moves to the thread with this.
   fRetry.setParent(this);
-  fObject.setParent(this);
+  fObject->setParent(this);
   fRetry.setSingleShot(true);
   connect(&fRetry, &QTimer::timeout, this, &TBusLink::Connect);
 }
 
 TBusLink::~TBusLink() {
+  fRetry.setParent(nullptr);
+  if (fBus) Leave();
+}
+
+/** Questions that are on their way to the object hold on to a connection that must still be there. */
+void TBusLink::Leave() {
   fOther.reset();
   fList.reset();
-  fObject.setParent(nullptr);
-  fRetry.setParent(nullptr);
-  if (fBus) QDBusConnection::disconnectFromBus(fConnection);
+  fBus->unregisterObject(mpris::kPath);
+  QCoreApplication::removePostedEvents(fObject.get());
+  fBus.reset();
+  QDBusConnection::disconnectFromBus(fConnection);
 }
 
 void TBusLink::Connect() {
@@ -71,8 +80,8 @@ void TBusLink::Connect() {
   }
   fBus = bus;
   fBus->connect(QString(), kLocalPath, kLocal, "Disconnected", this, SLOT(Disconnected()));
-  fBus->registerVirtualObject(mpris::kPath, &fObject);
-  fObject.Show(fStatus, *fBus);
+  fBus->registerVirtualObject(mpris::kPath, fObject.get());
+  fObject->Show(fStatus, *fBus);
   ClaimName();
   fList = std::make_unique<TPlayerList>(*fBus, [this](const TPlayerList::TPlayers& players) { TellPlayers(players); });
 }
@@ -85,10 +94,7 @@ void TBusLink::ClaimName() {
 }
 
 void TBusLink::Disconnected() {
-  fOther.reset();
-  fList.reset();
-  fBus.reset();
-  QDBusConnection::disconnectFromBus(fConnection);
+  Leave();
   log_error("bus", "the desktop's message bus is gone");
   TellUnreachable();
   fRetries = kMostRetries;
@@ -97,11 +103,11 @@ void TBusLink::Disconnected() {
 
 void TBusLink::Show(const TOwnStatus& status) {
   fStatus = status;
-  if (fBus) fObject.Show(status, *fBus);
+  if (fBus) fObject->Show(status, *fBus);
 }
 
 void TBusLink::TellSeeked(int32 positionMs) {
-  if (fBus) fObject.TellSeeked(positionMs, *fBus);
+  if (fBus) fObject->TellSeeked(positionMs, *fBus);
 }
 
 void TBusLink::Choose(const std::string& id) {

@@ -30,6 +30,7 @@ private slots:
   void Disconnected();
 
 private:
+  void Leave();
   void ClaimName();
   void TellPlayers(const TPlayerList::TPlayers& players) const;
   void TellUnreachable() const;
@@ -38,7 +39,7 @@ private:
   const BMessenger fPlayer;
   const QString fConnection;
   TSharedPosition* const fOtherPosition;
-  TPlayerObject fObject;
+  std::unique_ptr<TPlayerObject> fObject;
   std::optional<QDBusConnection> fBus; // until the bus is found, and after it was lost
   std::unique_ptr<TPlayerList> fList;
   std::unique_ptr<TOtherPlayer> fOther;

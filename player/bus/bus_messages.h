@@ -7,12 +7,10 @@ enum : unsigned int {
   kMsgBusPause = 'bpaU',
   kMsgBusStop = 'bstP',
   kMsgBusSeekBy = 'bskB', // int32 "byMs"
-  kMsgBusOpen = 'bopN',   // string "path"
   kMsgBusRaise = 'braI',
   // The other players.
   kMsgBusPlayers = 'blsT',   // bool "reachable", string "id" and "name", one pair a player
   kMsgBusOtherIs = 'botH',   // string "id", "title", "artist", "path", int32 "durationMs", "state", "volumePercent",
                              // "speedPercent", bool "silent"
-  kMsgBusOtherGone = 'bgoN', // string "id"
   kMsgChooseSource = 'bsrC', // from the window: string "id", empty for the player's own sound
 };

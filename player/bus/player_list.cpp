@@ -26,36 +26,51 @@ TPlayerList::TPlayerList(const QDBusConnection& bus, std::function<void(const TP
   auto* const watcher = new QDBusPendingCallWatcher(fBus.asyncCall(call, kAnswerLimitMs), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* finished) {
     finished->deleteLater();
-    fChanged(fPlayers); // the bus can be reached, whether players are there or not
     const QDBusPendingReply<QStringList> names = *finished;
     if (names.isError()) return;
     for (const QString& name : names.value()) {
       if (name.startsWith(mpris::kServicePrefix)) AskOwner(name);
     }
+    Tell(); // that the bus can be reached, should no player be there
   });
 }
 
 void TPlayerList::OwnerChanged(const QString& name, const QString& before, const QString& now) {
   if (!name.startsWith(mpris::kServicePrefix)) return;
-  if (!before.isEmpty() && fPlayers.erase(part_of(name)) > 0) fChanged(fPlayers);
+  if (!before.isEmpty() && fPlayers.erase(part_of(name)) > 0) Tell();
   if (!now.isEmpty()) Add(name, now);
 }
 
 void TPlayerList::AskOwner(const QString& name) {
+  ++fAwaitedOwners;
   auto call = QDBusMessage::createMethodCall(kBusName, kBusPath, kBusName, "GetNameOwner");
   auto* const watcher = new QDBusPendingCallWatcher(fBus.asyncCall(call << name, kAnswerLimitMs), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, name](QDBusPendingCallWatcher* finished) {
     finished->deleteLater();
     const QDBusPendingReply<QString> owner = *finished;
+    --fAwaitedOwners;
     if (!owner.isError()) Add(name, owner.value());
+    Tell();
   });
 }
 
 void TPlayerList::Add(const QString& name, const QString& owner) {
   if (owner == fBus.baseService()) return;
-  fPlayers[part_of(name)] = part_of(name); // until it has said what it is called, should it ever
-  fChanged(fPlayers);
+  fPlayers[part_of(name)] = {owner, part_of(name)}; // until it has said what it is called, should it ever
+  Tell();
   AskIdentity(name);
+}
+
+/** A player that has two names is listed once, under the shorter. */
+void TPlayerList::Tell() const {
+  if (fAwaitedOwners > 0) return;
+  TPlayers players;
+  QString lastOwner;
+  for (const auto& [id, player] : fPlayers) {
+    if (player.owner != lastOwner) players[id] = player.shown;
+    lastOwner = player.owner;
+  }
+  fChanged(players);
 }
 
 void TPlayerList::AskIdentity(const QString& name) {
@@ -68,8 +83,8 @@ void TPlayerList::AskIdentity(const QString& name) {
     const auto player = fPlayers.find(part_of(name));
     if (identity.isError() || player == fPlayers.end()) return;
     const QString shown = identity.value().variant().toString().simplified();
-    if (shown.isEmpty() || shown == player->second) return;
-    player->second = shown;
-    fChanged(fPlayers);
+    if (shown.isEmpty() || shown == player->second.shown) return;
+    player->second.shown = shown;
+    Tell();
   });
 }

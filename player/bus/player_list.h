@@ -19,11 +19,17 @@ private slots:
   void OwnerChanged(const QString& name, const QString& before, const QString& now);
 
 private:
+  void Tell() const;
   void Add(const QString& name, const QString& owner);
   void AskOwner(const QString& name);
   void AskIdentity(const QString& name);
 
   QDBusConnection fBus;
+  struct TPlayer {
+    QString owner;
+    QString shown;
+  };
   const std::function<void(const TPlayers&)> fChanged;
-  TPlayers fPlayers;
+  std::map<QString, TPlayer> fPlayers;
+  int fAwaitedOwners = 0; // of those that were there before
 };

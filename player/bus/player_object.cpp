@@ -197,7 +197,7 @@ void TPlayerObject::SetPosition(const QVariantList& arguments) const {
 void TPlayerObject::OpenUri(const QString& uri) const {
   const QUrl url(uri);
   if (!url.isLocalFile()) return;
-  BMessage message(kMsgBusOpen);
+  BMessage message(kMsgHandedOver);
   message.AddString("path", url.toLocalFile().toStdString());
   fPlayer.SendMessage(&message, BMessenger(), 0);
 }

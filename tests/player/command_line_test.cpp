@@ -12,9 +12,11 @@ TCommandLine parse(std::vector<const char*> words) {
 } // namespace
 
 TEST(CommandLine, TellsSongsFromOptions) {
-  const TCommandLine line = parse({"--paused", "--new", "a.mp3", "--edit", "a.lrc", "--", "--odd name.mp3"});
+  const TCommandLine line =
+      parse({"--paused", "--new", "--source", "vlc", "a.mp3", "--edit", "a.lrc", "--", "--odd name.mp3"});
   EXPECT_TRUE(line.startsPaused);
   EXPECT_TRUE(line.isAnother);
+  EXPECT_EQ(line.source, "vlc");
   EXPECT_EQ(line.lyrics, "a.lrc");
   EXPECT_EQ(line.songs, (std::vector<std::string>{"a.mp3", "--odd name.mp3"}));
   EXPECT_TRUE(line.text.empty());

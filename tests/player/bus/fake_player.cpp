@@ -2,6 +2,7 @@
 
 #include "player/bus/mpris_names.h"
 
+#include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -19,7 +20,11 @@ public:
     bus.registerVirtualObject(mpris::kPath, this);
     bus.registerService(mpris::kServicePrefix + fName);
   }
-  void End() { QDBusConnection::disconnectFromBus(fName); }
+  void End() {
+    QDBusConnection(fName).unregisterObject(mpris::kPath);
+    QCoreApplication::removePostedEvents(this);
+    QDBusConnection::disconnectFromBus(fName);
+  }
 
   bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
     if (fIsSilent) return true;

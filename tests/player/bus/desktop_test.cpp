@@ -1,0 +1,181 @@
+/** The player as the desktop sees it: driven by the program that desktops and scripts drive players with. */
+
+#include "platform/app/message.h"
+#include "platform/app/messenger.h"
+#include "platform/kernel/threads.h"
+#include "player/bus/bus_messages.h"
+#include "player/front_end_host.h"
+#include "player/player_messages.h"
+#include "player/sonivo_app.h"
+#include "tests/player/bus/fake_player.h"
+#include "tests/player/bus/private_bus.h"
+#include "tests/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <cstdio>
+
+namespace {
+
+/** Finds every song, a minute long, and stays where it was sought to. */
+class StillSource : public TSongSource {
+public:
+  explicit StillSource(TSongEvents* events) : fEvents(events) {}
+  int64 Load(const std::string& path, bool) override {
+    fPositionMs = 0;
+    fEvents->SongLoaded(++fLoads, {"Title of " + path, "Somebody", 60000});
+    return fLoads;
+  }
+  void Stop() override {}
+  void SetPaused(bool) override {}
+  void SeekTo(int32 positionMs) override { fPositionMs = positionMs; }
+  void SetSpeed(double) override {}
+  void SetVolume(double) override {}
+  int32 PositionMs() override { return fPositionMs; }
+
+private:
+  TSongEvents* const fEvents;
+  int64 fLoads = 0;
+  std::atomic<int32> fPositionMs{0};
+};
+
+/** What a command prints, without its line end. */
+std::string output_of(const std::string& command) {
+  std::string output;
+  FILE* const pipe = popen((command + " 2>&1").c_str(), "r");
+  std::array<char, 256> bytes{};
+  while (pipe && std::fgets(bytes.data(), bytes.size(), pipe)) output += bytes.data();
+  if (pipe) pclose(pipe);
+  while (!output.empty() && output.back() == '\n') output.pop_back();
+  return output;
+}
+
+std::string playerctl(const std::string& words) {
+  return output_of("playerctl --player=sonivo " + words);
+}
+
+/** The answer of a property that the program above has no word for; with a value, sets it. */
+std::string property(const std::string& name, const std::string& value = {}) {
+  const std::string call = "dbus-send --session --print-reply=literal --dest=org.mpris.MediaPlayer2.sonivo "
+                           "/org/mpris/MediaPlayer2 org.freedesktop.DBus.Properties.";
+  const std::string what = " string:org.mpris.MediaPlayer2.Player string:" + name;
+  return output_of(value.empty() ? call + "Get" + what : call + "Set" + what + " variant:" + value);
+}
+
+class Desktop : public testing::Test {
+protected:
+  Desktop() : fThread(fApp->Run()) {
+    fApp->PostMessage(kMsgFirstSong);
+    fApp->PostMessage(kMsgOtherPlugins);
+  }
+  ~Desktop() override {
+    fApp->PostMessage(B_QUIT_REQUESTED);
+    wait_for_thread(fThread, nullptr);
+  }
+  static TCommandLine Songs() {
+    TCommandLine line;
+    line.songs = {"/music/one song.mp3", "/music/two.mp3"};
+    line.startsPaused = true;
+    return line;
+  }
+  /** What is wished takes its way through the player's own thread. */
+  template <typename Ask>
+  static std::string Until(const std::string& expected, const Ask& ask) {
+    std::string answer;
+    for (int i = 0; i < 500 && (answer = ask()) != expected; ++i) snooze(20000);
+    return answer;
+  }
+  static std::string UntilStatus(const std::string& expected) {
+    return Until(expected, [] { return playerctl("status"); });
+  }
+  static std::string UntilTitle(const std::string& expected) {
+    return Until(expected, [] { return playerctl("metadata title"); });
+  }
+
+  const ScratchFolder fSettings;
+  const int fSet = setenv("XDG_CONFIG_HOME", fSettings.Path().c_str(), 1);
+  PrivateBus fDaemon;
+  TSonivoApp* fApp = new TSonivoApp(Songs(), [](TSongEvents* events) { return std::make_unique<StillSource>(events); });
+  thread_id fThread;
+};
+
+} // namespace
+
+TEST_F(Desktop, PlaysPausesAndTellsTheSong) {
+  ASSERT_EQ(UntilStatus("Paused"), "Paused");
+  EXPECT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
+  EXPECT_EQ(playerctl("metadata --format '{{artist}}|{{mpris:length}}|{{xesam:url}}'"),
+            "Somebody|60000000|file:///music/one%20song.mp3");
+  playerctl("play");
+  EXPECT_EQ(UntilStatus("Playing"), "Playing");
+  playerctl("play-pause");
+  EXPECT_EQ(UntilStatus("Paused"), "Paused");
+  playerctl("next");
+  EXPECT_EQ(UntilTitle("Title of /music/two.mp3"), "Title of /music/two.mp3");
+  playerctl("previous");
+  EXPECT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
+  playerctl("stop");
+  EXPECT_EQ(UntilStatus("Stopped"), "Stopped");
+}
+
+TEST_F(Desktop, SeeksAndSetsVolumeAndRateWithinTheirBounds) {
+  ASSERT_EQ(UntilStatus("Paused"), "Paused");
+  ASSERT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
+  const auto position = [] { return playerctl("position"); };
+  playerctl("position 10");
+  EXPECT_EQ(Until("10.000000", position), "10.000000");
+  playerctl("position 5+");
+  EXPECT_EQ(Until("15.000000", position), "15.000000");
+  playerctl("position 100"); // there is no such place in this song
+  playerctl("position 2-");
+  EXPECT_EQ(Until("13.000000", position), "13.000000");
+  playerctl("volume 0.4");
+  EXPECT_EQ(Until("0.400000", [] { return playerctl("volume"); }), "0.400000");
+  property("Rate", "double:9");
+  EXPECT_EQ(Until("   variant       double 2", [] { return property("Rate"); }), "   variant       double 2");
+  EXPECT_NE(property("LoopStatus", "string:Track").find("NotSupported"), std::string::npos);
+  EXPECT_NE(property("Metadata", "string:x").find("PropertyReadOnly"), std::string::npos);
+  EXPECT_NE(property("Nonsense").find("UnknownProperty"), std::string::npos);
+}
+
+TEST_F(Desktop, OpensAFileAndGoesOnWithoutTheBus) {
+  ASSERT_EQ(UntilStatus("Paused"), "Paused");
+  const std::string file = fSettings.Write("third.mp3", "");
+  playerctl("open file://" + file);
+  EXPECT_EQ(UntilTitle("Title of " + file), "Title of " + file);
+  playerctl("open https://example.org/a.mp3");
+  fDaemon.End();
+  const BMessage question(kMsgHandshake);
+  BMessage answer;
+  EXPECT_EQ(BMessenger(TSonivoApp::kSignature).SendMessage(&question, &answer), B_OK);
+}
+
+TEST_F(Desktop, FrontEndsAreToldOfTheOtherPlayersSong) {
+  ASSERT_EQ(UntilStatus("Paused"), "Paused");
+  auto other = std::make_unique<FakePlayer>("fake", playing_song("file:///elsewhere/song.mp3"), [] { return 7000000; });
+  const auto entry = [] {
+    BMessage question(B_GET_PROPERTY);
+    question.AddSpecifier("Entry", 0);
+    question.AddSpecifier("Playlist");
+    BMessage answer;
+    BMessenger(TSonivoApp::kSignature).SendMessage(&question, &answer);
+    std::string path;
+    answer.FindString("filename", &path);
+    return path;
+  };
+  const auto chosen = [&] {
+    BMessage choice(kMsgChooseSource);
+    choice.AddString("id", "fake");
+    fApp->PostMessage(&choice);
+    return entry();
+  };
+  EXPECT_EQ(Until("/elsewhere/song.mp3", chosen), "/elsewhere/song.mp3");
+  EXPECT_EQ(playerctl("status"), "Stopped") << "its own sound is not what counts";
+  fApp->PostMessage(kMsgWishPlayPause);
+  EXPECT_EQ(Until("Pause", [&] { return other->Told().empty() ? "" : other->Told().back(); }), "Pause");
+  other.reset();
+  EXPECT_EQ(Until("/music/one song.mp3", entry), "/music/one song.mp3") << "it has quit";
+  EXPECT_EQ(UntilStatus("Paused"), "Paused");
+}
