@@ -70,6 +70,7 @@ void TTimingPage::TellAll() {
        "Pref_No_Stamp_Hint");
   Tell(fTaps, {"Pref_Taps_Late_1", "Pref_Taps_Late_2", "Pref_Taps_Early_1", "Pref_Taps_Early_2"},
        fIsUnclear ? "Pref_Taps_Unclear" : "Pref_No_Taps");
+  LayOut(); // the buttons are as wide as their texts
 }
 
 void TTimingPage::Tell(const TProposal& proposal, const TWords& words, const char* otherwise) {

@@ -1,3 +1,4 @@
+#include "lyrics/reaction_time.h"
 #include "platform/app/message_filter.h"
 #include "platform/app/roster.h"
 #include "plugin/app_privacy.h"
@@ -81,8 +82,10 @@ TEST_F(Routing, PreferencesAreTheCompanionsToShow) {
   Send(BMessage(kMsgPreparePref)); // the user may be quicker than the companion
   Send(greeting);
   Send(BMessage(kMsgPreferences));
+  Send(BMessage(kMsgStampHint));
   companion->DeliverAll();
-  ASSERT_EQ(told.size(), 2U);
+  ASSERT_EQ(told.size(), 3U);
+  EXPECT_EQ(told.back().what, kMsgStampHint) << "which that window may show";
   EXPECT_EQ(told.front().what, kMsgOpenPref);
   expect_no_window_beside(told.front());
   companion->Lock();
