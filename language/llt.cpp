@@ -7,6 +7,7 @@
 #include "platform/support/data_io.h"
 
 #include <atomic>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -17,10 +18,17 @@ namespace {
 constexpr int kLineLength = 2048;
 constexpr const char* kHeader = "LLT File Format 100";
 constexpr const char* kMissingText = "! ERROR !";
-/** A window relabels within moments of a reload; texts of as many reloads stay good. */
-constexpr size_t kKeptTables = 8;
 
 std::atomic<void (*)(const char*, const char*, const char*)> gMissingKeyAlert{nullptr};
+
+/** One copy of each text that was ever handed out, there until the program ends: whoever holds one may be slow. A
+    language that is chosen again adds nothing. */
+const char* kept_copy(const std::string& text) {
+  static std::mutex mutex;
+  static std::unordered_set<std::string> texts;
+  const std::lock_guard lock(mutex);
+  return texts.insert(text).first->c_str();
+}
 
 bool has_right_header(TIniFile* file, std::vector<char>* buffer) {
   file->ChangeSection("Informations");
@@ -50,8 +58,7 @@ std::shared_ptr<const TLLT::TTable> TLLT::Snapshot() const {
 
 void TLLT::Replace(std::shared_ptr<const TTable> table) {
   const std::lock_guard lock(fMutex);
-  fReplaced.push_back(std::exchange(fTable, std::move(table)));
-  if (fReplaced.size() > kKeptTables) fReplaced.pop_front();
+  fTable = std::move(table);
 }
 
 int32 TLLT::Load(const char* path) {
@@ -93,8 +100,7 @@ int32 TLLT::Load(TIniFile* file) {
 const char* TLLT::Text(const char* key) const {
   const auto table = Snapshot();
   const auto found = table->texts.find(key);
-  // The table outlives this call: it is the current one or among those kept.
-  if (found != table->texts.end()) return found->second.c_str();
+  if (found != table->texts.end()) return kept_copy(found->second);
   const auto show = gMissingKeyAlert.load();
   if (fShowMissing && show) show("TLLT::Text", key, "OK");
   return kMissingText;

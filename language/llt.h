@@ -3,7 +3,6 @@
 #include "platform/support/types.h"
 
 #include <atomic>
-#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -13,8 +12,7 @@ class BResources;
 class TIniFile;
 
 /** The texts of one language by key. Any thread may look texts up while another loads or assigns: a load makes a new
-    table and puts it in the old one's place. The last few tables are kept, so that a text handed out stays good until
-    long after the windows have been relabelled. */
+    table and puts it in the old one's place. A text that was handed out stays good. */
 class TLLT {
 public:
   using TMap = std::map<std::string, std::string>;
@@ -52,9 +50,8 @@ private:
   std::shared_ptr<const TTable> Snapshot() const;
   void Replace(std::shared_ptr<const TTable> table);
 
-  mutable std::mutex fMutex; // guards the two below
+  mutable std::mutex fMutex; // guards the table
   std::shared_ptr<const TTable> fTable;
-  std::deque<std::shared_ptr<const TTable>> fReplaced;
   std::atomic<bool> fShowMissing{false};
 };
 

@@ -24,9 +24,9 @@ std::string language_path(const std::string& pluginPath, const std::string& stor
   return language_folder(pluginPath) + "/" + stored.substr(stored.rfind('/') + 1);
 }
 
-bool load_with_patience(const std::string& path) {
+bool load_with_patience(const std::string& path, TLLT* texts) {
   for (int i = 0; i < kTries; ++i) {
-    if (gLLT->Load(path.c_str()) == 0) return true;
+    if (texts->Load(path.c_str()) == 0) return true;
     snooze(kPauseUs);
   }
   return false;
@@ -51,18 +51,22 @@ void set_language_alert(void (*show)(const char*, const char*, const char*)) {
 }
 
 bool load_language(const char* pluginPath) {
-  *gLLT = TLLT();
+  // Put in place as a whole: a window that takes its texts meanwhile finds those of before.
+  TLLT texts;
   TPrefValues values = *gPref->Values();
   if (values.languageFile.empty()) {
     const BResources builtIn = builtin_resources();
-    gLLT->Load(&builtIn, kBuiltinTextsId);
+    texts.Load(&builtIn, kBuiltinTextsId);
+    *gLLT = texts;
     if (gAppPrivacy) gAppPrivacy->UpdateLanguageInfos();
   } else {
     values.languageFile = language_path(pluginPath, values.languageFile);
     gPref->SetValues(values);
     // Before the file is read: what is written to it from here on is a change.
     if (gAppPrivacy) gAppPrivacy->UpdateLanguageInfos();
-    if (!load_with_patience(values.languageFile)) show_failure(values.languageFile);
+    const bool isLoaded = load_with_patience(values.languageFile, &texts);
+    *gLLT = texts;
+    if (!isLoaded) show_failure(values.languageFile);
   }
   return true;
 }
