@@ -3,6 +3,7 @@
 #include "platform/app/looper_core.h"
 #include "platform/app/message_body.h"
 #include "platform/app/signatures.h"
+#include "platform/kernel/port_folder.h"
 #include "platform/kernel/port_service.h"
 #include "platform/kernel/remote_port.h"
 
@@ -66,9 +67,11 @@ private:
   const std::string fSignature;
 };
 
+constexpr std::string_view kSignaturePort = "app:";
+
 /** A signature has a '/', which no file name can have. */
 std::string port_of(const std::string& signature) {
-  std::string name = "app:";
+  std::string name(kSignaturePort);
   for (const char c : signature) {
     if (c == '/')
       name += "%2F";
@@ -78,6 +81,20 @@ std::string port_of(const std::string& signature) {
       name += c;
   }
   return name;
+}
+
+std::string signature_of(std::string_view port) {
+  std::string signature;
+  for (size_t i = kSignaturePort.size(); i < port.size(); ++i) {
+    const std::string_view coded = port.substr(i, 3);
+    if (coded != "%2F" && coded != "%25") {
+      signature += port[i];
+      continue;
+    }
+    signature += coded == "%2F" ? '/' : '%';
+    i += 2;
+  }
+  return signature;
 }
 
 /** Made with the first message that wants its answer here, and there until the process ends. */
@@ -109,6 +126,13 @@ void RemoteMail::Publish(const std::string& signature) {
 
 void RemoteMail::Withdraw(const std::string& signature) {
   port_service::close(port_of(signature));
+}
+
+std::vector<std::string> RemoteMail::Signatures() {
+  std::vector<std::string> signatures;
+  for (const std::string& port : port_folder::names())
+    if (port.starts_with(kSignaturePort)) signatures.push_back(signature_of(port));
+  return signatures;
 }
 
 BMessenger RemoteMail::Find(const std::string& signature) {

@@ -5,6 +5,7 @@
 #include "platform/kernel/port_connection.h"
 
 #include <string>
+#include <vector>
 
 class AnswerSource;
 
@@ -15,6 +16,8 @@ public:
   /** Lets other processes reach the bearer of the signature; of several processes the first has the name. */
   static void Publish(const std::string& signature);
   static void Withdraw(const std::string& signature);
+  /** Of all processes of the user; one that was killed may have left its own. */
+  static std::vector<std::string> Signatures();
   /** Invalid when no living process bears the signature. */
   static BMessenger Find(const std::string& signature);
   static BMessenger Find(const RemoteAddress& address);

@@ -1,10 +1,12 @@
 #include "platform/app/roster.h"
 
+#include "platform/app/remote_mail.h"
 #include "platform/app/signatures.h"
 
 #include <spawn.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <thread>
 
 extern char** environ;
@@ -31,6 +33,15 @@ const BRoster* const be_roster = &gRoster;
 
 bool BRoster::IsRunning(const char* signature) const {
   return BMessenger(signature).IsValid();
+}
+
+std::vector<std::string> BRoster::Signatures(const std::string& beginning) const {
+  std::vector<std::string> found = known_signatures();
+  for (std::string& signature : RemoteMail::Signatures()) found.push_back(std::move(signature));
+  std::erase_if(found, [&](const std::string& signature) { return !signature.starts_with(beginning); });
+  std::ranges::sort(found);
+  found.erase(std::ranges::unique(found).begin(), found.end());
+  return found;
 }
 
 status_t BRoster::Launch(const char* signature) const {

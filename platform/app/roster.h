@@ -4,12 +4,15 @@
 #include "platform/storage/entry_ref.h"
 
 #include <string>
+#include <vector>
 
 /** Who runs, and starting programs and documents. Any thread. */
 class BRoster {
 public:
   /** In this process or another. */
   bool IsRunning(const char* signature) const;
+  /** The signatures that begin so, of this process and of others; one that has just ended may be among them. */
+  std::vector<std::string> Signatures(const std::string& beginning) const;
   /** Starts the program that bears the signature, or has it opened when it runs (B_ALREADY_RUNNING).
       B_LAUNCH_FAILED when no program of that signature is known on this system. */
   status_t Launch(const char* signature) const;

@@ -44,3 +44,10 @@ BMessenger find_signature(const std::string& signature) {
   const auto found = table().targets.find(signature);
   return found != table().targets.end() && found->second.IsValid() ? found->second : BMessenger();
 }
+
+std::vector<std::string> known_signatures() {
+  const std::lock_guard lock(table().mutex);
+  std::vector<std::string> known;
+  for (const auto& [signature, bearer] : table().targets) known.push_back(signature);
+  return known;
+}

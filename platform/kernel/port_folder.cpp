@@ -13,6 +13,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <mutex>
 #include <thread>
 
@@ -140,6 +141,19 @@ status_t connect_to(const std::string& name, UniqueFd* socket) {
   if (!is_same_user(connected.Get())) return B_PERMISSION_DENIED;
   *socket = std::move(connected);
   return B_OK;
+}
+
+std::vector<std::string> names() {
+  std::vector<std::string> found;
+  UniqueFd folder;
+  if (open_folder(&folder) != B_OK) return found;
+  const std::string path = "/proc/self/fd/" + std::to_string(folder.Get());
+  std::error_code failure;
+  for (auto entry = std::filesystem::directory_iterator(path, failure);
+       !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+    found.push_back(entry->path().filename().string());
+  }
+  return found;
 }
 
 bool is_same_user(int socket) {

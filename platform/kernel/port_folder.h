@@ -6,6 +6,7 @@
 #include <sys/types.h>
 
 #include <string>
+#include <vector>
 
 /** Where the ports of one user's programs meet: each named port is a socket of that name in a folder that only the user
     may enter. A folder that belongs to somebody else, or is open to others, is refused. Any thread. */
@@ -29,6 +30,9 @@ void remove_name(const std::string& name, ino_t inode);
 /** A blocking socket, connected to whoever listens there: B_NAME_NOT_FOUND when nobody lives there,
     B_PERMISSION_DENIED when that is another user's process. */
 status_t connect_to(const std::string& name, UniqueFd* socket);
+
+/** Every name that a process has taken; those of crashed ones as well. */
+std::vector<std::string> names();
 
 /** Whether the process at the other end runs for this user. */
 bool is_same_user(int socket);

@@ -73,6 +73,7 @@ TEST_F(SignaturesBetweenProcesses, ReachTheBearerAndBringItsAnswer) {
   EXPECT_FALSE(fTheirs.IsTargetLocal());
   EXPECT_EQ(fTheirs, BMessenger(kTheirs));
   EXPECT_TRUE(be_roster->IsRunning(kTheirs));
+  EXPECT_EQ(be_roster->Signatures("application/x-vnd.test-t"), std::vector<std::string>{kTheirs});
   EXPECT_FALSE(be_roster->IsRunning("application/x-vnd.test-nobody"));
   BMessage question = text_message('ask?', "何時");
   BMessage answer;
