@@ -1,6 +1,7 @@
 #include "interapp/iap_win.h"
 
 #include "platform/app/message.h"
+#include "platform/app/roster.h"
 #include "platform/interface/button.h"
 #include "platform/interface/check_box.h"
 #include "platform/interface/menu_field.h"
@@ -20,6 +21,10 @@ enum : uint32 {
   kMsgTextTyped = 'iatx', // string "IAP:SrcIAPItem" and what was typed
 };
 
+/** How the signatures of the maker's applications begin. */
+constexpr const char* kFamily = "application/x-vnd.KOREVA-";
+/** A notice may wait for room that long; who is busier than that is not waited for. */
+constexpr bigtime_t kPatienceUs = 1000000;
 constexpr const char* kItem = "IAP:SrcIAPItem";
 
 /** The value's choice, after one of its own was added where there is none; -1 without choices. */
@@ -180,8 +185,12 @@ void TIAPWin::SetValue(TEntry* entry, const TIAPControl& value) {
   Notify(*entry);
 }
 
+/** To whoever has added a control of it, and to all others of the family that run: they may have the preference too. */
 void TIAPWin::Notify(const TEntry& entry) const {
-  for (const std::string& app : entry.apps) {
+  std::vector<std::string> apps = be_roster->Signatures(kFamily);
+  for (const std::string& app : entry.apps)
+    if (std::ranges::find(apps, app) == apps.end()) apps.push_back(app);
+  for (const std::string& app : apps) {
     BMessage notice(kMsgIAPNotice);
     notice.AddString("IAP:SrcApp", app);
     notice.AddString(kItem, entry.control.item);
@@ -189,7 +198,7 @@ void TIAPWin::Notify(const TEntry& entry) const {
       notice.AddBool("IAP:Value", entry.control.flag);
     else
       notice.AddString("IAP:Value", entry.control.text);
-    BMessenger(app.c_str()).SendMessage(&notice, BMessenger(), 0);
+    BMessenger(app.c_str()).SendMessage(&notice, BMessenger(), kPatienceUs);
   }
 }
 

@@ -10,6 +10,7 @@ TInterAppPrefs* gIAP = nullptr;
 
 namespace {
 constexpr bigtime_t kLookUs = 20000;
+constexpr int kTries = 3;
 } // namespace
 
 void TInterAppPrefs::SetAppSignatureRef(const char* signature) {
@@ -58,17 +59,18 @@ status_t TInterAppPrefs::SetValue(const BMessage& notice) {
   return item ? item->SetValue(notice) : B_ERROR;
 }
 
-BMessage TInterAppPrefs::Controls() const {
+status_t TInterAppPrefs::AddControls(port_id port) const {
   BMessage controls(kMsgIAPControls);
   for (const auto& [name, item] : fItems) {
     BMessage archive;
     item->MakeConfigurationView().Archive(&archive);
     controls.AddMessage(name.c_str(), &archive);
   }
-  return controls;
+  return SendMessage(port, &controls);
 }
 
-status_t TInterAppPrefs::MakeWindow(BRect frame) {
+port_id TInterAppPrefs::MakeWindow(BRect frame) {
+  EndWindow(); // one that its user has closed may still be ending
   auto* const window = new TIAPWin;
   window->MoveTo(frame.LeftTop());
   fWindow = BMessenger(window);
@@ -80,26 +82,35 @@ status_t TInterAppPrefs::MakeWindow(BRect frame) {
     window->Unlock();
     if (port == 0) snooze(kLookUs);
   }
-  if (port > 0) return B_OK;
-  EndWindow();
-  return B_ERROR;
+  if (port <= 0) EndWindow();
+  return port;
 }
 
 status_t TInterAppPrefs::ShowWindow(BRect frame) {
-  if (const port_id port = find_port(kIAPPortName); port >= 0)
-    ActivateWindow(port);
-  else if (MakeWindow(frame) != B_OK)
-    return B_ERROR;
-  BMessage controls = Controls();
-  return SendMessage(find_port(kIAPPortName), &controls) < 0 ? B_ERROR : B_OK;
+  // It may be closed, or its process be killed, while it is asked; and another process may be faster to make it.
+  for (int i = 0; i < kTries; ++i) {
+    port_id port = find_port(kIAPPortName);
+    if (port < 0)
+      port = MakeWindow(frame);
+    else if (ActivateWindow(port) != B_OK)
+      continue;
+    if (port > 0 && AddControls(port) == B_OK) return B_OK;
+  }
+  return B_ERROR;
+}
+
+TIAPWin* TInterAppPrefs::LockWindow() const {
+  BLooper* window = nullptr;
+  if (!fWindow.LockTarget()) return nullptr;
+  fWindow.Target(&window);
+  // Between the end of its loop and its deletion a window can still be locked.
+  if (fWindow.IsValid()) return static_cast<TIAPWin*>(window);
+  window->Unlock();
+  return nullptr;
 }
 
 void TInterAppPrefs::EndWindow() {
-  BLooper* window = nullptr;
-  if (fWindow.LockTarget()) {
-    fWindow.Target(&window);
-    window->Quit();
-  }
+  if (TIAPWin* const window = LockWindow()) window->Quit();
   if (fWindowThread > 0) wait_for_thread(fWindowThread, nullptr);
   fWindow = BMessenger();
   fWindowThread = -1;

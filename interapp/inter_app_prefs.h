@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+class TIAPWin;
 class TLLT;
 
 /** The preferences that every application of the family shares, by name. The items are added at start; their values may
@@ -30,6 +31,8 @@ public:
   /** Opens the common window in the frame, or brings it to the front wherever it is open, and adds this application's
       controls to it. 0; -1 when its port cannot be made. Waits until the port is there. */
   status_t ShowWindow(BRect frame);
+  /** The common window, locked, when this process made it and it is open; else null. */
+  TIAPWin* LockWindow() const;
   /** Ends the window if this process made it and it is still open, and waits until it has ended. */
   void EndWindow();
   /** Asks the common window to close, wherever it is open: 0 when there is none; -1, and nothing is sent, when another
@@ -42,8 +45,9 @@ public:
 private:
   TIAPItem* Find(const char* name) const;
   bool MadeWindow() const { return fWindow.IsValid(); }
-  status_t MakeWindow(BRect frame);
-  BMessage Controls() const;
+  /** The port of a new window; negative when it cannot be made. */
+  port_id MakeWindow(BRect frame);
+  status_t AddControls(port_id port) const;
 
   const char* fSignature = "";
   const TLLT* fTexts = nullptr;

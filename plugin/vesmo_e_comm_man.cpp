@@ -1,6 +1,7 @@
 #include "plugin/vesmo_e_comm_man.h"
 
 #include "common/app_info.h"
+#include "interapp/iap_win.h"
 #include "interapp/inter_app_prefs.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
@@ -14,6 +15,9 @@
 namespace {
 /** The player loads the companion a while after the editor; until then a wish for its window waits for it. */
 constexpr bigtime_t kCompanionComesUs = 3000000;
+/** Notices may come faster than the window takes them, and the last one counts. A window that asks its user something
+    takes none meanwhile, and is not waited for longer than this. */
+constexpr bigtime_t kForwardPatienceUs = 200000;
 } // namespace
 
 TVesmoECommMan::TVesmoECommMan()
@@ -128,7 +132,7 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
 
 // The window may be ending by itself on its own thread: only its address, or its lock, is safe to use.
 void TVesmoECommMan::Forward(BMessage* message) {
-  if (fMainWindow) fMainAddress.SendMessage(message, BMessenger(), 0);
+  if (fMainWindow) fMainAddress.SendMessage(message, BMessenger(), kForwardPatienceUs);
 }
 
 void TVesmoECommMan::OpenMainWindowRqtd() {
@@ -200,7 +204,11 @@ void TVesmoECommMan::MItemKOREVACommonPrefClicked() {
   BRect frame;
   FindMainWindowFrame(&frame);
   frame.top += 20; // its title and the editor's menus stay in sight
-  gIAP->ShowWindow(frame);
+  if (gIAP->ShowWindow(frame) != B_OK) return notify(gLLT->Text("Err_Cannot_Show_Common_Pref"));
+  if (TIAPWin* const window = gIAP->LockWindow()) {
+    BringUp(window);
+    window->Unlock();
+  }
 }
 
 void TVesmoECommMan::MItemHelpClicked() {
