@@ -65,6 +65,17 @@ TKRVDlgView::TKRVDlgView(const char* name) : TKRVView({0, 0, 0, 0}, name) {}
 void TKRVDlgView::AddRow(const std::vector<BView*>& views) {
   fRows.push_back(views);
   for (BView* view : views) AddChild(view);
+  MoveButtonsToEnd();
+}
+
+/** The tab key goes from view to view in the order in which they came. */
+void TKRVDlgView::MoveButtonsToEnd() {
+  for (BButton* button : fButtons) {
+    const bool hasFocus = button->IsFocus();
+    RemoveChild(button);
+    AddChild(button);
+    if (hasFocus) button->MakeFocus();
+  }
 }
 
 void TKRVDlgView::RemoveRow(BView* first) {

@@ -27,6 +27,8 @@ public:
   void LayOut() override;
 
 private:
+  void MoveButtonsToEnd();
+
   std::vector<std::vector<BView*>> fRows;
   std::vector<BButton*> fButtons;
   BButton* fDefault = nullptr;
