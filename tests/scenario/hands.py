@@ -83,6 +83,18 @@ def drop_files(title, box, paths):
     display.close()
 
 
+def title_under(box):
+    """Moves over a box; returns the title of the window that shows itself there."""
+    move(box)
+    where = subprocess.run(["xdotool", "getmouselocation", "--shell"], check=True, capture_output=True, text=True).stdout
+    number = where.split("WINDOW=")[1].strip()
+    return subprocess.run(["xdotool", "getwindowname", number], check=False, capture_output=True, text=True).stdout.strip()
+
+
+def raise_window(title):
+    _do("search", "--name", f"^{title}$", "windowraise")
+
+
 def move_window(title, left, top):
     _do("search", "--name", f"^{title}$", "windowmove", left, top)
 

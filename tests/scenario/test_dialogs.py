@@ -79,7 +79,7 @@ class Others(Case):
         hands.press("Down", "Return")
         s.wait(lambda: s.menu_item("F) File"), "the letter before the name")
         hands.press("Return")
-        s.come_back()
+        s.wait_focus("Lyrics")
         s.stop()
         s.start()
         s.menu_item("F) File", "S) Save")

@@ -1,0 +1,129 @@
+#include "platform/app/application.h"
+#include "platform/app/message.h"
+#include "platform/interface/window.h"
+#include "plugin/general_plugin.h"
+#include "plugin/vesmo_e_comm_man.h"
+#include "tests/display/hands.h"
+#include "tests/scratch_folder.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <memory>
+
+namespace {
+
+constexpr int kSwitches = 1000;
+constexpr const char* kEditor = "application/x-vnd.KOREVA-VesmoEditor";
+constexpr std::array<const char*, 5> kLanguages = {"English.llt", "Japanese.llt", "", "German.llt", "French.llt"};
+constexpr std::array<const char*, 4> kFormats = {"", "a) ", "a\u30fb", "a - "};
+
+BWindow* window_titled(const std::string& title) {
+  for (int32 i = 0; BWindow* const window = be_app->WindowAt(i); ++i) {
+    if (!window->Lock()) continue;
+    const bool isIt = window->Title().ends_with(title);
+    window->Unlock();
+    if (isIt) return window;
+  }
+  return nullptr;
+}
+
+BWindow& wait_for_window(const std::string& title) {
+  BWindow* window = nullptr;
+  EXPECT_TRUE(hands::until([&] {
+    window = window_titled(title);
+    return window && hands::is_shown(*window);
+  })) << title;
+  return *window;
+}
+
+BMessage language_notice(const char* file) {
+  BMessage notice(kMsgLanguageChanged);
+  notice.AddString("LLTF", file);
+  return notice;
+}
+
+template <typename Add>
+BMessage preference_notice(const char* item, Add add) {
+  BMessage notice('_ipc');
+  notice.AddString("IAP:SrcApp", kEditor);
+  notice.AddString("IAP:SrcIAPItem", item);
+  add(&notice);
+  return notice;
+}
+
+BMessage format_notice(const std::string& format) {
+  return preference_notice("AccKeyFormat", [&](BMessage* notice) { notice->AddString("IAP:Value", format); });
+}
+
+BMessage flat_notice(bool isFlat) {
+  return preference_notice("FlatToolBar", [&](BMessage* notice) { notice->AddBool("IAP:Value", isFlat); });
+}
+
+/** The real image as the player loads it, with all its windows open. */
+class Switching : public testing::Test {
+protected:
+  Switching() {
+    setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
+    fApp = new BApplication("application/x-vnd.test-host");
+    fApp->Run();
+    void* const image = dlopen(PLUGIN_FILE, RTLD_NOW | RTLD_LOCAL);
+    const auto construct = reinterpret_cast<GeneralPlugin* (*)(PluginConstructorStruct*)>(dlsym(image, "NewPlugin"));
+    PluginConstructorStruct record;
+    fPlugin.reset(construct(&record));
+    fPlugin->Init();
+    fManager = BMessenger(kEditor);
+    fMain = &wait_for_window("Vesmo Editor");
+  }
+  ~Switching() override {
+    fPlugin->Cleanup();
+    fPlugin.reset();
+    fApp->Lock();
+    fApp->Quit();
+  }
+  void OpenTheOthers() {
+    for (const uint32 request : std::array<uint32, 3>{kMsgPrepareAbout, kMsgFineTimeTag, kMsgCommonPref})
+      fManager.SendMessage(request);
+    fAbout = &wait_for_window("About Vesmo Editor");
+    fFineTag = &wait_for_window("Shift all time tags");
+    fCommon = &wait_for_window("KOREVA Common Preferences");
+  }
+  /** Until it has handled all that it was sent. */
+  static void WaitFor(const BMessenger& looper) {
+    const BMessage question('wait');
+    BMessage answer;
+    looper.SendMessage(&question, &answer);
+  }
+  static std::string FirstMenu(BWindow& window) { return hands::menu_lines(window, {}).front().label; }
+
+  ScratchFolder fFolder;
+  BApplication* fApp;
+  std::unique_ptr<GeneralPlugin> fPlugin;
+  BMessenger fManager;
+  BWindow* fMain;
+  BWindow* fAbout = nullptr;
+  BWindow* fFineTag = nullptr;
+  BWindow* fCommon = nullptr;
+};
+
+} // namespace
+
+TEST_F(Switching, AThousandLanguagesAndPreferencesEndWithTheLast) {
+  OpenTheOthers();
+  for (int i = 0; i < kSwitches; ++i) {
+    const BMessage language = language_notice(kLanguages[static_cast<size_t>(i) % kLanguages.size()]);
+    const BMessage preference =
+        i % 2 == 0 ? format_notice(kFormats[static_cast<size_t>(i / 2) % kFormats.size()]) : flat_notice(i % 4 == 1);
+    ASSERT_EQ(fManager.SendMessage(&language), B_OK);
+    ASSERT_EQ(fManager.SendMessage(&preference), B_OK);
+  }
+  for (const BMessage& last : {language_notice("German.llt"), format_notice("a) ")}) fManager.SendMessage(&last);
+  WaitFor(fManager);
+  WaitFor(BMessenger(fMain));
+  EXPECT_EQ(FirstMenu(*fMain), "F) Datei");
+  EXPECT_EQ(hands::spoken(*fMain, "TBSave").name, "Speichern");
+  EXPECT_EQ(hands::spoken(*fAbout, "Close").name, "C) Schließen");
+  EXPECT_EQ(hands::spoken(*fFineTag, "Cancel").name, "C) Abbrechen");
+  EXPECT_TRUE(hands::is_shown(*fCommon));
+}
