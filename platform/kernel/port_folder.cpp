@@ -134,6 +134,7 @@ void remove_name(const std::string& name, ino_t inode) {
 }
 
 status_t connect_to(const std::string& name, UniqueFd* socket) {
+  if (!is_port_name(name)) return B_NAME_NOT_FOUND; // it may come from another process
   UniqueFd folder;
   if (const status_t status = open_folder(&folder); status != B_OK) return status;
   UniqueFd connected;
