@@ -18,6 +18,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/field_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/font_metrics.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/image_icon.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/image_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/input_watch.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/key_bytes.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/list_peer.cpp
@@ -55,6 +56,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/interface/follow.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/font.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/font_families.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/interface/image_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/list_item.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/list_view.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/list_view_rows.cpp

@@ -12,6 +12,7 @@
 #include "toolkit/simple_input_win.h"
 #include "window/editor_window.h"
 #include "window/placement.h"
+#include "window/tool_bar_images.h"
 
 #include <utility>
 
@@ -25,7 +26,7 @@ std::string check_shift(const std::string& text) {
 
 void TVesmoECommMan::OpenAboutWindowRqtd(const BMessage& message) {
   if (fAboutWindow == nullptr) {
-    fAboutWindow = new TKRVAboutWin(gAppName, gAppVer);
+    fAboutWindow = new TKRVAboutWin(gAppName, gAppVer, GetBitmap(kAppIcon));
     SetAboutWinContent();
     bool isBeside = false;
     BRect neighbour;

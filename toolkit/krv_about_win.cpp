@@ -16,10 +16,11 @@ constexpr BRect kBeforeFitting{0, 0, 99, 99};
 constexpr float kNoLimit = 32767;
 } // namespace
 
-TKRVAboutWin::TKRVAboutWin(const std::string& appName, const std::string& version)
+TKRVAboutWin::TKRVAboutWin(const std::string& appName, const std::string& version, const BBitmap& icon)
     : TKRVWin(kBeforeFitting, "", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, B_NOT_MINIMIZABLE | B_NOT_ZOOMABLE),
-      fAppInfo(new TAppInfoView(appName, version)), fLangInfo(new TLangInfoView), fTabs(new BTabView({}, "AboutTabs")),
-      fClose(new BButton({}, "Close", "", new BMessage(B_QUIT_REQUESTED))), fView(new TKRVDlgView("About")) {
+      fAppInfo(new TAppInfoView(icon, appName, version)), fLangInfo(new TLangInfoView),
+      fTabs(new BTabView({}, "AboutTabs")), fClose(new BButton({}, "Close", "", new BMessage(B_QUIT_REQUESTED))),
+      fView(new TKRVDlgView("About")) {
   KeepWhenClosed();
   fTabs->AddTab(fAppInfo, "");
   fTabs->AddTab(fLangInfo, "");
@@ -37,6 +38,7 @@ void TKRVAboutWin::SetContent(const TContent& content) {
   fTabs->SetTabLabel(1, gLLT->Text("About_Tab_Lang"));
   fClose->SetLabel(koreva::merge_accelerator_key(content.letterFormat, "C", gLLT->Text("Button_Close")).c_str());
   fAppInfo->SetAuthor(content.author);
+  fLangInfo->SetAccessibleName(gLLT->Text("About_Tab_Lang"));
   fLangInfo->List(content.languageFolder, content.languageFile);
   const BPoint size = PreferredSize();
   SetSizeLimits(size.x, kNoLimit, size.y, kNoLimit);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/interface/bitmap.h"
 #include "toolkit/krv_win.h"
 
 #include <string>
@@ -13,7 +14,7 @@ class TLangInfoView;
 /** Tells of the program and of the languages it speaks, on a page each. Closing hides it; who owns it ends it. */
 class TKRVAboutWin : public TKRVWin {
 public:
-  TKRVAboutWin(const std::string& appName, const std::string& version);
+  TKRVAboutWin(const std::string& appName, const std::string& version, const BBitmap& icon = {});
 
   struct TContent {
     std::string author;

@@ -4,7 +4,6 @@
 #include "language/llt.h"
 #include "lyrics/editor_view.h"
 #include "platform/app/message.h"
-#include "platform/interface/bitmap.h"
 #include "platform/interface/menu_bar.h"
 #include "plugin/pref.h"
 #include "toolkit/tool_bar.h"
@@ -21,12 +20,6 @@ constexpr float kNoLimit = 32767;
 constexpr float kMinWidth = 260;
 /** Three lines of text and the status bar. */
 constexpr float kMinTextHeight = 85;
-
-BBitmap GetBitmap(const char* name) {
-  size_t size = 0;
-  const void* const bytes = tool_bar_images().LoadResource(B_RAW_TYPE, name, &size);
-  return bytes ? BBitmap(bytes, size) : BBitmap();
-}
 
 } // namespace
 

@@ -1,12 +1,13 @@
-# Compiles the drawings in window/icons into the program, each as a resource of its file's name.
+# Compiles the drawings of the tool bar and the program's icon into the program, each as a resource of its file's name.
 file(GLOB TOOL_BAR_IMAGES CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/icons/*.svg)
 set(TOOL_BAR_IMAGE_TEXTS "")
 set(TOOL_BAR_IMAGE_ENTRIES "")
-foreach(image ${TOOL_BAR_IMAGES})
+foreach(image ${TOOL_BAR_IMAGES} ${CMAKE_SOURCE_DIR}/packaging/icons/vesmo-editor.svg)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${image})
   get_filename_component(name ${image} NAME_WE)
+  string(MAKE_C_IDENTIFIER k${name} constant)
   file(READ ${image} drawing)
-  string(APPEND TOOL_BAR_IMAGE_TEXTS "constexpr char k${name}[] = R\"svg(${drawing})svg\";\n")
-  string(APPEND TOOL_BAR_IMAGE_ENTRIES "    {B_RAW_TYPE, 0, \"${name}\", k${name}, sizeof k${name} - 1},\n")
+  string(APPEND TOOL_BAR_IMAGE_TEXTS "constexpr char ${constant}[] = R\"svg(${drawing})svg\";\n")
+  string(APPEND TOOL_BAR_IMAGE_ENTRIES "    {B_RAW_TYPE, 0, \"${name}\", ${constant}, sizeof ${constant} - 1},\n")
 endforeach()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/tool_bar_images.cpp.in ${CMAKE_CURRENT_BINARY_DIR}/tool_bar_images.cpp @ONLY)

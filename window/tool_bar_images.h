@@ -1,6 +1,9 @@
 #pragma once
 
-#include "platform/storage/resources.h"
+#include "platform/interface/bitmap.h"
 
-/** The images of the tool bar's buttons, compiled into the program: type B_RAW_TYPE, each under its button's name. */
-BResources tool_bar_images();
+/** The image of the tool bar's button of that name, or the program's icon; they are compiled into the program. Empty
+   for a name that is none of theirs. */
+BBitmap GetBitmap(const char* name);
+
+inline constexpr const char* kAppIcon = "vesmo-editor";

@@ -14,12 +14,6 @@ namespace {
 constexpr const char* kNames[] = {"TBOpenCurLyrics",   "TBOpen",         "TBSave", "TBFineTimeTag", "TBTagInputExtMode",
                                   "TBTagInputStdMode", "TBFreeEditMode", "TBHelp", "TBAbout"};
 
-BBitmap image_of(const char* name) {
-  size_t size = 0;
-  const void* bytes = tool_bar_images().LoadResource(B_RAW_TYPE, name, &size);
-  return bytes ? BBitmap(bytes, size) : BBitmap();
-}
-
 double linear(int channel) {
   const double share = channel / 255.0;
   return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
@@ -55,9 +49,10 @@ Seen seen_on(const BBitmap& image, QColor ground, QColor ink, int size) {
 
 TEST(ToolBarImages, AreAllCompiledInAndTheDisplayReadsThem) {
   for (const char* name : kNames) {
-    EXPECT_TRUE(image_of(name).IsValid()) << name;
-    EXPECT_EQ(image_of(name).Bounds(), (BRect{0, 0, 23, 23})) << name;
+    EXPECT_TRUE(GetBitmap(name).IsValid()) << name;
+    EXPECT_EQ(GetBitmap(name).Bounds(), (BRect{0, 0, 23, 23})) << name;
   }
+  EXPECT_TRUE(GetBitmap(kAppIcon).IsValid());
 }
 
 TEST(ToolBarImages, StandOutOnLightAndOnDark) {
@@ -65,7 +60,7 @@ TEST(ToolBarImages, StandOutOnLightAndOnDark) {
     for (const auto& [ground, ink] : {std::pair(QColor(0xef, 0xef, 0xef), QColor(Qt::black)),
                                       std::pair(QColor(0x2b, 0x2b, 0x2b), QColor(Qt::white))})
       for (const int size : {24, 48}) {
-        const Seen seen = seen_on(image_of(name), ground, ink, size);
+        const Seen seen = seen_on(GetBitmap(name), ground, ink, size);
         EXPECT_GT(seen.clear, size) << name << " at " << size;
         EXPECT_EQ(seen.faint, 0) << name << " at " << size;
       }

@@ -10,24 +10,18 @@
 
 namespace {
 
-BBitmap some_image() {
-  size_t size = 0;
-  const void* bytes = tool_bar_images().LoadResource(B_RAW_TYPE, "TBSave", &size);
-  return {bytes, size};
-}
-
 /** Open, Save | Std, each answering to the window. */
 class BarWindow : public BWindow {
 public:
   BarWindow() : BWindow({100, 100, 399, 299}, "tools") {
     SetRunsOnShow(false);
     fBar = new TToolBar({0, 0, 299, 30}, "ToolBar");
-    fBar->AppendButton("Open", some_image(), new BMessage('_opn'));
-    fBar->AppendButton("Save", some_image(), new BMessage('_sav'));
+    fBar->AppendButton("Open", GetBitmap("TBSave"), new BMessage('_opn'));
+    fBar->AppendButton("Save", GetBitmap("TBSave"), new BMessage('_sav'));
     fBar->AppendSeparator();
     auto* mode = new BMessage('mode');
     mode->AddInt32("Mode", 1);
-    fBar->AppendButton("Std", some_image(), mode)->SetValue(0);
+    fBar->AppendButton("Std", GetBitmap("TBSave"), mode)->SetValue(0);
     AddChild(fBar);
     Show();
     Activate();

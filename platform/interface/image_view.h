@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/interface/bitmap.h"
+#include "platform/interface/view.h"
+
+/** An image as large as its frame. It tells listeners nothing. */
+class BImageView : public BView {
+public:
+  BImageView(BRect frame, const char* name, BBitmap image);
+
+protected:
+  std::shared_ptr<display::ViewPeer> MakePeer() override;
+
+private:
+  const BBitmap fImage;
+};
