@@ -5,6 +5,7 @@
 #include "platform/app/message.h"
 #include "platform/display/display.h"
 #include "platform/display/display_thread.h"
+#include "platform/interface/window.h"
 #include "plugin/general_plugin.h"
 
 #include <QApplication>
