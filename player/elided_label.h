@@ -6,8 +6,12 @@
     whole of it. */
 class TElidedLabel : public QLabel {
 public:
-  TElidedLabel();
+  /** 1 is the full colour of texts. */
+  explicit TElidedLabel(double strength = 1);
 
 protected:
   void paintEvent(QPaintEvent* event) override;
+
+private:
+  const double fStrength;
 };

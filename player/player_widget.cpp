@@ -25,6 +25,7 @@
 
 namespace {
 
+constexpr double kArtistStrength = 0.65;
 constexpr int kSeekStepMs = 5000;
 constexpr int kSpeedStep = 5;
 constexpr int kVolumeStep = 5;
@@ -61,8 +62,7 @@ void TPlayerWidget::MakeHead() {
   large.setPointSizeF(large.pointSizeF() * 1.5);
   large.setBold(true);
   fTitle->setFont(large);
-  fArtist = new TElidedLabel;
-  fArtist->setForegroundRole(QPalette::PlaceholderText);
+  fArtist = new TElidedLabel(kArtistStrength);
   auto* const texts = new QVBoxLayout;
   texts->addStretch(1);
   texts->addWidget(fTitle);

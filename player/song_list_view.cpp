@@ -14,6 +14,10 @@
 
 #include <algorithm>
 
+namespace {
+constexpr double kHintStrength = 0.6;
+}
+
 TSongListView::TSongListView(const BMessenger& player) : fPlayer(player) {
   setModel(&fModel);
   setItemDelegate(new TSongRowPainter(this));
@@ -97,9 +101,10 @@ void TSongListView::paintEvent(QPaintEvent* event) {
   QListView::paintEvent(event);
   QPainter painter(viewport());
   if (fModel.rowCount() == 0) {
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setOpacity(kHintStrength);
     painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
                      tr("Drop songs, folders or lists here,\nor open them: Ctrl+O"));
+    painter.setOpacity(1);
   }
   if (fDropRow < 0) return;
   const int count = fModel.rowCount();
