@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <condition_variable>
 #include <mutex>
 
@@ -85,6 +86,30 @@ TEST(SongSource, PositionOfAPausedSongIsAskedAnewOnceItMoves) {
   source->SetPaused(false);
   for (int i = 0; i < 1000 && source->PositionMs() <= 5000; ++i) snooze(10000);
   EXPECT_GT(source->PositionMs(), 5000);
+}
+
+TEST(SongSource, APartIsPlayedAgainUntilItIsLetGo) {
+  const ScratchFolder folder;
+  Listener listener;
+  const auto source = make_mpv_source(&listener);
+  const int64 load = source->Load(folder.Write("a.wav", silent_wav(2)), true);
+  ASSERT_TRUE(listener.Wait(listener.fLoaded, load));
+  source->SetRepeat(500, 1000);
+  source->SetPaused(false);
+  int32 furthestMs = 0;
+  int timesBack = 0;
+  int32 beforeMs = 0;
+  for (int i = 0; i < 5000 && timesBack < 2; ++i) {
+    const int32 nowMs = source->PositionMs();
+    if (nowMs < beforeMs - 100) ++timesBack;
+    furthestMs = std::max(furthestMs, nowMs);
+    beforeMs = nowMs;
+    snooze(5000);
+  }
+  EXPECT_EQ(timesBack, 2);
+  EXPECT_LE(furthestMs, 1010);
+  source->SetRepeat(-1, -1);
+  EXPECT_TRUE(listener.Wait(listener.fEnded, load)) << "it goes on to its end";
 }
 
 TEST(SongSource, TellsWhichSongCannotBePlayed) {
