@@ -97,6 +97,8 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return MItemCvtTag(*message);
   case kMsgDeleteTags:
     return MItemDelAllTimeTagClicked();
+  case kMsgExportTo:
+    return ExportRqtd(*message);
   case kMsgShiftTags:
     return FineTimeTagRqtd(*message);
   case kMsgStatBarStr:

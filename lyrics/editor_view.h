@@ -38,6 +38,7 @@ enum : uint32 {
   kMsgShiftTags = 'fttr',      // string "_SmplIptData": ms, decimal
   kMsgAddHistory = '_ahr',     // to the window: ref "refs"
   kMsgRemoveHistory = '_rhr',  // to the window: ref "refs"
+  kMsgExportTo = '_ext',       // ref "directory", string "name", int32 "Format"
 };
 
 /** In a ref message: bool, the file was chosen among the recent ones. */
@@ -112,6 +113,9 @@ private:
   bool IsOnDisk(const TLyricsInfo& info);
   void SetLyricsMimeType(BFile* file);
   std::string DocumentBytes(const TLyricsInfo& info) const;
+
+  // editor_export.cpp
+  void ExportRqtd(const BMessage& message);
 
   // editor_bulk.cpp
   void RewriteLines(const std::function<void(std::list<std::string>*)>& rewrite);

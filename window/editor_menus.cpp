@@ -45,6 +45,7 @@ BMenu* TVesmoEWin::MakeFileMenu() {
   menu->AddSeparatorItem();
   menu->AddItem(MakeItem("MItem_Save", "S", kMsgSave, 'S', fEditorView));
   menu->AddItem(MakeItem("MItem_Save_As", "A", kMsgSaveAs, '2', this));
+  menu->AddItem(MakeItem("MItem_Export", "E", kMsgExport, 0, this));
   menu->AddSeparatorItem();
   menu->AddItem(MakeItem("MItem_Close", "W", B_QUIT_REQUESTED, 'W', this));
   return menu;

@@ -1,4 +1,4 @@
-/** The editor window's open and save panels. */
+/** The editor window's panels for opening, saving and exporting. */
 
 #include "common/koreva.h"
 #include "language/llt.h"
@@ -9,6 +9,7 @@
 #include "platform/storage/find_directory.h"
 #include "plugin/exit_state.h"
 #include "window/editor_window.h"
+#include "window/export_panel.h"
 #include "window/save_panel.h"
 
 namespace {
@@ -70,22 +71,38 @@ void TVesmoEWin::MItemSaveAsClicked(const BMessage& message) {
   const TLyricsInfo info = fEditorView->CurrentLyricsInfo();
   fSavePanel->SetEncoding(static_cast<int32>(info.Encoding));
   fSavePanel->SetCRType(static_cast<int32>(info.CRType));
-  const std::string name = info.File.IsEmpty() ? gLLT->Text("New_Lyrics") + std::string(".lrc") : info.File.name;
-  fSavePanel->SetSaveText(name.c_str());
+  fSavePanel->SetSaveText(DocumentName().c_str());
   set_priority(*fSavePanel, kShownPriority);
   fSavePanel->Show();
+}
+
+std::string TVesmoEWin::DocumentName() const {
+  const TLyricsInfo info = fEditorView->CurrentLyricsInfo();
+  return info.File.IsEmpty() ? gLLT->Text("New_Lyrics") + std::string(".lrc") : info.File.name;
+}
+
+void TVesmoEWin::MItemExportClicked() {
+  if (fExportPanel && fExportPanel->IsShowing()) return fExportPanel->Show(); // in front again
+  fExportPanel = std::make_unique<TExportPanel>(BMessenger(this), DocumentName());
+  const TLyricsInfo info = fEditorView->CurrentLyricsInfo();
+  const bool hasFolder = !info.File.IsEmpty() && BEntry(info.File.directory.c_str()).IsDirectory();
+  fExportPanel->SetPanelDirectory(hasFolder ? info.File.directory.c_str() : PanelFolder().c_str());
+  set_priority(*fExportPanel, kShownPriority);
+  fExportPanel->Show();
 }
 
 void TVesmoEWin::PanelClosed(const BMessage& message) {
   void* source = nullptr;
   if (message.FindPointer("source", &source) != B_OK) return;
-  // Compared, never followed: only these two panels are ours.
+  // Compared, never followed: only these panels are ours.
   const BFilePanel* panel = nullptr;
   if (fSavePanel && source == static_cast<BFilePanel*>(fSavePanel.get())) panel = fSavePanel.get();
   if (fOpenPanel && source == fOpenPanel.get()) panel = fOpenPanel.get();
+  const bool isExport = fExportPanel && source == static_cast<BFilePanel*>(fExportPanel.get());
+  if (isExport) panel = fExportPanel.get();
   if (panel == nullptr) return;
   set_priority(*panel, kHiddenPriority);
-  RememberPanelFolder(*panel);
+  if (!isExport) RememberPanelFolder(*panel); // copies go elsewhere than the documents
   Activate(true); // the keys are the editor's again, also where no window manager sees to it
 }
 

@@ -13,6 +13,7 @@
 #include "plugin/pref.h"
 #include "plugin/sonivo_window.h"
 #include "toolkit/tool_bar.h"
+#include "window/export_panel.h"
 #include "window/placement.h"
 #include "window/save_panel.h"
 
@@ -74,6 +75,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case kMsgAppearance:
   case 'Sssr':
   case kMsgShiftTags:
+  case kMsgExportTo:
     return fEditorView->MessageReceived(message);
   case 'Splc':
     return PrefToolBarChanged();
@@ -93,6 +95,11 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     return MItemOpenClicked();
   case kMsgSaveAs:
     return MItemSaveAsClicked(*message);
+  case kMsgExport:
+    return MItemExportClicked();
+  case kMsgExportFormat:
+    if (fExportPanel) fExportPanel->ProposeName();
+    return;
   case kMsgClearHistory:
     return MItemDelAllMRUFClicked();
   case kMsgAddHistory:

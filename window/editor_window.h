@@ -10,6 +10,7 @@ class BFilePanel;
 class BMenu;
 class BMenuBar;
 class BMenuItem;
+class TExportPanel;
 class TToolBar;
 class TToolButton;
 class TVesmoESavePanel;
@@ -18,6 +19,7 @@ class TWMFilter;
 
 enum : uint32 {
   kMsgOpenPanel = '_opn',
+  kMsgExport = '_exp',
   kMsgClearHistory = '_dam', // asks before it forgets the recent files
 };
 
@@ -81,17 +83,20 @@ private:
   // editor_panels.cpp
   void MItemOpenClicked();
   void MItemSaveAsClicked(const BMessage& message);
+  void MItemExportClicked();
   void SetOpenPanelLabel();
   void SetSavePanelLabel();
   void PanelClosed(const BMessage& message);
   void RememberPanelFolder(const BFilePanel& panel);
   std::string PanelFolder() const;
+  std::string DocumentName() const;
 
   BLooper* const fManager;
   std::unique_ptr<TVesmoESavePanel> fSavePanel; // made at first use, as the next
   std::unique_ptr<BFilePanel> fOpenPanel;
-  BMenuBar* fMenuBar;                     // a child
-  BMenuItem* fModeItems[kModeCount] = {}; // in the menu bar, as the next three
+  std::unique_ptr<TExportPanel> fExportPanel; // made anew for each export
+  BMenuBar* fMenuBar;                         // a child
+  BMenuItem* fModeItems[kModeCount] = {};     // in the menu bar, as the next three
   BMenuItem* fUndoItem = nullptr;
   BMenuItem* fRedoItem = nullptr;
   BMenu* fOpenMenu = nullptr; // the recent files unfold from it

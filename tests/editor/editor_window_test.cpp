@@ -271,7 +271,7 @@ TEST_F(EditorWindow, EveryFileCommandHasItsKey) {
     if (!line.label.empty()) shown.push_back(line.label + " " + line.shortcut);
   }
   EXPECT_THAT(shown, testing::ElementsAre("New Ctrl+N", "Open lyrics of current song Ctrl+L", "Open... Ctrl+O",
-                                          "Save Ctrl+S", "Save as... Ctrl+2", "Close Ctrl+W"));
+                                          "Save Ctrl+S", "Save as... Ctrl+2", "Export... ", "Close Ctrl+W"));
   gIAP->SetString("AccKeyFormat", "a) ");
   BMessage notice('_ipc');
   notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");

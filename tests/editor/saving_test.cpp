@@ -1,5 +1,6 @@
 #include "tests/editor/editor_fixture.h"
 
+#include "lyrics/editor_view.h"
 #include "platform/interface/file_panel.h"
 
 #include <gmock/gmock.h>
@@ -125,4 +126,33 @@ TEST_F(SavingNew, CancelledPanelDropsTheWaitingCommand) {
   EXPECT_TRUE(Until([&] { return Title() == "later.lrc - Vesmo Editor"; }));
   Settle();
   EXPECT_FALSE(IsClosed());
+}
+
+TEST_F(Saving, ExportWritesACopyAndTouchesNothingElse) {
+  const std::string path = fFolder.Write("a.lrc", "[00:01:50]a\n[00:03]b\n");
+  std::filesystem::create_symlink(path, fFolder.File("link.lrc"));
+  Open(path);
+  Change();
+  const auto export_to = [this](const char* name, int32 format) {
+    BMessage answer(kMsgExportTo);
+    entry_ref folder;
+    get_ref_for_path(fFolder.Path().c_str(), &folder);
+    answer.AddRef("directory", &folder);
+    answer.AddString("name", name);
+    answer.AddInt32("Format", format);
+    Send(answer);
+  };
+  export_to("b.lrc", 0);
+  EXPECT_EQ(fFolder.Read("b.lrc"), "a\n[00:03.00]b\n");
+  EXPECT_THAT(Status(), EndsWith("Exported as b.lrc"));
+  export_to("b.srt", 2);
+  EXPECT_EQ(fFolder.Read("b.srt"), "1\n00:00:03,000 --> 00:00:08,000\nb\n\n");
+  EXPECT_THAT(Status(), EndsWith("Exported as b.srt - left out for want of a time: 1"));
+  EXPECT_THAT(Answer("U", [&] { export_to("b.enhanced", 1); }).text, EndsWith("no line has any."));
+  EXPECT_THAT(Answer("U", [&] { export_to("link.lrc", 0); }).text, EndsWith("another name for the export."));
+  export_to("none", 3);
+  EXPECT_EQ(CountFiles(), 4); // the link counts as a file
+  EXPECT_TRUE(IsModified());
+  EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01:50]a\n[00:03]b\n");
 }

@@ -4,7 +4,7 @@ import hands
 from case import Case
 
 MENUS = {
-    ("File",): ["New", "", "Open lyrics of current song", "Open...", "", "Save", "Save as...", "", "Close"],
+    ("File",): ["New", "", "Open lyrics of current song", "Open...", "", "Save", "Save as...", "Export...", "", "Close"],
     ("File", "Open..."): ["a.lrc", "", "Clear the list of recent files"],
     ("Edit",): ["Undo", "Redo", "", "Shift all time tags...", "Delete all time tags", "",
                 "Convert standard tags to extended", "Convert extended tags to standard"],

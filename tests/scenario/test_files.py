@@ -150,6 +150,33 @@ class Saving(Case):
         s.wait_bytes(kept, b"one\n\0")
 
 
+class Exporting(Case):
+    def test_a_copy_for_other_programs_leaves_the_lyrics_as_they_are(self):
+        s = self.stage
+        lyrics = s.file("a.lrc", "[00:01:50]one\n[00:03:00]two\n")
+        kept = s.file("a.srt", "kept\n")
+        s.start(lyrics)
+        hands.press("Delete")
+        s.wait_rows("one", "[00:03:00]two")
+        s.choose("File", "Export...")
+        s.fill_panel("Export lyrics", s.root / "b.lrc")
+        s.wait_bytes(s.root / "b.lrc", b"one\n[00:03.00]two\n")
+        s.wait_status("Exported as b.lrc")
+        s.choose("File", "Export...")
+        panel = s.wait_panel("Export lyrics")
+        self.assertEqual(eyes.text_of(eyes.find(panel, "text")), "a.dotted.lrc")
+        hands.press("alt+f")
+        for key in ("Up", "Return"):
+            hands.press(key)
+        s.wait(lambda: eyes.text_of(eyes.find(panel, "text")) == "a.srt", "the name of subtitles")
+        hands.press("Return")
+        s.answer("already exists", "Yes")
+        s.wait_bytes(kept, b"1\n00:00:03,000 --> 00:00:08,000\ntwo\n\n")
+        hands.press("ctrl+z")
+        s.wait_rows("[00:01:50]one", "[00:03:00]two")
+        s.wait_bytes(lyrics, b"[00:01:50]one\n[00:03:00]two\n")
+
+
 class RecentFiles(Case):
     def names(self):
         names = [eyes.name(item) for item in self.stage.items_of("File", "Open...")]

@@ -1,0 +1,51 @@
+#include "window/export_panel.h"
+
+#include "language/llt.h"
+#include "lyrics/editor_view.h"
+#include "lyrics/export.h"
+#include "platform/app/message.h"
+#include "platform/interface/menu_bar.h"
+#include "platform/interface/window.h"
+
+#include <algorithm>
+#include <utility>
+
+TExportPanel::TExportPanel(const BMessenger& target, std::string name)
+    : BFilePanel(B_SAVE_PANEL, &target), fName(std::move(name)),
+      fFormatMenu(new BMenu(gLLT->Text("Menu_Export_Format"))) {
+  fFormatMenu->SetRadioMode(true);
+  for (int i = 0; i < kExportFormats; ++i) {
+    const std::string key = "MItem_Export_Format_" + std::to_string(i);
+    auto* const item = new BMenuItem(gLLT->Text(key.c_str()), new BMessage(kMsgExportFormat));
+    item->SetTarget(target);
+    fFormatMenu->AddItem(item);
+  }
+  const BMessage answer(kMsgExportTo);
+  SetMessage(&answer);
+  SetTitle(gLLT->Text("Export_Panel_Title"));
+  SetButtonLabel(B_CANCEL_BUTTON, gLLT->Text("Button_Cancel"));
+  SetButtonLabel(B_DEFAULT_BUTTON, gLLT->Text("Button_Save"));
+  if (!Window()->Lock()) return;
+  static_cast<BMenuBar*>(Window()->FindView("MenuBar"))->AddItem(fFormatMenu);
+  fFormatMenu->ItemAt(0)->SetMarked(true);
+  Window()->Unlock();
+  ProposeName();
+}
+
+/** Its window's lock is held. */
+int32 TExportPanel::Format() const {
+  return std::max(fFormatMenu->IndexOf(fFormatMenu->FindMarked()), int32{0});
+}
+
+void TExportPanel::ProposeName() {
+  if (!Window()->Lock()) return;
+  const int32 format = Format();
+  Window()->Unlock();
+  SetSaveText(export_name(fName, static_cast<TExportFormat>(format)).c_str());
+}
+
+void TExportPanel::SendMessage(const BMessenger* target, BMessage* message) {
+  message->RemoveName("Format"); // that of an earlier export
+  message->AddInt32("Format", Format());
+  BFilePanel::SendMessage(target, message);
+}
