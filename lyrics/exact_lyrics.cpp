@@ -135,6 +135,8 @@ std::optional<std::string> TExactLyrics::InEncoding(long encoding, std::optional
 
 std::optional<std::string> encoded_line(const std::string& line, long encoding) {
   if (encoding == 0) return line;
+  // In JIS an ESC of the text's own would be read as a change of the character set.
+  if (cvt_enum_ec_to_bconv(encoding) == B_JIS_CONVERSION && line.find('\x1B') != std::string::npos) return {};
   std::string made = converted(convert_from_utf8, line, encoding);
   if (has_more_substitutes(made, line)) return {};
   return made;

@@ -1,0 +1,30 @@
+#include "fuzz/fuzz.h"
+#include "lyrics/exact_lyrics.h"
+#include "lyrics/export.h"
+#include "lyrics/lyrics_file.h"
+
+#include <algorithm>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
+  if (size == 0) return 0;
+  // The first byte chooses how the rest is read and written.
+  constexpr long kWanted[] = {0, 1, 2, kDetectEncoding};
+  const std::string text = text_of(bytes + 1, size - 1);
+  const TExactLyrics lyrics(text, kWanted[bytes[0] % 4]);
+  require(lyrics.Lines().size() == lyrics.Layout().size());
+  require(lyrics.WithLines(lyrics.Lines()) == text);
+  for (const long encoding : {0L, 1L, 2L}) {
+    const auto made = lyrics.InEncoding(encoding, "\n");
+    if (!made || !lyrics.BrokenLines().empty()) continue;
+    const TExactLyrics again(*made, encoding);
+    require(again.BrokenLines().empty());
+    // A byte-order mark after the first is a character, until it comes to stand at the start.
+    require(again.HasByteOrderMark() || again.Lines().size() == lyrics.Lines().size());
+  }
+  for (int format = 0; format < kExportFormats; ++format) {
+    const auto made = export_lyrics(lyrics.Lines(), static_cast<TExportFormat>(format));
+    if (!made || format != 0) continue;
+    require(std::count(made->bytes.begin(), made->bytes.end(), '\n') == static_cast<long>(lyrics.Lines().size()));
+  }
+  return 0;
+}
