@@ -18,7 +18,13 @@ function(install_packed source name where)
 endfunction()
 
 install_packed(${CMAKE_CURRENT_SOURCE_DIR}/man/sonivo.1 sonivo.1 ${CMAKE_INSTALL_MANDIR}/man1)
+install_packed(${CMAKE_CURRENT_SOURCE_DIR}/man/vesmo-lrc.1 vesmo-lrc.1 ${CMAKE_INSTALL_MANDIR}/man1)
 install_packed(${CMAKE_CURRENT_SOURCE_DIR}/changelog changelog ${CMAKE_INSTALL_DATADIR}/doc/vesmo-editor)
 install(FILES copyright ${CMAKE_SOURCE_DIR}/docs/file-formats.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vesmo-editor)
 install(FILES ${CMAKE_SOURCE_DIR}/demo/demo.opus ${CMAKE_SOURCE_DIR}/demo/demo.txt
   DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vesmo-editor/examples)
+
+set(completions ${CMAKE_SOURCE_DIR}/tools/vesmo_lrc/completions)
+install(FILES ${completions}/vesmo-lrc.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME vesmo-lrc)
+install(FILES ${completions}/_vesmo-lrc DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+install(FILES ${completions}/vesmo-lrc.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)

@@ -1,0 +1,27 @@
+# Completion of vesmo-lrc for fish.
+set -l commands info check shift convert strip encode export
+set -l command_is "__fish_seen_subcommand_from"
+complete -c vesmo-lrc -n "not $command_is $commands" -f
+complete -c vesmo-lrc -n "not $command_is $commands" -a info -d 'Tell encoding, line ends, lines, tags and times'
+complete -c vesmo-lrc -n "not $command_is $commands" -a check -d 'Tell what other players may read differently'
+complete -c vesmo-lrc -n "not $command_is $commands" -a shift -d 'Move all time tags'
+complete -c vesmo-lrc -n "not $command_is $commands" -a convert -d 'Give all tags one form'
+complete -c vesmo-lrc -n "not $command_is $commands" -a strip -d 'Take the time tags off'
+complete -c vesmo-lrc -n "not $command_is $commands" -a encode -d 'Write the text anew'
+complete -c vesmo-lrc -n "not $command_is $commands" -a export -d 'Write a copy for others'
+complete -c vesmo-lrc -l from -x -a 'utf-8 sjis jis auto' -d 'Read as'
+complete -c vesmo-lrc -s j -l jobs -x -d 'Files at once'
+complete -c vesmo-lrc -s q -l quiet -d 'No summary and no progress bar'
+complete -c vesmo-lrc -s h -l help -d 'About the program'
+complete -c vesmo-lrc -l version -d 'The version'
+complete -c vesmo-lrc -n "$command_is shift convert strip encode export" -s n -l dry-run -d 'Show what would change'
+complete -c vesmo-lrc -n "$command_is shift convert strip" -l like-editor -d 'Every bracket is a tag'
+complete -c vesmo-lrc -n "$command_is info check" -l format -x -a 'text tsv json' -d 'Form of the report'
+complete -c vesmo-lrc -n "$command_is check" -l length -x -d 'Length of the song'
+complete -c vesmo-lrc -n "$command_is shift" -l by -x -d 'Milliseconds'
+complete -c vesmo-lrc -n "$command_is convert" -l to -x -a 'std ext' -d Form
+complete -c vesmo-lrc -n "$command_is encode check" -l to -x -a 'utf-8 sjis jis' -d Encoding
+complete -c vesmo-lrc -n "$command_is encode" -l eol -x -a 'lf crlf cr' -d 'Line ends'
+complete -c vesmo-lrc -n "$command_is export" -l to -x -a 'lrc enhanced srt' -d Format
+complete -c vesmo-lrc -n "$command_is export" -s o -l output -r -d 'File or folder'
+complete -c vesmo-lrc -n "$command_is export" -s f -l force -d 'Replace files'
