@@ -18,7 +18,8 @@ namespace {
 constexpr const char* kUsage = R"(usage: audio_chain --noise FILE.wav | --clicks FILE.wav | --columns
        audio_chain BY CONDITION TRACK       TRACK named clicks… or noise…; BY is "engine" (the player's own source),
                                             "library", or the library's filter for other speeds
-       audio_chain --player PROGRAM TRACK)";
+       audio_chain --player PROGRAM TRACK
+       audio_chain --source NAME PROGRAM TRACK      while the player NAME, on the session bus, plays TRACK)";
 constexpr double kPlayerSeconds = 15;
 
 std::string file_name(const std::string& path) {
@@ -56,8 +57,17 @@ void measure(const std::string& by, const TCondition& condition, const std::stri
 
 void measure_player(const std::string& player, const std::string& path) {
   const TSinkRecorder recorder("heard.monitor");
-  const auto probes = probe_player(player, path, kPlayerSeconds);
+  const auto probes = probe_player(player, {path}, kPlayerSeconds);
   print_row(path, "play", "player, protocol", noise_errors(probes, finished_record(recorder), false), recorder);
+}
+
+/** The first seconds are left out: by then the position is reckoned from several answers. */
+void measure_other_player(const std::string& name, const std::string& player, const std::string& path) {
+  const TSinkRecorder recorder("heard.monitor");
+  auto probes = probe_player(player, {"--new", "--source", name}, kPlayerSeconds);
+  const int64_t settledUs = probes.front().atUs + 3'000'000;
+  std::erase_if(probes, [&](const TProbe& probe) { return probe.atUs < settledUs; });
+  print_row(path, "play", name + ", bus", noise_errors(probes, finished_record(recorder), false), recorder);
 }
 
 int run(const std::vector<std::string>& args) {
@@ -67,6 +77,10 @@ int run(const std::vector<std::string>& args) {
   if (args.size() == 2 && args[0] == "--clicks") return !write_wav(args[1], click_track(kTrackSeconds));
   if (args.size() == 3 && args[0] == "--player") {
     measure_player(args[1], args[2]);
+    return 0;
+  }
+  if (args.size() == 4 && args[0] == "--source") {
+    measure_other_player(args[1], args[2], args[3]);
     return 0;
   }
   if (args.size() != 3) throw std::runtime_error(kUsage);

@@ -14,11 +14,12 @@ namespace {
 
 constexpr long kPlayingMs = 300; ///< earlier answers may come before the first sound
 
-pid_t start(const std::string& player, const std::string& trackPath) {
-  std::string program = player, track = trackPath;
-  char* const arguments[] = {program.data(), track.data(), nullptr};
+pid_t start(std::string player, std::vector<std::string> words) {
+  std::vector<char*> arguments{player.data()};
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
   pid_t pid = 0;
-  if (posix_spawn(&pid, program.c_str(), nullptr, nullptr, arguments, environ) != 0)
+  if (posix_spawn(&pid, player.c_str(), nullptr, nullptr, arguments.data(), environ) != 0)
     throw std::runtime_error("cannot start " + player);
   return pid;
 }
@@ -43,10 +44,10 @@ std::vector<TProbe> read_log(const std::string& path) {
 
 } // namespace
 
-std::vector<TProbe> probe_player(const std::string& player, const std::string& trackPath, double seconds) {
+std::vector<TProbe> probe_player(const std::string& player, std::vector<std::string> words, double seconds) {
   const std::string log = std::filesystem::temp_directory_path() / ("chain_probe_" + std::to_string(getpid()));
   setenv("CHAIN_PROBE_LOG", log.c_str(), 1);
-  const pid_t pid = start(player, trackPath);
+  const pid_t pid = start(player, std::move(words));
   usleep(static_cast<useconds_t>(seconds * 1e6));
   stop(pid);
   const auto probes = read_log(log);
