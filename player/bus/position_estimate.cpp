@@ -23,7 +23,7 @@ constexpr int64 kLargestStepUs = 1100000;
 constexpr bigtime_t kSlowUs = 50000;
 constexpr size_t kLines = 8;       // about ten seconds of them
 constexpr size_t kEnoughLines = 4; // from here on one of them may be astray
-constexpr size_t kNewLines = 3;
+constexpr size_t kNewLines = 2;
 constexpr double kMovedUs = 30000;
 
 } // namespace
@@ -153,7 +153,7 @@ void TPositionEstimate::FollowLines() {
     const auto newest = fLines.end() - static_cast<std::ptrdiff_t>(kNewLines);
     const auto [least, most] = std::minmax_element(newest, fLines.end());
     const double oldMost = *std::max_element(fLines.begin(), newest);
-    if (*most < oldMost - std::max(kMovedUs, *most - *least)) fLines.erase(fLines.begin(), newest);
+    if (*most < oldMost - std::max(kMovedUs, 2 * (*most - *least))) fLines.erase(fLines.begin(), newest);
   }
   std::vector<double> lines(fLines.begin(), fLines.end());
   const size_t chosen = lines.size() >= kEnoughLines ? 1 : 0;

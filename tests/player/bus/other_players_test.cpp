@@ -15,6 +15,7 @@
 #include <atomic>
 #include <cmath>
 #include <condition_variable>
+#include <mutex>
 
 namespace {
 
@@ -37,17 +38,20 @@ public:
     return fChanged.wait_for(lock, std::chrono::seconds(30), [&] { return condition(); });
   }
   bool Knows(const std::string& id) {
+    const std::lock_guard lock(fMutex);
     std::string found;
     for (int32 i = 0; fPlayers.FindString("id", i, &found) == B_OK; ++i)
       if (found == id) return true;
     return false;
   }
   std::string Text(const char* field) {
+    const std::lock_guard lock(fMutex);
     std::string text;
     fOther.FindString(field, &text);
     return text;
   }
   bool Flag(const BMessage& message, const char* field) {
+    const std::lock_guard lock(fMutex);
     bool flag = false;
     message.FindBool(field, &flag);
     return flag;
@@ -58,8 +62,8 @@ public:
   int fNews = 0;
 
 private:
-  std::mutex fMutex; // guards the three above
-  std::condition_variable fChanged;
+  std::recursive_mutex fMutex; // guards the three above
+  std::condition_variable_any fChanged;
 };
 
 class OtherPlayers : public testing::Test {
@@ -140,7 +144,7 @@ TEST_F(OtherPlayers, WhoDoesNotAnswerIsToldAndHoldsNothingUp) {
   player.FallSilent();
   EXPECT_TRUE(Look([&] {
     fBus->PositionMs();
-    return fListener->Wait([&] { return fListener->Flag(fListener->fOther, "silent"); });
+    return fListener->Flag(fListener->fOther, "silent");
   }));
   const int32 standsAtMs = fBus->PositionMs();
   snooze(50000);
@@ -148,7 +152,7 @@ TEST_F(OtherPlayers, WhoDoesNotAnswerIsToldAndHoldsNothingUp) {
   player.Speak();
   EXPECT_TRUE(Look([&] {
     fBus->PositionMs();
-    return fListener->Wait([&] { return !fListener->Flag(fListener->fOther, "silent"); });
+    return !fListener->Flag(fListener->fOther, "silent");
   }));
 }
 
