@@ -1,8 +1,9 @@
 #include "player/bus/bus.h"
 
+#include "player/bus/actions.h"
 #include "player/bus/bus_link.h"
 
-#include <QThread>
+#include <QEventLoop>
 
 TBus::TBus(const BMessenger& player, std::function<int32()> ownPositionMs)
     : fPlayer(player), fOwnPositionMs(std::move(ownPositionMs)), fOtherPosition(std::make_shared<TSharedPosition>()) {}
@@ -12,37 +13,41 @@ TBus::~TBus() {
 }
 
 void TBus::End() {
-  if (!fThread) return;
+  if (!fThread.joinable()) return;
   fOtherPosition->OnNeed({});
-  fThread->quit();
-  fThread->wait();
-  fThread.reset();
+  fActions->Do([this] { fLoop->quit(); });
+  fThread.join();
+  fActions = nullptr;
 }
 
 void TBus::Start() {
-  if (fThread) return;
-  fThread = std::make_unique<QThread>();
-  fThread->setObjectName("bus");
-  fLink = new TBusLink(fPlayer, fOwnPositionMs, fOtherPosition.get());
-  fLink->moveToThread(fThread.get());
-  // Deleted where it lives, however the thread's loop ends.
-  QObject::connect(fThread.get(), &QThread::finished, fLink, &QObject::deleteLater);
+  if (fThread.joinable()) return;
+  std::promise<TActions*> started;
+  fThread = std::thread(&TBus::Run, this, &started);
+  fActions = started.get_future().get();
   fOtherPosition->OnNeed([this] {
     Do([](TBusLink& link) {
       if (link.Other()) link.Other()->AskSoon();
     });
   });
-  fThread->start();
   Do([status = fStatus](TBusLink& link) {
     link.Show(status);
     link.Connect();
   });
 }
 
+void TBus::Run(std::promise<TActions*>* started) {
+  TActions actions;
+  QEventLoop loop;
+  fLoop = &loop;
+  fLink = std::make_unique<TBusLink>(fPlayer, fOwnPositionMs, fOtherPosition.get());
+  started->set_value(&actions);
+  loop.exec();
+  fLink.reset();
+}
+
 void TBus::Do(const std::function<void(TBusLink&)>& action) {
-  if (!fThread) return;
-  QMetaObject::invokeMethod(
-      fLink, [link = fLink, action] { action(*link); }, Qt::QueuedConnection);
+  if (fActions) fActions->Do([this, action] { action(*fLink); });
 }
 
 void TBus::Show(const TOwnStatus& status) {

@@ -6,9 +6,12 @@
 #include "player/song_source.h"
 
 #include <functional>
+#include <future>
 #include <memory>
+#include <thread>
 
-class QThread;
+class QEventLoop;
+class TActions;
 class TBusLink;
 
 /** The desktop's message bus: shows this player there, and takes another player there as the source of the song. What
@@ -40,12 +43,16 @@ public:
   int32 PositionMs() override { return fOtherPosition->PositionMs(); }
 
 private:
+  void Run(std::promise<TActions*>* started);
   void Do(const std::function<void(TBusLink&)>& action);
 
   const BMessenger fPlayer;
   const std::function<int32()> fOwnPositionMs;
   const std::shared_ptr<TSharedPosition> fOtherPosition;
   TOwnStatus fStatus;
-  std::unique_ptr<QThread> fThread; // from the start
-  TBusLink* fLink = nullptr;        // the thread's
+  std::thread fThread;
+  TActions* fActions = nullptr; // from the start to the end
+  // The thread's own.
+  QEventLoop* fLoop = nullptr;
+  std::unique_ptr<TBusLink> fLink;
 };

@@ -46,15 +46,11 @@ int32 to_percent(double share) {
 TBusLink::TBusLink(const BMessenger& player, std::function<int32()> ownPositionMs, TSharedPosition* otherPosition)
     : fPlayer(player), fConnection(connection_name()), fOtherPosition(otherPosition),
       fObject(std::make_unique<TPlayerObject>(player, std::move(ownPositionMs))) {
-  // Moves to the thread with this.
-  fRetry.setParent(this);
-  fObject->setParent(this);
   fRetry.setSingleShot(true);
   connect(&fRetry, &QTimer::timeout, this, &TBusLink::Connect);
 }
 
 TBusLink::~TBusLink() {
-  fRetry.setParent(nullptr);
   if (fBus) Leave();
 }
 

@@ -1,5 +1,6 @@
 #include "tests/player/bus/fake_player.h"
 
+#include "player/bus/actions.h"
 #include "player/bus/mpris_names.h"
 
 #include <QCoreApplication>
@@ -7,8 +8,10 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QEventLoop>
 
 #include <atomic>
+#include <future>
 
 class FakePlayer::Object : public QDBusVirtualObject {
 public:
@@ -81,24 +84,35 @@ private:
   std::vector<std::string> fTold;
 };
 
-FakePlayer::FakePlayer(const std::string& id, QVariantMap properties, std::function<qlonglong()> positionUs)
-    : fObject(new Object(id, std::move(properties), std::move(positionUs))) {
-  fObject->moveToThread(&fThread);
-  fThread.start();
-  QMetaObject::invokeMethod(
-      fObject, [this] { fObject->Begin(); }, Qt::BlockingQueuedConnection);
+FakePlayer::FakePlayer(const std::string& id, QVariantMap properties, std::function<qlonglong()> positionUs) {
+  std::promise<void> begun;
+  fThread = std::thread([&] {
+    TActions actions;
+    QEventLoop loop;
+    Object object(id, std::move(properties), std::move(positionUs));
+    fActions = &actions;
+    fLoop = &loop;
+    fObject = &object;
+    object.Begin();
+    begun.set_value();
+    loop.exec();
+    object.End();
+  });
+  begun.get_future().get();
 }
 
 FakePlayer::~FakePlayer() {
-  QMetaObject::invokeMethod(
-      fObject,
-      [this] {
-        fObject->End();
-        delete fObject;
-      },
-      Qt::BlockingQueuedConnection);
-  fThread.quit();
-  fThread.wait();
+  fActions->Do([this] { fLoop->quit(); });
+  fThread.join();
+}
+
+void FakePlayer::Do(const std::function<void()>& action) {
+  std::promise<void> done;
+  fActions->Do([&] {
+    action();
+    done.set_value();
+  });
+  done.get_future().get();
 }
 
 void FakePlayer::FallSilent() {
@@ -110,14 +124,11 @@ void FakePlayer::Speak() {
 }
 
 void FakePlayer::Change(const QVariantMap& properties) {
-  QMetaObject::invokeMethod(
-      fObject, [this, properties] { fObject->Change(properties); }, Qt::BlockingQueuedConnection);
+  Do([&] { fObject->Change(properties); });
 }
 
 void FakePlayer::TellSeeked(qlonglong positionUs) {
-  QMetaObject::invokeMethod(
-      fObject, [this, positionUs] { fObject->Tell(mpris::kPlayer, "Seeked", {positionUs}); },
-      Qt::BlockingQueuedConnection);
+  Do([&] { fObject->Tell(mpris::kPlayer, "Seeked", {positionUs}); });
 }
 
 std::vector<std::string> FakePlayer::Told() {

@@ -2,13 +2,16 @@
 
 #include <QDBusConnection>
 #include <QDBusVirtualObject>
-#include <QThread>
 #include <QVariantMap>
 
 #include <functional>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
+
+class QEventLoop;
+class TActions;
 
 /** A media player on the bus that does what a test wants of it, on a thread and a connection of its own. */
 class FakePlayer {
@@ -30,8 +33,13 @@ public:
 
 private:
   class Object;
-  QThread fThread;
+  /** Returns when it is done. */
+  void Do(const std::function<void()>& action);
+
+  TActions* fActions = nullptr;
+  QEventLoop* fLoop = nullptr;
   Object* fObject = nullptr;
+  std::thread fThread;
 };
 
 /** A minute-long song that plays. */
