@@ -72,10 +72,11 @@ void WindowPeer::Change(std::function<void(QWidget*)> change) const {
   });
 }
 
-void WindowPeer::Show() {
-  Change([](QWidget* widget) {
+void WindowPeer::Show(bool takesFocus) {
+  Change([takesFocus](QWidget* widget) {
+    widget->setAttribute(Qt::WA_ShowWithoutActivating, !takesFocus);
     widget->show();
-    widget->activateWindow(); // where no window manager does
+    if (takesFocus) widget->activateWindow(); // where no window manager does
   });
 }
 

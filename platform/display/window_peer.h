@@ -43,7 +43,7 @@ public:
   WindowPeer& operator=(const WindowPeer&) = delete;
   virtual ~WindowPeer();
 
-  void Show();
+  void Show(bool takesFocus);
   void Hide();
   void Activate(bool active);
   void StandInFrontOf(const WindowPeer& other);

@@ -96,7 +96,7 @@ BWindow* BFilePanel::Window() const {
 
 void BFilePanel::Show() {
   fWindow->fIsShowing = true;
-  fWindow->Dialog()->Show();
+  fWindow->Dialog()->Show(true);
 }
 
 void BFilePanel::Hide() {

@@ -37,7 +37,7 @@ void BWindow::Show() {
   SetWindow(this); // not before: others must not find one that is still being built
   if (--fHideLevel == 0) {
     if (fKeyMenuBar) fKeyMenuBar->Flush();
-    fPeer->Show();
+    fPeer->Show(!fAvoidsFocus);
   }
   if (fRunsOnShow) Run();
 }

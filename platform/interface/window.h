@@ -31,6 +31,8 @@ public:
   virtual void Show();
   virtual void Hide();
   bool IsHidden() const;
+  /** Shows of the window leave the keyboard where it is. */
+  void SetAvoidsFocus(bool avoids) { fAvoidsFocus = avoids; }
   /** Off: Show starts no thread, the window's messages are delivered by hand (tests). */
   void SetRunsOnShow(bool runs) { fRunsOnShow = runs; }
   void Activate(bool active = true);
@@ -99,6 +101,7 @@ private:
   BPoint fSize;
   int32 fHideLevel = 1;
   bool fRunsOnShow = true;
+  bool fAvoidsFocus = false;
   bool fIsActive = false;
   bool fIsKept = false;
   std::vector<BView*> fChildren;
