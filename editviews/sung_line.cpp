@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cctype>
 
-int32 TSungLine::TimeOf(const std::string& line) {
+int32 sung_time(const std::string& line) {
   long timeMs = 0;
   bool extended = false;
   // "[Chorus]" reads as a tag of no time: nothing is sung then.
@@ -20,13 +20,17 @@ void TSungLine::Clear() {
 }
 
 void TSungLine::Append(const std::string& line) {
-  fTimesMs.push_back(TimeOf(line));
+  fTimesMs.push_back(sung_time(line));
   fUntilMs = fFromMs;
 }
 
 void TSungLine::Change(int32 row, const std::string& line) {
-  fTimesMs[static_cast<size_t>(row)] = TimeOf(line);
+  fTimesMs[static_cast<size_t>(row)] = sung_time(line);
   fUntilMs = fFromMs;
+}
+
+bool TSungLine::HasTimes() const {
+  return std::any_of(fTimesMs.begin(), fTimesMs.end(), [](int32 timeMs) { return timeMs >= 0; });
 }
 
 int32 TSungLine::RowAt(int32 positionMs) {

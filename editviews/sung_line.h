@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+/** When the line is sung, in ms; negative for one without a tag. */
+int32 sung_time(const std::string& line);
+
 /** Which line is being sung: the last one, by time, whose tag has come. Keeps the times of a list of lines. */
 class TSungLine {
 public:
@@ -14,9 +17,9 @@ public:
   /** Negative before the first tag. */
   int32 RowAt(int32 positionMs);
 
-private:
-  static int32 TimeOf(const std::string& line);
+  bool HasTimes() const;
 
+private:
   /** Negative for lines without a tag. */
   std::vector<int32> fTimesMs;
   /** The last answer holds from here until there. */

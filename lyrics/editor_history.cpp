@@ -2,6 +2,7 @@
 
 #include "editviews/tag_input_view.h"
 #include "language/llt.h"
+#include "lyrics/document_teller.h"
 #include "lyrics/editor_view.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
@@ -19,6 +20,7 @@ void TVesmoEView::BeginHistory() {
   fActive->GetLines(&lines);
   fHistory.Reset(lines);
   BelongsToSongNow();
+  fTeller->DocumentChanged();
   TellHistory();
 }
 
@@ -30,6 +32,7 @@ void TVesmoEView::MarkSaved() {
 void TVesmoEView::LinesEdited(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter) {
   if (kind == TEditKind::kStamp) LookAtSong();
   fHistory.Record(change, kind, lineBefore, lineAfter, system_time());
+  fTeller->LinesChanged(change);
   // A change that no key was seen of, as by the mouse.
   if (!fHistory.IsSaved()) fActive->SetModified(true);
   TellHistory();
@@ -38,6 +41,7 @@ void TVesmoEView::LinesEdited(const TLinesChange& change, TEditKind kind, int32 
 void TVesmoEView::RecordWholeText(const std::list<std::string>& lines, int32 line) {
   const auto count = static_cast<int32>(fHistory.Lines().size());
   fHistory.Record({0, count, lines}, TEditKind::kOther, line, line, system_time());
+  fTeller->DocumentChanged();
   TellHistory();
 }
 
@@ -48,6 +52,7 @@ bool TVesmoEView::Replay(std::optional<TReplay> (TEditHistory::*next)() const, v
     if (!replay) return false;
     if (!fActive->Replay(*replay)) continue;
     (fHistory.*done)();
+    fTeller->LinesChanged(replay->change);
     fActive->SetModified(!fHistory.IsSaved());
     TellHistory();
     return true;

@@ -3,6 +3,7 @@
 #include "common/koreva.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
+#include "lyrics/document_teller.h"
 #include "lyrics/editor_view.h"
 #include "lyrics/replace_file.h"
 #include "platform/app/message.h"
@@ -53,6 +54,7 @@ void TVesmoEView::SaveRequested(const BMessage& message) {
   koreva::get_save_ref(&message, &info.File);
   if (info.File.IsEmpty() || info.File.directory.empty() || SaveLyrics(info) != B_OK || !IsOnDisk(info)) return;
   fInfo = info;
+  fTeller->DocumentChanged();
   SendHistoryRqtd(kMsgAddHistory, info.File);
   SetWinTitle();
   SetStatBarStr(gLLT->Text("StatBarStr_Saved_Lyrics"));

@@ -2,6 +2,7 @@
 
 #include "editviews/tag_input_view.h"
 #include "language/llt.h"
+#include "lyrics/document_teller.h"
 #include "lyrics/editor_view.h"
 #include "lyrics/time_tags.h"
 #include "plugin/host_link.h"
@@ -15,12 +16,11 @@ constexpr long kLeadMs = 2000;
 
 void TVesmoEView::RefreshSonivoInfoRqtd() {
   fFrontEnd->Refresh();
-  if (fSongTitle.empty()) fSongTitle = fFrontEnd->Title();
-  const int32 positionMs = fFrontEnd->PositionMs();
-  // A player that does not tell whether it plays shows it by what its position does.
-  const bool isPlaying = fFrontEnd->IsPlaying().value_or(positionMs != fLastPositionMs);
-  fLastPositionMs = positionMs;
-  fTagInput->SetSongPosition(isPlaying ? std::optional<int32>(positionMs) : std::nullopt);
+  if (fSongTitle.empty() && !fFrontEnd->Title().empty()) {
+    fSongTitle = fFrontEnd->Title();
+    fTeller->DocumentChanged();
+  }
+  fTagInput->SetSongPosition(fFrontEnd->SungPositionMs());
 }
 
 void TVesmoEView::RetakeRqtd() {

@@ -4,6 +4,8 @@
 #include "editviews/free_edit_view.h"
 #include "editviews/tag_input_view.h"
 #include "language/llt.h"
+#include "lyrics/document_notices.h"
+#include "lyrics/document_teller.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/interface/scroll_view.h"
@@ -54,6 +56,7 @@ TVesmoEView::TVesmoEView(BRect frame)
 
 TVesmoEView::~TVesmoEView() {
   fPoll.reset();
+  fTeller.reset();
   fFrontEnd->StopWaiting();
   fSongFinder.reset();
   if (fActive == fTagInput)
@@ -64,6 +67,7 @@ TVesmoEView::~TVesmoEView() {
 
 void TVesmoEView::AttachedToWindow() {
   fSongFinder = std::make_unique<TCurrentSongFinder>(fFrontEnd.get(), BMessenger(this));
+  fTeller = std::make_unique<TDocumentTeller>(BMessenger(this), fFrontEnd.get());
   const BMessage refresh(kMsgRefreshInfo);
   fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &refresh, gPref->Values()->pollIntervalUs);
 }
@@ -89,6 +93,12 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return SaveRequested(*message);
   case kMsgMode:
     return MItemModeClicked(*message);
+  case kMsgFollowDocument:
+    return fTeller->FollowRqtd(*message);
+  case kMsgTellWhole:
+    return fTeller->TellWhole(fHistory.Lines(), fSongTitle, fInfo.File.IsEmpty() ? "" : fInfo.File.FullPath());
+  case kMsgTellMarks:
+    return fTeller->TellMarks(fHistory.Lines(), fSongTitle);
   case kMsgUndo:
     return UndoRqtd();
   case kMsgRedo:

@@ -15,6 +15,7 @@ class BScrollView;
 class BStringView;
 class Sonivo_FrontEnd;
 class TCurrentSongFinder;
+class TDocumentTeller;
 class TFreeEditView;
 class TTagInputView;
 
@@ -125,6 +126,7 @@ private:
 
   std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
   std::unique_ptr<TCurrentSongFinder> fSongFinder;
+  std::unique_ptr<TDocumentTeller> fTeller;
   std::unique_ptr<BMessageRunner> fPoll;
   TTagInputView* fTagInput; // this one and the next: the active one a child, by way of the scroll view, the other owned
   TFreeEditView* fFreeEdit;
@@ -137,7 +139,6 @@ private:
   /** Of the song that played when the document was opened or begun; empty while none has. */
   std::string fSongTitle;
   std::string fSongWarning; // to stand behind the report of the stamp
-  int32 fLastPositionMs = 0;
   TLyricsInfo fInfo;
   std::string fWritten; // between a save and the look at the disk
   int32 fMode = 0;

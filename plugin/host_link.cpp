@@ -103,6 +103,13 @@ int32 Sonivo_FrontEnd::PositionMs() const {
   return positionMs;
 }
 
+std::optional<int32> Sonivo_FrontEnd::SungPositionMs() {
+  const int32 positionMs = PositionMs();
+  const bool isPlaying = Information().isPlaying.value_or(positionMs != fLastPositionMs);
+  fLastPositionMs = positionMs;
+  return isPlaying ? std::optional(positionMs) : std::nullopt;
+}
+
 std::string Sonivo_FrontEnd::Title() const {
   const THostInformation information = Information();
   const char* const title = information.bytes + THostInformation::kTitleAt;
@@ -173,6 +180,13 @@ status_t Sonivo_FrontEnd::PlayPause() const {
 
 status_t Sonivo_FrontEnd::ChangeSpeed(int32 percent) const {
   return wish(kMsgHostSpeedBy, "Percent", percent);
+}
+
+status_t Sonivo_FrontEnd::ShowMarks(const std::string& title, const std::vector<int32>& timesMs) const {
+  BMessage message(kMsgHostMarks);
+  message.AddString("Title", title);
+  for (const int32 timeMs : timesMs) message.AddInt32("TimeMs", timeMs);
+  return wish(message);
 }
 
 bool get_current_song_entry(Sonivo_FrontEnd* frontEnd, SonivoSongEntry* entry) {

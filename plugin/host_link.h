@@ -7,6 +7,7 @@
 #include <atomic>
 #include <optional>
 #include <string>
+#include <vector>
 
 class BMessage;
 class SNFE_Receiver;
@@ -31,8 +32,9 @@ public:
   /** Of the last record taken over. */
   int32 PositionMs() const;
   std::string Title() const;
-  /** Nothing when the player does not tell. */
-  std::optional<bool> IsPlaying() const { return Information().isPlaying; }
+  /** Where the song is that plays; nothing while none does. A player that does not tell shows it by what its position
+      does from one call to the next. On the thread that owns the link. */
+  std::optional<int32> SungPositionMs();
 
   /** Scripting: each waits for the player without a limit, but gives up as soon as `StopWaiting` was called.
       -1 without an answer. */
@@ -48,6 +50,8 @@ public:
   status_t PlayPause() const;
   /** By so many points of the song's own speed. */
   status_t ChangeSpeed(int32 percent) const;
+  /** The lines of the song of that title are sung at these times, in ascending order. */
+  status_t ShowMarks(const std::string& title, const std::vector<int32>& timesMs) const;
 
   /** Lets every waiting question give up, now and from now on. Any thread. */
   void StopWaiting() { fStopWaiting = true; }
@@ -68,6 +72,7 @@ private:
   const sem_id fEnd; // deleted when the worker is to end
   int32 fPriority = 0;
   THostInformation fInformation; // guarded by the data lock
+  int32 fLastPositionMs = 0;     // as SungPositionMs saw it
   const bool fPollInformation;
   std::atomic<bool> fStopWaiting{false};
   std::atomic<int32> fAnswers{0};

@@ -19,6 +19,9 @@ inline constexpr uint32 kMsgHostSeek = 'SNsk';      // int32 "Time": ms, bounded
 inline constexpr uint32 kMsgHostSeekBy = 'SNsr';    // int32 "Time": ms, negative is back
 inline constexpr uint32 kMsgHostPlayPause = 'SNpp'; // no fields
 inline constexpr uint32 kMsgHostSpeedBy = 'SNsp';   // int32 "Percent": points, bounded to 25 to 200 percent
+/** String "Title" and int32 "TimeMs", one for each line with a tag, ascending: what the seek bar marks for that song.
+ */
+inline constexpr uint32 kMsgHostMarks = 'SNmk';
 
 /** What the player tells of itself, in the machine's own byte order. */
 struct THostInformation {

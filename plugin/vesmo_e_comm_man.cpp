@@ -5,6 +5,7 @@
 #include "interapp/inter_app_prefs.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
+#include "lyrics/document_notices.h"
 #include "lyrics/reaction_time.h"
 #include "platform/app/roster.h"
 #include "plugin/exit_state.h"
@@ -116,6 +117,9 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
     gPref->Unarchive(*message);
     Forward(message);
     return true;
+  case kMsgFollowDocument:
+    Forward(message);
+    return true;
   case 'Spec':
   case 'Spcc':
   case 'Sprc':
@@ -152,6 +156,8 @@ void TVesmoECommMan::OpenMainWindow() {
   if (!LockMainWindow()) {
     fMainWindow = new TVesmoEWin(gExitState->fWindowFrame, this);
     fMainAddress = BMessenger(fMainWindow);
+    const BMessage opened(kMsgDocumentOpened);
+    SendMessage(&opened);
     fMainWindow->Lock();
   }
   if (fMainWindow->IsHidden()) {

@@ -1,6 +1,7 @@
 #include "window/editor_window.h"
 
 #include "common/app_info.h"
+#include "lyrics/document_notices.h"
 #include "lyrics/editor_view.h"
 #include "lyrics/reaction_time.h"
 #include "platform/app/application.h"
@@ -108,6 +109,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     return RemoveHistoryRqtd(*message);
   case kMsgHistoryChanged:
     return HistoryChanged(*message);
+  case kMsgFollowDocument:
   case kMsgSave: // asked for by another's follow-up
     return fEditorView->MessageReceived(message);
   case kMsgModeChanged:

@@ -93,3 +93,17 @@ TEST_F(SongOfTheEditor, StampToAnotherSongIsMadeButNamed) {
   Press("Space");
   EXPECT_THAT(Status(), Not(HasSubstr("another song")));
 }
+
+TEST_F(SongOfTheEditor, ThePlayerMarksWhereTheLinesAreSung) {
+  const auto marks = [this](const std::vector<int32>& timesMs) {
+    return Until([&] { return fHost->Marks() == std::pair(std::string("song"), timesMs); });
+  };
+  PlayAt(9000, "song");
+  Open(fFolder.Write("a.lrc", "[00:10:50]one\ntwo\n[Chorus]\n[00:10]three\n"));
+  EXPECT_TRUE(marks({10000, 10500}));
+  Press("Down");
+  Press("Space");
+  EXPECT_TRUE(marks({9000, 10000, 10500}));
+  Answer("N", [this] { PressCloseButton(); });
+  EXPECT_TRUE(marks({})) << "with the document they go";
+}

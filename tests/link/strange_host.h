@@ -47,6 +47,11 @@ public:
     const std::lock_guard lock(fMutex);
     fIsPlaying = isPlaying;
   }
+  /** The marks it was last told: the title, and the times. */
+  std::pair<std::string, std::vector<int32>> Marks() {
+    const std::lock_guard lock(fMutex);
+    return fMarks;
+  }
   std::vector<Entry> fEntries;
   std::atomic<int> fCount{-2}; // -2: the number of entries; -1: no answer's field
   std::atomic<bool> fAnswers{true};
@@ -76,6 +81,8 @@ public:
     case kMsgHostPlayPause:
     case kMsgHostSpeedBy:
       return Keep(*message);
+    case kMsgHostMarks:
+      return KeepMarks(*message);
     default:
       BApplication::MessageReceived(message);
     }
@@ -114,6 +121,13 @@ private:
     const std::lock_guard lock(fMutex);
     fWishes.emplace_back(wish.what, number);
   }
+  void KeepMarks(const BMessage& message) {
+    const std::lock_guard lock(fMutex);
+    fMarks = {};
+    message.FindString("Title", &fMarks.first);
+    int32 timeMs = 0;
+    for (int32 i = 0; message.FindInt32("TimeMs", i, &timeMs) == B_OK; ++i) fMarks.second.push_back(timeMs);
+  }
   void Count(const BMessage& message) {
     BMessage answer(B_REPLY);
     const int count = fCount;
@@ -151,10 +165,11 @@ private:
     fPlayed = IndexOf(message);
   }
 
-  std::mutex fMutex; // guards the four below
+  std::mutex fMutex; // guards the five below
   std::string fRecord;
   int fHeard = 0;
   std::optional<bool> fIsPlaying;
   std::vector<Wish> fWishes;
+  std::pair<std::string, std::vector<int32>> fMarks;
   std::vector<BMessage> fUnanswered;
 };
