@@ -20,6 +20,10 @@ enum : unsigned int {
   kMsgSaveList = 'plsv', // string "path"
   kMsgKeep = 'plkp',
   kMsgHandedOver = 'plho', // from another start of the program: string "path", "lyrics", bool "paused"; answered
+  // Plug-ins: int32 "index".
+  kMsgShowPlugin = 'pgop',
+  kMsgPluginPrefs = 'pgpr',
+  kMsgAboutPlugin = 'pgab',
   kMsgWindowCloses = 'plwc',
   // From the sound; int64 "load" throughout.
   kMsgSongLoaded = 'psld', // string "title", "artist", int32 "durationMs"

@@ -12,6 +12,12 @@ struct TSourceName {
   std::string name;
 };
 
+/** How a plug-in presents itself to the user. */
+struct TPluginTexts {
+  std::string name;
+  std::string info;
+};
+
 /** All that the player's window shows, handed over whole after a change. */
 struct TPlayerState {
   std::shared_ptr<const TSongs> songs = std::make_shared<TSongs>();
@@ -32,6 +38,7 @@ struct TPlayerState {
   std::string source;
   /** That one's song, which is shown in place of the list's. */
   std::shared_ptr<const TSong> otherSong;
+  std::vector<TPluginTexts> plugins;
   /** What went wrong, a line each; empty when nothing did. */
   std::string faults;
 };

@@ -23,6 +23,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace {
 
 constexpr double kArtistStrength = 0.65;
@@ -124,6 +126,7 @@ void TPlayerWidget::SeekBy(int ms) {
 
 void TPlayerWidget::OpenMenu() {
   if (fMenu == nullptr) MakeMenu();
+  AddPluginMenus();
   QToolButton* const button = fControls->MenuButton();
   fMenu->popup(button->mapToGlobal(QPoint(button->width() - fMenu->sizeHint().width(), button->height())));
 }
@@ -139,9 +142,24 @@ void TPlayerWidget::MakeMenu() {
   fMenu->addAction(tr("Clear the list\tCtrl+Delete"), this, [this] { ask(fPlayer, kMsgClearSongs); });
   fMenu->addSeparator();
   fMenu->addMenu(new_source_menu(this, fPlayer, &fSources));
+  fMenu->setToolTipsVisible(true);
+}
+
+void TPlayerWidget::AddPluginMenus() {
+  qDeleteAll(std::exchange(fPluginMenus, {}));
+  for (size_t i = 0; i < fPlugins.size(); ++i) {
+    const auto index = static_cast<int32>(i);
+    QMenu* const menu = fMenu->addMenu(QString::fromStdString(fPlugins[i].name));
+    menu->menuAction()->setToolTip(QString::fromStdString(fPlugins[i].info));
+    menu->addAction(tr("Show"), this, [this, index] { ask(fPlayer, kMsgShowPlugin, "index", index); });
+    menu->addAction(tr("Preferences …"), this, [this, index] { ask(fPlayer, kMsgPluginPrefs, "index", index); });
+    menu->addAction(tr("About …"), this, [this, index] { ask(fPlayer, kMsgAboutPlugin, "index", index); });
+    fPluginMenus.push_back(menu);
+  }
 }
 
 void TPlayerWidget::ShowState(const TPlayerState& state) {
+  fPlugins = state.plugins;
   const TSong* const shown = shown_song(state);
   const TSong song = shown ? *shown : TSong();
   fTitle->setText(shown ? QString::fromStdString(song.title) : tr("No song"));

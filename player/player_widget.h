@@ -6,6 +6,8 @@
 
 #include <QWidget>
 
+#include <vector>
+
 class QLabel;
 class QMenu;
 class TCoverView;
@@ -32,6 +34,7 @@ private:
   void MakeShortcuts();
   void OpenMenu();
   void MakeMenu();
+  void AddPluginMenus();
   void ShowFaults(const std::string& faults);
   void ShowPictures(const TPlayerState& state);
   void SeekBy(int ms);
@@ -46,6 +49,8 @@ private:
   TSeekBar* fSeekBar = nullptr;
   TPlayerControls* fControls = nullptr;
   TSongListView* fList = nullptr;
+  std::vector<TPluginTexts> fPlugins;
+  std::vector<QMenu*> fPluginMenus;   // in the next, anew whenever it opens
   QMenu* fMenu = nullptr;             // made when it is first opened
   TSongPictures* fPictures = nullptr; // made with the first song
   TSources fSources;

@@ -21,6 +21,7 @@ public:
      line for each. */
   std::vector<std::string> LoadAll(const std::string& folder, const TWanted& wanted);
   int Count() const { return static_cast<int>(fPlugins.size()); }
+  GeneralPlugin* At(int index) const { return fPlugins.at(static_cast<size_t>(index)).object.get(); }
   /** Cleans up and destroys every plug-in, and unloads those images of which no looper is left. */
   void UnloadAll();
 

@@ -17,10 +17,6 @@ constexpr bigtime_t kFirstSongDelayUs = 250000;
 /** And only when the song has begun, the plug-ins that are not the editor. */
 constexpr bigtime_t kOtherPluginsDelayUs = 500000;
 
-bool is_editor(const std::string& name) {
-  return name == "gen_VesmoE.so";
-}
-
 } // namespace
 
 TSonivoApp::TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource)
@@ -86,7 +82,8 @@ void TSonivoApp::MessageReceived(BMessage* message) {
   case B_REPLY:
     return WindowAnswered(*message);
   default:
-    if (!HandleList(*message) && !HandleBus(*message) && !HandleWish(*message) && !HandleScript(message))
+    if (!HandleList(*message) && !HandleBus(*message) && !HandlePlugin(*message) && !HandleWish(*message) &&
+        !HandleScript(message))
       BApplication::MessageReceived(message);
   }
 }
@@ -96,28 +93,12 @@ void TSonivoApp::Start() {
   // Before the plug-ins: their windows look for this one, to stand beside it and to follow it. They are made on threads
   // of their own, while this one's comes up.
   fWindow->Show();
-  const std::string faults = LoadPlugins(is_editor);
+  const std::string faults = LoadEditor();
   ShowLyrics(fCommandLine.lyrics);
   StateChanged();
   if (!faults.empty()) TellFault(faults);
   const BMessage firstSong(kMsgFirstSong);
   fStarter = std::make_unique<BMessageRunner>(BMessenger(this), &firstSong, kFirstSongDelayUs, 1);
-}
-
-/** Returns what went wrong, shown together: each names another image. */
-std::string TSonivoApp::LoadPlugins(const TPluginLoader::TWanted& wanted) {
-  std::string faults;
-  for (const std::string& fault : fPlugins.LoadAll(plugin_folder(), wanted))
-    faults += (faults.empty() ? "" : "\n") + fault;
-  return faults;
-}
-
-/** Those that nobody waits for. */
-void TSonivoApp::LoadOtherPlugins() {
-  fStarter.reset();
-  const std::string faults = LoadPlugins([](const std::string& name) { return !is_editor(name); });
-  if (!faults.empty()) TellFault(faults);
-  fBus.Start();
 }
 
 void TSonivoApp::PlayFirstSong() {

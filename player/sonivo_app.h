@@ -32,8 +32,6 @@ public:
 private:
   // sonivo_app.cpp: the start, and what is shown.
   void Start();
-  std::string LoadPlugins(const TPluginLoader::TWanted& wanted);
-  void LoadOtherPlugins();
   void PlayFirstSong();
   static void ShowLyrics(const std::string& path);
   void TellFault(const std::string& fault);
@@ -91,6 +89,12 @@ private:
   void ExecuteEntry(int32 index);
   void CountEntries(const BMessage& message) const;
   void GetEntry(const BMessage& message, int32 index) const;
+
+  // sonivo_plugins.cpp: what else is loaded, and what the user asks of it.
+  std::string LoadPlugins(const TPluginLoader::TWanted& wanted);
+  std::string LoadEditor();
+  void LoadOtherPlugins();
+  bool HandlePlugin(const BMessage& message);
 
   // sonivo_closing.cpp: the end.
   void CloseRequested();

@@ -21,7 +21,7 @@ public:
   /** After `Cleanup`. Every looper of the plug-in has ended when it returns, so that the image can be unloaded. */
   virtual ~GeneralPlugin() = default;
 
-  /** Once, after construction: show what there is to show. */
+  /** After construction: show what there is to show. Later whenever the user asks for the plug-in. */
   virtual bool Init() = 0;
   /** Once, before destruction: close the windows. */
   virtual void Cleanup() = 0;
