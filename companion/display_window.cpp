@@ -1,17 +1,139 @@
 #include "companion/display_window.h"
 
-#include "companion/vesmo_d.h"
+#include "companion/display_state.h"
+#include "companion/display_view.h"
+#include "companion/prefs/notices.h"
+#include "companion/song_lyrics.h"
+#include "language/llt.h"
+#include "lyrics/document_notices.h"
 #include "platform/app/application.h"
 #include "platform/app/message.h"
-#include "platform/interface/view.h"
+#include "platform/app/message_runner.h"
+#include "platform/app/node_monitor.h"
+#include "platform/interface/screen.h"
+#include "plugin/host_link.h"
+#include "plugin/sonivo_window.h"
 
-TVesmoDWin::TVesmoDWin(BRect frame) : TKRVWin(frame, kDisplayName, B_DOCUMENT_WINDOW_LOOK) {
+#include <algorithm>
+
+namespace {
+
+constexpr uint32 kMsgPoll = 'dwpl';
+constexpr bigtime_t kOftenUs = 40000;
+/** While the song stands: a jump or another song is still seen soon. */
+constexpr bigtime_t kSeldomUs = 250000;
+/** The link's own thread polls nothing; this is how often it looks whether it is to end. */
+constexpr int64 kFrontEndIntervalUs = 100000;
+constexpr float kGapToHost = 32;
+constexpr float kMinWidth = 200;
+constexpr float kMinHeight = 80;
+constexpr float kNoLimit = 32767;
+
+/** The stored frame; on a first run, when none was stored, below the player as far as the screen goes. */
+BRect opening_frame(const BRect& stored) {
+  BRect host;
+  if (!(stored == TDisplayState().fWindowFrame) || get_sonivo_win_frame(&host) != B_OK) return stored;
+  const BRect screen = screen_frame(host.LeftTop());
+  const float top = std::max(screen.top, std::min(host.bottom + kGapToHost, screen.bottom - stored.Height()));
+  return {host.left, top, host.left + stored.Width(), top + stored.Height()};
+}
+
+} // namespace
+
+TVesmoDWin::TVesmoDWin(BRect frame, const BMessenger& manager)
+    : TKRVWin(opening_frame(frame), gLLT->Text("Display_Win_Title"), B_DOCUMENT_WINDOW_LOOK), fManager(manager),
+      fFrontEnd(std::make_unique<Sonivo_FrontEnd>(false, kFrontEndIntervalUs)),
+      fSong(std::make_unique<TSongLyrics>(fFrontEnd.get(), this)), fView(new TDisplayView(Bounds())) {
   KeepWhenClosed();
-  AddMainChild(new BView(Bounds(), "Lyrics", B_FOLLOW_ALL_SIDES));
+  SetSizeLimits(kMinWidth, kNoLimit, kMinHeight, kNoLimit);
+  AddMainChild(fView);
+  fView->MakeFocus();
+  fFrontEnd->Start();
+}
+
+TVesmoDWin::~TVesmoDWin() {
+  fPoll.reset();
+  fFrontEnd->StopWaiting();
+  fSong.reset();
+}
+
+void TVesmoDWin::Show() {
+  const BMessage poll(kMsgPoll);
+  fPollsOften = true;
+  fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &poll, kOftenUs);
+  Follow(true);
+  ShowLyrics();
+  TKRVWin::Show();
 }
 
 void TVesmoDWin::PutAway() {
   const BMessage* const request = CurrentMessage();
-  const bool isPlayers = request && be_app && request->ReturnAddress() == BMessenger(be_app);
-  if (!isPlayers) TKRVWin::PutAway();
+  if (request && be_app && request->ReturnAddress() == BMessenger(be_app)) return;
+  fPoll.reset();
+  Follow(false);
+  fDocument.Forget();
+  TKRVWin::PutAway();
+}
+
+void TVesmoDWin::Follow(bool follows) {
+  BMessage request(kMsgFollowDocument);
+  if (follows) request.AddMessenger("Follower", BMessenger(this));
+  fManager.SendMessage(&request, BMessenger(), 0);
+}
+
+void TVesmoDWin::MessageReceived(BMessage* message) {
+  switch (message->what) {
+  case kMsgPoll:
+    if (fPoll) LookAtSong();
+    return;
+  case kMsgSongFound:
+  case kMsgNoSong:
+  case kMsgPlayerSilent:
+    fSong->SearchAnswered(*message);
+    return ShowLyrics();
+  case B_NODE_MONITOR:
+    if (fSong->FilesChanged(*message)) ShowLyrics();
+    return;
+  case kMsgDocumentWhole:
+  case kMsgDocumentLines:
+  case kMsgDocumentClosed:
+    if (!fPoll) return; // it was on its way when the window was closed
+    if (!fDocument.Take(*message)) return Follow(true);
+    return ShowLyrics();
+  case kMsgDocumentOpened:
+    if (fPoll) Follow(true);
+    return;
+  case kNoticeAppearance:
+  case kNoticeDisplay:
+    return fView->SetAppearance();
+  case kNoticeLanguage:
+    return LanguageChanged();
+  default:
+    TKRVWin::MessageReceived(message);
+  }
+}
+
+void TVesmoDWin::LookAtSong() {
+  fFrontEnd->Refresh();
+  PollAsNeeded(fFrontEnd->SungPositionMs().has_value());
+  const bool isAnother = fSong->SongIs(fFrontEnd->Title());
+  fView->SetPosition(fFrontEnd->PositionMs());
+  if (isAnother) ShowLyrics();
+}
+
+void TVesmoDWin::PollAsNeeded(bool isPlaying) {
+  if (isPlaying == fPollsOften) return;
+  fPollsOften = isPlaying;
+  fPoll->SetInterval(isPlaying ? kOftenUs : kSeldomUs);
+}
+
+void TVesmoDWin::ShowLyrics() {
+  const bool isEdited = fDocument.BelongsTo(fSong->Title(), fSong->Path());
+  fView->SetLines(isEdited ? fDocument.Lines() : fSong->Lines(),
+                  gLLT->Text(fSong->Title().empty() ? "Hint_No_Song_To_Display" : "Hint_No_Lyrics_To_Display"));
+}
+
+void TVesmoDWin::LanguageChanged() {
+  SetTitle(gLLT->Text("Display_Win_Title"));
+  ShowLyrics();
 }

@@ -38,7 +38,10 @@ TVesmoD::~TVesmoD() {
 }
 
 bool TVesmoD::Init() {
-  if (std::exchange(fHasBegun, true) || gDisplayState->fIsOpen) fCommMan->PostMessage(kMsgOpenMain);
+  if (std::exchange(fHasBegun, true))
+    fCommMan->PostMessage(kMsgOpenMain);
+  else if (gDisplayState->fIsOpen)
+    fCommMan->PostMessage(kMsgReopenMain);
   return true;
 }
 

@@ -8,6 +8,7 @@
 #include "companion/vesmo_d.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/load_language.h"
+#include "lyrics/document_notices.h"
 #include "lyrics/reaction_time.h"
 #include "plugin/about_content.h"
 #include "plugin/pref.h"
@@ -39,7 +40,8 @@ void TVesmoDCommMan::MessageReceived(BMessage* message) {
 bool TVesmoDCommMan::HandleRequest(BMessage* message) {
   switch (message->what) {
   case kMsgOpenMain:
-    OpenMainWindowRqtd();
+  case kMsgReopenMain:
+    OpenMainWindowRqtd(message->what == kMsgOpenMain);
     return true;
   case kMsgPrepareAbout:
     PrepareRqtd(kMsgOpenAbout);
@@ -75,6 +77,12 @@ bool TVesmoDCommMan::HandleNotice(BMessage* message) {
     return true;
   case kMsgLanguageChanged:
     LanguageChanged(message);
+    return true;
+  case kMsgFollowDocument:
+    SendMessage(message);
+    return true;
+  case kMsgDocumentOpened:
+    Forward(message);
     return true;
   case kMsgStampHint:
     StampHintCame(*message);
@@ -121,9 +129,12 @@ void TVesmoDCommMan::IAPChanged(const BMessage& message) {
   SetAboutWinContent();
 }
 
-void TVesmoDCommMan::OpenMainWindowRqtd() {
-  if (fMainWindow == nullptr) fMainWindow = new TVesmoDWin(gDisplayState->fWindowFrame);
-  BringUp(fMainWindow);
+void TVesmoDCommMan::OpenMainWindowRqtd(bool takesFocus) {
+  if (fMainWindow == nullptr) fMainWindow = new TVesmoDWin(gDisplayState->fWindowFrame, BMessenger(this));
+  if (!fMainWindow->Lock()) return;
+  fMainWindow->SetAvoidsFocus(!takesFocus);
+  fMainWindow->BringUp();
+  fMainWindow->Unlock();
 }
 
 void TVesmoDCommMan::BringUp(TKRVWin* window) {

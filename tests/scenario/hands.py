@@ -108,3 +108,12 @@ def close_window(title):
     window.send_event(ClientMessage(window=window, client_type=protocols, data=(32, [wanted, 0, 0, 0, 0])))
     display.sync()
     display.close()
+
+
+def color_at(left, top):
+    """Red, green and blue of a point of the screen."""
+    display = Display()
+    image = display.screen().root.get_image(left, top, 1, 1, X.ZPixmap, 0xFFFFFFFF)
+    display.close()
+    blue, green, red = image.data[:3]
+    return red, green, blue
