@@ -54,6 +54,9 @@ class Display(Case):
         hands.press("ctrl+a")
         hands.write("#102030")
         hands.press("Return")
+        s.wait(lambda: dialog not in s.windows(), "the dialog closed")
+        # The preferences stand over the corner that is looked at.
+        hands.press("Escape")
         for node in (s.lyrics(), self.view()):
             left, top, _, height = eyes.place(node)
             s.wait(lambda at=(left + 2, top + height - 4): hands.color_at(*at) == (0x10, 0x20, 0x30), "the new background")
