@@ -22,7 +22,11 @@ void TSonivoApp::CloseRequested() {
 
 /** Asked by an editor that has saved its lyrics meanwhile: the closing that it held up begins anew. */
 bool TSonivoApp::QuitRequested() {
-  if (fWindow == nullptr) return true; // nothing was started
+  if (fWindow == nullptr) {
+    // Never shown. Plug-ins, if there are any, still go while this looper is alive: they have filters in it.
+    fPlugins.UnloadAll();
+    return true;
+  }
   PostMessage(kMsgWindowCloses);
   return false;
 }
