@@ -63,6 +63,7 @@ std::optional<int32> tapped_lateness(std::span<const int64> clicksMs, std::span<
     if (click >= kWarmUpClicks) latenessOfClick.try_emplace(click, static_cast<int32>(tap - clicksMs[click]));
   }
   std::vector<int32> lateness;
+  lateness.reserve(latenessOfClick.size());
   for (const auto& [click, latenessMs] : latenessOfClick) lateness.push_back(latenessMs);
   return typical_lateness(lateness, kLeastTaps);
 }

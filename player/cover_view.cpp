@@ -12,7 +12,7 @@ constexpr int kNoteSide = 36;
 } // namespace
 
 TCoverView::TCoverView() {
-  setFixedSize(sizeHint());
+  setFixedSize(kSide, kSide);
   setAccessibleName(tr("Cover"));
 }
 

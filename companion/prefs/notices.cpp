@@ -52,6 +52,7 @@ std::vector<BMessage> notices_of_change(const TPrefValues& from, const TPrefValu
     notices[code].what = code;
   }
   std::vector<BMessage> inOrder;
+  inOrder.reserve(notices.size());
   for (const auto& [code, notice] : notices) inOrder.push_back(notice);
   return inOrder;
 }

@@ -67,6 +67,7 @@ void TPrefPage::AddMenu(const char* name, const char* key, int32 TPrefValues::*f
   fRelabels.push_back([menu, choices] {
     const int32 chosen = menu->Value();
     std::vector<std::string> shown;
+    shown.reserve(choices.size());
     for (const TChoice& choice : choices) shown.emplace_back(gLLT->Text(choice.key));
     menu->SetChoices(shown);
     menu->SetValue(chosen);

@@ -40,7 +40,7 @@ std::vector<std::string> BRoster::Signatures(const std::string& beginning) const
   for (std::string& signature : RemoteMail::Signatures()) found.push_back(std::move(signature));
   std::erase_if(found, [&](const std::string& signature) { return !signature.starts_with(beginning); });
   std::ranges::sort(found);
-  found.erase(std::ranges::unique(found).begin(), found.end());
+  found.erase(std::unique(found.begin(), found.end()), found.end());
   return found;
 }
 

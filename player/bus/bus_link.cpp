@@ -31,7 +31,7 @@ QString connection_name() {
 
 /** Empty where there is no bus: the library would start one of its own. */
 QString bus_address() {
-  const QString told = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+  QString told = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
   if (!told.isEmpty()) return told;
   const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus";
   return QFileInfo::exists(socket) ? "unix:path=" + socket : QString();

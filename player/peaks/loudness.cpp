@@ -11,7 +11,7 @@ extern "C" {
 namespace {
 
 constexpr int kStretchesPerSecond = 50;
-constexpr size_t kMostStretches = 24 * 3600 * kStretchesPerSecond; // a day
+constexpr size_t kMostStretches = size_t{24} * 3600 * kStretchesPerSecond; // a day
 constexpr size_t kParts = 1000;
 
 using TResampler = std::unique_ptr<SwrContext, TEndBy<swr_free>>;

@@ -23,4 +23,4 @@ std::optional<TSongPicture> parse_picture(std::string_view bytes);
 
 constexpr size_t kMostParts = 4000;
 constexpr int kLargestCover = 192;
-constexpr size_t kLargestPicture = 20 + kMostParts + 3 * kLargestCover * kLargestCover;
+constexpr size_t kLargestPicture = 20 + kMostParts + size_t{3} * kLargestCover * kLargestCover;
