@@ -19,7 +19,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
     const TExactLyrics again(*made, encoding);
     require(again.BrokenLines().empty());
     // A byte-order mark after the first is a character, until it comes to stand at the start.
-    require(again.HasByteOrderMark() || again.Lines().size() == lyrics.Lines().size());
+    const bool isSame = again.Lines().size() == lyrics.Lines().size();
+    // A last line of nothing but a change of letters is no line once it is written without one.
+    const bool lostEmptyEnd =
+        !isSame && lyrics.Lines().back().empty() && again.Lines().size() + 1 == lyrics.Lines().size();
+    require(again.HasByteOrderMark() || isSame || lostEmptyEnd);
   }
   for (int format = 0; format < kExportFormats; ++format) {
     const auto made = export_lyrics(lyrics.Lines(), static_cast<TExportFormat>(format));

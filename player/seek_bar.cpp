@@ -2,6 +2,7 @@
 
 #include "player/song_text.h"
 
+#include <QAccessible>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>

@@ -36,10 +36,10 @@ void TSongListModel::TellRow(int row) {
 
 void TSongListModel::Replace(std::shared_ptr<const TSongs> songs) {
   const auto count = std::min(fSongs->size(), songs->size());
-  const auto [differs, _] =
+  const auto [differs, alsoDiffers] =
       std::mismatch(fSongs->begin(), fSongs->begin() + static_cast<long>(count), songs->begin(), same_song);
   const auto head = differs - fSongs->begin();
-  const auto [fromBack, __] =
+  const auto [fromBack, alsoFromBack] =
       std::mismatch(fSongs->rbegin(), fSongs->rbegin() + (static_cast<long>(count) - head), songs->rbegin(), same_song);
   const auto tail = fromBack - fSongs->rbegin();
   const auto first = static_cast<int>(head);

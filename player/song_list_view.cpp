@@ -9,6 +9,7 @@
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
 

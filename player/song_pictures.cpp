@@ -60,5 +60,7 @@ void TSongPictures::Take(int exitCode) {
 QImage cover_image(const TSongPicture& picture) {
   if (picture.cover.empty()) return {};
   const auto* const points = reinterpret_cast<const uchar*>(picture.cover.data());
-  return QImage(points, picture.coverWidth, picture.coverHeight, 3 * picture.coverWidth, QImage::Format_RGB888).copy();
+  return QImage(points, picture.coverWidth, picture.coverHeight, qsizetype{3} * picture.coverWidth,
+                QImage::Format_RGB888)
+      .copy();
 }

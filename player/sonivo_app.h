@@ -17,6 +17,17 @@ class BMessageRunner;
 class TFrontEndHost;
 class TPlayerWindow;
 
+/** Another player that is the source. */
+struct TOtherPlayer {
+  std::string id;
+  std::string name;
+  TSong song;
+  int32 state = TInfoRecord::kStopped;
+  int32 speedPercent = 100;
+  int32 volumePercent = 100;
+  bool isSilent = false;
+};
+
 /** The player: playlist, sound, windows and plug-ins, all on the application's looper. Knows what plays and why, shows
    it in the window, and answers front ends and scripts. */
 class TSonivoApp : public BApplication, private TSongEvents {
@@ -106,17 +117,6 @@ private:
   void SongEnded(int64 load) override;
   void SongFailed(int64 load, const std::string& reason) override;
 
-  /** Another player that is the source. */
-  struct TOther {
-    std::string id;
-    std::string name;
-    TSong song;
-    int32 state = TInfoRecord::kStopped;
-    int32 speedPercent = 100;
-    int32 volumePercent = 100;
-    bool isSilent = false;
-  };
-
   const TCommandLine fCommandLine;
   TPlaylist fPlaylist;
   TPlayerState fState;
@@ -136,7 +136,7 @@ private:
   int32 fKeptCurrent = -1;
   std::unique_ptr<TSongSource> fSource;
   TBus fBus;
-  std::optional<TOther> fOther;
+  std::optional<TOtherPlayer> fOther;
   std::string fWantedSource; // asked for and not there yet
   TNowPlaying fNowPlaying;
   TFrontEndHost* fHost;

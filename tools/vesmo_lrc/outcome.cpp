@@ -32,7 +32,7 @@ TOutcome checked(const TInput& input, const TExactLyrics& lyrics, const TOptions
 /** The lines that differ; where the bytes differ otherwise, how they lie in the file. */
 std::string difference(const TInput& input, const TExactLyrics& lyrics, const TRewritten& made) {
   if (*made.bytes == lyrics.Bytes()) return {};
-  const std::string lines = unified_diff(input.Name(), lyrics.Lines(), made.lines);
+  std::string lines = unified_diff(input.Name(), lyrics.Lines(), made.lines);
   if (!lines.empty()) return lines;
   return printable(input.Name()) + ": " + form_of(lyrics) + " becomes " + made.form + "\n";
 }
