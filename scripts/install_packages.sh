@@ -12,7 +12,7 @@ packages_for() {
     scenario) echo xdotool dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi python3-xlib util-linux ;;
     test) echo git dbus-daemon dbus-bin playerctl libgtest-dev libgmock-dev clang libclang-rt-dev clang-format clang-tidy binutils python3 attr ;;
     package) echo dpkg-dev file gzip lintian appstream desktop-file-utils ;;
-    bench) echo libbenchmark-dev libdbus-1-dev dbus-daemon pulseaudio-utils ffmpeg sox lame libx11-dev python3 xdotool featherpad mpv audacious mpv-mpris audacious-plugins ;;
+    bench) echo libbenchmark-dev libdbus-1-dev dbus-daemon pulseaudio-utils ffmpeg sox lame mpg123 libx11-dev python3 xdotool featherpad mpv audacious mpv-mpris audacious-plugins ;;
     *) echo "install_packages.sh: no purpose named '$1'" >&2; exit 2 ;;
   esac
 }
