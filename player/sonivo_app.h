@@ -18,7 +18,7 @@ class TFrontEndHost;
 class TPlayerWindow;
 
 /** Another player that is the source. */
-struct TOtherPlayer {
+struct TFollowedPlayer {
   std::string id;
   std::string name;
   TSong song;
@@ -136,7 +136,7 @@ private:
   int32 fKeptCurrent = -1;
   std::unique_ptr<TSongSource> fSource;
   TBus fBus;
-  std::optional<TOtherPlayer> fOther;
+  std::optional<TFollowedPlayer> fOther;
   std::string fWantedSource; // asked for and not there yet
   TNowPlaying fNowPlaying;
   TFrontEndHost* fHost;
