@@ -55,15 +55,15 @@ std::vector<std::string> TPluginLoader::LoadAll(const std::string& folder, const
   BEntry entry;
   while (directory.GetNextEntry(&entry) == B_OK) {
     if (!is_plugin_name(entry.Name()) || !wanted(entry.Name())) continue;
-    const std::string reason = LoadOne(folder + "/" + entry.Name());
+    const std::string reason = LoadOne(folder, entry.Name());
     if (reason.empty()) continue;
     faults.push_back("Plug-in " + entry.Name() + " " + reason);
   }
   return faults;
 }
 
-std::string TPluginLoader::LoadOne(const std::string& path) {
-  void* const image = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+std::string TPluginLoader::LoadOne(const std::string& folder, const std::string& fileName) {
+  void* const image = dlopen((folder + "/" + fileName).c_str(), RTLD_NOW | RTLD_LOCAL);
   if (image == nullptr) return std::string("cannot be loaded: ") + dlerror();
   const auto construct = reinterpret_cast<NewPluginFunction>(dlsym(image, "NewPlugin"));
   std::string reason = "is no plug-in: it has no NewPlugin";
@@ -73,9 +73,19 @@ std::string TPluginLoader::LoadOne(const std::string& path) {
     if (construct == nullptr) dlclose(image);
     return reason;
   }
-  fPlugins.push_back({image, std::unique_ptr<GeneralPlugin>(plugin)});
+  fPlugins.push_back({fileName, image, std::unique_ptr<GeneralPlugin>(plugin)});
   // One that fails here may have shown something: it is cleaned up at the end like the others.
   return failure_of([plugin] { plugin->Init(); });
+}
+
+std::string TPluginLoader::Name(int index) const {
+  const TPlugin& plugin = fPlugins.at(static_cast<size_t>(index));
+  return plugin.object->fName ? plugin.object->fName : plugin.fileName;
+}
+
+std::string TPluginLoader::Info(int index) const {
+  const char* const info = At(index)->fInfo;
+  return info ? info : Name(index);
 }
 
 void TPluginLoader::UnloadAll() {

@@ -22,15 +22,19 @@ public:
   std::vector<std::string> LoadAll(const std::string& folder, const TWanted& wanted);
   int Count() const { return static_cast<int>(fPlugins.size()); }
   GeneralPlugin* At(int index) const { return fPlugins.at(static_cast<size_t>(index)).object.get(); }
+  /** What to call one, and what it says of itself: its own texts, else its file's name. */
+  std::string Name(int index) const;
+  std::string Info(int index) const;
   /** Cleans up and destroys every plug-in, and unloads those images of which no looper is left. */
   void UnloadAll();
 
 private:
   struct TPlugin {
+    std::string fileName;
     void* image;
     std::unique_ptr<GeneralPlugin> object;
   };
-  std::string LoadOne(const std::string& path);
+  std::string LoadOne(const std::string& folder, const std::string& fileName);
   std::vector<TPlugin> fPlugins;
 };
 

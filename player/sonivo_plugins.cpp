@@ -24,7 +24,7 @@ std::string TSonivoApp::LoadPlugins(const TPluginLoader::TWanted& wanted) {
   for (const std::string& fault : fPlugins.LoadAll(plugin_folder(), wanted))
     faults += (faults.empty() ? "" : "\n") + fault;
   fState.plugins.clear();
-  for (int i = 0; i < fPlugins.Count(); ++i) fState.plugins.push_back({fPlugins.At(i)->fName, fPlugins.At(i)->fInfo});
+  for (int i = 0; i < fPlugins.Count(); ++i) fState.plugins.push_back({fPlugins.Name(i), fPlugins.Info(i)});
   return faults;
 }
 

@@ -38,7 +38,9 @@ TEST(PluginLoader, OneThatFailsToStartOrToCleanUpTakesNothingDown) {
   std::filesystem::copy(std::string(BAD_PLUGINS) + "/gen_unwell.so", folder.File("gen_unwell.so"));
   TPluginLoader loader;
   EXPECT_THAT(loader.LoadAll(folder.Path(), is_any), ElementsAre("Plug-in gen_unwell.so failed: no window to show"));
-  EXPECT_EQ(loader.Count(), 1);
+  ASSERT_EQ(loader.Count(), 1);
+  EXPECT_EQ(loader.Name(0), "gen_unwell.so") << "it has no texts of its own";
+  EXPECT_EQ(loader.Info(0), "gen_unwell.so");
   loader.UnloadAll();
   EXPECT_EQ(loader.Count(), 0);
 }
