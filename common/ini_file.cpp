@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <string_view>
 
 namespace {
 
@@ -41,7 +40,7 @@ std::string parsed_header(std::string_view line) {
 
 } // namespace
 
-TIniFilePair* TIniFileSection::Find(const char* key) {
+TIniFilePair* TIniFileSection::Find(std::string_view key) {
   const auto found = std::find_if(pairs.begin(), pairs.end(), [&](const auto& p) { return names_match(p.key, key); });
   return found == pairs.end() ? nullptr : &*found;
 }
@@ -177,8 +176,9 @@ TIniFileSection* TIniFile::CreateSection(const char* name, int index) {
 }
 
 TIniFileSection* TIniFile::FindSection(const char* name) {
+  const std::string wanted = Cut(name); // as it was kept
   for (const auto& section : fSections) {
-    if (names_match(section->name, name)) return section.get();
+    if (names_match(section->name, wanted)) return section.get();
   }
   return nullptr;
 }
@@ -188,7 +188,7 @@ std::string TIniFile::Cut(const char* text) const {
 }
 
 TIniFilePair* TIniFile::FindPair(const char* key) {
-  return fCurrent ? fCurrent->Find(key) : nullptr;
+  return fCurrent ? fCurrent->Find(Cut(key)) : nullptr;
 }
 
 bool TIniFile::ChangeSection(const char* name) {

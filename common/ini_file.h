@@ -8,6 +8,7 @@
 #include <list>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class BDirectory;
@@ -25,7 +26,7 @@ struct TIniFileSection {
   int32 commentCursor = 0;
   std::vector<TIniFilePair> pairs;
 
-  TIniFilePair* Find(const char* key);
+  TIniFilePair* Find(std::string_view key);
 };
 
 /** A text file of sections, key = value pairs and comments, held in memory while attached to a stream and written back
@@ -84,6 +85,7 @@ public:
   TIniFileSection* CreateSection(const char* name, int index);
   TIniFileSection* FindSection(const char* name);
   void Init(int lineLength);
+  int LineLength() const { return fLineLength; }
   void Load();
   void DestroyVar();
   /** At most size - 1 bytes up to a line end, which is taken but not kept; returns the bytes taken, 0 at the end. */

@@ -12,6 +12,7 @@ namespace {
 /** What the stream library makes of the text, in the plain locale; a text that is no value gives the type's zero. */
 template <typename T>
 void extract(const std::string& text, T* value) {
+  *value = {}; // which the library leaves alone where there is no text at all
   std::istringstream stream(text);
   stream.imbue(std::locale::classic());
   stream >> *value;

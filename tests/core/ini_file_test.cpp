@@ -112,11 +112,14 @@ TEST(IniFile, CarriesTypedValuesBothWays) {
 }
 
 TEST(IniFile, ReadsWhatIsNoNumberAsZeroAndNoFlagAsFalse) {
-  Ini ini("n = twelve\nf = 2\nt = true\n");
-  long number = 5;
+  Ini ini("n = twelve\nempty =\nf = 2\nt = true\n");
   bool flag = true;
-  EXPECT_TRUE(ini->ReadValue("n", &number));
-  EXPECT_EQ(number, 0);
+  for (const char* key : {"n", "empty"}) {
+    long number = 5;
+    float real = 5;
+    EXPECT_TRUE(ini->ReadValue(key, &number) && ini->ReadValue(key, &real));
+    EXPECT_TRUE(number == 0 && real == 0) << key;
+  }
   EXPECT_TRUE(ini->ReadValue("f", &flag));
   EXPECT_FALSE(flag);
 }
@@ -134,8 +137,13 @@ TEST(IniFile, DeletingTheGlobalSectionLeavesAnEmptyOneAtTheHead) {
 
 TEST(IniFile, CutsTextsThatAreTooLong) {
   Ini ini("", 8);
-  ini->WriteValue("a long key indeed", std::string(100, 'v').c_str());
-  EXPECT_EQ(ini.Value("a long k"), std::string(8, 'v'));
+  for (int i = 0; i < 2; ++i) { // the second time it is found again
+    ini->ChangeSection("a long name indeed");
+    ini->WriteValue("a long key indeed", std::string(100, 'v').c_str());
+  }
+  EXPECT_EQ(ini.Value("A long key indeed"), std::string(8, 'v'));
+  EXPECT_THAT(ini.Keys(), ElementsAre("a long k"));
+  EXPECT_THAT(ini.Sections(), ElementsAre(testing::_, "a long n"));
 }
 
 TEST(IniFile, WithoutAFileFailsWithoutFalling) {
