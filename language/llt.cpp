@@ -3,6 +3,7 @@
 #include "common/ini_file.h"
 #include "language/builtin_texts.h"
 #include "language/text_escapes.h"
+#include "platform/storage/entry.h"
 #include "platform/storage/resources.h"
 #include "platform/support/data_io.h"
 
@@ -16,6 +17,8 @@ TLLT* gLLT = nullptr;
 namespace {
 
 constexpr int kLineLength = 2048;
+/** Far beyond any language; what is larger is another file under the name of one. */
+constexpr off_t kMaxFileSize = off_t{1} << 20;
 constexpr const char* kHeader = "LLT File Format 100";
 constexpr const char* kMissingText = "! ERROR !";
 
@@ -28,6 +31,13 @@ const char* kept_copy(const std::string& text) {
   static std::unordered_set<std::string> texts;
   const std::lock_guard lock(mutex);
   return texts.insert(text).first->c_str();
+}
+
+/** Folders, devices and the like are none: reading some of them would never end. */
+bool can_be_language_file(const char* path) {
+  const BEntry file(path, true);
+  off_t size = 0;
+  return file.IsFile() && file.GetSize(&size) == B_OK && size <= kMaxFileSize;
 }
 
 bool has_right_header(TIniFile* file, std::vector<char>* buffer) {
@@ -62,6 +72,7 @@ void TLLT::Replace(std::shared_ptr<const TTable> table) {
 }
 
 int32 TLLT::Load(const char* path) {
+  if (!can_be_language_file(path)) return -1;
   TIniFile file(path, B_READ_ONLY, kLineLength);
   return Load(&file);
 }
@@ -77,7 +88,7 @@ int32 TLLT::Load(const BResources* resources, int32 id) {
 }
 
 int32 TLLT::Load(TIniFile* file) {
-  std::vector<char> buffer(kLineLength + 1);
+  std::vector<char> buffer(static_cast<size_t>(file->LineLength()) + 1);
   if (!has_right_header(file, &buffer)) return -1;
   auto table = std::make_shared<TTable>(*Snapshot());
   read_into(file, "Language", &buffer, &table->language);

@@ -86,8 +86,16 @@ TEST(LanguageTable, RefusesAnyOtherHeader) {
     EXPECT_EQ(load(&table, "[Informations]\nHeader = " + std::string(header) + "\n[Data]\nA=b\n"), -1) << header;
     EXPECT_STREQ(table.Text("A"), "! ERROR !");
   }
+}
+
+TEST(LanguageTable, LoadsNothingFromWhatIsNoTextFile) {
+  const ScratchFolder folder;
+  const std::string huge = folder.Write("huge.llt", kHead + std::string("A=b\n"));
+  std::filesystem::resize_file(huge, uintmax_t{4} << 30); // sparse
   TLLT table;
-  EXPECT_EQ(table.Load("/nowhere.llt"), -1);
+  for (const std::string& path : {std::string("/nowhere.llt"), folder.Path(), std::string("/dev/zero"), huge})
+    EXPECT_EQ(table.Load(path.c_str()), -1) << path;
+  EXPECT_TRUE(table.TextMap()->empty());
 }
 
 TEST(LanguageTable, MergesLoadsAndGivesDoubledKeysTheFirstText) {
