@@ -7,6 +7,8 @@
 #include "platform/storage/find_directory.h"
 #include "platform/storage/path.h"
 
+#include <optional>
+
 namespace koreva {
 
 namespace {
@@ -48,27 +50,40 @@ bool add_next_msg(BMessage* message, const BMessage& next, const BHandler* targe
   return true;
 }
 
-bool copy_next_msg(BMessage* destination, const BMessage& source) {
-  BMessage next;
+namespace {
+
+struct TNextMsg {
+  BMessage message;
   void* target = nullptr;
-  BMessenger messenger;
-  if (source.FindMessage("NextMsg", &next) != B_OK || source.FindPointer("NextMsgTgt", &target) != B_OK) return false;
-  source.FindMessenger("NextMsgTgtMsgr", &messenger);
-  destination->AddMessage("NextMsg", &next);
-  destination->AddPointer("NextMsgTgt", target);
-  destination->AddMessenger("NextMsgTgtMsgr", messenger);
+  BMessenger address;
+};
+
+std::optional<TNextMsg> find_next_msg(const BMessage& message) {
+  TNextMsg next;
+  if (message.FindMessage("NextMsg", &next.message) != B_OK ||
+      message.FindPointer("NextMsgTgt", &next.target) != B_OK) {
+    return {};
+  }
+  // Whoever in this process put the two fields there without the third vouches for the handler.
+  if (message.FindMessenger("NextMsgTgtMsgr", &next.address) != B_OK && !message.IsSourceRemote())
+    next.address = BMessenger(static_cast<const BHandler*>(next.target));
+  return next;
+}
+
+} // namespace
+
+bool copy_next_msg(BMessage* destination, const BMessage& source) {
+  const auto next = find_next_msg(source);
+  if (!next) return false;
+  destination->AddMessage("NextMsg", &next->message);
+  destination->AddPointer("NextMsgTgt", next->target);
+  destination->AddMessenger("NextMsgTgtMsgr", next->address);
   return true;
 }
 
 bool invoke_next_msg(const BMessage* message) {
-  BMessage next;
-  void* target = nullptr;
-  BMessenger messenger;
-  if (message->FindMessage("NextMsg", &next) != B_OK || message->FindPointer("NextMsgTgt", &target) != B_OK) {
-    return false;
-  }
-  return message->FindMessenger("NextMsgTgtMsgr", &messenger) == B_OK &&
-         messenger.SendMessage(&next, BMessenger(), 0) == B_OK;
+  const auto next = find_next_msg(*message);
+  return next && next->address.SendMessage(&next->message, BMessenger(), 0) == B_OK;
 }
 
 bool get_save_ref(const BMessage* message, entry_ref* ref) {

@@ -66,6 +66,14 @@ TEST(NextMessage, WaitsInsideAMessageUntilInvoked) {
   EXPECT_TRUE(koreva::invoke_next_msg(&copy));
   target->DeliverAll();
   EXPECT_EQ(target->fWhat, uint32{'next'});
+  BMessage bare('bare'); // without the messenger that add_next_msg puts beside the two fields
+  const BMessage next('then');
+  bare.AddMessage("NextMsg", &next);
+  EXPECT_FALSE(koreva::invoke_next_msg(&bare));
+  bare.AddPointer("NextMsgTgt", static_cast<BHandler*>(target));
+  EXPECT_TRUE(koreva::invoke_next_msg(&bare));
+  target->DeliverAll();
+  EXPECT_EQ(target->fWhat, uint32{'then'});
   copy.RemoveName("NextMsgTgt");
   EXPECT_FALSE(koreva::invoke_next_msg(&copy));
   EXPECT_FALSE(koreva::copy_next_msg(&copy, copy));
