@@ -7,24 +7,36 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <chrono>
+#include <future>
 #include <thread>
+#include <utility>
 
 extern char** environ;
 
 namespace {
 const BRoster gRoster;
 
-/** Runs the program and forgets it; a thread of its own takes the exit, so that nothing is left behind. */
+/** How long the opener may take to hand a document over. */
+constexpr std::chrono::seconds kHandOver{2};
+
+/** Runs the program, whose exit code tells whether it could do it. A desktop's opener ends when it has handed the
+    document over; on a system without a desktop it is often the viewer itself, and stays: then all is well, too. A
+    thread of its own takes the exit, so that nothing is left behind. */
 status_t start(const char* program, const std::string& argument) {
   std::string name = program;
   std::string value = argument;
   char* const arguments[] = {name.data(), value.data(), nullptr};
   pid_t child = 0;
   if (posix_spawnp(&child, program, nullptr, nullptr, arguments, environ) != 0) return B_LAUNCH_FAILED;
-  int state = 0;
-  // The desktop's opener ends as soon as it has handed the document over, and its exit code tells whether it could.
-  if (waitpid(child, &state, 0) != child) return B_LAUNCH_FAILED;
-  return WIFEXITED(state) && WEXITSTATUS(state) == 0 ? B_OK : B_LAUNCH_FAILED;
+  std::promise<bool> promise;
+  std::future<bool> succeeded = promise.get_future();
+  std::thread([child, end = std::move(promise)]() mutable {
+    int state = 0;
+    end.set_value(waitpid(child, &state, 0) == child && WIFEXITED(state) && WEXITSTATUS(state) == 0);
+  }).detach();
+  const bool stays = succeeded.wait_for(kHandOver) != std::future_status::ready;
+  return stays || succeeded.get() ? B_OK : B_LAUNCH_FAILED;
 }
 
 } // namespace
