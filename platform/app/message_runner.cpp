@@ -26,6 +26,12 @@ struct BMessageRunner::Beat {
 namespace {
 
 constexpr bigtime_t kShortestInterval = 1000;
+/** A day: what is never to come in time does not come at once because its time is past all counting. */
+constexpr bigtime_t kLongestInterval = 86400000000;
+
+std::chrono::microseconds bounded(bigtime_t interval) {
+  return std::chrono::microseconds(std::clamp(interval, kShortestInterval, kLongestInterval));
+}
 
 /** One thread that sleeps until the next beat of any runner. Started by the first runner, never ended: it holds no
     code or data but this library's own. */
@@ -102,7 +108,7 @@ BMessageRunner::BMessageRunner(const BMessenger& target, const BMessage* message
     : fBeat(std::make_shared<Beat>()) {
   fBeat->target = target;
   fBeat->message = *message;
-  fBeat->interval = std::chrono::microseconds(std::max(interval, kShortestInterval));
+  fBeat->interval = bounded(interval);
   fBeat->left = count;
   Timer::Instance().Add(fBeat);
 }
@@ -112,8 +118,7 @@ BMessageRunner::~BMessageRunner() {
 }
 
 status_t BMessageRunner::SetInterval(bigtime_t interval) {
-  Timer::Instance().Alter(
-      fBeat, [&](Beat* beat) { beat->interval = std::chrono::microseconds(std::max(interval, kShortestInterval)); });
+  Timer::Instance().Alter(fBeat, [interval](Beat* beat) { beat->interval = bounded(interval); });
   return B_OK;
 }
 

@@ -195,6 +195,21 @@ TEST(MessageRunner, BeatsUntilItGoesAndNeverPilesUp) {
   end(looper);
 }
 
+TEST(MessageRunner, IntervalPastAllCountingIsLong) {
+  auto* const looper = new Recorder;
+  const BMessage beat('beat');
+  {
+    BMessageRunner never(BMessenger(looper), &beat, INT64_MAX);
+    never.SetInterval(INT64_MAX);
+    const BMessageRunner soon(BMessenger(looper), &beat, 1000);
+    while (looper->CountMessages() == 0) std::this_thread::yield();
+    looper->DeliverAll();
+    while (looper->CountMessages() == 0) std::this_thread::yield();
+    EXPECT_EQ(looper->CountMessages(), 1) << "only one of the two has beaten";
+  }
+  end(looper);
+}
+
 TEST(Application, IsFoundBySignatureAndKnowsItsLoopers) {
   auto* const app = new BApplication("application/x-vnd.test");
   auto* const looper = new Recorder;
