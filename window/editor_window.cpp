@@ -24,10 +24,13 @@ constexpr float kFirstWidth = 560;
 constexpr float kFirstHeight = 400;
 constexpr float kMenuBarHeight = 22;
 
-/** The stored frame; on a first run, when none was stored, one of a useful size beside the player. */
+/** The stored frame; on a first run, when none was stored, and when its screen is there no more, one of a useful size
+    beside the player. */
 BRect opening_frame(const BRect& stored) {
+  const BRect first = TExitState().fWindowFrame;
+  if (!(stored == first) && is_in_sight(stored)) return stored;
   BRect host;
-  if (!(stored == TExitState().fWindowFrame) || get_sonivo_win_frame(&host) != B_OK) return stored;
+  if (get_sonivo_win_frame(&host) != B_OK) return first;
   return frame_beside(host, kFirstWidth, kFirstHeight, screen_frame(host.LeftTop()));
 }
 

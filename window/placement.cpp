@@ -4,6 +4,7 @@
 #include "platform/interface/window.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 constexpr float kGap = 8;
@@ -18,6 +19,16 @@ BRect frame_beside(const BRect& neighbour, float width, float height, const BRec
   if (toTheRight > lastLeft) left = toTheLeft >= screen.left ? toTheLeft : neighbour.left;
   const BRect frame{std::clamp(left, screen.left, lastLeft), std::clamp(neighbour.top, screen.top, lastTop), 0, 0};
   return {frame.left, frame.top, frame.left + width, frame.top + height};
+}
+
+bool is_in_sight(const BRect& frame) {
+  constexpr BRect kEveryScreen{0, 0, 600, 400};
+  constexpr float kGrip = 20;
+  if (!std::isfinite(frame.left + frame.top + frame.right + frame.bottom)) return false;
+  if (kEveryScreen.Contains(frame.LeftTop())) return true; // without waiting for the display's answer, at start-up
+  const float y = frame.top + kGrip;
+  const BPoint places[] = {{frame.left + kGrip, y}, {(frame.left + frame.right) / 2, y}, {frame.right - kGrip, y}};
+  return std::ranges::any_of(places, [](BPoint place) { return screen_frame(place).Contains(place); });
 }
 
 void move_beside(BWindow* window, const BRect& neighbour) {

@@ -1,6 +1,9 @@
 #include "tests/display/hands.h"
 #include "tests/editor/editor_world.h"
 #include "window/editor_window.h"
+#include "window/placement.h"
+
+#include <limits>
 
 /** The player's window is on the screen when the editor's opens. */
 class Following : public EditorWorld {
@@ -46,4 +49,18 @@ TEST_F(Following, PlayerGoesOnWhenTheEditorIsGone) {
   hands::move_by_hand(*fPlayer, 150, 130);
   Settle();
   EXPECT_EQ(fPlayer->Frame().LeftTop(), (BPoint{150, 130}));
+}
+
+TEST_F(Following, WindowThatNoScreenShowsOpensBesideThePlayer) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  for (const BRect& lost : {BRect{5000, 5000, 5400, 5300}, BRect{20, 20, 400, nan}, BRect{-900, 20, -500, 400}}) {
+    fEditor->Lock();
+    fEditor->Quit();
+    fEditor = new TVesmoEWin(lost, fManager);
+    fEditor->SetRunsOnShow(false);
+    EXPECT_GT(fEditor->Frame().left, 0);
+    EXPECT_LT(fEditor->Frame().left, 799);
+    EXPECT_EQ(fEditor->Frame().Width(), 560);
+  }
+  EXPECT_TRUE(is_in_sight({-300, 20, 100, 400})) << "its right end can be taken hold of";
 }
