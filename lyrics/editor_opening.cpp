@@ -96,6 +96,7 @@ bool TVesmoEView::OpenFile(const BMessage& request, const entry_ref& ref) {
   info.File = ref;
   std::list<std::string> lines;
   if (!load_lyrics(ref, &lines, &info.CRType, &info.Encoding)) return false;
+  if (cvt_enum_ec_to_bconv(info.Encoding) == 0) info.Encoding = 0; // one that nobody knows converts nothing
   off_t size = 0;
   if (BEntry(&ref, true).GetSize(&size) == B_OK && size == 0) {
     CreateNewLyrics();

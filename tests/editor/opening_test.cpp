@@ -69,3 +69,13 @@ TEST_F(Opening, PlayerThatNeverAnswersLeavesTheWindowAlive) {
   EXPECT_THAT(Lines(), ElementsAre("a"));
   EXPECT_TRUE(Until([&] { return Status().ends_with("The player does not answer."); }));
 }
+
+TEST_F(Opening, UnknownEncodingInTheSettingsIsNoneOfTheDocuments) {
+  SetPref([](TPrefValues* values) { values->readEncoding = 3; });
+  const std::string path = fFolder.Write("a.lrc", "[00:01]\x93\xFA\n");
+  Open(path);
+  EXPECT_THAT(Status(), HasSubstr("UTF-8 <LF>"));
+  Change();
+  Press("Ctrl+S");
+  EXPECT_EQ(fFolder.Read("a.lrc"), std::string("\x93\xFA\n\0", 4));
+}
