@@ -95,7 +95,8 @@ bool TVesmoEView::OpenFile(const BMessage& request, const entry_ref& ref) {
   TLyricsInfo info;
   info.File = ref;
   std::list<std::string> lines;
-  if (!load_lyrics(ref, &lines, &info.CRType, &info.Encoding)) return false;
+  bool isWhole = true;
+  if (!load_lyrics(ref, &lines, &info.CRType, &info.Encoding, &isWhole)) return false;
   if (cvt_enum_ec_to_bconv(info.Encoding) == 0) info.Encoding = 0; // one that nobody knows converts nothing
   off_t size = 0;
   if (BEntry(&ref, true).GetSize(&size) == B_OK && size == 0) {
@@ -103,11 +104,14 @@ bool TVesmoEView::OpenFile(const BMessage& request, const entry_ref& ref) {
     fInfo.File = ref;
   } else {
     fInfo = info;
+    fIsWhole = isWhole;
+    fOutside.clear();
     ShowLines(std::move(lines));
   }
   SendHistoryRqtd(kMsgAddHistory, ref);
   SetWinTitle();
   ExpDefaultStatBarRqtd();
+  TellNotWhole();
   koreva::invoke_next_msg(&request);
   return true;
 }

@@ -61,16 +61,14 @@ void TVesmoEView::SaveRequested(const BMessage& message) {
   koreva::invoke_next_msg(&message);
 }
 
-std::string TVesmoEView::DocumentBytes(const TLyricsInfo& info) const {
-  std::list<std::string> lines;
-  fActive->GetLines(&lines);
-  return lines_to_bytes(lines, info.CRType, info.Encoding);
-}
-
 status_t TVesmoEView::SaveLyrics(const TLyricsInfo& info) {
   const std::string path = info.File.FullPath();
   fActive->FlushEdits();
-  fWritten = DocumentBytes(info);
+  std::list<std::string> lines;
+  fActive->GetLines(&lines);
+  NoteOutside(lines, info);
+  fWritten = lines_to_bytes(lines, info.CRType, info.Encoding);
+  if (!fIsWhole && info.File == fInfo.File) KeepFileAsItWas();
   if (replace_file(path, fWritten) != B_OK) log_error("save", path + " could not be written");
   BFile file(path.c_str(), B_READ_WRITE);
   if (file.InitCheck() == B_OK) SetLyricsMimeType(&file);
@@ -84,7 +82,11 @@ bool TVesmoEView::IsOnDisk(const TLyricsInfo& info) {
   const std::string path = info.File.FullPath();
   // What was written, not what the text is by now: the user may be typing on.
   const std::string bytes = std::exchange(fWritten, {});
-  if (file_holds(path, bytes)) return true;
+  if (file_holds(path, bytes)) {
+    fIsWhole = true;
+    TellOutside(info);
+    return true;
+  }
   fActive->SetModified(true);
   fHistory.MarkUnsaved();
   const std::string kept = keep_for_recovery(path, bytes);

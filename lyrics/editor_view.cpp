@@ -185,6 +185,8 @@ void TVesmoEView::CreateNewLyrics() {
   fActive->SetCurLine(0);
   const bool knowsEncoding = settings->writeEncoding >= 0 && settings->writeEncoding <= 2;
   BeginHistory();
+  fIsWhole = true;
+  fOutside.clear();
   fInfo = {cvt_enum_cr_type_to_ct(settings->writeCRType), knowsEncoding ? settings->writeEncoding : 0, {}};
 }
 

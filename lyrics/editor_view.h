@@ -113,7 +113,12 @@ private:
   status_t SaveLyrics(const TLyricsInfo& info);
   bool IsOnDisk(const TLyricsInfo& info);
   void SetLyricsMimeType(BFile* file);
-  std::string DocumentBytes(const TLyricsInfo& info) const;
+
+  // editor_losses.cpp
+  void TellNotWhole();
+  void KeepFileAsItWas();
+  void NoteOutside(const std::list<std::string>& lines, const TLyricsInfo& info);
+  void TellOutside(const TLyricsInfo& info);
 
   // editor_export.cpp
   void ExportRqtd(const BMessage& message);
@@ -140,6 +145,9 @@ private:
   std::string fSongTitle;
   std::string fSongWarning; // to stand behind the report of the stamp
   TLyricsInfo fInfo;
-  std::string fWritten; // between a save and the look at the disk
+  bool fIsWhole = true;   // the file's text is all in the document
+  std::string fWritten;   // between a save and the look at the disk
+  std::string fOutside;   // what the encoding of the last save could not hold
+  std::string fWholeText; // with that in it, until it has been told of
   int32 fMode = 0;
 };

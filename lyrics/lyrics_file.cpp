@@ -17,8 +17,10 @@ constexpr off_t kMaxFileSize = off_t{1} << 30;
 /** Bytes that nobody has to fill before they are read into. */
 struct TBytes {
   explicit TBytes(size_t capacity) : data(new char[capacity + 1]) {}
+  std::string_view View() const { return {data.get(), length}; }
   std::unique_ptr<char[]> data;
   size_t length = 0;
+  bool isWhole = true; // as far as it was read
 };
 
 /** The file up to its first NUL, ended by one; null when it cannot be read. */
@@ -34,7 +36,9 @@ std::unique_ptr<TBytes> read_text(const entry_ref& ref) {
     bytes->length += static_cast<size_t>(count);
   }
   bytes->data[bytes->length] = '\0';
+  const std::string_view all = bytes->View();
   bytes->length = std::strlen(bytes->data.get());
+  bytes->isWhole = all.find_first_not_of('\0', bytes->length) == std::string_view::npos;
   return bytes;
 }
 
@@ -63,6 +67,11 @@ void unify_line_ends(TBytes* text, long crType) {
   }
 }
 
+long count_substitutes(const TBytes& text) {
+  constexpr char kSubstitute = 0x1A;
+  return std::count(text.data.get(), text.data.get() + text.length, kSubstitute);
+}
+
 /** The text in UTF-8: converted, or as it is. A doubled buffer is all that converted text may fill. */
 std::unique_ptr<TBytes> to_utf8(std::unique_ptr<TBytes> text, long encoding) {
   if (encoding == 0) return text;
@@ -73,6 +82,8 @@ std::unique_ptr<TBytes> to_utf8(std::unique_ptr<TBytes> text, long encoding) {
   if (convert_to_utf8(converter, text->data.get(), &sourceLength, converted->data.get(), &length) != B_OK) return text;
   converted->data[length] = '\0';
   converted->length = length;
+  const bool isCut = sourceLength < text->length;
+  converted->isWhole = text->isWhole && !isCut && count_substitutes(*converted) == count_substitutes(*text);
   return converted;
 }
 
@@ -110,19 +121,20 @@ std::string joined(const std::list<std::string>& lines, std::string_view lineEnd
 
 } // namespace
 
-bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crType, long* encoding) {
+bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crType, long* encoding, bool* isWhole) {
   const long wanted = gPref ? gPref->Values()->readEncoding : kDetectEncoding;
-  return load_lyrics_as(wanted, file, lines, crType, encoding);
+  return load_lyrics_as(wanted, file, lines, crType, encoding, isWhole);
 }
 
 bool load_lyrics_as(long readEncoding, const entry_ref& file, std::list<std::string>* lines, long* crType,
-                    long* encoding) {
+                    long* encoding, bool* isWhole) {
   std::unique_ptr<TBytes> text = read_text(file);
   if (!text) return false;
   *crType = koreva::detect_cr_type(text->data.get());
   *encoding = readEncoding == kDetectEncoding ? koreva::detect_charset(text->data.get()) : readEncoding;
   unify_line_ends(text.get(), *crType);
   text = to_utf8(std::move(text), *encoding);
+  if (isWhole) *isWhole = text->isWhole;
   text_to_lines(text->data.get(), lines);
   return true;
 }

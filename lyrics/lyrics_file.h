@@ -19,13 +19,15 @@ struct TLyricsInfo {
 inline constexpr long kDetectEncoding = 4;
 
 /** Reads a file; the encoding is the one the settings (`gPref`) ask for, or found out. A byte-order mark stays in the
-    first line, a NUL ends the text. False, and no output touched, when the file cannot be opened or read, is no
+    first line, a NUL ends the text. `isWhole`, where wanted: nothing but NULs stands behind the first one, and every
+    character found its place in the lines. False, and no output touched, when the file cannot be opened or read, is no
     ordinary file, or is larger than 1 GiB. */
-bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crType, long* encoding);
+bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crType, long* encoding,
+                 bool* isWhole = nullptr);
 
 /** The same with the encoding named: 0 to 2, or kDetectEncoding. An unknown number leaves the bytes as they are. */
 bool load_lyrics_as(long readEncoding, const entry_ref& file, std::list<std::string>* lines, long* crType,
-                    long* encoding);
+                    long* encoding, bool* isWhole = nullptr);
 
 /** Clears the list and splits a NUL-terminated text at line feeds; a final line feed begins no further line. */
 void text_to_lines(const char* text, std::list<std::string>* lines);

@@ -92,3 +92,12 @@ std::string keep_for_recovery(const std::string& path, std::string_view bytes) {
   const std::string fallback = std::filesystem::temp_directory_path().string() + "/" + name;
   return replace_file(fallback, bytes) == B_OK ? fallback : std::string();
 }
+
+std::string keep_file_for_recovery(const std::string& path) {
+  BFile file(path.c_str(), B_READ_ONLY);
+  off_t size = 0;
+  if (file.InitCheck() != B_OK || !file.IsRegular() || file.GetSize(&size) != B_OK) return {};
+  std::string bytes(static_cast<size_t>(size), '\0');
+  if (file.Read(bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) return {};
+  return keep_for_recovery(path, bytes);
+}

@@ -18,3 +18,5 @@
 /** Keeps bytes that could not be written to `path`: in a file of their own below the settings folder, else below the
     temporary folder. Returns where, or an empty text when nothing worked. */
 [[nodiscard]] std::string keep_for_recovery(const std::string& path, std::string_view bytes);
+/** The same for what the file holds. */
+[[nodiscard]] std::string keep_file_for_recovery(const std::string& path);

@@ -5,7 +5,9 @@
 #include <unistd.h>
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 using Opening = EditorByHand;
 
@@ -31,9 +33,25 @@ TEST_F(Opening, UnreadableFileIsNamed) {
   EXPECT_THAT(Answer("Escape", [&] { Open(fFolder.File("secret.lrc")); }).text, HasSubstr("secret.lrc"));
 }
 
-TEST_F(Opening, TextEndsAtItsFirstNul) {
-  Open(fFolder.Write("nul.lrc", std::string("one\ntwo\0three\n", 14)));
-  EXPECT_THAT(Lines(), ElementsAre("one", "two"));
+TEST_F(Opening, FileThatIsNotReadWholeIsNamedAndKeptBeforeItIsSavedOver) {
+  const struct {
+    const char* name;
+    std::string bytes;
+    std::list<std::string> lines;
+  } rows[] = {{"nul.lrc", std::string("one\ntwo\0three\n", 14), {"one", "two"}},
+              {"broken.lrc", "\x93\xFA\x81\n", {"日\x1A"}},
+              {"long.lrc", std::string(6, '\xB1'), {"ｱｱｱｱ"}}}; // its text would fill more than the room there is
+  for (const auto& row : rows) {
+    const std::string path = fFolder.Write(row.name, row.bytes);
+    EXPECT_THAT(Answer("Escape", [&] { Open(path); }).text,
+                StartsWith("Not all of this file can be read as lyrics:\n" + path));
+    EXPECT_EQ(Lines(), row.lines);
+    const std::string told = Answer("Escape", [&] { Press("Ctrl+S"); }).text;
+    EXPECT_THAT(told, HasSubstr("it is kept here:\n"));
+    EXPECT_EQ(fFolder.Read(std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path())), row.bytes);
+    Press("Ctrl+S"); // now the file is as it is shown
+    EXPECT_THAT(Status(), EndsWith("Saved"));
+  }
 }
 
 TEST_F(Opening, FileThatCannotBeMadeIsNamed) {

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 using testing::EndsWith;
+using testing::StartsWith;
 
 class Saving : public EditorByHand {
 protected:
@@ -38,6 +39,26 @@ TEST_F(Saving, KeepsEncodingAndLineEndsToTheByte) {
     EXPECT_THAT(Status(), EndsWith("Saved"));
   }
   EXPECT_EQ(CountFiles(), 5); // nothing is left beside them
+}
+
+TEST_F(Saving, WhatTheEncodingCannotHoldIsNamedAndKept) {
+  const std::string path = fFolder.Write("a.lrc", "[00:01]한é\n日é\n");
+  Open(path);
+  BMessage save(B_SAVE_REQUESTED);
+  entry_ref folder;
+  get_ref_for_path(fFolder.Path().c_str(), &folder);
+  save.AddRef("directory", &folder);
+  save.AddString("name", "a.lrc");
+  save.AddInt32("Encoding", 1);
+  const std::string told = Answer("U", [&] { Send(save); }).text;
+  EXPECT_THAT(told, StartsWith("These characters have no place in Shift-JIS and were replaced in the file:\n한 é\n\n"));
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01]\x1A\x1A\n\x93\xFA\x1A\n");
+  EXPECT_FALSE(IsModified());
+  const std::string kept = std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path());
+  EXPECT_EQ(fFolder.Read(kept), std::string("[00:01]한é\n日é\n\0", 20));
+  Change();
+  Press("Ctrl+S"); // the same characters are not told of again
+  EXPECT_THAT(Status(), EndsWith("Saved"));
 }
 
 TEST_F(Saving, AnswerWithoutAFileWritesNothing) {
