@@ -13,7 +13,8 @@ enum : unsigned int {
   kMsgRepeatTo = 'plrb',   // to here
   kMsgRepeatOff = 'plrx',
   // The list. Songs are named by int64 "id", one or more.
-  kMsgAddSongs = 'plad',    // string "path", one or more; int32 "before" (absent: at the end)
+  kMsgAddSongs = 'plad', // string "path", one or more; int32 "before" (absent: at the end)
+  kMsgSongsFound = 'plfd',
   kMsgRemoveSongs = 'plrm', // "id"
   kMsgMoveSongs = 'plmv',   // "id"; int32 "before"
   kMsgClearSongs = 'plcl',

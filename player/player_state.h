@@ -22,6 +22,7 @@ struct TPluginTexts {
 struct TPlayerState {
   std::shared_ptr<const TSongs> songs = std::make_shared<TSongs>();
   int32 current = -1;
+  bool isSearching = false; // more songs may come
   bool isLoaded = false;
   bool isPlaying = false;
   int32 durationMs = 0;

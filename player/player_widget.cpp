@@ -98,8 +98,12 @@ void TPlayerWidget::MakeShortcuts() {
     add(key, [this, request] { ask(fPlayer, request); });
   };
   addRequest(Qt::Key_Space, kMsgPlayPause);
-  addRequest(Qt::Key_N, kMsgNext);
-  addRequest(Qt::Key_P, kMsgPrevious);
+  for (const auto& [key, request] : {std::pair{Qt::Key_N, kMsgNext}, {Qt::Key_P, kMsgPrevious}}) {
+    add(key, [this, request = request] {
+      fList->FollowNextSong();
+      ask(fPlayer, request);
+    });
+  }
   addRequest(Qt::Key_A, kMsgRepeatFrom);
   addRequest(Qt::Key_B, kMsgRepeatTo);
   addRequest(Qt::Key_X, kMsgRepeatOff);

@@ -1,7 +1,6 @@
 #include "player/playlist.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace {
 
@@ -26,6 +25,17 @@ void TPlaylist::Insert(TSongs songs, int32 before) {
   if (fCurrent >= before) fCurrent += static_cast<int32>(songs.size());
   TSongs& own = Own();
   own.insert(own.begin() + before, std::make_move_iterator(songs.begin()), std::make_move_iterator(songs.end()));
+}
+
+void TPlaylist::Append(TSongs songs, std::unordered_set<std::string>* added) {
+  std::unordered_set<std::string> known;
+  for (const TSong& song : *fSongs) known.insert(song.path);
+  std::erase_if(songs, [&](const TSong& song) {
+    if (known.contains(song.path) && !added->contains(song.path)) return true;
+    added->insert(song.path);
+    return false;
+  });
+  Insert(std::move(songs), -1);
 }
 
 void TPlaylist::TakeUp(TSongs songs) {

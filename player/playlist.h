@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 struct TSong {
@@ -24,6 +25,9 @@ class TPlaylist {
 public:
   /** Puts the songs before that place; a place outside the list means its end. */
   void Insert(TSongs songs, int32 before);
+  /** Puts those at the end that are not in the list yet. `added` holds the paths that earlier calls have added: such a
+      song is wanted more than once. */
+  void Append(TSongs songs, std::unordered_set<std::string>* added);
   /** Those songs first, then those of the list that are not among them. A current song stays current. */
   void TakeUp(TSongs songs);
   /** False when none of them was there. The song after the current one becomes current in its place. */
@@ -38,6 +42,7 @@ public:
   TSong* Edit(int32 index);
   /** -1: not there. */
   int32 Find(const std::string& path) const;
+  int32 IndexOf(int64 id) const;
   /** Another pointer after every change. */
   std::shared_ptr<const TSongs> Songs() const { return fSongs; }
 
@@ -52,7 +57,6 @@ public:
 
 private:
   TSongs& Own();
-  int32 IndexOf(int64 id) const;
 
   std::shared_ptr<TSongs> fSongs = std::make_shared<TSongs>();
   int32 fCurrent = -1;

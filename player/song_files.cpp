@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -28,20 +29,6 @@ bool ends_like_one_of(const char* const (&extensions)[Count], const std::string&
   return std::find(std::begin(extensions), std::end(extensions), extension) != std::end(extensions);
 }
 
-std::vector<std::string> audio_files_in(const fs::path& folder) {
-  std::vector<std::string> files;
-  std::error_code error;
-  // Links to folders are not followed, so a loop of them ends nowhere.
-  fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied, error);
-  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-    std::error_code ignored;
-    if (entry->is_regular_file(ignored) && is_audio_name(entry->path().string()))
-      files.push_back(entry->path().string());
-  }
-  std::sort(files.begin(), files.end());
-  return files;
-}
-
 TSong song_of(const std::string& path) {
   std::error_code error;
   TSong song;
@@ -50,12 +37,59 @@ TSong song_of(const std::string& path) {
   return song;
 }
 
-/** Reads lists within lists; knows which ones are being read, so that a loop ends. */
-class TListReader {
+/** Reads folders within folders, and lists within lists; knows which lists are being read, so that a loop ends. */
+class TSongReader {
 public:
-  explicit TListReader(TGathered* gathered) : fGathered(gathered) {}
+  explicit TSongReader(TSongTaker* taker) : fTaker(taker) {}
 
   void Read(const std::string& path) {
+    std::error_code error;
+    if (fs::is_directory(path, error)) {
+      ReadFolder(path);
+    } else if (is_list_name(path)) {
+      ReadList(path);
+    } else {
+      Give(song_of(path));
+    }
+    if (fSongs == 0 && !fIsFaulty && !fTaker->HasEnough()) Fault("There is no song in " + path);
+    if (fSongs == kMostSongs)
+      Fault("Only the first " + std::to_string(kMostSongs) + " songs of " + path + " are taken");
+  }
+
+private:
+  /** A folder is given as soon as it is read: its songs, and those of its folders where these stand in byte order. */
+  void ReadFolder(const fs::path& folder) {
+    for (const std::string& name : NamesIn(folder)) {
+      if (IsDone()) return;
+      if (name.ends_with('/')) {
+        ReadFolder(folder / name);
+      } else {
+        Give(song_of((folder / name).string()));
+      }
+    }
+  }
+
+  /** Of songs and, with a slash behind, of folders. Links to folders are not followed, so a loop of them ends nowhere.
+   */
+  std::vector<std::string> NamesIn(const fs::path& folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator() && !IsDone();
+         entry.increment(error)) {
+      std::error_code ignored;
+      const std::string name = entry->path().filename().string();
+      if (entry->is_directory(ignored)) {
+        if (!entry->is_symlink(ignored)) names.push_back(name + '/');
+      } else if (is_audio_name(name) && entry->is_regular_file(ignored)) {
+        names.push_back(name);
+      }
+    }
+    if (error) Fault("Cannot read the folder " + folder.string() + ": " + error.message());
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+  void ReadList(const std::string& path) {
     std::error_code error;
     const std::string real = fs::canonical(path, error).string();
     if (std::find(fBeingRead.begin(), fBeingRead.end(), real) != fBeingRead.end()) {
@@ -68,35 +102,46 @@ public:
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     if (!file) return Fault("Cannot read the list " + path);
     fBeingRead.push_back(real);
-    Take(path, parse_m3u(bytes, fs::path(real).parent_path().string()));
+    TakeList(path, parse_m3u(bytes, fs::path(real).parent_path().string()));
     fBeingRead.pop_back();
   }
 
-private:
-  void Take(const std::string& list, TSongs songs) {
+  void TakeList(const std::string& list, TSongs songs) {
     size_t dead = 0;
     std::string firstDead;
     for (TSong& song : songs) {
-      if (fGathered->songs.size() >= kMostSongs) break;
+      if (IsDone()) break;
       if (is_list_name(song.path)) {
-        Read(song.path);
+        ReadList(song.path);
         continue;
       }
       std::error_code error;
       song.failed = !fs::exists(song.path, error);
       if (song.failed && ++dead == 1) firstDead = song.path;
-      fGathered->songs.push_back(std::move(song));
+      Give(std::move(song));
     }
     if (dead == 1) Fault("A song of the list " + list + " is not there: " + firstDead);
     if (dead > 1)
       Fault(std::to_string(dead) + " songs of the list " + list + " are not there, the first: " + firstDead);
   }
 
-  void Fault(std::string text) { fGathered->faults.push_back(std::move(text)); }
+  bool IsDone() const { return fSongs >= kMostSongs || fTaker->HasEnough(); }
 
-  TGathered* const fGathered;
+  void Give(TSong song) {
+    ++fSongs;
+    fTaker->Take(std::move(song));
+  }
+
+  void Fault(std::string text) {
+    fIsFaulty = true;
+    fTaker->TellFault(std::move(text));
+  }
+
+  TSongTaker* const fTaker;
   std::vector<std::string> fBeingRead;
   size_t fLists = 0;
+  size_t fSongs = 0;
+  bool fIsFaulty = false;
 };
 
 } // namespace
@@ -109,16 +154,6 @@ bool is_list_name(const std::string& path) {
   return ends_like_one_of(kLists, path);
 }
 
-TGathered gather_songs(const std::string& path) {
-  TGathered gathered;
-  std::error_code error;
-  if (fs::is_directory(path, error)) {
-    for (const std::string& file : audio_files_in(path)) gathered.songs.push_back(song_of(file));
-  } else if (is_list_name(path)) {
-    TListReader(&gathered).Read(path);
-  } else {
-    gathered.songs.push_back(song_of(path));
-  }
-  if (gathered.songs.empty() && gathered.faults.empty()) gathered.faults.push_back("There is no song in " + path);
-  return gathered;
+void gather_songs(const std::string& path, TSongTaker* taker) {
+  TSongReader(taker).Read(path);
 }

@@ -3,18 +3,25 @@
 #include "player/playlist.h"
 
 #include <string>
-#include <vector>
 
-/** What a path gave, and what of it could not be taken, a line each. */
-struct TGathered {
-  TSongs songs;
-  std::vector<std::string> faults;
+/** Takes what is found, in its order. Called by whoever gathers. */
+class TSongTaker {
+public:
+  TSongTaker() = default;
+  TSongTaker(const TSongTaker&) = delete;
+  TSongTaker& operator=(const TSongTaker&) = delete;
+  virtual ~TSongTaker() = default;
+  virtual void Take(TSong song) = 0;
+  /** What could not be taken, in a line. */
+  virtual void TellFault(std::string fault) = 0;
+  /** Nobody waits for more. */
+  virtual bool HasEnough() const = 0;
 };
 
 /** A file is taken as it is; a folder gives its audio files and those of its folders, in byte order; a list of songs
     gives its songs and those of the lists it names. Songs of a list that are not there are kept, as failed. Reads no
     sound file. Any thread. */
-TGathered gather_songs(const std::string& path);
+void gather_songs(const std::string& path, TSongTaker* taker);
 
 /** True for names that end like an audio file's. */
 bool is_audio_name(const std::string& path);

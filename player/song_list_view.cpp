@@ -14,10 +14,12 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 constexpr double kHintStrength = 0.6;
-}
+constexpr qint64 kInUseMs = 10000;
+} // namespace
 
 TSongListView::TSongListView(const BMessenger& player) : fPlayer(player) {
   setModel(&fModel);
@@ -29,12 +31,28 @@ TSongListView::TSongListView(const BMessenger& player) : fPlayer(player) {
   setEditTriggers(NoEditTriggers);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setAcceptDrops(true);
+  connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] { fUsed.start(); });
   connect(this, &QListView::activated, this,
           [this](const QModelIndex& index) { ask(fPlayer, kMsgPlaySong, "index", index.row()); });
 }
 
 void TSongListView::Show(const TPlayerState& state) {
+  if (std::exchange(fIsSearching, state.isSearching) != fIsSearching) viewport()->update();
   fModel.Show(state.songs, state.current);
+  const bool hasCurrent = state.current >= 0 && state.current < fModel.rowCount();
+  const int64 id = hasCurrent ? fModel.At(state.current).id : 0;
+  if (std::exchange(fCurrentId, id) != id && id != 0 && !IsInUse()) scrollTo(fModel.index(state.current));
+}
+
+bool TSongListView::IsInUse() const {
+  return QApplication::mouseButtons() != Qt::NoButton || (fUsed.isValid() && fUsed.elapsed() < kInUseMs);
+}
+
+bool TSongListView::viewportEvent(QEvent* event) {
+  const QEvent::Type type = event->type();
+  if (type == QEvent::Wheel || type == QEvent::HoverMove || type == QEvent::MouseButtonPress) fUsed.start();
+  if (type == QEvent::HoverLeave) fUsed.invalidate();
+  return QListView::viewportEvent(event);
 }
 
 std::vector<int> TSongListView::SelectedRows() const {
@@ -104,7 +122,8 @@ void TSongListView::paintEvent(QPaintEvent* event) {
   if (fModel.rowCount() == 0) {
     painter.setOpacity(kHintStrength);
     painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
-                     tr("Drop songs, folders or lists here,\nor open them: Ctrl+O"));
+                     fIsSearching ? tr("Looking for songs …")
+                                  : tr("Drop songs, folders or lists here,\nor open them: Ctrl+O"));
     painter.setOpacity(1);
   }
   if (fDropRow < 0) return;
@@ -137,6 +156,7 @@ void TSongListView::dropEvent(QDropEvent* event) {
 }
 
 void TSongListView::keyPressEvent(QKeyEvent* event) {
+  fUsed.start();
   const bool alone = event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier;
   if (event->key() == Qt::Key_Delete && alone) return RemoveSelected();
   QListView::keyPressEvent(event);

@@ -7,10 +7,12 @@
 #include "player/front_end_host.h"
 #include "player/player_messages.h"
 #include "player/player_window.h"
+#include "player/requests.h"
 
 namespace {
 
 constexpr const char* kEditorSignature = "application/x-vnd.KOREVA-VesmoEditor";
+constexpr int64 kFirstSearch = 1; // for the songs of the command line
 constexpr bigtime_t kTickUs = 100000;
 /** The windows come up first: loading the audio library would hold them up for longer than all they need themselves. */
 constexpr bigtime_t kFirstSongDelayUs = 250000;
@@ -20,11 +22,13 @@ constexpr bigtime_t kOtherPluginsDelayUs = 500000;
 } // namespace
 
 TSonivoApp::TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource)
-    : BApplication(kSignature), fCommandLine(std::move(commandLine)), fSource(makeSource(this)),
+    : BApplication(kSignature), fCommandLine(std::move(commandLine)),
+      fSearch([player = BMessenger(this)] { ask(player, kMsgSongsFound); }), fSource(makeSource(this)),
       fBus(BMessenger(this), [this] { return fSource->PositionMs(); }), fNowPlaying(fSource.get()),
       fHost(new TFrontEndHost(&fNowPlaying)) {
   fWantedSource = fCommandLine.source;
-  Gather(fCommandLine.songs, -1);
+  if (!fCommandLine.songs.empty())
+    fAwaited[fSearch.Begin(fCommandLine.songs)] = {.areHandedOver = true, .startPaused = StartsPaused()};
   fHost->Run();
 }
 
@@ -45,13 +49,13 @@ void TSonivoApp::MessageReceived(BMessage* message) {
   case kMsgPlayPause:
     return PlayPause();
   case kMsgNext:
-    ForgetFaults();
+    UserChoseSong();
     return PlayNeighbour(1);
   case kMsgPrevious:
-    ForgetFaults();
+    UserChoseSong();
     return PlayNeighbour(-1);
   case kMsgPlaySong:
-    ForgetFaults();
+    UserChoseSong();
     if (message->FindInt32("index", &number) == B_OK) PlaySong(number, false);
     return;
   case kMsgSeek:
@@ -109,11 +113,18 @@ void TSonivoApp::PlayFirstSong() {
   const int32 positionMs = FindKeptList();
   StateChanged();
   if (fIsLoaded) return; // the user was quicker
-  if (!wanted.empty())
-    return PlaySong(fPlaylist.GoodFrom(fPlaylist.Find(wanted)), fCommandLine.startsPaused || !fWantedSource.empty());
+  if (!wanted.empty()) return PlaySong(fPlaylist.GoodFrom(fPlaylist.Find(wanted)), StartsPaused());
+  if (fAwaited.contains(kFirstSearch)) {
+    fPlayedSearch = kFirstSearch;
+    return;
+  }
   if (fPlaylist.Current() < 0) return;
   PlaySong(fPlaylist.Current(), true);
   fResumeMs = positionMs;
+}
+
+bool TSonivoApp::StartsPaused() const {
+  return fCommandLine.startsPaused || !fWantedSource.empty();
 }
 
 void TSonivoApp::ShowLyrics(const std::string& path) {
@@ -134,8 +145,15 @@ void TSonivoApp::ForgetFaults() {
   if (fFaults.Clear()) StateChanged();
 }
 
+/** Whatever was to be played before that. */
+void TSonivoApp::UserChoseSong() {
+  fPlayedSearch = 0;
+  ForgetFaults();
+}
+
 void TSonivoApp::StateChanged() {
   fState.isLoaded = fIsLoaded;
+  fState.isSearching = !fAwaited.empty();
   fState.faults = fFaults.Text();
   fState.songs = fPlaylist.Songs();
   fState.current = fPlaylist.Current();

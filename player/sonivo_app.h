@@ -7,9 +7,11 @@
 #include "player/now_playing.h"
 #include "player/player_state.h"
 #include "player/plugin_loader.h"
+#include "player/song_search.h"
 #include "player/song_source.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -28,6 +30,15 @@ struct TFollowedPlayer {
   bool isSilent = false;
 };
 
+/** What is done with songs once they are found. */
+struct TAwaitedSongs {
+  /** Those that are in the list already stay where they stand, the others come to its end. */
+  bool areHandedOver = false;
+  bool startPaused = false;
+  int64 beforeId = 0; // of songs that were put into the list: the song they come before; 0 for its end
+  std::unordered_set<std::string> added = {};
+};
+
 /** The player: playlist, sound, windows and plug-ins, all on the application's looper. Knows what plays and why, shows
    it in the window, and answers front ends and scripts. */
 class TSonivoApp : public BApplication, private TSongEvents {
@@ -44,9 +55,11 @@ private:
   // sonivo_app.cpp: the start, and what is shown.
   void Start();
   void PlayFirstSong();
+  bool StartsPaused() const;
   static void ShowLyrics(const std::string& path);
   void TellFault(const std::string& fault);
   void ForgetFaults();
+  void UserChoseSong();
   void StateChanged();
   void TellSong(const TPlayerState& shown);
   void TickWhilePlaying(bool isPlaying);
@@ -71,7 +84,9 @@ private:
 
   // sonivo_list.cpp: the list of songs, also from one run to the next.
   bool HandleList(const BMessage& message);
-  void Gather(const std::vector<std::string>& paths, int32 before);
+  void TakeFoundSongs();
+  void TakePiece(TSongSearch::TPiece piece);
+  void PlayFound(int32 index, bool paused);
   void AddSongs(const BMessage& message);
   void RemoveSongs(const BMessage& message);
   void SaveList(const BMessage& message);
@@ -119,6 +134,12 @@ private:
 
   const TCommandLine fCommandLine;
   TPlaylist fPlaylist;
+  /** Songs that are being looked for, by the search's number; and of which search the first song is played as soon as
+      it is found, 0 for none. */
+  TSongSearch fSearch;
+  std::map<int64, TAwaitedSongs> fAwaited;
+  int64 fPlayedSearch = 0;
+  bigtime_t fTookSongsUs = 0;
   TPlayerState fState;
   TFaults fFaults;
   bool fIsLoaded = false;
@@ -145,6 +166,7 @@ private:
   std::unique_ptr<BMessageRunner> fTicker;
   std::unique_ptr<BMessageRunner> fStarter;
   std::unique_ptr<BMessageRunner> fKeeper;
+  std::unique_ptr<BMessageRunner> fFinder;
   /** Windows that were asked to close and have not answered; -1 while the player is not closing. */
   int32 fAwaitedAnswers = -1;
 };

@@ -104,7 +104,7 @@ void TSonivoApp::TakePlayers(const BMessage& message) {
     TellFault(gone + "; the player's own sound is the source again");
   }
   if (isThere(fWantedSource)) {
-    ForgetFaults();
+    UserChoseSong();
     return ChooseSource(std::string(fWantedSource));
   }
   if (!fWantedSource.empty()) {

@@ -46,6 +46,7 @@ void TSonivoApp::End() {
   fStarter.reset();
   fTicker.reset();
   fKeeper.reset();
+  fFinder.reset();
   fPlugins.UnloadAll();
   if (fWindow->Lock()) fWindow->Quit();
   fWindow = nullptr;

@@ -2,12 +2,12 @@
 
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
+#include "platform/kernel/threads.h"
 #include "platform/support/log.h"
 #include "player/kept_list.h"
 #include "player/m3u.h"
 #include "player/player_messages.h"
 #include "player/player_window.h"
-#include "player/song_files.h"
 #include "player/sonivo_app.h"
 #include "player/write_file.h"
 
@@ -17,6 +17,7 @@ namespace {
 
 /** A list that is being put in order is written once that is done. */
 constexpr bigtime_t kKeepDelayUs = 2000000;
+constexpr bigtime_t kBetweenPiecesUs = 100000;
 
 std::vector<int64> ids_in(const BMessage& message) {
   std::vector<int64> ids;
@@ -52,9 +53,14 @@ bool TSonivoApp::HandleList(const BMessage& message) {
     if (fPlaylist.Move(ids_in(message), place_in(message))) StateChanged();
     return true;
   case kMsgClearSongs:
+    fSearch.Forget();
+    fAwaited.clear();
     fPlaylist.Clear();
     ForgetFaults();
     StopPlaying();
+    return true;
+  case kMsgSongsFound:
+    TakeFoundSongs();
     return true;
   case kMsgSaveList:
     SaveList(message);
@@ -70,22 +76,48 @@ bool TSonivoApp::HandleList(const BMessage& message) {
   }
 }
 
-void TSonivoApp::Gather(const std::vector<std::string>& paths, int32 before) {
-  TSongs songs;
-  for (const std::string& path : paths) {
-    TGathered gathered = gather_songs(path);
-    std::move(gathered.songs.begin(), gathered.songs.end(), std::back_inserter(songs));
-    for (const std::string& fault : gathered.faults) TellFault(fault);
+/** Many at a time: each time the whole list is shown anew. */
+void TSonivoApp::TakeFoundSongs() {
+  const bigtime_t waitUs = fTookSongsUs + kBetweenPiecesUs - system_time();
+  if (waitUs > 0) {
+    const BMessage again(kMsgSongsFound);
+    fFinder = std::make_unique<BMessageRunner>(BMessenger(this), &again, waitUs, 1);
+    return;
   }
-  fPlaylist.Insert(std::move(songs), before);
+  fTookSongsUs = system_time();
+  for (TSongSearch::TPiece& piece : fSearch.Take()) TakePiece(std::move(piece));
+  StateChanged();
+}
+
+void TSonivoApp::TakePiece(TSongSearch::TPiece piece) {
+  const auto awaited = fAwaited.find(piece.search);
+  if (awaited == fAwaited.end()) return;
+  TAwaitedSongs& plan = awaited->second;
+  for (const std::string& fault : piece.faults) TellFault(fault);
+  const std::string first = piece.songs.empty() ? std::string() : piece.songs.front().path;
+  if (plan.areHandedOver) {
+    fPlaylist.Append(std::move(piece.songs), &plan.added);
+  } else {
+    if (fPlaylist.Count() == 0) fPlayedSearch = piece.search;
+    fPlaylist.Insert(std::move(piece.songs), fPlaylist.IndexOf(plan.beforeId));
+  }
+  const bool startPaused = plan.startPaused;
+  if (piece.isLast) fAwaited.erase(awaited);
+  if (fPlayedSearch == piece.search) PlayFound(fPlaylist.GoodFrom(fPlaylist.Find(first)), startPaused);
+}
+
+/** -1 for what was found so far: nothing of it can be played. */
+void TSonivoApp::PlayFound(int32 index, bool paused) {
+  if (index < 0) return;
+  fPlayedSearch = 0;
+  PlaySong(index, paused);
 }
 
 void TSonivoApp::AddSongs(const BMessage& message) {
   ForgetFaults();
-  const bool wasEmpty = fPlaylist.Count() == 0;
-  Gather(paths_in(message), place_in(message));
+  const TSong* const before = fPlaylist.At(place_in(message));
+  fAwaited[fSearch.Begin(paths_in(message))] = {.beforeId = before ? before->id : 0};
   StateChanged();
-  if (wasEmpty) PlaySong(fPlaylist.GoodFrom(0), false);
 }
 
 void TSonivoApp::RemoveSongs(const BMessage& message) {
@@ -105,26 +137,21 @@ void TSonivoApp::SaveList(const BMessage& message) {
   if (!write_file(path, m3u_text(*fPlaylist.Songs(), folder))) TellFault("Cannot write the list " + path);
 }
 
-/** The songs of another start of the program are played here: those that are in the list already, where they stand. */
+/** The songs of another start of the program are played here. */
 void TSonivoApp::TakeOver(const BMessage& message) {
-  message.SendReply(B_REPLY); // a large folder must not keep the asker waiting
-  ForgetFaults();
+  message.SendReply(B_REPLY);
+  UserChoseSong();
   bool paused = false;
   message.FindBool("paused", &paused);
-  int32 first = -1;
-  for (const std::string& path : paths_in(message)) {
-    int32 index = fPlaylist.Find(path);
-    if (index < 0) {
-      index = fPlaylist.Count();
-      Gather({path}, -1);
-    }
-    if (first < 0) first = index;
+  std::vector<std::string> paths = paths_in(message);
+  if (!paths.empty()) {
+    fPlayedSearch = fSearch.Begin(std::move(paths));
+    fAwaited[fPlayedSearch] = {.areHandedOver = true, .startPaused = paused};
   }
   std::string lyrics;
   if (message.FindString("lyrics", &lyrics) == B_OK) ShowLyrics(lyrics);
   RaiseWindow();
   StateChanged();
-  PlaySong(fPlaylist.GoodFrom(first), paused);
 }
 
 int32 TSonivoApp::FindKeptList() {

@@ -49,6 +49,7 @@ void TSonivoApp::PlayPause() {
 
 void TSonivoApp::StopPlaying() {
   if (fIsLoaded) fSource->Stop();
+  fPlayedSearch = 0;
   fLoad = 0; // what the sound still tells is about no song any more
   fIsLoaded = false;
   fState.isPlaying = false;

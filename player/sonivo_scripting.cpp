@@ -92,6 +92,7 @@ bool TSonivoApp::HandleScript(BMessage* message) {
 
 /** Another player that is the source has one entry: the song it is at. */
 void TSonivoApp::ExecuteEntry(int32 index) {
+  fPlayedSearch = 0;
   if (!fOther) return PlaySong(index, false);
   if (index == 0) fBus.SetPaused(false);
 }

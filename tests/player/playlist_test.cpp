@@ -75,6 +75,14 @@ TEST_F(Playlist, TakesUpTheKeptSongsBeforeItsOwn) {
   EXPECT_EQ(list.Current(), 1);
 }
 
+TEST_F(Playlist, AppendsWhatIsNotThereYetAsOftenAsItIsNamed) {
+  std::unordered_set<std::string> added;
+  list.Append(songs_of({"b", "x", "c"}), &added);
+  list.Append(songs_of({"x", "y", "b"}), &added);
+  EXPECT_THAT(paths_of(list), ElementsAre("a", "b", "c", "d", "e", "x", "x", "y"));
+  EXPECT_EQ(list.CurrentSong()->path, "c");
+}
+
 TEST_F(Playlist, WhatWasHandedOutStaysAsItWas) {
   const auto before = list.Songs();
   EXPECT_EQ(list.Songs(), before) << "nothing has changed";

@@ -5,6 +5,7 @@
 #include "platform/kernel/threads.h"
 #include "player/front_end_host.h"
 #include "player/sonivo_app.h"
+#include "tests/player/playlist_questions.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +23,7 @@ std::string long_name() {
 
 class Protocol : public testing::Test {
 protected:
-  Protocol() : fThread(fApp->Run()) {}
+  Protocol() : fThread(fApp->Run()) { wait_for_songs(2); }
   ~Protocol() override {
     fApp->PostMessage(B_QUIT_REQUESTED);
     wait_for_thread(fThread, nullptr);
@@ -32,13 +33,6 @@ protected:
     BMessage answer;
     EXPECT_EQ(whom.SendMessage(&question, &answer), B_OK);
     return answer;
-  }
-
-  static BMessage GetEntry(int32 index) {
-    BMessage question(B_GET_PROPERTY);
-    question.AddSpecifier("Entry", index);
-    question.AddSpecifier("Playlist");
-    return Ask(question);
   }
 
   static TCommandLine Songs() {
@@ -70,14 +64,8 @@ TEST_F(Protocol, TheHandshakeGivesAMessengerThatAnswersWithTheRecord) {
 }
 
 TEST_F(Protocol, ScriptsReadThePlaylist) {
-  BMessage count(B_COUNT_PROPERTIES);
-  count.AddSpecifier("Entry");
-  count.AddSpecifier("Playlist");
   int32 number = 0;
-  EXPECT_EQ(Ask(count).FindInt32("result", &number), B_OK);
-  EXPECT_EQ(number, 2);
-
-  const BMessage entry = GetEntry(1);
+  const BMessage entry = entry_of_playlist(1);
   std::string text;
   bool played = true;
   EXPECT_EQ(entry.FindString("filename", &text), B_OK);
@@ -98,7 +86,8 @@ TEST_F(Protocol, WhatIsNotUnderstoodIsAnsweredToo) {
   BMessage wrongForm(B_GET_PROPERTY);
   wrongForm.AddSpecifier("Entry");
   wrongForm.AddSpecifier("Playlist");
-  const BMessage answers[] = {Ask(wrongName), Ask(wrongForm), Ask(BMessage(B_GET_PROPERTY)), GetEntry(2), GetEntry(-1)};
+  const BMessage answers[] = {Ask(wrongName), Ask(wrongForm), Ask(BMessage(B_GET_PROPERTY)), entry_of_playlist(2),
+                              entry_of_playlist(-1)};
   for (const BMessage& answer : answers) {
     EXPECT_EQ(answer.what, B_MESSAGE_NOT_UNDERSTOOD);
     int32 error = B_OK;

@@ -18,21 +18,35 @@ std::vector<std::string> paths_of(const TSongs& songs) {
   return paths;
 }
 
+struct TGathered : TSongTaker {
+  explicit TGathered(const std::string& path, size_t enough = 1000) : most(enough) { gather_songs(path, this); }
+  void Take(TSong song) override { songs.push_back(std::move(song)); }
+  void TellFault(std::string fault) override { faults.push_back(std::move(fault)); }
+  bool HasEnough() const override { return songs.size() >= most; }
+  const size_t most;
+  TSongs songs;
+  std::vector<std::string> faults;
+};
+
 } // namespace
 
 TEST(SongFiles, AFolderGivesItsSongsInByteOrder) {
   const ScratchFolder folder;
   std::filesystem::create_directory(folder.File("sub"));
-  for (const char* name : {"b.mp3", "a.OGG", "cover.jpg", "list.m3u", "sub/c.flac"}) folder.Write(name, "");
+  std::filesystem::create_directory(folder.File("sub x"));
+  for (const char* name : {"b.mp3", "a.OGG", "cover.jpg", "list.m3u", "sub/c.flac", "sub x/d.wav", "sub.mp3", "z.mp3"})
+    folder.Write(name, "");
   std::filesystem::create_directory_symlink(folder.Path(), folder.File("sub/loop"));
-  const TGathered gathered = gather_songs(folder.Path());
+  const TGathered gathered(folder.Path());
   EXPECT_THAT(paths_of(gathered.songs),
-              ElementsAre(folder.File("a.OGG"), folder.File("b.mp3"), folder.File("sub/c.flac")));
+              ElementsAre(folder.File("a.OGG"), folder.File("b.mp3"), folder.File("sub x/d.wav"),
+                          folder.File("sub.mp3"), folder.File("sub/c.flac"), folder.File("z.mp3")));
   EXPECT_EQ(gathered.songs[1].title, "b");
-  EXPECT_EQ(gather_songs(folder.File("sub/nothing")).songs.size(), 1U) << "a file is taken as it is named";
-  EXPECT_THAT(gather_songs(folder.File("sub/loop/sub/../sub")).faults, ElementsAre()) << "through the link";
+  EXPECT_EQ(TGathered(folder.Path(), 4).songs.size(), 4U) << "no more than is wanted";
+  EXPECT_EQ(TGathered(folder.File("sub/nothing")).songs.size(), 1U) << "a file is taken as it is named";
+  EXPECT_THAT(TGathered(folder.File("sub/loop/sub/../sub")).faults, ElementsAre()) << "through the link";
   std::filesystem::create_directory(folder.File("none"));
-  EXPECT_THAT(gather_songs(folder.File("none")).faults, ElementsAre(HasSubstr("no song in")));
+  EXPECT_THAT(TGathered(folder.File("none")).faults, ElementsAre(HasSubstr("no song in")));
 }
 
 TEST(SongFiles, ListsWithinListsEndAndTellWhatIsMissing) {
@@ -43,7 +57,7 @@ TEST(SongFiles, ListsWithinListsEndAndTellWhatIsMissing) {
       folder.Write("outer.m3u", "1.mp3\r\nin/inner.m3u8\r\n3.mp3\r\ngone.mp3\r\nalso gone.mp3\r\n");
   folder.Write("in/inner.m3u8", "\xef\xbb\xbf"
                                 "#EXTM3U\n2.mp3\n../outer.m3u\nlost.m3u\n");
-  const TGathered gathered = gather_songs(outer);
+  const TGathered gathered(outer);
   EXPECT_THAT(paths_of(gathered.songs), ElementsAre(folder.File("1.mp3"), folder.File("in/2.mp3"), folder.File("3.mp3"),
                                                     folder.File("gone.mp3"), folder.File("also gone.mp3")));
   EXPECT_TRUE(gathered.songs[3].failed);

@@ -6,6 +6,8 @@
 #include "player/front_end_host.h"
 #include "player/player_messages.h"
 #include "player/sonivo_app.h"
+#include "tests/player/playlist_questions.h"
+#include "tests/scratch_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -55,7 +57,7 @@ private:
 
 class Wishes : public testing::Test {
 protected:
-  Wishes() : fThread(fApp->Run()) {}
+  Wishes() : fThread(fApp->Run()) { wait_for_songs(1); }
   ~Wishes() override {
     fApp->PostMessage(B_QUIT_REQUESTED);
     wait_for_thread(fThread, nullptr);
@@ -98,6 +100,14 @@ protected:
     EXPECT_EQ(told.FindData("Info", B_STRING_TYPE, &record, &size), B_OK);
     std::memcpy(&positionMs, static_cast<const char*>(record) + 4, sizeof positionMs);
     return positionMs;
+  }
+
+  static std::string PathOf(int32 index) { return TextOf(index, "filename"); }
+  static std::string TitleOf(int32 index) { return TextOf(index, "title"); }
+  static std::string TextOf(int32 index, const char* field) {
+    std::string text;
+    EXPECT_EQ(entry_of_playlist(index).FindString(field, &text), B_OK);
+    return text;
   }
 
   TAccount fAccount;
@@ -194,6 +204,37 @@ TEST_F(Wishes, APartIsRepeatedWhicheverEndIsSetFirst) {
   Wish(kMsgPlaySong, "index", 0);
   IsPlaying();
   EXPECT_EQ(fAccount.toMs, -1) << "another song begins without it";
+}
+
+TEST_F(Wishes, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
+  const ScratchFolder folder;
+  folder.Write("a.mp3", "");
+  const std::string b = folder.Write("b.mp3", "");
+  BMessage drop(kMsgAddSongs);
+  drop.AddString("path", folder.Path());
+  drop.AddInt32("before", 0);
+  BMessenger(kSignature).SendMessage(&drop);
+  wait_for_songs(3);
+  EXPECT_EQ(PathOf(0), folder.File("a.mp3"));
+  EXPECT_EQ(PathOf(2), "/music/song.mp3");
+  EXPECT_FALSE(IsPlaying()) << "the list was not empty";
+
+  BMessage handedOver(kMsgHandedOver);
+  handedOver.AddString("path", b);
+  handedOver.AddString("path", folder.File("c.mp3"));
+  BMessenger(kSignature).SendMessage(&handedOver);
+  wait_for_songs(4);
+  EXPECT_TRUE(IsPlaying());
+  EXPECT_EQ(PathOf(3), folder.File("c.mp3"));
+  EXPECT_EQ(TitleOf(1), "title") << "the song that was there already is the one that was begun";
+
+  BMessenger(kSignature).SendMessage(&drop);
+  Wish(kMsgClearSongs);
+  handedOver.MakeEmpty();
+  handedOver.AddString("path", folder.File("d.mp3"));
+  BMessenger(kSignature).SendMessage(&handedOver);
+  wait_for_songs(1);
+  EXPECT_EQ(PathOf(0), folder.File("d.mp3")) << "what was still looked for when the list was cleared does not come";
 }
 
 TEST_F(Wishes, RemovingTheLastSongStopsIt) {
