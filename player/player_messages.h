@@ -19,6 +19,7 @@ enum : unsigned int {
   kMsgMoveSongs = 'plmv',   // "id"; int32 "before"
   kMsgClearSongs = 'plcl',
   kMsgSaveList = 'plsv', // string "path"
+  kMsgCover = 'plcv',    // of the song string "path": string "file"
   kMsgKeep = 'plkp',
   kMsgHandedOver = 'plho', // from another start of the program: string "path", "lyrics", bool "paused"; answered
   // Plug-ins: int32 "index".

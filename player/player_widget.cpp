@@ -203,9 +203,10 @@ void TPlayerWidget::ShowPictures(const TPlayerState& state) {
   const bool isKnown = song && song->played && !song->failed;
   if (fPictures == nullptr && !isKnown) return;
   if (fPictures == nullptr) {
-    fPictures = new TSongPictures(this, [this](const TSongPicture& picture) {
+    fPictures = new TSongPictures(this, [this](const TSongPicture& picture, const std::string& coverFile) {
       fSeekBar->ShowLoudness(picture.loudness);
       fCover->Show(cover_image(picture));
+      if (!coverFile.empty()) tell_cover(fPlayer, fPictures->Song(), coverFile);
     });
   }
   fPictures->Show(isKnown ? song->path : std::string());

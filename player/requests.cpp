@@ -1,6 +1,7 @@
 #include "player/requests.h"
 
 #include "platform/app/message.h"
+#include "player/player_messages.h"
 
 namespace {
 
@@ -33,5 +34,12 @@ void ask_about_paths(const BMessenger& player, uint32 request, const std::vector
   BMessage message(request);
   for (const std::string& path : paths) message.AddString("path", path);
   message.AddInt32("before", before);
+  send(player, message);
+}
+
+void tell_cover(const BMessenger& player, const std::string& song, const std::string& coverFile) {
+  BMessage message(kMsgCover);
+  message.AddString("path", song);
+  message.AddString("file", coverFile);
   send(player, message);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/app/messenger.h"
 
+#include <string>
 #include <vector>
 
 /** What the window's parts ask of the player; none waits. */
@@ -10,3 +11,5 @@ void ask(const BMessenger& player, uint32 request, const char* name, int32 value
 void ask_about_songs(const BMessenger& player, uint32 request, const std::vector<int64>& ids, int32 before = -1);
 void ask_about_paths(const BMessenger& player, uint32 request, const std::vector<std::string>& paths,
                      int32 before = -1);
+/** The file in which the song's cover can be seen. */
+void tell_cover(const BMessenger& player, const std::string& song, const std::string& coverFile);

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QProcess>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 TSongPictures::TSongPictures(QObject* parent, TTaker taker) : QObject(parent), fTaker(std::move(taker)) {}
@@ -14,20 +15,28 @@ void TSongPictures::Show(const std::string& song) {
   if (song == fSong) return;
   fSong = song;
   Drop();
-  fTaker({});
+  fTaker({}, {});
   if (song.empty()) return;
-  const std::string kept = cached_picture_path(song);
-  QFile file(QString::fromStdString(kept));
-  if (!kept.empty() && file.open(QIODevice::ReadOnly) && file.size() <= static_cast<qint64>(kLargestPicture)) {
-    if (const auto picture = parse_picture(file.readAll().toStdString())) {
-      futimens(file.handle(), nullptr); // those used longest ago go first
-      return fTaker(*picture);
-    }
-  }
-  Ask(kept);
+  fKept = cached_picture_path(song);
+  fCoverFile = fKept.empty() ? std::string() : cover_file_beside(fKept);
+  if (!TakeKept()) Ask();
 }
 
-void TSongPictures::Ask(const std::string& keepAs) {
+/** False when something of it is not there. */
+bool TSongPictures::TakeKept() {
+  QFile file(QString::fromStdString(fKept));
+  if (fKept.empty() || !file.open(QIODevice::ReadOnly) || file.size() > static_cast<qint64>(kLargestPicture))
+    return false;
+  const auto picture = parse_picture(file.readAll().toStdString());
+  // Those used longest ago go first.
+  const bool hasCover = picture && !picture->cover.empty();
+  if (!picture || (hasCover && utimensat(AT_FDCWD, fCoverFile.c_str(), nullptr, 0) != 0)) return false;
+  futimens(file.handle(), nullptr);
+  fTaker(*picture, hasCover ? fCoverFile : std::string());
+  return true;
+}
+
+void TSongPictures::Ask() {
   fProgram = new QProcess(this);
   fProgram->setStandardErrorFile(QProcess::nullDevice());
   fProgram->setStandardInputFile(QProcess::nullDevice());
@@ -36,7 +45,7 @@ void TSongPictures::Ask(const std::string& keepAs) {
     if (program->bytesAvailable() > static_cast<qint64>(kLargestPicture)) program->kill();
   });
   QStringList arguments{QString::fromStdString(fSong)};
-  if (!keepAs.empty()) arguments << QString::fromStdString(keepAs);
+  if (!fKept.empty()) arguments << QString::fromStdString(fKept);
   fProgram->start(QCoreApplication::applicationDirPath() + "/sonivo-peaks", arguments);
 }
 
@@ -52,7 +61,8 @@ void TSongPictures::Drop() {
 
 void TSongPictures::Take(int exitCode) {
   const std::string bytes = fProgram->readAllStandardOutput().toStdString();
-  if (const auto picture = parse_picture(bytes); exitCode == 0 && picture) fTaker(*picture);
+  if (const auto picture = parse_picture(bytes); exitCode == 0 && picture)
+    fTaker(*picture, picture->cover.empty() || !QFile::exists(QString::fromStdString(fCoverFile)) ? "" : fCoverFile);
   fProgram->deleteLater();
   fProgram = nullptr;
 }

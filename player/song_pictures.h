@@ -13,20 +13,25 @@ class QProcess;
     waits. */
 class TSongPictures : public QObject {
 public:
-  using TTaker = std::function<void(const TSongPicture&)>;
-  /** `taker` is given an empty picture at once, and the song's own when it is there. */
+  using TTaker = std::function<void(const TSongPicture& picture, const std::string& coverFile)>;
+  /** `taker` is given an empty picture at once, and the song's own when it is there; with it the file of its cover, if
+      it has one. */
   TSongPictures(QObject* parent, TTaker taker);
 
   /** An empty path means no song. */
   void Show(const std::string& song);
+  const std::string& Song() const { return fSong; }
 
 private:
-  void Ask(const std::string& keepAs);
+  bool TakeKept();
+  void Ask();
   void Drop();
   void Take(int exitCode);
 
   const TTaker fTaker;
   std::string fSong;
+  std::string fKept;      // where its picture is kept
+  std::string fCoverFile; // and its cover
   QProcess* fProgram = nullptr;
 };
 

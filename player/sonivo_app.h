@@ -106,6 +106,7 @@ private:
   void TakeOther(const BMessage& message);
   TPlayerState StateOfOther() const;
   TOwnStatus OwnStatus() const;
+  void TakeCover(const BMessage& message);
 
   // sonivo_scripting.cpp: the answers to front ends and scripts.
   void Handshake(const BMessage& message) const;
@@ -148,6 +149,9 @@ private:
   int64 fMissedLoad = 0; // the last one whose file was found gone
   int64 fTicks = 0;
   int32 fResumeMs = 0; // where the song goes on once it is loaded
+  /** The cover that was found last, and of which song. */
+  std::string fCoverFile;
+  std::string fCoverSong;
   /** The tagged moments that the editor told last, and of which song. */
   std::string fMarkedTitle;
   std::shared_ptr<const std::vector<int32>> fMarksMs;

@@ -33,8 +33,11 @@ bool TSonivoApp::HandleBus(const BMessage& message) {
   case kMsgBusOtherIs:
     TakeOther(message);
     return true;
+  case kMsgCover:
+    TakeCover(message);
+    return true;
   case kMsgChooseSource:
-    ForgetFaults();
+    UserChoseSong();
     if (message.FindString("id", &id) == B_OK) ChooseSource(id);
     return true;
   default:
@@ -165,8 +168,15 @@ TOwnStatus TSonivoApp::OwnStatus() const {
   status.title = song->title;
   status.artist = song->artist;
   status.path = song->path;
+  if (song->path == fCoverSong) status.picture = fCoverFile;
   status.durationMs = fState.durationMs;
   status.canGoNext = fPlaylist.Neighbour(1) >= 0;
   status.canGoPrevious = true; // at least to its own beginning
   return status;
+}
+
+void TSonivoApp::TakeCover(const BMessage& message) {
+  message.FindString("path", &fCoverSong);
+  message.FindString("file", &fCoverFile);
+  fBus.Show(OwnStatus());
 }

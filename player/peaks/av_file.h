@@ -19,6 +19,7 @@ struct TEndBy {
 using TPacket = std::unique_ptr<AVPacket, TEndBy<av_packet_free>>;
 using TFrame = std::unique_ptr<AVFrame, TEndBy<av_frame_free>>;
 using TDecoder = std::unique_ptr<AVCodecContext, TEndBy<avcodec_free_context>>;
+using TEncoder = TDecoder;
 using TInput = std::unique_ptr<AVFormatContext, TEndBy<avformat_close_input>>;
 
 /** Null when the file is none that the library knows. */

@@ -3,7 +3,9 @@
 #include "player/peaks/av_file.h"
 #include "player/peaks/song_picture.h"
 
-/** Puts the picture in the file into `picture`, no larger than a cover may be. False when there is none. */
-bool read_cover(AVFormatContext* input, TSongPicture* picture);
-/** The same from a picture in the song's folder that is named as covers are. */
-bool read_cover_beside(const std::string& song, TSongPicture* picture);
+/** The picture in the song's file, else one in its folder that is named as covers are; null when there is none. */
+TFrame read_cover(AVFormatContext* input, const std::string& song);
+/** Puts it into `picture`, no larger than a cover may be there. */
+void draw_cover(const AVFrame* cover, TSongPicture* picture);
+/** A file of its own that any program can show; empty when it cannot be made. */
+std::string cover_jpeg(const AVFrame* cover);

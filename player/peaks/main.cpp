@@ -1,5 +1,6 @@
 /** sonivo-peaks SONG [KEEP-AS]: writes what can be seen of the song to standard output (player/peaks/song_picture.h),
-   and into a file of the cache. A program of its own, so that a broken file ends no more than this. */
+   and into a file of the cache, the cover beside it as a picture of its own. A program of its own, so that a broken
+   file ends no more than this. */
 
 #include "player/peaks/picture_cache.h"
 #include "player/peaks/read_song.h"
@@ -31,9 +32,12 @@ int main(int argc, char** argv) {
   setrlimit(RLIMIT_CORE, &noCore);
   av_log_set_level(AV_LOG_QUIET);
   av_max_alloc(kLargestPiece);
-  const TSongPicture picture = read_song_picture(argv[1]);
-  if (picture.loudness.empty() && picture.cover.empty()) return 1;
-  const std::string bytes = picture_bytes(picture);
-  if (argc == 3) keep_picture(argv[2], bytes, kCacheBytes);
+  const TSeenSong seen = read_song(argv[1]);
+  if (seen.picture.loudness.empty() && seen.picture.cover.empty()) return 1;
+  const std::string bytes = picture_bytes(seen.picture);
+  if (argc == 3) {
+    if (!seen.coverJpeg.empty()) keep_picture(cover_file_beside(argv[2]), seen.coverJpeg, kCacheBytes);
+    keep_picture(argv[2], bytes, kCacheBytes);
+  }
   return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0 ? 0 : 1;
 }

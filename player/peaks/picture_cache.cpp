@@ -68,6 +68,10 @@ std::string cached_picture_path(const std::string& song) {
   return folder + "/" + name;
 }
 
+std::string cover_file_beside(const std::string& keptPicture) {
+  return fs::path(keptPicture).replace_extension(".jpg").string();
+}
+
 void keep_picture(const std::string& path, const std::string& bytes, uintmax_t limit) {
   std::error_code error;
   const fs::path folder = fs::path(path).parent_path();

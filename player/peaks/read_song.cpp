@@ -3,11 +3,14 @@
 #include "player/peaks/cover.h"
 #include "player/peaks/loudness.h"
 
-TSongPicture read_song_picture(const std::string& path) {
-  TSongPicture picture;
+TSeenSong read_song(const std::string& path) {
+  TSeenSong seen;
   const TInput input = open_input(path);
-  if (!input) return picture;
-  if (!read_cover(input.get(), &picture)) read_cover_beside(path, &picture);
-  picture.loudness = read_loudness(input.get());
-  return picture;
+  if (!input) return seen;
+  if (const TFrame cover = read_cover(input.get(), path)) {
+    draw_cover(cover.get(), &seen.picture);
+    seen.coverJpeg = cover_jpeg(cover.get());
+  }
+  seen.picture.loudness = read_loudness(input.get());
+  return seen;
 }

@@ -22,13 +22,35 @@ TEST(SongPicture, LoudnessIsThatOfTheLoudestStretchOfEachPart) {
 
 TEST(SongPicture, IsFoundInASongAndInNothingElse) {
   const ScratchFolder folder;
-  const TSongPicture picture = read_song_picture(folder.Write("silent.wav", silent_wav()));
+  const TSongPicture picture = read_song(folder.Write("silent.wav", silent_wav())).picture;
   EXPECT_EQ(picture.loudness.size(), 25U) << "half a second";
   EXPECT_THAT(picture.loudness, Each(0));
   EXPECT_TRUE(picture.cover.empty());
   for (const char* bytes : {"", "no sound in here", "RIFF....WAVEfmt "}) {
-    EXPECT_TRUE(read_song_picture(folder.Write("bad.wav", bytes)).loudness.empty());
+    EXPECT_TRUE(read_song(folder.Write("bad.wav", bytes)).picture.loudness.empty());
   }
+}
+
+TEST(SongPicture, TheCoverIsFoundBesideTheSongAndGivenOnAsAFile) {
+  const ScratchFolder folder;
+  const std::string song = folder.Write("a.wav", silent_wav());
+  folder.Write("cover.jpg", "no picture");
+  EXPECT_TRUE(read_song(song).coverJpeg.empty());
+  // A thousand red points in a row, as the simplest of all picture files; that it is named as another harms nothing.
+  std::string points("BM\xee\x0b\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\xe8\x03\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\xb8\x0b\0\0",
+                     38);
+  points.resize(54);
+  for (int i = 0; i < 1000; ++i) points += std::string("\0\0\xff", 3);
+  folder.Write("folder.png", points);
+  const TSeenSong seen = read_song(song);
+  EXPECT_EQ(seen.picture.coverWidth, kLargestCover);
+  EXPECT_EQ(seen.picture.coverHeight, 1);
+  ASSERT_EQ(seen.picture.cover.size(), 3U * kLargestCover);
+  EXPECT_EQ(seen.picture.cover.substr(0, 3), std::string("\xff\0\0", 3));
+  const ScratchFolder jpegFolder;
+  const std::string other = jpegFolder.Write("b.wav", silent_wav());
+  jpegFolder.Write("cover.jpg", seen.coverJpeg);
+  EXPECT_EQ(read_song(other).picture.coverWidth, kLargestCover) << "the file can be read again";
 }
 
 TEST(SongPicture, ComesThroughThePipeAndSpoiltBytesDoNot) {

@@ -120,6 +120,24 @@ TEST_F(Desktop, PlaysPausesAndTellsTheSong) {
   EXPECT_EQ(UntilStatus("Stopped"), "Stopped");
 }
 
+TEST_F(Desktop, TheCoverIsToldWhileItsSongIsTheOneThatPlays) {
+  const auto tell = [&](const char* song, const char* file) {
+    BMessage cover(kMsgCover);
+    cover.AddString("path", song);
+    cover.AddString("file", file);
+    fApp->PostMessage(&cover);
+  };
+  const auto cover = [] { return playerctl("metadata --format '{{mpris:artUrl}}'"); };
+  ASSERT_EQ(UntilStatus("Paused"), "Paused");
+  ASSERT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
+  tell("/music/one song.mp3", "/cache/a b.jpg");
+  EXPECT_EQ(Until("file:///cache/a%20b.jpg", cover), "file:///cache/a%20b.jpg");
+  tell("/music/two.mp3", "/cache/two.jpg");
+  EXPECT_EQ(Until("", cover), "") << "found too early: it is another song's";
+  playerctl("next");
+  EXPECT_EQ(Until("file:///cache/two.jpg", cover), "file:///cache/two.jpg");
+}
+
 TEST_F(Desktop, SeeksAndSetsVolumeAndRateWithinTheirBounds) {
   ASSERT_EQ(UntilStatus("Paused"), "Paused");
   ASSERT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
