@@ -3,6 +3,7 @@
 #include "companion/prefs/numbers.h"
 #include "language/llt.h"
 #include "language/load_language.h"
+#include "lyrics/lyrics_file.h"
 #include "platform/interface/menu_field.h"
 
 #include <algorithm>
@@ -38,6 +39,13 @@ TGeneralPage::TGeneralPage(std::string languageFolder) : TPrefPage("General"), f
   fLanguage = AddFreeMenu("Language", "Pref_Language", index_of, [this](int32 index, TPrefValues* values) {
     if (index >= 0) values->languageFile = fFiles[static_cast<size_t>(index)];
   });
+  AddMenu(
+      "ReadEncoding", "Pref_Read_Encoding", &TPrefValues::readEncoding,
+      {{kDetectEncoding, "Pref_Detect"}, {0, "MItem_Encoding_0"}, {1, "MItem_Encoding_1"}, {2, "MItem_Encoding_2"}});
+  AddMenu("WriteEncoding", "Pref_Write_Encoding", &TPrefValues::writeEncoding,
+          {{0, "MItem_Encoding_0"}, {1, "MItem_Encoding_1"}, {2, "MItem_Encoding_2"}});
+  AddMenu("LineEnds", "Pref_Line_Ends", &TPrefValues::writeCRType,
+          {{0, "MItem_CR_Type_0"}, {1, "MItem_CR_Type_1"}, {2, "MItem_CR_Type_2"}});
   AddText("PollInterval", "Pref_Poll_Interval", poll_interval, take_poll_interval);
   AddCheckBox("ToolBar", "Pref_Tool_Bar", &TPrefValues::showToolBar);
   AddCheckBox("StayOnTop", "Pref_Stay_On_Top", &TPrefValues::stayOnTop);

@@ -2,7 +2,7 @@
 
 #include "companion/prefs/pref_page.h"
 
-/** The language, and how the editor's window behaves. */
+/** The language, what files are made of, and how the editor's window behaves. */
 class TGeneralPage : public TPrefPage {
 public:
   /** The languages offered are those of the folder, and the built-in English. */

@@ -139,6 +139,14 @@ float TPrefPage::LabelWidth() const {
   return width;
 }
 
+/** Of all controls that stand behind labels: they end at one line. */
+float TPrefPage::ControlWidth() const {
+  float width = 0;
+  for (const TRow& row : fRows)
+    if (row.label) width = std::max(width, room_of(row.view).x);
+  return width;
+}
+
 float TPrefPage::HeightOf(const TRow& row) const {
   const float label = row.label ? room_of(row.label).y : 0;
   const float button = row.button ? room_of(row.button).y : 0;
@@ -159,14 +167,14 @@ BPoint TPrefPage::PreferredSize() {
 void TPrefPage::LayOut() {
   const float width = Bounds().Width() + 1 - 2 * kMargin;
   const float labelWidth = LabelWidth();
+  const float controlWidth = std::min(ControlWidth(), width - labelWidth);
   float top = kMargin;
   for (const TRow& row : fRows) {
     const float height = HeightOf(row);
     const float before = row.label ? labelWidth : 0;
     const float behind = row.button ? kColumnGap + room_of(row.button).x : 0;
     if (row.label) place(row.label, kMargin, top, labelWidth - kColumnGap, height);
-    place(row.view, kMargin + before, top, row.label ? std::min(room_of(row.view).x, width - before) : width - behind,
-          height);
+    place(row.view, kMargin + before, top, row.label ? controlWidth : width - behind, height);
     if (row.button) place(row.button, kMargin + width - behind + kColumnGap, top, behind - kColumnGap, height);
     top += height + kGap;
   }

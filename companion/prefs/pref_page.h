@@ -65,6 +65,7 @@ private:
   /** The row of a control with its label beside it. */
   void AddLabelled(BControl* control, const char* key);
   float LabelWidth() const;
+  float ControlWidth() const;
   float HeightOf(const TRow& row) const;
 
   std::vector<TRow> fRows;

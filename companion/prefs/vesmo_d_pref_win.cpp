@@ -1,7 +1,6 @@
 #include "companion/prefs/vesmo_d_pref_win.h"
 
 #include "companion/prefs/appearance_page.h"
-#include "companion/prefs/files_page.h"
 #include "companion/prefs/general_page.h"
 #include "companion/prefs/notices.h"
 #include "companion/prefs/shared_prefs.h"
@@ -25,7 +24,7 @@ constexpr bigtime_t kStoreAfterUs = 400000;
 /** Nobody is told that a lone minus sign is no number who is about to type on. */
 constexpr bigtime_t kUnfitAfterUs = 700000;
 
-constexpr const char* kTabKeys[] = {"Pref_Tab_General", "Pref_Tab_Appearance", "Pref_Tab_Files", "Pref_Tab_Timing"};
+constexpr const char* kTabKeys[] = {"Pref_Tab_General", "Pref_Tab_Appearance", "Pref_Tab_Timing"};
 
 /** Of a language file only the name counts: languages lie beside the plug-in. */
 TPrefValues settings_of_now() {
@@ -39,8 +38,7 @@ TPrefValues settings_of_now() {
 TVesmoDPrefWin::TVesmoDPrefWin(const std::string& languageFolder, const BMessenger& manager,
                                TClickTrack::TOpen openOutput)
     : TKRVDlgWin(""), fManager(manager), fAppearance(new TAppearancePage),
-      fTiming(new TTimingPage(std::move(openOutput))), fPages{new TGeneralPage(languageFolder), fAppearance,
-                                                              new TFilesPage, fTiming},
+      fTiming(new TTimingPage(std::move(openOutput))), fPages{new TGeneralPage(languageFolder), fAppearance, fTiming},
       fTabs(new BTabView({}, "PrefTabs")), fFault(new BStringView({}, "Fault", "")),
       fDefaults(new BButton({}, "Defaults", "", new BMessage(kMsgDefaults))),
       fRevert(new BButton({}, "Revert", "", new BMessage(kMsgRevert))),
