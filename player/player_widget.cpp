@@ -53,7 +53,6 @@ TPlayerWidget::TPlayerWidget(const BMessenger& player) : fPlayer(player) {
   column->addWidget(fList, 1);
   MakeShortcuts();
   setAcceptDrops(true);
-  fList->setFocus();
   ShowState({});
 }
 
@@ -215,6 +214,12 @@ void TPlayerWidget::ShowPictures(const TPlayerState& state) {
 void TPlayerWidget::ShowPosition(int32 positionMs) {
   fSeekBar->ShowPosition(positionMs);
   fElapsed->setText(QString::fromStdString(clock_text(positionMs)));
+}
+
+/** The keyboard begins at the list. Only now there is a window that can keep it in mind. */
+void TPlayerWidget::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (window()->focusWidget() == nullptr) fList->setFocus();
 }
 
 void TPlayerWidget::dragEnterEvent(QDragEnterEvent* event) {

@@ -25,6 +25,7 @@ public:
   void ShowPosition(int32 positionMs);
 
 protected:
+  void showEvent(QShowEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
