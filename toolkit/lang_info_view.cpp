@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr BPoint kSize{420, 300};
+constexpr BPoint kSize{520, 340};
 /** Of the same width in every font, unlike blanks. */
 constexpr const char* kIndent = "\u2003\u2003";
 

@@ -6,17 +6,33 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTreeView>
 
 namespace display {
+
+namespace {
+
+constexpr QSize kFirstSize{800, 480};
+
+/** Sizes and dates are readable, and names have the rest. */
+void share_width(QHeaderView* columns) {
+  columns->setSectionResizeMode(QHeaderView::ResizeToContents);
+  columns->setSectionResizeMode(0, QHeaderView::Stretch);
+}
+
+} // namespace
 
 PanelDialog::PanelDialog(const BMessenger& window, file_panel_mode mode, bool allowMultiple) : fWindow(window) {
   setOption(DontUseNativeDialog);
   setOption(DontConfirmOverwrite);
   setAcceptMode(mode == B_SAVE_PANEL ? AcceptSave : AcceptOpen);
+  resize(kFirstSize);
   setFileMode(mode == B_SAVE_PANEL ? AnyFile : allowMultiple ? ExistingFiles : ExistingFile);
+  if (auto* details = findChild<QTreeView*>(QStringLiteral("treeView"))) share_width(details->header());
   // Its entries (delete, rename) ask in event loops of their own.
   for (auto* files : findChildren<QAbstractItemView*>()) files->setContextMenuPolicy(Qt::NoContextMenu);
 }
