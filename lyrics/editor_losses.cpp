@@ -40,9 +40,8 @@ void TVesmoEView::TellNotWhole() {
 
 void TVesmoEView::KeepFileAsItWas() {
   const std::string path = fInfo.File.FullPath();
-  const std::string kept = keep_file_for_recovery(path);
-  if (kept.empty()) return log_error("save", path + " could not be kept as it was");
-  notify(gLLT->Text("Hint_File_Kept") + ("\n" + kept));
+  fKeptFile = keep_file_for_recovery(path);
+  if (fKeptFile.empty()) log_error("save", path + " could not be kept as it was");
 }
 
 void TVesmoEView::NoteOutside(const std::list<std::string>& lines, const TLyricsInfo& info) {
@@ -53,12 +52,14 @@ void TVesmoEView::NoteOutside(const std::list<std::string>& lines, const TLyrics
   fOutside = outside;
 }
 
-void TVesmoEView::TellOutside(const TLyricsInfo& info) {
+/** Waits: the window may close after the save, and what is told with it. */
+void TVesmoEView::TellLosses(const TLyricsInfo& info) {
+  if (!fKeptFile.empty()) tell(gLLT->Text("Hint_File_Kept") + ("\n" + std::exchange(fKeptFile, {})));
   if (fWholeText.empty()) return;
   const std::string encoding = gLLT->Text(("StatBarSymbol_Encoding_" + std::to_string(info.Encoding)).c_str());
   const std::string kept = keep_for_recovery(info.File.FullPath(), std::exchange(fWholeText, {}));
   const std::string where =
       kept.empty() ? gLLT->Text("Hint_Not_Recovered") : gLLT->Text("Hint_Whole_Text_Kept") + ("\n" + kept);
-  notify(gLLT->Text("Err_Outside_Encoding_1") + encoding + gLLT->Text("Err_Outside_Encoding_2") + fOutside + "\n\n" +
-         where);
+  tell(gLLT->Text("Err_Outside_Encoding_1") + encoding + gLLT->Text("Err_Outside_Encoding_2") + fOutside + "\n\n" +
+       where);
 }

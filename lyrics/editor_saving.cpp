@@ -84,7 +84,7 @@ bool TVesmoEView::IsOnDisk(const TLyricsInfo& info) {
   const std::string bytes = std::exchange(fWritten, {});
   if (file_holds(path, bytes)) {
     fIsWhole = true;
-    TellOutside(info);
+    TellLosses(info);
     return true;
   }
   fActive->SetModified(true);

@@ -118,7 +118,7 @@ private:
   void TellNotWhole();
   void KeepFileAsItWas();
   void NoteOutside(const std::list<std::string>& lines, const TLyricsInfo& info);
-  void TellOutside(const TLyricsInfo& info);
+  void TellLosses(const TLyricsInfo& info);
 
   // editor_export.cpp
   void ExportRqtd(const BMessage& message);
@@ -146,6 +146,7 @@ private:
   std::string fSongWarning; // to stand behind the report of the stamp
   TLyricsInfo fInfo;
   bool fIsWhole = true;   // the file's text is all in the document
+  std::string fKeptFile;  // where it lies as it was, until that has been told
   std::string fWritten;   // between a save and the look at the disk
   std::string fOutside;   // what the encoding of the last save could not hold
   std::string fWholeText; // with that in it, until it has been told of

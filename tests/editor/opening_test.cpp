@@ -1,5 +1,7 @@
 #include "tests/editor/editor_fixture.h"
 
+#include "lyrics/editor_view.h"
+
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -46,10 +48,10 @@ TEST_F(Opening, FileThatIsNotReadWholeIsNamedAndKeptBeforeItIsSavedOver) {
     EXPECT_THAT(Answer("Escape", [&] { Open(path); }).text,
                 StartsWith("Not all of this file can be read as lyrics:\n" + path));
     EXPECT_EQ(Lines(), row.lines);
-    const std::string told = Answer("Escape", [&] { Press("Ctrl+S"); }).text;
+    const std::string told = Answer("Escape", [&] { Send(BMessage(kMsgSave)); }).text;
     EXPECT_THAT(told, HasSubstr("it is kept here:\n"));
     EXPECT_EQ(fFolder.Read(std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path())), row.bytes);
-    Press("Ctrl+S"); // now the file is as it is shown
+    Send(BMessage(kMsgSave)); // now the file is as it is shown
     EXPECT_THAT(Status(), EndsWith("Saved"));
   }
 }

@@ -57,7 +57,7 @@ TEST_F(Saving, WhatTheEncodingCannotHoldIsNamedAndKept) {
   const std::string kept = std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path());
   EXPECT_EQ(fFolder.Read(kept), std::string("[00:01]한é\n日é\n\0", 20));
   Change();
-  Press("Ctrl+S"); // the same characters are not told of again
+  Send(BMessage(kMsgSave)); // the same characters are not told of again
   EXPECT_THAT(Status(), EndsWith("Saved"));
 }
 
