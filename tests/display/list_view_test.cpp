@@ -64,6 +64,17 @@ protected:
   StampList* fList;
 };
 
+TEST_F(ListView, LineWithoutEndIsDrawnAsFarAsScreensGo) {
+  std::string endless;
+  for (int i = 0; i < 1000000; ++i) endless += "歌";
+  Fill(1);
+  fRows.front()->SetText(endless);
+  fWindow->Show();
+  hands::settle(*fWindow);
+  const std::string drawn = hands::row_text(*fWindow, "list", 0);
+  EXPECT_EQ(drawn, endless.substr(0, 16383));
+}
+
 TEST_F(ListView, KeysTypedBeforeTheWindowLooksWorkOnTheRightRows) {
   ShowWith(20);
   fList->Select(0);
