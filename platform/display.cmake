@@ -46,6 +46,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/widget_guard.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/window_guard.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/window_peer.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/workspaces.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/alert.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/bitmap.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/button.cpp

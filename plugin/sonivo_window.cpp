@@ -32,6 +32,10 @@ status_t get_sonivo_window(BWindow** window) {
   return with_sonivo_window([&](BWindow* found) { *window = found; }) ? B_OK : B_ERROR;
 }
 
+status_t get_sonivo_win_workspaces(uint32* workspaces) {
+  return with_sonivo_window([&](const BWindow* found) { *workspaces = found->Workspaces(); }) ? B_OK : B_ERROR;
+}
+
 status_t get_sonivo_win_frame(BRect* frame) {
   return with_sonivo_window([&](const BWindow* found) { *frame = found->Frame(); }) ? B_OK : B_ERROR;
 }

@@ -9,3 +9,4 @@ class BWindow;
     output untouched. */
 status_t get_sonivo_window(BWindow** window);
 status_t get_sonivo_win_frame(BRect* frame);
+status_t get_sonivo_win_workspaces(uint32* workspaces);

@@ -169,7 +169,9 @@ void TVesmoEWin::RemoveMoveFilter() {
 
 void TVesmoEWin::FollowHost() {
   BRect host;
-  if (get_sonivo_win_frame(&host) == B_OK) MoveTo(host.LeftTop() + fPositionDifference);
+  uint32 workspaces = 0;
+  if (get_sonivo_win_frame(&host) != B_OK || get_sonivo_win_workspaces(&workspaces) != B_OK) return;
+  if (workspaces == Workspaces()) MoveTo(host.LeftTop() + fPositionDifference);
 }
 
 void TVesmoEWin::UpdateWinPosDiffe() {

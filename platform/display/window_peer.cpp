@@ -5,6 +5,7 @@
 #include "platform/display/display_thread.h"
 #include "platform/display/widget_guard.h"
 #include "platform/display/window_guard.h"
+#include "platform/display/workspaces.h"
 
 #include <QLayout>
 #include <QMenuBar>
@@ -149,6 +150,10 @@ void WindowPeer::SetFeel(window_feel feel) {
 BRect WindowPeer::Frame() const {
   const std::scoped_lock hold(fPlace->lock);
   return fPlace->frame;
+}
+
+uint32 WindowPeer::Workspaces() const {
+  return call([slot = fSlot] { return slot->widget ? workspaces_of(*slot->widget) : uint32{0}; });
 }
 
 BRect WindowPeer::TakeMove() {

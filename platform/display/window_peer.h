@@ -54,6 +54,8 @@ public:
   void SetFeel(window_feel feel);
 
   BRect Frame() const;
+  /** Waits for the display. */
+  uint32 Workspaces() const;
   /** The news of a move or a resize has arrived: the next one is told again. */
   BRect TakeMove();
   BRect TakeResize();

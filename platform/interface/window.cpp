@@ -62,6 +62,10 @@ BRect BWindow::Frame() const {
   return fPeer->Frame();
 }
 
+uint32 BWindow::Workspaces() const {
+  return fPeer->Workspaces();
+}
+
 BRect BWindow::Bounds() const {
   return {0, 0, fSize.x, fSize.y};
 }

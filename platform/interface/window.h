@@ -51,8 +51,8 @@ public:
   const std::string& Title() const { return fTitle; }
   window_feel Feel() const { return fFeel; }
   void SetFeel(window_feel feel);
-  /** A set of bits; windows are on all workspaces alike. */
-  uint32 Workspaces() const { return UINT32_MAX; }
+  /** A bit for each workspace of the desktop that it is on. Waits for the display. */
+  uint32 Workspaces() const;
 
   void AddChild(BView* child);
   bool RemoveChild(BView* child);

@@ -1,7 +1,7 @@
 """The user's hands: real keys and mouse buttons on the display."""
 import subprocess
 
-from Xlib import X
+from Xlib import X, Xatom
 from Xlib.display import Display
 from Xlib.protocol.event import ClientMessage, SelectionNotify
 
@@ -97,6 +97,16 @@ def raise_window(title):
 
 def move_window(title, left, top):
     _do("search", "--name", f"^{title}$", "windowmove", left, top)
+
+
+def send_to_desktop(title, number):
+    """Writes on a window what a window manager writes when it takes the window to another desktop."""
+    display = Display()
+    found = subprocess.run(["xdotool", "search", "--name", f"^{title}$"], check=True, capture_output=True).stdout
+    window = display.create_resource_object("window", int(found))
+    window.change_property(display.intern_atom("_NET_WM_DESKTOP"), Xatom.CARDINAL, 32, [number])
+    display.sync()
+    display.close()
 
 
 def close_window(title):

@@ -18,6 +18,23 @@ class BesideThePlayer(Case):
         s.start()
         s.wait(lambda: eyes.place(s.window()) == place, f"the editor's window at {place} again")
 
+    def test_it_stays_where_it_is_while_the_player_is_on_another_desktop(self):
+        s = self.stage
+        s.start(s.file("a.lrc", "one\n"))
+        left, top, width, height = eyes.place(s.window())
+        x, y, *_ = eyes.place(s.player())
+        hands.send_to_desktop(eyes.name(s.window()), 0)
+        hands.send_to_desktop(eyes.name(s.player()), 1)
+        hands.move_window(eyes.name(s.player()), x + 90, y + 90)
+        s.wait(lambda: eyes.place(s.player())[:2] == (x + 90, y + 90), "the player's window moved")
+        hands.press("space")
+        s.wait_rows("[00:00:00]one")  # what came before has been handled
+        self.assertEqual(eyes.place(s.window()), (left, top, width, height))
+        hands.send_to_desktop(eyes.name(s.window()), 1)
+        hands.move_window(eyes.name(s.player()), x + 40, y + 30)
+        place = (left + 40, top + 30, width, height)
+        s.wait(lambda: eyes.place(s.window()) == place, f"the editor's window at {place}")
+
     def test_without_the_tool_bar_the_lyrics_have_its_room(self):
         s = self.stage
         s.set_preferences(STlB=settings.flag(False))
