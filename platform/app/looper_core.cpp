@@ -76,6 +76,11 @@ void BLooper::Core::Close() {
   }
   queueFilled.notify_all();
   queueDrained.notify_all();
+  // Who wished for its end need not wait for more than that.
+  BMessage agreed(B_REPLY);
+  agreed.AddBool("result", true);
+  for (const BMessage& message : dropped)
+    if (message.what == B_QUIT_REQUESTED) message.SendReply(&agreed);
 }
 
 status_t BLooper::Core::Lock(bigtime_t timeout) {

@@ -167,6 +167,17 @@ TEST(Looper, TellsTheAskerWhetherItAgreedToQuit) {
   end(looper);
 }
 
+TEST(Looper, EndsWithTheWishForItsEndInItsQueueAndAgreesToIt) {
+  auto* const looper = new BLooper("taken along by another");
+  auto* const asker = new Recorder;
+  const BMessage quit(B_QUIT_REQUESTED);
+  ASSERT_EQ(BMessenger(looper).SendMessage(&quit, asker), B_OK);
+  end(looper);
+  asker->DeliverAll();
+  EXPECT_THAT(asker->fReceived, ElementsAre(uint32{B_REPLY}));
+  end(asker);
+}
+
 TEST(Looper, UnknownScriptIsAnsweredNotUnderstood) {
   auto* const looper = new Recorder;
   looper->Run();
