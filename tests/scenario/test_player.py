@@ -46,6 +46,13 @@ class ThePlayersList(Case):
         self.wait_songs(FIRST_LIGHT, "c")
         s.wait_position(5)
 
+    def test_the_arrow_keys_choose_a_song_as_soon_as_the_window_is_in_front(self):
+        s = self.stage
+        s.start(songs=[str(path) for path in (s.song, *self.others)])
+        hands.click(eyes.place(eyes.find(s.player(), "label", "0:00")))
+        hands.press("Down", "Down", "Return")
+        self.wait_songs(FIRST_LIGHT, "b", FIRST_LIGHT)
+
     def test_a_second_start_hands_its_songs_to_the_first(self):
         s = self.stage
         s.start()
