@@ -3,6 +3,7 @@
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "player/player_messages.h"
+#include "player/program_icon.h"
 #include "player/sonivo_app.h"
 #include "plugin/general_plugin.h"
 
@@ -39,6 +40,7 @@ void TSonivoApp::LoadOtherPlugins() {
   StateChanged();
   if (!faults.empty()) TellFault(faults);
   fBus.Start();
+  show_program_icon();
 }
 
 bool TSonivoApp::HandlePlugin(const BMessage& message) {
