@@ -11,7 +11,6 @@ namespace {
 
 QComboBox* make_field(const BMessenger& view) {
   auto* field = new QComboBox;
-  field->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   // Also when the choice is the one that stood there: it may be one that asks for more.
   QObject::connect(field, &QComboBox::activated, field, [view](int index) {
     BMessage chosen(DISPLAY_VALUE_CHOSEN);
@@ -19,6 +18,13 @@ QComboBox* make_field(const BMessenger& view) {
     view.SendMessage(&chosen, BMessenger(), 0);
   });
   return field;
+}
+
+/** The size that the field asks for is found out anew. Left at adjusting itself, it would also take that size, a moment
+    later, whatever the page gives it. */
+void measure_again(QComboBox* field) {
+  field->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  field->setSizeAdjustPolicy(QComboBox::AdjustToContentsOnFirstShow);
 }
 
 QComboBox& field(QWidget* widget) {
@@ -34,6 +40,7 @@ void MenuFieldPeer::SetChoices(const std::vector<std::string>& choices) {
   Change([choices](QWidget* widget) {
     field(widget).clear();
     for (const std::string& choice : choices) field(widget).addItem(to_qstring(choice));
+    measure_again(&field(widget));
   });
 }
 
