@@ -60,8 +60,7 @@ void TPlayerWidget::MakeHead() {
   fCover = new TCoverView;
   fTitle = new TElidedLabel;
   QFont large = fTitle->font();
-  large.setPointSizeF(large.pointSizeF() * 1.5);
-  large.setBold(true);
+  large.setPointSizeF(large.pointSizeF() * 1.5); // not bold: that would be a second font to load at the start
   fTitle->setFont(large);
   fArtist = new TElidedLabel(kArtistStrength);
   auto* const texts = new QVBoxLayout;

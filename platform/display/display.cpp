@@ -2,9 +2,11 @@
 
 #include "platform/display/display_queue.h"
 #include "platform/display/display_thread.h"
+#include "platform/display/font_metrics.h"
 #include "platform/display/input_watch.h"
 #include "platform/display/menu_peer.h"
 #include "platform/display/quick_style.h"
+#include "platform/display/screen.h"
 #include "platform/display/tool_button_peer.h"
 #include "platform/support/log.h"
 
@@ -50,6 +52,8 @@ int run(int argc, char** argv, const std::function<void()>& started) {
     return 1;
   }
   prefer_x11();
+  // A desktop's own bar is never used, and to find out whether there is one takes longer than a window does.
+  QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
   std::thread fonts = read_font_settings();
   QApplication application(argc, argv);
   fonts.join();
@@ -57,12 +61,14 @@ int run(int argc, char** argv, const std::function<void()>& started) {
   // Numbers in files and in the audio library are written with a point, whatever the desktop's language.
   std::setlocale(LC_NUMERIC, "C");
   QApplication::setQuitOnLastWindowClosed(false);
-  InputWatch watch;
+  const InputWatch input;
+  const ScreenWatch screens;
   int exitCode = 0;
   {
     const Queue queue;
     started();
     // Measured while the program begins on threads of its own.
+    learn_plain_font_height();
     learn_menu_bar_height();
     learn_tool_metrics();
     exitCode = QApplication::exec();

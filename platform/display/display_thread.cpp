@@ -34,7 +34,7 @@ Inbox& inbox() {
 std::atomic<std::thread::id> displayThread;
 
 /** Makes the posted changes when the bell rings, one by one in their order, also from inside an event loop of Qt's own.
- */
+    Those that come meanwhile are made as well before anything is drawn, but not without an end. */
 class Taker {
 public:
   Taker() : fBell(inbox().bell, QSocketNotifier::Read) {
@@ -42,9 +42,14 @@ public:
   }
 
 private:
+  static constexpr int kMostRounds = 8;
+
   void MakeAll() {
-    TakeAll();
-    while (!fTaken.empty()) MakeFirst();
+    for (int round = 0; round < kMostRounds; ++round) {
+      TakeAll();
+      if (fTaken.empty()) return;
+      while (!fTaken.empty()) MakeFirst();
+    }
   }
 
   void TakeAll() {

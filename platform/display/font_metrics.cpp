@@ -2,6 +2,7 @@
 
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"
+#include "platform/display/known_value.h"
 #include "platform/display/text_runs.h"
 
 #include <QFontDatabase>
@@ -40,6 +41,11 @@ HeightCache& cache() {
   return *theCache;
 }
 
+KnownValue<font_height>& plain_font_height() {
+  static auto* const height = new KnownValue<font_height>; // outlives every thread that may still ask
+  return *height;
+}
+
 /** Where the square that a Japanese character stands in reaches to, above and below the base line, in parts of the
     font's size. The same in practically every font: asking one would load it for people who never see Japanese. */
 constexpr double kSquareAbove = 0.88;
@@ -59,7 +65,12 @@ font_height measure(const BFont& font) {
 
 } // namespace
 
+void learn_plain_font_height() {
+  plain_font_height().Learn(measure(BFont()));
+}
+
 font_height height_of(const BFont& font) {
+  if (font == BFont() && !is_display_thread()) return plain_font_height().Get();
   if (const auto known = cache().Find(font)) return *known;
   const auto height = call([font]() -> std::optional<font_height> { return measure(font); });
   if (!height) return {};

@@ -6,8 +6,8 @@
 
 namespace display {
 
-/** A measure that stays as it is while the display runs and that every window needs: learned once, as the display
-    starts, so that nobody waits for it behind a window that is being drawn. Any thread; the lock guards the value. */
+/** What every window needs and what seldom or never changes while the display runs: learned as the display starts, so
+    that nobody waits for it behind a window that is being drawn. Any thread; the lock guards the value. */
 template <class T>
 class KnownValue {
 public:

@@ -27,7 +27,6 @@ float menu_bar_height() {
 
 void learn_menu_bar_height() {
   QMenuBar sample;
-  sample.setNativeMenuBar(false);
   sample.addMenu(QStringLiteral("X"));
   bar_height().Learn(static_cast<float>(sample.sizeHint().height()));
 }

@@ -73,7 +73,6 @@ void ChoosableMenu::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 MenuRow::MenuRow(const BMessenger& view) : fView(view) {
-  setNativeMenuBar(false);
   connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this, &MenuRow::EnterByKeyboard);
 }
 
