@@ -80,5 +80,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/interface/window.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/window_messages.cpp
 )
-target_link_libraries(vesmo_display PUBLIC vesmo_platform PRIVATE Qt6::Widgets PkgConfig::XCB PkgConfig::FONTCONFIG)
+set_target_properties(vesmo_display PROPERTIES VISIBILITY_INLINES_HIDDEN ON)
+target_link_options(vesmo_display PRIVATE -Wl,-Bsymbolic-functions)
+target_link_libraries(vesmo_display PUBLIC vesmo_platform PRIVATE window_code Qt6::Widgets PkgConfig::XCB PkgConfig::FONTCONFIG)
 target_precompile_headers(vesmo_display PRIVATE <QtWidgets>)
