@@ -10,6 +10,7 @@
 
 #include <clocale>
 #include <cstdio>
+#include <malloc.h>
 
 int main(int argc, char** argv) {
   const TCommandLine commandLine = parse_command_line(argc, argv);
@@ -18,6 +19,8 @@ int main(int argc, char** argv) {
     return commandLine.fault ? 2 : 0;
   }
   if (!commandLine.isAnother && hand_over(commandLine)) return 0;
+  // Many threads that mostly wait: with a heap for each, what one has freed is of no use to the others.
+  mallopt(M_ARENA_MAX, 2);
   auto* const app = new TSonivoApp(commandLine);
   const thread_id thread = app->Run();
   const int exitCode = display::run(argc, argv, [app] {
