@@ -22,10 +22,8 @@ BRect frame_beside(const BRect& neighbour, float width, float height, const BRec
 }
 
 bool is_in_sight(const BRect& frame) {
-  constexpr BRect kEveryScreen{0, 0, 600, 400};
   constexpr float kGrip = 20;
   if (!std::isfinite(frame.left + frame.top + frame.right + frame.bottom)) return false;
-  if (kEveryScreen.Contains(frame.LeftTop())) return true; // without waiting for the display's answer, at start-up
   const float y = frame.top + kGrip;
   const BPoint places[] = {{frame.left + kGrip, y}, {(frame.left + frame.right) / 2, y}, {frame.right - kGrip, y}};
   return std::ranges::any_of(places, [](BPoint place) { return screen_frame(place).Contains(place); });

@@ -87,12 +87,12 @@ TEST_F(ManagerDialogs, AboutWindowIsMadeOnceAndShownAgain) {
 TEST_F(ManagerDialogs, AboutWindowStandsBesideTheEditor) {
   BMessage request(kMsgOpenAbout);
   request.AddBool("BesideDlg", true);
-  request.AddRect("WinFrame", {100, 120, 300, 300});
+  request.AddRect("WinFrame", {0, 120, 200, 300});
   Send(request);
   BWindow& about = Only(kAbout);
   EXPECT_TRUE(IsShown(about));
   about.Lock();
-  EXPECT_GT(about.Frame().left, 300);
+  EXPECT_GT(about.Frame().left, 200);
   EXPECT_EQ(about.Frame().top, 120);
   about.Unlock();
 }
