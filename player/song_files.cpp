@@ -116,7 +116,7 @@ private:
         continue;
       }
       std::error_code error;
-      song.failed = !fs::exists(song.path, error);
+      song.failed = !is_address(song.path) && !fs::exists(song.path, error);
       if (song.failed && ++dead == 1) firstDead = song.path;
       Give(std::move(song));
     }
@@ -145,6 +145,10 @@ private:
 };
 
 } // namespace
+
+bool is_address(const std::string& path) {
+  return !path.starts_with('/') && path.find("://") != std::string::npos;
+}
 
 bool is_audio_name(const std::string& path) {
   return ends_like_one_of(kAudio, path);

@@ -1,5 +1,7 @@
 #include "player/song_text.h"
 
+#include "player/song_files.h"
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -13,6 +15,7 @@ constexpr int32 kEarlyMs = 3000;
 } // namespace
 
 std::string fault_of_file(const std::string& path, const std::string& librarySays) {
+  if (is_address(path)) return librarySays;
   struct stat file {};
   if (stat(path.c_str(), &file) != 0) return std::strerror(errno);
   if (S_ISDIR(file.st_mode)) return "it is a folder";

@@ -3,6 +3,7 @@
 #include "platform/app/message.h"
 #include "player/player_messages.h"
 #include "player/player_window.h"
+#include "player/song_files.h"
 #include "player/song_text.h"
 #include "player/sonivo_app.h"
 
@@ -170,7 +171,7 @@ void TSonivoApp::Tick() {
 void TSonivoApp::LookForFile() {
   if (!fIsLoaded || fLoadedLoad != fLoad || fMissedLoad == fLoad) return;
   const std::string& path = fPlaylist.CurrentSong()->path;
-  if (access(path.c_str(), F_OK) == 0 || errno != ENOENT) return;
+  if (is_address(path) || access(path.c_str(), F_OK) == 0 || errno != ENOENT) return;
   fMissedLoad = fLoad;
   TellFault("The file of the song that is playing is gone: " + path);
 }

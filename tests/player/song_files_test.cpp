@@ -53,13 +53,15 @@ TEST(SongFiles, ListsWithinListsEndAndTellWhatIsMissing) {
   const ScratchFolder folder;
   std::filesystem::create_directory(folder.File("in"));
   for (const char* name : {"1.mp3", "in/2.mp3", "3.mp3"}) folder.Write(name, "");
-  const std::string outer =
-      folder.Write("outer.m3u", "1.mp3\r\nin/inner.m3u8\r\n3.mp3\r\ngone.mp3\r\nalso gone.mp3\r\n");
+  const std::string outer = folder.Write(
+      "outer.m3u", "1.mp3\r\nin/inner.m3u8\r\n3.mp3\r\ngone.mp3\r\nalso gone.mp3\r\nhttp://radio.example/x\r\n");
   folder.Write("in/inner.m3u8", "\xef\xbb\xbf"
                                 "#EXTM3U\n2.mp3\n../outer.m3u\nlost.m3u\n");
   const TGathered gathered(outer);
-  EXPECT_THAT(paths_of(gathered.songs), ElementsAre(folder.File("1.mp3"), folder.File("in/2.mp3"), folder.File("3.mp3"),
-                                                    folder.File("gone.mp3"), folder.File("also gone.mp3")));
+  EXPECT_THAT(paths_of(gathered.songs),
+              ElementsAre(folder.File("1.mp3"), folder.File("in/2.mp3"), folder.File("3.mp3"), folder.File("gone.mp3"),
+                          folder.File("also gone.mp3"), "http://radio.example/x"));
+  EXPECT_FALSE(gathered.songs.back().failed) << "whether it is there is known when it is played";
   EXPECT_TRUE(gathered.songs[3].failed);
   EXPECT_FALSE(gathered.songs[2].failed);
   EXPECT_THAT(gathered.faults, ElementsAre(HasSubstr("names itself"), HasSubstr("Cannot read the list"),

@@ -7,6 +7,7 @@
 TEST(SongText, AFileSaysItselfWhyItCannotBePlayed) {
   const ScratchFolder folder;
   EXPECT_EQ(fault_of_file(folder.File("none"), "?"), "No such file or directory");
+  EXPECT_EQ(fault_of_file("http://radio.example/x", "loading failed"), "loading failed");
   EXPECT_EQ(fault_of_file(folder.Path(), "?"), "it is a folder");
   EXPECT_EQ(fault_of_file(folder.Write("empty.mp3", ""), "?"), "the file is empty");
   EXPECT_EQ(fault_of_file(folder.Write("text.mp3", "x"), "unknown format"), "unknown format");
