@@ -96,6 +96,7 @@ void TSonivoApp::TakePlayers(const BMessage& message) {
   TSourceName source;
   for (int32 i = 0; message.FindString("id", i, &source.id) == B_OK; ++i) {
     if (message.FindString("name", i, &source.name) == B_OK) fState.sources.push_back(source);
+    if (fOther && fOther->id == source.id) fOther->name = source.name; // it has said meanwhile what it is called
   }
   const auto isThere = [&](const std::string& id) {
     return std::any_of(fState.sources.begin(), fState.sources.end(), [&](const TSourceName& s) { return s.id == id; });
