@@ -1,0 +1,63 @@
+#include "player/song_list_view.h"
+
+#include "player/playlist.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QHoverEvent>
+#include <QWheelEvent>
+
+namespace {
+
+class SongListView : public testing::Test {
+protected:
+  SongListView() {
+    fSongs.Insert(TSongs(1000), 0);
+    fView.resize(300, 200);
+    fView.show();
+  }
+  void Play(int32 index) {
+    TPlayerState state;
+    state.songs = fSongs.Songs();
+    state.current = index;
+    fView.Show(state);
+  }
+  bool IsSeen(int32 index) const {
+    const QRect row = fView.visualRect(fView.model()->index(index, 0));
+    return fView.viewport()->rect().contains(row);
+  }
+  void ScrollBy(int steps) {
+    QWheelEvent wheel({50, 50}, fView.viewport()->mapToGlobal(QPointF(50, 50)), {}, {0, 120 * steps}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(fView.viewport(), &wheel);
+  }
+
+  int fCount = 1;
+  char fName[5] = "test";
+  char* fWords[1] = {fName};
+  QApplication fApplication{fCount, fWords};
+  TPlaylist fSongs;
+  TSongListView fView{BMessenger()};
+};
+
+} // namespace
+
+TEST_F(SongListView, GoesToTheSongThatPlaysUnlessTheUserIsThere) {
+  Play(700);
+  EXPECT_TRUE(IsSeen(700)) << "also the first time";
+  ScrollBy(200);
+  Play(700);
+  EXPECT_FALSE(IsSeen(700)) << "it is the same song still";
+  Play(701);
+  EXPECT_FALSE(IsSeen(701)) << "the user looks at something else";
+  fView.FollowNextSong();
+  Play(702);
+  EXPECT_TRUE(IsSeen(702)) << "the user wished for it";
+
+  ScrollBy(200);
+  QHoverEvent leaves(QEvent::HoverLeave, QPointF(-1, -1), QPointF(-1, -1), QPointF(50, 50));
+  QApplication::sendEvent(fView.viewport(), &leaves);
+  Play(703);
+  EXPECT_TRUE(IsSeen(703)) << "the pointer has left the list";
+}
