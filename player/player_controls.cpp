@@ -60,8 +60,8 @@ TPlayerControls::TPlayerControls(const BMessenger& player) : fPlayer(player) {
   fPlayButton = AddButton("play", tr("Play or pause"), tr("Space"), kMsgPlayPause);
   AddButton("next", tr("Next song"), tr("N"), kMsgNext);
   row->addSpacing(8);
-  fFromButton = AddRepeatButton("A", tr("Repeat from here (A; X: no longer)"), kMsgRepeatFrom);
-  fToButton = AddRepeatButton("B", tr("Repeat up to here (B; X: no longer)"), kMsgRepeatTo);
+  fFromButton = AddRepeatButton("A", tr("Repeat from here"), kMsgRepeatFrom);
+  fToButton = AddRepeatButton("B", tr("Repeat up to here"), kMsgRepeatTo);
   row->addStretch(1);
   AddSpeed();
   AddVolume();
@@ -83,14 +83,14 @@ QToolButton* TPlayerControls::AddButton(const QString& icon, const QString& name
   return button;
 }
 
-/** Down while its end is set; pressed again, it lets go of the repeat. */
+/** Down while its end is set; pressed again, it lets go of the repeat. Its letter is its key. */
 QToolButton* TPlayerControls::AddRepeatButton(const QString& letter, const QString& name, uint32 request) {
   auto* const button = new QToolButton;
   button->setText(letter);
   button->setMinimumSize(30, 34);
   button->setAutoRaise(true);
   button->setCheckable(true);
-  button->setToolTip(name);
+  button->setToolTip(tip_of(name, tr("%1; X: no longer").arg(letter)));
   button->setAccessibleName(name);
   button->setFocusPolicy(Qt::TabFocus);
   connect(button, &QToolButton::clicked, this,

@@ -163,17 +163,18 @@ void TSongListView::keyPressEvent(QKeyEvent* event) {
 }
 
 void TSongListView::contextMenuEvent(QContextMenuEvent* event) {
-  const QModelIndex index = indexAt(event->pos());
+  const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+  const QModelIndex index = isByKey ? currentIndex() : indexAt(event->pos());
   if (!index.isValid()) return;
   auto* const menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->addAction(tr("Play\tReturn"), this, [this, id = fModel.At(index.row()).id] {
+  menu->addAction(tr("&Play\tReturn"), this, [this, id = fModel.At(index.row()).id] {
     for (int row = 0; row < fModel.rowCount(); ++row) {
       if (fModel.At(row).id == id) ask(fPlayer, kMsgPlaySong, "index", row);
     }
   });
-  menu->addAction(tr("Move up\tAlt+Up"), this, [this] { MoveSelected(-1); });
-  menu->addAction(tr("Move down\tAlt+Down"), this, [this] { MoveSelected(1); });
-  menu->addAction(tr("Remove from the list\tDelete"), this, [this] { RemoveSelected(); });
-  menu->popup(event->globalPos());
+  menu->addAction(tr("Move &up\tAlt+Up"), this, [this] { MoveSelected(-1); });
+  menu->addAction(tr("Move &down\tAlt+Down"), this, [this] { MoveSelected(1); });
+  menu->addAction(tr("&Remove from the list\tDelete"), this, [this] { RemoveSelected(); });
+  menu->popup(isByKey ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos());
 }

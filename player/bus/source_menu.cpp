@@ -39,7 +39,7 @@ void fill(QMenu* menu, const TSources& sources, const BMessenger& player) {
 } // namespace
 
 QMenu* new_source_menu(QWidget* parent, const BMessenger& player, const TSources* sources) {
-  auto* const menu = new QMenu(text("Source"), parent);
+  auto* const menu = new QMenu(text("So&urce"), parent);
   QObject::connect(menu, &QMenu::aboutToShow, menu, [=] { fill(menu, *sources, player); });
   return menu;
 }
