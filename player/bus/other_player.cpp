@@ -44,10 +44,10 @@ void TOtherPlayer::AskAll(TakePosition takePosition) {
     const QDBusPendingReply<QVariantMap> properties = finished;
     Heard(!properties.isError());
     if (properties.isError()) return;
-    Take(properties.value());
-    if (takePosition == TakePosition::no || !properties.value().contains("Position")) return;
-    const qlonglong positionUs = properties.value()["Position"].toLongLong();
-    fPosition->Change([&](TPositionEstimate& estimate) { estimate.Begin(system_time(), positionUs); });
+    if (takePosition == TakePosition::no || !properties.value().contains("Position")) return Take(properties.value());
+    TakeQuietly(properties.value());
+    // Whoever is told may look at the position at once, and of a song that is paused never again.
+    TellMovedTo(properties.value()["Position"].toLongLong());
   });
 }
 
@@ -101,11 +101,24 @@ void TOtherPlayer::PropertiesChanged(const QString& interface, const QVariantMap
 }
 
 void TOtherPlayer::Seeked(qlonglong positionUs) {
+  TellMovedTo(positionUs);
+}
+
+void TOtherPlayer::TellMovedTo(int64 positionUs) {
   fPosition->Change([&](TPositionEstimate& estimate) { estimate.Begin(system_time(), positionUs); });
+  fChanged(fSong, fIsSilent);
   AskSoon();
 }
 
 void TOtherPlayer::Take(const QVariantMap& properties) {
+  const TOtherSong before = fSong;
+  TakeQuietly(properties);
+  if (fSong == before) return;
+  fChanged(fSong, fIsSilent);
+  AskSoon();
+}
+
+void TOtherPlayer::TakeQuietly(const QVariantMap& properties) {
   const TOtherSong before = fSong;
   take_properties(&fSong, properties);
   const bigtime_t nowUs = system_time();
@@ -115,9 +128,6 @@ void TOtherPlayer::Take(const QVariantMap& properties) {
     estimate.SetRate(nowUs, fSong.rate);
     estimate.SetPlaying(nowUs, fSong.state == TInfoRecord::kPlaying && !fIsSilent);
   });
-  if (fSong == before) return;
-  fChanged(fSong, fIsSilent);
-  AskSoon();
 }
 
 void TOtherPlayer::Send(const QString& method, const QVariantList& arguments) {

@@ -42,6 +42,8 @@ private:
   void AskAll(TakePosition takePosition);
   void AskPosition();
   void Take(const QVariantMap& properties);
+  void TakeQuietly(const QVariantMap& properties);
+  void TellMovedTo(int64 positionUs);
   void Heard(bool answered);
   void Plan();
 

@@ -113,6 +113,25 @@ TEST_F(OtherPlayers, TheirSongIsToldAndTheirPositionFollowed) {
   EXPECT_EQ(fListener->Text("path"), "") << "what is said in another type than it should be harms nothing";
 }
 
+TEST_F(OtherPlayers, WhereAPausedSongIsIsKnownWhenItIsTold) {
+  QVariantMap song = playing_song("file:///a.mp3");
+  song["PlaybackStatus"] = "Paused";
+  std::atomic<qlonglong> positionUs = 7000000;
+  FakePlayer player("fake", song, [&] { return positionUs.load(); });
+  fBus->Start();
+  Choose("fake");
+  EXPECT_EQ(fBus->PositionMs(), 7000);
+  int newsBefore = 0;
+  fListener->Wait([&] {
+    newsBefore = fListener->fNews;
+    return true;
+  });
+  positionUs = 9000000;
+  player.TellSeeked(positionUs);
+  EXPECT_TRUE(fListener->Wait([&] { return fListener->fNews > newsBefore; }));
+  EXPECT_EQ(fBus->PositionMs(), 9000);
+}
+
 TEST_F(OtherPlayers, WishesGoToThemAsFarAsTheyCan) {
   QVariantMap song = playing_song("file:///a.mp3");
   FakePlayer player("fake", song, [] { return 3000000; });
