@@ -98,7 +98,11 @@ std::vector<unsigned char> read_loudness(AVFormatContext* input) {
   }
   avcodec_send_packet(decoder.get(), nullptr);
   if (goesOn) measure_frames(decoder.get(), frame.get(), &meter);
-  return scaled_loudness(meter.Stretches(), kParts);
+  std::vector<float> stretches = meter.Stretches();
+  // What was cut off is as silent as it is; else the rest would be drawn over the whole length that the file tells.
+  const auto told = static_cast<size_t>(std::max<int64_t>(input->duration, 0) / (AV_TIME_BASE / kStretchesPerSecond));
+  if (!stretches.empty()) stretches.resize(std::max(stretches.size(), std::min(told, kMostStretches)));
+  return scaled_loudness(stretches, kParts);
 }
 
 std::vector<unsigned char> scaled_loudness(const std::vector<float>& stretches, size_t mostParts) {

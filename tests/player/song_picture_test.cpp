@@ -26,6 +26,9 @@ TEST(SongPicture, IsFoundInASongAndInNothingElse) {
   EXPECT_EQ(picture.loudness.size(), 25U) << "half a second";
   EXPECT_THAT(picture.loudness, Each(0));
   EXPECT_TRUE(picture.cover.empty());
+  std::string cut = silent_wav(4).substr(0, 8000);
+  cut.insert(36, std::string("fact\4\0\0\0\x80\x3e\0\0", 12)); // two seconds
+  EXPECT_EQ(read_song(folder.Write("cut.wav", cut)).picture.loudness.size(), 100U) << "as long as it says it is";
   for (const char* bytes : {"", "no sound in here", "RIFF....WAVEfmt "}) {
     EXPECT_TRUE(read_song(folder.Write("bad.wav", bytes)).picture.loudness.empty());
   }
