@@ -1,5 +1,7 @@
 #include "player/bus/bus.h"
 
+#include "platform/kernel/threads.h"
+
 #include "player/bus/actions.h"
 #include "player/bus/bus_link.h"
 
@@ -76,9 +78,17 @@ void TBus::SetPaused(bool paused) {
   });
 }
 
+/** It is taken to be there from now on, until it says otherwise: the next stamp must not have the time before. */
 void TBus::SeekTo(int32 positionMs) {
+  const int64 positionUs = int64{positionMs} * 1000;
+  int64 byUs = 0;
+  fOtherPosition->Change([&](TPositionEstimate& estimate) {
+    const bigtime_t nowUs = system_time();
+    byUs = positionUs - estimate.PositionUs(nowUs);
+    estimate.Begin(nowUs, positionUs);
+  });
   Do([=](TBusLink& link) {
-    if (link.Other()) link.Other()->SeekTo(int64{positionMs} * 1000);
+    if (link.Other()) link.Other()->SeekTo(positionUs, byUs);
   });
 }
 

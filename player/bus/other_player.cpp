@@ -146,14 +146,11 @@ void TOtherPlayer::SetPaused(bool paused) {
   if (paused ? fSong.canPause : fSong.canPlay) Send(paused ? "Pause" : "Play");
 }
 
-void TOtherPlayer::SeekTo(int64 positionUs) {
+void TOtherPlayer::SeekTo(int64 positionUs, int64 byUs) {
   if (!fSong.canSeek) return;
   const QDBusObjectPath track(QString::fromStdString(fSong.trackId));
   if (!track.path().isEmpty()) return Send("SetPosition", {QVariant::fromValue(track), qlonglong{positionUs}});
-  // It has no name for its song: it can only be moved by the difference.
-  int64 nowThereUs = 0;
-  fPosition->Change([&](TPositionEstimate& estimate) { nowThereUs = estimate.PositionUs(system_time()); });
-  Send("Seek", {qlonglong{positionUs - nowThereUs}});
+  Send("Seek", {qlonglong{byUs}}); // it has no name for its song, and can only be moved by the difference
 }
 
 void TOtherPlayer::SetRate(double rate) {

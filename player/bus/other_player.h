@@ -22,7 +22,8 @@ public:
 
   // Wishes; those that the player says it cannot fulfil are left.
   void SetPaused(bool paused);
-  void SeekTo(int64 positionUs);
+  /** To there, which is so far from where it is. */
+  void SeekTo(int64 positionUs, int64 byUs);
   void SetRate(double rate);
   void SetVolume(double volume);
   void Skip(int direction);

@@ -54,7 +54,7 @@ void TPositionEstimate::ForgetAnswers() {
 
 void TPositionEstimate::Begin(bigtime_t nowUs, int64 positionUs) {
   ForgetAnswers();
-  fBaseAtUs = fChangedAtUs = nowUs;
+  fBeganUs = fBaseAtUs = fChangedAtUs = nowUs;
   fBaseUs = static_cast<double>(Bounded(static_cast<double>(positionUs)));
 }
 
@@ -73,6 +73,7 @@ void TPositionEstimate::SetRate(bigtime_t nowUs, double rate) {
 }
 
 void TPositionEstimate::Take(const TPositionAnswer& answer) {
+  if (answer.askedUs < fBeganUs) return;
   const int64 positionUs = Bounded(static_cast<double>(answer.positionUs));
   const bigtime_t atUs = answer.askedUs + (answer.answeredUs - answer.askedUs) / 2;
   if (!fIsPlaying) return TakePaused(positionUs);

@@ -19,7 +19,7 @@ struct TPositionAnswer {
     may be astray. Pure; one thread at a time. */
 class TPositionEstimate {
 public:
-  /** The song is there now, or was sought to there: what was known before is void. */
+  /** The song is there now, or was sought to there: what was known or asked before is void. */
   void Begin(bigtime_t nowUs, int64 positionUs);
   void SetPlaying(bigtime_t nowUs, bool isPlaying);
   void SetRate(bigtime_t nowUs, double rate);
@@ -50,6 +50,7 @@ private:
   // position = fBaseUs + rate * (now - fBaseAtUs) while the song moves, else fBaseUs
   bigtime_t fBaseAtUs = 0;
   double fBaseUs = 0;
+  bigtime_t fBeganUs = 0;
   // Of the answers since the last beginning:
   std::optional<int64> fLastUs;  // the last one
   bigtime_t fLastAtUs = 0;       // when it was given

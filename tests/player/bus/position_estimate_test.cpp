@@ -144,9 +144,12 @@ TEST(PositionEstimate, WhatThePlayerAnnouncesCountsAtOnce) {
   EXPECT_EQ(estimate.PositionUs(kStartUs + 3 * kSecond), 9 * kSecond);
   estimate.Begin(kStartUs + 3 * kSecond, 60 * kSecond + kSecond / 2);
   estimate.SetPlaying(kStartUs + 5 * kSecond, false);
-  EXPECT_EQ(estimate.PositionUs(kStartUs + 9 * kSecond), 61 * kSecond + kSecond / 2);
-  estimate.Take({0, 0, 61 * kSecond});
-  EXPECT_EQ(estimate.PositionUs(0), 61 * kSecond + kSecond / 2) << "whole seconds: this one began a while ago";
-  estimate.Take({0, 0, 20 * kSecond});
-  EXPECT_EQ(estimate.PositionUs(0), 20 * kSecond);
+  const bigtime_t laterUs = kStartUs + 9 * kSecond;
+  EXPECT_EQ(estimate.PositionUs(laterUs), 61 * kSecond + kSecond / 2);
+  estimate.Take({laterUs, laterUs, 61 * kSecond});
+  EXPECT_EQ(estimate.PositionUs(laterUs), 61 * kSecond + kSecond / 2) << "whole seconds: this one began a while ago";
+  estimate.Take({kStartUs + 4 * kSecond, laterUs, 20 * kSecond});
+  EXPECT_EQ(estimate.PositionUs(laterUs), 61 * kSecond + kSecond / 2) << "asked before it was paused";
+  estimate.Take({laterUs, laterUs, 20 * kSecond});
+  EXPECT_EQ(estimate.PositionUs(laterUs), 20 * kSecond);
 }
