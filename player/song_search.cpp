@@ -2,6 +2,8 @@
 
 #include "player/song_files.h"
 
+#include <utility>
+
 class TSongSearch::TTaker : public TSongTaker {
 public:
   TTaker(TSongSearch* owner, int64 number, std::stop_token end)

@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 #include <mutex>
+#include <stop_token>
 #include <thread>
 
 /** Looks for the songs of files, folders and lists, one search after another, on a thread of its own: a large folder or
