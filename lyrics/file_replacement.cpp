@@ -6,6 +6,8 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -87,6 +89,14 @@ status_t write_all(int file, std::string_view bytes) {
   return B_OK;
 }
 
+std::string name_beside(const std::string& path, const std::string& more) {
+  constexpr size_t kMostOfName = 180; // of the 255 bytes that names may have
+  const size_t leaf = path.rfind('/') + 1;
+  size_t begin = path.size() - std::min(path.size() - leaf, kMostOfName);
+  while (begin > leaf && begin < path.size() && (static_cast<unsigned char>(path[begin]) & 0xC0) == 0x80) ++begin;
+  return path.substr(0, leaf) + path.substr(begin) + more;
+}
+
 TFileReplacement::TFileReplacement(TFileReplacement&& other) noexcept
     : fTarget(std::move(other.fTarget)), fWritten(std::exchange(other.fWritten, {})) {}
 
@@ -102,7 +112,9 @@ TFileReplacement::~TFileReplacement() {
 
 status_t TFileReplacement::Write(TFileTarget target, std::string_view bytes, bool flush) {
   fTarget = std::move(target);
-  const std::string path = fTarget.path + ".saving-" + std::to_string(getpid());
+  static std::atomic<int> count{0}; // long names may end alike
+  const std::string path =
+      name_beside(fTarget.path, ".saving-" + std::to_string(getpid()) + "-" + std::to_string(++count));
   const int file = create_anew(path);
   if (file < 0) return status_of_errno(errno);
   fWritten = path;

@@ -19,6 +19,9 @@ struct TFileTarget {
 /** Writes all of it; what is written so far may lie in memory only. */
 [[nodiscard]] status_t write_all(int file, std::string_view bytes);
 
+/** Another name for a file in its folder: its own, or the end of a very long one, and `more`. */
+[[nodiscard]] std::string name_beside(const std::string& path, const std::string& more);
+
 /** A new file that takes the place of an old one of a single name, in steps, so that the middle one can be shared by
     many files. Until `Commit` the old file is untouched, and what was never committed is taken away again. One thread
     at a time. */

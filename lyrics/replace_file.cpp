@@ -34,20 +34,35 @@ status_t replace_whole(TFileTarget target, std::string_view bytes) {
   return status;
 }
 
-/** For a file that goes by several names: each must see the new text, so the file itself is written. */
-status_t rewrite_in_place(const std::string& path, std::string_view bytes) {
+bool copy_over(const std::string& from, const std::string& to) {
   std::error_code error;
-  const std::string aside = path + ".before-save";
-  if (!std::filesystem::copy_file(path, aside, std::filesystem::copy_options::overwrite_existing, error)) {
-    return B_IO_ERROR;
-  }
+  return std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing, error);
+}
+
+/** Beside the file or, where its folder takes none, in the temporary folder; where, or an empty text. */
+std::string put_aside(const std::string& path) {
+  const std::string beside = name_beside(path, ".before-save");
+  if (copy_over(path, beside)) return beside;
+  const std::string away = std::filesystem::temp_directory_path() / BPath(beside.c_str()).Leaf();
+  return copy_over(path, away) ? away : std::string();
+}
+
+status_t write_over(const std::string& path, std::string_view bytes) {
   const UniqueFd file(open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC | O_NONBLOCK));
   if (!file) return status_of_errno(errno);
   const status_t status = write_all(file.Get(), bytes);
   if (status != B_OK) return status;
-  if (fsync(file.Get()) != 0) return status_of_errno(errno);
-  unlink(aside.c_str());
-  return B_OK;
+  return fsync(file.Get()) == 0 ? B_OK : status_of_errno(errno);
+}
+
+/** For a file that goes by several names, each of which must see the new text, and for one whose folder takes no other
+    file: the file itself is written. */
+status_t rewrite_in_place(const std::string& path, std::string_view bytes) {
+  const std::string aside = put_aside(path);
+  if (aside.empty()) return B_IO_ERROR;
+  const status_t status = write_over(path, bytes);
+  if (status == B_OK || copy_over(aside, path)) unlink(aside.c_str());
+  return status;
 }
 
 } // namespace
@@ -56,8 +71,9 @@ status_t replace_file(const std::string& path, std::string_view bytes) {
   TFileTarget target;
   const status_t status = find_file_target(path, &target);
   if (status != B_OK) return status;
-  const bool hasManyNames = target.old && target.old->st_nlink > 1;
-  return hasManyNames ? rewrite_in_place(target.path, bytes) : replace_whole(std::move(target), bytes);
+  if (target.old && target.old->st_nlink > 1) return rewrite_in_place(target.path, bytes);
+  const status_t replaced = replace_whole(target, bytes);
+  return replaced == B_PERMISSION_DENIED && target.old ? rewrite_in_place(target.path, bytes) : replaced;
 }
 
 bool file_holds(const std::string& path, std::string_view bytes) {
@@ -82,7 +98,7 @@ std::string keep_for_recovery(const std::string& path, std::string_view bytes) {
   localtime_r(&now, &local);
   char moment[32];
   std::strftime(moment, sizeof moment, "%Y-%m-%d_%H%M%S", &local);
-  const std::string name = "Recovered_" + std::string(moment) + "_" + BPath(path.c_str()).Leaf();
+  const std::string name = "Recovered_" + std::string(moment) + "_" + name_beside(BPath(path.c_str()).Leaf(), "");
   BEntry entry;
   BPath kept;
   if (koreva::get_entry(name.c_str(), &entry, koreva::kSettingsDir, "VesmoE") && entry.GetPath(&kept) == B_OK &&

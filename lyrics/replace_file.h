@@ -8,7 +8,8 @@
 /** Makes `path` hold exactly `bytes`: they are written to a new file beside it and flushed, and only then does that
     file take the old one's place, so that a failure leaves the old file whole. Permissions, extended attributes (the
     file type among them) and, where allowed, the owner are kept; a symbolic link stays one and its target is replaced;
-    a file with several hard links is written in place, after a copy of it was put aside, which goes when all is well.
+    a file with several hard links, or in a folder that takes no other, is written in place, after a copy of it was put
+    aside, which comes back when that fails.
     A new file gets the ordinary permissions. Any thread. */
 [[nodiscard]] status_t replace_file(const std::string& path, std::string_view bytes);
 

@@ -54,6 +54,28 @@ TEST(ReplaceFile, ShowsTheNewTextUnderEveryHardLink) {
   EXPECT_EQ(files_in(folder.Path()), 2U);
 }
 
+TEST(ReplaceFile, TakesNamesAsLongAsNamesCanBe) {
+  const ScratchFolder folder;
+  setenv("XDG_CONFIG_HOME", folder.File("settings").c_str(), 1);
+  std::string name = "x";
+  while (name.size() < 248) name += "歌";
+  const std::string path = folder.Write(name + ".lrc", "old");
+  ASSERT_EQ(replace_file(path, "new"), B_OK);
+  EXPECT_EQ(folder.Read(name + ".lrc"), "new");
+  EXPECT_TRUE(keep_for_recovery(path, "precious").ends_with("歌歌.lrc"));
+  EXPECT_EQ(files_in(folder.Path()), 2U) << "the file and the settings";
+}
+
+TEST(ReplaceFile, WritesAFileWhoseFolderTakesNoOther) {
+  if (geteuid() == 0) GTEST_SKIP() << "every folder takes files of the superuser";
+  const ScratchFolder folder;
+  const std::string path = folder.Write("a.lrc", "old");
+  chmod(folder.Path().c_str(), 0555);
+  EXPECT_EQ(replace_file(path, "new"), B_OK);
+  EXPECT_EQ(folder.Read("a.lrc"), "new");
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::temp_directory_path() / "a.lrc.before-save"));
+}
+
 TEST(ReplaceFile, LeavesTheOldFileWholeWhenItFails) {
   const ScratchFolder folder;
   EXPECT_NE(replace_file(folder.Path(), "x"), B_OK) << "a folder";
