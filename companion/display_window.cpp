@@ -13,6 +13,7 @@
 #include "platform/interface/screen.h"
 #include "plugin/host_link.h"
 #include "plugin/sonivo_window.h"
+#include "window/placement.h"
 
 #include <algorithm>
 
@@ -29,13 +30,16 @@ constexpr float kMinWidth = 200;
 constexpr float kMinHeight = 80;
 constexpr float kNoLimit = 32767;
 
-/** The stored frame; on a first run, when none was stored, below the player as far as the screen goes. */
+/** The stored frame; on a first run, when none was stored, and when its screen is there no more, below the player as
+   far as the screen goes. */
 BRect opening_frame(const BRect& stored) {
+  const BRect first = TDisplayState().fWindowFrame;
+  if (!(stored == first) && is_in_sight(stored)) return stored;
   BRect host;
-  if (!(stored == TDisplayState().fWindowFrame) || get_sonivo_win_frame(&host) != B_OK) return stored;
+  if (get_sonivo_win_frame(&host) != B_OK) return first;
   const BRect screen = screen_frame(host.LeftTop());
-  const float top = std::max(screen.top, std::min(host.bottom + kGapToHost, screen.bottom - stored.Height()));
-  return {host.left, top, host.left + stored.Width(), top + stored.Height()};
+  const float top = std::max(screen.top, std::min(host.bottom + kGapToHost, screen.bottom - first.Height()));
+  return {host.left, top, host.left + first.Width(), top + first.Height()};
 }
 
 } // namespace
