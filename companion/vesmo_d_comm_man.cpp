@@ -6,13 +6,11 @@
 #include "companion/prefs/notices.h"
 #include "companion/prefs/vesmo_d_pref_win.h"
 #include "companion/vesmo_d.h"
-#include "interapp/inter_app_prefs.h"
 #include "language/load_language.h"
 #include "lyrics/document_notices.h"
 #include "lyrics/reaction_time.h"
-#include "plugin/about_content.h"
 #include "plugin/pref.h"
-#include "window/placement.h"
+#include "toolkit/krv_about_win.h"
 
 #include <utility>
 
@@ -25,12 +23,6 @@ void TVesmoDCommMan::Quit() {
   CloseAboutWindowRqtd();
   CloseMainWindowRqtd();
   TFamilyCommMan::Quit();
-}
-
-void TVesmoDCommMan::WaitForWindows() {
-  const BMessage question('wait');
-  BMessage answer;
-  BMessenger(this).SendMessage(&question, &answer);
 }
 
 void TVesmoDCommMan::MessageReceived(BMessage* message) {
@@ -68,16 +60,6 @@ bool TVesmoDCommMan::HandleRequest(BMessage* message) {
 
 bool TVesmoDCommMan::HandleNotice(BMessage* message) {
   switch (message->what) {
-  case kMsgIAPChanged:
-    IAPChanged(*message);
-    Forward(message);
-    return true;
-  case kMsgLanguageNode:
-    PostMessage(kMsgLanguageChanged);
-    return true;
-  case kMsgLanguageChanged:
-    LanguageChanged(message);
-    return true;
   case kMsgFollowDocument:
     SendMessage(message);
     return true;
@@ -114,18 +96,14 @@ void TVesmoDCommMan::SettingsChanged(BMessage* message) {
   Forward(message);
 }
 
-void TVesmoDCommMan::LanguageChanged(BMessage* message) {
+void TVesmoDCommMan::LanguageChanged(const BMessage& message) {
   // The files are watched by both managers; what the user has chosen is told by this one alone.
-  if (message->HasField("LLTF")) {
-    gPref->Unarchive(*message);
-    SendMessage(message);
-  }
+  if (message.HasField("LLTF")) SendMessage(&message);
   if (ReloadLanguage()) SetAboutWinContent();
-  Forward(message);
 }
 
 void TVesmoDCommMan::IAPChanged(const BMessage& message) {
-  gIAP->SetValue(message);
+  TFamilyCommMan::IAPChanged(message);
   SetAboutWinContent();
 }
 
@@ -137,38 +115,32 @@ void TVesmoDCommMan::OpenMainWindowRqtd(bool takesFocus) {
   fMainWindow->Unlock();
 }
 
-void TVesmoDCommMan::BringUp(TKRVWin* window) {
+void TVesmoDCommMan::BringUp(TKRVWin* window) const {
   if (!window->Lock()) return;
   window->BringUp();
   window->Unlock();
 }
 
+bool TVesmoDCommMan::FindMainWindowFrame(BRect* frame) const {
+  if (fMainWindow == nullptr || !fMainWindow->Lock()) return false;
+  *frame = fMainWindow->Frame();
+  fMainWindow->Unlock();
+  return true;
+}
+
 void TVesmoDCommMan::PrepareRqtd(uint32 code) {
-  BMessage request(code);
-  const bool hasWindow = fMainWindow && fMainWindow->Lock();
-  request.AddBool("BesideDlg", hasWindow);
-  if (hasWindow) {
-    request.AddRect("WinFrame", fMainWindow->Frame());
-    fMainWindow->Unlock();
-  }
+  const BMessage request = BesideRequest(code);
   PostMessage(&request);
 }
 
-void TVesmoDCommMan::OpenAboutWindowRqtd(const BMessage& message) {
-  if (fAboutWindow == nullptr) {
-    fAboutWindow = new TKRVAboutWin(kDisplayName, gAppVer);
-    SetAboutWinContent();
-    BRect neighbour;
-    if (message.FindRect("WinFrame", &neighbour) == B_OK) move_beside(fAboutWindow, neighbour);
-  }
-  BringUp(fAboutWindow);
+TKRVAboutWin* TVesmoDCommMan::MakeAboutWindow() const {
+  return new TKRVAboutWin(kDisplayName, gAppVer);
 }
 
 void TVesmoDCommMan::OpenPrefWindowRqtd(const BMessage& message) {
   if (fPrefWindow == nullptr) {
     fPrefWindow = new TVesmoDPrefWin(language_folder(PluginPath()), BMessenger(this));
-    BRect neighbour;
-    if (message.FindRect("WinFrame", &neighbour) == B_OK) move_beside(fPrefWindow, neighbour);
+    MoveBeside(fPrefWindow, message);
     if (!fStampHint.IsEmpty()) fPrefWindow->PostMessage(&fStampHint);
   }
   BringUp(fPrefWindow);
@@ -179,32 +151,17 @@ void TVesmoDCommMan::StampHintCame(const BMessage& message) {
   if (fPrefWindow) fPrefWindow->PostMessage(&fStampHint);
 }
 
-void TVesmoDCommMan::SetAboutWinContent() {
-  if (fAboutWindow == nullptr || !fAboutWindow->Lock()) return;
-  fAboutWindow->SetContent(about_content(PluginPath()));
-  fAboutWindow->Unlock();
-}
-
-void TVesmoDCommMan::End(BWindow* window) {
-  if (window == nullptr || !window->Lock()) return;
-  const thread_id thread = window->Thread();
-  window->Quit();
-  if (thread > 0) wait_for_thread(thread, nullptr);
-}
-
 void TVesmoDCommMan::CloseMainWindowRqtd() {
   if (fMainWindow && fMainWindow->Lock()) {
     gDisplayState->fIsOpen = !fMainWindow->IsHidden();
     gDisplayState->fWindowFrame = fMainWindow->Frame();
     fMainWindow->Unlock();
   }
-  End(std::exchange(fMainWindow, nullptr));
-}
-
-void TVesmoDCommMan::CloseAboutWindowRqtd() {
-  End(std::exchange(fAboutWindow, nullptr));
+  BWindow* window = std::exchange(fMainWindow, nullptr);
+  CloseWindow(&window);
 }
 
 void TVesmoDCommMan::ClosePrefWindowRqtd() {
-  End(std::exchange(fPrefWindow, nullptr));
+  BWindow* window = std::exchange(fPrefWindow, nullptr);
+  CloseWindow(&window);
 }

@@ -3,9 +3,6 @@
 #include "platform/app/message.h"
 #include "plugin/family_comm_man.h"
 
-class BWindow;
-class TKRVAboutWin;
-class TKRVWin;
 class TVesmoDPrefWin;
 class TVesmoDWin;
 
@@ -20,9 +17,14 @@ public:
   /** Closes the windows that are still open and waits for their threads. */
   void Quit() override;
   void MessageReceived(BMessage* message) override;
+  void LanguageChanged(const BMessage& message) override;
+  void IAPChanged(const BMessage& message) override;
 
-  /** Returns when everything that was asked so far is done. Any thread but the manager's. */
-  void WaitForWindows();
+protected:
+  void Forward(BMessage* message) override;
+  bool FindMainWindowFrame(BRect* frame) const override;
+  TKRVAboutWin* MakeAboutWindow() const override;
+  void BringUp(TKRVWin* window) const override;
 
 private:
   bool HandleRequest(BMessage* message);
@@ -30,23 +32,12 @@ private:
   void OpenMainWindowRqtd(bool takesFocus);
   void CloseMainWindowRqtd();
   void PrepareRqtd(uint32 code);
-  void OpenAboutWindowRqtd(const BMessage& message);
-  void CloseAboutWindowRqtd();
-  void SetAboutWinContent();
   void OpenPrefWindowRqtd(const BMessage& message);
   void ClosePrefWindowRqtd();
   void StampHintCame(const BMessage& message);
   void SettingsChanged(BMessage* message);
-  void LanguageChanged(BMessage* message);
-  void IAPChanged(const BMessage& message);
-  /** To the windows that there are. */
-  void Forward(BMessage* message);
-  static void BringUp(TKRVWin* window);
-  /** Ends the window and waits for its thread. */
-  static void End(BWindow* window);
 
-  TVesmoDWin* fMainWindow = nullptr;    // null until asked for; hidden when its user closes it
-  TKRVAboutWin* fAboutWindow = nullptr; // the same, as the next
-  TVesmoDPrefWin* fPrefWindow = nullptr;
-  BMessage fStampHint; // the last one
+  TVesmoDWin* fMainWindow = nullptr;     // null until asked for; hidden when its user closes it
+  TVesmoDPrefWin* fPrefWindow = nullptr; // the same
+  BMessage fStampHint;                   // the last one
 };

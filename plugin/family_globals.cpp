@@ -9,7 +9,6 @@
 #include "plugin/pref.h"
 #include "toolkit/alerts.h"
 
-#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -57,10 +56,4 @@ void delete_settings_and_texts() {
   destroy(&gIAP);
   destroy(&gLLT);
   destroy(&gPref);
-}
-
-std::unique_ptr<char[]> heap_copy(const std::string& text) {
-  auto copy = std::make_unique<char[]>(text.size() + 1);
-  std::memcpy(copy.get(), text.c_str(), text.size() + 1);
-  return copy;
 }

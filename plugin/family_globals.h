@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <string>
 
 /** The process-wide objects that each plug-in of the family has for itself, in its own image. Made and deleted on the
@@ -12,8 +11,3 @@ void make_settings();
 void make_texts(const std::string& pluginPath);
 /** All but gAppPrivacy, which belongs to the image and ends with it. */
 void delete_settings_and_texts();
-
-/** For the texts that the player reads. */
-std::unique_ptr<char[]> heap_copy(const std::string& text);
-
-inline constexpr const char* kCredit = "by the Vesmo Editor team";

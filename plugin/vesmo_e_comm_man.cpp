@@ -96,18 +96,6 @@ bool TVesmoECommMan::HandleRequest(BMessage* message) {
 
 bool TVesmoECommMan::HandleNotice(BMessage* message) {
   switch (message->what) {
-  case kMsgIAPChanged:
-    IAPChanged(*message);
-    Forward(message);
-    return true;
-  case kMsgLanguageNode:
-    NodeLanguageChanged();
-    return true;
-  case kMsgLanguageChanged:
-    gPref->Unarchive(*message);
-    LanguageChanged();
-    Forward(message);
-    return true;
   case 'Spsc':
   case 'Sedr':
   case 'Splc':
@@ -181,15 +169,6 @@ bool TVesmoECommMan::FindMainWindowFrame(BRect* frame) const {
   return true;
 }
 
-BMessage TVesmoECommMan::BesideRequest(uint32 code) const {
-  BMessage request(code);
-  BRect frame;
-  const bool hasWindow = FindMainWindowFrame(&frame);
-  request.AddBool("BesideDlg", hasWindow);
-  if (hasWindow) request.AddRect("WinFrame", frame);
-  return request;
-}
-
 void TVesmoECommMan::PrepareOpenAboutWindowRqtd() {
   const BMessage request = BesideRequest(kMsgOpenAbout);
   PostMessage(&request);
@@ -221,18 +200,14 @@ void TVesmoECommMan::MItemHelpClicked() {
   show_help();
 }
 
-void TVesmoECommMan::NodeLanguageChanged() {
-  PostMessage(kMsgLanguageChanged);
-}
-
-void TVesmoECommMan::LanguageChanged() {
+void TVesmoECommMan::LanguageChanged(const BMessage&) {
   if (!ReloadLanguage()) return;
   SetFineTagWinLabel();
   SetAboutWinContent();
 }
 
 void TVesmoECommMan::IAPChanged(const BMessage& message) {
-  gIAP->SetValue(message);
+  TFamilyCommMan::IAPChanged(message);
   std::string item;
   if (message.FindString("IAP:SrcIAPItem", &item) != B_OK || item != "AccKeyFormat") return;
   SetFineTagWinLabel();

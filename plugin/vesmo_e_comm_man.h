@@ -8,8 +8,6 @@
 #include <memory>
 #include <vector>
 
-class TKRVAboutWin;
-class TKRVWin;
 class TSimpleInputWin;
 class TVesmoEWin;
 
@@ -25,43 +23,38 @@ public:
   void OpenMainWindow();
   void RefsReceived(BMessage* message);
   void PrepareOpenAboutWindowRqtd();
-  void OpenAboutWindowRqtd(const BMessage& message);
   void PrepareOpenPrefWindowRqtd();
   void MItemFineTimeTagClicked();
   void SetFineTagWinLabel();
-  void LanguageChanged();
-  void NodeLanguageChanged();
-  void IAPChanged(const BMessage& message);
+  void LanguageChanged(const BMessage& message) override;
+  void IAPChanged(const BMessage& message) override;
   void MItemKOREVACommonPrefClicked();
   void MItemHelpClicked();
   void MainWindowClosed(const BMessage& message);
   void CloseMainWindowRqtd();
-  void CloseAboutWindowRqtd();
   void CloseFineTimeTagWindowRqtd();
   void CloseKOREVACommonPrefWindowRqtd();
 
+protected:
+  void Forward(BMessage* message) override;
+  bool FindMainWindowFrame(BRect* frame) const override;
+  // vesmo_e_dialogs.cpp
+  TKRVAboutWin* MakeAboutWindow() const override;
+  /** In front of the main window where there is one. */
+  void BringUp(TKRVWin* window) const override;
+
 private:
-  void Forward(BMessage* message);
   bool HandleRequest(BMessage* message);
   bool HandleNotice(BMessage* message);
-  BMessage BesideRequest(uint32 code) const;
-
   /** False when there is no main window, or it is ending. */
   bool LockMainWindow() const;
-  bool FindMainWindowFrame(BRect* frame) const;
   void WaitForWindowThreads();
-
-  // vesmo_e_dialogs.cpp
-  void SetAboutWinContent();
-  /** In front of the main window where there is one. */
-  void BringUp(TKRVWin* window) const;
 
   TVesmoEWin* fMainWindow = nullptr; // null while closed; used only with the window locked by its address
   BMessenger fMainAddress;
   /** Of every main window shown: a window that was closed by its user is forgotten before its thread has ended. */
   std::vector<thread_id> fWindowThreads;
-  TKRVAboutWin* fAboutWindow = nullptr; // null until asked for, as the next
-  TSimpleInputWin* fFineTagWindow = nullptr;
+  TSimpleInputWin* fFineTagWindow = nullptr; // null until asked for
   const bigtime_t fMadeUs = system_time();
   std::unique_ptr<BMessageRunner> fPrefWish; // while it waits for the companion
 };

@@ -5,7 +5,6 @@
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
 #include "lyrics/editor_view.h"
-#include "plugin/about_content.h"
 #include "plugin/shift_amount.h"
 #include "plugin/vesmo_e_comm_man.h"
 #include "toolkit/krv_about_win.h"
@@ -24,16 +23,8 @@ std::string check_shift(const std::string& text) {
 
 } // namespace
 
-void TVesmoECommMan::OpenAboutWindowRqtd(const BMessage& message) {
-  if (fAboutWindow == nullptr) {
-    fAboutWindow = new TKRVAboutWin(gAppName, gAppVer, GetBitmap(kAppIcon));
-    SetAboutWinContent();
-    bool isBeside = false;
-    BRect neighbour;
-    message.FindBool("BesideDlg", &isBeside);
-    if (isBeside && message.FindRect("WinFrame", &neighbour) == B_OK) move_beside(fAboutWindow, neighbour);
-  }
-  BringUp(fAboutWindow);
+TKRVAboutWin* TVesmoECommMan::MakeAboutWindow() const {
+  return new TKRVAboutWin(gAppName, gAppVer, GetBitmap(kAppIcon));
 }
 
 void TVesmoECommMan::MItemFineTimeTagClicked() {
@@ -68,17 +59,6 @@ void TVesmoECommMan::SetFineTagWinLabel() {
                              accelerator_label("G", gLLT->Text("Button_Go")),
                              accelerator_label("C", gLLT->Text("Button_Cancel"))});
   fFineTagWindow->Unlock();
-}
-
-void TVesmoECommMan::SetAboutWinContent() {
-  if (fAboutWindow == nullptr || !fAboutWindow->Lock()) return;
-  fAboutWindow->SetContent(about_content(PluginPath()));
-  fAboutWindow->Unlock();
-}
-
-void TVesmoECommMan::CloseAboutWindowRqtd() {
-  BWindow* window = std::exchange(fAboutWindow, nullptr);
-  CloseWindow(&window);
 }
 
 void TVesmoECommMan::CloseFineTimeTagWindowRqtd() {

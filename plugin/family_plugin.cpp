@@ -1,0 +1,43 @@
+#include "plugin/family_plugin.h"
+
+#include "plugin/family_comm_man.h"
+
+#include <cstring>
+#include <utility>
+
+namespace {
+
+constexpr const char* kCredit = "by the Vesmo Editor team";
+
+std::unique_ptr<char[]> heap_copy(const std::string& text) {
+  auto copy = std::make_unique<char[]>(text.size() + 1);
+  std::memcpy(copy.get(), text.c_str(), text.size() + 1);
+  return copy;
+}
+
+} // namespace
+
+TFamilyPlugin::TFamilyPlugin(const std::string& name)
+    : fNameText(heap_copy(name)), fInfoText(heap_copy(name + "  " + kCredit)) {
+  fName = fNameText.get();
+  fInfo = fInfoText.get();
+}
+
+void TFamilyPlugin::StartManager(TFamilyCommMan* manager) {
+  fCommMan = manager;
+  fCommMan->Run();
+}
+
+void TFamilyPlugin::EndManager() {
+  if (fCommMan->Lock()) std::exchange(fCommMan, nullptr)->Quit();
+}
+
+bool TFamilyPlugin::About(bool query) {
+  if (!query) fCommMan->PostMessage(kMsgPrepareAbout);
+  return true;
+}
+
+bool TFamilyPlugin::Prefs(bool query) {
+  if (!query) fCommMan->PostMessage(kMsgPreparePref);
+  return true;
+}
