@@ -4,26 +4,18 @@
 # twenty.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-chain=$1/audio_chain
-. scripts/headless_demo_sound.sh
-scratch=$(mktemp -d)
-trap 'stop_sound; rm -rf "$scratch"' EXIT
-start_sound "$scratch/sound"
+bin=$(realpath "$1")
+chain=$bin/audio_chain
+. bench/stage.sh
+set_stage sound
 
-encode() { ffmpeg -v error -i "$scratch/$1" "${@:2:$#-2}" "$scratch/${!#}"; }
-"$chain" --noise "$scratch/noise.wav"
+make_tracks "${noise_tracks[@]}"
 "$chain" --clicks "$scratch/clicks.wav"
-encode noise.wav -c:a libmp3lame -q:a 2 noise-vbr.mp3
-encode noise.wav -c:a libmp3lame -q:a 2 -write_xing 0 -id3v2_version 0 noise-bare.mp3
-encode noise.wav noise.flac
-encode noise.wav -c:a libvorbis -q:a 6 noise.ogg
-encode noise.wav -c:a libopus -b:a 128k noise.opus
-encode noise.wav -c:a aac -b:a 160k noise.m4a
-encode clicks.wav -ar 44100 clicks-44100.wav
-encode clicks.wav -c:a libvorbis -q:a 6 clicks.ogg
+ffmpeg -v error -i "$scratch/clicks.wav" -ar 44100 "$scratch/clicks-44100.wav"
+ffmpeg -v error -i "$scratch/clicks.wav" -c:a libvorbis -q:a 6 "$scratch/clicks.ogg"
 
 "$chain" --columns
-for track in noise.wav noise-vbr.mp3 noise-bare.mp3 noise.flac noise.ogg noise.opus noise.m4a; do
+for track in "${noise_tracks[@]}"; do
   for condition in play seeks paused; do "$chain" engine "$condition" "$scratch/$track"; done
 done
 for condition in play@0.75 seeks@0.75; do "$chain" engine "$condition" "$scratch/clicks.wav"; done

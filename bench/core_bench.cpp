@@ -2,6 +2,7 @@
    that counts lines, and a plain read and split into a list. Prints ratios; every pair is measured in turn, in this
    run. */
 
+#include "bench/rounds.h"
 #include "lyrics/bulk_tags.h"
 #include "lyrics/lyrics_file.h"
 #include "lyrics/replace_file.h"
@@ -10,7 +11,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -22,7 +22,6 @@
 namespace {
 
 using Lines = std::list<std::string>;
-using Clock = std::chrono::steady_clock;
 
 constexpr const char* kEncodings[] = {"UTF-8", "Shift-JIS", "JIS"};
 constexpr const char* kConverters[] = {"UTF-8", "CP932", "ISO-2022-JP"};
@@ -40,12 +39,6 @@ Lines make_lines(int count) {
   return lines;
 }
 
-double seconds_of(const std::function<void()>& work) {
-  const auto start = Clock::now();
-  work();
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 /** The medians of two works done in turn. */
 struct TPair {
   double ours;
@@ -58,9 +51,7 @@ TPair compare(int rounds, const std::function<void()>& ours, const std::function
     a.push_back(seconds_of(ours));
     b.push_back(seconds_of(theirs));
   }
-  std::nth_element(a.begin(), a.begin() + rounds / 2, a.end());
-  std::nth_element(b.begin(), b.begin() + rounds / 2, b.end());
-  return {a[static_cast<size_t>(rounds / 2)], b[static_cast<size_t>(rounds / 2)]};
+  return {median(a), median(b)};
 }
 
 std::string read_file(const std::string& path) {

@@ -6,49 +6,26 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 bin=$1
 seconds=${2:-30}
-. scripts/headless_demo_display.sh
-. scripts/headless_demo_sound.sh
-scratch=$(mktemp -d)
-bus_pid=
-programs=()
-finish() {
-  end_programs
-  [ -n "$bus_pid" ] && kill "$bus_pid" 2>/dev/null
-  stop_sound
-  stop_display
-  rm -rf "$scratch"
-}
-trap finish EXIT
-end_programs() {
-  for pid in "${programs[@]}"; do kill "$pid" 2>/dev/null && wait "$pid" 2>/dev/null || true; done
-  programs=()
-}
-
-start_display "$scratch"
-start_sound "$scratch/sound"
-export XDG_CONFIG_HOME=$scratch/settings XDG_CACHE_HOME=$scratch/cache HOME=$scratch LC_ALL=C.UTF-8
-{ read -r DBUS_SESSION_BUS_ADDRESS; read -r bus_pid; } < <(dbus-daemon --session --fork --print-address=1 --print-pid=1)
-export DBUS_SESSION_BUS_ADDRESS
+. bench/stage.sh
+set_stage display sound bus
 cp demo/demo.opus "$scratch/"
 paste -d '' <(awk '{ ms = $1; printf "[%02d:%02d:%02d]\n", ms / 60000, ms / 1000 % 60, ms / 10 % 100 }' demo/demo.times) \
   demo/demo.txt >"$scratch/demo.lrc"
 
-begin() { # TITLE COMMAND ...; without a title nothing is waited for. Leaves the number in $begun.
+show() { # TITLE COMMAND ...
   local title=$1
   shift
-  "$@" >"$scratch/log" 2>&1 &
-  begun=$!
-  programs+=("$begun")
-  [ -z "$title" ] || timeout 60 xdotool search --sync --onlyvisible --name "$title" >/dev/null
+  begin "$@"
+  timeout 60 xdotool search --sync --onlyvisible --name "$title" >/dev/null
 }
 hide() { for window in $(xdotool search --onlyvisible --pid "$1" --name '.'); do xdotool windowunmap "$window"; done; }
 cpu_ms() { awk -v tick="$(getconf CLK_TCK)" '{ print int(($14 + $15) * 1000 / tick) }' "/proc/$1/stat"; }
 
 playing() { # ROW-NAME hidden|shown
   local own other own_before other_before
-  begin "Vesmo Editor" "$bin/sonivo" --edit "$scratch/demo.lrc" "$scratch/demo.opus"
+  show "Vesmo Editor" "$bin/sonivo" --edit "$scratch/demo.lrc" "$scratch/demo.opus"
   own=$begun
-  begin "" mpv --no-config --no-video --no-terminal "$scratch/demo.opus"
+  begin mpv --no-config --no-video --no-terminal "$scratch/demo.opus"
   other=$begun
   [ "$2" = shown ] || hide "$own"
   sleep 3
@@ -62,7 +39,7 @@ playing() { # ROW-NAME hidden|shown
 
 switches() { awk 'FNR == 1 { name = substr($0, 7) } /^voluntary/ { print FILENAME "\t" name "\t" $2 }' /proc/"$1"/task/*/status; }
 resting() {
-  begin "Vesmo Editor" "$bin/sonivo" --paused --edit "$scratch/demo.lrc" "$scratch/demo.opus"
+  show "Vesmo Editor" "$bin/sonivo" --paused --edit "$scratch/demo.lrc" "$scratch/demo.opus"
   sleep 2
   hide "$begun"
   sleep 8
@@ -78,15 +55,15 @@ resting() {
 memory() { awk '/^(Rss|Pss):/ { sum[$1] += $2 } END { print sum["Rss:"], sum["Pss:"] }' "${@/%//smaps_rollup}"; }
 row() { printf '%-34s %10s %10s\n' "$@"; }
 remembered() {
-  local ours theirs
-  begin "Vesmo Editor" "$bin/sonivo" --edit "$scratch/demo.lrc" "$scratch/demo.opus"
+  local theirs
+  show "Vesmo Editor" "$bin/sonivo" --edit "$scratch/demo.lrc" "$scratch/demo.opus"
   sleep 10
   # shellcheck disable=SC2046
   row "player and editor" $(memory "/proc/$begun")
   end_programs
-  begin "Audacious" audacious "$scratch/demo.opus"
+  show "Audacious" audacious "$scratch/demo.opus"
   theirs=$begun
-  begin "demo.lrc" featherpad "$scratch/demo.lrc"
+  show "demo.lrc" featherpad "$scratch/demo.lrc"
   sleep 10
   # shellcheck disable=SC2046
   row "Audacious and FeatherPad" $(memory "/proc/$theirs" "/proc/$begun")

@@ -74,8 +74,7 @@ void settle() {
   const BMessage question('wait');
   BMessage answer;
   BMessenger(kEditor).SendMessage(&question, &answer);
-  for (int32 i = 0; BWindow* const window = be_app->WindowAt(i); ++i)
-    BMessenger(window).SendMessage(&question, &answer);
+  for (const BMessenger& window : be_app->WindowAddresses()) window.SendMessage(&question, &answer);
   first_menu();
 }
 

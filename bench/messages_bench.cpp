@@ -1,6 +1,7 @@
 /** Messages between two loopers beside queued calls between two objects of the toolkit on threads of their own: posts a
     second, and the time of a round trip. Prints ratios. */
 
+#include "bench/rounds.h"
 #include "platform/app/looper.h"
 #include "platform/app/message.h"
 
@@ -8,9 +9,7 @@
 #include <QObject>
 #include <QThread>
 
-#include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <cstdio>
 #include <semaphore>
 #include <vector>
@@ -37,17 +36,6 @@ public:
 private:
   int fCount = 0;
 };
-
-double seconds_of(auto work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
-  return values[values.size() / 2];
-}
 
 void loopers_post(const BMessenger& target) {
   const BMessage message('post');

@@ -1,6 +1,7 @@
 /** Notices from one process to another beside signals over the desktop's message bus, and a question with its answer
     beside a method call: a bus of our own, the bus's own C library on both sides, the same two texts carried. */
 
+#include "bench/rounds.h"
 #include "platform/app/looper.h"
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
@@ -12,8 +13,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
@@ -166,17 +165,6 @@ void send_signals(DBusConnection* bus) {
     dbus_message_unref(notice);
   }
   dbus_connection_flush(bus);
-}
-
-double seconds_of(auto work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
-  return values[values.size() / 2];
 }
 
 struct Times {
