@@ -16,6 +16,10 @@ namespace hands {
 void wait_for_display();
 /** True once `isSo` holds; lets the display work meanwhile, and gives up after 20 s. */
 bool until(const std::function<bool()>& isSo);
+/** The living windows of that title, shown or not. */
+std::vector<BWindow*> windows_titled(const std::string& title);
+/** The window of that title, once it is on the screen. */
+BWindow& wait_for_window(const std::string& title);
 /** Delivers the messages of a window that does not run, until neither it nor the display has anything left to do. */
 void settle(BWindow& window);
 
@@ -45,7 +49,7 @@ struct MenuLine {
 /** The lines of the menu that the labels lead to, separators with an empty label. */
 std::vector<MenuLine> menu_lines(BWindow& window, const std::vector<std::string>& labels);
 
-/** The question on the screen; waits up to 10 s for one. */
+/** The question on the screen, waited for; empty when none comes. */
 struct Question {
   std::string caption;
   std::string text;

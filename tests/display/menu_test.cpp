@@ -1,20 +1,16 @@
-#include "platform/app/message.h"
 #include "platform/interface/menu_bar.h"
-#include "platform/interface/window.h"
 #include "platform/kernel/modifiers.h"
-#include "tests/display/hands.h"
+#include "tests/display/keeping.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using testing::ElementsAre;
 
 namespace {
 
-class MenuWindow : public BWindow {
+class MenuWindow : public Keeping<BWindow> {
 public:
-  MenuWindow() : BWindow({100, 100, 399, 299}, "menus") {
-    SetRunsOnShow(false);
+  MenuWindow() : Keeping({100, 100, 399, 299}, "menus") {
     auto* bar = new BMenuBar({0, 0, 299, 20}, "MenuBar");
     fFile = new BMenu("File & more");
     fFile->AddItem(new BMenuItem("New", new BMessage('_new'), 'N'));
@@ -31,37 +27,15 @@ public:
     fMode->ItemAt(0)->SetMarked(true);
     bar->AddItem(fMode);
     AddChild(bar);
-    Show();
-    Activate();
-    hands::settle(*this);
-  }
-  void MessageReceived(BMessage* message) override {
-    fReceived.push_back(message->what);
-    BWindow::MessageReceived(message);
   }
   BMenu* fFile;
   BMenu* fOpen;
   BMenu* fMode;
-  std::vector<uint32> fReceived;
 };
 
 } // namespace
 
-class Menus : public testing::Test {
-protected:
-  Menus() : fWindow(new MenuWindow) {}
-  ~Menus() override {
-    fWindow->Lock();
-    fWindow->Quit();
-  }
-  std::vector<uint32> After(const std::function<void()>& act) {
-    fWindow->fReceived.clear();
-    act();
-    hands::settle(*fWindow);
-    return fWindow->fReceived;
-  }
-  MenuWindow* fWindow;
-};
+using Menus = WithWindow<MenuWindow>;
 
 TEST_F(Menus, ShortcutsReachTheWindowLettersAndDigitsAlike) {
   EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+N"); }), ElementsAre('_new'));

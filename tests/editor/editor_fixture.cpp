@@ -4,9 +4,7 @@
 #include "editviews/tag_input_view.h"
 #include "lyrics/editor_view.h"
 
-#include <chrono>
 #include <future>
-#include <thread>
 
 namespace {
 
@@ -100,13 +98,10 @@ std::vector<hands::Question> EditorByHand::Answer(const std::vector<std::string>
 }
 
 bool EditorByHand::Until(const std::function<bool()>& isSo) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (!isSo() && std::chrono::steady_clock::now() < end) {
+  return hands::until([&] {
     if (!fClosed) fWindow->DeliverAll();
-    hands::wait_for_display();
-    std::this_thread::yield();
-  }
-  return isSo();
+    return isSo();
+  });
 }
 
 TEditViewInterface& EditorByHand::EditView() const {

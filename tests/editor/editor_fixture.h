@@ -31,7 +31,7 @@ protected:
   /** Does what leads to questions, answers each by its key, and returns what was asked. */
   std::vector<hands::Question> Answer(const std::vector<std::string>& keys, const std::function<void()>& act);
   hands::Question Answer(const char* key, const std::function<void()>& act) { return Answer({{key}}, act).front(); }
-  /** True once `isSo` holds, while messages are delivered; gives up after 10 s. */
+  /** True once `isSo` holds, while messages are delivered. */
   bool Until(const std::function<bool()>& isSo);
 
   /** The one that is shown. */

@@ -111,26 +111,3 @@ TEST_F(RecentFilesMenu, OpenedFilesAreListedAndOpenedAgain) {
   EXPECT_TRUE(stored.Load(BEntry((fFolder.Path() + "/KOREVA/VesmoE/VesmoE_MRU.arc").c_str())));
   EXPECT_EQ(stored.CountMRUFs(), 2);
 }
-
-TEST_F(RecentFilesMenu, AreForgottenOnlyAfterAQuestion) {
-  Open(fFolder.Write("a.lrc", "one\n"));
-  const auto clear = [this] {
-    hands::choose(*fWindow, {"F - File", "O - Open...", kClear});
-    Settle();
-  };
-  const hands::Question asked = Answer("N", clear);
-  EXPECT_EQ(asked.text, "Remove every file from the list of recent files?\n\n"
-                        "To remove a single file, hold the Alt key while you choose it.");
-  EXPECT_THAT(asked.buttons, ElementsAre("A - Clear all", "N - No"));
-  EXPECT_TRUE(CanClear());
-  Answer("A", clear);
-  EXPECT_THAT(Shown(), ElementsAre("", kClear));
-}
-
-TEST_F(RecentFilesMenu, FileThatIsGoneIsDroppedWhenItIsNotMadeAgain) {
-  const std::string path = fFolder.Write("a.lrc", "one\n");
-  Open(path);
-  unlink(path.c_str());
-  Answer("N", [this] { Press("Ctrl+Shift+0"); });
-  EXPECT_FALSE(CanClear());
-}

@@ -56,6 +56,11 @@ TEST_F(Opening, FileThatIsNotReadWholeIsNamedAndKeptBeforeItIsSavedOver) {
   }
 }
 
+TEST_F(Opening, ByteOrderMarkIsNoText) {
+  Open(fFolder.Write("marked.lrc", "\xef\xbb\xbf[00:01]x\n"));
+  EXPECT_THAT(Lines(), ElementsAre("[00:01]x"));
+}
+
 TEST_F(Opening, FileThatCannotBeMadeIsNamed) {
   const std::string path = fFolder.File("no folder/new.lrc");
   const auto asked = Answer({"Y", "U"}, [&] { Open(path); });

@@ -1,25 +1,13 @@
 #include "window/save_panel.h"
 
-#include "platform/interface/window.h"
-#include "tests/display/hands.h"
+#include "tests/display/keeping.h"
 #include "tests/editor/editor_world.h"
-
-#include <chrono>
-#include <functional>
-#include <thread>
 
 namespace {
 
-/** Keeps its messages until they are looked at. */
-class Answers : public BLooper {
-public:
-  void MessageReceived(BMessage* message) override { fReceived.push_back(*message); }
-  std::vector<BMessage> fReceived;
-};
-
 class SavePanel : public EditorWorld {
 protected:
-  SavePanel() : fAnswers(new Answers), fPanel(std::make_unique<TVesmoESavePanel>(BMessenger(fAnswers))) {
+  SavePanel() : fAnswers(new Keeping<BLooper>), fPanel(std::make_unique<TVesmoESavePanel>(BMessenger(fAnswers))) {
     fPanel->SetPanelDirectory(fFolder.Path().c_str());
   }
   ~SavePanel() override {
@@ -44,11 +32,11 @@ protected:
   BMessage Save(const char* name) {
     hands::type_file_name(*fPanel->Window(), name);
     hands::until([this] { return fAnswers->DeliverAll() > 0; });
-    for (const BMessage& message : std::exchange(fAnswers->fReceived, {}))
+    for (const BMessage& message : fAnswers->Taken())
       if (message.what == B_SAVE_REQUESTED) return message;
     return BMessage();
   }
-  Answers* fAnswers;
+  Keeping<BLooper>* fAnswers;
   std::unique_ptr<TVesmoESavePanel> fPanel;
 };
 
@@ -61,29 +49,6 @@ void expect_choice(const BMessage& answer, int32 encoding, int32 crType) {
 }
 
 } // namespace
-
-TEST_F(SavePanel, ShowsAndAnswersWhatTheDocumentHas) {
-  Show(1, 2);
-  EXPECT_TRUE(IsMarked("Encoding", "Shift-JIS"));
-  EXPECT_TRUE(IsMarked("Return Code", "CR"));
-  expect_choice(Save("a.lrc"), 1, 2);
-}
-
-TEST_F(SavePanel, ChoiceByMouseReachesTheAnswerAndLastsUntilTheNextPreset) {
-  Show(0, 0);
-  EXPECT_TRUE(IsMarked("Encoding", "UTF-8"));
-  EXPECT_TRUE(hands::choose(*fPanel->Window(), {"Encoding", "JIS (ISO-2022-JP)"}));
-  EXPECT_TRUE(hands::choose(*fPanel->Window(), {"Return Code", "CR LF (Windows)"}));
-  EXPECT_TRUE(IsMarked("Encoding", "JIS (ISO-2022-JP)"));
-  EXPECT_TRUE(IsMarked("Return Code", "CR LF (Windows)"));
-  const BMessage answer = Save("b.lrc");
-  expect_choice(answer, 2, 1);
-  std::string name;
-  answer.FindString("name", &name);
-  EXPECT_EQ(name, "b.lrc");
-  Show(1, 0);
-  expect_choice(Save("c.lrc"), 1, 0);
-}
 
 TEST_F(SavePanel, MenusAreReachedByKeyboard) {
   Show(0, 0);

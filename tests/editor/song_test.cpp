@@ -43,40 +43,6 @@ protected:
   }
 };
 
-TEST_F(SongOfTheEditor, KeysOfTheListMoveThePlayer) {
-  PlayAt(0, "song");
-  Open(fFolder.Write("a.lrc", "[00:10:50]one\ntwo\n"));
-  for (const char* key : {"Return", "Ctrl+Space", "Ctrl+Left", "Ctrl+Right", "Ctrl+Up", "Ctrl+Down"}) Press(key);
-  EXPECT_THAT(WishesUpTo(6),
-              ElementsAre(Pair(kMsgHostSeek, 10500), Pair(kMsgHostPlayPause, -1), Pair(kMsgHostSeekBy, -2000),
-                          Pair(kMsgHostSeekBy, 2000), Pair(kMsgHostSpeedBy, 5), Pair(kMsgHostSpeedBy, -5)));
-  Press("Space");
-  EXPECT_THAT(Lines(), ElementsAre(EndsWith("]one"), "two")) << "the selection stayed, and nothing was stamped before";
-  Press("Return");
-  EXPECT_THAT(Status(), EndsWith("This line has no time tag yet"));
-  hands::click(*fWindow, "TagInputView", {30, 5}, 2);
-  Settle();
-  EXPECT_EQ(WishesUpTo(7).size(), 7u);
-}
-
-TEST_F(SongOfTheEditor, BackspaceTakesTheLastStampBackForAnotherTry) {
-  PlayAt(15000, "song");
-  Open(fFolder.Write("a.lrc", "[00:09:00]one\ntwo\n"));
-  Press("Space");
-  Press("Backspace");
-  EXPECT_THAT(Lines(), ElementsAre("[00:09:00]one", "two"));
-  EXPECT_FALSE(IsModified());
-  EXPECT_THAT(WishesUpTo(1), ElementsAre(Pair(kMsgHostSeek, 13000)));
-  PlayAt(15100, "song");
-  Press("Space"); // the same line again
-  EXPECT_THAT(Lines(), ElementsAre("[00:15:10]one", "two"));
-  Press("Up");
-  Press("+");
-  Press("Backspace");
-  EXPECT_THAT(Status(), EndsWith("The last step was no stamp"));
-  EXPECT_EQ(fHost->Wishes().size(), 1u);
-}
-
 TEST_F(SongOfTheEditor, StampToAnotherSongIsMadeButNamed) {
   PlayAt(1000, "first");
   Open(fFolder.Write("a.lrc", "one\ntwo\nthree\n"));

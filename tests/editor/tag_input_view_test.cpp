@@ -73,19 +73,6 @@ protected:
 
 } // namespace
 
-TEST_F(TagInputView, SpaceStampsTheLineAndGoesToTheNext) {
-  Show({"a", "b"});
-  Press("Space", 61239);
-  EXPECT_THAT(Lines(), ElementsAre("[01:01:23]a", "b"));
-  EXPECT_EQ(fView->CurLine(), 1);
-  EXPECT_TRUE(fView->IsModified());
-  EXPECT_EQ(fWindow->fReport, "Tag set at line 1");
-  Press("Space", 62000);
-  EXPECT_THAT(Lines(), ElementsAre("[01:01:23]a", "[01:02:00]b"));
-  EXPECT_EQ(fView->CurLine(), 1) << "the last line stays selected";
-  EXPECT_EQ(hands::row_text(*fWindow, "TagInputView", 1), "[01:02:00]b") << "and is drawn anew";
-}
-
 TEST_F(TagInputView, AReplacedTagTakesTheModesForm) {
   Show({"[00:10]a", "[00:10:50]b"});
   Press("Space", 9000);
@@ -113,15 +100,6 @@ TEST_F(TagInputView, AHeldSpaceBarStampsOnce) {
   hands::repeat(*fWindow, "Space");
   hands::settle(*fWindow);
   EXPECT_THAT(Lines(), ElementsAre("[00:01:00]a", "b", "c"));
-}
-
-TEST_F(TagInputView, DownAndSpaceInOneBreathStampTheRightLine) {
-  Show({"a", "b", "c"});
-  PlayAt(1000);
-  hands::press(*fWindow, "Down");
-  hands::press(*fWindow, "Space");
-  hands::settle(*fWindow);
-  EXPECT_THAT(Lines(), ElementsAre("a", "[00:01:00]b", "c"));
 }
 
 TEST_F(TagInputView, PlusAndMinusMoveTheTagInItsOwnForm) {
@@ -178,15 +156,6 @@ TEST_F(TagInputView, AHundredThousandLinesComeAndGo) {
   EXPECT_THAT(Lines(), ElementsAre("x"));
 }
 
-TEST_F(TagInputView, OtherKeysMoveTheSelection) {
-  Show({"a", "b", "c", "d"});
-  for (const auto& [key, line] : {std::pair{"Down", 1}, {"End", 3}, {"Up", 2}, {"Home", 0}, {"PgDown", 3}}) {
-    Press(key);
-    EXPECT_EQ(fView->CurLine(), line) << key;
-  }
-  EXPECT_FALSE(fView->IsModified());
-}
-
 TEST_F(TagInputView, LineOutOfRangeIsHarmless) {
   Show({"a", "b"}, 1);
   fView->SetCurLine(7);
@@ -202,16 +171,6 @@ TEST_F(TagInputView, RowsAreAsHighAsTheFontOfTheSettings) {
   hands::settle(*fWindow);
   EXPECT_GT(fView->ItemFrame(0).Height(), 1.6F * before);
   EXPECT_EQ(fView->ItemFrame(1).top, fView->ItemFrame(0).bottom + 1);
-}
-
-TEST_F(TagInputView, OnlyRowsOnTheScreenAreDrawn) {
-  Show(std::list<std::string>(100000, "[00:01:00]line"));
-  EXPECT_EQ(hands::row_text(*fWindow, "TagInputView", 0), "[00:01:00]line");
-  EXPECT_EQ(hands::row_text(*fWindow, "TagInputView", 50000), "");
-  Press("End");
-  EXPECT_EQ(fView->CurLine(), 99999);
-  EXPECT_EQ(hands::row_text(*fWindow, "TagInputView", 99999), "[00:01:00]line");
-  EXPECT_EQ(hands::row_text(*fWindow, "TagInputView", 50000), "");
 }
 
 TEST_F(TagInputView, AHeldPlusGoesOn) {

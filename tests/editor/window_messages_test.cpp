@@ -71,20 +71,3 @@ TEST_F(WindowMessages, ShiftedTagsKeepTheCurrentLineAndAreReportedAsTyped) {
   Send(tooFar);
   EXPECT_THAT(Lines(), ElementsAre("[99:59]a", "b", "c"));
 }
-
-TEST_F(WindowMessages, TagsAreConvertedOrDeletedOnlyAfterAYes) {
-  Open(fFolder.Write("a.lrc", "[00:10]a\n[00:10:50]b\n"));
-  BMessage convert(kMsgConvertTags);
-  convert.AddBool("CvtTagS2E", false);
-  const auto asked = Answer("Escape", [&] { SendToView(convert); });
-  EXPECT_EQ(asked.text, "Convert every \"extended time tag\" to \"standard time tag\"?");
-  EXPECT_THAT(asked.buttons, ElementsAre("N - No", "Y - Yes"));
-  EXPECT_FALSE(IsModified());
-  Answer("Y", [&] { SendToView(convert); });
-  EXPECT_THAT(Lines(), ElementsAre("[00:10]a", "[00:11]b"));
-
-  Answer("N", [&] { SendToView(BMessage(kMsgDeleteTags)); });
-  EXPECT_EQ(Lines().front(), "[00:10]a");
-  Answer("Y", [&] { SendToView(BMessage(kMsgDeleteTags)); });
-  EXPECT_THAT(Lines(), ElementsAre("a", "b"));
-}

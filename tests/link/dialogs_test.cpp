@@ -1,4 +1,3 @@
-#include "platform/app/application.h"
 #include "platform/interface/window.h"
 #include "plugin/app_privacy.h"
 #include "plugin/shift_amount.h"
@@ -6,26 +5,13 @@
 #include "tests/display/hands.h"
 #include "tests/editor/editor_world.h"
 
-#include <chrono>
-#include <fstream>
-#include <functional>
-#include <thread>
-
 namespace {
 
 constexpr const char* kAbout = "About Vesmo Editor";
 constexpr const char* kEditor = "New lyrics - Vesmo Editor";
 constexpr const char* kFineTag = "Shift all time tags";
 
-std::vector<BWindow*> windows_titled(const std::string& title) {
-  std::vector<BWindow*> found;
-  for (int32 i = 0; BWindow* const window = be_app->WindowAt(i); ++i) {
-    if (!window->Lock()) continue;
-    if (window->Title() == title) found.push_back(window);
-    window->Unlock();
-  }
-  return found;
-}
+using hands::windows_titled;
 
 /** The manager's windows run; the manager is handed its messages one by one. */
 class ManagerDialogs : public EditorWorld {
@@ -97,31 +83,6 @@ TEST_F(ManagerDialogs, AboutWindowStandsBesideTheEditor) {
   about.Unlock();
 }
 
-TEST_F(ManagerDialogs, OpenWindowsSpeakTheNewLanguage) {
-  const std::string file = fFolder.Path() + "/Other.llt";
-  std::ofstream(file) << "[Informations]\nHeader=LLT File Format 100\n[Data]\nAbout_Win_Title=Info\n"
-                         "App_Author=Somebody\nButton_Close=Zu\n";
-  gLLT->Load(file.c_str());
-  Send(BMessage(kMsgPrepareAbout));
-  BWindow& about = Only("Info");
-  EXPECT_EQ(hands::label_text(about, "AppAuthor"), "Somebody");
-  BMessage change(kMsgLanguageChanged);
-  change.AddString("LLTF", "");
-  Send(change);
-  EXPECT_EQ(&Only(kAbout), &about);
-  EXPECT_EQ(hands::label_text(about, "AppAuthor"), "The Vesmo Editor team");
-  EXPECT_EQ(hands::spoken(about, "Close").name, "C - Close");
-}
-
-TEST_F(ManagerDialogs, NewLetterFormatReachesOpenWindows) {
-  Send(BMessage(kMsgPrepareAbout));
-  BMessage change(kMsgIAPChanged);
-  change.AddString("IAP:SrcIAPItem", "AccKeyFormat");
-  change.AddString("IAP:Value", "(a) ");
-  Send(change);
-  EXPECT_EQ(hands::spoken(Only(kAbout), "Close").name, "(C) Close");
-}
-
 TEST_F(ManagerDialogs, FineTagWindowShiftsTheTagsOfTheEditor) {
   Send(BMessage(kMsgOpenMain));
   Send(BMessage(kMsgFineTimeTag));
@@ -135,16 +96,6 @@ TEST_F(ManagerDialogs, FineTagWindowShiftsTheTagsOfTheEditor) {
   EXPECT_TRUE(hands::until([&] { return hands::is_active(editor); })) << "the next keys are the editor's";
   EXPECT_TRUE(
       hands::until([&] { return hands::label_text(editor, "StatusBar").ends_with("All tags shifted by -250 [ms]"); }));
-}
-
-TEST_F(ManagerDialogs, TextThatIsNoNumberShiftsNothing) {
-  Send(BMessage(kMsgOpenMain));
-  Send(BMessage(kMsgFineTimeTag));
-  BWindow& fineTag = Only(kFineTag);
-  EXPECT_TRUE(IsShown(fineTag));
-  Type(fineTag, "1x");
-  EXPECT_TRUE(hands::until([&] { return !hands::label_text(fineTag, "Hint").empty(); }));
-  EXPECT_TRUE(hands::is_shown(fineTag));
 }
 
 TEST_F(ManagerDialogs, FineTagWindowGoesWithItsEditor) {

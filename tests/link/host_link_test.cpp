@@ -3,22 +3,13 @@
 #include "platform/app/looper.h"
 #include "plugin/current_song_finder.h"
 #include "plugin/front_end_receiver.h"
+#include "tests/display/hands.h"
 #include "tests/link/strange_host.h"
 #include "tests/scratch_folder.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace {
-
-bool soon(const std::function<bool()>& holds) {
-  for (int i = 0; i < 30000; ++i) {
-    if (holds()) return true;
-    snooze(1000);
-  }
-  return false;
-}
 
 class HostLink : public testing::Test {
 protected:
@@ -40,7 +31,7 @@ protected:
   void Connect() {
     fLink = std::make_unique<Sonivo_FrontEnd>(false, 100000);
     fLink->Start();
-    ASSERT_TRUE(soon([this] { return fHost->fHandshakes > 0; }));
+    ASSERT_TRUE(hands::until([this] { return fHost->fHandshakes > 0; }));
     ASSERT_TRUE(fLink->IsReady());
   }
   /** Until the player has handled all that it was sent, and the mailbox its answers. */
@@ -146,7 +137,7 @@ TEST_F(HostLink, HandshakeIsRepeatedWhenThePlayerComesBack) {
   EXPECT_EQ(fLink->CountEntries(), -1);
   StartHost();
   fHost->SetRecord(2, "b");
-  EXPECT_TRUE(soon([this] {
+  EXPECT_TRUE(hands::until([this] {
     fLink->Refresh();
     return fLink->PositionMs() == 2;
   }));
@@ -161,7 +152,7 @@ TEST_F(HostLink, FindsThePlayingSongByItsTitle) {
   EXPECT_STREQ(entry.filename, "/m/2.mp3") << "of two with one title the first";
   free_song_entry(&entry);
   fLink->PlayThis(2, true);
-  EXPECT_TRUE(soon([this] { return fHost->fPlayed == 2; }));
+  EXPECT_TRUE(hands::until([this] { return fHost->fPlayed == 2; }));
   EXPECT_TRUE(fHost->fFaded);
 }
 
@@ -195,7 +186,7 @@ TEST_F(HostLink, APlayerThatNeverAnswersHoldsUpNothing) {
   auto finder = std::make_unique<TCurrentSongFinder>(fLink.get(), BMessenger(asker));
   EXPECT_TRUE(finder->Start());
   EXPECT_FALSE(finder->Start()) << "one search at a time";
-  EXPECT_TRUE(soon([&] { return asker->DeliverNext(); }));
+  EXPECT_TRUE(hands::until([&] { return asker->DeliverNext(); }));
   EXPECT_EQ(asker->fWhat, kMsgPlayerSilent);
   fLink->StopWaiting();
   finder.reset();
@@ -213,12 +204,12 @@ TEST_F(HostLink, FinderTellsTheLyricsFileOrThatThereIsNone) {
   auto* const asker = new Asker;
   TCurrentSongFinder finder(fLink.get(), BMessenger(asker));
   finder.Start();
-  EXPECT_TRUE(soon([&] { return asker->DeliverNext(); }));
+  EXPECT_TRUE(hands::until([&] { return asker->DeliverNext(); }));
   EXPECT_EQ(asker->fWhat, kMsgSongFound);
   EXPECT_EQ(asker->fRef.FullPath(), lyrics);
   fHost->fEntries = {{"", "song"}};
-  EXPECT_TRUE(soon([&] { return finder.Start(); }));
-  EXPECT_TRUE(soon([&] { return asker->DeliverNext(); }));
+  EXPECT_TRUE(hands::until([&] { return finder.Start(); }));
+  EXPECT_TRUE(hands::until([&] { return asker->DeliverNext(); }));
   EXPECT_EQ(asker->fWhat, kMsgNoSong) << "an entry without a file name";
   asker->Lock();
   asker->Quit();
@@ -236,7 +227,7 @@ TEST_F(HostLink, APlayerThatAnswersLateIsNotCalledSilent) {
   TCurrentSongFinder finder(fLink.get(), BMessenger(asker));
   finder.Start();
   // The window goes on taking positions while the search compares titles.
-  EXPECT_TRUE(soon([&] {
+  EXPECT_TRUE(hands::until([&] {
     fLink->Refresh();
     return asker->DeliverNext();
   }));

@@ -59,21 +59,3 @@ TEST_F(InterAppPrefs, ChangeNoticesNameTheirItem) {
   prefs->GetString("AccKeyFormat", &format);
   EXPECT_EQ(format, "a - ");
 }
-
-TEST_F(InterAppPrefs, OnlyTheMakerOfTheWindowOrForceClosesIt) {
-  const auto prefs = Make();
-  EXPECT_EQ(prefs->CloseWindow(false), 0) << "there is none";
-  const port_id port = create_port(5, "KOREVAIAPPort");
-  EXPECT_EQ(prefs->CloseWindow(false), -1);
-  EXPECT_EQ(port_count(port), 0);
-  EXPECT_EQ(prefs->CloseWindow(true), 0);
-  EXPECT_EQ(prefs->ActivateWindow(port), 0);
-  EXPECT_EQ(port_count(port), 2);
-  char bytes[256];
-  int32 code = -1;
-  const ssize_t size = read_port(port, &code, bytes, sizeof bytes);
-  BMessage quit;
-  ASSERT_EQ(quit.Unflatten(bytes, static_cast<size_t>(size)), B_OK);
-  EXPECT_EQ(quit.what, B_QUIT_REQUESTED);
-  delete_port(port);
-}

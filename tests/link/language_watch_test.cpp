@@ -7,6 +7,7 @@
 #include "platform/kernel/threads.h"
 #include "plugin/app_privacy.h"
 #include "plugin/pref.h"
+#include "tests/display/hands.h"
 #include "tests/scratch_folder.h"
 
 #include <gtest/gtest.h>
@@ -75,8 +76,7 @@ protected:
   std::string File() const { return fFolder.Path() + "/Language/English.llt"; }
   void Write(const std::string& text) { fFolder.Write("Language/English.llt", text); }
   bool Shows(const std::string& text) const {
-    for (int i = 0; i < 10000 && gLLT->Text("Menu_File") != text; ++i) snooze(1000);
-    return gLLT->Text("Menu_File") == text;
+    return hands::until([&] { return gLLT->Text("Menu_File") == text; });
   }
   static std::atomic<int> gAlerts;
   ScratchFolder fFolder;
@@ -114,9 +114,9 @@ TEST_F(LanguageWatch, EditorsWaysToSaveCauseNoAlert) {
 
 TEST_F(LanguageWatch, DeletedFileIsToldOfAndTakenAgainWhenItComesBack) {
   unlink(File().c_str());
-  for (int i = 0; i < 10000 && gAlerts == 0; ++i) snooze(1000);
-  EXPECT_EQ(gAlerts, 1);
+  EXPECT_TRUE(hands::until([] { return gAlerts > 0; }));
   EXPECT_TRUE(Shows("! ERROR !"));
+  EXPECT_EQ(gAlerts, 1);
   Write(language_file("back"));
   EXPECT_TRUE(Shows("back"));
 }
@@ -124,7 +124,6 @@ TEST_F(LanguageWatch, DeletedFileIsToldOfAndTakenAgainWhenItComesBack) {
 TEST_F(LanguageWatch, AttributesAndOtherFilesCauseNoReload) {
   if (setxattr(File().c_str(), "user.test", "1", 1, 0) != 0) GTEST_SKIP() << "no extended attributes here";
   fFolder.Write("Language/Other.llt", language_file("other"));
-  for (int i = 0; i < 10000 && fManager->fNotices == 0; ++i) snooze(1000);
-  EXPECT_GT(fManager->fNotices, 0);
+  EXPECT_TRUE(hands::until([this] { return fManager->fNotices > 0; }));
   EXPECT_EQ(fManager->fReloads, 0);
 }

@@ -1,13 +1,8 @@
-#include "platform/app/application.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
-#include "plugin/general_plugin.h"
 #include "plugin/vesmo_e_comm_man.h"
 #include "tests/display/hands.h"
-#include "tests/scratch_folder.h"
-
-#include <dlfcn.h>
-#include <gtest/gtest.h>
+#include "tests/link/loaded_images.h"
 
 #include <array>
 #include <memory>
@@ -18,25 +13,6 @@ constexpr int kSwitches = 1000;
 constexpr const char* kEditor = "application/x-vnd.KOREVA-VesmoEditor";
 constexpr std::array<const char*, 5> kLanguages = {"English.llt", "Japanese.llt", "", "German.llt", "French.llt"};
 constexpr std::array<const char*, 4> kFormats = {"", "a) ", "a\u30fb", "a - "};
-
-BWindow* window_titled(const std::string& title) {
-  for (int32 i = 0; BWindow* const window = be_app->WindowAt(i); ++i) {
-    if (!window->Lock()) continue;
-    const bool isIt = window->Title().ends_with(title);
-    window->Unlock();
-    if (isIt) return window;
-  }
-  return nullptr;
-}
-
-BWindow& wait_for_window(const std::string& title) {
-  BWindow* window = nullptr;
-  EXPECT_TRUE(hands::until([&] {
-    window = window_titled(title);
-    return window && hands::is_shown(*window);
-  })) << title;
-  return *window;
-}
 
 BMessage language_notice(const char* file) {
   BMessage notice(kMsgLanguageChanged);
@@ -61,33 +37,24 @@ BMessage flat_notice(bool isFlat) {
   return preference_notice("FlatToolBar", [&](BMessage* notice) { notice->AddBool("IAP:Value", isFlat); });
 }
 
-/** The real image as the player loads it, with all its windows open. */
-class Switching : public testing::Test {
+/** The real image with all its windows open. */
+class Switching : public LoadedImages {
 protected:
-  Switching() {
-    setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
-    fApp = new BApplication("application/x-vnd.test-host");
-    fApp->Run();
-    void* const image = dlopen(PLUGIN_FILE, RTLD_NOW | RTLD_LOCAL);
-    const auto construct = reinterpret_cast<GeneralPlugin* (*)(PluginConstructorStruct*)>(dlsym(image, "NewPlugin"));
-    PluginConstructorStruct record;
-    fPlugin.reset(construct(&record));
+  Switching() : fPlugin(Load(PLUGIN_FILE)) {
     fPlugin->Init();
     fManager = BMessenger(kEditor);
-    fMain = &wait_for_window("Vesmo Editor");
+    fMain = &hands::wait_for_window("New lyrics - Vesmo Editor");
   }
   ~Switching() override {
     fPlugin->Cleanup();
     fPlugin.reset();
-    fApp->Lock();
-    fApp->Quit();
   }
   void OpenTheOthers() {
     for (const uint32 request : std::array<uint32, 3>{kMsgPrepareAbout, kMsgFineTimeTag, kMsgCommonPref})
       fManager.SendMessage(request);
-    fAbout = &wait_for_window("About Vesmo Editor");
-    fFineTag = &wait_for_window("Shift all time tags");
-    fCommon = &wait_for_window("KOREVA Common Preferences");
+    fAbout = &hands::wait_for_window("About Vesmo Editor");
+    fFineTag = &hands::wait_for_window("Shift all time tags");
+    fCommon = &hands::wait_for_window("KOREVA Common Preferences");
   }
   /** Until it has handled all that it was sent. */
   static void WaitFor(const BMessenger& looper) {
@@ -97,8 +64,6 @@ protected:
   }
   static std::string FirstMenu(BWindow& window) { return hands::menu_lines(window, {}).front().label; }
 
-  ScratchFolder fFolder;
-  BApplication* fApp;
   std::unique_ptr<GeneralPlugin> fPlugin;
   BMessenger fManager;
   BWindow* fMain;

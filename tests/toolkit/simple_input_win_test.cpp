@@ -1,21 +1,9 @@
 #include "toolkit/simple_input_win.h"
 
 #include "platform/interface/font.h"
-#include "tests/display/hands.h"
-
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <vector>
+#include "tests/display/keeping.h"
 
 namespace {
-
-/** Keeps what it is told. */
-class Receiver : public BLooper {
-public:
-  void MessageReceived(BMessage* message) override { fReceived.push_back(*message); }
-  std::vector<BMessage> fReceived;
-};
 
 TSimpleInputWin::TLabels english() {
   return {"Shift", "Shift by (ms):", "G - Go", "C - Cancel"};
@@ -29,7 +17,7 @@ std::string no_letters(const std::string& text) {
 
 class SimpleInputWin : public testing::Test {
 protected:
-  SimpleInputWin() : fReceiver(new Receiver), fWindow(new TSimpleInputWin) {
+  SimpleInputWin() : fReceiver(new Keeping<BLooper>), fWindow(new TSimpleInputWin) {
     fWindow->SetRunsOnShow(false);
     fWindow->SetLabels(english());
     fWindow->SetMessage(BMessage('fttr'), BMessenger(fReceiver));
@@ -59,7 +47,7 @@ protected:
   std::vector<std::string> Sent() {
     fReceiver->DeliverAll();
     std::vector<std::string> texts;
-    for (const BMessage& message : std::exchange(fReceiver->fReceived, {})) {
+    for (const BMessage& message : fReceiver->Taken()) {
       std::string text;
       EXPECT_EQ(message.what, uint32{'fttr'});
       EXPECT_EQ(message.FindString("_SmplIptData", &text), B_OK);
@@ -69,13 +57,14 @@ protected:
   }
   /** A letter lets its button be seen going down before it works. */
   bool Closes() {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (IsOpen() && std::chrono::steady_clock::now() < end) hands::settle(*fWindow);
-    return !IsOpen();
+    return hands::until([this] {
+      hands::settle(*fWindow);
+      return !IsOpen();
+    });
   }
   bool IsOpen() const { return hands::is_shown(*fWindow); }
   using Texts = std::vector<std::string>;
-  Receiver* fReceiver;
+  Keeping<BLooper>* fReceiver;
   TSimpleInputWin* fWindow;
 };
 

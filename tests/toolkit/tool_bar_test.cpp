@@ -1,20 +1,14 @@
 #include "toolkit/tool_bar.h"
 
-#include "platform/interface/window.h"
-#include "tests/display/hands.h"
+#include "tests/display/keeping.h"
 #include "window/tool_bar_images.h"
-
-#include <gtest/gtest.h>
-
-#include <vector>
 
 namespace {
 
 /** Open, Save | Std, each answering to the window. */
-class BarWindow : public BWindow {
+class BarWindow : public Keeping<BWindow> {
 public:
-  BarWindow() : BWindow({100, 100, 399, 299}, "tools") {
-    SetRunsOnShow(false);
+  BarWindow() : Keeping({100, 100, 399, 299}, "tools") {
     fBar = new TToolBar({0, 0, 299, 30}, "ToolBar");
     fBar->AppendButton("Open", GetBitmap("TBSave"), new BMessage('_opn'));
     fBar->AppendButton("Save", GetBitmap("TBSave"), new BMessage('_sav'));
@@ -23,39 +17,17 @@ public:
     mode->AddInt32("Mode", 1);
     fBar->AppendButton("Std", GetBitmap("TBSave"), mode)->SetValue(0);
     AddChild(fBar);
-    Show();
-    Activate();
-    hands::settle(*this);
-  }
-  void MessageReceived(BMessage* message) override {
-    fReceived.push_back(*message);
-    BWindow::MessageReceived(message);
   }
   TToolBar* fBar;
-  std::vector<BMessage> fReceived;
 };
 
 } // namespace
 
-class ToolBar : public testing::Test {
+class ToolBar : public WithWindow<BarWindow> {
 protected:
-  ToolBar() : fWindow(new BarWindow) {}
-  ~ToolBar() override {
-    fWindow->Lock();
-    fWindow->Quit();
-  }
-  std::vector<uint32> After(const std::function<void()>& act) {
-    fWindow->fReceived.clear();
-    act();
-    hands::settle(*fWindow);
-    std::vector<uint32> codes;
-    for (const BMessage& message : fWindow->fReceived) codes.push_back(message.what);
-    return codes;
-  }
   void Click(const char* button) { hands::click(*fWindow, button, {8, 8}); }
   TToolBar& Bar() { return *fWindow->fBar; }
   using Codes = std::vector<uint32>;
-  BarWindow* fWindow;
 };
 
 TEST_F(ToolBar, ClickSendsTheMessageWithItsFieldsAndChangesNothingElse) {

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/display/display_thread.h"
+#include "platform/display/window_peer.h"
+#include "platform/interface/window.h"
+
+#include <QWidget>
+
+#include <string>
+
+/** What the hands share: from a window to its widgets. */
+namespace hands {
+
+inline QString q(const std::string& text) {
+  return QString::fromStdString(text);
+}
+
+/** Runs on the display thread with the window's widget. */
+template <class Act>
+auto with_widget(BWindow& window, Act act) {
+  return display::call([find = window.Peer()->Finder(), act] { return act(find()); });
+}
+
+inline QWidget* control_of(QWidget* window, const std::string& view) {
+  return window->findChild<QWidget*>(q(view));
+}
+
+/** A key goes to the control with the focus. */
+void send_key(QWidget* window, const std::string& key);
+QKeyCombination combination(const std::string& key);
+
+} // namespace hands

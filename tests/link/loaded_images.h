@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/app/application.h"
+#include "plugin/general_plugin.h"
+#include "tests/scratch_folder.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+/** The real images, loaded as the player loads them, by an application with settings of its own. */
+class LoadedImages : public testing::Test {
+protected:
+  LoadedImages() {
+    setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
+    fApp = new BApplication("application/x-vnd.test-host");
+    fApp->Run();
+  }
+  ~LoadedImages() override {
+    fApp->Lock();
+    fApp->Quit();
+  }
+  static std::unique_ptr<GeneralPlugin> Load(const char* file) {
+    void* const image = dlopen(file, RTLD_NOW | RTLD_LOCAL);
+    EXPECT_NE(image, nullptr) << dlerror();
+    const auto construct = reinterpret_cast<GeneralPlugin* (*)(PluginConstructorStruct*)>(dlsym(image, "NewPlugin"));
+    PluginConstructorStruct record;
+    std::unique_ptr<GeneralPlugin> plugin(construct(&record));
+    EXPECT_EQ(record.built, 1);
+    return plugin;
+  }
+  bool HasWindows() const { return !fApp->WindowAddresses().empty(); }
+
+  ScratchFolder fFolder;
+  BApplication* fApp;
+};
+
+/** The names that an image exports, each with its line end. */
+inline std::string exports_of(const std::string& file) {
+  FILE* const names = popen(("nm -D --defined-only " + file + " | awk '{ print $3 }'").c_str(), "r");
+  std::string exported;
+  char line[512];
+  while (names && std::fgets(line, sizeof line, names)) exported += line;
+  if (names) pclose(names);
+  return exported;
+}
