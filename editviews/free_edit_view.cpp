@@ -35,7 +35,7 @@ bool leaves_text_alone(char key) {
 } // namespace
 
 TFreeEditView::TFreeEditView(BRect frame)
-    : BTextView(frame, "FreeEditView", frame, B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE) {
+    : BTextView(frame, "FreeEditView", B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE) {
   SetAccessibleName("Lyrics");
 }
 

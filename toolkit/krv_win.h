@@ -10,7 +10,6 @@ public:
 
   /** After the bars. The child follows the window's size. */
   void AddMainChild(BView* child);
-  BView* MainChild() const { return fMainChild; }
   /** Anew, when a bar has come, gone or changed its height. */
   void PlaceMainChild();
   /** Not hidden: brought to the front. */

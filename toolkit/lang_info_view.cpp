@@ -26,7 +26,7 @@ std::string file_name(const std::string& path) {
 
 } // namespace
 
-TLangInfoView::TLangInfoView() : BTextView({}, "LangInfo", {}, B_FOLLOW_ALL_SIDES) {
+TLangInfoView::TLangInfoView() : BTextView({}, "LangInfo", B_FOLLOW_ALL_SIDES) {
   MakeEditable(false);
 }
 

@@ -20,10 +20,6 @@ int32 BApplication::CountLoopers() const {
   return static_cast<int32>(token_registry::all_loopers().size());
 }
 
-int32 BApplication::CountWindows() const {
-  return static_cast<int32>(WindowAddresses().size());
-}
-
 std::vector<BMessenger> BApplication::WindowAddresses() const {
   std::vector<BMessenger> windows;
   for (const auto& core : token_registry::all_loopers()) {
@@ -37,12 +33,4 @@ BMessenger BApplication::LooperOn(thread_id thread) const {
     if (core->thread == thread) return AddressOf(*core);
   }
   return {};
-}
-
-BWindow* BApplication::WindowAt(int32 index) const {
-  for (const auto& core : token_registry::all_loopers()) {
-    BWindow* const window = core->window.load();
-    if (window && index-- == 0) return window;
-  }
-  return nullptr;
 }

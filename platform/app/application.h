@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-class BWindow;
-
 /** The process's main looper, bearer of its signature. One a process; made before every other looper that wants to be
     found, ended after them. `Run` starts a thread of its own: the process's first thread belongs to the display. */
 class BApplication : public BLooper {
@@ -19,13 +17,10 @@ public:
 
   /** Living loopers, windows among them. Any thread. */
   int32 CountLoopers() const;
-  int32 CountWindows() const;
   /** Where the living windows are, in the order of their making; each may end at any time. Any thread. */
   std::vector<BMessenger> WindowAddresses() const;
   /** The looper that runs on this thread; invalid when there is none. Any thread. */
   BMessenger LooperOn(thread_id thread) const;
-  /** The pointer is safe to use only where nobody else can end the window. */
-  BWindow* WindowAt(int32 index) const;
 
 private:
   std::string fSignature;

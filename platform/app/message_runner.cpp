@@ -121,8 +121,3 @@ status_t BMessageRunner::SetInterval(bigtime_t interval) {
   Timer::Instance().Alter(fBeat, [interval](Beat* beat) { beat->interval = bounded(interval); });
   return B_OK;
 }
-
-status_t BMessageRunner::SetCount(int32 count) {
-  Timer::Instance().Alter(fBeat, [&](Beat* beat) { beat->left = count; });
-  return B_OK;
-}

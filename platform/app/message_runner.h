@@ -18,7 +18,6 @@ public:
 
   /** At least 1 ms. The next beat comes one new interval from now. */
   status_t SetInterval(bigtime_t interval);
-  status_t SetCount(int32 count);
 
   struct Beat;
 

@@ -89,21 +89,6 @@ void TextPeer::ScrollToSelection() {
   Change([](QWidget* widget) { area(widget).ensureCursorVisible(); });
 }
 
-void TextPeer::Do(Command command) {
-  Change([command](QWidget* widget) {
-    switch (command) {
-    case Command::cut:
-      return area(widget).cut();
-    case Command::copy:
-      return area(widget).copy();
-    case Command::paste:
-      return area(widget).paste();
-    case Command::select_all:
-      return area(widget).selectAll();
-    }
-  });
-}
-
 std::string TextPeer::Text() const {
   return asked(TheSlot(), [](TextArea& text) { return bytes_from_text(text.document()->toRawText()); });
 }

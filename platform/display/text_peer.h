@@ -31,8 +31,6 @@ public:
   void Select(int32 start, int32 end);
   void GoToLine(int32 line);
   void ScrollToSelection();
-  enum class Command { cut, copy, paste, select_all };
-  void Do(Command command);
 
   std::string Text() const;
   std::pair<int32, int32> Selection() const;

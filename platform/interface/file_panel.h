@@ -32,7 +32,6 @@ public:
   bool IsShowing() const;
   /** A window without views but for the menu bar "MenuBar", which is shown once it has menus. */
   BWindow* Window() const;
-  file_panel_mode PanelMode() const { return fMode; }
 
   void SetTarget(const BMessenger& target);
   BMessenger Target() const;

@@ -18,9 +18,7 @@ public:
   /** Called when the item enters a list and when the list's font changes; the base sets the height from the font. */
   virtual void Update(BView* view, const BFont* font);
 
-  float Width() const { return fWidth; }
   float Height() const { return fHeight; }
-  void SetWidth(float width) { fWidth = width; }
   void SetHeight(float height) { fHeight = height; }
   bool IsSelected() const { return fSelected; }
   bool IsEnabled() const { return fEnabled; }
@@ -28,7 +26,6 @@ public:
 
 private:
   friend class BListView;
-  float fWidth = 0;
   float fHeight = 0;
   bool fSelected = false;
   bool fEnabled = true;

@@ -65,7 +65,7 @@ BListItem* BListView::RemoveItem(int32 index) {
   if (wasSelected) fSelection = -1;
   if (fSelection > index) --fSelection;
   RowsChanged(index);
-  if (wasSelected) TellSelection();
+  if (wasSelected) SelectionChanged();
   return item;
 }
 
@@ -80,7 +80,7 @@ void BListView::MakeEmpty() {
   fSelection = -1;
   fItems.clear();
   RowsChanged(0);
-  if (hadSelection) TellSelection();
+  if (hadSelection) SelectionChanged();
 }
 
 BListItem* BListView::ItemAt(int32 index) const {
@@ -90,27 +90,6 @@ BListItem* BListView::ItemAt(int32 index) const {
 int32 BListView::IndexOf(const BListItem* item) const {
   const auto found = std::find(fItems.begin(), fItems.end(), item);
   return found == fItems.end() ? -1 : static_cast<int32>(found - fItems.begin());
-}
-
-void BListView::SetInvocationMessage(BMessage* message) {
-  fInvocationMessage.reset(message);
-}
-
-void BListView::SetSelectionMessage(BMessage* message) {
-  fSelectionMessage.reset(message);
-}
-
-void BListView::Notify(const BMessage* message) const {
-  if (!message) return;
-  BMessage notice(*message);
-  notice.AddInt32("index", fSelection);
-  notice.AddPointer("source", this);
-  const BMessenger target = fTarget.IsValid() ? fTarget : BMessenger(Window());
-  target.SendMessage(&notice, BMessenger(), 0);
-}
-
-void BListView::Invoke() {
-  Notify(fInvocationMessage.get());
 }
 
 void BListView::MessageReceived(BMessage* message) {

@@ -36,14 +36,11 @@ public:
   int32 CountItems() const { return static_cast<int32>(fItems.size()); }
   bool IsEmpty() const { return fItems.empty(); }
   BListItem* ItemAt(int32 index) const;
-  BListItem* FirstItem() const { return ItemAt(0); }
-  BListItem* LastItem() const { return ItemAt(CountItems() - 1); }
   /** -1 for an item that is not in the list. */
   int32 IndexOf(const BListItem* item) const;
 
   /** An index outside the list changes nothing. */
   void Select(int32 index);
-  void DeselectAll();
   /** -1 when nothing is selected. */
   int32 CurrentSelection() const { return fSelection; }
   void ScrollToSelection();
@@ -55,14 +52,8 @@ public:
   /** In the coordinates of the whole list (row 0 starts at 0). An invalid rectangle outside the list. */
   BRect ItemFrame(int32 index) const;
 
-  /** Sent to the target at a double click and at Return, with int32 "index" and pointer "source". Takes the message
-   * over. */
-  void SetInvocationMessage(BMessage* message);
-  /** Sent at every change of the selection. Takes the message over. */
-  void SetSelectionMessage(BMessage* message);
-  void SetTarget(const BMessenger& target) { fTarget = target; }
-  virtual void Invoke();
-  /** Hook: the selection changed, by whomever. */
+  /** Hooks: a double click or Return on the selected row; the selection changed, by whomever. */
+  virtual void Invoke() {}
   virtual void SelectionChanged() {}
 
   void SetFont(const BFont* font, uint32 mask = B_FONT_ALL) override;
@@ -87,9 +78,7 @@ private:
   int32 RowAt(float y) const;
   void DrawRows(const BMessage& request);
   void ChangeSelection(int32 index);
-  void TellSelection();
   bool MoveSelection(uint8 key);
-  void Notify(const BMessage* message) const;
 
   std::vector<BListItem*> fItems;
   int32 fSelection = -1;
@@ -100,7 +89,4 @@ private:
   bool fFlushPending = false;
   /** Rows that fit on the screen, as the display last told. */
   int32 fPageLength = 1;
-  std::unique_ptr<BMessage> fInvocationMessage;
-  std::unique_ptr<BMessage> fSelectionMessage;
-  BMessenger fTarget;
 };

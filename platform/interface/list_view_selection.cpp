@@ -13,10 +13,6 @@ void BListView::Select(int32 index) {
   ChangeSelection(index);
 }
 
-void BListView::DeselectAll() {
-  if (fSelection >= 0) ChangeSelection(-1);
-}
-
 void BListView::ChangeSelection(int32 index) {
   const int32 before = std::exchange(fSelection, index);
   for (const int32 row : {before, index}) {
@@ -26,12 +22,7 @@ void BListView::ChangeSelection(int32 index) {
     InvalidateItem(row);
   }
   if (Rows()) Rows()->Select(index);
-  TellSelection();
-}
-
-void BListView::TellSelection() {
   SelectionChanged();
-  Notify(fSelectionMessage.get());
 }
 
 void BListView::ScrollToSelection() {

@@ -64,11 +64,6 @@ BMenuItem* BMenu::ItemAt(int32 index) const {
   return index >= 0 && index < CountItems() ? fItems[static_cast<size_t>(index)].get() : nullptr;
 }
 
-BMenu* BMenu::SubmenuAt(int32 index) const {
-  const BMenuItem* item = ItemAt(index);
-  return item ? item->Submenu() : nullptr;
-}
-
 int32 BMenu::IndexOf(const BMenuItem* item) const {
   const auto found = std::find_if(fItems.begin(), fItems.end(), [&](const auto& own) { return own.get() == item; });
   return item && found != fItems.end() ? static_cast<int32>(found - fItems.begin()) : -1;

@@ -32,8 +32,6 @@ public:
   bool RemoveItem(BMenu* submenu);
 
   BMenuItem* ItemAt(int32 index) const;
-  /** Null outside the menu and for items that do not unfold. */
-  BMenu* SubmenuAt(int32 index) const;
   int32 CountItems() const { return static_cast<int32>(fItems.size()); }
   int32 IndexOf(const BMenuItem* item) const;
   int32 IndexOf(const BMenu* submenu) const;
@@ -51,8 +49,6 @@ public:
 
   void SetTitle(const char* title);
   const char* Title() const { return fTitle.c_str(); }
-  /** The item that this menu unfolds from; null for a menu bar. */
-  BMenuItem* Superitem() const { return fSuperitem; }
   BMenu* Supermenu() const;
 
 protected:
@@ -73,6 +69,6 @@ private:
 
   std::string fTitle;
   bool fRadioMode = false;
-  BMenuItem* fSuperitem = nullptr;
+  BMenuItem* fSuperitem = nullptr; // that it unfolds from; null for a menu bar
   std::vector<std::unique_ptr<BMenuItem>> fItems;
 };

@@ -5,8 +5,8 @@
 
 using display::TextPeer;
 
-BTextView::BTextView(BRect frame, const char* name, BRect textRect, uint32 resizingMode, uint32 flags)
-    : BView(frame, name, resizingMode, flags), fTextRect(textRect) {}
+BTextView::BTextView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
+    : BView(frame, name, resizingMode, flags) {}
 
 std::shared_ptr<display::ViewPeer> BTextView::MakePeer() {
   auto peer = std::make_shared<TextPeer>(BMessenger(this));
@@ -33,10 +33,6 @@ void BTextView::SetText(std::string_view text) {
 
 std::string BTextView::Text() const {
   return Control() ? Control()->Text() : fDetachedText;
-}
-
-int32 BTextView::TextLength() const {
-  return static_cast<int32>(Text().size());
 }
 
 void BTextView::Insert(std::string_view text) {
@@ -74,7 +70,6 @@ int32 BTextView::CountLines() const {
 }
 
 void BTextView::SetTextRect(BRect rect) {
-  fTextRect = rect;
   if (Control()) Control()->SetCountWidth(rect.Width() > Bounds().Width() ? static_cast<int>(rect.Width()) : 0);
 }
 
@@ -99,19 +94,6 @@ void BTextView::SetFontAndColor(const BFont* font, uint32 mask, const rgb_color*
   fHasTextColor = true;
   SetHighColor(*color);
   if (Control()) Control()->SetTextColor(*color);
-}
-
-void BTextView::Cut() {
-  if (Control()) Control()->Do(TextPeer::Command::cut);
-}
-void BTextView::Copy() {
-  if (Control()) Control()->Do(TextPeer::Command::copy);
-}
-void BTextView::Paste() {
-  if (Control()) Control()->Do(TextPeer::Command::paste);
-}
-void BTextView::SelectAll() {
-  if (Control()) Control()->Do(TextPeer::Command::select_all);
 }
 
 void BTextView::KeyDown(const char* bytes, int32 count) {

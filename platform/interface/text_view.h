@@ -7,17 +7,16 @@ namespace display {
 class TextPeer;
 }
 
-/** Several lines of text to edit, wrapped at the text rectangle's width. The text lives in the control on the display:
+/** Several lines of text to edit, wrapped at the view's width. The text lives in the control on the display:
     changes are posted, questions wait for its answer. */
 class BTextView : public BView {
 public:
-  BTextView(BRect frame, const char* name, BRect textRect, uint32 resizingMode = B_FOLLOW_LEFT_TOP,
+  BTextView(BRect frame, const char* name, uint32 resizingMode = B_FOLLOW_LEFT_TOP,
             uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE);
 
   /** Replaces all; the caret goes to the start, nothing is left to undo. Does not call `InsertText`. */
   void SetText(std::string_view text);
   std::string Text() const;
-  int32 TextLength() const;
   /** Puts text in place of the selection, through the hook. */
   void Insert(std::string_view text);
   void GetSelection(int32* start, int32* end) const;
@@ -30,7 +29,6 @@ public:
   int32 CountLines() const;
   /** The text is shown as wide as the view; a wider rectangle is one to count lines in. */
   void SetTextRect(BRect rect);
-  BRect TextRect() const { return fTextRect; }
   /** Lines that line feeds part give way to others, as when the program undoes a change: no hook is called. What the
       user did before is told to the hook first. False, and nothing done, when the change does not fit that any more. */
   bool ReplaceLines(const text_change& change);
@@ -38,10 +36,6 @@ public:
   void FlushChanges();
   void MakeEditable(bool editable);
   void SetFontAndColor(const BFont* font, uint32 mask, const rgb_color* color);
-  void Cut();
-  void Copy();
-  void Paste();
-  void SelectAll();
 
   void DetachedFromWindow() override;
   void KeyDown(const char* bytes, int32 count) override;
@@ -58,7 +52,6 @@ private:
   void CommandPressed(const BMessage& message);
   display::TextPeer* Control() const;
 
-  BRect fTextRect;
   bool fEditable = true;
   bool fHasTextColor = false; // else the display's own
   /** Holds the text while the view is detached. */

@@ -16,7 +16,6 @@ public:
   /** Null outside the list. */
   void* ItemAt(int32 index) const;
   int32 IndexOf(void* item) const;
-  bool HasItem(void* item) const { return IndexOf(item) >= 0; }
   int32 CountItems() const { return static_cast<int32>(fItems.size()); }
   bool IsEmpty() const { return fItems.empty(); }
 

@@ -37,8 +37,8 @@ public:
     Select(CurrentSelection() + 1);
     ScrollToSelection();
   }
-  void SelectionChanged() override { ++fChanges; }
+  void Invoke() override { fInvoked.push_back(CurrentSelection()); }
   std::vector<int32> fStamped;
   std::vector<int32> fRepeats;
-  int fChanges = 0;
+  std::vector<int32> fInvoked;
 };

@@ -27,7 +27,7 @@ class TextView : public testing::Test {
 protected:
   TextView() : fWindow(new BWindow({100, 100, 299, 299}, "text")) {
     fWindow->SetRunsOnShow(false);
-    fEditor = new Editor({0, 0, 199, 199}, "editor", {0, 0, 199, 199}, B_FOLLOW_ALL_SIDES);
+    fEditor = new Editor({0, 0, 199, 199}, "editor", B_FOLLOW_ALL_SIDES);
     fWindow->AddChild(fEditor);
     fEditor->MakeFocus();
     fWindow->Show();
@@ -71,7 +71,7 @@ TEST_F(TextView, SetTextTakesTheCaretToTheStartAndIsNoInput) {
   fEditor->SetText("one\ntwo\n");
   EXPECT_EQ(fEditor->CurrentLine(), 0);
   EXPECT_TRUE(fEditor->fEntered.empty());
-  EXPECT_EQ(fEditor->TextLength(), 8);
+  EXPECT_EQ(fEditor->Text().size(), 8U);
 }
 
 TEST_F(TextView, WrappedLineCountsAsOneWhileTheRectangleIsWide) {
