@@ -39,12 +39,10 @@ bool copy_over(const std::string& from, const std::string& to) {
   return std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing, error);
 }
 
-/** Beside the file or, where its folder takes none, in the temporary folder; where, or an empty text. */
+/** Beside the file or, where its folder takes none, among the recovered; where, or an empty text. */
 std::string put_aside(const std::string& path) {
   const std::string beside = name_beside(path, ".before-save");
-  if (copy_over(path, beside)) return beside;
-  const std::string away = std::filesystem::temp_directory_path() / BPath(beside.c_str()).Leaf();
-  return copy_over(path, away) ? away : std::string();
+  return copy_over(path, beside) ? beside : keep_file_for_recovery(path);
 }
 
 status_t write_over(const std::string& path, std::string_view bytes) {

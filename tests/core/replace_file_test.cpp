@@ -71,9 +71,11 @@ TEST(ReplaceFile, WritesAFileWhoseFolderTakesNoOther) {
   const ScratchFolder folder;
   const std::string path = folder.Write("a.lrc", "old");
   chmod(folder.Path().c_str(), 0555);
+  const ScratchFolder settings;
+  setenv("XDG_CONFIG_HOME", settings.Path().c_str(), 1);
   EXPECT_EQ(replace_file(path, "new"), B_OK);
   EXPECT_EQ(folder.Read("a.lrc"), "new");
-  EXPECT_FALSE(std::filesystem::exists(std::filesystem::temp_directory_path() / "a.lrc.before-save"));
+  EXPECT_EQ(files_in(settings.File("KOREVA/VesmoE")), 0U) << "what was put aside is taken away again";
 }
 
 TEST(ReplaceFile, LeavesTheOldFileWholeWhenItFails) {
