@@ -18,8 +18,9 @@ enum : unsigned int {
   kMsgRemoveSongs = 'plrm', // "id"
   kMsgMoveSongs = 'plmv',   // "id"; int32 "before"
   kMsgClearSongs = 'plcl',
-  kMsgSaveList = 'plsv', // string "path"
-  kMsgCover = 'plcv',    // of the song string "path": string "file"
+  kMsgSaveList = 'plsv',  // string "path"
+  kMsgTagsFound = 'pltg', // of songs "id": strings "title", "artist", int32 "durationMs"
+  kMsgCover = 'plcv',     // of the song string "path": string "file"
   kMsgKeep = 'plkp',
   kMsgHandedOver = 'plho', // from another start of the program: string "path", "lyrics", bool "paused"; answered
   // Plug-ins: int32 "index".

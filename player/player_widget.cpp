@@ -13,6 +13,7 @@
 #include "player/song_list_view.h"
 #include "player/song_pictures.h"
 #include "player/song_text.h"
+#include "player/tag_reader.h"
 
 #include <QDragEnterEvent>
 #include <QHBoxLayout>
@@ -20,6 +21,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QShortcut>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -31,6 +33,8 @@ constexpr double kArtistStrength = 0.65;
 constexpr int kSeekStepMs = 5000;
 constexpr int kSpeedStep = 5;
 constexpr int kVolumeStep = 5;
+/** What is needed to play the first song goes first. */
+constexpr int kReadTagsAfterMs = 1000;
 
 QLabel* new_label(const QString& text = {}) {
   auto* const label = new QLabel(text);
@@ -174,6 +178,8 @@ void TPlayerWidget::ShowState(const TPlayerState& state) {
   fControls->ShowState(state);
   fList->Show(state);
   ShowPictures(state);
+  fSongs = state.songs;
+  if (fTagReader) fTagReader->Show(fSongs);
   fSources = {state.sources, state.source, state.isBusReachable};
 }
 
@@ -219,6 +225,15 @@ void TPlayerWidget::ShowPosition(int32 positionMs) {
 void TPlayerWidget::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (window()->focusWidget() == nullptr) fList->setFocus();
+  if (fTagReader == nullptr) QTimer::singleShot(kReadTagsAfterMs, this, [this] { ReadTags(); });
+}
+
+void TPlayerWidget::ReadTags() {
+  if (fTagReader) return;
+  fTagReader = new TTagReader(
+      this, [this] { return fList->FirstSeenRow(); },
+      [this](const std::vector<TReadTags>& found) { tell_tags(fPlayer, found); }, tag_program());
+  fTagReader->Show(fSongs);
 }
 
 void TPlayerWidget::dragEnterEvent(QDragEnterEvent* event) {

@@ -15,6 +15,7 @@ class TPlayerControls;
 class TSeekBar;
 class TSongListView;
 class TSongPictures;
+class TTagReader;
 
 /** The inside of the player's window. Lives on the display thread; what the user does becomes messages to `player`. */
 class TPlayerWidget : public QWidget {
@@ -38,6 +39,7 @@ private:
   void AddPluginMenus();
   void ShowFaults(const std::string& faults);
   void ShowPictures(const TPlayerState& state);
+  void ReadTags();
   void SeekBy(int ms);
 
   const BMessenger fPlayer;
@@ -54,5 +56,7 @@ private:
   std::vector<QMenu*> fPluginMenus;   // in the next, anew whenever it opens
   QMenu* fMenu = nullptr;             // made when it is first opened
   TSongPictures* fPictures = nullptr; // made with the first song
+  std::shared_ptr<const TSongs> fSongs;
+  TTagReader* fTagReader = nullptr; // made when the window stands
   TSources fSources;
 };

@@ -2,6 +2,8 @@
 
 #include "platform/app/message.h"
 #include "player/player_messages.h"
+#include "player/tag_asker.h"
+#include "player/tag_fields.h"
 
 namespace {
 
@@ -34,6 +36,15 @@ void ask_about_paths(const BMessenger& player, uint32 request, const std::vector
   BMessage message(request);
   for (const std::string& path : paths) message.AddString("path", path);
   message.AddInt32("before", before);
+  send(player, message);
+}
+
+void tell_tags(const BMessenger& player, const std::vector<TReadTags>& found) {
+  BMessage message(kMsgTagsFound);
+  for (const TReadTags& one : found) {
+    message.AddInt64("id", one.id);
+    add_tags(&message, one.tags);
+  }
   send(player, message);
 }
 

@@ -16,6 +16,7 @@ public:
   void Show(const TPlayerState& state);
   /** The user wishes for another song, whatever he did with the list before: it shall be seen. */
   void FollowNextSong() { fUsed.invalidate(); }
+  int32 FirstSeenRow() const { return indexAt(QPoint(0, 0)).row(); }
   void RemoveSelected();
   /** By one place up (-1) or down (1). */
   void MoveSelected(int direction);

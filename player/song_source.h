@@ -1,16 +1,9 @@
 #pragma once
 
-#include "platform/support/types.h"
+#include "player/song_tags.h"
 
 #include <memory>
 #include <string>
-
-/** What a song says of itself; texts are empty where it is silent. */
-struct TSongTags {
-  std::string title;
-  std::string artist;
-  int32 durationMs = 0;
-};
 
 /** Told what happens to the song. Called on a thread of the source, which must not be kept waiting. `load` is the
    number that `Load` gave, so that news of a song that was replaced meanwhile can be told apart. */

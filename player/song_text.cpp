@@ -2,6 +2,8 @@
 
 #include "player/song_files.h"
 
+#include <QString>
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -41,7 +43,14 @@ std::string clean_text(std::string_view text) {
     }
   }
   if (clean.ends_with(' ')) clean.pop_back();
-  return clean;
+  return QString::fromStdString(clean).toStdString();
+}
+
+void take_tags(const TSongTags& tags, TSong* song) {
+  const std::string title = clean_text(tags.title);
+  if (!title.empty()) song->title = title;
+  song->artist = clean_text(tags.artist);
+  song->durationMs = tags.durationMs;
 }
 
 std::string clock_text(int32 positionMs) {

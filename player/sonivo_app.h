@@ -90,6 +90,7 @@ private:
   void AddSongs(const BMessage& message);
   void RemoveSongs(const BMessage& message);
   void SaveList(const BMessage& message);
+  void TakeTags(const BMessage& message);
   void TakeOver(const BMessage& message);
   int32 FindKeptList();
   void Keep();
@@ -116,6 +117,7 @@ private:
   void ExecuteEntry(int32 index);
   void CountEntries(const BMessage& message) const;
   void GetEntry(const BMessage& message, int32 index) const;
+  std::string ToldTitle(const TSong& song) const;
 
   // sonivo_plugins.cpp: what else is loaded, and what the user asks of it.
   std::string LoadPlugins(const TPluginLoader::TWanted& wanted);

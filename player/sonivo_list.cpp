@@ -8,10 +8,13 @@
 #include "player/m3u.h"
 #include "player/player_messages.h"
 #include "player/player_window.h"
+#include "player/song_text.h"
 #include "player/sonivo_app.h"
+#include "player/tag_fields.h"
 #include "player/write_file.h"
 
 #include <filesystem>
+#include <unordered_map>
 
 namespace {
 
@@ -61,6 +64,9 @@ bool TSonivoApp::HandleList(const BMessage& message) {
     return true;
   case kMsgSongsFound:
     TakeFoundSongs();
+    return true;
+  case kMsgTagsFound:
+    TakeTags(message);
     return true;
   case kMsgSaveList:
     SaveList(message);
@@ -135,6 +141,18 @@ void TSonivoApp::SaveList(const BMessage& message) {
   if (message.FindString("path", &path) != B_OK) return;
   const std::string folder = std::filesystem::path(path).parent_path().string();
   if (!write_file(path, m3u_text(*fPlaylist.Songs(), folder))) TellFault("Cannot write the list " + path);
+}
+
+/** What the sound has told of a song meanwhile stands. */
+void TSonivoApp::TakeTags(const BMessage& message) {
+  std::unordered_map<int64, int32> numbers;
+  for (const int64 id : ids_in(message)) numbers.emplace(id, static_cast<int32>(numbers.size()));
+  for (int32 i = 0; i < fPlaylist.Count(); ++i) {
+    const auto found = numbers.find(fPlaylist.At(i)->id);
+    if (found == numbers.end() || fPlaylist.At(i)->played) continue;
+    take_tags(tags_in(message, found->second), fPlaylist.Edit(i));
+  }
+  StateChanged();
 }
 
 /** The songs of another start of the program are played here. */

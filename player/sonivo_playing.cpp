@@ -6,6 +6,7 @@
 #include "player/song_files.h"
 #include "player/song_text.h"
 #include "player/sonivo_app.h"
+#include "player/tag_fields.h"
 
 #include <unistd.h>
 
@@ -121,13 +122,7 @@ bool TSonivoApp::IsAboutThisLoad(const BMessage& message) const {
 void TSonivoApp::Loaded(const BMessage& message) {
   if (!IsAboutThisLoad(message)) return;
   TSong* const song = fPlaylist.Edit(fPlaylist.Current());
-  std::string title;
-  message.FindString("title", &title);
-  message.FindString("artist", &song->artist);
-  message.FindInt32("durationMs", &song->durationMs);
-  title = clean_text(title);
-  song->artist = clean_text(song->artist);
-  if (!title.empty()) song->title = title;
+  take_tags(tags_in(message), song);
   song->played = true;
   song->failed = false;
   fState.durationMs = song->durationMs;
@@ -179,9 +174,7 @@ void TSonivoApp::LookForFile() {
 void TSonivoApp::SongLoaded(int64 load, const TSongTags& tags) {
   BMessage message(kMsgSongLoaded);
   message.AddInt64("load", load);
-  message.AddString("title", tags.title);
-  message.AddString("artist", tags.artist);
-  message.AddInt32("durationMs", tags.durationMs);
+  add_tags(&message, tags);
   PostMessage(&message);
 }
 

@@ -103,12 +103,21 @@ void TSonivoApp::CountEntries(const BMessage& message) const {
   message.SendReply(&answer);
 }
 
+/** As in the record: the two are compared byte for byte. Front ends know the current song by its title, so another one
+    of that title goes by its path. */
+std::string TSonivoApp::ToldTitle(const TSong& song) const {
+  const std::string title = cut_title(song.title);
+  const TSong* const current = fOther ? nullptr : fPlaylist.CurrentSong();
+  const bool isTaken = current && current->path != song.path && cut_title(current->title) == title;
+  return isTaken ? cut_title(song.path) : title;
+}
+
 void TSonivoApp::GetEntry(const BMessage& message, int32 index) const {
   const TSong* const song = fOther ? (index == 0 ? &fOther->song : nullptr) : fPlaylist.At(index);
   if (song == nullptr) return refuse(message, B_BAD_INDEX, "The playlist has no such entry");
   BMessage answer(B_REPLY);
   answer.AddString("filename", song->path);
-  answer.AddString("title", cut_title(song->title)); // as in the record: the two are compared byte for byte
+  answer.AddString("title", ToldTitle(*song));
   answer.AddInt32("time", song->durationMs);
   answer.AddBool("played", song->played);
   answer.AddInt32("nr", index);

@@ -25,5 +25,6 @@ TEST(SongText, OnlyAnEndWellBeforeItsTimeIsTold) {
 TEST(SongText, TagsAreShownOnOneLine) {
   EXPECT_EQ(clean_text("\n one\r\n\ttwo\x7f\x01語\n"), " one two 語");
   EXPECT_EQ(clean_text("\x01\x02"), "");
+  EXPECT_EQ(clean_text("caf\xe9 x"), "caf� x") << "else the kept list were no UTF-8 as a whole";
   EXPECT_EQ(clock_text(3723999), "1:02:03");
 }

@@ -6,6 +6,7 @@
 #include "player/front_end_host.h"
 #include "player/player_messages.h"
 #include "player/sonivo_app.h"
+#include "player/tag_fields.h"
 #include "tests/player/playlist_questions.h"
 #include "tests/scratch_folder.h"
 
@@ -235,6 +236,29 @@ TEST_F(Wishes, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
   BMessenger(kSignature).SendMessage(&handedOver);
   wait_for_songs(1);
   EXPECT_EQ(PathOf(0), folder.File("d.mp3")) << "what was still looked for when the list was cleared does not come";
+}
+
+TEST_F(Wishes, WhatFilesSayIsToldExceptTheTitleOfTheSongThatPlays) {
+  const ScratchFolder folder;
+  BMessage drop(kMsgAddSongs);
+  for (const char* name : {"b.mp3", "c.mp3"}) drop.AddString("path", folder.Write(name, ""));
+  BMessenger(kSignature).SendMessage(&drop);
+  wait_for_songs(3);
+  Wish(kMsgWishPlayPause);
+  IsPlaying();
+  BMessage found(kMsgTagsFound);
+  int64 id = 0;
+  for (const char* title : {"late", "title", "other", "gone"}) {
+    found.AddInt64("id", ++id);
+    add_tags(&found, {title, "", 5000});
+  }
+  BMessenger(kSignature).SendMessage(&found);
+  EXPECT_EQ(TitleOf(0), "title") << "what the sound told stands";
+  EXPECT_EQ(TitleOf(1), folder.File("b.mp3")) << "front ends find the song that plays by its title";
+  EXPECT_EQ(TitleOf(2), "other");
+  int32 timeMs = 0;
+  EXPECT_EQ(entry_of_playlist(2).FindInt32("time", &timeMs), B_OK);
+  EXPECT_EQ(timeMs, 5000);
 }
 
 TEST_F(Wishes, RemovingTheLastSongStopsIt) {

@@ -1,8 +1,7 @@
 """The player's own window: its list of songs, and what is found again."""
-import shutil
+import struct
 import subprocess
 import time
-import wave
 
 import eyes
 import hands
@@ -12,12 +11,22 @@ from case import Case
 FIRST_LIGHT = "First Light — The Sonivo Demo Band"
 
 
+def sound(seconds=60, **told):
+    """Silence that says of itself what is told: INAM its title, IART its artist."""
+    chunks = b"".join(name.encode() + struct.pack("<I", len(text)) + text + b"\0" * (len(text) % 2)
+                      for name, text in told.items())
+    told = b"LIST" + struct.pack("<I", len(chunks) + 4) + b"INFO" + chunks
+    kind = b"WAVEfmt " + struct.pack("<IHHIIHH", 16, 1, 1, 8000, 16000, 2, 16)
+    data = b"data" + struct.pack("<I", seconds * 16000) + bytes(seconds * 16000)
+    return b"RIFF" + struct.pack("<I", len(kind + told + data)) + kind + told + data
+
+
 class ThePlayersList(Case):
     def setUp(self):
         super().setUp()
-        self.others = [self.stage.root / name for name in ("b.opus", "c.opus")]
+        self.others = [self.stage.root / name for name in ("b.wav", "c.wav")]
         for path in self.others:
-            shutil.copy(self.stage.song, path)
+            path.write_bytes(sound())
 
     def list(self):
         return eyes.find(self.stage.player(), "list", "Playlist")
@@ -53,14 +62,31 @@ class ThePlayersList(Case):
         s.start(songs=[str(path) for path in (s.song, *self.others)])
         hands.click(eyes.place(eyes.find(s.player(), "label", "0:00")))
         hands.press("Down", "Down", "Return")
-        self.wait_songs(FIRST_LIGHT, "b", FIRST_LIGHT)
+        s.wait(lambda: eyes.name(s.player()) == "Sonivo – c", "the third song")
 
     def test_a_second_start_hands_its_songs_to_the_first(self):
         s = self.stage
         s.start()
-        second = subprocess.run([stage.BIN / "sonivo", "--paused", "b.opus"], cwd=s.root, env=s.own(), timeout=eyes.PATIENCE, check=False)
+        second = subprocess.run([stage.BIN / "sonivo", "--paused", "b.wav"], cwd=s.root, env=s.own(), timeout=eyes.PATIENCE, check=False)
         self.assertEqual(second.returncode, 0)
-        self.wait_songs(FIRST_LIGHT, FIRST_LIGHT)
+        self.wait_songs(FIRST_LIGHT, "b")
+        s.wait(lambda: eyes.name(s.player()) == "Sonivo – b", "the song handed over")
+
+    def test_songs_that_were_never_played_show_what_their_files_say(self):
+        s = self.stage
+        album = s.root / "album"
+        album.mkdir()
+        (album / "1.wav").write_bytes(sound(65, INAM=b"One\r\n\tMorning", IART="Jürgen".encode()))
+        (album / "2.wav").write_bytes(sound(3, INAM=b"x" * 5000))
+        (album / "3.wav").write_bytes(sound(2))
+        (album / "4.mp3").write_text("no sound at all")
+        (album / "5.wav").write_bytes(sound(3, INAM=b"Last"))
+        s.start(songs=[str(s.song), str(album)])
+        self.wait_songs(FIRST_LIGHT, "One Morning — Jürgen", "x" * 1024, "3", "4", "Last")
+        s.close_player()
+        kept = (s.config / "Sonivo/Playlist.m3u8").read_text()
+        for part in ("#EXTINF:65,Jürgen - One Morning\n", "#EXTINF:2,3\n", "#EXTINF:-1,4\n"):
+            self.assertIn(part, kept)
 
     def test_what_cannot_be_played_says_why_and_the_next_song_goes_on(self):
         s = self.stage
@@ -79,9 +105,7 @@ class AnotherPlayerAsSource(Case):
     def setUp(self):
         super().setUp()
         song = self.stage.root / self.TITLE
-        with wave.open(str(song), "wb") as sound:
-            sound.setparams((1, 2, 8000, 0, "NONE", ""))
-            sound.writeframes(bytes(60 * 16000))
+        song.write_bytes(sound())
         self.other = subprocess.Popen(
             ["mpv", "--no-config", "--load-scripts=no", "--script=/usr/lib/mpv-mpris/mpris.so", "--no-video", "--really-quiet",
              "--ao=null", "--pause", "--start=7.5", str(song)], env=self.stage.own())
