@@ -22,7 +22,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION sound)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 # Libraries that are loaded when they are first needed, which the search for dependencies does not see.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libmpv2, libpulse0, libqt6svg6")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libmpv2, libpulse0")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, qt6-translations-l10n, qt6-wayland, fonts-noto-cjk | fonts-japanese-gothic")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

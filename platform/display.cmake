@@ -15,6 +15,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/display.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/display_language.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/display_thread.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/drawing.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/field_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/font_metrics.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/image_icon.cpp

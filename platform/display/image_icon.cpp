@@ -2,6 +2,7 @@
 
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"
+#include "platform/display/drawing.h"
 #include "platform/display/image_size.h"
 
 #include <QBuffer>
@@ -16,13 +17,17 @@ namespace display {
 namespace {
 
 QByteArray bytes_of(const std::string& text) {
-  return {text.data(), static_cast<qsizetype>(text.size())};
+  return QByteArray::fromRawData(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/** Named where it can be seen: left alone, the reader loads every format there is to find out which one it is. */
-QByteArray format_of(const QByteArray& bytes) {
-  constexpr qsizetype kHead = 256;
-  return bytes.left(kHead).contains("<svg") ? QByteArrayLiteral("svg") : QByteArray();
+QImage render_drawing(const Drawing& drawing, const QSize& size) {
+  QImage image(size, QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.scale(1.0 * size.width() / drawing.size.width(), 1.0 * size.height() / drawing.size.height());
+  drawing.Paint(painter);
+  return image;
 }
 
 QColor ink_for(QIcon::Mode mode) {
@@ -58,10 +63,10 @@ private:
 } // namespace
 
 QImage render_image(const std::string& bytes, const QSize& size, const QColor& ink) {
-  QByteArray drawing = bytes_of(bytes);
-  drawing.replace("currentColor", ink.name().toUtf8());
-  QBuffer buffer(&drawing);
-  QImageReader reader(&buffer, format_of(drawing));
+  if (const auto drawing = read_drawing(bytes, ink)) return render_drawing(*drawing, size);
+  QByteArray encoded = bytes_of(bytes);
+  QBuffer buffer(&encoded);
+  QImageReader reader(&buffer);
   reader.setScaledSize(size);
   return reader.read();
 }
@@ -73,9 +78,10 @@ QIcon image_icon(std::shared_ptr<const std::string> bytes) {
 BPoint image_size(const std::shared_ptr<const std::string>& bytes) {
   return call(
       [bytes] {
-        QByteArray drawing = bytes_of(*bytes);
-        QBuffer buffer(&drawing);
-        const QSize size = QImageReader(&buffer, format_of(drawing)).size();
+        if (const auto drawing = read_drawing(*bytes, Qt::black)) return size_of(drawing->size);
+        QByteArray encoded = bytes_of(*bytes);
+        QBuffer buffer(&encoded);
+        const QSize size = QImageReader(&buffer).size();
         return size.isEmpty() ? BPoint{-1, -1} : size_of(size);
       },
       {-1, -1});

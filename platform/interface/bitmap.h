@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-/** An image in the form it was read in (PNG, SVG and what else the display's image reader knows), so that the display
-    can draw it sharp at every size. In an SVG, "currentColor" is the colour of the texts around it. Copies share the
+/** An image in the form it was read in: a drawing (platform/display/drawing.h), which is sharp at every size and can
+    take the colour of the texts around it, or PNG and what else the display's image reader knows. Copies share the
     bytes. Any thread. */
 class BBitmap {
 public:

@@ -1,0 +1,135 @@
+#include "platform/display/drawing.h"
+
+#include <QColor>
+#include <QLinearGradient>
+#include <QPainter>
+
+#include <algorithm>
+#include <charconv>
+
+namespace display {
+
+namespace {
+
+constexpr qreal kLargest = 4096;
+
+/** Takes a text apart at its blanks or line ends. What is missing or no number is a fault that stays. */
+class Words {
+public:
+  explicit Words(std::string_view text, char end = ' ') : fRest(text), fEnd(end) {}
+
+  bool AtEnd() const { return fRest.empty(); }
+  bool IsFaulty() const { return fIsFaulty; }
+  std::string_view Next() {
+    const std::string_view word = fRest.substr(0, fRest.find(fEnd));
+    fRest.remove_prefix(std::min(word.size() + 1, fRest.size()));
+    fIsFaulty |= word.empty();
+    return word;
+  }
+  /** In hundredths. */
+  qreal Number() {
+    const std::string_view word = Next();
+    int number = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+    fIsFaulty |= error != std::errc() || end != word.data() + word.size();
+    return number / 100.0;
+  }
+  QPointF Point() {
+    const qreal x = Number();
+    return {x, Number()};
+  }
+
+private:
+  std::string_view fRest;
+  char fEnd;
+  bool fIsFaulty = false;
+};
+
+std::optional<QColor> color_of(std::string_view name, const QColor& ink) {
+  const QColor color =
+      name == "ink" ? ink : QColor(QLatin1StringView(name.data(), static_cast<qsizetype>(name.size())));
+  return color.isValid() ? std::optional(color) : std::nullopt;
+}
+
+std::optional<QBrush> brush_of(std::string_view names, const QRectF& extent, const QColor& ink) {
+  if (names == "none") return QBrush(Qt::NoBrush);
+  Words words(names, '/');
+  const auto top = color_of(words.Next(), ink);
+  const auto bottom = words.AtEnd() ? top : color_of(words.Next(), ink);
+  if (!top || !bottom || !words.AtEnd()) return std::nullopt;
+  if (*top == *bottom) return QBrush(*top);
+  QLinearGradient gradient(extent.topLeft(), extent.bottomLeft());
+  gradient.setColorAt(0, *top);
+  gradient.setColorAt(1, *bottom);
+  return QBrush(gradient);
+}
+
+void add_curve(QPainterPath& outline, Words& words) {
+  const QPointF first = words.Point();
+  const QPointF second = words.Point();
+  outline.cubicTo(first, second, words.Point());
+}
+
+bool add_part(QPainterPath& outline, Words& words) {
+  const std::string_view name = words.Next();
+  switch (name.size() == 1 ? name[0] : '?') {
+  case 'M':
+    outline.moveTo(words.Point());
+    break;
+  case 'L':
+    outline.lineTo(words.Point());
+    break;
+  case 'C':
+    add_curve(outline, words);
+    break;
+  case 'Z':
+    outline.closeSubpath();
+    break;
+  default:
+    return false;
+  }
+  return !words.IsFaulty();
+}
+
+std::optional<Drawing::Shape> read_shape(Words words, const QColor& ink) {
+  const std::string_view fillNames = words.Next();
+  const std::string_view lineNames = words.Next();
+  const qreal width = words.Number();
+  QPainterPath outline;
+  outline.setFillRule(Qt::WindingFill);
+  while (!words.AtEnd())
+    if (!add_part(outline, words)) return std::nullopt;
+  const auto fill = brush_of(fillNames, outline.boundingRect(), ink);
+  const auto line = brush_of(lineNames, outline.boundingRect(), ink);
+  if (!fill || !line || words.IsFaulty()) return std::nullopt;
+  const Qt::PenStyle style = line->style() == Qt::NoBrush ? Qt::NoPen : Qt::SolidLine;
+  return Drawing::Shape{outline, *fill, QPen(*line, width, style, Qt::RoundCap, Qt::RoundJoin)};
+}
+
+} // namespace
+
+void Drawing::Paint(QPainter& painter) const {
+  for (const Shape& shape : shapes) {
+    painter.setPen(shape.line);
+    painter.setBrush(shape.fill);
+    painter.drawPath(shape.outline);
+  }
+}
+
+std::optional<Drawing> read_drawing(std::string_view text, const QColor& ink) {
+  Words lines(text, '\n');
+  Words head(lines.Next());
+  if (head.Next() != "drawing") return std::nullopt;
+  Drawing drawing;
+  const QPointF size = head.Point();
+  if (head.IsFaulty() || !QRectF(1, 1, kLargest - 1, kLargest - 1).contains(size)) return std::nullopt;
+  drawing.size = {qRound(size.x()), qRound(size.y())};
+  while (!lines.AtEnd()) {
+    auto shape = read_shape(Words(lines.Next()), ink);
+    if (!shape) return std::nullopt;
+    drawing.shapes.push_back(std::move(*shape));
+  }
+  return drawing;
+}
+
+} // namespace display
