@@ -2,13 +2,12 @@
 
 #include "platform/storage/find_directory.h"
 #include "player/m3u.h"
+#include "player/read_file.h"
 #include "player/write_file.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace {
 
@@ -19,8 +18,7 @@ constexpr const char* kPlace = "\n#SONIVO:current=%d,position=%d,volume=%d";
 
 TKeptList load_kept_list(const std::string& path) {
   TKeptList list;
-  std::ifstream file(path, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  const std::string text = read_file(path).value_or("");
   list.songs = parse_m3u(text, "/");
   const size_t line = text.find("\n#SONIVO:");
   if (line == std::string::npos) return list;

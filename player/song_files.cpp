@@ -1,11 +1,11 @@
 #include "player/song_files.h"
 
 #include "player/m3u.h"
+#include "player/read_file.h"
 
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <vector>
 
@@ -98,11 +98,10 @@ private:
     if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestList || ++fLists > kMostLists) {
       return Fault("Cannot read the list " + path);
     }
-    std::ifstream file(path, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    if (!file) return Fault("Cannot read the list " + path);
+    const std::optional<std::string> bytes = read_file(path);
+    if (!bytes) return Fault("Cannot read the list " + path);
     fBeingRead.push_back(real);
-    TakeList(path, parse_m3u(bytes, fs::path(real).parent_path().string()));
+    TakeList(path, parse_m3u(*bytes, fs::path(real).parent_path().string()));
     fBeingRead.pop_back();
   }
 
