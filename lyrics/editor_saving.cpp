@@ -20,12 +20,12 @@ enum { kCancelButton, kNoButton, kYesButton };
 
 bool TVesmoEView::AskSave(const BMessage& next, const BHandler* target) {
   if (!fActive->IsModified()) return true;
-  const std::string name = fInfo.File.IsEmpty() ? gLLT->Text("New_Lyrics") : "\"" + fInfo.File.name + "\"";
-  const long answer =
-      ask(name + gLLT->Text("Ask_Save"),
-          {text_button("Button_Cancel", 'C', true), text_button("Button_No", 'N'), text_button("Button_Yes", 'Y')});
-  if (answer == kNoButton) return true;
-  if (answer == kYesButton) {
+  if (!fSaveWaits) {
+    const long answer = AskAboutChanges();
+    if (answer == kNoButton) return true;
+    fSaveWaits = answer == kYesButton;
+  }
+  if (fSaveWaits) {
     BMessage save(kMsgSave);
     koreva::add_next_msg(&save, next, target);
     Window()->PostMessage(&save, this);
@@ -33,7 +33,14 @@ bool TVesmoEView::AskSave(const BMessage& next, const BHandler* target) {
   return false;
 }
 
+long TVesmoEView::AskAboutChanges() const {
+  const std::string name = fInfo.File.IsEmpty() ? gLLT->Text("New_Lyrics") : "\"" + fInfo.File.name + "\"";
+  return ask(name + gLLT->Text("Ask_Save"),
+             {text_button("Button_Cancel", 'C', true), text_button("Button_No", 'N'), text_button("Button_Yes", 'Y')});
+}
+
 void TVesmoEView::MItemSaveClicked(const BMessage& message) {
+  fSaveWaits = false;
   if (fInfo.File.IsEmpty()) {
     BMessage saveAs(message);
     saveAs.what = kMsgSaveAs;

@@ -108,6 +108,7 @@ private:
   void SendHistoryRqtd(uint32 code, const entry_ref& ref);
 
   // editor_saving.cpp
+  long AskAboutChanges() const;
   void MItemSaveClicked(const BMessage& message);
   void SaveRequested(const BMessage& message);
   status_t SaveLyrics(const TLyricsInfo& info);
@@ -145,10 +146,11 @@ private:
   std::string fSongTitle;
   std::string fSongWarning; // to stand behind the report of the stamp
   TLyricsInfo fInfo;
-  bool fIsWhole = true;   // the file's text is all in the document
-  std::string fKeptFile;  // where it lies as it was, until that has been told
-  std::string fWritten;   // between a save and the look at the disk
-  std::string fOutside;   // what the encoding of the last save could not hold
-  std::string fWholeText; // with that in it, until it has been told of
+  bool fSaveWaits = false; // the user wanted it when he was asked, and it is on its way
+  bool fIsWhole = true;    // the file's text is all in the document
+  std::string fKeptFile;   // where it lies as it was, until that has been told
+  std::string fWritten;    // between a save and the look at the disk
+  std::string fOutside;    // what the encoding of the last save could not hold
+  std::string fWholeText;  // with that in it, until it has been told of
   int32 fMode = 0;
 };

@@ -28,6 +28,7 @@ enum : unsigned int {
   kMsgPluginPrefs = 'pgpr',
   kMsgAboutPlugin = 'pgab',
   kMsgWindowCloses = 'plwc',
+  kMsgLookAtWindows = 'pllw',
   // From the sound; int64 "load" throughout.
   kMsgSongLoaded = 'psld', // string "title", "artist", int32 "durationMs"
   kMsgSongEnded = 'psen',

@@ -83,6 +83,8 @@ void TSonivoApp::MessageReceived(BMessage* message) {
     return Handshake(*message);
   case kMsgWindowCloses:
     return CloseRequested();
+  case kMsgLookAtWindows:
+    return LookAtAskedWindows();
   case B_REPLY:
     return WindowAnswered(*message);
   default:

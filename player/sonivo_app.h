@@ -127,6 +127,7 @@ private:
 
   // sonivo_closing.cpp: the end.
   void CloseRequested();
+  void LookAtAskedWindows();
   void WindowAnswered(const BMessage& message);
   void End();
 
@@ -173,6 +174,8 @@ private:
   std::unique_ptr<BMessageRunner> fStarter;
   std::unique_ptr<BMessageRunner> fKeeper;
   std::unique_ptr<BMessageRunner> fFinder;
+  std::unique_ptr<BMessageRunner> fCloser;
+  std::vector<BMessenger> fAskedWindows;
   /** Windows that were asked to close and have not answered; -1 while the player is not closing. */
   int32 fAwaitedAnswers = -1;
 };

@@ -3,21 +3,39 @@
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/display/display.h"
+#include "platform/display/display_thread.h"
 #include "platform/interface/window.h"
 #include "player/front_end_host.h"
+#include "player/open_questions.h"
 #include "player/player_messages.h"
 #include "player/player_window.h"
 #include "player/sonivo_app.h"
 
+#include <algorithm>
+
+namespace {
+constexpr bigtime_t kLookUs = 200000;
+}
+
 void TSonivoApp::CloseRequested() {
-  if (fAwaitedAnswers > 0) return; // the windows are being asked
-  fAwaitedAnswers = 0;
+  display::post(raise_open_questions); // a window that asks closes only after the answer
+  if (fAwaitedAnswers > 0) return;     // the windows are being asked
   const BMessage quit(B_QUIT_REQUESTED);
+  fAskedWindows.clear();
   for (const BMessenger& window : WindowAddresses()) {
     if (window == BMessenger(fWindow)) continue;
-    if (window.SendMessage(&quit, BMessenger(this), 0) == B_OK) ++fAwaitedAnswers;
+    if (window.SendMessage(&quit, BMessenger(this), 0) == B_OK) fAskedWindows.push_back(window);
   }
-  if (fAwaitedAnswers == 0) End();
+  fAwaitedAnswers = static_cast<int32>(fAskedWindows.size());
+  if (fAwaitedAnswers == 0) return End();
+  const BMessage look(kMsgLookAtWindows);
+  fCloser = std::make_unique<BMessageRunner>(BMessenger(this), &look, kLookUs);
+}
+
+/** A window that the user was closing already goes without an answer. */
+void TSonivoApp::LookAtAskedWindows() {
+  const auto isThere = [](const BMessenger& window) { return window.IsValid(); };
+  if (fAwaitedAnswers > 0 && std::none_of(fAskedWindows.begin(), fAskedWindows.end(), isThere)) End();
 }
 
 /** Asked by an editor that has saved its lyrics meanwhile: the closing that it held up begins anew. */
@@ -36,6 +54,7 @@ void TSonivoApp::WindowAnswered(const BMessage& message) {
   if (fAwaitedAnswers <= 0 || message.FindBool("result", &agreed) != B_OK) return;
   if (!agreed) {
     fAwaitedAnswers = -1;
+    fCloser.reset();
     return;
   }
   if (--fAwaitedAnswers == 0) End();
@@ -47,6 +66,7 @@ void TSonivoApp::End() {
   fTicker.reset();
   fKeeper.reset();
   fFinder.reset();
+  fCloser.reset();
   fPlugins.UnloadAll();
   if (fWindow->Lock()) fWindow->Quit();
   fWindow = nullptr;

@@ -49,6 +49,8 @@ void show(const AlertText& question, QWidget* window, const std::shared_ptr<Answ
     if (box->parentWidget()) box->parentWidget()->activateWindow(); // where no window manager does
     answer->Give(static_cast<int32>(box->buttons().indexOf(pressed)));
   });
+  // As long as that is minimised its question would be hidden too.
+  if (window) window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
   // Window-modal: the window that asked waits, the others stay alive, and this thread goes on.
   box->setWindowModality(Qt::WindowModal);
   box->show();
