@@ -6,14 +6,20 @@
 #include <QApplication>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kSide = 8;
 constexpr int kAbove = 4;
 constexpr int kSignWidth = 14;
+/** Of the room for both, when title and artist are too long for it. */
+constexpr double kTitleShare = 0.65;
+constexpr float kDimmed = 0.6F;
+constexpr float kDimmedOnSelection = 0.8F; // the ground is no darkest or lightest there
 
-QColor dimmed(QColor color) {
-  color.setAlphaF(0.6F);
+QColor dimmed(QColor color, float strength) {
+  color.setAlphaF(strength);
   return color;
 }
 
@@ -23,6 +29,23 @@ void draw_sign(QPainter* painter, const QRect& row) {
   painter->setRenderHint(QPainter::Antialiasing);
   painter->setBrush(painter->pen().color());
   painter->drawPolygon(QPolygonF({centre + QPointF(-3, -4), centre + QPointF(4, 0), centre + QPointF(-3, 4)}));
+}
+
+/** Both in that room, the artist behind the title. */
+void draw_texts(QPainter* painter, QRect room, const TSong& song, const QFont& titleFont, const QColor& artistColor) {
+  const QFont artistFont = painter->font();
+  const QFontMetrics titles(titleFont);
+  const QFontMetrics artists(artistFont);
+  const QString artist = QString::fromStdString(song.artist);
+  const int forArtist = artist.isEmpty() ? 0 : kSide + artists.horizontalAdvance(artist);
+  const int forTitle = std::max(room.width() - forArtist, static_cast<int>(room.width() * kTitleShare));
+  const QString title = titles.elidedText(QString::fromStdString(song.title), Qt::ElideRight, forTitle);
+  painter->setFont(titleFont);
+  painter->drawText(room, Qt::AlignVCenter, title);
+  room.setLeft(room.left() + titles.horizontalAdvance(title) + kSide);
+  painter->setFont(artistFont);
+  painter->setPen(artistColor);
+  painter->drawText(room, Qt::AlignVCenter, artists.elidedText(artist, Qt::ElideRight, std::max(room.width(), 0)));
 }
 
 } // namespace
@@ -43,7 +66,8 @@ void TSongRowPainter::paint(QPainter* painter, const QStyleOptionViewItem& optio
   const QColor color = option.palette.color(option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive,
                                             selected ? QPalette::HighlightedText : QPalette::Text);
   painter->save();
-  painter->setPen(song.failed ? dimmed(color) : color);
+  const QColor faint = dimmed(color, selected ? kDimmedOnSelection : kDimmed);
+  painter->setPen(song.failed ? faint : color);
   QRect row = option.rect.adjusted(kSide, 0, -kSide, 0);
   if (model.IsCurrent(index.row())) draw_sign(painter, row);
   row.setLeft(row.left() + kSignWidth);
@@ -52,18 +76,10 @@ void TSongRowPainter::paint(QPainter* painter, const QStyleOptionViewItem& optio
     painter->drawText(row, Qt::AlignRight | Qt::AlignVCenter, length);
     row.setRight(row.right() - option.fontMetrics.horizontalAdvance(length) - kSide);
   }
-  QFont font = option.font;
-  font.setBold(model.IsCurrent(index.row()));
-  font.setStrikeOut(song.failed);
-  painter->setFont(font);
-  const QFontMetrics metrics(font);
-  const QString title = metrics.elidedText(QString::fromStdString(song.title), Qt::ElideRight, row.width());
-  painter->drawText(row, Qt::AlignVCenter, title);
-  row.setLeft(row.left() + metrics.horizontalAdvance(title) + kSide);
+  QFont titleFont = option.font;
+  titleFont.setBold(model.IsCurrent(index.row()));
+  titleFont.setStrikeOut(song.failed);
   painter->setFont(option.font);
-  painter->setPen(dimmed(color));
-  const QString artist = QString::fromStdString(song.artist);
-  painter->drawText(row, Qt::AlignVCenter,
-                    option.fontMetrics.elidedText(artist, Qt::ElideRight, std::max(row.width(), 0)));
+  draw_texts(painter, row, song, titleFont, faint);
   painter->restore();
 }

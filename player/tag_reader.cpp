@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr int kLongestMs = 10000; // a song
+/** A song, also where others leave the lowest priority next to nothing. */
+constexpr int kLongestMs = 30000;
 /** A program that never answers is no use; a row of broken songs is shorter. */
 constexpr int kMostLosses = 20;
 /** Each time the whole list is shown anew: a long one less often. */
