@@ -198,6 +198,7 @@ void TPlayerWidget::ShowFaults(const std::string& faults) {
   warning.setColor(QPalette::WindowText, isDark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb7, 0x1c, 0x1c));
   fFault->setPalette(warning);
   fFault->setText(QString::fromStdString(faults));
+  fFault->setToolTip(QString::fromStdString(faults)); // names without a blank are cut off
   fFault->setVisible(!faults.empty());
 }
 
