@@ -5,6 +5,7 @@
 #include "platform/app/message_runner.h"
 #include "toolkit/krv_dlg_win.h"
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -53,7 +54,7 @@ private:
   std::unique_ptr<BMessageRunner> fUnfitLater; // while a text that does not fit may still be on its way to one
   TAppearancePage* fAppearance;                // two of the pages
   TTimingPage* fTiming;
-  std::vector<TPrefPage*> fPages; // in the order of their tabs
+  std::array<TPrefPage*, 3> fPages; // in the order of their tabs
   BTabView* fTabs;
   BStringView* fFault;
   BButton* fDefaults;
