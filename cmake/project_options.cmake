@@ -21,6 +21,6 @@ endif()
 find_package(Threads REQUIRED)
 target_link_libraries(project_options INTERFACE Threads::Threads)
 
-# For what waits for people: small code is sooner read, mapped and bound than fast code runs.
+# For what waits for people and for messages: small code is sooner read, mapped and bound than fast code runs.
 add_library(window_code INTERFACE)
 target_compile_options(window_code INTERFACE $<$<CONFIG:Release>:-Os>)

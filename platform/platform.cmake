@@ -44,7 +44,10 @@ add_library(vesmo_platform SHARED
   ${CMAKE_CURRENT_LIST_DIR}/support/log.cpp
   ${CMAKE_CURRENT_LIST_DIR}/support/text_encoding.cpp
 )
-target_link_libraries(vesmo_platform PUBLIC project_options)
+target_link_libraries(vesmo_platform PUBLIC project_options PRIVATE window_code)
+# Whole files go through it.
+set_source_files_properties(${CMAKE_CURRENT_LIST_DIR}/support/text_encoding.cpp
+  PROPERTIES COMPILE_OPTIONS $<$<CONFIG:Release>:-O2>)
 set_target_properties(vesmo_platform PROPERTIES VISIBILITY_INLINES_HIDDEN ON)
 # Its own calls and tables are bound as it is linked, not by name at every start.
 target_link_options(vesmo_platform PRIVATE -Wl,-Bsymbolic-functions)

@@ -28,7 +28,8 @@ status_t BEntry::SetTo(const entry_ref* ref, bool traverse) {
   if (fRef.IsEmpty()) return fStatus = B_BAD_VALUE;
   std::error_code error;
   const std::string path = fRef.FullPath();
-  if (traverse && std::filesystem::is_symlink(path, error)) {
+  struct stat info {};
+  if (traverse && lstat(path.c_str(), &info) == 0 && S_ISLNK(info.st_mode)) {
     get_ref_for_path(std::filesystem::weakly_canonical(path, error).c_str(), &fRef);
   }
   return fStatus = B_OK;
