@@ -2,10 +2,13 @@
 
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
+#include "platform/display/display_thread.h"
 #include "player/player_messages.h"
 #include "player/program_icon.h"
 #include "player/sonivo_app.h"
 #include "plugin/general_plugin.h"
+
+#include <malloc.h>
 
 namespace {
 
@@ -41,6 +44,8 @@ void TSonivoApp::LoadOtherPlugins() {
   if (!faults.empty()) TellFault(faults);
   fBus.Start();
   show_program_icon();
+  // What only the start needed goes back to the system.
+  display::post([] { malloc_trim(0); });
 }
 
 bool TSonivoApp::HandlePlugin(const BMessage& message) {
