@@ -12,6 +12,7 @@ INHERITED = {"fill": "#000", "stroke": "none", "stroke-width": "1", "stroke-line
 SHAPES = {"circle": ("cx", "cy", "r"), "ellipse": ("cx", "cy", "rx", "ry"), "rect": ("x", "y", "width", "height", "rx"),
           "path": ("d",)}
 ARGUMENTS = {"M": 2, "L": 2, "H": 1, "V": 1, "C": 6, "A": 7, "Z": 0}
+SAME = 1e-6  # nearer points are one
 TOKEN = re.compile(r"[A-Za-z]|[-+]?(?:\d+\.?\d*|\.\d+)")
 
 
@@ -87,6 +88,84 @@ def path_of(shape, kind):
     return f"M{x + rx} {y}A{rx} {ry} 0 0 1 {x - rx} {y}A{rx} {ry} 0 0 1 {x + rx} {y}z"
 
 
+def pieces_of(text):
+    """The lines of a path: each one's straight and curved pieces with all their points, and whether it is closed."""
+    lines, pieces, here, begin = [], [], None, None
+    for letter, points in [*outline(text), ("M", [None])]:
+        if letter == "M":
+            lines += [(pieces, False)] if pieces else []
+            pieces, begin, here = [], points[0], points[0]
+            continue
+        points = points or [begin]
+        if len(points) > 1 or math.dist(here, points[0]) > SAME:
+            pieces.append([here, *points])
+        here = points[-1]
+        if letter == "Z":
+            lines.append((pieces, True))
+            pieces = []
+    return lines
+
+
+def halves(piece):
+    """A curve as two, so that each can be followed at a distance; a line as it is."""
+    if len(piece) == 2:
+        return [piece]
+    rows = [piece]
+    while len(rows[-1]) > 1:
+        rows.append([((ax + bx) / 2, (ay + by) / 2) for (ax, ay), (bx, by) in zip(rows[-1], rows[-1][1:])])
+    return [[row[0] for row in rows], [row[-1] for row in reversed(rows)]]
+
+
+def direction(a, b):
+    length = math.dist(a, b)
+    need(length > 0, "a curve that begins or ends with its own point")
+    return (b[0] - a[0]) / length, (b[1] - a[1]) / length
+
+
+def beside(point, heading, distance):
+    return point[0] + distance * heading[1], point[1] - distance * heading[0]
+
+
+def follow(piece, distance):
+    """The same line or curve, at that distance to the left."""
+    first, last = direction(*piece[:2]), direction(*piece[-2:])
+    begin, end = beside(piece[0], first, distance), beside(piece[-1], last, distance)
+    if len(piece) == 2:
+        return [begin, end]
+    stretch = math.dist(begin, end) / math.dist(piece[0], piece[-1])
+    reach, back = stretch * math.dist(*piece[:2]), stretch * math.dist(*piece[-2:])
+    return [begin, (begin[0] + reach * first[0], begin[1] + reach * first[1]),
+            (end[0] - back * last[0], end[1] - back * last[1]), end]
+
+
+def side(pieces, distance):
+    """The left side of what comes back to its beginning, with those corners rounded that are outer ones."""
+    for piece, after in zip(pieces, [*pieces[1:], pieces[0]]):
+        there = follow(piece, distance)
+        yield "L" if len(there) == 2 else "C", there[1:]
+        (ax, ay), (bx, by) = direction(*piece[-2:]), direction(*after[:2])
+        begin = follow(after, distance)[0]
+        if math.dist(there[-1], begin) < SAME:
+            continue
+        if ax * by - ay * bx > -SAME:  # to the right, or right round
+            yield from arc(there[-1], (distance, distance), False, True, begin)
+        else:
+            yield "L", [piece[-1]]
+            yield "L", [begin]
+
+
+def stroke_of(text, width):
+    """The outline of a line of that width with round ends and corners: a line that is open is followed there and back,
+    round its ends as round its corners."""
+    for line, is_closed in pieces_of(text):
+        there = [half for piece in line for half in halves(piece)]
+        back = [piece[::-1] for piece in there[::-1]]
+        for way in [there, back] if is_closed else [there + back]:
+            yield "M", [follow(way[0], width / 2)[0]]
+            yield from side(way, width / 2)
+            yield "Z", []
+
+
 def hundredths(number):
     return str(round(100 * float(number)))
 
@@ -124,8 +203,15 @@ class Drawing:
         fill, stroke = (self.paint(style[name], opacity) for name in ("fill", "stroke"))
         need(stroke == "none" or style["stroke-linecap"] == style["stroke-linejoin"] == "round", "a line that is not round")
         need(opacity == 1 or "none" in (fill, stroke), "opacity of what is filled and has a line")
-        words = [fill, stroke, hundredths(style["stroke-width"])]
-        for letter, points in outline(path_of(shape, kind)):
+        text = path_of(shape, kind)
+        if fill != "none":
+            self.draw(fill, outline(text))
+        if stroke != "none":
+            self.draw(stroke, stroke_of(text, float(style["stroke-width"])))
+
+    def draw(self, paint, parts):
+        words = [paint]
+        for letter, points in parts:
             words += [letter] + [hundredths(number) for point in points for number in point]
         self.lines.append(" ".join(words))
 

@@ -52,7 +52,6 @@ std::optional<QColor> color_of(std::string_view name, const QColor& ink) {
 }
 
 std::optional<QBrush> brush_of(std::string_view names, const QRectF& extent, const QColor& ink) {
-  if (names == "none") return QBrush(Qt::NoBrush);
   Words words(names, '/');
   const auto top = color_of(words.Next(), ink);
   const auto bottom = words.AtEnd() ? top : color_of(words.Next(), ink);
@@ -92,28 +91,19 @@ bool add_part(QPainterPath& outline, Words& words) {
 }
 
 std::optional<Drawing::Shape> read_shape(Words words, const QColor& ink) {
-  const std::string_view fillNames = words.Next();
-  const std::string_view lineNames = words.Next();
-  const qreal width = words.Number();
+  const std::string_view paint = words.Next();
   QPainterPath outline;
   outline.setFillRule(Qt::WindingFill);
   while (!words.AtEnd())
     if (!add_part(outline, words)) return std::nullopt;
-  const auto fill = brush_of(fillNames, outline.boundingRect(), ink);
-  const auto line = brush_of(lineNames, outline.boundingRect(), ink);
-  if (!fill || !line || words.IsFaulty()) return std::nullopt;
-  const Qt::PenStyle style = line->style() == Qt::NoBrush ? Qt::NoPen : Qt::SolidLine;
-  return Drawing::Shape{outline, *fill, QPen(*line, width, style, Qt::RoundCap, Qt::RoundJoin)};
+  const auto brush = brush_of(paint, outline.boundingRect(), ink);
+  return brush ? std::optional(Drawing::Shape{outline, *brush}) : std::nullopt;
 }
 
 } // namespace
 
 void Drawing::Paint(QPainter& painter) const {
-  for (const Shape& shape : shapes) {
-    painter.setPen(shape.line);
-    painter.setBrush(shape.fill);
-    painter.drawPath(shape.outline);
-  }
+  for (const Shape& shape : shapes) painter.fillPath(shape.outline, shape.paint);
 }
 
 std::optional<Drawing> read_drawing(std::string_view text, const QColor& ink) {

@@ -2,7 +2,6 @@
 
 #include <QBrush>
 #include <QPainterPath>
-#include <QPen>
 #include <QSize>
 
 #include <optional>
@@ -14,19 +13,18 @@ class QPainter;
 namespace display {
 
 /** A small picture of outlines. It is made from an SVG when the program is built (scripts/translate_drawing.py), so
-   that no library for these is loaded to draw a few signs. A line with its size, then one for each shape:
+   that no library for these is loaded to draw a few signs, and nothing is reckoned but what to fill. A line with its
+   size, then one for each shape:
 
       drawing 2400 2400
-      #ffffffff/#ffe3e9f2 ink 200 M 400 2000 L 500 1500 C 800 700 1200 600 1200 1000 Z
+      #ffffffff/#ffe3e9f2 M 400 2000 L 500 1500 C 800 700 1200 600 1200 1000 Z
 
-    What it is filled with, what its line is drawn with, how wide that is, and the outline: moves, lines, curves,
-   closed. All numbers are hundredths. To fill and to draw: "none", "ink" (the colour of the texts around it), a colour
-   with its alpha first, or two, from the top of the shape to its bottom. Lines have round ends and corners. */
+    The paint, then the outline: moves, lines, curves, closed; all numbers are hundredths. The paint is "ink" (the
+   colour of the texts around it), a colour with its alpha first, or two, from the top of the shape to its bottom. */
 struct Drawing {
   struct Shape {
     QPainterPath outline;
-    QBrush fill;
-    QPen line;
+    QBrush paint;
   };
 
   void Paint(QPainter& painter) const;

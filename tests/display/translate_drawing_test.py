@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
 """What scripts/translate_drawing.py makes of drawings, and what it stops at."""
+import math
+import re
 import subprocess
 import sys
 import tempfile
@@ -18,7 +20,7 @@ def translate(shapes):
 
 class TranslateDrawing(unittest.TestCase):
     def assert_path(self, path, expected):
-        self.assertEqual(translate(f'<path d="{path}"/>').stdout, f"drawing 2400 2400\n#ff000000 none 100 {expected}\n")
+        self.assertEqual(translate(f'<path d="{path}"/>').stdout, f"drawing 2400 2400\n#ff000000 {expected}\n")
 
     def test_paths_are_counted_from_the_corner(self):
         self.assert_path("m1 2 3,4h-.5V9zl1 1", "M 100 200 L 400 600 L 350 600 L 350 900 Z L 200 300")
@@ -32,12 +34,28 @@ class TranslateDrawing(unittest.TestCase):
         self.assert_path("M0 0a1 1 0 1 0 1-1",
                          "M 0 0 C 0 55 45 100 100 100 C 155 100 200 55 200 0 C 200 -55 155 -100 100 -100")
 
+    def test_lines_become_outlines_with_round_ends_and_corners(self):
+        top, bottom = "C 655 100 700 145 700 200", "C 145 300 100 255 100 200 C 100 145 145 100 200 100"
+        for path, expected in {
+            "M2 2h4": f"M 200 100 L 600 100 {top} C 700 255 655 300 600 300 L 200 300 {bottom} Z",
+            "M2 2h4v4": f"M 200 100 L 600 100 {top} L 700 600 C 700 655 655 700 600 700 C 545 700 500 655 500 600 "
+                        f"L 500 200 L 600 200 L 600 300 L 200 300 {bottom} Z",
+        }.items():
+            done = translate(f'<path d="{path}" fill="none" stroke="currentColor" stroke-width="2"/>')
+            self.assertEqual(done.stdout.splitlines()[1:], [f"ink {expected}"], done.stderr)
+
+    def test_a_line_follows_its_curve_on_both_sides(self):
+        ring = translate('<circle cx="10" cy="10" r="9" fill="none" stroke="#fff" stroke-width="2"/>').stdout
+        points = [tuple(map(int, pair)) for pair in re.findall(r"(?:C -?\d+ -?\d+ -?\d+ -?\d+|M) (-?\d+) (-?\d+)", ring)]
+        distances = [round(math.dist(point, (1000, 1000)), -1) for point in points]
+        self.assertEqual((distances.count(1000), distances.count(800)), (9, 9))
+
     def test_colours_and_widths_come_from_the_groups_around(self):
         self.assertEqual(
             translate('<linearGradient id="g" x2="0" y2="1"><stop stop-color="#fff"/><stop offset="1" stop-color="#102030"/>'
-                      '</linearGradient><g stroke="currentColor" stroke-width="2"><rect width="3" height="2" fill="url(#g)"/>'
-                      '<path d="M1 1" fill="none" stroke="#123" opacity=".5"/></g>').stdout.splitlines()[1:],
-            ["#ffffffff/#ff102030 ink 200 M 0 0 L 300 0 L 300 200 L 0 200 L 0 0 Z", "none #80112233 200 M 100 100"])
+                      '</linearGradient><g stroke="currentColor" fill="#123"><rect width="3" height="2" stroke="none" '
+                      'fill="url(#g)"/><path d="M1 1V2" opacity=".5" stroke="none"/></g>').stdout.splitlines()[1:],
+            ["#ffffffff/#ff102030 M 0 0 L 300 0 L 300 200 L 0 200 L 0 0 Z", "#80112233 M 100 100 L 100 200"])
 
     def test_what_it_cannot_translate_ends_it_with_a_message(self):
         for shapes in ('<text/>', '<path d="M1 1S2 2 3 3"/>', '<path d="M1 1z5"/>', '<path d="M1"/>',
