@@ -24,8 +24,6 @@ constexpr bigtime_t kStoreAfterUs = 400000;
 /** Nobody is told that a lone minus sign is no number who is about to type on. */
 constexpr bigtime_t kUnfitAfterUs = 700000;
 
-constexpr const char* kTabKeys[] = {"Pref_Tab_General", "Pref_Tab_Appearance", "Pref_Tab_Timing"};
-
 /** Of a language file only the name counts: languages lie beside the plug-in. */
 TPrefValues settings_of_now() {
   TPrefValues values = *gPref->Values();
@@ -38,12 +36,14 @@ TPrefValues settings_of_now() {
 TVesmoDPrefWin::TVesmoDPrefWin(const std::string& languageFolder, const BMessenger& manager,
                                TClickTrack::TOpen openOutput)
     : TKRVDlgWin(""), fManager(manager), fAppearance(new TAppearancePage),
-      fTiming(new TTimingPage(std::move(openOutput))), fPages{new TGeneralPage(languageFolder), fAppearance, fTiming},
+      fTiming(new TTimingPage(std::move(openOutput))), fPages{{new TGeneralPage(languageFolder), "Pref_Tab_General"},
+                                                              {fAppearance, "Pref_Tab_Appearance"},
+                                                              {fTiming, "Pref_Tab_Timing"}},
       fTabs(new BTabView({}, "PrefTabs")), fFault(new BStringView({}, "Fault", "")),
       fDefaults(new BButton({}, "Defaults", "", new BMessage(kMsgDefaults))),
       fRevert(new BButton({}, "Revert", "", new BMessage(kMsgRevert))),
       fClose(new BButton({}, "Close", "", new BMessage(B_QUIT_REQUESTED))), fView(new TKRVDlgView("Preferences")) {
-  for (TPrefPage* page : fPages) fTabs->AddTab(page, "");
+  for (const TTab& tab : fPages) fTabs->AddTab(tab.page, "");
   fView->AddRow({fTabs});
   fView->AddRow({fFault});
   fView->AddButtons({fDefaults, fRevert, fClose});
@@ -101,10 +101,11 @@ void TVesmoDPrefWin::MessageReceived(BMessage* message) {
 
 void TVesmoDPrefWin::Relabel() {
   SetTitle(gLLT->Text("Pref_Win_Title"));
-  for (size_t i = 0; i < fPages.size(); ++i) {
-    fTabs->SetTabLabel(static_cast<int32>(i), gLLT->Text(kTabKeys[i]));
-    fPages[i]->Relabel();
-    fPages[i]->ShowValues(fValues);
+  int32 index = 0;
+  for (const TTab& tab : fPages) {
+    fTabs->SetTabLabel(index++, gLLT->Text(tab.titleKey));
+    tab.page->Relabel();
+    tab.page->ShowValues(fValues);
   }
   fDefaults->SetLabel(accelerator_label("D", gLLT->Text("Button_Defaults")).c_str());
   fRevert->SetLabel(accelerator_label("R", gLLT->Text("Button_Revert")).c_str());
@@ -118,8 +119,8 @@ void TVesmoDPrefWin::SettingChanged(const BMessage& message) {
   void* source = nullptr;
   message.FindPointer("source", &source);
   TPrefValues values = fValues;
-  for (const TPrefPage* page : fPages) {
-    const auto taken = page->Take(source, &values);
+  for (const TTab& tab : fPages) {
+    const auto taken = tab.page->Take(source, &values);
     if (taken == TPrefPage::TTaken::kUnfit) return SayUnfitSoon();
   }
   Say(nullptr);
@@ -142,7 +143,7 @@ void TVesmoDPrefWin::TakeStampHint(const BMessage& message) {
 void TVesmoDPrefWin::SetAll(const TPrefValues& values) {
   Change(values);
   Say(nullptr);
-  for (TPrefPage* page : fPages) page->ShowValues(fValues);
+  for (const TTab& tab : fPages) tab.page->ShowValues(fValues);
 }
 
 void TVesmoDPrefWin::Change(const TPrefValues& values) {

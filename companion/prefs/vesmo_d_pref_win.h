@@ -5,7 +5,6 @@
 #include "platform/app/message_runner.h"
 #include "toolkit/krv_dlg_win.h"
 
-#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -46,6 +45,11 @@ private:
   /** In the line for faults; nothing for null. */
   void Say(const char* key);
 
+  struct TTab {
+    TPrefPage* page;
+    const char* titleKey;
+  };
+
   const BMessenger fManager;
   TPrefValues fValues;
   TPrefValues fOpened; // as the window was opened
@@ -54,7 +58,7 @@ private:
   std::unique_ptr<BMessageRunner> fUnfitLater; // while a text that does not fit may still be on its way to one
   TAppearancePage* fAppearance;                // two of the pages
   TTimingPage* fTiming;
-  std::array<TPrefPage*, 3> fPages; // in the order of their tabs
+  const std::vector<TTab> fPages; // in the order of their tabs
   BTabView* fTabs;
   BStringView* fFault;
   BButton* fDefaults;
