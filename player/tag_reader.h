@@ -11,7 +11,7 @@ class QProcess;
 
 /** Has the program `sonivo-peaks --tags` look into the songs of the list that nothing is known of, those that are seen
     first. It runs while there are such songs; one on which it ends, or takes too long, is passed over. Display thread;
-    never waits. */
+    never waits, but for the program's end at its own: 0.2 s at most. */
 class TTagReader : public QObject {
 public:
   using TTaker = std::function<void(const std::vector<TReadTags>& found)>;
