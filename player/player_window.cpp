@@ -7,9 +7,29 @@
 #include "player/player_widget.h"
 
 #include <QPointer>
+#include <QTimer>
+#include <QVBoxLayout>
 
 struct TPlayerWindow::TWidgetSlot {
   QPointer<TPlayerWidget> widget;
+  TPlayerState state; // shown last: the widget may come after it
+
+  /** An empty place at first. What the user waits for at the start is the editor, whose window is put together at the
+      same time: the inside of this one comes as soon as the display thread has nothing else to do. */
+  static QWidget* MakePlace(const std::shared_ptr<TWidgetSlot>& slot, const BMessenger& player) {
+    auto* const place = new QWidget;
+    auto* const layout = new QVBoxLayout(place);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* const whenIdle = new QTimer(place);
+    whenIdle->setSingleShot(true);
+    QObject::connect(whenIdle, &QTimer::timeout, place, [slot, player, layout] {
+      slot->widget = new TPlayerWidget(player);
+      slot->widget->ShowState(slot->state);
+      layout->addWidget(slot->widget);
+    });
+    whenIdle->start(0);
+    return place;
+  }
 };
 
 namespace {
@@ -21,15 +41,14 @@ constexpr float kNoLimit = 32767;
 
 TPlayerWindow::TPlayerWindow(const BMessenger& player)
     : BWindow(kFirstFrame, "Sonivo"), fPlayer(player), fSlot(std::make_shared<TWidgetSlot>()) {
-  AddChild(new display::NativeView(Bounds(), "Player", B_FOLLOW_ALL_SIDES, [player, slot = fSlot] {
-    slot->widget = new TPlayerWidget(player);
-    return slot->widget.data();
-  }));
+  AddChild(new display::NativeView(Bounds(), "Player", B_FOLLOW_ALL_SIDES,
+                                   [player, slot = fSlot] { return TWidgetSlot::MakePlace(slot, player); }));
   SetSizeLimits(kMinWidth, kNoLimit, kMinHeight, kNoLimit);
 }
 
 void TPlayerWindow::ShowState(const TPlayerState& state) {
   display::post([slot = fSlot, state] {
+    slot->state = state;
     if (slot->widget) slot->widget->ShowState(state);
   });
 }

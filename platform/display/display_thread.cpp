@@ -17,11 +17,14 @@ namespace display {
 
 namespace {
 
+using TChanges = std::vector<std::function<void()>>;
+
 /** What was posted and not yet taken by the display thread. The lock guards every field; nothing is called or
-    destroyed under it. The first change of a batch rings the bell. */
+    destroyed under it. The first of a batch rings the bell. */
 struct Inbox {
   std::mutex lock;
-  std::vector<std::function<void()>> changes;
+  TChanges changes;
+  TChanges questions; // whose turn is first
   int bell = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
   bool ended = false;
 };
@@ -47,8 +50,12 @@ private:
   void MakeAll() {
     for (int round = 0; round < kMostRounds; ++round) {
       TakeAll();
+      AnswerQuestions();
       if (fTaken.empty()) return;
-      while (!fTaken.empty()) MakeFirst();
+      while (!fTaken.empty()) {
+        MakeFirst();
+        AnswerQuestions();
+      }
     }
   }
 
@@ -60,9 +67,22 @@ private:
     inbox().changes.clear();
   }
 
+  static void AnswerQuestions() {
+    TChanges questions;
+    {
+      const std::scoped_lock hold(inbox().lock);
+      questions.swap(inbox().questions);
+    }
+    for (const auto& question : questions) Make(question);
+  }
+
   void MakeFirst() {
     const auto change = std::move(fTaken.front());
     fTaken.pop_front();
+    Make(change);
+  }
+
+  static void Make(const std::function<void()>& change) {
     try {
       change();
     } catch (const std::exception& fault) {
@@ -76,12 +96,13 @@ private:
 
 } // namespace
 
-void post(std::function<void()> change) {
+void post(std::function<void()> change, Turn turn) {
   // A dropped change is destroyed after the lock is given up: what it holds may answer somebody.
   const std::scoped_lock hold(inbox().lock);
   if (inbox().ended) return;
-  inbox().changes.push_back(std::move(change));
-  if (inbox().changes.size() == 1) eventfd_write(inbox().bell, 1);
+  TChanges& list = turn == Turn::first ? inbox().questions : inbox().changes;
+  list.push_back(std::move(change));
+  if (list.size() == 1) eventfd_write(inbox().bell, 1);
 }
 
 bool is_display_thread() {
@@ -101,13 +122,15 @@ Queue::Queue() : fImpl(std::make_unique<Impl>()) {
 }
 
 Queue::~Queue() {
-  std::vector<std::function<void()>> dropped;
+  TChanges droppedChanges, droppedQuestions;
   {
     const std::scoped_lock hold(inbox().lock);
     inbox().ended = true;
-    dropped.swap(inbox().changes);
+    droppedChanges.swap(inbox().changes);
+    droppedQuestions.swap(inbox().questions);
   }
-  dropped.clear();
+  droppedChanges.clear();
+  droppedQuestions.clear();
   fImpl.reset();
   displayThread = std::thread::id();
 }

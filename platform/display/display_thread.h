@@ -7,9 +7,12 @@
 
 namespace display {
 
-/** Runs `change` on the display thread, after all posted before. Never waits. What is posted before the display runs
-    is kept until it does; what is posted after it has ended is dropped. Any thread. */
-void post(std::function<void()> change);
+/** `first` is before the changes that still wait: for a question that none of them bears upon. */
+enum class Turn { inOrder, first };
+
+/** Runs `change` on the display thread, after all posted before it in that turn. Never waits. What is posted before the
+    display runs is kept until it does; what is posted after it has ended is dropped. Any thread. */
+void post(std::function<void()> change, Turn turn = Turn::inOrder);
 
 bool is_display_thread();
 /** False before `run` and after it. */
@@ -41,12 +44,12 @@ private:
 /** Asks `question` on the display thread and waits for what it returns; a default value when the display has ended.
     On the display thread itself it is asked at once. */
 template <class Question>
-auto call(Question question, decltype(question()) otherwise = {}) -> decltype(question()) {
+auto call(Question question, decltype(question()) otherwise = {}, Turn turn = Turn::inOrder) -> decltype(question()) {
   if (is_display_thread()) return question();
   using Value = decltype(question());
   auto answer = std::make_shared<Answer<Value>>(std::move(otherwise));
   auto waiter = answer->Waiter();
-  post([answer, question = std::move(question)]() mutable { answer->Give(question()); });
+  post([answer, question = std::move(question)]() mutable { answer->Give(question()); }, turn);
   answer.reset();
   return waiter.get();
 }

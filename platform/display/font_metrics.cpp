@@ -72,7 +72,7 @@ void learn_plain_font_height() {
 font_height height_of(const BFont& font) {
   if (font == BFont() && !is_display_thread()) return plain_font_height().Get();
   if (const auto known = cache().Find(font)) return *known;
-  const auto height = call([font]() -> std::optional<font_height> { return measure(font); });
+  const auto height = call([font]() -> std::optional<font_height> { return measure(font); }, {}, Turn::first);
   if (!height) return {};
   cache().Add(font, *height);
   return *height;
@@ -80,7 +80,8 @@ font_height height_of(const BFont& font) {
 
 float width_of(const BFont& font, std::string_view text) {
   return call(
-      [font, asked = std::string(text)] { return static_cast<float>(runs_width(to_qfont(font), to_qstring(asked))); });
+      [font, asked = std::string(text)] { return static_cast<float>(runs_width(to_qfont(font), to_qstring(asked))); },
+      0, Turn::first);
 }
 
 std::vector<std::string> families() {

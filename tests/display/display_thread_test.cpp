@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <future>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -30,6 +31,22 @@ TEST(DisplayThread, ChangesAreMadeInTheOrderOfEachPosterOnOneThread) {
     ASSERT_EQ(numbers.size(), size_t{kPosts});
     EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
   }
+}
+
+TEST(DisplayThread, QuestionWhoseTurnIsFirstWaitsForNoChangeButTheOneThatIsBeingMade) {
+  std::promise<void> isBusy, goesOn;
+  display::post([&] {
+    isBusy.set_value();
+    goesOn.get_future().wait();
+  });
+  isBusy.get_future().wait();
+  std::atomic<int> made{0};
+  for (int i = 0; i < 100; ++i) display::post([&made] { ++made; });
+  std::promise<int> madeBefore;
+  display::post([&] { madeBefore.set_value(made); }, display::Turn::first);
+  goesOn.set_value();
+  EXPECT_EQ(madeBefore.get_future().get(), 0);
+  EXPECT_EQ(display::call([&made] { return made.load(); }), 100); // and this one came after all of them
 }
 
 TEST(DisplayThread, QuestionAskedOnTheDisplayItselfIsAnsweredAtOnce) {
