@@ -45,13 +45,30 @@ void read_info(std::string_view info, TSaid* said) {
   if (comma < info.size()) said->title = trimmed(info.substr(comma + 1));
 }
 
+/** A single byte that is no UTF-8 would make the reader take the whole list for Latin 1. */
+std::string on_one_line(std::string text) {
+  if (!QUtf8StringView(text.data(), text.size()).isValidUtf8()) text = QString::fromStdString(text).toStdString();
+  std::ranges::replace_if(
+      text, [](char c) { return c == '\n' || c == '\r'; }, ' ');
+  return text;
+}
+
+/** What stands behind file://, where a host may come first. */
+std::string path_in_url(std::string_view url) {
+  url.remove_prefix(std::min(url.find('/'), url.size()));
+  return QByteArray::fromPercentEncoding({url.data(), static_cast<qsizetype>(url.size())}).toStdString();
+}
+
 std::string path_of(std::string_view line, const std::string& folder) {
   std::string name(line);
-  if (name.starts_with(kFile))
-    return QByteArray::fromPercentEncoding(QByteArray(name.c_str() + kFile.size())).toStdString();
-  if (name.find("://") != std::string::npos) return name; // somewhere on the network
-  // Lists from elsewhere part folders by backslashes.
-  if (name.find('/') == std::string::npos) std::replace(name.begin(), name.end(), '\\', '/');
+  if (is_address(name) && !name.starts_with(kFile)) return on_one_line(name);
+  if (name.starts_with(kFile)) {
+    name = path_in_url(line.substr(kFile.size()));
+  } else if (name.find('/') == std::string::npos) {
+    // Lists from elsewhere part folders by backslashes.
+    std::replace(name.begin(), name.end(), '\\', '/');
+  }
+  name.resize(std::min(name.find('\0'), name.size())); // no path goes on behind it
   return (fs::path(folder) / name).lexically_normal().string();
 }
 
@@ -67,12 +84,6 @@ TSong song_of(std::string_view line, const std::string& folder, const TSaid& sai
   return song;
 }
 
-std::string on_one_line(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, ' ');
-  return text;
-}
-
 bool is_plain(const std::string& name) {
   return std::none_of(name.begin(), name.end(), [](unsigned char c) { return c < ' ' || c == '\\'; }) &&
          trimmed(name) == name && !name.starts_with('#') && !name.starts_with(kFile) &&
@@ -81,12 +92,18 @@ bool is_plain(const std::string& name) {
 
 /** A name that would not come back as it is, as an address, which says every byte. */
 std::string line_of(const std::string& path, const fs::path& folder) {
+  if (is_address(path)) return on_one_line(path);
   const std::string relative = fs::path(path).lexically_relative(folder).string();
-  const std::string& name = relative.empty() || relative.starts_with("..") ? path : relative;
+  const bool isInside = !relative.empty() && relative != "." && !relative.starts_with("..");
+  const std::string& name = isInside ? relative : path;
   return is_plain(name) ? name : std::string(kFile) + QByteArray(path.c_str()).toPercentEncoding("/").toStdString();
 }
 
 } // namespace
+
+bool is_address(const std::string& path) {
+  return !path.starts_with('/') && path.find("://") != std::string::npos;
+}
 
 TSongs parse_m3u(std::string_view bytes, const std::string& folder) {
   const std::string text = as_utf8(bytes);

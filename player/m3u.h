@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+/** True for what lies on the network: a list may name it, and no file of this machine tells of it. */
+bool is_address(const std::string& path);
+
 /** The songs that a list in the m3u form names; `folder` is where the list lies, which its relative paths begin from.
     Text that is no UTF-8 is taken as Latin 1. Titles and lengths are those of its #EXTINF lines, where it has them. */
 TSongs parse_m3u(std::string_view bytes, const std::string& folder);

@@ -145,10 +145,6 @@ private:
 
 } // namespace
 
-bool is_address(const std::string& path) {
-  return !path.starts_with('/') && path.find("://") != std::string::npos;
-}
-
 bool is_audio_name(const std::string& path) {
   return ends_like_one_of(kAudio, path);
 }

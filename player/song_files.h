@@ -23,8 +23,6 @@ public:
     sound file. Any thread. */
 void gather_songs(const std::string& path, TSongTaker* taker);
 
-/** True for what lies on the network: a list may name it, and no file of this machine tells of it. */
-bool is_address(const std::string& path);
 /** True for names that end like an audio file's. */
 bool is_audio_name(const std::string& path);
 /** True for names that end like a list of songs. */

@@ -1,6 +1,6 @@
 #include "player/song_text.h"
 
-#include "player/song_files.h"
+#include "player/m3u.h"
 
 #include <QString>
 

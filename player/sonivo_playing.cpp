@@ -1,9 +1,9 @@
 /** What plays: what the user does to it, and what the sound tells. */
 
 #include "platform/app/message.h"
+#include "player/m3u.h"
 #include "player/player_messages.h"
 #include "player/player_window.h"
-#include "player/song_files.h"
 #include "player/song_text.h"
 #include "player/sonivo_app.h"
 #include "player/tag_fields.h"

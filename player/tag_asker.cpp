@@ -1,6 +1,6 @@
 #include "player/tag_asker.h"
 
-#include "player/song_files.h"
+#include "player/m3u.h"
 
 #include <algorithm>
 #include <utility>

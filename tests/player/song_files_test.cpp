@@ -105,9 +105,12 @@ TEST(SongFiles, EveryNameComesBackFromAListThatWasWritten) {
 TEST(SongFiles, TheKeptListComesBackAndASpoiltOneDoesNoHarm) {
   const ScratchFolder folder;
   const std::string path = folder.File("settings/Playlist.m3u8");
-  TKeptList list{TSongs(2), 1, 12345, 40};
+  TKeptList list{TSongs(4), 1, 12345, 40};
   list.songs[0].path = "/a\n#SONIVO:current=0,position=1,volume=1";
-  list.songs[1].path = "/b.mp3";
+  list.songs[1].path = "/日本.mp3";
+  list.songs[2].path = "/\xff.mp3";
+  list.songs[2].title = "\xff"; // must not spoil the others' names
+  list.songs[3].path = "http://radio.example/音.mp3";
   ASSERT_TRUE(save_kept_list(list, path));
   const TKeptList back = load_kept_list(path);
   EXPECT_EQ(paths_of(back.songs), paths_of(list.songs));

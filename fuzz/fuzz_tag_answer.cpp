@@ -1,0 +1,20 @@
+#include "fuzz/fuzz.h"
+#include "player/peaks/tag_talk.h"
+
+/** What comes out of the pipe from the program that looks into songs, in pieces of any length. */
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
+  const std::string given = text_of(bytes, size);
+  TTagAnswer answer;
+  const TAnswerForm form = read_answer(given, &answer);
+  for (size_t length = 0; length < size; ++length) {
+    TTagAnswer early;
+    const TAnswerForm earlier = read_answer(given.substr(0, length), &early);
+    // A broken piece stays broken, and a whole one cannot go on.
+    require(earlier == TAnswerForm::kIncomplete || form == TAnswerForm::kBroken);
+  }
+  if (form != TAnswerForm::kWhole) return 0;
+  TTagAnswer again;
+  require(read_answer(answer_bytes(answer), &again) == TAnswerForm::kWhole);
+  require(again.tags.durationMs == answer.tags.durationMs && again.state == answer.state);
+  return 0;
+}
