@@ -1,13 +1,10 @@
 #include "platform/storage/directory.h"
 #include "platform/storage/file.h"
 #include "platform/storage/find_directory.h"
-#include "platform/storage/node_info.h"
-#include "platform/storage/resources.h"
 #include "tests/scratch_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 using testing::ElementsAre;
 
@@ -49,27 +46,6 @@ TEST(Directory, WalksInByteOrder) {
   EXPECT_EQ(create_directory(folder.File("a/b").c_str(), 0777), B_NOT_A_DIRECTORY);
 }
 
-TEST(File, OpeningNeverBlocks) {
-  const ScratchFolder folder;
-  const std::string fifo = folder.File("fifo");
-  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
-  const BFile file(fifo.c_str(), B_READ_ONLY);
-  EXPECT_FALSE(file.IsRegular());
-  EXPECT_EQ(BFile(folder.File("no").c_str(), B_READ_ONLY).InitCheck(), B_ENTRY_NOT_FOUND);
-  EXPECT_TRUE(BFile(folder.Path().c_str(), B_READ_ONLY).IsDirectory());
-}
-
-TEST(NodeInfo, KeepsTheTypeThatWasSet) {
-  const ScratchFolder folder;
-  BFile file(folder.Write("a", "x").c_str(), B_READ_WRITE);
-  BNodeInfo info(&file);
-  std::string type;
-  EXPECT_NE(info.GetType(&type), B_OK);
-  if (info.SetType("text/plain") != B_OK) GTEST_SKIP() << "this file system keeps no attributes";
-  EXPECT_EQ(info.GetType(&type), B_OK);
-  EXPECT_EQ(type, "text/plain");
-}
-
 TEST(FindDirectory, TakesOnlyAnAbsoluteSettingsFolder) {
   BPath path;
   setenv("XDG_CONFIG_HOME", "relative", 1);
@@ -79,14 +55,4 @@ TEST(FindDirectory, TakesOnlyAnAbsoluteSettingsFolder) {
   setenv("XDG_CONFIG_HOME", "/settings", 1);
   find_directory(B_USER_SETTINGS_DIRECTORY, &path);
   EXPECT_STREQ(path.Path(), "/settings");
-}
-
-TEST(Resources, AreFoundByTypeWithIdOrName) {
-  const compiled_resource table[] = {{B_STRING_TYPE, 3000, "one", "abc", 3}, {B_RAW_TYPE, 3000, "two", "de", 2}};
-  const BResources resources(table, 2);
-  size_t size = 0;
-  EXPECT_NE(resources.LoadResource(B_RAW_TYPE, int32{3000}, &size), nullptr);
-  EXPECT_EQ(size, 2U);
-  EXPECT_EQ(resources.LoadResource(B_RAW_TYPE, "one", &size), nullptr);
-  EXPECT_NE(resources.LoadResource(B_STRING_TYPE, "one", &size), nullptr);
 }
