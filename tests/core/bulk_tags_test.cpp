@@ -44,17 +44,3 @@ TEST(ConvertTimeTags, RoundsHalfSecondsUpAndKeepsTheRest) {
   convert_time_tags(&lines, true);
   EXPECT_THAT(lines, ElementsAre("[00:10:00]a", "[00:11:00]b", "[02:00:00]c", "[99:59:00]d", "[00:10:00]e", "f"));
 }
-
-TEST(ConvertTimeTags, TakesADigitBehindAStandardTagForHundredths) {
-  Lines lines{"[01:23]45 words"};
-  convert_time_tags(&lines, true);
-  EXPECT_THAT(lines, ElementsAre("[01:23:45]45 words"));
-  convert_time_tags(&lines, false);
-  EXPECT_THAT(lines, ElementsAre("[01:23]45 words"));
-}
-
-TEST(DeleteTimeTags, TakesEveryLeadingBracket) {
-  Lines lines{"[00:01]a", "[1]", "[Chorus]", "[abcdefgh", "[00:01][00:02]b", "c"};
-  delete_time_tags(&lines);
-  EXPECT_THAT(lines, ElementsAre("a", "", "", "[abcdefgh", "[00:02]b", "c"));
-}

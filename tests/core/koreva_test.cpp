@@ -81,13 +81,3 @@ TEST(NextMessage, WaitsInsideAMessageUntilInvoked) {
   target->Quit();
   EXPECT_FALSE(koreva::invoke_next_msg(&save)) << "the target is gone";
 }
-
-TEST(GetSaveRef, JoinsFolderAndName) {
-  BMessage answer(B_SAVE_REQUESTED);
-  const entry_ref directory{"/home/me", "songs"};
-  answer.AddRef("directory", &directory);
-  answer.AddString("name", "a.lrc");
-  entry_ref ref;
-  EXPECT_TRUE(koreva::get_save_ref(&answer, &ref));
-  EXPECT_EQ(ref.FullPath(), "/home/me/songs/a.lrc");
-}

@@ -10,9 +10,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <regex>
-#include <set>
 #include <thread>
 
 using testing::ElementsAre;
@@ -32,30 +29,6 @@ std::string decoded(const std::string& value) {
   TLLT table;
   load(&table, kHead + ("K = " + value + "\n"));
   return table.Text("K");
-}
-
-std::set<std::string> keys_of(const TLLT& table) {
-  std::set<std::string> keys;
-  for (const auto& [key, text] : *table.TextMap()) keys.insert(key);
-  return keys;
-}
-
-/** Every language key that stands in the program's own sources. */
-std::set<std::string> keys_in_sources() {
-  std::set<std::string> keys;
-  const std::regex key("\"((?:Menu|MItem|Button|Ask|Err|Hint|StatBarStr|StatBarSymbol|Default_StatBarStr)_[A-Za-z_0-9]+"
-                       "|Alert_Caption|New_Lyrics|App_Author|[A-Za-z_]+_Panel_Title)\"");
-  for (const char* folder : {"plugin", "interapp", "editviews", "lyrics", "window", "toolkit"}) {
-    for (const auto& entry : std::filesystem::directory_iterator(std::string(SOURCE_FOLDER) + "/" + folder)) {
-      if (!entry.is_regular_file()) continue;
-      std::ifstream file(entry.path());
-      const std::string text{std::istreambuf_iterator<char>(file), {}};
-      for (std::sregex_iterator at(text.begin(), text.end(), key); at != std::sregex_iterator(); ++at) {
-        if (!(*at)[1].str().ends_with("_")) keys.insert((*at)[1]);
-      }
-    }
-  }
-  return keys;
 }
 
 } // namespace
@@ -125,18 +98,14 @@ TEST(LanguageTable, TextsOutliveTheReloadThatReplacedThem) {
   EXPECT_STREQ(text, "before") << "of the table that was replaced eight tables ago";
 }
 
-TEST(ShippedLanguages, HoldTheSameKeysAndEveryKeyThatIsUsed) {
+TEST(BuiltInTexts, AreThoseOfTheEnglishFile) {
   TLLT builtIn;
   TLLT english;
-  TLLT japanese;
   const BResources resources = builtin_resources();
   ASSERT_EQ(builtIn.Load(&resources, kBuiltinTextsId), 0);
   ASSERT_EQ(builtIn.Load(&resources, 1), -1);
   ASSERT_EQ(english.Load(TEXTS_FOLDER "/English.llt"), 0);
-  ASSERT_EQ(japanese.Load(TEXTS_FOLDER "/Japanese.llt"), 0);
   EXPECT_EQ(*builtIn.TextMap(), *english.TextMap());
-  EXPECT_EQ(keys_of(english), keys_of(japanese));
-  for (const std::string& key : keys_in_sources()) EXPECT_STRNE(english.Text(key.c_str()), "! ERROR !") << key;
 }
 
 namespace {
@@ -177,11 +146,6 @@ TEST_F(LanguageChoice, TakesTheFileOfThatNameBesideThePlugin) {
   EXPECT_FALSE(gAppPrivacy->ShouldBeLanguageChanged());
   std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
   EXPECT_TRUE(gAppPrivacy->ShouldBeLanguageChanged());
-}
-
-TEST_F(LanguageChoice, WithoutAChoiceUsesTheBuiltInTexts) {
-  Choose("");
-  EXPECT_STREQ(gLLT->Text("Button_Yes"), "Yes");
 }
 
 TEST_F(LanguageChoice, TellsTheUserWhenTheFileCannotBeLoaded) {
