@@ -1,9 +1,5 @@
-#include "platform/app/message.h"
 #include "platform/interface/view.h"
-#include "platform/interface/window.h"
-#include "tests/display/hands.h"
-
-#include <gtest/gtest.h>
+#include "tests/display/keeping.h"
 
 namespace {
 
@@ -20,33 +16,30 @@ public:
   int fCount = 0;
 };
 
+class DropWindow : public BWindow {
+public:
+  DropWindow() : BWindow({50, 60, 349, 259}, "drops") {
+    fOuter = new DropView({0, 0, 149, 199}, "outer");
+    fOuter->AddChild(new BView({10, 10, 99, 99}, "inner"));
+    AddChild(fOuter);
+  }
+  DropView* fOuter;
+};
+
 } // namespace
 
-TEST(Drop, FilesReachTheViewUnderTheMouseAsOneMessage) {
-  auto* window = new BWindow({50, 60, 349, 259}, "drops");
-  window->SetRunsOnShow(false);
-  auto* outer = new DropView({0, 0, 149, 199}, "outer");
-  auto* inner = new BView({10, 10, 99, 99}, "inner");
-  outer->AddChild(inner);
-  window->AddChild(outer);
-  window->Show();
-  hands::settle(*window);
+using Drop = WithWindow<DropWindow>;
 
-  hands::drop_files(*window, {20, 30}, {"/tmp/a b.lrc", "/tmp/詩.lrc"});
-  hands::settle(*window);
-  ASSERT_EQ(outer->fCount, 1); // the inner view left it to its parent
+TEST_F(Drop, FilesReachTheViewUnderTheMouseAsOneMessage) {
+  hands::drop_files(*fWindow, {20, 30}, {"/tmp/a b.lrc", "/tmp/詩.lrc"});
+  hands::drop_files(*fWindow, {200, 100}, {"/tmp/a.lrc"}); // beside the view
+  hands::settle(*fWindow);
+  const BMessage& drop = fWindow->fOuter->fDrop;
+  ASSERT_EQ(fWindow->fOuter->fCount, 1) << "the inner view leaves it to its parent";
   entry_ref first, second;
-  EXPECT_EQ(outer->fDrop.FindRef("refs", 0, &first), B_OK);
-  EXPECT_EQ(outer->fDrop.FindRef("refs", 1, &second), B_OK);
+  EXPECT_EQ(drop.FindRef("refs", 0, &first), B_OK);
+  EXPECT_EQ(drop.FindRef("refs", 1, &second), B_OK);
   EXPECT_EQ(first.FullPath(), "/tmp/a b.lrc");
   EXPECT_EQ(second.name, "詩.lrc");
-  EXPECT_TRUE(outer->fDrop.WasDropped());
-  EXPECT_TRUE(outer->fDrop.IsSourceRemote());
-  EXPECT_EQ(outer->fDrop.DropPoint(), (BPoint{70, 90}));
-
-  hands::drop_files(*window, {200, 100}, {"/tmp/a.lrc"});
-  hands::settle(*window);
-  EXPECT_EQ(outer->fCount, 1);
-  window->Lock();
-  window->Quit();
+  EXPECT_EQ(drop.DropPoint(), (BPoint{70, 90}));
 }

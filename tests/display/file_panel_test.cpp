@@ -70,15 +70,23 @@ TEST_F(FilePanel, SavingOverAFileAsksFirst) {
   EXPECT_EQ(Next().what, uint32{B_SAVE_REQUESTED});
 }
 
-TEST_F(FilePanel, OpenAnswersWithTheFileAndRefusesOneThatIsNotThere) {
-  fScratch.Write("song.lrc", "text");
-  BFilePanel panel(B_OPEN_PANEL, &fTarget);
-  panel.SetPanelDirectory(fFolder.c_str());
-  panel.Show();
-  hands::type_file_name(*panel.Window(), "missing.lrc");
+/** One that shows a folder with a file in it. */
+class OpenPanel : public FilePanel {
+protected:
+  OpenPanel() {
+    fScratch.Write("song.lrc", "text");
+    fPanel.SetPanelDirectory(fFolder.c_str());
+    fPanel.Show();
+    hands::wait_for_display();
+  }
+  BFilePanel fPanel{B_OPEN_PANEL, &fTarget};
+};
+
+TEST_F(OpenPanel, AnswersWithTheFileAndRefusesOneThatIsNotThere) {
+  hands::type_file_name(*fPanel.Window(), "missing.lrc");
   hands::wait_for_question();
   hands::answer_with_key("Return");
-  hands::type_file_name(*panel.Window(), "song.lrc");
+  hands::type_file_name(*fPanel.Window(), "song.lrc");
   const BMessage answer = Next();
   entry_ref file;
   EXPECT_EQ(answer.what, uint32{B_REFS_RECEIVED});
@@ -86,62 +94,48 @@ TEST_F(FilePanel, OpenAnswersWithTheFileAndRefusesOneThatIsNotThere) {
   EXPECT_EQ(file.FullPath(), fFolder + "/song.lrc");
 }
 
-TEST_F(FilePanel, SuggestionsGoWithThePanelAndTakeNoMoreKeys) {
-  fScratch.Write("song.lrc", "text");
-  BFilePanel panel(B_OPEN_PANEL, &fTarget);
-  panel.SetPanelDirectory(fFolder.c_str());
-  panel.Show();
-  hands::wait_for_display();
-  for (const char* letter : {"s", "o", "n", "g", ".", "l", "r", "c"}) hands::press(*panel.Window(), letter);
+TEST_F(OpenPanel, SuggestionsGoWithThePanelAndTakeNoMoreKeys) {
+  for (const char* letter : {"s", "o", "n", "g", ".", "l", "r", "c"}) hands::press(*fPanel.Window(), letter);
   ASSERT_TRUE(hands::until(hands::popup_is_open));
-  hands::press(*panel.Window(), "Return");
+  hands::press(*fPanel.Window(), "Return");
   EXPECT_EQ(Next().what, uint32{B_REFS_RECEIVED});
   EXPECT_FALSE(hands::popup_is_open());
 }
 
-TEST_F(FilePanel, EveryWayToCloseItSaysSoOnce) {
-  BFilePanel panel(B_OPEN_PANEL, &fTarget);
-  panel.Show();
-  EXPECT_TRUE(panel.IsShowing());
-  hands::wait_for_display();
-  hands::press(*panel.Window(), "Escape");
-  EXPECT_EQ(Next().what, uint32{B_CANCEL});
-  EXPECT_FALSE(panel.IsShowing());
-  panel.Show();
-  hands::press_close_button(*panel.Window());
-  EXPECT_EQ(Next().what, uint32{B_CANCEL});
-  panel.Show();
-  panel.Hide();
-  EXPECT_EQ(Next().what, uint32{B_CANCEL});
-}
-
-TEST_F(FilePanel, AgreesWhenTheProgramAsksWhetherItMayClose) {
-  BFilePanel panel(B_OPEN_PANEL, &fTarget);
-  panel.Show();
-  for (int time = 0; time < 2; ++time) { // open, then closed
+TEST_F(OpenPanel, EveryWayToCloseItSaysSoOnceAndItLivesOn) {
+  const auto agreesToQuit = [this] {
     const BMessage question(B_QUIT_REQUESTED);
     BMessage answer;
     bool agreed = false;
-    BMessenger(panel.Window()).SendMessage(&question, &answer);
+    BMessenger(fPanel.Window()).SendMessage(&question, &answer);
     EXPECT_EQ(answer.FindBool("result", &agreed), B_OK);
     EXPECT_TRUE(agreed);
-    if (time == 0) {
-      EXPECT_EQ(Next().what, uint32{B_CANCEL});
-    }
-    EXPECT_FALSE(panel.IsShowing());
+  };
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"key", [this] { hands::press(*fPanel.Window(), "Escape"); }},
+      {"close button", [this] { hands::press_close_button(*fPanel.Window()); }},
+      {"program", [this] { fPanel.Hide(); }},
+      {"program that ends", agreesToQuit},
+  };
+  for (const auto& [way, close] : ways) {
+    fPanel.Show();
+    EXPECT_TRUE(fPanel.IsShowing()) << way;
+    hands::wait_for_display();
+    close();
+    EXPECT_EQ(Next().what, uint32{B_CANCEL}) << way;
+    EXPECT_FALSE(fPanel.IsShowing()) << way;
   }
-  panel.Show();
+  agreesToQuit(); // also when it is closed
+  fPanel.Show();
   hands::wait_for_display();
-  EXPECT_TRUE(hands::is_shown(*panel.Window())) << "it lives on";
+  EXPECT_TRUE(hands::is_shown(*fPanel.Window()));
 }
 
-TEST_F(FilePanel, FolderThatIsGoneMeansHome) {
-  BFilePanel panel(B_OPEN_PANEL, &fTarget);
+TEST_F(OpenPanel, FolderThatIsGoneMeansHome) {
   entry_ref folder;
-  panel.SetPanelDirectory(fFolder.c_str());
-  panel.GetPanelDirectory(&folder);
+  fPanel.GetPanelDirectory(&folder);
   EXPECT_EQ(folder.FullPath(), fFolder);
-  panel.SetPanelDirectory("/boot/home");
-  panel.GetPanelDirectory(&folder);
+  fPanel.SetPanelDirectory("/boot/home");
+  fPanel.GetPanelDirectory(&folder);
   EXPECT_EQ(folder.FullPath(), std::getenv("HOME"));
 }

@@ -42,6 +42,10 @@ protected:
     fWindow->Lock();
     fWindow->Quit();
   }
+  void Press(const std::string& key) {
+    hands::press(*fWindow, key);
+    hands::settle(*fWindow);
+  }
   /** What reached the window when that was done. */
   std::vector<uint32> After(const std::function<void()>& act) {
     fWindow->fReceived.clear();

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "platform/app/message.h"
 #include "platform/interface/list_view.h"
-#include "platform/interface/window.h"
 
 #include <memory>
 #include <string>
@@ -31,14 +29,10 @@ public:
   void KeyDown(const char* bytes, int32 count) override {
     if (bytes[0] != B_SPACE) return BListView::KeyDown(bytes, count);
     fStamped.push_back(CurrentSelection());
-    int32 repeated = 0;
-    Window()->CurrentMessage()->FindInt32("key_repeat", &repeated);
-    fRepeats.push_back(repeated);
     Select(CurrentSelection() + 1);
     ScrollToSelection();
   }
   void Invoke() override { fInvoked.push_back(CurrentSelection()); }
   std::vector<int32> fStamped;
-  std::vector<int32> fRepeats;
   std::vector<int32> fInvoked;
 };

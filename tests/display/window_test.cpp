@@ -1,11 +1,6 @@
-#include "platform/app/message.h"
-#include "platform/app/message_filter.h"
-#include "platform/interface/screen.h"
+#include "platform/interface/follow.h"
 #include "platform/interface/string_view.h"
-#include "platform/interface/window.h"
-#include "tests/display/hands.h"
-
-#include <gtest/gtest.h>
+#include "tests/display/keeping.h"
 
 #include <atomic>
 #include <string>
@@ -14,7 +9,7 @@ namespace {
 
 class PlainWindow : public BWindow {
 public:
-  PlainWindow() : BWindow({100, 100, 399, 299}, "plain") { SetRunsOnShow(false); }
+  PlainWindow() : BWindow({100, 100, 399, 299}, "plain") {}
   bool QuitRequested() override {
     ++fAsked;
     return false;
@@ -41,26 +36,31 @@ public:
 
 } // namespace
 
-class Window : public testing::Test {
-protected:
-  Window() : fWindow(new PlainWindow) {}
-  ~Window() override {
-    fWindow->Lock();
-    fWindow->Quit();
-  }
-  void Show() {
-    fWindow->Show();
-    hands::settle(*fWindow);
-  }
-  PlainWindow* fWindow;
-};
+using Window = WithWindow<PlainWindow>;
 
 TEST_F(Window, CloseButtonAsksAndClosesNothingByItself) {
-  Show();
   hands::press_close_button(*fWindow);
   hands::settle(*fWindow);
   EXPECT_EQ(fWindow->fAsked, 1);
   EXPECT_TRUE(hands::is_shown(*fWindow));
+}
+
+TEST(FollowParent, EachSideStaysAtItsDistance) {
+  struct Case {
+    const char* name;
+    uint32 mode;
+    BRect expected;
+  };
+  const BRect frame{10, 20, 50, 60};
+  const Case cases[] = {
+      {"left top stays", B_FOLLOW_LEFT_TOP, {10, 20, 50, 60}},
+      {"right bottom moves", B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM, {40, 25, 80, 65}},
+      {"both sides grow", B_FOLLOW_ALL_SIDES, {10, 20, 80, 65}},
+      {"a bar at the bottom", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM, {10, 25, 80, 65}},
+      {"no side at all stays", B_FOLLOW_NONE, {10, 20, 50, 60}},
+  };
+  for (const Case& each : cases)
+    EXPECT_EQ(follow_parent(frame, each.mode, {100, 100}, {130, 105}), each.expected) << each.name;
 }
 
 TEST_F(Window, ViewsAndControlsFollowAResizeAlike) {
@@ -70,7 +70,6 @@ TEST_F(Window, ViewsAndControlsFollowAResizeAlike) {
   outer->AddChild(inner);
   fWindow->AddChild(outer);
   fWindow->AddChild(bar);
-  Show();
   hands::resize_by_hand(*fWindow, 500, 400);
   hands::settle(*fWindow);
   EXPECT_EQ(fWindow->fSize, (BPoint{499, 399}));
@@ -89,7 +88,6 @@ TEST_F(Window, ViewsAndControlsFollowAResizeAlike) {
 }
 
 TEST_F(Window, ManyMovesArriveAsOneMessageWithTheLastPlace) {
-  Show();
   fWindow->fMoves = 0;
   for (int x = 1; x <= 50; ++x) hands::move_by_hand(*fWindow, 100 + x, 120);
   hands::settle(*fWindow);
@@ -106,7 +104,7 @@ TEST_F(Window, KeysReachTheViewWithTheFocusAsBytes) {
   fWindow->AddChild(first);
   fWindow->AddChild(second);
   first->MakeFocus();
-  Show();
+  hands::settle(*fWindow);
   for (const char* key : {"+", "Del", "Backspace", "Left", "F5", "Esc"}) hands::press(*fWindow, key);
   hands::settle(*fWindow);
   EXPECT_EQ(first->fKeys, "+\x7f\x08\x1c\x10\x1b");
@@ -120,19 +118,17 @@ TEST_F(Window, KeysReachTheViewWithTheFocusAsBytes) {
   EXPECT_EQ(second->fKeys, "-");
 }
 
-TEST_F(Window, StaysOnTopWhenAskedAndIsShownStill) {
-  Show();
-  fWindow->SetFeel(B_FLOATING_ALL_WINDOW_FEEL);
-  EXPECT_TRUE(hands::is_on_top(*fWindow));
-  EXPECT_TRUE(hands::is_shown(*fWindow));
-  fWindow->SetFeel(B_NORMAL_WINDOW_FEEL);
-  EXPECT_FALSE(hands::is_on_top(*fWindow));
+TEST_F(Window, StaysOnTopAsLongAsItIsAskedTo) {
+  for (const window_feel feel : {B_FLOATING_ALL_WINDOW_FEEL, B_NORMAL_WINDOW_FEEL}) {
+    fWindow->SetFeel(feel);
+    EXPECT_EQ(hands::is_on_top(*fWindow), feel == B_FLOATING_ALL_WINDOW_FEEL);
+    EXPECT_TRUE(hands::is_shown(*fWindow));
+  }
 }
 
 TEST_F(Window, RemovedViewIsTheRemoversAndWorksInAnotherPlace) {
   auto* label = new BStringView({0, 0, 99, 19}, "label", "before");
   fWindow->AddChild(label);
-  Show();
   EXPECT_TRUE(label->RemoveSelf());
   label->SetText("after");
   auto* outer = new BView({0, 50, 299, 199}, "outer");
@@ -141,10 +137,6 @@ TEST_F(Window, RemovedViewIsTheRemoversAndWorksInAnotherPlace) {
   hands::settle(*fWindow);
   EXPECT_EQ(hands::label_text(*fWindow, "label"), "after");
   EXPECT_EQ(fWindow->FindView("label"), label);
-}
-
-TEST_F(Window, FitsOnTheScreenItAsksAbout) {
-  EXPECT_TRUE(screen_frame({0, 0}).IsValid());
 }
 
 TEST(WindowLife, WindowsOpenedAndQuitByManyThreadsEndWithTheirThreads) {
