@@ -5,37 +5,26 @@
 
 namespace {
 
-TSimpleInputWin::TLabels english() {
-  return {"Shift", "Shift by (ms):", "G - Go", "C - Cancel"};
-}
-
-std::string no_letters(const std::string& text) {
-  return text.find_first_not_of("-0123456789") == std::string::npos ? "" : "Please type a number.";
-}
-
-} // namespace
-
-class SimpleInputWin : public testing::Test {
-protected:
-  SimpleInputWin() : fReceiver(new Keeping<BLooper>), fWindow(new TSimpleInputWin) {
-    fWindow->SetRunsOnShow(false);
-    fWindow->SetLabels(english());
-    fWindow->SetMessage(BMessage('fttr'), BMessenger(fReceiver));
-    fWindow->SetCheck(no_letters);
-    fWindow->Show();
-    fWindow->Activate();
-    hands::settle(*fWindow);
+class ShiftWin : public TSimpleInputWin {
+public:
+  ShiftWin() {
+    SetLabels({"Shift", "Shift by (ms):", "G - Go", "C - Cancel"});
+    SetMessage(BMessage('fttr'), BMessenger(fReceiver));
+    SetCheck([](const std::string& text) {
+      return text.find_first_not_of("-0123456789") == std::string::npos ? "" : "Please type a number.";
+    });
   }
-  ~SimpleInputWin() override {
-    fWindow->Lock();
-    fWindow->Quit();
+  ~ShiftWin() override {
     fReceiver->Lock();
     fReceiver->Quit();
   }
-  void Press(const std::string& key) {
-    hands::press(*fWindow, key);
-    hands::settle(*fWindow);
-  }
+  Keeping<BLooper>* const fReceiver = new Keeping<BLooper>;
+};
+
+} // namespace
+
+class SimpleInputWin : public WithWindow<ShiftWin> {
+protected:
   void Type(const std::string& text) {
     for (const char c : text) Press(std::string(1, c));
   }
@@ -45,9 +34,9 @@ protected:
   }
   /** What has been sent since; each is to be the message with one text. */
   std::vector<std::string> Sent() {
-    fReceiver->DeliverAll();
+    fWindow->fReceiver->DeliverAll();
     std::vector<std::string> texts;
-    for (const BMessage& message : fReceiver->Taken()) {
+    for (const BMessage& message : fWindow->fReceiver->Taken()) {
       std::string text;
       EXPECT_EQ(message.what, uint32{'fttr'});
       EXPECT_EQ(message.FindString("_SmplIptData", &text), B_OK);
@@ -64,8 +53,6 @@ protected:
   }
   bool IsOpen() const { return hands::is_shown(*fWindow); }
   using Texts = std::vector<std::string>;
-  Keeping<BLooper>* fReceiver;
-  TSimpleInputWin* fWindow;
 };
 
 TEST_F(SimpleInputWin, ReturnSendsWhatWasTyped) {
@@ -91,19 +78,20 @@ TEST_F(SimpleInputWin, ShownAgainItHoldsTheLastTextSelected) {
 
 TEST_F(SimpleInputWin, EveryWayToCancelHidesItAndSendsNothing) {
   Type("5");
-  Press("Escape");
-  EXPECT_FALSE(IsOpen());
-  ShowAgain();
-  Press("Alt+C");
-  EXPECT_TRUE(Closes());
-  ShowAgain();
-  hands::click(*fWindow, "Cancel", {10, 10});
-  hands::settle(*fWindow);
-  EXPECT_FALSE(IsOpen());
-  ShowAgain();
-  hands::press_close_button(*fWindow);
-  hands::settle(*fWindow);
-  EXPECT_FALSE(IsOpen());
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"Escape", [this] { Press("Escape"); }},
+      {"letter", [this] { Press("Alt+C"); }},
+      {"mouse",
+       [this] {
+         hands::click(*fWindow, "Cancel", {10, 10});
+       }},
+      {"close button", [this] { hands::press_close_button(*fWindow); }},
+  };
+  for (const auto& [way, cancel] : ways) {
+    ShowAgain();
+    cancel();
+    EXPECT_TRUE(Closes()) << way;
+  }
   EXPECT_EQ(Sent(), Texts{});
 }
 
