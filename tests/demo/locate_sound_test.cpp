@@ -51,14 +51,4 @@ TEST(LocateSound, SilenceAndWindowsOutsideTheRecordingHaveNoPlace) {
   EXPECT_FALSE(locate(track, track, track.size() - 100, {1, 0.5, 1024}));
 }
 
-TEST(LoudestClick, IsFoundWhereTheTrackHasIt) {
-  const auto clicks = click_track(3);
-  for (const double at : click_times(3)) {
-    const auto middle = static_cast<size_t>(std::lround(at * kSignalRate));
-    const auto found = loudest_click(clicks, middle - 2500, middle + 2800);
-    ASSERT_TRUE(found);
-    EXPECT_NEAR(static_cast<double>(*found), static_cast<double>(middle), 0.0003 * kSignalRate);
-  }
-}
-
 } // namespace

@@ -1,22 +1,17 @@
 #include "demo/sung_lines.h"
 
-#include <gmock/gmock.h>
+#include "tests/scratch_folder.h"
 
-#include <filesystem>
-#include <fstream>
+#include <gtest/gtest.h>
+
 #include <stdexcept>
 
 namespace {
 
 class SungLines : public testing::Test {
 protected:
-  std::string Written(const std::string& text) {
-    std::ofstream(fPath) << text;
-    return fPath;
-  }
-  void TearDown() override { std::filesystem::remove(fPath); }
-
-  const std::string fPath = testing::TempDir() + "sung_lines_" + std::to_string(getpid());
+  std::string Written(const std::string& text) { return fFolder.Write("lines", text); }
+  ScratchFolder fFolder;
 };
 
 TEST_F(SungLines, OnlyAWholeExtendedTagCounts) {
