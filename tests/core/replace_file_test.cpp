@@ -21,28 +21,21 @@ size_t files_in(const std::string& folder) {
 
 } // namespace
 
-TEST(ReplaceFile, KeepsPermissionsAndAttributes) {
+TEST(ReplaceFile, WritesThroughASymbolicLinkAndKeepsPermissionsAndAttributes) {
   const ScratchFolder folder;
-  const std::string path = folder.Write("a.lrc", "old and longer");
+  const std::string path = folder.Write("real.lrc", "old and longer");
+  ASSERT_EQ(symlink("real.lrc", folder.File("link.lrc").c_str()), 0);
   chmod(path.c_str(), 0640);
   const bool hasAttributes = setxattr(path.c_str(), "user.mime_type", "text/x-mine", 11, 0) == 0;
-  ASSERT_EQ(replace_file(path, "new"), B_OK);
-  EXPECT_EQ(folder.Read("a.lrc"), "new");
+  ASSERT_EQ(replace_file(folder.File("link.lrc"), "new"), B_OK);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.File("link.lrc")));
+  EXPECT_EQ(folder.Read("real.lrc"), "new");
   EXPECT_EQ(mode_of(path), 0640U);
   char type[32] = {};
   if (hasAttributes) {
     EXPECT_EQ(getxattr(path.c_str(), "user.mime_type", type, sizeof type), 11);
   }
-  EXPECT_EQ(files_in(folder.Path()), 1U) << "nothing is left beside it";
-}
-
-TEST(ReplaceFile, WritesThroughASymbolicLink) {
-  const ScratchFolder folder;
-  folder.Write("real.lrc", "old");
-  ASSERT_EQ(symlink("real.lrc", folder.File("link.lrc").c_str()), 0);
-  ASSERT_EQ(replace_file(folder.File("link.lrc"), "new"), B_OK);
-  EXPECT_TRUE(std::filesystem::is_symlink(folder.File("link.lrc")));
-  EXPECT_EQ(folder.Read("real.lrc"), "new");
+  EXPECT_EQ(files_in(folder.Path()), 2U) << "nothing is left beside them";
 }
 
 TEST(ReplaceFile, ShowsTheNewTextUnderEveryHardLink) {
@@ -62,7 +55,9 @@ TEST(ReplaceFile, TakesNamesAsLongAsNamesCanBe) {
   const std::string path = folder.Write(name + ".lrc", "old");
   ASSERT_EQ(replace_file(path, "new"), B_OK);
   EXPECT_EQ(folder.Read(name + ".lrc"), "new");
-  EXPECT_TRUE(keep_for_recovery(path, "precious").ends_with("歌歌.lrc"));
+  const std::string kept = keep_for_recovery(path, "precious");
+  EXPECT_TRUE(kept.starts_with(folder.File("settings/KOREVA/VesmoE/")) && kept.ends_with("歌歌.lrc")) << kept;
+  EXPECT_TRUE(file_holds(kept, "precious"));
   EXPECT_EQ(files_in(folder.Path()), 2U) << "the file and the settings";
 }
 
@@ -95,13 +90,4 @@ TEST(FileHolds, ComparesEveryByte) {
   EXPECT_FALSE(file_holds(path, large + "x"));
   EXPECT_FALSE(file_holds(path, std::string(199999, 'x') + "y"));
   EXPECT_FALSE(file_holds(folder.File("missing"), ""));
-}
-
-TEST(KeepForRecovery, PutsTheBytesWhereTheUserIsTold) {
-  const ScratchFolder folder;
-  setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
-  const std::string kept = keep_for_recovery("/read/only/song.lrc", "precious");
-  EXPECT_TRUE(kept.starts_with(folder.File("KOREVA/VesmoE/"))) << kept;
-  EXPECT_TRUE(kept.ends_with("song.lrc"));
-  EXPECT_TRUE(file_holds(kept, "precious"));
 }
