@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 namespace {
 
 struct Read {
@@ -60,20 +58,6 @@ TEST(TimeTags, ArePrintedBoundedAndCut) {
     EXPECT_EQ(tag, print.standard);
     EXPECT_TRUE(time_to_time_tag(print.time, &tag, true));
     EXPECT_EQ(tag, print.extended);
-  }
-}
-
-TEST(TimeTags, EveryTimeReadsBackFromItsPrint) {
-  std::mt19937 random(20260101);
-  for (int i = 0; i < 20000; ++i) {
-    const long time = static_cast<long>(random() % (kLastTagTime / 10 + 1)) * 10;
-    std::string tag;
-    long read = -1;
-    bool extended = false;
-    time_to_time_tag(time, &tag, true);
-    ASSERT_TRUE(time_tag_to_time(tag + "text", &read, &extended)) << tag;
-    ASSERT_EQ(read, time) << tag;
-    ASSERT_TRUE(extended);
   }
 }
 
