@@ -117,17 +117,15 @@ void move_by_hand(BWindow& window, int x, int y) {
   });
 }
 
-void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& paths, bool fromThisProgram) {
+void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& paths) {
   with_widget(window, [=](QWidget* widget) {
     QMimeData files;
     QList<QUrl> urls;
     for (const std::string& path : paths) urls << QUrl::fromLocalFile(q(path));
     files.setUrls(urls);
     const QPoint point(qRound(where.x), qRound(where.y));
-    if (!fromThisProgram) {
-      QDragEnterEvent enter(point, Qt::CopyAction, &files, Qt::LeftButton, {});
-      QApplication::sendEvent(widget, &enter);
-    }
+    QDragEnterEvent enter(point, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QApplication::sendEvent(widget, &enter);
     QDropEvent drop(point, Qt::CopyAction, &files, Qt::LeftButton, {});
     QApplication::sendEvent(widget, &drop);
     return true;

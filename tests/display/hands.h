@@ -32,7 +32,7 @@ void click(BWindow& window, const std::string& view, BPoint where, int times = 1
 void press_close_button(BWindow& window);
 void resize_by_hand(BWindow& window, int width, int height);
 void move_by_hand(BWindow& window, int x, int y);
-void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& paths, bool fromThisProgram = false);
+void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& paths);
 void paste(BWindow& window, const std::string& text);
 void compose(BWindow& window, const std::string& preedit, const std::string& commit);
 
