@@ -84,21 +84,6 @@ TEST(PortsBetweenProcesses, GoToOneOfManyThatMakeThemAtTheSameMoment) {
   }
 }
 
-TEST(PortsBetweenProcesses, OfAKilledProcessAreGoneAndTheirNamesFree) {
-  auto peer = std::make_unique<Peer>();
-  ASSERT_EQ(peer->Ask("port mortal 5"), "ok");
-  const port_id theirs = find_port("mortal");
-  EXPECT_EQ(write_port(theirs, 0, "x", 1), B_OK);
-  peer->Kill();
-  EXPECT_TRUE(std::filesystem::exists(port_file("mortal"))) << "what a crash leaves behind";
-  EXPECT_EQ(find_port("mortal"), B_NAME_NOT_FOUND);
-  EXPECT_EQ(write_port(theirs, 0, "x", 1), B_BAD_PORT_ID);
-  const port_id ours = create_port(5, "mortal");
-  EXPECT_GT(ours, 0);
-  EXPECT_EQ(write_port(theirs, 0, "x", 1), B_BAD_PORT_ID) << "the old id does not come to mean the new port";
-  delete_port(ours);
-}
-
 TEST(PortsBetweenProcesses, KeepWritersWaitingWhileTheyAreFull) {
   Peer peer;
   const port_id ours = create_port(2, "narrow");
