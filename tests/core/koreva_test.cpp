@@ -1,9 +1,9 @@
 #include "common/koreva.h"
 
-#include "platform/app/looper.h"
 #include "platform/app/message.h"
 #include "platform/storage/entry.h"
 #include "platform/storage/path.h"
+#include "tests/own_looper.h"
 #include "tests/scratch_folder.h"
 
 #include <gtest/gtest.h>
@@ -58,9 +58,9 @@ TEST(GetEntry, MakesTheFoldersOfTheSettings) {
 }
 
 TEST(NextMessage, WaitsInsideAMessageUntilInvoked) {
-  auto* const target = new Catcher;
+  OwnLooper<Catcher> target(new Catcher);
   BMessage save('_sav');
-  koreva::add_next_msg(&save, BMessage('next'), target);
+  koreva::add_next_msg(&save, BMessage('next'), target.get());
   BMessage copy('copy');
   EXPECT_TRUE(koreva::copy_next_msg(&copy, save));
   EXPECT_TRUE(koreva::invoke_next_msg(&copy));
@@ -70,14 +70,13 @@ TEST(NextMessage, WaitsInsideAMessageUntilInvoked) {
   const BMessage next('then');
   bare.AddMessage("NextMsg", &next);
   EXPECT_FALSE(koreva::invoke_next_msg(&bare));
-  bare.AddPointer("NextMsgTgt", static_cast<BHandler*>(target));
+  bare.AddPointer("NextMsgTgt", static_cast<BHandler*>(target.get()));
   EXPECT_TRUE(koreva::invoke_next_msg(&bare));
   target->DeliverAll();
   EXPECT_EQ(target->fWhat, uint32{'then'});
   copy.RemoveName("NextMsgTgt");
   EXPECT_FALSE(koreva::invoke_next_msg(&copy));
   EXPECT_FALSE(koreva::copy_next_msg(&copy, copy));
-  target->Lock();
-  target->Quit();
+  target.reset();
   EXPECT_FALSE(koreva::invoke_next_msg(&save)) << "the target is gone";
 }

@@ -2,6 +2,7 @@
 #include "platform/interface/alert.h"
 #include "platform/interface/window.h"
 #include "tests/display/hands.h"
+#include "tests/own_looper.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -62,8 +63,8 @@ TEST(Alert, WindowThatAsksWaitsWhileOthersGoOn) {
     }
     std::promise<int32> fAnswer;
   };
-  auto* asker = new Asker;
-  auto* other = new BWindow({0, 0, 199, 99}, "other");
+  const OwnLooper<Asker> asker(new Asker);
+  const OwnLooper<BWindow> other(new BWindow({0, 0, 199, 99}, "other"));
   asker->Show();
   other->Show();
   auto answer = asker->fAnswer.get_future();
@@ -72,11 +73,9 @@ TEST(Alert, WindowThatAsksWaitsWhileOthersGoOn) {
 
   const BMessage ping('ping');
   BMessage reply;
-  EXPECT_EQ(BMessenger(other).SendMessage(&ping, &reply), B_OK) << "it has been looked at";
+  EXPECT_EQ(BMessenger(other.get()).SendMessage(&ping, &reply), B_OK) << "it has been looked at";
   EXPECT_TRUE(hands::is_shown(*other));
 
   hands::answer_with_key("Y");
   EXPECT_EQ(answer.get(), 2);
-  for (BWindow* window : {static_cast<BWindow*>(asker), other})
-    if (window->Lock()) window->Quit();
 }

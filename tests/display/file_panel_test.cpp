@@ -6,10 +6,6 @@
 
 class FilePanel : public testing::Test {
 protected:
-  FilePanel() : fAnswers(new Keeping<BLooper>), fTarget(fAnswers) {}
-  ~FilePanel() override {
-    if (fAnswers->Lock()) fAnswers->Quit();
-  }
   /** What it was told, one message after the other. */
   BMessage Next() {
     const bool hasCome = hands::until([this] { return fAnswers->DeliverNext(); });
@@ -18,8 +14,8 @@ protected:
 
   ScratchFolder fScratch;
   const std::string fFolder = fScratch.Path();
-  Keeping<BLooper>* fAnswers;
-  BMessenger fTarget;
+  OwnLooper<Keeping<BLooper>> fAnswers{new Keeping<BLooper>};
+  BMessenger fTarget{fAnswers.get()};
 };
 
 TEST_F(FilePanel, SaveAnswersWithFolderAndNameOnAFreshCopyOfItsMessage) {

@@ -3,6 +3,7 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "tests/display/hands.h"
+#include "tests/own_looper.h"
 
 #include <gtest/gtest.h>
 
@@ -38,10 +39,6 @@ protected:
     fWindow->Activate();
     hands::settle(*fWindow);
   }
-  ~WithWindow() override {
-    fWindow->Lock();
-    fWindow->Quit();
-  }
   void Press(const std::string& key) {
     hands::press(*fWindow, key);
     hands::settle(*fWindow);
@@ -53,5 +50,5 @@ protected:
     hands::settle(*fWindow);
     return fWindow->Codes();
   }
-  Window* fWindow;
+  OwnLooper<Window> fWindow;
 };

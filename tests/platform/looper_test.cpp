@@ -3,12 +3,12 @@
 #include "platform/app/message_filter.h"
 #include "platform/app/message_runner.h"
 #include "platform/app/roster.h"
+#include "tests/own_looper.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <memory>
 #include <stdexcept>
 #include <thread>
 
@@ -38,16 +38,6 @@ private:
   std::atomic<int>* fAlive;
 };
 
-struct End {
-  void operator()(BLooper* looper) const {
-    looper->Lock();
-    looper->Quit();
-  }
-};
-/** Ends with the test, if it has not ended before. */
-template <class Looper = Recorder>
-using Held = std::unique_ptr<Looper, End>;
-
 uint32 ask(const BMessenger& target, uint32 what) {
   const BMessage question(what);
   BMessage answer;
@@ -63,7 +53,7 @@ struct Skip : BMessageFilter {
 } // namespace
 
 TEST(Looper, QuestionsAreAnsweredOrReleased) {
-  Held<> looper(new Recorder);
+  OwnLooper<Recorder> looper(new Recorder);
   const BMessenger messenger(looper.get());
   looper->Run();
   EXPECT_EQ(ask(messenger, 'ping'), uint32{'pong'});
@@ -78,7 +68,7 @@ TEST(Looper, QuestionsAreAnsweredOrReleased) {
 }
 
 TEST(Looper, AskerIsReleasedWhenTheTargetGoesWithTheQuestionInItsQueue) {
-  Held<> looper(new Recorder);
+  OwnLooper<Recorder> looper(new Recorder);
   const BMessenger messenger(looper.get());
   std::thread asker([&] { EXPECT_EQ(ask(messenger, 'ping'), B_NO_REPLY_CODE); });
   while (looper->CountMessages() == 0) std::this_thread::yield();
@@ -87,7 +77,7 @@ TEST(Looper, AskerIsReleasedWhenTheTargetGoesWithTheQuestionInItsQueue) {
 }
 
 TEST(Looper, AnswerThatComesTooLateHurtsNobody) {
-  Held<> looper(new Recorder);
+  OwnLooper<Recorder> looper(new Recorder);
   const BMessage question('ping');
   BMessage answer('mine');
   EXPECT_EQ(BMessenger(looper.get()).SendMessage(&question, &answer, B_INFINITE_TIMEOUT, 1000), B_TIMED_OUT);
@@ -103,7 +93,7 @@ TEST(Looper, EndsFromBothSidesAThousandTimes) {
     looper->Run();
     messenger.SendMessage('some');
     if (i % 2 == 0) {
-      End()(looper);
+      EndLooper()(looper);
       EXPECT_FALSE(messenger.IsValid());
     } else {
       messenger.SendMessage(B_QUIT_REQUESTED);
@@ -113,7 +103,7 @@ TEST(Looper, EndsFromBothSidesAThousandTimes) {
 }
 
 TEST(Looper, FullQueueRefusesAPost) {
-  Held<> looper(new Recorder(nullptr, 2));
+  OwnLooper<Recorder> looper(new Recorder(nullptr, 2));
   EXPECT_EQ(looper->PostMessage('a'), B_OK);
   EXPECT_EQ(looper->PostMessage('b'), B_OK);
   EXPECT_EQ(looper->PostMessage('c'), B_WOULD_BLOCK);
@@ -122,13 +112,13 @@ TEST(Looper, FullQueueRefusesAPost) {
 }
 
 TEST(Looper, HandlerOfAnotherLooperIsRefused) {
-  Held<> a(new Recorder);
-  Held<> b(new Recorder);
+  OwnLooper<Recorder> a(new Recorder);
+  OwnLooper<Recorder> b(new Recorder);
   EXPECT_EQ(a->PostMessage('x', b.get()), B_BAD_HANDLER);
 }
 
 TEST(Looper, FiltersSeeAMessageFirst) {
-  Held<> looper(new Recorder);
+  OwnLooper<Recorder> looper(new Recorder);
   auto* const filter = new Skip('skip');
   looper->AddCommonFilter(filter);
   looper->PostMessage('skip');
@@ -146,7 +136,7 @@ TEST(Looper, TellsTheAskerWhetherItAgreedToQuit) {
   struct Stubborn : BLooper {
     bool QuitRequested() override { return false; }
   };
-  Held<Stubborn> looper(new Stubborn);
+  OwnLooper<Stubborn> looper(new Stubborn);
   const BMessenger messenger(looper.get());
   looper->Run();
   const BMessage quit(B_QUIT_REQUESTED);
@@ -158,8 +148,8 @@ TEST(Looper, TellsTheAskerWhetherItAgreedToQuit) {
 }
 
 TEST(Looper, EndsWithTheWishForItsEndInItsQueueAndAgreesToIt) {
-  Held<BLooper> looper(new BLooper("taken along by another"));
-  Held<> asker(new Recorder);
+  OwnLooper<BLooper> looper(new BLooper("taken along by another"));
+  OwnLooper<Recorder> asker(new Recorder);
   const BMessage quit(B_QUIT_REQUESTED);
   ASSERT_EQ(BMessenger(looper.get()).SendMessage(&quit, asker.get()), B_OK);
   looper.reset();
@@ -168,7 +158,7 @@ TEST(Looper, EndsWithTheWishForItsEndInItsQueueAndAgreesToIt) {
 }
 
 TEST(Looper, UnknownScriptIsAnsweredNotUnderstood) {
-  Held<> looper(new Recorder);
+  OwnLooper<Recorder> looper(new Recorder);
   looper->Run();
   BMessage question('scri');
   question.AddSpecifier("Nothing");
@@ -178,7 +168,7 @@ TEST(Looper, UnknownScriptIsAnsweredNotUnderstood) {
 }
 
 TEST(MessageRunner, BeatsUntilItGoesAndNeverPilesUp) {
-  Held<> looper(new Recorder);
+  OwnLooper<Recorder> looper(new Recorder);
   const BMessage beat('beat');
   {
     const BMessageRunner runner(BMessenger(looper.get()), &beat, 1000);
@@ -194,7 +184,7 @@ TEST(MessageRunner, BeatsUntilItGoesAndNeverPilesUp) {
 }
 
 TEST(MessageRunner, IntervalPastAllCountingIsLong) {
-  Held<> looper(new Recorder);
+  OwnLooper<Recorder> looper(new Recorder);
   const BMessage beat('beat');
   {
     BMessageRunner never(BMessenger(looper.get()), &beat, INT64_MAX);
@@ -208,8 +198,8 @@ TEST(MessageRunner, IntervalPastAllCountingIsLong) {
 }
 
 TEST(Application, IsFoundBySignatureAndKnowsItsLoopers) {
-  Held<BApplication> app(new BApplication("application/x-vnd.test"));
-  Held<> looper(new Recorder);
+  OwnLooper<BApplication> app(new BApplication("application/x-vnd.test"));
+  OwnLooper<Recorder> looper(new Recorder);
   EXPECT_TRUE(be_roster->IsRunning("application/x-vnd.test"));
   EXPECT_EQ(be_roster->AddName("application/x-vnd.second", BMessenger(looper.get())), B_OK);
   EXPECT_EQ(BMessenger("application/x-vnd.second"), BMessenger(looper.get()));

@@ -2,6 +2,7 @@
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
 #include "platform/kernel/ports.h"
+#include "tests/own_looper.h"
 #include "tests/processes/eventually.h"
 #include "tests/processes/peer.h"
 
@@ -57,13 +58,9 @@ protected:
     fTheirs = BMessenger(kTheirs);
     fLooper->Run();
   }
-  void TearDown() override {
-    if (fLooper->Lock()) fLooper->Quit();
-  }
-
   Peer fPeer;
   BMessenger fTheirs;
-  Recorder* fLooper = new Recorder;
+  OwnLooper<Recorder> fLooper{new Recorder};
 };
 
 } // namespace
@@ -85,14 +82,14 @@ TEST_F(SignaturesBetweenProcesses, ReachTheBearerAndBringItsAnswer) {
 }
 
 TEST_F(SignaturesBetweenProcesses, BearThisProcessFirst) {
-  be_roster->AddName(kTheirs, BMessenger(fLooper));
-  EXPECT_EQ(BMessenger(kTheirs), BMessenger(fLooper));
+  be_roster->AddName(kTheirs, BMessenger(fLooper.get()));
+  EXPECT_EQ(BMessenger(kTheirs), BMessenger(fLooper.get()));
   be_roster->RemoveName(kTheirs);
   EXPECT_EQ(BMessenger(kTheirs), fTheirs) << "the name is still that of the other";
 }
 
 TEST_F(SignaturesBetweenProcesses, AreAskedFromOutside) {
-  be_roster->AddName(kOurs, BMessenger(fLooper));
+  be_roster->AddName(kOurs, BMessenger(fLooper.get()));
   EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "hello");
   ASSERT_EQ(fLooper->Received().size(), 1u);
   EXPECT_TRUE(fLooper->Received().front().IsSourceRemote());
@@ -103,7 +100,7 @@ TEST_F(SignaturesBetweenProcesses, AreAskedFromOutside) {
 
 TEST_F(SignaturesBetweenProcesses, AnswerALooperLater) {
   const BMessage question = text_message('twic', "echo");
-  EXPECT_EQ(fTheirs.SendMessage(&question, BMessenger(fLooper)), B_OK);
+  EXPECT_EQ(fTheirs.SendMessage(&question, BMessenger(fLooper.get())), B_OK);
   EXPECT_TRUE(eventually([&] { return fLooper->Received().size() == 2; }))
       << "to the same looper as often as they like";
   for (const BMessage& answer : fLooper->Received()) {
@@ -151,7 +148,7 @@ TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerWhenThePeerIsKilled) {
 }
 
 TEST_F(SignaturesBetweenProcesses, TellAnAnswererThatItsAskerIsGone) {
-  be_roster->AddName(kOurs, BMessenger(fLooper));
+  be_roster->AddName(kOurs, BMessenger(fLooper.get()));
   fLooper->fAnswers = false;
   fPeer.Tell(std::string("ask ") + kOurs + " hello");
   ASSERT_TRUE(eventually([&] { return fLooper->Received().size() == 1; }));

@@ -9,16 +9,12 @@ class ShiftWin : public TSimpleInputWin {
 public:
   ShiftWin() {
     SetLabels({"Shift", "Shift by (ms):", "G - Go", "C - Cancel"});
-    SetMessage(BMessage('fttr'), BMessenger(fReceiver));
+    SetMessage(BMessage('fttr'), BMessenger(fReceiver.get()));
     SetCheck([](const std::string& text) {
       return text.find_first_not_of("-0123456789") == std::string::npos ? "" : "Please type a number.";
     });
   }
-  ~ShiftWin() override {
-    fReceiver->Lock();
-    fReceiver->Quit();
-  }
-  Keeping<BLooper>* const fReceiver = new Keeping<BLooper>;
+  const OwnLooper<Keeping<BLooper>> fReceiver{new Keeping<BLooper>};
 };
 
 } // namespace

@@ -42,15 +42,13 @@ TEST_F(ToolBar, ClickSendsTheMessageWithItsFieldsAndChangesNothingElse) {
 }
 
 TEST_F(ToolBar, ButtonIsAimedAtAnotherHandler) {
-  auto* const other = new Keeping<BLooper>;
-  Bar().FindItem("Open")->SetTarget(other);
+  const OwnLooper<Keeping<BLooper>> other(new Keeping<BLooper>);
+  Bar().FindItem("Open")->SetTarget(other.get());
   EXPECT_EQ(After([&] { Click("Open"); }), Codes{});
   other->DeliverAll();
   EXPECT_EQ(other->Codes(), Codes{'_opn'});
   Bar().FindItem("Open")->SetTarget(&Bar());
   EXPECT_EQ(After([&] { Click("Open"); }), Codes{'_opn'}) << "what the bar does not know goes on to the window";
-  other->Lock();
-  other->Quit();
 }
 
 TEST_F(ToolBar, EveryButtonIsReachedByTabAndPressedBySpaceAndReturn) {
