@@ -73,10 +73,7 @@ void settle(BWindow& window) {
 }
 
 void press(BWindow& window, const std::string& key) {
-  with_widget(window, [key](QWidget* widget) {
-    send_key(widget, key);
-    return true;
-  });
+  with_widget(window, [key](QWidget* widget) { send_key(widget, key); });
 }
 
 void repeat(BWindow& window, const std::string& key) {
@@ -84,7 +81,6 @@ void repeat(BWindow& window, const std::string& key) {
     const QKeyCombination keys = combination(key);
     QKeyEvent event(QEvent::KeyPress, keys.key(), keys.keyboardModifiers(), q(key == "Space" ? " " : key), true);
     QApplication::sendEvent(widget->focusWidget(), &event);
-    return true;
   });
 }
 
@@ -95,7 +91,6 @@ void click(BWindow& window, const std::string& view, BPoint where, int times) {
     const QPoint point(qRound(where.x), qRound(where.y));
     QTest::mouseClick(control, Qt::LeftButton, {}, point);
     if (times == 2) QTest::mouseDClick(control, Qt::LeftButton, {}, point);
-    return true;
   });
 }
 
@@ -104,17 +99,11 @@ void press_close_button(BWindow& window) {
 }
 
 void resize_by_hand(BWindow& window, int width, int height) {
-  with_widget(window, [=](QWidget* widget) {
-    widget->resize(width, height);
-    return true;
-  });
+  with_widget(window, [=](QWidget* widget) { widget->resize(width, height); });
 }
 
 void move_by_hand(BWindow& window, int x, int y) {
-  with_widget(window, [=](QWidget* widget) {
-    widget->setGeometry(QRect(QPoint(x, y), widget->size()));
-    return true;
-  });
+  with_widget(window, [=](QWidget* widget) { widget->setGeometry(QRect(QPoint(x, y), widget->size())); });
 }
 
 void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& paths) {
@@ -128,7 +117,6 @@ void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& p
     QApplication::sendEvent(widget, &enter);
     QDropEvent drop(point, Qt::CopyAction, &files, Qt::LeftButton, {});
     QApplication::sendEvent(widget, &drop);
-    return true;
   });
 }
 
@@ -136,7 +124,6 @@ void paste(BWindow& window, const std::string& text) {
   with_widget(window, [text](QWidget* widget) {
     QApplication::clipboard()->setText(q(text));
     send_key(widget, "Ctrl+V");
-    return true;
   });
 }
 
@@ -147,7 +134,6 @@ void compose(BWindow& window, const std::string& preedit, const std::string& com
     QInputMethodEvent done;
     done.setCommitString(q(commit));
     QApplication::sendEvent(widget->focusWidget(), &done);
-    return true;
   });
 }
 

@@ -137,7 +137,6 @@ void type_file_name(BWindow& panel, const std::string& name) {
     field->setText(q(name));
     field->setFocus();
     QTest::keyClick(field, Qt::Key_Return);
-    return true;
   });
 }
 

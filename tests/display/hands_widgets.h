@@ -18,7 +18,12 @@ inline QString q(const std::string& text) {
 /** Runs on the display thread with the window's widget. */
 template <class Act>
 auto with_widget(BWindow& window, Act act) {
-  return display::call([find = window.Peer()->Finder(), act] { return act(find()); });
+  return display::call([find = window.Peer()->Finder(), act] {
+    if constexpr (!std::is_void_v<decltype(act(find()))>)
+      return act(find());
+    else
+      return act(find()), true;
+  });
 }
 
 inline QWidget* control_of(QWidget* window, const std::string& view) {

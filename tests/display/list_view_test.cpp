@@ -2,6 +2,7 @@
 #include "platform/interface/scroll_view.h"
 #include "platform/interface/window.h"
 #include "tests/display/hands.h"
+#include "tests/own_looper.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -38,9 +39,7 @@ public:
     Select(CurrentSelection() + 1);
     ScrollToSelection();
   }
-  void Invoke() override { fInvoked.push_back(CurrentSelection()); }
   std::vector<int32> fStamped;
-  std::vector<int32> fInvoked;
 };
 
 class ListWindow : public BWindow {
@@ -59,10 +58,6 @@ public:
 class ListView : public testing::Test {
 protected:
   ListView() : fWindow(new ListWindow), fList(fWindow->fList) {}
-  ~ListView() override {
-    fWindow->Lock();
-    fWindow->Quit();
-  }
 
   void Fill(int rows) {
     std::vector<BListItem*> items;
@@ -86,7 +81,7 @@ protected:
   }
 
   std::vector<std::unique_ptr<TestRow>> fRows;
-  ListWindow* fWindow;
+  OwnLooper<ListWindow> fWindow;
   StampList* fList;
 };
 
@@ -191,14 +186,4 @@ TEST_F(ListView, RowsOfDifferentHeightStandBelowEachOther) {
   hands::click(*fWindow, "list", {10, fList->ItemFrame(2).top + 2});
   hands::settle(*fWindow);
   EXPECT_EQ(fList->CurrentSelection(), 2);
-}
-
-TEST_F(ListView, ReturnAndDoubleClickInvoke) {
-  ShowWith(10);
-  fList->Select(1);
-  hands::press(*fWindow, "Return");
-  hands::click(*fWindow, "list", {20, fList->ItemFrame(4).top + 3}, 2);
-  hands::settle(*fWindow);
-  EXPECT_THAT(fList->fInvoked, ElementsAre(1, 4));
-  EXPECT_EQ(fList->CurrentSelection(), 4);
 }

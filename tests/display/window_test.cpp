@@ -10,16 +10,11 @@ namespace {
 class PlainWindow : public BWindow {
 public:
   PlainWindow() : BWindow({100, 100, 399, 299}, "plain") {}
-  bool QuitRequested() override {
-    ++fAsked;
-    return false;
-  }
   void FrameMoved(BPoint where) override {
     ++fMoves;
     fWhere = where;
   }
   void FrameResized(float width, float height) override { fSize = {width, height}; }
-  int fAsked = 0;
   int fMoves = 0;
   BPoint fWhere;
   BPoint fSize;
@@ -37,13 +32,6 @@ public:
 } // namespace
 
 using Window = WithWindow<PlainWindow>;
-
-TEST_F(Window, CloseButtonAsksAndClosesNothingByItself) {
-  hands::press_close_button(*fWindow);
-  hands::settle(*fWindow);
-  EXPECT_EQ(fWindow->fAsked, 1);
-  EXPECT_TRUE(hands::is_shown(*fWindow));
-}
 
 TEST(FollowParent, EachSideStaysAtItsDistance) {
   struct Case {
