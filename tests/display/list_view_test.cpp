@@ -109,17 +109,14 @@ TEST_F(ListView, KeysAndClicksMadeBeforeTheWindowLooksWorkOnTheRightRows) {
 
 TEST_F(ListView, ArrowAndPageKeysStopAtTheEnds) {
   ShowWith(100);
-  struct Step {
-    const char* key;
-    int32 expected;
-  };
   const auto page = static_cast<int32>(200 / (fList->ItemFrame(0).Height() + 1));
-  const Step steps[] = {{"Down", 0},  {"Up", 0},           {"Down", 1},    {"Home", 0}, {"End", 99},
-                        {"Down", 99}, {"PgUp", 99 - page}, {"PgDown", 99}, {"Home", 0}, {"PgDown", page}};
-  for (const Step& step : steps) {
-    hands::press(*fWindow, step.key);
+  const std::pair<const char*, int32> steps[] = {{"Down", 0}, {"Up", 0},       {"Down", 1},         {"Home", 0},
+                                                 {"End", 99}, {"Down", 99},    {"PgUp", 99 - page}, {"PgDown", 99},
+                                                 {"Home", 0}, {"PgDown", page}};
+  for (const auto& [key, row] : steps) {
+    hands::press(*fWindow, key);
     hands::settle(*fWindow);
-    EXPECT_EQ(fList->CurrentSelection(), step.expected) << step.key;
+    EXPECT_EQ(fList->CurrentSelection(), row) << key;
   }
 }
 
