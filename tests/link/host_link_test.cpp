@@ -5,28 +5,28 @@
 #include "plugin/front_end_receiver.h"
 #include "tests/display/hands.h"
 #include "tests/link/strange_host.h"
+#include "tests/own_looper.h"
 #include "tests/scratch_folder.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
+struct Asker : BLooper {
+  void MessageReceived(BMessage* message) override {
+    message->FindRef("refs", &fRef);
+    fWhat = message->what;
+  }
+  entry_ref fRef;
+  uint32 fWhat = 0;
+};
+
 class HostLink : public testing::Test {
 protected:
   HostLink() { StartHost(); }
-  ~HostLink() override {
-    fLink.reset();
-    StopHost();
-  }
   void StartHost() {
-    fHost = new StrangeHost;
+    fHost.reset(new StrangeHost);
     fHost->Run();
-  }
-  void StopHost() {
-    if (fHost == nullptr) return;
-    fHost->Lock();
-    fHost->Quit();
-    fHost = nullptr;
   }
   void Connect() {
     fLink = std::make_unique<Sonivo_FrontEnd>(false, 100000);
@@ -38,7 +38,7 @@ protected:
   void LetArrive() const {
     const BMessage nothing('none');
     BMessage answer;
-    BMessenger(fHost).SendMessage(&nothing, &answer);
+    BMessenger(fHost.get()).SendMessage(&nothing, &answer);
     BMessenger(fLink->Receiver()).SendMessage(&nothing, &answer);
   }
   bool HasArrived() const {
@@ -51,22 +51,22 @@ protected:
     while (!HasArrived()) fLink->Refresh(); // the connection may still be in the making
     fLink->Refresh();
   }
-  SonivoSongEntry Current(bool expected) {
+  /** The file of the playing song; "none" without a song, "nameless" when its file is not told. */
+  std::string CurrentFile() const {
     SonivoSongEntry entry;
-    EXPECT_EQ(get_current_song_entry(fLink.get(), &entry), expected);
-    return entry;
+    if (!get_current_song_entry(fLink.get(), &entry)) return "none";
+    const std::string file = entry.filename ? entry.filename : "nameless";
+    free_song_entry(&entry);
+    return file;
   }
-  StrangeHost* fHost = nullptr;
+  /** What the finder has told, and of which file. */
+  uint32 Answer() {
+    EXPECT_TRUE(hands::until([&] { return fAsker->DeliverNext(); }));
+    return fAsker->fWhat;
+  }
+  OwnLooper<StrangeHost> fHost;
+  OwnLooper<Asker> fAsker{new Asker};
   std::unique_ptr<Sonivo_FrontEnd> fLink;
-};
-
-struct Asker : BLooper {
-  void MessageReceived(BMessage* message) override {
-    message->FindRef("refs", &fRef);
-    fWhat = message->what;
-  }
-  entry_ref fRef;
-  uint32 fWhat = 0;
 };
 
 } // namespace
@@ -123,7 +123,10 @@ TEST_F(HostLink, WishesReachThePlayer) {
   LetArrive();
   EXPECT_EQ(fHost->Wishes(),
             (std::vector<StrangeHost::Wish>{{'SNsk', 61230}, {'SNsr', -2000}, {'SNpp', -1}, {'SNsp', -5}}));
-  StopHost();
+  fLink->PlayThis(2, true);
+  EXPECT_TRUE(hands::until([this] { return fHost->fPlayed == 2; }));
+  EXPECT_TRUE(fHost->fFaded);
+  fHost.reset();
   EXPECT_EQ(fLink->PlayPause(), -1) << "there is no player";
 }
 
@@ -131,7 +134,7 @@ TEST_F(HostLink, HandshakeIsRepeatedWhenThePlayerComesBack) {
   fHost->SetRecord(1, "a");
   Connect();
   RefreshUntilArrived();
-  StopHost();
+  fHost.reset();
   fLink->Refresh();
   EXPECT_EQ(fLink->PositionMs(), 1) << "the last one known";
   EXPECT_EQ(fLink->CountEntries(), -1);
@@ -143,55 +146,36 @@ TEST_F(HostLink, HandshakeIsRepeatedWhenThePlayerComesBack) {
   }));
 }
 
-TEST_F(HostLink, FindsThePlayingSongByItsTitle) {
+TEST_F(HostLink, ThePlayingSongIsTheFirstOfItsTitle) {
   fHost->SetRecord(1, "two");
-  fHost->fEntries = {{"/m/1.mp3", "one"}, {"/m/2.mp3", "two"}, {"/m/3.mp3", "two"}};
   Connect();
   RefreshUntilArrived();
-  SonivoSongEntry entry = Current(true);
-  EXPECT_STREQ(entry.filename, "/m/2.mp3") << "of two with one title the first";
-  free_song_entry(&entry);
-  fLink->PlayThis(2, true);
-  EXPECT_TRUE(hands::until([this] { return fHost->fPlayed == 2; }));
-  EXPECT_TRUE(fHost->fFaded);
-}
-
-TEST_F(HostLink, NoSongIsFoundInAnEmptyListOrWithoutItsTitle) {
-  fHost->SetRecord(1, "three");
-  Connect();
-  RefreshUntilArrived();
-  Current(false);
-  fHost->fEntries = {{"/m/1.mp3", "one"}};
-  Current(false);
-}
-
-TEST_F(HostLink, AnEntryThatFailsGivesTheOneBeforeIt) {
-  fHost->SetRecord(1, "three");
-  fHost->fEntries = {{"/m/1.mp3", "one"}, {"/m/2.mp3", "two", false}, {"/m/3.mp3", "three"}};
-  Connect();
-  RefreshUntilArrived();
-  SonivoSongEntry entry = Current(true);
-  EXPECT_STREQ(entry.filename, "/m/1.mp3");
-  free_song_entry(&entry);
+  const struct {
+    const char* file;
+    std::vector<StrangeHost::Entry> entries;
+  } rows[] = {
+      {"none", {}},
+      {"none", {{"/m/1.mp3", "one"}}},
+      {"/m/2.mp3", {{"/m/1.mp3", "one"}, {"/m/2.mp3", "two"}, {"/m/3.mp3", "two"}}},
+      {"/m/1.mp3", {{"/m/1.mp3", "one"}, {"/m/2.mp3", "other", false}, {"/m/3.mp3", "two"}}}, // the last one told whole
+  };
+  for (const auto& row : rows) {
+    fHost->fEntries = row.entries;
+    EXPECT_EQ(CurrentFile(), row.file) << row.entries.size() << " songs";
+  }
   fHost->fEntries.clear();
   fHost->fCount = -1;
-  entry = Current(true);
-  EXPECT_EQ(entry.filename, nullptr);
+  EXPECT_EQ(CurrentFile(), "nameless") << "how many there are is not told";
 }
 
 TEST_F(HostLink, APlayerThatNeverAnswersHoldsUpNothing) {
   Connect();
   fHost->fAnswers = false;
-  auto* const asker = new Asker;
-  auto finder = std::make_unique<TCurrentSongFinder>(fLink.get(), BMessenger(asker));
-  EXPECT_TRUE(finder->Start());
-  EXPECT_FALSE(finder->Start()) << "one search at a time";
-  EXPECT_TRUE(hands::until([&] { return asker->DeliverNext(); }));
-  EXPECT_EQ(asker->fWhat, kMsgPlayerSilent);
+  TCurrentSongFinder finder(fLink.get(), BMessenger(fAsker.get()));
+  EXPECT_TRUE(finder.Start());
+  EXPECT_FALSE(finder.Start()) << "one search at a time";
+  EXPECT_EQ(Answer(), kMsgPlayerSilent);
   fLink->StopWaiting();
-  finder.reset();
-  asker->Lock();
-  asker->Quit();
 }
 
 TEST_F(HostLink, FinderTellsTheLyricsFileOrThatThereIsNone) {
@@ -201,18 +185,13 @@ TEST_F(HostLink, FinderTellsTheLyricsFileOrThatThereIsNone) {
   fHost->fEntries = {{folder.File("song.mp3"), "song"}};
   Connect();
   RefreshUntilArrived();
-  auto* const asker = new Asker;
-  TCurrentSongFinder finder(fLink.get(), BMessenger(asker));
+  TCurrentSongFinder finder(fLink.get(), BMessenger(fAsker.get()));
   finder.Start();
-  EXPECT_TRUE(hands::until([&] { return asker->DeliverNext(); }));
-  EXPECT_EQ(asker->fWhat, kMsgSongFound);
-  EXPECT_EQ(asker->fRef.FullPath(), lyrics);
+  EXPECT_EQ(Answer(), kMsgSongFound);
+  EXPECT_EQ(fAsker->fRef.FullPath(), lyrics);
   fHost->fEntries = {{"", "song"}};
   EXPECT_TRUE(hands::until([&] { return finder.Start(); }));
-  EXPECT_TRUE(hands::until([&] { return asker->DeliverNext(); }));
-  EXPECT_EQ(asker->fWhat, kMsgNoSong) << "an entry without a file name";
-  asker->Lock();
-  asker->Quit();
+  EXPECT_EQ(Answer(), kMsgNoSong) << "an entry without a file name";
 }
 
 TEST_F(HostLink, APlayerThatAnswersLateIsNotCalledSilent) {
@@ -223,26 +202,22 @@ TEST_F(HostLink, APlayerThatAnswersLateIsNotCalledSilent) {
   fHost->fLateUs = 450000; // longer than the finder's patience in all, not each
   Connect();
   RefreshUntilArrived();
-  auto* const asker = new Asker;
-  TCurrentSongFinder finder(fLink.get(), BMessenger(asker));
+  TCurrentSongFinder finder(fLink.get(), BMessenger(fAsker.get()));
   finder.Start();
   // The window goes on taking positions while the search compares titles.
   EXPECT_TRUE(hands::until([&] {
     fLink->Refresh();
-    return asker->DeliverNext();
+    return fAsker->DeliverNext();
   }));
-  EXPECT_EQ(asker->fWhat, kMsgSongFound);
-  EXPECT_EQ(asker->fRef.name, "song.txt");
-  asker->Lock();
-  asker->Quit();
+  EXPECT_EQ(fAsker->fWhat, kMsgSongFound);
+  EXPECT_EQ(fAsker->fRef.name, "song.txt");
 }
 
 TEST_F(HostLink, APlayerThatHangsFreezesNobody) {
   fHost->SetRecord(1, "song");
   Connect();
   RefreshUntilArrived();
-  auto* const asker = new Asker;
-  auto finder = std::make_unique<TCurrentSongFinder>(fLink.get(), BMessenger(asker));
+  auto finder = std::make_unique<TCurrentSongFinder>(fLink.get(), BMessenger(fAsker.get()));
   fHost->Lock(); // it takes nothing from its queue any more
   for (int i = 0; i < 2 * B_LOOPER_PORT_DEFAULT_CAPACITY; ++i) fLink->Refresh();
   EXPECT_EQ(fHost->CountMessages(), B_LOOPER_PORT_DEFAULT_CAPACITY);
@@ -252,6 +227,4 @@ TEST_F(HostLink, APlayerThatHangsFreezesNobody) {
   finder.reset();
   fLink.reset();
   fHost->Unlock();
-  asker->Lock();
-  asker->Quit();
 }

@@ -8,6 +8,7 @@
 #include "plugin/app_privacy.h"
 #include "plugin/pref.h"
 #include "tests/display/hands.h"
+#include "tests/own_looper.h"
 #include "tests/scratch_folder.h"
 
 #include <gtest/gtest.h>
@@ -61,12 +62,11 @@ protected:
     set_language_alert([](const char*, const char*, const char*) { ++gAlerts; });
     gAlerts = 0;
     load_language(PluginPath().c_str());
-    fManager = new Manager(PluginPath());
+    fManager.reset(new Manager(PluginPath()));
     fManager->Run();
   }
   ~LanguageWatch() override {
-    fManager->Lock();
-    fManager->Quit();
+    fManager.reset();
     set_language_alert(nullptr);
     delete std::exchange(gLLT, nullptr);
     delete std::exchange(gPref, nullptr);
@@ -80,7 +80,7 @@ protected:
   }
   static std::atomic<int> gAlerts;
   ScratchFolder fFolder;
-  Manager* fManager;
+  OwnLooper<Manager> fManager;
 };
 std::atomic<int> LanguageWatch::gAlerts;
 

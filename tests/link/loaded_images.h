@@ -2,6 +2,7 @@
 
 #include "platform/app/application.h"
 #include "plugin/general_plugin.h"
+#include "tests/own_looper.h"
 #include "tests/scratch_folder.h"
 
 #include <dlfcn.h>
@@ -16,12 +17,8 @@ class LoadedImages : public testing::Test {
 protected:
   LoadedImages() {
     setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
-    fApp = new BApplication("application/x-vnd.test-host");
+    fApp.reset(new BApplication("application/x-vnd.test-host"));
     fApp->Run();
-  }
-  ~LoadedImages() override {
-    fApp->Lock();
-    fApp->Quit();
   }
   static std::unique_ptr<GeneralPlugin> Load(const char* file) {
     void* const image = dlopen(file, RTLD_NOW | RTLD_LOCAL);
@@ -35,7 +32,7 @@ protected:
   bool HasWindows() const { return !fApp->WindowAddresses().empty(); }
 
   ScratchFolder fFolder;
-  BApplication* fApp;
+  OwnLooper<BApplication> fApp;
 };
 
 /** The names that an image exports, each with its line end. */
