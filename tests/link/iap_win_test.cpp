@@ -136,16 +136,6 @@ TEST_F(CommonWindow, CancelBringsBackAndDefaultSetsWhatIsBuiltIn) {
   EXPECT_LT(find_port(kIAPPortName), 0);
 }
 
-TEST_F(CommonWindow, OnlyItsMakerClosesItUnlessForced) {
-  Open();
-  EXPECT_EQ(fFirst->fPrefs.CloseWindow(false), -1);
-  Settle();
-  EXPECT_FALSE(fIsClosed);
-  EXPECT_EQ(fSecond->fPrefs.CloseWindow(true), 0);
-  EXPECT_TRUE(Until([this] { return fIsClosed; }));
-  EXPECT_EQ(fFirst->fPrefs.CloseWindow(true), 0) << "nothing is open";
-}
-
 TEST_F(CommonWindow, GarbageThroughThePortChangesNothing) {
   Open();
   write_port(fWindow->Port(), 0, "nonsense", 8);
@@ -160,15 +150,34 @@ TEST_F(CommonWindow, GarbageThroughThePortChangesNothing) {
   EXPECT_TRUE(Until([this] { return !fFirst->IsFlat(); }));
 }
 
-TEST_F(CommonWindow, IsMadeByTheFirstAndMadeAgainAfterItWasClosed) {
-  for (int i = 0; i < 3; ++i) {
+TEST_F(CommonWindow, IsClosedByItsMakerAloneUnlessForcedAndMadeAgain) {
+  for (const bool isForced : {false, true, false}) {
     EXPECT_EQ(fFirst->fPrefs.ShowWindow({100, 100, 200, 200}), B_OK);
     EXPECT_EQ(fSecond->fPrefs.ShowWindow({}), B_OK);
     EXPECT_EQ(fSecond->fPrefs.CloseWindow(false), -1);
-    EXPECT_EQ(fFirst->fPrefs.CloseWindow(false), 0);
+    EXPECT_GE(find_port(kIAPPortName), 0);
+    EXPECT_EQ((isForced ? fSecond : fFirst)->fPrefs.CloseWindow(isForced), 0);
     EXPECT_TRUE(hands::until([] { return find_port(kIAPPortName) < 0; }));
+    EXPECT_EQ(fSecond->fPrefs.CloseWindow(true), 0) << "nothing is open";
   }
   EXPECT_EQ(fFirst->fPrefs.ShowWindow({100, 100, 200, 200}), B_OK);
   fFirst->fPrefs.EndWindow();
   EXPECT_LT(find_port(kIAPPortName), 0);
+}
+
+TEST_F(CommonWindow, ValuesAreAskedForAndToldByNameAndType) {
+  TInterAppPrefs& prefs = fFirst->fPrefs;
+  bool flat = false;
+  EXPECT_EQ(prefs.GetBool("AccKeyFormat", &flat), B_BAD_TYPE);
+  EXPECT_EQ(prefs.SetBool("Unknown", true), B_NAME_NOT_FOUND);
+  BMessage notice(kMsgIAPNotice);
+  notice.AddString("IAP:Value", "a - ");
+  EXPECT_EQ(prefs.SetValue(notice), -1) << "of nothing";
+  notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");
+  EXPECT_EQ(prefs.SetValue(notice), B_OK);
+  BMessage wrong(kMsgIAPNotice);
+  wrong.AddString("IAP:SrcIAPItem", "AccKeyFormat");
+  wrong.AddBool("IAP:Value", true);
+  EXPECT_NE(prefs.SetValue(wrong), B_OK);
+  EXPECT_EQ(fFirst->Format(), "a - ");
 }

@@ -1,5 +1,4 @@
 #include "platform/interface/window.h"
-#include "platform/kernel/modifiers.h"
 #include "platform/storage/entry.h"
 #include "plugin/exit_state.h"
 #include "tests/display/hands.h"
@@ -10,10 +9,9 @@ namespace {
 class Plugin : public LoadedImages {
 protected:
   static std::unique_ptr<GeneralPlugin> Load() { return LoadedImages::Load(PLUGIN_FILE); }
-  std::string StateFile() const { return fFolder.File("KOREVA/VesmoE/VesmoE_ExitStates.arc"); }
   BRect StoredFrame() const {
     TExitState state;
-    state.Load(BEntry(StateFile().c_str()));
+    state.Load(BEntry(fFolder.File("KOREVA/VesmoE/VesmoE_ExitStates.arc").c_str()));
     return state.fWindowFrame;
   }
 };
@@ -55,13 +53,6 @@ TEST_F(Plugin, ComesAndGoesManyTimes) {
     plugin.reset();
     ASSERT_EQ(fApp->CountLoopers(), loopers) << "round " << i;
   }
-}
-
-TEST_F(Plugin, FourModifiersLeaveTheStoredStateAlone) {
-  report_modifiers(B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY);
-  Load().reset();
-  report_modifiers(0);
-  EXPECT_FALSE(std::filesystem::exists(StateFile()));
 }
 
 TEST(PluginImage, ExportsItsEntryAlone) {

@@ -1,9 +1,10 @@
-#include "platform/interface/window.h"
+#include "lyrics/reaction_time.h"
 #include "plugin/app_privacy.h"
 #include "plugin/shift_amount.h"
 #include "plugin/vesmo_e_comm_man.h"
-#include "tests/display/hands.h"
+#include "tests/display/keeping.h"
 #include "tests/editor/editor_world.h"
+#include "tests/own_looper.h"
 
 namespace {
 
@@ -14,15 +15,16 @@ constexpr const char* kFineTag = "Shift all time tags";
 using hands::windows_titled;
 
 /** The manager's windows run; the manager is handed its messages one by one. */
-class ManagerDialogs : public EditorWorld {
+class ManagerByHand : public EditorWorld {
 protected:
-  ManagerDialogs() {
+  ManagerByHand() {
+    gIAP->AddItem(new TIAPItemFlatToolBar);
     gIAP->SetString("AccKeyFormat", "a - ");
     gAppPrivacy = new TAppPrivacy;
     gAppPrivacy->UpdateLanguageInfos();
     fManager = new TVesmoECommMan;
   }
-  ~ManagerDialogs() override {
+  ~ManagerByHand() override {
     fManager->Lock();
     fManager->Quit();
     hands::wait_for_display();
@@ -30,9 +32,10 @@ protected:
     EXPECT_TRUE(windows_titled(kFineTag).empty());
     delete std::exchange(gAppPrivacy, nullptr);
   }
-  void Send(const BMessage& message) {
+  /** How many messages that makes for the manager. */
+  int32 Send(const BMessage& message) {
     fManager->PostMessage(&message);
-    fManager->DeliverAll();
+    return fManager->DeliverAll();
   }
   BWindow& Only(const char* title) {
     const std::vector<BWindow*> found = windows_titled(title);
@@ -54,13 +57,11 @@ protected:
 
 } // namespace
 
-TEST_F(ManagerDialogs, AboutWindowIsMadeOnceAndShownAgain) {
+TEST_F(ManagerByHand, AboutWindowIsMadeOnceAndShownAgain) {
   Send(BMessage(kMsgPrepareAbout));
   BWindow& about = Only(kAbout);
   EXPECT_TRUE(IsShown(about));
-  EXPECT_EQ(hands::label_text(about, "AppName"), "Vesmo Editor");
-  EXPECT_EQ(hands::label_text(about, "AppVersion"), "Ver 3.26");
-  EXPECT_EQ(hands::label_text(about, "AppAuthor"), "The Vesmo Editor team");
+  EXPECT_TRUE(windows_titled(kEditor).empty()) << "it is shown without";
   hands::press(about, "Escape");
   EXPECT_TRUE(IsHidden(about));
   Send(BMessage(B_ABOUT_REQUESTED));
@@ -70,7 +71,7 @@ TEST_F(ManagerDialogs, AboutWindowIsMadeOnceAndShownAgain) {
   EXPECT_TRUE(windows_titled(kAbout).empty());
 }
 
-TEST_F(ManagerDialogs, AboutWindowStandsBesideTheEditor) {
+TEST_F(ManagerByHand, AboutWindowStandsBesideTheEditor) {
   BMessage request(kMsgOpenAbout);
   request.AddBool("BesideDlg", true);
   request.AddRect("WinFrame", {0, 120, 200, 300});
@@ -83,7 +84,7 @@ TEST_F(ManagerDialogs, AboutWindowStandsBesideTheEditor) {
   about.Unlock();
 }
 
-TEST_F(ManagerDialogs, FineTagWindowShiftsTheTagsOfTheEditor) {
+TEST_F(ManagerByHand, FineTagWindowShiftsTheTagsOfTheEditor) {
   Send(BMessage(kMsgOpenMain));
   Send(BMessage(kMsgFineTimeTag));
   Send(BMessage(kMsgFineTimeTag));
@@ -98,7 +99,7 @@ TEST_F(ManagerDialogs, FineTagWindowShiftsTheTagsOfTheEditor) {
       hands::until([&] { return hands::label_text(editor, "StatusBar").ends_with("All tags shifted by -250 [ms]"); }));
 }
 
-TEST_F(ManagerDialogs, FineTagWindowGoesWithItsEditor) {
+TEST_F(ManagerByHand, FineTagWindowGoesWithItsEditor) {
   Send(BMessage(kMsgFineTimeTag));
   EXPECT_TRUE(windows_titled(kFineTag).empty()) << "without an editor there is nothing to shift";
   Send(BMessage(kMsgOpenMain));
@@ -111,7 +112,7 @@ TEST_F(ManagerDialogs, FineTagWindowGoesWithItsEditor) {
   }));
 }
 
-TEST_F(ManagerDialogs, ManagerGoesOnWhileItTellsThatThereAreNoPreferences) {
+TEST_F(ManagerByHand, ManagerGoesOnWhileItTellsThatThereAreNoPreferences) {
   Send(BMessage(kMsgPreparePref));
   int32 delivered = 0;
   EXPECT_TRUE(hands::until([&] { return (delivered += fManager->DeliverAll()) > 0; })) << "the companion has not come";
@@ -119,6 +120,61 @@ TEST_F(ManagerDialogs, ManagerGoesOnWhileItTellsThatThereAreNoPreferences) {
   Send(BMessage(kMsgPrepareAbout));
   EXPECT_TRUE(IsShown(Only(kAbout)));
   EXPECT_TRUE(hands::answer_with_key("Escape"));
+}
+
+TEST_F(ManagerByHand, PreferencesAreTheCompanionsToShow) {
+  const OwnLooper<Keeping<BLooper>> companion(new Keeping<BLooper>);
+  BMessage greeting(kMsgPartnerConnects);
+  greeting.AddPointer("CSCommMan", companion.get());
+  Send(BMessage(kMsgPreparePref)); // the user may be quicker than the companion
+  Send(greeting);
+  Send(BMessage(kMsgPreferences));
+  Send(BMessage(kMsgStampHint)); // which that window may show
+  companion->DeliverAll();
+  EXPECT_EQ(companion->Codes(), (std::vector<uint32>{kMsgOpenPref, kMsgOpenPref, kMsgStampHint}));
+  const BMessage& request = companion->fReceived.front();
+  bool beside = true;
+  EXPECT_EQ(request.FindBool("BesideDlg", &beside), B_OK);
+  EXPECT_FALSE(beside);
+  EXPECT_FALSE(request.HasField("WinFrame"));
+}
+
+TEST_F(ManagerByHand, ChangesOfTheCompanionReachTheSettings) {
+  int32 offsetMs = 0;
+  for (const uint32 code : {uint32{'Spsc'}, uint32{'Sedr'}, uint32{'Splc'}, uint32{'Spac'}, uint32{'Ssic'},
+                            uint32{'Sssr'}, uint32{'Spec'}, uint32{'Spcc'}, uint32{'Sprc'}, uint32{'Sptc'}}) {
+    BMessage change(code);
+    change.AddInt32("TmDf", ++offsetMs);
+    Send(change);
+    EXPECT_EQ(gPref->Values()->timeOffsetMs, offsetMs) << std::hex << code;
+  }
+}
+
+TEST_F(ManagerByHand, AnotherLanguageFileIsLoadedAtOnce) {
+  BMessage change(kMsgLanguageChanged);
+  change.AddString("LLTF", ""); // from a file beside the plug-in to the built-in texts
+  Send(change);
+  EXPECT_FALSE(gAppPrivacy->ShouldBeLanguageChanged());
+  EXPECT_EQ(Send(BMessage(kMsgLanguageNode)), 2) << "a change on the disk is one of the language";
+}
+
+TEST_F(ManagerByHand, SharedPreferencesArriveThroughTheApplication) {
+  BMessage notice(kMsgIAPChanged);
+  notice.AddString("IAP:SrcIAPItem", "FlatToolBar");
+  notice.AddBool("IAP:Value", false);
+  const BMessage sync('nope');
+  BMessage answer;
+  fHost->PostMessage(&notice);
+  BMessenger(fHost).SendMessage(&sync, &answer); // the application has passed it on
+  fManager->DeliverAll();
+  bool flat = true;
+  gIAP->GetBool("FlatToolBar", &flat);
+  EXPECT_FALSE(flat);
+}
+
+TEST_F(ManagerByHand, ClosingWhatIsNotOpenAsksForNothingFurther) {
+  for (const uint32 code : {kMsgCloseAbout, kMsgCloseFineTag, kMsgCloseCommonPref, kMsgCloseMain, kMsgMainClosed})
+    EXPECT_EQ(Send(BMessage(code)), 1) << std::hex << code;
 }
 
 TEST(ShiftAmount, IsAWholeNumberWithinBounds) {
