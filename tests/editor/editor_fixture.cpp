@@ -25,7 +25,7 @@ private:
   std::atomic<bool>* fClosed;
 };
 
-EditorByHand::EditorByHand() : fManager(new BLooper("manager")) {
+EditorByHand::EditorByHand() : fManager(new Keeping<BLooper>("manager")) {
   gExitState->fPanelFolder = fFolder.Path();
   gIAP->SetString("AccKeyFormat", "a - ");
   SetPref([](TPrefValues* values) { values->pollIntervalUs = kNoPolling; });

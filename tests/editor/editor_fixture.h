@@ -1,7 +1,7 @@
 #pragma once
 
 #include "editviews/edit_view_interface.h"
-#include "tests/display/hands.h"
+#include "tests/display/keeping.h"
 #include "tests/editor/editor_world.h"
 #include "window/editor_window.h"
 
@@ -43,7 +43,7 @@ protected:
   std::string Status() const { return hands::label_text(*fWindow, "StatusBar"); }
   bool IsClosed() const { return fClosed; }
 
-  BLooper* fManager; // does not run: what it is told waits in its queue
+  Keeping<BLooper>* fManager; // does not run: what it is told waits in its queue
   TVesmoEWin* fWindow;
 
 private:
