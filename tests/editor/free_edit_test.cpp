@@ -11,11 +11,6 @@ using testing::StartsWith;
 
 class FreeEdit : public EditorByHand {
 protected:
-  void GoToMode(int32 mode) {
-    BMessage go(kMsgMode);
-    go.AddInt32("Mode", mode);
-    SendToView(go);
-  }
   void OpenFreely(const std::string& text) {
     Open(fFolder.Write("a.lrc", text));
     Press("Ctrl+E");

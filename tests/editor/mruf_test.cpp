@@ -1,11 +1,9 @@
 #include "window/mruf.h"
 
-#include "lyrics/editor_view.h"
 #include "platform/app/message.h"
 #include "platform/interface/menu.h"
 #include "platform/kernel/modifiers.h"
 #include "platform/storage/entry.h"
-#include "tests/editor/editor_fixture.h"
 
 #include <gmock/gmock.h>
 
@@ -81,33 +79,4 @@ TEST(RecentFiles, ItemsStandBeforeTheSeparatorOfTheirMenu) {
   files.ClearMRUF();
   files.GenerateMenu();
   EXPECT_EQ(menu.CountItems(), 2);
-}
-
-class RecentFilesMenu : public EditorByHand {
-protected:
-  std::vector<std::string> Shown() const {
-    std::vector<std::string> labels;
-    for (const auto& line : hands::menu_lines(*fWindow, {"F - File", "O - Open..."})) labels.push_back(line.label);
-    return labels;
-  }
-  bool CanClear() const { return hands::menu_lines(*fWindow, {"F - File", "O - Open..."}).back().isEnabled; }
-};
-
-constexpr const char* kClear = "D - Clear the list of recent files";
-
-TEST_F(RecentFilesMenu, OpenedFilesAreListedAndOpenedAgain) {
-  EXPECT_THAT(Shown(), ElementsAre("", kClear));
-  EXPECT_FALSE(CanClear());
-  Open(fFolder.Write("a.lrc", "one\n"));
-  Open(fFolder.Write("b.lrc", "two\n"));
-  EXPECT_THAT(Shown(), ElementsAre("0 - b.lrc", "1 - a.lrc", "", kClear));
-  EXPECT_TRUE(CanClear());
-  Press("Ctrl+Shift+1");
-  EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
-  EXPECT_TRUE(hands::choose(*fWindow, {"F - File", "O - Open...", "1 - b.lrc"}));
-  Settle();
-  EXPECT_EQ(Title(), "b.lrc - Vesmo Editor");
-  TMRUF stored;
-  EXPECT_TRUE(stored.Load(BEntry((fFolder.Path() + "/KOREVA/VesmoE/VesmoE_MRU.arc").c_str())));
-  EXPECT_EQ(stored.CountMRUFs(), 2);
 }

@@ -4,6 +4,7 @@
 #include "platform/interface/file_panel.h"
 
 #include <gmock/gmock.h>
+#include <sys/xattr.h>
 
 #include <stdexcept>
 
@@ -40,6 +41,10 @@ TEST_F(Saving, KeepsEncodingAndLineEndsToTheByte) {
     EXPECT_EQ(fFolder.Read(row.name), row.after) << row.name;
     EXPECT_FALSE(IsModified());
     EXPECT_THAT(Status(), EndsWith("Saved"));
+    char type[64] = {};
+    if (getxattr(path.c_str(), "user.mime_type", type, sizeof type) > 0) {
+      EXPECT_STREQ(type, "text/plain");
+    }
   }
   EXPECT_EQ(CountFiles(), 5); // nothing is left beside them
 }

@@ -32,16 +32,7 @@ TEST(SungLine, IsTheLastWhoseTimeHasCome) {
   EXPECT_EQ(lines.RowAt(100000), 0);
 }
 
-class SongOfTheEditor : public EditorByHand {
-protected:
-  void PlayAt(int32 positionMs, const std::string& title) {
-    EditorWorld::PlayAt(positionMs, title, [this] { SendToView(BMessage(kMsgRefreshInfo)); });
-  }
-  std::vector<StrangeHost::Wish> WishesUpTo(size_t count) {
-    Until([&] { return fHost->Wishes().size() >= count; });
-    return fHost->Wishes();
-  }
-};
+using SongOfTheEditor = EditorByHand;
 
 TEST_F(SongOfTheEditor, StampToAnotherSongIsMadeButNamed) {
   PlayAt(1000, "first");

@@ -46,13 +46,15 @@ TEST_F(WindowMessages, StaysOnTopWhenTheSettingsSaySo) {
   EXPECT_TRUE(hands::is_on_top(*fWindow));
 }
 
-TEST_F(WindowMessages, ClosingKeepsThePlaceOfTheWindow) {
+TEST_F(WindowMessages, ClosingKeepsThePlaceOfTheWindowAndItsMode) {
+  Press("Ctrl+D");
   hands::move_by_hand(*fWindow, 60, 70);
   Settle();
   const BRect frame = fWindow->Frame();
   Press("Ctrl+W");
   EXPECT_TRUE(IsClosed());
   EXPECT_EQ(gExitState->fWindowFrame, frame);
+  EXPECT_EQ(gExitState->fMode, 1);
 }
 
 TEST_F(WindowMessages, ShiftedTagsKeepTheCurrentLineAndAreReportedAsTyped) {
