@@ -10,6 +10,11 @@ def _do(*words):
     subprocess.run(["xdotool", *map(str, words)], check=True, stdout=subprocess.DEVNULL, timeout=60)
 
 
+def _window(display, title):
+    found = subprocess.run(["xdotool", "search", "--name", f"^{title}$"], check=True, capture_output=True).stdout
+    return display.create_resource_object("window", int(found))
+
+
 def press(*keys):
     """Keys one after another, named as X names them: press("ctrl+s"), press("Down", "Return")."""
     _do("key", "--delay", 5, *keys)
@@ -21,8 +26,7 @@ def write(text):
 
 def click(box, count=1, held=None):
     """Clicks into the middle of a box, with a key held down if one is named."""
-    left, top, width, height = box
-    _do("mousemove", left + width // 2, top + height // 2)
+    move(box)
     if held:
         _do("keydown", held)
     try:
@@ -52,8 +56,7 @@ def drop_files(title, box, paths):
     """Drops files on a place of a window, as a file manager does."""
     display = Display()
     code = display.intern_atom
-    number = subprocess.run(["xdotool", "search", "--name", f"^{title}$"], check=True, capture_output=True).stdout
-    target = display.create_resource_object("window", int(number))
+    target = _window(display, title)
     source = display.screen().root.create_window(0, 0, 1, 1, 0, display.screen().root_depth)
     source.set_selection_owner(code("XdndSelection"), X.CurrentTime)
     left, top, width, height = box
@@ -102,9 +105,7 @@ def move_window(title, left, top):
 def send_to_desktop(title, number):
     """Writes on a window what a window manager writes when it takes the window to another desktop."""
     display = Display()
-    found = subprocess.run(["xdotool", "search", "--name", f"^{title}$"], check=True, capture_output=True).stdout
-    window = display.create_resource_object("window", int(found))
-    window.change_property(display.intern_atom("_NET_WM_DESKTOP"), Xatom.CARDINAL, 32, [number])
+    _window(display, title).change_property(display.intern_atom("_NET_WM_DESKTOP"), Xatom.CARDINAL, 32, [number])
     display.sync()
     display.close()
 
@@ -113,8 +114,7 @@ def close_window(title):
     """Sends what a window manager sends when its close box is clicked."""
     display = Display()
     wanted, protocols = (display.intern_atom(name) for name in ("WM_DELETE_WINDOW", "WM_PROTOCOLS"))
-    number = subprocess.run(["xdotool", "search", "--name", f"^{title}$"], check=True, capture_output=True).stdout
-    window = display.create_resource_object("window", int(number))
+    window = _window(display, title)
     window.send_event(ClientMessage(window=window, client_type=protocols, data=(32, [wanted, 0, 0, 0, 0])))
     display.sync()
     display.close()

@@ -40,10 +40,6 @@ class Stage:
     def set_language(self, language_file):
         self.set_preferences(LLTF=settings.text(language_file))
 
-    def set_letter_format(self, form):
-        settings.write_record(self.config / "Shared/AccKeyFormat.arc",
-                              {"IAP:SrcApp": settings.text("scenario"), "IAP:Value": settings.text(form)})
-
     def start(self, lyrics=None, prefix=(), environment=None, songs=None):
         """Returns when the editor has the keyboard (and shows the lyrics, if any) and the player First Light."""
         songs = [str(self.song)] if songs is None else songs
@@ -96,9 +92,6 @@ class Stage:
 
     def wait(self, look, what):
         return wait_until(look, what)
-
-    def states(self, node):
-        return eyes.states(node)
 
     def lyrics(self):
         """The list or the text, whichever is shown."""
@@ -250,14 +243,6 @@ class Stage:
         """Every text of a window that can be read."""
         return "\n".join(eyes.text_of(n) if eyes.role(n) == "text" else eyes.name(n) for n in eyes.below(window))
 
-    def click_in_menu(self, window, menu, item):
-        bar = eyes.find(window, "menu bar")
-        hands.click(eyes.place(eyes.find(bar, "menu item", menu)))
-        choice = eyes.find(bar, "menu item", item)
-        wait_until(lambda: "showing" in eyes.states(choice), f"{item} on the screen")
-        hands.click(eyes.place(choice))
-        wait_until(lambda: "checked" in eyes.states(choice), f"{item} marked")
-
     def marked_in_menus(self, window):
         return [eyes.name(n) for n in eyes.find_all(eyes.find(window, "menu bar"), "menu item")
                 if "checked" in eyes.states(n)]
@@ -269,20 +254,15 @@ class Stage:
             return field and "focused" in eyes.states(field) and window
         return wait_until(look, f"the panel {title!r} with the keyboard in its name field")
 
-    def fill_panel(self, title, path):
-        self._fill(title, path)
-        self.wait_no_window()
-
-    def fill_panel_and_expect_question(self, title, path):
-        self._fill(title, path)
-
-    def _fill(self, title, path):
+    def fill_panel(self, title, path, then_asks=False):
         panel = self.wait_panel(title)
         hands.press("ctrl+a")
         hands.write(str(path))
         wait_until(lambda: eyes.text_of(eyes.find(panel, "text")) == str(path), f"{path} in the panel")
         hands.press("Return")
         wait_until(lambda: "showing" not in eyes.states(panel), f"the panel {title!r} gone")
+        if not then_asks:
+            self.wait_no_window()
 
     def wait_bytes(self, path, data):
         try:

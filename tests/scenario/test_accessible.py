@@ -35,14 +35,6 @@ class Tree(Case):
             self.assertEqual([eyes.role(item) for item in items], ["menu item" if n else "separator" for n in names])
         self.assertNotIn("enabled", eyes.states(s.menu_item("Edit", "Undo")))
 
-    def test_buttons_bear_their_tips_and_those_of_the_modes_their_state(self):
-        s = self.stage
-        buttons = [n for n in eyes.children(eyes.find(s.window(), "tool bar")) if eyes.name(n)]
-        self.assertEqual([eyes.name(button) for button in buttons], BUTTONS)
-        self.assertEqual([eyes.role(button) for button in buttons],
-                         ["push button"] * 4 + ["check box"] * 3 + ["push button"] * 2)
-        self.assertEqual(["checked" in eyes.states(button) for button in buttons].index(True), 4)
-
     def test_rows_of_the_list_and_the_text_can_be_read(self):
         s = self.stage
         self.assertEqual(eyes.role(s.lyrics()), "list")
@@ -65,30 +57,3 @@ class Tree(Case):
         s.wait_status("[Tag, standard]")
         hands.press("shift+Tab")
         s.wait_focus(BUTTONS[4])
-
-
-class Letters(Case):
-    def test_with_letters_in_the_labels_commands_and_answers_are_one_key(self):
-        s = self.stage
-        s.set_letter_format("a) ")
-        s.start(s.file("a.lrc", "one\n"))
-        hands.press("space")
-        s.wait_rows("[00:00:00]one")
-        hands.press("alt+e")
-        s.wait(lambda: "showing" in s.states(s.menu_item("E) Edit", "D) Delete all time tags")), "the menu open")
-        hands.press("d")
-        s.wait_question("Delete the time tag of every line?")
-        hands.press("y")
-        s.wait_rows("one")
-
-    def test_in_japanese_every_window_is_japanese(self):
-        s = self.stage
-        s.set_language("Japanese.llt")
-        s.start(s.file("a.lrc", "一\n二\n"))
-        self.assertEqual(s.rows(), ["一", "二"])
-        self.assertIn("[タグ入力・拡張] UTF-8 <LF>", s.status())
-        hands.press("space")
-        s.wait_status("タグを打った行：1")
-        hands.press("ctrl+w")
-        s.answer('"a.lrc" は変更されています', "はい")
-        s.wait_bytes(s.root / "a.lrc", "[00:00:00]一\n二\n\0".encode())

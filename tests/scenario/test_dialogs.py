@@ -35,13 +35,14 @@ class SavePanel(Case):
     def test_encoding_and_line_ends_are_chosen_and_come_back_with_the_next_panel(self):
         s = self.stage
         s.start(s.file("a.lrc", "歌\n詞\n"))
-        for encoding, line_end, name, data in (
-                ("Shift-JIS", "CR LF (Windows)", "b.lrc", "歌\r\n詞\r\n".encode("cp932")),
-                ("JIS (ISO-2022-JP)", "CR", "c.lrc", "歌\r詞\r".encode("iso2022_jp"))):
+        for key, marked, name, data in (
+                ("Down", ["Shift-JIS", "CR LF (Windows)"], "b.lrc", "歌\r\n詞\r\n".encode("cp932")),
+                ("Up", ["JIS (ISO-2022-JP)", "CR"], "c.lrc", "歌\r詞\r".encode("iso2022_jp"))):
             hands.press("ctrl+2")
             panel = s.wait_panel("Save lyrics")
-            s.click_in_menu(panel, "Encoding", encoding)
-            s.click_in_menu(panel, "Return Code", line_end)
+            for menu in ("alt+e", "alt+r"):
+                hands.press(menu, key, "Return")
+            s.wait(lambda: s.marked_in_menus(panel) == marked, f"{marked} marked")
             s.fill_panel("Save lyrics", s.root / name)
             s.wait_title(name)
             s.wait_bytes(s.root / name, data)

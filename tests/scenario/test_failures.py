@@ -18,7 +18,7 @@ class Refusals(Case):
         locked.chmod(0)
         s.start(s.file("a.lrc", "one\n"), prefix=ORDINARY)
         hands.press("ctrl+o")
-        s.fill_panel_and_expect_question("Open lyrics", locked)
+        s.fill_panel("Open lyrics", locked, then_asks=True)
         s.answer("These lyrics cannot be opened:", "Understood")
         self.assertEqual(s.title(), "a.lrc - Vesmo Editor")
         self.assertEqual(s.rows(), ["one"])

@@ -41,6 +41,11 @@ class Preferences(Case):
         s.close_player()
         s.start(lyrics)
         s.wait(lambda: s.menu_item("ファイル"), "Japanese after the restart")
+        hands.press("space")
+        s.wait_status("タグを打った行：1")
+        hands.press("ctrl+w")
+        s.answer('"a.lrc" は変更されています', "はい")
+        s.wait_bytes(lyrics, b"[00:00:00]one\n\0")
 
     def test_the_time_offset_is_added_to_the_next_stamp(self):
         s = self.stage

@@ -28,27 +28,6 @@ class FreeEdit(Case):
         hands.press("ctrl+w")
         s.wait_closed()
 
-    def test_line_text_and_changes_go_along_into_the_other_mode(self):
-        s = self.stage
-        lyrics = s.file("a.lrc", "one\ntwo\nthree\n")
-        s.start(lyrics)
-        hands.press("Down")
-        s.wait_selected(1)
-        hands.press("ctrl+e")
-        s.wait_status("[Edit]")
-        hands.press("End")
-        hands.write("fold")
-        s.wait_text("one\ntwofold\nthree\n")
-        hands.press("ctrl+t")
-        s.wait_rows("one", "twofold", "three")
-        s.wait_selected(1)
-        s.stamp(1, "[00:00:00]twofold")
-        hands.press("ctrl+z", "ctrl+z")
-        s.wait_rows("one", "two", "three")
-        hands.press("ctrl+shift+z", "ctrl+s")
-        s.wait_bytes(lyrics, b"one\ntwofold\nthree\n\0")
-
-
 class EveryLine(Case):
     def test_tags_are_converted_both_ways_and_deleted_when_the_answer_is_yes(self):
         s = self.stage
