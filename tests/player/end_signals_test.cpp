@@ -1,8 +1,8 @@
 #include "player/end_signals.h"
 
-#include "platform/app/looper.h"
 #include "platform/app/message.h"
 #include "player/player_messages.h"
+#include "tests/own_looper.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
@@ -30,9 +30,9 @@ TEST(EndSignals, TheFirstAsksTheWindowsAndTheSecondEnds) {
   char name[] = "test";
   char* argv[] = {name, nullptr};
   const QCoreApplication events(argc, argv);
-  auto* const player = new TPlayer;
+  const OwnLooper<TPlayer> player(new TPlayer);
   {
-    const TEndSignals watch(BMessenger(player), nullptr);
+    const TEndSignals watch(BMessenger(player.get()), nullptr);
     EXPECT_FALSE(is_left_to_the_system(SIGTERM));
     std::raise(SIGTERM);
     EXPECT_TRUE(is_left_to_the_system(SIGTERM));
@@ -42,6 +42,4 @@ TEST(EndSignals, TheFirstAsksTheWindowsAndTheSecondEnds) {
     EXPECT_EQ(player->fCodes, std::vector<uint32>{kMsgWindowCloses});
   }
   EXPECT_TRUE(is_left_to_the_system(SIGINT)) << "as it was before";
-  player->Lock();
-  player->Quit();
 }

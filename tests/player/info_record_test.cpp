@@ -4,13 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
-
-TEST(InfoRecord, LiesAsFrontEndsReadIt) {
-  EXPECT_EQ(offsetof(TInfoRecord, positionMs), 4U);
-  EXPECT_EQ(offsetof(TInfoRecord, title), 12U);
-}
-
 TEST(InfoRecord, TitlesAreCutBetweenCharacters) {
   TInfoRecord record;
   set_title(&record, "a longer title that was there before");

@@ -46,61 +46,52 @@ private:
   std::condition_variable fChanged;
 };
 
+class SongSource : public testing::Test {
+protected:
+  /** Returns when the song is there. */
+  int64 LoadSilence(uint32 halves, bool paused) {
+    const int64 load = fSource->Load(fFolder.Write("a.wav", silent_wav(halves)), paused);
+    EXPECT_TRUE(fListener.Wait(fListener.fLoaded, load));
+    return load;
+  }
+  const ScratchFolder fFolder;
+  Listener fListener;
+  const std::unique_ptr<TSongSource> fSource = make_mpv_source(&fListener);
+};
+
 } // namespace
 
-TEST(SongSource, PlaysInRealTimeWithoutASoundCard) {
-  const ScratchFolder folder;
-  Listener listener;
-  const auto source = make_mpv_source(&listener);
-  EXPECT_EQ(source->PositionMs(), 0);
-  const int64 load = source->Load(folder.Write("a.wav", silent_wav()), false);
-  ASSERT_TRUE(listener.Wait(listener.fLoaded, load));
-  EXPECT_EQ(listener.fTags.durationMs, 500);
-  ASSERT_TRUE(listener.Wait(listener.fEnded, load));
+TEST_F(SongSource, PlaysInRealTimeWithoutASoundCard) {
+  EXPECT_EQ(fSource->PositionMs(), 0);
+  const int64 load = LoadSilence(1, false);
+  EXPECT_EQ(fListener.fTags.durationMs, 500);
+  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load));
 }
 
-TEST(SongSource, PausedStaysWhereItWasSoughtTo) {
-  const ScratchFolder folder;
-  Listener listener;
-  const auto source = make_mpv_source(&listener);
-  const int64 load = source->Load(folder.Write("a.wav", silent_wav()), true);
-  ASSERT_TRUE(listener.Wait(listener.fLoaded, load));
-  source->SeekTo(250);
-  EXPECT_EQ(source->PositionMs(), 250);
-  snooze(150000);
-  EXPECT_NEAR(source->PositionMs(), 250, 30);
-}
-
-TEST(SongSource, PositionOfAPausedSongIsAskedAnewOnceItMoves) {
-  const ScratchFolder folder;
-  Listener listener;
-  const auto source = make_mpv_source(&listener);
-  const int64 load = source->Load(folder.Write("a.wav", silent_wav(20)), true);
-  ASSERT_TRUE(listener.Wait(listener.fLoaded, load));
+TEST_F(SongSource, PausedStaysWhereItWasSoughtToAndIsAskedAnewOnceItMoves) {
+  LoadSilence(20, true);
+  fSource->SeekTo(250);
+  EXPECT_EQ(fSource->PositionMs(), 250);
   for (int i = 0; i < 30; ++i) { // until the library is asked no more
-    source->PositionMs();
     snooze(50000);
+    EXPECT_NEAR(fSource->PositionMs(), 250, 30);
   }
-  source->SeekTo(5000);
-  EXPECT_EQ(source->PositionMs(), 5000);
-  source->SetPaused(false);
-  for (int i = 0; i < 1000 && source->PositionMs() <= 5000; ++i) snooze(10000);
-  EXPECT_GT(source->PositionMs(), 5000);
+  fSource->SeekTo(5000);
+  EXPECT_EQ(fSource->PositionMs(), 5000);
+  fSource->SetPaused(false);
+  for (int i = 0; i < 1000 && fSource->PositionMs() <= 5000; ++i) snooze(10000);
+  EXPECT_GT(fSource->PositionMs(), 5000);
 }
 
-TEST(SongSource, APartIsPlayedAgainUntilItIsLetGo) {
-  const ScratchFolder folder;
-  Listener listener;
-  const auto source = make_mpv_source(&listener);
-  const int64 load = source->Load(folder.Write("a.wav", silent_wav(2)), true);
-  ASSERT_TRUE(listener.Wait(listener.fLoaded, load));
-  source->SetRepeat(500, 1000);
-  source->SetPaused(false);
+TEST_F(SongSource, APartIsPlayedAgainUntilItIsLetGo) {
+  const int64 load = LoadSilence(2, true);
+  fSource->SetRepeat(500, 1000);
+  fSource->SetPaused(false);
   int32 furthestMs = 0;
   int timesBack = 0;
   int32 beforeMs = 0;
   for (int i = 0; i < 5000 && timesBack < 2; ++i) {
-    const int32 nowMs = source->PositionMs();
+    const int32 nowMs = fSource->PositionMs();
     if (nowMs < beforeMs - 100) ++timesBack;
     furthestMs = std::max(furthestMs, nowMs);
     beforeMs = nowMs;
@@ -108,28 +99,21 @@ TEST(SongSource, APartIsPlayedAgainUntilItIsLetGo) {
   }
   EXPECT_EQ(timesBack, 2);
   EXPECT_LE(furthestMs, 1010);
-  source->SetRepeat(-1, -1);
-  EXPECT_TRUE(listener.Wait(listener.fEnded, load)) << "it goes on to its end";
+  fSource->SetRepeat(-1, -1);
+  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load)) << "it goes on to its end";
 }
 
-TEST(SongSource, TellsWhichSongCannotBePlayed) {
-  const ScratchFolder folder;
-  Listener listener;
-  const auto source = make_mpv_source(&listener);
-  int64 load = source->Load(folder.File("missing.mp3"), false);
-  ASSERT_TRUE(listener.Wait(listener.fFailed, load));
-  EXPECT_FALSE(listener.fReason.empty());
-  load = source->Load(folder.Write("text.mp3", "no sound in here"), false);
-  ASSERT_TRUE(listener.Wait(listener.fFailed, load));
+TEST_F(SongSource, TellsWhichSongCannotBePlayed) {
+  int64 load = fSource->Load(fFolder.File("missing.mp3"), false);
+  ASSERT_TRUE(fListener.Wait(fListener.fFailed, load));
+  EXPECT_FALSE(fListener.fReason.empty());
+  load = fSource->Load(fFolder.Write("text.mp3", "no sound in here"), false);
+  ASSERT_TRUE(fListener.Wait(fListener.fFailed, load));
 }
 
-TEST(SongSource, NewsNameTheLoadTheyAreAbout) {
-  const ScratchFolder folder;
-  Listener listener;
-  const auto source = make_mpv_source(&listener);
-  const int64 bad = source->Load(folder.File("missing.mp3"), true);
-  const int64 good = source->Load(folder.Write("a.wav", silent_wav()), true);
-  ASSERT_TRUE(listener.Wait(listener.fLoaded, good));
-  EXPECT_NE(listener.fFailed, good) << "the failure, if it was told, is the other song's";
-  EXPECT_TRUE(listener.fFailed == bad || listener.fFailed == 0);
+TEST_F(SongSource, NewsNameTheLoadTheyAreAbout) {
+  const int64 bad = fSource->Load(fFolder.File("missing.mp3"), true);
+  const int64 good = LoadSilence(1, true);
+  EXPECT_NE(fListener.fFailed, good) << "the failure, if it was told, is the other song's";
+  EXPECT_TRUE(fListener.fFailed == bad || fListener.fFailed == 0);
 }

@@ -1,60 +1,22 @@
-/** What front ends wish of the player, and what it tells of itself then; its sound is one that only keeps account. */
+/** The player as front ends and scripts meet it, without a screen: what they wish of it, and what it tells of itself.
+ */
 
-#include "platform/app/message.h"
-#include "platform/app/messenger.h"
-#include "platform/kernel/threads.h"
 #include "player/front_end_host.h"
 #include "player/player_messages.h"
-#include "player/sonivo_app.h"
 #include "player/tag_fields.h"
-#include "tests/player/playlist_questions.h"
+#include "tests/player/player_questions.h"
+#include "tests/player/still_source.h"
 #include "tests/scratch_folder.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cstring>
 
 namespace {
 
 constexpr const char* kSignature = "application/x-vnd.Marvik-Sonivo";
-constexpr int32 kDurationMs = 60000;
-
-struct TAccount {
-  std::atomic<int32> positionMs{0};
-  std::atomic<double> speed{1};
-  std::atomic<int> seeks{0};
-  std::atomic<int32> fromMs{-1};
-  std::atomic<int32> toMs{-1};
-};
-
-/** Every song is found, a minute long, and stays where it was sought to. */
-class TStillSource : public TSongSource {
-public:
-  TStillSource(TSongEvents* events, TAccount* account) : fEvents(events), fAccount(account) {}
-  int64 Load(const std::string&, bool) override {
-    fEvents->SongLoaded(++fLoads, {"title", "", kDurationMs});
-    return fLoads;
-  }
-  void Stop() override {}
-  void SetPaused(bool) override {}
-  void SeekTo(int32 positionMs) override {
-    ++fAccount->seeks;
-    fAccount->positionMs = positionMs;
-  }
-  void SetSpeed(double speed) override { fAccount->speed = speed; }
-  void SetVolume(double) override {}
-  void SetRepeat(int32 fromMs, int32 toMs) override {
-    fAccount->fromMs = fromMs;
-    fAccount->toMs = toMs;
-  }
-  int32 PositionMs() override { return fAccount->positionMs; }
-
-private:
-  TSongEvents* const fEvents;
-  TAccount* const fAccount;
-  int64 fLoads = 0;
-};
+constexpr int32 kDurationMs = StillSource::kDurationMs;
+constexpr const char* kOwnTitle = "Title of /music/song.mp3";
 
 class Wishes : public testing::Test {
 protected:
@@ -78,15 +40,13 @@ protected:
   }
   /** Asks for the record once everything that was wished before is done. */
   static BMessage Tell() {
-    const BMessage question(kMsgHandshake);
-    BMessage handshake;
-    BMessenger(kSignature).SendMessage(&question, &handshake);
+    const BMessage handshake = ask_player(BMessage(kMsgHandshake), BMessenger(kSignature));
+    EXPECT_EQ(handshake.what, kMsgHandshake);
     BMessenger host;
     EXPECT_EQ(handshake.FindMessenger("Msgr", &host), B_OK);
-    const BMessage request(kMsgInformation);
-    BMessage answer;
-    host.SendMessage(&request, &answer);
-    return answer;
+    const BMessage information = ask_player(BMessage(kMsgInformation), host);
+    EXPECT_EQ(information.what, kMsgInformation);
+    return information;
   }
   static bool IsPlaying() {
     bool isPlaying = false;
@@ -99,25 +59,59 @@ protected:
     ssize_t size = 0;
     int32 positionMs = -1;
     EXPECT_EQ(told.FindData("Info", B_STRING_TYPE, &record, &size), B_OK);
+    if (size != 124) return -1; // what front ends take for a record
     std::memcpy(&positionMs, static_cast<const char*>(record) + 4, sizeof positionMs);
     return positionMs;
   }
 
-  static std::string PathOf(int32 index) { return TextOf(index, "filename"); }
-  static std::string TitleOf(int32 index) { return TextOf(index, "title"); }
-  static std::string TextOf(int32 index, const char* field) {
-    std::string text;
-    EXPECT_EQ(entry_of_playlist(index).FindString(field, &text), B_OK);
-    return text;
+  static std::string TitleOf(int32 index) {
+    std::string title;
+    EXPECT_EQ(entry_of_playlist(index).FindString("title", &title), B_OK);
+    return title;
   }
 
-  TAccount fAccount;
+  StillSource::Account fAccount;
   TSonivoApp* fApp = new TSonivoApp(
-      OneSong(), [this](TSongEvents* events) { return std::make_unique<TStillSource>(events, &fAccount); });
+      OneSong(), [this](TSongEvents* events) { return std::make_unique<StillSource>(events, &fAccount); });
   thread_id fThread;
 };
 
 } // namespace
+
+TEST_F(Wishes, ScriptsReadThePlaylist) {
+  std::string name = "x";
+  for (int i = 0; i < 50; ++i) name += "語";
+  BMessage drop(kMsgAddSongs);
+  drop.AddString("path", "/music/" + name + ".mp3");
+  BMessenger(kSignature).SendMessage(&drop);
+  wait_for_songs(2);
+  EXPECT_EQ(path_of_entry(1), "/music/" + name + ".mp3");
+  EXPECT_EQ(TitleOf(1), name.substr(0, 109)) << "cut as in the record, between characters";
+  const BMessage entry = entry_of_playlist(1);
+  int32 number = 0;
+  bool played = true;
+  EXPECT_EQ(entry.FindInt32("time", &number), B_OK);
+  EXPECT_EQ(entry.FindInt32("nr", &number), B_OK);
+  EXPECT_EQ(number, 1);
+  EXPECT_EQ(entry.FindBool("played", &played), B_OK);
+  EXPECT_FALSE(played);
+}
+
+TEST_F(Wishes, WhatIsNotUnderstoodIsAnsweredToo) {
+  BMessage wrongName(B_COUNT_PROPERTIES);
+  wrongName.AddSpecifier("Entry");
+  wrongName.AddSpecifier("Library");
+  BMessage wrongForm(B_GET_PROPERTY);
+  wrongForm.AddSpecifier("Entry");
+  wrongForm.AddSpecifier("Playlist");
+  for (const BMessage& answer : {ask_player(wrongName), ask_player(wrongForm), ask_player(BMessage(B_GET_PROPERTY)),
+                                 entry_of_playlist(1), entry_of_playlist(-1)}) {
+    EXPECT_EQ(answer.what, B_MESSAGE_NOT_UNDERSTOOD);
+    int32 error = B_OK;
+    EXPECT_EQ(answer.FindInt32("error", &error), B_OK);
+    EXPECT_NE(error, B_OK);
+  }
+}
 
 TEST_F(Wishes, PlayAndPauseTakeTurnsAndAreTold) {
   EXPECT_FALSE(IsPlaying()) << "nothing is loaded";
@@ -216,8 +210,8 @@ TEST_F(Wishes, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
   drop.AddInt32("before", 0);
   BMessenger(kSignature).SendMessage(&drop);
   wait_for_songs(3);
-  EXPECT_EQ(PathOf(0), folder.File("a.mp3"));
-  EXPECT_EQ(PathOf(2), "/music/song.mp3");
+  EXPECT_EQ(path_of_entry(0), folder.File("a.mp3"));
+  EXPECT_EQ(path_of_entry(2), "/music/song.mp3");
   EXPECT_FALSE(IsPlaying()) << "the list was not empty";
 
   BMessage handedOver(kMsgHandedOver);
@@ -226,8 +220,8 @@ TEST_F(Wishes, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
   BMessenger(kSignature).SendMessage(&handedOver);
   wait_for_songs(4);
   EXPECT_TRUE(IsPlaying());
-  EXPECT_EQ(PathOf(3), folder.File("c.mp3"));
-  EXPECT_EQ(TitleOf(1), "title") << "the song that was there already is the one that was begun";
+  EXPECT_EQ(path_of_entry(3), folder.File("c.mp3"));
+  EXPECT_EQ(TitleOf(1), "Title of " + b) << "the song that was there already is the one that was begun";
 
   BMessenger(kSignature).SendMessage(&drop);
   Wish(kMsgClearSongs);
@@ -235,7 +229,8 @@ TEST_F(Wishes, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
   handedOver.AddString("path", folder.File("d.mp3"));
   BMessenger(kSignature).SendMessage(&handedOver);
   wait_for_songs(1);
-  EXPECT_EQ(PathOf(0), folder.File("d.mp3")) << "what was still looked for when the list was cleared does not come";
+  EXPECT_EQ(path_of_entry(0), folder.File("d.mp3"))
+      << "what was still looked for when the list was cleared does not come";
 }
 
 TEST_F(Wishes, WhatFilesSayIsToldExceptTheTitleOfTheSongThatPlays) {
@@ -248,12 +243,12 @@ TEST_F(Wishes, WhatFilesSayIsToldExceptTheTitleOfTheSongThatPlays) {
   IsPlaying();
   BMessage found(kMsgTagsFound);
   int64 id = 0;
-  for (const char* title : {"late", "title", "other", "gone"}) {
+  for (const char* title : {"late", kOwnTitle, "other", "gone"}) {
     found.AddInt64("id", ++id);
     add_tags(&found, {title, "", 5000});
   }
   BMessenger(kSignature).SendMessage(&found);
-  EXPECT_EQ(TitleOf(0), "title") << "what the sound told stands";
+  EXPECT_EQ(TitleOf(0), kOwnTitle) << "what the sound told stands";
   EXPECT_EQ(TitleOf(1), folder.File("b.mp3")) << "front ends find the song that plays by its title";
   EXPECT_EQ(TitleOf(2), "other");
   int32 timeMs = 0;

@@ -1,45 +1,20 @@
 /** The player as the desktop sees it: driven by the program that desktops and scripts drive players with. */
 
-#include "platform/app/message.h"
-#include "platform/app/messenger.h"
-#include "platform/kernel/threads.h"
 #include "player/bus/bus_messages.h"
 #include "player/front_end_host.h"
 #include "player/player_messages.h"
-#include "player/sonivo_app.h"
 #include "tests/player/bus/fake_player.h"
 #include "tests/player/bus/private_bus.h"
+#include "tests/player/player_questions.h"
+#include "tests/player/still_source.h"
 #include "tests/scratch_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <atomic>
 #include <cstdio>
 
 namespace {
-
-/** Finds every song, a minute long, and stays where it was sought to. */
-class StillSource : public TSongSource {
-public:
-  explicit StillSource(TSongEvents* events) : fEvents(events) {}
-  int64 Load(const std::string& path, bool) override {
-    fPositionMs = 0;
-    fEvents->SongLoaded(++fLoads, {"Title of " + path, "Somebody", 60000});
-    return fLoads;
-  }
-  void Stop() override {}
-  void SetPaused(bool) override {}
-  void SeekTo(int32 positionMs) override { fPositionMs = positionMs; }
-  void SetSpeed(double) override {}
-  void SetVolume(double) override {}
-  int32 PositionMs() override { return fPositionMs; }
-
-private:
-  TSongEvents* const fEvents;
-  int64 fLoads = 0;
-  std::atomic<int32> fPositionMs{0};
-};
 
 /** What a command prints, without its line end. */
 std::string output_of(const std::string& command) {
@@ -97,7 +72,9 @@ protected:
   const ScratchFolder fSettings;
   const int fSet = setenv("XDG_CONFIG_HOME", fSettings.Path().c_str(), 1);
   PrivateBus fDaemon;
-  TSonivoApp* fApp = new TSonivoApp(Songs(), [](TSongEvents* events) { return std::make_unique<StillSource>(events); });
+  StillSource::Account fAccount;
+  TSonivoApp* fApp =
+      new TSonivoApp(Songs(), [this](TSongEvents* events) { return std::make_unique<StillSource>(events, &fAccount); });
   thread_id fThread;
 };
 
@@ -165,24 +142,13 @@ TEST_F(Desktop, OpensAFileAndGoesOnWithoutTheBus) {
   EXPECT_EQ(UntilTitle("Title of " + file), "Title of " + file);
   playerctl("open https://example.org/a.mp3");
   fDaemon.End();
-  const BMessage question(kMsgHandshake);
-  BMessage answer;
-  EXPECT_EQ(BMessenger(TSonivoApp::kSignature).SendMessage(&question, &answer), B_OK);
+  ask_player(BMessage(kMsgHandshake)); // is answered
 }
 
 TEST_F(Desktop, FrontEndsAreToldOfTheOtherPlayersSong) {
   ASSERT_EQ(UntilStatus("Paused"), "Paused");
   auto other = std::make_unique<FakePlayer>("fake", playing_song("file:///elsewhere/song.mp3"), [] { return 7000000; });
-  const auto entry = [] {
-    BMessage question(B_GET_PROPERTY);
-    question.AddSpecifier("Entry", 0);
-    question.AddSpecifier("Playlist");
-    BMessage answer;
-    BMessenger(TSonivoApp::kSignature).SendMessage(&question, &answer);
-    std::string path;
-    answer.FindString("filename", &path);
-    return path;
-  };
+  const auto entry = [] { return path_of_entry(0); };
   const auto chosen = [&] {
     BMessage choice(kMsgChooseSource);
     choice.AddString("id", "fake");

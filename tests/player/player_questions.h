@@ -7,10 +7,10 @@
 
 #include <gtest/gtest.h>
 
-/** Any question to the player by its signature, and its answer. */
-inline BMessage ask_player(const BMessage& question) {
+/** Any question to the player, by its signature or to another address, and its answer. */
+inline BMessage ask_player(const BMessage& question, const BMessenger& whom = BMessenger(TSonivoApp::kSignature)) {
   BMessage answer;
-  EXPECT_EQ(BMessenger(TSonivoApp::kSignature).SendMessage(&question, &answer), B_OK);
+  EXPECT_EQ(whom.SendMessage(&question, &answer), B_OK);
   return answer;
 }
 
@@ -19,6 +19,12 @@ inline BMessage entry_of_playlist(int32 index) {
   question.AddSpecifier("Entry", index);
   question.AddSpecifier("Playlist");
   return ask_player(question);
+}
+
+inline std::string path_of_entry(int32 index) {
+  std::string path;
+  EXPECT_EQ(entry_of_playlist(index).FindString("filename", &path), B_OK);
+  return path;
 }
 
 inline int32 count_of_playlist() {
