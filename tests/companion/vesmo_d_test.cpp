@@ -3,6 +3,9 @@
 #include "tests/display/hands.h"
 #include "tests/link/loaded_images.h"
 
+#include <cstdio>
+#include <string>
+
 namespace {
 
 class BothPlugins : public LoadedImages {
@@ -13,6 +16,16 @@ protected:
     return state;
   }
 };
+
+/** The names that an image exports, each with its line end. */
+std::string exports_of(const std::string& file) {
+  FILE* const names = popen(("nm -D --defined-only " + file + " | awk '{ print $3 }'").c_str(), "r");
+  std::string exported;
+  char line[512];
+  while (names && std::fgets(line, sizeof line, names)) exported += line;
+  if (names) pclose(names);
+  return exported;
+}
 
 } // namespace
 
@@ -54,6 +67,6 @@ TEST_F(BothPlugins, TheDisplayOpensAgainWhenItWasOpenAtTheEnd) {
   EXPECT_FALSE(HasWindows());
 }
 
-TEST(DisplayImage, ExportsItsEntryAlone) {
-  EXPECT_EQ(exports_of(DISPLAY_FILE), "NewPlugin\n");
+TEST(PluginImages, ExportTheirEntryAlone) {
+  for (const char* file : {EDITOR_FILE, DISPLAY_FILE}) EXPECT_EQ(exports_of(file), "NewPlugin\n") << file;
 }

@@ -118,6 +118,9 @@ TEST_F(CommonWindow, TellsEveryApplicationThatHasTheControl) {
   // The value is told before it lies on the disk.
   EXPECT_TRUE(hands::until([] { return Family("application/x-vnd.test-third").Format() == "a) "; }))
       << "stored for those who start later";
+  hands::press(*fWindow, "Return"); // OK
+  EXPECT_TRUE(Until([this] { return fIsClosed; }));
+  EXPECT_EQ(fFirst->Format(), "a) ");
 }
 
 TEST_F(CommonWindow, CancelBringsBackAndDefaultSetsWhatIsBuiltIn) {

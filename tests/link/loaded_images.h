@@ -8,9 +8,7 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <memory>
-#include <string>
 
 /** The real images, loaded as the player loads them, by an application with settings of its own. */
 class LoadedImages : public testing::Test {
@@ -34,13 +32,3 @@ protected:
   ScratchFolder fFolder;
   OwnLooper<BApplication> fApp;
 };
-
-/** The names that an image exports, each with its line end. */
-inline std::string exports_of(const std::string& file) {
-  FILE* const names = popen(("nm -D --defined-only " + file + " | awk '{ print $3 }'").c_str(), "r");
-  std::string exported;
-  char line[512];
-  while (names && std::fgets(line, sizeof line, names)) exported += line;
-  if (names) pclose(names);
-  return exported;
-}

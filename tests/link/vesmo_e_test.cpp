@@ -54,7 +54,3 @@ TEST_F(Plugin, ComesAndGoesManyTimes) {
     ASSERT_EQ(fApp->CountLoopers(), loopers) << "round " << i;
   }
 }
-
-TEST(PluginImage, ExportsItsEntryAlone) {
-  EXPECT_EQ(exports_of(PLUGIN_FILE), "NewPlugin\n");
-}

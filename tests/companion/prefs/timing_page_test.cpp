@@ -3,6 +3,7 @@
 #include "platform/kernel/threads.h"
 #include "tests/companion/prefs/pref_world.h"
 #include "tests/display/hands.h"
+#include "tests/own_looper.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -143,12 +144,12 @@ TEST_F(TimingPage, WhatTheEditorFoundIsAProposalToo) {
 }
 
 TEST(ClickTrack, SixteenClicksComeEvenlyAndAreToldWhenTheyAreHeard) {
-  auto* const listener = new Listener;
+  const OwnLooper<Listener> listener(new Listener);
   Tape::Heard heard;
   {
-    TClickTrack track(BMessenger(listener), 1, [&heard] { return std::make_unique<Tape>(&heard); });
+    TClickTrack track(BMessenger(listener.get()), 1, [&heard] { return std::make_unique<Tape>(&heard); });
     track.Resume();
-    EXPECT_TRUE(hands::until([listener] {
+    EXPECT_TRUE(hands::until([&listener] {
       listener->DeliverAll();
       return listener->fHasEnded;
     }));
@@ -157,6 +158,4 @@ TEST(ClickTrack, SixteenClicksComeEvenlyAndAreToldWhenTheyAreHeard) {
   EXPECT_TRUE(listener->fIsPast);
   ASSERT_EQ(heard.clicks.size(), size_t{TClickTrack::kClicks});
   for (size_t i = 1; i < heard.clicks.size(); ++i) EXPECT_EQ(heard.clicks[i] - heard.clicks[i - 1], 36000U);
-  listener->Lock();
-  listener->Quit();
 }
