@@ -53,15 +53,6 @@ protected:
   OwnLooper<TVesmoEWin> fEditor;
 };
 
-TEST_F(Following, EditorKeepsItsPlaceBesideThePlayer) {
-  const BPoint apart = fEditor->Frame().LeftTop() - fPlayer->Frame().LeftTop();
-  for (const int x : {150, 40}) {
-    hands::move_by_hand(*fPlayer, x, 130);
-    Settle();
-    EXPECT_EQ(fEditor->Frame().LeftTop() - fPlayer->Frame().LeftTop(), apart);
-  }
-}
-
 TEST_F(Following, PlayerGoesOnWhenTheEditorIsGone) {
   fEditor.reset();
   hands::move_by_hand(*fPlayer, 150, 130);
