@@ -66,29 +66,6 @@ class Others(Case):
         hands.press("space")
         s.wait_rows("[00:00:00]one")
 
-    def test_the_format_of_the_letters_is_chosen_in_the_common_preferences(self):
-        s = self.stage
-        s.start(s.file("a.lrc", "one\n"))
-        s.choose("Tools", "KOREVA common preferences...")
-        window = s.wait_window("KOREVA Common Preferences")
-        s.wait(lambda: eyes.name(eyes.focused(window)) == "OK", "the keyboard at OK")
-        # The applications' controls come through the window's port.
-        s.wait(lambda: self.stands_above(eyes.find(window, "combo box"), eyes.find(window, "check box")), "the controls")
-        formats = eyes.find(window, "combo box")
-        hands.click(eyes.place(formats))
-        s.wait(lambda: "active" not in eyes.states(window) or "expanded" in eyes.states(formats), "the list of formats")
-        hands.press("Down", "Return")
-        s.wait(lambda: s.menu_item("F) File"), "the letter before the name")
-        hands.press("Return")
-        s.wait_focus("Lyrics")
-        s.stop()
-        s.start()
-        s.menu_item("F) File", "S) Save")
-
-    @staticmethod
-    def stands_above(upper, lower):
-        return upper and lower and eyes.place(upper)[1] < eyes.place(lower)[1]
-
     def test_help_opens_in_the_desktops_own_opener(self):
         s = self.stage
         opened = s.root / "opened"

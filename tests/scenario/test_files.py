@@ -4,49 +4,6 @@ import hands
 from case import Case
 
 
-class NewAndClose(Case):
-    def test_new_lyrics_are_saved_under_a_name(self):
-        s = self.stage
-        s.start(s.file("a.lrc", "one\n"))
-        hands.press("ctrl+n")
-        s.wait_title("New lyrics")
-        s.wait_rows("")
-        hands.press("ctrl+s")
-        s.fill_panel("Save lyrics", s.root / "b.lrc")
-        s.wait_title("b.lrc")
-        s.wait_status("Saved")
-        s.wait_bytes(s.root / "b.lrc", b"\n\0")
-
-    def test_closing_asks_for_changed_lyrics(self):
-        s = self.stage
-        lyrics = s.file("a.lrc", "one\ntwo\n")
-        s.start(lyrics)
-        hands.press("space")
-        s.wait_rows("[00:00:00]one", "two")
-        hands.press("ctrl+w")
-        s.answer('"a.lrc" has been changed', "Cancel")
-        s.wait_rows("[00:00:00]one", "two")
-        s.wait_bytes(lyrics, b"one\ntwo\n")
-        s.choose("File", "Close")
-        s.answer('"a.lrc" has been changed', "Yes")
-        s.wait_closed()
-        s.wait_bytes(lyrics, b"[00:00:00]one\ntwo\n\0")
-
-    def test_what_waits_for_the_save_goes_on_after_it(self):
-        s = self.stage
-        other = s.file("other.lrc", "other\n")
-        s.start()
-        hands.press("ctrl+e")
-        s.wait_status("[Edit]")
-        hands.write("mine")
-        hands.press("ctrl+o")
-        s.fill_panel("Open lyrics", other, then_asks=True)
-        s.answer("New lyrics has been changed", "Yes")
-        s.fill_panel("Save lyrics", s.root / "mine.lrc")
-        s.wait_title("other.lrc")
-        s.wait_bytes(s.root / "mine.lrc", b"mine\n\0")
-
-
 class Opening(Case):
     def test_the_lyrics_of_the_song_that_plays_open_by_key_menu_and_button(self):
         s = self.stage
@@ -78,6 +35,20 @@ class Opening(Case):
 
 
 class Saving(Case):
+    def test_what_waits_for_the_save_goes_on_after_it(self):
+        s = self.stage
+        other = s.file("other.lrc", "other\n")
+        s.start()
+        hands.press("ctrl+e")
+        s.wait_status("[Edit]")
+        hands.write("mine")
+        hands.press("ctrl+o")
+        s.fill_panel("Open lyrics", other, then_asks=True)
+        s.answer("New lyrics has been changed", "Yes")
+        s.fill_panel("Save lyrics", s.root / "mine.lrc")
+        s.wait_title("other.lrc")
+        s.wait_bytes(s.root / "mine.lrc", b"mine\n\0")
+
     def test_save_by_key_menu_and_button_keeps_encoding_and_line_ends(self):
         s = self.stage
         lyrics = s.file("a.lrc", "歌\r\n詞\r\n".encode("cp932"))
