@@ -58,6 +58,12 @@ void EditorByHand::SendToView(BMessage message) {
   Settle();
 }
 
+void EditorByHand::Shift(const char* amountMs) {
+  BMessage shift(kMsgShiftTags);
+  shift.AddString("_SmplIptData", amountMs);
+  Send(shift);
+}
+
 void EditorByHand::PressCloseButton() {
   hands::press_close_button(*fWindow);
   Settle();

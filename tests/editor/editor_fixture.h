@@ -23,6 +23,8 @@ protected:
   void SendToView(BMessage message);
   void Open(const std::string& path);
   void Press(const std::string& key);
+  /** As the window for it tells it. */
+  void Shift(const char* amountMs);
   void PressCloseButton();
   /** Lets the player play there, and the editor know of it. */
   void PlayAt(int32 positionMs, const std::string& title = "song");

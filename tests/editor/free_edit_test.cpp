@@ -105,9 +105,7 @@ TEST_F(FreeEdit, BrokenBytesSurviveTheModes) {
 TEST_F(FreeEdit, CommandsOverAllLinesWorkOnTheText) {
   OpenFreely("[00:10]one\ntwo\n");
   View().SetCurLine(1);
-  BMessage shift(kMsgShiftTags);
-  shift.AddString("_SmplIptData", "-2000");
-  Send(shift);
+  Shift("-2000");
   EXPECT_EQ(View().Text(), "[00:08]one\ntwo\n");
   EXPECT_EQ(View().CurLine(), 1);
   EXPECT_TRUE(IsModified());

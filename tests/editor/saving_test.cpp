@@ -14,6 +14,15 @@ using testing::StartsWith;
 
 class Saving : public EditorByHand {
 protected:
+  /** What a panel sends for a file of that name in the test's folder. */
+  BMessage Answered(uint32 what, const char* name) const {
+    BMessage answer(what);
+    entry_ref folder;
+    get_ref_for_path(fFolder.Path().c_str(), &folder);
+    answer.AddRef("directory", &folder);
+    if (name) answer.AddString("name", name);
+    return answer;
+  }
   int CountFiles() const {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(fFolder.Path())) count += entry.is_regular_file();
@@ -52,11 +61,7 @@ TEST_F(Saving, KeepsEncodingAndLineEndsToTheByte) {
 TEST_F(Saving, WhatTheEncodingCannotHoldIsNamedAndKept) {
   const std::string path = fFolder.Write("a.lrc", "[00:01]한é\n日é\n");
   Open(path);
-  BMessage save(B_SAVE_REQUESTED);
-  entry_ref folder;
-  get_ref_for_path(fFolder.Path().c_str(), &folder);
-  save.AddRef("directory", &folder);
-  save.AddString("name", "a.lrc");
+  BMessage save = Answered(B_SAVE_REQUESTED, "a.lrc");
   save.AddInt32("Encoding", 1);
   const std::string told = Answer("U", [&] { Send(save); }).text;
   EXPECT_THAT(told, StartsWith("These characters have no place in Shift-JIS and were replaced in the file:\n한 é\n\n"));
@@ -74,11 +79,7 @@ TEST_F(Saving, AnswerWithoutAFileWritesNothing) {
   Open(path);
   Change();
   Send(BMessage(B_SAVE_REQUESTED));
-  BMessage nameless(B_SAVE_REQUESTED);
-  entry_ref folder;
-  get_ref_for_path(fFolder.Path().c_str(), &folder);
-  nameless.AddRef("directory", &folder);
-  Send(nameless);
+  Send(Answered(B_SAVE_REQUESTED, nullptr));
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01]a\n");
   EXPECT_TRUE(IsModified());
   EXPECT_EQ(CountFiles(), 1);
@@ -154,11 +155,7 @@ TEST_F(Saving, ExportWritesACopyAndTouchesNothingElse) {
   Open(path);
   Change();
   const auto export_to = [this](const char* name, int32 format) {
-    BMessage answer(kMsgExportTo);
-    entry_ref folder;
-    get_ref_for_path(fFolder.Path().c_str(), &folder);
-    answer.AddRef("directory", &folder);
-    answer.AddString("name", name);
+    BMessage answer = Answered(kMsgExportTo, name);
     answer.AddInt32("Format", format);
     Send(answer);
   };

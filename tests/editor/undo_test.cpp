@@ -12,11 +12,6 @@ using testing::EndsWith;
 
 class UndoAndRedo : public EditorByHand {
 protected:
-  void Shift(const char* amountMs) {
-    BMessage shift(kMsgShiftTags);
-    shift.AddString("_SmplIptData", amountMs);
-    Send(shift);
-  }
   hands::MenuLine EditItem(size_t index) const { return hands::menu_lines(*fWindow, {"E - Edit"}).at(index); }
 };
 

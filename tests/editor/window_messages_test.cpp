@@ -10,16 +10,6 @@ using testing::EndsWith;
 
 using WindowMessages = EditorByHand;
 
-namespace {
-
-BMessage with_mode(int32 mode) {
-  BMessage message(kMsgMode);
-  message.AddInt32("Mode", mode);
-  return message;
-}
-
-} // namespace
-
 TEST_F(WindowMessages, MessagesWithoutTheirFieldsChangeNothing) {
   Open(fFolder.Write("a.lrc", "a\n"));
   for (const uint32 code :
@@ -33,8 +23,11 @@ TEST_F(WindowMessages, MessagesWithoutTheirFieldsChangeNothing) {
   mistyped.AddString("refs", "/etc/passwd");
   Send(mistyped);
   SendToView(BMessage(kMsgMode));
-  SendToView(with_mode(-1));
-  SendToView(with_mode(99));
+  for (const int32 mode : {-1, 99}) {
+    BMessage unknown(kMsgMode);
+    unknown.AddInt32("Mode", mode);
+    SendToView(unknown);
+  }
   EXPECT_THAT(Lines(), ElementsAre("a"));
   EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
   EXPECT_TRUE(hands::menu_lines(*fWindow, {"M - Mode", "T - Tag input"}).front().isMarked);
@@ -60,16 +53,12 @@ TEST_F(WindowMessages, ClosingKeepsThePlaceOfTheWindowAndItsMode) {
 TEST_F(WindowMessages, ShiftedTagsKeepTheCurrentLineAndAreReportedAsTyped) {
   Open(fFolder.Write("a.lrc", "[00:10]a\n[00:10:00]b\nc\n"));
   Press("Down");
-  BMessage shift(kMsgShiftTags);
-  shift.AddString("_SmplIptData", " -1499");
-  Send(shift);
+  Shift(" -1499");
   EXPECT_THAT(Lines(), ElementsAre("[00:09]a", "[00:08:50]b", "c"));
   EXPECT_THAT(Status(), EndsWith("All tags shifted by -1499 [ms]"));
   EXPECT_TRUE(IsModified());
   Press("Delete");
   EXPECT_THAT(Status(), EndsWith("line 2"));
-  BMessage tooFar(kMsgShiftTags);
-  tooFar.AddString("_SmplIptData", "99999999999999999999");
-  Send(tooFar);
+  Shift("99999999999999999999");
   EXPECT_THAT(Lines(), ElementsAre("[99:59]a", "b", "c"));
 }

@@ -1,5 +1,7 @@
 #include "player/playlist.h"
 
+#include "tests/player/songs.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -7,16 +9,8 @@ using testing::ElementsAre;
 
 namespace {
 
-TSongs songs_of(const std::vector<std::string>& paths) {
-  TSongs songs;
-  for (const std::string& path : paths) songs.emplace_back().path = path;
-  return songs;
-}
-
 std::vector<std::string> paths_of(const TPlaylist& list) {
-  std::vector<std::string> paths;
-  for (const TSong& song : *list.Songs()) paths.push_back(song.path);
-  return paths;
+  return paths_of(*list.Songs());
 }
 
 std::vector<int64> ids_at(const TPlaylist& list, const std::vector<int32>& rows) {

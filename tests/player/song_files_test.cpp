@@ -2,6 +2,7 @@
 
 #include "player/kept_list.h"
 #include "player/m3u.h"
+#include "tests/player/songs.h"
 #include "tests/scratch_folder.h"
 
 #include <gmock/gmock.h>
@@ -11,12 +12,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 namespace {
-
-std::vector<std::string> paths_of(const TSongs& songs) {
-  std::vector<std::string> paths;
-  for (const TSong& song : songs) paths.push_back(song.path);
-  return paths;
-}
 
 struct TGathered : TSongTaker {
   explicit TGathered(const std::string& path, size_t enough = 1000) : most(enough) { gather_songs(path, this); }

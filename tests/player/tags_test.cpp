@@ -4,6 +4,7 @@
 #include "player/tag_asker.h"
 #include "player/tag_reader.h"
 
+#include "tests/player/songs.h"
 #include "tests/player/wav.h"
 #include "tests/scratch_folder.h"
 
@@ -19,12 +20,9 @@ using testing::IsEmpty;
 
 namespace {
 
-std::shared_ptr<const TSongs> songs_of(const std::vector<std::string>& paths) {
-  TSongs songs;
-  for (const std::string& path : paths) {
-    songs.emplace_back().path = path;
-    songs.back().id = static_cast<int64>(songs.size());
-  }
+std::shared_ptr<TSongs> numbered_songs(const std::vector<std::string>& paths) {
+  TSongs songs = songs_of(paths);
+  for (size_t i = 0; i < songs.size(); ++i) songs[i].id = static_cast<int64>(i + 1);
   return std::make_shared<TSongs>(songs);
 }
 
@@ -90,7 +88,7 @@ TEST(TagTalk, AFileIsLookedIntoUnlessItIsKnownAsItIs) {
 }
 
 TEST(TagAsker, BeginsWithWhatIsSeenAndAsksOnceAboutEverySongThatNothingIsKnownOf) {
-  TSongs songs = *songs_of({"/a", "/played", "/b", "/gone", "http://radio", "/told", "/c"});
+  TSongs songs = *numbered_songs({"/a", "/played", "/b", "/gone", "http://radio", "/told", "/c"});
   songs[1].played = true;
   songs[3].failed = true;
   songs[5].durationMs = 1000;
@@ -117,7 +115,7 @@ TEST(TagAsker, BeginsWithWhatIsSeenAndAsksOnceAboutEverySongThatNothingIsKnownOf
 
 TEST(TagAsker, RemembersWhatAFileSaidUntilItIsAnother) {
   TTagAsker asker;
-  TSongs songs = *songs_of({"/a", "/a", "/a"});
+  TSongs songs = *numbered_songs({"/a", "/a", "/a"});
   asker.Show(std::make_shared<TSongs>(songs));
   EXPECT_EQ(asker.Ask(0), question("/a"));
   asker.Take(answer("A"));
@@ -145,7 +143,7 @@ TEST(TagReader, PassesOverWhatItsProgramFailsOn) {
   const auto wait_for = [&](size_t many) {
     while (titles.size() < many) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   };
-  reader.Show(songs_of({"/one", "/hangs", "/dies", "/babbles", "/two"}));
+  reader.Show(numbered_songs({"/one", "/hangs", "/dies", "/babbles", "/two"}));
   wait_for(1); // from then on it hangs
   reader.PassOver();
   wait_for(2);

@@ -44,6 +44,8 @@ protected:
   Desktop() : fThread(fApp->Run()) {
     fApp->PostMessage(kMsgFirstSong);
     fApp->PostMessage(kMsgOtherPlugins);
+    EXPECT_EQ(UntilStatus("Paused"), "Paused");
+    EXPECT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
   }
   ~Desktop() override {
     fApp->PostMessage(B_QUIT_REQUESTED);
@@ -81,8 +83,6 @@ protected:
 } // namespace
 
 TEST_F(Desktop, PlaysPausesAndTellsTheSong) {
-  ASSERT_EQ(UntilStatus("Paused"), "Paused");
-  EXPECT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
   EXPECT_EQ(playerctl("metadata --format '{{artist}}|{{mpris:length}}|{{xesam:url}}'"),
             "Somebody|60000000|file:///music/one%20song.mp3");
   playerctl("play");
@@ -105,8 +105,6 @@ TEST_F(Desktop, TheCoverIsToldWhileItsSongIsTheOneThatPlays) {
     fApp->PostMessage(&cover);
   };
   const auto cover = [] { return playerctl("metadata --format '{{mpris:artUrl}}'"); };
-  ASSERT_EQ(UntilStatus("Paused"), "Paused");
-  ASSERT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
   tell("/music/one song.mp3", "/cache/a b.jpg");
   EXPECT_EQ(Until("file:///cache/a%20b.jpg", cover), "file:///cache/a%20b.jpg");
   tell("/music/two.mp3", "/cache/two.jpg");
@@ -116,8 +114,6 @@ TEST_F(Desktop, TheCoverIsToldWhileItsSongIsTheOneThatPlays) {
 }
 
 TEST_F(Desktop, SeeksAndSetsVolumeAndRateWithinTheirBounds) {
-  ASSERT_EQ(UntilStatus("Paused"), "Paused");
-  ASSERT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
   const auto position = [] { return playerctl("position"); };
   playerctl("position 10");
   EXPECT_EQ(Until("10.000000", position), "10.000000");
@@ -136,7 +132,6 @@ TEST_F(Desktop, SeeksAndSetsVolumeAndRateWithinTheirBounds) {
 }
 
 TEST_F(Desktop, OpensAFileAndGoesOnWithoutTheBus) {
-  ASSERT_EQ(UntilStatus("Paused"), "Paused");
   const std::string file = fSettings.Write("third.mp3", "");
   playerctl("open file://" + file);
   EXPECT_EQ(UntilTitle("Title of " + file), "Title of " + file);
@@ -146,7 +141,6 @@ TEST_F(Desktop, OpensAFileAndGoesOnWithoutTheBus) {
 }
 
 TEST_F(Desktop, FrontEndsAreToldOfTheOtherPlayersSong) {
-  ASSERT_EQ(UntilStatus("Paused"), "Paused");
   auto other = std::make_unique<FakePlayer>("fake", playing_song("file:///elsewhere/song.mp3"), [] { return 7000000; });
   const auto entry = [] { return path_of_entry(0); };
   const auto chosen = [&] {
