@@ -3,13 +3,11 @@
       read NAME                  the code and the bytes of its next message, waiting for one
       delete NAME                deletes a port: a status
       write NAME TEXT TIMEOUT    writes to a port: a status
-      find NAME                  whether there is such a port
       write-many NAME COUNT      writes that often, waiting for room: the last status
       read-many NAME COUNT       reads that often: how many came in order
       app SIGNATURE CAPACITY     starts an application that bears the signature, see Echo
       ask SIGNATURE TEXT         asks an application: its answer
-      notes                      how many notes the application has had
-      running SIGNATURE          whether somebody bears it */
+      notes                      how many notes the application has had */
 
 #include "platform/app/application.h"
 #include "platform/app/message.h"
@@ -138,14 +136,12 @@ std::string obey(const std::string& order) {
     return be_roster->IsRunning(name.c_str()) ? "ok" : "failed";
   }
   if (verb == "notes") return std::to_string(Echo::sNotes);
-  if (verb == "running") return be_roster->IsRunning(name.c_str()) ? "yes" : "no";
   if (verb == "ask") {
     std::string text;
     words >> text;
     return ask(name, text);
   }
   const port_id port = find_port(name.c_str());
-  if (verb == "find") return port >= 0 ? "yes" : "no";
   if (verb == "read") return read_one(port);
   if (verb == "delete") return status_name(delete_port(port));
   if (verb == "write") {
