@@ -44,3 +44,9 @@ TEST(ConvertTimeTags, RoundsHalfSecondsUpAndKeepsTheRest) {
   convert_time_tags(&lines, true);
   EXPECT_THAT(lines, ElementsAre("[00:10:00]a", "[00:11:00]b", "[02:00:00]c", "[99:59:00]d", "[00:10:00]e", "f"));
 }
+
+TEST(DeleteTimeTags, TakesTheFirstBracketOffEveryLine) {
+  Lines lines{"[00:01]a", "[Chorus]", "[00:01][00:02]b", "c"};
+  delete_time_tags(&lines);
+  EXPECT_THAT(lines, ElementsAre("a", "", "[00:02]b", "c"));
+}

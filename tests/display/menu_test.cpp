@@ -100,6 +100,15 @@ TEST_F(Menus, MenusRebuiltInOtherWordsAreShownAndWork) {
   EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+K"); }), ElementsAre('neu_'));
 }
 
+TEST_F(Menus, RecentFilesComeAndGo) {
+  fWindow->fOpen->AddItem(new BMenuItem("older", new BMessage('scnd')), 1);
+  hands::settle(*fWindow);
+  EXPECT_EQ(hands::menu_lines(*fWindow, {"File & more", "Open"}).size(), 4u);
+  delete fWindow->fOpen->RemoveItem(int32{0});
+  hands::settle(*fWindow);
+  EXPECT_EQ(hands::menu_lines(*fWindow, {"File & more", "Open"})[0].label, "older");
+}
+
 TEST_F(Menus, KeyboardAloneReachesEveryItem) {
   EXPECT_THAT(After([&] {
                 hands::press(*fWindow, "F10");

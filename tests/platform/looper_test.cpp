@@ -123,13 +123,14 @@ TEST(Looper, FiltersSeeAMessageFirst) {
   looper->AddCommonFilter(filter);
   looper->PostMessage('skip');
   looper->PostMessage('some');
+  looper->PostMessage('more');
   looper->DeliverAll();
-  EXPECT_THAT(looper->fReceived, ElementsAre('some'));
+  EXPECT_THAT(looper->fReceived, ElementsAre('some', 'more'));
   EXPECT_TRUE(looper->RemoveCommonFilter(filter));
   delete filter;
   looper->PostMessage('skip');
   looper->DeliverAll();
-  EXPECT_THAT(looper->fReceived, ElementsAre('some', 'skip'));
+  EXPECT_THAT(looper->fReceived, ElementsAre('some', 'more', 'skip'));
 }
 
 TEST(Looper, TellsTheAskerWhetherItAgreedToQuit) {

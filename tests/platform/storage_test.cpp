@@ -1,6 +1,7 @@
 #include "platform/storage/directory.h"
 #include "platform/storage/file.h"
 #include "platform/storage/find_directory.h"
+#include "platform/storage/resources.h"
 #include "tests/scratch_folder.h"
 
 #include <gmock/gmock.h>
@@ -52,4 +53,14 @@ TEST(FindDirectory, TakesOnlyAnAbsoluteSettingsFolder) {
   setenv("XDG_CONFIG_HOME", "/settings", 1);
   find_directory(B_USER_SETTINGS_DIRECTORY, &path);
   EXPECT_STREQ(path.Path(), "/settings");
+}
+
+TEST(Resources, AreFoundByTypeWithIdOrName) {
+  const compiled_resource table[] = {{B_STRING_TYPE, 3000, "one", "abc", 3}, {B_RAW_TYPE, 3000, "two", "de", 2}};
+  const BResources resources(table, 2);
+  size_t size = 0;
+  EXPECT_NE(resources.LoadResource(B_RAW_TYPE, int32{3000}, &size), nullptr);
+  EXPECT_EQ(size, 2U);
+  EXPECT_EQ(resources.LoadResource(B_RAW_TYPE, "one", &size), nullptr);
+  EXPECT_NE(resources.LoadResource(B_STRING_TYPE, "one", &size), nullptr);
 }
