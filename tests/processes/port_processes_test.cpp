@@ -5,6 +5,7 @@
 #include "tests/processes/peer.h"
 
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -32,14 +33,15 @@ std::string read_text(port_id port) {
   return text;
 }
 
-/** Opens the port and goes again, as a program of bad manners would. */
-void send_bare(const std::string& name, std::string_view bytes) {
-  const UniqueFd line(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+/** A bare socket at the port, as a program of bad manners would open it. */
+UniqueFd bare_line(const std::string& name, std::string_view bytes) {
+  UniqueFd line(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
   std::strncpy(address.sun_path, port_file(name).c_str(), sizeof address.sun_path - 1);
-  ASSERT_EQ(connect(line.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  EXPECT_EQ(connect(line.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
   send(line.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+  return line;
 }
 
 } // namespace
@@ -191,9 +193,12 @@ TEST(PortsBetweenProcesses, SurviveWhateverIsWrittenToTheirSockets) {
   };
   for (int i = 0; i < 50; ++i) {
     for (const std::string& bytes : {head(0xffffffff), head(100) + "too few", head(0).substr(0, 7), std::string()}) {
-      send_bare("attacked", bytes);
+      bare_line("attacked", bytes);
     }
   }
+  const UniqueFd tooLarge = bare_line("attacked", head(0xffffffff));
+  pollfd hungUp{tooLarge.Get(), POLLIN, 0};
+  EXPECT_EQ(poll(&hungUp, 1, 30000), 1) << "what announces more than a message may hold is not waited for";
   Peer peer;
   EXPECT_EQ(peer.Ask("write attacked hello 0"), "ok");
   EXPECT_EQ(read_text(ours), "hello");
