@@ -14,11 +14,6 @@ std::list<std::string> lines_of(const TEditHistory& history) {
   return {history.Lines().begin(), history.Lines().end()};
 }
 
-/** All lines give way to others, as a command over every line does it. */
-TLinesChange whole(const TEditHistory& history, std::list<std::string> lines) {
-  return {0, static_cast<int32>(history.Lines().size()), std::move(lines)};
-}
-
 /** A change anywhere in the document, of any of the shapes that occur. */
 TLinesChange any_change(const TEditHistory& history, std::mt19937* random) {
   const auto below = [random](size_t bound) { return static_cast<int32>((*random)() % bound); };
@@ -26,7 +21,7 @@ TLinesChange any_change(const TEditHistory& history, std::mt19937* random) {
   if (below(4) == 0) {
     std::list<std::string> lines = lines_of(history);
     shift_time_tags(&lines, below(5000));
-    return whole(history, lines);
+    return {0, static_cast<int32>(count), std::move(lines)}; // as a command over every line does it
   }
   TLinesChange change;
   change.first = below(count + 1);
