@@ -23,22 +23,16 @@ public:
     fFile->ReadValue(key, text);
     return text;
   }
-  std::vector<std::string> Sections() {
-    BList list;
-    fFile->EnumSections(&list);
-    return Texts(list);
-  }
-  std::vector<std::string> Keys() {
-    BList list;
-    fFile->EnumKeys(&list);
-    return Texts(list);
-  }
+  std::vector<std::string> Sections() { return Texts(&TIniFile::EnumSections); }
+  std::vector<std::string> Keys() { return Texts(&TIniFile::EnumKeys); }
   std::string Written() const {
     return std::string(static_cast<const char*>(fStream.Buffer()), fStream.BufferLength());
   }
 
 private:
-  static std::vector<std::string> Texts(const BList& list) {
+  std::vector<std::string> Texts(int32 (TIniFile::*enumerate)(BList*)) {
+    BList list;
+    (fFile.get()->*enumerate)(&list);
     std::vector<std::string> texts;
     for (int32 i = 0; i < list.CountItems(); ++i) texts.emplace_back(static_cast<const char*>(list.ItemAt(i)));
     return texts;
