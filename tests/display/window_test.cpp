@@ -87,13 +87,23 @@ TEST_F(Window, ManyMovesArriveAsOneMessageWithTheLastPlace) {
 }
 
 TEST_F(Window, KeysReachTheViewWithTheFocusAsBytes) {
-  auto* view = new KeyView({0, 0, 99, 99}, "view", B_FOLLOW_LEFT_TOP, B_NAVIGABLE);
-  fWindow->AddChild(view);
-  view->MakeFocus();
+  auto* first = new KeyView({0, 0, 99, 99}, "first", B_FOLLOW_LEFT_TOP, B_NAVIGABLE);
+  auto* second = new KeyView({100, 0, 199, 99}, "second", B_FOLLOW_LEFT_TOP, B_NAVIGABLE);
+  fWindow->AddChild(first);
+  fWindow->AddChild(second);
+  first->MakeFocus();
   hands::settle(*fWindow);
   for (const char* key : {"+", "Del", "Backspace", "Left", "F5", "Esc"}) hands::press(*fWindow, key);
   hands::settle(*fWindow);
-  EXPECT_EQ(view->fKeys, "+\x7f\x08\x1c\x10\x1b");
+  EXPECT_EQ(first->fKeys, "+\x7f\x08\x1c\x10\x1b");
+
+  hands::press(*fWindow, "Tab");
+  hands::settle(*fWindow);
+  EXPECT_EQ(fWindow->CurrentFocus(), second);
+  EXPECT_FALSE(first->IsFocus());
+  hands::press(*fWindow, "-");
+  hands::settle(*fWindow);
+  EXPECT_EQ(second->fKeys, "-");
 }
 
 TEST_F(Window, StaysOnTopAsLongAsItIsAskedTo) {

@@ -50,6 +50,13 @@ class VesmoLrc(unittest.TestCase):
         self.assertTrue((self.root / "x/link.lrc").is_symlink())
         self.assertEqual(self.files(), ["a.lrc", "x/link.lrc", "x/song.txt", "x/y/b.LRC"])
 
+    def test_every_name_of_a_file_sees_the_new_text(self):
+        a = self.write("a.lrc", "[00:01]a\n")
+        os.link(a, self.root / "b.lrc")
+        self.run_tool("strip", self.root)
+        self.assertEqual((self.root / "b.lrc").read_bytes(), b"a\n")
+        self.assertEqual(self.files(), ["a.lrc", "b.lrc"])
+
     def test_a_dry_run_shows_a_difference_and_writes_nothing(self):
         a = self.write("a.lrc", "[00:01]a\nb\n")
         shown, _ = self.run_tool("shift", "--by", "1s", "-n", a)
