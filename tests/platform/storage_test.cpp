@@ -1,6 +1,7 @@
 #include "platform/storage/directory.h"
 #include "platform/storage/file.h"
 #include "platform/storage/find_directory.h"
+#include "platform/storage/node_info.h"
 #include "platform/storage/resources.h"
 #include "tests/scratch_folder.h"
 
@@ -42,6 +43,17 @@ TEST(Directory, WalksInByteOrder) {
   EXPECT_EQ(BDirectory("/nowhere").InitCheck(), B_ENTRY_NOT_FOUND);
   EXPECT_EQ(create_directory(folder.File("x/y/z").c_str(), 0777), B_OK);
   EXPECT_EQ(create_directory(folder.File("a/b").c_str(), 0777), B_NOT_A_DIRECTORY);
+}
+
+TEST(NodeInfo, KeepsTheTypeThatWasSet) {
+  const ScratchFolder folder;
+  BFile file(folder.Write("a", "x").c_str(), B_READ_WRITE);
+  BNodeInfo info(&file);
+  std::string type;
+  EXPECT_NE(info.GetType(&type), B_OK);
+  if (info.SetType("text/plain") != B_OK) GTEST_SKIP() << "this file system keeps no attributes";
+  EXPECT_EQ(info.GetType(&type), B_OK);
+  EXPECT_EQ(type, "text/plain");
 }
 
 TEST(FindDirectory, TakesOnlyAnAbsoluteSettingsFolder) {
