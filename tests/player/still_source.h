@@ -1,8 +1,11 @@
 #pragma once
 
-#include "player/song_source.h"
+#include "platform/kernel/threads.h"
+#include "player/sonivo_app.h"
 
 #include <atomic>
+#include <string>
+#include <vector>
 
 /** Finds every song, a minute long, stays where it was sought to, and keeps account of what it is told. */
 class StillSource : public TSongSource {
@@ -40,4 +43,26 @@ private:
   TSongEvents* const fEvents;
   Account* const fAccount;
   int64 fLoads = 0;
+};
+
+/** The player without a screen and with that sound, until the test ends. */
+class StillPlayer {
+public:
+  StillPlayer(const std::vector<std::string>& songs, bool startsPaused) {
+    TCommandLine line;
+    line.songs = songs;
+    line.startsPaused = startsPaused;
+    fApp =
+        new TSonivoApp(line, [this](TSongEvents* events) { return std::make_unique<StillSource>(events, &fAccount); });
+    fThread = fApp->Run();
+  }
+  ~StillPlayer() {
+    fApp->PostMessage(B_QUIT_REQUESTED);
+    wait_for_thread(fThread, nullptr);
+  }
+  StillSource::Account fAccount;
+  TSonivoApp* fApp;
+
+private:
+  thread_id fThread;
 };

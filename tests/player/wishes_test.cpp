@@ -20,17 +20,7 @@ constexpr const char* kOwnTitle = "Title of /music/song.mp3";
 
 class Wishes : public testing::Test {
 protected:
-  Wishes() : fThread(fApp->Run()) { wait_for_songs(1); }
-  ~Wishes() override {
-    fApp->PostMessage(B_QUIT_REQUESTED);
-    wait_for_thread(fThread, nullptr);
-  }
-
-  static TCommandLine OneSong() {
-    TCommandLine line;
-    line.songs = {"/music/song.mp3"};
-    return line;
-  }
+  Wishes() { wait_for_songs(1); }
 
   static void Wish(uint32 what) { BMessenger(kSignature).SendMessage(what); }
   static void Wish(uint32 what, const char* field, int32 value) {
@@ -70,10 +60,8 @@ protected:
     return title;
   }
 
-  StillSource::Account fAccount;
-  TSonivoApp* fApp = new TSonivoApp(
-      OneSong(), [this](TSongEvents* events) { return std::make_unique<StillSource>(events, &fAccount); });
-  thread_id fThread;
+  StillPlayer fPlayer{{"/music/song.mp3"}, false};
+  StillSource::Account& fAccount = fPlayer.fAccount;
 };
 
 } // namespace

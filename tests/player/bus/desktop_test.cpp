@@ -41,21 +41,11 @@ std::string property(const std::string& name, const std::string& value = {}) {
 
 class Desktop : public testing::Test {
 protected:
-  Desktop() : fThread(fApp->Run()) {
+  Desktop() {
     fApp->PostMessage(kMsgFirstSong);
     fApp->PostMessage(kMsgOtherPlugins);
     EXPECT_EQ(UntilStatus("Paused"), "Paused");
     EXPECT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
-  }
-  ~Desktop() override {
-    fApp->PostMessage(B_QUIT_REQUESTED);
-    wait_for_thread(fThread, nullptr);
-  }
-  static TCommandLine Songs() {
-    TCommandLine line;
-    line.songs = {"/music/one song.mp3", "/music/two.mp3"};
-    line.startsPaused = true;
-    return line;
   }
   /** What is wished takes its way through the player's own thread. */
   template <typename Ask>
@@ -74,10 +64,8 @@ protected:
   const ScratchFolder fSettings;
   const int fSet = setenv("XDG_CONFIG_HOME", fSettings.Path().c_str(), 1);
   PrivateBus fDaemon;
-  StillSource::Account fAccount;
-  TSonivoApp* fApp =
-      new TSonivoApp(Songs(), [this](TSongEvents* events) { return std::make_unique<StillSource>(events, &fAccount); });
-  thread_id fThread;
+  StillPlayer fPlayer{{"/music/one song.mp3", "/music/two.mp3"}, true};
+  TSonivoApp* const fApp = fPlayer.fApp;
 };
 
 } // namespace
