@@ -1,36 +1,94 @@
 #pragma once
 
+#include "common/koreva.h"
 #include "companion/prefs/vesmo_d_pref_win.h"
-#include "platform/app/looper.h"
+#include "language/llt.h"
+#include "platform/interface/tab_view.h"
+#include "platform/storage/entry.h"
+#include "tests/display/hands.h"
+#include "tests/own_looper.h"
 #include "tests/scratch_folder.h"
 
 #include <gmock/gmock.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 /** The preferences window, driven by hand, with a manager that takes the notices over as the companion's does. */
 class PrefWindow : public testing::Test {
 protected:
-  PrefWindow();
-  ~PrefWindow() override;
+  PrefWindow() {
+    setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
+    gPref = new TPref;
+    gLLT = new TLLT;
+    gLLT->Load(TEXTS_FOLDER "/English.llt");
+  }
+  ~PrefWindow() override {
+    if (fWindow && fWindow->Lock()) fWindow->Quit();
+    fManager.reset();
+    delete std::exchange(gLLT, nullptr);
+    delete std::exchange(gPref, nullptr);
+  }
 
-  void Open(TClickTrack::TOpen openOutput = {});
-  void Settle();
-  void Click(const char* view);
-  void Press(const char* key);
+  void Open(TClickTrack::TOpen openOutput = {}) {
+    fWindow = new TVesmoDPrefWin(TEXTS_FOLDER, BMessenger(fManager.get()), std::move(openOutput));
+    fWindow->SetRunsOnShow(false);
+    fWindow->Show();
+    fWindow->Activate();
+    Settle();
+  }
+  void Settle() { hands::settle(*fWindow); }
+  void Click(const char* view) {
+    hands::click(*fWindow, view, {8, 8});
+    Settle();
+  }
+  void Press(const std::string& key) {
+    hands::press(*fWindow, key);
+    Settle();
+  }
   /** Into a field, instead of what stands there. */
-  void Type(const char* field, const std::string& text);
-  void SelectTab(int32 index);
-  void Post(const BMessage& message);
-  std::string Label(const char* view);
+  void Type(const char* field, const std::string& text) {
+    fWindow->FindView(field)->MakeFocus();
+    Settle();
+    Press("Ctrl+A");
+    for (const char c : text) Press(std::string(1, c));
+  }
+  void SelectTab(int32 index) {
+    static_cast<BTabView*>(fWindow->FindView("PrefTabs"))->Select(index);
+    Settle();
+  }
+  void Post(const BMessage& message) {
+    fWindow->PostMessage(&message);
+    Settle();
+  }
+  std::string Label(const char* view) { return hands::label_text(*fWindow, view); }
   /** The notices since, as "code: fields". */
-  std::vector<std::string> Notices();
+  std::vector<std::string> Notices() {
+    fManager->DeliverAll();
+    return std::exchange(fManager->fNotices, {});
+  }
   /** What a program that starts now would read. */
-  TPrefValues Stored();
+  static TPrefValues Stored() {
+    BEntry entry;
+    TPref stored;
+    koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared");
+    stored.Load(entry);
+    return *stored.Values();
+  }
 
-  class Manager;
+  struct Manager : BLooper {
+    void MessageReceived(BMessage* message) override {
+      gPref->Unarchive(*message);
+      std::string notice;
+      for (int shift = 24; shift >= 0; shift -= 8) notice += static_cast<char>(message->what >> shift);
+      notice += ":";
+      for (const std::string& field : message->FieldNames()) notice += " " + field;
+      fNotices.push_back(notice);
+    }
+    std::vector<std::string> fNotices;
+  };
   ScratchFolder fFolder;
-  Manager* fManager;
+  OwnLooper<Manager> fManager{new Manager};
   TVesmoDPrefWin* fWindow = nullptr;
 };
