@@ -149,6 +149,16 @@ TEST_F(SavingNew, CancelledPanelDropsTheWaitingCommand) {
   EXPECT_FALSE(IsClosed());
 }
 
+TEST_F(SavingNew, LineEndsThatTheSettingsDoNotKnowAreThoseThePanelShows) {
+  SetPref([](TPrefValues* values) { values->writeCRType = 7; });
+  Answer("N", [this] { Press("Ctrl+N"); });
+  EXPECT_THAT(Status(), HasSubstr("<LF>"));
+  Send(BMessage(kMsgSaveAs));
+  hands::type_file_name(Panel(), "new.lrc");
+  EXPECT_TRUE(Until([&] { return Title() == "new.lrc - Vesmo Editor"; }));
+  EXPECT_EQ(fFolder.Read("new.lrc"), std::string("\n\0", 2));
+}
+
 TEST_F(Saving, ExportWritesACopyAndTouchesNothingElse) {
   const std::string path = fFolder.Write("a.lrc", "[00:01:50]a\n[00:03]b\n");
   std::filesystem::create_symlink(path, fFolder.File("link.lrc"));
