@@ -35,20 +35,6 @@ class Opening(Case):
 
 
 class Saving(Case):
-    def test_what_waits_for_the_save_goes_on_after_it(self):
-        s = self.stage
-        other = s.file("other.lrc", "other\n")
-        s.start()
-        hands.press("ctrl+e")
-        s.wait_status("[Edit]")
-        hands.write("mine")
-        hands.press("ctrl+o")
-        s.fill_panel("Open lyrics", other, then_asks=True)
-        s.answer("New lyrics has been changed", "Yes")
-        s.fill_panel("Save lyrics", s.root / "mine.lrc")
-        s.wait_title("other.lrc")
-        s.wait_bytes(s.root / "mine.lrc", b"mine\n\0")
-
     def test_save_by_key_menu_and_button_keeps_encoding_and_line_ends(self):
         s = self.stage
         lyrics = s.file("a.lrc", "歌\r\n詞\r\n".encode("cp932"))
