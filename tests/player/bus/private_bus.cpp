@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
+#include <string>
 
 PrivateBus::PrivateBus() {
   std::array<int, 2> pipe{};
@@ -22,11 +23,12 @@ PrivateBus::PrivateBus() {
   const int error = posix_spawnp(&fProcess, words[0], &actions, nullptr, words.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   close(pipe[1]);
+  std::string address;
   char letter = 0;
-  while (error == 0 && read(pipe[0], &letter, 1) == 1 && letter != '\n') fAddress += letter;
+  while (error == 0 && read(pipe[0], &letter, 1) == 1 && letter != '\n') address += letter;
   close(pipe[0]);
-  if (fAddress.empty()) throw std::runtime_error("dbus-daemon did not start");
-  setenv("DBUS_SESSION_BUS_ADDRESS", fAddress.c_str(), 1);
+  if (address.empty()) throw std::runtime_error("dbus-daemon did not start");
+  setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
 }
 
 PrivateBus::~PrivateBus() {

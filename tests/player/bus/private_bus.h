@@ -2,8 +2,6 @@
 
 #include <sys/types.h>
 
-#include <string>
-
 /** A message bus of this process's own, which its session bus address names while this lives. */
 class PrivateBus {
 public:
@@ -13,9 +11,7 @@ public:
   ~PrivateBus();
   /** Ends the bus, as the end of a session does. */
   void End();
-  const std::string& Address() const { return fAddress; }
 
 private:
   pid_t fProcess = -1;
-  std::string fAddress;
 };
