@@ -2,6 +2,7 @@
 
 #include "platform/support/types.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -15,7 +16,9 @@ struct TInfoRecord {
   int32 durationMs = 0;
   char title[112] = {}; // ends at a NUL
 };
-static_assert(sizeof(TInfoRecord) == 124);
+// Front ends read it by these places.
+static_assert(sizeof(TInfoRecord) == 124 && offsetof(TInfoRecord, positionMs) == 4 &&
+              offsetof(TInfoRecord, title) == 12);
 
 /** The text as the record can hold it: at most 111 bytes, cut between characters. */
 std::string cut_title(std::string_view title);
