@@ -51,6 +51,7 @@ class Saving(Case):
         s.choose("File", "Save")
         s.wait_bytes(lyrics, "[00:00:00]歌\r\n[00:00:01]詞\r\n".encode("cp932"))
 
+
 class Exporting(Case):
     def test_a_copy_for_other_programs_leaves_the_lyrics_as_they_are(self):
         s = self.stage

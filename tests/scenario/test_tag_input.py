@@ -43,6 +43,7 @@ class Stamping(Case):
         hands.press("Up", "plus", "BackSpace")
         s.wait_status("The last step was no stamp")
 
+
 class ThePlayer(Case):
     def test_return_and_double_click_go_to_the_time_of_a_line(self):
         s = self.stage

@@ -28,6 +28,7 @@ class FreeEdit(Case):
         hands.press("ctrl+w")
         s.wait_closed()
 
+
 class EveryLine(Case):
     def test_tags_are_converted_both_ways_and_deleted_when_the_answer_is_yes(self):
         s = self.stage
