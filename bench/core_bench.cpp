@@ -68,18 +68,10 @@ void read_and_count(const std::string& path) {
   gSink = static_cast<size_t>(std::count(bytes.begin(), bytes.end(), '\n'));
 }
 
-Lines split(const std::string& bytes) {
+Lines split(std::istream&& stream, char lineEnd) {
   Lines lines;
-  std::istringstream stream(bytes);
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  for (std::string line; std::getline(stream, line, lineEnd);) lines.push_back(line);
   return lines;
-}
-
-void read_and_split(const std::string& path) {
-  Lines lines;
-  std::ifstream file(path);
-  for (std::string line; std::getline(file, line);) lines.push_back(line);
-  gSink = lines.size();
 }
 
 std::string through_iconv(const std::string& bytes, const char* to, const char* from) {
@@ -119,10 +111,14 @@ void measure_form(int count, const Lines& lines, long encoding, long crType, con
   const auto loads = [&] { load(path, kDetectEncoding); };
   row("load", count, form, compare(rounds, loads, [&] { read_and_count(path); }), "plain read + newline count");
   const char* const name = kConverters[encoding];
+  const char lineEnd = crType == 2 ? '\r' : '\n'; // of CR LF the CR stays in the line
   if (encoding == 0) {
-    row("load", count, form, compare(rounds, loads, [&] { read_and_split(path); }), "plain read + split");
+    const auto readAndSplit = [&] { gSink = split(std::ifstream(path), lineEnd).size(); };
+    row("load", count, form, compare(rounds, loads, readAndSplit), "plain read + split");
   } else {
-    const auto iconvAndSplit = [&] { gSink = split(through_iconv(read_file(path), "UTF-8", name)).size(); };
+    const auto iconvAndSplit = [&] {
+      gSink = split(std::istringstream(through_iconv(read_file(path), "UTF-8", name)), lineEnd).size();
+    };
     row("load", count, form, compare(rounds, loads, iconvAndSplit), "read + iconv + split");
   }
   const std::string saved = path + ".saved";
