@@ -61,9 +61,10 @@ std::string path_in_url(std::string_view url) {
 
 std::string path_of(std::string_view line, const std::string& folder) {
   std::string name(line);
-  if (is_address(name) && !name.starts_with(kFile)) return on_one_line(name);
   if (name.starts_with(kFile)) {
     name = path_in_url(line.substr(kFile.size()));
+  } else if (is_address(name)) {
+    return on_one_line(name);
   } else if (name.find('/') == std::string::npos) {
     // Lists from elsewhere part folders by backslashes.
     std::replace(name.begin(), name.end(), '\\', '/');

@@ -10,9 +10,11 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <utility>
+
 struct TPlayerWindow::TWidgetSlot {
   QPointer<TPlayerWidget> widget;
-  TPlayerState state; // shown last: the widget may come after it
+  TPlayerState state; // to be shown by the widget when it comes
 
   /** An empty place at first. What the user waits for at the start is the editor, whose window is put together at the
       same time: the inside of this one comes as soon as the display thread has nothing else to do. */
@@ -24,7 +26,7 @@ struct TPlayerWindow::TWidgetSlot {
     whenIdle->setSingleShot(true);
     QObject::connect(whenIdle, &QTimer::timeout, place, [slot, player, layout] {
       slot->widget = new TPlayerWidget(player);
-      slot->widget->ShowState(slot->state);
+      slot->widget->ShowState(std::exchange(slot->state, {}));
       layout->addWidget(slot->widget);
     });
     whenIdle->start(0);
@@ -48,8 +50,10 @@ TPlayerWindow::TPlayerWindow(const BMessenger& player)
 
 void TPlayerWindow::ShowState(const TPlayerState& state) {
   display::post([slot = fSlot, state] {
-    slot->state = state;
-    if (slot->widget) slot->widget->ShowState(state);
+    if (slot->widget)
+      slot->widget->ShowState(state);
+    else
+      slot->state = state;
   });
 }
 

@@ -20,6 +20,7 @@ public:
 private:
   struct TWidgetSlot;
   const BMessenger fPlayer;
-  /** The widget, known to the display thread alone. */
+  /** The widget, which comes a moment after the window, and what it is to show then: known to the display thread alone.
+   */
   std::shared_ptr<TWidgetSlot> fSlot;
 };
