@@ -10,7 +10,8 @@ if(TARGET heard_sound)
   # Not among the player's own plug-ins: stamp_chain.sh puts it beside a copy of the player.
   add_library(gen_ChainProbe MODULE chain_probe.cpp)
   set_target_properties(gen_ChainProbe PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden
-    LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/bench_plugins)
+    LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/bench_plugins
+    INSTALL_RPATH "$ORIGIN/..")
   target_link_libraries(gen_ChainProbe PRIVATE vesmo_platform heard_sound)
 
   add_executable(startup_time startup_time.cpp)
