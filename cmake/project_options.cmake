@@ -18,6 +18,19 @@ if(VESMO_SANITIZE)
   endif()
   target_link_options(project_options INTERFACE -fsanitize=${VESMO_SANITIZE})
 endif()
+# What is released is hardened: checked copies, guarded stacks, code at random addresses, and tables of functions that
+# nothing can write to once the program runs.
+include(CheckPIESupported)
+check_pie_supported()
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fcf-protection HAS_CF_PROTECTION)
+set(hardened -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -fstack-protector-strong -fstack-clash-protection)
+if(HAS_CF_PROTECTION)
+  list(APPEND hardened -fcf-protection)
+endif()
+target_compile_options(project_options INTERFACE "$<$<CONFIG:Release>:${hardened}>")
+target_link_options(project_options INTERFACE "$<$<CONFIG:Release>:LINKER:-z,relro,-z,now>")
+
 find_package(Threads REQUIRED)
 target_link_libraries(project_options INTERFACE Threads::Threads)
 
