@@ -74,7 +74,7 @@ void TClickTrack::Tell(BMessage message) const {
 int32 TClickTrack::Execute() {
   const TBlock click = make_click();
   const TBlock silence{};
-  const std::unique_ptr<TClickOutput> output = fOpen();
+  const std::unique_ptr<TClickOutput> output = fOpen([this] { return IsTerminated(); });
   if (!output) Tell(BMessage(kMsgNoSound));
   const bigtime_t startUs = system_time();
   std::deque<bigtime_t> coming; // written, and not heard yet

@@ -18,10 +18,11 @@ enum : uint32 {
 /** Plays the clicks of a tap test on a thread of its own, and tells of each when it is heard. */
 class TClickTrack : public koreva::TThread {
 public:
-  using TOpen = std::function<std::unique_ptr<TClickOutput>()>;
+  using TOpen = std::function<std::unique_ptr<TClickOutput>(const TIsCancelled& isCancelled)>;
   static constexpr int kClicks = 16;
 
-  /** `open` is called on the track's thread, and may give null: the clicks come in silence then. */
+  /** `open` is called on the track's thread, and may give null: the clicks come in silence then. Ending the track
+      cancels what the output waits for, so that the destructor is not held up by a sound server. */
   TClickTrack(const BMessenger& target, int32 number, TOpen open);
   ~TClickTrack() override;
 

@@ -14,7 +14,7 @@ namespace {
 class Gate {
 public:
   TClickTrack::TOpen Open() {
-    return [this] { return std::make_unique<Output>(this); };
+    return [this](const TIsCancelled&) { return std::make_unique<Output>(this); };
   }
   void LetGo() {
     const std::lock_guard lock(fMutex);
@@ -147,7 +147,8 @@ TEST(ClickTrack, SixteenClicksComeEvenlyAndAreToldWhenTheyAreHeard) {
   const OwnLooper<Listener> listener(new Listener);
   Tape::Heard heard;
   {
-    TClickTrack track(BMessenger(listener.get()), 1, [&heard] { return std::make_unique<Tape>(&heard); });
+    TClickTrack track(BMessenger(listener.get()), 1,
+                      [&heard](const TIsCancelled&) { return std::make_unique<Tape>(&heard); });
     track.Resume();
     EXPECT_TRUE(hands::until([&listener] {
       listener->DeliverAll();
