@@ -20,5 +20,5 @@ private:
     void SongFailed(int64, const std::string&) override {}
   };
   TDeafEvents fEvents;
-  std::unique_ptr<TSongSource> fEngine;
+  std::shared_ptr<TSongSource> fEngine;
 };

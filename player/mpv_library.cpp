@@ -34,7 +34,9 @@ std::optional<TMpvLibrary> load() {
       find(image, "mpv_set_property_async", &library.set_property_async) &&
       find(image, "mpv_set_property_string", &library.set_property_string) &&
       find(image, "mpv_get_property", &library.get_property) &&
-      find(image, "mpv_get_property_string", &library.get_property_string) && find(image, "mpv_free", &library.free) &&
+      find(image, "mpv_get_property_string", &library.get_property_string) &&
+      find(image, "mpv_get_property_async", &library.get_property_async) &&
+      find(image, "mpv_observe_property", &library.observe_property) && find(image, "mpv_free", &library.free) &&
       find(image, "mpv_wait_event", &library.wait_event) && find(image, "mpv_wakeup", &library.wakeup) &&
       find(image, "mpv_error_string", &library.error_string);
   if (complete) return library;

@@ -16,6 +16,8 @@ struct TMpvLibrary {
   decltype(&mpv_set_property_string) set_property_string;
   decltype(&mpv_get_property) get_property;
   decltype(&mpv_get_property_string) get_property_string;
+  decltype(&mpv_get_property_async) get_property_async;
+  decltype(&mpv_observe_property) observe_property;
   decltype(&mpv_free) free;
   decltype(&mpv_wait_event) wait_event;
   decltype(&mpv_wakeup) wakeup;

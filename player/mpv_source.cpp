@@ -1,12 +1,15 @@
 #include "player/mpv_library.h"
 #include "player/song_source.h"
+#include "player/sound_devices.h"
 #include "player/speed_bias.h"
+#include "player/timed_question.h"
 
 #include "platform/kernel/threads.h"
 #include "platform/support/log.h"
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <cmath>
 #include <condition_variable>
 #include <deque>
@@ -22,6 +25,8 @@ constexpr const char* kStretchFilter = "rubberband";
 /** From a seek to the sound takes 35 to 90 ms; a load may have to wait for a slow disk. */
 constexpr bigtime_t kLongestStartUs = 1000000;
 
+constexpr std::string_view kNoDevice = "null";
+
 constexpr const char* kOptions[][2] = {
     {"config", "no"},
     {"vid", "no"},
@@ -34,24 +39,40 @@ constexpr const char* kOptions[][2] = {
     {"idle", "yes"},
     {"hr-seek", "yes"},
     // In this order; without a sound card the song still plays, in real time, to nowhere.
-    {"ao", "pulse,pipewire,alsa,null"},
+    {"ao", "pulse,pipewire,alsa,null"}, // the last is kNoDevice
     {"gapless-audio", "weak"},
     {"audio-fallback-to-null", "yes"},
 };
 
+/** A sound server that hangs keeps the library from ending, for as long as it likes. */
+constexpr std::chrono::seconds kLongestEnd{2};
+/** While there is no sound device: how often to look whether one has come back, and for how many looks a new one may
+    still be busy starting. */
+constexpr bigtime_t kDeviceLookUs = 1000000;
+constexpr int kTriesPerDevice = 3;
+constexpr uint64 kOutputProperty = 1;
+
 /** libmpv behind the interface. One thread, its own, loads the library, waits for its events and makes every change;
-    the position may be asked by any thread. */
-class TMpvSource : public TSongSource {
+    the position may be asked by any thread. Since a sound server that hangs blocks the library, no other thread waits
+    for it without a limit; the source's thread keeps the source alive until the library lets it go. */
+class TMpvSource : public TSongSource, public std::enable_shared_from_this<TMpvSource> {
 public:
   explicit TMpvSource(TSongEvents* events) : fEvents(events) {}
 
-  ~TMpvSource() override {
+  /** Waits for the thread as long as that is bearable. */
+  void End() {
     {
       const std::lock_guard lock(fMutex);
       fEnding = true;
     }
     Wake();
-    if (fThread.joinable()) fThread.join();
+    {
+      std::unique_lock lock(fMutex);
+      if (!fChanged.wait_for(lock, kLongestEnd, [this] { return !fIsRunning; }))
+        log_error("audio", "the sound server does not answer: not waiting for it");
+    }
+    const std::lock_guard lock(fEventsMutex);
+    fEvents = nullptr;
   }
 
   int64 Load(const std::string& path, bool paused) override {
@@ -60,6 +81,7 @@ public:
     ExpectPosition(0);
     Do([=, this] {
       SetFlag("pause", paused);
+      if (fIsSilent) LookForDevice();
       fLoadOfEntry[LoadFile(path)] = load;
     });
     return load;
@@ -94,11 +116,11 @@ public:
     if (fPaused && fKnownSince == move) return fPositionMs; // asking would wake the library
     const bool standsStill = fPaused && system_time() >= fMovesUntil;
     mpv_handle* const mpv = fMpv;
-    double seconds = 0;
     // Unavailable while nothing is heard; and until the song is heard at its new place, still that of the old one.
-    if (mpv && system_time() >= fExpectedUntil &&
-        mpv_library()->get_property(mpv, "audio-pts", MPV_FORMAT_DOUBLE, &seconds) >= 0) {
-      fPositionMs = std::max(0, static_cast<int32>(std::lround(seconds * 1000 - fBiasMs)));
+    if (mpv && system_time() >= fExpectedUntil) {
+      const auto seconds = fPosition.Ask(
+          [mpv](uint64 id) { return mpv_library()->get_property_async(mpv, id, "audio-pts", MPV_FORMAT_DOUBLE) >= 0; });
+      if (seconds) fPositionMs = std::max(0, static_cast<int32>(std::lround(*seconds * 1000 - fBiasMs)));
     }
     if (standsStill) fKnownSince = move;
     return fPositionMs;
@@ -124,7 +146,7 @@ private:
     {
       const std::lock_guard lock(fMutex);
       fChanges.push_back(std::move(change));
-      if (!fThread.joinable()) fThread = std::thread(&TMpvSource::Run, this);
+      if (!std::exchange(fIsRunning, true)) std::thread([self = shared_from_this()] { self->Run(); }).detach();
     }
     Wake();
   }
@@ -140,10 +162,21 @@ private:
   }
 
   void Run() {
-    if (!Open()) return FailEveryLoad();
+    if (Open())
+      PlayToTheEnd();
+    else
+      FailEveryLoad();
+    const std::lock_guard lock(fMutex);
+    fIsRunning = false;
+    fChanged.notify_all();
+  }
+
+  void PlayToTheEnd() {
     while (!IsEnding()) {
       MakeChanges();
-      Handle(mpv_library()->wait_event(fMpv, -1));
+      const bool mayReturn = fIsSilent && !fPaused;
+      Handle(mpv_library()->wait_event(fMpv, mayReturn ? kDeviceLookUs / 1e6 : -1));
+      if (mayReturn && system_time() >= fNextLookUs) LookForReturnedDevice();
     }
     mpv_library()->terminate_destroy(fMpv.exchange(nullptr));
   }
@@ -157,6 +190,8 @@ private:
       library->terminate_destroy(mpv);
       return false;
     }
+    library->observe_property(mpv, kOutputProperty, "current-ao", MPV_FORMAT_STRING);
+    fTriedDevices = sound_devices();
     fMpv = mpv;
     return true;
   }
@@ -168,7 +203,7 @@ private:
       if (const int64 load = fLastLoad; load != told) {
         told = load;
         lock.unlock();
-        fEvents->SongFailed(load, "the audio library could not be started");
+        Tell([load](TSongEvents& events) { events.SongFailed(load, "the audio library could not be started"); });
         lock.lock();
       }
       fChanges.clear();
@@ -190,6 +225,12 @@ private:
     }
   }
 
+  template <typename Call>
+  void Tell(Call call) {
+    const std::lock_guard lock(fEventsMutex);
+    if (fEvents) call(*fEvents);
+  }
+
   void Handle(const mpv_event* event) {
     switch (event->event_id) {
     case MPV_EVENT_START_FILE:
@@ -201,14 +242,49 @@ private:
       Moves();
       break;
     case MPV_EVENT_FILE_LOADED:
-      fEvents->SongLoaded(fLoad, ReadTags());
+      Tell([this, tags = ReadTags()](TSongEvents& events) { events.SongLoaded(fLoad, tags); });
       break;
     case MPV_EVENT_END_FILE:
       Ended(*static_cast<const mpv_event_end_file*>(event->data));
       break;
+    case MPV_EVENT_GET_PROPERTY_REPLY:
+      PositionAnswered(*event);
+      break;
+    case MPV_EVENT_PROPERTY_CHANGE:
+      OutputChanged(*static_cast<const mpv_event_property*>(event->data));
+      break;
     default:
       break;
     }
+  }
+
+  void PositionAnswered(const mpv_event& event) {
+    std::optional<double> seconds;
+    if (event.error >= 0) seconds = *static_cast<double*>(static_cast<const mpv_event_property*>(event.data)->data);
+    fPosition.Answer(event.reply_userdata, seconds);
+  }
+
+  /** Without a value the output is closed for now: what is heard next shows in the value that follows. */
+  void OutputChanged(const mpv_event_property& output) {
+    if (output.format != MPV_FORMAT_STRING) return;
+    const bool isSilent = std::string_view(*static_cast<char**>(output.data)) == kNoDevice;
+    if (std::exchange(fIsSilent, isSilent) == isSilent) return;
+    log_error("audio", isSilent ? "no sound device: playing silently" : "a sound device is back");
+    Tell([isSilent](TSongEvents& events) { events.OutputChanged(isSilent); });
+  }
+
+  /** The library tries its outputs from the first one on. */
+  void LookForDevice() {
+    fTriedDevices = sound_devices();
+    Command({"ao-reload"});
+  }
+
+  /** Trying costs sound and time, and a server that hangs blocks the library: only what has changed is tried. */
+  void LookForReturnedDevice() {
+    fNextLookUs = system_time() + kDeviceLookUs;
+    if (sound_devices() != fTriedDevices) fTriesLeft = kTriesPerDevice;
+    if (fTriesLeft-- > 0) LookForDevice();
+    fTriesLeft = std::max(fTriesLeft, 0);
   }
 
   /** Returns the library's number for this load, by which its events name it. */
@@ -227,8 +303,10 @@ private:
   void Ended(const mpv_event_end_file& end) {
     if (end.playlist_entry_id != fEntryId) return;
     fLoadOfEntry.erase(fEntryId);
-    if (end.reason == MPV_END_FILE_REASON_EOF) fEvents->SongEnded(fLoad);
-    if (end.reason == MPV_END_FILE_REASON_ERROR) fEvents->SongFailed(fLoad, mpv_library()->error_string(end.error));
+    if (end.reason == MPV_END_FILE_REASON_EOF) Tell([this](TSongEvents& events) { events.SongEnded(fLoad); });
+    if (end.reason == MPV_END_FILE_REASON_ERROR) {
+      Tell([&](TSongEvents& events) { events.SongFailed(fLoad, mpv_library()->error_string(end.error)); });
+    }
   }
 
   TSongTags ReadTags() {
@@ -277,17 +355,19 @@ private:
     mpv_library()->set_property_string(fMpv, name, seconds.c_str());
   }
 
-  TSongEvents* const fEvents;
-  std::mutex fMutex; // guards the three below
+  std::mutex fEventsMutex;
+  TSongEvents* fEvents; // null after the end
+  std::mutex fMutex;    // guards fChanges, fEnding, fIsRunning
   std::deque<Change> fChanges;
   bool fEnding = false;
-  std::thread fThread;
+  bool fIsRunning = false;
   std::condition_variable fChanged;
 
   std::atomic<mpv_handle*> fMpv{nullptr};
   std::atomic<int64> fLastLoad{0};
   std::atomic<int32> fPositionMs{0};
   std::atomic<double> fBiasMs{0};
+  TTimedQuestion fPosition;
   std::atomic<bigtime_t> fExpectedUntil{0};
   std::atomic<bool> fPaused{false};
   std::atomic<bigtime_t> fMovesUntil{0};
@@ -298,12 +378,18 @@ private:
   std::map<int64, int64> fLoadOfEntry;
   int64 fLoad = 0;
   int64 fEntryId = -1;
+  bool fIsSilent = false;
+  bigtime_t fNextLookUs = 0;
+  std::string fTriedDevices; // those there were at the last try
+  int fTriesLeft = 0;
   bool fStretched = false;
   bool fHasFilter = false;
 };
 
 } // namespace
 
-std::unique_ptr<TSongSource> make_mpv_source(TSongEvents* events) {
-  return std::make_unique<TMpvSource>(events);
+std::shared_ptr<TSongSource> make_mpv_source(TSongEvents* events) {
+  auto source = std::make_shared<TMpvSource>(events);
+  TSongSource* const given = source.get();
+  return {given, [source = std::move(source)](TSongSource*) { source->End(); }};
 }

@@ -29,10 +29,11 @@ enum : unsigned int {
   kMsgAboutPlugin = 'pgab',
   kMsgWindowCloses = 'plwc',
   kMsgLookAtWindows = 'pllw',
-  // From the sound; int64 "load" throughout.
+  // From the sound; of a song: int64 "load".
   kMsgSongLoaded = 'psld', // string "title", "artist", int32 "durationMs"
   kMsgSongEnded = 'psen',
-  kMsgSongFailed = 'psfl', // string "reason"
+  kMsgSongFailed = 'psfl',    // string "reason"
+  kMsgOutputChanged = 'psou', // bool "silent"
   kMsgTick = 'tick',
   kMsgStart = 'plst',
   kMsgFirstSong = 'plfs',

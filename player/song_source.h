@@ -16,6 +16,8 @@ public:
   virtual void SongLoaded(int64 load, const TSongTags& tags) = 0;
   virtual void SongEnded(int64 load) = 0;
   virtual void SongFailed(int64 load, const std::string& reason) = 0;
+  /** Whether the sound is lost from now on, for there is no device for it; the song plays in real time all the same. */
+  virtual void OutputChanged(bool /*isSilent*/) {}
 };
 
 /** What can be done with a song that is there, whoever puts out its sound. None of it waits for the sound. */
@@ -47,5 +49,7 @@ public:
   virtual void Stop() = 0;
 };
 
-/** The audio library's source. The library is loaded at the first song, on a thread of its own. */
-std::unique_ptr<TSongSource> make_mpv_source(TSongEvents* events);
+/** The audio library's source. The library is loaded at the first song, on a thread of its own. Letting go of the
+   source waits for that thread, but no longer than two seconds: a sound server that hangs keeps the library from
+   ending. The thread is left behind then, and `events` is not called any more. */
+std::shared_ptr<TSongSource> make_mpv_source(TSongEvents* events);

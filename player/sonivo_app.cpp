@@ -12,6 +12,7 @@
 namespace {
 
 constexpr const char* kEditorSignature = "application/x-vnd.KOREVA-VesmoEditor";
+constexpr const char* kSilent = "No sound device: playing silently";
 constexpr int64 kFirstSearch = 1; // for the songs of the command line
 constexpr bigtime_t kTickUs = 100000;
 /** The windows come up first: loading the audio library would hold them up for longer than all they need themselves. */
@@ -77,6 +78,8 @@ void TSonivoApp::MessageReceived(BMessage* message) {
     return Ended(*message);
   case kMsgSongFailed:
     return Failed(*message);
+  case kMsgOutputChanged:
+    return TakeOutput(*message);
   case kMsgTick:
     return Tick();
   case kMsgHandshake:
@@ -157,6 +160,7 @@ void TSonivoApp::StateChanged() {
   fState.isLoaded = fIsLoaded;
   fState.isSearching = !fAwaited.empty();
   fState.faults = fFaults.Text();
+  if (fIsSilent) fState.faults += (fState.faults.empty() ? "" : "\n") + std::string(kSilent);
   fState.songs = fPlaylist.Songs();
   fState.current = fPlaylist.Current();
   Keep();

@@ -44,7 +44,7 @@ struct TAwaitedSongs {
 class TSonivoApp : public BApplication, private TSongEvents {
 public:
   static constexpr const char* kSignature = "application/x-vnd.Marvik-Sonivo";
-  using TSourceMaker = std::function<std::unique_ptr<TSongSource>(TSongEvents*)>;
+  using TSourceMaker = std::function<std::shared_ptr<TSongSource>(TSongEvents*)>;
   explicit TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource = make_mpv_source);
   ~TSonivoApp() override;
 
@@ -79,6 +79,7 @@ private:
   void Ended(const BMessage& message);
   void PlayOn();
   void Failed(const BMessage& message);
+  void TakeOutput(const BMessage& message);
   void Tick();
   void LookForFile();
 
@@ -135,6 +136,7 @@ private:
   void SongLoaded(int64 load, const TSongTags& tags) override;
   void SongEnded(int64 load) override;
   void SongFailed(int64 load, const std::string& reason) override;
+  void OutputChanged(bool isSilent) override;
 
   const TCommandLine fCommandLine;
   TPlaylist fPlaylist;
@@ -147,6 +149,7 @@ private:
   TPlayerState fState;
   TFaults fFaults;
   bool fIsLoaded = false;
+  bool fIsSilent = false; // no sound device
   int64 fLoad = 0;
   int64 fLoadedLoad = 0; // the last one that the sound could begin
   int64 fMissedLoad = 0; // the last one whose file was found gone
@@ -162,7 +165,7 @@ private:
   std::string fKeptPath;
   std::shared_ptr<const TSongs> fKeptSongs;
   int32 fKeptCurrent = -1;
-  std::unique_ptr<TSongSource> fSource;
+  std::shared_ptr<TSongSource> fSource;
   TBus fBus;
   std::optional<TFollowedPlayer> fOther;
   std::string fWantedSource; // asked for and not there yet

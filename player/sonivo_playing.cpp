@@ -157,6 +157,10 @@ void TSonivoApp::Failed(const BMessage& message) {
   PlayOn();
 }
 
+void TSonivoApp::TakeOutput(const BMessage& message) {
+  if (message.FindBool("silent", &fIsSilent) == B_OK) StateChanged();
+}
+
 void TSonivoApp::Tick() {
   if (fWindow) fWindow->ShowPosition(Sound().PositionMs());
   if (++fTicks % kTicksPerLook == 0) LookForFile();
@@ -188,5 +192,11 @@ void TSonivoApp::SongFailed(int64 load, const std::string& reason) {
   BMessage message(kMsgSongFailed);
   message.AddInt64("load", load);
   message.AddString("reason", reason);
+  PostMessage(&message);
+}
+
+void TSonivoApp::OutputChanged(bool isSilent) {
+  BMessage message(kMsgOutputChanged);
+  message.AddBool("silent", isSilent);
   PostMessage(&message);
 }

@@ -2,7 +2,9 @@
 
 #include "platform/kernel/threads.h"
 #include "tests/player/wav.h"
+#include "tests/processes/eventually.h"
 #include "tests/scratch_folder.h"
+#include "tests/sound_server.h"
 
 #include <gtest/gtest.h>
 
@@ -31,6 +33,15 @@ public:
     fReason = reason;
     fChanged.notify_all();
   }
+  void OutputChanged(bool isSilent) override {
+    const std::lock_guard lock(fMutex);
+    fIsSilent = isSilent;
+    fChanged.notify_all();
+  }
+  bool WaitForOutput(bool isSilent) {
+    std::unique_lock lock(fMutex);
+    return fChanged.wait_for(lock, std::chrono::seconds(30), [&] { return fIsSilent == isSilent; });
+  }
   bool Wait(const int64& which, int64 load) {
     std::unique_lock lock(fMutex);
     return fChanged.wait_for(lock, std::chrono::seconds(30), [&] { return which == load; });
@@ -38,6 +49,7 @@ public:
   int64 fLoaded = 0;
   int64 fEnded = 0;
   int64 fFailed = 0;
+  bool fIsSilent = false;
   std::string fReason;
   TSongTags fTags;
 
@@ -56,7 +68,7 @@ protected:
   }
   const ScratchFolder fFolder;
   Listener fListener;
-  const std::unique_ptr<TSongSource> fSource = make_mpv_source(&fListener);
+  std::shared_ptr<TSongSource> fSource = make_mpv_source(&fListener);
 };
 
 } // namespace
@@ -66,6 +78,34 @@ TEST_F(SongSource, PlaysInRealTimeWithoutASoundCard) {
   const int64 load = LoadSilence(1, false);
   EXPECT_EQ(fListener.fTags.durationMs, 500);
   EXPECT_TRUE(fListener.Wait(fListener.fEnded, load));
+  EXPECT_TRUE(fListener.fIsSilent);
+}
+
+TEST_F(SongSource, PlayedSilentlyForEverAfterTheSoundServerHadBeenRestarted) {
+  SoundServer server;
+  LoadSilence(40, false);
+  EXPECT_FALSE(fListener.fIsSilent);
+  server.Kill();
+  EXPECT_TRUE(fListener.WaitForOutput(true));
+  server.Start();
+  EXPECT_TRUE(fListener.WaitForOutput(false)) << "while the song plays";
+  server.Kill();
+  EXPECT_TRUE(fListener.WaitForOutput(true));
+  fSource->SetPaused(true);
+  server.Start();
+  LoadSilence(40, true);
+  EXPECT_TRUE(fListener.WaitForOutput(false)) << "at the next song";
+}
+
+/** A wait without a limit hangs this test until it is ended from outside. */
+TEST_F(SongSource, EndsWhileTheSoundServerHangs) {
+  SoundServer server;
+  LoadSilence(40, false);
+  EXPECT_TRUE(eventually([this] { return fSource->PositionMs() > 0; }));
+  server.Freeze();
+  fSource->SetPaused(true); // asks the server
+  for (int i = 0; i < 20; ++i) fSource->PositionMs();
+  fSource.reset();
 }
 
 TEST_F(SongSource, PausedStaysWhereItWasSoughtToAndIsAskedAnewOnceItMoves) {
