@@ -38,7 +38,7 @@ bool TSongPictures::TakeKept() {
 
 void TSongPictures::Ask() {
   fProgram = new QProcess(this);
-  fProgram->setStandardErrorFile(QProcess::nullDevice());
+  fProgram->setProcessChannelMode(QProcess::ForwardedErrorChannel);
   fProgram->setStandardInputFile(QProcess::nullDevice());
   connect(fProgram, &QProcess::finished, this, &TSongPictures::Take);
   connect(fProgram, &QProcess::readyReadStandardOutput, fProgram, [program = fProgram] {

@@ -53,7 +53,7 @@ void TTagReader::AskNext() {
 
 void TTagReader::StartProgram() {
   fProgram = new QProcess(this);
-  fProgram->setStandardErrorFile(QProcess::nullDevice());
+  fProgram->setProcessChannelMode(QProcess::ForwardedErrorChannel);
   connect(fProgram, &QProcess::readyReadStandardOutput, this, &TTagReader::Hear);
   connect(fProgram, &QProcess::finished, this, &TTagReader::PassOver);
   connect(

@@ -16,25 +16,17 @@ struct TEndBy {
     End(&object);
   }
 };
+/** With the stream it reads from. */
+struct TEndInput {
+  void operator()(AVFormatContext* input) const;
+};
 using TPacket = std::unique_ptr<AVPacket, TEndBy<av_packet_free>>;
 using TFrame = std::unique_ptr<AVFrame, TEndBy<av_frame_free>>;
 using TDecoder = std::unique_ptr<AVCodecContext, TEndBy<avcodec_free_context>>;
 using TEncoder = TDecoder;
-using TInput = std::unique_ptr<AVFormatContext, TEndBy<avformat_close_input>>;
+using TInput = std::unique_ptr<AVFormatContext, TEndInput>;
 
-/** Null when the file is none that the library knows. */
-inline TInput open_input(const std::string& path) {
-  AVFormatContext* opened = nullptr;
-  // With the protocol named, nothing in the name is taken for another.
-  if (avformat_open_input(&opened, ("file:" + path).c_str(), nullptr, nullptr) < 0) return nullptr;
-  TInput input(opened);
-  return avformat_find_stream_info(opened, nullptr) < 0 ? nullptr : std::move(input);
-}
-
-inline TDecoder open_decoder(const AVStream* stream) {
-  const AVCodec* const codec = avcodec_find_decoder(stream->codecpar->codec_id);
-  TDecoder decoder(codec ? avcodec_alloc_context3(codec) : nullptr);
-  if (!decoder || avcodec_parameters_to_context(decoder.get(), stream->codecpar) < 0) return nullptr;
-  decoder->thread_count = 1;
-  return avcodec_open2(decoder.get(), codec, nullptr) < 0 ? nullptr : std::move(decoder);
-}
+/** Reads the open `file`, whose name may hint at its kind, and opens nothing else. Null when the library does not know
+    the kind of file. The descriptor stays the caller's, and open for as long as the input. */
+TInput open_input(int file, const std::string& name);
+TDecoder open_decoder(const AVStream* stream);

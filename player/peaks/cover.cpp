@@ -5,12 +5,9 @@ extern "C" {
 }
 
 #include <algorithm>
-#include <filesystem>
 
 namespace {
 
-constexpr const char* kNames[] = {"cover.jpg", "cover.png", "folder.jpg", "folder.png",
-                                  "front.jpg", "front.png", "Cover.jpg",  "Folder.jpg"};
 constexpr int kLargestSource = 8192;
 constexpr int kLargestJpeg = 512;
 constexpr int kJpegQuality = 3 * FF_QP2LAMBDA; // 2 is the finest
@@ -65,12 +62,9 @@ TFrame first_picture_in(AVFormatContext* input) {
   return decode(input->streams[number], packet.get());
 }
 
-TFrame cover_beside(const std::string& song) {
-  for (const char* const name : kNames) {
-    const std::filesystem::path path = std::filesystem::path(song).parent_path() / name;
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) continue;
-    const TInput input = open_input(path.string());
+TFrame cover_beside(const std::vector<UniqueFd>& files) {
+  for (const UniqueFd& file : files) {
+    const TInput input = open_input(file.Get(), {});
     if (!input) continue;
     if (TFrame cover = first_picture_in(input.get())) return cover;
   }
@@ -79,9 +73,9 @@ TFrame cover_beside(const std::string& song) {
 
 } // namespace
 
-TFrame read_cover(AVFormatContext* input, const std::string& song) {
+TFrame read_cover(AVFormatContext* input, const std::vector<UniqueFd>& files) {
   TFrame cover = cover_in(input);
-  return cover ? std::move(cover) : cover_beside(song);
+  return cover ? std::move(cover) : cover_beside(files);
 }
 
 void draw_cover(const AVFrame* cover, TSongPicture* picture) {

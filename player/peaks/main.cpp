@@ -1,7 +1,8 @@
 /** sonivo-peaks SONG [KEEP-AS]: writes what can be seen of the song to standard output (player/peaks/song_picture.h),
    and into a file of the cache, the cover beside it as a picture of its own.
    sonivo-peaks --tags: tells what songs say of themselves, one after another (player/peaks/tag_talk.h).
-   A program of its own, so that a broken file ends no more than this. */
+   This process opens files, asks for what they hold and keeps it; what is decoded is decoded in a child process that
+   can do nothing else (player/peaks/confined_work.h), one for each song. */
 
 #include "player/peaks/picture_cache.h"
 #include "player/peaks/read_song.h"
@@ -19,7 +20,6 @@ extern "C" {
 
 namespace {
 constexpr size_t kLargestPiece = 256 << 20;
-constexpr rlim_t kLongestSeconds = 300;
 constexpr uintmax_t kCacheBytes = 64 << 20;
 
 void step_back() {
@@ -31,9 +31,9 @@ void step_back() {
 }
 
 bool write_song(const std::string& song, const std::string& keepAs) {
-  const rlimit seconds{kLongestSeconds, kLongestSeconds};
-  setrlimit(RLIMIT_CPU, &seconds);
-  const TSeenSong seen = read_song(song);
+  const TSongFile file = open_song(song);
+  if (!file.sound) return false;
+  const TSeenSong seen = read_song_confined(file);
   if (seen.picture.loudness.empty() && seen.picture.cover.empty()) return false;
   const std::string bytes = picture_bytes(seen.picture);
   if (!keepAs.empty()) {

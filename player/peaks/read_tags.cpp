@@ -1,9 +1,10 @@
 #include "player/peaks/read_tags.h"
 
 #include "player/peaks/av_file.h"
+#include "player/peaks/confined_work.h"
+#include "player/peaks/song_file.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -11,12 +12,12 @@
 
 namespace {
 
-/** For a song on which the library never comes to an end, when the player that would have noticed is gone too. */
-constexpr unsigned kLongestSeconds = 60;
+/** One song, also where others leave the lowest priority next to nothing. */
+constexpr TWorkLimits kLimits{.cpuSeconds = 60, .wallSeconds = 60, .resultBytes = 64 << 10};
 
-std::string state_of(const std::string& path) {
+std::string state_of(int fd) {
   struct stat file {};
-  if (stat(path.c_str(), &file) != 0 || !S_ISREG(file.st_mode)) return {};
+  if (fd < 0 || fstat(fd, &file) != 0) return {};
   return std::to_string(file.st_size) + ' ' + std::to_string(file.st_mtim.tv_sec) + ' ' +
          std::to_string(file.st_mtim.tv_nsec);
 }
@@ -29,8 +30,8 @@ std::string text_of(const AVFormatContext* input, const AVStream* sound, const c
   return {};
 }
 
-TSongTags read_tags(const std::string& path) {
-  const TInput input = open_input(path);
+TSongTags read_tags(int file, const std::string& name) {
+  const TInput input = open_input(file, name);
   const int number = input ? av_find_best_stream(input.get(), AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0) : -1;
   if (number < 0) return {};
   const AVStream* const sound = input->streams[number];
@@ -41,17 +42,22 @@ TSongTags read_tags(const std::string& path) {
 } // namespace
 
 TTagAnswer answer_to(const TTagQuestion& question) {
-  const std::string state = state_of(question.path);
+  const UniqueFd file = open_regular_file(question.path);
+  const std::string state = state_of(file.Get());
   if (state.empty() || state == question.knownState) return {state, {}};
-  return {state, read_tags(question.path)};
+  const std::string name = question.path.substr(question.path.rfind('/') + 1);
+  const auto bytes = confined_work({file.Get()}, kLimits, [&] {
+    return answer_bytes({{}, read_tags(file.Get(), name)});
+  });
+  TTagAnswer answer;
+  if (!bytes || read_answer(*bytes, &answer) != TAnswerForm::kWhole) return {state, {}};
+  return {state, answer.tags};
 }
 
 bool answer_questions() {
   TTagQuestion question;
   while (std::getline(std::cin, question.knownState, '\0') && std::getline(std::cin, question.path, '\0')) {
-    alarm(kLongestSeconds);
     const std::string bytes = answer_bytes(answer_to(question));
-    alarm(0);
     if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size() || std::fflush(stdout) != 0) return false;
   }
   return true;

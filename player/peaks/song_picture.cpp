@@ -30,18 +30,23 @@ std::string picture_bytes(const TSongPicture& picture) {
   return bytes + picture.cover;
 }
 
-std::optional<TSongPicture> parse_picture(std::string_view bytes) {
-  if (bytes.size() < kHead || !bytes.starts_with(kMark) || number_at(bytes, 4) != kVersion) return std::nullopt;
+size_t picture_size(std::string_view bytes) {
+  if (bytes.size() < kHead || !bytes.starts_with(kMark) || number_at(bytes, 4) != kVersion) return 0;
   const size_t parts = number_at(bytes, 8);
   const size_t width = number_at(bytes, 12);
   const size_t height = number_at(bytes, 16);
-  if (parts > kMostParts || width > kLargestCover || height > kLargestCover) return std::nullopt;
-  if (bytes.size() != kHead + parts + 3 * width * height) return std::nullopt;
+  const bool isBounded = parts <= kMostParts && width <= kLargestCover && height <= kLargestCover;
+  return isBounded ? kHead + parts + 3 * width * height : 0;
+}
+
+std::optional<TSongPicture> parse_picture(std::string_view bytes) {
+  if (bytes.empty() || picture_size(bytes) != bytes.size()) return std::nullopt;
+  const size_t parts = number_at(bytes, 8);
   TSongPicture picture;
+  picture.coverWidth = static_cast<int>(number_at(bytes, 12));
+  picture.coverHeight = static_cast<int>(number_at(bytes, 16));
   bytes.remove_prefix(kHead);
   picture.loudness.assign(bytes.begin(), bytes.begin() + static_cast<long>(parts));
-  picture.coverWidth = static_cast<int>(width);
-  picture.coverHeight = static_cast<int>(height);
   picture.cover = bytes.substr(parts);
   return picture;
 }

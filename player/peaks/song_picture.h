@@ -21,6 +21,9 @@ std::string picture_bytes(const TSongPicture& picture);
 /** Nothing, when the bytes are not exactly of that form and within its bounds. */
 std::optional<TSongPicture> parse_picture(std::string_view bytes);
 
+/** How many bytes the picture has that these begin with; 0 when they are no beginning of one. */
+size_t picture_size(std::string_view bytes);
+
 constexpr size_t kMostParts = 4000;
 constexpr int kLargestCover = 192;
 constexpr size_t kLargestPicture = 20 + kMostParts + size_t{3} * kLargestCover * kLargestCover;

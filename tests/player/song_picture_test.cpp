@@ -13,6 +13,14 @@
 using testing::Each;
 using testing::ElementsAre;
 
+namespace {
+
+TSongPicture picture_of(const std::string& path) {
+  return read_song_confined(open_song(path)).picture;
+}
+
+} // namespace
+
 TEST(SongPicture, LoudnessIsThatOfTheLoudestStretchOfEachPart) {
   EXPECT_THAT(scaled_loudness({0.1F, 0.2F, 0.05F, 0, 0.4F}, 2), ElementsAre(128, 255));
   EXPECT_THAT(scaled_loudness({0.5F}, 10), ElementsAre(255));
@@ -22,15 +30,15 @@ TEST(SongPicture, LoudnessIsThatOfTheLoudestStretchOfEachPart) {
 
 TEST(SongPicture, IsFoundInASongAndInNothingElse) {
   const ScratchFolder folder;
-  const TSongPicture picture = read_song(folder.Write("silent.wav", silent_wav())).picture;
+  const TSongPicture picture = picture_of(folder.Write("silent.wav", silent_wav()));
   EXPECT_EQ(picture.loudness.size(), 25U) << "half a second";
   EXPECT_THAT(picture.loudness, Each(0));
   EXPECT_TRUE(picture.cover.empty());
   std::string cut = silent_wav(4).substr(0, 8000);
   cut.insert(36, std::string("fact\4\0\0\0\x80\x3e\0\0", 12)); // two seconds
-  EXPECT_EQ(read_song(folder.Write("cut.wav", cut)).picture.loudness.size(), 100U) << "as long as it says it is";
+  EXPECT_EQ(picture_of(folder.Write("cut.wav", cut)).loudness.size(), 100U) << "as long as it says it is";
   for (const char* bytes : {"", "no sound in here", "RIFF....WAVEfmt "}) {
-    EXPECT_TRUE(read_song(folder.Write("bad.wav", bytes)).picture.loudness.empty());
+    EXPECT_TRUE(picture_of(folder.Write("bad.wav", bytes)).loudness.empty());
   }
 }
 
@@ -38,14 +46,14 @@ TEST(SongPicture, TheCoverIsFoundBesideTheSongAndGivenOnAsAFile) {
   const ScratchFolder folder;
   const std::string song = folder.Write("a.wav", silent_wav());
   folder.Write("cover.jpg", "no picture");
-  EXPECT_TRUE(read_song(song).coverJpeg.empty());
+  EXPECT_TRUE(read_song_confined(open_song(song)).coverJpeg.empty());
   // A thousand red points in a row, as the simplest of all picture files; that it is named as another harms nothing.
   std::string points("BM\xee\x0b\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\xe8\x03\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\xb8\x0b\0\0",
                      38);
   points.resize(54);
   for (int i = 0; i < 1000; ++i) points += std::string("\0\0\xff", 3);
   folder.Write("folder.png", points);
-  const TSeenSong seen = read_song(song);
+  const TSeenSong seen = read_song_confined(open_song(song));
   EXPECT_EQ(seen.picture.coverWidth, kLargestCover);
   EXPECT_EQ(seen.picture.coverHeight, 1);
   ASSERT_EQ(seen.picture.cover.size(), 3U * kLargestCover);
@@ -53,7 +61,7 @@ TEST(SongPicture, TheCoverIsFoundBesideTheSongAndGivenOnAsAFile) {
   const ScratchFolder jpegFolder;
   const std::string other = jpegFolder.Write("b.wav", silent_wav());
   jpegFolder.Write("cover.jpg", seen.coverJpeg);
-  EXPECT_EQ(read_song(other).picture.coverWidth, kLargestCover) << "the file can be read again";
+  EXPECT_EQ(read_song_confined(open_song(other)).picture.coverWidth, kLargestCover) << "the file can be read again";
 }
 
 TEST(SongPicture, ComesThroughThePipeAndSpoiltBytesDoNot) {

@@ -1,0 +1,126 @@
+#include "player/peaks/system_calls.h"
+
+#include <sys/mman.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <seccomp.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <iterator>
+
+namespace {
+
+/** Memory, time, what is open, and the end. */
+constexpr int kAllowed[] = {
+    SCMP_SYS(read),
+    SCMP_SYS(readv),
+    SCMP_SYS(pread64),
+    SCMP_SYS(lseek),
+    SCMP_SYS(write),
+    SCMP_SYS(writev),
+    SCMP_SYS(close),
+    SCMP_SYS(fstat),
+    SCMP_SYS(brk),
+    SCMP_SYS(munmap),
+    SCMP_SYS(mremap),
+    SCMP_SYS(madvise),
+    SCMP_SYS(futex),
+    SCMP_SYS(sched_yield),
+    SCMP_SYS(sched_getaffinity),
+    SCMP_SYS(getrandom),
+    SCMP_SYS(clock_gettime),
+    SCMP_SYS(clock_getres),
+    SCMP_SYS(gettimeofday),
+    SCMP_SYS(time),
+    SCMP_SYS(nanosleep),
+    SCMP_SYS(clock_nanosleep),
+    SCMP_SYS(getrusage),
+    SCMP_SYS(times),
+    SCMP_SYS(uname),
+    SCMP_SYS(sysinfo),
+    SCMP_SYS(getpid),
+    SCMP_SYS(gettid),
+    SCMP_SYS(rt_sigaction),
+    SCMP_SYS(rt_sigprocmask),
+    SCMP_SYS(rt_sigreturn),
+    SCMP_SYS(sigaltstack),
+    SCMP_SYS(restart_syscall),
+    SCMP_SYS(exit),
+    SCMP_SYS(exit_group),
+};
+
+/** Memory that can be executed is never needed. */
+constexpr int kAllowedWithoutExec[] = {SCMP_SYS(mmap), SCMP_SYS(mprotect)};
+
+/** A library that looks for its settings, for a character set or for more threads does without. */
+constexpr int kRefused[] = {
+    SCMP_SYS(open),
+    SCMP_SYS(openat),
+    SCMP_SYS(openat2),
+    SCMP_SYS(creat),
+    SCMP_SYS(stat),
+    SCMP_SYS(lstat),
+    SCMP_SYS(newfstatat),
+    SCMP_SYS(statx),
+    SCMP_SYS(access),
+    SCMP_SYS(faccessat),
+    SCMP_SYS(faccessat2),
+    SCMP_SYS(readlink),
+    SCMP_SYS(readlinkat),
+    SCMP_SYS(getcwd),
+    SCMP_SYS(socket),
+    SCMP_SYS(socketpair),
+    SCMP_SYS(connect),
+    SCMP_SYS(clone),
+    SCMP_SYS(clone3),
+    SCMP_SYS(fork),
+    SCMP_SYS(vfork),
+    SCMP_SYS(pipe),
+    SCMP_SYS(pipe2),
+    SCMP_SYS(eventfd2),
+    SCMP_SYS(memfd_create),
+    SCMP_SYS(dup),
+    SCMP_SYS(fcntl),
+    SCMP_SYS(ioctl),
+    SCMP_SYS(prctl),
+    SCMP_SYS(prlimit64),
+    SCMP_SYS(getrlimit),
+    SCMP_SYS(sched_getparam),
+    SCMP_SYS(sched_getscheduler),
+    SCMP_SYS(sched_setaffinity),
+};
+
+bool add_rules(scmp_filter_ctx filter) {
+  const auto allow = [filter](int call) { return seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 0) == 0; };
+  const auto allowWithoutExec = [filter](int call) {
+    return seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 1, SCMP_A2_64(SCMP_CMP_MASKED_EQ, PROT_EXEC, 0)) == 0;
+  };
+  const auto refuse = [filter](int call) { return seccomp_rule_add(filter, SCMP_ACT_ERRNO(EACCES), call, 0) == 0; };
+  return std::all_of(std::begin(kAllowed), std::end(kAllowed), allow) &&
+         std::all_of(std::begin(kAllowedWithoutExec), std::end(kAllowedWithoutExec), allowWithoutExec) &&
+         std::all_of(std::begin(kRefused), std::end(kRefused), refuse);
+}
+
+/** Without an address there is no filter to set; a kernel that looks for one knows the call. */
+bool ask_kernel() {
+  const bool isThere = syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, 0, nullptr) < 0 && errno == EFAULT;
+  if (!isThere) std::fputs("sonivo-peaks: system calls cannot be filtered here; songs are read without that\n", stderr);
+  return isThere;
+}
+
+} // namespace
+
+bool system_calls_can_be_filtered() {
+  static const bool can = ask_kernel();
+  return can;
+}
+
+bool filter_system_calls() {
+  const scmp_filter_ctx filter = seccomp_init(SCMP_ACT_KILL_PROCESS);
+  const bool isSet = filter && add_rules(filter) && seccomp_load(filter) == 0;
+  seccomp_release(filter);
+  return isSet;
+}
