@@ -92,15 +92,16 @@ TEST(ConfinedWork, ReadsWhatItWasGivenAndReachesNothingElse) {
 }
 
 TEST(ConfinedWork, ASystemCallThatNoSongNeedsEndsIt) {
-  const std::string program = "/bin/true";
+  const ScratchFolder folder;
+  const std::string path = folder.Write("file", "");
   char* const words[] = {nullptr};
   const Forbidden table[] = {
       {"kill", [] { return kill(getppid(), 0); }},
       {"ptrace", [] { return ptrace(PTRACE_TRACEME, 0, nullptr, nullptr); }},
-      {"execve", [&] { return execve(program.c_str(), words, words); }},
-      {"unlink", [&] { return unlink(program.c_str()); }},
-      {"rename", [&] { return rename(program.c_str(), "x"); }},
-      {"chmod", [&] { return chmod("x", 0777); }},
+      {"execve", [&] { return execve(path.c_str(), words, words); }},
+      {"unlink", [&] { return unlink(path.c_str()); }},
+      {"rename", [&] { return rename(path.c_str(), folder.File("other").c_str()); }},
+      {"chmod", [&] { return chmod(path.c_str(), 0777); }},
       {"memory to execute",
        [] { return mprotect(mmap(nullptr, 1, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0), 1, PROT_EXEC); }},
   };
@@ -118,7 +119,8 @@ TEST(ConfinedWork, EndsAtItsLimitsAndByItsFaults) {
   TWorkLimits brief = kLimits;
   brief.cpuSeconds = brief.wallSeconds = 1;
   const auto keep_busy = [] {
-    while (getpid() > 0) {}
+    while (getpid() > 0) {
+    }
     return std::string("done");
   };
   const auto sleep_long = [] {

@@ -1,5 +1,5 @@
-/** Closing while a tap test waits for a sound server that has stopped answering: a wait without a limit hangs these
-    tests until they are ended from outside. */
+/** Closing while a tap test waits for a sound server that has stopped answering. What is held up hangs these tests
+   until the watchdog ends them. */
 
 #include "companion/prefs/click_track.h"
 #include "tests/companion/prefs/pref_world.h"
@@ -44,7 +44,12 @@ public:
 
 } // namespace
 
-class SilentSoundServer : public PrefWindow {};
+class SilentSoundServer : public PrefWindow {
+protected:
+  /** Below the 30 s after which the sound library gives up by itself. */
+  SilentSoundServer() { alarm(25); }
+  ~SilentSoundServer() override { alarm(0); }
+};
 
 TEST_F(SilentSoundServer, ThatNeverAnswersDoesNotKeepThePreferencesOpen) {
   const SilentServer server;
