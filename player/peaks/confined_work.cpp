@@ -32,6 +32,11 @@ void limit(__rlimit_resource_t resource, rlim_t most) {
   setrlimit(resource, &both);
 }
 
+const std::optional<TFilterProgram>& filter() {
+  static const std::optional<TFilterProgram> program = computing_only();
+  return program;
+}
+
 /** Closes all descriptors but these and standard error. */
 void keep_only(std::vector<int> kept) {
   kept.push_back(STDERR_FILENO);
@@ -54,7 +59,7 @@ bool confine(const std::vector<int>& kept, rlim_t cpuSeconds) {
   limit(RLIMIT_FSIZE, 0);
   limit(RLIMIT_CORE, 0);
   limit(RLIMIT_NOFILE, 0); // those that are open stay
-  return !system_calls_can_be_filtered() || filter_system_calls();
+  return !filter() || filter_system_calls(*filter());
 }
 
 bool write_all(int fd, std::string_view bytes) {
@@ -104,7 +109,7 @@ std::optional<std::string> confined_work(const std::vector<int>& files, const TW
   if (pipe2(ends, O_CLOEXEC) != 0) return std::nullopt;
   const UniqueFd readEnd(ends[0]);
   UniqueFd writeEnd(ends[1]);
-  system_calls_can_be_filtered(); // says once if not, rather than in each child
+  filter(); // made here, and not by each child anew
   const pid_t parent = getpid();
   const pid_t child = fork();
   if (child < 0) return std::nullopt;

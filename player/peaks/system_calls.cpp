@@ -1,5 +1,7 @@
 #include "player/peaks/system_calls.h"
 
+#include "platform/kernel/unique_fd.h"
+
 #include <sys/mman.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -105,22 +107,34 @@ bool add_rules(scmp_filter_ctx filter) {
 }
 
 /** Without an address there is no filter to set; a kernel that looks for one knows the call. */
-bool ask_kernel() {
-  const bool isThere = syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, 0, nullptr) < 0 && errno == EFAULT;
-  if (!isThere) std::fputs("sonivo-peaks: system calls cannot be filtered here; songs are read without that\n", stderr);
-  return isThere;
+bool kernel_can_filter() {
+  return syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, 0, nullptr) < 0 && errno == EFAULT;
+}
+
+/** The rules as the kernel takes them; empty when they cannot be made. */
+TFilterProgram compiled(scmp_filter_ctx filter) {
+  const UniqueFd file(memfd_create("filter", MFD_CLOEXEC));
+  if (!file || seccomp_export_bpf(filter, file.Get()) != 0) return {};
+  TFilterProgram program(static_cast<size_t>(lseek(file.Get(), 0, SEEK_END)) / sizeof(sock_filter));
+  const size_t bytes = program.size() * sizeof(sock_filter);
+  return pread(file.Get(), program.data(), bytes, 0) == static_cast<ssize_t>(bytes) ? program : TFilterProgram();
 }
 
 } // namespace
 
-bool system_calls_can_be_filtered() {
-  static const bool can = ask_kernel();
-  return can;
+std::optional<TFilterProgram> computing_only() {
+  if (!kernel_can_filter()) {
+    std::fputs("sonivo-peaks: system calls cannot be filtered here; songs are read without that\n", stderr);
+    return std::nullopt;
+  }
+  const scmp_filter_ctx filter = seccomp_init(SCMP_ACT_KILL_PROCESS);
+  TFilterProgram program = filter && add_rules(filter) ? compiled(filter) : TFilterProgram();
+  seccomp_release(filter);
+  return program;
 }
 
-bool filter_system_calls() {
-  const scmp_filter_ctx filter = seccomp_init(SCMP_ACT_KILL_PROCESS);
-  const bool isSet = filter && add_rules(filter) && seccomp_load(filter) == 0;
-  seccomp_release(filter);
-  return isSet;
+bool filter_system_calls(const TFilterProgram& program) {
+  // The kernel only reads it.
+  const sock_fprog lines{static_cast<unsigned short>(program.size()), const_cast<sock_filter*>(program.data())};
+  return !program.empty() && syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, 0, &lines) == 0;
 }
