@@ -11,6 +11,7 @@
 #include "platform/interface/scroll_view.h"
 #include "platform/interface/string_view.h"
 #include "platform/interface/window.h"
+#include "platform/support/cut_text.h"
 #include "plugin/current_song_finder.h"
 #include "plugin/host_link.h"
 #include "plugin/pref.h"
@@ -209,7 +210,7 @@ void TVesmoEView::SetStatBarStr(const char* text) {
 void TVesmoEView::SetStatBarStrRqtd(const BMessage& message) {
   std::string text;
   if (message.FindString("StatBarStr", &text) != B_OK) return;
-  SetStatBarStr((text + fSongWarning).c_str());
+  SetStatBarStr((std::string(cut_text(text)) + fSongWarning).c_str());
   fSongWarning.clear();
 }
 

@@ -1,5 +1,7 @@
 #include "player/faults.h"
 
+#include "platform/support/cut_text.h"
+
 #include <algorithm>
 
 namespace {
@@ -7,7 +9,8 @@ constexpr size_t kShown = 3; // more would push the list of songs off a small wi
 }
 
 void TFaults::Add(const std::string& fault) {
-  if (std::find(fFaults.begin(), fFaults.end(), fault) == fFaults.end()) fFaults.push_back(fault);
+  const std::string_view text = cut_text(fault);
+  if (std::find(fFaults.begin(), fFaults.end(), text) == fFaults.end()) fFaults.emplace_back(text);
 }
 
 bool TFaults::Clear() {

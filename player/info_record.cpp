@@ -1,14 +1,12 @@
 #include "player/info_record.h"
 
+#include "platform/support/cut_text.h"
+
 #include <cstring>
 
 std::string cut_title(std::string_view title) {
   constexpr size_t kRoom = sizeof(TInfoRecord::title) - 1;
-  title = title.substr(0, title.find('\0'));
-  if (title.size() <= kRoom) return std::string(title);
-  size_t end = kRoom;
-  while (end > 0 && (static_cast<unsigned char>(title[end]) & 0xC0) == 0x80) --end;
-  return std::string(title.substr(0, end));
+  return std::string(cut_text(title.substr(0, title.find('\0')), kRoom));
 }
 
 void set_title(TInfoRecord* record, std::string_view title) {

@@ -3,8 +3,10 @@
 #include "platform/app/message.h"
 #include "platform/kernel/semaphores.h"
 #include "platform/kernel/threads.h"
+#include "platform/support/cut_text.h"
 #include "plugin/front_end_receiver.h"
 
+#include <climits>
 #include <cstring>
 
 namespace {
@@ -152,8 +154,8 @@ bool Sonivo_FrontEnd::GetEntry(SonivoSongEntry* entry, int32 index) {
     return false;
   }
   free_song_entry(entry);
-  read.filename = heap_copy(filename);
-  read.title = heap_copy(title);
+  read.filename = heap_copy(std::string(cut_text(filename, PATH_MAX))); // no longer one can be opened
+  read.title = heap_copy(std::string(cut_text(title)));
   *entry = read;
   return true;
 }

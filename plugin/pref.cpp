@@ -1,6 +1,7 @@
 #include "plugin/pref.h"
 
 #include "platform/app/message.h"
+#include "platform/support/cut_text.h"
 
 TPref* gPref = nullptr;
 
@@ -27,12 +28,8 @@ bool add(BMessage* archive, const char* name, rgb_color value) {
   return archive->AddData(name, B_RAW_TYPE, &value, sizeof value, true) == B_OK;
 }
 
-/** Cut at a character: no continuation byte begins what is left out. */
 void cut_family(std::string* family) {
-  if (family->size() <= kMaxFamilyBytes) return;
-  size_t end = kMaxFamilyBytes;
-  while (end > 0 && (static_cast<unsigned char>((*family)[end]) & 0xC0) == 0x80) --end;
-  family->resize(end);
+  family->resize(cut_text(*family, kMaxFamilyBytes).size());
 }
 
 /** Calls visit(key, field) for every setting of a group; every call is made, whatever the others return. */

@@ -1,13 +1,13 @@
 #include "player/peaks/tag_talk.h"
 
-#include <algorithm>
+#include "platform/support/cut_text.h"
+
 #include <array>
 #include <charconv>
 #include <optional>
 
 namespace {
 
-constexpr size_t kLongestText = 1024;
 constexpr size_t kLongestState = 80;
 constexpr size_t kLongestNumber = 10;
 constexpr size_t kFields = 4;
@@ -15,13 +15,6 @@ constexpr size_t kLongestAnswer = kLongestState + kLongestNumber + 2 * kLongestT
 
 std::string field(std::string_view text) {
   return std::string(text) + '\0';
-}
-
-std::string_view cut(std::string_view text) {
-  size_t length = std::min(text.size(), kLongestText);
-  const auto isWithinCharacter = [&] { return length < text.size() && (text[length] & 0xc0) == 0x80; };
-  while (length > 0 && isWithinCharacter()) --length;
-  return text.substr(0, length);
 }
 
 std::optional<int32> length_of(std::string_view digits) {
@@ -38,8 +31,8 @@ std::string question_bytes(const TTagQuestion& question) {
 }
 
 std::string answer_bytes(const TTagAnswer& answer) {
-  return field(answer.state) + field(std::to_string(answer.tags.durationMs)) + field(cut(answer.tags.title)) +
-         field(cut(answer.tags.artist));
+  return field(answer.state) + field(std::to_string(answer.tags.durationMs)) + field(cut_text(answer.tags.title)) +
+         field(cut_text(answer.tags.artist));
 }
 
 TAnswerForm read_answer(std::string_view bytes, TTagAnswer* answer) {
