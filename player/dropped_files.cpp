@@ -5,8 +5,6 @@
 
 std::vector<std::string> dropped_files(const QDropEvent& event) {
   std::vector<std::string> paths;
-  for (const QUrl& url : event.mimeData()->urls()) {
-    if (url.isLocalFile()) paths.push_back(url.toLocalFile().toStdString());
-  }
+  for (const QUrl& url : event.mimeData()->urls()) paths.push_back(url.toEncoded().toStdString());
   return paths;
 }

@@ -5,5 +5,5 @@
 #include <string>
 #include <vector>
 
-/** Of what is dropped from elsewhere, the files and folders. */
+/** The addresses of what is dropped from elsewhere, unchecked (player/song_address.h). */
 std::vector<std::string> dropped_files(const QDropEvent& event);

@@ -1,5 +1,8 @@
 #include "player/m3u.h"
 
+#include "platform/support/cut_text.h"
+#include "player/song_address.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringDecoder>
@@ -42,7 +45,7 @@ void read_info(std::string_view info, TSaid* said) {
   const size_t comma = std::min(info.find(','), info.size());
   const double seconds = std::strtod(std::string(info.substr(0, comma)).c_str(), nullptr);
   if (seconds > 0 && seconds < 2e6) said->durationMs = static_cast<int32>(std::lround(seconds * 1000));
-  if (comma < info.size()) said->title = trimmed(info.substr(comma + 1));
+  if (comma < info.size()) said->title = cut_text(trimmed(info.substr(comma + 1)));
 }
 
 /** A single byte that is no UTF-8 would make the reader take the whole list for Latin 1. */
@@ -53,71 +56,57 @@ std::string on_one_line(std::string text) {
   return text;
 }
 
-/** What stands behind file://, where a host may come first. */
-std::string path_in_url(std::string_view url) {
-  url.remove_prefix(std::min(url.find('/'), url.size()));
-  return QByteArray::fromPercentEncoding({url.data(), static_cast<qsizetype>(url.size())}).toStdString();
-}
-
-std::string path_of(std::string_view line, const std::string& folder) {
+/** Lists from elsewhere separate folders by backslashes. */
+std::string with_slashes(std::string_view line) {
   std::string name(line);
-  if (name.starts_with(kFile)) {
-    name = path_in_url(line.substr(kFile.size()));
-  } else if (is_address(name)) {
-    return on_one_line(name);
-  } else if (name.find('/') == std::string::npos) {
-    // Lists from elsewhere part folders by backslashes.
-    std::replace(name.begin(), name.end(), '\\', '/');
-  }
-  name.resize(std::min(name.find('\0'), name.size())); // no path goes on behind it
-  return (fs::path(folder) / name).lexically_normal().string();
+  if (name.find('/') == std::string::npos) std::ranges::replace(name, '\\', '/');
+  return name;
 }
 
 TSong song_of(std::string_view line, const std::string& folder, const TSaid& said) {
   TSong song;
-  song.path = path_of(line, folder);
+  TSongAddress address = song_address(with_slashes(line), folder);
+  song.path = std::move(address.text);
+  song.fault = std::move(address.refusal);
   song.artist = said.artist;
   song.durationMs = said.durationMs;
   const std::string artistFirst = said.artist + std::string(kBetween);
   const bool namesArtist = !said.artist.empty() && said.title.starts_with(artistFirst);
   song.title = namesArtist ? said.title.substr(artistFirst.size()) : said.title;
-  if (song.title.empty()) song.title = fs::path(song.path).stem().string();
+  if (song.title.empty()) song.title = cut_text(fs::path(song.path).stem().string());
   return song;
 }
 
 bool is_plain(const std::string& name) {
   return std::none_of(name.begin(), name.end(), [](unsigned char c) { return c < ' ' || c == '\\'; }) &&
-         trimmed(name) == name && !name.starts_with('#') && !name.starts_with(kFile) &&
-         QString::fromStdString(name).toStdString() == name;
+         trimmed(name) == name && !name.starts_with('#') && QString::fromStdString(name).toStdString() == name;
 }
 
 /** A name that would not come back as it is, as an address, which says every byte. */
 std::string line_of(const std::string& path, const fs::path& folder) {
-  if (is_address(path)) return on_one_line(path);
+  if (!is_file_path(path)) return on_one_line(path);
   const std::string relative = fs::path(path).lexically_relative(folder).string();
   const bool isInside = !relative.empty() && relative != "." && !relative.starts_with("..");
   const std::string& name = isInside ? relative : path;
-  return is_plain(name) ? name : std::string(kFile) + QByteArray(path.c_str()).toPercentEncoding("/").toStdString();
+  const bool comesBack = is_plain(name) && song_address(name, folder.string()).text == path;
+  return comesBack ? name : std::string(kFile) + QByteArray(path.c_str()).toPercentEncoding("/").toStdString();
 }
 
 } // namespace
-
-bool is_address(const std::string& path) {
-  return !path.starts_with('/') && path.find("://") != std::string::npos;
-}
 
 TSongs parse_m3u(std::string_view bytes, const std::string& folder) {
   const std::string text = as_utf8(bytes);
   TSongs songs;
   TSaid said;
-  for (std::string_view rest = text; !rest.empty();) {
+  std::string_view rest = text;
+  for (size_t lines = 0; !rest.empty() && lines < kMostListLines; ++lines) {
     const size_t end = std::min(rest.find('\n'), rest.size());
     const std::string_view line = trimmed(rest.substr(0, end));
     rest.remove_prefix(std::min(end + 1, rest.size()));
     if (line.starts_with(kInfo)) {
       read_info(line.substr(kInfo.size()), &said);
     } else if (line.starts_with(kArtist)) {
-      said.artist = trimmed(line.substr(kArtist.size()));
+      said.artist = cut_text(trimmed(line.substr(kArtist.size())));
     } else if (!line.empty() && line.front() != '#') {
       songs.push_back(song_of(line, folder, std::exchange(said, {})));
     }

@@ -5,11 +5,14 @@
 #include <string>
 #include <string_view>
 
-/** True for what lies on the network: a list may name it, and no file of this machine tells of it. */
-bool is_address(const std::string& path);
+/** A longer list is not read. */
+inline constexpr size_t kLargestListBytes = 64 << 20;
+/** Lines beyond this are not read. */
+inline constexpr size_t kMostListLines = 1000000;
 
 /** The songs that a list in the m3u form names; `folder` is where the list lies, which its relative paths begin from.
-    Text that is no UTF-8 is taken as Latin 1. Titles and lengths are those of its #EXTINF lines, where it has them. */
+    Text that is no UTF-8 is taken as Latin 1. Titles and lengths are those of its #EXTINF lines, where it has them.
+    Entries that are not the address of a song are kept as failed (player/song_address.h). */
 TSongs parse_m3u(std::string_view bytes, const std::string& folder);
 
 /** The same the other way, in UTF-8; songs in or below `folder` are named relative to it. */

@@ -14,6 +14,7 @@
 #include "player/song_pictures.h"
 #include "player/song_text.h"
 #include "player/tag_reader.h"
+#include "player/tool_tip.h"
 
 #include <QDragEnterEvent>
 #include <QHBoxLayout>
@@ -169,7 +170,7 @@ void TPlayerWidget::ShowState(const TPlayerState& state) {
   const TSong* const shown = shown_song(state);
   const TSong song = shown ? *shown : TSong();
   fTitle->setText(shown ? QString::fromStdString(song.title) : tr("No song"));
-  fTitle->setToolTip(QString::fromStdString(song.path));
+  fTitle->setToolTip(tool_tip(song.path));
   fArtist->setText(QString::fromStdString(song.artist));
   fArtist->setVisible(!song.artist.empty());
   fTotal->setText(QString::fromStdString(clock_text(state.durationMs)));
@@ -198,14 +199,14 @@ void TPlayerWidget::ShowFaults(const std::string& faults) {
   warning.setColor(QPalette::WindowText, isDark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb7, 0x1c, 0x1c));
   fFault->setPalette(warning);
   fFault->setText(QString::fromStdString(faults));
-  fFault->setToolTip(QString::fromStdString(faults)); // names without a blank are cut off
+  fFault->setToolTip(tool_tip(faults)); // names without a blank are cut off
   fFault->setVisible(!faults.empty());
 }
 
 /** What the sound could begin is looked into, and nothing else. */
 void TPlayerWidget::ShowPictures(const TPlayerState& state) {
   const TSong* const song = state.isLoaded ? shown_song(state) : nullptr;
-  const bool isKnown = song && song->played && !song->failed;
+  const bool isKnown = song && song->played && song->fault.empty();
   if (fPictures == nullptr && !isKnown) return;
   if (fPictures == nullptr) {
     fPictures = new TSongPictures(this, [this](const TSongPicture& picture, const std::string& coverFile) {

@@ -105,6 +105,6 @@ bool TPlaylist::SetCurrent(int32 index) {
 }
 
 int32 TPlaylist::GoodFrom(int32 index, int32 direction) const {
-  while (At(index) && At(index)->failed) index += direction;
+  while (At(index) && !At(index)->fault.empty()) index += direction;
   return At(index) ? index : -1;
 }

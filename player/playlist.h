@@ -14,7 +14,7 @@ struct TSong {
   std::string artist;
   int32 durationMs = 0;
   bool played = false;
-  bool failed = false; // could not be played when it was last tried
+  std::string fault; // why it cannot be played, in a few words; empty while nothing speaks against it
 };
 
 using TSongs = std::vector<TSong>;

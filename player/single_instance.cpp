@@ -3,6 +3,7 @@
 #include "platform/app/message.h"
 #include "platform/app/messenger.h"
 #include "player/player_messages.h"
+#include "player/song_address.h"
 #include "player/sonivo_app.h"
 
 #include <filesystem>
@@ -24,7 +25,9 @@ bool hand_over(const TCommandLine& line) {
   const BMessenger player(TSonivoApp::kSignature);
   if (!player.IsValid()) return false;
   BMessage message(kMsgHandedOver);
-  for (const std::string& song : line.songs) message.AddString("path", whole_path(song));
+  std::error_code error;
+  const std::string folder = std::filesystem::current_path(error).string();
+  for (const std::string& song : line.songs) message.AddString("path", song_address(song, folder).text);
   if (!line.lyrics.empty()) message.AddString("lyrics", whole_path(line.lyrics));
   message.AddBool("paused", line.startsPaused);
   BMessage answer;

@@ -1,7 +1,10 @@
 #include "player/song_files.h"
 
+#include "platform/support/cut_text.h"
 #include "player/m3u.h"
 #include "player/read_file.h"
+#include "player/song_address.h"
+#include "player/song_text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -19,7 +22,6 @@ constexpr const char* kLists[] = {".m3u", ".m3u8"};
 // Against lists that name each other without end.
 constexpr size_t kMostLists = 1000;
 constexpr size_t kMostSongs = 200000;
-constexpr uintmax_t kLargestList = 64 << 20;
 
 template <size_t Count>
 bool ends_like_one_of(const char* const (&extensions)[Count], const std::string& path) {
@@ -29,11 +31,10 @@ bool ends_like_one_of(const char* const (&extensions)[Count], const std::string&
   return std::find(std::begin(extensions), std::end(extensions), extension) != std::end(extensions);
 }
 
-TSong song_of(const std::string& path) {
-  std::error_code error;
+TSong song_of(std::string path) {
   TSong song;
-  song.path = fs::absolute(path, error).lexically_normal().string();
-  song.title = fs::path(path).stem().string();
+  song.path = std::move(path);
+  song.title = cut_text(fs::path(song.path).stem().string());
   return song;
 }
 
@@ -42,14 +43,17 @@ class TSongReader {
 public:
   explicit TSongReader(TSongTaker* taker) : fTaker(taker) {}
 
-  void Read(const std::string& path) {
+  void Read(const std::string& text) {
     std::error_code error;
-    if (fs::is_directory(path, error)) {
+    const TSongAddress address = song_address(text, fs::current_path(error).string());
+    const std::string& path = address.text;
+    const bool isFile = address.refusal.empty() && is_file_path(path);
+    if (isFile && fs::is_directory(path, error)) {
       ReadFolder(path);
-    } else if (is_list_name(path)) {
+    } else if (isFile && is_list_name(path)) {
       ReadList(path);
     } else {
-      Give(song_of(path));
+      ReadSong(address);
     }
     if (fSongs == 0 && !fIsFaulty && !fTaker->HasEnough()) Fault("There is no song in " + path);
     if (fSongs == kMostSongs)
@@ -57,6 +61,16 @@ public:
   }
 
 private:
+  /** A file that is missing is tried when it is played: it may be there by then. */
+  void ReadSong(const TSongAddress& address) {
+    TSong song = song_of(address.text);
+    std::error_code error;
+    const bool isThere = address.refusal.empty() && is_file_path(song.path) && fs::exists(song.path, error);
+    song.fault = isThere ? fault_of_kind(song.path) : address.refusal;
+    if (!song.fault.empty()) Fault("Cannot play " + song.path + ": " + song.fault);
+    Give(std::move(song));
+  }
+
   /** A folder is given as soon as it is read: its songs, and those of its folders where these stand in byte order. */
   void ReadFolder(const fs::path& folder) {
     for (const std::string& name : NamesIn(folder)) {
@@ -95,11 +109,13 @@ private:
     if (std::find(fBeingRead.begin(), fBeingRead.end(), real) != fBeingRead.end()) {
       return Fault(path + " names itself, by way of the lists in it: left out there");
     }
-    if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestList || ++fLists > kMostLists) {
+    if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestListBytes || ++fLists > kMostLists) {
       return Fault("Cannot read the list " + path);
     }
     const std::optional<std::string> bytes = read_file(path);
     if (!bytes) return Fault("Cannot read the list " + path);
+    if (std::ranges::count(*bytes, '\n') > static_cast<ptrdiff_t>(kMostListLines))
+      Fault("Only the first " + std::to_string(kMostListLines) + " lines of the list " + path + " are read");
     fBeingRead.push_back(real);
     TakeList(path, parse_m3u(*bytes, fs::path(real).parent_path().string()));
     fBeingRead.pop_back();
@@ -110,18 +126,18 @@ private:
     std::string firstDead;
     for (TSong& song : songs) {
       if (IsDone()) break;
-      if (is_list_name(song.path)) {
+      const bool isFile = song.fault.empty() && is_file_path(song.path);
+      if (isFile && is_list_name(song.path)) {
         ReadList(song.path);
         continue;
       }
-      std::error_code error;
-      song.failed = !is_address(song.path) && !fs::exists(song.path, error);
-      if (song.failed && ++dead == 1) firstDead = song.path;
+      if (isFile) song.fault = fault_of_kind(song.path);
+      if (!song.fault.empty() && ++dead == 1) firstDead = song.path + ": " + song.fault;
       Give(std::move(song));
     }
-    if (dead == 1) Fault("A song of the list " + list + " is not there: " + firstDead);
+    if (dead == 1) Fault("A song of the list " + list + " cannot be played: " + firstDead);
     if (dead > 1)
-      Fault(std::to_string(dead) + " songs of the list " + list + " are not there, the first: " + firstDead);
+      Fault(std::to_string(dead) + " songs of the list " + list + " cannot be played, the first: " + firstDead);
   }
 
   bool IsDone() const { return fSongs >= kMostSongs || fTaker->HasEnough(); }
@@ -153,6 +169,6 @@ bool is_list_name(const std::string& path) {
   return ends_like_one_of(kLists, path);
 }
 
-void gather_songs(const std::string& path, TSongTaker* taker) {
-  TSongReader(taker).Read(path);
+void gather_songs(const std::string& text, TSongTaker* taker) {
+  TSongReader(taker).Read(text);
 }

@@ -18,10 +18,11 @@ public:
   virtual bool HasEnough() const = 0;
 };
 
-/** A file is taken as it is; a folder gives its audio files and those of its folders, in byte order; a list of songs
-    gives its songs and those of the lists it names. Songs of a list that are not there are kept, as failed. Reads no
-    sound file. Any thread. */
-void gather_songs(const std::string& path, TSongTaker* taker);
+/** `text` names what was opened, dropped or handed over (player/song_address.h). A file is taken as it is; a folder
+   gives its audio files and those of its folders, in byte order; a list of songs gives its songs and those of the lists
+   it names. What is no song's address, no regular file, or missing from a list is kept, with its fault. Reads no sound
+    file. Any thread. */
+void gather_songs(const std::string& text, TSongTaker* taker);
 
 /** True for names that end like an audio file's. */
 bool is_audio_name(const std::string& path);

@@ -1,11 +1,17 @@
 #include "player/song_list_model.h"
 
+#include "player/tool_tip.h"
+
 #include <algorithm>
 #include <unordered_map>
 
 namespace {
 bool same_song(const TSong& a, const TSong& b) {
   return a.id == b.id;
+}
+
+std::string with_fault(const std::string& text, const TSong& song) {
+  return song.fault.empty() ? text : text + " (" + song.fault + ")";
 }
 } // namespace
 
@@ -16,10 +22,10 @@ int TSongListModel::rowCount(const QModelIndex& parent) const {
 QVariant TSongListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const TSong& song = At(index.row());
-  if (role == Qt::ToolTipRole) return QString::fromStdString(song.path);
+  if (role == Qt::ToolTipRole) return tool_tip(with_fault(song.path, song));
   if (role != Qt::DisplayRole) return {};
-  const QString title = QString::fromStdString(song.title);
-  return song.artist.empty() ? title : title + QStringLiteral(" — ") + QString::fromStdString(song.artist);
+  const std::string text = song.artist.empty() ? song.title : song.title + " — " + song.artist;
+  return QString::fromStdString(with_fault(text, song));
 }
 
 void TSongListModel::Show(std::shared_ptr<const TSongs> songs, int32 current) {

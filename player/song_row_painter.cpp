@@ -31,12 +31,12 @@ void draw_sign(QPainter* painter, const QRect& row) {
   painter->drawPolygon(QPolygonF({centre + QPointF(-3, -4), centre + QPointF(4, 0), centre + QPointF(-3, 4)}));
 }
 
-/** Both in that room, the artist behind the title. */
+/** The title and after it the artist, or why the song cannot be played. */
 void draw_texts(QPainter* painter, QRect room, const TSong& song, const QFont& titleFont, const QColor& artistColor) {
   const QFont artistFont = painter->font();
   const QFontMetrics titles(titleFont);
   const QFontMetrics artists(artistFont);
-  const QString artist = QString::fromStdString(song.artist);
+  const QString artist = QString::fromStdString(song.fault.empty() ? song.artist : song.fault);
   const int forArtist = artist.isEmpty() ? 0 : kSide + artists.horizontalAdvance(artist);
   const int forTitle = std::max(room.width() - forArtist, static_cast<int>(room.width() * kTitleShare));
   const QString title = titles.elidedText(QString::fromStdString(song.title), Qt::ElideRight, forTitle);
@@ -65,9 +65,10 @@ void TSongRowPainter::paint(QPainter* painter, const QStyleOptionViewItem& optio
   const bool selected = option.state & QStyle::State_Selected;
   const QColor color = option.palette.color(option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive,
                                             selected ? QPalette::HighlightedText : QPalette::Text);
+  const bool isDead = !song.fault.empty();
   painter->save();
   const QColor faint = dimmed(color, selected ? kDimmedOnSelection : kDimmed);
-  painter->setPen(song.failed ? faint : color);
+  painter->setPen(isDead ? faint : color);
   QRect row = option.rect.adjusted(kSide, 0, -kSide, 0);
   if (model.IsCurrent(index.row())) draw_sign(painter, row);
   row.setLeft(row.left() + kSignWidth);
@@ -78,7 +79,7 @@ void TSongRowPainter::paint(QPainter* painter, const QStyleOptionViewItem& optio
   }
   QFont titleFont = option.font;
   titleFont.setBold(model.IsCurrent(index.row()));
-  titleFont.setStrikeOut(song.failed);
+  titleFont.setStrikeOut(isDead);
   painter->setFont(option.font);
   draw_texts(painter, row, song, titleFont, faint);
   painter->restore();

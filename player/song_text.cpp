@@ -1,6 +1,7 @@
 #include "player/song_text.h"
 
-#include "player/m3u.h"
+#include "platform/support/cut_text.h"
+#include "player/song_address.h"
 
 #include <QString>
 
@@ -16,12 +17,18 @@ namespace {
 constexpr int32 kEarlyMs = 3000;
 } // namespace
 
-std::string fault_of_file(const std::string& path, const std::string& librarySays) {
-  if (is_address(path)) return librarySays;
+std::string fault_of_kind(const std::string& path) {
   struct stat file {};
   if (stat(path.c_str(), &file) != 0) return std::strerror(errno);
   if (S_ISDIR(file.st_mode)) return "it is a folder";
-  if (file.st_size == 0) return "the file is empty";
+  return S_ISREG(file.st_mode) ? "" : "it is a pipe or a device, not a file";
+}
+
+std::string fault_of_file(const std::string& path, const std::string& librarySays) {
+  if (!is_file_path(path)) return librarySays;
+  if (std::string fault = fault_of_kind(path); !fault.empty()) return fault;
+  struct stat file {};
+  if (stat(path.c_str(), &file) == 0 && file.st_size == 0) return "the file is empty";
   if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);
   return librarySays;
 }
@@ -34,7 +41,7 @@ std::string early_end(const TSong& song, int32 positionMs) {
 
 std::string clean_text(std::string_view text) {
   std::string clean;
-  for (const char c : text) {
+  for (const char c : cut_text(text)) {
     const auto byte = static_cast<unsigned char>(c);
     if (byte >= 0x20 && byte != 0x7f) {
       clean += c;

@@ -1,9 +1,9 @@
 /** What plays: what the user does to it, and what the sound tells. */
 
 #include "platform/app/message.h"
-#include "player/m3u.h"
 #include "player/player_messages.h"
 #include "player/player_window.h"
+#include "player/song_address.h"
 #include "player/song_text.h"
 #include "player/sonivo_app.h"
 #include "player/tag_fields.h"
@@ -124,7 +124,7 @@ void TSonivoApp::Loaded(const BMessage& message) {
   TSong* const song = fPlaylist.Edit(fPlaylist.Current());
   take_tags(tags_in(message), song);
   song->played = true;
-  song->failed = false;
+  song->fault.clear();
   fState.durationMs = song->durationMs;
   fLoadedLoad = fLoad;
   StateChanged();
@@ -152,8 +152,8 @@ void TSonivoApp::Failed(const BMessage& message) {
   std::string reason;
   message.FindString("reason", &reason);
   TSong* const song = fPlaylist.Edit(fPlaylist.Current());
-  song->failed = true;
-  TellFault("Cannot play " + song->path + ": " + fault_of_file(song->path, reason));
+  song->fault = fault_of_file(song->path, reason);
+  TellFault("Cannot play " + song->path + ": " + song->fault);
   PlayOn();
 }
 
@@ -170,7 +170,7 @@ void TSonivoApp::Tick() {
 void TSonivoApp::LookForFile() {
   if (!fIsLoaded || fLoadedLoad != fLoad || fMissedLoad == fLoad) return;
   const std::string& path = fPlaylist.CurrentSong()->path;
-  if (is_address(path) || access(path.c_str(), F_OK) == 0 || errno != ENOENT) return;
+  if (!is_file_path(path) || access(path.c_str(), F_OK) == 0 || errno != ENOENT) return;
   fMissedLoad = fLoad;
   TellFault("The file of the song that is playing is gone: " + path);
 }

@@ -1,6 +1,6 @@
 #include "player/tag_asker.h"
 
-#include "player/m3u.h"
+#include "player/song_address.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,7 +13,8 @@ void TTagAsker::Show(std::shared_ptr<const TSongs> songs) {
 
 /** What the sound or a list has told is known already. */
 bool TTagAsker::IsWanted(const TSong& song) const {
-  return song.durationMs <= 0 && !song.played && !song.failed && !is_address(song.path) && !fDone.contains(song.id);
+  return song.durationMs <= 0 && !song.played && song.fault.empty() && is_file_path(song.path) &&
+         !fDone.contains(song.id);
 }
 
 std::string TTagAsker::Ask(int32 firstRow) {

@@ -1,9 +1,11 @@
 #include "player/bus/other_song.h"
 
+#include "platform/support/cut_text.h"
+#include "player/song_address.h"
+
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QFileInfo>
-#include <QUrl>
 
 #include <algorithm>
 #include <cmath>
@@ -15,7 +17,7 @@ constexpr double kFastest = 100;
 constexpr int64 kLongestUs = int64{INT32_MAX} * 1000;
 
 std::string text_of(const QVariant& value) {
-  return value.toString().toStdString();
+  return std::string(cut_text(value.toString().toStdString()));
 }
 
 /** Some players write an artist where a list of them belongs. */
@@ -23,19 +25,16 @@ std::string joined(const QVariant& value) {
   const QStringList texts = value.userType() == qMetaTypeId<QDBusArgument>()
                                 ? qdbus_cast<QStringList>(value.value<QDBusArgument>())
                                 : value.toStringList();
-  return texts.join(QStringLiteral(", ")).toStdString();
+  return std::string(cut_text(texts.join(QStringLiteral(", ")).toStdString()));
 }
 
 std::string track_of(const QVariant& value) {
-  return value.canConvert<QDBusObjectPath>() ? value.value<QDBusObjectPath>().path().toStdString() : text_of(value);
+  return value.canConvert<QDBusObjectPath>() ? text_of(value.value<QDBusObjectPath>().path()) : text_of(value);
 }
 
 /** Some players tell the plain path where a URL belongs. */
 std::string path_of(const QVariant& value) {
-  const QString text = value.toString();
-  if (text.startsWith('/')) return text.toStdString();
-  const QUrl url(text);
-  return url.isLocalFile() ? url.toLocalFile().toStdString() : std::string();
+  return local_path(value.toString().toStdString());
 }
 
 void take_metadata(TOtherSong* song, const QVariant& value) {
@@ -47,7 +46,8 @@ void take_metadata(TOtherSong* song, const QVariant& value) {
   song->path = path_of(map["xesam:url"]);
   song->trackId = track_of(map["mpris:trackid"]);
   song->durationUs = std::clamp<int64>(map["mpris:length"].toLongLong(), 0, kLongestUs);
-  if (song->title.empty()) song->title = QFileInfo(QString::fromStdString(song->path)).completeBaseName().toStdString();
+  if (song->title.empty())
+    song->title = cut_text(QFileInfo(QString::fromStdString(song->path)).completeBaseName().toStdString());
 }
 
 int32 state_of(const QString& name) {

@@ -1,6 +1,7 @@
 #include "player/bus/own_properties.h"
 
 #include "player/bus/mpris_names.h"
+#include "player/song_address.h"
 
 #include <QDBusObjectPath>
 #include <QStringList>
@@ -16,7 +17,8 @@ QString state_name(int32 state) {
   return state == TInfoRecord::kPaused ? QStringLiteral("Paused") : QStringLiteral("Stopped");
 }
 
-QString file_url(const std::string& path) {
+QString url_of(const std::string& path) {
+  if (!is_file_path(path)) return QString::fromStdString(path);
   return QUrl::fromLocalFile(QString::fromStdString(path)).toString(QUrl::FullyEncoded);
 }
 
@@ -24,10 +26,10 @@ QVariantMap metadata(const TOwnStatus& status) {
   QVariantMap map{{"mpris:trackid", QVariant::fromValue(QDBusObjectPath(track_path(status.track)))}};
   if (status.track == 0) return map;
   map["xesam:title"] = QString::fromStdString(status.title);
-  map["xesam:url"] = file_url(status.path);
+  map["xesam:url"] = url_of(status.path);
   if (!status.artist.empty()) map["xesam:artist"] = QStringList{QString::fromStdString(status.artist)};
   if (status.durationMs > 0) map["mpris:length"] = qlonglong{status.durationMs} * 1000;
-  if (!status.picture.empty()) map["mpris:artUrl"] = file_url(status.picture);
+  if (!status.picture.empty()) map["mpris:artUrl"] = url_of(status.picture);
   return map;
 }
 
@@ -44,7 +46,7 @@ QVariantMap root_properties() {
       {"HasTrackList", false},
       {"Identity", QStringLiteral("Sonivo")},
       {"DesktopEntry", QStringLiteral("sonivo")},
-      {"SupportedUriSchemes", QStringList{"file"}},
+      {"SupportedUriSchemes", QStringList{"file", "http", "https"}},
       {"SupportedMimeTypes", QStringList{"audio/mpeg", "audio/ogg", "audio/flac", "audio/x-wav", "audio/mp4",
                                          "audio/aac", "audio/opus", "audio/x-ms-wma", "audio/x-aiff", "audio/x-ape",
                                          "audio/x-wavpack", "audio/x-matroska", "audio/webm"}},

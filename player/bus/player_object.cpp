@@ -5,11 +5,11 @@
 #include "player/bus/mpris_names.h"
 #include "player/bus/own_properties.h"
 #include "player/player_messages.h"
+#include "player/song_address.h"
 
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
-#include <QUrl>
 
 #include <algorithm>
 #include <cmath>
@@ -195,10 +195,8 @@ void TPlayerObject::SetPosition(const QVariantList& arguments) const {
 }
 
 void TPlayerObject::OpenUri(const QString& uri) const {
-  const QUrl url(uri);
-  if (!url.isLocalFile()) return;
   BMessage message(kMsgHandedOver);
-  message.AddString("path", url.toLocalFile().toStdString());
+  message.AddString("path", song_address(uri.toStdString(), "/").text);
   fPlayer.SendMessage(&message, BMessenger(), 0);
 }
 

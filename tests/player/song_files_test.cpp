@@ -8,6 +8,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -56,12 +58,48 @@ TEST(SongFiles, ListsWithinListsEndAndTellWhatIsMissing) {
   EXPECT_THAT(paths_of(gathered.songs),
               ElementsAre(folder.File("1.mp3"), folder.File("in/2.mp3"), folder.File("3.mp3"), folder.File("gone.mp3"),
                           folder.File("also gone.mp3"), "http://radio.example/x"));
-  EXPECT_FALSE(gathered.songs.back().failed) << "whether it is there is known when it is played";
-  EXPECT_TRUE(gathered.songs[3].failed);
-  EXPECT_FALSE(gathered.songs[2].failed);
+  EXPECT_EQ(gathered.songs.back().fault, "") << "whether it is there is known when it is played";
+  EXPECT_EQ(gathered.songs[3].fault, "No such file or directory");
+  EXPECT_EQ(gathered.songs[2].fault, "");
   EXPECT_THAT(gathered.faults, ElementsAre(HasSubstr("names itself"), HasSubstr("Cannot read the list"),
                                            HasSubstr("2 songs of the list " + outer +
-                                                     " are not there, the first: " + folder.File("gone.mp3"))));
+                                                     " cannot be played, the first: " + folder.File("gone.mp3"))));
+}
+
+TEST(SongFiles, WhatIsNoSongStaysInTheListWithAWord) {
+  const ScratchFolder folder;
+  const std::string pipe = folder.File("pipe.mp3");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const std::string filter = "av://lavfi:anullsrc,ametadata=mode=print:file=precious.txt";
+  const std::string list = folder.Write("a.m3u", filter + "\npipe.mp3\nsub.m3u\nFILE://host/a.mp3\n");
+  std::filesystem::create_directory(folder.File("sub.m3u"));
+  const TGathered gathered(list);
+  EXPECT_THAT(paths_of(gathered.songs), ElementsAre(filter, pipe, "FILE://host/a.mp3"));
+  for (const TSong& song : gathered.songs) EXPECT_NE(song.fault, "") << song.path;
+  EXPECT_THAT(gathered.faults, ElementsAre(HasSubstr("Cannot read the list"), HasSubstr("3 songs of the list")));
+  for (const std::string& text : {filter, pipe, std::string("/dev/zero"), "file://host" + pipe}) {
+    const TGathered handedOver(text);
+    ASSERT_EQ(handedOver.songs.size(), 1U) << text;
+    EXPECT_NE(handedOver.songs[0].fault, "") << text;
+    EXPECT_EQ(handedOver.faults.size(), 1U) << text;
+  }
+  EXPECT_EQ(TGathered("file://" + folder.Write("a b.mp3", "")).songs[0].path, folder.File("a b.mp3"));
+  EXPECT_EQ(TGathered("HTTP://radio.example/x").songs[0].path, "http://radio.example/x");
+}
+
+TEST(SongFiles, AListIsReadAsFarAsItsLimits) {
+  const std::string longText(5000000, 'x');
+  const TSongs songs =
+      parse_m3u("#EXTART:" + longText + "\n#EXTINF:1," + longText + "\n/a.mp3\n/" + longText + "\n", "/");
+  ASSERT_EQ(songs.size(), 2U);
+  EXPECT_EQ(songs[0].title.size(), 1024U);
+  EXPECT_EQ(songs[0].artist.size(), 1024U);
+  EXPECT_EQ(songs[1].fault, "its name is too long");
+  EXPECT_LE(songs[1].path.size(), 1024U);
+  const ScratchFolder folder;
+  const TGathered gathered(folder.Write("empty.m3u", std::string(kMostListLines, '\n') + "a.mp3\n"));
+  EXPECT_THAT(gathered.faults, ElementsAre(HasSubstr("Only the first 1000000 lines")));
+  EXPECT_TRUE(gathered.songs.empty());
 }
 
 TEST(SongFiles, ListsFromElsewhereAreUnderstood) {

@@ -9,6 +9,7 @@ TEST(SongText, AFileSaysItselfWhyItCannotBePlayed) {
   EXPECT_EQ(fault_of_file(folder.File("none"), "?"), "No such file or directory");
   EXPECT_EQ(fault_of_file("http://radio.example/x", "loading failed"), "loading failed");
   EXPECT_EQ(fault_of_file(folder.Path(), "?"), "it is a folder");
+  EXPECT_EQ(fault_of_file("/dev/null", "?"), "it is a pipe or a device, not a file");
   EXPECT_EQ(fault_of_file(folder.Write("empty.mp3", ""), "?"), "the file is empty");
   EXPECT_EQ(fault_of_file(folder.Write("text.mp3", "x"), "unknown format"), "unknown format");
 }
@@ -25,6 +26,7 @@ TEST(SongText, OnlyAnEndWellBeforeItsTimeIsTold) {
 TEST(SongText, TagsAreShownOnOneLine) {
   EXPECT_EQ(clean_text("\n one\r\n\ttwo\x7f\x01語\n"), " one two 語");
   EXPECT_EQ(clean_text("\x01\x02"), "");
+  EXPECT_EQ(clean_text(std::string(1023, 'a') + "語" + std::string(5000000, 'b')), std::string(1023, 'a'));
   EXPECT_EQ(clean_text("caf\xe9 x"), "caf� x") << "else the kept list were no UTF-8 as a whole";
   EXPECT_EQ(clock_text(3723999), "1:02:03");
 }

@@ -90,7 +90,7 @@ TEST(TagTalk, AFileIsLookedIntoUnlessItIsKnownAsItIs) {
 TEST(TagAsker, BeginsWithWhatIsSeenAndAsksOnceAboutEverySongThatNothingIsKnownOf) {
   TSongs songs = *numbered_songs({"/a", "/played", "/b", "/gone", "http://radio", "/told", "/c"});
   songs[1].played = true;
-  songs[3].failed = true;
+  songs[3].fault = "it is missing";
   songs[5].durationMs = 1000;
   TTagAsker asker;
   asker.Show(std::make_shared<TSongs>(songs));

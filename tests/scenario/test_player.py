@@ -94,7 +94,7 @@ class ThePlayersList(Case):
         songs = s.file("songs.m3u", f"gone.mp3\nsongs.m3u\nempty.mp3\n{s.song}\n")
         s.start(songs=[str(songs)])
         shown = s.texts_in(s.player())
-        for part in (f"Cannot play {empty}: the file is empty", "songs.m3u names itself", "is not there: "):
+        for part in (f"Cannot play {empty}: the file is empty", "songs.m3u names itself", "cannot be played: "):
             self.assertIn(part, shown)
 
 
