@@ -1,10 +1,14 @@
 #include "player/mpv_library.h"
+#include "player/song_address.h"
 #include "player/song_source.h"
+#include "player/song_text.h"
 #include "player/sound_devices.h"
+#include "player/sound_formats.h"
 #include "player/speed_bias.h"
 #include "player/timed_question.h"
 
 #include "platform/kernel/threads.h"
+#include "platform/support/cut_text.h"
 #include "platform/support/log.h"
 
 #include <algorithm>
@@ -27,15 +31,44 @@ constexpr bigtime_t kLongestStartUs = 1000000;
 
 constexpr std::string_view kNoDevice = "null";
 
-constexpr const char* kOptions[][2] = {
+/** What plays is decided here and nowhere else: no settings, scripts, keys or command socket of the library's own. */
+constexpr const char* kClosedOptions[][2] = {
     {"config", "no"},
-    {"vid", "no"},
-    {"audio-display", "no"},
-    {"terminal", "no"},
+    {"resume-playback", "no"},
     {"load-scripts", "no"},
-    {"ytdl", "no"},
+    {"load-auto-profiles", "no"},
+    {"load-osd-console", "no"},
+    {"load-stats-overlay", "no"},
     {"osc", "no"},
+    {"ytdl", "no"},
+    {"terminal", "no"},
     {"input-default-bindings", "no"},
+    {"input-builtin-bindings", "no"},
+    {"input-cursor", "no"},
+    {"input-media-keys", "no"},
+    {"input-terminal", "no"},
+    {"input-vo-keyboard", "no"},
+    {"input-ipc-server", ""},
+};
+
+/** A song is one file, or one stream from the host that its URL names: it makes the library open nothing else. */
+constexpr const char* kOneFileOptions[][2] = {
+    {"access-references", "no"},
+    {"autoload-files", "no"},
+    {"load-unsafe-playlists", "no"},
+    {"ordered-chapters", "no"},
+    {"cookies", "no"},
+    // The only reader without lists, archives and edit decision lists; it reads through the stream that is open.
+    {"demuxer", "lavf"},
+    {"demuxer-lavf-o", "format_whitelist=[" SOUND_FORMATS "],protocol_whitelist=[none]"},
+    // Files are opened without it.
+    {"stream-lavf-o", "protocol_whitelist=[http,https,httpproxy,tls,tcp]"},
+};
+
+constexpr const char* kPlayOptions[][2] = {
+    {"vid", "no"},
+    {"sid", "no"},
+    {"audio-display", "no"},
     {"idle", "yes"},
     {"hr-seek", "yes"},
     // In this order; without a sound card the song still plays, in real time, to nowhere.
@@ -79,15 +112,11 @@ public:
     const int64 load = ++fLastLoad;
     fPaused = paused;
     ExpectPosition(0);
-    Do([=, this] {
-      SetFlag("pause", paused);
-      if (fIsSilent) LookForDevice();
-      fLoadOfEntry[LoadFile(path)] = load;
-    });
+    Do([=, this] { Begin(load, path, paused); });
     return load;
   }
   void Stop() override {
-    Do([this] { Command({"stop"}); });
+    Do([this] { StopNow(); });
   }
   void SetPaused(bool paused) override {
     fPaused = paused;
@@ -185,8 +214,9 @@ private:
     const TMpvLibrary* const library = mpv_library();
     mpv_handle* const mpv = library ? library->create() : nullptr;
     if (mpv == nullptr) return false;
-    for (const auto& [name, value] : kOptions) library->set_option_string(mpv, name, value);
-    if (library->initialize(mpv) < 0) {
+    const bool isConfined = SetOptions(mpv, kClosedOptions) && SetOptions(mpv, kOneFileOptions);
+    SetOptions(mpv, kPlayOptions);
+    if (!isConfined || library->initialize(mpv) < 0) {
       library->terminate_destroy(mpv);
       return false;
     }
@@ -194,6 +224,18 @@ private:
     fTriedDevices = sound_devices();
     fMpv = mpv;
     return true;
+  }
+
+  /** False when the library does not know one of them. */
+  template <size_t Count>
+  static bool SetOptions(mpv_handle* mpv, const char* const (&options)[Count][2]) {
+    bool all = true;
+    for (const auto& [name, value] : options) {
+      if (mpv_library()->set_option_string(mpv, name, value) >= 0) continue;
+      log_error("audio", std::string("the audio library refuses the option ") + name);
+      all = false;
+    }
+    return all;
   }
 
   void FailEveryLoad() {
@@ -287,6 +329,25 @@ private:
     fTriesLeft = std::max(fTriesLeft, 0);
   }
 
+  /** The last check before the library, which would take any address. */
+  void Begin(int64 load, const std::string& path, bool paused) {
+    const TSongAddress song = song_address(path, "/");
+    const std::string fault = song.refusal.empty() ? fault_of_file(song.text, {}) : song.refusal;
+    if (!fault.empty()) {
+      StopNow();
+      return Tell([&](TSongEvents& events) { events.SongFailed(load, fault); });
+    }
+    SetFlag("pause", paused);
+    if (fIsSilent) LookForDevice();
+    fLoadOfEntry[LoadFile(song.text)] = load;
+  }
+
+  /** Done when it returns: sent as the other commands are, it could be carried out after a load that follows. */
+  void StopNow() {
+    const char* arguments[] = {"stop", nullptr};
+    mpv_library()->command_ret(fMpv, arguments, nullptr);
+  }
+
   /** Returns the library's number for this load, by which its events name it. */
   int64 LoadFile(const std::string& path) {
     const char* arguments[] = {"loadfile", path.c_str(), "replace", nullptr};
@@ -320,7 +381,7 @@ private:
 
   std::string Text(const char* name) {
     char* const value = mpv_library()->get_property_string(fMpv, name);
-    std::string text = value ? value : "";
+    std::string text(cut_text(value ? value : ""));
     mpv_library()->free(value);
     return text;
   }

@@ -1,5 +1,7 @@
 #include "player/peaks/av_file.h"
 
+#include "player/sound_formats.h"
+
 #include <unistd.h>
 
 #include <cerrno>
@@ -8,6 +10,8 @@
 namespace {
 
 constexpr int kBufferBytes = 64 * 1024;
+/** Songs, and pictures for covers. */
+constexpr const char* kReadFormats = SOUND_FORMATS ",bmp_pipe,jpeg_pipe,png_pipe,webp_pipe";
 
 struct TEndStream {
   void operator()(AVIOContext* stream) const {
@@ -61,7 +65,11 @@ TInput open_input(int file, const std::string& name) {
   if (opened == nullptr) return nullptr;
   opened->pb = stream.get();
   opened->io_open = open_nothing;
-  if (avformat_open_input(&opened, name.c_str(), nullptr, nullptr) < 0) return nullptr; // which has freed `opened`
+  AVDictionary* options = nullptr;
+  av_dict_set(&options, "format_whitelist", kReadFormats, 0);
+  const int error = avformat_open_input(&opened, name.c_str(), nullptr, &options);
+  av_dict_free(&options);
+  if (error < 0) return nullptr; // `opened` has been freed
   TInput input(opened);
   static_cast<void>(stream.release()); // the input's from now on
   return avformat_find_stream_info(opened, nullptr) < 0 ? nullptr : std::move(input);

@@ -1,6 +1,7 @@
 #include "player/song_source.h"
 
 #include "platform/kernel/threads.h"
+#include "tests/player/listener.h"
 #include "tests/player/wav.h"
 #include "tests/processes/eventually.h"
 #include "tests/scratch_folder.h"
@@ -9,54 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <condition_variable>
-#include <mutex>
 
 namespace {
-
-class Listener : public TSongEvents {
-public:
-  void SongLoaded(int64 load, const TSongTags& tags) override {
-    const std::lock_guard lock(fMutex);
-    fLoaded = load;
-    fTags = tags;
-    fChanged.notify_all();
-  }
-  void SongEnded(int64 load) override {
-    const std::lock_guard lock(fMutex);
-    fEnded = load;
-    fChanged.notify_all();
-  }
-  void SongFailed(int64 load, const std::string& reason) override {
-    const std::lock_guard lock(fMutex);
-    fFailed = load;
-    fReason = reason;
-    fChanged.notify_all();
-  }
-  void OutputChanged(bool isSilent) override {
-    const std::lock_guard lock(fMutex);
-    fIsSilent = isSilent;
-    fChanged.notify_all();
-  }
-  bool WaitForOutput(bool isSilent) {
-    std::unique_lock lock(fMutex);
-    return fChanged.wait_for(lock, std::chrono::seconds(30), [&] { return fIsSilent == isSilent; });
-  }
-  bool Wait(const int64& which, int64 load) {
-    std::unique_lock lock(fMutex);
-    return fChanged.wait_for(lock, std::chrono::seconds(30), [&] { return which == load; });
-  }
-  int64 fLoaded = 0;
-  int64 fEnded = 0;
-  int64 fFailed = 0;
-  bool fIsSilent = false;
-  std::string fReason;
-  TSongTags fTags;
-
-private:
-  std::mutex fMutex;
-  std::condition_variable fChanged;
-};
 
 class SongSource : public testing::Test {
 protected:
@@ -67,7 +22,7 @@ protected:
     return load;
   }
   const ScratchFolder fFolder;
-  Listener fListener;
+  SongListener fListener;
   std::shared_ptr<TSongSource> fSource = make_mpv_source(&fListener);
 };
 
@@ -146,7 +101,7 @@ TEST_F(SongSource, APartIsPlayedAgainUntilItIsLetGo) {
 TEST_F(SongSource, TellsWhichSongCannotBePlayed) {
   int64 load = fSource->Load(fFolder.File("missing.mp3"), false);
   ASSERT_TRUE(fListener.Wait(fListener.fFailed, load));
-  EXPECT_FALSE(fListener.fReason.empty());
+  EXPECT_FALSE(fListener.Reason().empty());
   load = fSource->Load(fFolder.Write("text.mp3", "no sound in here"), false);
   ASSERT_TRUE(fListener.Wait(fListener.fFailed, load));
 }
