@@ -1,6 +1,7 @@
 #include "player/bus/bus_link.h"
 
 #include "platform/app/message.h"
+#include "platform/support/cut_text.h"
 #include "platform/support/log.h"
 #include "player/bus/bus_messages.h"
 #include "player/bus/mpris_names.h"
@@ -19,9 +20,9 @@ namespace {
 
 const QString kLocalPath = QStringLiteral("/org/freedesktop/DBus/Local");
 const QString kLocal = QStringLiteral("org.freedesktop.DBus.Local");
-/** A bus that went away mostly goes with its session; a restarted one comes back soon. */
-constexpr int kRetryMs = 10000;
-constexpr int kMostRetries = 6;
+/** Exponential back-off: a restarted bus is back soon; one that went with its session costs next to nothing. */
+constexpr int kFirstRetryMs = 250;
+constexpr int kLongestRetryMs = 30000;
 
 /** The library keeps connections by name; every link has its own. */
 QString connection_name() {
@@ -66,20 +67,30 @@ void TBusLink::Leave() {
 
 void TBusLink::Connect() {
   const QString address = bus_address();
-  if (address.isEmpty()) return TellUnreachable();
+  if (address.isEmpty()) return RetryLater({});
   QDBusConnection bus = QDBusConnection::connectToBus(address, fConnection);
   if (!bus.isConnected()) {
-    log_error("bus", "no connection to the desktop's message bus: " + bus.lastError().message().toStdString());
+    const std::string reason = bus.lastError().message().toStdString();
     QDBusConnection::disconnectFromBus(fConnection);
-    if (fRetries > 0 && --fRetries > 0) fRetry.start(kRetryMs);
-    return TellUnreachable();
+    return RetryLater("no connection to the desktop's message bus: " + reason);
   }
+  fRetryMs = 0;
   fBus = bus;
   fBus->connect(QString(), kLocalPath, kLocal, "Disconnected", this, SLOT(Disconnected()));
   fBus->registerVirtualObject(mpris::kPath, fObject.get());
   fObject->Show(fStatus, *fBus);
   ClaimName();
   fList = std::make_unique<TPlayerList>(*fBus, [this](const TPlayerList::TPlayers& players) { TellPlayers(players); });
+}
+
+/** Only the first failure is reported to the application and the log. */
+void TBusLink::RetryLater(const std::string& logged) {
+  if (fRetryMs == 0) {
+    if (!logged.empty()) log_error("bus", logged);
+    TellUnreachable();
+  }
+  fRetryMs = std::clamp(fRetryMs * 2, kFirstRetryMs, kLongestRetryMs);
+  fRetry.start(fRetryMs);
 }
 
 /** A second player of this user is found under a name of its own. */
@@ -91,10 +102,7 @@ void TBusLink::ClaimName() {
 
 void TBusLink::Disconnected() {
   Leave();
-  log_error("bus", "the desktop's message bus is gone");
-  TellUnreachable();
-  fRetries = kMostRetries;
-  fRetry.start(kRetryMs);
+  RetryLater("the desktop's message bus is gone");
 }
 
 void TBusLink::Show(const TOwnStatus& status) {
@@ -120,7 +128,7 @@ void TBusLink::TellPlayers(const TPlayerList::TPlayers& players) const {
   message.AddBool("reachable", true);
   for (const auto& [id, name] : players) {
     message.AddString("id", id.toStdString());
-    message.AddString("name", name.toStdString());
+    message.AddString("name", std::string(cut_text(name.toStdString())));
   }
   fPlayer.SendMessage(&message, BMessenger(), 0);
 }

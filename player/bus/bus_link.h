@@ -31,6 +31,7 @@ private slots:
 
 private:
   void Leave();
+  void RetryLater(const std::string& logged);
   void ClaimName();
   void TellPlayers(const TPlayerList::TPlayers& players) const;
   void TellUnreachable() const;
@@ -45,5 +46,5 @@ private:
   std::unique_ptr<TOtherPlayer> fOther;
   TOwnStatus fStatus;
   QTimer fRetry;
-  int fRetries = 0;
+  int fRetryMs = 0; // 0 while connected, and before the first attempt
 };

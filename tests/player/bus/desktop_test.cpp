@@ -124,8 +124,26 @@ TEST_F(Desktop, OpensAFileAndGoesOnWithoutTheBus) {
   playerctl("open file://" + file);
   EXPECT_EQ(UntilTitle("Title of " + file), "Title of " + file);
   playerctl("open https://example.org/a.mp3");
+  EXPECT_EQ(UntilTitle("Title of https://example.org/a.mp3"), "Title of https://example.org/a.mp3");
+  playerctl("open av://lavfi:anullsrc");
+  wait_for_songs(5);
+  EXPECT_EQ(path_of_entry(4), "av://lavfi:anullsrc") << "shown, and not played";
+  EXPECT_EQ(playerctl("metadata title"), "Title of https://example.org/a.mp3");
   fDaemon.End();
   ask_player(BMessage(kMsgHandshake)); // is answered
+}
+
+TEST_F(Desktop, ABusThatWentAwayAndCameBackHasThePlayerAgain) {
+  for (int i = 0; i < 2; ++i) {
+    fDaemon.End();
+    ask_player(BMessage(kMsgHandshake));
+    fDaemon.Start();
+    EXPECT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
+    playerctl("play");
+    EXPECT_EQ(UntilStatus("Playing"), "Playing");
+    playerctl("pause");
+    EXPECT_EQ(UntilStatus("Paused"), "Paused");
+  }
 }
 
 TEST_F(Desktop, FrontEndsAreToldOfTheOtherPlayersSong) {

@@ -195,6 +195,31 @@ TEST_F(OtherPlayers, WhoComesAndGoesIsListedAndASecondOneKeepsItsOwnName) {
   fBus->SetPaused(true);
 }
 
+TEST_F(OtherPlayers, ABusThatStartsAfterThePlayerIsFound) {
+  fDaemon.End();
+  fBus->Start();
+  EXPECT_TRUE(fListener->Wait([&] { return fListener->fNews > 0; }));
+  EXPECT_FALSE(fListener->Flag(fListener->fPlayers, "reachable"));
+  fDaemon.Start();
+  FakePlayer late("late", {}, {});
+  EXPECT_TRUE(fListener->Wait([&] { return fListener->Knows("late"); }));
+}
+
+TEST_F(OtherPlayers, ATitleOfMegabytesIsCutAtACharacter) {
+  std::string longTitle;
+  while (longTitle.size() < 5000000) longTitle += "語";
+  QVariantMap properties = playing_song("file:///music/a.mp3");
+  QVariantMap metadata = properties["Metadata"].toMap();
+  metadata["xesam:title"] = QString::fromStdString(longTitle);
+  metadata["xesam:artist"] = QStringList{QString::fromStdString(longTitle)};
+  properties["Metadata"] = metadata;
+  const FakePlayer player("fake", properties);
+  fBus->Start();
+  Choose("fake");
+  EXPECT_EQ(fListener->Text("title"), longTitle.substr(0, 1023));
+  EXPECT_EQ(fListener->Text("artist"), longTitle.substr(0, 1023));
+}
+
 TEST_F(OtherPlayers, ABusThatGoesAwayOrNeverWasIsTold) {
   testing::internal::CaptureStderr();
   fBus->Start();
