@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <type_traits>
 
 MessageField* BMessage::Body::Find(const char* name) {
   const auto found = std::find_if(fields.begin(), fields.end(), [&](const MessageField& f) { return f.name == name; });
@@ -50,6 +51,9 @@ BMessage::~BMessage() = default;
 
 namespace {
 
+/** The flat form has two bytes for the length. */
+constexpr size_t kMostOfFieldName = 65535;
+
 status_t find_value(const MessageField* field, int32 index, const FieldValue** value) {
   if (field == nullptr) return B_NAME_NOT_FOUND;
   if (index < 0 || static_cast<size_t>(index) >= field->values.size()) return B_BAD_INDEX;
@@ -66,8 +70,23 @@ status_t find_typed(const MessageField* field, type_code type, int32 index, T* v
   return B_OK;
 }
 
+/** A number's bytes, as they are stored. */
+bool find_number_bytes(const FieldValue& value, const void** bytes, ssize_t* size) {
+  return std::visit(
+      [&](const auto& stored) {
+        using T = std::decay_t<decltype(stored)>;
+        constexpr bool kIsNumber = std::is_arithmetic_v<T> || std::is_same_v<T, BPoint> || std::is_same_v<T, BRect>;
+        if constexpr (kIsNumber) {
+          *bytes = &stored;
+          *size = sizeof stored;
+        }
+        return kIsNumber;
+      },
+      value);
+}
+
 status_t add_value(std::vector<MessageField>* fields, const char* name, type_code type, FieldValue value) {
-  if (name == nullptr) return B_BAD_VALUE;
+  if (name == nullptr || std::strlen(name) > kMostOfFieldName) return B_BAD_VALUE;
   const auto found = std::find_if(fields->begin(), fields->end(), [&](const auto& f) { return f.name == name; });
   if (found == fields->end()) {
     MessageField field{name, type, {}};
@@ -124,8 +143,14 @@ status_t BMessage::AddPointer(const char* name, const void* value) {
 
 status_t BMessage::AddData(const char* name, type_code type, const void* bytes, size_t size, bool isFixedSize) {
   if (bytes == nullptr && size > 0) return B_BAD_VALUE;
-  const char* start = static_cast<const char*>(bytes);
-  if (type == B_STRING_TYPE) return add_value(&fBody->fields, name, type, text_value({start, size}));
+  const char* const start = static_cast<const char*>(bytes);
+  FieldValue value;
+  if (is_interpreted(type)) {
+    return interpret(type, {start, size}, &value) ? add_value(&fBody->fields, name, type, std::move(value))
+                                                  : B_BAD_VALUE;
+  }
+  // Values with functions of their own: as raw bytes nothing could find them again.
+  if (type == B_POINTER_TYPE || type == B_MESSENGER_TYPE || type == B_MESSAGE_TYPE) return B_BAD_TYPE;
   return add_value(&fBody->fields, name, type, RawValue{{start, start + size}, isFixedSize});
 }
 
@@ -186,11 +211,12 @@ status_t BMessage::FindData(const char* name, type_code type, int32 index, const
     *size = static_cast<ssize_t>(text->size() + 1);
     return B_OK;
   }
-  const auto* raw = std::get_if<RawValue>(found);
-  if (raw == nullptr) return B_BAD_TYPE;
-  *bytes = raw->bytes.data();
-  *size = static_cast<ssize_t>(raw->bytes.size());
-  return B_OK;
+  if (const auto* raw = std::get_if<RawValue>(found)) {
+    *bytes = raw->bytes.data();
+    *size = static_cast<ssize_t>(raw->bytes.size());
+    return B_OK;
+  }
+  return find_number_bytes(*found, bytes, size) ? B_OK : B_BAD_TYPE;
 }
 
 bool BMessage::HasField(const char* name) const {

@@ -36,10 +36,10 @@ enum : uint32 {
 /** How a scripting message names what it is about. */
 enum : uint32 { B_DIRECT_SPECIFIER = 1, B_INDEX_SPECIFIER = 2 };
 
-/** A code and named, typed fields, each field a list of values of one type. A value: copies are independent,
-    but for the right to answer: all copies of a received message share one asker.
-    Find functions leave their output alone unless they return B_OK: B_NAME_NOT_FOUND, B_BAD_TYPE, B_BAD_INDEX
-   otherwise. Adding under a name that holds another type gives B_BAD_TYPE. Not safe for several threads at once. */
+/** A code and named, typed fields, each field a list of values of one type. A value type: copies are independent, but
+    all copies of a received message share the right to answer it. Find functions change their output only with B_OK,
+    else they give B_NAME_NOT_FOUND, B_BAD_TYPE or B_BAD_INDEX. Adding under a name that has another type gives
+    B_BAD_TYPE, adding data that is no value of its type B_BAD_VALUE. Not thread-safe. */
 class BMessage {
 public:
   uint32 what = 0;

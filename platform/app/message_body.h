@@ -24,6 +24,12 @@ using FieldValue = std::variant<bool, int32, int64, float, double, std::string, 
 /** What a field of type 'CSTR' holds: a text, when the bytes are one and its NUL, else the bytes as they are. */
 FieldValue text_value(std::string_view bytes);
 
+/** The types whose values the message interprets and that are given as bytes: numbers, points, rectangles, references,
+    and texts. */
+bool is_interpreted(type_code type);
+/** Stores a value of such a type; false when the bytes are no value of it. */
+bool interpret(type_code type, std::string_view bytes, FieldValue* value);
+
 struct MessageField {
   std::string name;
   type_code type;

@@ -105,7 +105,26 @@ bool read_number_into(std::string_view bytes, FieldValue* value) {
   return true;
 }
 
-bool read_value(type_code type, std::string_view bytes, FieldValue* value) {
+} // namespace
+
+bool is_interpreted(type_code type) {
+  switch (type) {
+  case B_BOOL_TYPE:
+  case B_INT32_TYPE:
+  case B_INT64_TYPE:
+  case B_FLOAT_TYPE:
+  case B_DOUBLE_TYPE:
+  case B_POINT_TYPE:
+  case B_RECT_TYPE:
+  case B_STRING_TYPE:
+  case B_REF_TYPE:
+    return true;
+  default:
+    return false;
+  }
+}
+
+bool interpret(type_code type, std::string_view bytes, FieldValue* value) {
   switch (type) {
   case B_BOOL_TYPE: {
     uint8 flag = 0;
@@ -135,10 +154,17 @@ bool read_value(type_code type, std::string_view bytes, FieldValue* value) {
     return true;
   }
   default:
-    if (bytes.empty() || stays_behind(type)) return false;
-    *value = RawValue{{bytes.begin() + 1, bytes.end()}, bytes.front() != '\0'};
-    return true;
+    return false;
   }
+}
+
+namespace {
+
+bool read_value(type_code type, std::string_view bytes, FieldValue* value) {
+  if (is_interpreted(type)) return interpret(type, bytes, value);
+  if (bytes.empty() || stays_behind(type)) return false;
+  *value = RawValue{{bytes.begin() + 1, bytes.end()}, bytes.front() != '\0'};
+  return true;
 }
 
 struct ValueWriter {

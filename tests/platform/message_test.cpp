@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace {
 
 BMessage sample() {
@@ -58,6 +60,41 @@ TEST(Message, BytesOfTextTypeKeepTheirLength) {
   std::string text;
   EXPECT_EQ(copy.FindString("raw", &text), B_OK);
   EXPECT_EQ(text, "a");
+}
+
+TEST(Message, NumbersAddedAsBytesAreFoundAsNumbersAndComeBackFlattened) {
+  BMessage message('numb');
+  const int32 number = -7;
+  const int64 wide = int64{1} << 40;
+  const uint8 yes = 1;
+  EXPECT_EQ(message.AddData("int32", B_INT32_TYPE, &number, sizeof number), B_OK);
+  EXPECT_EQ(message.AddData("int64", B_INT64_TYPE, &wide, sizeof wide), B_OK);
+  EXPECT_EQ(message.AddData("bool", B_BOOL_TYPE, &yes, sizeof yes), B_OK);
+  EXPECT_EQ(message.AddData("ref", B_REF_TYPE, "/folder\0name", 12), B_OK);
+  for (const type_code type : {B_INT32_TYPE, B_BOOL_TYPE, B_RECT_TYPE})
+    EXPECT_EQ(message.AddData("other size", type, "12345", 5), B_BAD_VALUE);
+  for (const type_code type : {B_POINTER_TYPE, B_MESSENGER_TYPE, B_MESSAGE_TYPE})
+    EXPECT_EQ(message.AddData("no bytes", type, &wide, sizeof wide), B_BAD_TYPE);
+  EXPECT_EQ(message.AddInt32(std::string(70000, 'n').c_str(), 1), B_BAD_VALUE) << "longer than the flat form can say";
+  const std::vector<char> flat = message.Flatten();
+  BMessage read;
+  ASSERT_EQ(read.Unflatten(flat.data(), flat.size()), B_OK);
+  for (const BMessage& each : {message, read}) {
+    EXPECT_EQ(each.FieldNames(), (std::vector<std::string>{"int32", "int64", "bool", "ref"}));
+    int32 found = 0;
+    bool isSet = false;
+    entry_ref ref;
+    const void* bytes = nullptr;
+    ssize_t size = 0;
+    EXPECT_EQ(each.FindInt32("int32", &found), B_OK);
+    EXPECT_EQ(found, number);
+    EXPECT_EQ(each.FindBool("bool", &isSet), B_OK);
+    EXPECT_TRUE(isSet);
+    EXPECT_EQ(each.FindRef("ref", &ref), B_OK);
+    EXPECT_EQ(ref.FullPath(), "/folder/name");
+    ASSERT_EQ(each.FindData("int64", B_INT64_TYPE, &bytes, &size), B_OK);
+    EXPECT_TRUE(size == sizeof wide && std::memcmp(bytes, &wide, sizeof wide) == 0);
+  }
 }
 
 TEST(Message, FlattensAndReadsBackWhole) {
