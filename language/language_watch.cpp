@@ -4,11 +4,21 @@
 #include "platform/app/looper.h"
 #include "platform/app/message.h"
 #include "platform/app/node_monitor.h"
+#include "plugin/app_privacy.h"
 #include "plugin/pref.h"
 
 namespace {
+
 constexpr uint32 kEverything = B_WATCH_NAME | B_WATCH_STAT | B_WATCH_ATTR | B_WATCH_DIRECTORY;
+
+void report_missed_change(BHandler* handler) {
+  BMessage notice(B_NODE_MONITOR);
+  notice.AddInt32("opcode", B_STAT_CHANGED);
+  BMessenger(handler).SendMessage(&notice, BMessenger(),
+                                  0); // without waiting: this may be the thread that empties the queue
 }
+
+} // namespace
 
 void TNodeMonitorHandler::MessageReceived(BMessage* message) {
   if (message->what != B_NODE_MONITOR) return BHandler::MessageReceived(message);
@@ -24,4 +34,5 @@ void set_node_monitor_language(const std::string& pluginPath, BHandler* handler)
   watch_node(language_folder(pluginPath).c_str(), kEverything, handler);
   const std::string chosen = gPref->Values()->languageFile;
   if (!chosen.empty()) watch_node(chosen.c_str(), kEverything, handler);
+  if (gAppPrivacy && gAppPrivacy->ShouldBeLanguageChanged()) report_missed_change(handler);
 }

@@ -15,5 +15,6 @@ private:
   const uint32 fCode;
 };
 
-/** Watches the folder "Language" beside the plug-in, and the chosen language file; other watches of the handler end. */
+/** Watches the folder "Language" beside the plug-in, and the chosen language file; other watches of the handler end.
+    A file that changed since it was loaded, before it was watched, is reported as a change. */
 void set_node_monitor_language(const std::string& pluginPath, BHandler* handler);

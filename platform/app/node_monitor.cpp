@@ -51,10 +51,11 @@ public:
 private:
   void Serve();
   void Handle(const inotify_event& event);
+  void NotifyAll();
   int32 OpcodeOf(const inotify_event& event, Node* node);
 
   const int fInotify = inotify_init1(IN_CLOEXEC);
-  std::mutex fMutex; // guards the two below
+  std::mutex fMutex; // guards fNodes and fServes
   std::map<int, Node> fNodes;
   bool fServes = false;
 };
@@ -93,7 +94,10 @@ void NodeMonitor::Serve() {
     if (size <= 0) return;
     for (ssize_t at = 0; at < size;) {
       const auto& event = *reinterpret_cast<const inotify_event*>(buffer + at);
-      Handle(event);
+      if (event.mask & IN_Q_OVERFLOW)
+        NotifyAll();
+      else
+        Handle(event);
       at += static_cast<ssize_t>(sizeof event + event.len);
     }
   }
@@ -113,6 +117,17 @@ int32 NodeMonitor::OpcodeOf(const inotify_event& event, Node* node) {
   return isAttribute ? B_ATTR_CHANGED : B_STAT_CHANGED;
 }
 
+void send_notice(const std::vector<Watcher>& watchers, int32 opcode, const char* name) {
+  BMessage notice(B_NODE_MONITOR);
+  notice.AddInt32("opcode", opcode);
+  if (name) notice.AddString("name", name);
+  const uint32 wanted = opcode == B_STAT_CHANGED   ? uint32{B_WATCH_STAT}
+                        : opcode == B_ATTR_CHANGED ? uint32{B_WATCH_ATTR}
+                                                   : uint32{B_WATCH_NAME | B_WATCH_DIRECTORY};
+  for (const Watcher& watcher : watchers)
+    if (watcher.flags & wanted) watcher.target.SendMessage(&notice, BMessenger(), kPatienceUs);
+}
+
 void NodeMonitor::Handle(const inotify_event& event) {
   std::vector<Watcher> watchers;
   int32 opcode = 0;
@@ -124,15 +139,22 @@ void NodeMonitor::Handle(const inotify_event& event) {
     watchers = node->second.watchers;
     if (event.mask & IN_IGNORED) fNodes.erase(node);
   }
-  if (opcode == 0) return;
-  BMessage notice(B_NODE_MONITOR);
-  notice.AddInt32("opcode", opcode);
-  if (event.len > 0) notice.AddString("name", event.name);
-  const uint32 wanted = opcode == B_STAT_CHANGED   ? uint32{B_WATCH_STAT}
-                        : opcode == B_ATTR_CHANGED ? uint32{B_WATCH_ATTR}
-                                                   : uint32{B_WATCH_NAME | B_WATCH_DIRECTORY};
-  for (const Watcher& watcher : watchers)
-    if (watcher.flags & wanted) watcher.target.SendMessage(&notice, BMessenger(), kPatienceUs);
+  if (opcode != 0) send_notice(watchers, opcode, event.len > 0 ? event.name : nullptr);
+}
+
+/** The kernel's queue overflowed: anything may have happened, so that everyone has to look again. */
+void NodeMonitor::NotifyAll() {
+  std::vector<Watcher> watchers;
+  {
+    const std::lock_guard lock(fMutex);
+    for (auto& [watch, node] : fNodes) {
+      stat(node.path.c_str(), &node.state);
+      watchers.insert(watchers.end(), node.watchers.begin(), node.watchers.end());
+    }
+  }
+  send_notice(watchers, B_STAT_CHANGED, nullptr);
+  std::erase_if(watchers, [](const Watcher& watcher) { return (watcher.flags & B_WATCH_STAT) != 0; });
+  send_notice(watchers, B_ENTRY_MOVED, nullptr);
 }
 
 NodeMonitor& monitor() {

@@ -21,8 +21,10 @@ enum : int32 {
 };
 
 /** From now on the handler gets B_NODE_MONITOR messages (int32 "opcode"; string "name" for an entry of a folder) about
-    the node that bears the path at this moment; adds to its other watches. B_ENTRY_NOT_FOUND when there is none. The
-    handler is to be attached to a looper; a notice for one that is gone is dropped. Any thread, as the next. */
+    the node that has the path at this moment; adds to its other watches. B_ENTRY_NOT_FOUND when there is none. When
+    notices were lost, since too much changed at once, each watch gets one without a name: B_STAT_CHANGED where the
+   flags ask for that, else B_ENTRY_MOVED. The handler must be attached to a looper; a notice for one that is gone is
+   dropped. Any thread. */
 status_t watch_node(const char* path, uint32 flags, const BHandler* handler);
-/** Ends every watch of the handler. A notice that is on its way may still come. */
+/** Ends every watch of the handler. A notice that is on its way may still come. Any thread. */
 status_t stop_watching(const BHandler* handler);

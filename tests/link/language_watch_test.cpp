@@ -4,6 +4,7 @@
 #include "language/load_language.h"
 #include "platform/app/looper.h"
 #include "platform/app/message.h"
+#include "platform/app/node_monitor.h"
 #include "platform/kernel/threads.h"
 #include "plugin/app_privacy.h"
 #include "plugin/pref.h"
@@ -34,7 +35,10 @@ public:
     AddHandler(&fWatch);
     set_node_monitor_language(fPluginPath, &fWatch);
   }
-  ~Manager() override { RemoveHandler(&fWatch); }
+  ~Manager() override {
+    stop_watching(&fWatch);
+    RemoveHandler(&fWatch);
+  }
   void MessageReceived(BMessage* message) override {
     if (message->what != 'note') return BLooper::MessageReceived(message);
     ++fNotices;
@@ -119,6 +123,14 @@ TEST_F(LanguageWatch, DeletedFileIsToldOfAndTakenAgainWhenItComesBack) {
   EXPECT_EQ(gAlerts, 1);
   Write(language_file("back"));
   EXPECT_TRUE(Shows("back"));
+}
+
+TEST_F(LanguageWatch, WhatIsWrittenBetweenLoadingAndWatchingIsReadAgain) {
+  fManager.reset(); // nobody watches
+  Write(language_file("meanwhile"));
+  fManager.reset(new Manager(PluginPath()));
+  fManager->Run();
+  EXPECT_TRUE(Shows("meanwhile"));
 }
 
 TEST_F(LanguageWatch, AttributesAndOtherFilesCauseNoReload) {
