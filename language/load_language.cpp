@@ -7,6 +7,7 @@
 #include "platform/storage/directory.h"
 #include "platform/storage/path.h"
 #include "platform/support/log.h"
+#include "platform/support/reported_once.h"
 #include "plugin/app_privacy.h"
 #include "plugin/pref.h"
 
@@ -32,7 +33,11 @@ bool load_with_patience(const std::string& path, TLLT* texts) {
   return false;
 }
 
+/** Both plug-ins load the same file: whichever comes first tells the user. */
+constexpr const char* kFailureKind = "language file";
+
 void show_failure(const std::string& path) {
+  if (!should_report(kFailureKind, path)) return;
   const std::string text = "Can't load language file:\n" + path;
   const std::string caption = std::string("* ") + gAppName + " *";
   const auto show = gShowFailure.load();
@@ -66,7 +71,7 @@ bool load_language(const char* pluginPath) {
     if (gAppPrivacy) gAppPrivacy->UpdateLanguageInfos();
     const bool isLoaded = load_with_patience(values.languageFile, &texts);
     *gLLT = texts;
-    if (!isLoaded) show_failure(values.languageFile);
+    isLoaded ? forget_reported(kFailureKind) : show_failure(values.languageFile);
   }
   return true;
 }

@@ -11,7 +11,8 @@ void set_language_alert(void (*show)(const char* text, const char* caption, cons
 
 /** Fills `gLLT` anew: from the built-in texts when the setting "LLTF" is empty, else from the file of that name in the
     folder "Language" beside `pluginPath`, to which the setting is rewritten. Tries for 200 ms, since the file may be
-    half written, and tells the user when that fails; the table is empty then. Always true. */
+    half written, and tells the user when that fails, once for all plug-ins of the process; the table is empty then.
+    Always true. */
 bool load_language(const char* pluginPath);
 
 /** The folder "Language" beside the plug-in. */

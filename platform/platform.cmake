@@ -42,6 +42,7 @@ add_library(vesmo_platform SHARED
   ${CMAKE_CURRENT_LIST_DIR}/support/list.cpp
   ${CMAKE_CURRENT_LIST_DIR}/support/japanese_tables.cpp
   ${CMAKE_CURRENT_LIST_DIR}/support/log.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/support/reported_once.cpp
   ${CMAKE_CURRENT_LIST_DIR}/support/text_encoding.cpp
 )
 target_link_libraries(vesmo_platform PUBLIC project_options PRIVATE window_code)

@@ -154,6 +154,18 @@ TEST_F(LanguageChoice, TellsTheUserWhenTheFileCannotBeLoaded) {
   EXPECT_STREQ(gLLT->Text("Button_Yes"), "! ERROR !") << "no fall-back";
 }
 
+TEST_F(LanguageChoice, AFileThatBothPluginsMissIsToldOfOnce) {
+  Choose("Missing.llt");
+  EXPECT_EQ(std::exchange(fShown, {}), "Can't load language file:\n" + fFolder.File("Language/Missing.llt"));
+  Choose("Missing.llt"); // as the second plug-in does
+  EXPECT_EQ(fShown, "");
+  const std::string path = fFolder.Write("Language/Missing.llt", kHead + std::string("A=Hallo\n"));
+  Choose("Missing.llt");
+  std::filesystem::remove(path);
+  Choose("Missing.llt");
+  EXPECT_NE(fShown, "") << "it is missing again";
+}
+
 TEST_F(LanguageChoice, ListsTheLanguagesOfAFolder) {
   fFolder.Write("Language/a.llt", "[Informations]\nHeader = LLT File Format 100\nLanguage = Eins\n");
   fFolder.Write("Language/b.llt", "[Informations]\nHeader = LLT File Format 100\n");
