@@ -3,7 +3,7 @@
 #include "companion/wrap_text.h"
 #include "editviews/appearance.h"
 #include "language/llt.h"
-#include "lyrics/time_tags.h"
+#include "lyrics/sung_lines.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/kernel/threads.h"
@@ -44,9 +44,10 @@ BFont sized(BFont font, float size) {
   return font;
 }
 
-std::string without_tag(std::string line) {
-  if (sung_time(line) >= 0) remove_time_tag(&line);
-  return line;
+/** Lines that are not sung, such as headers, stay as they are. */
+std::string without_tags(const std::string& line) {
+  const TTaggedLine parts = take_apart(line);
+  return parts.timesMs.empty() ? line : parts.Text();
 }
 
 } // namespace
@@ -71,22 +72,22 @@ void TDisplayView::SetAppearance() {
 void TDisplayView::SetLines(const std::vector<std::string>& lines, const std::string& instead) {
   fInstead = instead;
   fLines.clear();
-  fSungLine.Clear();
+  fLineTimes.Clear();
   for (const std::string& line : lines) {
-    fLines.push_back(without_tag(line));
-    fSungLine.Append(line);
+    fLines.push_back(without_tags(line));
+    fLineTimes.Append(line);
   }
-  fIsTimed = fSungLine.HasTimes();
+  fIsTimed = fLineTimes.HasTimes();
   fMover.reset();
   fShift = 0;
-  fCurrent = fIsTimed ? fSungLine.RowAt(fPositionMs) : 0;
+  fCurrent = fIsTimed ? fLineTimes.RowAt(fPositionMs) : 0;
   ShowAgain();
 }
 
 void TDisplayView::SetPosition(int32 positionMs) {
   fPositionMs = positionMs;
   if (!fIsTimed) return;
-  const int32 line = fSungLine.RowAt(positionMs);
+  const int32 line = fLineTimes.RowAt(positionMs);
   if (line != fCurrent) MoveTo(line);
 }
 

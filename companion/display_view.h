@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editviews/sung_line.h"
+#include "lyrics/line_times.h"
 #include "platform/interface/view.h"
 #include "platform/support/types.h"
 
@@ -59,7 +59,7 @@ private:
 
   std::vector<std::string> fLines; // without their tags
   std::string fInstead;
-  TSungLine fSungLine;
+  TLineTimes fLineTimes;
   bool fIsTimed = false;
   int32 fCurrent = -1; // the line that is sung, or of a plain text the topmost
   int32 fPositionMs = 0;

@@ -3,7 +3,6 @@
 #include "editviews/tag_input_item.h"
 #include "editviews/tag_input_view.h"
 #include "language/llt.h"
-#include "lyrics/time_tags.h"
 #include "plugin/host_link.h"
 
 namespace {
@@ -34,17 +33,15 @@ void TTagInputView::PlayerKey(char key) {
 }
 
 void TTagInputView::Invoke() {
-  const TTagInputItem* const item = SelectedItem();
-  if (item == nullptr) return;
-  long timeMs = 0;
-  bool extended = false;
-  if (!time_tag_to_time(item->Text(), &timeMs, &extended)) return Report(gLLT->Text("StatBarStr_No_Tag_To_Play"));
-  fFrontEnd->SeekTo(static_cast<int32>(std::max(timeMs, 0L)));
+  if (SelectedItem() == nullptr) return;
+  const std::optional<int32> timeMs = fLineTimes.TimeOf(CurrentSelection());
+  if (!timeMs) return Report(gLLT->Text("StatBarStr_No_Tag_To_Play"));
+  fFrontEnd->SeekTo(*timeMs);
   Report(gLLT->Text("StatBarStr_Playing_From") + std::to_string(CurrentSelection() + 1));
 }
 
 void TTagInputView::SetSongPosition(std::optional<int32> positionMs) {
-  MarkSung(positionMs ? fSungLine.RowAt(*positionMs) : -1);
+  MarkSung(positionMs ? fLineTimes.RowAt(*positionMs) : -1);
 }
 
 void TTagInputView::MarkSung(int32 row) {

@@ -38,7 +38,7 @@ void TTagInputView::ClearLines() {
   items.reserve(static_cast<size_t>(CountItems()));
   for (int32 i = 0; i < CountItems(); ++i) items.push_back(ItemAt(i));
   MakeEmpty();
-  fSungLine.Clear();
+  fLineTimes.Clear();
   fCorrections.ForgetLines();
   fSungRow = -1;
   for (const BListItem* item : items) delete item;
@@ -50,7 +50,7 @@ void TTagInputView::SetLines(const std::list<std::string>& lines) {
   items.reserve(lines.size());
   for (const std::string& line : lines) {
     items.push_back(new TTagInputItem(line));
-    fSungLine.Append(line);
+    fLineTimes.Append(line);
   }
   AddList(items);
 }
@@ -194,7 +194,7 @@ void TTagInputView::RemoveTagRqtd() {
 
 void TTagInputView::SetText(int32 row, const std::string& text) {
   Item(row)->SetText(text);
-  fSungLine.Change(row, text);
+  fLineTimes.Change(row, text);
 }
 
 void TTagInputView::ChangeRow(int32 row, const std::string& text, TEditKind kind) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "editviews/sung_line.h"
 #include "editviews/tracked_edit_view.h"
+#include "lyrics/line_times.h"
 #include "lyrics/reaction_time.h"
 #include "platform/interface/list_view.h"
 
@@ -70,7 +70,7 @@ private:
 
   bool fModified = false;
   int32 fMode = 0;
-  TSungLine fSungLine;
+  TLineTimes fLineTimes;
   int32 fSungRow = -1;
   TStampCorrections fCorrections;
   Sonivo_FrontEnd* const fFrontEnd;

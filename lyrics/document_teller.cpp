@@ -1,23 +1,19 @@
 #include "lyrics/document_teller.h"
 
-#include "editviews/sung_line.h"
 #include "lyrics/document_notices.h"
+#include "lyrics/line_times.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "plugin/host_link.h"
-
-#include <algorithm>
 
 namespace {
 
 constexpr bigtime_t kMarksAfterUs = 200000;
 
 std::vector<int32> sung_times(const std::vector<std::string>& lines) {
-  std::vector<int32> timesMs;
-  for (const std::string& line : lines)
-    if (const int32 timeMs = sung_time(line); timeMs >= 0) timesMs.push_back(timeMs);
-  std::sort(timesMs.begin(), timesMs.end());
-  return timesMs;
+  TLineTimes times;
+  for (const std::string& line : lines) times.Append(line);
+  return times.Times();
 }
 
 } // namespace

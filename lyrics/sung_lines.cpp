@@ -1,9 +1,9 @@
 #include "lyrics/sung_lines.h"
 
+#include "lyrics/line_times.h"
 #include "lyrics/tag_spans.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace {
 
@@ -14,13 +14,9 @@ bool is_blank(const std::string& text) {
   return text.find_first_not_of(" \t") == std::string::npos;
 }
 
-/** A header by which players move all times: a positive one lets the lyrics appear earlier. */
 long offset_of(const std::list<std::string>& lines) {
-  for (const std::string& line : lines) {
-    if (const std::optional<std::string> value = header_value(line, "offset")) {
-      return std::clamp(std::strtol(value->c_str(), nullptr, 10), -3600000L, 3600000L);
-    }
-  }
+  for (const std::string& line : lines)
+    if (const std::optional<long> offsetMs = offset_header(line)) return *offsetMs;
   return 0;
 }
 
@@ -62,7 +58,7 @@ std::vector<TCue> sorted_cues(const std::vector<TSungLine>& sung, long offsetMs)
     for (const long time : line.timesMs) {
       // The end belongs to the first time; the line lasts as long at the others.
       const long length = line.endMs ? std::max(*line.endMs - line.timesMs.front(), 0L) : 0;
-      const long start = std::max(time - offsetMs, 0L);
+      const long start = sung_at(time, offsetMs);
       cues.push_back({start, length > 0 ? start + length : 0, line.text});
     }
   }
@@ -94,11 +90,9 @@ bool TTaggedLine::HasTimedWords() const {
 TTaggedLine take_apart(const std::string& line) {
   TTaggedLine parts;
   const std::vector<TTagSpan> tags = time_tags_in(line);
-  size_t at = 0;
-  size_t next = 0;
-  for (; next < tags.size() && tags[next].begin == at && line[at] == '['; at = tags[next++].End()) {
-    parts.timesMs.push_back(tag_time(line, tags[next]));
-  }
+  parts.timesMs = leading_times(line);
+  size_t next = parts.timesMs.size();
+  size_t at = next > 0 ? tags[next - 1].End() : 0;
   std::optional<long> time;
   for (; next < tags.size(); ++next) {
     const TTagSpan& tag = tags[next];

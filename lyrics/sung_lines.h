@@ -11,7 +11,7 @@ struct TTaggedLine {
     std::optional<long> timeMs; // of the tag in front of it
     std::string text;
   };
-  std::vector<long> timesMs; // of the tags at its start; empty for a line without
+  std::vector<long> timesMs; // of the tags at its start (line_times.h); empty for a line without
   std::vector<TWord> words;  // the rest, cut in front of each tag within it
   std::optional<long> endMs; // of a tag behind everything
 

@@ -48,6 +48,13 @@ std::vector<TTagSpan> time_tags_in(const std::string& line) {
   return spans;
 }
 
+size_t count_leading_tags(const std::string& line, const std::vector<TTagSpan>& tags) {
+  size_t count = 0;
+  size_t at = 0;
+  while (count < tags.size() && tags[count].begin == at && line[at] == '[') at = tags[count++].End();
+  return count;
+}
+
 std::string tag_text(const std::string& line, const TTagSpan& span) {
   std::string text = line.substr(span.begin, span.length);
   text.front() = '[';

@@ -20,6 +20,10 @@ struct TTagSpan {
 /** From left to right. */
 std::vector<TTagSpan> time_tags_in(const std::string& line);
 
+/** How many of a line's tags, found by `time_tags_in`, it begins with: in square brackets, one directly after another.
+ */
+size_t count_leading_tags(const std::string& line, const std::vector<TTagSpan>& tags);
+
 /** The tag alone, in the form that `time_tag_to_time` reads. */
 std::string tag_text(const std::string& line, const TTagSpan& span);
 

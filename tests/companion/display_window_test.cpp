@@ -46,6 +46,14 @@ TEST_F(DisplayByHand, ShowsTheLineOfTheFileThatIsSung) {
   EXPECT_TRUE(Shows("No lyrics lie beside this song"));
 }
 
+TEST_F(DisplayByHand, RefrainIsShownEachTimeWithoutItsTagsAndByTheOffset) {
+  fFolder.Write("song.lrc", "[offset:500]\n[00:02][00:06]re<00:02.50>frain\n[00:04]verse\n");
+  for (const auto& [positionMs, line] : {std::pair(1500, "refrain"), {3500, "verse"}, {5500, "refrain"}}) {
+    fHost->SetRecord(positionMs, "song");
+    EXPECT_TRUE(Shows(line)) << positionMs;
+  }
+}
+
 TEST_F(DisplayByHand, FollowsTheEditorUntilThatCloses) {
   const std::string path = fFolder.Write("song.lrc", "one\n[00:09]two\n");
   PlayAt(5000, "song");

@@ -1,4 +1,3 @@
-#include "editviews/sung_line.h"
 #include "lyrics/editor_view.h"
 #include "platform/app/message.h"
 #include "tests/editor/editor_fixture.h"
@@ -10,27 +9,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::Pair;
-
-TEST(SungLine, IsTheLastWhoseTimeHasCome) {
-  TSungLine lines;
-  for (const char* line : {"[Chorus]", "[00:10]a", "no tag", "[00:30:50]b", "[00:20]c", "[00:20]d"}) lines.Append(line);
-  EXPECT_EQ(lines.RowAt(9999), -1);
-  EXPECT_EQ(lines.RowAt(10000), 1);
-  EXPECT_EQ(lines.RowAt(19999), 1);
-  EXPECT_EQ(lines.RowAt(20000), 5) << "of two at once the lower one";
-  EXPECT_EQ(lines.RowAt(30499), 5);
-  EXPECT_EQ(lines.RowAt(100000), 3);
-  EXPECT_EQ(lines.RowAt(0), -1) << "the song was taken back";
-  lines.Change(2, "[00:00]now tagged");
-  EXPECT_EQ(lines.RowAt(0), 2);
-  lines.Change(2, "no more");
-  EXPECT_EQ(lines.RowAt(5000), -1);
-  lines.RowAt(100000);
-  lines.Clear();
-  EXPECT_EQ(lines.RowAt(100000), -1);
-  lines.Append("[00:01]a");
-  EXPECT_EQ(lines.RowAt(100000), 0);
-}
 
 using SongOfTheEditor = EditorByHand;
 
