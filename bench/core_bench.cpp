@@ -3,9 +3,9 @@
    run. */
 
 #include "bench/rounds.h"
+#include "common/atomic_replace.h"
 #include "lyrics/bulk_tags.h"
 #include "lyrics/lyrics_file.h"
-#include "lyrics/replace_file.h"
 
 #include <iconv.h>
 #include <unistd.h>
@@ -107,7 +107,7 @@ void measure_form(int count, const Lines& lines, long encoding, long crType, con
   const int rounds = count >= 1000000 ? 5 : count >= 100000 ? 11 : 201;
   const std::string form = std::string(kEncodings[encoding]) + ", " + kLineEnds[crType];
   const std::string bytes = lines_to_bytes(lines, crType, encoding);
-  if (replace_file(path, bytes) != B_OK) std::abort();
+  if (atomic_replace(path, bytes) != B_OK) std::abort();
   const auto loads = [&] { load(path, kDetectEncoding); };
   row("load", count, form, compare(rounds, loads, [&] { read_and_count(path); }), "plain read + newline count");
   const char* const name = kConverters[encoding];
@@ -123,10 +123,12 @@ void measure_form(int count, const Lines& lines, long encoding, long crType, con
   }
   const std::string saved = path + ".saved";
   const std::string utf8 = lines_to_bytes(lines, crType, 0);
-  const auto saves = [&] { gSink = static_cast<size_t>(replace_file(saved, lines_to_bytes(lines, crType, encoding))); };
+  const auto saves = [&] {
+    gSink = static_cast<size_t>(atomic_replace(saved, lines_to_bytes(lines, crType, encoding)));
+  };
   // The same guarantee on both sides: on the disk, then renamed.
   const auto theirs = [&] {
-    gSink = static_cast<size_t>(replace_file(saved, encoding == 0 ? utf8 : through_iconv(utf8, name, "UTF-8")));
+    gSink = static_cast<size_t>(atomic_replace(saved, encoding == 0 ? utf8 : through_iconv(utf8, name, "UTF-8")));
   };
   row("save", count, form, compare(rounds, saves, theirs),
       encoding == 0 ? "the same bytes, ready" : "iconv + the same write");
@@ -134,7 +136,7 @@ void measure_form(int count, const Lines& lines, long encoding, long crType, con
 
 void measure_bulk(int count, const Lines& lines, const std::string& path) {
   const int rounds = count >= 1000000 ? 5 : count >= 100000 ? 11 : 201;
-  if (replace_file(path, lines_to_bytes(lines, 0, 0)) != B_OK) std::abort();
+  if (atomic_replace(path, lines_to_bytes(lines, 0, 0)) != B_OK) std::abort();
   Lines work = lines;
   const auto counts = [&] { read_and_count(path); };
   row("shift", count, "in memory",
@@ -170,7 +172,7 @@ double own_peak_megabytes() {
 void measure_peak(const char* program, const Lines& lines, const std::string& path) {
   for (long encoding = 0; encoding < 3; ++encoding) {
     const std::string bytes = lines_to_bytes(lines, 0, encoding);
-    if (replace_file(path, bytes) != B_OK) std::abort();
+    if (atomic_replace(path, bytes) != B_OK) std::abort();
     const auto peak_of = [&](const char* what) {
       return peak_megabytes(std::string(program) + " peak " + what + " " + path);
     };

@@ -1,13 +1,14 @@
 #include "common/archivable.h"
 
+#include "common/atomic_replace.h"
+#include "common/file_replacement.h"
+#include "common/unique_file.h"
 #include "platform/app/message.h"
 #include "platform/storage/entry.h"
 #include "platform/storage/file.h"
+#include "platform/storage/status_of.h"
+#include "platform/support/log.h"
 
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdio>
 #include <cstring>
 
 namespace koreva {
@@ -41,15 +42,14 @@ TStored what_is_stored(const BEntry& entry, const BMessage& archive) {
   return stored.Flatten() == archive.Flatten() ? TStored::kTheSame : TStored::kAnother;
 }
 
-/** Under a name that nothing bears yet: an older copy may be the one that its owner misses. The file itself stays until
-    the new one takes its place. */
-void keep_copy(const std::string& path) {
-  constexpr int kMostCopies = 100;
-  const std::string copy = path + ".unreadable";
-  bool isKept = link(path.c_str(), copy.c_str()) == 0;
-  for (int i = 2; !isKept && errno == EEXIST && i <= kMostCopies; ++i)
-    isKept = link(path.c_str(), (copy + "." + std::to_string(i)).c_str()) == 0;
-  if (!isKept) std::rename(path.c_str(), copy.c_str()); // where files cannot have two names
+/** Under a name that nothing has yet: an older copy may be the one that its owner misses. */
+void keep_unreadable(const std::string& path) {
+  TFileTarget target;
+  if (find_file_target(path, &target) == B_IS_A_DIRECTORY) return;
+  const TNameOf nameOf = numbered_names(path + ".unreadable");
+  // What cannot be copied, because the disk is full or reading is not permitted, makes way instead.
+  if (copy_to_unique_file(target.path, nameOf).empty() && !rename_to_unique(target.path, nameOf))
+    log_error("settings", target.path + " cannot be read, and could not be kept either");
 }
 
 } // namespace
@@ -61,15 +61,12 @@ bool TArchivable::Save(const BEntry& entry) {
   const TStored stored = what_is_stored(entry, archive);
   if (stored == TStored::kTheSame) return true; // at start-up, too, where every wait for the disk is felt
   const std::string path = ref.FullPath();
-  // Another application of the family may be writing the same record.
-  const std::string written = path + "." + std::to_string(getpid()) + ".new";
   // A torn file, or one of another program's making, may still be of use to its owner.
-  if (stored == TStored::kForeign) keep_copy(path);
-  {
-    BFile file(written.c_str(), B_WRITE_ONLY | B_CREATE_FILE | B_ERASE_FILE);
-    if (file.InitCheck() != B_OK || archive.Flatten(&file) != B_OK || file.Sync() != B_OK) return false;
-  }
-  return std::rename(written.c_str(), path.c_str()) == 0;
+  if (stored == TStored::kForeign) keep_unreadable(path);
+  const std::vector<char> bytes = archive.Flatten();
+  const status_t status = atomic_replace(path, {bytes.data(), bytes.size()}, TFlush::kFile);
+  if (status != B_OK) log_error("settings", path + " could not be saved: " + status_text(status));
+  return status == B_OK;
 }
 
 status_t TArchivable::Find(const BMessage& archive, const char* name, bool* value, int32 index) {

@@ -25,9 +25,9 @@ public:
   virtual bool Unarchive(const BMessage& archive);
   /** False when the file cannot be opened or read; else what `Unarchive` says. */
   virtual bool Load(const BEntry& entry);
-  /** False when the record cannot be archived or written. The old file stays whole unless the new one is complete;
-      one that could not be read is kept beside it as "<name>.unreadable" (then ".unreadable.2" and so on), one that
-      says the same stays as it is. */
+  /** Replaces the file atomically (atomic_replace.h). False, logged with its reason, when the record cannot be archived
+      or written. A file with the same content is not written again; one that could not be read is kept beside it as
+      "<name>.unreadable" (then ".unreadable.2" and so on). */
   virtual bool Save(const BEntry& entry);
 
 protected:

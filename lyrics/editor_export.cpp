@@ -1,11 +1,11 @@
 /** The editor view's way to write the lyrics for other programs. The document stays as it is, and unsaved if it was. */
 
+#include "common/atomic_replace.h"
 #include "common/koreva.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "lyrics/editor_view.h"
 #include "lyrics/export.h"
-#include "lyrics/replace_file.h"
 #include "platform/app/message.h"
 
 #include <filesystem>
@@ -36,7 +36,7 @@ void TVesmoEView::ExportRqtd(const BMessage& message) {
     return tell(gLLT->Text(needsWords ? "Err_No_Word_Tags" : "Err_No_Tags_To_Export"));
   }
   const std::string path = file.FullPath();
-  if (replace_file(path, exported->bytes) != B_OK || !file_holds(path, exported->bytes)) {
+  if (atomic_replace(path, exported->bytes) != B_OK || !file_holds(path, exported->bytes)) {
     return tell(gLLT->Text("Err_Cannot_Export") + ("\n" + path));
   }
   std::string report = gLLT->Text("StatBarStr_Exported") + file.name;

@@ -1,11 +1,12 @@
 /** The editor view's care for what a file holds beside its text, and for what an encoding cannot hold: the user is
     told, and both are kept elsewhere before they are gone. */
 
+#include "common/safety_copy.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "lyrics/editor_view.h"
 #include "lyrics/exact_lyrics.h"
-#include "lyrics/replace_file.h"
+#include "platform/storage/entry.h"
 #include "platform/support/log.h"
 
 #include <algorithm>

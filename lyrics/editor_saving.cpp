@@ -1,11 +1,12 @@
 /** The editor view's ways to save lyrics, and to ask before they are lost. */
 
+#include "common/atomic_replace.h"
 #include "common/koreva.h"
+#include "common/safety_copy.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "lyrics/document_teller.h"
 #include "lyrics/editor_view.h"
-#include "lyrics/replace_file.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/storage/file.h"
@@ -76,7 +77,7 @@ status_t TVesmoEView::SaveLyrics(const TLyricsInfo& info) {
   NoteOutside(lines, info);
   fWritten = lines_to_bytes(lines, info.CRType, info.Encoding);
   if (!fIsWhole && info.File == fInfo.File) KeepFileAsItWas();
-  if (replace_file(path, fWritten) != B_OK) log_error("save", path + " could not be written");
+  if (atomic_replace(path, fWritten) != B_OK) log_error("save", path + " could not be written");
   BFile file(path.c_str(), B_READ_WRITE);
   if (file.InitCheck() == B_OK) SetLyricsMimeType(&file);
   MarkSaved();

@@ -1,9 +1,9 @@
 #include "player/kept_list.h"
 
+#include "common/atomic_replace.h"
 #include "platform/storage/find_directory.h"
 #include "player/m3u.h"
 #include "player/read_file.h"
-#include "player/write_file.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -36,7 +36,7 @@ bool save_kept_list(const TKeptList& list, const std::string& path) {
   std::snprintf(place, sizeof place, kPlace, list.current, list.positionMs, list.volumePercent);
   std::string text = m3u_text(list.songs, ""); // whole paths: the list belongs to no folder of songs
   text.insert(text.find('\n'), place);
-  return write_file(path, text);
+  return atomic_replace(path, text) == B_OK;
 }
 
 std::string kept_list_path() {

@@ -14,7 +14,7 @@ struct TKeptList {
 
 /** Empty where there is none. */
 TKeptList load_kept_list(const std::string& path);
-/** In one step: a failed write leaves the old file whole. Makes the folder. False when it could not be written. */
+/** Atomically: a failed write leaves the old file whole. Makes the folder. False when it could not be written. */
 bool save_kept_list(const TKeptList& list, const std::string& path);
 
 /** In the user's settings folder. */

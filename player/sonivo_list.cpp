@@ -1,9 +1,9 @@
 /** The list of songs: what the user does to it, and how it lasts from one run to the next. */
 
+#include "common/atomic_replace.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/kernel/threads.h"
-#include "platform/support/log.h"
 #include "player/kept_list.h"
 #include "player/m3u.h"
 #include "player/player_messages.h"
@@ -11,7 +11,6 @@
 #include "player/song_text.h"
 #include "player/sonivo_app.h"
 #include "player/tag_fields.h"
-#include "player/write_file.h"
 
 #include <filesystem>
 #include <unordered_map>
@@ -140,7 +139,7 @@ void TSonivoApp::SaveList(const BMessage& message) {
   std::string path;
   if (message.FindString("path", &path) != B_OK) return;
   const std::string folder = std::filesystem::path(path).parent_path().string();
-  if (!write_file(path, m3u_text(*fPlaylist.Songs(), folder))) TellFault("Cannot write the list " + path);
+  if (atomic_replace(path, m3u_text(*fPlaylist.Songs(), folder)) != B_OK) TellFault("Cannot write the list " + path);
 }
 
 /** What the sound has told of a song meanwhile stands. */
@@ -196,5 +195,5 @@ void TSonivoApp::Keep() {
 void TSonivoApp::SaveKeptList() {
   const int32 positionMs = fIsLoaded ? fSource->PositionMs() : 0;
   const TKeptList list{*fPlaylist.Songs(), fPlaylist.Current(), positionMs, fState.volumePercent};
-  if (!save_kept_list(list, fKeptPath)) log_error("player", "cannot write " + fKeptPath);
+  if (!save_kept_list(list, fKeptPath)) TellFault("Cannot write the list " + fKeptPath);
 }

@@ -31,3 +31,22 @@ status_t status_of_errno(int error) {
     return B_IO_ERROR;
   }
 }
+
+const char* status_text(status_t status) {
+  switch (status) {
+  case B_OK:
+    return "no error";
+  case B_ENTRY_NOT_FOUND:
+    return "there is no such file or folder";
+  case B_PERMISSION_DENIED:
+    return "permission denied";
+  case B_IS_A_DIRECTORY:
+    return "it is a folder";
+  case B_DEVICE_FULL:
+    return "the disk is full";
+  case B_FILE_TOO_LARGE:
+    return "the file would be too large";
+  default:
+    return "input/output error";
+  }
+}

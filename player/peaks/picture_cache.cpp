@@ -1,7 +1,9 @@
 #include "player/peaks/picture_cache.h"
 
+#include "common/atomic_replace.h"
+#include "platform/support/log.h"
+
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -76,11 +78,6 @@ void keep_picture(const std::string& path, const std::string& bytes, uintmax_t l
   std::error_code error;
   const fs::path folder = fs::path(path).parent_path();
   fs::create_directories(folder, error);
-  const std::string beside = path + "." + std::to_string(getpid());
-  std::ofstream file(beside, std::ios::binary);
-  file << bytes;
-  file.close();
-  if (file) fs::rename(beside, path, error);
-  if (!file || error) fs::remove(beside, error);
+  if (atomic_replace(path, bytes, TFlush::kNothing) != B_OK) log_error("pictures", path + " could not be written");
   trim(folder, limit);
 }

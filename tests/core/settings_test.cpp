@@ -7,7 +7,9 @@
 #include "tests/scratch_folder.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <csignal>
 #include <utility>
 
 namespace {
@@ -97,6 +99,32 @@ TEST_F(Settings, WhatCannotBeReadIsKeptBesideTheNewFile) {
   EXPECT_TRUE(save_exit_state("VesmoE", "State.arc"));
   EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc.unreadable"), "somebody else's") << "an earlier copy stays";
   EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc.unreadable.2"), "another's");
+}
+
+TEST_F(Settings, LinkPermissionsAndOldStateSurviveASaveThatFails) {
+  const std::string real = fFolder.Write("elsewhere.arc", "");
+  std::filesystem::create_directories(fFolder.File("KOREVA/VesmoE"));
+  std::filesystem::create_symlink(real, fFolder.File("KOREVA/VesmoE/State.arc"));
+  std::filesystem::permissions(real, std::filesystem::perms(0600));
+  ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
+  const std::string before = fFolder.Read("elsewhere.arc");
+  EXPECT_FALSE(before.empty());
+  gExitState->fMode = 2;
+  signal(SIGXFSZ, SIG_IGN);
+  rlimit unlimited{};
+  getrlimit(RLIMIT_FSIZE, &unlimited);
+  const rlimit full{10, unlimited.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &full);
+  EXPECT_FALSE(save_exit_state("VesmoE", "State.arc"));
+  setrlimit(RLIMIT_FSIZE, &unlimited);
+  signal(SIGXFSZ, SIG_DFL);
+  EXPECT_EQ(fFolder.Read("elsewhere.arc"), before);
+  EXPECT_TRUE(std::filesystem::is_symlink(fFolder.File("KOREVA/VesmoE/State.arc")));
+  EXPECT_EQ(std::filesystem::status(real).permissions(), std::filesystem::perms(0600));
+  size_t files = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(fFolder.Path()))
+    files += !entry.is_directory();
+  EXPECT_EQ(files, 2U) << "nothing is left beside them";
 }
 
 TEST_F(Settings, ATornFileLeavesTheDefaults) {

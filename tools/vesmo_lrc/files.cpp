@@ -1,6 +1,6 @@
 #include "tools/vesmo_lrc/files.h"
 
-#include "lyrics/replace_file.h"
+#include "common/atomic_replace.h"
 #include "platform/kernel/unique_fd.h"
 #include "platform/storage/status_of.h"
 
@@ -28,11 +28,6 @@ bool is_as_it_was(const TFileTarget& target) {
   struct stat now {};
   const bool isThere = lstat(target.path.c_str(), &now) == 0;
   return isThere == target.old.has_value() && (!isThere || is_unchanged(now, *target.old));
-}
-
-std::string folder_of(const std::string& path) {
-  const std::string folder = fs::path(path).parent_path().string();
-  return folder.empty() ? "." : folder;
 }
 
 /** Reads until the end, which for a pipe is known only when it comes; a file ends where a read gives less than asked.
@@ -101,6 +96,7 @@ status_t TReplacementBatch::Begin(size_t id, TFileTarget target, std::string_vie
   } else if (stat(folderPath.c_str(), &folder) != 0) {
     return status_of_errno(errno);
   }
+  fStale.try_emplace(folderPath, folderPath).first->second.RemoveThoseOf(target.path);
   TPending pending{id, {}};
   const status_t status = pending.replacement.Write(std::move(target), bytes, false);
   if (status != B_OK) return status;
@@ -115,7 +111,7 @@ status_t TReplacementBatch::Add(size_t id, const std::string& path, const struct
   if (status != B_OK) return status;
   if (!target.old || !is_unchanged(*target.old, asRead)) return B_MISMATCHED_VALUES;
   // Its other names must see the new text as well: that takes a way of its own.
-  return target.old->st_nlink == 1 ? Begin(id, std::move(target), bytes) : replace_file(path, bytes);
+  return target.old->st_nlink == 1 ? Begin(id, std::move(target), bytes) : atomic_replace(path, bytes);
 }
 
 status_t TReplacementBatch::AddCopy(size_t id, const std::string& path, std::string_view bytes, bool overwrites) {

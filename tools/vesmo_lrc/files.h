@@ -1,6 +1,7 @@
 #pragma once
 
-#include "lyrics/file_replacement.h"
+#include "common/file_replacement.h"
+#include "common/stale_files.h"
 
 #include <functional>
 #include <list>
@@ -50,6 +51,6 @@ private:
   status_t FlushDisks();
 
   std::vector<TPending> fPending;
-  std::vector<size_t> fReplaced;         // files of several names, replaced at once
-  std::map<dev_t, std::string> fFolders; // one on each disk that was written to
+  std::map<dev_t, std::string> fFolders;     // one on each disk that was written to
+  std::map<std::string, TStaleFiles> fStale; // by folder
 };

@@ -1,4 +1,4 @@
-#include "lyrics/file_replacement.h"
+#include "common/file_replacement.h"
 
 #include "platform/storage/status_of.h"
 
@@ -40,8 +40,8 @@ void copy_attributes(const std::string& from, int to) {
   }
 }
 
-/** The new file looks like the old one to everybody else. What is not allowed is left: the bytes come first. */
-void take_over_looks(const TFileTarget& target, int file) {
+/** Best effort: the bytes matter more than what this user may not set. */
+void copy_metadata(const TFileTarget& target, int file) {
   struct stat made {};
   fstat(file, &made);
   const struct stat& old = *target.old;
@@ -53,12 +53,18 @@ void take_over_looks(const TFileTarget& target, int file) {
   copy_attributes(target.path, file);
 }
 
-int create_anew(const std::string& path) {
-  constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-  const int file = open(path.c_str(), kFlags, 0666);
-  if (file >= 0 || errno != EEXIST) return file;
-  unlink(path.c_str()); // left by a process of this number that was killed as it saved
-  return open(path.c_str(), kFlags, 0666);
+/** A temporary file under a name that nothing has yet; private until it has the target's permissions. */
+int create_beside(const TFileTarget& target, std::string* path) {
+  constexpr int kMostTries = 100;
+  static std::atomic<int> count{0}; // long names may have the same end
+  const std::string prefix = name_beside(target.path, ".saving-" + std::to_string(getpid()) + "-");
+  int file = -1;
+  for (int i = 0; i < kMostTries; ++i) {
+    *path = prefix + std::to_string(++count);
+    file = open(path->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, target.old ? 0600 : 0666);
+    if (file >= 0 || errno != EEXIST) break; // else a process with the same id was killed while saving
+  }
+  return file;
 }
 
 } // namespace
@@ -89,12 +95,17 @@ status_t write_all(int file, std::string_view bytes) {
   return B_OK;
 }
 
-std::string name_beside(const std::string& path, const std::string& more) {
+std::string folder_of(const std::string& path) {
+  const std::string folder = std::filesystem::path(path).parent_path().string();
+  return folder.empty() ? "." : folder;
+}
+
+std::string name_beside(const std::string& path, const std::string& suffix) {
   constexpr size_t kMostOfName = 180; // of the 255 bytes that names may have
   const size_t leaf = path.rfind('/') + 1;
   size_t begin = path.size() - std::min(path.size() - leaf, kMostOfName);
   while (begin > leaf && begin < path.size() && (static_cast<unsigned char>(path[begin]) & 0xC0) == 0x80) ++begin;
-  return path.substr(0, leaf) + path.substr(begin) + more;
+  return path.substr(0, leaf) + path.substr(begin) + suffix;
 }
 
 TFileReplacement::TFileReplacement(TFileReplacement&& other) noexcept
@@ -112,13 +123,11 @@ TFileReplacement::~TFileReplacement() {
 
 status_t TFileReplacement::Write(TFileTarget target, std::string_view bytes, bool flush) {
   fTarget = std::move(target);
-  static std::atomic<int> count{0}; // long names may end alike
-  const std::string path =
-      name_beside(fTarget.path, ".saving-" + std::to_string(getpid()) + "-" + std::to_string(++count));
-  const int file = create_anew(path);
+  std::string path;
+  const int file = create_beside(fTarget, &path);
   if (file < 0) return status_of_errno(errno);
-  fWritten = path;
-  if (fTarget.old) take_over_looks(fTarget, file);
+  fWritten = std::move(path);
+  if (fTarget.old) copy_metadata(fTarget, file);
   status_t status = write_all(file, bytes);
   if (status == B_OK && flush && fsync(file) != 0) status = status_of_errno(errno);
   // The last chance to learn that something was not written.

@@ -1,0 +1,87 @@
+#include "common/safety_copy.h"
+
+#include "common/file_replacement.h"
+#include "common/koreva.h"
+#include "common/unique_file.h"
+#include "platform/storage/entry.h"
+#include "platform/storage/path.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <ctime>
+#include <filesystem>
+#include <functional>
+
+namespace {
+
+TNameOf safety_names(const std::string& path) {
+  return numbered_names(name_beside(path, ".before-save"));
+}
+
+/** The size of a file that is safe to offer to this user; -1 for anything else. */
+off_t own_file_size(const std::string& path) {
+  struct stat info {};
+  const bool isOwn =
+      lstat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode) && info.st_uid == geteuid() && info.st_nlink == 1;
+  return isOwn ? info.st_size : -1;
+}
+
+/** Below that folder; the extension stays at the end. */
+TNameOf recovery_names(const std::string& folder, const std::string& path) {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  char moment[32];
+  std::strftime(moment, sizeof moment, "%Y-%m-%d_%H%M%S", &local);
+  const std::string prefix = folder + "/Recovered_" + moment + "_";
+  const std::string leaf = name_beside(BPath(path.c_str()).Leaf(), "");
+  return [=](int number) { return prefix + (number == 1 ? "" : std::to_string(number) + "_") + leaf; };
+}
+
+std::string keep(const std::string& path, const std::function<std::string(const TNameOf&)>& write) {
+  BEntry entry;
+  BPath settings;
+  std::string kept;
+  if (koreva::get_entry("Recovered", &entry, koreva::kSettingsDir, "VesmoE") && entry.GetPath(&settings) == B_OK)
+    kept = write(recovery_names(folder_of(settings.Path()), path));
+  return kept.empty() ? write(recovery_names(std::filesystem::temp_directory_path().string(), path)) : kept;
+}
+
+} // namespace
+
+std::string make_safety_copy(const std::string& path) {
+  const std::string beside = copy_to_unique_file(path, safety_names(path));
+  return beside.empty() ? keep_file_for_recovery(path) : beside;
+}
+
+bool restore_safety_copy(const std::string& copy, const std::string& path) {
+  std::error_code error;
+  return std::filesystem::copy_file(copy, path, std::filesystem::copy_options::overwrite_existing, error);
+}
+
+std::string longer_safety_copy(const std::string& path) {
+  TFileTarget target;
+  if (find_file_target(path, &target) != B_OK || !target.old) return {};
+  const TNameOf nameOf = safety_names(target.path);
+  std::string longest;
+  off_t most = target.old->st_size;
+  for (int number = 1; number <= kMostUniqueNames; ++number) {
+    const std::string copy = nameOf(number);
+    const off_t size = own_file_size(copy);
+    if (size <= most) continue;
+    longest = copy;
+    most = size;
+  }
+  return longest;
+}
+
+std::string keep_for_recovery(const std::string& path, std::string_view bytes) {
+  return keep(path, [bytes](const TNameOf& nameOf) { return write_unique_file(nameOf, bytes); });
+}
+
+std::string keep_file_for_recovery(const std::string& path) {
+  TFileTarget target;
+  static_cast<void>(find_file_target(path, &target)); // also a file that may only be read can be kept
+  return keep(path, [&target](const TNameOf& nameOf) { return copy_to_unique_file(target.path, nameOf); });
+}
