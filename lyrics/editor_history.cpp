@@ -29,6 +29,12 @@ void TVesmoEView::MarkSaved() {
   fHistory.MarkSaved();
 }
 
+/** Other than the file, though no step changed it. */
+void TVesmoEView::MarkChanged() {
+  fActive->SetModified(true);
+  fHistory.MarkUnsaved();
+}
+
 void TVesmoEView::LinesEdited(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter) {
   if (kind == TEditKind::kStamp) LookAtSong();
   fHistory.Record(change, kind, lineBefore, lineAfter, system_time());

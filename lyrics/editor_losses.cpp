@@ -34,6 +34,15 @@ std::string outside_of(const std::list<std::string>& lines, long encoding) {
 
 } // namespace
 
+/** When a save in place was interrupted, its safety copy is longer than the file. */
+std::optional<entry_ref> TVesmoEView::CopyToOpenInstead(const entry_ref& ref) const {
+  const std::string copy = longer_safety_copy(ref.FullPath());
+  entry_ref found;
+  if (copy.empty() || get_ref_for_path(copy.c_str(), &found) != B_OK) return {};
+  const std::string question = gLLT->Text("Ask_Open_Copy_1") + copy + gLLT->Text("Ask_Open_Copy_2");
+  return ask_no_yes(question) ? std::optional(found) : std::nullopt;
+}
+
 void TVesmoEView::TellNotWhole() {
   if (!fIsWhole)
     notify(gLLT->Text("Err_Not_Whole") + ("\n" + fInfo.File.FullPath()) + "\n\n" + gLLT->Text("Hint_Not_Whole"));

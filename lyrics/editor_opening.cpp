@@ -61,7 +61,8 @@ void TVesmoEView::RefsReceived(const BMessage& message) {
   BMessage afterSave(message);
   afterSave.RemoveName(kFromRecentFiles); // by then the keys that are held mean something else
   if (!AskSave(afterSave, this) || !MakeSureItExists(ref)) return;
-  if (!OpenFile(message, ref)) tell(gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + ref.FullPath()));
+  const entry_ref source = CopyToOpenInstead(ref).value_or(ref);
+  if (!OpenFile(message, ref, source)) tell(gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + ref.FullPath()));
 }
 
 /** A recent file chosen with the Control key held is one to drop from the list. */
@@ -91,15 +92,16 @@ bool TVesmoEView::CreateNewLyricsFile(const entry_ref& ref) {
   return true;
 }
 
-bool TVesmoEView::OpenFile(const BMessage& request, const entry_ref& ref) {
+/** Opens the file; `source` has its text, as unsaved changes when it is another file. */
+bool TVesmoEView::OpenFile(const BMessage& request, const entry_ref& ref, const entry_ref& source) {
   TLyricsInfo info;
   info.File = ref;
   std::list<std::string> lines;
   bool isWhole = true;
-  if (!load_lyrics(ref, &lines, &info.CRType, &info.Encoding, &isWhole)) return false;
+  if (!load_lyrics(source, &lines, &info.CRType, &info.Encoding, &isWhole)) return false;
   if (cvt_enum_ec_to_bconv(info.Encoding) == 0) info.Encoding = 0; // one that nobody knows converts nothing
   off_t size = 0;
-  if (BEntry(&ref, true).GetSize(&size) == B_OK && size == 0) {
+  if (BEntry(&source, true).GetSize(&size) == B_OK && size == 0) {
     CreateNewLyrics();
     fInfo.File = ref;
   } else {
@@ -107,6 +109,7 @@ bool TVesmoEView::OpenFile(const BMessage& request, const entry_ref& ref) {
     fIsWhole = isWhole;
     fOutside.clear();
     ShowLines(std::move(lines));
+    if (source != ref) MarkChanged();
   }
   SendHistoryRqtd(kMsgAddHistory, ref);
   SetWinTitle();

@@ -95,8 +95,7 @@ bool TVesmoEView::IsOnDisk(const TLyricsInfo& info) {
     TellLosses(info);
     return true;
   }
-  fActive->SetModified(true);
-  fHistory.MarkUnsaved();
+  MarkChanged();
   const std::string kept = keep_for_recovery(path, bytes);
   const std::string where =
       kept.empty() ? gLLT->Text("Hint_Not_Recovered") : gLLT->Text("Hint_Recovered") + ("\n" + kept);

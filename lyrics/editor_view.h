@@ -87,6 +87,7 @@ private:
   void RecordWholeText(const std::list<std::string>& lines, int32 line);
   void BeginHistory();
   void MarkSaved();
+  void MarkChanged();
   void TellHistory();
 
   // editor_song.cpp
@@ -99,7 +100,7 @@ private:
   void MItemOpenCurLyricsClicked();
   void CurrentSongAnswered(const BMessage& message);
   void RefsReceived(const BMessage& message);
-  bool OpenFile(const BMessage& request, const entry_ref& ref);
+  bool OpenFile(const BMessage& request, const entry_ref& ref, const entry_ref& source);
   bool AsksToForget(const BMessage& message, const entry_ref& ref);
   bool MakeSureItExists(const entry_ref& ref);
   bool CreateNewLyricsFile(const entry_ref& ref);
@@ -116,6 +117,7 @@ private:
   void SetLyricsMimeType(BFile* file);
 
   // editor_losses.cpp
+  std::optional<entry_ref> CopyToOpenInstead(const entry_ref& ref) const;
   void TellNotWhole();
   void KeepFileAsItWas();
   void NoteOutside(const std::list<std::string>& lines, const TLyricsInfo& info);

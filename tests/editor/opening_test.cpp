@@ -50,6 +50,23 @@ TEST_F(Opening, FileThatIsNotReadWholeIsNamedAndKeptBeforeItIsSavedOver) {
   }
 }
 
+TEST_F(Opening, CopyFromBeforeAnInterruptedSaveIsOffered) {
+  const std::string path = fFolder.Write("a.lrc", "");
+  const std::string copy = fFolder.Write("a.lrc.before-save", "[00:01]one\n[00:02]two\n");
+  EXPECT_THAT(Answer("N", [&] { Open(path); }).text, HasSubstr(copy));
+  EXPECT_THAT(Lines(), ElementsAre(""));
+  EXPECT_FALSE(IsModified());
+  Answer("Y", [&] { Open(path); });
+  EXPECT_THAT(Lines(), ElementsAre("[00:01]one", "[00:02]two"));
+  EXPECT_TRUE(IsModified());
+  EXPECT_EQ(fFolder.Read("a.lrc"), "") << "nothing is written before the user saves";
+  Send(BMessage(kMsgSave));
+  EXPECT_THAT(fFolder.Read("a.lrc"), StartsWith("[00:01]one\n[00:02]two\n"));
+  EXPECT_THAT(fFolder.Read("a.lrc.before-save"), StartsWith("[00:01]one"));
+  Open(path); // the file is as long now: no question
+  EXPECT_FALSE(IsModified());
+}
+
 TEST_F(Opening, ByteOrderMarkIsNoText) {
   Open(fFolder.Write("marked.lrc", "\xef\xbb\xbf[00:01]x\n"));
   EXPECT_THAT(Lines(), ElementsAre("[00:01]x"));
