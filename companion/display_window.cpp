@@ -133,8 +133,10 @@ void TVesmoDWin::PollAsNeeded(bool isPlaying) {
 
 void TVesmoDWin::ShowLyrics() {
   const bool isEdited = fDocument.BelongsTo(fSong->Title(), fSong->Path());
-  fView->SetLines(isEdited ? fDocument.Lines() : fSong->Lines(),
-                  gLLT->Text(fSong->Title().empty() ? "Hint_No_Song_To_Display" : "Hint_No_Lyrics_To_Display"));
+  const char* const instead = fSong->Title().empty()     ? "Hint_No_Song_To_Display"
+                              : fSong->HasTooManyLines() ? "Hint_Long_Lyrics_To_Display"
+                                                         : "Hint_No_Lyrics_To_Display";
+  fView->SetLines(isEdited ? fDocument.Lines() : fSong->Lines(), gLLT->Text(instead));
 }
 
 void TVesmoDWin::LanguageChanged() {

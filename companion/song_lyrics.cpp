@@ -1,6 +1,7 @@
 #include "companion/song_lyrics.h"
 
 #include "common/koreva.h"
+#include "lyrics/line_limit.h"
 #include "lyrics/lyrics_file.h"
 #include "platform/app/message.h"
 #include "platform/app/node_monitor.h"
@@ -33,6 +34,7 @@ bool TSongLyrics::SongIs(const std::string& title) {
   fTitle = title;
   fPath.clear();
   fLines.clear();
+  fHasTooManyLines = false;
   stop_watching(fOwner);
   if (!title.empty() && fSearched.empty() && fFinder.Start()) fSearched = title;
   return true;
@@ -78,7 +80,10 @@ void TSongLyrics::Read() {
   long crType = 0;
   long encoding = 0;
   fLines.clear();
-  if (get_ref_for_path(fPath.c_str(), &ref) != B_OK || !load_lyrics(ref, &lines, &crType, &encoding)) return;
+  fHasTooManyLines = false;
+  if (get_ref_for_path(fPath.c_str(), &ref) != B_OK) return;
+  fHasTooManyLines = has_too_many_lines(ref);
+  if (fHasTooManyLines || !load_lyrics(ref, &lines, &crType, &encoding)) return;
   if (!lines.empty() && lines.front().starts_with(kByteOrderMark)) lines.front().erase(0, kByteOrderMark.size());
   fLines.assign(lines.begin(), lines.end());
 }

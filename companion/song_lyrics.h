@@ -28,6 +28,8 @@ public:
   /** Empty while no song was found. */
   const std::string& Path() const { return fPath; }
   const std::vector<std::string>& Lines() const { return fLines; }
+  /** There are lyrics, but they are not read. */
+  bool HasTooManyLines() const { return fHasTooManyLines; }
 
 private:
   void Watch();
@@ -39,4 +41,5 @@ private:
   std::string fSearched; // the title that the search under way is for; empty while there is none
   std::string fPath;
   std::vector<std::string> fLines;
+  bool fHasTooManyLines = false;
 };

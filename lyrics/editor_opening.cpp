@@ -4,6 +4,7 @@
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "lyrics/editor_view.h"
+#include "lyrics/line_limit.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/interface/window.h"
@@ -39,6 +40,12 @@ private:
   BMessageRunner* fPoll;
 };
 
+std::string too_many_lines_text(const entry_ref& ref) {
+  return gLLT->Text("Err_Too_Many_Lines") + ("\n" + ref.FullPath()) + "\n\n" + gLLT->Text("Hint_Most_Lines_1") +
+         std::to_string(kMostLines) + gLLT->Text("Hint_Most_Lines_2") + std::to_string(kMostLinesMB) +
+         gLLT->Text("Hint_Most_Lines_3");
+}
+
 } // namespace
 
 void TVesmoEView::MItemOpenCurLyricsClicked() {
@@ -62,6 +69,7 @@ void TVesmoEView::RefsReceived(const BMessage& message) {
   afterSave.RemoveName(kFromRecentFiles); // by then the keys that are held mean something else
   if (!AskSave(afterSave, this) || !MakeSureItExists(ref)) return;
   const entry_ref source = CopyToOpenInstead(ref).value_or(ref);
+  if (has_too_many_lines(source)) return tell(too_many_lines_text(source));
   if (!OpenFile(message, ref, source)) tell(gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + ref.FullPath()));
 }
 

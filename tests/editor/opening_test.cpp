@@ -1,6 +1,7 @@
 #include "tests/editor/editor_fixture.h"
 
 #include "lyrics/editor_view.h"
+#include "lyrics/line_limit.h"
 #include "plugin/current_song_finder.h"
 
 #include <gmock/gmock.h>
@@ -48,6 +49,16 @@ TEST_F(Opening, FileThatIsNotReadWholeIsNamedAndKeptBeforeItIsSavedOver) {
     Send(BMessage(kMsgSave)); // now the file is as it is shown
     EXPECT_THAT(Status(), EndsWith("Saved"));
   }
+}
+
+TEST_F(Opening, FileOfTooManyLinesIsRefusedWithTheNumberAndTheMemory) {
+  Open(fFolder.Write("song.lrc", "kept\n"));
+  const std::string path = fFolder.Write("long.lrc", std::string(kMostLines + 1, '\n'));
+  const std::string told = Answer("Escape", [&] { Open(path); }).text;
+  EXPECT_THAT(told, StartsWith("This file has too many lines to be opened:\n" + path + "\n\n"));
+  EXPECT_THAT(told, HasSubstr(std::to_string(kMostLines) + " lines"));
+  EXPECT_THAT(told, HasSubstr(std::to_string(kMostLinesMB) + " MB"));
+  EXPECT_THAT(Lines(), ElementsAre("kept"));
 }
 
 TEST_F(Opening, CopyFromBeforeAnInterruptedSaveIsOffered) {

@@ -91,6 +91,19 @@ class VesmoLrc(unittest.TestCase):
         _, said = self.run_tool("strip", self.root, code=1)
         self.assertEqual(said.count("permission denied"), 2)
 
+    def test_a_file_of_too_many_lines_is_refused_before_it_takes_the_memory(self):
+        path = self.write("a.lrc", "\n" * 500001)
+        _, said = self.run_tool("shift", "--by", "30", path, code=1)
+        self.assertIn("it has more than 500000 lines", said)
+
+    def test_what_a_killed_run_left_is_removed_with_the_next(self):
+        path = self.write("a.lrc", "[00:01]a\n")
+        gone = subprocess.Popen(["true"])
+        gone.wait()
+        self.write(f"a.lrc.saving-{gone.pid}-1", "[00:01]")
+        self.run_tool("shift", "--by", "1000", path)
+        self.assertEqual(self.files(), ["a.lrc"])
+
     def test_reports_are_whole_for_machines(self):
         self.write("a.lrc", "[00:01:00]a\n")
         self.write('b"\n.lrc', "[00:01.00]b\n")

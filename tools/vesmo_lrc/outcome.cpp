@@ -1,5 +1,6 @@
 #include "tools/vesmo_lrc/outcome.h"
 
+#include "lyrics/line_limit.h"
 #include "tools/vesmo_lrc/check.h"
 #include "tools/vesmo_lrc/diff.h"
 #include "tools/vesmo_lrc/report.h"
@@ -83,6 +84,7 @@ TOutcome work_on(const TOptions& options, const TInput& input, const std::string
   struct stat asRead {};
   const status_t status = read_input(input.path, &bytes, &asRead);
   if (status != B_OK) return failed(fault_text(status));
+  if (has_too_many_lines(bytes)) return failed("it has more than " + std::to_string(kMostLines) + " lines");
   const TExactLyrics lyrics(std::move(bytes), options.readEncoding);
   switch (options.command) {
   case TCommand::kInfo:
