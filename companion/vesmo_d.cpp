@@ -26,7 +26,7 @@ TVesmoD::TVesmoD(PluginConstructorStruct*) : TFamilyPlugin(kDisplayName) {
 
 TVesmoD::~TVesmoD() {
   Manager().WaitForWindows();
-  save_record(gDisplayState, kStateFolder, kStateFile);
+  EndSettings(save_record(gDisplayState, kStateFolder, kStateFile));
   EndManager();
   delete std::exchange(gDisplayState, nullptr);
   delete_settings_and_texts();

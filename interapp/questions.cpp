@@ -29,6 +29,11 @@ void tell(const std::string& text) {
   koreva::show_msg(text, gLLT->Text("Alert_Caption"), text_button("Button_Understand", 'U', true), letter_format());
 }
 
+void tell_for(bigtime_t limitUs, const std::string& text) {
+  koreva::show_msg_for(limitUs, text, gLLT->Text("Alert_Caption"), text_button("Button_Understand", 'U', true),
+                       letter_format());
+}
+
 void notify(const std::string& text) {
   koreva::post_msg(text, gLLT->Text("Alert_Caption"), text_button("Button_Understand", 'U', true), letter_format());
 }

@@ -15,5 +15,7 @@ long ask(const std::string& text, std::initializer_list<koreva::TAlertButton> bu
 bool ask_no_yes(const std::string& text);
 /** One button, "Button_Understand". */
 void tell(const std::string& text);
+/** The same, but goes on after that time at the latest. */
+void tell_for(bigtime_t limitUs, const std::string& text);
 /** The same, without waiting until it is read: for the manager's thread, on which the player waits. */
 void notify(const std::string& text);

@@ -1,6 +1,9 @@
 #include "plugin/family_plugin.h"
 
+#include "interapp/questions.h"
+#include "language/llt.h"
 #include "plugin/family_comm_man.h"
+#include "plugin/kept_record.h"
 
 #include <cstring>
 #include <utility>
@@ -30,6 +33,11 @@ void TFamilyPlugin::StartManager(TFamilyCommMan* manager) {
 
 void TFamilyPlugin::EndManager() {
   if (fCommMan->Lock()) std::exchange(fCommMan, nullptr)->Quit();
+}
+
+void TFamilyPlugin::EndSettings(bool isSaved) {
+  constexpr bigtime_t kPatienceUs = 5000000; // the user may be gone
+  if (!isSaved && !settings_held_off()) tell_for(kPatienceUs, gLLT->Text("Err_Settings_Not_Saved"));
 }
 
 bool TFamilyPlugin::About(bool query) {

@@ -19,6 +19,9 @@ protected:
   void StartManager(TFamilyCommMan* manager);
   TFamilyCommMan& Manager() const { return *fCommMan; }
   void EndManager();
+  /** `isSaved`: the settings that the plug-in saves at its end. Otherwise the user is told, as long as there are
+     windows to do so; the end is held up for some seconds at most. */
+  static void EndSettings(bool isSaved);
 
 private:
   /** The texts that the player reads; freed also when the construction fails. */

@@ -5,14 +5,10 @@
 #include "platform/storage/entry.h"
 #include "plugin/pref.h"
 
-namespace {
-
 bool settings_held_off() {
   constexpr uint32 kAllFour = B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY;
   return (modifiers() & kAllFour) == kAllFour;
 }
-
-} // namespace
 
 bool load_record(koreva::TArchivable* record, const char* folder, const char* name) {
   BEntry entry;

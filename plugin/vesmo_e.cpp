@@ -26,7 +26,7 @@ TVesmoE::TVesmoE(PluginConstructorStruct*) : TFamilyPlugin(gAppName) {
 
 TVesmoE::~TVesmoE() {
   Manager().WaitForWindows();
-  save_exit_state(kStateFolder, kStateFile);
+  EndSettings(save_exit_state(kStateFolder, kStateFile));
   EndManager();
   delete std::exchange(gExitState, nullptr);
   delete_settings_and_texts();

@@ -56,6 +56,11 @@ void show_msg(const std::string& text, const std::string& caption, const TAlertB
   show_alert(text, caption, {button}, format, type);
 }
 
+void show_msg_for(bigtime_t limitUs, const std::string& text, const std::string& caption, const TAlertButton& button,
+                  const std::string& format, TAlertType type) {
+  make_alert(text, caption, {button}, format, type)->GoFor(limitUs);
+}
+
 void post_msg(const std::string& text, const std::string& caption, const TAlertButton& button,
               const std::string& format, TAlertType type) {
   make_alert(text, caption, {button}, format, type)->Post();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/support/types.h"
+
 #include <initializer_list>
 #include <string>
 
@@ -25,7 +27,11 @@ long show_alert(const std::string& text, const std::string& caption, std::initia
 void show_msg(const std::string& text, const std::string& caption, const TAlertButton& button,
               const std::string& format, TAlertType type = kWarningAlert);
 
-/** The same, without waiting until it is read: for threads on which others wait. */
+/** Tells, and goes on after that time at the latest: where nobody may be there to read it. */
+void show_msg_for(bigtime_t limitUs, const std::string& text, const std::string& caption, const TAlertButton& button,
+                  const std::string& format, TAlertType type = kWarningAlert);
+
+/** Tells without waiting until it is read: for threads on which others wait. */
 void post_msg(const std::string& text, const std::string& caption, const TAlertButton& button,
               const std::string& format, TAlertType type = kWarningAlert);
 

@@ -8,6 +8,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <chrono>
+
 namespace display {
 
 namespace {
@@ -60,12 +62,15 @@ void show(const AlertText& question, QWidget* window, const std::shared_ptr<Answ
 
 } // namespace
 
-int32 ask(const AlertText& question, const std::function<QWidget*()>& inFrontOf) {
+int32 ask(const AlertText& question, const std::function<QWidget*()>& inFrontOf, bigtime_t limitUs) {
   auto answer = std::make_shared<Answer<int32>>(question.escapeButton);
   auto waiter = answer->Waiter();
   post([answer, question, inFrontOf] { show(question, inFrontOf ? inFrontOf() : nullptr, answer); });
   answer.reset();
-  return waiter.get();
+  const bool isBounded = limitUs != B_INFINITE_TIMEOUT;
+  const bool isAnswered =
+      !isBounded || waiter.wait_for(std::chrono::microseconds(limitUs)) == std::future_status::ready;
+  return isAnswered ? waiter.get() : question.escapeButton;
 }
 
 void post_alert(const AlertText& notice) {

@@ -21,8 +21,8 @@ struct AlertText {
 };
 
 /** Shows the question in front of the window that `inFrontOf` finds (empty: on its own) and waits for the index of the
-    button. Any thread but the display's. */
-int32 ask(const AlertText& question, const std::function<QWidget*()>& inFrontOf);
+    button; after `limitUs` it answers with the Escape button. Any thread but the display's. */
+int32 ask(const AlertText& question, const std::function<QWidget*()>& inFrontOf, bigtime_t limitUs);
 
 /** Shows the notice in front of the window that the user works in, and goes on. Any thread. */
 void post_alert(const AlertText& notice);

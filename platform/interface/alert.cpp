@@ -28,10 +28,10 @@ void BAlert::Post() {
   delete this;
 }
 
-int32 BAlert::Go() {
+int32 BAlert::GoFor(bigtime_t limitUs) {
   const auto* asker = dynamic_cast<BWindow*>(BLooper::LooperForThread(find_thread(nullptr)));
-  const int32 answer =
-      display::ask(Content(), asker && !asker->IsHidden() ? asker->Peer()->Finder() : std::function<QWidget*()>());
+  const auto inFrontOf = asker && !asker->IsHidden() ? asker->Peer()->Finder() : std::function<QWidget*()>();
+  const int32 answer = display::ask(Content(), inFrontOf, limitUs);
   delete this;
   return answer;
 }

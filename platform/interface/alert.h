@@ -30,7 +30,9 @@ public:
   /** Shows the alert and waits for the answer on the calling thread, which must not be the display's. Returns the index
      of the button, from left to right; the Escape button's (-1 without one) when there is no display or it ends
      meanwhile. */
-  int32 Go();
+  int32 Go() { return GoFor(B_INFINITE_TIMEOUT); }
+  /** The same, but after that time the answer is the Escape button, and the alert stays until it is closed. */
+  int32 GoFor(bigtime_t limitUs);
   /** Shows the alert in front of the window that the user works in, and goes on at once; nobody hears which button
       closes it. Deletes the alert as well. */
   void Post();

@@ -1,10 +1,18 @@
+#include "common/koreva.h"
 #include "companion/display_state.h"
 #include "platform/storage/entry.h"
+#include "plugin/pref.h"
 #include "tests/display/hands.h"
 #include "tests/link/loaded_images.h"
 
+#include <gmock/gmock.h>
+
 #include <cstdio>
 #include <string>
+#include <thread>
+
+using testing::EndsWith;
+using testing::StartsWith;
 
 namespace {
 
@@ -43,6 +51,36 @@ TEST_F(BothPlugins, TheEditorsPreferencesAreTheDisplaysWhicheverIsLoadedFirst) {
     }
     EXPECT_FALSE(HasWindows());
   }
+}
+
+TEST_F(BothPlugins, AMissingLanguageFileIsToldOfOnce) {
+  TPref settings;
+  TPrefValues values;
+  values.languageFile = "Missing.llt";
+  settings.SetValues(values);
+  BEntry entry;
+  koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared");
+  ASSERT_TRUE(settings.Save(entry));
+  auto editor = Load(EDITOR_FILE);
+  auto display = Load(DISPLAY_FILE);
+  EXPECT_THAT(hands::wait_for_question().text, EndsWith("/Language/Missing.llt"));
+  EXPECT_TRUE(hands::answer_with_key("Escape"));
+  hands::wait_for_display();
+  EXPECT_FALSE(hands::answer_with_key("Escape")) << "the second one";
+  for (auto* plugin : {&display, &editor}) {
+    (*plugin)->Cleanup();
+    plugin->reset();
+  }
+}
+
+TEST_F(BothPlugins, SettingsThatCannotBeSavedAtTheEndAreToldOf) {
+  std::filesystem::create_directories(fFolder.File("KOREVA/VesmoD/VesmoD_ExitStates.arc/in the way"));
+  auto display = Load(DISPLAY_FILE);
+  display->Cleanup();
+  std::thread end([&display] { display.reset(); });
+  EXPECT_THAT(hands::wait_for_question().text, StartsWith("The settings could not be saved."));
+  EXPECT_TRUE(hands::answer_with_key("Escape"));
+  end.join();
 }
 
 TEST_F(BothPlugins, TheDisplayOpensAgainWhenItWasOpenAtTheEnd) {
