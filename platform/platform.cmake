@@ -9,6 +9,7 @@ add_library(vesmo_platform SHARED
   ${CMAKE_CURRENT_LIST_DIR}/app/message_reply.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/message_runner.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/messenger.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/nonblocking_thread.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/node_monitor.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/remote_letter.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/remote_mail.cpp

@@ -6,7 +6,6 @@ filter_result TIAPFilter::Filter(BMessage* message, BHandler**) {
 }
 
 filter_result TWMFilter::Filter(BMessage*, BHandler**) {
-  const BMessage moved(kMsgHostWindowMoved);
-  fTarget.SendMessage(&moved, BMessenger(), 0);
+  fTarget.SendCoalesced(kMsgHostWindowMoved);
   return B_DISPATCH_MESSAGE;
 }

@@ -18,7 +18,8 @@ private:
   const BMessenger fTarget;
 };
 
-/** On the player's window: tells its messenger whenever that window moves. */
+/** On the player's window: notifies its messenger whenever that window moves. Moves coalesce while the notice is
+   queued, so that a window that asks its user something gets one at the end. */
 class TWMFilter : public BMessageFilter {
 public:
   explicit TWMFilter(const BMessenger& target) : BMessageFilter(B_WINDOW_MOVED), fTarget(target) {}

@@ -3,6 +3,7 @@
 #include "platform/app/looper_core.h"
 #include "platform/app/message_body.h"
 #include "platform/app/message_filter.h"
+#include "platform/app/nonblocking_thread.h"
 #include "platform/support/log.h"
 
 #include <algorithm>
@@ -204,7 +205,7 @@ bool BLooper::Lock() {
 }
 status_t BLooper::LockWithTimeout(bigtime_t timeout) {
   const std::shared_ptr<Core> core = fCore;
-  return core->Lock(timeout);
+  return core->Lock(NonblockingThread::Bounded(timeout));
 }
 void BLooper::Unlock() {
   const std::shared_ptr<Core> core = fCore;

@@ -22,12 +22,32 @@ bool wait_until_ready(std::condition_variable* changed, std::unique_lock<std::mu
 } // namespace
 
 status_t BLooper::Core::Post(BMessage message, bigtime_t timeout) {
+  // With the lock held a message is in hand only on the thread that delivers it.
+  const bool isOwn = IsLockedByCaller() && (timeout != 0 || current != nullptr);
+  if (isOwn) timeout = 0;
   {
     std::unique_lock lock(queueMutex);
-    const auto hasRoom = [this] { return closed || queue.size() < capacity; };
-    if (!wait_until_ready(&queueDrained, &lock, timeout, hasRoom)) return timeout == 0 ? B_WOULD_BLOCK : B_TIMED_OUT;
+    ++waiters;
+    const bool isReady =
+        wait_until_ready(&queueDrained, &lock, timeout, [this, isOwn] { return closed || HasRoomFor(isOwn); });
+    --waiters;
+    if (!isReady) return timeout == 0 ? B_WOULD_BLOCK : B_TIMED_OUT;
     if (closed) return B_BAD_PORT_ID;
     queue.push_back(std::move(message));
+  }
+  queueFilled.notify_one();
+  return B_OK;
+}
+
+status_t BLooper::Core::PostCoalesced(BMessage message) {
+  {
+    const std::lock_guard lock(queueMutex);
+    if (closed) return B_BAD_PORT_ID;
+    const auto key = std::pair(message.fEnvelope->handlerToken, message.what);
+    if (coalesced.contains(key)) return B_OK;
+    if (!HasRoomFor(true)) return B_WOULD_BLOCK;
+    queue.push_back(std::move(message));
+    coalesced.insert(key);
   }
   queueFilled.notify_one();
   return B_OK;
@@ -58,10 +78,14 @@ bool BLooper::Core::Next(BMessage* message, bool wait) {
     if (ending || queue.empty()) return false;
     *message = std::move(queue.front());
     queue.pop_front();
-    if (queue.size() + 1 < capacity) return true; // nobody waits for room
+    if (!coalesced.empty())
+      coalesced.erase(std::pair(message->fEnvelope ? message->fEnvelope->handlerToken : 0, message->what));
+    if (queue.size() >= capacity) return true; // still no room
     if (std::exchange(othersWait, false)) port_service::look_again();
+    if (waiters == 0) return true;
   }
-  queueDrained.notify_one();
+  // All of them: one that is woken may find its room taken by the next message taken out before it ran.
+  queueDrained.notify_all();
   return true;
 }
 
@@ -72,6 +96,7 @@ void BLooper::Core::Close() {
     closed = true;
     ending = true;
     dropped.swap(queue);
+    coalesced.clear();
     if (std::exchange(othersWait, false)) port_service::look_again();
   }
   queueFilled.notify_all();

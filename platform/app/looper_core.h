@@ -7,7 +7,9 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <set>
 #include <thread>
+#include <utility>
 #include <vector>
 
 class BWindow;
@@ -27,6 +29,9 @@ struct BLooper::Core {
   bool closed = false;     // no more posts
   bool ending = false;     // the loop stops after the message in hand
   bool othersWait = false; // another process wants to be told of room
+  int32 waiters = 0;       // threads that wait for room
+  /** Handler and code of the messages of which the queue holds one at most. */
+  std::set<std::pair<uint64, uint32>> coalesced;
 
   // The lock of the looper: recursive, by thread.
   std::mutex lockMutex;
@@ -46,7 +51,15 @@ struct BLooper::Core {
   BHandler* preferred = nullptr;
   BMessage* current = nullptr;
 
+  /** How far beyond its capacity a queue takes what must not wait for room. */
+  static constexpr size_t kReserve = 10000;
+
+  /** Waits for room, unless the caller has the looper locked: nobody could make room meanwhile. What a handler posts to
+      its own looper, and what would wait, is then taken beyond the capacity, up to the reserve. */
   status_t Post(BMessage message, bigtime_t timeout);
+  /** Coalesces: B_OK without another message while one with its code and handler is queued. Never waits; taken beyond
+      the capacity. */
+  status_t PostCoalesced(BMessage message);
   /** For what another process sent: never waits; takes the message only with B_OK. After B_WOULD_BLOCK, or when there
       is no room, the ports' thread is told when it may try again. */
   status_t Offer(BMessage* message);
@@ -62,6 +75,9 @@ struct BLooper::Core {
   void TakeForEver();
   /** Gives the caller's lock up however often it was taken. */
   void ReleaseAll();
+
+private:
+  bool HasRoomFor(bool beyondCapacity) const { return queue.size() < capacity + (beyondCapacity ? kReserve : 0); }
 };
 
 /** Every living looper and attached handler by token; tokens are never used twice. */

@@ -2,6 +2,7 @@
 
 #include "platform/app/looper_core.h"
 #include "platform/app/message_body.h"
+#include "platform/app/nonblocking_thread.h"
 #include "platform/app/remote_mail.h"
 #include "platform/app/signatures.h"
 
@@ -45,7 +46,7 @@ bool BMessenger::LockTarget() const {
 
 status_t BMessenger::LockTargetWithTimeout(bigtime_t timeout) const {
   const auto core = token_registry::find_looper(LocalToken());
-  return core ? core->Lock(timeout) : B_BAD_PORT_ID;
+  return core ? core->Lock(NonblockingThread::Bounded(timeout)) : B_BAD_PORT_ID;
 }
 
 status_t BMessenger::SendMessage(uint32 code, const BHandler* replyTo) const {
@@ -58,6 +59,7 @@ status_t BMessenger::SendMessage(const BMessage* message, const BHandler* replyT
 }
 
 status_t BMessenger::SendMessage(const BMessage* message, const BMessenger& replyTo, bigtime_t timeout) const {
+  timeout = NonblockingThread::Bounded(timeout);
   if (fPort != 0) return RemoteMail::Send(*this, *message, replyTo, timeout);
   const auto core = token_registry::find_looper(LocalToken());
   if (!core) return B_BAD_PORT_ID;
@@ -71,6 +73,7 @@ status_t BMessenger::SendMessage(const BMessage* message, BPendingReply* pending
 }
 
 status_t BMessenger::Ask(const BMessage* message, BPendingReply* pending, bigtime_t deliveryTimeout) const {
+  deliveryTimeout = NonblockingThread::Bounded(deliveryTimeout);
   if (fPort != 0) return RemoteMail::Ask(*this, *message, deliveryTimeout, &pending->fSource);
   const auto core = token_registry::find_looper(LocalToken());
   if (!core) return B_BAD_PORT_ID;
@@ -90,10 +93,23 @@ status_t BMessenger::SendMessage(const BMessage* message, BMessage* reply, bigti
 
 status_t BPendingReply::Wait(BMessage* reply, bigtime_t timeout) {
   if (!fSource) return B_NO_INIT;
-  std::optional<BMessage> answer = fSource->Take(timeout);
+  std::optional<BMessage> answer = fSource->Take(NonblockingThread::Bounded(timeout));
   if (!answer) return B_TIMED_OUT;
   *reply = std::move(*answer);
   return B_OK;
+}
+
+status_t BMessenger::SendCoalesced(uint32 code) const {
+  return SendCoalesced(BMessage(code));
+}
+
+status_t BMessenger::SendCoalesced(const BMessage& notice) const {
+  if (fPort != 0) return SendMessage(&notice, BMessenger(), 0); // another process has its own queue
+  const auto core = token_registry::find_looper(LocalToken());
+  if (!core) return B_BAD_PORT_ID;
+  BMessage copy(notice);
+  copy.Address(fHandlerToken, {}, nullptr);
+  return core->PostCoalesced(std::move(copy));
 }
 
 status_t BMessenger::SendMarked(const BMessage& message, std::shared_ptr<void> mark) const {

@@ -52,6 +52,10 @@ public:
 
   status_t SendMessage(const BMessage* message, BPendingReply* pending,
                        bigtime_t deliveryTimeout = B_INFINITE_TIMEOUT) const;
+  /** Posts a notice that says "look again": while one with its code is queued for the same target, that one stands for
+      both. Never waits, and a full queue takes it all the same. */
+  status_t SendCoalesced(uint32 code) const;
+  status_t SendCoalesced(const BMessage& notice) const;
   /** Posts without waiting for room; `mark` lives as long as the delivery does. For runners, which leave a beat out
       while the last one is still queued. */
   status_t SendMarked(const BMessage& message, std::shared_ptr<void> mark) const;

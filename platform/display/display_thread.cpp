@@ -1,5 +1,6 @@
 #include "platform/display/display_thread.h"
 
+#include "platform/app/nonblocking_thread.h"
 #include "platform/display/display_queue.h"
 #include "platform/support/log.h"
 
@@ -87,6 +88,8 @@ private:
       change();
     } catch (const std::exception& fault) {
       log_error("display", fault.what());
+    } catch (...) {
+      log_error("display", "a change threw something that is no exception");
     }
   }
 
@@ -114,6 +117,7 @@ bool is_running() {
 }
 
 struct Queue::Impl {
+  NonblockingThread neverBlocks;
   Taker taker;
 };
 

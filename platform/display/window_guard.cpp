@@ -21,7 +21,7 @@ bool WindowGuard::eventFilter(QObject*, QEvent* event) {
   switch (event->type()) {
   case QEvent::Close:
     event->ignore();
-    fWindow.SendMessage(B_QUIT_REQUESTED);
+    fWindow.SendCoalesced(B_QUIT_REQUESTED);
     return true;
   case QEvent::Move:
     TellMove();
@@ -60,12 +60,8 @@ void WindowGuard::TellMove() {
   {
     const std::scoped_lock hold(fPlace->lock);
     fPlace->frame.OffsetTo(to_bpoint(fWidget->geometry().topLeft()));
-    if (std::exchange(fPlace->moveTold, true)) return;
   }
-  if (fWindow.SendMessage(&moved, BMessenger(), 0) != B_OK) {
-    const std::scoped_lock hold(fPlace->lock);
-    fPlace->moveTold = false;
-  }
+  fWindow.SendCoalesced(moved);
 }
 
 void WindowGuard::TellResize() {
@@ -76,12 +72,8 @@ void WindowGuard::TellResize() {
   {
     const std::scoped_lock hold(fPlace->lock);
     fPlace->frame = to_brect(fWidget->geometry());
-    if (std::exchange(fPlace->resizeTold, true)) return;
   }
-  if (fWindow.SendMessage(&resized, BMessenger(), 0) != B_OK) {
-    const std::scoped_lock hold(fPlace->lock);
-    fPlace->resizeTold = false;
-  }
+  fWindow.SendCoalesced(resized);
 }
 
 void WindowGuard::TellActive(bool active) const {

@@ -7,6 +7,7 @@
 #include "platform/display/window_guard.h"
 #include "platform/display/workspaces.h"
 
+#include <QDialog>
 #include <QLayout>
 #include <QMenuBar>
 #include <QPointer>
@@ -44,6 +45,13 @@ QWidget* make_plain_window(const WindowSetup& setup) {
   set_accessible_role(widget, setup.look == B_MODAL_WINDOW_LOOK ? QAccessible::Dialog : QAccessible::Window);
   if (setup.flags & B_NOT_RESIZABLE) widget->setFixedSize(to_qrect(setup.frame).size());
   return widget;
+}
+
+/** The window, or the question in front of it that keeps it from working. */
+QWidget* foremost(QWidget* window) {
+  for (auto* dialog : window->findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly))
+    if (dialog->isVisible() && dialog->isModal()) return dialog;
+  return window;
 }
 
 /** A limit no larger than what Qt takes. */
@@ -103,7 +111,8 @@ void WindowPeer::Activate(bool active) {
   Change([active](QWidget* widget) {
     if (!active) return widget->lower();
     widget->raise();
-    widget->activateWindow();
+    foremost(widget)->raise();
+    foremost(widget)->activateWindow();
   });
 }
 
@@ -154,18 +163,6 @@ BRect WindowPeer::Frame() const {
 
 uint32 WindowPeer::Workspaces() const {
   return call([slot = fSlot] { return slot->widget ? workspaces_of(*slot->widget) : uint32{0}; });
-}
-
-BRect WindowPeer::TakeMove() {
-  const std::scoped_lock hold(fPlace->lock);
-  fPlace->moveTold = false;
-  return fPlace->frame;
-}
-
-BRect WindowPeer::TakeResize() {
-  const std::scoped_lock hold(fPlace->lock);
-  fPlace->resizeTold = false;
-  return fPlace->frame;
 }
 
 std::function<void(QWidget*)> WindowPeer::Taker() const {

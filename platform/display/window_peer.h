@@ -26,9 +26,6 @@ struct WindowSetup {
 struct WindowPlace {
   std::mutex lock;
   BRect frame;
-  /** A message about it is under way; it tells the newest state when it arrives. */
-  bool moveTold = false;
-  bool resizeTold = false;
 };
 
 /** The window could become active or cease to be. */
@@ -56,9 +53,6 @@ public:
   BRect Frame() const;
   /** Waits for the display. */
   uint32 Workspaces() const;
-  /** The news of a move or a resize has arrived: the next one is told again. */
-  BRect TakeMove();
-  BRect TakeResize();
 
   /** Puts a control into the window; the function runs on the display thread. */
   std::function<void(QWidget*)> Taker() const;

@@ -13,7 +13,7 @@ void BListView::RowsChanged(int32 firstChanged) {
   fFirstChanged = std::min(fFirstChanged, firstChanged);
   if (fFlushPending) return;
   fFlushPending = true;
-  if (Window()) BMessenger(this).SendMessage(display::DISPLAY_ROWS_CHANGED);
+  if (Window()) BMessenger(this).SendCoalesced(display::DISPLAY_ROWS_CHANGED);
 }
 
 void BListView::LayOutRows() {

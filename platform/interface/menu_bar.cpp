@@ -24,7 +24,7 @@ void BMenuBar::AttachedToWindow() {
 void BMenuBar::Changed() {
   if (fFlushPending || !Window()) return;
   fFlushPending = true;
-  BMessenger(this).SendMessage(display::DISPLAY_MENU_CHANGED);
+  BMessenger(this).SendCoalesced(display::DISPLAY_MENU_CHANGED);
 }
 
 void BMenuBar::Flush() {

@@ -36,12 +36,12 @@ void BWindow::KeyPressed(BMessage* message, BHandler* handler) {
 
 void BWindow::Moved(BHandler* handler, BMessage* message) {
   if (handler != this) return BLooper::DispatchMessage(message, handler);
-  FrameMoved(fPeer->TakeMove().LeftTop());
+  FrameMoved(Frame().LeftTop()); // the newest: one message stands for all moves since;
 }
 
 void BWindow::Resized(BHandler* handler, BMessage* message) {
   if (handler != this) return BLooper::DispatchMessage(message, handler);
-  const BRect frame = fPeer->TakeResize();
+  const BRect frame = Frame();
   LayOut({frame.Width(), frame.Height()});
   FrameResized(fSize.x, fSize.y);
 }

@@ -15,7 +15,12 @@ public:
     fWhere = where;
   }
   void FrameResized(float width, float height) override { fSize = {width, height}; }
+  bool QuitRequested() override {
+    ++fCloses;
+    return false;
+  }
   int fMoves = 0;
+  int fCloses = 0;
   BPoint fWhere;
   BPoint fSize;
 };
@@ -84,6 +89,20 @@ TEST_F(Window, ManyMovesArriveAsOneMessageWithTheLastPlace) {
   hands::move_by_hand(*fWindow, 10, 20);
   hands::settle(*fWindow);
   EXPECT_EQ(fWindow->Frame().LeftTop(), (BPoint{10, 20}));
+}
+
+TEST_F(Window, MovedAndClosedWhileItsQueueIsFullItHoldsUpNobody) {
+  while (fWindow->PostMessage('some') == B_OK) {
+  }
+  hands::move_by_hand(*fWindow, 70, 80);
+  hands::resize_by_hand(*fWindow, 320, 240);
+  hands::press_close_button(*fWindow);
+  hands::wait_for_display();
+  fWindow->fCloses = 0;
+  hands::settle(*fWindow);
+  EXPECT_EQ(fWindow->fWhere, (BPoint{70, 80}));
+  EXPECT_EQ(fWindow->fSize, (BPoint{319, 239}));
+  EXPECT_EQ(fWindow->fCloses, 1) << "the close box counts all the same";
 }
 
 TEST_F(Window, KeysReachTheViewWithTheFocusAsBytes) {

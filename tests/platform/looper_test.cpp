@@ -2,6 +2,7 @@
 #include "platform/app/message.h"
 #include "platform/app/message_filter.h"
 #include "platform/app/message_runner.h"
+#include "platform/app/nonblocking_thread.h"
 #include "platform/app/roster.h"
 #include "tests/own_looper.h"
 
@@ -109,6 +110,69 @@ TEST(Looper, FullQueueRefusesAPost) {
   EXPECT_EQ(looper->PostMessage('c'), B_WOULD_BLOCK);
   looper->DeliverNext();
   EXPECT_EQ(looper->PostMessage('c'), B_OK);
+}
+
+TEST(Looper, NeverWaitsForRoomInItsOwnFullQueue) {
+  struct Poster : Recorder {
+    Poster() : Recorder(nullptr, 2) {}
+    void MessageReceived(BMessage* message) override {
+      for (uint32 i = 0; message->what == 'many' && i < 50; ++i) EXPECT_EQ(BMessenger(this).SendMessage(i), B_OK);
+      Recorder::MessageReceived(message);
+    }
+  };
+  OwnLooper<Poster> looper(new Poster);
+  const BMessenger messenger(looper.get());
+  looper->Run();
+  messenger.SendMessage('many');
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(ask(messenger, 'ping'), uint32{'pong'}) << "the first may come before them";
+  looper->Lock();
+  EXPECT_EQ(looper->fReceived.size(), 53U) << "nothing is lost";
+  for (uint32 i = 0; i < 50; ++i) EXPECT_EQ(messenger.SendMessage(i), B_OK) << "nor does who keeps it from working";
+  looper->Unlock();
+}
+
+TEST(Looper, EveryOneThatWaitsForRoomGetsIt) {
+  OwnLooper<Recorder> looper(new Recorder(nullptr, 2));
+  looper->Run();
+  std::vector<std::jthread> senders;
+  for (int i = 0; i < 8; ++i)
+    senders.emplace_back([messenger = BMessenger(looper.get())] {
+      for (int k = 0; k < 2000; ++k) messenger.SendMessage('some');
+    });
+  senders.clear();
+  EXPECT_EQ(ask(BMessenger(looper.get()), 'ping'), uint32{'pong'});
+}
+
+TEST(Looper, CoalescedNoticeIsInTheQueueOnceAndAlsoWhenThatIsFull) {
+  OwnLooper<Recorder> looper(new Recorder(nullptr, 1));
+  const BMessenger messenger(looper.get());
+  messenger.SendMessage('full');
+  for (int i = 0; i < 100; ++i) EXPECT_EQ(messenger.SendCoalesced('move'), B_OK);
+  EXPECT_EQ(messenger.SendCoalesced('size'), B_OK);
+  looper->DeliverAll();
+  EXPECT_THAT(looper->fReceived, ElementsAre('full', 'move', 'size'));
+  messenger.SendCoalesced('move'); // it has been taken out: there is news again
+  looper->DeliverAll();
+  EXPECT_THAT(looper->fReceived, ElementsAre('full', 'move', 'size', 'move'));
+}
+
+TEST(Looper, NonblockingThreadWaitsForNoLooperWhateverItAsksFor) {
+  OwnLooper<Recorder> looper(new Recorder(nullptr, 1));
+  const BMessenger messenger(looper.get());
+  BMessage answer;
+  const BMessage question('ping');
+  const NonblockingThread here;
+  EXPECT_EQ(messenger.SendMessage(&question, &answer), B_TIMED_OUT) << "it is queued";
+  EXPECT_EQ(messenger.SendMessage('some'), B_WOULD_BLOCK);
+  EXPECT_EQ(messenger.SendMessage(&question, &answer), B_WOULD_BLOCK);
+  looper->Lock();
+  std::jthread([&] {
+    EXPECT_EQ(messenger.LockTargetWithTimeout(1000), B_TIMED_OUT) << "another thread is another matter";
+    const NonblockingThread there;
+    EXPECT_FALSE(messenger.LockTarget());
+    EXPECT_FALSE(looper->Lock());
+  }).join();
+  looper->Unlock();
 }
 
 TEST(Looper, HandlerOfAnotherLooperIsRefused) {
