@@ -15,6 +15,7 @@
 #include <fontconfig/fontconfig.h>
 
 #include <clocale>
+#include <exception>
 #include <thread>
 
 namespace display {
@@ -34,6 +35,22 @@ void prefer_x11() {
 bool has_screen() {
   return is_set("QT_QPA_PLATFORM") || is_set("WAYLAND_DISPLAY") || is_set("DISPLAY");
 }
+
+/** The net below every event filter, slot, paint event and timer: what they throw is logged, and the loop goes on. */
+class Application : public QApplication {
+public:
+  using QApplication::QApplication;
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::exception& error) {
+      log_error("display", error.what());
+    } catch (...) {
+      log_error("display", "an event handler threw something that is no exception");
+    }
+    return false;
+  }
+};
 
 void close_all() {
   while (!QApplication::topLevelWidgets().isEmpty()) delete QApplication::topLevelWidgets().constFirst();
@@ -55,7 +72,7 @@ int run(int argc, char** argv, const std::function<void()>& started) {
   // A desktop's own bar is never used, and to find out whether there is one takes longer than a window does.
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
   std::thread fonts = read_font_settings();
-  QApplication application(argc, argv);
+  const Application application(argc, argv);
   fonts.join();
   QApplication::setStyle(new QuickStyle);
   // Numbers in files and in the audio library are written with a point, whatever the desktop's language.

@@ -80,10 +80,9 @@ void BListView::DrawRows(const BMessage& request) {
   for (int32 i = 0; request.FindInt32("row", i, &row) == B_OK; ++i) {
     BListItem* const item = ItemAt(row);
     if (!item) continue;
-    BPicture& picture = pictures.emplace_back(row, BPicture()).second;
-    Record(&picture);
-    item->DrawItem(this, {0, 0, width, std::round(item->Height())}, true);
-    Record(nullptr);
+    pictures.emplace_back(row, Recorded([&] {
+                            item->DrawItem(this, {0, 0, width, std::round(item->Height())}, true);
+                          }));
   }
   Rows()->SetPictures(std::move(pictures));
 }

@@ -5,6 +5,7 @@
 #include "platform/interface/interface_defs.h"
 #include "platform/support/geometry.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -123,7 +124,8 @@ private:
   void FrameChanged(BRect old);
   BPoint ParentSize() const;
   void TellActivated(bool active);
-  void Record(BPicture* picture) { fRecording = picture; }
+  /** What the hook draws; when it throws, what it drew until then. */
+  BPicture Recorded(const std::function<void()>& draw);
 
   BRect fFrame;
   /** The frame last set by call, and the parent's size then: what following the parent is counted from. */

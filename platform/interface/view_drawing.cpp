@@ -1,8 +1,10 @@
 #include "platform/display/view_peer.h"
 #include "platform/interface/picture.h"
 #include "platform/interface/view.h"
+#include "platform/support/log.h"
 
 #include <algorithm>
+#include <exception>
 
 /** Drawing calls put operations into the picture that is being recorded. */
 
@@ -22,11 +24,21 @@ std::string_view as_far_as_screens_go(std::string_view text) {
 
 void BView::Invalidate(BRect) {
   if (!fPeer || !(fFlags & B_WILL_DRAW)) return;
+  fPeer->SetPicture(Recorded([this] { Draw(Bounds()); }));
+}
+
+BPicture BView::Recorded(const std::function<void()>& draw) {
   BPicture picture;
-  Record(&picture);
-  Draw(Bounds());
-  Record(nullptr);
-  fPeer->SetPicture(std::move(picture));
+  fRecording = &picture;
+  try {
+    draw();
+  } catch (const std::exception& error) {
+    log_error(Name(), error.what());
+  } catch (...) {
+    log_error(Name(), "a drawing hook threw something that is no exception");
+  }
+  fRecording = nullptr;
+  return picture;
 }
 
 void BView::Draw(BRect) {}

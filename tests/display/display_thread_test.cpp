@@ -1,5 +1,10 @@
 #include "platform/display/display_thread.h"
 
+#include "platform/app/messenger.h"
+#include "tests/own_looper.h"
+
+#include <QCoreApplication>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -56,6 +61,25 @@ TEST(DisplayThread, QuestionAskedOnTheDisplayItselfIsAnsweredAtOnce) {
 TEST(DisplayThread, FaultInOneChangeLeavesTheOthersAndFreesTheAsker) {
   EXPECT_EQ(display::call([]() -> int { throw std::runtime_error("this fault is part of the test"); }, -5), -5);
   EXPECT_EQ(display::call([] { return 3; }), 3);
+}
+
+TEST(DisplayThread, ErrorInAnEventHandlerLeavesTheOthers) {
+  std::promise<void> hasThrown;
+  display::post([&] {
+    QTimer::singleShot(0, QCoreApplication::instance(), [&] {
+      hasThrown.set_value();
+      throw std::runtime_error("this error is part of the test");
+    });
+  });
+  hasThrown.get_future().wait();
+  EXPECT_EQ(display::call([] { return 3; }), 3);
+}
+
+TEST(DisplayThread, WaitsForNoLooper) {
+  const OwnLooper<BLooper> full(new BLooper("full", B_NORMAL_PRIORITY, 1));
+  const BMessenger looper(full.get());
+  looper.SendMessage('some');
+  EXPECT_EQ(display::call([&] { return looper.SendMessage('more'); }), B_WOULD_BLOCK);
 }
 
 TEST(DisplayAnswer, DroppedQuestionGivesTheDefault) {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <stdexcept>
 
 using testing::ElementsAre;
 
@@ -19,6 +20,7 @@ public:
   explicit TestRow(std::string text) : fText(std::move(text)) {}
   void DrawItem(BView* view, BRect frame, bool) override {
     ++fDrawn;
+    if (fText == "undrawable") throw std::runtime_error("this error is part of the test");
     view->FillRectLow(frame);
     view->DrawString(fText + (IsSelected() ? " *" : ""), {frame.left, frame.bottom - 3});
   }
@@ -94,6 +96,30 @@ TEST_F(ListView, LineWithoutEndIsDrawnAsFarAsScreensGo) {
   hands::settle(*fWindow);
   const std::string drawn = hands::row_text(*fWindow, "list", 0);
   EXPECT_EQ(drawn, endless.substr(0, 16383));
+}
+
+TEST_F(ListView, RowThatCannotBeDrawnLeavesTheOthersOnTheScreen) {
+  Fill(3);
+  fRows[1]->SetText("undrawable");
+  fWindow->Show();
+  hands::settle(*fWindow);
+  EXPECT_EQ(hands::row_text(*fWindow, "list", 0), "row 0");
+  EXPECT_EQ(hands::row_text(*fWindow, "list", 2), "row 2");
+  fRows[1]->SetText("mended");
+  fList->InvalidateItem(1);
+  hands::settle(*fWindow);
+  EXPECT_EQ(hands::row_text(*fWindow, "list", 1), "mended");
+}
+
+TEST_F(ListView, ManyChangesInOneHandlerAreOneMessage) {
+  ShowWith(3);
+  for (int i = 0; i < 3000; ++i) {
+    fList->RemoveItem(int32{0});
+    fList->AddItem(fRows[static_cast<size_t>(i % 3)].get());
+    fList->InvalidateItem(0);
+  }
+  EXPECT_LT(fWindow->CountMessages(), 10);
+  hands::settle(*fWindow);
 }
 
 TEST_F(ListView, KeysAndClicksMadeBeforeTheWindowLooksWorkOnTheRightRows) {
