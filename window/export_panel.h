@@ -17,6 +17,7 @@ class TExportPanel : public BFilePanel {
 public:
   /** `name` is the document's. */
   TExportPanel(const BMessenger& target, std::string name);
+  ~TExportPanel() override { End(); }
 
   /** The document's name in the format that is marked. */
   void ProposeName();

@@ -10,6 +10,7 @@ class BMenu;
 class TVesmoESavePanel : public BFilePanel {
 public:
   explicit TVesmoESavePanel(const BMessenger& target);
+  ~TVesmoESavePanel() override { End(); }
 
   /** Mark the item of that number; nothing for a number without one. */
   void SetEncoding(int32 encoding);

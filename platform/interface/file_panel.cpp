@@ -7,6 +7,9 @@
 #include "platform/interface/window.h"
 
 #include <atomic>
+#include <cassert>
+#include <typeinfo>
+#include <utility>
 
 /** The panel's looper; its lock guards the target and the message. */
 class BFilePanel::PanelWindow : public BWindow {
@@ -87,7 +90,12 @@ BFilePanel::BFilePanel(file_panel_mode mode, const BMessenger* target, const ent
 }
 
 BFilePanel::~BFilePanel() {
-  if (fWindow->Lock()) fWindow->Quit();
+  assert(fEnded || !fHasHook); // a derived class has to end it before its own part goes
+  End();
+}
+
+void BFilePanel::End() {
+  if (!std::exchange(fEnded, true) && fWindow->Lock()) fWindow->Quit();
 }
 
 BWindow* BFilePanel::Window() const {
@@ -95,6 +103,7 @@ BWindow* BFilePanel::Window() const {
 }
 
 void BFilePanel::Show() {
+  fHasHook = typeid(*this) != typeid(BFilePanel);
   fWindow->fIsShowing = true;
   fWindow->Dialog()->Show(true);
 }

@@ -15,8 +15,8 @@ enum file_panel_button { B_CANCEL_BUTTON, B_DEFAULT_BUTTON };
 /** The window in which a file is chosen. It has a looper of its own, `Window()`, on which answers are sent.
     An open panel answers with a copy of its message (B_REFS_RECEIVED by default) and "refs", a save panel
     (B_SAVE_REQUESTED) with ref "directory" and string "name"; B_CANCEL with pointer "source", the panel, follows
-   whenever the panel closes, chosen or not. Saving over a file asks first. Any thread that does not hold the panel's
-   lock. */
+    whenever the panel closes, chosen or not. Saving over a file asks first. Any thread that does not hold the panel's
+    lock. */
 class BFilePanel {
 public:
   explicit BFilePanel(file_panel_mode mode = B_OPEN_PANEL, const BMessenger* target = nullptr,
@@ -24,8 +24,10 @@ public:
                       const BMessage* message = nullptr);
   BFilePanel(const BFilePanel&) = delete;
   BFilePanel& operator=(const BFilePanel&) = delete;
-  /** Closes the window and waits for its thread. */
   virtual ~BFilePanel();
+  /** Closes the window for good and waits for its thread. A derived class calls it in its destructor, so that the hook
+      is never called on what is half gone. */
+  void End();
 
   void Show();
   void Hide();
@@ -53,4 +55,6 @@ private:
   friend class PanelWindow;
   file_panel_mode fMode;
   PanelWindow* fWindow;
+  bool fHasHook = false; // it was shown as a derived class
+  bool fEnded = false;
 };

@@ -2,7 +2,10 @@
 #include "tests/display/keeping.h"
 #include "tests/scratch_folder.h"
 
+#include <atomic>
 #include <cstdlib>
+#include <future>
+#include <thread>
 
 class FilePanel : public testing::Test {
 protected:
@@ -63,6 +66,34 @@ TEST_F(FilePanel, SavingOverAFileAsksFirst) {
   hands::type_file_name(*panel.Window(), "there.lrc");
   hands::wait_for_question();
   hands::answer_with_key("Alt+Y");
+  EXPECT_EQ(Next().what, uint32{B_SAVE_REQUESTED});
+}
+
+TEST_F(FilePanel, DerivedPanelThatGoesWhileItAnswersIsWhole) {
+  struct Derived : BFilePanel {
+    explicit Derived(const BMessenger* target) : BFilePanel(B_SAVE_PANEL, target) {}
+    ~Derived() override {
+      fGoes = true;
+      End();
+      fIsWhole = false;
+    }
+    void SendMessage(const BMessenger* target, BMessage* message) override {
+      fAnswering.set_value();
+      while (!fGoes) std::this_thread::yield();
+      BFilePanel::SendMessage(target, message);
+      EXPECT_TRUE(fIsWhole);
+    }
+    std::promise<void> fAnswering;
+    std::atomic<bool> fGoes{false};
+    std::atomic<bool> fIsWhole{true};
+  };
+  auto panel = std::make_unique<Derived>(&fTarget);
+  panel->SetPanelDirectory(fFolder.c_str());
+  panel->Show();
+  hands::wait_for_display();
+  hands::type_file_name(*panel->Window(), "new.lrc");
+  panel->fAnswering.get_future().wait();
+  panel.reset();
   EXPECT_EQ(Next().what, uint32{B_SAVE_REQUESTED});
 }
 
