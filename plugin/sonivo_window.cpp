@@ -11,31 +11,29 @@ constexpr std::string_view kTitleStart = "Sonivo";
 /** A window that is busy for longer than this is passed over. */
 constexpr bigtime_t kLockTimeoutUs = 100000;
 
-/** Runs `use(window)` on the player's window, with that window locked; false when there is none. */
-template <typename Use>
-bool with_sonivo_window(Use use) {
-  if (be_app == nullptr) return false;
+} // namespace
+
+status_t use_sonivo_window(const std::function<void(BWindow*)>& use) {
+  if (be_app == nullptr) return B_ERROR;
   for (const BMessenger& address : be_app->WindowAddresses()) {
     if (address.LockTargetWithTimeout(kLockTimeoutUs) != B_OK) continue;
     auto* const window = static_cast<BWindow*>(address.Target(nullptr));
     const bool found = window->Title().starts_with(kTitleStart);
     if (found) use(window);
     window->Unlock();
-    if (found) return true;
+    if (found) return B_OK;
   }
-  return false;
+  return B_ERROR;
 }
 
-} // namespace
-
 status_t get_sonivo_window(BWindow** window) {
-  return with_sonivo_window([&](BWindow* found) { *window = found; }) ? B_OK : B_ERROR;
+  return use_sonivo_window([&](BWindow* found) { *window = found; });
 }
 
 status_t get_sonivo_win_workspaces(uint32* workspaces) {
-  return with_sonivo_window([&](const BWindow* found) { *workspaces = found->Workspaces(); }) ? B_OK : B_ERROR;
+  return use_sonivo_window([&](const BWindow* found) { *workspaces = found->Workspaces(); });
 }
 
 status_t get_sonivo_win_frame(BRect* frame) {
-  return with_sonivo_window([&](const BWindow* found) { *frame = found->Frame(); }) ? B_OK : B_ERROR;
+  return use_sonivo_window([&](const BWindow* found) { *frame = found->Frame(); });
 }

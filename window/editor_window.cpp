@@ -149,13 +149,11 @@ void TVesmoEWin::Quit() {
 }
 
 void TVesmoEWin::InstallMoveFilter() {
-  BWindow* host = nullptr;
-  if (get_sonivo_window(&host) != B_OK) return;
-  fHostWindow = BMessenger(host);
-  if (!fHostWindow.LockTarget()) return;
-  fMoveFilter = new TWMFilter(BMessenger(this));
-  host->AddCommonFilter(fMoveFilter);
-  host->Unlock();
+  use_sonivo_window([this](BWindow* host) {
+    fHostWindow = BMessenger(host);
+    fMoveFilter = new TWMFilter(BMessenger(this));
+    host->AddCommonFilter(fMoveFilter);
+  });
 }
 
 void TVesmoEWin::RemoveMoveFilter() {
