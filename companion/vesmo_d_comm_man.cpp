@@ -85,9 +85,10 @@ bool TVesmoDCommMan::HandleNotice(BMessage* message) {
   }
 }
 
+// Settings, texts or the document are others now: the windows look for themselves, so one notice of a kind is enough.
 void TVesmoDCommMan::Forward(BMessage* message) {
-  if (fMainWindow) fMainWindow->PostMessage(message);
-  if (fPrefWindow) fPrefWindow->PostMessage(message);
+  if (fMainWindow) BMessenger(fMainWindow).SendCoalesced(*message);
+  if (fPrefWindow) BMessenger(fPrefWindow).SendCoalesced(*message);
 }
 
 void TVesmoDCommMan::SettingsChanged(BMessage* message) {
@@ -122,10 +123,7 @@ void TVesmoDCommMan::BringUp(TKRVWin* window) const {
 }
 
 bool TVesmoDCommMan::FindMainWindowFrame(BRect* frame) const {
-  if (fMainWindow == nullptr || !fMainWindow->Lock()) return false;
-  *frame = fMainWindow->Frame();
-  fMainWindow->Unlock();
-  return true;
+  return fMainWindow && fMainWindow->Proxy().GetFrame(frame);
 }
 
 void TVesmoDCommMan::PrepareRqtd(uint32 code) {

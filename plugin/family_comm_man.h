@@ -22,7 +22,7 @@ enum : uint32 {
   kMsgCloseFineTag = 'Scfr',
   kMsgCloseCommonPref = 'Scsr',
   kMsgCloseMain = 'Scmr',
-  kMsgMainClosed = 'mwcl',   // messenger "window": which one
+  kMsgMainClosed = 'mwcl',   // messenger "window": which one; int32 "FilesTaken": how many requests to open it handled
   kMsgLanguageNode = '_nlc', // from the watch of the language files
   kMsgLanguageChanged = '_lgc',
 };

@@ -13,12 +13,16 @@
 #include "plugin/show_help.h"
 #include "window/editor_window.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 /** The player loads the companion a while after the editor; until then a wish for its window waits for it. */
 constexpr bigtime_t kCompanionComesUs = 3000000;
-/** Notices may come faster than the window takes them, and the last one counts. A window that asks its user something
-    takes none meanwhile, and is not waited for longer than this. */
-constexpr bigtime_t kForwardPatienceUs = 200000;
+/** A window that asks its user something takes no message and gives nobody its lock meanwhile; it is not waited for
+    longer than this. */
+constexpr bigtime_t kPatienceUs = 200000;
+constexpr size_t kMostFilesKept = 16;
 } // namespace
 
 TVesmoECommMan::TVesmoECommMan()
@@ -101,6 +105,9 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
   case 'Splc':
   case 'Spac':
   case 'Ssic':
+    gPref->Unarchive(*message);
+    if (fMainWindow) fMainAddress.SendCoalesced(*message); // it looks at the settings: the last notice says it all
+    return true;
   case 'Sssr':
     gPref->Unarchive(*message);
     Forward(message);
@@ -124,49 +131,63 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
 
 // The window may be ending by itself on its own thread: only its address, or its lock, is safe to use.
 void TVesmoECommMan::Forward(BMessage* message) {
-  if (fMainWindow) fMainAddress.SendMessage(message, BMessenger(), kForwardPatienceUs);
+  if (fMainWindow) fMainAddress.SendMessage(message, BMessenger(), kPatienceUs);
 }
 
 void TVesmoECommMan::OpenMainWindowRqtd() {
   OpenMainWindow();
 }
 
-bool TVesmoECommMan::LockMainWindow() const {
-  if (fMainWindow == nullptr || !fMainAddress.LockTarget()) return false;
+bool TVesmoECommMan::LockMainWindow(bigtime_t timeout) const {
+  if (fMainWindow == nullptr || fMainAddress.LockTargetWithTimeout(timeout) != B_OK) return false;
   // Between the end of its loop and its deletion a window can still be locked.
   if (fMainAddress.IsValid()) return true;
   fMainWindow->Unlock();
   return false;
 }
 
-void TVesmoECommMan::OpenMainWindow() {
+bool TVesmoECommMan::ActivateMainWindow() const {
   // One that is ending by itself, and whose notice is still on its way, is as good as closed.
-  if (!LockMainWindow()) {
-    fMainWindow = new TVesmoEWin(gExitState->fWindowFrame, this);
-    fMainAddress = BMessenger(fMainWindow);
-    const BMessage opened(kMsgDocumentOpened);
-    SendMessage(&opened);
-    fMainWindow->Lock();
-  }
-  if (fMainWindow->IsHidden()) {
-    fMainWindow->Show();
-    fWindowThreads.push_back(fMainWindow->Thread());
-  } else {
-    fMainWindow->Activate();
-  }
+  const bool isLocked = LockMainWindow(kPatienceUs);
+  if (!isLocked && (fMainWindow == nullptr || !fMainAddress.IsValid())) return false;
+  fMainProxy.Activate();
+  if (isLocked) fMainWindow->Unlock();
+  return true;
+}
+
+void TVesmoECommMan::OpenMainWindow() {
+  if (ActivateMainWindow()) return;
+  fMainWindow = new TVesmoEWin(gExitState->fWindowFrame, this);
+  fMainAddress = BMessenger(fMainWindow);
+  fMainProxy = fMainWindow->Proxy();
+  fFilesSent = 0;
+  fLastFiles.clear();
+  const BMessage opened(kMsgDocumentOpened);
+  SendMessage(&opened);
+  fMainWindow->Lock();
+  fMainWindow->Show();
+  fWindowThreads.push_back(fMainWindow->Thread());
   fMainWindow->Unlock();
 }
 
 void TVesmoECommMan::RefsReceived(BMessage* message) {
   OpenMainWindow();
-  Forward(message);
+  if (fMainAddress.SendMessage(message, BMessenger(this), kPatienceUs) != B_OK) return;
+  ++fFilesSent;
+  fLastFiles.push_back(*message);
+  if (fLastFiles.size() > kMostFilesKept) fLastFiles.pop_front();
+}
+
+// A window that asked about unsaved lyrics may close without having come to the files in its queue.
+void TVesmoECommMan::ReopenFiles(int32 taken) {
+  const int32 lost = fFilesSent - taken;
+  std::deque<BMessage> files = std::exchange(fLastFiles, {});
+  while (static_cast<int32>(files.size()) > std::max(lost, int32{0})) files.pop_front();
+  for (BMessage& file : files) RefsReceived(&file);
 }
 
 bool TVesmoECommMan::FindMainWindowFrame(BRect* frame) const {
-  if (!LockMainWindow()) return false;
-  *frame = fMainWindow->Frame();
-  fMainWindow->Unlock();
-  return true;
+  return fMainWindow && fMainAddress.IsValid() && fMainProxy.GetFrame(frame);
 }
 
 void TVesmoECommMan::PrepareOpenAboutWindowRqtd() {
@@ -220,10 +241,14 @@ void TVesmoECommMan::MainWindowClosed(const BMessage& message) {
   if (message.FindMessenger("window", &window) == B_OK && window != fMainAddress) return;
   fMainWindow = nullptr;
   CloseFineTimeTagWindowRqtd(); // what it would shift is gone
+  int32 taken = fFilesSent;
+  message.FindInt32("FilesTaken", &taken);
+  ReopenFiles(taken);
 }
 
 void TVesmoECommMan::CloseMainWindowRqtd() {
-  if (LockMainWindow()) fMainWindow->Quit();
+  fLastFiles.clear();
+  if (LockMainWindow(B_INFINITE_TIMEOUT)) fMainWindow->Quit();
   fMainWindow = nullptr;
 }
 

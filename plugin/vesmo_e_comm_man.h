@@ -1,10 +1,13 @@
 #pragma once
 
+#include "platform/app/message.h"
 #include "platform/app/message_runner.h"
+#include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
 #include "plugin/family_comm_man.h"
 #include "window/manager_requests.h"
 
+#include <deque>
 #include <memory>
 #include <vector>
 
@@ -46,12 +49,18 @@ protected:
 private:
   bool HandleRequest(BMessage* message);
   bool HandleNotice(BMessage* message);
-  /** False when there is no main window, or it is ending. */
-  bool LockMainWindow() const;
+  /** False when there is no main window, it is ending, or it cannot be locked within that time. */
+  bool LockMainWindow(bigtime_t timeout) const;
+  /** False when there is no main window that will stay: one that holds its lock for longer asks its user something. */
+  bool ActivateMainWindow() const;
+  void ReopenFiles(int32 taken);
   void WaitForWindowThreads();
 
   TVesmoEWin* fMainWindow = nullptr; // null while closed; used only with the window locked by its address
   BMessenger fMainAddress;
+  BWindowProxy fMainProxy;         // for what must not wait for its lock
+  std::deque<BMessage> fLastFiles; // handed to the main window to open, the newest last
+  int32 fFilesSent = 0;            // to this main window
   /** Of every main window shown: a window that was closed by its user is forgotten before its thread has ended. */
   std::vector<thread_id> fWindowThreads;
   TSimpleInputWin* fFineTagWindow = nullptr; // null until asked for

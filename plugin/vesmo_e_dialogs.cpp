@@ -45,10 +45,7 @@ void TVesmoECommMan::MItemFineTimeTagClicked() {
 
 void TVesmoECommMan::BringUp(TKRVWin* window) const {
   if (!window->Lock()) return;
-  if (LockMainWindow()) {
-    window->StandInFrontOf(*fMainWindow);
-    fMainWindow->Unlock();
-  }
+  if (fMainWindow) window->StandInFrontOf(fMainProxy);
   window->BringUp();
   window->Unlock();
 }

@@ -74,6 +74,8 @@ TVesmoEWin::~TVesmoEWin() {
 void TVesmoEWin::MessageReceived(BMessage* message) {
   switch (message->what) {
   case B_REFS_RECEIVED:
+    if (message->ReturnAddress() == BMessenger(fManager)) ++fFilesTaken;
+    return fEditorView->MessageReceived(message);
   case B_SAVE_REQUESTED:
   case kMsgDefaultStatBar:
   case kMsgAppearance:
@@ -144,6 +146,7 @@ void TVesmoEWin::Quit() {
   // After the record: the manager reads it when it opens the next window.
   BMessage closed('mwcl');
   closed.AddMessenger("window", BMessenger(this));
+  closed.AddInt32("FilesTaken", fFilesTaken);
   fManager->PostMessage(&closed);
   TKRVWin::Quit();
 }

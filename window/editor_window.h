@@ -110,4 +110,5 @@ private:
   BPoint fPositionDifference;              // this window's left top less the player's
   TWMFilter* fMoveFilter = nullptr;        // owned by the player's window
   BMessenger fHostWindow;
+  int32 fFilesTaken = 0; // that the manager sent to be opened
 };

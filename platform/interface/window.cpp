@@ -54,8 +54,18 @@ void BWindow::Activate(bool active) {
   fPeer->Activate(active);
 }
 
-void BWindow::StandInFrontOf(const BWindow& other) {
-  fPeer->StandInFrontOf(*other.fPeer);
+void BWindow::StandInFrontOf(const BWindowProxy& other) {
+  if (const auto peer = other.fPeer.lock()) fPeer->StandInFrontOf(*peer);
+}
+
+bool BWindowProxy::GetFrame(BRect* frame) const {
+  const auto peer = fPeer.lock();
+  if (peer) *frame = peer->Frame();
+  return peer != nullptr;
+}
+
+void BWindowProxy::Activate() const {
+  if (const auto peer = fPeer.lock()) peer->Activate(true);
 }
 
 BRect BWindow::Frame() const {

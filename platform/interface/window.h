@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 class BMenuBar;
@@ -19,6 +20,24 @@ enum window_look { B_TITLED_WINDOW_LOOK, B_DOCUMENT_WINDOW_LOOK, B_FLOATING_WIND
 enum window_feel { B_NORMAL_WINDOW_FEEL, B_FLOATING_ALL_WINDOW_FEEL };
 /** Window flags. */
 enum : uint32 { B_NOT_RESIZABLE = 0x1, B_NOT_ZOOMABLE = 0x2, B_NOT_MINIMIZABLE = 0x4 };
+
+/** A window as every thread may see it, without its lock and so also while the window asks its user something. A small
+    value; safe when the window is gone. */
+class BWindowProxy {
+public:
+  BWindowProxy() = default;
+
+  /** As the display last reported; false when the window is gone. */
+  bool GetFrame(BRect* frame) const;
+  /** Brings it to the front. */
+  void Activate() const;
+
+private:
+  friend class BWindow;
+  explicit BWindowProxy(std::weak_ptr<display::WindowPeer> peer) : fPeer(std::move(peer)) {}
+
+  std::weak_ptr<display::WindowPeer> fPeer;
+};
 
 /** A window: a looper that owns its views. Made hidden; the first Show starts its thread. The close button of its frame
     posts B_QUIT_REQUESTED. Calls on the window's thread or with the window locked. */
@@ -36,8 +55,9 @@ public:
   /** Off: Show starts no thread, the window's messages are delivered by hand (tests). */
   void SetRunsOnShow(bool runs) { fRunsOnShow = runs; }
   void Activate(bool active = true);
-  /** Stays above the other window from now on, and hands the keyboard back to it when it hides. Both locked. */
-  void StandInFrontOf(const BWindow& other);
+  /** Stays above the other window from now on, and hands the keyboard back to it when it hides. */
+  void StandInFrontOf(const BWindowProxy& other);
+  BWindowProxy Proxy() const { return BWindowProxy(fPeer); }
   bool IsActive() const { return fIsActive; }
 
   /** The inside of the window, on the screen, as the display last told. */

@@ -1,10 +1,12 @@
 """The editor's window beside the player's: it follows, keeps its place, and has its say when the player closes."""
 import signal
+import subprocess
 
 import eyes
 import hands
 import settings
 from case import Case
+from stage import BIN
 
 
 class BesideThePlayer(Case):
@@ -57,6 +59,21 @@ class BesideThePlayer(Case):
         s.wait_rows("[00:00:01]one")
         s.close_player(lambda: s.click_answer("has been changed", "Yes"))
         s.wait_bytes(lyrics, b"[00:00:01]one\n\0")
+
+    def test_a_file_handed_over_during_a_question_is_opened_also_when_the_answer_closes_the_window(self):
+        s = self.stage
+        s.start(s.file("a.lrc", "one\n"))
+        hands.press("space")
+        s.wait_rows("[00:00:00]one")
+        hands.press("ctrl+w")
+        question = s.wait_question("has been changed")
+        hands.click(eyes.place(eyes.find(s.player(), "label", "0:00")))
+        s.wait(lambda: "active" not in eyes.states(question), "the player in front")
+        subprocess.run([BIN / "sonivo", "--edit", s.file("b.lrc", "two\n")], env=s.own(), check=True, timeout=eyes.PATIENCE)
+        s.wait(lambda: "active" in eyes.states(question), "the question in front")
+        s.click_answer("has been changed", "No")
+        s.wait_title("b.lrc")
+        s.wait_rows("two")
 
     def test_a_signal_to_end_brings_the_waiting_question_forward_and_its_answer_holds(self):
         s = self.stage
