@@ -15,13 +15,23 @@
 #include "plugin/message_filters.h"
 #include "toolkit/krv_dlg_view.h"
 
+#include <algorithm>
+
 namespace {
 
-enum : uint32 { kMsgDefaults = 'prdf', kMsgRevert = 'prrv', kMsgStore = 'prst', kMsgUnfit = 'pruf' };
+enum : uint32 {
+  kMsgDefaults = 'prdf',
+  kMsgRevert = 'prrv',
+  kMsgStore = 'prst',
+  kMsgUnfit = 'pruf',
+  kMsgSendAgain = 'prsa'
+};
 
 /** Long enough for a colour to be tried out without a write for each. */
 constexpr bigtime_t kStoreAfterUs = 400000;
-/** Nobody is told that a lone minus sign is no number who is about to type on. */
+/** How long a manager whose queue is full is left alone. */
+constexpr bigtime_t kSendAgainAfterUs = 50000;
+/** Wait before reporting an invalid number, so that a half-typed "-" is not flagged. */
 constexpr bigtime_t kUnfitAfterUs = 700000;
 
 /** Of a language file only the name counts: languages lie beside the plug-in. */
@@ -57,7 +67,8 @@ TVesmoDPrefWin::TVesmoDPrefWin(const std::string& languageFolder, const BMesseng
 TVesmoDPrefWin::~TVesmoDPrefWin() = default;
 
 void TVesmoDPrefWin::Show() {
-  fValues = fOpened = settings_of_now();
+  if (!fSendLater) fValues = fSent = settings_of_now();
+  fOpened = fValues;
   Say(nullptr);
   Relabel();
   TKRVDlgWin::Show();
@@ -89,6 +100,8 @@ void TVesmoDPrefWin::MessageReceived(BMessage* message) {
     return SetAll(fOpened);
   case kMsgStore:
     return StoreNow();
+  case kMsgSendAgain:
+    return SendChanges();
   case kMsgUnfit:
     return Say("Pref_Err_Number");
   case kNoticeLanguage:
@@ -147,12 +160,25 @@ void TVesmoDPrefWin::SetAll(const TPrefValues& values) {
 }
 
 void TVesmoDPrefWin::Change(const TPrefValues& values) {
-  for (const BMessage& notice : notices_of_change(fValues, values)) {
-    fManager.SendMessage(&notice, BMessenger(), 0);
-    fUnstored.push_back(notice);
-  }
+  for (const BMessage& notice : notices_of_change(fValues, values)) fUnstored.push_back(notice);
   fValues = values;
+  SendChanges();
   if (!fUnstored.empty()) StoreSoon();
+}
+
+void TVesmoDPrefWin::SendChanges() {
+  fSendLater.reset();
+  const std::vector<BMessage> notices = notices_of_change(fSent, fValues);
+  const auto is_sent = [this](const BMessage& notice) {
+    return fManager.SendMessage(&notice, BMessenger(), 0) == B_OK;
+  };
+  if (std::all_of(notices.begin(), notices.end(), is_sent)) {
+    fSent = fValues;
+    return;
+  }
+  // The manager's queue is full. What is sent again is what it has already, or newer.
+  const BMessage again(kMsgSendAgain);
+  fSendLater = std::make_unique<BMessageRunner>(BMessenger(this), &again, kSendAgainAfterUs, 1);
 }
 
 void TVesmoDPrefWin::StoreSoon() {

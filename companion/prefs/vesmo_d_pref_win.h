@@ -37,8 +37,10 @@ private:
   void UseOffset(const BMessage& message);
   void TakeStampHint(const BMessage& message);
   void SetAll(const TPrefValues& values);
-  /** Tells and stores what differs from the values of now. */
+  /** Sends and stores what differs from the current values. */
   void Change(const TPrefValues& values);
+  /** Sends the manager what it has not been sent yet; tried again later when its queue is full. */
+  void SendChanges();
   void StoreSoon();
   void StoreNow();
   void SayUnfitSoon();
@@ -52,9 +54,11 @@ private:
 
   const BMessenger fManager;
   TPrefValues fValues;
+  TPrefValues fSent;   // what the manager knows
   TPrefValues fOpened; // as the window was opened
   std::vector<BMessage> fUnstored;
   std::unique_ptr<BMessageRunner> fStoreLater;
+  std::unique_ptr<BMessageRunner> fSendLater;  // while the manager lacks something
   std::unique_ptr<BMessageRunner> fUnfitLater; // while a text that does not fit may still be on its way to one
   TAppearancePage* fAppearance;                // two of the pages
   TTimingPage* fTiming;

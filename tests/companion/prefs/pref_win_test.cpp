@@ -25,6 +25,21 @@ TEST_F(PrefWindow, TellsEachChangeAtOnceAndStoresItWhenItIsClosed) {
   EXPECT_EQ(Stored().writeCRType, 1);
 }
 
+TEST_F(PrefWindow, ChangeMadeWhileTheManagersQueueIsFullReachesItLater) {
+  Open();
+  while (fManager->PostMessage(kNoticeDisplay) == B_OK) {
+  }
+  Click("ToolBar");
+  Click("StayOnTop");
+  Notices();
+  EXPECT_TRUE(gPref->Values()->showToolBar);
+  EXPECT_TRUE(hands::until([this] {
+    Settle();
+    Notices();
+    return !gPref->Values()->showToolBar && gPref->Values()->stayOnTop;
+  }));
+}
+
 TEST_F(PrefWindow, StoresWithoutBeingClosed) {
   Open();
   Click("StayOnTop");
