@@ -62,7 +62,10 @@ QWidget* outermost(QMenu* menu) {
 } // namespace
 
 void ChoosableMenu::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Alt) QMenu::keyPressEvent(event);
+  if (event->key() == Qt::Key_F10)
+    outermost(this)->close();
+  else if (event->key() != Qt::Key_Alt)
+    QMenu::keyPressEvent(event);
 }
 
 void ChoosableMenu::mouseReleaseEvent(QMouseEvent* event) {

@@ -8,7 +8,7 @@
 namespace display {
 
 /** A menu whose unfolding items can be chosen by a click too, where they have a message. The Alt key, which may give a
-    choice another meaning, leaves it open. */
+    choice another meaning, leaves it open; F10, which opens it, closes it again. */
 class ChoosableMenu : public QMenu {
 public:
   using QMenu::QMenu;

@@ -45,4 +45,10 @@ QSize QuickStyle::sizeFromContents(ContentsType type, const QStyleOption* option
   return QProxyStyle::sizeFromContents(type, option, text, widget);
 }
 
+int QuickStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* returned) const {
+  if (hint == SH_MenuBar_AltKeyNavigation) return 0;
+  return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
 } // namespace display
