@@ -20,33 +20,32 @@ const MessageField* BMessage::Body::Find(const char* name) const {
   return const_cast<Body*>(this)->Find(name);
 }
 
-BMessage::BMessage() : fBody(std::make_unique<Body>()) {}
-BMessage::BMessage(uint32 code) : what(code), fBody(std::make_unique<Body>()) {}
-BMessage::BMessage(const BMessage& other)
-    : what(other.what), fBody(std::make_unique<Body>(*other.fBody)), fEnvelope(other.fEnvelope) {}
+BMessage::LazyBody::LazyBody() noexcept = default;
+BMessage::LazyBody::LazyBody(const LazyBody& other)
+    : fBody(other.fBody ? std::make_unique<Body>(*other.fBody) : nullptr) {}
+BMessage::LazyBody::LazyBody(LazyBody&& other) noexcept = default;
+BMessage::LazyBody& BMessage::LazyBody::operator=(const LazyBody& other) {
+  return *this = LazyBody(other);
+}
+BMessage::LazyBody& BMessage::LazyBody::operator=(LazyBody&& other) noexcept = default;
+BMessage::LazyBody::~LazyBody() = default;
 
-BMessage& BMessage::operator=(const BMessage& other) {
-  if (this != &other) {
-    what = other.what;
-    *fBody = *other.fBody;
-    fEnvelope = other.fEnvelope;
-  }
-  return *this;
+BMessage::Body* BMessage::LazyBody::operator->() {
+  if (!fBody) fBody = std::make_unique<Body>();
+  return fBody.get();
 }
 
-// A message that was moved from is empty, not broken.
-BMessage::BMessage(BMessage&& other) noexcept : what(other.what), fBody(std::make_unique<Body>()) {
-  fBody.swap(other.fBody);
-  fEnvelope.swap(other.fEnvelope);
+const BMessage::Body* BMessage::LazyBody::operator->() const {
+  static const Body* const empty = new Body; // never destroyed: threads read messages while the process ends
+  return fBody ? fBody.get() : empty;
 }
 
-BMessage& BMessage::operator=(BMessage&& other) noexcept {
-  what = other.what;
-  fBody.swap(other.fBody);
-  fEnvelope.swap(other.fEnvelope);
-  return *this;
-}
-
+BMessage::BMessage() noexcept = default;
+BMessage::BMessage(uint32 code) noexcept : what(code) {}
+BMessage::BMessage(const BMessage& other) = default;
+BMessage& BMessage::operator=(const BMessage& other) = default;
+BMessage::BMessage(BMessage&& other) noexcept = default;
+BMessage& BMessage::operator=(BMessage&& other) noexcept = default;
 BMessage::~BMessage() = default;
 
 namespace {

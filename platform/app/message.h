@@ -44,8 +44,8 @@ class BMessage {
 public:
   uint32 what = 0;
 
-  BMessage();
-  explicit BMessage(uint32 code);
+  BMessage() noexcept;
+  explicit BMessage(uint32 code) noexcept;
   BMessage(const BMessage& other);
   BMessage& operator=(const BMessage& other);
   BMessage(BMessage&& other) noexcept;
@@ -118,7 +118,9 @@ public:
   bool WasDropped() const;
   BPoint DropPoint() const;
   void SetDropped(BPoint where, bool fromOtherApplication = true);
-  /** Answers the asker; the first answer counts. B_NO_REPLY when nobody asked, B_BAD_PORT_ID when it is gone. */
+  /** Answers the asker; the first answer counts. Never waits: an answer to a looper of another process is sent in the
+      background, and B_OK then says only that it is on its way. B_NO_REPLY when nobody asked, B_BAD_PORT_ID when the
+      asker is gone. */
   status_t SendReply(uint32 code) const;
   status_t SendReply(const BMessage* reply) const;
 
@@ -138,10 +140,26 @@ private:
   struct Body;
   struct Envelope;
   struct BodyReader;
+  /** Owns the fields. Allocated with the first of them, so that an empty message needs no memory and moving one cannot
+      fail; reading without a body sees an empty one. */
+  class LazyBody {
+  public:
+    LazyBody() noexcept;
+    LazyBody(const LazyBody& other);
+    LazyBody(LazyBody&& other) noexcept;
+    LazyBody& operator=(const LazyBody& other);
+    LazyBody& operator=(LazyBody&& other) noexcept;
+    ~LazyBody();
+    Body* operator->();
+    const Body* operator->() const;
+
+  private:
+    std::unique_ptr<Body> fBody;
+  };
   /** Starts a delivery of its own; the marks of a drop or of another process stay. */
   void Address(uint64 handlerToken, const BMessenger& replyTo, std::shared_ptr<class ReplyReceiver> asker,
                std::shared_ptr<void> mark = nullptr);
-  std::unique_ptr<Body> fBody;
+  LazyBody fBody;
   /** Who asked and where the message goes; shared by the copies of one delivery. */
   std::shared_ptr<Envelope> fEnvelope;
 };

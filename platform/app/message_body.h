@@ -58,6 +58,8 @@ public:
   virtual ~ReplyReceiver() = default;
   /** Only the first answer counts; false when there was one, or the asker is gone. */
   virtual bool Put(const BMessage& answer) = 0;
+  /** Nobody will answer: releases the asker, unless it has its answer. Called by destructors. */
+  virtual void Drop() noexcept = 0;
 };
 
 /** Where an answer will come. */
@@ -72,12 +74,14 @@ public:
 class ReplySlot : public ReplyReceiver, public AnswerSource {
 public:
   bool Put(const BMessage& answer) override;
+  void Drop() noexcept override;
   std::optional<BMessage> Take(bigtime_t timeout) override;
 
 private:
   std::mutex fMutex;
   std::condition_variable fArrived;
-  bool fDone = false;
+  bool fDone = false;    // answered or dropped
+  bool fDropped = false; // whoever takes the answer gets B_NO_REPLY_CODE
   std::optional<BMessage> fAnswer;
 };
 

@@ -3,12 +3,14 @@
 #include "platform/app/message.h"
 #include "platform/app/messenger.h"
 #include "platform/storage/status_of.h"
+#include "platform/support/log.h"
 
 #include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <exception>
 #include <map>
 #include <mutex>
 #include <string>
@@ -94,10 +96,14 @@ void NodeMonitor::Serve() {
     if (size <= 0) return;
     for (ssize_t at = 0; at < size;) {
       const auto& event = *reinterpret_cast<const inotify_event*>(buffer + at);
-      if (event.mask & IN_Q_OVERFLOW)
-        NotifyAll();
-      else
-        Handle(event);
+      try {
+        if (event.mask & IN_Q_OVERFLOW)
+          NotifyAll();
+        else
+          Handle(event);
+      } catch (const std::exception& error) {
+        log_error("node monitor", error.what());
+      }
       at += static_cast<ssize_t>(sizeof event + event.len);
     }
   }

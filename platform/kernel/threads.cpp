@@ -1,10 +1,13 @@
 #include "platform/kernel/threads.h"
 
+#include "platform/support/log.h"
+
 #include <pthread.h>
 #include <time.h>
 
 #include <chrono>
 #include <condition_variable>
+#include <exception>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -90,12 +93,23 @@ std::string name_of(const Thread& thread) {
   return thread.name;
 }
 
-void* thread_main(void* held) {
-  const std::shared_ptr<Thread> thread = *static_cast<std::shared_ptr<Thread>*>(held);
-  delete static_cast<std::shared_ptr<Thread>*>(held);
-  tSelf.thread = thread;
-  pthread_setname_np(pthread_self(), name_of(*thread).substr(0, 15).c_str());
-  finish(thread.get(), thread->entry(thread->argument));
+/** Its exceptions end the thread alone, not the process. */
+int32 run_entry(const Thread& thread) {
+  try {
+    pthread_setname_np(pthread_self(), name_of(thread).substr(0, 15).c_str());
+    return thread.entry(thread.argument);
+  } catch (const std::exception& error) {
+    log_error("a thread ended by an exception", error.what());
+  } catch (...) {
+    log_error("a thread ended by an exception", "of an unknown type");
+  }
+  return B_ERROR;
+}
+
+void* thread_main(void* argument) {
+  const std::unique_ptr<std::shared_ptr<Thread>> held(static_cast<std::shared_ptr<Thread>*>(argument));
+  tSelf.thread = *held;
+  finish(tSelf.thread.get(), run_entry(*tSelf.thread));
   return nullptr;
 }
 
@@ -116,13 +130,13 @@ status_t resume_thread(thread_id id) {
     if (!thread || thread->started) return B_BAD_THREAD_ID;
     thread->started = true;
   }
-  auto* const held = new std::shared_ptr<Thread>(thread);
+  auto held = std::make_unique<std::shared_ptr<Thread>>(thread);
   pthread_t handle;
-  if (pthread_create(&handle, nullptr, thread_main, held) != 0) {
-    delete held;
+  if (pthread_create(&handle, nullptr, thread_main, held.get()) != 0) {
     finish(thread.get(), B_NO_MEMORY);
     return B_NO_MEMORY;
   }
+  static_cast<void>(held.release()); // the thread owns it
   pthread_detach(handle);
   return B_OK;
 }
