@@ -15,7 +15,7 @@ constexpr size_t kReadAtOnce = size_t{64} << 10; // then it is the next sender's
 }
 
 PortConnection::PortConnection(UniqueFd socket, std::shared_ptr<PortSink> sink)
-    : fSender(std::make_shared<PortReturn>(std::move(socket))), fSink(std::move(sink)) {}
+    : fSender(std::make_shared<PortReturn>(std::move(socket))), fSink(std::move(sink)), fLastHeard(system_time()) {}
 
 PortConnection::~PortConnection() {
   fSender->Close();
@@ -26,7 +26,26 @@ short PortConnection::AwaitedEvents() const {
   return static_cast<short>(read | (fSender->HasUnsent() ? POLLOUT : 0));
 }
 
+template <typename Call>
+void PortConnection::Guard(Call call) {
+  try {
+    call();
+  } catch (const std::exception& error) {
+    log_error("a message from another program", error.what());
+    fOver = true;
+  }
+}
+
+size_t PortConnection::HeldBytes() const {
+  const size_t held = fReader.HeldBytes() + (fWaiting ? fWaiting->bytes.size() : 0);
+  return held <= kReadAtOnce ? 0 : held;
+}
+
 void PortConnection::Handle(short events) {
+  Guard([&] { HandleEvents(events); });
+}
+
+void PortConnection::HandleEvents(short events) {
   if (events & POLLOUT) fOver |= !fSender->Flush();
   if (events & POLLIN) Read();
   // A sender that has left no longer wants its waiting message delivered: it may have told its user so.
@@ -42,6 +61,7 @@ void PortConnection::Read() {
     fOver = true;
     return;
   }
+  fLastHeard = system_time();
   fReader.Feed({bytes.data(), static_cast<size_t>(count)});
   TakeFrames();
 }
@@ -61,19 +81,10 @@ void PortConnection::TakeFrames() {
 }
 
 bool PortConnection::Settle(PortFrame* frame, bigtime_t now) {
-  const status_t status = now <= frame->deadline ? Offer(frame) : status_t{B_TIMED_OUT};
+  const status_t status = now <= frame->deadline ? fSink->Offer(frame, fSender) : status_t{B_TIMED_OUT};
   if (status == B_WOULD_BLOCK && !(frame->flags & kFrameDontWait)) return false;
   Tell(status);
   return true;
-}
-
-status_t PortConnection::Offer(PortFrame* frame) {
-  try {
-    return fSink->Offer(frame, fSender);
-  } catch (const std::exception& error) {
-    log_error("a message from another program", error.what());
-    return B_NO_MEMORY;
-  }
 }
 
 void PortConnection::Tell(status_t status) {
@@ -84,9 +95,12 @@ void PortConnection::Tell(status_t status) {
 }
 
 void PortConnection::LookAgain(bigtime_t now) {
-  if (fOver || !fWaiting || !Settle(&*fWaiting, now)) return;
-  fWaiting.reset();
-  TakeFrames(); // a sender that did not wait for its status
+  if (fOver || !fWaiting) return;
+  Guard([&] {
+    if (!Settle(&*fWaiting, now)) return;
+    fWaiting.reset();
+    TakeFrames(); // a sender that did not wait for its status
+  });
 }
 
 bigtime_t PortConnection::Deadline() const {

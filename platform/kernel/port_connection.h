@@ -32,18 +32,27 @@ public:
   /** B_INFINITE_TIMEOUT when nothing waits. */
   bigtime_t Deadline() const;
   bool IsOver() const { return fOver; }
+  /** What it has begun to send, and what waits for room; a small amount, which every sender may have, counts as 0. */
+  size_t HeldBytes() const;
+  /** When something was last read from it. */
+  bigtime_t LastHeard() const { return fLastHeard; }
+  void CutOff() { fOver = true; }
 
 private:
+  void HandleEvents(short events);
+  /** Makes the call; an exception ends this connection alone. */
+  template <typename Call>
+  void Guard(Call call);
   void Read();
   void TakeFrames();
   /** False while the message waits. */
   bool Settle(PortFrame* frame, bigtime_t now);
-  status_t Offer(PortFrame* frame);
   void Tell(status_t status);
 
   std::shared_ptr<PortReturn> fSender;
   std::shared_ptr<PortSink> fSink;
   PortFrameReader fReader;
   std::optional<PortFrame> fWaiting;
+  bigtime_t fLastHeard;
   bool fOver = false;
 };

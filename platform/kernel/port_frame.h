@@ -9,6 +9,10 @@
 /** No message through a port is larger; who sends one hears B_MESSAGE_TOO_LARGE. */
 inline constexpr size_t kMaxPortMessage = size_t{16} << 20;
 
+/** What all senders to one process have sent of frames that are not whole yet or wait for room; a few large messages at
+    once. When there is more, the sender that has been silent longest is cut off. */
+inline constexpr size_t kMaxUnfinished = 4 * kMaxPortMessage;
+
 enum : uint32 {
   kFrameDontWait = 1,    // to a port: B_WOULD_BLOCK rather than wait for room
   kFrameWantsAnswer = 2, // to a port: the sender listens for an answer after the status
@@ -38,6 +42,7 @@ public:
   bool Next(PortFrame* frame);
   /** True when what came is no frame, or too large a one: nothing more is read. */
   bool IsBroken() const { return fBroken; }
+  size_t HeldBytes() const { return fBytes.size() - fTaken; }
 
 private:
   std::vector<char> fBytes;

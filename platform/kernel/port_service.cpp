@@ -2,12 +2,14 @@
 
 #include "platform/kernel/port_folder.h"
 #include "platform/kernel/threads.h"
+#include "platform/support/log.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <exception>
 #include <list>
 #include <map>
 #include <mutex>
@@ -19,7 +21,7 @@ namespace port_service {
 namespace {
 
 constexpr size_t kMaxConnections = 256; // a port; whoever comes then waits in the system's queue
-constexpr bigtime_t kAcceptPauseUs = 100000;
+constexpr bigtime_t kPauseUs = 100000;
 
 /** Wakes the service. */
 class Bell {
@@ -59,9 +61,21 @@ public:
       connection.LookAgain(now);
       ++polled;
     }
-    fConnections.remove_if([](const PortConnection& connection) { return connection.IsOver(); });
+    DropEnded();
     if (knocked) Accept(now);
     return polled;
+  }
+
+  /** Adds up what the senders hold, and finds the one of those that has been silent longest. */
+  void Survey(size_t* held, PortConnection** quietest) {
+    for (PortConnection& connection : fConnections) {
+      if (connection.IsOver() || connection.HeldBytes() == 0) continue;
+      *held += connection.HeldBytes();
+      if (*quietest == nullptr || connection.LastHeard() < (*quietest)->LastHeard()) *quietest = &connection;
+    }
+  }
+  void DropEnded() {
+    fConnections.remove_if([](const PortConnection& connection) { return connection.IsOver(); });
   }
 
   bigtime_t Deadline() const {
@@ -74,7 +88,7 @@ private:
   void Accept(bigtime_t now) {
     UniqueFd socket(accept4(fListener.Get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
     // Without descriptors to spare the knocking would go on without end: others wait a moment.
-    fAcceptAfter = socket || errno == EAGAIN ? 0 : now + kAcceptPauseUs;
+    fAcceptAfter = socket || errno == EAGAIN ? 0 : now + kPauseUs;
     if (socket && port_folder::is_same_user(socket.Get())) fConnections.emplace_back(std::move(socket), fSink);
   }
 
@@ -134,9 +148,31 @@ void serve_once(const Ports& ports) {
   for (const auto& [name, port] : ports) polled = port->Handle(polled, now);
 }
 
+/** Keeps what senders have begun and not finished within bounds. */
+void cut_off_silent(const Ports& ports) {
+  for (;;) {
+    size_t held = 0;
+    PortConnection* quietest = nullptr;
+    for (const auto& [name, port] : ports) port->Survey(&held, &quietest);
+    if (held <= kMaxUnfinished) return;
+    static LimitedLog log;
+    log.Error("ports", "cut off the sender of an unfinished message: there are too many of them");
+    quietest->CutOff();
+    for (const auto& [name, port] : ports) port->DropEnded();
+  }
+}
+
 int32 serve(void*) {
   Ports ports;
-  while (take_changes(&ports)) serve_once(ports);
+  while (take_changes(&ports)) {
+    try {
+      serve_once(ports);
+      cut_off_silent(ports);
+    } catch (const std::exception& error) {
+      log_error("ports", error.what());
+      snooze(kPauseUs); // what has failed would fail again at once
+    }
+  }
   return 0;
 }
 
