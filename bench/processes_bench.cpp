@@ -75,7 +75,7 @@ DBusHandlerResult receive_from_bus(DBusConnection* connection, DBusMessage* mess
 int receive(const char* address) {
   auto* const receiver = new Receiver;
   receiver->Run();
-  be_roster->AddName(kSignature, BMessenger(receiver));
+  be_roster->AddName(kSignature, BMessenger(receiver), {'note', 'ask?'});
   DBusConnection* const bus = connect_to_bus(address);
   dbus_int32_t notices = 0;
   dbus_connection_add_filter(bus, receive_from_bus, &notices, nullptr);

@@ -31,7 +31,7 @@ class ToAnswerer : public PortSink {
 public:
   explicit ToAnswerer(BMessenger target) : fTarget(target) {}
   status_t Offer(PortFrame* frame, const std::shared_ptr<PortReturn>& sender) override {
-    return RemoteMail::Deliver(*frame, sender, fTarget);
+    return RemoteMail::Deliver(*frame, sender, {fTarget, {'_ipc', 'ask?', B_COUNT_PROPERTIES}});
   }
 
 private:

@@ -11,8 +11,10 @@ add_library(vesmo_platform SHARED
   ${CMAKE_CURRENT_LIST_DIR}/app/messenger.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/nonblocking_thread.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/node_monitor.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/outbox.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/remote_letter.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/remote_mail.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/return_addresses.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/roster.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/signatures.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/token_registry.cpp

@@ -13,6 +13,10 @@ namespace {
 
 constexpr const char* kEditorSignature = "application/x-vnd.KOREVA-VesmoEditor";
 constexpr const char* kSilent = "No sound device: playing silently";
+/** What other programs may send; docs/protocol.md says what it means. */
+const std::vector<uint32> kOffered = {kMsgHandshake,   kMsgWishSeek,      kMsgWishSeekBy, kMsgWishPlayPause,
+                                      kMsgWishSpeedBy, kMsgWishMarks,     kMsgHandedOver, B_COUNT_PROPERTIES,
+                                      B_GET_PROPERTY,  B_EXECUTE_PROPERTY};
 constexpr int64 kFirstSearch = 1; // for the songs of the command line
 constexpr bigtime_t kTickUs = 100000;
 /** The windows come up first: loading the audio library would hold them up for longer than all they need themselves. */
@@ -23,7 +27,7 @@ constexpr bigtime_t kOtherPluginsDelayUs = 500000;
 } // namespace
 
 TSonivoApp::TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource)
-    : BApplication(kSignature), fCommandLine(std::move(commandLine)),
+    : BApplication(kSignature, kOffered), fCommandLine(std::move(commandLine)),
       fSearch([player = BMessenger(this)] { ask(player, kMsgSongsFound); }), fSource(makeSource(this)),
       fBus(BMessenger(this), [this] { return fSource->PositionMs(); }), fNowPlaying(fSource.get()),
       fHost(new TFrontEndHost(&fNowPlaying)) {

@@ -14,7 +14,9 @@ constexpr bigtime_t kHandshakeUs = 20000;
 } // namespace
 
 SNFE_Receiver::SNFE_Receiver()
-    : BLooper("Sonivo FrontEnd Mailbox", kPriority, kCapacity), fLock(create_sem(1, "FrontEnd Mailbox")) {}
+    : BLooper("Sonivo FrontEnd Mailbox", kPriority, kCapacity), fLock(create_sem(1, "FrontEnd Mailbox")) {
+  SetAnswerCodes({kMsgHostHandshake, kMsgHostInformation});
+}
 
 SNFE_Receiver::~SNFE_Receiver() {
   delete_sem(fLock);

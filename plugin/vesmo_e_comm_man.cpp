@@ -27,7 +27,7 @@ constexpr size_t kMostFilesKept = 16;
 
 TVesmoECommMan::TVesmoECommMan()
     : TFamilyCommMan("VesmoE Communication Manager", "VesmoD Communication Manager", vesmo_editor_fname()) {
-  be_roster->AddName(gAppSignature, BMessenger(this));
+  be_roster->AddName(gAppSignature, BMessenger(this), {kMsgIAPChanged, B_REFS_RECEIVED, B_ABOUT_REQUESTED});
 }
 
 void TVesmoECommMan::Quit() {
@@ -238,7 +238,8 @@ void TVesmoECommMan::IAPChanged(const BMessage& message) {
 void TVesmoECommMan::MainWindowClosed(const BMessage& message) {
   BMessenger window;
   // A late notice of an earlier window says nothing of the present one, not even of one at the same place in memory.
-  if (message.FindMessenger("window", &window) == B_OK && window != fMainAddress) return;
+  const bool isNamed = message.FindMessenger("window", &window) == B_OK;
+  if (isNamed ? window != fMainAddress : fMainAddress.IsValid()) return; // without a name, only one that has gone
   fMainWindow = nullptr;
   CloseFineTimeTagWindowRqtd(); // what it would shift is gone
   int32 taken = fFilesSent;

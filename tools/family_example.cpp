@@ -61,7 +61,8 @@ private:
 
 class Example : public BApplication {
 public:
-  explicit Example(bool prints, bool opens) : BApplication(kSignature), fPrints(prints), fOpens(opens) {
+  explicit Example(bool prints, bool opens)
+      : BApplication(kSignature, {kMsgIAPNotice}), fPrints(prints), fOpens(opens) {
     gIAP = &fPrefs;
     fPrefs.SetAppSignatureRef(kSignature);
     fPrefs.AddItem(new TIAPItemAccKeyFormat);

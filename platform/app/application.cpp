@@ -6,8 +6,10 @@
 
 BApplication* be_app = nullptr;
 
-BApplication::BApplication(const char* signature) : BLooper(signature), fSignature(signature) {
-  if (add_signature(fSignature, BMessenger(this)) != B_OK) log_error(fSignature, "a second program of this signature");
+BApplication::BApplication(const char* signature, const std::vector<uint32>& offered)
+    : BLooper(signature), fSignature(signature) {
+  if (add_signature(fSignature, {BMessenger(this), offered}) != B_OK)
+    log_error(fSignature, "a second program of this signature");
   be_app = this;
 }
 
@@ -31,6 +33,13 @@ std::vector<BMessenger> BApplication::WindowAddresses() const {
 BMessenger BApplication::LooperOn(thread_id thread) const {
   for (const auto& core : token_registry::all_loopers()) {
     if (core->thread == thread) return AddressOf(*core);
+  }
+  return {};
+}
+
+BMessenger BApplication::LooperAt(const void* pointer) const {
+  for (const auto& core : token_registry::all_loopers()) {
+    if (core->looper == pointer) return AddressOf(*core);
   }
   return {};
 }

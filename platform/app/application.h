@@ -10,7 +10,8 @@
     found, ended after them. `Run` starts a thread of its own: the process's first thread belongs to the display. */
 class BApplication : public BLooper {
 public:
-  explicit BApplication(const char* signature);
+  /** `offered`: the codes that other processes may send to the signature; see BRoster::AddName. */
+  explicit BApplication(const char* signature, const std::vector<uint32>& offered = {});
   ~BApplication() override;
 
   const std::string& Signature() const { return fSignature; }
@@ -21,6 +22,9 @@ public:
   std::vector<BMessenger> WindowAddresses() const;
   /** The looper that runs on this thread; invalid when there is none. Any thread. */
   BMessenger LooperOn(thread_id thread) const;
+  /** The living looper at this place in memory, which is compared and not followed; invalid when there is none. Any
+      thread. */
+  BMessenger LooperAt(const void* pointer) const;
 
 private:
   std::string fSignature;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 BLooper::BLooper(const char* name, int32 priority, int32 portCapacity)
     : BHandler(name), fCore(std::make_shared<Core>(this)) {
@@ -105,20 +106,22 @@ bool BLooper::RemoveCommonFilter(BMessageFilter* filter) {
 thread_id BLooper::Run() {
   if (fCore->thread != 0) return fCore->thread;
   // The thread keeps the core alive by a reference of its own.
-  auto* const held = new std::shared_ptr<Core>(fCore);
-  const thread_id thread = spawn_thread(&BLooper::LoopEntry, Name(), fCore->priority, held);
-  if (thread < 0) {
-    delete held;
-    return thread;
+  auto held = std::make_unique<std::shared_ptr<Core>>(fCore);
+  const std::shared_ptr<Core> core = fCore;
+  const thread_id thread = spawn_thread(&BLooper::LoopEntry, Name(), core->priority, held.get());
+  if (thread < 0) return thread;
+  core->thread = thread;
+  if (const status_t status = resume_thread(thread); status != B_OK) {
+    core->thread = 0; // as if it had never run: Quit deletes it
+    return status;
   }
-  fCore->thread = thread;
-  resume_thread(thread);
+  static_cast<void>(held.release()); // the thread owns it
   return thread;
 }
 
-int32 BLooper::LoopEntry(void* held) {
-  const std::shared_ptr<Core> core = *static_cast<std::shared_ptr<Core>*>(held);
-  delete static_cast<std::shared_ptr<Core>*>(held);
+int32 BLooper::LoopEntry(void* argument) {
+  const std::unique_ptr<std::shared_ptr<Core>> held(static_cast<std::shared_ptr<Core>*>(argument));
+  const std::shared_ptr<Core> core = *held;
   BMessage message;
   while (core->Next(&message, true)) {
     if (core->Lock(B_INFINITE_TIMEOUT) != B_OK) break;
@@ -249,6 +252,11 @@ int32 BLooper::DeliverAll() {
 int32 BLooper::CountMessages() const {
   const std::lock_guard lock(fCore->queueMutex);
   return static_cast<int32>(fCore->queue.size());
+}
+
+void BLooper::SetAnswerCodes(std::vector<uint32> codes) {
+  const std::lock_guard lock(fCore->queueMutex);
+  fCore->answerCodes = std::move(codes);
 }
 
 void BLooper::SetWindow(BWindow* window) {

@@ -5,6 +5,7 @@
 #include "platform/kernel/threads.h"
 
 #include <memory>
+#include <vector>
 
 class BMessageFilter;
 
@@ -43,7 +44,8 @@ public:
   void AddCommonFilter(BMessageFilter* filter);
   bool RemoveCommonFilter(BMessageFilter* filter);
 
-  /** Starts the thread; returns its id. */
+  /** Starts the thread and returns its id; a negative status when there is no thread to be had: then the looper is as
+     if it had never run. */
   virtual thread_id Run();
   /** Ends the loop and deletes the looper. The caller holds the lock.
       On the looper's own thread it returns, and the looper goes once the handler that called it has returned;
@@ -67,13 +69,17 @@ public:
   int32 DeliverAll();
   int32 CountMessages() const;
 
+  /** The codes that this looper takes as answers from another process that it has asked, instead of B_REPLY and
+      B_MESSAGE_NOT_UNDERSTOOD; any other code that comes back is refused. Any thread. */
+  void SetAnswerCodes(std::vector<uint32> codes);
+
   /** The queue and the lock, known to the messaging alone. */
   struct Core;
 
 protected:
   /** A window says so when it can be used, and takes it back (null) when its end begins. */
   void SetWindow(class BWindow* window);
-  static class BMessenger AddressOf(const Core& core);
+  static BMessenger AddressOf(const Core& core);
 
 private:
   friend class BHandler;

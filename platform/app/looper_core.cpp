@@ -59,6 +59,11 @@ bool BLooper::Core::HasRoom() {
   return !othersWait;
 }
 
+bool BLooper::Core::TakesAnswer(uint32 code) {
+  const std::lock_guard lock(queueMutex);
+  return std::ranges::find(answerCodes, code) != answerCodes.end();
+}
+
 status_t BLooper::Core::Offer(BMessage* message) {
   {
     const std::lock_guard lock(queueMutex);

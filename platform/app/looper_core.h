@@ -32,6 +32,8 @@ struct BLooper::Core {
   int32 waiters = 0;       // threads that wait for room
   /** Handler and code of the messages of which the queue holds one at most. */
   std::set<std::pair<uint64, uint32>> coalesced;
+  /** Guarded by queueMutex, too. */
+  std::vector<uint32> answerCodes{B_REPLY, B_MESSAGE_NOT_UNDERSTOOD};
 
   // The lock of the looper: recursive, by thread.
   std::mutex lockMutex;
@@ -64,6 +66,7 @@ struct BLooper::Core {
       is no room, the ports' thread is told when it may try again. */
   status_t Offer(BMessage* message);
   bool HasRoom();
+  bool TakesAnswer(uint32 code);
   /** Waits for a message; false when the loop is to end. */
   bool Next(BMessage* message, bool wait);
   void Close();

@@ -7,12 +7,20 @@
 #include <utility>
 
 bool ReplySlot::Put(const BMessage& answer) {
+  BMessage copy(answer); // before anything changes: this may fail
   const std::lock_guard lock(fMutex);
   if (fDone) return false;
   fDone = true;
-  fAnswer = answer;
+  fAnswer = std::move(copy);
   fArrived.notify_all();
   return true;
+}
+
+void ReplySlot::Drop() noexcept {
+  const std::lock_guard lock(fMutex);
+  if (fDone) return;
+  fDone = fDropped = true;
+  fArrived.notify_all();
 }
 
 std::optional<BMessage> ReplySlot::Take(bigtime_t timeout) {
@@ -23,11 +31,12 @@ std::optional<BMessage> ReplySlot::Take(bigtime_t timeout) {
   } else {
     fArrived.wait_for(lock, std::chrono::microseconds(timeout), arrived);
   }
+  if (std::exchange(fDropped, false)) return BMessage(B_NO_REPLY_CODE);
   return std::exchange(fAnswer, std::nullopt);
 }
 
 BMessage::Envelope::~Envelope() {
-  if (asker) asker->Put(BMessage(B_NO_REPLY_CODE));
+  if (asker) asker->Drop();
 }
 
 BMessenger BMessage::ReturnAddress() const {
@@ -62,8 +71,9 @@ status_t BMessage::SendReply(uint32 code) const {
 status_t BMessage::SendReply(const BMessage* reply) const {
   if (!fEnvelope) return B_NO_REPLY;
   if (fEnvelope->asker) return fEnvelope->asker->Put(*reply) ? B_OK : B_BAD_PORT_ID;
-  if (fEnvelope->remoteReplyTo.port.empty() && fEnvelope->replyTo == BMessenger()) return B_NO_REPLY;
-  return ReturnAddress().SendMessage(reply, BMessenger(), 0);
+  if (!fEnvelope->remoteReplyTo.port.empty()) return RemoteMail::Reply(fEnvelope->remoteReplyTo, *reply);
+  if (fEnvelope->replyTo == BMessenger()) return B_NO_REPLY;
+  return fEnvelope->replyTo.SendLater(*reply, 0);
 }
 
 void BMessage::Address(uint64 handlerToken, const BMessenger& replyTo, std::shared_ptr<ReplyReceiver> asker,

@@ -2,23 +2,25 @@
 
 #include "platform/app/looper_core.h"
 #include "platform/app/message.h"
+#include "platform/support/log.h"
 
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
-#include <map>
+#include <exception>
 #include <mutex>
 #include <thread>
 
 using Clock = std::chrono::steady_clock;
 
-/** One runner's schedule; every field but the pending flag is guarded by the timer's mutex. */
+/** One runner's schedule. Target and message never change; all else is guarded by the timer's mutex. */
 struct BMessageRunner::Beat {
   BMessenger target;
   BMessage message;
   std::chrono::microseconds interval{};
   int32 left = -1;
   Clock::time_point next;
+  bool isBeingSent = false;
   /** Set while the target's queue holds a beat: the flag's other owner travels in the message. */
   std::weak_ptr<void> pending;
 };
@@ -51,9 +53,11 @@ public:
     fChanged.notify_all();
   }
 
+  /** Nothing is sent once this has returned: a message that is just being posted is waited for. */
   void Remove(const Beat& beat) {
-    const std::lock_guard lock(fMutex);
+    std::unique_lock lock(fMutex);
     std::erase(fBeats, beat);
+    fSent.wait(lock, [&] { return !beat->isBeingSent; });
   }
 
   template <typename Change>
@@ -68,9 +72,10 @@ private:
   Timer() { std::thread(&Timer::Loop, this).detach(); }
 
   [[noreturn]] void Loop() {
-    std::unique_lock lock(fMutex);
+    std::unique_lock lock(fMutex); // released while a beat is posted
     for (;;) {
-      SendDue();
+      while (SendDue(&lock)) {
+      }
       const auto soonest = std::min_element(fBeats.begin(), fBeats.end(),
                                             [](const Beat& a, const Beat& b) { return a->next < b->next; });
       if (soonest == fBeats.end()) {
@@ -82,23 +87,38 @@ private:
     }
   }
 
-  // Posts with the mutex held, so that a runner's destructor can promise that nothing comes after it. Posting never
-  // waits here and calls nobody.
-  void SendDue() {
+  /** Posts one beat that is due, with the mutex released meanwhile; posting never waits and calls nobody. False when
+      none is due. */
+  bool SendDue(std::unique_lock<std::mutex>* lock) {
     const Clock::time_point now = Clock::now();
-    for (const Beat& beat : fBeats) {
-      if (beat->next > now) continue;
-      beat->next = std::max(beat->next + beat->interval, now);
-      if (beat->left == 0 || !beat->pending.expired()) continue;
-      if (beat->left > 0) --beat->left;
+    const auto due = std::ranges::find_if(fBeats, [now](const Beat& beat) { return beat->next <= now; });
+    if (due == fBeats.end()) return false;
+    const Beat beat = *due;
+    beat->next = std::max(beat->next + beat->interval, now);
+    if (beat->left == 0 || !beat->pending.expired()) return true;
+    if (beat->left > 0) --beat->left;
+    beat->isBeingSent = true;
+    lock->unlock();
+    Post(beat.get());
+    lock->lock();
+    beat->isBeingSent = false;
+    fSent.notify_all();
+    return true;
+  }
+
+  static void Post(BMessageRunner::Beat* beat) {
+    try {
       const auto mark = std::make_shared<char>();
       beat->pending = mark;
       beat->target.SendMarked(beat->message, mark);
+    } catch (const std::exception& error) {
+      log_error("message runner", error.what());
     }
   }
 
   std::mutex fMutex;
   std::condition_variable fChanged;
+  std::condition_variable fSent;
   std::vector<Beat> fBeats;
 };
 

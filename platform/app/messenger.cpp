@@ -7,6 +7,7 @@
 #include "platform/app/signatures.h"
 
 #include <algorithm>
+#include <utility>
 
 BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t* result) {
   const BLooper* target = looper ? looper : (handler ? handler->Looper() : nullptr);
@@ -112,8 +113,13 @@ status_t BMessenger::SendCoalesced(const BMessage& notice) const {
   return core->PostCoalesced(std::move(copy));
 }
 
+status_t BMessenger::SendLater(const BMessage& message, bigtime_t timeout) const {
+  return fPort != 0 ? RemoteMail::SendLater(*this, message, timeout, nullptr)
+                    : SendMessage(&message, BMessenger(), timeout);
+}
+
 status_t BMessenger::SendMarked(const BMessage& message, std::shared_ptr<void> mark) const {
-  if (fPort != 0) return SendMessage(&message, BMessenger(), 0); // no mark leaves the process
+  if (fPort != 0) return RemoteMail::SendLater(*this, message, 0, std::move(mark));
   const auto core = token_registry::find_looper(LocalToken());
   if (!core) return B_BAD_PORT_ID;
   BMessage copy(message);

@@ -56,6 +56,9 @@ public:
       both. Never waits, and a full queue takes it all the same. */
   status_t SendCoalesced(uint32 code) const;
   status_t SendCoalesced(const BMessage& notice) const;
+  /** As SendMessage to a looper of this process. To another process it is sent in the background, where up to `timeout`
+      is waited for room: the caller never waits, and B_OK says that it is on its way. */
+  status_t SendLater(const BMessage& message, bigtime_t timeout) const;
   /** Posts without waiting for room; `mark` lives as long as the delivery does. For runners, which leave a beat out
       while the last one is still queued. */
   status_t SendMarked(const BMessage& message, std::shared_ptr<void> mark) const;

@@ -2,10 +2,13 @@
 
 #include "platform/app/looper_core.h"
 #include "platform/app/message_body.h"
+#include "platform/app/outbox.h"
+#include "platform/app/return_addresses.h"
 #include "platform/app/signatures.h"
 #include "platform/kernel/port_folder.h"
 #include "platform/kernel/port_service.h"
 #include "platform/kernel/remote_port.h"
+#include "platform/support/log.h"
 
 #include <unistd.h>
 
@@ -24,8 +27,20 @@ public:
     frame.flags = kFrameIsAnswer;
     frame.bytes = answer.Flatten();
     const bool fits = frame.bytes.size() <= kMaxPortMessage;
-    if (!fits) frame.bytes = BMessage(B_NO_REPLY_CODE).Flatten();
+    if (!fits) frame.bytes.clear();
     return fWay->Send(frame) && fits;
+  }
+
+  /** An answer without bytes. When it cannot be sent the connection ends, which releases the asker as well. */
+  void Drop() noexcept override {
+    if (fDone.exchange(true)) return;
+    try {
+      PortFrame frame;
+      frame.flags = kFrameIsAnswer;
+      fWay->Send(frame);
+    } catch (...) {
+      fWay->Break();
+    }
   }
 
 private:
@@ -55,12 +70,12 @@ private:
   const std::unique_ptr<RemoteQuestion> fQuestion;
 };
 
-/** Takes in what others send to the bearer of a signature; without one, to the loopers that they know already. */
+/** Takes in what others send to the bearer of a signature; without one, only answers to loopers that have asked. */
 class LetterBox : public PortSink {
 public:
   explicit LetterBox(std::string signature) : fSignature(std::move(signature)) {}
   status_t Offer(PortFrame* frame, const std::shared_ptr<PortReturn>& sender) override {
-    return RemoteMail::Deliver(*frame, sender, find_signature(fSignature));
+    return RemoteMail::Deliver(*frame, sender, find_offer(fSignature));
   }
 
 private:
@@ -156,11 +171,14 @@ bool RemoteMail::IsThere(const BMessenger& target) {
 
 status_t RemoteMail::ReturnAddress(const BMessenger& replyTo, RemoteAddress* address) {
   if (replyTo == BMessenger()) return B_OK;
-  *address = {own_port().Name(), replyTo.fLooperToken, replyTo.fHandlerToken};
-  if (replyTo.fPort == 0) return own_port().InitCheck();
+  if (replyTo.fPort == 0) {
+    *address = {own_port().Name(), return_addresses::number_of(replyTo), 0};
+    return own_port().InitCheck();
+  }
   const auto port = remote_ports::get(replyTo.fPort);
-  if (port) address->port = port->Name();
-  return port ? B_OK : B_BAD_PORT_ID;
+  if (!port) return B_BAD_PORT_ID;
+  *address = {port->Name(), replyTo.fLooperToken, replyTo.fHandlerToken};
+  return B_OK;
 }
 
 status_t RemoteMail::Send(const BMessenger& target, const BMessage& message, const BMessenger& replyTo,
@@ -183,21 +201,52 @@ status_t RemoteMail::Ask(const BMessenger& target, const BMessage& message, bigt
   return status;
 }
 
+status_t RemoteMail::SendLater(const BMessenger& target, const BMessage& message, bigtime_t timeout,
+                               std::shared_ptr<void> mark) {
+  const auto port = remote_ports::get(target.fPort);
+  if (!port) return B_BAD_PORT_ID;
+  const LetterHead head{target.fLooperToken, target.fHandlerToken, {}};
+  const auto letter = std::make_shared<std::vector<char>>(letter_bytes(head, message));
+  return outbox::post(port->Name(), [port, letter, timeout, held = std::move(mark)] {
+    return port->Send(kLetterCode, *letter, timeout);
+  });
+}
+
+status_t RemoteMail::Reply(const RemoteAddress& address, const BMessage& message) {
+  // The port is looked for in the background, too: that also may wait for the other process.
+  return outbox::post(address.port, [address, message] { return Send(Find(address), message, BMessenger(), 0); });
+}
+
+status_t RemoteMail::Refuse(uint32 code, const PortFrame& frame, const std::shared_ptr<PortReturn>& sender,
+                            const RemoteAddress& replyTo) {
+  static LimitedLog log;
+  std::string name;
+  for (int shift = 24; shift >= 0; shift -= 8) {
+    const char c = static_cast<char>(code >> shift & 0xff);
+    name += c >= ' ' && c <= '~' ? c : '?';
+  }
+  log.Error("refused from another program", "message '" + name + "', which is not offered");
+  BMessage answer(B_MESSAGE_NOT_UNDERSTOOD);
+  answer.AddInt32("error", B_PERMISSION_DENIED);
+  answer.AddString("message", "This is not offered to other programs");
+  if (frame.flags & kFrameWantsAnswer) return RemoteReceiver(sender).Put(answer) ? B_OK : B_BAD_PORT_ID;
+  return replyTo.port.empty() ? B_PERMISSION_DENIED : Reply(replyTo, answer);
+}
+
 status_t RemoteMail::Deliver(const PortFrame& frame, const std::shared_ptr<PortReturn>& sender,
-                             const BMessenger& bearer) {
+                             const LetterOffer& offer) {
   LetterHead head;
   std::span<const char> body;
   if (frame.code != kLetterCode || !read_letter_head(frame.bytes, &head, &body)) return B_BAD_VALUE;
-  BMessenger target = bearer;
-  if (head.looperToken != 0) {
-    target.fLooperToken = head.looperToken;
-    target.fHandlerToken = head.handlerToken;
-  }
+  const bool isAnswer = head.looperToken != 0;
+  const BMessenger target = isAnswer ? return_addresses::find(head.looperToken) : offer.target;
   const auto looper = token_registry::find_looper(target.fLooperToken);
   if (!looper) return B_BAD_PORT_ID;
   if (!looper->HasRoom()) return B_WOULD_BLOCK; // before a message is read that nobody takes yet
   BMessage message;
   if (message.Unflatten(body.data(), body.size()) != B_OK) return B_BAD_VALUE;
+  const bool isTaken = isAnswer ? looper->TakesAnswer(message.what) : offer.Takes(message.what);
+  if (!isTaken) return Refuse(message.what, frame, sender, head.replyTo);
   auto asker = frame.flags & kFrameWantsAnswer ? std::make_shared<RemoteReceiver>(sender) : nullptr;
   auto envelope = std::make_shared<BMessage::Envelope>();
   envelope->handlerToken = target.fHandlerToken;

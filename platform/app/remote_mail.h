@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/app/messenger.h"
+#include "platform/app/letter_offer.h"
 #include "platform/app/remote_letter.h"
 #include "platform/kernel/port_connection.h"
 
@@ -10,7 +10,9 @@
 class AnswerSource;
 
 /** Messages to and from loopers of other processes, through the port of a signature ("app:" and the signature) or of a
-    process that waits for answers ("re:" and its number). Any thread, but for `Deliver`. */
+    process that waits for answers ("re:" and its number). All that comes from outside passes `Deliver`, which lets
+    through what the signature offers and answers to loopers that have asked, and refuses the rest. Any thread, but for
+    `Deliver`. */
 class RemoteMail {
 public:
   /** Lets other processes reach the bearer of the signature; of several processes the first has the name. */
@@ -27,9 +29,18 @@ public:
   static status_t Ask(const BMessenger& target, const BMessage& message, bigtime_t timeout,
                       std::shared_ptr<AnswerSource>* answer);
 
-  /** Hands what came through a port to its looper: `bearer`, unless it names another. On the ports' thread. */
-  static status_t Deliver(const PortFrame& frame, const std::shared_ptr<PortReturn>& sender, const BMessenger& bearer);
+  /** Both never wait: sent in the background, see outbox.h. `mark` lives until it is sent or dropped. */
+  static status_t SendLater(const BMessenger& target, const BMessage& message, bigtime_t timeout,
+                            std::shared_ptr<void> mark);
+  static status_t Reply(const RemoteAddress& address, const BMessage& message);
+
+  /** Hands what came through a port to its looper: that of the offer, unless it is an answer to another one. What is
+      not taken is answered with B_MESSAGE_NOT_UNDERSTOOD; to a sender that waits for no answer the status is
+      B_PERMISSION_DENIED. On the ports' thread. */
+  static status_t Deliver(const PortFrame& frame, const std::shared_ptr<PortReturn>& sender, const LetterOffer& offer);
 
 private:
+  static status_t Refuse(uint32 code, const PortFrame& frame, const std::shared_ptr<PortReturn>& sender,
+                         const RemoteAddress& replyTo);
   static status_t ReturnAddress(const BMessenger& replyTo, RemoteAddress* address);
 };

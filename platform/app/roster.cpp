@@ -64,8 +64,8 @@ status_t BRoster::Launch(const entry_ref* ref) const {
   return start("xdg-open", ref->FullPath());
 }
 
-status_t BRoster::AddName(const char* signature, const BMessenger& target) const {
-  return add_signature(signature, target);
+status_t BRoster::AddName(const char* signature, const BMessenger& target, const std::vector<uint32>& offered) const {
+  return add_signature(signature, {target, offered});
 }
 status_t BRoster::RemoveName(const char* signature) const {
   return remove_signature(signature);

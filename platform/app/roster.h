@@ -19,8 +19,9 @@ public:
   /** Opens a document with the desktop's preferred program for its type. */
   status_t Launch(const entry_ref* ref) const;
 
-  /** One more name for this process: messages to `signature` reach `target` until the name is dropped. */
-  status_t AddName(const char* signature, const BMessenger& target) const;
+  /** One more name for this process: messages to `signature` reach `target` until the name is dropped. From other
+      processes only those with the offered codes do; to all others the answer is B_MESSAGE_NOT_UNDERSTOOD. */
+  status_t AddName(const char* signature, const BMessenger& target, const std::vector<uint32>& offered = {}) const;
   status_t RemoveName(const char* signature) const;
 };
 

@@ -9,7 +9,7 @@ namespace {
 
 struct Table {
   std::mutex mutex;
-  std::map<std::string, BMessenger> targets;
+  std::map<std::string, LetterOffer> offers;
 };
 
 Table& table() {
@@ -19,12 +19,12 @@ Table& table() {
 
 } // namespace
 
-status_t add_signature(const std::string& signature, const BMessenger& target) {
+status_t add_signature(const std::string& signature, const LetterOffer& offer) {
   {
     const std::lock_guard lock(table().mutex);
-    BMessenger& bearer = table().targets[signature];
-    if (bearer.IsValid()) return B_NAME_IN_USE;
-    bearer = target;
+    LetterOffer& current = table().offers[signature];
+    if (current.target.IsValid()) return B_NAME_IN_USE;
+    current = offer;
   }
   RemoteMail::Publish(signature);
   return B_OK;
@@ -33,21 +33,25 @@ status_t add_signature(const std::string& signature, const BMessenger& target) {
 status_t remove_signature(const std::string& signature) {
   {
     const std::lock_guard lock(table().mutex);
-    if (table().targets.erase(signature) == 0) return B_NAME_NOT_FOUND;
+    if (table().offers.erase(signature) == 0) return B_NAME_NOT_FOUND;
   }
   RemoteMail::Withdraw(signature);
   return B_OK;
 }
 
 BMessenger find_signature(const std::string& signature) {
+  return find_offer(signature).target;
+}
+
+LetterOffer find_offer(const std::string& signature) {
   const std::lock_guard lock(table().mutex);
-  const auto found = table().targets.find(signature);
-  return found != table().targets.end() && found->second.IsValid() ? found->second : BMessenger();
+  const auto found = table().offers.find(signature);
+  return found != table().offers.end() && found->second.target.IsValid() ? found->second : LetterOffer();
 }
 
 std::vector<std::string> known_signatures() {
   const std::lock_guard lock(table().mutex);
   std::vector<std::string> known;
-  for (const auto& [signature, bearer] : table().targets) known.push_back(signature);
+  for (const auto& [signature, offer] : table().offers) known.push_back(signature);
   return known;
 }

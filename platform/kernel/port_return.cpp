@@ -54,3 +54,8 @@ void PortReturn::Close() {
   fUnsent = {};
   const UniqueFd ended = std::move(fSocket);
 }
+
+void PortReturn::Break() noexcept {
+  const std::lock_guard lock(fMutex);
+  if (fSocket) shutdown(fSocket.Get(), SHUT_RDWR);
+}

@@ -18,6 +18,8 @@ public:
   bool Flush();
   bool HasUnsent();
   void Close();
+  /** The sender sees the connection end; the service closes it then. */
+  void Break() noexcept;
   /** On the service's thread, before `Close`. */
   int Socket() const { return fSocket.Get(); }
 
