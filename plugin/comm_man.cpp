@@ -7,6 +7,8 @@
 namespace {
 constexpr int32 kPriority = 10;
 constexpr int32 kCapacity = 100;
+/** A wait for the partner has no end, but is taken in slices, so that it can be told to give up. */
+constexpr bigtime_t kSliceUs = 50000;
 } // namespace
 
 TCommMan::TCommMan(const char* name, const char* partnerName)
@@ -16,7 +18,7 @@ thread_id TCommMan::Run() {
   // Locked, so that a partner that answers at once is heard only when this side has done looking.
   Lock();
   const thread_id thread = BLooper::Run();
-  Connect();
+  if (thread >= 0) Connect();
   Unlock();
   return thread;
 }
@@ -29,7 +31,8 @@ status_t TCommMan::Connect() {
   fPartnerName.clear();
   fPartner = std::make_unique<BMessenger>(partner);
   BMessage greeting(kMsgPartnerConnects);
-  greeting.AddPointer("CSCommMan", this);
+  greeting.AddPointer("CSCommMan", static_cast<BLooper*>(this));
+  greeting.AddMessenger("CSMessenger", BMessenger(this));
   SendMessage(&greeting);
   return B_OK;
 }
@@ -40,19 +43,36 @@ void TCommMan::MessageReceived(BMessage* message) {
 }
 
 void TCommMan::CommManConnected(const BMessage& message) {
-  void* sender = nullptr;
-  if (fPartner || message.IsSourceRemote() || message.FindPointer("CSCommMan", &sender) != B_OK || sender == nullptr) {
-    return;
-  }
-  fPartner = std::make_unique<BMessenger>(static_cast<BLooper*>(sender));
+  void* pointer = nullptr;
+  if (fPartner || be_app == nullptr || message.FindPointer("CSCommMan", &pointer) != B_OK) return;
+  BMessenger sender = be_app->LooperAt(pointer);
+  BMessenger address;
+  // With its address, a looper that was made where the sender has been is not taken for it.
+  if (message.FindMessenger("CSMessenger", &address) == B_OK && address != sender) return;
+  if (sender.IsValid()) fPartner = std::make_unique<BMessenger>(sender);
 }
 
 status_t TCommMan::SendMessage(const BMessage* message) {
-  return fPartner ? fPartner->SendMessage(message, BMessenger()) : B_ERROR;
+  if (!fPartner) return B_ERROR;
+  status_t status = B_TIMED_OUT;
+  do {
+    status = fPartner->SendMessage(message, BMessenger(), kSliceUs);
+  } while (status == B_TIMED_OUT && !fEnds);
+  return status;
 }
 
 status_t TCommMan::SendMessage(const BMessage* message, BMessage* reply) {
-  return fPartner ? fPartner->SendMessage(message, reply) : B_ERROR;
+  if (!fPartner) return B_ERROR;
+  BPendingReply pending;
+  status_t status = B_TIMED_OUT;
+  do {
+    status = fPartner->SendMessage(message, &pending, kSliceUs);
+  } while (status == B_TIMED_OUT && !fEnds);
+  if (status != B_OK) return status;
+  do {
+    status = pending.Wait(reply, kSliceUs);
+  } while (status == B_TIMED_OUT && !fEnds);
+  return status;
 }
 
 void TCommMan::CloseWindow(BWindow** window) {

@@ -2,12 +2,14 @@
 
 #include "platform/app/looper.h"
 
+#include <atomic>
 #include <memory>
 #include <string>
 
 class BWindow;
 
-/** 'Scmc' between two managers: pointer "CSCommMan", the sender. Both live in this process. */
+/** 'Scmc' between two managers of this process: pointer "CSCommMan", the sender; messenger "CSMessenger", its address.
+   The sender may have gone with its image by the time this is read, so the pointer is compared and never followed. */
 inline constexpr uint32 kMsgPartnerConnects = 'Scmc';
 
 /** A looper that finds one partner looper by its name and talks to it. All fields belong to its own thread. */
@@ -20,15 +22,18 @@ public:
   thread_id Run() override;
   /** 0 when the partner was found and told, -1 when it is not there. */
   status_t Connect();
-  /** To the partner; waits without limit. -1 without a partner. */
+  /** To the partner; waits without limit, but gives up after `EndWaiting`. -1 without a partner. */
   status_t SendMessage(const BMessage* message);
   status_t SendMessage(const BMessage* message, BMessage* reply);
   /** Closes the window and sets the pointer to null; nothing when it is null or cannot be locked. */
   void CloseWindow(BWindow** window);
   /** Takes the sender for the partner, unless there is one or the field is missing. */
   void CommManConnected(const BMessage& message);
+  /** Before the end: from now on nothing waits for the partner. Any thread. */
+  void EndWaiting() { fEnds = true; }
 
 private:
   std::string fPartnerName; // emptied once found
   std::unique_ptr<BMessenger> fPartner;
+  std::atomic<bool> fEnds{false};
 };

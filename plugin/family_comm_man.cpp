@@ -29,7 +29,7 @@ TFamilyCommMan::~TFamilyCommMan() = default;
 
 thread_id TFamilyCommMan::Run() {
   const thread_id thread = TCommMan::Run();
-  set_node_monitor_language(fPluginPath, fLanguageWatch.get());
+  if (thread >= 0) set_node_monitor_language(fPluginPath, fLanguageWatch.get());
   return thread;
 }
 
@@ -50,6 +50,7 @@ void TFamilyCommMan::MessageReceived(BMessage* message) {
 }
 
 void TFamilyCommMan::WaitForWindows() {
+  EndWaiting();
   const BMessage question('wait');
   BMessage answer;
   BMessenger(this).SendMessage(&question, &answer);

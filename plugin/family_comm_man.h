@@ -38,8 +38,8 @@ public:
   thread_id Run() override;
   void MessageReceived(BMessage* message) override;
 
-  /** Returns when everything that was asked so far is done: windows that it closes have then recorded their state. Any
-      thread but the manager's. */
+  /** Before the end: returns when everything that was asked so far is done, so that windows that it closes have
+     recorded their state. Any thread but the manager's. */
   void WaitForWindows();
   void NodeLanguageChanged();
   /** The settings hold what the message tells by then. */

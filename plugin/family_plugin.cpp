@@ -6,6 +6,7 @@
 #include "plugin/kept_record.h"
 
 #include <cstring>
+#include <stdexcept>
 #include <utility>
 
 namespace {
@@ -27,8 +28,12 @@ TFamilyPlugin::TFamilyPlugin(const std::string& name)
 }
 
 void TFamilyPlugin::StartManager(TFamilyCommMan* manager) {
+  if (manager->Run() < 0) {
+    manager->Lock();
+    manager->Quit();
+    throw std::runtime_error("no thread for its manager");
+  }
   fCommMan = manager;
-  fCommMan->Run();
 }
 
 void TFamilyPlugin::EndManager() {

@@ -16,6 +16,7 @@ public:
 
 protected:
   explicit TFamilyPlugin(const std::string& name);
+  /** Throws when there is no thread for it. */
   void StartManager(TFamilyCommMan* manager);
   TFamilyCommMan& Manager() const { return *fCommMan; }
   void EndManager();
