@@ -6,7 +6,14 @@
 
 namespace {
 constexpr int32 kMaxChoices = 100;
+/** Of a text that another process sends to be shown. */
+constexpr size_t kMaxBytes = 1024;
+
+bool find_text(const BMessage& archive, const char* name, int32 index, std::string* text) {
+  return archive.FindString(name, index, text) == B_OK && text->size() <= kMaxBytes;
 }
+
+} // namespace
 
 void TIAPControl::Archive(BMessage* archive) const {
   archive->AddInt32("IAP:Kind", kind);
@@ -29,21 +36,21 @@ bool TIAPControl::Unarchive(const BMessage& archive) {
   int32 number = 0;
   if (archive.FindInt32("IAP:Kind", &number) != B_OK || (number != kCheckBox && number != kMenuField)) return false;
   read.kind = static_cast<TKind>(number);
-  if (archive.FindString("IAP:SrcIAPItem", &read.item) != B_OK || archive.FindString("IAP:SrcApp", &read.app) != B_OK ||
-      archive.FindString("IAP:Label", &read.label) != B_OK) {
+  if (!find_text(archive, "IAP:SrcIAPItem", 0, &read.item) || !find_text(archive, "IAP:SrcApp", 0, &read.app) ||
+      !find_text(archive, "IAP:Label", 0, &read.label)) {
     return false;
   }
   TChoice choice;
-  for (int32 i = 0; i < kMaxChoices && archive.FindString("IAP:Shown", i, &choice.shown) == B_OK &&
-                    archive.FindString("IAP:Choice", i, &choice.value) == B_OK &&
-                    archive.FindBool("IAP:Asks", i, &choice.asks) == B_OK;
+  for (int32 i = 0;
+       i < kMaxChoices && find_text(archive, "IAP:Shown", i, &choice.shown) &&
+       find_text(archive, "IAP:Choice", i, &choice.value) && archive.FindBool("IAP:Asks", i, &choice.asks) == B_OK;
        ++i) {
     read.choices.push_back(choice);
   }
   archive.FindBool("IAP:Flag", &read.flag);
   archive.FindBool("IAP:DefaultFlag", &read.defaultFlag);
-  archive.FindString("IAP:Text", &read.text);
-  archive.FindString("IAP:DefaultText", &read.defaultText);
+  if (!find_text(archive, "IAP:Text", 0, &read.text)) read.text.clear();
+  if (!find_text(archive, "IAP:DefaultText", 0, &read.defaultText)) read.defaultText.clear();
   *this = std::move(read);
   return true;
 }

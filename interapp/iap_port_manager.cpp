@@ -8,6 +8,12 @@
 namespace {
 constexpr int32 kCapacity = 100;
 constexpr long kPriority = 10;
+/** A wait for room in the window's queue has no end, but is taken in slices, so that the thread can be told to end. */
+constexpr bigtime_t kSliceUs = 50000;
+
+bool is_offered(uint32 code) {
+  return code == kMsgIAPControls || code == kMsgIAPActivate || code == B_QUIT_REQUESTED;
+}
 } // namespace
 
 TIAPPortManager::TIAPPortManager(const BMessenger& window) : TThread("KOREVA IAP port", kPriority), fWindow(window) {}
@@ -40,7 +46,12 @@ bool TIAPPortManager::HandOn() {
   int32 code = 0;
   if (read_port(fPort, &code, flat.data(), flat.size()) < 0) return false;
   BMessage message;
-  // What any program of the user's may have written: only whole messages go on.
-  if (message.Unflatten(flat.data(), flat.size()) == B_OK) fWindow.SendMessage(&message, BMessenger());
+  // Any program of the user's may have written it: only whole messages of the family's three kinds go on.
+  if (message.Unflatten(flat.data(), flat.size()) == B_OK && is_offered(message.what)) Deliver(message);
   return true;
+}
+
+void TIAPPortManager::Deliver(const BMessage& message) {
+  status_t status = B_TIMED_OUT;
+  while (status == B_TIMED_OUT && !IsTerminated()) status = fWindow.SendMessage(&message, BMessenger(), kSliceUs);
 }

@@ -8,7 +8,12 @@
 /** The port behind which the common window is found, wherever it is open. */
 inline constexpr const char* kIAPPortName = "KOREVAIAPPort";
 
-/** Makes the port, hands every message that comes through it to the window, and deletes it in the end. */
+/** What may come through the port, beside B_QUIT_REQUESTED. To the common window: archived controls, each under its
+    preference's name; and: come to the front. */
+inline constexpr uint32 kMsgIAPControls = 'iacr';
+inline constexpr uint32 kMsgIAPActivate = 'iawr';
+
+/** Makes the port, hands every message of the family that comes through it to the window, and deletes it in the end. */
 class TIAPPortManager : public koreva::TThread {
 public:
   static constexpr port_id kNoPort = -500;
@@ -26,6 +31,7 @@ protected:
 
 private:
   bool HandOn();
+  void Deliver(const BMessage& message);
 
   const BMessenger fWindow;
   std::atomic<port_id> fPort{0};

@@ -26,6 +26,9 @@ constexpr const char* kFamily = "application/x-vnd.KOREVA-";
 /** A notice may wait for room that long; who is busier than that is not waited for. */
 constexpr bigtime_t kPatienceUs = 1000000;
 constexpr const char* kItem = "IAP:SrcIAPItem";
+/** Any program can add controls, and names of applications to tell. */
+constexpr size_t kMaxControls = 100;
+constexpr size_t kMaxApps = 100;
 
 /** The value's choice, after one of its own was added where there is none; -1 without choices. */
 int32 choice_of(TIAPControl* control) {
@@ -99,9 +102,10 @@ void TIAPWin::AddControls(const BMessage& message) {
 
 /** One control for a preference, however many applications have it; each of them is told. */
 void TIAPWin::AddControl(const TIAPControl& control) {
+  if (fEntries.size() >= kMaxControls && !fEntries.contains(control.item)) return;
   TEntry& entry = fEntries[control.item];
-  if (std::find(entry.apps.begin(), entry.apps.end(), control.app) == entry.apps.end())
-    entry.apps.push_back(control.app);
+  const bool isKnown = std::ranges::find(entry.apps, control.app) != entry.apps.end();
+  if (!isKnown && entry.apps.size() < kMaxApps) entry.apps.push_back(control.app);
   if (entry.view) return;
   entry.control = entry.opened = control;
   entry.view = MakeView(control);
@@ -198,7 +202,7 @@ void TIAPWin::Notify(const TEntry& entry) const {
       notice.AddBool("IAP:Value", entry.control.flag);
     else
       notice.AddString("IAP:Value", entry.control.text);
-    BMessenger(app.c_str()).SendMessage(&notice, BMessenger(), kPatienceUs);
+    BMessenger(app.c_str()).SendLater(notice, kPatienceUs);
   }
 }
 

@@ -12,10 +12,6 @@ class BMenuField;
 class TKRVDlgView;
 class TSimpleInputWin;
 
-/** To the common window, through its port: archived controls, each under its preference's name; and: come to the front.
- */
-inline constexpr uint32 kMsgIAPControls = 'iacr';
-inline constexpr uint32 kMsgIAPActivate = 'iawr';
 /** To every application that has a control of the preference: "IAP:SrcApp", "IAP:SrcIAPItem", "IAP:Value" (string or
     bool). */
 inline constexpr uint32 kMsgIAPNotice = '_ipc';

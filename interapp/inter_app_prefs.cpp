@@ -11,6 +11,8 @@ TInterAppPrefs* gIAP = nullptr;
 namespace {
 constexpr bigtime_t kLookUs = 20000;
 constexpr int kTries = 3;
+/** For room in the common window's port; a process that has been stopped is waited for a few seconds longer. */
+constexpr bigtime_t kPatienceUs = 1000000;
 } // namespace
 
 void TInterAppPrefs::SetAppSignatureRef(const char* signature) {
@@ -90,11 +92,14 @@ status_t TInterAppPrefs::ShowWindow(BRect frame) {
   // It may be closed, or its process be killed, while it is asked; and another process may be faster to make it.
   for (int i = 0; i < kTries; ++i) {
     port_id port = find_port(kIAPPortName);
+    status_t status = B_OK;
     if (port < 0)
       port = MakeWindow(frame);
-    else if (ActivateWindow(port) != B_OK)
-      continue;
-    if (port > 0 && AddControls(port) == B_OK) return B_OK;
+    else
+      status = ActivateWindow(port);
+    if (port > 0 && status == B_OK) status = AddControls(port);
+    if (port > 0 && status == B_OK) return B_OK;
+    if (status == B_TIMED_OUT) break; // its process has been stopped, or hangs
   }
   return B_ERROR;
 }
@@ -131,7 +136,7 @@ status_t TInterAppPrefs::ActivateWindow(port_id port) const {
 
 status_t TInterAppPrefs::SendMessage(port_id port, BMessage* message) const {
   const std::vector<char> flat = message->Flatten();
-  return write_port(port, 0, flat.data(), flat.size());
+  return write_port_etc(port, 0, flat.data(), flat.size(), kPatienceUs);
 }
 
 std::string accelerator_label(const char* letter, const char* label) {

@@ -29,7 +29,8 @@ public:
   status_t SetValue(const BMessage& notice);
 
   /** Opens the common window in the frame, or brings it to the front wherever it is open, and adds this application's
-      controls to it. 0; -1 when its port cannot be made. Waits until the port is there. */
+      controls to it. 0; -1 when its port cannot be made, or the process that has it does not take them. Waits until the
+      port is there. */
   status_t ShowWindow(BRect frame);
   /** The common window, locked, when this process made it and it is open; else null. */
   TIAPWin* LockWindow() const;
@@ -40,6 +41,7 @@ public:
   status_t CloseWindow(bool force) const;
   /** 'iawr' to the window behind the port: come to the front. */
   status_t ActivateWindow(port_id port) const;
+  /** B_TIMED_OUT when the window's process takes nothing for a few seconds. */
   status_t SendMessage(port_id port, BMessage* message) const;
 
 private:
