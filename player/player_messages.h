@@ -27,6 +27,7 @@ enum : unsigned int {
   kMsgShowPlugin = 'pgop',
   kMsgPluginPrefs = 'pgpr',
   kMsgAboutPlugin = 'pgab',
+  kMsgLookAtPlugins = 'pgla',
   kMsgWindowCloses = 'plwc',
   kMsgLookAtWindows = 'pllw',
   // From the sound; of a song: int64 "load".

@@ -16,6 +16,7 @@ struct TSourceName {
 struct TPluginTexts {
   std::string name;
   std::string info;
+  bool operator==(const TPluginTexts&) const = default;
 };
 
 /** All that the player's window shows, handed over whole after a change. */

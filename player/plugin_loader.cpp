@@ -1,21 +1,12 @@
 #include "player/plugin_loader.h"
 
-#include "platform/app/application.h"
 #include "platform/kernel/images.h"
+#include "platform/kernel/threads.h"
 #include "platform/storage/directory.h"
 #include "platform/storage/path.h"
-#include "platform/support/log.h"
-#include "plugin/general_plugin.h"
 
-#include <dlfcn.h>
-
+#include <algorithm>
 #include <cstdlib>
-#include <exception>
-
-TPluginLoader::TPluginLoader() = default;
-TPluginLoader::~TPluginLoader() {
-  UnloadAll();
-}
 
 namespace {
 
@@ -23,86 +14,151 @@ bool is_plugin_name(const std::string& name) {
   return name.starts_with("gen_") && name.ends_with(".so");
 }
 
-/** Makes a call into a plug-in. Returns how it failed; empty when it did not. */
-template <typename Call>
-std::string failure_of(Call call) {
-  try {
-    call();
-    return {};
-  } catch (const std::exception& error) {
-    return std::string("failed: ") + error.what();
-  } catch (...) {
-    return "failed";
+const char* name_of(TPluginCall call) {
+  switch (call) {
+  case TPluginCall::kLoad:
+    return "NewPlugin";
+  case TPluginCall::kShow:
+    return "Init";
+  case TPluginCall::kPrefs:
+    return "Prefs";
+  case TPluginCall::kAbout:
+    return "About";
+  case TPluginCall::kEnd:
+    break;
   }
-}
-
-using NewPluginFunction = GeneralPlugin* (*)(PluginConstructorStruct*);
-
-/** Null, and the reason, when the plug-in cannot be built. */
-GeneralPlugin* build_plugin(NewPluginFunction construct, std::string* reason) {
-  PluginConstructorStruct record;
-  GeneralPlugin* plugin = nullptr;
-  *reason = failure_of([&] { plugin = construct(&record); });
-  if (plugin == nullptr && reason->empty()) *reason = "gave no plug-in";
-  return plugin;
+  return "Cleanup";
 }
 
 } // namespace
 
-std::vector<std::string> TPluginLoader::LoadAll(const std::string& folder, const TWanted& wanted) {
-  std::vector<std::string> faults;
+TPluginLoader::TPluginLoader(std::function<void()> answered, bigtime_t patienceUs)
+    : fAnswered(std::move(answered)), fPatienceUs(patienceUs) {}
+
+void TPluginLoader::Load(const std::string& folder, const TWanted& wanted) {
   BDirectory directory(folder.c_str());
   BEntry entry;
   while (directory.GetNextEntry(&entry) == B_OK) {
-    if (!is_plugin_name(entry.Name()) || !wanted(entry.Name())) continue;
-    const std::string reason = LoadOne(folder, entry.Name());
-    if (reason.empty()) continue;
-    faults.push_back("Plug-in " + entry.Name() + " " + reason);
+    if (is_plugin_name(entry.Name()) && wanted(entry.Name())) fWaiting.push_back({folder, entry.Name()});
   }
-  return faults;
 }
 
-std::string TPluginLoader::LoadOne(const std::string& folder, const std::string& fileName) {
-  void* const image = dlopen((folder + "/" + fileName).c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (image == nullptr) return std::string("cannot be loaded: ") + dlerror();
-  const auto construct = reinterpret_cast<NewPluginFunction>(dlsym(image, "NewPlugin"));
-  std::string reason = "is no plug-in: it has no NewPlugin";
-  GeneralPlugin* const plugin = construct ? build_plugin(construct, &reason) : nullptr;
-  if (plugin == nullptr) {
-    // What failed half-way may have left a thread in the image: only one that was never entered is unloaded.
-    if (construct == nullptr) dlclose(image);
-    return reason;
+void TPluginLoader::BeginEnd() {
+  fIsEnding = true;
+  fWaiting.clear();
+}
+
+std::vector<std::string> TPluginLoader::Proceed() {
+  for (const auto& plugin : fPlugins) LookAt(*plugin);
+  // Those that have gone.
+  std::erase_if(fBuilt, [](const TPlugin* plugin) { return plugin->thread == nullptr; });
+  std::erase_if(fPlugins, [](const auto& plugin) { return plugin->thread == nullptr; });
+  while (!fWaiting.empty() && !IsOneComing()) {
+    Begin(fWaiting.front());
+    fWaiting.pop_front();
   }
-  fPlugins.push_back({fileName, image, std::unique_ptr<GeneralPlugin>(plugin)});
-  // One that fails here may have shown something: it is cleaned up at the end like the others.
-  return failure_of([plugin] { plugin->Init(); });
+  if (fIsEnding) EndNext();
+  return std::exchange(fFaults, {});
 }
 
-std::string TPluginLoader::Name(int index) const {
-  const TPlugin& plugin = fPlugins.at(static_cast<size_t>(index));
-  return plugin.object->fName ? plugin.object->fName : plugin.fileName;
+void TPluginLoader::LookAt(TPlugin& plugin) {
+  const TPluginThread::TState state = plugin.thread->TakeState();
+  for (const std::string& failure : state.failures) Report(plugin.fileName, failure);
+  plugin.name = state.name;
+  plugin.info = state.info;
+  plugin.isBusy = state.isBusy;
+  const bool isOverdue = state.call && system_time() - state.sinceUs >= fPatienceUs;
+  if (isOverdue && !plugin.isOverdue)
+    Report(plugin.fileName, std::string("does not answer: its ") + name_of(*state.call) + " has not returned");
+  plugin.isOverdue = isOverdue;
+  if (!plugin.isBusy) Advance(plugin, state.isBuilt);
 }
 
-std::string TPluginLoader::Info(int index) const {
-  const char* const info = At(index)->fInfo;
-  return info ? info : Name(index);
+/** It has answered all that it was asked. */
+void TPluginLoader::Advance(TPlugin& plugin, bool isBuilt) {
+  if (plugin.stage == TStage::kEnding || !isBuilt)
+    plugin.thread.reset();
+  else if (plugin.stage == TStage::kLoading)
+    Built(plugin);
+  else
+    plugin.stage = TStage::kShown;
 }
 
-void TPluginLoader::UnloadAll() {
+/** Two of one name would find each other's windows and settings: an older copy of a plug-in, most likely. */
+void TPluginLoader::Built(TPlugin& plugin) {
+  const auto same = std::find_if(fBuilt.begin(), fBuilt.end(),
+                                 [&plugin](const TPlugin* other) { return other->name == plugin.name; });
+  if (same != fBuilt.end()) {
+    Report(plugin.fileName, "is not used: " + (*same)->fileName + " has the same name, " + plugin.name);
+    return Ask(plugin, TStage::kEnding, TPluginCall::kEnd);
+  }
+  fBuilt.push_back(&plugin);
+  Ask(plugin, TStage::kShowing, TPluginCall::kShow);
+}
+
+void TPluginLoader::Begin(const TCandidate& candidate) {
+  TPluginFile file;
+  if (const std::string fault = check_plugin_file(candidate.folder + "/" + candidate.fileName, &file); !fault.empty())
+    return Report(candidate.fileName, "is not loaded: " + fault);
+  for (const auto& other : fPlugins) {
+    if (other->file.IsSameAs(file))
+      return Report(candidate.fileName, "is not loaded: it is the same plug-in as " + other->fileName);
+  }
+  fPlugins.push_back(std::make_unique<TPlugin>(TPlugin{
+      .file = file,
+      .fileName = candidate.fileName,
+      .thread = std::make_unique<TPluginThread>(candidate.fileName, fAnswered),
+  }));
+  fPlugins.back()->thread->Load(file.path);
+}
+
+/** One after another; nobody waits for one that hangs, but should it come back it still ends in good order. */
+void TPluginLoader::EndNext() {
   for (auto plugin = fPlugins.rbegin(); plugin != fPlugins.rend(); ++plugin) {
-    const int32 loopersBefore = be_app ? be_app->CountLoopers() : 0;
-    const std::string failure = failure_of([&] { plugin->object->Cleanup(); });
-    if (!failure.empty()) log_error("plug-ins", "a plug-in's clean-up " + failure);
-    plugin->object.reset();
-    // A plug-in's loopers are gone when its destructor returns; one that kept all of its own stays mapped.
-    const bool endedSome = be_app == nullptr || be_app->CountLoopers() < loopersBefore;
-    if (endedSome) dlclose(plugin->image);
+    if ((*plugin)->stage != TStage::kEnding) Ask(**plugin, TStage::kEnding, TPluginCall::kEnd);
+    if (!(*plugin)->isOverdue) return;
   }
-  fPlugins.clear();
 }
 
-std::string plugin_folder() {
-  if (const char* folder = std::getenv("SONIVO_PLUGINS")) return folder;
+void TPluginLoader::Make(int index, TPluginCall call) {
+  TPlugin& plugin = *fBuilt.at(static_cast<size_t>(index));
+  if (!fIsEnding) Ask(plugin, plugin.stage, call);
+}
+
+void TPluginLoader::Ask(TPlugin& plugin, TStage stage, TPluginCall call) {
+  plugin.stage = stage;
+  plugin.isBusy = true;
+  plugin.thread->Make(call);
+}
+
+bool TPluginLoader::IsOneComing() const {
+  return std::any_of(fPlugins.begin(), fPlugins.end(),
+                     [](const auto& plugin) { return !plugin->isOverdue && plugin->stage < TStage::kShown; });
+}
+
+bool TPluginLoader::IsLoading() const {
+  return !fWaiting.empty() || IsOneComing();
+}
+
+bool TPluginLoader::IsBusy() const {
+  return !fWaiting.empty() ||
+         std::any_of(fPlugins.begin(), fPlugins.end(), [](const auto& plugin) { return plugin->isBusy; });
+}
+
+bool TPluginLoader::HasEnded() const {
+  return fIsEnding &&
+         std::all_of(fPlugins.begin(), fPlugins.end(), [](const auto& plugin) { return plugin->isOverdue; });
+}
+
+void TPluginLoader::Report(const std::string& fileName, const std::string& reason) {
+  fFaults.push_back("Plug-in " + fileName + " " + reason);
+}
+
+std::string plugin_folder(std::string* fault) {
+  if (const char* folder = std::getenv("SONIVO_PLUGINS"); folder && *folder) {
+    if (*folder == '/') return folder;
+    *fault = std::string("SONIVO_PLUGINS is ignored: “") + folder + "” is not an absolute path";
+  }
   int32 cookie = 0;
   image_info program;
   BPath parent;

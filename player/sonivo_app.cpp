@@ -11,12 +11,14 @@
 
 namespace {
 
-constexpr const char* kEditorSignature = "application/x-vnd.KOREVA-VesmoEditor";
 constexpr const char* kSilent = "No sound device: playing silently";
 /** What other programs may send; docs/protocol.md says what it means. */
 const std::vector<uint32> kOffered = {kMsgHandshake,   kMsgWishSeek,      kMsgWishSeekBy, kMsgWishPlayPause,
                                       kMsgWishSpeedBy, kMsgWishMarks,     kMsgHandedOver, B_COUNT_PROPERTIES,
                                       B_GET_PROPERTY,  B_EXECUTE_PROPERTY};
+/** For any call into a plug-in, which only posts messages; an end with windows to close takes a second on a slow
+    machine. */
+constexpr bigtime_t kPluginPatienceUs = 10000000;
 constexpr int64 kFirstSearch = 1; // for the songs of the command line
 constexpr bigtime_t kTickUs = 100000;
 /** The windows come up first: loading the audio library would hold them up for longer than all they need themselves. */
@@ -30,7 +32,8 @@ TSonivoApp::TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource)
     : BApplication(kSignature, kOffered), fCommandLine(std::move(commandLine)),
       fSearch([player = BMessenger(this)] { ask(player, kMsgSongsFound); }), fSource(makeSource(this)),
       fBus(BMessenger(this), [this] { return fSource->PositionMs(); }), fNowPlaying(fSource.get()),
-      fHost(new TFrontEndHost(&fNowPlaying)) {
+      fHost(new TFrontEndHost(&fNowPlaying)),
+      fPlugins([player = BMessenger(this)] { ask(player, kMsgLookAtPlugins); }, kPluginPatienceUs) {
   fWantedSource = fCommandLine.source;
   if (!fCommandLine.songs.empty())
     fAwaited[fSearch.Begin(fCommandLine.songs)] = {.areHandedOver = true, .startPaused = StartsPaused()};
@@ -106,10 +109,9 @@ void TSonivoApp::Start() {
   // Before the plug-ins: their windows look for this one, to stand beside it and to follow it. They are made on threads
   // of their own, while this one's comes up.
   fWindow->Show();
-  const std::string faults = LoadEditor();
+  LoadEditor();
   ShowLyrics(fCommandLine.lyrics);
   StateChanged();
-  if (!faults.empty()) TellFault(faults);
   const BMessage firstSong(kMsgFirstSong);
   fStarter = std::make_unique<BMessageRunner>(BMessenger(this), &firstSong, kFirstSongDelayUs, 1);
 }
@@ -134,14 +136,6 @@ void TSonivoApp::PlayFirstSong() {
 
 bool TSonivoApp::StartsPaused() const {
   return fCommandLine.startsPaused || !fWantedSource.empty();
-}
-
-void TSonivoApp::ShowLyrics(const std::string& path) {
-  entry_ref ref;
-  if (path.empty() || get_ref_for_path(path.c_str(), &ref) != B_OK) return;
-  BMessage open(B_REFS_RECEIVED);
-  open.AddRef("refs", &ref);
-  BMessenger(kEditorSignature).SendMessage(&open, BMessenger(), 0);
 }
 
 void TSonivoApp::TellFault(const std::string& fault) {

@@ -56,7 +56,6 @@ private:
   void Start();
   void PlayFirstSong();
   bool StartsPaused() const;
-  static void ShowLyrics(const std::string& path);
   void TellFault(const std::string& fault);
   void ForgetFaults();
   void UserChoseSong();
@@ -121,9 +120,13 @@ private:
   std::string ToldTitle(const TSong& song) const;
 
   // sonivo_plugins.cpp: what else is loaded, and what the user asks of it.
-  std::string LoadPlugins(const TPluginLoader::TWanted& wanted);
-  std::string LoadEditor();
+  void LoadPlugins(const TPluginLoader::TWanted& wanted);
+  void LoadEditor();
   void LoadOtherPlugins();
+  void LookAfterPlugins();
+  std::vector<TPluginTexts> PluginTexts() const;
+  void WatchPlugins();
+  void ShowLyrics(const std::string& path);
   bool HandlePlugin(const BMessage& message);
 
   // sonivo_closing.cpp: the end.
@@ -131,6 +134,7 @@ private:
   void LookAtAskedWindows();
   void WindowAnswered(const BMessage& message);
   void End();
+  void EndAfterPlugins();
 
   // The source's thread.
   void SongLoaded(int64 load, const TSongTags& tags) override;
@@ -173,6 +177,8 @@ private:
   TFrontEndHost* fHost;
   TPlayerWindow* fWindow = nullptr; // until the start, and after the end
   TPluginLoader fPlugins;
+  std::vector<std::string> fAwaitedLyrics; // to be opened when the editor has been loaded
+  std::unique_ptr<BMessageRunner> fPluginWatch;
   std::unique_ptr<BMessageRunner> fTicker;
   std::unique_ptr<BMessageRunner> fStarter;
   std::unique_ptr<BMessageRunner> fKeeper;
@@ -181,4 +187,5 @@ private:
   std::vector<BMessenger> fAskedWindows;
   /** Windows that were asked to close and have not answered; -1 while the player is not closing. */
   int32 fAwaitedAnswers = -1;
+  bool fIsEnding = false; // the plug-ins are
 };

@@ -5,6 +5,7 @@
 #include "platform/display/display.h"
 #include "platform/display/display_thread.h"
 #include "platform/interface/window.h"
+#include "platform/support/log.h"
 #include "player/front_end_host.h"
 #include "player/open_questions.h"
 #include "player/player_messages.h"
@@ -12,14 +13,16 @@
 #include "player/sonivo_app.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 namespace {
 constexpr bigtime_t kLookUs = 200000;
 }
 
 void TSonivoApp::CloseRequested() {
-  display::post(raise_open_questions); // a window that asks closes only after the answer
-  if (fAwaitedAnswers > 0) return;     // the windows are being asked
+  display::post(raise_open_questions);          // a window that asks closes only after the answer
+  if (fAwaitedAnswers > 0 || fIsEnding) return; // the windows are being asked, or have agreed
   const BMessage quit(B_QUIT_REQUESTED);
   fAskedWindows.clear();
   for (const BMessenger& window : WindowAddresses()) {
@@ -40,11 +43,7 @@ void TSonivoApp::LookAtAskedWindows() {
 
 /** Asked by an editor that has saved its lyrics meanwhile: the closing that it held up begins anew. */
 bool TSonivoApp::QuitRequested() {
-  if (fWindow == nullptr) {
-    // Never shown. Plug-ins, if there are any, still go while this looper is alive: they have filters in it.
-    fPlugins.UnloadAll();
-    return true;
-  }
+  if (fWindow == nullptr) return true; // never shown, and without plug-ins then
   PostMessage(kMsgWindowCloses);
   return false;
 }
@@ -60,20 +59,32 @@ void TSonivoApp::WindowAnswered(const BMessage& message) {
   if (--fAwaitedAnswers == 0) End();
 }
 
+/** The plug-ins go first, while this looper is alive and takes messages: they have filters in it. */
 void TSonivoApp::End() {
+  if (std::exchange(fIsEnding, true)) return;
   if (!fKeptPath.empty()) SaveKeptList();
   fStarter.reset();
+  fCloser.reset();
+  fPlugins.BeginEnd();
+  LookAfterPlugins();
+}
+
+void TSonivoApp::EndAfterPlugins() {
+  fPluginWatch.reset();
   fTicker.reset();
   fKeeper.reset();
   fFinder.reset();
-  fCloser.reset();
-  fPlugins.UnloadAll();
   if (fWindow->Lock()) fWindow->Quit();
   fWindow = nullptr;
   if (fHost->Lock()) fHost->Quit();
   fHost = nullptr;
   fBus.End();
   fSource.reset();
+  if (!fPlugins.AreAllGone()) {
+    // Its threads and windows are still there, and nothing that they use may go before them.
+    log_error("player", "ends without a plug-in that does not answer");
+    std::_Exit(EXIT_FAILURE);
+  }
   display::quit();
   Quit();
 }

@@ -6,11 +6,13 @@
 #include "player/player_messages.h"
 #include "player/program_icon.h"
 #include "player/sonivo_app.h"
-#include "plugin/general_plugin.h"
 
 #include <malloc.h>
 
 namespace {
+
+constexpr const char* kEditorSignature = "application/x-vnd.KOREVA-VesmoEditor";
+constexpr bigtime_t kLookUs = 500000;
 
 bool is_editor(const std::string& name) {
   return name == "gen_VesmoE.so";
@@ -22,41 +24,80 @@ bool is_other(const std::string& name) {
 
 } // namespace
 
-/** Returns what went wrong, shown together: each names another image. */
-std::string TSonivoApp::LoadPlugins(const TPluginLoader::TWanted& wanted) {
-  std::string faults;
-  for (const std::string& fault : fPlugins.LoadAll(plugin_folder(), wanted))
-    faults += (faults.empty() ? "" : "\n") + fault;
-  fState.plugins.clear();
-  for (int i = 0; i < fPlugins.Count(); ++i) fState.plugins.push_back({fPlugins.Name(i), fPlugins.Info(i)});
-  return faults;
+void TSonivoApp::LoadPlugins(const TPluginLoader::TWanted& wanted) {
+  std::string fault;
+  fPlugins.Load(plugin_folder(&fault), wanted);
+  if (!fault.empty()) TellFault(fault);
+  LookAfterPlugins();
 }
 
-std::string TSonivoApp::LoadEditor() {
-  return LoadPlugins(is_editor);
+void TSonivoApp::LoadEditor() {
+  LoadPlugins(is_editor);
 }
 
 /** Those that nobody waits for, as nobody does for the bus. */
 void TSonivoApp::LoadOtherPlugins() {
   fStarter.reset();
-  const std::string faults = LoadPlugins(is_other);
-  StateChanged();
-  if (!faults.empty()) TellFault(faults);
+  LoadPlugins(is_other);
   fBus.Start();
   show_program_icon();
   // What only the start needed goes back to the system.
   display::post([] { malloc_trim(0); });
 }
 
+/** After each answer, and now and then while one is awaited. */
+void TSonivoApp::LookAfterPlugins() {
+  std::string faults; // shown together: each names another plug-in
+  for (const std::string& fault : fPlugins.Proceed()) faults += (faults.empty() ? "" : "\n") + fault;
+  if (!faults.empty()) TellFault(faults);
+  if (std::vector<TPluginTexts> texts = PluginTexts(); texts != fState.plugins) {
+    fState.plugins = std::move(texts);
+    StateChanged();
+  }
+  WatchPlugins();
+  if (!fPlugins.IsLoading()) {
+    for (const std::string& path : std::exchange(fAwaitedLyrics, {})) ShowLyrics(path);
+  }
+  if (fPlugins.HasEnded()) EndAfterPlugins();
+}
+
+std::vector<TPluginTexts> TSonivoApp::PluginTexts() const {
+  std::vector<TPluginTexts> texts;
+  for (int i = 0; i < fPlugins.Count(); ++i) texts.push_back({fPlugins.Name(i), fPlugins.Info(i)});
+  return texts;
+}
+
+/** An answer that never comes is noticed by the clock alone. */
+void TSonivoApp::WatchPlugins() {
+  if (!fPlugins.IsBusy()) return fPluginWatch.reset();
+  if (fPluginWatch) return;
+  const BMessage look(kMsgLookAtPlugins);
+  fPluginWatch = std::make_unique<BMessageRunner>(BMessenger(this), &look, kLookUs);
+}
+
+/** Handed to the editor when it is there. */
+void TSonivoApp::ShowLyrics(const std::string& path) {
+  if (fPlugins.IsLoading()) return fAwaitedLyrics.push_back(path);
+  entry_ref ref;
+  if (path.empty() || get_ref_for_path(path.c_str(), &ref) != B_OK) return;
+  BMessage open(B_REFS_RECEIVED);
+  open.AddRef("refs", &ref);
+  BMessenger(kEditorSignature).SendMessage(&open, BMessenger(), 0);
+}
+
 bool TSonivoApp::HandlePlugin(const BMessage& message) {
+  if (message.what == kMsgLookAtPlugins) {
+    LookAfterPlugins();
+    return true;
+  }
   const bool isForPlugin =
       message.what == kMsgShowPlugin || message.what == kMsgPluginPrefs || message.what == kMsgAboutPlugin;
   int32 index = -1;
   if (!isForPlugin || message.FindInt32("index", &index) != B_OK || index < 0 || index >= fPlugins.Count())
     return isForPlugin;
-  GeneralPlugin* const plugin = fPlugins.At(index);
-  if (message.what == kMsgShowPlugin) plugin->Init();
-  if (message.what == kMsgPluginPrefs) plugin->Prefs(false);
-  if (message.what == kMsgAboutPlugin) plugin->About(false);
+  if (message.what == kMsgShowPlugin) fPlugins.Make(index, TPluginCall::kShow);
+  if (message.what == kMsgPluginPrefs) fPlugins.Make(index, TPluginCall::kPrefs);
+  if (message.what == kMsgAboutPlugin) fPlugins.Make(index, TPluginCall::kAbout);
+  WatchPlugins();
   return true;
 }

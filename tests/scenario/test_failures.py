@@ -1,9 +1,12 @@
 """Files and folders that refuse: a clear message, and the text still in the editor."""
 import os
+import shutil
 import subprocess
 import unittest
 
+import eyes
 import hands
+import stage
 from case import Case
 
 # The administrator may read and write everything; the program then runs without that right.
@@ -65,3 +68,44 @@ class Refusals(Case):
         (disk / "filler").unlink()
         hands.press("ctrl+s")
         s.wait_bytes(lyrics, b"[00:00:00]one\n\0")
+
+
+class PlugIns(Case):
+    """Others' beside the editor."""
+
+    def setUp(self):
+        super().setUp()
+        self.folder = self.stage.root / "plugins"
+        shutil.copytree(stage.BIN / "plugins", self.folder)
+        self.environment = {"SONIVO_PLUGINS": str(self.folder)}
+
+    def compile(self, name, source):
+        subprocess.run(["cc", "-shared", "-fPIC", "-x", "c", "-o", self.folder / name, "-"], input=source.encode(), check=True)
+
+    def wait_fault(self, text):
+        labels = lambda: [eyes.name(label) for label in eyes.find_all(self.stage.player(), "label")]
+        self.stage.wait(lambda: any(text in label for label in labels()), f"{text!r} in the player's window")
+
+    def test_one_that_is_cut_off_or_there_twice_is_not_loaded(self):
+        s = self.stage
+        whole = (self.folder / "gen_VesmoE.so").read_bytes()
+        (self.folder / "gen_A.so").write_bytes(whole[:-4096])
+        (self.folder / "gen_VesmoE2.so").hardlink_to(self.folder / "gen_VesmoE.so")
+        s.start(environment=self.environment)
+        self.wait_fault("Plug-in gen_A.so is not loaded: the file is cut off or damaged")
+        self.wait_fault("Plug-in gen_VesmoE2.so is not loaded: it is the same plug-in as gen_VesmoE.so")
+        s.close_player()
+
+    def test_one_that_hangs_is_named_and_the_player_plays_and_ends_without_it(self):
+        s = self.stage
+        self.compile("gen_hanging.so", "#include <unistd.h>\nvoid* NewPlugin(void* record) { for (;;) pause(); }\n")
+        lyrics = s.file("a.lrc", "one\n")
+        s.start(lyrics, environment=self.environment)
+        self.wait_fault("Plug-in gen_hanging.so does not answer: its NewPlugin has not returned")
+        hands.press("space")
+        s.wait_rows("[00:00:00]one")
+        hands.close_window(eyes.name(s.player()))
+        s.click_answer("a.lrc", "Yes")
+        self.assertEqual(s.program.wait(timeout=eyes.PATIENCE), 1)
+        self.assertEqual(lyrics.read_bytes(), b"[00:00:00]one\n\0")
+        self.assertTrue((s.config / "VesmoE/VesmoE_ExitStates.arc").exists(), "the editor was ended as always")
