@@ -39,6 +39,11 @@ private:
 constexpr std::pair<uint16_t, uint16_t> kSharedCodes[] = {{0x301C, 0xFF5E}, {0x2016, 0x2225}, {0x2212, 0xFF0D},
                                                           {0x00A2, 0xFFE0}, {0x00A3, 0xFFE1}, {0x00AC, 0xFFE2}};
 
+constexpr uint16_t kYen = 0xA5;
+constexpr uint16_t kOverline = 0x203E;
+/** Both are the same dash in the Japanese sets, which read it as the second. */
+constexpr std::pair<uint16_t, uint16_t> kDashes = {0x2014, 0x2015};
+
 void fill_from_sjis(JapaneseTables* tables) {
   OneCharacter converter("UTF-16BE", "CP932");
   for (unsigned lead = 0; lead < 256; ++lead) {
@@ -81,6 +86,9 @@ std::unique_ptr<const JapaneseTables> make_tables() {
     tables->toSjis[first] = tables->toSjis[second];
     tables->toJis[second] = tables->toJis[first];
   }
+  tables->toJis[kDashes.first] = tables->toJis[kDashes.second];
+  // The C library writes these two as a backslash and a tilde, and that is what they would come back as.
+  tables->toSjis[kYen] = tables->toSjis[kOverline] = 0;
   return tables;
 }
 

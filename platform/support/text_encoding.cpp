@@ -122,6 +122,12 @@ constexpr JisEscape kReadEscapes[] = {{"\x1B(B", JisSet::kAscii},
                                       {"\x1B$B", JisSet::kDouble}};
 constexpr size_t kEscapeLength = 3;
 
+/** All in which JIS-Roman differs from ASCII. */
+constexpr uint32 kYen = 0xA5;
+constexpr uint32 kOverline = 0x203E;
+constexpr char kRomanYen = '\\';
+constexpr char kRomanOverline = '~';
+
 bool read_escape(Input* in, JisSet* set) {
   if (in->Left() < kEscapeLength) return false;
   for (const JisEscape& escape : kReadEscapes) {
@@ -142,7 +148,7 @@ Character next_jis(const Input& in, JisSet set, const JapaneseTables& tables) {
   case JisSet::kAscii:
     return {byte, 1};
   case JisSet::kRoman:
-    return {byte == 0x5C ? 0xA5U : byte == 0x7E ? 0x203EU : byte, 1};
+    return {byte == kRomanYen ? kYen : byte == kRomanOverline ? kOverline : byte, 1};
   case JisSet::kKana:
     return {byte <= 0x5F ? 0xFF61U + (byte - 0x21U) : 0, 1};
   case JisSet::kDouble:
@@ -204,7 +210,17 @@ public:
 
 private:
   static const char* EscapeOf(JisSet set) {
-    return set == JisSet::kDouble ? "\x1B$B" : set == JisSet::kKana ? "\x1B(I" : "\x1B(B";
+    switch (set) {
+    case JisSet::kDouble:
+      return "\x1B$B";
+    case JisSet::kKana:
+      return "\x1B(I";
+    case JisSet::kRoman:
+      return "\x1B(J";
+    case JisSet::kAscii:
+      break;
+    }
+    return "\x1B(B";
   }
   Output* fOut;
   JisSet fSet = JisSet::kAscii;
@@ -216,6 +232,8 @@ bool put_jis(JisWriter* writer, uint32 code, char substitute, const JapaneseTabl
     const char kana = static_cast<char>(code - 0xFF61 + 0x21);
     return writer->Put(JisSet::kKana, &kana, 1);
   }
+  if (code == kYen) return writer->Put(JisSet::kRoman, &kRomanYen, 1);
+  if (code == kOverline) return writer->Put(JisSet::kRoman, &kRomanOverline, 1);
   const uint16_t pairCode = code >= 0x80 && code < 0x10000 ? tables.toJis[code] : uint16_t{0};
   if (pairCode == 0) return writer->Put(JisSet::kAscii, &single, 1);
   const char pair[] = {static_cast<char>(pairCode >> 8), static_cast<char>(pairCode)};

@@ -51,6 +51,7 @@ TEST(ExactLyrics, BrokenLinesAreFound) {
 
 TEST(CharactersOutside, AreNamedOnce) {
   EXPECT_THAT(characters_outside("é日é\xE3한", 1), ElementsAre("é", "\\xE3", "한"));
-  EXPECT_THAT(characters_outside("日本 ｱ～", 2), IsEmpty());
+  EXPECT_THAT(characters_outside("¥100 ‾ 日本", 1), ElementsAre("¥", "‾"));
+  EXPECT_THAT(characters_outside("日本 ｱ～ ¥ ‾", 2), IsEmpty());
   EXPECT_THAT(characters_outside("\x1B(I1", 2), ElementsAre("\x1B")) << "would be read as kana";
 }

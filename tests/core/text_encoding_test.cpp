@@ -40,6 +40,12 @@ TEST(ShiftJis, WritesBothOfEachPairThatSharesACode) {
   EXPECT_EQ(from_utf8(kSjis, "‖∥−－¢￠£￡¬￢"), from_utf8(kSjis, "∥∥－－￠￠￡￡￢￢"));
 }
 
+TEST(ShiftJis, NeverTurnsAYenSignIntoABackslash) {
+  EXPECT_EQ(from_utf8(kSjis, "¥100 ‾\\~"), "\x1a"
+                                           "100 \x1a\\~");
+  EXPECT_EQ(from_utf8(kSjis, "—―"), "\x81\x5c\x81\x5c");
+}
+
 TEST(ShiftJis, GivesOneSubstituteForABrokenPieceAndKeepsTheLineEnd) {
   EXPECT_EQ(to_utf8(kSjis, "\x93\nx"), "\x1a\nx");
   EXPECT_EQ(to_utf8(kSjis, "\x93"), "\x1a");
@@ -58,6 +64,13 @@ TEST(Jis, ReadsEveryEscape) {
   EXPECT_EQ(to_utf8(kJis, "\x1b$@F|K\\\x1b(J\\~a\x1b(B\\"), "日本¥‾a\\");
   EXPECT_EQ(to_utf8(kJis, "\x1b(I123\x1b(B"), "ｱｲｳ");
   EXPECT_EQ(to_utf8(kJis, "\x1b$B!A\x1b(B"), "〜");
+}
+
+TEST(Jis, AYenSignAndAnOverlineComeBackAsTheyWereRead) {
+  for (const std::string text : {"a\x1b(J\\~\x1b(B100\\~", "\x1b$BF|\x1b(J~\x1b(I1\x1b(J\\\x1b(B\n\x1b(J\\\x1b(B"})
+    EXPECT_EQ(from_utf8(kJis, to_utf8(kJis, text)), text);
+  EXPECT_EQ(from_utf8(kJis, "日¥"), "\x1b$BF|\x1b(J\\\x1b(B");
+  EXPECT_EQ(from_utf8(kJis, "—―"), "\x1b$B!=!=\x1b(B");
 }
 
 TEST(Jis, ReturnsToAsciiAtALineEndAndAtTheEnd) {
