@@ -10,25 +10,25 @@ constexpr int32 kSkipMs = 2000;
 constexpr int32 kSpeedPoints = 5;
 } // namespace
 
-void TTagInputView::PlayerKey(char key) {
+bool TTagInputView::PlayerKey(char key) {
   switch (key) {
   case B_SPACE:
     if (!IsKeyRepeat()) fFrontEnd->PlayPause();
-    return;
+    return true;
   case B_LEFT_ARROW:
     fFrontEnd->SeekBy(-kSkipMs);
-    return;
+    return true;
   case B_RIGHT_ARROW:
     fFrontEnd->SeekBy(kSkipMs);
-    return;
+    return true;
   case B_UP_ARROW:
     fFrontEnd->ChangeSpeed(kSpeedPoints);
-    return;
+    return true;
   case B_DOWN_ARROW:
     fFrontEnd->ChangeSpeed(-kSpeedPoints);
-    return;
+    return true;
   default:
-    return;
+    return false;
   }
 }
 

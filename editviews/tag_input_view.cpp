@@ -104,7 +104,10 @@ bool TTagInputView::IsKeyRepeat() const {
 }
 
 void TTagInputView::KeyDown(const char* bytes, int32 count) {
-  if (IsCommand()) return PlayerKey(bytes[0]);
+  if (IsCommand()) {
+    if (!PlayerKey(bytes[0])) BListView::KeyDown(bytes, count);
+    return;
+  }
   switch (count > 0 ? bytes[0] : '\0') {
   case '+':
   case '-':

@@ -51,7 +51,8 @@ private:
   TTagInputItem* SelectedItem() const;
   TTagInputItem* Item(int32 row) const;
   int32 StampTimeMs() const;
-  void PlayerKey(char key);
+  /** A key with the Command modifier; false for one that the player has no use for. */
+  bool PlayerKey(char key);
   void MarkSung(int32 row);
   void SetText(int32 row, const std::string& text);
   bool IsKeyRepeat() const;

@@ -129,7 +129,19 @@ bool TextArea::event(QEvent* event) {
       return true;
     }
   }
+  if (event->type() == QEvent::KeyPress && LeaveText(static_cast<const QKeyEvent&>(*event))) return true;
   return QPlainTextEdit::event(event);
+}
+
+/** Tab is text, so the focus leaves by other keys as well: Ctrl+Tab and F6 forward, Shift+Ctrl+Tab back. False for any
+    other key. Shift+Tab goes back as everywhere. */
+bool TextArea::LeaveText(const QKeyEvent& key) {
+  const Qt::KeyboardModifiers down = key.modifiers();
+  const bool isTab = key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab;
+  const bool isCtrlTab = isTab && (down & ~Qt::ShiftModifier) == Qt::ControlModifier;
+  if (!isCtrlTab && !(key.key() == Qt::Key_F6 && down == Qt::NoModifier)) return false;
+  focusNextPrevChild(!(down & Qt::ShiftModifier));
+  return true;
 }
 
 /** Other keys go to the program and come back, so one that did not would overtake them. */

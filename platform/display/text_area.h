@@ -39,6 +39,7 @@ protected:
   void inputMethodEvent(QInputMethodEvent* event) override;
 
 private:
+  bool LeaveText(const QKeyEvent& key);
   void Tell(const QString& text) const;
   void NoteChange(int position, int added);
   /** Where in the block its lines begin, the first at 0. */

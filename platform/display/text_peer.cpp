@@ -34,7 +34,7 @@ auto asked(const Slot& slot, Question question) {
 } // namespace
 
 TextPeer::TextPeer(const BMessenger& view)
-    : ViewPeer(view, Keys::to_program, [view]() -> QWidget* { return new TextArea(view); }) {}
+    : ViewPeer(view, Keys::to_program_with_tabs, [view]() -> QWidget* { return new TextArea(view); }) {}
 
 void TextPeer::SetText(const std::string& text) {
   Change([text](QWidget* widget) { area(widget).SetBytes(text); });

@@ -52,7 +52,7 @@ enum : uint32 {
 };
 
 /** What a control wants from the keyboard; commands are the space bar and the keys that move, pressed with Ctrl. */
-enum class Keys { to_control, to_program, to_program_with_commands };
+enum class Keys { to_control, to_program, to_program_with_commands, to_program_with_tabs };
 
 /** The program's hand on one control of the display. Owned by the view; every call is safe on any thread and takes
     effect on the display thread, in order. Letting go of the peer ends the control. */

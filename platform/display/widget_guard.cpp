@@ -14,6 +14,14 @@
 
 namespace display {
 
+namespace {
+
+bool is_plain_tab(const QKeyEvent& key) {
+  return key.key() == Qt::Key_Tab && key.modifiers() == Qt::NoModifier;
+}
+
+} // namespace
+
 WidgetGuard::WidgetGuard(QWidget* widget, const BMessenger& view, Keys keys)
     : QObject(widget), fWidget(widget), fView(view), fKeys(keys) {
   widget->installEventFilter(this);
@@ -81,6 +89,7 @@ bool WidgetGuard::eventFilter(QObject* receiver, QEvent* event) {
 bool WidgetGuard::SendKey(const QKeyEvent& event) {
   std::string bytes = key_bytes(event);
   if (bytes.empty() && fKeys == Keys::to_program_with_commands) bytes = command_bytes(event);
+  if (fKeys == Keys::to_program_with_tabs && is_plain_tab(event)) bytes = "\t";
   if (bytes.empty()) return false;
   fRepeat = event.isAutoRepeat() ? fRepeat + 1 : 0;
   BMessage key(B_KEY_DOWN);

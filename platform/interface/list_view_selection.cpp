@@ -40,9 +40,18 @@ bool BListView::IsCommand() const {
   return key && key->FindInt32("modifiers", &held) == B_OK && (static_cast<uint32>(held) & B_COMMAND_KEY);
 }
 
+namespace {
+
+/** Keys that mean the same in a list with and without the Command modifier. */
+bool moves_far(uint8 key) {
+  return key == B_HOME || key == B_END || key == B_PAGE_UP || key == B_PAGE_DOWN;
+}
+
+} // namespace
+
 void BListView::KeyDown(const char* bytes, int32 count) {
   const auto key = static_cast<uint8>(bytes[0]);
-  if (count != 1 || IsCommand()) return BView::KeyDown(bytes, count);
+  if (count != 1 || (IsCommand() && !moves_far(key))) return BView::KeyDown(bytes, count);
   if (key == B_RETURN && fSelection >= 0) return Invoke();
   if (!MoveSelection(key)) BView::KeyDown(bytes, count);
 }

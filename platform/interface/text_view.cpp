@@ -98,7 +98,8 @@ void BTextView::SetFontAndColor(const BFont* font, uint32 mask, const rgb_color*
 
 void BTextView::KeyDown(const char* bytes, int32 count) {
   const auto first = static_cast<uint8>(bytes[0]);
-  const bool typesText = first == B_RETURN || (first >= B_SPACE && first != B_DELETE);
+  const bool typesTab = first == B_TAB && fEditable; // where nothing can be typed it goes to the next control
+  const bool typesText = first == B_RETURN || typesTab || (first >= B_SPACE && first != B_DELETE);
   if (!typesText) return BView::KeyDown(bytes, count);
   if (fEditable) InsertText(std::string_view(bytes, static_cast<size_t>(count)));
 }

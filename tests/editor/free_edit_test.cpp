@@ -39,6 +39,26 @@ TEST_F(FreeEdit, LinesMarkAndCurrentLineGoAlongWithTheMode) {
   EXPECT_EQ(Status().substr(Status().size() - 1), "3") << "behind the last line end means the last line";
 }
 
+TEST_F(FreeEdit, TabIsTypedAndOtherKeysLeaveTheText) {
+  OpenFreely("one\n");
+  Press("Tab");
+  EXPECT_EQ(View().Text(), "\tone\n");
+  EXPECT_TRUE(IsModified());
+  EXPECT_EQ(fWindow->CurrentFocus(), &View());
+  std::vector<const BView*> next;
+  for (const char* key : {"Ctrl+Tab", "F6", "Ctrl+Shift+Tab", "Shift+Tab"}) {
+    View().MakeFocus();
+    Settle();
+    Press(key);
+    EXPECT_NE(fWindow->CurrentFocus(), &View()) << key;
+    next.push_back(fWindow->CurrentFocus());
+  }
+  EXPECT_EQ(next[0], next[1]);
+  EXPECT_EQ(next[2], next[3]);
+  EXPECT_NE(next[0], next[2]);
+  EXPECT_EQ(View().Text(), "\tone\n");
+}
+
 TEST_F(FreeEdit, OnlyKeysThatMayChangeTheTextMarkIt) {
   OpenFreely("one\ntwo\n");
   for (const char* key : {"Home", "End", "Ins", "PgUp", "PgDown", "F5", "Esc", "Left", "Right", "Up", "Down", "Ctrl+C",
