@@ -45,7 +45,6 @@ std::string TTagInputView::NewFinding() {
   hint.AddInt32("TmDf", gPref->Values()->timeOffsetMs);
   Window()->PostMessage(&hint);
   const std::string number = std::to_string(std::abs(*latenessMs));
-  return "   " + (*latenessMs > 0
-                      ? gLLT->Text("StatBarStr_Stamps_Late_1") + number + gLLT->Text("StatBarStr_Stamps_Late_2")
-                      : gLLT->Text("StatBarStr_Stamps_Early_1") + number + gLLT->Text("StatBarStr_Stamps_Early_2"));
+  return *latenessMs > 0 ? gLLT->Text("StatBarStr_Stamps_Late_1") + number + gLLT->Text("StatBarStr_Stamps_Late_2")
+                         : gLLT->Text("StatBarStr_Stamps_Early_1") + number + gLLT->Text("StatBarStr_Stamps_Early_2");
 }

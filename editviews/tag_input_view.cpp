@@ -166,7 +166,7 @@ void TTagInputView::InputTagRqtd() {
   ScrollToSelection();
   ChangeRow(row, tag + line, TEditKind::kStamp);
   NoteStamp(row, newTimeMs);
-  Report(report + NewFinding());
+  Report(report, NewFinding());
 }
 
 void TTagInputView::IncDecTagRqtd(char key) {
@@ -183,7 +183,7 @@ void TTagInputView::IncDecTagRqtd(char key) {
   remove_time_tag(&line);
   ChangeRow(CurrentSelection(), tag + line, TEditKind::kOther);
   if (extended) NoteMove(CurrentSelection(), static_cast<int32>(timeMs + stepMs));
-  Report(gLLT->Text("StatBarStr_Fined_One_Time_Tag") + std::to_string(stepMs) + "[ms]" + NewFinding());
+  Report(gLLT->Text("StatBarStr_Fined_One_Time_Tag") + std::to_string(stepMs) + "[ms]", NewFinding());
 }
 
 void TTagInputView::RemoveTagRqtd() {
@@ -227,8 +227,9 @@ bool TTagInputView::Replay(const TReplay& replay) {
   return true;
 }
 
-void TTagInputView::Report(const std::string& text) {
+void TTagInputView::Report(const std::string& text, const std::string& finding) {
   BMessage report(kMsgStatBarStr);
   report.AddString("StatBarStr", text);
+  if (!finding.empty()) report.AddString("Finding", finding);
   if (Window()) Window()->PostMessage(&report);
 }

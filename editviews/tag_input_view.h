@@ -10,7 +10,8 @@
 class Sonivo_FrontEnd;
 class TTagInputItem;
 
-/** To the window: what an edit view has done; string "StatBarStr". */
+/** To the window: what an edit view has done; string "StatBarStr", and "Finding" where there is more to say, which is
+    shown behind it. */
 inline constexpr uint32 kMsgStatBarStr = 'Sssr';
 
 /** The lyrics as a list, one line selected: a key press writes the play position in front of it. On the window's
@@ -59,14 +60,14 @@ private:
   void ClearLines();
   /** The row bears another text from now on. */
   void ChangeRow(int32 row, const std::string& text, TEditKind kind);
-  void Report(const std::string& text);
+  void Report(const std::string& text, const std::string& finding = {});
 
   // tag_input_habit.cpp
   void NoteStamp(int32 row, int32 timeMs);
   void NoteMove(int32 row, int32 timeMs);
   /** After a step of the history. */
   void NoteReplay(int32 first, const std::list<std::string>& lines);
-  /** What there is to say of the user's habit, to stand behind a report; nearly always empty. */
+  /** What there is to say of the user's habit, to be shown behind a report; nearly always empty. */
   std::string NewFinding();
 
   bool fModified = false;

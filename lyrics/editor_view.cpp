@@ -210,6 +210,8 @@ void TVesmoEView::SetStatBarStr(const char* text) {
 void TVesmoEView::SetStatBarStrRqtd(const BMessage& message) {
   std::string text;
   if (message.FindString("StatBarStr", &text) != B_OK) return;
+  std::string finding;
+  if (message.FindString("Finding", &finding) == B_OK) text += "   " + finding;
   SetStatBarStr((std::string(cut_text(text)) + fSongWarning).c_str());
   fSongWarning.clear();
 }

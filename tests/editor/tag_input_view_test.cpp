@@ -1,6 +1,7 @@
 #include "editviews/tag_input_view.h"
 
 #include "lyrics/editor_view.h"
+#include "platform/app/message_filter.h"
 #include "tests/editor/editor_fixture.h"
 
 #include <gmock/gmock.h>
@@ -120,7 +121,40 @@ TEST_F(TagInputView, RowsAreAsHighAsTheFontOfTheSettings) {
   EXPECT_EQ(view.ItemFrame(1).top, view.ItemFrame(0).bottom + 1);
 }
 
+TEST_F(TagInputView, CtrlLeavesTheKeysThatMoveFarToTheList) {
+  std::string lyrics;
+  for (int i = 0; i < 100; ++i) lyrics += "a\n";
+  Show(lyrics, 50);
+  const auto rowAfter = [this](const char* key) {
+    Press(key);
+    return EditView().CurLine();
+  };
+  EXPECT_EQ(rowAfter("Ctrl+End"), 99);
+  EXPECT_LT(rowAfter("Ctrl+PgUp"), 99);
+  EXPECT_EQ(rowAfter("Ctrl+Home"), 0);
+  EXPECT_GT(rowAfter("Ctrl+PgDown"), 0);
+  const int32 before = EditView().CurLine();
+  EXPECT_EQ(rowAfter("Ctrl+Up"), before) << "which is the player's";
+}
+
+namespace {
+/** Keeps the texts of the status reports on their way to the window. */
+class Reports : public BMessageFilter {
+public:
+  explicit Reports(std::vector<std::string>* texts) : BMessageFilter(kMsgStatBarStr), fTexts(texts) {}
+  filter_result Filter(BMessage* report, BHandler**) override {
+    report->FindString("StatBarStr", &fTexts->emplace_back());
+    return B_DISPATCH_MESSAGE;
+  }
+
+private:
+  std::vector<std::string>* const fTexts;
+};
+} // namespace
+
 TEST_F(TagInputView, WhoKeepsMovingFreshStampsEarlierIsToldOnceHowLateTheyAre) {
+  std::vector<std::string> reports;
+  fWindow->AddCommonFilter(new Reports(&reports));
   SetPref([](TPrefValues* values) { values->timeOffsetMs = 10; });
   Show("a\na\na\na\na\na\na\na\n");
   for (int32 row = 0; row < 8; ++row) {
@@ -129,6 +163,7 @@ TEST_F(TagInputView, WhoKeepsMovingFreshStampsEarlierIsToldOnceHowLateTheyAre) {
     EditView().SetCurLine(row);
     for (int step = 0; step < 4; ++step) {
       Press("-");
+      EXPECT_EQ(reports.back(), "Tag moved by -10[ms]") << "the finding travels beside it";
       const bool isNew = row == 5 && step == 0;
       EXPECT_THAT(Status(),
                   EndsWith(std::string("Tag moved by -10[ms]") + (isNew ? "   Your stamps are about 40 ms late" : "")));
