@@ -11,6 +11,8 @@ constexpr int32 kPriority = 15;
 constexpr int32 kCapacity = 100;
 /** Time for the answer to a handshake to arrive. */
 constexpr bigtime_t kHandshakeUs = 20000;
+/** A wait for room in the player's queue has no end, but looks this often whether it is told to give up. */
+constexpr bigtime_t kSliceUs = 50000;
 } // namespace
 
 SNFE_Receiver::SNFE_Receiver()
@@ -22,10 +24,10 @@ SNFE_Receiver::~SNFE_Receiver() {
   delete_sem(fLock);
 }
 
-status_t SNFE_Receiver::LockData() const {
+status_t SNFE_Receiver::Lock() const {
   return acquire_sem(fLock);
 }
-void SNFE_Receiver::UnlockData() const {
+void SNFE_Receiver::Unlock() const {
   release_sem(fLock);
 }
 
@@ -34,33 +36,50 @@ void SNFE_Receiver::LaunchIfWanted() {
   if (fLaunchHost && !fHostRunning) be_roster->Launch(kHostSignature);
 }
 
-bool SNFE_Receiver::Handshake() {
+/** In slices, so that it can be told to give up. */
+status_t SNFE_Receiver::SendWaiting(const BMessenger& host, const BMessage& message) {
+  status_t sent = B_TIMED_OUT;
+  while (sent == B_TIMED_OUT && !fStopWaiting) sent = host.SendMessage(&message, this, kSliceUs);
+  return sent;
+}
+
+status_t SNFE_Receiver::Handshake(const TSend& send) {
   const BMessenger host(kHostSignature);
-  if (!host.IsValid()) return false;
-  const BMessage question(kMsgHostHandshake);
-  return host.SendMessage(&question, this, 0) == B_OK;
+  return host.IsValid() ? send(host, BMessage(kMsgHostHandshake)) : B_BAD_PORT_ID;
 }
 
 void SNFE_Receiver::StartSonivo() {
   LaunchIfWanted();
-  Handshake();
+  Handshake([this](const BMessenger& host, const BMessage& message) { return SendWaiting(host, message); });
 }
 
 BMessenger SNFE_Receiver::Host() {
-  LockData();
+  Lock();
   if (!fHost.IsValid()) fConnected = false;
   const BMessenger host = fConnected ? fHost : BMessenger();
-  UnlockData();
+  Unlock();
   return host;
 }
 
-void SNFE_Receiver::SendMsg(const BMessage* message) {
+status_t SNFE_Receiver::Deliver(const BMessage& message, const TSend& send) {
   if (!Host().IsValid()) {
     LaunchIfWanted();
-    if (Handshake()) snooze(kHandshakeUs);
+    const status_t sent = Handshake(send);
+    if (sent != B_OK) return sent;
+    snooze(kHandshakeUs);
   }
   const BMessenger host = Host();
-  if (host.IsValid()) host.SendMessage(message, this, 0);
+  return host.IsValid() ? send(host, message) : B_BAD_PORT_ID;
+}
+
+void SNFE_Receiver::SendMsg(const BMessage* message) {
+  Deliver(*message, [this](const BMessenger& host, const BMessage& sent) { return SendWaiting(host, sent); });
+}
+
+bool SNFE_Receiver::TrySendMsg(const BMessage* message) {
+  const status_t sent = Deliver(
+      *message, [this](const BMessenger& host, const BMessage& part) { return host.SendMessage(&part, this, 0); });
+  return sent != B_WOULD_BLOCK && sent != B_TIMED_OUT;
 }
 
 void SNFE_Receiver::MessageReceived(BMessage* message) {
@@ -81,22 +100,22 @@ void SNFE_Receiver::StoreInformation(const BMessage& message) {
   if (size < static_cast<ssize_t>(THostInformation::kSize)) return;
   bool isPlaying = false;
   const bool tells = message.FindBool("Playing", &isPlaying) == B_OK;
-  LockData();
+  Lock();
   std::memcpy(fInformation.bytes, bytes, THostInformation::kSize);
   fInformation.isPlaying = tells ? std::optional(isPlaying) : std::nullopt;
   fArrived = true;
-  UnlockData();
+  Unlock();
 }
 
 void SNFE_Receiver::StoreMessenger(const BMessage& message) {
-  LockData();
+  Lock();
   if (message.FindMessenger("Msgr", &fHost) == B_OK) fConnected = true;
-  UnlockData();
+  Unlock();
 }
 
 void SNFE_Receiver::TakeInformation(THostInformation* information) {
-  LockData();
+  Lock();
   *information = fInformation;
   fArrived = false;
-  UnlockData();
+  Unlock();
 }

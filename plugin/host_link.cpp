@@ -37,7 +37,7 @@ status_t wish(uint32 what, const char* field, int32 value) {
 
 Sonivo_FrontEnd::Sonivo_FrontEnd(bool pollInformation, int64 intervalUs)
     : fReceiver(new SNFE_Receiver), fDataLock(create_sem(1, "FrontEnd_data")), fIntervalUs(intervalUs),
-      fEnd(create_sem(0, "FrontEnd_end")), fPollInformation(pollInformation) {
+      fWake(create_sem(0, "FrontEnd_wake")), fPollInformation(pollInformation) {
   fReceiver->Run();
 }
 
@@ -45,9 +45,9 @@ Sonivo_FrontEnd::~Sonivo_FrontEnd() {
   StopWaiting();
   fQuitRequested = 1;
   delete_sem(fDataLock);
-  delete_sem(fEnd);
+  delete_sem(fWake);
   WaitUntilFinished();
-  if (fReceiver->Lock()) fReceiver->Quit();
+  if (fReceiver->BLooper::Lock()) fReceiver->Quit();
   Abort();
 }
 
@@ -69,15 +69,26 @@ void Sonivo_FrontEnd::Main() {
   fReceiver->StartSonivo();
   if (receiver > 0) set_thread_priority(receiver, fPriority);
   while (fQuitRequested == 0) {
-    if (fPollInformation) SendInfoRequest();
-    acquire_sem_etc(fEnd, fIntervalUs); // sleeps, unless the end comes first
+    if (fRequestWaits || fPollInformation) {
+      const BMessage request(kMsgHostInformation);
+      fReceiver->SendMsg(&request);
+      fRequestWaits = false;
+    }
+    acquire_sem_etc(fWake, fIntervalUs); // sleeps, unless a request or the end comes first
   }
   ThreadCleanUp();
 }
 
+void Sonivo_FrontEnd::StopWaiting() {
+  fStopWaiting = true;
+  fReceiver->StopWaiting();
+}
+
 void Sonivo_FrontEnd::SendInfoRequest() {
   const BMessage request(kMsgHostInformation);
-  fReceiver->SendMsg(&request);
+  if (fRequestWaits || fReceiver->TrySendMsg(&request)) return;
+  fRequestWaits = true;
+  release_sem(fWake);
 }
 
 void Sonivo_FrontEnd::Refresh() {
@@ -165,7 +176,9 @@ void Sonivo_FrontEnd::PlayThis(int32 index, bool fade) {
   command.AddBool("Fade", fade);
   command.AddSpecifier("Entry", index);
   command.AddSpecifier("Playlist");
-  BMessenger(kHostSignature).SendMessage(&command);
+  const BMessenger host(kHostSignature);
+  while (host.SendMessage(&command, BMessenger(), kSliceUs) == B_TIMED_OUT && !fStopWaiting) {
+  }
 }
 
 status_t Sonivo_FrontEnd::SeekTo(int32 positionMs) const {

@@ -25,6 +25,8 @@ public:
   void Start();
   void Main() override;
 
+  /** Never holds up the thread that owns the link: while the player's queue is full, one request waits for room on the
+      worker's thread, for all that are made meanwhile. */
   void SendInfoRequest();
   /** Takes over the answer that has arrived, if one has, and asks for the next: what one refresh asked for, the next
      one takes. */
@@ -54,7 +56,7 @@ public:
   status_t ShowMarks(const std::string& title, const std::vector<int32>& timesMs) const;
 
   /** Lets every waiting question give up, now and from now on. Any thread. */
-  void StopWaiting() { fStopWaiting = true; }
+  void StopWaiting();
 
   /** Grows with every answer to a question of the scripting. Any thread. */
   int32 CountAnswers() const { return fAnswers; }
@@ -69,12 +71,13 @@ private:
   SNFE_Receiver* fReceiver;
   sem_id fDataLock;
   const int64 fIntervalUs;
-  const sem_id fEnd; // deleted when the worker is to end
+  const sem_id fWake; // deleted when the worker is to end
   int32 fPriority = 0;
   THostInformation fInformation; // guarded by the data lock
   int32 fLastPositionMs = 0;     // as SungPositionMs saw it
   const bool fPollInformation;
   std::atomic<bool> fStopWaiting{false};
+  std::atomic<bool> fRequestWaits{false}; // for the worker to send
   std::atomic<int32> fAnswers{0};
 };
 

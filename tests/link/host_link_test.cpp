@@ -213,6 +213,22 @@ TEST_F(HostLink, APlayerThatAnswersLateIsNotCalledSilent) {
   EXPECT_EQ(fAsker->fRef.name, "song.txt");
 }
 
+TEST_F(HostLink, ARequestThatFindsThePlayersQueueFullIsSentWhenThereIsRoom) {
+  fHost->SetRecord(1, "song");
+  Connect();
+  RefreshUntilArrived();
+  LetArrive();
+  THostInformation taken;
+  fLink->Receiver()->TakeInformation(&taken);
+  fHost->Lock();
+  while (fHost->PostMessage('none') == B_OK) {
+  }
+  fLink->Refresh();
+  EXPECT_FALSE(fLink->Receiver()->HasArrived());
+  fHost->Unlock();
+  EXPECT_TRUE(hands::until([this] { return fLink->Receiver()->HasArrived(); }));
+}
+
 TEST_F(HostLink, APlayerThatHangsFreezesNobody) {
   fHost->SetRecord(1, "song");
   Connect();
