@@ -15,10 +15,13 @@ constexpr const char* kStateFile = "VesmoD_ExitStates.arc";
 } // namespace
 
 TVesmoD::TVesmoD(PluginConstructorStruct*) : TFamilyPlugin(kDisplayName) {
+  make_app_privacy();
   gDisplayState = new TDisplayState;
   make_settings();
-  load_record(gDisplayState, kStateFolder, kStateFile);
-  load_shared_prefs();
+  if (!are_settings_held_off()) {
+    load_record(gDisplayState, kStateFolder, kStateFile);
+    load_shared_prefs();
+  }
   const std::string path = image_path_with("gen_VesmoD");
   make_texts(path);
   StartManager(new TVesmoDCommMan(path));

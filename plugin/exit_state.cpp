@@ -19,6 +19,7 @@ bool TExitState::Unarchive(const BMessage& archive) {
 }
 
 bool load_global(const char* folder, const char* name) {
+  if (are_settings_held_off()) return false;
   const bool hasState = load_record(gExitState, folder, name);
   const bool hasPref = load_shared_prefs();
   return hasState && hasPref;

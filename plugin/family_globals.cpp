@@ -9,16 +9,11 @@
 #include "plugin/pref.h"
 #include "toolkit/alerts.h"
 
+#include <cstdlib>
 #include <optional>
 #include <utility>
 
 namespace {
-
-/** Stays when the plug-in goes. */
-TAppPrivacy& new_app_privacy() {
-  static std::optional<TAppPrivacy> record;
-  return record.emplace();
-}
 
 void show_language_failure(const char* text, const char* caption, const char* button) {
   koreva::post_msg(text, caption, {button, 'U', true}, "");
@@ -35,10 +30,15 @@ void destroy(T** object) {
 
 } // namespace
 
+/** Stays when the plug-in goes. */
+void make_app_privacy() {
+  static std::optional<TAppPrivacy> record;
+  gAppPrivacy = &record.emplace();
+}
+
 void make_settings() {
   set_language_alert(show_language_failure);
   TLLT::SetMissingKeyAlert(show_missing_key);
-  gAppPrivacy = &new_app_privacy();
   gIAP = new TInterAppPrefs;
   gIAP->SetAppSignatureRef(gAppSignature);
   gIAP->AddItem(new TIAPItemAccKeyFormat);
@@ -48,6 +48,8 @@ void make_settings() {
 
 void make_texts(const std::string& pluginPath) {
   gLLT = new TLLT;
+  const char* const showsMissing = std::getenv("VESMO_SHOW_DB_INFO");
+  gLLT->SET_SHOW_DB_INFO(showsMissing && *showsMissing);
   load_language(pluginPath.c_str());
   set_display_language(gLLT->Text("Locale"));
 }

@@ -5,19 +5,20 @@
 #include "platform/storage/entry.h"
 #include "plugin/pref.h"
 
-bool settings_held_off() {
+bool are_settings_held_off() {
   constexpr uint32 kAllFour = B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY;
   return (modifiers() & kAllFour) == kAllFour;
 }
 
 bool load_record(koreva::TArchivable* record, const char* folder, const char* name) {
   BEntry entry;
-  return !settings_held_off() && koreva::get_entry(name, &entry, koreva::kSettingsDir, folder) && record->Load(entry);
+  return koreva::get_entry(name, &entry, koreva::kSettingsDir, folder) && record->Load(entry);
 }
 
 bool save_record(koreva::TArchivable* record, const char* folder, const char* name) {
   BEntry entry;
-  return !settings_held_off() && koreva::get_entry(name, &entry, koreva::kSettingsDir, folder) && record->Save(entry);
+  return !are_settings_held_off() && koreva::get_entry(name, &entry, koreva::kSettingsDir, folder) &&
+         record->Save(entry);
 }
 
 bool load_shared_prefs() {

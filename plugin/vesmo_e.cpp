@@ -17,6 +17,7 @@ constexpr const char* kStateFile = "VesmoE_ExitStates.arc";
 
 TVesmoE::TVesmoE(PluginConstructorStruct*) : TFamilyPlugin(gAppName) {
   // The settings choose the language, and both must be there before the manager is.
+  make_app_privacy();
   gExitState = new TExitState;
   make_settings();
   load_global(kStateFolder, kStateFile);

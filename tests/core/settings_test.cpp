@@ -84,6 +84,26 @@ TEST_F(Settings, FourModifiersHoldTheSettingsOff) {
   EXPECT_EQ(gExitState->fMode, 0) << "what was saved before";
 }
 
+namespace {
+/** The user presses all four keys while the exit states are being read. */
+class LateKeys : public TExitState {
+public:
+  bool Load(const BEntry& entry) override {
+    report_modifiers(B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY);
+    return TExitState::Load(entry);
+  }
+};
+} // namespace
+
+TEST_F(Settings, TheModifiersAreReadOnceWhenLoadingBegins) {
+  ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
+  BEntry shared;
+  ASSERT_TRUE(koreva::get_entry("VesmoShared_Prefs.arc", &shared, koreva::kSettingsDir, "Shared"));
+  ASSERT_TRUE(gPref->Save(shared));
+  delete std::exchange(gExitState, new LateKeys);
+  EXPECT_TRUE(load_global("VesmoE", "State.arc"));
+}
+
 TEST_F(Settings, WhatCannotBeReadIsKeptBesideTheNewFile) {
   ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
   const auto first = std::filesystem::last_write_time(fFolder.File("KOREVA/VesmoE/State.arc"));
