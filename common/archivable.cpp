@@ -97,10 +97,33 @@ status_t TArchivable::Find(const BMessage& archive, const char* name, BMessage* 
   return archive.FindMessage(name, index, value);
 }
 
+status_t TArchivable::Find(const BMessage& archive, const char* name, const char** value, int32 index) {
+  const void* bytes = nullptr;
+  ssize_t size = 0;
+  const status_t status = Find(archive, name, B_STRING_TYPE, &bytes, &size, index);
+  if (status != B_OK) return status;
+  const char* const text = static_cast<const char*>(bytes);
+  if (size == 0 || text[size - 1] != '\0') return B_BAD_TYPE;
+  *value = text;
+  return B_OK;
+}
+
+/** Both outputs, or neither. */
+status_t TArchivable::Find(const BMessage& archive, const char* name, type_code type, const void** bytes, ssize_t* size,
+                           int32 index) {
+  const void* found = nullptr;
+  ssize_t foundSize = 0;
+  const status_t status = archive.FindData(name, type, index, &found, &foundSize);
+  if (status != B_OK) return status;
+  *bytes = found;
+  *size = foundSize;
+  return B_OK;
+}
+
 status_t TArchivable::Find(const BMessage& archive, const char* name, rgb_color* value, int32 index) {
   const void* bytes = nullptr;
   ssize_t size = 0;
-  const status_t status = archive.FindData(name, B_RAW_TYPE, index, &bytes, &size);
+  const status_t status = Find(archive, name, B_RAW_TYPE, &bytes, &size, index);
   if (status != B_OK) return status;
   if (size != sizeof *value) return B_BAD_TYPE;
   std::memcpy(value, bytes, sizeof *value);

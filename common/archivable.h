@@ -38,6 +38,11 @@ protected:
   static status_t Find(const BMessage& archive, const char* name, float* value, int32 index = 0);
   static status_t Find(const BMessage& archive, const char* name, double* value, int32 index = 0);
   static status_t Find(const BMessage& archive, const char* name, std::string* value, int32 index = 0);
+  /** Points into the archive. A text that does not end in its NUL is of the wrong type. */
+  static status_t Find(const BMessage& archive, const char* name, const char** value, int32 index = 0);
+  /** Raw bytes of that type; they stay the archive's. */
+  static status_t Find(const BMessage& archive, const char* name, type_code type, const void** bytes, ssize_t* size,
+                       int32 index = 0);
   static status_t Find(const BMessage& archive, const char* name, BRect* value, int32 index = 0);
   static status_t Find(const BMessage& archive, const char* name, entry_ref* value, int32 index = 0);
   static status_t Find(const BMessage& archive, const char* name, BMessage* value, int32 index = 0);

@@ -77,7 +77,7 @@ void TVesmoEView::RefsReceived(const BMessage& message) {
 bool TVesmoEView::AsksToForget(const BMessage& message, const entry_ref& ref) {
   if (!message.HasField(kFromRecentFiles) || message.IsSourceRemote() || !(modifiers() & B_CONTROL_KEY)) return false;
   if (ask_no_yes(gLLT->Text("Ask_Del_One_MRUF_1") + ref.name + gLLT->Text("Ask_Del_One_MRUF_2")))
-    SendHistoryRqtd(kMsgRemoveHistory, ref);
+    SendRemoveHistoryRqtd(ref);
   return true;
 }
 
@@ -85,7 +85,7 @@ bool TVesmoEView::MakeSureItExists(const entry_ref& ref) {
   if (BEntry(&ref).Exists()) return true;
   const std::string question = gLLT->Text("Ask_Create_New_1") + ref.FullPath() + gLLT->Text("Ask_Create_New_2");
   if (!ask_no_yes(question)) {
-    SendHistoryRqtd(kMsgRemoveHistory, ref);
+    SendRemoveHistoryRqtd(ref);
     return false;
   }
   if (CreateNewLyricsFile(ref)) return true;
@@ -119,7 +119,7 @@ bool TVesmoEView::OpenFile(const BMessage& request, const entry_ref& ref, const 
     ShowLines(std::move(lines));
     if (source != ref) MarkChanged();
   }
-  SendHistoryRqtd(kMsgAddHistory, ref);
+  SendAddHistoryRqtd();
   SetWinTitle();
   ExpDefaultStatBarRqtd();
   TellNotWhole();
@@ -144,8 +144,14 @@ bool TVesmoEView::SimpleData(const BMessage& message) {
   return true;
 }
 
-void TVesmoEView::SendHistoryRqtd(uint32 code, const entry_ref& ref) {
-  BMessage request(code);
+void TVesmoEView::SendAddHistoryRqtd() {
+  BMessage request(kMsgAddHistory);
+  request.AddRef("refs", &fInfo.File);
+  Window()->PostMessage(&request);
+}
+
+void TVesmoEView::SendRemoveHistoryRqtd(const entry_ref& ref) {
+  BMessage request(kMsgRemoveHistory);
   request.AddRef("refs", &ref);
   Window()->PostMessage(&request);
 }

@@ -63,7 +63,7 @@ void TVesmoEView::SaveRequested(const BMessage& message) {
   if (info.File.IsEmpty() || info.File.directory.empty() || SaveLyrics(info) != B_OK || !IsOnDisk(info)) return;
   fInfo = info;
   fTeller->DocumentChanged();
-  SendHistoryRqtd(kMsgAddHistory, info.File);
+  SendAddHistoryRqtd();
   SetWinTitle();
   SetStatBarStr(gLLT->Text("StatBarStr_Saved_Lyrics"));
   koreva::invoke_next_msg(&message);

@@ -106,7 +106,9 @@ private:
   bool CreateNewLyricsFile(const entry_ref& ref);
   void ShowLines(std::list<std::string> lines);
   bool SimpleData(const BMessage& message);
-  void SendHistoryRqtd(uint32 code, const entry_ref& ref);
+  /** Ask the window to take the document's file into the recent ones, or a file out of them. */
+  void SendAddHistoryRqtd();
+  void SendRemoveHistoryRqtd(const entry_ref& ref);
 
   // editor_saving.cpp
   long AskAboutChanges() const;

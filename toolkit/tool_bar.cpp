@@ -13,8 +13,8 @@ TToolBar::TToolBar(BRect frame, const char* name, uint32 resizingMode) : BView(f
   SetAccessibleRole(B_TOOL_BAR_ROLE);
 }
 
-TToolButton* TToolBar::AppendButton(const char* name, const BBitmap& bitmap, BMessage* message) {
-  auto* const button = new TToolButton({}, name, bitmap, message);
+TToolButton* TToolBar::AppendButton(BRect frame, const char* name, const BBitmap& bitmap, BMessage* message) {
+  auto* const button = new TToolButton(frame, name, bitmap, message);
   button->SetFlat(fIsFlat);
   fButtons.push_back(button);
   AddChild(button);
@@ -65,9 +65,10 @@ void TToolBar::LayOut() {
   const display::ToolMetrics metrics = display::tool_metrics();
   float left = kMargin;
   for (int32 i = 0; BView* const child = ChildAt(i); ++i) {
-    const bool isButton = dynamic_cast<TToolButton*>(child) != nullptr;
+    const auto* const button = dynamic_cast<TToolButton*>(child);
     child->MoveTo(left, kMargin);
-    child->ResizeTo(isButton ? metrics.button.x : metrics.separator - 1, metrics.button.y);
+    child->ResizeTo(button ? std::max(metrics.button.x, button->LeastWidth()) : metrics.separator - 1,
+                    metrics.button.y);
     left = child->Frame().right + 1;
   }
   ResizeTo(Bounds().Width(), metrics.button.y + 2 * kMargin);

@@ -12,8 +12,9 @@ class TToolBar : public BView {
 public:
   TToolBar(BRect frame, const char* name, uint32 resizingMode = B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
 
-  /** The message goes to the window, unless the button is given another target. */
-  TToolButton* AppendButton(const char* name, const BBitmap& bitmap, BMessage* message);
+  /** The bar gives the button its place, and its size: that of all buttons, or the frame's width if that is larger.
+      The message goes to the window, unless the button is given another target. */
+  TToolButton* AppendButton(BRect frame, const char* name, const BBitmap& bitmap, BMessage* message);
   void AppendSeparator();
 
   /** Buttons are counted from the left, separators are not. Null for a name or an index that there is not. */

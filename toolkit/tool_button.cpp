@@ -4,7 +4,7 @@
 #include "toolkit/tool_tip.h"
 
 TToolButton::TToolButton(BRect frame, const char* name, const BBitmap& bitmap, BMessage* message)
-    : BControl(frame, name, "", message), fBitmap(bitmap) {}
+    : BControl(frame, name, "", message), fLeastWidth(frame.Width()), fBitmap(bitmap) {}
 
 std::shared_ptr<display::ViewPeer> TToolButton::MakePeer() {
   auto peer = std::make_shared<display::ToolButtonPeer>(BMessenger(this), fBitmap);

@@ -7,8 +7,10 @@
     the program. */
 class TToolButton : public BControl {
 public:
+  /** A bar that lays it out keeps it at least as wide as the frame. */
   TToolButton(BRect frame, const char* name, const BBitmap& bitmap, BMessage* message);
 
+  float LeastWidth() const { return fLeastWidth; }
   /** Shown beside the mouse, and what the button is called by those who listen to the screen. */
   void SetTip(const char* tip);
   void SetValue(int32 value) override;
@@ -19,6 +21,7 @@ protected:
   std::shared_ptr<display::ViewPeer> MakePeer() override;
 
 private:
+  const float fLeastWidth;
   BBitmap fBitmap;
   bool fIsFlat = true;
   bool fHasValue = false;

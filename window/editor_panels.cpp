@@ -22,6 +22,13 @@ void set_priority(const BFilePanel& panel, int32 priority) {
   set_thread_priority(panel.Window()->Thread(), priority);
 }
 
+/** Empty when that is not known. */
+std::string folder_of(const BFilePanel& panel) {
+  entry_ref folder;
+  panel.GetPanelDirectory(&folder);
+  return folder.IsEmpty() ? std::string() : folder.FullPath();
+}
+
 } // namespace
 
 std::string TVesmoEWin::PanelFolder() const {
@@ -50,7 +57,7 @@ void TVesmoEWin::MItemOpenClicked() {
     const BMessenger answers(this);
     fOpenPanel = std::make_unique<BFilePanel>(B_OPEN_PANEL, &answers);
   }
-  fOpenPanel->SetPanelDirectory(PanelFolder().c_str());
+  SetOpenPanelFolder(PanelFolder());
   SetOpenPanelLabel();
   set_priority(*fOpenPanel, kShownPriority);
   fOpenPanel->Show();
@@ -58,7 +65,7 @@ void TVesmoEWin::MItemOpenClicked() {
 
 void TVesmoEWin::MItemSaveAsClicked(const BMessage& message) {
   if (!fSavePanel) fSavePanel = std::make_unique<TVesmoESavePanel>(BMessenger(this));
-  fSavePanel->SetPanelDirectory(PanelFolder().c_str());
+  SetSavePanelFolder(PanelFolder());
   SetSavePanelLabel();
   BMessage save(B_SAVE_REQUESTED);
   BMessage next;
@@ -71,9 +78,13 @@ void TVesmoEWin::MItemSaveAsClicked(const BMessage& message) {
   const TLyricsInfo info = fEditorView->CurrentLyricsInfo();
   fSavePanel->SetEncoding(static_cast<int32>(info.Encoding));
   fSavePanel->SetCRType(static_cast<int32>(info.CRType));
-  fSavePanel->SetSaveText(DocumentName().c_str());
+  SetSavePanelFileName();
   set_priority(*fSavePanel, kShownPriority);
   fSavePanel->Show();
+}
+
+void TVesmoEWin::SetSavePanelFileName() {
+  fSavePanel->SetSaveText(DocumentName().c_str());
 }
 
 std::string TVesmoEWin::DocumentName() const {
@@ -98,16 +109,30 @@ void TVesmoEWin::PanelClosed(const BMessage& message) {
   const BFilePanel* panel = nullptr;
   if (fSavePanel && source == static_cast<BFilePanel*>(fSavePanel.get())) panel = fSavePanel.get();
   if (fOpenPanel && source == fOpenPanel.get()) panel = fOpenPanel.get();
-  const bool isExport = fExportPanel && source == static_cast<BFilePanel*>(fExportPanel.get());
-  if (isExport) panel = fExportPanel.get();
+  // Exported copies go elsewhere than the documents: the folder of their panel is not kept.
+  if (fExportPanel && source == static_cast<BFilePanel*>(fExportPanel.get())) panel = fExportPanel.get();
   if (panel == nullptr) return;
   set_priority(*panel, kHiddenPriority);
-  if (!isExport) RememberPanelFolder(*panel); // copies go elsewhere than the documents
+  if (panel == fSavePanel.get()) SetSavePanelFolder(folder_of(*panel));
+  if (panel == fOpenPanel.get()) SetOpenPanelFolder(folder_of(*panel));
   Activate(true); // the keys are the editor's again, also where no window manager sees to it
 }
 
-void TVesmoEWin::RememberPanelFolder(const BFilePanel& panel) {
-  entry_ref folder;
-  panel.GetPanelDirectory(&folder);
-  if (!folder.IsEmpty()) gExitState->fPanelFolder = folder.FullPath();
+void TVesmoEWin::SetOpenPanelFolder(const std::string& folder) {
+  if (folder.empty()) return;
+  fOpenPanel->SetPanelDirectory(folder.c_str());
+  gExitState->fPanelFolder = folder;
+}
+
+void TVesmoEWin::SetSavePanelFolder(const std::string& folder) {
+  if (folder.empty()) return;
+  fSavePanel->SetPanelDirectory(folder.c_str());
+  gExitState->fPanelFolder = folder;
+}
+
+void TVesmoEWin::RememberPanelFolders() const {
+  for (const BFilePanel* panel : {fOpenPanel.get(), static_cast<BFilePanel*>(fSavePanel.get())}) {
+    const std::string folder = panel ? folder_of(*panel) : std::string();
+    if (!folder.empty()) gExitState->fPanelFolder = folder;
+  }
 }

@@ -26,7 +26,7 @@ constexpr float kMinTextHeight = 85;
 void TVesmoEWin::AddButton(const char* name, uint32 code, BHandler* target, int32 mode) {
   auto* const message = new BMessage(code);
   if (mode >= 0) message->AddInt32("Mode", mode);
-  fToolBar->AppendButton(name, GetBitmap(name), message)->SetTarget(BMessenger(target));
+  fToolBar->AppendButton({}, name, GetBitmap(name), message)->SetTarget(BMessenger(target));
 }
 
 void TVesmoEWin::CreateToolBar() {

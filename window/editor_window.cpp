@@ -38,6 +38,10 @@ window_feel proper_feel() {
   return gPref->Values()->stayOnTop ? B_FLOATING_ALL_WINDOW_FEEL : B_NORMAL_WINDOW_FEEL;
 }
 
+void set_proper_feel(BWindow* window) {
+  window->SetFeel(proper_feel());
+}
+
 } // namespace
 
 TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
@@ -140,10 +144,13 @@ bool TVesmoEWin::QuitRequested() {
 
 void TVesmoEWin::Quit() {
   gExitState->fWindowFrame = Frame();
+  // The view's mode is the one whose button is pressed, but for the moment until 'umcr' has pressed it: a window that
+  // the manager closes in that moment would lose the mode that the user has just chosen.
   gExitState->fMode = fEditorView->Mode();
-  if (fOpenPanel) RememberPanelFolder(*fOpenPanel);
-  if (fSavePanel) RememberPanelFolder(*fSavePanel);
-  // After the record: the manager reads it when it opens the next window.
+  RememberPanelFolders();
+  // Posted after the record is complete. Once the manager has this message it waits for the window no longer: on other
+  // threads the plug-in's end may write the record to the disk, and the next window read it; place and mode could be
+  // lost.
   BMessage closed('mwcl');
   closed.AddMessenger("window", BMessenger(this));
   closed.AddInt32("FilesTaken", fFilesTaken);
@@ -187,7 +194,7 @@ void TVesmoEWin::FrameMoved(BPoint leftTop) {
 }
 
 void TVesmoEWin::PrefStayOnTopChanged() {
-  SetFeel(proper_feel());
+  set_proper_feel(this);
 }
 
 void TVesmoEWin::IAPChanged(const BMessage& message) {

@@ -87,7 +87,11 @@ private:
   void SetOpenPanelLabel();
   void SetSavePanelLabel();
   void PanelClosed(const BMessage& message);
-  void RememberPanelFolder(const BFilePanel& panel);
+  /** The folder that a panel shows, and that is kept for the next time. */
+  void SetOpenPanelFolder(const std::string& folder);
+  void SetSavePanelFolder(const std::string& folder);
+  void SetSavePanelFileName();
+  void RememberPanelFolders() const;
   std::string PanelFolder() const;
   std::string DocumentName() const;
 

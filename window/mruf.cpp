@@ -107,9 +107,9 @@ bool TMRUF::Archive(BMessage* archive) {
 bool TMRUF::Unarchive(const BMessage& archive) {
   const bool succeeded = TArchivable::Unarchive(archive);
   ClearMRUF();
-  std::string path;
+  const char* path = nullptr;
   int32 index = 0;
   status_t status = B_OK;
-  while ((status = Find(archive, "MRUF", &path, index++)) == B_OK) AddMRUF(path.c_str());
+  while ((status = Find(archive, "MRUF", &path, index++)) == B_OK) AddMRUF(path);
   return succeeded && status != B_BAD_TYPE;
 }

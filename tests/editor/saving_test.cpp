@@ -137,6 +137,16 @@ TEST_F(SavingNew, CloseWaitsForTheNameAndForNothingElse) {
   EXPECT_EQ(fFolder.Read(("named.lrc")), std::string("\n\0", 2));
 }
 
+TEST_F(SavingNew, SaveAsCarriesOutTheCommandThatItWasGiven) {
+  BMessage saveAs('_sva');
+  const BMessage next(B_QUIT_REQUESTED);
+  saveAs.AddMessage("NxtM", &next);
+  saveAs.AddPointer("NxtMT", static_cast<BHandler*>(fWindow));
+  Send(saveAs);
+  hands::type_file_name(Panel(), "named.lrc");
+  EXPECT_TRUE(Until([&] { return IsClosed(); }));
+}
+
 TEST_F(SavingNew, CancelledPanelDropsTheWaitingCommand) {
   Answer("Y", [&] { PressCloseButton(); });
   hands::press(Panel(), "Escape");

@@ -50,6 +50,16 @@ TEST_F(WindowMessages, ClosingKeepsThePlaceOfTheWindowAndItsMode) {
   EXPECT_EQ(gExitState->fMode, 1);
 }
 
+TEST_F(WindowMessages, AModeChosenAMomentBeforeTheManagerClosesTheWindowIsKept) {
+  BMessage mode(kMsgMode);
+  mode.AddInt32("Mode", 2);
+  fWindow->PostMessage(&mode, fWindow->FindView("VesmoEditorView"));
+  ASSERT_TRUE(fWindow->DeliverNext()); // its button is pressed by the message after this one
+  ASSERT_TRUE(fWindow->Lock());
+  fWindow->Quit();
+  EXPECT_EQ(gExitState->fMode, 2);
+}
+
 TEST_F(WindowMessages, ShiftedTagsKeepTheCurrentLineAndAreReportedAsTyped) {
   Open(fFolder.Write("a.lrc", "[00:10]a\n[00:10:00]b\nc\n"));
   Press("Down");

@@ -10,12 +10,12 @@ class BarWindow : public Keeping<BWindow> {
 public:
   BarWindow() : Keeping({100, 100, 399, 299}, "tools") {
     fBar = new TToolBar({0, 0, 299, 30}, "ToolBar");
-    fBar->AppendButton("Open", GetBitmap("TBSave"), new BMessage('_opn'));
-    fBar->AppendButton("Save", GetBitmap("TBSave"), new BMessage('_sav'));
+    fBar->AppendButton({}, "Open", GetBitmap("TBSave"), new BMessage('_opn'));
+    fBar->AppendButton({}, "Save", GetBitmap("TBSave"), new BMessage('_sav'));
     fBar->AppendSeparator();
     auto* mode = new BMessage('mode');
     mode->AddInt32("Mode", 1);
-    fBar->AppendButton("Std", GetBitmap("TBSave"), mode)->SetValue(0);
+    fBar->AppendButton({0, 0, 99, 9}, "Std", GetBitmap("TBSave"), mode)->SetValue(0);
     AddChild(fBar);
   }
   TToolBar* fBar;
@@ -39,6 +39,12 @@ TEST_F(ToolBar, ClickSendsTheMessageWithItsFieldsAndChangesNothingElse) {
   EXPECT_FALSE(hands::spoken(*fWindow, "Std").isOn) << "pressed in is what the program says";
   EXPECT_EQ(After([&] { Click("Std"); }), Codes{'mode'}) << "once more, the message is its own still";
   EXPECT_EQ(hands::focused_view(*fWindow), "Open") << "the focus stays";
+}
+
+TEST_F(ToolBar, AButtonIsAsWideAsItsFrameAsksFor) {
+  EXPECT_EQ(Bar().FindItem("Std")->Frame().Width(), 99);
+  EXPECT_LT(Bar().FindItem("Open")->Frame().Width(), 99);
+  EXPECT_EQ(Bar().FindItem("Std")->Frame().Height(), Bar().FindItem("Open")->Frame().Height());
 }
 
 TEST_F(ToolBar, ButtonIsAimedAtAnotherHandler) {
