@@ -20,6 +20,7 @@ namespace {
 /** A list that is being put in order is written once that is done. */
 constexpr bigtime_t kKeepDelayUs = 2000000;
 constexpr bigtime_t kBetweenPiecesUs = 100000;
+constexpr int32 kMostPaths = 100000; // of one message
 
 std::vector<int64> ids_in(const BMessage& message) {
   std::vector<int64> ids;
@@ -31,7 +32,7 @@ std::vector<int64> ids_in(const BMessage& message) {
 std::vector<std::string> paths_in(const BMessage& message) {
   std::vector<std::string> paths;
   std::string path;
-  for (int32 i = 0; message.FindString("path", i, &path) == B_OK; ++i) paths.push_back(path);
+  for (int32 i = 0; i < kMostPaths && message.FindString("path", i, &path) == B_OK; ++i) paths.push_back(path);
   return paths;
 }
 

@@ -39,7 +39,9 @@ bool TSonivoApp::HandleWish(const BMessage& message) {
 }
 
 void TSonivoApp::TakeMarks(const BMessage& message) {
-  if (message.FindString("Title", &fMarkedTitle) != B_OK) return;
+  std::string title;
+  if (message.FindString("Title", &title) != B_OK) return;
+  fMarkedTitle = cut_title(title);
   constexpr int32 kMostMarks = 20000;
   auto marks = std::make_shared<std::vector<int32>>();
   int32 timeMs = 0;

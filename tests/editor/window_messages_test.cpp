@@ -33,6 +33,13 @@ TEST_F(WindowMessages, MessagesWithoutTheirFieldsChangeNothing) {
   EXPECT_TRUE(hands::menu_lines(*fWindow, {"M - Mode", "T - Tag input"}).front().isMarked);
 }
 
+TEST_F(WindowMessages, AReportOfMegabytesIsTruncated) {
+  BMessage report('Sssr');
+  report.AddString("StatBarStr", std::string(5000000, 'x'));
+  Send(report);
+  EXPECT_THAT(Status(), EndsWith(">   " + std::string(1024, 'x')));
+}
+
 TEST_F(WindowMessages, StaysOnTopWhenTheSettingsSaySo) {
   SetPref([](TPrefValues* values) { values->stayOnTop = true; });
   Send(BMessage('Spsc'));

@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace {
 
 struct Asker : BLooper {
@@ -144,6 +146,16 @@ TEST_F(HostLink, HandshakeIsRepeatedWhenThePlayerComesBack) {
     fLink->Refresh();
     return fLink->PositionMs() == 2;
   }));
+}
+
+TEST_F(HostLink, AnEntryWithATitleOfMegabytesIsTruncated) {
+  Connect();
+  fHost->fEntries = {{"/" + std::string(5000000, 'p'), std::string(1023, 't') + "語" + std::string(5000000, 't')}};
+  SonivoSongEntry entry;
+  ASSERT_TRUE(fLink->GetEntry(&entry, 0));
+  EXPECT_EQ(entry.title, std::string(1023, 't'));
+  EXPECT_LE(std::strlen(entry.filename), 4096U) << "too long to be opened, as before";
+  free_song_entry(&entry);
 }
 
 TEST_F(HostLink, ThePlayingSongIsTheFirstOfItsTitle) {
