@@ -24,7 +24,7 @@ public:
     fPrefs.SetAppSignatureRef(fSignature);
     fPrefs.AddItem(new TIAPItemAccKeyFormat);
     fPrefs.AddItem(new TIAPItemFlatToolBar);
-    be_roster->AddName(fSignature, BMessenger(this));
+    be_roster->AddName(fSignature, BMessenger(this), {kMsgIAPNotice});
   }
   ~Family() override { be_roster->RemoveName(fSignature); }
   void MessageReceived(BMessage* message) override {

@@ -5,7 +5,16 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <thread>
+
+TEST(Threads, ThatThrowEndAlone) {
+  const thread_id thread =
+      spawn_thread([](void*) -> int32 { throw std::runtime_error("on purpose"); }, "thrower", 10, nullptr);
+  EXPECT_EQ(resume_thread(thread), B_OK);
+  wait_for_thread(thread, nullptr);
+  EXPECT_EQ(find_thread("thrower"), B_NAME_NOT_FOUND);
+}
 
 TEST(Threads, AreFoundByNameWhileTheyLive) {
   static sem_id go;

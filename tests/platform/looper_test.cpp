@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <atomic>
 #include <stdexcept>
@@ -75,6 +76,22 @@ TEST(Looper, AskerIsReleasedWhenTheTargetGoesWithTheQuestionInItsQueue) {
   while (looper->CountMessages() == 0) std::this_thread::yield();
   looper.reset();
   asker.join();
+}
+
+TEST(Looper, WithoutAThreadSaysSoAndIsDeletedByQuit) {
+  pthread_attr_t usual;
+  pthread_attr_t huge;
+  pthread_getattr_default_np(&usual);
+  pthread_getattr_default_np(&huge);
+  pthread_attr_setstacksize(&huge, size_t{1} << 47); // more than there are addresses
+  std::atomic<int> alive{0};
+  auto* const looper = new Recorder(&alive);
+  pthread_setattr_default_np(&huge);
+  EXPECT_LT(looper->Run(), 0);
+  pthread_setattr_default_np(&usual);
+  EXPECT_TRUE(looper->Lock());
+  looper->Quit();
+  EXPECT_EQ(alive, 0);
 }
 
 TEST(Looper, AnswerThatComesTooLateHurtsNobody) {

@@ -7,13 +7,18 @@
       read-many NAME COUNT       reads that often: how many came in order
       app SIGNATURE CAPACITY     starts an application that bears the signature, see Echo
       ask SIGNATURE TEXT         asks an application: its answer
-      notes                      how many notes the application has had */
+      notes                      how many notes the application has had
+      notify SIGNATURE           asks an application with a looper as the target of the answer: a status
+      send SIGNATURE CODE        asks an application with any code: the code of the answer
+      letters COUNT SEED PROCESS SIGNATURE...
+                                 attacks a process, see hostile_letters.h: how many were taken */
 
 #include "platform/app/application.h"
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
 #include "platform/kernel/ports.h"
 #include "platform/kernel/semaphores.h"
+#include "tests/processes/hostile_letters.h"
 
 #include <array>
 #include <atomic>
@@ -69,7 +74,7 @@ int32 read_many(port_id port, int32 count) {
 class Echo : public BLooper {
 public:
   Echo(const char* signature, int32 capacity) : BLooper("echo", B_NORMAL_PRIORITY, capacity) {
-    be_roster->AddName(signature, BMessenger(this));
+    be_roster->AddName(signature, BMessenger(this), {'ask?', 'drop', 'keep', 'free', 'twic', 'note', 'stop'});
     Run();
   }
 
@@ -120,6 +125,31 @@ std::string ask(const std::string& signature, const std::string& text) {
   return answered;
 }
 
+std::string send_code(const std::string& signature, const std::string& code) {
+  BMessage question(0);
+  for (const char c : code) question.what = question.what << 8 | static_cast<unsigned char>(c);
+  BMessage answer;
+  if (BMessenger(signature.c_str()).SendMessage(&question, &answer) != B_OK) return "failed";
+  std::string answered;
+  for (int shift = 24; shift >= 0; shift -= 8) answered += static_cast<char>(answer.what >> shift & 0xff);
+  return answered;
+}
+
+status_t notify(const std::string& signature) {
+  auto* const looper = new BLooper("asker");
+  looper->Run();
+  const BMessage question('ask?');
+  return BMessenger(signature.c_str()).SendMessage(&question, BMessenger(looper));
+}
+
+int attack(int count, std::istringstream* words) {
+  HostileLetters letters;
+  letters.count = count;
+  *words >> letters.seed >> letters.process;
+  for (std::string signature; *words >> signature;) letters.signatures.push_back(signature);
+  return send_hostile_letters(letters);
+}
+
 std::string obey(const std::string& order) {
   std::istringstream words(order);
   std::string verb;
@@ -136,6 +166,13 @@ std::string obey(const std::string& order) {
     return be_roster->IsRunning(name.c_str()) ? "ok" : "failed";
   }
   if (verb == "notes") return std::to_string(Echo::sNotes);
+  if (verb == "notify") return status_name(notify(name));
+  if (verb == "letters") return std::to_string(attack(std::stoi(name), &words));
+  if (verb == "send") {
+    std::string code;
+    words >> code;
+    return send_code(name, code);
+  }
   if (verb == "ask") {
     std::string text;
     words >> text;

@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <sys/un.h>
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <thread>
@@ -201,6 +202,25 @@ TEST(PortsBetweenProcesses, SurviveWhateverIsWrittenToTheirSockets) {
   EXPECT_EQ(poll(&hungUp, 1, 30000), 1) << "what announces more than a message may hold is not waited for";
   Peer peer;
   EXPECT_EQ(peer.Ask("write attacked hello 0"), "ok");
+  EXPECT_EQ(read_text(ours), "hello");
+  delete_port(ours);
+}
+
+TEST(PortsBetweenProcesses, BoundWhatAllUnfinishedMessagesTakeTogether) {
+  const port_id ours = create_port(10, "flooded");
+  const auto head = frame_head(PortFrame{}, kMaxPortMessage);
+  const std::string begun = std::string(head.data(), head.size()) + std::string(kMaxPortMessage - 1, 'x');
+  std::vector<UniqueFd> lines;
+  for (int i = 0; i < 12; ++i) lines.push_back(bare_line("flooded", begun));
+  const auto is_cut_off = [](const UniqueFd& line) {
+    pollfd polled{line.Get(), POLLRDHUP, 0};
+    return poll(&polled, 1, 0) > 0;
+  };
+  const auto count_cut_off = [&] { return std::ranges::count_if(lines, is_cut_off); };
+  EXPECT_TRUE(eventually([&] { return count_cut_off() == 8; })) << count_cut_off() << " cut off";
+  EXPECT_TRUE(is_cut_off(lines.front()) && !is_cut_off(lines.back())) << "those that have been silent longest";
+  Peer peer;
+  EXPECT_EQ(peer.Ask("write flooded hello 0"), "ok");
   EXPECT_EQ(read_text(ours), "hello");
   delete_port(ours);
 }

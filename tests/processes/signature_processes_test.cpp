@@ -1,5 +1,7 @@
 #include "platform/app/application.h"
 #include "platform/app/message.h"
+#include "platform/app/message_runner.h"
+#include "platform/app/remote_letter.h"
 #include "platform/app/roster.h"
 #include "platform/kernel/ports.h"
 #include "tests/own_looper.h"
@@ -21,12 +23,18 @@ constexpr const char* kOurs = "application/x-vnd.test-ours";
 /** Keeps what it receives, and answers what asks. */
 class Recorder : public BLooper {
 public:
+  Recorder() { SetAnswerCodes({'answ'}); }
   void MessageReceived(BMessage* message) override {
+    if (message->what == 'beat') {
+      ++fBeats; // not kept: a runner waits until its last beat is gone
+      return;
+    }
     const std::lock_guard lock(fMutex);
     fReceived.push_back(*message);
     if (fAnswers && message->IsSourceWaiting()) message->SendReply(message);
   }
   std::atomic<bool> fAnswers{true};
+  std::atomic<int> fBeats{0};
 
   std::vector<BMessage> Received() {
     const std::lock_guard lock(fMutex);
@@ -89,7 +97,7 @@ TEST_F(SignaturesBetweenProcesses, BearThisProcessFirst) {
 }
 
 TEST_F(SignaturesBetweenProcesses, AreAskedFromOutside) {
-  be_roster->AddName(kOurs, BMessenger(fLooper.get()));
+  be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'});
   EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "hello");
   ASSERT_EQ(fLooper->Received().size(), 1u);
   EXPECT_TRUE(fLooper->Received().front().IsSourceRemote());
@@ -147,7 +155,7 @@ TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerWhenThePeerIsKilled) {
 }
 
 TEST_F(SignaturesBetweenProcesses, TellAnAnswererThatItsAskerIsGone) {
-  be_roster->AddName(kOurs, BMessenger(fLooper.get()));
+  be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'});
   fLooper->fAnswers = false;
   fPeer.Tell(std::string("ask ") + kOurs + " hello");
   ASSERT_TRUE(eventually([&] { return fLooper->Received().size() == 1; }));
@@ -183,6 +191,42 @@ TEST_F(SignaturesBetweenProcesses, WaitForRoomInABusyLooper) {
   const BMessage last = text_message('ask?', "done");
   fTheirs.SendMessage(&last, &answer); // handled after all notes
   EXPECT_EQ(fPeer.Ask("notes"), std::to_string(4 * kNotes));
+}
+
+TEST_F(SignaturesBetweenProcesses, TakeFromOutsideOnlyWhatTheyOffer) {
+  be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'});
+  EXPECT_EQ(fPeer.Ask(std::string("send ") + kOurs + " ask?"), "ask?");
+  for (const char* const code : {"_QRQ", "Scmr", "mwcl", "answ"})
+    EXPECT_EQ(fPeer.Ask(std::string("send ") + kOurs + " " + code), "_MNU") << code;
+  EXPECT_EQ(fLooper->Received().size(), 1u);
+  be_roster->RemoveName(kOurs);
+}
+
+TEST_F(SignaturesBetweenProcesses, LettersByNumberReachOnlyLoopersThatHaveAsked) {
+  const port_id app = find_port("app:application%2Fx-vnd.test-theirs");
+  const BMessage note('note');
+  for (uint64 number = 1; number < 100; ++number) {
+    const std::vector<char> letter = letter_bytes({number, 0, {}}, note);
+    EXPECT_EQ(write_port(app, 'LETR', letter.data(), letter.size()), B_BAD_PORT_ID);
+  }
+  EXPECT_EQ(fPeer.Ask("notes"), "0");
+}
+
+TEST_F(SignaturesBetweenProcesses, TheAnswersOfALooperAndItsRunnersDoNotWaitForAStoppedProcess) {
+  be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'});
+  fLooper->fAnswers = false;
+  ASSERT_EQ(fPeer.Ask(std::string("notify ") + kOurs), "ok");
+  ASSERT_TRUE(eventually([&] { return fLooper->Received().size() == 1; }));
+  const BMessage question = fLooper->Received().front();
+  fPeer.Stop();
+  const BMessage beat('beat');
+  auto toStopped = std::make_unique<BMessageRunner>(fTheirs, &beat, 1000);
+  const BMessageRunner toLooper(BMessenger(fLooper.get()), &beat, 1000);
+  EXPECT_EQ(question.SendReply('answ'), B_OK) << "on its way";
+  EXPECT_TRUE(eventually([&] { return fLooper->fBeats > 100; }));
+  toStopped.reset();
+  fPeer.Continue();
+  be_roster->RemoveName(kOurs);
 }
 
 TEST_F(SignaturesBetweenProcesses, RefuseAPortMessageThatIsNoLetter) {

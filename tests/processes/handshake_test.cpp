@@ -1,0 +1,118 @@
+#include "platform/app/message.h"
+#include "platform/kernel/threads.h"
+#include "plugin/comm_man.h"
+#include "plugin/family_comm_man.h"
+#include "tests/display/hands.h"
+#include "tests/link/loaded_images.h"
+#include "tests/processes/long_tests.h"
+
+#include <array>
+#include <random>
+
+namespace {
+
+constexpr const char* kEditorManager = "VesmoE Communication Manager";
+constexpr const char* kDisplayManager = "VesmoD Communication Manager";
+
+class Handshake : public LoadedImages {
+protected:
+  /** A plug-in, and its image, which goes with it. */
+  struct Image {
+    explicit Image(const char* file) : plugin(Load(file)), handle(dlopen(file, RTLD_NOW | RTLD_NOLOAD)), path(file) {}
+    Image(const Image&) = delete;
+    Image& operator=(const Image&) = delete;
+    ~Image() {
+      plugin->Cleanup();
+      plugin.reset();
+      dlclose(handle);
+      dlclose(handle);
+      EXPECT_EQ(dlopen(path, RTLD_NOW | RTLD_NOLOAD), nullptr) << path << " is still mapped";
+    }
+    std::unique_ptr<GeneralPlugin> plugin;
+    void* handle;
+    const char* path;
+  };
+  BMessenger Manager(const char* name) const { return fApp->LooperOn(find_thread(name)); }
+  static void WaitFor(const BMessenger& looper) {
+    const BMessage question('wait');
+    BMessage answer;
+    looper.SendMessage(&question, &answer);
+  }
+};
+
+/** Holds a manager up, as a question that it asks its user would. */
+class Busy {
+public:
+  explicit Busy(const BMessenger& manager) : fIsLocked(manager.LockTarget()) { manager.Target(&fLooper); }
+  Busy(const Busy&) = delete;
+  Busy& operator=(const Busy&) = delete;
+  ~Busy() {
+    if (fIsLocked) fLooper->Unlock();
+  }
+
+private:
+  BLooper* fLooper = nullptr;
+  const bool fIsLocked;
+};
+
+/** 'Scmc' as one that is gone, one that never was, or one without its address would send it. */
+BMessage odd_greeting(std::mt19937* random, const void* gone) {
+  BMessage greeting(kMsgPartnerConnects);
+  const unsigned kind = (*random)() % 4;
+  if (kind == 0) greeting.AddPointer("CSCommMan", gone);
+  if (kind == 1) greeting.AddPointer("CSCommMan", reinterpret_cast<const void*>(uintptr_t{0x10} << (*random)() % 40));
+  if (kind == 2) greeting.AddPointer("CSCommMan", nullptr);
+  if ((*random)() % 2 == 0) greeting.AddMessenger("CSMessenger", BMessenger());
+  return greeting;
+}
+
+} // namespace
+
+TEST_F(Handshake, AManagerThatWasBusyWhileItsPartnerCameAndWentGoesOn) {
+  const Image editor(EDITOR_FILE);
+  const BMessenger manager = Manager(kEditorManager);
+  for (int i = 0; i < 3; ++i) {
+    const Busy busy(manager);
+    const Image display(DISPLAY_FILE);
+  }
+  WaitFor(manager);
+  EXPECT_TRUE(manager.IsValid());
+}
+
+TEST_F(Handshake, EditorAndDisplayComeAndGoWithTheHandshakeDisturbed) {
+  const unsigned seed = std::random_device()();
+  std::mt19937 random(seed);
+  const auto chance = [&random](unsigned oneIn) { return random() % oneIn == 0; };
+  const int32 loopers = fApp->CountLoopers();
+  const int rounds = long_tests() ? 1000 : 30;
+  for (int i = 0; i < rounds; ++i) {
+    SCOPED_TRACE("seed " + std::to_string(seed) + ", round " + std::to_string(i));
+    const bool editorFirst = chance(2);
+    auto first = std::make_unique<Image>(editorFirst ? EDITOR_FILE : DISPLAY_FILE);
+    const BMessenger early = Manager(editorFirst ? kEditorManager : kDisplayManager);
+    BLooper* firstManager = nullptr;
+    early.Target(&firstManager);
+    if (chance(2)) first->plugin->Init();
+    auto busy = chance(2) ? std::make_unique<Busy>(early) : nullptr;
+    if (chance(2)) {
+      const BMessage greeting = odd_greeting(&random, this);
+      early.SendMessage(&greeting, BMessenger(), 0);
+    }
+    auto second = std::make_unique<Image>(editorFirst ? DISPLAY_FILE : EDITOR_FILE);
+    if (chance(2)) second->plugin->Init();
+    if (chance(2)) second->plugin->About(false);
+    if (chance(3)) second.reset();
+    busy.reset();
+    if (second && chance(2)) first->plugin->Init();
+    if (second && chance(3)) first.swap(second);
+    second.reset();
+    if (chance(2)) {
+      const BMessage greeting = odd_greeting(&random, firstManager);
+      for (const char* const name : {kEditorManager, kDisplayManager})
+        Manager(name).SendMessage(&greeting, BMessenger(), 0);
+    }
+    first.reset();
+    ASSERT_EQ(fApp->CountLoopers(), loopers);
+    ASSERT_FALSE(HasWindows());
+  }
+}

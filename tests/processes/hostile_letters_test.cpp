@@ -1,0 +1,126 @@
+#include "platform/app/message.h"
+#include "platform/interface/window.h"
+#include "plugin/family_comm_man.h"
+#include "plugin/host_protocol.h"
+#include "tests/display/hands.h"
+#include "tests/link/loaded_images.h"
+#include "tests/processes/eventually.h"
+#include "tests/processes/long_tests.h"
+#include "tests/processes/peer.h"
+
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <random>
+
+extern char** environ;
+
+namespace {
+
+constexpr const char* kEditor = "application/x-vnd.KOREVA-VesmoEditor";
+
+std::string attack_on(pid_t process, int count, const std::string& signatures) {
+  const unsigned seed = std::random_device()();
+  ::testing::Test::RecordProperty("seed", static_cast<int>(seed));
+  return "letters " + std::to_string(count) + " " + std::to_string(seed) + " " + std::to_string(process) + " " +
+         signatures;
+}
+
+/** Both images with all their windows, and lyrics that are not saved. */
+class AttackedWindows : public LoadedImages {
+protected:
+  AttackedWindows() {
+    fEditor->Init();
+    fEditorWindow = &hands::wait_for_window("New lyrics - Vesmo Editor");
+    hands::until([this] { return hands::is_active(*fEditorWindow); });
+    hands::press(*fEditorWindow, "Ctrl+E");
+    hands::until([this] { return Status().starts_with(" [Edit]"); });
+    hands::press(*fEditorWindow, "x");
+    hands::press(*fEditorWindow, "Ctrl+D");
+    EXPECT_TRUE(hands::until([this] { return FirstLine() == "x"; })) << FirstLine();
+    for (int i = 0; i < 2; ++i) fDisplay->Init(); // the second time shows it
+    hands::wait_for_window("Vesmo Display");
+    fEditor->About(false);
+    fDisplay->Prefs(false);
+    hands::wait_for_window("About Vesmo Editor");
+    hands::wait_for_window("Preferences of Vesmo");
+  }
+  ~AttackedWindows() override {
+    for (auto* plugin : {&fDisplay, &fEditor}) {
+      (*plugin)->Cleanup();
+      plugin->reset();
+    }
+  }
+  std::string Status() const { return hands::label_text(*fEditorWindow, "StatusBar"); }
+  std::string FirstLine() const { return hands::row_text(*fEditorWindow, "TagInputView", 0); }
+  std::unique_ptr<GeneralPlugin> fEditor = Load(EDITOR_FILE);
+  std::unique_ptr<GeneralPlugin> fDisplay = Load(DISPLAY_FILE);
+  BWindow* fEditorWindow;
+};
+
+/** The player in a process of its own. */
+class Player {
+public:
+  Player() {
+    std::string program = PLAYER_PROGRAM;
+    char* const arguments[] = {program.data(), nullptr};
+    EXPECT_EQ(posix_spawn(&fProcess, program.c_str(), nullptr, nullptr, arguments, environ), 0);
+  }
+  Player(const Player&) = delete;
+  Player& operator=(const Player&) = delete;
+  ~Player() {
+    if (fProcess == 0) return;
+    kill(fProcess, SIGKILL);
+    waitpid(fProcess, nullptr, 0);
+  }
+  pid_t Process() const { return fProcess; }
+  /** As a session that ends does it; the state that `waitpid` gives. */
+  int End() {
+    int state = -1;
+    kill(fProcess, SIGTERM);
+    waitpid(std::exchange(fProcess, 0), &state, 0);
+    return state;
+  }
+
+private:
+  pid_t fProcess = 0;
+};
+
+} // namespace
+
+TEST_F(AttackedWindows, NothingClosesAndNothingIsLost) {
+  const std::vector<BMessenger> windows = fApp->WindowAddresses();
+  const int32 loopers = fApp->CountLoopers();
+  Peer peer;
+  const int count = long_tests() ? 10000 : 1500;
+  const std::string taken = peer.Ask(attack_on(getpid(), count, std::string("application/x-vnd.test-host ") + kEditor));
+  EXPECT_GT(std::stoi(taken), 0);
+  const BMessage question('wait');
+  BMessage answer;
+  BMessenger(kEditor).SendMessage(&question, &answer); // all that was let through has been handled
+  EXPECT_EQ(fApp->WindowAddresses(), windows);
+  EXPECT_EQ(fApp->CountLoopers(), loopers);
+  EXPECT_TRUE(hands::is_shown(*fEditorWindow));
+  EXPECT_EQ(FirstLine(), "x") << "the lyrics that are not saved";
+}
+
+TEST(AttackedPlayer, AnswersOnAndEndsCleanly) {
+  const ScratchFolder folder;
+  setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
+  Player player;
+  ASSERT_TRUE(eventually([] { return BMessenger(kEditor).IsValid(); }));
+  Peer peer;
+  const int count = long_tests() ? 10000 : 1500;
+  const std::string taken = peer.Ask(attack_on(player.Process(), count, std::string(kHostSignature) + " " + kEditor));
+  EXPECT_GT(std::stoi(taken), 0);
+  const BMessage handshake(kMsgHostHandshake);
+  BMessage answer;
+  EXPECT_EQ(BMessenger(kHostSignature).SendMessage(&handshake, &answer), B_OK);
+  EXPECT_EQ(answer.what, kMsgHostHandshake);
+  EXPECT_TRUE(BMessenger(kEditor).IsValid());
+  const int state = player.End();
+  EXPECT_TRUE(WIFEXITED(state) && WEXITSTATUS(state) == 0) << state;
+}

@@ -1,0 +1,79 @@
+#include "interapp/iap_win.h"
+#include "interapp/inter_app_prefs.h"
+#include "platform/app/message.h"
+#include "platform/kernel/ports.h"
+#include "tests/own_looper.h"
+#include "tests/processes/eventually.h"
+#include "tests/processes/peer.h"
+#include "tests/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+
+namespace {
+
+/** The common window's port is that of another process. */
+class CommonWindowElsewhere : public testing::Test {
+protected:
+  CommonWindowElsewhere() {
+    setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
+    fPrefs.AddItem(new TIAPItemFlatToolBar);
+    EXPECT_EQ(fPeer.Ask(std::string("port ") + kIAPPortName + " 3"), "ok");
+  }
+  ScratchFolder fFolder;
+  TInterAppPrefs fPrefs;
+  Peer fPeer;
+};
+
+/** Keeps what it takes; runs only when the test says so. */
+class Taker : public BLooper {
+public:
+  Taker() : BLooper("taker", B_NORMAL_PRIORITY, 1) {}
+  void MessageReceived(BMessage* message) override {
+    if (message->what == kMsgIAPActivate) ++fActivations;
+    if (message->what == kMsgIAPNotice) ++fOthers;
+  }
+  std::atomic<int> fActivations{0};
+  std::atomic<int> fOthers{0};
+};
+
+} // namespace
+
+TEST_F(CommonWindowElsewhere, AProcessThatHasBeenStoppedIsGivenUp) {
+  EXPECT_EQ(fPrefs.ShowWindow({}), B_OK);
+  fPeer.Stop();
+  EXPECT_EQ(fPrefs.ShowWindow({}), B_ERROR);
+  EXPECT_EQ(fPrefs.CloseWindow(true), B_TIMED_OUT);
+  fPeer.Continue();
+}
+
+TEST_F(CommonWindowElsewhere, AProcessThatTakesNothingMoreIsGivenUp) {
+  EXPECT_EQ(fPrefs.ShowWindow({}), B_OK);
+  EXPECT_EQ(fPrefs.ShowWindow({}), B_ERROR) << "its port is full";
+}
+
+TEST(IAPPort, EndsWhileItsWindowTakesNothing) {
+  const OwnLooper<Taker> window(new Taker);
+  TIAPPortManager manager{BMessenger(window.get())};
+  manager.Resume();
+  ASSERT_TRUE(eventually([&] { return manager.Port() != 0; }));
+  const std::vector<char> flat = BMessage(kMsgIAPActivate).Flatten();
+  for (int i = 0; i < 3; ++i) write_port(manager.Port(), 0, flat.data(), flat.size());
+  EXPECT_TRUE(eventually([&] { return window->CountMessages() == 1 && port_count(manager.Port()) <= 1; }));
+  manager.Stop(); // returns
+}
+
+TEST(IAPPort, HandsOnWhatTheFamilySendsAndNothingElse) {
+  const OwnLooper<Taker> window(new Taker);
+  window->Run();
+  TIAPPortManager manager{BMessenger(window.get())};
+  manager.Resume();
+  ASSERT_TRUE(eventually([&] { return manager.Port() != 0; }));
+  for (const uint32 code : {kMsgIAPNotice, kMsgIAPActivate}) {
+    const std::vector<char> flat = BMessage(code).Flatten();
+    write_port(manager.Port(), 0, flat.data(), flat.size());
+  }
+  EXPECT_TRUE(eventually([&] { return window->fActivations == 1; }));
+  EXPECT_EQ(window->fOthers, 0);
+}
