@@ -46,6 +46,7 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/display/view_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/widget_guard.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/window_guard.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/display/window_mover.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/window_peer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/display/workspaces.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/alert.cpp
@@ -67,7 +68,6 @@ add_library(vesmo_display SHARED
   ${CMAKE_CURRENT_LIST_DIR}/interface/menu_bar.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/menu_field.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/menu_item.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/interface/mouse_buttons.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/picture.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/screen.cpp
   ${CMAKE_CURRENT_LIST_DIR}/interface/scroll_view.cpp

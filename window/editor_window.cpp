@@ -179,18 +179,17 @@ void TVesmoEWin::FollowHost() {
   BRect host;
   uint32 workspaces = 0;
   if (get_sonivo_win_frame(&host) != B_OK || get_sonivo_win_workspaces(&workspaces) != B_OK) return;
-  if (workspaces == Workspaces()) MoveTo(host.LeftTop() + fPositionDifference);
+  if (workspaces == Workspaces()) MoveTo(fPositionDifference.Follow(host.LeftTop()));
 }
 
 void TVesmoEWin::UpdateWinPosDiffe() {
   BRect host;
-  if (get_sonivo_win_frame(&host) == B_OK) fPositionDifference = Frame().LeftTop() - host.LeftTop();
+  if (get_sonivo_win_frame(&host) == B_OK) fPositionDifference.Set(Frame().LeftTop(), host.LeftTop());
 }
 
 void TVesmoEWin::FrameMoved(BPoint leftTop) {
   TKRVWin::FrameMoved(leftTop);
-  // Only the user's own moves change the difference, not those made by following.
-  if (mouse_buttons() != 0) UpdateWinPosDiffe();
+  if (fPositionDifference.IsUsersMove(leftTop, MoveEnd())) UpdateWinPosDiffe();
 }
 
 void TVesmoEWin::PrefStayOnTopChanged() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "toolkit/krv_win.h"
+#include "window/followed_distance.h"
 #include "window/mruf.h"
 
 #include <memory>
@@ -111,8 +112,8 @@ private:
   TToolBar* fToolBar;                      // a child
   TToolButton* fFirstModeButton = nullptr; // the next two are those of the other modes
   TVesmoEView* fEditorView;                // a child
-  BPoint fPositionDifference;              // this window's left top less the player's
-  TWMFilter* fMoveFilter = nullptr;        // owned by the player's window
+  TFollowedDistance fPositionDifference;
+  TWMFilter* fMoveFilter = nullptr; // owned by the player's window
   BMessenger fHostWindow;
   int32 fFilesTaken = 0; // that the manager sent to be opened
 };

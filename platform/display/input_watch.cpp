@@ -7,10 +7,6 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
-#include <cstdlib>
-#include <memory>
-#include <xcb/xcb.h>
-
 namespace display {
 
 namespace {
@@ -41,14 +37,6 @@ uint32 bit_of_key(int key) {
   }
 }
 
-uint32 button_bits(Qt::MouseButtons down) {
-  uint32 bits = 0;
-  if (down & Qt::LeftButton) bits |= B_PRIMARY_MOUSE_BUTTON;
-  if (down & Qt::RightButton) bits |= B_SECONDARY_MOUSE_BUTTON;
-  if (down & Qt::MiddleButton) bits |= B_TERTIARY_MOUSE_BUTTON;
-  return bits;
-}
-
 /** A modifier key's own event still bears the state from before it. */
 void report_key(const QKeyEvent& key) {
   uint32 bits = modifier_bits(key.modifiers());
@@ -60,24 +48,10 @@ void report_key(const QKeyEvent& key) {
   report_modifiers(bits);
 }
 
-#if QT_CONFIG(xcb)
-void report_x11_pointer(xcb_connection_t* connection) {
-  const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-  const std::unique_ptr<xcb_query_pointer_reply_t, decltype(&std::free)> pointer(
-      xcb_query_pointer_reply(connection, xcb_query_pointer(connection, root), nullptr), &std::free);
-  if (!pointer) return;
-  uint32 bits = 0;
-  if (pointer->mask & XCB_BUTTON_MASK_1) bits |= B_PRIMARY_MOUSE_BUTTON;
-  if (pointer->mask & XCB_BUTTON_MASK_2) bits |= B_TERTIARY_MOUSE_BUTTON;
-  if (pointer->mask & XCB_BUTTON_MASK_3) bits |= B_SECONDARY_MOUSE_BUTTON;
-  report_mouse_buttons(bits);
-}
-#endif
-
 } // namespace
 
 InputWatch::InputWatch() {
-  report_real_input_state();
+  report_modifiers(modifier_bits(QGuiApplication::queryKeyboardModifiers()));
   QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -90,12 +64,9 @@ bool InputWatch::eventFilter(QObject*, QEvent* event) {
     break;
   case QEvent::MouseButtonPress:
   case QEvent::MouseButtonRelease:
-  case QEvent::MouseButtonDblClick: {
-    const auto* mouse = static_cast<QMouseEvent*>(event);
-    report_mouse_buttons(button_bits(mouse->buttons()));
-    report_modifiers(modifier_bits(mouse->modifiers()));
+  case QEvent::MouseButtonDblClick:
+    report_modifiers(modifier_bits(static_cast<QMouseEvent*>(event)->modifiers()));
     break;
-  }
   case QEvent::WindowActivate:
     report_modifiers(modifier_bits(QGuiApplication::queryKeyboardModifiers()));
     break;
@@ -103,16 +74,6 @@ bool InputWatch::eventFilter(QObject*, QEvent* event) {
     break;
   }
   return false;
-}
-
-void report_real_input_state() {
-  report_modifiers(modifier_bits(QGuiApplication::queryKeyboardModifiers()));
-#if QT_CONFIG(xcb)
-  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  // The offscreen platform has the interface but no connection behind it.
-  if (x11 && x11->connection()) return report_x11_pointer(x11->connection());
-#endif
-  report_mouse_buttons(button_bits(QGuiApplication::mouseButtons()));
 }
 
 } // namespace display

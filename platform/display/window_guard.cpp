@@ -2,7 +2,6 @@
 
 #include "platform/app/message.h"
 #include "platform/display/convert.h"
-#include "platform/display/input_watch.h"
 #include "platform/display/widget_guard.h"
 
 #include <QDropEvent>
@@ -13,7 +12,8 @@
 namespace display {
 
 WindowGuard::WindowGuard(QWidget* widget, const BMessenger& window, std::shared_ptr<WindowPlace> place)
-    : QObject(widget), fWidget(widget), fWindow(window), fPlace(std::move(place)) {
+    : QObject(widget), fWidget(widget), fWindow(window), fPlace(std::move(place)),
+      fMover(widget, [this] { MovesDone(); }) {
   widget->installEventFilter(this);
 }
 
@@ -24,7 +24,7 @@ bool WindowGuard::eventFilter(QObject*, QEvent* event) {
     fWindow.SendCoalesced(B_QUIT_REQUESTED);
     return true;
   case QEvent::Move:
-    TellMove();
+    TellMove(fWidget->geometry().topLeft());
     break;
   case QEvent::Resize:
     place_children(fWidget);
@@ -52,14 +52,27 @@ bool WindowGuard::eventFilter(QObject*, QEvent* event) {
   return false;
 }
 
-void WindowGuard::TellMove() {
-  report_real_input_state();
-  BMessage moved(B_WINDOW_MOVED);
-  moved.AddPoint("where", to_bpoint(fWidget->geometry().topLeft()));
-  moved.AddInt32("buttons", static_cast<int32>(mouse_buttons()));
+void WindowGuard::MoveTo(BPoint leftTop) {
+  ++fMovesTaken;
+  fMover.MoveTo({qRound(leftTop.x), qRound(leftTop.y)});
+}
+
+void WindowGuard::MovesDone() {
+  const QPoint end = fMover.Place();
   {
     const std::scoped_lock hold(fPlace->lock);
-    fPlace->frame.OffsetTo(to_bpoint(fWidget->geometry().topLeft()));
+    fPlace->movesDone = fMovesTaken;
+    fPlace->moveEnd = to_bpoint(end);
+  }
+  TellMove(end);
+}
+
+void WindowGuard::TellMove(const QPoint& place) {
+  BMessage moved(B_WINDOW_MOVED);
+  moved.AddPoint("where", to_bpoint(place));
+  {
+    const std::scoped_lock hold(fPlace->lock);
+    fPlace->frame.OffsetTo(to_bpoint(place));
   }
   fWindow.SendCoalesced(moved);
 }

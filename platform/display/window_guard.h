@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/app/messenger.h"
+#include "platform/display/window_mover.h"
 #include "platform/display/window_peer.h"
 
 #include <QObject>
@@ -19,9 +20,12 @@ class WindowGuard : public QObject {
 public:
   WindowGuard(QWidget* widget, const BMessenger& window, std::shared_ptr<WindowPlace> place);
   bool eventFilter(QObject* receiver, QEvent* event) override;
+  /** A move that the program asks for. */
+  void MoveTo(BPoint leftTop);
 
 private:
-  void TellMove();
+  void MovesDone();
+  void TellMove(const QPoint& place);
   void TellResize();
   void TellActive(bool active) const;
   bool Drop(const QDropEvent& event) const;
@@ -30,6 +34,8 @@ private:
   QWidget* fWidget;
   BMessenger fWindow;
   std::shared_ptr<WindowPlace> fPlace;
+  int64 fMovesTaken = 0;
+  WindowMover fMover;
 };
 
 } // namespace display

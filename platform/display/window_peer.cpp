@@ -22,7 +22,8 @@ namespace display {
 /** Touched on the display thread only. */
 struct WindowPeer::Slot {
   QPointer<QWidget> widget;
-  QPointer<QWidget> behind; // the window that this one stands in front of
+  WindowGuard* guard = nullptr; // the widget's child
+  QPointer<QWidget> behind;     // the window that this one stands in front of
 };
 
 namespace {
@@ -67,7 +68,7 @@ WindowPeer::WindowPeer(const BMessenger& window, const WindowSetup& setup, std::
   post([slot = fSlot, place = fPlace, window, setup, make = std::move(make)] {
     slot->widget = make ? make() : make_plain_window(setup);
     slot->widget->setWindowTitle(to_qstring(setup.title));
-    new WindowGuard(slot->widget, window, place);
+    slot->guard = new WindowGuard(slot->widget, window, place);
   });
 }
 
@@ -120,12 +121,9 @@ void WindowPeer::MoveTo(BPoint leftTop) {
   {
     const std::scoped_lock hold(fPlace->lock);
     fPlace->frame.OffsetTo(leftTop);
+    ++fPlace->movesAsked;
   }
-  // The frame that the window manager puts around the window grows outwards.
-  Change([leftTop](QWidget* widget) {
-    const QPoint border = widget->geometry().topLeft() - widget->pos();
-    widget->move(QPoint(qRound(leftTop.x), qRound(leftTop.y)) - border);
-  });
+  Change([slot = fSlot, leftTop](QWidget*) { slot->guard->MoveTo(leftTop); });
 }
 
 void WindowPeer::ResizeTo(BPoint size) {
@@ -163,6 +161,13 @@ BRect WindowPeer::Frame() const {
 
 uint32 WindowPeer::Workspaces() const {
   return call([slot = fSlot] { return slot->widget ? workspaces_of(*slot->widget) : uint32{0}; });
+}
+
+WindowMove WindowPeer::Move() const {
+  const std::scoped_lock hold(fPlace->lock);
+  WindowMove move{fPlace->frame.LeftTop(), std::nullopt};
+  if (fPlace->movesAsked == fPlace->movesDone) move.end = fPlace->moveEnd;
+  return move;
 }
 
 std::function<void(QWidget*)> WindowPeer::Taker() const {

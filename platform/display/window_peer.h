@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 class QWidget;
@@ -26,6 +27,18 @@ struct WindowSetup {
 struct WindowPlace {
   std::mutex lock;
   BRect frame;
+  /** Moves that the program has asked for, those of them that the display has completed, and where the last of these
+      left the window: not always where it was sent, since a window manager may keep it on the screen. */
+  int64 movesAsked = 0;
+  int64 movesDone = 0;
+  BPoint moveEnd;
+};
+
+/** A move as it is told to the window. */
+struct WindowMove {
+  BPoint leftTop;
+  /** Where the moves asked for by the program ended; none while one of them is under way. */
+  std::optional<BPoint> end;
 };
 
 /** The window could become active or cease to be. */
@@ -53,6 +66,8 @@ public:
   BRect Frame() const;
   /** Waits for the display. */
   uint32 Workspaces() const;
+  /** Where the window is now, and where the moves that the program has asked for ended. */
+  WindowMove Move() const;
 
   /** Puts a control into the window; the function runs on the display thread. */
   std::function<void(QWidget*)> Taker() const;

@@ -48,12 +48,5 @@ enum : uint8 {
   B_DELETE = 0x7f,
 };
 
-enum : uint32 { B_PRIMARY_MOUSE_BUTTON = 1, B_SECONDARY_MOUSE_BUTTON = 2, B_TERTIARY_MOUSE_BUTTON = 4 };
-
-/** The mouse buttons that are down now, as the display last saw them. Any thread. */
-uint32 mouse_buttons();
-/** Called by the display thread, and by tests. */
-void report_mouse_buttons(uint32 down);
-
 /** What assistive programs are told a view is. */
 enum accessible_role { B_TOOL_BAR_ROLE, B_STATUS_BAR_ROLE };

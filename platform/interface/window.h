@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -65,6 +66,9 @@ public:
   BRect Bounds() const;
   void MoveTo(BPoint leftTop);
   void MoveTo(float x, float y) { MoveTo(BPoint{x, y}); }
+  /** In FrameMoved: where the last MoveTo has left the window, which a window manager may have kept from going all the
+      way; none while the display is still at it. */
+  std::optional<BPoint> MoveEnd() const { return fMoveEnd; }
   void ResizeTo(float width, float height);
   void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
   void SetTitle(const char* title);
@@ -119,6 +123,7 @@ private:
   window_feel fFeel = B_NORMAL_WINDOW_FEEL;
   /** The size that the views were last laid out for. */
   BPoint fSize;
+  std::optional<BPoint> fMoveEnd;
   int32 fHideLevel = 1;
   bool fRunsOnShow = true;
   bool fAvoidsFocus = false;

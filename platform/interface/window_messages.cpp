@@ -36,7 +36,9 @@ void BWindow::KeyPressed(BMessage* message, BHandler* handler) {
 
 void BWindow::Moved(BHandler* handler, BMessage* message) {
   if (handler != this) return BLooper::DispatchMessage(message, handler);
-  FrameMoved(Frame().LeftTop()); // the newest: one message stands for all moves since;
+  const display::WindowMove move = fPeer->Move(); // the newest: one message stands for all moves since
+  fMoveEnd = move.end;
+  FrameMoved(move.leftTop);
 }
 
 void BWindow::Resized(BHandler* handler, BMessage* message) {

@@ -60,6 +60,19 @@ TEST_F(Following, PlayerGoesOnWhenTheEditorIsGone) {
   EXPECT_EQ(fPlayer->Frame().LeftTop(), (BPoint{150, 130}));
 }
 
+TEST_F(Following, MoveOfTheEditorWithNoButtonHeldOutlastsTheNextMoveOfThePlayer) {
+  const auto offset = [this] { return fEditor->Frame().LeftTop() - fPlayer->Frame().LeftTop(); };
+  const BPoint atFirst = offset();
+  hands::move_by_hand(*fPlayer, 150, 130);
+  Settle();
+  EXPECT_EQ(offset(), atFirst);
+  hands::move_by_hand(*fEditor, 300, 140);
+  Settle();
+  hands::move_by_hand(*fPlayer, 120, 150);
+  Settle();
+  EXPECT_EQ(offset(), (BPoint{150, 10}));
+}
+
 TEST_F(Following, WindowThatNoScreenShowsOpensBesideThePlayer) {
   const float nan = std::numeric_limits<float>::quiet_NaN();
   for (const BRect& lost : {BRect{5000, 5000, 5400, 5300}, BRect{20, 20, 400, nan}, BRect{-900, 20, -500, 400}}) {

@@ -1,0 +1,87 @@
+#include "window/followed_distance.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr BPoint kStart{448, 0};
+
+/** The editor's window beside a player's at 0,0; what the display reports of it is said by hand. */
+class FollowedDistance : public testing::Test {
+protected:
+  FollowedDistance() { fDistance.Set(kStart, {0, 0}); }
+  BPoint PlayerTo(BPoint place) { return fDistance.Follow(fPlayer = place); }
+  void Report(BPoint place, std::optional<BPoint> end) {
+    if (fDistance.IsUsersMove(place, end)) fDistance.Set(place, fPlayer);
+  }
+  /** The next move of the player shows it. */
+  BPoint Kept() { return PlayerTo(fPlayer + BPoint{20, 10}) - fPlayer; }
+
+  BPoint fPlayer;
+  TFollowedDistance fDistance;
+};
+
+} // namespace
+
+TEST_F(FollowedDistance, FastDragsOfThePlayerLeaveItAsItIs) {
+  const BPoint first = PlayerTo({60, 40});
+  const BPoint second = PlayerTo({-20, 10});
+  Report(first, std::nullopt); // late: the player has moved on already
+  const BPoint third = PlayerTo({20, 40});
+  Report(third, std::nullopt); // out of order
+  Report(second, std::nullopt);
+  Report({500, 20}, std::nullopt); // somewhere on the way
+  Report(third, third);
+  Report(third, third);
+  EXPECT_EQ(Kept(), kStart);
+}
+
+TEST_F(FollowedDistance, UsersOwnMoveIsRememberedHoweverItIsReported) {
+  const BPoint left = PlayerTo({100, 100});
+  const BPoint usersOwn{408, 50};
+  // Some window managers report a drag step by step, some only its end; and that may hide the end of following.
+  for (const bool isReportedInSteps : {true, false}) {
+    if (isReportedInSteps) {
+      Report(left, left);
+      Report(fPlayer + BPoint{430, 20}, left);
+    }
+    Report(fPlayer + usersOwn, left);
+    EXPECT_EQ(Kept(), usersOwn) << isReportedInSteps;
+  }
+}
+
+TEST_F(FollowedDistance, UserMayPutTheWindowBackWhereFollowingHadLeftIt) {
+  const BPoint left = PlayerTo({100, 100});
+  Report(left, left);
+  Report(left + BPoint{30, 30}, left);
+  Report(left, left);
+  EXPECT_EQ(Kept(), kStart);
+}
+
+TEST_F(FollowedDistance, UserMovesTheWindowBeforeAnythingWasFollowed) {
+  Report({300, 20}, BPoint{});
+  EXPECT_EQ(Kept(), (BPoint{300, 20}));
+}
+
+TEST_F(FollowedDistance, EdgeOfTheScreenStopsTheWindowButNotTheUser) {
+  const BPoint edge{719, 110};
+  EXPECT_EQ(PlayerTo({400, 110}), (BPoint{848, 110}));
+  Report({848, 110}, std::nullopt); // what Qt expects
+  Report(edge, edge);
+  EXPECT_EQ(PlayerTo({420, 110}), (BPoint{868, 110}));
+  Report(edge, edge);
+  EXPECT_EQ(PlayerTo({100, 110}), (BPoint{548, 110})) << "the distance is back where there is room";
+  PlayerTo({400, 110});
+  Report(edge, edge);
+  Report({689, 110}, edge);
+  EXPECT_EQ(Kept(), (BPoint{289, 0}));
+}
+
+TEST_F(FollowedDistance, WindowManagerThatShiftsTheWindowByItsFrameDoesNotMakeItDrift) {
+  for (int i = 1; i <= 3; ++i) {
+    const BPoint sent = PlayerTo({10.0F * float(i), 0});
+    Report(sent, std::nullopt);
+    Report(sent + BPoint{5, 24}, sent + BPoint{5, 24});
+  }
+  EXPECT_EQ(Kept(), kStart);
+}
