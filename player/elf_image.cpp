@@ -12,7 +12,7 @@ using TElfHeader = ElfW(Ehdr);
 using TSegment = ElfW(Phdr);
 
 /** The header of this program's own image, made by the linker. */
-extern "C" __attribute__((visibility("hidden"))) const TElfHeader __ehdr_start;
+extern const TElfHeader own_elf_header __asm__("__ehdr_start") __attribute__((visibility("hidden")));
 
 namespace {
 
@@ -29,8 +29,8 @@ bool read_at(int file, uint64 offset, void* bytes, size_t count) {
 
 /** Same class, byte order, version and machine as this program. */
 bool is_for_this_program(const TElfHeader& header) {
-  return std::memcmp(header.e_ident, __ehdr_start.e_ident, EI_VERSION + 1) == 0 && header.e_type == ET_DYN &&
-         header.e_machine == __ehdr_start.e_machine;
+  return std::memcmp(header.e_ident, own_elf_header.e_ident, EI_VERSION + 1) == 0 && header.e_type == ET_DYN &&
+         header.e_machine == own_elf_header.e_machine;
 }
 
 /** False when the table is not whole. */

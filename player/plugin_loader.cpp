@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <system_error>
 
 namespace {
 
@@ -104,12 +105,14 @@ void TPluginLoader::Begin(const TCandidate& candidate) {
     if (other->file.IsSameAs(file))
       return Report(candidate.fileName, "is not loaded: it is the same plug-in as " + other->fileName);
   }
-  fPlugins.push_back(std::make_unique<TPlugin>(TPlugin{
-      .file = file,
-      .fileName = candidate.fileName,
-      .thread = std::make_unique<TPluginThread>(candidate.fileName, fAnswered),
-  }));
-  fPlugins.back()->thread->Load(file.path);
+  try {
+    auto thread = std::make_unique<TPluginThread>(candidate.fileName, fAnswered);
+    thread->Load(file.path);
+    fPlugins.push_back(
+        std::make_unique<TPlugin>(TPlugin{.file = file, .fileName = candidate.fileName, .thread = std::move(thread)}));
+  } catch (const std::system_error& error) {
+    Report(candidate.fileName, std::string("is not loaded: no thread can be made for it: ") + error.what());
+  }
 }
 
 /** One after another; nobody waits for one that hangs, but should it come back it still ends in good order. */

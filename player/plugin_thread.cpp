@@ -2,6 +2,7 @@
 
 #include "platform/app/application.h"
 #include "platform/kernel/threads.h"
+#include "platform/support/log.h"
 #include "plugin/general_plugin.h"
 
 #include <dlfcn.h>
@@ -99,6 +100,7 @@ struct TPluginThread::TInside {
 
   std::optional<TPluginCall> NextCall();
   void Answer(TPluginCall call, std::string failure);
+  void AnswerCalls();
 };
 
 TPluginThread::TPluginThread(const std::string& fileName, std::function<void()> answered)
@@ -163,10 +165,18 @@ void TPluginThread::TInside::Answer(TPluginCall call, std::string failure) {
   answered();
 }
 
-void TPluginThread::Run(const std::shared_ptr<TInside>& inside) {
-  while (const std::optional<TPluginCall> call = inside->NextCall()) {
-    std::string failure = *call == TPluginCall::kLoad ? inside->plugin.Load(inside->path) : inside->plugin.Make(*call);
-    inside->Answer(*call, std::move(failure));
+void TPluginThread::TInside::AnswerCalls() {
+  while (const std::optional<TPluginCall> call = NextCall()) {
+    Answer(*call, *call == TPluginCall::kLoad ? plugin.Load(path) : plugin.Make(*call));
     if (*call == TPluginCall::kEnd) return;
+  }
+}
+
+void TPluginThread::Run(const std::shared_ptr<TInside>& inside) {
+  try {
+    inside->AnswerCalls();
+  } catch (const std::exception& error) {
+    // Whoever waits for the answer goes on when its patience is over.
+    log_error("plug-ins", inside->fileName + ": " + error.what());
   }
 }
