@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing for the purposes named on the line (build, run, headless, scenario, test,
-# package, bench).
+# Installs the Debian packages that are missing for the purposes named on the line (build, run, headless, scenario,
+# window-managers, test, package, bench).
 # Without apt, or without the right to use it, it prints what is needed and stops.
 set -euo pipefail
 
@@ -10,6 +10,7 @@ packages_for() {
     run) echo qt6-translations-l10n qt6-qpa-plugins fonts-dejavu-core fonts-noto-cjk xdg-utils ;;
     headless) echo xvfb xauth pulseaudio pulseaudio-utils imagemagick libx11-dev libxtst-dev ;;
     scenario) echo xdotool dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi python3-xlib util-linux mpv mpv-mpris ;;
+    window-managers) echo openbox metacity xfwm4 xfconf icewm fluxbox ;;
     test) echo git dbus-daemon dbus-bin playerctl libgtest-dev libgmock-dev clang libclang-rt-dev clang-format clang-tidy binutils python3 attr ;;
     package) echo binutils devscripts dpkg-dev file gzip lintian appstream desktop-file-utils ;;
     bench) echo libbenchmark-dev libdbus-1-dev dbus-daemon pulseaudio-utils ffmpeg sox lame mpg123 libx11-dev python3 xdotool featherpad mpv audacious mpv-mpris audacious-plugins ;;

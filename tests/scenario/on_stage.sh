@@ -24,4 +24,4 @@ export XDG_RUNTIME_DIR=$scratch/runtime
 mkdir -m 700 "$XDG_RUNTIME_DIR"
 cd tests/scenario
 # What the bus and its services say of themselves helps nobody.
-dbus-run-session -- "$@" 2> >(grep -v -e '^dbus-daemon' -e '^SpiRegistry' -e '^X connection' -e '^XIO' -e 'after 0 requests' >&2)
+dbus-run-session -- "$@" 2> >(grep --line-buffered -v -e '^dbus-daemon' -e '^SpiRegistry' -e '^X connection' -e '^XIO' -e 'after 0 requests' >&2)

@@ -42,17 +42,20 @@ class Stage:
 
     def start(self, lyrics=None, prefix=(), environment=None, songs=None):
         """Returns when the editor has the keyboard (and shows the lyrics, if any) and the player First Light."""
+        self.launch(lyrics, prefix, environment, songs)
+        wait_until(lambda: self.window(), "the editor's window")
+        wait_until(lambda: "First Light" in eyes.name(self.player()), "the song loaded by the player")
+        if lyrics:
+            self.wait_title(lyrics.name)
+        self.wait_focus("Lyrics")
+
+    def launch(self, lyrics=None, prefix=(), environment=None, songs=None):
         songs = [str(self.song)] if songs is None else songs
         words = [*prefix, str(BIN / "sonivo"), "--paused"]
         if lyrics:
             words += ["--edit", str(lyrics)]
         with open(self.root / "program.log", "ab") as log:
             self.program = subprocess.Popen([*words, *songs], env={**self.own(), **(environment or {})}, stderr=log, stdout=log)
-        wait_until(lambda: self.window(), "the editor's window")
-        wait_until(lambda: "First Light" in eyes.name(self.player()), "the song loaded by the player")
-        if lyrics:
-            self.wait_title(lyrics.name)
-        self.wait_focus("Lyrics")
 
     def own(self):
         """The environment of every program of this performance."""
