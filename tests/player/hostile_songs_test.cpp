@@ -55,7 +55,7 @@ protected:
   const ScratchFolder fFolder;
   LoopbackServer fServer{silent_wav()};
   SongListener fListener;
-  const std::unique_ptr<TSongSource> fSource = make_mpv_source(&fListener);
+  const std::shared_ptr<TSongSource> fSource = make_mpv_source(&fListener);
 };
 
 std::set<std::string> thread_names() {
@@ -91,7 +91,7 @@ TEST_F(HostileSong, AListOrAStreamInPiecesNamedAsASongAsksNobody) {
 }
 
 TEST_F(HostileSong, AListNamedAsASongShowsNoWaveformOfAnother) {
-  for (const std::string& path : WriteLists()) EXPECT_TRUE(read_song(path).picture.loudness.empty()) << path;
+  for (const std::string& path : WriteLists()) EXPECT_TRUE(read_song(open_song(path)).picture.loudness.empty()) << path;
   EXPECT_EQ(fServer.CountRequests(), 0);
 }
 
