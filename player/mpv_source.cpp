@@ -215,8 +215,10 @@ private:
     const TMpvLibrary* const library = mpv_library();
     mpv_handle* const mpv = library ? library->create() : nullptr;
     if (mpv == nullptr) return false;
-    const bool isConfined = SetOptions(mpv, kClosedOptions) && SetOptions(mpv, kOneFileOptions);
+    SetOptions(mpv, kClosedOptions);
     SetOptions(mpv, kPlayOptions);
+    const bool isConfined = SetOptions(mpv, kOneFileOptions);
+    if (!isConfined) log_error("audio", "the audio library cannot be kept from opening more than the song: not used");
     if (!isConfined || library->initialize(mpv) < 0) {
       library->terminate_destroy(mpv);
       return false;
@@ -227,15 +229,11 @@ private:
     return true;
   }
 
-  /** False when the library does not know one of them. */
+  /** False when the library does not know one of them; one built without scripts lacks their options. */
   template <size_t Count>
   static bool SetOptions(mpv_handle* mpv, const char* const (&options)[Count][2]) {
     bool all = true;
-    for (const auto& [name, value] : options) {
-      if (mpv_library()->set_option_string(mpv, name, value) >= 0) continue;
-      log_error("audio", std::string("the audio library refuses the option ") + name);
-      all = false;
-    }
+    for (const auto& [name, value] : options) all &= mpv_library()->set_option_string(mpv, name, value) >= 0;
     return all;
   }
 
