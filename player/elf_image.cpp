@@ -16,8 +16,8 @@ extern const TElfHeader own_elf_header __asm__("__ehdr_start") __attribute__((vi
 
 namespace {
 
-constexpr size_t kMaxSegments = 256;        // real images have a dozen
-constexpr uint64 kMaxNoteBytes = 64 * 1024; // of one segment
+constexpr size_t kMaxSegments = 256;    // real images have a dozen
+constexpr uint64 kMaxNoteBytes = 65536; // of one segment
 
 bool is_inside(uint64 offset, uint64 bytes, uint64 size) {
   return offset <= size && bytes <= size - offset;

@@ -9,6 +9,8 @@
 
 #include <malloc.h>
 
+#include <utility>
+
 namespace {
 
 constexpr const char* kEditorSignature = "application/x-vnd.KOREVA-VesmoEditor";
@@ -63,6 +65,7 @@ void TSonivoApp::LookAfterPlugins() {
 
 std::vector<TPluginTexts> TSonivoApp::PluginTexts() const {
   std::vector<TPluginTexts> texts;
+  texts.reserve(static_cast<size_t>(fPlugins.Count()));
   for (int i = 0; i < fPlugins.Count(); ++i) texts.push_back({fPlugins.Name(i), fPlugins.Info(i)});
   return texts;
 }
