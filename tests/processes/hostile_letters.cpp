@@ -111,11 +111,14 @@ private:
     return message;
   }
 
-  /** To the bearer of a signature as a question, or with a looper of some number, behind that or the process's port. */
+  /** First every code to every signature. Then to any signature as a question, or to a looper of some number, behind
+      that or the process's port. */
   status_t Send(int i) {
     const BMessage message = Letter(i);
-    const std::string& signature = fOrder.signatures[Below(fOrder.signatures.size())];
-    if (Below(2) == 0) {
+    const size_t round = static_cast<size_t>(i) / fCodes.size();
+    const bool isFirst = round < fOrder.signatures.size();
+    const std::string& signature = fOrder.signatures[isFirst ? round : Below(fOrder.signatures.size())];
+    if (isFirst || Below(2) == 0) {
       BMessage answer;
       const status_t status = BMessenger(signature.c_str()).SendMessage(&message, &answer, kPatienceUs, 0);
       return answer.what == B_MESSAGE_NOT_UNDERSTOOD ? status_t{B_PERMISSION_DENIED} : status;
@@ -123,7 +126,7 @@ private:
     std::string port = "app:" + signature;
     port.replace(port.find('/'), 1, "%2F");
     if (Below(3) == 0) port = "re:" + fOrder.process;
-    LetterHead head{Below(400), Below(2) * Below(400), {}};
+    LetterHead head{Below(2000), Below(2) * Below(2000), {}};
     if (Below(4) == 0) head.replyTo = {Below(2) == 0 ? "re:" + fOrder.process : Name(), Below(400), Below(400)};
     const std::vector<char> bytes = letter_bytes(head, message);
     return write_port_etc(find_port(port.c_str()), 'LETR', bytes.data(), bytes.size(), kPatienceUs);
