@@ -1,13 +1,11 @@
 #include "plugin/vesmo_e_comm_man.h"
 
-#include "common/app_info.h"
 #include "interapp/iap_win.h"
 #include "interapp/inter_app_prefs.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "lyrics/document_notices.h"
 #include "lyrics/reaction_time.h"
-#include "platform/app/roster.h"
 #include "plugin/exit_state.h"
 #include "plugin/pref.h"
 #include "plugin/show_help.h"
@@ -27,12 +25,12 @@ constexpr size_t kMostFilesKept = 16;
 
 TVesmoECommMan::TVesmoECommMan()
     : TFamilyCommMan("VesmoE Communication Manager", "VesmoD Communication Manager", vesmo_editor_fname()) {
-  be_roster->AddName(gAppSignature, BMessenger(this), {kMsgIAPChanged, B_REFS_RECEIVED, B_ABOUT_REQUESTED});
+  fEditorName.Register();
 }
 
 void TVesmoECommMan::Quit() {
   EndWatches();
-  be_roster->RemoveName(gAppSignature);
+  fEditorName.Unregister();
   CloseAboutWindowRqtd();
   CloseFineTimeTagWindowRqtd();
   CloseMainWindowRqtd();

@@ -4,6 +4,7 @@
 #include "platform/app/message_runner.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
+#include "plugin/editor_name.h"
 #include "plugin/family_comm_man.h"
 #include "window/manager_requests.h"
 
@@ -56,6 +57,7 @@ private:
   void ReopenFiles(int32 taken);
   void WaitForWindowThreads();
 
+  TEditorName fEditorName{BMessenger(this)};
   TVesmoEWin* fMainWindow = nullptr; // null while closed; used only with the window locked by its address
   BMessenger fMainAddress;
   BWindowProxy fMainProxy;         // for what must not wait for its lock

@@ -1,5 +1,8 @@
+#include "common/app_info.h"
 #include "common/koreva.h"
 #include "companion/display_state.h"
+#include "platform/app/message.h"
+#include "platform/interface/window.h"
 #include "platform/storage/entry.h"
 #include "plugin/pref.h"
 #include "tests/display/hands.h"
@@ -67,6 +70,39 @@ TEST_F(BothPlugins, AMissingLanguageFileIsToldOfOnce) {
   EXPECT_TRUE(hands::answer_with_key("Escape"));
   hands::wait_for_display();
   EXPECT_FALSE(hands::answer_with_key("Escape")) << "the second one";
+  for (auto* plugin : {&display, &editor}) {
+    (*plugin)->Cleanup();
+    plugin->reset();
+  }
+}
+
+TEST_F(BothPlugins, AnotherLetterFormatIsSeenInEveryOpenWindowOfBothAtOnce) {
+  auto editor = Load(EDITOR_FILE);
+  auto display = Load(DISPLAY_FILE);
+  editor->Init();
+  BWindow& main = hands::wait_for_window("New lyrics - Vesmo Editor");
+  editor->About(false);
+  display->About(false);
+  EXPECT_TRUE(hands::until([] { return hands::windows_titled("About Vesmo Editor").size() == 2; }));
+  editor->Prefs(false);
+  BWindow& prefs = hands::wait_for_window("Preferences of Vesmo");
+  ASSERT_TRUE(hands::choose(main, {"Edit", "Shift all time tags..."}));
+  BWindow& fineTag = hands::wait_for_window("Shift all time tags");
+  for (const char* format : {"a) ", "a - "}) {
+    BMessage notice('_ipc');
+    notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");
+    notice.AddString("IAP:Value", format);
+    EXPECT_EQ(BMessenger(gAppSignature).SendMessage(&notice), B_OK);
+    const std::string behind(format + 1);
+    const auto shows = [](BWindow& window, const char* view, const std::string& label) {
+      return hands::until([&] { return hands::spoken(window, view).name == label; });
+    };
+    EXPECT_TRUE(hands::until([&] { return hands::menu_lines(main, {}).front().label == "F" + behind + "File"; }));
+    EXPECT_TRUE(shows(fineTag, "Go", "G" + behind + "Go"));
+    EXPECT_TRUE(shows(prefs, "Close", "C" + behind + "Close")) << "the companion's";
+    for (BWindow* about : hands::windows_titled("About Vesmo Editor"))
+      EXPECT_TRUE(shows(*about, "Close", "C" + behind + "Close"));
+  }
   for (auto* plugin : {&display, &editor}) {
     (*plugin)->Cleanup();
     plugin->reset();

@@ -1,3 +1,4 @@
+#include "common/app_info.h"
 #include "lyrics/reaction_time.h"
 #include "plugin/app_privacy.h"
 #include "plugin/shift_amount.h"
@@ -36,6 +37,11 @@ protected:
   int32 Send(const BMessage& message) {
     fManager->PostMessage(&message);
     return fManager->DeliverAll();
+  }
+  void WaitForApplication() {
+    const BMessage question('wait');
+    BMessage answer;
+    BMessenger(fHost).SendMessage(&question, &answer);
   }
   BWindow& Only(const char* title) {
     const std::vector<BWindow*> found = windows_titled(title);
@@ -162,14 +168,28 @@ TEST_F(ManagerByHand, SharedPreferencesArriveThroughTheApplication) {
   BMessage notice(kMsgIAPChanged);
   notice.AddString("IAP:SrcIAPItem", "FlatToolBar");
   notice.AddBool("IAP:Value", false);
-  const BMessage sync('nope');
-  BMessage answer;
-  fHost->PostMessage(&notice);
-  BMessenger(fHost).SendMessage(&sync, &answer); // the application has passed it on
-  fManager->DeliverAll();
+  BMessenger(gAppSignature).SendMessage(&notice);
+  WaitForApplication();
+  EXPECT_EQ(fManager->DeliverAll(), 1) << "by the filter alone";
   bool flat = true;
   gIAP->GetBool("FlatToolBar", &flat);
   EXPECT_FALSE(flat);
+}
+
+TEST_F(ManagerByHand, FilesForTheEditorAreForwardedAndThoseForThePlayerAreNot) {
+  const BMessage refs(B_REFS_RECEIVED);
+  fHost->PostMessage(&refs);
+  WaitForApplication();
+  EXPECT_EQ(fManager->CountMessages(), 0) << "the player's own";
+  BMessenger(gAppSignature).SendMessage(&refs);
+  BMessenger(gAppSignature).SendMessage(kMsgCloseMain); // not offered by that name
+  WaitForApplication();
+  EXPECT_EQ(fManager->DeliverAll(), 1);
+  EXPECT_TRUE(IsShown(Only(kEditor)));
+  BMessenger(gAppSignature).SendMessage(B_ABOUT_REQUESTED);
+  WaitForApplication();
+  fManager->DeliverAll();
+  EXPECT_TRUE(IsShown(Only(kAbout)));
 }
 
 TEST_F(ManagerByHand, ClosingWhatIsNotOpenAsksForNothingFurther) {

@@ -1,5 +1,6 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
+#include "platform/kernel/threads.h"
 #include "plugin/vesmo_e_comm_man.h"
 #include "tests/display/hands.h"
 #include "tests/link/loaded_images.h"
@@ -42,7 +43,7 @@ class Switching : public LoadedImages {
 protected:
   Switching() : fPlugin(Load(PLUGIN_FILE)) {
     fPlugin->Init();
-    fManager = BMessenger(kEditor);
+    fManager = fApp->LooperOn(find_thread("VesmoE Communication Manager"));
     fMain = &hands::wait_for_window("New lyrics - Vesmo Editor");
   }
   ~Switching() override {
@@ -81,9 +82,13 @@ TEST_F(Switching, AThousandLanguagesAndPreferencesEndWithTheLast) {
     const BMessage preference =
         i % 2 == 0 ? format_notice(kFormats[static_cast<size_t>(i / 2) % kFormats.size()]) : flat_notice(i % 4 == 1);
     ASSERT_EQ(fManager.SendMessage(&language), B_OK);
-    ASSERT_EQ(fManager.SendMessage(&preference), B_OK);
+    ASSERT_EQ(BMessenger(kEditor).SendMessage(&preference), B_OK);
   }
-  for (const BMessage& last : {language_notice("German.llt"), format_notice("a) ")}) fManager.SendMessage(&last);
+  const BMessage lastLanguage = language_notice("German.llt");
+  const BMessage lastFormat = format_notice("a) ");
+  fManager.SendMessage(&lastLanguage);
+  BMessenger(kEditor).SendMessage(&lastFormat);
+  WaitFor(BMessenger(fApp.get()));
   WaitFor(fManager);
   WaitFor(BMessenger(fMain));
   EXPECT_EQ(FirstMenu(*fMain), "F) Datei");

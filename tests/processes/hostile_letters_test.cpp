@@ -1,5 +1,6 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
+#include "platform/kernel/threads.h"
 #include "plugin/family_comm_man.h"
 #include "plugin/host_protocol.h"
 #include "tests/display/hands.h"
@@ -99,9 +100,12 @@ TEST_F(AttackedWindows, NothingClosesAndNothingIsLost) {
   const int count = long_tests() ? 10000 : 1500;
   const std::string taken = peer.Ask(attack_on(getpid(), count, std::string("application/x-vnd.test-host ") + kEditor));
   EXPECT_GT(std::stoi(taken), 0);
-  const BMessage question('wait');
-  BMessage answer;
-  BMessenger(kEditor).SendMessage(&question, &answer); // all that was let through has been handled
+  for (const BMessenger& looper : {BMessenger(fApp.get()), fApp->LooperOn(find_thread("VesmoE Communication Manager")),
+                                   fApp->LooperOn(find_thread("VesmoD Communication Manager"))}) {
+    const BMessage question('wait');
+    BMessage answer;
+    looper.SendMessage(&question, &answer); // all that was let through has been handled
+  }
   EXPECT_EQ(fApp->WindowAddresses(), windows);
   EXPECT_EQ(fApp->CountLoopers(), loopers);
   EXPECT_TRUE(hands::is_shown(*fEditorWindow));
