@@ -2,6 +2,8 @@
 
 #include "platform/app/looper.h"
 
+#include <string>
+
 class TNowPlaying;
 
 /** Answers the front ends' questions for the information record, on a thread that does nothing else, so that the
@@ -9,14 +11,19 @@ class TNowPlaying;
 class TFrontEndHost : public BLooper {
 public:
   explicit TFrontEndHost(const TNowPlaying* nowPlaying);
+  ~TFrontEndHost() override;
   void MessageReceived(BMessage* message) override;
+  /** A signature that reaches this looper from every process, where a messenger is good in its own process only. */
+  const std::string& Signature() const { return fSignature; }
 
 private:
   const TNowPlaying* fNowPlaying;
+  const std::string fSignature;
 };
 
-/** 'SNVm' to the player: a handshake, answered with 'SNVm' and messenger "Msgr".
-    'SNVi' to that messenger: answered with 'SNVi' and "Info", 124 bytes of type 'CSTR', and bool "Playing". */
+/** 'SNVm' to the player: a handshake, answered with 'SNVm' and messenger "Msgr"; to another process, with string
+    "Signature" instead.
+    'SNVi' to either: answered with 'SNVi' and "Info", 124 bytes of type 'CSTR', and bool "Playing". */
 enum : uint32 { kMsgHandshake = 'SNVm', kMsgInformation = 'SNVi' };
 
 /** Wishes of a front end, to the player; not answered. */

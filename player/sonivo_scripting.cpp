@@ -10,7 +10,10 @@
 
 void TSonivoApp::Handshake(const BMessage& message) const {
   BMessage answer(kMsgHandshake);
-  answer.AddMessenger("Msgr", BMessenger(fHost));
+  if (message.IsSourceRemote())
+    answer.AddString("Signature", fHost->Signature());
+  else
+    answer.AddMessenger("Msgr", BMessenger(fHost));
   message.SendReply(&answer);
 }
 

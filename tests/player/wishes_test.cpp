@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 
 namespace {
@@ -17,6 +18,14 @@ namespace {
 constexpr const char* kSignature = "application/x-vnd.Marvik-Sonivo";
 constexpr int32 kDurationMs = StillSource::kDurationMs;
 constexpr const char* kOwnTitle = "Title of /music/song.mp3";
+
+std::string output_of(const char* program) {
+  FILE* const lines = popen(program, "r");
+  std::string output;
+  for (int c = 0; lines && (c = std::fgetc(lines)) != EOF;) output += static_cast<char>(c);
+  if (lines) pclose(lines);
+  return output;
+}
 
 class Wishes : public testing::Test {
 protected:
@@ -34,6 +43,7 @@ protected:
     EXPECT_EQ(handshake.what, kMsgHandshake);
     BMessenger host;
     EXPECT_EQ(handshake.FindMessenger("Msgr", &host), B_OK);
+    EXPECT_FALSE(handshake.HasField("Signature")) << "that is for other processes";
     const BMessage information = ask_player(BMessage(kMsgInformation), host);
     EXPECT_EQ(information.what, kMsgInformation);
     return information;
@@ -107,6 +117,15 @@ TEST_F(Wishes, PlayAndPauseTakeTurnsAndAreTold) {
   EXPECT_TRUE(IsPlaying());
   Wish(kMsgWishPlayPause);
   EXPECT_FALSE(IsPlaying());
+}
+
+TEST_F(Wishes, AFrontEndInAnotherProcessGetsTheRecord) {
+  Wish(kMsgWishPlayPause);
+  IsPlaying(); // the song is loaded
+  Wish(kMsgWishSeek, "Time", 5000);
+  EXPECT_EQ(PositionMs(), 5000);
+  EXPECT_EQ(output_of(FRONT_END_PROGRAM),
+            std::string("124 bytes\n5000 ms\n") + kOwnTitle + "\nplaying\nnothing else is offered\n");
 }
 
 TEST_F(Wishes, SeeksStayWithinTheSong) {
