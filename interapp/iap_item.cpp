@@ -6,6 +6,9 @@
 
 namespace {
 
+/** Every label has it, and it may come from another process or a damaged file. */
+constexpr size_t kMaxFormatBytes = 100;
+
 bool file_of(const std::string& name, BEntry* entry) {
   return koreva::get_entry((name + ".arc").c_str(), entry, koreva::kSettingsDir, "Shared");
 }
@@ -80,10 +83,10 @@ bool TIAPItemAccKeyFormat::Archive(BMessage* archive) {
 bool TIAPItemAccKeyFormat::Unarchive(const BMessage& archive) {
   std::string format;
   GetString(&format);
-  const bool readable = Read(archive, kValueField, &format);
+  if (!Read(archive, kValueField, &format) || format.size() > kMaxFormatBytes) return false;
   const std::lock_guard lock(fMutex);
   fFormat = format;
-  return readable;
+  return true;
 }
 
 status_t TIAPItemFlatToolBar::GetBool(bool* value) const {

@@ -180,7 +180,9 @@ TEST_F(CommonWindow, ValuesAreAskedForAndToldByNameAndType) {
   EXPECT_EQ(prefs.SetValue(notice), B_OK);
   BMessage wrong(kMsgIAPNotice);
   wrong.AddString("IAP:SrcIAPItem", "AccKeyFormat");
+  BMessage huge(wrong);
   wrong.AddBool("IAP:Value", true);
-  EXPECT_NE(prefs.SetValue(wrong), B_OK);
+  huge.AddString("IAP:Value", std::string(1 << 20, 'x'));
+  for (const BMessage& refused : {wrong, huge}) EXPECT_NE(prefs.SetValue(refused), B_OK);
   EXPECT_EQ(fFirst->Format(), "a - ");
 }
