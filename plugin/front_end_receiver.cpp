@@ -108,8 +108,15 @@ void SNFE_Receiver::StoreInformation(const BMessage& message) {
 }
 
 void SNFE_Receiver::StoreMessenger(const BMessage& message) {
+  BMessenger host;
+  std::string signature; // instead, from a player in another process
+  if (message.FindMessenger("Msgr", &host) != B_OK) {
+    if (message.FindString("Signature", &signature) != B_OK) return;
+    host = BMessenger(signature.c_str());
+  }
   Lock();
-  if (message.FindMessenger("Msgr", &fHost) == B_OK) fConnected = true;
+  fHost = host;
+  fConnected = true;
   Unlock();
 }
 

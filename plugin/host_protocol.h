@@ -8,9 +8,10 @@
 
 inline constexpr const char* kHostSignature = "application/x-vnd.Marvik-Sonivo";
 
-/** To the player: no fields. Back: messenger "Msgr", the private way to it. */
+/** To the player: no fields. Back: messenger "Msgr", the private way to it; from a player in another process, string
+    "Signature", by which that is reached. */
 inline constexpr uint32 kMsgHostHandshake = 'SNVm';
-/** To that messenger: no fields. Back: data "Info" of type 'CSTR', the information record; Sonivo adds bool "Playing",
+/** To either: no fields. Back: data "Info" of type 'CSTR', the information record; Sonivo adds bool "Playing",
     which other players leave out. */
 inline constexpr uint32 kMsgHostInformation = 'SNVi';
 

@@ -73,6 +73,16 @@ protected:
 
 } // namespace
 
+TEST_F(HostLink, APlayerInAnotherProcessIsReachedByTheSignatureOfItsAnswer) {
+  fHost->fIsOutside = true;
+  fHost->SetRecord(1000, "first");
+  Connect();
+  EXPECT_TRUE(hands::until([this] {
+    fLink->Refresh();
+    return fLink->PositionMs() == 1000;
+  }));
+}
+
 TEST_F(HostLink, OneRefreshTakesTheAnswerToTheOneBefore) {
   fHost->SetRecord(1000, "first");
   Connect();

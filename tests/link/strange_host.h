@@ -55,7 +55,8 @@ public:
   std::vector<Entry> fEntries;
   std::atomic<int> fCount{-2}; // -2: the number of entries; -1: no answer's field
   std::atomic<bool> fAnswers{true};
-  std::atomic<bigtime_t> fLateUs{0}; // how late an entry is told
+  std::atomic<bool> fIsOutside{false}; // answers a handshake as to another process
+  std::atomic<bigtime_t> fLateUs{0};   // how late an entry is told
   std::atomic<int> fHandshakes{0};
   std::atomic<int> fPlayed{-1};
   std::atomic<bool> fFaded{false};
@@ -92,7 +93,10 @@ private:
   void Handshake(const BMessage& message) {
     ++fHandshakes;
     BMessage answer(kMsgHostHandshake);
-    answer.AddMessenger("Msgr", BMessenger(this));
+    if (fIsOutside)
+      answer.AddString("Signature", Signature());
+    else
+      answer.AddMessenger("Msgr", BMessenger(this));
     message.SendReply(&answer);
   }
   void Inform(const BMessage& message) {
