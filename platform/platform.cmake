@@ -1,7 +1,9 @@
 # What needs no window: loopers, messages, files. No Qt in here.
 add_library(vesmo_platform SHARED
   ${CMAKE_CURRENT_LIST_DIR}/app/application.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/desktop_entry.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/handler.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/installed_programs.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/looper.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/looper_core.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/message.cpp
