@@ -18,7 +18,9 @@ add_library(vesmo_platform SHARED
   ${CMAKE_CURRENT_LIST_DIR}/app/remote_mail.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/return_addresses.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/roster.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/signature_launcher.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/signatures.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/app/start_program.cpp
   ${CMAKE_CURRENT_LIST_DIR}/app/token_registry.cpp
   ${CMAKE_CURRENT_LIST_DIR}/kernel/images.cpp
   ${CMAKE_CURRENT_LIST_DIR}/kernel/modifiers.cpp

@@ -1,18 +1,15 @@
 #include "platform/app/roster.h"
 
 #include "platform/app/remote_mail.h"
+#include "platform/app/signature_launcher.h"
 #include "platform/app/signatures.h"
-
-#include <spawn.h>
-#include <sys/wait.h>
+#include "platform/app/start_program.h"
 
 #include <algorithm>
 #include <chrono>
 #include <future>
-#include <thread>
+#include <optional>
 #include <utility>
-
-extern char** environ;
 
 namespace {
 const BRoster gRoster;
@@ -20,23 +17,10 @@ const BRoster gRoster;
 /** How long the opener may take to hand a document over. */
 constexpr std::chrono::seconds kHandOver{2};
 
-/** Runs the program, whose exit code tells whether it could do it. A desktop's opener ends when it has handed the
-    document over; on a system without a desktop it is often the viewer itself, and stays: then all is well, too. A
-    thread of its own takes the exit, so that nothing is left behind. */
-status_t start(const char* program, const std::string& argument) {
-  std::string name = program;
-  std::string value = argument;
-  char* const arguments[] = {name.data(), value.data(), nullptr};
-  pid_t child = 0;
-  if (posix_spawnp(&child, program, nullptr, nullptr, arguments, environ) != 0) return B_LAUNCH_FAILED;
-  std::promise<bool> promise;
-  std::future<bool> succeeded = promise.get_future();
-  std::thread([child, end = std::move(promise)]() mutable {
-    int state = 0;
-    end.set_value(waitpid(child, &state, 0) == child && WIFEXITED(state) && WEXITSTATUS(state) == 0);
-  }).detach();
-  const bool stays = succeeded.wait_for(kHandOver) != std::future_status::ready;
-  return stays || succeeded.get() ? B_OK : B_LAUNCH_FAILED;
+/** The process's own, never destroyed: threads may still ask while it exits. */
+SignatureLauncher& launcher() {
+  static auto* const instance = new SignatureLauncher;
+  return *instance;
 }
 
 } // namespace
@@ -57,11 +41,16 @@ std::vector<std::string> BRoster::Signatures(const std::string& beginning) const
 }
 
 status_t BRoster::Launch(const char* signature) const {
-  return IsRunning(signature) ? B_ALREADY_RUNNING : B_LAUNCH_FAILED;
+  return IsRunning(signature) ? B_ALREADY_RUNNING : launcher().Launch(signature);
 }
 
+/** A desktop's opener exits when it has handed the document over, and its exit code tells whether it could. On a system
+    without a desktop it is often the viewer itself, and stays: that is a success, too. */
 status_t BRoster::Launch(const entry_ref* ref) const {
-  return start("xdg-open", ref->FullPath());
+  std::optional<std::future<bool>> opened = start_program({"xdg-open", ref->FullPath()});
+  if (!opened) return B_LAUNCH_FAILED;
+  const bool stays = opened->wait_for(kHandOver) != std::future_status::ready;
+  return stays || opened->get() ? B_OK : B_LAUNCH_FAILED;
 }
 
 status_t BRoster::AddName(const char* signature, const BMessenger& target, const std::vector<uint32>& offered) const {

@@ -13,8 +13,8 @@ public:
   bool IsRunning(const char* signature) const;
   /** The signatures that begin so, of this process and of others; one that has just ended may be among them. */
   std::vector<std::string> Signatures(const std::string& beginning) const;
-  /** Starts the program that bears the signature, or has it opened when it runs (B_ALREADY_RUNNING).
-      B_LAUNCH_FAILED when no program of that signature is known on this system. */
+  /** Starts the installed program whose desktop entry has the signature (key X-KOREVA-Signature), without waiting for
+      it. B_ALREADY_RUNNING when it runs or has just been started; B_LAUNCH_FAILED when none is installed. */
   status_t Launch(const char* signature) const;
   /** Opens a document with the desktop's preferred program for its type. */
   status_t Launch(const entry_ref* ref) const;
