@@ -129,6 +129,9 @@ public:
     fs::copy(plugins / "Language", Language());
     setenv("XDG_CONFIG_HOME", fFolder.c_str(), 1);
     setenv("XDG_RUNTIME_DIR", fFolder.c_str(), 1);
+    // No player runs here: the editor is not to start an installed one.
+    setenv("XDG_DATA_HOME", fFolder.c_str(), 1);
+    setenv("XDG_DATA_DIRS", fFolder.c_str(), 1);
   }
   Scratch(const Scratch&) = delete;
   Scratch& operator=(const Scratch&) = delete;
