@@ -129,7 +129,12 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
 
 // The window may be ending by itself on its own thread: only its address, or its lock, is safe to use.
 void TVesmoECommMan::Forward(BMessage* message) {
-  if (fMainWindow) fMainAddress.SendMessage(message, BMessenger(), kPatienceUs);
+  if (fMainWindow == nullptr) return;
+  // The window takes the new texts from the table, so one notice is as good as many and leaves room for the others.
+  if (message->what == kMsgLanguageChanged)
+    fMainAddress.SendCoalesced(*message);
+  else
+    fMainAddress.SendMessage(message, BMessenger(), kPatienceUs);
 }
 
 void TVesmoECommMan::OpenMainWindowRqtd() {
