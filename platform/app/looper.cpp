@@ -125,7 +125,11 @@ int32 BLooper::LoopEntry(void* argument) {
   BMessage message;
   while (core->Next(&message, true)) {
     if (core->Lock(B_INFINITE_TIMEOUT) != B_OK) break;
-    core->looper->Deliver(&message);
+    // Whoever held the lock may have quit the looper: what it owned is closed then, and no message may open it again.
+    if (core->IsClosed())
+      Core::AgreeToQuit(message);
+    else
+      core->looper->Deliver(&message);
     message = BMessage(); // an unanswered asker is released now, not with the next message
     core->Unlock();
   }

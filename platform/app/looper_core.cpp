@@ -106,11 +106,14 @@ void BLooper::Core::Close() {
   }
   queueFilled.notify_all();
   queueDrained.notify_all();
-  // Who wished for its end need not wait for more than that.
+  for (const BMessage& message : dropped) AgreeToQuit(message);
+}
+
+void BLooper::Core::AgreeToQuit(const BMessage& message) {
+  if (message.what != B_QUIT_REQUESTED) return;
   BMessage agreed(B_REPLY);
   agreed.AddBool("result", true);
-  for (const BMessage& message : dropped)
-    if (message.what == B_QUIT_REQUESTED) message.SendReply(&agreed);
+  message.SendReply(&agreed);
 }
 
 status_t BLooper::Core::Lock(bigtime_t timeout) {

@@ -69,6 +69,8 @@ struct BLooper::Core {
   bool TakesAnswer(uint32 code);
   /** Waits for a message; false when the loop is to end. */
   bool Next(BMessage* message, bool wait);
+  /** Answers a request to quit whose looper is ending anyway; other messages are left alone. */
+  static void AgreeToQuit(const BMessage& message);
   void Close();
   status_t Lock(bigtime_t timeout);
   void Unlock();

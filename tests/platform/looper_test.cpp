@@ -78,6 +78,22 @@ TEST(Looper, AskerIsReleasedWhenTheTargetGoesWithTheQuestionInItsQueue) {
   asker.join();
 }
 
+TEST(Looper, DeliversNothingAfterQuitNotEvenWhatItHasTakenFromItsQueue) {
+  struct Counter : BLooper {
+    explicit Counter(std::atomic<int>* count) : fCount(count) {}
+    void MessageReceived(BMessage*) override { ++*fCount; }
+    std::atomic<int>* const fCount;
+  };
+  std::atomic<int> delivered{0};
+  auto* const looper = new Counter(&delivered);
+  looper->Run();
+  ASSERT_TRUE(looper->Lock());
+  looper->PostMessage('late');
+  while (looper->CountMessages() > 0) std::this_thread::yield(); // its thread has it, and waits for the lock
+  looper->Quit();
+  EXPECT_EQ(delivered, 0);
+}
+
 TEST(Looper, WithoutAThreadSaysSoAndIsDeletedByQuit) {
   pthread_attr_t usual;
   pthread_attr_t huge;
