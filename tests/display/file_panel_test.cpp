@@ -123,7 +123,13 @@ TEST_F(OpenPanel, AnswersWithTheFileAndRefusesOneThatIsNotThere) {
 
 TEST_F(OpenPanel, SuggestionsGoWithThePanelAndTakeNoMoreKeys) {
   for (const char* letter : {"s", "o", "n", "g", ".", "l", "r", "c"}) hands::press(*fPanel.Window(), letter);
-  ASSERT_TRUE(hands::until(hands::popup_is_open));
+  // What was typed before the panel had read its folder is completed with the next key.
+  const auto suggests = [this] {
+    if (hands::popup_is_open()) return true;
+    for (const char* key : {"Backspace", "c"}) hands::press(*fPanel.Window(), key);
+    return hands::popup_is_open();
+  };
+  ASSERT_TRUE(hands::until(suggests));
   hands::press(*fPanel.Window(), "Return");
   EXPECT_EQ(Next().what, uint32{B_REFS_RECEIVED});
   EXPECT_FALSE(hands::popup_is_open());
