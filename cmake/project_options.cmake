@@ -1,6 +1,6 @@
 # One interface target carries the language level, the warnings and the sanitizers; every target links it.
 add_library(project_options INTERFACE)
-target_include_directories(project_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_include_directories(project_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_options(project_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Woverloaded-virtual -Wnon-virtual-dtor -Wcast-align
   -Wold-style-cast -Wunused -Wformat=2 -Wimplicit-fallthrough

@@ -24,7 +24,7 @@ install(FILES copyright ${CMAKE_SOURCE_DIR}/docs/file-formats.md DESTINATION ${C
 install(FILES ${CMAKE_SOURCE_DIR}/demo/demo.opus ${CMAKE_SOURCE_DIR}/demo/demo.txt
   DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vesmo-editor/examples)
 
-set(completions ${CMAKE_SOURCE_DIR}/tools/vesmo_lrc/completions)
+set(completions ${CMAKE_SOURCE_DIR}/src/tools/vesmo_lrc/completions)
 install(FILES ${completions}/vesmo-lrc.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME vesmo-lrc)
 install(FILES ${completions}/_vesmo-lrc DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
 install(FILES ${completions}/vesmo-lrc.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)

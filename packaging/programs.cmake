@@ -10,9 +10,9 @@ endforeach()
 install_linked(gen_VesmoE ${home}/plugins "$ORIGIN/..")
 install_linked(gen_VesmoD ${home}/plugins "$ORIGIN/..")
 
-install(DIRECTORY ${CMAKE_SOURCE_DIR}/language/texts/ DESTINATION ${home}/plugins/Language)
-install(DIRECTORY ${CMAKE_SOURCE_DIR}/plugin/help/ DESTINATION ${home}/plugins)
-install(DIRECTORY ${CMAKE_SOURCE_DIR}/window/icons/ DESTINATION ${home}/plugins/pictures)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/src/language/texts/ DESTINATION ${home}/plugins/Language)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/src/plugin/help/ DESTINATION ${home}/plugins)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/src/window/icons/ DESTINATION ${home}/plugins/pictures)
 
 foreach(command sonivo vesmo-lrc)
   file(RELATIVE_PATH from_bin ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_PREFIX}/${home}/${command})

@@ -8,7 +8,7 @@ import pathlib
 import re
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+ROOT = pathlib.Path(__file__).resolve().parent.parent / "src"
 FOLDERS = {
     "platform/support": 0.0, "platform/kernel": 0.1, "platform/storage": 0.2, "platform/app": 0.3,
     "platform/interface": 0.4, "platform/display": 0.4,
@@ -27,7 +27,7 @@ FILES = {
     "language/language_watch": 3,
     "lyrics/editor": 4, "lyrics/document_teller": 4,
 }
-QT_FOLDERS = ("platform/display", "player", "bench", "tests")
+QT_FOLDERS = ("platform/display", "player")
 
 
 def floor_of(path):

@@ -18,7 +18,7 @@ KEY = re.compile(
 
 def keys_used():
     sources = subprocess.run(
-        ["git", "ls-files"] + [f"{folder}/*.{kind}" for folder in FOLDERS for kind in ("h", "cpp")],
+        ["git", "ls-files"] + [f"src/{folder}/*.{kind}" for folder in FOLDERS for kind in ("h", "cpp")],
         capture_output=True, text=True, check=True).stdout.split()
     return {key for source in sources for key in KEY.findall(open(source, encoding="utf-8").read())}
 
@@ -46,9 +46,9 @@ def references(text):
 
 def main():
     used = keys_used()
-    files = subprocess.run(["git", "ls-files", "language/texts/*.llt"], capture_output=True, text=True,
+    files = subprocess.run(["git", "ls-files", "src/language/texts/*.llt"], capture_output=True, text=True,
                            check=True).stdout.split()
-    english = texts_of("language/texts/English.llt")
+    english = texts_of("src/language/texts/English.llt")
     for path in files:
         texts = texts_of(path)
         for key in sorted(used):

@@ -5,6 +5,5 @@ cd "$(dirname "$0")/.."
 # As clang sees the program, without the other compiler's precompiled headers.
 cmake -S . -B build/tidy -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON \
   -DVESMO_WERROR=OFF -DVESMO_TESTS=OFF >/dev/null
-[ $# -gt 0 ] || set -- $(git ls-files 'platform/*.cpp' 'common/*.cpp' 'language/*.cpp' 'lyrics/*.cpp' 'plugin/*.cpp' \
-  'interapp/*.cpp' 'toolkit/*.cpp' 'editviews/*.cpp' 'window/*.cpp' 'companion/*.cpp' 'player/*.cpp' 'tools/*.cpp')
+[ $# -gt 0 ] || set -- $(git ls-files 'src/*.cpp')
 printf '%s\n' "$@" | xargs -P "$(nproc)" -n 4 clang-tidy -p build/tidy --quiet 2>/dev/null

@@ -10,7 +10,7 @@ import eyes  # noqa: E402
 import hands  # noqa: E402
 from stage import Stage  # noqa: E402
 
-HELP = ROOT / "plugin/help/pictures"
+HELP = ROOT / "src/plugin/help/pictures"
 DOCS = ROOT / "docs/pictures"
 LYRICS = """[00:05:73]Who has seen the wind?
 [00:08:60]Neither I nor you:
@@ -32,7 +32,7 @@ class Words:
 
     def __init__(self, file_name):
         self.texts = {}
-        for line in (ROOT / "language/texts" / file_name).read_text().splitlines():
+        for line in (ROOT / "src/language/texts" / file_name).read_text().splitlines():
             key, equals, text = line.partition("=")
             if equals:
                 self.texts[key.strip()] = text.strip()
