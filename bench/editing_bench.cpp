@@ -2,10 +2,10 @@
    the tag input mode, a switch of the mode, undoing a command over every line. Beside them what the toolkit's own plain
    text control takes to show the same text. Prints milliseconds, medians and worst. */
 
+#include "document/editor_view.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/builtin_texts.h"
 #include "language/llt.h"
-#include "lyrics/editor_view.h"
 #include "platform/app/message.h"
 #include "platform/display/display.h"
 #include "platform/display/display_thread.h"

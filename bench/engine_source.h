@@ -1,7 +1,7 @@
 #pragma once
 
 #include "bench/audio_conditions.h"
-#include "player/song_source.h"
+#include "player/sound/song_source.h"
 
 /** The player's own source of sound and position, without the player's windows and protocol. */
 class TEngineSource : public TPositionSource {

@@ -2,7 +2,7 @@
 if(TARGET heard_sound)
   add_executable(audio_chain audio_chain.cpp audio_conditions.cpp audio_errors.cpp audio_signal.cpp library_source.cpp
     player_run.cpp engine_source.cpp)
-  target_link_libraries(audio_chain PRIVATE heard_sound sonivo_parts)
+  target_link_libraries(audio_chain PRIVATE heard_sound sonivo_app)
 
   add_executable(stamp_chain stamp_chain.cpp audio_signal.cpp)
   target_link_libraries(stamp_chain PRIVATE heard_sound x_window)

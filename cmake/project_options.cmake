@@ -33,7 +33,3 @@ target_link_options(project_options INTERFACE "$<$<CONFIG:Release>:LINKER:-z,rel
 
 find_package(Threads REQUIRED)
 target_link_libraries(project_options INTERFACE Threads::Threads)
-
-# For what waits for people and for messages: small code is sooner read, mapped and bound than fast code runs.
-add_library(window_code INTERFACE)
-target_compile_options(window_code INTERFACE $<$<CONFIG:Release>:-Os>)

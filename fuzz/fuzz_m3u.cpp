@@ -1,7 +1,7 @@
 #include "fuzz/fuzz.h"
 #include "platform/support/cut_text.h"
-#include "player/m3u.h"
-#include "player/song_address.h"
+#include "player/list/m3u.h"
+#include "player/model/song_address.h"
 
 #include <algorithm>
 

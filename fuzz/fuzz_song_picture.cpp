@@ -1,5 +1,5 @@
 #include "fuzz/fuzz.h"
-#include "player/peaks/song_picture.h"
+#include "player/pictures/song_picture.h"
 
 /** A file of the cache that anybody may have spoilt: taken only where it is exactly what would be written. */
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {

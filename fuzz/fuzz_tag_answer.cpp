@@ -1,5 +1,5 @@
 #include "fuzz/fuzz.h"
-#include "player/peaks/tag_talk.h"
+#include "player/pictures/tag_talk.h"
 
 /** What comes out of the pipe from the program that looks into songs, in pieces of any length. */
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {

@@ -11,7 +11,7 @@ install_linked(gen_VesmoE ${home}/plugins "$ORIGIN/..")
 install_linked(gen_VesmoD ${home}/plugins "$ORIGIN/..")
 
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/src/language/texts/ DESTINATION ${home}/plugins/Language)
-install(DIRECTORY ${CMAKE_SOURCE_DIR}/src/plugin/help/ DESTINATION ${home}/plugins)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/src/editor/help/ DESTINATION ${home}/plugins)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/src/window/icons/ DESTINATION ${home}/plugins/pictures)
 
 foreach(command sonivo vesmo-lrc)

@@ -9,7 +9,6 @@ import re
 import subprocess
 import sys
 
-FOLDERS = ["common", "companion", "editviews", "interapp", "language", "lyrics", "plugin", "toolkit", "window"]
 KEY = re.compile(
     r'"((?:About|Menu|MItem|Button|Ask|Err|Hint|StatBarStr|StatBarSymbol|StrView|Tab|Label|Pref)_\w+'
     r"|Alert_Caption|App_Author|Locale|New_Lyrics|Std_Time_Tag|Ext_Time_Tag|\w+_Panel_Title|\w+_Win_Title|Default_StatBarStr_\w+)\""
@@ -18,7 +17,7 @@ KEY = re.compile(
 
 def keys_used():
     sources = subprocess.run(
-        ["git", "ls-files"] + [f"src/{folder}/*.{kind}" for folder in FOLDERS for kind in ("h", "cpp")],
+        ["git", "ls-files", "src/*.h", "src/*.cpp"],
         capture_output=True, text=True, check=True).stdout.split()
     return {key for source in sources for key in KEY.findall(open(source, encoding="utf-8").read())}
 

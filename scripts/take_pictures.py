@@ -10,7 +10,7 @@ import eyes  # noqa: E402
 import hands  # noqa: E402
 from stage import Stage  # noqa: E402
 
-HELP = ROOT / "src/plugin/help/pictures"
+HELP = ROOT / "src/editor/help/pictures"
 DOCS = ROOT / "docs/pictures"
 LYRICS = """[00:05:73]Who has seen the wind?
 [00:08:60]Neither I nor you:

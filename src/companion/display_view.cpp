@@ -1,7 +1,7 @@
 #include "companion/display_view.h"
 
 #include "companion/wrap_text.h"
-#include "editviews/appearance.h"
+#include "family/appearance.h"
 #include "language/llt.h"
 #include "lyrics/sung_lines.h"
 #include "platform/app/message.h"

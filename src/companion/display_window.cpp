@@ -4,6 +4,8 @@
 #include "companion/display_view.h"
 #include "companion/prefs/notices.h"
 #include "companion/song_lyrics.h"
+#include "hostlink/host_link.h"
+#include "hostlink/sonivo_window.h"
 #include "language/llt.h"
 #include "lyrics/document_notices.h"
 #include "platform/app/application.h"
@@ -11,9 +13,7 @@
 #include "platform/app/message_runner.h"
 #include "platform/app/node_monitor.h"
 #include "platform/interface/screen.h"
-#include "plugin/host_link.h"
-#include "plugin/sonivo_window.h"
-#include "window/placement.h"
+#include "toolkit/placement.h"
 
 #include <algorithm>
 

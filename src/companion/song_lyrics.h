@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/current_song_finder.h"
+#include "hostlink/current_song_finder.h"
 
 #include <string>
 #include <vector>

@@ -2,9 +2,9 @@
 
 #include "companion/display_state.h"
 #include "companion/vesmo_d_comm_man.h"
-#include "plugin/family_globals.h"
+#include "family/family_globals.h"
+#include "family/plugin_image.h"
 #include "plugin/kept_record.h"
-#include "plugin/plugin_image.h"
 
 #include <string>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/family_plugin.h"
+#include "family/family_plugin.h"
 
 inline constexpr const char* kDisplayName = "Vesmo Display";
 

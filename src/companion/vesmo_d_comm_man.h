@@ -1,7 +1,7 @@
 #pragma once
 
+#include "family/family_comm_man.h"
 #include "platform/app/message.h"
-#include "plugin/family_comm_man.h"
 
 class TVesmoDPrefWin;
 class TVesmoDWin;

@@ -1,6 +1,6 @@
 #include "editviews/free_edit_view.h"
 
-#include "editviews/appearance.h"
+#include "family/appearance.h"
 #include "language/llt.h"
 #include "lyrics/lyrics_file.h"
 #include "plugin/pref.h"

@@ -2,8 +2,8 @@
 
 #include "editviews/tag_input_item.h"
 #include "editviews/tag_input_view.h"
+#include "hostlink/host_link.h"
 #include "language/llt.h"
-#include "plugin/host_link.h"
 
 namespace {
 constexpr int32 kSkipMs = 2000;

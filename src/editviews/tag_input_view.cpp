@@ -1,13 +1,13 @@
 #include "editviews/tag_input_view.h"
 
-#include "editviews/appearance.h"
 #include "editviews/tag_input_item.h"
+#include "family/appearance.h"
+#include "hostlink/host_link.h"
 #include "language/llt.h"
 #include "lyrics/time_tags.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
-#include "plugin/host_link.h"
 #include "plugin/pref.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "toolkit/tool_bar.h"
 
-#include "platform/display/tool_button_peer.h"
+#include "platform/interface/tool_button_peer.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "toolkit/tool_button.h"
 
-#include "platform/display/tool_button_peer.h"
+#include "platform/interface/tool_button_peer.h"
 #include "toolkit/tool_tip.h"
 
 TToolButton::TToolButton(BRect frame, const char* name, const BBitmap& bitmap, BMessage* message)

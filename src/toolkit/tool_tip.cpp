@@ -1,7 +1,7 @@
 #include "toolkit/tool_tip.h"
 
 #include "platform/app/message.h"
-#include "platform/display/view_peer.h"
+#include "platform/interface/view_peer.h"
 #include "platform/interface/window.h"
 
 void TToolTipWin::ShowAt(BView* view) {

@@ -1,8 +1,8 @@
 /** The editor window's menus. Every label is a language text with its accelerator letter. */
 
+#include "document/editor_view.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
-#include "lyrics/editor_view.h"
 #include "platform/app/message.h"
 #include "platform/interface/menu_bar.h"
 #include "platform/interface/menu_item.h"

@@ -1,8 +1,8 @@
 /** The editor window's panels for opening, saving and exporting. */
 
 #include "common/koreva.h"
+#include "document/editor_view.h"
 #include "language/llt.h"
-#include "lyrics/editor_view.h"
 #include "platform/app/message.h"
 #include "platform/kernel/threads.h"
 #include "platform/storage/entry.h"

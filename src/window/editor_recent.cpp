@@ -1,10 +1,10 @@
 /** The editor window's list of recent files. */
 
 #include "common/koreva.h"
+#include "document/editor_view.h"
 #include "interapp/inter_app_prefs.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
-#include "lyrics/editor_view.h"
 #include "platform/app/message.h"
 #include "platform/interface/menu.h"
 #include "platform/interface/menu_item.h"

@@ -1,8 +1,10 @@
 #include "window/editor_window.h"
 
 #include "common/app_info.h"
+#include "document/editor_view.h"
+#include "family/message_filters.h"
+#include "hostlink/sonivo_window.h"
 #include "lyrics/document_notices.h"
-#include "lyrics/editor_view.h"
 #include "lyrics/reaction_time.h"
 #include "platform/app/application.h"
 #include "platform/app/message.h"
@@ -10,12 +12,10 @@
 #include "platform/interface/menu_bar.h"
 #include "platform/interface/screen.h"
 #include "plugin/exit_state.h"
-#include "plugin/message_filters.h"
 #include "plugin/pref.h"
-#include "plugin/sonivo_window.h"
+#include "toolkit/placement.h"
 #include "toolkit/tool_bar.h"
 #include "window/export_panel.h"
-#include "window/placement.h"
 #include "window/save_panel.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include "window/export_panel.h"
 
+#include "document/editor_view.h"
 #include "language/llt.h"
-#include "lyrics/editor_view.h"
 #include "lyrics/export.h"
 #include "platform/app/message.h"
 #include "platform/interface/menu_bar.h"

@@ -2,7 +2,7 @@
 
 #include "companion/display_view.h"
 #include "companion/prefs/notices.h"
-#include "lyrics/editor_view.h"
+#include "document/editor_view.h"
 #include "platform/app/message.h"
 #include "tests/editor/editor_fixture.h"
 

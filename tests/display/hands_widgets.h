@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/display/display_thread.h"
-#include "platform/display/window_peer.h"
 #include "platform/interface/window.h"
+#include "platform/interface/window_peer.h"
 
 #include <QWidget>
 

@@ -1,8 +1,8 @@
 #include "tests/editor/editor_fixture.h"
 
+#include "document/editor_view.h"
 #include "editviews/free_edit_view.h"
 #include "editviews/tag_input_view.h"
-#include "lyrics/editor_view.h"
 
 #include <future>
 

@@ -1,9 +1,9 @@
-#include "plugin/sonivo_window.h"
+#include "hostlink/sonivo_window.h"
 #include "tests/display/hands.h"
 #include "tests/editor/editor_world.h"
 #include "tests/own_looper.h"
+#include "toolkit/placement.h"
 #include "window/editor_window.h"
-#include "window/placement.h"
 
 #include <atomic>
 #include <limits>

@@ -1,7 +1,7 @@
 #include "tests/editor/editor_fixture.h"
 
+#include "document/editor_view.h"
 #include "editviews/free_edit_view.h"
-#include "lyrics/editor_view.h"
 #include "platform/app/message.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
 #include "tests/editor/editor_fixture.h"
 
-#include "lyrics/editor_view.h"
+#include "document/editor_view.h"
+#include "hostlink/current_song_finder.h"
 #include "lyrics/line_limit.h"
-#include "plugin/current_song_finder.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>

@@ -1,6 +1,6 @@
 #include "tests/editor/editor_fixture.h"
 
-#include "lyrics/editor_view.h"
+#include "document/editor_view.h"
 #include "platform/interface/file_panel.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "lyrics/editor_view.h"
+#include "document/editor_view.h"
 #include "platform/app/message.h"
 #include "tests/editor/editor_fixture.h"
 

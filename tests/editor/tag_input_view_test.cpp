@@ -1,6 +1,6 @@
 #include "editviews/tag_input_view.h"
 
-#include "lyrics/editor_view.h"
+#include "document/editor_view.h"
 #include "platform/app/message_filter.h"
 #include "tests/editor/editor_fixture.h"
 

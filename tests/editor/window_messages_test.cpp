@@ -1,7 +1,7 @@
 #include "tests/editor/editor_fixture.h"
 
-#include "lyrics/editor_view.h"
-#include "plugin/message_filters.h"
+#include "document/editor_view.h"
+#include "family/message_filters.h"
 
 #include <gmock/gmock.h>
 

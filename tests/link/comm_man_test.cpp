@@ -1,4 +1,4 @@
-#include "plugin/comm_man.h"
+#include "family/comm_man.h"
 
 #include "platform/app/application.h"
 #include "platform/app/message.h"

@@ -1,8 +1,8 @@
-#include "plugin/host_link.h"
+#include "hostlink/host_link.h"
 
+#include "hostlink/current_song_finder.h"
+#include "hostlink/front_end_receiver.h"
 #include "platform/app/looper.h"
-#include "plugin/current_song_finder.h"
-#include "plugin/front_end_receiver.h"
 #include "tests/display/hands.h"
 #include "tests/link/strange_host.h"
 #include "tests/own_looper.h"

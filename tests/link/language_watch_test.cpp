@@ -1,4 +1,4 @@
-#include "language/language_watch.h"
+#include "family/language_watch.h"
 
 #include "language/llt.h"
 #include "language/load_language.h"

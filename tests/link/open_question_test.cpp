@@ -1,10 +1,10 @@
 /** What the rest of the program does while a question of the editor is open, and whether the editor lives on after it.
     Ends by itself: a program that stands still is killed by its alarm. */
 
+#include "editor/vesmo_e_comm_man.h"
+#include "hostlink/sonivo_window.h"
 #include "platform/interface/window.h"
 #include "plugin/app_privacy.h"
-#include "plugin/sonivo_window.h"
-#include "plugin/vesmo_e_comm_man.h"
 #include "tests/display/keeping.h"
 #include "tests/editor/editor_world.h"
 #include "tests/own_looper.h"

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "hostlink/host_protocol.h"
 #include "platform/app/application.h"
 #include "platform/app/message.h"
-#include "plugin/host_protocol.h"
 
 #include <atomic>
 #include <cstring>

@@ -1,7 +1,7 @@
+#include "editor/vesmo_e_comm_man.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
-#include "plugin/vesmo_e_comm_man.h"
 #include "tests/display/hands.h"
 #include "tests/link/loaded_images.h"
 

@@ -1,4 +1,4 @@
-#include "player/command_line.h"
+#include "player/app/command_line.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "player/end_signals.h"
+#include "player/app/end_signals.h"
 
 #include "platform/app/message.h"
-#include "player/player_messages.h"
+#include "player/model/player_messages.h"
 #include "tests/own_looper.h"
 
 #include <QCoreApplication>

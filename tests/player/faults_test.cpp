@@ -1,4 +1,4 @@
-#include "player/faults.h"
+#include "player/app/faults.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 /** Songs that are something else, given to the real audio library. */
 
-#include "player/song_source.h"
+#include "player/sound/song_source.h"
 
 #include "player/peaks/read_song.h"
 #include "tests/player/listener.h"

@@ -1,6 +1,6 @@
-#include "player/info_record.h"
+#include "player/model/info_record.h"
 
-#include "player/speed_bias.h"
+#include "player/sound/speed_bias.h"
 
 #include <gtest/gtest.h>
 

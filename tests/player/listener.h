@@ -1,6 +1,6 @@
 #pragma once
 
-#include "player/song_source.h"
+#include "player/sound/song_source.h"
 
 #include <chrono>
 #include <condition_variable>

@@ -1,4 +1,4 @@
-#include "player/open_questions.h"
+#include "player/app/open_questions.h"
 
 #include <gtest/gtest.h>
 

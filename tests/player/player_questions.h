@@ -3,7 +3,7 @@
 #include "platform/app/message.h"
 #include "platform/app/messenger.h"
 #include "platform/kernel/threads.h"
-#include "player/sonivo_app.h"
+#include "player/app/sonivo_app.h"
 
 #include <gtest/gtest.h>
 

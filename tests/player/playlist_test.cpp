@@ -1,4 +1,4 @@
-#include "player/playlist.h"
+#include "player/model/playlist.h"
 
 #include "tests/player/songs.h"
 

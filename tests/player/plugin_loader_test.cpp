@@ -1,4 +1,4 @@
-#include "player/plugin_loader.h"
+#include "player/plugins/plugin_loader.h"
 
 #include "tests/scratch_folder.h"
 

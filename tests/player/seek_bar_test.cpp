@@ -1,4 +1,4 @@
-#include "player/seek_bar.h"
+#include "player/window/seek_bar.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

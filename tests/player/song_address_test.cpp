@@ -1,8 +1,8 @@
 /** Every form that the address of a song can have, and what becomes of it. */
 
-#include "player/song_address.h"
+#include "player/model/song_address.h"
 
-#include "player/m3u.h"
+#include "player/list/m3u.h"
 
 #include <gtest/gtest.h>
 

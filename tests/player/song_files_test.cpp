@@ -1,7 +1,7 @@
-#include "player/song_files.h"
+#include "player/list/song_files.h"
 
-#include "player/kept_list.h"
-#include "player/m3u.h"
+#include "player/app/kept_list.h"
+#include "player/list/m3u.h"
 #include "tests/player/songs.h"
 #include "tests/scratch_folder.h"
 

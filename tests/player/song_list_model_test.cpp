@@ -1,5 +1,5 @@
-#include "player/playlist.h"
-#include "player/song_list_model.h"
+#include "player/list/song_list_model.h"
+#include "player/model/playlist.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "player/song_list_view.h"
+#include "player/list/song_list_view.h"
 
-#include "player/playlist.h"
+#include "player/model/playlist.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 /** What is seen of a song: found, sent through the pipe, and kept. */
 
 #include "player/peaks/loudness.h"
-#include "player/peaks/picture_cache.h"
 #include "player/peaks/read_song.h"
+#include "player/pictures/picture_cache.h"
 
 #include "tests/player/wav.h"
 #include "tests/scratch_folder.h"

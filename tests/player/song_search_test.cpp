@@ -1,4 +1,4 @@
-#include "player/song_search.h"
+#include "player/list/song_search.h"
 
 #include "tests/scratch_folder.h"
 

@@ -1,4 +1,4 @@
-#include "player/song_source.h"
+#include "player/sound/song_source.h"
 
 #include "platform/kernel/threads.h"
 #include "tests/player/listener.h"

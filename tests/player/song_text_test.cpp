@@ -1,4 +1,4 @@
-#include "player/song_text.h"
+#include "player/model/song_text.h"
 
 #include "tests/scratch_folder.h"
 

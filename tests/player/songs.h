@@ -1,6 +1,6 @@
 #pragma once
 
-#include "player/playlist.h"
+#include "player/model/playlist.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/kernel/threads.h"
-#include "player/sonivo_app.h"
+#include "player/app/sonivo_app.h"
 
 #include <atomic>
 #include <string>

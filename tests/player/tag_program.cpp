@@ -1,6 +1,6 @@
 /** Stands in for `sonivo-peaks --tags`: what becomes of it over a song is told by the song's name. */
 
-#include "player/peaks/tag_talk.h"
+#include "player/pictures/tag_talk.h"
 
 #include <unistd.h>
 

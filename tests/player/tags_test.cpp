@@ -1,8 +1,8 @@
 /** What the list shows of songs that were not played yet: read from their files by a program that may fail. */
 
+#include "player/list/tag_asker.h"
+#include "player/list/tag_reader.h"
 #include "player/peaks/read_tags.h"
-#include "player/tag_asker.h"
-#include "player/tag_reader.h"
 
 #include "tests/player/songs.h"
 #include "tests/player/wav.h"

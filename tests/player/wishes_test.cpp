@@ -1,9 +1,9 @@
 /** The player as front ends and scripts meet it, without a screen: what they wish of it, and what it tells of itself.
  */
 
-#include "player/front_end_host.h"
-#include "player/player_messages.h"
-#include "player/tag_fields.h"
+#include "player/frontend/front_end_host.h"
+#include "player/list/tag_fields.h"
+#include "player/model/player_messages.h"
 #include "tests/player/player_questions.h"
 #include "tests/player/still_source.h"
 #include "tests/scratch_folder.h"

@@ -1,6 +1,6 @@
 #include "companion/prefs/lyrics_preview.h"
 
-#include "editviews/appearance.h"
+#include "family/appearance.h"
 #include "language/llt.h"
 
 namespace {

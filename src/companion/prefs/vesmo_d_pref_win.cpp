@@ -5,6 +5,7 @@
 #include "companion/prefs/notices.h"
 #include "companion/prefs/shared_prefs.h"
 #include "companion/prefs/timing_page.h"
+#include "family/message_filters.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
 #include "lyrics/reaction_time.h"
@@ -12,7 +13,6 @@
 #include "platform/interface/button.h"
 #include "platform/interface/string_view.h"
 #include "platform/interface/tab_view.h"
-#include "plugin/message_filters.h"
 #include "toolkit/krv_dlg_view.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "platform/display/alert_peer.h"
+#include "platform/interface/alert_peer.h"
 
 #include "platform/display/accelerators.h"
 #include "platform/display/convert.h"

@@ -1,4 +1,4 @@
-#include "platform/display/button_peer.h"
+#include "platform/interface/button_peer.h"
 
 #include "platform/display/accelerators.h"
 

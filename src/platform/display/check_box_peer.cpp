@@ -1,4 +1,4 @@
-#include "platform/display/check_box_peer.h"
+#include "platform/interface/check_box_peer.h"
 
 #include "platform/app/message.h"
 #include "platform/display/accelerators.h"

@@ -1,7 +1,7 @@
 #include "platform/display/color_button.h"
 
 #include "platform/app/message.h"
-#include "platform/display/view_peer.h"
+#include "platform/interface/view_peer.h"
 
 #include <QColorDialog>
 #include <QKeyEvent>

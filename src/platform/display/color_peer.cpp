@@ -1,4 +1,4 @@
-#include "platform/display/color_peer.h"
+#include "platform/interface/color_peer.h"
 
 #include "platform/display/color_button.h"
 #include "platform/display/convert.h"

@@ -1,4 +1,4 @@
-#include "platform/display/field_peer.h"
+#include "platform/interface/field_peer.h"
 
 #include "platform/app/message.h"
 #include "platform/display/convert.h"

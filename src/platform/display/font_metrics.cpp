@@ -1,4 +1,4 @@
-#include "platform/display/font_metrics.h"
+#include "platform/interface/font_metrics.h"
 
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"

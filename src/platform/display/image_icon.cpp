@@ -3,7 +3,7 @@
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"
 #include "platform/display/drawing.h"
-#include "platform/display/image_size.h"
+#include "platform/interface/image_size.h"
 
 #include <QBuffer>
 #include <QGuiApplication>

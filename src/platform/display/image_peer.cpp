@@ -1,4 +1,4 @@
-#include "platform/display/image_peer.h"
+#include "platform/interface/image_peer.h"
 
 #include "platform/display/image_icon.h"
 

@@ -1,4 +1,4 @@
-#include "platform/display/list_peer.h"
+#include "platform/interface/list_peer.h"
 
 #include "platform/display/row_list.h"
 

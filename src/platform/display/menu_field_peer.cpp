@@ -1,4 +1,4 @@
-#include "platform/display/menu_field_peer.h"
+#include "platform/interface/menu_field_peer.h"
 
 #include "platform/app/message.h"
 #include "platform/display/convert.h"

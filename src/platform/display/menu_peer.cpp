@@ -1,4 +1,4 @@
-#include "platform/display/menu_peer.h"
+#include "platform/interface/menu_peer.h"
 
 #include "platform/display/known_value.h"
 #include "platform/display/menu_widgets.h"

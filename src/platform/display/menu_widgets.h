@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/display/menu_peer.h"
+#include "platform/interface/menu_peer.h"
 
 #include <QMenu>
 #include <QMenuBar>

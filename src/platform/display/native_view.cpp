@@ -1,6 +1,6 @@
 #include "platform/display/native_view.h"
 
-#include "platform/display/view_peer.h"
+#include "platform/interface/view_peer.h"
 
 namespace display {
 

@@ -1,4 +1,4 @@
-#include "platform/display/panel_peer.h"
+#include "platform/interface/panel_peer.h"
 
 #include "platform/display/accelerators.h"
 #include "platform/display/convert.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/display/list_peer.h"
+#include "platform/interface/list_peer.h"
 
 #include <QAbstractListModel>
 

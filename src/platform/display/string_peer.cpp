@@ -1,4 +1,4 @@
-#include "platform/display/string_peer.h"
+#include "platform/interface/string_peer.h"
 
 #include "platform/display/convert.h"
 #include "platform/display/string_label.h"

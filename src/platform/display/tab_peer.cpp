@@ -1,4 +1,4 @@
-#include "platform/display/tab_peer.h"
+#include "platform/interface/tab_peer.h"
 
 #include "platform/display/accelerators.h"
 #include "platform/display/display_thread.h"

@@ -2,7 +2,7 @@
 
 #include "platform/app/message.h"
 #include "platform/display/text_bytes.h"
-#include "platform/display/view_peer.h"
+#include "platform/interface/view_peer.h"
 
 #include <QContextMenuEvent>
 #include <QInputMethodEvent>

@@ -1,4 +1,4 @@
-#include "platform/display/text_peer.h"
+#include "platform/interface/text_peer.h"
 
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"

@@ -1,4 +1,4 @@
-#include "platform/display/tool_button_peer.h"
+#include "platform/interface/tool_button_peer.h"
 
 #include "platform/app/message.h"
 #include "platform/display/convert.h"

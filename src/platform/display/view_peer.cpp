@@ -1,4 +1,4 @@
-#include "platform/display/view_peer.h"
+#include "platform/interface/view_peer.h"
 
 #include "platform/display/accessible_role.h"
 #include "platform/display/convert.h"
@@ -6,7 +6,7 @@
 #include "platform/display/plain_widget.h"
 #include "platform/display/view_peer_slot.h"
 #include "platform/display/widget_guard.h"
-#include "platform/display/window_peer.h"
+#include "platform/interface/window_peer.h"
 
 #include <QPalette>
 #include <QToolTip>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/display/view_peer.h"
+#include "platform/interface/view_peer.h"
 
 #include <QPointer>
 #include <QWidget>

@@ -2,7 +2,7 @@
 
 #include "platform/app/messenger.h"
 #include "platform/display/window_mover.h"
-#include "platform/display/window_peer.h"
+#include "platform/interface/window_peer.h"
 
 #include <QObject>
 

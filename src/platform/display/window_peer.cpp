@@ -1,4 +1,4 @@
-#include "platform/display/window_peer.h"
+#include "platform/interface/window_peer.h"
 
 #include "platform/display/accessible_role.h"
 #include "platform/display/convert.h"

@@ -1,8 +1,8 @@
 #include "platform/interface/alert.h"
 
-#include "platform/display/alert_peer.h"
-#include "platform/display/window_peer.h"
+#include "platform/interface/alert_peer.h"
 #include "platform/interface/window.h"
+#include "platform/interface/window_peer.h"
 #include "platform/kernel/threads.h"
 
 BAlert::BAlert(const char* caption, const char* text, const char* button0, const char* button1, const char* button2,

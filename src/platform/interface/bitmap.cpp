@@ -1,6 +1,6 @@
 #include "platform/interface/bitmap.h"
 
-#include "platform/display/image_size.h"
+#include "platform/interface/image_size.h"
 
 BBitmap::BBitmap(const void* bytes, size_t size)
     : fBytes(std::make_shared<const std::string>(static_cast<const char*>(bytes), size)) {}

@@ -1,6 +1,6 @@
 #include "platform/interface/button.h"
 
-#include "platform/display/button_peer.h"
+#include "platform/interface/button_peer.h"
 
 BButton::BButton(BRect frame, const char* name, const char* label, BMessage* message, uint32 resizingMode)
     : BControl(frame, name, label, message, resizingMode) {}

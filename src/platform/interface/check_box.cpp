@@ -1,6 +1,6 @@
 #include "platform/interface/check_box.h"
 
-#include "platform/display/check_box_peer.h"
+#include "platform/interface/check_box_peer.h"
 
 using display::CheckBoxPeer;
 

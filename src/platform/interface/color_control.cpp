@@ -1,6 +1,6 @@
 #include "platform/interface/color_control.h"
 
-#include "platform/display/color_peer.h"
+#include "platform/interface/color_peer.h"
 
 #include <cstdio>
 

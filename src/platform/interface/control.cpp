@@ -1,6 +1,6 @@
 #include "platform/interface/control.h"
 
-#include "platform/display/view_peer.h"
+#include "platform/interface/view_peer.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
 

@@ -1,9 +1,9 @@
 #include "platform/interface/file_panel.h"
 
 #include "platform/app/message.h"
-#include "platform/display/panel_peer.h"
-#include "platform/display/view_peer.h"
 #include "platform/interface/menu_bar.h"
+#include "platform/interface/panel_peer.h"
+#include "platform/interface/view_peer.h"
 #include "platform/interface/window.h"
 
 #include <atomic>

@@ -1,6 +1,6 @@
 #include "platform/interface/font.h"
 
-#include "platform/display/font_metrics.h"
+#include "platform/interface/font_metrics.h"
 
 namespace {
 

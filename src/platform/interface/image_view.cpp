@@ -1,6 +1,6 @@
 #include "platform/interface/image_view.h"
 
-#include "platform/display/image_peer.h"
+#include "platform/interface/image_peer.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #include "platform/interface/list_view.h"
 
 #include "platform/app/message.h"
-#include "platform/display/list_peer.h"
+#include "platform/interface/list_peer.h"
 #include "platform/interface/window.h"
 #include "platform/support/list.h"
 

@@ -1,5 +1,5 @@
 #include "platform/app/message.h"
-#include "platform/display/list_peer.h"
+#include "platform/interface/list_peer.h"
 #include "platform/interface/list_view.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/modifiers.h"

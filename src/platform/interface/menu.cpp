@@ -1,7 +1,7 @@
 #include "platform/interface/menu.h"
 
 #include "platform/app/message.h"
-#include "platform/display/menu_peer.h"
+#include "platform/interface/menu_peer.h"
 
 #include <algorithm>
 #include <string_view>

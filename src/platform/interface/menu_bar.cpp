@@ -1,7 +1,7 @@
 #include "platform/interface/menu_bar.h"
 
 #include "platform/app/message.h"
-#include "platform/display/menu_peer.h"
+#include "platform/interface/menu_peer.h"
 #include "platform/interface/window.h"
 
 BMenuBar::BMenuBar(BRect frame, const char* name, uint32 resizingMode) : BMenu(name) {

@@ -1,6 +1,6 @@
 #include "platform/interface/menu_field.h"
 
-#include "platform/display/menu_field_peer.h"
+#include "platform/interface/menu_field_peer.h"
 
 using display::MenuFieldPeer;
 

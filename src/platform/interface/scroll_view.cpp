@@ -1,6 +1,6 @@
 #include "platform/interface/scroll_view.h"
 
-#include "platform/display/view_peer.h"
+#include "platform/interface/view_peer.h"
 
 BScrollView::BScrollView(BRect frame, const char* name, BView* target, uint32 resizingMode)
     : BView(frame, name, resizingMode) {

@@ -1,6 +1,6 @@
 #include "platform/interface/string_view.h"
 
-#include "platform/display/string_peer.h"
+#include "platform/interface/string_peer.h"
 
 BStringView::BStringView(BRect frame, const char* name, const char* text, uint32 resizingMode, uint32 flags)
     : BView(frame, name, resizingMode, flags), fText(text) {}

@@ -1,6 +1,6 @@
 #include "platform/interface/tab_view.h"
 
-#include "platform/display/tab_peer.h"
+#include "platform/interface/tab_peer.h"
 
 #include <algorithm>
 

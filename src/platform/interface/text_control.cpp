@@ -1,6 +1,6 @@
 #include "platform/interface/text_control.h"
 
-#include "platform/display/field_peer.h"
+#include "platform/interface/field_peer.h"
 
 BTextControl::BTextControl(BRect frame, const char* name, const char* label, const char* text, uint32 resizingMode)
     : BControl(frame, name, label, nullptr, resizingMode), fText(text) {

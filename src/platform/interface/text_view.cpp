@@ -1,7 +1,7 @@
 #include "platform/interface/text_view.h"
 
 #include "platform/app/message.h"
-#include "platform/display/text_peer.h"
+#include "platform/interface/text_peer.h"
 
 using display::TextPeer;
 

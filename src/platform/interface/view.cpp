@@ -1,9 +1,9 @@
 #include "platform/interface/view.h"
 
 #include "platform/app/message.h"
-#include "platform/display/view_peer.h"
 #include "platform/interface/follow.h"
 #include "platform/interface/picture.h"
+#include "platform/interface/view_peer.h"
 #include "platform/interface/window.h"
 
 #include <algorithm>

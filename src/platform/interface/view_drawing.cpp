@@ -1,6 +1,6 @@
-#include "platform/display/view_peer.h"
 #include "platform/interface/picture.h"
 #include "platform/interface/view.h"
+#include "platform/interface/view_peer.h"
 #include "platform/support/log.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-#include "platform/display/view_peer.h"
 #include "platform/interface/follow.h"
 #include "platform/interface/view.h"
+#include "platform/interface/view_peer.h"
 #include "platform/interface/window.h"
 
 /** Where a view stands: set by call, or followed from there when its parent changes its size. The display does the same

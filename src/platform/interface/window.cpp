@@ -1,9 +1,9 @@
 #include "platform/interface/window.h"
 
 #include "platform/app/message.h"
-#include "platform/display/window_peer.h"
 #include "platform/interface/menu_bar.h"
 #include "platform/interface/view.h"
+#include "platform/interface/window_peer.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "platform/app/message.h"
-#include "platform/display/window_peer.h"
 #include "platform/interface/view.h"
 #include "platform/interface/window.h"
+#include "platform/interface/window_peer.h"
 
 /** What the display tells a window. */
 

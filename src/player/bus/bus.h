@@ -3,7 +3,7 @@
 #include "platform/app/messenger.h"
 #include "player/bus/own_status.h"
 #include "player/bus/shared_position.h"
-#include "player/song_source.h"
+#include "player/sound/song_source.h"
 
 #include <functional>
 #include <future>
@@ -15,7 +15,7 @@ class TActions;
 class TBusLink;
 
 /** The desktop's message bus: shows this player there, and takes another player there as the source of the song. What
-    the bus has to tell comes to the application as the messages of player/bus/bus_messages.h. All of it happens on a
+    the bus has to tell comes to the application as the messages of player/model/bus_messages.h. All of it happens on a
     thread of its own, which begins with Start; no call waits. Owned and called by the application's thread, but for
     PositionMs. */
 class TBus : public TSongControl {

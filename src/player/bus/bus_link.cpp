@@ -3,8 +3,8 @@
 #include "platform/app/message.h"
 #include "platform/support/cut_text.h"
 #include "platform/support/log.h"
-#include "player/bus/bus_messages.h"
 #include "player/bus/mpris_names.h"
+#include "player/model/bus_messages.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>

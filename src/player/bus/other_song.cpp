@@ -1,7 +1,7 @@
 #include "player/bus/other_song.h"
 
 #include "platform/support/cut_text.h"
-#include "player/song_address.h"
+#include "player/model/song_address.h"
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>

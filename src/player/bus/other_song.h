@@ -1,6 +1,6 @@
 #pragma once
 
-#include "player/info_record.h"
+#include "player/model/info_record.h"
 
 #include <QVariantMap>
 

@@ -1,7 +1,7 @@
 #include "player/bus/own_properties.h"
 
 #include "player/bus/mpris_names.h"
-#include "player/song_address.h"
+#include "player/model/song_address.h"
 
 #include <QDBusObjectPath>
 #include <QStringList>

@@ -1,11 +1,11 @@
 #include "player/bus/player_object.h"
 
 #include "platform/app/message.h"
-#include "player/bus/bus_messages.h"
 #include "player/bus/mpris_names.h"
 #include "player/bus/own_properties.h"
-#include "player/player_messages.h"
-#include "player/song_address.h"
+#include "player/model/bus_messages.h"
+#include "player/model/player_messages.h"
+#include "player/model/song_address.h"
 
 #include <QDBusMessage>
 #include <QDBusObjectPath>

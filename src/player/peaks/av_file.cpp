@@ -1,6 +1,6 @@
 #include "player/peaks/av_file.h"
 
-#include "player/sound_formats.h"
+#include "player/model/sound_formats.h"
 
 #include <unistd.h>
 

@@ -2,7 +2,7 @@
 
 #include "platform/kernel/unique_fd.h"
 #include "player/peaks/av_file.h"
-#include "player/peaks/song_picture.h"
+#include "player/pictures/song_picture.h"
 
 #include <vector>
 

@@ -1,12 +1,12 @@
-/** sonivo-peaks SONG [KEEP-AS]: writes what can be seen of the song to standard output (player/peaks/song_picture.h),
-   and into a file of the cache, the cover beside it as a picture of its own.
-   sonivo-peaks --tags: tells what songs say of themselves, one after another (player/peaks/tag_talk.h).
+/** sonivo-peaks SONG [KEEP-AS]: writes what can be seen of the song to standard output
+   (player/pictures/song_picture.h), and into a file of the cache, the cover beside it as a picture of its own.
+   sonivo-peaks --tags: tells what songs say of themselves, one after another (player/pictures/tag_talk.h).
    This process opens files, asks for what they hold and keeps it; what is decoded is decoded in a child process that
    can do nothing else (player/peaks/confined_work.h), one for each song. */
 
-#include "player/peaks/picture_cache.h"
 #include "player/peaks/read_song.h"
 #include "player/peaks/read_tags.h"
+#include "player/pictures/picture_cache.h"
 
 extern "C" {
 #include <libavutil/log.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "player/peaks/song_file.h"
-#include "player/peaks/song_picture.h"
+#include "player/pictures/song_picture.h"
 
 /** What a file gives. */
 struct TSeenSong {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "player/peaks/tag_talk.h"
+#include "player/pictures/tag_talk.h"
 
 /** Looks into one file, without decoding its sound, in the sandbox of player/peaks/confined_work.h. */
 TTagAnswer answer_to(const TTagQuestion& question);

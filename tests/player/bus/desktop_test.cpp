@@ -1,8 +1,8 @@
 /** The player as the desktop sees it: driven by the program that desktops and scripts drive players with. */
 
-#include "player/bus/bus_messages.h"
-#include "player/front_end_host.h"
-#include "player/player_messages.h"
+#include "player/frontend/front_end_host.h"
+#include "player/model/bus_messages.h"
+#include "player/model/player_messages.h"
 #include "tests/player/bus/fake_player.h"
 #include "tests/player/bus/private_bus.h"
 #include "tests/player/player_questions.h"

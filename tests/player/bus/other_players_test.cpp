@@ -5,7 +5,7 @@
 #include "platform/app/messenger.h"
 #include "platform/kernel/threads.h"
 #include "player/bus/bus.h"
-#include "player/bus/bus_messages.h"
+#include "player/model/bus_messages.h"
 #include "tests/player/bus/fake_player.h"
 #include "tests/player/bus/private_bus.h"
 

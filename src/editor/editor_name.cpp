@@ -1,0 +1,41 @@
+#include "editor/editor_name.h"
+
+#include "common/app_info.h"
+#include "family/message_filters.h"
+#include "platform/app/application.h"
+#include "platform/app/message.h"
+#include "platform/app/roster.h"
+#include "platform/support/log.h"
+
+TEditorName::TEditorName(const BMessenger& manager) : BHandler(gAppSignature), fManager(manager) {}
+
+void TEditorName::Register() {
+  if (be_app == nullptr || !be_app->Lock()) return;
+  be_app->AddHandler(this);
+  be_roster->AddName(gAppSignature, BMessenger(this), {kMsgIAPChanged, B_REFS_RECEIVED, B_ABOUT_REQUESTED});
+  be_app->Unlock();
+}
+
+void TEditorName::Unregister() {
+  if (be_app == nullptr || !be_app->Lock()) return;
+  if (Looper() == be_app) {
+    be_roster->RemoveName(gAppSignature);
+    be_app->RemoveHandler(this);
+  }
+  be_app->Unlock();
+}
+
+void TEditorName::MessageReceived(BMessage* message) {
+  switch (message->what) {
+  case kMsgIAPChanged:
+    return; // the filters have handed it on
+  case B_REFS_RECEIVED:
+  case B_ABOUT_REQUESTED:
+    // The application never waits for a manager.
+    if (fManager.SendMessage(message, BMessenger(), 0) != B_OK)
+      log_error(gAppSignature, "the editor is busy or ending");
+    return;
+  default:
+    BHandler::MessageReceived(message);
+  }
+}

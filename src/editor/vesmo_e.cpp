@@ -1,0 +1,45 @@
+#include "editor/vesmo_e.h"
+
+#include "common/app_info.h"
+#include "editor/show_help.h"
+#include "editor/vesmo_e_comm_man.h"
+#include "family/family_globals.h"
+#include "plugin/exit_state.h"
+
+#include <utility>
+
+namespace {
+
+constexpr const char* kStateFolder = "VesmoE";
+constexpr const char* kStateFile = "VesmoE_ExitStates.arc";
+
+} // namespace
+
+TVesmoE::TVesmoE(PluginConstructorStruct*) : TFamilyPlugin(gAppName) {
+  // The settings choose the language, and both must be there before the manager is.
+  make_app_privacy();
+  gExitState = new TExitState;
+  make_settings();
+  load_global(kStateFolder, kStateFile);
+  make_texts(vesmo_editor_fname());
+  StartManager(new TVesmoECommMan);
+}
+
+TVesmoE::~TVesmoE() {
+  Manager().WaitForWindows();
+  EndSettings(save_exit_state(kStateFolder, kStateFile));
+  EndManager();
+  delete std::exchange(gExitState, nullptr);
+  delete_settings_and_texts();
+}
+
+bool TVesmoE::Init() {
+  Manager().PostMessage(kMsgOpenMain);
+  return true;
+}
+
+void TVesmoE::Cleanup() {
+  for (const uint32 request : {kMsgCloseAbout, kMsgCloseFineTag, kMsgCloseCommonPref, kMsgCloseMain}) {
+    Manager().PostMessage(request);
+  }
+}

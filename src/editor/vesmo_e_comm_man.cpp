@@ -1,0 +1,261 @@
+#include "editor/vesmo_e_comm_man.h"
+
+#include "editor/show_help.h"
+#include "interapp/iap_win.h"
+#include "interapp/inter_app_prefs.h"
+#include "interapp/questions.h"
+#include "language/llt.h"
+#include "lyrics/document_notices.h"
+#include "lyrics/reaction_time.h"
+#include "plugin/exit_state.h"
+#include "plugin/pref.h"
+#include "window/editor_window.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+/** The player loads the companion a while after the editor; until then a wish for its window waits for it. */
+constexpr bigtime_t kCompanionComesUs = 3000000;
+/** A window that asks its user something takes no message and gives nobody its lock meanwhile; it is not waited for
+    longer than this. */
+constexpr bigtime_t kPatienceUs = 200000;
+constexpr size_t kMostFilesKept = 16;
+} // namespace
+
+TVesmoECommMan::TVesmoECommMan()
+    : TFamilyCommMan("VesmoE Communication Manager", "VesmoD Communication Manager", vesmo_editor_fname()) {
+  fEditorName.Register();
+}
+
+void TVesmoECommMan::Quit() {
+  EndWatches();
+  fEditorName.Unregister();
+  CloseAboutWindowRqtd();
+  CloseFineTimeTagWindowRqtd();
+  CloseMainWindowRqtd();
+  gIAP->EndWindow();
+  WaitForWindowThreads();
+  TFamilyCommMan::Quit();
+}
+
+void TVesmoECommMan::WaitForWindowThreads() {
+  for (const thread_id thread : fWindowThreads) wait_for_thread(thread, nullptr);
+}
+
+void TVesmoECommMan::MessageReceived(BMessage* message) {
+  if (!HandleRequest(message) && !HandleNotice(message)) TFamilyCommMan::MessageReceived(message);
+  if (message->what == kMsgPartnerConnects && fPrefWish) PrepareOpenPrefWindowRqtd();
+}
+
+bool TVesmoECommMan::HandleRequest(BMessage* message) {
+  switch (message->what) {
+  case kMsgOpenMain:
+    OpenMainWindowRqtd();
+    return true;
+  case B_REFS_RECEIVED:
+    RefsReceived(message);
+    return true;
+  case kMsgPrepareAbout:
+  case B_ABOUT_REQUESTED:
+    PrepareOpenAboutWindowRqtd();
+    return true;
+  case kMsgOpenAbout:
+    OpenAboutWindowRqtd(*message);
+    return true;
+  case kMsgPreparePref:
+  case kMsgPreferences:
+    PrepareOpenPrefWindowRqtd();
+    return true;
+  case kMsgFineTimeTag:
+    MItemFineTimeTagClicked();
+    return true;
+  case kMsgHelp:
+    MItemHelpClicked();
+    return true;
+  case kMsgCommonPref:
+    MItemKOREVACommonPrefClicked();
+    return true;
+  case kMsgCloseAbout:
+    CloseAboutWindowRqtd();
+    return true;
+  case kMsgCloseFineTag:
+    CloseFineTimeTagWindowRqtd();
+    return true;
+  case kMsgCloseCommonPref:
+    CloseKOREVACommonPrefWindowRqtd();
+    return true;
+  case kMsgCloseMain:
+    CloseMainWindowRqtd();
+    return true;
+  case kMsgMainClosed:
+    MainWindowClosed(*message);
+    return true;
+  default:
+    return false;
+  }
+}
+
+bool TVesmoECommMan::HandleNotice(BMessage* message) {
+  switch (message->what) {
+  case 'Spsc':
+  case 'Sedr':
+  case 'Splc':
+  case 'Spac':
+  case 'Ssic':
+    gPref->Unarchive(*message);
+    if (fMainWindow) fMainAddress.SendCoalesced(*message); // it looks at the settings: the last notice says it all
+    return true;
+  case 'Sssr':
+    gPref->Unarchive(*message);
+    Forward(message);
+    return true;
+  case kMsgFollowDocument:
+    Forward(message);
+    return true;
+  case 'Spec':
+  case 'Spcc':
+  case 'Sprc':
+  case 'Sptc':
+    gPref->Unarchive(*message);
+    return true;
+  case kMsgStampHint:
+    SendMessage(message); // its preferences window may show it
+    return true;
+  default:
+    return false;
+  }
+}
+
+// The window may be ending by itself on its own thread: only its address, or its lock, is safe to use.
+void TVesmoECommMan::Forward(BMessage* message) {
+  if (fMainWindow == nullptr) return;
+  // The window takes the new texts from the table, so one notice is as good as many and leaves room for the others.
+  if (message->what == kMsgLanguageChanged)
+    fMainAddress.SendCoalesced(*message);
+  else
+    fMainAddress.SendMessage(message, BMessenger(), kPatienceUs);
+}
+
+void TVesmoECommMan::OpenMainWindowRqtd() {
+  OpenMainWindow();
+}
+
+bool TVesmoECommMan::LockMainWindow(bigtime_t timeout) const {
+  if (fMainWindow == nullptr || fMainAddress.LockTargetWithTimeout(timeout) != B_OK) return false;
+  // Between the end of its loop and its deletion a window can still be locked.
+  if (fMainAddress.IsValid()) return true;
+  fMainWindow->Unlock();
+  return false;
+}
+
+bool TVesmoECommMan::ActivateMainWindow() const {
+  // One that is ending by itself, and whose notice is still on its way, is as good as closed.
+  const bool isLocked = LockMainWindow(kPatienceUs);
+  if (!isLocked && (fMainWindow == nullptr || !fMainAddress.IsValid())) return false;
+  fMainProxy.Activate();
+  if (isLocked) fMainWindow->Unlock();
+  return true;
+}
+
+void TVesmoECommMan::OpenMainWindow() {
+  if (ActivateMainWindow()) return;
+  fMainWindow = new TVesmoEWin(gExitState->fWindowFrame, this);
+  fMainAddress = BMessenger(fMainWindow);
+  fMainProxy = fMainWindow->Proxy();
+  fFilesSent = 0;
+  fLastFiles.clear();
+  const BMessage opened(kMsgDocumentOpened);
+  SendMessage(&opened);
+  fMainWindow->Lock();
+  fMainWindow->Show();
+  fWindowThreads.push_back(fMainWindow->Thread());
+  fMainWindow->Unlock();
+}
+
+void TVesmoECommMan::RefsReceived(BMessage* message) {
+  OpenMainWindow();
+  if (fMainAddress.SendMessage(message, BMessenger(this), kPatienceUs) != B_OK) return;
+  ++fFilesSent;
+  fLastFiles.push_back(*message);
+  if (fLastFiles.size() > kMostFilesKept) fLastFiles.pop_front();
+}
+
+// A window that asked about unsaved lyrics may close without having come to the files in its queue.
+void TVesmoECommMan::ReopenFiles(int32 taken) {
+  const int32 lost = fFilesSent - taken;
+  std::deque<BMessage> files = std::exchange(fLastFiles, {});
+  while (static_cast<int32>(files.size()) > std::max(lost, int32{0})) files.pop_front();
+  for (BMessage& file : files) RefsReceived(&file);
+}
+
+bool TVesmoECommMan::FindMainWindowFrame(BRect* frame) const {
+  return fMainWindow && fMainAddress.IsValid() && fMainProxy.GetFrame(frame);
+}
+
+void TVesmoECommMan::PrepareOpenAboutWindowRqtd() {
+  const BMessage request = BesideRequest(kMsgOpenAbout);
+  PostMessage(&request);
+}
+
+void TVesmoECommMan::PrepareOpenPrefWindowRqtd() {
+  fPrefWish.reset();
+  const BMessage request = BesideRequest(kMsgOpenPref);
+  if (SendMessage(&request) == B_OK) return;
+  const bigtime_t leftUs = fMadeUs + kCompanionComesUs - system_time();
+  if (leftUs <= 0)
+    return notify(std::string(gLLT->Text("Err_Cannot_Show_Pref_Win")) + "\n\n" + gLLT->Text("Hint_Need_VSMD"));
+  const BMessage again(kMsgPreparePref);
+  fPrefWish = std::make_unique<BMessageRunner>(BMessenger(this), &again, leftUs, 1);
+}
+
+void TVesmoECommMan::MItemKOREVACommonPrefClicked() {
+  BRect frame;
+  FindMainWindowFrame(&frame);
+  frame.top += 20; // its title and the editor's menus stay in sight
+  if (gIAP->ShowWindow(frame) != B_OK) return notify(gLLT->Text("Err_Cannot_Show_Common_Pref"));
+  if (TIAPWin* const window = gIAP->LockWindow()) {
+    BringUp(window);
+    window->Unlock();
+  }
+}
+
+void TVesmoECommMan::MItemHelpClicked() {
+  show_help();
+}
+
+void TVesmoECommMan::LanguageChanged(const BMessage&) {
+  if (!ReloadLanguage()) return;
+  SetFineTagWinLabel();
+  SetAboutWinContent();
+}
+
+void TVesmoECommMan::IAPChanged(const BMessage& message) {
+  TFamilyCommMan::IAPChanged(message);
+  std::string item;
+  if (message.FindString("IAP:SrcIAPItem", &item) != B_OK || item != "AccKeyFormat") return;
+  SetFineTagWinLabel();
+  SetAboutWinContent();
+}
+
+void TVesmoECommMan::MainWindowClosed(const BMessage& message) {
+  BMessenger window;
+  // A late notice of an earlier window says nothing of the present one, not even of one at the same place in memory.
+  const bool isNamed = message.FindMessenger("window", &window) == B_OK;
+  if (isNamed ? window != fMainAddress : fMainAddress.IsValid()) return; // without a name, only one that has gone
+  fMainWindow = nullptr;
+  CloseFineTimeTagWindowRqtd(); // what it would shift is gone
+  int32 taken = fFilesSent;
+  message.FindInt32("FilesTaken", &taken);
+  ReopenFiles(taken);
+}
+
+void TVesmoECommMan::CloseMainWindowRqtd() {
+  fLastFiles.clear();
+  if (LockMainWindow(B_INFINITE_TIMEOUT)) fMainWindow->Quit();
+  fMainWindow = nullptr;
+}
+
+void TVesmoECommMan::CloseKOREVACommonPrefWindowRqtd() {
+  gIAP->CloseWindow(false);
+}

@@ -1,0 +1,117 @@
+#include "family/family_comm_man.h"
+
+#include "family/about_content.h"
+#include "family/language_watch.h"
+#include "interapp/inter_app_prefs.h"
+#include "language/llt.h"
+#include "language/load_language.h"
+#include "platform/app/application.h"
+#include "platform/app/node_monitor.h"
+#include "platform/interface/display_language.h"
+#include "plugin/app_privacy.h"
+#include "plugin/pref.h"
+#include "toolkit/krv_about_win.h"
+#include "toolkit/placement.h"
+
+#include <utility>
+
+TFamilyCommMan::TFamilyCommMan(const char* name, const char* partnerName, std::string pluginPath)
+    : TCommMan(name, partnerName), fPluginPath(std::move(pluginPath)), fIAPFilter(new TIAPFilter(BMessenger(this))),
+      fLanguageWatch(std::make_unique<TNodeMonitorHandler>(kMsgLanguageNode)) {
+  AddHandler(fLanguageWatch.get());
+  if (be_app && be_app->Lock()) {
+    be_app->AddCommonFilter(fIAPFilter);
+    be_app->Unlock();
+  }
+}
+
+TFamilyCommMan::~TFamilyCommMan() = default;
+
+thread_id TFamilyCommMan::Run() {
+  const thread_id thread = TCommMan::Run();
+  if (thread >= 0) set_node_monitor_language(fPluginPath, fLanguageWatch.get());
+  return thread;
+}
+
+void TFamilyCommMan::MessageReceived(BMessage* message) {
+  switch (message->what) {
+  case kMsgIAPChanged:
+    IAPChanged(*message);
+    return Forward(message);
+  case kMsgLanguageNode:
+    return NodeLanguageChanged();
+  case kMsgLanguageChanged:
+    gPref->Unarchive(*message);
+    LanguageChanged(*message);
+    return Forward(message);
+  default:
+    TCommMan::MessageReceived(message);
+  }
+}
+
+void TFamilyCommMan::WaitForWindows() {
+  EndWaiting();
+  const BMessage question('wait');
+  BMessage answer;
+  BMessenger(this).SendMessage(&question, &answer);
+}
+
+void TFamilyCommMan::NodeLanguageChanged() {
+  PostMessage(kMsgLanguageChanged);
+}
+
+void TFamilyCommMan::IAPChanged(const BMessage& message) {
+  gIAP->SetValue(message);
+}
+
+BMessage TFamilyCommMan::BesideRequest(uint32 code) const {
+  BMessage request(code);
+  BRect frame;
+  const bool hasWindow = FindMainWindowFrame(&frame);
+  request.AddBool("BesideDlg", hasWindow);
+  if (hasWindow) request.AddRect("WinFrame", frame);
+  return request;
+}
+
+void TFamilyCommMan::MoveBeside(BWindow* window, const BMessage& request) {
+  bool isBeside = false;
+  BRect neighbour;
+  request.FindBool("BesideDlg", &isBeside);
+  if (isBeside && request.FindRect("WinFrame", &neighbour) == B_OK) move_beside(window, neighbour);
+}
+
+void TFamilyCommMan::OpenAboutWindowRqtd(const BMessage& message) {
+  if (fAboutWindow == nullptr) {
+    fAboutWindow = MakeAboutWindow();
+    SetAboutWinContent();
+    MoveBeside(fAboutWindow, message);
+  }
+  BringUp(fAboutWindow);
+}
+
+void TFamilyCommMan::SetAboutWinContent() {
+  if (fAboutWindow == nullptr || !fAboutWindow->Lock()) return;
+  fAboutWindow->SetContent(about_content(PluginPath()));
+  fAboutWindow->Unlock();
+}
+
+void TFamilyCommMan::CloseAboutWindowRqtd() {
+  BWindow* window = std::exchange(fAboutWindow, nullptr);
+  CloseWindow(&window);
+}
+
+void TFamilyCommMan::EndWatches() {
+  stop_watching(fLanguageWatch.get());
+  if (be_app && be_app->Lock()) {
+    if (be_app->RemoveCommonFilter(fIAPFilter)) delete fIAPFilter;
+    be_app->Unlock();
+  }
+}
+
+bool TFamilyCommMan::ReloadLanguage() {
+  if (!gAppPrivacy->ShouldBeLanguageChanged()) return false;
+  load_language(fPluginPath.c_str());
+  set_display_language(gLLT->Text("Locale"));
+  set_node_monitor_language(fPluginPath, fLanguageWatch.get()); // the chosen file may be another
+  return true;
+}

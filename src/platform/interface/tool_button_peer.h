@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/interface/bitmap.h"
+#include "platform/interface/view_peer.h"
+
+namespace display {
+
+/** The program's hand on a button that shows an image. */
+class ToolButtonPeer : public ViewPeer {
+public:
+  ToolButtonPeer(const BMessenger& view, const BBitmap& image);
+
+  /** From its first call on, the button is one that is on or off for those who listen to the screen. */
+  void SetPressed(bool pressed);
+  /** Flat: a frame only under the mouse, with the focus, or while pressed. */
+  void SetFlat(bool flat);
+};
+
+/** The line between two groups of buttons. */
+std::shared_ptr<ViewPeer> make_separator_peer(const BMessenger& view);
+
+/** What a tool button wants, and how wide a separator is. Waits for the display to start. */
+struct ToolMetrics {
+  BPoint button;
+  float separator = 0;
+};
+ToolMetrics tool_metrics();
+/** As the display starts, on its thread. */
+void learn_tool_metrics();
+
+} // namespace display

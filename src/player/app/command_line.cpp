@@ -1,0 +1,43 @@
+#include "player/app/command_line.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr const char* kUsage =
+    "Usage: sonivo [--paused] [--new] [--source NAME] [--edit LYRICS] [SONG, FOLDER or LIST ...]\n"
+    "A player that runs already plays the songs, unless another one is asked for.\n"
+    "  --paused       load the first song without playing it\n"
+    "  --new          open another player\n"
+    "  --source NAME  take the song from another player that is open, such as vlc or mpv\n"
+    "  --edit LYRICS  open this lyrics file in the editor\n"
+    "  --help, --version\n";
+
+} // namespace
+
+TCommandLine parse_command_line(int argc, const char* const* argv) {
+  TCommandLine line;
+  bool optionsEnded = false;
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view word = argv[i];
+    if (optionsEnded || word.empty() || word.front() != '-') {
+      line.songs.emplace_back(word);
+    } else if (word == "--") {
+      optionsEnded = true;
+    } else if (word == "--paused") {
+      line.startsPaused = true;
+    } else if (word == "--new") {
+      line.isAnother = true;
+    } else if (word == "--edit" && i + 1 < argc) {
+      line.lyrics = argv[++i];
+    } else if (word == "--source" && i + 1 < argc) {
+      line.source = argv[++i];
+    } else if (word == "--help" || word == "--version") {
+      line.text = word == "--help" ? kUsage : "sonivo 3.26\n";
+    } else {
+      line.text = "sonivo: '" + std::string(word) + "' is not understood\n" + kUsage;
+      line.fault = true;
+    }
+  }
+  return line;
+}

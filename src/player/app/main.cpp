@@ -1,0 +1,36 @@
+#include "platform/app/message.h"
+#include "platform/display/display.h"
+#include "player/app/command_line.h"
+#include "player/app/end_signals.h"
+#include "player/app/single_instance.h"
+#include "player/app/sonivo_app.h"
+#include "player/model/player_messages.h"
+
+#include <QCoreApplication>
+
+#include <clocale>
+#include <cstdio>
+#include <malloc.h>
+
+int main(int argc, char** argv) {
+  const TCommandLine commandLine = parse_command_line(argc, argv);
+  if (!commandLine.text.empty()) {
+    std::fputs(commandLine.text.c_str(), commandLine.fault ? stderr : stdout);
+    return commandLine.fault ? 2 : 0;
+  }
+  if (!commandLine.isAnother && hand_over(commandLine)) return 0;
+  // Many threads that mostly wait: with a heap for each, what one has freed is of no use to the others.
+  mallopt(M_ARENA_MAX, 2);
+  auto* const app = new TSonivoApp(commandLine);
+  const thread_id thread = app->Run();
+  const int exitCode = display::run(argc, argv, [app] {
+    // The display library has set the desktop's locale; numbers stay plain for the audio library.
+    std::setlocale(LC_NUMERIC, "C");
+    app->PostMessage(kMsgStart);
+    new TEndSignals(BMessenger(app), QCoreApplication::instance());
+  });
+  // Without a screen nothing was started: the application's looper is still there to be ended.
+  if (exitCode != 0) app->PostMessage(B_QUIT_REQUESTED);
+  wait_for_thread(thread, nullptr);
+  return exitCode;
+}

@@ -1,0 +1,27 @@
+#include "player/frontend/front_end_host.h"
+
+#include "platform/app/message.h"
+#include "platform/app/roster.h"
+#include "player/sound/now_playing.h"
+
+#include <unistd.h>
+
+// Each player's own: after a handshake a front end never talks to another one by mistake.
+TFrontEndHost::TFrontEndHost(const TNowPlaying* nowPlaying)
+    : BLooper("Sonivo Host", B_REAL_TIME_DISPLAY_PRIORITY), fNowPlaying(nowPlaying),
+      fSignature("application/x-vnd.Marvik-Sonivo-Host-" + std::to_string(getpid())) {
+  be_roster->AddName(fSignature.c_str(), BMessenger(this), {kMsgInformation});
+}
+
+TFrontEndHost::~TFrontEndHost() {
+  be_roster->RemoveName(fSignature.c_str());
+}
+
+void TFrontEndHost::MessageReceived(BMessage* message) {
+  if (message->what != kMsgInformation) return BLooper::MessageReceived(message);
+  const TInfoRecord record = fNowPlaying->Record();
+  BMessage answer(kMsgInformation);
+  answer.AddData("Info", B_STRING_TYPE, &record, sizeof record);
+  answer.AddBool("Playing", record.state == TInfoRecord::kPlaying);
+  message->SendReply(&answer);
+}

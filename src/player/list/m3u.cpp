@@ -1,0 +1,127 @@
+#include "player/list/m3u.h"
+
+#include "platform/support/cut_text.h"
+#include "player/model/song_address.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kInfo = "#EXTINF:";
+constexpr std::string_view kArtist = "#EXTART:";
+constexpr std::string_view kBetween = " - ";
+constexpr std::string_view kFile = "file://";
+
+std::string as_utf8(std::string_view bytes) {
+  const QByteArrayView view(bytes.data(), static_cast<qsizetype>(bytes.size()));
+  QStringDecoder decoder(QStringDecoder::Utf8); // takes a byte-order mark away
+  const QString text = decoder(view);
+  return (decoder.hasError() ? QString::fromLatin1(view) : text).toStdString();
+}
+
+std::string_view trimmed(std::string_view line) {
+  const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
+  while (!line.empty() && isBlank(line.front())) line.remove_prefix(1);
+  while (!line.empty() && isBlank(line.back())) line.remove_suffix(1);
+  return line;
+}
+
+/** What the lines before a song say of it. */
+struct TSaid {
+  std::string title;
+  std::string artist;
+  int32 durationMs = 0;
+};
+
+void read_info(std::string_view info, TSaid* said) {
+  const size_t comma = std::min(info.find(','), info.size());
+  const double seconds = std::strtod(std::string(info.substr(0, comma)).c_str(), nullptr);
+  if (seconds > 0 && seconds < 2e6) said->durationMs = static_cast<int32>(std::lround(seconds * 1000));
+  if (comma < info.size()) said->title = cut_text(trimmed(info.substr(comma + 1)));
+}
+
+/** A single byte that is no UTF-8 would make the reader take the whole list for Latin 1. */
+std::string on_one_line(std::string text) {
+  if (!QUtf8StringView(text.data(), text.size()).isValidUtf8()) text = QString::fromStdString(text).toStdString();
+  std::ranges::replace_if(
+      text, [](char c) { return c == '\n' || c == '\r'; }, ' ');
+  return text;
+}
+
+/** Lists from elsewhere separate folders by backslashes. */
+std::string with_slashes(std::string_view line) {
+  std::string name(line);
+  if (name.find('/') == std::string::npos) std::ranges::replace(name, '\\', '/');
+  return name;
+}
+
+TSong song_of(std::string_view line, const std::string& folder, const TSaid& said) {
+  TSong song;
+  TSongAddress address = song_address(with_slashes(line), folder);
+  song.path = std::move(address.text);
+  song.fault = std::move(address.refusal);
+  song.artist = said.artist;
+  song.durationMs = said.durationMs;
+  const std::string artistFirst = said.artist + std::string(kBetween);
+  const bool namesArtist = !said.artist.empty() && said.title.starts_with(artistFirst);
+  song.title = namesArtist ? said.title.substr(artistFirst.size()) : said.title;
+  if (song.title.empty()) song.title = cut_text(fs::path(song.path).stem().string());
+  return song;
+}
+
+bool is_plain(const std::string& name) {
+  return std::none_of(name.begin(), name.end(), [](unsigned char c) { return c < ' ' || c == '\\'; }) &&
+         trimmed(name) == name && !name.starts_with('#') && QString::fromStdString(name).toStdString() == name;
+}
+
+/** A name that would not come back as it is, as an address, which says every byte. */
+std::string line_of(const std::string& path, const fs::path& folder) {
+  if (!is_file_path(path)) return on_one_line(path);
+  const std::string relative = fs::path(path).lexically_relative(folder).string();
+  const bool isInside = !relative.empty() && relative != "." && !relative.starts_with("..");
+  const std::string& name = isInside ? relative : path;
+  const bool comesBack = is_plain(name) && song_address(name, folder.string()).text == path;
+  return comesBack ? name : std::string(kFile) + QByteArray(path.c_str()).toPercentEncoding("/").toStdString();
+}
+
+} // namespace
+
+TSongs parse_m3u(std::string_view bytes, const std::string& folder) {
+  const std::string text = as_utf8(bytes);
+  TSongs songs;
+  TSaid said;
+  std::string_view rest = text;
+  for (size_t lines = 0; !rest.empty() && lines < kMostListLines; ++lines) {
+    const size_t end = std::min(rest.find('\n'), rest.size());
+    const std::string_view line = trimmed(rest.substr(0, end));
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    if (line.starts_with(kInfo)) {
+      read_info(line.substr(kInfo.size()), &said);
+    } else if (line.starts_with(kArtist)) {
+      said.artist = cut_text(trimmed(line.substr(kArtist.size())));
+    } else if (!line.empty() && line.front() != '#') {
+      songs.push_back(song_of(line, folder, std::exchange(said, {})));
+    }
+  }
+  return songs;
+}
+
+std::string m3u_text(const TSongs& songs, const std::string& folder) {
+  std::string text = "#EXTM3U\n";
+  for (const TSong& song : songs) {
+    const std::string artist = on_one_line(song.artist);
+    if (!artist.empty()) text.append(kArtist).append(artist).append("\n");
+    text.append(kInfo).append(std::to_string(song.durationMs > 0 ? song.durationMs / 1000 : -1)).append(",");
+    if (!artist.empty()) text.append(artist).append(kBetween);
+    text.append(on_one_line(song.title)).append("\n").append(line_of(song.path, folder)).append("\n");
+  }
+  return text;
+}

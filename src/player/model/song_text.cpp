@@ -1,0 +1,72 @@
+#include "player/model/song_text.h"
+
+#include "platform/support/cut_text.h"
+#include "player/model/song_address.h"
+
+#include <QString>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+/** Lengths are estimated where a file does not name its own, and then are off by this much. */
+constexpr int32 kEarlyMs = 3000;
+} // namespace
+
+std::string fault_of_kind(const std::string& path) {
+  struct stat file {};
+  if (stat(path.c_str(), &file) != 0) return std::strerror(errno);
+  if (S_ISDIR(file.st_mode)) return "it is a folder";
+  return S_ISREG(file.st_mode) ? "" : "it is a pipe or a device, not a file";
+}
+
+std::string fault_of_file(const std::string& path, const std::string& librarySays) {
+  if (!is_file_path(path)) return librarySays;
+  if (std::string fault = fault_of_kind(path); !fault.empty()) return fault;
+  struct stat file {};
+  if (stat(path.c_str(), &file) == 0 && file.st_size == 0) return "the file is empty";
+  if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);
+  return librarySays;
+}
+
+std::string early_end(const TSong& song, int32 positionMs) {
+  if (song.durationMs - positionMs < kEarlyMs) return {};
+  return song.path + " ends at " + clock_text(positionMs) + " instead of " + clock_text(song.durationMs) +
+         ": the file may have been cut off";
+}
+
+std::string clean_text(std::string_view text) {
+  std::string clean;
+  for (const char c : cut_text(text)) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= 0x20 && byte != 0x7f) {
+      clean += c;
+    } else if (!clean.empty() && clean.back() != ' ') {
+      clean += ' ';
+    }
+  }
+  if (clean.ends_with(' ')) clean.pop_back();
+  return QString::fromStdString(clean).toStdString();
+}
+
+void take_tags(const TSongTags& tags, TSong* song) {
+  const std::string title = clean_text(tags.title);
+  if (!title.empty()) song->title = title;
+  song->artist = clean_text(tags.artist);
+  song->durationMs = tags.durationMs;
+}
+
+std::string clock_text(int32 positionMs) {
+  const int32 seconds = positionMs / 1000;
+  char text[32];
+  if (seconds < 3600) {
+    std::snprintf(text, sizeof text, "%d:%02d", seconds / 60, seconds % 60);
+  } else {
+    std::snprintf(text, sizeof text, "%d:%02d:%02d", seconds / 3600, seconds / 60 % 60, seconds % 60);
+  }
+  return text;
+}

@@ -1,0 +1,182 @@
+#include "player/plugins/plugin_thread.h"
+
+#include "platform/app/application.h"
+#include "platform/kernel/threads.h"
+#include "platform/support/log.h"
+#include "plugin/general_plugin.h"
+
+#include <dlfcn.h>
+
+#include <condition_variable>
+#include <deque>
+#include <exception>
+#include <mutex>
+#include <utility>
+
+namespace {
+
+using NewPluginFunction = GeneralPlugin* (*)(PluginConstructorStruct*);
+
+/** Makes a call into a plug-in. Returns how it failed; empty when it did not. */
+template <typename Call>
+std::string failure_of(Call call) {
+  try {
+    call();
+    return {};
+  } catch (const std::exception& error) {
+    return std::string("failed: ") + error.what();
+  } catch (...) {
+    return "failed";
+  }
+}
+
+/** An image and what its entry made; used by the plug-in's thread alone. */
+class TLoadedPlugin {
+public:
+  /** Each returns how it failed; empty when it did not. */
+  std::string Load(const std::string& path);
+  std::string Make(TPluginCall call);
+  bool IsBuilt() const { return fObject != nullptr; }
+  std::string Text(char* GeneralPlugin::*text, const std::string& other) const {
+    return fObject && fObject.get()->*text ? fObject.get()->*text : other;
+  }
+
+private:
+  std::string Build(NewPluginFunction construct);
+  std::string End();
+  void* fImage = nullptr;
+  std::unique_ptr<GeneralPlugin> fObject;
+};
+
+std::string TLoadedPlugin::Load(const std::string& path) {
+  fImage = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (fImage == nullptr) return std::string("cannot be loaded: ") + dlerror();
+  const auto construct = reinterpret_cast<NewPluginFunction>(dlsym(fImage, "NewPlugin"));
+  if (construct) return Build(construct);
+  dlclose(fImage);
+  return "is no plug-in: it has no NewPlugin";
+}
+
+/** An image whose entry failed half-way may have left a thread in it: it stays mapped. */
+std::string TLoadedPlugin::Build(NewPluginFunction construct) {
+  PluginConstructorStruct record;
+  std::string failure = failure_of([&] { fObject.reset(construct(&record)); });
+  if (fObject == nullptr && failure.empty()) failure = "gave no plug-in";
+  return failure;
+}
+
+std::string TLoadedPlugin::Make(TPluginCall call) {
+  if (fObject == nullptr) return {};
+  if (call == TPluginCall::kEnd) return End();
+  return failure_of([&] {
+    if (call == TPluginCall::kShow) fObject->Init();
+    if (call == TPluginCall::kPrefs) fObject->Prefs(false);
+    if (call == TPluginCall::kAbout) fObject->About(false);
+  });
+}
+
+std::string TLoadedPlugin::End() {
+  const int32 loopersBefore = be_app ? be_app->CountLoopers() : 0;
+  std::string failure = failure_of([this] { fObject->Cleanup(); });
+  fObject.reset();
+  // A plug-in's loopers are gone when its destructor returns; one that kept all of its own stays mapped.
+  const bool endedSome = be_app == nullptr || be_app->CountLoopers() < loopersBefore;
+  if (endedSome) dlclose(fImage);
+  return failure;
+}
+
+} // namespace
+
+struct TPluginThread::TInside {
+  const std::string fileName;
+  const std::function<void()> answered;
+  TLoadedPlugin plugin{};
+  std::mutex mutex{}; // guards all below
+  std::condition_variable changed{};
+  std::string path{};
+  std::deque<TPluginCall> calls{};
+  bool isClosed = false;
+  TState state{};
+
+  std::optional<TPluginCall> NextCall();
+  void Answer(TPluginCall call, std::string failure);
+  void AnswerCalls();
+};
+
+TPluginThread::TPluginThread(const std::string& fileName, std::function<void()> answered)
+    : fInside(new TInside{.fileName = fileName, .answered = std::move(answered)}), fThread(Run, fInside) {}
+
+TPluginThread::~TPluginThread() {
+  std::unique_lock lock(fInside->mutex);
+  fInside->calls.clear();
+  fInside->isClosed = true;
+  const bool hangs = fInside->state.call.has_value();
+  lock.unlock();
+  fInside->changed.notify_one();
+  if (hangs)
+    fThread.detach();
+  else
+    fThread.join();
+}
+
+void TPluginThread::Load(const std::string& path) {
+  {
+    const std::lock_guard lock(fInside->mutex);
+    fInside->path = path;
+  }
+  Make(TPluginCall::kLoad);
+}
+
+void TPluginThread::Make(TPluginCall call) {
+  const std::lock_guard lock(fInside->mutex);
+  fInside->calls.push_back(call);
+  fInside->changed.notify_one();
+}
+
+TPluginThread::TState TPluginThread::TakeState() {
+  const std::lock_guard lock(fInside->mutex);
+  TState state = fInside->state;
+  state.isBusy = state.call.has_value() || !fInside->calls.empty();
+  fInside->state.failures.clear();
+  return state;
+}
+
+/** Waits for one; none when there will be none. */
+std::optional<TPluginCall> TPluginThread::TInside::NextCall() {
+  std::unique_lock lock(mutex);
+  changed.wait(lock, [this] { return isClosed || !calls.empty(); });
+  if (isClosed) return {};
+  state.call = calls.front();
+  state.sinceUs = system_time();
+  calls.pop_front();
+  return state.call;
+}
+
+void TPluginThread::TInside::Answer(TPluginCall call, std::string failure) {
+  {
+    const std::lock_guard lock(mutex);
+    state.call.reset();
+    state.isBuilt = plugin.IsBuilt();
+    state.hasEnded = call == TPluginCall::kEnd;
+    state.name = plugin.Text(&GeneralPlugin::fName, fileName);
+    state.info = plugin.Text(&GeneralPlugin::fInfo, state.name);
+    if (!failure.empty()) state.failures.push_back(std::move(failure));
+  }
+  answered();
+}
+
+void TPluginThread::TInside::AnswerCalls() {
+  while (const std::optional<TPluginCall> call = NextCall()) {
+    Answer(*call, *call == TPluginCall::kLoad ? plugin.Load(path) : plugin.Make(*call));
+    if (*call == TPluginCall::kEnd) return;
+  }
+}
+
+void TPluginThread::Run(const std::shared_ptr<TInside>& inside) {
+  try {
+    inside->AnswerCalls();
+  } catch (const std::exception& error) {
+    // Whoever waits for the answer goes on when its patience is over.
+    log_error("plug-ins", inside->fileName + ": " + error.what());
+  }
+}

@@ -1,0 +1,455 @@
+#include "player/model/song_address.h"
+#include "player/model/song_text.h"
+#include "player/model/sound_formats.h"
+#include "player/model/timed_question.h"
+#include "player/sound/mpv_library.h"
+#include "player/sound/song_source.h"
+#include "player/sound/sound_devices.h"
+#include "player/sound/speed_bias.h"
+
+#include "platform/kernel/threads.h"
+#include "platform/support/cut_text.h"
+#include "platform/support/log.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <string_view>
+#include <thread>
+#include <utility>
+
+namespace {
+
+constexpr const char* kStretchFilter = "rubberband";
+/** From a seek to the sound takes 35 to 90 ms; a load may have to wait for a slow disk. */
+constexpr bigtime_t kLongestStartUs = 1000000;
+
+constexpr std::string_view kNoDevice = "null";
+
+/** What plays is decided here and nowhere else: no settings, scripts, keys or command socket of the library's own. */
+constexpr const char* kClosedOptions[][2] = {
+    {"config", "no"},
+    {"resume-playback", "no"},
+    {"load-scripts", "no"},
+    {"load-auto-profiles", "no"},
+    {"load-osd-console", "no"},
+    {"load-stats-overlay", "no"},
+    {"osc", "no"},
+    {"ytdl", "no"},
+    {"terminal", "no"},
+    {"input-default-bindings", "no"},
+    {"input-builtin-bindings", "no"},
+    {"input-cursor", "no"},
+    {"input-media-keys", "no"},
+    {"input-terminal", "no"},
+    {"input-vo-keyboard", "no"},
+    {"input-ipc-server", ""},
+};
+
+/** A song is one file, or one stream from the host that its URL names: it makes the library open nothing else. */
+constexpr const char* kOneFileOptions[][2] = {
+    {"access-references", "no"},
+    {"autoload-files", "no"},
+    {"load-unsafe-playlists", "no"},
+    {"ordered-chapters", "no"},
+    {"cookies", "no"},
+    // The only reader without lists, archives and edit decision lists; it reads through the stream that is open.
+    {"demuxer", "lavf"},
+    {"demuxer-lavf-o", "format_whitelist=[" SOUND_FORMATS "],protocol_whitelist=[none]"},
+    // Files are opened without it.
+    {"stream-lavf-o", "protocol_whitelist=[http,https,httpproxy,tls,tcp]"},
+};
+
+constexpr const char* kPlayOptions[][2] = {
+    {"vid", "no"},
+    {"sid", "no"},
+    {"audio-display", "no"},
+    {"idle", "yes"},
+    {"hr-seek", "yes"},
+    // In this order; without a sound card the song still plays, in real time, to nowhere.
+    {"ao", "pulse,pipewire,alsa,null"}, // the last is kNoDevice
+    {"gapless-audio", "weak"},
+    {"audio-fallback-to-null", "yes"},
+};
+
+/** A sound server that hangs keeps the library from ending, for as long as it likes. */
+constexpr std::chrono::seconds kLongestEnd{2};
+/** While there is no sound device: how often to look whether one has come back, and for how many looks a new one may
+    still be busy starting. */
+constexpr bigtime_t kDeviceLookUs = 1000000;
+constexpr int kTriesPerDevice = 3;
+constexpr uint64 kOutputProperty = 1;
+
+/** libmpv behind the interface. One thread, its own, loads the library, waits for its events and makes every change;
+    the position may be asked by any thread. Since a sound server that hangs blocks the library, no other thread waits
+    for it without a limit; the source's thread keeps the source alive until the library lets it go. */
+class TMpvSource : public TSongSource, public std::enable_shared_from_this<TMpvSource> {
+public:
+  explicit TMpvSource(TSongEvents* events) : fEvents(events) {}
+
+  /** Waits for the thread as long as that is bearable. */
+  void End() {
+    {
+      const std::lock_guard lock(fMutex);
+      fEnding = true;
+    }
+    Wake();
+    {
+      std::unique_lock lock(fMutex);
+      if (!fChanged.wait_for(lock, kLongestEnd, [this] { return !fIsRunning; }))
+        log_error("audio", "the sound server does not answer: not waiting for it");
+    }
+    const std::lock_guard lock(fEventsMutex);
+    fEvents = nullptr;
+  }
+
+  int64 Load(const std::string& path, bool paused) override {
+    const int64 load = ++fLastLoad;
+    fPaused = paused;
+    ExpectPosition(0);
+    Do([=, this] { Begin(load, path, paused); });
+    return load;
+  }
+  void Stop() override {
+    Do([this] { StopNow(); });
+  }
+  void SetPaused(bool paused) override {
+    fPaused = paused;
+    Do([=, this] { SetFlag("pause", paused); });
+  }
+  void SeekTo(int32 positionMs) override {
+    ExpectPosition(positionMs);
+    Do([=, this] { Command({"seek", std::to_string(positionMs / 1000.0).c_str(), "absolute+exact"}); });
+  }
+  void SetSpeed(double speed) override {
+    Do([=, this] { ChangeSpeed(speed); });
+  }
+  void SetVolume(double percent) override {
+    Do([=, this] { SetNumber("volume", percent); });
+  }
+  void SetRepeat(int32 fromMs, int32 toMs) override {
+    Do([=, this] {
+      const bool repeats = fromMs >= 0 && toMs >= 0;
+      SetMoment("ab-loop-a", repeats ? fromMs : -1);
+      SetMoment("ab-loop-b", repeats ? toMs : -1);
+    });
+  }
+
+  int32 PositionMs() override {
+    const int64 move = fLastMove;
+    if (fPaused && fKnownSince == move) return fPositionMs; // asking would wake the library
+    const bool standsStill = fPaused && system_time() >= fMovesUntil;
+    mpv_handle* const mpv = fMpv;
+    // Unavailable while nothing is heard; and until the song is heard at its new place, still that of the old one.
+    if (mpv && system_time() >= fExpectedUntil) {
+      const auto seconds = fPosition.Ask(
+          [mpv](uint64 id) { return mpv_library()->get_property_async(mpv, id, "audio-pts", MPV_FORMAT_DOUBLE) >= 0; });
+      if (seconds) fPositionMs = std::max(0, static_cast<int32>(std::lround(*seconds * 1000 - fBiasMs)));
+    }
+    if (standsStill) fKnownSince = move;
+    return fPositionMs;
+  }
+
+private:
+  using Change = std::function<void()>;
+
+  /** The song will be heard from there; until it is, that is the position. Bounded, should the library never say so. */
+  void ExpectPosition(int32 positionMs) {
+    fPositionMs = positionMs;
+    fExpectedUntil = system_time() + kLongestStartUs;
+  }
+
+  /** Something may change the position, soon, even of a paused song. */
+  void Moves() {
+    fMovesUntil = system_time() + kLongestStartUs;
+    ++fLastMove;
+  }
+
+  /** Queues a change for the source's thread, starting it with the first. */
+  void Do(Change change) {
+    {
+      const std::lock_guard lock(fMutex);
+      fChanges.push_back(std::move(change));
+      if (!std::exchange(fIsRunning, true)) std::thread([self = shared_from_this()] { self->Run(); }).detach();
+    }
+    Wake();
+  }
+
+  void Wake() {
+    fChanged.notify_all();
+    if (mpv_handle* const mpv = fMpv) mpv_library()->wakeup(mpv);
+  }
+
+  bool IsEnding() {
+    const std::lock_guard lock(fMutex);
+    return fEnding;
+  }
+
+  void Run() {
+    if (Open())
+      PlayToTheEnd();
+    else
+      FailEveryLoad();
+    const std::lock_guard lock(fMutex);
+    fIsRunning = false;
+    fChanged.notify_all();
+  }
+
+  void PlayToTheEnd() {
+    while (!IsEnding()) {
+      MakeChanges();
+      const bool mayReturn = fIsSilent && !fPaused;
+      Handle(mpv_library()->wait_event(fMpv, mayReturn ? kDeviceLookUs / 1e6 : -1));
+      if (mayReturn && system_time() >= fNextLookUs) LookForReturnedDevice();
+    }
+    mpv_library()->terminate_destroy(fMpv.exchange(nullptr));
+  }
+
+  bool Open() {
+    const TMpvLibrary* const library = mpv_library();
+    mpv_handle* const mpv = library ? library->create() : nullptr;
+    if (mpv == nullptr) return false;
+    SetOptions(mpv, kClosedOptions);
+    SetOptions(mpv, kPlayOptions);
+    const bool isConfined = SetOptions(mpv, kOneFileOptions);
+    if (!isConfined) log_error("audio", "the audio library cannot be kept from opening more than the song: not used");
+    if (!isConfined || library->initialize(mpv) < 0) {
+      library->terminate_destroy(mpv);
+      return false;
+    }
+    library->observe_property(mpv, kOutputProperty, "current-ao", MPV_FORMAT_STRING);
+    fTriedDevices = sound_devices();
+    fMpv = mpv;
+    return true;
+  }
+
+  /** False when the library does not know one of them; one built without scripts lacks their options. */
+  template <size_t Count>
+  static bool SetOptions(mpv_handle* mpv, const char* const (&options)[Count][2]) {
+    bool all = true;
+    for (const auto& [name, value] : options) all &= mpv_library()->set_option_string(mpv, name, value) >= 0;
+    return all;
+  }
+
+  void FailEveryLoad() {
+    std::unique_lock lock(fMutex);
+    int64 told = 0;
+    while (!fEnding) {
+      if (const int64 load = fLastLoad; load != told) {
+        told = load;
+        lock.unlock();
+        Tell([load](TSongEvents& events) { events.SongFailed(load, "the audio library could not be started"); });
+        lock.lock();
+      }
+      fChanges.clear();
+      fChanged.wait(lock, [&] { return fEnding || fLastLoad != told; });
+    }
+  }
+
+  void MakeChanges() {
+    for (;;) {
+      Change change;
+      {
+        const std::lock_guard lock(fMutex);
+        if (fChanges.empty()) return;
+        change = std::move(fChanges.front());
+        fChanges.pop_front();
+      }
+      change();
+      Moves();
+    }
+  }
+
+  template <typename Call>
+  void Tell(Call call) {
+    const std::lock_guard lock(fEventsMutex);
+    if (fEvents) call(*fEvents);
+  }
+
+  void Handle(const mpv_event* event) {
+    switch (event->event_id) {
+    case MPV_EVENT_START_FILE:
+      fEntryId = static_cast<const mpv_event_start_file*>(event->data)->playlist_entry_id;
+      fLoad = fLoadOfEntry[fEntryId];
+      break;
+    case MPV_EVENT_PLAYBACK_RESTART:
+      fExpectedUntil = 0;
+      Moves();
+      break;
+    case MPV_EVENT_FILE_LOADED:
+      Tell([this, tags = ReadTags()](TSongEvents& events) { events.SongLoaded(fLoad, tags); });
+      break;
+    case MPV_EVENT_END_FILE:
+      Ended(*static_cast<const mpv_event_end_file*>(event->data));
+      break;
+    case MPV_EVENT_GET_PROPERTY_REPLY:
+      PositionAnswered(*event);
+      break;
+    case MPV_EVENT_PROPERTY_CHANGE:
+      OutputChanged(*static_cast<const mpv_event_property*>(event->data));
+      break;
+    default:
+      break;
+    }
+  }
+
+  void PositionAnswered(const mpv_event& event) {
+    std::optional<double> seconds;
+    if (event.error >= 0) seconds = *static_cast<double*>(static_cast<const mpv_event_property*>(event.data)->data);
+    fPosition.Answer(event.reply_userdata, seconds);
+  }
+
+  /** Without a value the output is closed for now: what is heard next shows in the value that follows. */
+  void OutputChanged(const mpv_event_property& output) {
+    if (output.format != MPV_FORMAT_STRING) return;
+    const bool isSilent = std::string_view(*static_cast<char**>(output.data)) == kNoDevice;
+    if (std::exchange(fIsSilent, isSilent) == isSilent) return;
+    log_error("audio", isSilent ? "no sound device: playing silently" : "a sound device is back");
+    Tell([isSilent](TSongEvents& events) { events.OutputChanged(isSilent); });
+  }
+
+  /** The library tries its outputs from the first one on. */
+  void LookForDevice() {
+    fTriedDevices = sound_devices();
+    Command({"ao-reload"});
+  }
+
+  /** Trying costs sound and time, and a server that hangs blocks the library: only what has changed is tried. */
+  void LookForReturnedDevice() {
+    fNextLookUs = system_time() + kDeviceLookUs;
+    if (sound_devices() != fTriedDevices) fTriesLeft = kTriesPerDevice;
+    if (fTriesLeft-- > 0) LookForDevice();
+    fTriesLeft = std::max(fTriesLeft, 0);
+  }
+
+  /** The last check before the library, which would take any address. */
+  void Begin(int64 load, const std::string& path, bool paused) {
+    const TSongAddress song = song_address(path, "/");
+    const std::string fault = song.refusal.empty() ? fault_of_file(song.text, {}) : song.refusal;
+    if (!fault.empty()) {
+      StopNow();
+      return Tell([&](TSongEvents& events) { events.SongFailed(load, fault); });
+    }
+    SetFlag("pause", paused);
+    if (fIsSilent) LookForDevice();
+    fLoadOfEntry[LoadFile(song.text)] = load;
+  }
+
+  /** Done when it returns: sent as the other commands are, it could be carried out after a load that follows. */
+  void StopNow() {
+    const char* arguments[] = {"stop", nullptr};
+    mpv_library()->command_ret(fMpv, arguments, nullptr);
+  }
+
+  /** Returns the library's number for this load, by which its events name it. */
+  int64 LoadFile(const std::string& path) {
+    const char* arguments[] = {"loadfile", path.c_str(), "replace", nullptr};
+    mpv_node result{};
+    int64 entryId = -1;
+    if (mpv_library()->command_ret(fMpv, arguments, &result) < 0) return entryId;
+    for (int i = 0; result.format == MPV_FORMAT_NODE_MAP && i < result.u.list->num; ++i) {
+      if (std::string_view(result.u.list->keys[i]) == "playlist_entry_id") entryId = result.u.list->values[i].u.int64;
+    }
+    mpv_library()->free_node_contents(&result);
+    return entryId;
+  }
+
+  void Ended(const mpv_event_end_file& end) {
+    if (end.playlist_entry_id != fEntryId) return;
+    fLoadOfEntry.erase(fEntryId);
+    if (end.reason == MPV_END_FILE_REASON_EOF) Tell([this](TSongEvents& events) { events.SongEnded(fLoad); });
+    if (end.reason == MPV_END_FILE_REASON_ERROR) {
+      Tell([&](TSongEvents& events) { events.SongFailed(fLoad, mpv_library()->error_string(end.error)); });
+    }
+  }
+
+  TSongTags ReadTags() {
+    TSongTags tags{Text("metadata/by-key/title"), Text("metadata/by-key/artist"), 0};
+    double seconds = 0;
+    if (mpv_library()->get_property(fMpv, "duration", MPV_FORMAT_DOUBLE, &seconds) >= 0) {
+      tags.durationMs = static_cast<int32>(std::clamp(seconds * 1000, 0.0, 2147483647.0));
+    }
+    return tags;
+  }
+
+  std::string Text(const char* name) {
+    char* const value = mpv_library()->get_property_string(fMpv, name);
+    std::string text(cut_text(value ? value : ""));
+    mpv_library()->free(value);
+    return text;
+  }
+
+  /** The library's own stretching places its pieces up to 14 ms off, and that is heard; the filter keeps its place. */
+  void ChangeSpeed(double speed) {
+    const bool stretched = speed != 1.0;
+    if (stretched != fStretched) {
+      fHasFilter = stretched && mpv_library()->set_property_string(fMpv, "af", kStretchFilter) >= 0;
+      if (!stretched) mpv_library()->set_property_string(fMpv, "af", "");
+      if (stretched && !fHasFilter) log_error("audio", "no filter 'rubberband': positions at other speeds are rougher");
+      fStretched = stretched;
+    }
+    SetNumber("speed", speed);
+    fBiasMs = fHasFilter ? speed_bias_ms(speed) : 0;
+  }
+
+  void Command(std::initializer_list<const char*> words) {
+    std::vector<const char*> arguments(words);
+    arguments.push_back(nullptr);
+    mpv_library()->command_async(fMpv, 0, arguments.data());
+  }
+  void SetFlag(const char* name, bool value) {
+    int flag = value;
+    mpv_library()->set_property_async(fMpv, 0, name, MPV_FORMAT_FLAG, &flag);
+  }
+  void SetNumber(const char* name, double value) {
+    mpv_library()->set_property_async(fMpv, 0, name, MPV_FORMAT_DOUBLE, &value);
+  }
+  void SetMoment(const char* name, int32 positionMs) {
+    const std::string seconds = positionMs < 0 ? "no" : std::to_string(positionMs / 1000.0);
+    mpv_library()->set_property_string(fMpv, name, seconds.c_str());
+  }
+
+  std::mutex fEventsMutex;
+  TSongEvents* fEvents; // null after the end
+  std::mutex fMutex;    // guards fChanges, fEnding, fIsRunning
+  std::deque<Change> fChanges;
+  bool fEnding = false;
+  bool fIsRunning = false;
+  std::condition_variable fChanged;
+
+  std::atomic<mpv_handle*> fMpv{nullptr};
+  std::atomic<int64> fLastLoad{0};
+  std::atomic<int32> fPositionMs{0};
+  std::atomic<double> fBiasMs{0};
+  TTimedQuestion fPosition;
+  std::atomic<bigtime_t> fExpectedUntil{0};
+  std::atomic<bool> fPaused{false};
+  std::atomic<bigtime_t> fMovesUntil{0};
+  std::atomic<int64> fLastMove{0};
+  /** The move since which the position is known and stands still, if the song is paused. */
+  std::atomic<int64> fKnownSince{-1};
+  // On the source's thread only.
+  std::map<int64, int64> fLoadOfEntry;
+  int64 fLoad = 0;
+  int64 fEntryId = -1;
+  bool fIsSilent = false;
+  bigtime_t fNextLookUs = 0;
+  std::string fTriedDevices; // those there were at the last try
+  int fTriesLeft = 0;
+  bool fStretched = false;
+  bool fHasFilter = false;
+};
+
+} // namespace
+
+std::shared_ptr<TSongSource> make_mpv_source(TSongEvents* events) {
+  auto source = std::make_shared<TMpvSource>(events);
+  TSongSource* const given = source.get();
+  return {given, [source = std::move(source)](TSongSource*) { source->End(); }};
+}

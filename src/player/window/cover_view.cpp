@@ -1,0 +1,47 @@
+#include "player/window/cover_view.h"
+
+#include "player/window/player_icons.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace {
+constexpr int kSide = 84;
+constexpr int kCorner = 6;
+constexpr int kNoteSide = 36;
+} // namespace
+
+TCoverView::TCoverView() {
+  setFixedSize(kSide, kSide);
+  setAccessibleName(tr("Cover"));
+}
+
+QSize TCoverView::sizeHint() const {
+  return {kSide, kSide};
+}
+
+void TCoverView::Show(const QImage& picture) {
+  fPicture = picture;
+  update();
+}
+
+void TCoverView::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+  QPainterPath frame;
+  frame.addRoundedRect(QRectF(rect()), kCorner, kCorner);
+  QColor ground = palette().color(QPalette::WindowText);
+  ground.setAlphaF(0.08F);
+  painter.fillPath(frame, ground);
+  if (fPicture.isNull()) {
+    QRect note(0, 0, kNoteSide, kNoteSide);
+    note.moveCenter(rect().center());
+    return player_icon("note").paint(&painter, note, Qt::AlignCenter, QIcon::Disabled);
+  }
+  painter.setClipPath(frame);
+  QSizeF size = fPicture.size();
+  size.scale(kSide, kSide, Qt::KeepAspectRatio);
+  QRectF place(QPointF(), size);
+  place.moveCenter(QRectF(rect()).center());
+  painter.drawImage(place, fPicture);
+}

@@ -1,0 +1,42 @@
+#include "player/window/file_choosers.h"
+
+#include "player/list/requests.h"
+#include "player/model/player_messages.h"
+
+#include <QDir>
+#include <QFileDialog>
+
+namespace {
+
+QFileDialog* new_dialog(QWidget* parent, const BMessenger& player, const QString& title, uint32 request) {
+  auto* const dialog = new QFileDialog(parent, title, QDir::homePath());
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  QObject::connect(dialog, &QFileDialog::filesSelected, dialog, [player, request](const QStringList& files) {
+    std::vector<std::string> paths;
+    for (const QString& file : files) paths.push_back(file.toStdString());
+    ask_about_paths(player, request, paths);
+  });
+  return dialog;
+}
+
+} // namespace
+
+void choose_songs(QWidget* parent, const BMessenger& player) {
+  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Open songs or lists"), kMsgAddSongs);
+  dialog->setFileMode(QFileDialog::ExistingFiles);
+  dialog->open();
+}
+
+void choose_folder(QWidget* parent, const BMessenger& player) {
+  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Open a folder"), kMsgAddSongs);
+  dialog->setFileMode(QFileDialog::Directory);
+  dialog->open();
+}
+
+void choose_list_file(QWidget* parent, const BMessenger& player) {
+  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Save the list"), kMsgSaveList);
+  dialog->setAcceptMode(QFileDialog::AcceptSave);
+  dialog->setNameFilter(QObject::tr("Lists of songs (*.m3u8 *.m3u)"));
+  dialog->setDefaultSuffix(QStringLiteral("m3u8"));
+  dialog->open();
+}

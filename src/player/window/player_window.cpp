@@ -1,0 +1,70 @@
+#include "player/window/player_window.h"
+
+#include "platform/app/message.h"
+#include "platform/display/display_thread.h"
+#include "platform/display/native_view.h"
+#include "player/model/player_messages.h"
+#include "player/window/player_widget.h"
+
+#include <QPointer>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <utility>
+
+struct TPlayerWindow::TWidgetSlot {
+  QPointer<TPlayerWidget> widget;
+  TPlayerState state; // to be shown by the widget when it comes
+
+  /** An empty place at first. What the user waits for at the start is the editor, whose window is put together at the
+      same time: the inside of this one comes as soon as the display thread has nothing else to do. */
+  static QWidget* MakePlace(const std::shared_ptr<TWidgetSlot>& slot, const BMessenger& player) {
+    auto* const place = new QWidget;
+    auto* const layout = new QVBoxLayout(place);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* const whenIdle = new QTimer(place);
+    whenIdle->setSingleShot(true);
+    QObject::connect(whenIdle, &QTimer::timeout, place, [slot, player, layout] {
+      slot->widget = new TPlayerWidget(player);
+      slot->widget->ShowState(std::exchange(slot->state, {}));
+      layout->addWidget(slot->widget);
+    });
+    whenIdle->start(0);
+    return place;
+  }
+};
+
+namespace {
+constexpr BRect kFirstFrame{60, 80, 500, 560};
+constexpr float kMinWidth = 360;
+constexpr float kMinHeight = 320;
+constexpr float kNoLimit = 32767;
+} // namespace
+
+TPlayerWindow::TPlayerWindow(const BMessenger& player)
+    : BWindow(kFirstFrame, "Sonivo"), fPlayer(player), fSlot(std::make_shared<TWidgetSlot>()) {
+  AddChild(new display::NativeView(Bounds(), "Player", B_FOLLOW_ALL_SIDES,
+                                   [player, slot = fSlot] { return TWidgetSlot::MakePlace(slot, player); }));
+  SetSizeLimits(kMinWidth, kNoLimit, kMinHeight, kNoLimit);
+}
+
+void TPlayerWindow::ShowState(const TPlayerState& state) {
+  display::post([slot = fSlot, state] {
+    if (slot->widget)
+      slot->widget->ShowState(state);
+    else
+      slot->state = state;
+  });
+}
+
+void TPlayerWindow::ShowPosition(int32 positionMs) {
+  display::post([slot = fSlot, positionMs] {
+    if (slot->widget) slot->widget->ShowPosition(positionMs);
+  });
+}
+
+bool TPlayerWindow::QuitRequested() {
+  const BMessage message(kMsgWindowCloses);
+  fPlayer.SendMessage(&message, BMessenger(), 0);
+  return false;
+}

@@ -1,0 +1,45 @@
+#include "player/window/source_menu.h"
+
+#include "platform/app/message.h"
+#include "player/model/bus_messages.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QMenu>
+
+namespace {
+
+QString text(const char* words) {
+  return QCoreApplication::translate("TSourceMenu", words);
+}
+
+void add_source(QMenu* menu, const QString& name, const std::string& id, const std::string& chosen,
+                const BMessenger& player) {
+  QAction* const action = menu->addAction(QString(name).replace('&', "&&"));
+  action->setCheckable(true);
+  action->setChecked(id == chosen);
+  QObject::connect(action, &QAction::triggered, menu, [id, player] {
+    BMessage message(kMsgChooseSource);
+    message.AddString("id", id);
+    player.SendMessage(&message, BMessenger(), 0);
+  });
+}
+
+void fill(QMenu* menu, const TSources& sources, const BMessenger& player) {
+  menu->clear();
+  add_source(menu, text("Own sound"), {}, sources.chosen, player);
+  menu->addSeparator();
+  for (const TSourceName& source : sources.players)
+    add_source(menu, QString::fromStdString(source.name), source.id, sources.chosen, player);
+  if (!sources.players.empty()) return;
+  const char* const why = sources.isBusReachable ? "No other player is open" : "The desktop's message bus is not there";
+  menu->addAction(text(why))->setEnabled(false);
+}
+
+} // namespace
+
+QMenu* new_source_menu(QWidget* parent, const BMessenger& player, const TSources* sources) {
+  auto* const menu = new QMenu(text("So&urce"), parent);
+  QObject::connect(menu, &QMenu::aboutToShow, menu, [=] { fill(menu, *sources, player); });
+  return menu;
+}
