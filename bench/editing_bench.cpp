@@ -12,7 +12,7 @@
 #include "platform/kernel/threads.h"
 #include "plugin/exit_state.h"
 #include "plugin/pref.h"
-#include "tests/link/strange_host.h"
+#include "tests/hostlink/strange_host.h"
 #include "window/editor_window.h"
 
 #include <QApplication>

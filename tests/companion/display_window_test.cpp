@@ -4,7 +4,7 @@
 #include "companion/prefs/notices.h"
 #include "document/editor_view.h"
 #include "platform/app/message.h"
-#include "tests/editor/editor_fixture.h"
+#include "tests/support/editor_fixture.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include "platform/interface/window.h"
 #include "platform/storage/entry.h"
 #include "plugin/pref.h"
-#include "tests/display/hands.h"
-#include "tests/link/loaded_images.h"
+#include "tests/support/hands.h"
+#include "tests/support/loaded_images.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "demo/sung_lines.h"
 
-#include "tests/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gtest/gtest.h>
 

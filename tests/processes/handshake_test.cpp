@@ -2,9 +2,9 @@
 #include "family/family_comm_man.h"
 #include "platform/app/message.h"
 #include "platform/kernel/threads.h"
-#include "tests/display/hands.h"
-#include "tests/link/loaded_images.h"
-#include "tests/processes/long_tests.h"
+#include "tests/support/hands.h"
+#include "tests/support/loaded_images.h"
+#include "tests/support/long_tests.h"
 
 #include <array>
 #include <random>

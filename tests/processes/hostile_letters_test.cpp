@@ -3,11 +3,11 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
-#include "tests/display/hands.h"
-#include "tests/link/loaded_images.h"
-#include "tests/processes/eventually.h"
-#include "tests/processes/long_tests.h"
 #include "tests/processes/peer.h"
+#include "tests/support/eventually.h"
+#include "tests/support/hands.h"
+#include "tests/support/loaded_images.h"
+#include "tests/support/long_tests.h"
 
 #include <signal.h>
 #include <spawn.h>

@@ -1,8 +1,8 @@
 #include "platform/kernel/port_frame.h"
 #include "platform/kernel/ports.h"
 #include "platform/kernel/unique_fd.h"
-#include "tests/processes/eventually.h"
 #include "tests/processes/peer.h"
+#include "tests/support/eventually.h"
 
 #include <gtest/gtest.h>
 #include <poll.h>

@@ -4,9 +4,9 @@
 #include "platform/app/remote_letter.h"
 #include "platform/app/roster.h"
 #include "platform/kernel/ports.h"
-#include "tests/own_looper.h"
-#include "tests/processes/eventually.h"
 #include "tests/processes/peer.h"
+#include "tests/support/eventually.h"
+#include "tests/support/own_looper.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 #include "interapp/inter_app_prefs.h"
 #include "platform/app/message.h"
 #include "platform/kernel/ports.h"
-#include "tests/own_looper.h"
-#include "tests/processes/eventually.h"
 #include "tests/processes/peer.h"
-#include "tests/scratch_folder.h"
+#include "tests/support/eventually.h"
+#include "tests/support/own_looper.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gtest/gtest.h>
 

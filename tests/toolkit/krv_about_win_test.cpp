@@ -3,8 +3,8 @@
 #include "language/builtin_texts.h"
 #include "language/llt.h"
 #include "platform/interface/text_view.h"
-#include "tests/display/hands.h"
-#include "tests/scratch_folder.h"
+#include "tests/support/hands.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "toolkit/simple_input_win.h"
 
 #include "platform/interface/font.h"
-#include "tests/display/keeping.h"
+#include "tests/support/keeping.h"
 
 namespace {
 

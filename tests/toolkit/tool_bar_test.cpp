@@ -1,6 +1,6 @@
 #include "toolkit/tool_bar.h"
 
-#include "tests/display/keeping.h"
+#include "tests/support/keeping.h"
 #include "window/tool_bar_images.h"
 
 namespace {

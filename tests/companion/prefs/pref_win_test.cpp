@@ -3,7 +3,7 @@
 #include "platform/interface/color_control.h"
 #include "platform/interface/menu_field.h"
 #include "tests/companion/prefs/pref_world.h"
-#include "tests/display/hands.h"
+#include "tests/support/hands.h"
 
 using testing::Each;
 using testing::ElementsAre;

@@ -5,9 +5,9 @@
 #include "language/llt.h"
 #include "platform/interface/tab_view.h"
 #include "platform/storage/entry.h"
-#include "tests/display/hands.h"
-#include "tests/own_looper.h"
-#include "tests/scratch_folder.h"
+#include "tests/support/hands.h"
+#include "tests/support/own_looper.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gmock/gmock.h>
 

@@ -5,7 +5,7 @@
 #include "platform/storage/entry.h"
 #include "platform/storage/file.h"
 #include "plugin/pref.h"
-#include "tests/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #include "companion/prefs/click_track.h"
 #include "tests/companion/prefs/pref_world.h"
-#include "tests/sound_server.h"
+#include "tests/support/sound_server.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>

@@ -2,8 +2,8 @@
 #include "lyrics/reaction_time.h"
 #include "platform/kernel/threads.h"
 #include "tests/companion/prefs/pref_world.h"
-#include "tests/display/hands.h"
-#include "tests/own_looper.h"
+#include "tests/support/hands.h"
+#include "tests/support/own_looper.h"
 
 #include <condition_variable>
 #include <mutex>

@@ -3,11 +3,11 @@
 #include "player/frontend/front_end_host.h"
 #include "player/model/bus_messages.h"
 #include "player/model/player_messages.h"
+#include "tests/player/app/player_questions.h"
 #include "tests/player/bus/fake_player.h"
 #include "tests/player/bus/private_bus.h"
-#include "tests/player/player_questions.h"
-#include "tests/player/still_source.h"
-#include "tests/scratch_folder.h"
+#include "tests/player/sound/still_source.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <sys/types.h>
 

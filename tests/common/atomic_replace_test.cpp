@@ -1,0 +1,218 @@
+#include "common/atomic_replace.h"
+
+#include "common/safety_copy.h"
+
+#include "tests/support/scratch_folder.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <set>
+
+namespace {
+
+mode_t mode_of(const std::string& path) {
+  struct stat info {};
+  stat(path.c_str(), &info);
+  return info.st_mode & 07777;
+}
+
+size_t files_in(const std::string& folder) {
+  return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
+}
+
+/** No file of this process can grow beyond that while this lives: to the program the disk is full. */
+class FullDisk {
+public:
+  explicit FullDisk(rlim_t bytes) {
+    getrlimit(RLIMIT_FSIZE, &fBefore);
+    const rlimit limit{bytes, fBefore.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    signal(SIGXFSZ, SIG_IGN);
+  }
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &fBefore);
+    signal(SIGXFSZ, SIG_DFL);
+  }
+
+private:
+  rlimit fBefore{};
+};
+
+/** Runs in a process of its own, which is over when this returns; its id. */
+template <typename Act>
+pid_t in_a_process(Act act) {
+  const pid_t child = fork();
+  if (child == 0) {
+    act();
+    _exit(0);
+  }
+  waitpid(child, nullptr, 0);
+  return child;
+}
+
+std::set<std::string> names_in(const std::string& folder) {
+  std::set<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) names.insert(entry.path().filename());
+  return names;
+}
+
+} // namespace
+
+TEST(AtomicReplace, WritesThroughASymbolicLinkAndKeepsPermissionsAndAttributes) {
+  const ScratchFolder folder;
+  const std::string path = folder.Write("real.lrc", "old and longer");
+  ASSERT_EQ(symlink("real.lrc", folder.File("link.lrc").c_str()), 0);
+  chmod(path.c_str(), 0640);
+  const bool hasAttributes = setxattr(path.c_str(), "user.mime_type", "text/x-mine", 11, 0) == 0;
+  ASSERT_EQ(atomic_replace(folder.File("link.lrc"), "new"), B_OK);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.File("link.lrc")));
+  EXPECT_EQ(folder.Read("real.lrc"), "new");
+  EXPECT_EQ(mode_of(path), 0640U);
+  char type[32] = {};
+  if (hasAttributes) {
+    EXPECT_EQ(getxattr(path.c_str(), "user.mime_type", type, sizeof type), 11);
+  }
+  EXPECT_EQ(files_in(folder.Path()), 2U) << "nothing is left beside them";
+}
+
+TEST(AtomicReplace, ShowsTheNewTextUnderEveryHardLink) {
+  const ScratchFolder folder;
+  folder.Write("a.lrc", "old");
+  std::filesystem::create_hard_link(folder.File("a.lrc"), folder.File("b.lrc"));
+  ASSERT_EQ(atomic_replace(folder.File("a.lrc"), "new"), B_OK);
+  EXPECT_EQ(folder.Read("b.lrc"), "new");
+  EXPECT_EQ(files_in(folder.Path()), 2U);
+}
+
+TEST(AtomicReplace, TakesNamesAsLongAsNamesCanBe) {
+  const ScratchFolder folder;
+  setenv("XDG_CONFIG_HOME", folder.File("settings").c_str(), 1);
+  std::string name = "x";
+  while (name.size() < 248) name += "歌";
+  const std::string path = folder.Write(name + ".lrc", "old");
+  ASSERT_EQ(atomic_replace(path, "new"), B_OK);
+  EXPECT_EQ(folder.Read(name + ".lrc"), "new");
+  const std::string kept = keep_for_recovery(path, "precious");
+  EXPECT_TRUE(kept.starts_with(folder.File("settings/KOREVA/VesmoE/")) && kept.ends_with("歌歌.lrc")) << kept;
+  EXPECT_TRUE(file_holds(kept, "precious"));
+  EXPECT_EQ(files_in(folder.Path()), 2U) << "the file and the settings";
+}
+
+TEST(AtomicReplace, WritesAFileWhoseFolderTakesNoOther) {
+  if (geteuid() == 0) GTEST_SKIP() << "every folder takes files of the superuser";
+  const ScratchFolder folder;
+  const std::string path = folder.Write("a.lrc", "old");
+  chmod(folder.Path().c_str(), 0555);
+  const ScratchFolder settings;
+  setenv("XDG_CONFIG_HOME", settings.Path().c_str(), 1);
+  EXPECT_EQ(atomic_replace(path, "new"), B_OK);
+  EXPECT_EQ(folder.Read("a.lrc"), "new");
+  EXPECT_EQ(files_in(settings.File("KOREVA/VesmoE")), 0U) << "what was put aside is taken away again";
+}
+
+TEST(AtomicReplace, LeavesTheOldFileWholeWhenItFails) {
+  const ScratchFolder folder;
+  EXPECT_NE(atomic_replace(folder.Path(), "x"), B_OK) << "a folder";
+  EXPECT_NE(atomic_replace(folder.File("missing/a.lrc"), "x"), B_OK);
+  EXPECT_NE(atomic_replace("/dev/null", "x"), B_OK);
+  // A device that is always full stands for a disk that is.
+  EXPECT_FALSE(file_holds("/dev/full", ""));
+}
+
+TEST(AtomicReplace, FullDiskLeavesTheOldFileAndNothingBesideIt) {
+  const ScratchFolder folder;
+  folder.Write("one.lrc", std::string(50, 'o'));
+  folder.Write("two.lrc", std::string(50, 't'));
+  std::filesystem::create_hard_link(folder.File("two.lrc"), folder.File("other.lrc"));
+  {
+    const FullDisk full(100);
+    EXPECT_NE(atomic_replace(folder.File("one.lrc"), std::string(200, 'x')), B_OK);
+    EXPECT_NE(atomic_replace(folder.File("two.lrc"), std::string(200, 'x')), B_OK);
+  }
+  EXPECT_EQ(folder.Read("one.lrc"), std::string(50, 'o'));
+  EXPECT_EQ(folder.Read("two.lrc"), std::string(50, 't'));
+  EXPECT_EQ(names_in(folder.Path()), (std::set<std::string>{"one.lrc", "other.lrc", "two.lrc"}));
+}
+
+TEST(AtomicReplace, WhatOthersHaveAtTheNameOfTheSafetyCopyIsLeftAlone) {
+  const ScratchFolder folder;
+  folder.Write("a.lrc", "old");
+  std::filesystem::create_hard_link(folder.File("a.lrc"), folder.File("b.lrc"));
+  folder.Write("precious", "precious");
+  std::filesystem::create_symlink("precious", folder.File("a.lrc.before-save"));
+  folder.Write("a.lrc.before-save.2", "the user's own");
+  ASSERT_EQ(atomic_replace(folder.File("a.lrc"), "new"), B_OK);
+  EXPECT_EQ(folder.Read("b.lrc"), "new");
+  EXPECT_EQ(folder.Read("precious"), "precious");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.File("a.lrc.before-save")));
+  EXPECT_EQ(folder.Read("a.lrc.before-save.2"), "the user's own");
+  EXPECT_EQ(files_in(folder.Path()), 5U);
+
+  std::filesystem::resize_file(folder.File("a.lrc"), 0);
+  EXPECT_EQ(longer_safety_copy(folder.File("a.lrc")), folder.File("a.lrc.before-save.2")) << "no link is offered";
+}
+
+TEST(AtomicReplace, TheOnlyWholeCopySurvivesTheSaveAfterAKill) {
+  const ScratchFolder folder;
+  const std::string whole(5000, 'w');
+  const std::string path = folder.Write("a.lrc", whole);
+  std::filesystem::create_hard_link(path, folder.File("b.lrc"));
+  in_a_process([&] {
+    const rlimit limit{whole.size(), whole.size()}; // what grows beyond is killed as it is written
+    setrlimit(RLIMIT_FSIZE, &limit);
+    static_cast<void>(atomic_replace(path, std::string(9000, 'n')));
+  });
+  std::filesystem::resize_file(path, 100); // as far as it had come
+  const std::string copy = folder.File("a.lrc.before-save");
+  EXPECT_EQ(longer_safety_copy(path), copy);
+  ASSERT_EQ(atomic_replace(path, "short"), B_OK);
+  EXPECT_EQ(folder.Read("a.lrc.before-save"), whole);
+  EXPECT_EQ(longer_safety_copy(path), copy);
+  EXPECT_EQ(files_in(folder.Path()), 3U);
+  ASSERT_EQ(atomic_replace(path, whole), B_OK);
+  EXPECT_EQ(longer_safety_copy(path), "") << "the file is whole again";
+}
+
+TEST(AtomicReplace, WhatKilledProcessesLeftIsRemovedAndNothingElse) {
+  const ScratchFolder folder;
+  const std::string gone = std::to_string(in_a_process([] {}));
+  const std::string here = std::to_string(getpid());
+  const std::set<std::string> kept{"a.lrc.saving-" + here + "-7", "a.lrc.saving-" + gone, "a.lrc.saving-" + gone + "-x",
+                                   "b.lrc.saving-" + gone + "-1", "a.lrc." + gone + ".new"};
+  for (const std::string& name : kept) folder.Write(name, "kept");
+  const std::string link = "a.lrc.saving-" + gone + "-2";
+  std::filesystem::create_symlink("a.lrc", folder.File(link));
+  folder.Write("a.lrc.saving-" + gone + "-1", "left");
+  folder.Write("s.arc." + gone + ".new", "left by an earlier version");
+  ASSERT_EQ(atomic_replace(folder.File("a.lrc"), "new"), B_OK);
+  ASSERT_EQ(atomic_replace(folder.File("s.arc"), "new"), B_OK);
+  std::set<std::string> expected = kept;
+  expected.insert({"a.lrc", "s.arc", link});
+  EXPECT_EQ(names_in(folder.Path()), expected);
+}
+
+TEST(SafetyCopy, RecoveryFilesNeverFollowALinkOrReplaceEachOther) {
+  const ScratchFolder folder;
+  setenv("XDG_CONFIG_HOME", folder.File("settings").c_str(), 1);
+  const std::string first = keep_for_recovery("/x/a.lrc", "first");
+  const std::string second = keep_for_recovery("/x/a.lrc", "second"); // within the same second, mostly
+  EXPECT_NE(first, second);
+  EXPECT_TRUE(file_holds(first, "first") && file_holds(second, "second"));
+  EXPECT_EQ(mode_of(first), 0600U);
+}
+
+TEST(FileHolds, ComparesEveryByte) {
+  const ScratchFolder folder;
+  const std::string large(200000, 'x');
+  const std::string path = folder.Write("a", large);
+  EXPECT_TRUE(file_holds(path, large));
+  EXPECT_FALSE(file_holds(path, large + "x"));
+  EXPECT_FALSE(file_holds(path, std::string(199999, 'x') + "y"));
+  EXPECT_FALSE(file_holds(folder.File("missing"), ""));
+}

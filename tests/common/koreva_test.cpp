@@ -1,0 +1,82 @@
+#include "common/koreva.h"
+
+#include "platform/app/message.h"
+#include "platform/storage/entry.h"
+#include "platform/storage/path.h"
+#include "tests/support/own_looper.h"
+#include "tests/support/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Catcher : BLooper {
+  void MessageReceived(BMessage* message) override { fWhat = message->what; }
+  uint32 fWhat = 0;
+};
+
+} // namespace
+
+TEST(AcceleratorKey, TakesThePlaceOfTheFirstA) {
+  EXPECT_EQ(koreva::merge_accelerator_key("a) ", "O", "Open"), "O) Open");
+  EXPECT_EQ(koreva::merge_accelerator_key("a・", "O", "開く"), "O・開く");
+  EXPECT_EQ(koreva::merge_accelerator_key("(a) a ", "X", "y"), "(X) a y");
+  EXPECT_EQ(koreva::merge_accelerator_key("", "O", "Open"), "Open");
+  EXPECT_EQ(koreva::merge_accelerator_key("-", "O", "Open"), "Open");
+}
+
+TEST(Reext, LooksAtTheLastComponentAlone) {
+  EXPECT_EQ(koreva::reext("/m/a.mp3", "lrc"), "/m/a.lrc");
+  EXPECT_EQ(koreva::reext("/m.d/a", "lrc"), "/m.d/a.lrc");
+  EXPECT_EQ(koreva::reext("/m/.hidden", "lrc"), "/m/.hidden.lrc");
+  EXPECT_EQ(koreva::reext("a.b.mp3", "txt"), "a.b.txt");
+  EXPECT_EQ(koreva::reext("", "txt"), ".txt");
+}
+
+TEST(TextDetection, FollowsTheCounts) {
+  EXPECT_EQ(koreva::detect_cr_type("\r\n\n\r"), 1) << "unpaired but as many";
+  EXPECT_EQ(koreva::detect_charset("\xe3\x81"), 1) << "cut off is one fault";
+  EXPECT_EQ(koreva::detect_charset("\xfe\x80\x80\x80\x80\x80\x80"), 0) << "seven ones announce six bytes";
+  EXPECT_EQ(koreva::detect_charset("\x80"), 1);
+  EXPECT_EQ(koreva::detect_charset("\xe3\x1b\x81"), 1) << "an ESC stepped over does not count";
+}
+
+TEST(GetEntry, MakesTheFoldersOfTheSettings) {
+  const ScratchFolder folder;
+  setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
+  BEntry entry;
+  BPath path;
+  ASSERT_TRUE(koreva::get_entry("a.arc", &entry, koreva::kSettingsDir, "Shared"));
+  entry.GetPath(&path);
+  EXPECT_EQ(path.Path(), folder.File("KOREVA/Shared/a.arc"));
+  EXPECT_TRUE(BEntry(folder.File("KOREVA/Shared").c_str()).IsDirectory());
+  ASSERT_TRUE(koreva::get_entry("/x/y", &entry, koreva::kSettingsDir, "Other"));
+  entry.GetPath(&path);
+  EXPECT_STREQ(path.Path(), "/x/y");
+  EXPECT_FALSE(BEntry(folder.File("KOREVA/Other").c_str()).Exists());
+  EXPECT_FALSE(koreva::get_entry("", &entry, koreva::kSettingsDir, "Shared"));
+}
+
+TEST(NextMessage, WaitsInsideAMessageUntilInvoked) {
+  OwnLooper<Catcher> target(new Catcher);
+  BMessage save('_sav');
+  koreva::add_next_msg(&save, BMessage('next'), target.get());
+  BMessage copy('copy');
+  EXPECT_TRUE(koreva::copy_next_msg(&copy, save));
+  EXPECT_TRUE(koreva::invoke_next_msg(&copy));
+  target->DeliverAll();
+  EXPECT_EQ(target->fWhat, uint32{'next'});
+  BMessage bare('bare'); // without the messenger that add_next_msg puts beside the two fields
+  const BMessage next('then');
+  bare.AddMessage("NextMsg", &next);
+  EXPECT_FALSE(koreva::invoke_next_msg(&bare));
+  bare.AddPointer("NextMsgTgt", static_cast<BHandler*>(target.get()));
+  EXPECT_TRUE(koreva::invoke_next_msg(&bare));
+  target->DeliverAll();
+  EXPECT_EQ(target->fWhat, uint32{'then'});
+  copy.RemoveName("NextMsgTgt");
+  EXPECT_FALSE(koreva::invoke_next_msg(&copy));
+  EXPECT_FALSE(koreva::copy_next_msg(&copy, copy));
+  target.reset();
+  EXPECT_FALSE(koreva::invoke_next_msg(&save)) << "the target is gone";
+}

@@ -1,0 +1,133 @@
+#include "tests/support/editor_fixture.h"
+
+#include "document/editor_view.h"
+#include "hostlink/current_song_finder.h"
+#include "lyrics/line_limit.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+using Opening = EditorByHand;
+
+TEST_F(Opening, WhatCannotBeOpenedIsNamedAndLeavesTheDocumentAlone) {
+  Open(fFolder.Write("song.lrc", "kept\n"));
+  fFolder.Write("gigantic.lrc", "");
+  std::filesystem::resize_file(fFolder.File("gigantic.lrc"), (uint64_t{1} << 30) + 1);
+  std::filesystem::create_directory(fFolder.File("folder"));
+  ASSERT_EQ(mkfifo(fFolder.File("pipe").c_str(), 0600), 0);
+  for (const std::string& path : {fFolder.File("gigantic.lrc"), fFolder.File("folder"), fFolder.File("pipe"),
+                                  std::string("/dev/null"), std::string("/dev/zero")}) {
+    const hands::Question told = Answer("Escape", [&] { Open(path); });
+    EXPECT_EQ(told.text, "These lyrics cannot be opened:\n" + path);
+    EXPECT_THAT(told.buttons, ElementsAre("U - Understood"));
+    EXPECT_THAT(Lines(), ElementsAre("kept"));
+    EXPECT_EQ(Title(), "song.lrc - Vesmo Editor");
+  }
+}
+
+TEST_F(Opening, FileThatIsNotReadWholeIsNamedAndKeptBeforeItIsSavedOver) {
+  const struct {
+    const char* name;
+    std::string bytes;
+    std::list<std::string> lines;
+  } rows[] = {{"nul.lrc", std::string("one\ntwo\0three\n", 14), {"one", "two"}},
+              {"broken.lrc", "\x93\xFA\x81\n", {"日\x1A"}},
+              {"long.lrc", std::string(6, '\xB1'), {"ｱｱｱｱ"}}}; // its text would fill more than the room there is
+  for (const auto& row : rows) {
+    const std::string path = fFolder.Write(row.name, row.bytes);
+    EXPECT_THAT(Answer("Escape", [&] { Open(path); }).text,
+                StartsWith("Not all of this file can be read as lyrics:\n" + path));
+    EXPECT_EQ(Lines(), row.lines);
+    const std::string told = Answer("Escape", [&] { Send(BMessage(kMsgSave)); }).text;
+    EXPECT_THAT(told, HasSubstr("it is kept here:\n"));
+    EXPECT_EQ(fFolder.Read(std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path())), row.bytes);
+    Send(BMessage(kMsgSave)); // now the file is as it is shown
+    EXPECT_THAT(Status(), EndsWith("Saved"));
+  }
+}
+
+TEST_F(Opening, FileOfTooManyLinesIsRefusedWithTheNumberAndTheMemory) {
+  Open(fFolder.Write("song.lrc", "kept\n"));
+  const std::string path = fFolder.Write("long.lrc", std::string(kMostLines + 1, '\n'));
+  const std::string told = Answer("Escape", [&] { Open(path); }).text;
+  EXPECT_THAT(told, StartsWith("This file has too many lines to be opened:\n" + path + "\n\n"));
+  EXPECT_THAT(told, HasSubstr(std::to_string(kMostLines) + " lines"));
+  EXPECT_THAT(told, HasSubstr(std::to_string(kMostLinesMB) + " MB"));
+  EXPECT_THAT(Lines(), ElementsAre("kept"));
+}
+
+TEST_F(Opening, CopyFromBeforeAnInterruptedSaveIsOffered) {
+  const std::string path = fFolder.Write("a.lrc", "");
+  const std::string copy = fFolder.Write("a.lrc.before-save", "[00:01]one\n[00:02]two\n");
+  EXPECT_THAT(Answer("N", [&] { Open(path); }).text, HasSubstr(copy));
+  EXPECT_THAT(Lines(), ElementsAre(""));
+  EXPECT_FALSE(IsModified());
+  Answer("Y", [&] { Open(path); });
+  EXPECT_THAT(Lines(), ElementsAre("[00:01]one", "[00:02]two"));
+  EXPECT_TRUE(IsModified());
+  EXPECT_EQ(fFolder.Read("a.lrc"), "") << "nothing is written before the user saves";
+  Send(BMessage(kMsgSave));
+  EXPECT_THAT(fFolder.Read("a.lrc"), StartsWith("[00:01]one\n[00:02]two\n"));
+  EXPECT_THAT(fFolder.Read("a.lrc.before-save"), StartsWith("[00:01]one"));
+  Open(path); // the file is as long now: no question
+  EXPECT_FALSE(IsModified());
+}
+
+TEST_F(Opening, ByteOrderMarkIsNoText) {
+  Open(fFolder.Write("marked.lrc", "\xef\xbb\xbf[00:01]x\n"));
+  EXPECT_THAT(Lines(), ElementsAre("[00:01]x"));
+}
+
+TEST_F(Opening, FileThatCannotBeMadeIsNamed) {
+  const std::string path = fFolder.File("no folder/new.lrc");
+  const auto asked = Answer({"Y", "U"}, [&] { Open(path); });
+  EXPECT_EQ(asked.back().text, "These lyrics cannot be opened:\n" + path);
+  EXPECT_EQ(Title(), "New lyrics - Vesmo Editor");
+}
+
+TEST_F(Opening, EmptyFileIsANewDocumentThatHasItsFile) {
+  TPrefValues settings = *gPref->Values();
+  settings.writeCRType = 1;
+  settings.writeEncoding = 1;
+  gPref->SetValues(settings);
+  Open(fFolder.Write("empty.lrc", ""));
+  EXPECT_THAT(Lines(), ElementsAre(""));
+  EXPECT_EQ(Title(), "empty.lrc - Vesmo Editor");
+  EXPECT_THAT(Status(), HasSubstr("Shift-JIS <CR LF>"));
+}
+
+TEST_F(Opening, DroppedFileIsOpened) {
+  const std::string path = fFolder.Write("dropped.lrc", "dropped\n");
+  hands::drop_files(*fWindow, {200, 200}, {path});
+  Settle();
+  EXPECT_THAT(Lines(), ElementsAre("dropped"));
+}
+
+TEST_F(Opening, PlayerThatNeverAnswersLeavesTheWindowAlive) {
+  Open(fFolder.Write("a.lrc", "[00:01]a\n"));
+  fHost->fAnswers = false;
+  Press("Ctrl+L");
+  Change();
+  EXPECT_THAT(Lines(), ElementsAre("a"));
+  EXPECT_TRUE(Until([&] { return Status().ends_with("The player does not answer."); }));
+}
+
+TEST_F(Opening, PlayerWithoutASongIsToldOf) {
+  EXPECT_EQ(Answer("Escape", [this] { SendToView(BMessage(kMsgNoSong)); }).text,
+            "There is no song in the player whose lyrics could be opened.");
+}
+
+TEST_F(Opening, UnknownEncodingInTheSettingsIsNoneOfTheDocuments) {
+  SetPref([](TPrefValues* values) { values->readEncoding = 3; });
+  const std::string path = fFolder.Write("a.lrc", "[00:01]\x93\xFA\n");
+  Open(path);
+  EXPECT_THAT(Status(), HasSubstr("UTF-8 <LF>"));
+  Change();
+  Press("Ctrl+S");
+  EXPECT_EQ(fFolder.Read("a.lrc"), std::string("\x93\xFA\n\0", 4));
+}

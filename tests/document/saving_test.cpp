@@ -1,0 +1,195 @@
+#include "tests/support/editor_fixture.h"
+
+#include "document/editor_view.h"
+#include "platform/interface/file_panel.h"
+
+#include <gmock/gmock.h>
+#include <sys/xattr.h>
+
+#include <stdexcept>
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class Saving : public EditorByHand {
+protected:
+  /** What a panel sends for a file of that name in the test's folder. */
+  BMessage Answered(uint32 what, const char* name) const {
+    BMessage answer(what);
+    entry_ref folder;
+    get_ref_for_path(fFolder.Path().c_str(), &folder);
+    answer.AddRef("directory", &folder);
+    if (name) answer.AddString("name", name);
+    return answer;
+  }
+  int CountFiles() const {
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(fFolder.Path())) count += entry.is_regular_file();
+    return count;
+  }
+};
+
+TEST_F(Saving, KeepsEncodingAndLineEndsToTheByte) {
+  struct {
+    const char* name;
+    std::string before;
+    std::string after;
+  } const rows[] = {
+      {"utf8_lf.lrc", "[00:01:00]歌\nb\n", std::string("歌\nb\n\0", 7)},
+      {"utf8_crlf.lrc", "[00:01]a\r\nb\r\n", std::string("a\r\nb\r\n\0", 7)},
+      {"utf8_cr.lrc", "[00:01]a\rb\r", std::string("a\rb\r\0", 5)},
+      {"sjis_crlf.lrc", "[00:01]\x89\xCC\x8C\xBE\x97\x74\r\nb\r\n", "\x89\xCC\x8C\xBE\x97\x74\r\nb\r\n"},
+      {"jis_lf.lrc", "[00:01]\x1B$B2N\x1B(B\nb\n", "\x1B$B2N\x1B(B\nb\n"},
+  };
+  for (const auto& row : rows) {
+    const std::string path = fFolder.Write(row.name, row.before);
+    Open(path);
+    Change();
+    Press("Ctrl+S");
+    EXPECT_EQ(fFolder.Read(row.name), row.after) << row.name;
+    EXPECT_FALSE(IsModified());
+    EXPECT_THAT(Status(), EndsWith("Saved"));
+    char type[64] = {};
+    if (getxattr(path.c_str(), "user.mime_type", type, sizeof type) > 0) {
+      EXPECT_STREQ(type, "text/plain");
+    }
+  }
+  EXPECT_EQ(CountFiles(), 5); // nothing is left beside them
+}
+
+TEST_F(Saving, WhatTheEncodingCannotHoldIsNamedAndKept) {
+  const std::string path = fFolder.Write("a.lrc", "[00:01]한é\n日é\n");
+  Open(path);
+  BMessage save = Answered(B_SAVE_REQUESTED, "a.lrc");
+  save.AddInt32("Encoding", 1);
+  const std::string told = Answer("U", [&] { Send(save); }).text;
+  EXPECT_THAT(told, StartsWith("These characters have no place in Shift-JIS and were replaced in the file:\n한 é\n\n"));
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01]\x1A\x1A\n\x93\xFA\x1A\n");
+  EXPECT_FALSE(IsModified());
+  const std::string kept = std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path());
+  EXPECT_EQ(fFolder.Read(kept), std::string("[00:01]한é\n日é\n\0", 20));
+  Change();
+  Send(BMessage(kMsgSave)); // the same characters are not told of again
+  EXPECT_THAT(Status(), EndsWith("Saved"));
+}
+
+TEST_F(Saving, AnswerWithoutAFileWritesNothing) {
+  const std::string path = fFolder.Write("a.lrc", "[00:01]a\n");
+  Open(path);
+  Change();
+  Send(BMessage(B_SAVE_REQUESTED));
+  Send(Answered(B_SAVE_REQUESTED, nullptr));
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01]a\n");
+  EXPECT_TRUE(IsModified());
+  EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(Saving, WindowClosesOnlyWhenTheLyricsAreSafe) {
+  const std::string path = fFolder.Write("a.lrc", "[00:01]a\n");
+  Open(path);
+  Change();
+  std::filesystem::remove(path);
+  std::filesystem::create_directory(path); // nothing can be saved here any more
+  const auto close = [&] { PressCloseButton(); };
+  Answer("Escape", close);
+  EXPECT_FALSE(IsClosed());
+  EXPECT_THAT(Answer({"Y", "U"}, close).back().text, HasSubstr(fFolder.File("KOREVA/VesmoE/Recovered_")));
+  EXPECT_FALSE(IsClosed());
+  EXPECT_TRUE(IsModified());
+
+  std::filesystem::remove(path);
+  Answer("Y", close);
+  EXPECT_TRUE(IsClosed());
+  EXPECT_EQ(fFolder.Read("a.lrc"), std::string("a\n\0", 3));
+}
+
+TEST_F(Saving, WhatWaitsForTheSaveGoesOnAfterIt) {
+  Open(fFolder.Write("a.lrc", "[00:01]a\n"));
+  Change();
+  Answer("Y", [&] { Open(fFolder.Write("b.lrc", "b\n")); });
+  EXPECT_EQ(fFolder.Read("a.lrc"), std::string("a\n\0", 3));
+  EXPECT_EQ(Title(), "b.lrc - Vesmo Editor");
+}
+
+/** A changed document that was never saved: it goes through the panel. */
+class SavingNew : public EditorByHand {
+protected:
+  SavingNew() { Change(); }
+  /** The only other window. */
+  BWindow& Panel() const {
+    for (const BMessenger& address : fHost->WindowAddresses()) {
+      if (!address.LockTarget()) continue;
+      auto* const window = static_cast<BWindow*>(address.Target(nullptr));
+      window->Unlock();
+      if (window != fWindow) return *window;
+    }
+    throw std::runtime_error("no panel");
+  }
+};
+
+TEST_F(SavingNew, CloseWaitsForTheNameAndForNothingElse) {
+  const hands::Question asked = Answer("Y", [&] { PressCloseButton(); });
+  EXPECT_EQ(asked.text, "New lyrics has been changed.\nSave the changes?");
+  EXPECT_FALSE(IsClosed());
+  hands::type_file_name(Panel(), "named.lrc");
+  EXPECT_TRUE(Until([&] { return IsClosed(); }));
+  EXPECT_EQ(fFolder.Read(("named.lrc")), std::string("\n\0", 2));
+}
+
+TEST_F(SavingNew, SaveAsCarriesOutTheCommandThatItWasGiven) {
+  BMessage saveAs('_sva');
+  const BMessage next(B_QUIT_REQUESTED);
+  saveAs.AddMessage("NxtM", &next);
+  saveAs.AddPointer("NxtMT", static_cast<BHandler*>(fWindow));
+  Send(saveAs);
+  hands::type_file_name(Panel(), "named.lrc");
+  EXPECT_TRUE(Until([&] { return IsClosed(); }));
+}
+
+TEST_F(SavingNew, CancelledPanelDropsTheWaitingCommand) {
+  Answer("Y", [&] { PressCloseButton(); });
+  hands::press(Panel(), "Escape");
+  EXPECT_TRUE(Until([&] { return !hands::is_shown(Panel()) && fWindow->IsActive(); })); // the keys come back
+  EXPECT_TRUE(IsModified());
+  Press("Ctrl+2");
+  hands::type_file_name(Panel(), "later.lrc");
+  EXPECT_TRUE(Until([&] { return Title() == "later.lrc - Vesmo Editor"; }));
+  Settle();
+  EXPECT_FALSE(IsClosed());
+}
+
+TEST_F(SavingNew, LineEndsThatTheSettingsDoNotKnowAreThoseThePanelShows) {
+  SetPref([](TPrefValues* values) { values->writeCRType = 7; });
+  Answer("N", [this] { Press("Ctrl+N"); });
+  EXPECT_THAT(Status(), HasSubstr("<LF>"));
+  Send(BMessage(kMsgSaveAs));
+  hands::type_file_name(Panel(), "new.lrc");
+  EXPECT_TRUE(Until([&] { return Title() == "new.lrc - Vesmo Editor"; }));
+  EXPECT_EQ(fFolder.Read("new.lrc"), std::string("\n\0", 2));
+}
+
+TEST_F(Saving, ExportWritesACopyAndTouchesNothingElse) {
+  const std::string path = fFolder.Write("a.lrc", "[00:01:50]a\n[00:03]b\n");
+  std::filesystem::create_symlink(path, fFolder.File("link.lrc"));
+  Open(path);
+  Change();
+  const auto export_to = [this](const char* name, int32 format) {
+    BMessage answer = Answered(kMsgExportTo, name);
+    answer.AddInt32("Format", format);
+    Send(answer);
+  };
+  export_to("b.lrc", 0);
+  EXPECT_EQ(fFolder.Read("b.lrc"), "a\n[00:03.00]b\n");
+  EXPECT_THAT(Status(), EndsWith("Exported as b.lrc"));
+  export_to("b.srt", 2);
+  EXPECT_EQ(fFolder.Read("b.srt"), "1\n00:00:03,000 --> 00:00:08,000\nb\n\n");
+  EXPECT_THAT(Status(), EndsWith("Exported as b.srt - left out for want of a time: 1"));
+  EXPECT_THAT(Answer("U", [&] { export_to("b.enhanced", 1); }).text, EndsWith("no line has any."));
+  EXPECT_THAT(Answer("U", [&] { export_to("link.lrc", 0); }).text, EndsWith("another name for the export."));
+  export_to("none", 3);
+  EXPECT_EQ(CountFiles(), 4); // the link counts as a file
+  EXPECT_TRUE(IsModified());
+  EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01:50]a\n[00:03]b\n");
+}

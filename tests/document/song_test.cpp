@@ -1,0 +1,44 @@
+#include "document/editor_view.h"
+#include "platform/app/message.h"
+#include "tests/support/editor_fixture.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::Pair;
+
+using SongOfTheEditor = EditorByHand;
+
+TEST_F(SongOfTheEditor, StampToAnotherSongIsMadeButNamed) {
+  PlayAt(1000, "first");
+  Open(fFolder.Write("a.lrc", "one\ntwo\nthree\n"));
+  Press("Space");
+  EXPECT_THAT(Status(), EndsWith("Tag set at line 1"));
+  PlayAt(2000, "second");
+  Press("Space");
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:00]one", "[00:02:00]two", "three"));
+  EXPECT_THAT(Status(), HasSubstr("another song now: \"second\""));
+  Press("Up");
+  Press("+");
+  EXPECT_THAT(Status(), Not(HasSubstr("another song")));
+  PlayAt(3000, "first");
+  Press("Space");
+  EXPECT_THAT(Status(), Not(HasSubstr("another song")));
+}
+
+TEST_F(SongOfTheEditor, ThePlayerMarksWhereTheLinesAreSung) {
+  const auto marks = [this](const std::vector<int32>& timesMs) {
+    return Until([&] { return fHost->Marks() == std::pair(std::string("song"), timesMs); });
+  };
+  PlayAt(9000, "song");
+  Open(fFolder.Write("a.lrc", "[00:10:50]one\ntwo\n[Chorus]\n[00:10]three\n"));
+  EXPECT_TRUE(marks({10000, 10500}));
+  Press("Down");
+  Press("Space");
+  EXPECT_TRUE(marks({9000, 10000, 10500}));
+  Answer("N", [this] { PressCloseButton(); });
+  EXPECT_TRUE(marks({})) << "with the document they go";
+}

@@ -1,0 +1,99 @@
+#include "tests/support/editor_fixture.h"
+
+#include "document/editor_view.h"
+#include "platform/app/message.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+using testing::ElementsAre;
+using testing::EndsWith;
+
+class UndoAndRedo : public EditorByHand {
+protected:
+  hands::MenuLine EditItem(size_t index) const { return hands::menu_lines(*fWindow, {"E - Edit"}).at(index); }
+};
+
+TEST_F(UndoAndRedo, EveryCommandOfBothViewsIsOneStep) {
+  Open(fFolder.Write("a.lrc", "[00:10:00]one\ntwo\n"));
+  EXPECT_FALSE(EditItem(0).isEnabled);
+  Press("+");
+  Press("Space"); // stamps line 1, goes to line 2
+  const std::list<std::string> stamped = Lines();
+  Press("Delete"); // no tag there: a step all the same
+  Shift("1000");
+  Press("Ctrl+E");
+  for (const char* key : {"a", "b", "c"}) Press(key);
+  const std::list<std::string> typed = Lines();
+  Press("Ctrl+T");
+  EXPECT_TRUE(EditItem(0).isEnabled);
+  EXPECT_FALSE(EditItem(1).isEnabled);
+
+  Press("Ctrl+Z");
+  Press("Ctrl+Z");
+  Press("Ctrl+Z");
+  EXPECT_EQ(Lines(), stamped);
+  Press("Ctrl+Z");
+  EXPECT_THAT(Lines(), ElementsAre("[00:10:01]one", "two"));
+  EXPECT_TRUE(IsModified());
+  Press("Ctrl+Z");
+  EXPECT_THAT(Lines(), ElementsAre("[00:10:00]one", "two"));
+  EXPECT_FALSE(IsModified());
+  EXPECT_FALSE(EditItem(0).isEnabled);
+  Press("Ctrl+Z"); // a disabled item's shortcut does nothing
+  Press("Ctrl+E");
+  for (int i = 0; i < 5; ++i) Press("Ctrl+Shift+Z");
+  EXPECT_EQ(Lines(), typed);
+  EXPECT_TRUE(IsModified());
+  EXPECT_FALSE(EditItem(1).isEnabled);
+}
+
+TEST_F(UndoAndRedo, GoesBackBehindASave) {
+  Open(fFolder.Write("a.lrc", "[00:10]one\n"));
+  Press("+");
+  Press("+");
+  Press("Ctrl+S");
+  EXPECT_FALSE(IsModified());
+  Press("Ctrl+Z");
+  EXPECT_TRUE(IsModified());
+  EXPECT_THAT(Lines(), ElementsAre("[00:11]one"));
+  EXPECT_THAT(Status(), EndsWith("Undone"));
+  Press("Ctrl+Shift+Z");
+  EXPECT_FALSE(IsModified()) << "as it lies on the disk";
+  Press("Ctrl+Z");
+  Press("-");
+  EXPECT_FALSE(EditItem(1).isEnabled);
+  EXPECT_TRUE(IsModified());
+  Answer("N", [this] { Open(fFolder.Write("b.lrc", "two\n")); });
+  EXPECT_FALSE(EditItem(0).isEnabled) << "another document has a history of its own";
+}
+
+TEST_F(UndoAndRedo, KeysAtOnceUndoWhatWasTypedBeforeThem) {
+  Open(fFolder.Write("a.lrc", "one\n"));
+  Press("Ctrl+E");
+  Press("a"); // from here on there is something to undo
+  for (const char* key : {"b", "Return", "c", "Backspace", "Ctrl+Z", "Ctrl+Z", "Ctrl+Z"}) hands::press(*fWindow, key);
+  Settle();
+  EXPECT_THAT(Lines(), ElementsAre("one"));
+}
+
+TEST_F(UndoAndRedo, AnyWorkComesBackStepByStep) {
+  const unsigned seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  Open(fFolder.Write("a.lrc", "[00:10:00]one\ntwo\n[00:20]three\n\nfive\n"));
+  const std::list<std::string> opened = Lines();
+  const char* const keys[] = {"Ctrl+E", "Ctrl+T", "Ctrl+D",    "Space",  "Down", "Up",     "+",        "-",
+                              "Delete", "x",      "Backspace", "Return", "Home", "Ctrl+X", "Ctrl+End", "Shift+Down"};
+  for (int i = 0; i < 120; ++i) {
+    Press(keys[random() % std::size(keys)]);
+    if (random() % 10 == 0) Shift("-1234");
+  }
+  const std::list<std::string> worked = Lines();
+  for (int i = 0; i < 200; ++i) Press("Ctrl+Z");
+  EXPECT_EQ(Lines(), opened);
+  EXPECT_FALSE(IsModified());
+  for (int i = 0; i < 200; ++i) Press("Ctrl+Shift+Z");
+  EXPECT_EQ(Lines(), worked);
+}

@@ -1,0 +1,206 @@
+#include "common/app_info.h"
+#include "editor/shift_amount.h"
+#include "editor/vesmo_e_comm_man.h"
+#include "lyrics/reaction_time.h"
+#include "plugin/app_privacy.h"
+#include "tests/support/editor_world.h"
+#include "tests/support/keeping.h"
+#include "tests/support/own_looper.h"
+
+namespace {
+
+constexpr const char* kAbout = "About Vesmo Editor";
+constexpr const char* kEditor = "New lyrics - Vesmo Editor";
+constexpr const char* kFineTag = "Shift all time tags";
+
+using hands::windows_titled;
+
+/** The manager's windows run; the manager is handed its messages one by one. */
+class ManagerByHand : public EditorWorld {
+protected:
+  ManagerByHand() {
+    gIAP->AddItem(new TIAPItemFlatToolBar);
+    gIAP->SetString("AccKeyFormat", "a - ");
+    gAppPrivacy = new TAppPrivacy;
+    gAppPrivacy->UpdateLanguageInfos();
+    fManager = new TVesmoECommMan;
+  }
+  ~ManagerByHand() override {
+    fManager->Lock();
+    fManager->Quit();
+    hands::wait_for_display();
+    EXPECT_TRUE(windows_titled(kAbout).empty());
+    EXPECT_TRUE(windows_titled(kFineTag).empty());
+    delete std::exchange(gAppPrivacy, nullptr);
+  }
+  /** How many messages that makes for the manager. */
+  int32 Send(const BMessage& message) {
+    fManager->PostMessage(&message);
+    return fManager->DeliverAll();
+  }
+  void WaitForApplication() {
+    const BMessage question('wait');
+    BMessage answer;
+    BMessenger(fHost).SendMessage(&question, &answer);
+  }
+  BWindow& Only(const char* title) {
+    const std::vector<BWindow*> found = windows_titled(title);
+    EXPECT_EQ(found.size(), 1U) << title;
+    return *found.front();
+  }
+  static bool IsShown(BWindow& window) {
+    return hands::until([&] { return hands::is_shown(window); });
+  }
+  static bool IsHidden(BWindow& window) {
+    return hands::until([&] { return !hands::is_shown(window); });
+  }
+  void Type(BWindow& window, const std::string& text) {
+    for (const char c : text) hands::press(window, std::string(1, c));
+    hands::press(window, "Return");
+  }
+  TVesmoECommMan* fManager;
+};
+
+} // namespace
+
+TEST_F(ManagerByHand, AboutWindowIsMadeOnceAndShownAgain) {
+  Send(BMessage(kMsgPrepareAbout));
+  BWindow& about = Only(kAbout);
+  EXPECT_TRUE(IsShown(about));
+  EXPECT_TRUE(windows_titled(kEditor).empty()) << "it is shown without";
+  hands::press(about, "Escape");
+  EXPECT_TRUE(IsHidden(about));
+  Send(BMessage(B_ABOUT_REQUESTED));
+  EXPECT_TRUE(IsShown(Only(kAbout)));
+  EXPECT_EQ(&Only(kAbout), &about);
+  Send(BMessage(kMsgCloseAbout));
+  EXPECT_TRUE(windows_titled(kAbout).empty());
+}
+
+TEST_F(ManagerByHand, AboutWindowStandsBesideTheEditor) {
+  BMessage request(kMsgOpenAbout);
+  request.AddBool("BesideDlg", true);
+  request.AddRect("WinFrame", {0, 120, 200, 300});
+  Send(request);
+  BWindow& about = Only(kAbout);
+  EXPECT_TRUE(IsShown(about));
+  about.Lock();
+  EXPECT_GT(about.Frame().left, 200);
+  EXPECT_EQ(about.Frame().top, 120);
+  about.Unlock();
+}
+
+TEST_F(ManagerByHand, FineTagWindowShiftsTheTagsOfTheEditor) {
+  Send(BMessage(kMsgOpenMain));
+  Send(BMessage(kMsgFineTimeTag));
+  Send(BMessage(kMsgFineTimeTag));
+  BWindow& fineTag = Only(kFineTag);
+  EXPECT_TRUE(IsShown(fineTag));
+  EXPECT_EQ(hands::spoken(fineTag, "Go").name, "G - Go");
+  Type(fineTag, "-250");
+  EXPECT_TRUE(IsHidden(fineTag));
+  BWindow& editor = Only(kEditor);
+  EXPECT_TRUE(hands::until([&] { return hands::is_active(editor); })) << "the next keys are the editor's";
+  EXPECT_TRUE(
+      hands::until([&] { return hands::label_text(editor, "StatusBar").ends_with("All tags shifted by -250 [ms]"); }));
+}
+
+TEST_F(ManagerByHand, FineTagWindowGoesWithItsEditor) {
+  Send(BMessage(kMsgFineTimeTag));
+  EXPECT_TRUE(windows_titled(kFineTag).empty()) << "without an editor there is nothing to shift";
+  Send(BMessage(kMsgOpenMain));
+  Send(BMessage(kMsgFineTimeTag));
+  BMessage quit(B_QUIT_REQUESTED);
+  BMessenger(&Only(kEditor)).SendMessage(&quit);
+  EXPECT_TRUE(hands::until([&] {
+    fManager->DeliverAll();
+    return windows_titled(kFineTag).empty();
+  }));
+}
+
+TEST_F(ManagerByHand, ManagerGoesOnWhileItTellsThatThereAreNoPreferences) {
+  Send(BMessage(kMsgPreparePref));
+  int32 delivered = 0;
+  EXPECT_TRUE(hands::until([&] { return (delivered += fManager->DeliverAll()) > 0; })) << "the companion has not come";
+  EXPECT_NE(hands::wait_for_question().text.find("VesmoD"), std::string::npos);
+  Send(BMessage(kMsgPrepareAbout));
+  EXPECT_TRUE(IsShown(Only(kAbout)));
+  EXPECT_TRUE(hands::answer_with_key("Escape"));
+}
+
+TEST_F(ManagerByHand, PreferencesAreTheCompanionsToShow) {
+  const OwnLooper<Keeping<BLooper>> companion(new Keeping<BLooper>);
+  BMessage greeting(kMsgPartnerConnects);
+  greeting.AddPointer("CSCommMan", companion.get());
+  Send(BMessage(kMsgPreparePref)); // the user may be quicker than the companion
+  Send(greeting);
+  Send(BMessage(kMsgPreferences));
+  Send(BMessage(kMsgStampHint)); // which that window may show
+  companion->DeliverAll();
+  EXPECT_EQ(companion->Codes(), (std::vector<uint32>{kMsgOpenPref, kMsgOpenPref, kMsgStampHint}));
+  const BMessage& request = companion->fReceived.front();
+  bool beside = true;
+  EXPECT_EQ(request.FindBool("BesideDlg", &beside), B_OK);
+  EXPECT_FALSE(beside);
+  EXPECT_FALSE(request.HasField("WinFrame"));
+}
+
+TEST_F(ManagerByHand, ChangesOfTheCompanionReachTheSettings) {
+  int32 offsetMs = 0;
+  for (const uint32 code : {uint32{'Spsc'}, uint32{'Sedr'}, uint32{'Splc'}, uint32{'Spac'}, uint32{'Ssic'},
+                            uint32{'Sssr'}, uint32{'Spec'}, uint32{'Spcc'}, uint32{'Sprc'}, uint32{'Sptc'}}) {
+    BMessage change(code);
+    change.AddInt32("TmDf", ++offsetMs);
+    Send(change);
+    EXPECT_EQ(gPref->Values()->timeOffsetMs, offsetMs) << std::hex << code;
+  }
+}
+
+TEST_F(ManagerByHand, AnotherLanguageFileIsLoadedAtOnce) {
+  BMessage change(kMsgLanguageChanged);
+  change.AddString("LLTF", ""); // from a file beside the plug-in to the built-in texts
+  Send(change);
+  EXPECT_FALSE(gAppPrivacy->ShouldBeLanguageChanged());
+  EXPECT_EQ(Send(BMessage(kMsgLanguageNode)), 2) << "a change on the disk is one of the language";
+}
+
+TEST_F(ManagerByHand, SharedPreferencesArriveThroughTheApplication) {
+  BMessage notice(kMsgIAPChanged);
+  notice.AddString("IAP:SrcIAPItem", "FlatToolBar");
+  notice.AddBool("IAP:Value", false);
+  BMessenger(gAppSignature).SendMessage(&notice);
+  WaitForApplication();
+  EXPECT_EQ(fManager->DeliverAll(), 1) << "by the filter alone";
+  bool flat = true;
+  gIAP->GetBool("FlatToolBar", &flat);
+  EXPECT_FALSE(flat);
+}
+
+TEST_F(ManagerByHand, FilesForTheEditorAreForwardedAndThoseForThePlayerAreNot) {
+  const BMessage refs(B_REFS_RECEIVED);
+  fHost->PostMessage(&refs);
+  WaitForApplication();
+  EXPECT_EQ(fManager->CountMessages(), 0) << "the player's own";
+  BMessenger(gAppSignature).SendMessage(&refs);
+  BMessenger(gAppSignature).SendMessage(kMsgCloseMain); // not offered by that name
+  WaitForApplication();
+  EXPECT_EQ(fManager->DeliverAll(), 1);
+  EXPECT_TRUE(IsShown(Only(kEditor)));
+  BMessenger(gAppSignature).SendMessage(B_ABOUT_REQUESTED);
+  WaitForApplication();
+  fManager->DeliverAll();
+  EXPECT_TRUE(IsShown(Only(kAbout)));
+}
+
+TEST_F(ManagerByHand, ClosingWhatIsNotOpenAsksForNothingFurther) {
+  for (const uint32 code : {kMsgCloseAbout, kMsgCloseFineTag, kMsgCloseCommonPref, kMsgCloseMain, kMsgMainClosed})
+    EXPECT_EQ(Send(BMessage(code)), 1) << std::hex << code;
+}
+
+TEST(ShiftAmount, IsAWholeNumberWithinBounds) {
+  for (const char* good : {"0", "-250", "+10", " 42 ", "2147483647", "-2147483647"})
+    EXPECT_TRUE(is_shift_amount(good)) << good;
+  for (const char* bad :
+       {"", " ", "-", "1x", "1.5", "0x10", "2147483648", "-2147483648", "99999999999999999999", "１２", "1 2"})
+    EXPECT_FALSE(is_shift_amount(bad)) << bad;
+}

@@ -1,0 +1,127 @@
+/** What the rest of the program does while a question of the editor is open, and whether the editor lives on after it.
+    Ends by itself: a program that stands still is killed by its alarm. */
+
+#include "editor/vesmo_e_comm_man.h"
+#include "hostlink/sonivo_window.h"
+#include "platform/interface/window.h"
+#include "plugin/app_privacy.h"
+#include "tests/support/editor_world.h"
+#include "tests/support/keeping.h"
+#include "tests/support/own_looper.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+using testing::Contains;
+
+namespace {
+
+constexpr unsigned kPatienceSeconds = 120;
+constexpr int kMoreMovesThanAQueueHolds = 5000;
+
+/** The window of that title; windows that keep their lock are passed over. */
+BWindow* find_window(const std::string& title) {
+  for (const BMessenger& address : be_app->WindowAddresses()) {
+    if (address.LockTargetWithTimeout(10000) != B_OK) continue;
+    auto* const window = static_cast<BWindow*>(address.Target(nullptr));
+    const bool isIt = window->Title() == title;
+    window->Unlock();
+    if (isIt) return window;
+  }
+  return nullptr;
+}
+
+BWindow* wait_for(const std::string& title) {
+  BWindow* window = nullptr;
+  hands::until([&] { return (window = find_window(title)) && hands::is_shown(*window); });
+  return window;
+}
+
+/** Manager, editor and the player's window run; the editor asks whether it is to save "a.lrc" before it closes. */
+class OpenQuestion : public EditorWorld {
+protected:
+  OpenQuestion() {
+    alarm(kPatienceSeconds);
+    gIAP->AddItem(new TIAPItemFlatToolBar);
+    gAppPrivacy = new TAppPrivacy;
+    gAppPrivacy->UpdateLanguageInfos();
+    fPlayer->Show();
+    hands::wait_for_display();
+    fManager->Run();
+    OpenFile(fFolder.Write("a.lrc", "[00:10]one\n"));
+    fEditor = wait_for("a.lrc - Vesmo Editor");
+    hands::press(*fEditor, "Delete"); // the tag
+    hands::press_close_button(*fEditor);
+    EXPECT_THAT(hands::wait_for_question().text, testing::HasSubstr("changed"));
+  }
+  ~OpenQuestion() override {
+    fManager.reset();
+    fPlayer.reset();
+    hands::wait_for_display();
+    delete std::exchange(gAppPrivacy, nullptr);
+    alarm(0);
+  }
+  void Ask(uint32 code) { BMessenger(fManager.get()).SendMessage(code); }
+  void OpenFile(const std::string& path) {
+    BMessage open(B_REFS_RECEIVED);
+    entry_ref ref;
+    get_ref_for_path(path.c_str(), &ref);
+    open.AddRef("refs", &ref);
+    BMessenger(fManager.get()).SendMessage(&open);
+  }
+  /** Has handled all that was asked of it so far. */
+  void WaitForManager() {
+    const BMessage question('wait');
+    BMessage answer;
+    EXPECT_EQ(BMessenger(fManager.get()).SendMessage(&question, &answer), B_OK);
+  }
+
+  OwnLooper<BWindow> fPlayer{new BWindow({100, 100, 299, 199}, "Sonivo - Song")};
+  OwnLooper<TVesmoECommMan> fManager{new TVesmoECommMan};
+  BWindow* fEditor = nullptr;
+};
+
+} // namespace
+
+TEST_F(OpenQuestion, PlayerDraggedAroundMeanwhileFreezesNothing) {
+  const BMessenger player(fPlayer.get());
+  for (int i = 0; i < kMoreMovesThanAQueueHolds; ++i) player.SendMessage(B_WINDOW_MOVED);
+  hands::move_by_hand(*fPlayer, 130, 140);
+  const BMessage question('wait');
+  BMessage answer;
+  player.SendMessage(&question, &answer); // it has handled its moves
+  EXPECT_LT(fEditor->CountMessages(), 100);
+  hands::press_close_button(*fEditor);
+  hands::press_close_button(*fEditor);
+  hands::wait_for_display();
+
+  ASSERT_TRUE(hands::answer_with_key("Escape"));
+  hands::wait_for_question(); // the close box was pressed once more
+  ASSERT_TRUE(hands::answer_with_key("Escape"));
+  hands::press(*fEditor, "Ctrl+S");
+  EXPECT_TRUE(hands::until([&] { return fFolder.Read("a.lrc").starts_with("one\n"); })) << "the text is lost";
+}
+
+TEST_F(OpenQuestion, AboutPreferencesAndTheEditorItselfComeUpMeanwhile) {
+  const OwnLooper<Keeping<BLooper>> companion(new Keeping<BLooper>);
+  BMessage greeting(kMsgPartnerConnects);
+  greeting.AddPointer("CSCommMan", companion.get());
+  BMessenger(fManager.get()).SendMessage(&greeting);
+  for (const uint32 code : {uint32{kMsgPrepareAbout}, uint32{kMsgPreferences}, uint32{kMsgOpenMain}}) Ask(code);
+  EXPECT_NE(wait_for("About Vesmo Editor"), nullptr);
+  WaitForManager();
+  companion->DeliverAll();
+  ASSERT_THAT(companion->Codes(), Contains(uint32{kMsgOpenPref}));
+  BRect beside;
+  EXPECT_EQ(companion->fReceived.front().FindRect("WinFrame", &beside), B_OK);
+  EXPECT_EQ(beside, fEditor->Frame());
+  EXPECT_TRUE(hands::answer_with_key("Escape"));
+}
+
+TEST_F(OpenQuestion, FileOpenedMeanwhileIsOpenedAlsoWhenTheEditorCloses) {
+  OpenFile(fFolder.Write("b.lrc", "two\n"));
+  WaitForManager();
+  EXPECT_TRUE(hands::answer_with_button("No"));
+  EXPECT_NE(wait_for("b.lrc - Vesmo Editor"), nullptr);
+  EXPECT_TRUE(hands::until([] { return find_window("a.lrc - Vesmo Editor") == nullptr; }));
+}

@@ -1,0 +1,185 @@
+#include "editviews/tag_input_view.h"
+
+#include "document/editor_view.h"
+#include "platform/app/message_filter.h"
+#include "tests/support/editor_fixture.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::EndsWith;
+
+class TagInputView : public EditorByHand {
+protected:
+  void Show(const std::string& lyrics, int32 selected = 0) {
+    Open(fFolder.Write("a.lrc", lyrics));
+    EditView().SetCurLine(selected);
+  }
+  /** Presses the key with the song at that moment. */
+  void PressAt(int32 positionMs, const std::string& key) {
+    PlayAt(positionMs);
+    Press(key);
+  }
+};
+
+TEST_F(TagInputView, AReplacedTagTakesTheModesForm) {
+  Show("[00:10]a\n[00:10:50]b\n");
+  PressAt(9000, "Space");
+  EXPECT_EQ(Lines().front(), "[00:09:00]a");
+  EXPECT_THAT(Status(), EndsWith("Line 1: tag replaced, moved by -1000 ms"));
+  Press("Ctrl+D");
+  PressAt(11999, "Space");
+  EXPECT_EQ(Lines().back(), "[00:11]b");
+  EXPECT_THAT(Status(), EndsWith("Line 2: tag replaced, moved by 1499 ms")) << "before it is cut to the form";
+}
+
+TEST_F(TagInputView, OffsetIsAddedAndStopsAtZero) {
+  SetPref([](TPrefValues* values) { values->timeOffsetMs = -500; });
+  Show("a\nb\n");
+  PressAt(300, "Space");
+  PressAt(1500, "Space");
+  EXPECT_THAT(Lines(), ElementsAre("[00:00:00]a", "[00:01:00]b"));
+}
+
+TEST_F(TagInputView, AHeldSpaceBarStampsOnceAndAHeldPlusGoesOn) {
+  Show("a\nb\n");
+  PlayAt(1000);
+  hands::press(*fWindow, "Space");
+  for (int i = 0; i < 2; ++i) hands::repeat(*fWindow, "Space");
+  Settle();
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:00]a", "b"));
+  EditView().SetCurLine(0);
+  Press("+");
+  for (int i = 0; i < 3; ++i) hands::repeat(*fWindow, "+");
+  Settle();
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:04]a", "b"));
+}
+
+TEST_F(TagInputView, PlusAndMinusMoveTheTagInItsOwnForm) {
+  Show("[00:10]a\n[00:00:00]b\n[00:10:00]c\nd\n");
+  const std::pair<const char*, const char*> kSteps[] = {
+      {"+", "Tag moved by 1000[ms]"}, {"-", "Tag moved by -10[ms]"}, {"-", "Tag moved by -10[ms]"}};
+  for (int32 row = 0; row < 3; ++row) {
+    EditView().SetCurLine(row);
+    Press(kSteps[row].first);
+    EXPECT_THAT(Status(), EndsWith(kSteps[row].second)) << row;
+    EXPECT_EQ(EditView().CurLine(), row);
+  }
+  EXPECT_THAT(Lines(), ElementsAre("[00:11]a", "[00:00:00]b", "[00:09:99]c", "d")) << "one stood at the bound";
+  const std::string before = Status();
+  EditView().SetCurLine(3);
+  EditView().SetModified(false);
+  Press("+");
+  EXPECT_EQ(Status(), before) << "a line without a tag";
+  EXPECT_FALSE(IsModified());
+}
+
+TEST_F(TagInputView, DeleteTakesTheTagOffAndAlwaysMarks) {
+  Show("[00:10]a\nb\n");
+  Press("Delete");
+  EditView().SetCurLine(1);
+  EditView().SetModified(false);
+  Press("Delete");
+  EXPECT_THAT(Lines(), ElementsAre("a", "b"));
+  EXPECT_TRUE(IsModified());
+  EXPECT_THAT(Status(), EndsWith("Tag removed from line 2"));
+}
+
+TEST_F(TagInputView, WithoutASelectionNothingHappens) {
+  EditView().Clear();
+  Settle();
+  const std::string before = Status();
+  for (const char* key : {"Space", "+", "Delete"}) Press(key);
+  EXPECT_FALSE(IsModified());
+  EXPECT_EQ(Status(), before);
+  EXPECT_EQ(EditView().CurLine(), -1);
+}
+
+TEST_F(TagInputView, AHundredThousandLinesComeAndGo) {
+  std::string lyrics;
+  for (int i = 0; i < 100000; ++i) lyrics += "line " + std::to_string(i) + "\n";
+  Show(lyrics, 99999);
+  PressAt(5000, "Space");
+  EXPECT_EQ(Lines().back(), "[00:05:00]line 99999");
+  Answer("N", [this] { Show("x\n"); });
+  EXPECT_THAT(Lines(), ElementsAre("x"));
+}
+
+TEST_F(TagInputView, LineOutOfRangeIsHarmless) {
+  Show("a\nb\n", 1);
+  for (const int32 line : {7, -3}) EditView().SetCurLine(line);
+  EXPECT_EQ(EditView().CurLine(), 1);
+}
+
+TEST_F(TagInputView, RowsAreAsHighAsTheFontOfTheSettings) {
+  Show("a\n日本語\n");
+  const auto& view = static_cast<TTagInputView&>(EditView());
+  const float before = view.ItemFrame(0).Height();
+  SetPref([](TPrefValues* values) { values->fontSize *= 2; });
+  SendToView(BMessage(kMsgAppearance));
+  EXPECT_GT(view.ItemFrame(0).Height(), 1.6F * before);
+  EXPECT_EQ(view.ItemFrame(1).top, view.ItemFrame(0).bottom + 1);
+}
+
+TEST_F(TagInputView, CtrlLeavesTheKeysThatMoveFarToTheList) {
+  std::string lyrics;
+  for (int i = 0; i < 100; ++i) lyrics += "a\n";
+  Show(lyrics, 50);
+  const auto rowAfter = [this](const char* key) {
+    Press(key);
+    return EditView().CurLine();
+  };
+  EXPECT_EQ(rowAfter("Ctrl+End"), 99);
+  EXPECT_LT(rowAfter("Ctrl+PgUp"), 99);
+  EXPECT_EQ(rowAfter("Ctrl+Home"), 0);
+  EXPECT_GT(rowAfter("Ctrl+PgDown"), 0);
+  const int32 before = EditView().CurLine();
+  EXPECT_EQ(rowAfter("Ctrl+Up"), before) << "which is the player's";
+}
+
+namespace {
+/** Keeps the texts of the status reports on their way to the window. */
+class Reports : public BMessageFilter {
+public:
+  explicit Reports(std::vector<std::string>* texts) : BMessageFilter(kMsgStatBarStr), fTexts(texts) {}
+  filter_result Filter(BMessage* report, BHandler**) override {
+    report->FindString("StatBarStr", &fTexts->emplace_back());
+    return B_DISPATCH_MESSAGE;
+  }
+
+private:
+  std::vector<std::string>* const fTexts;
+};
+} // namespace
+
+TEST_F(TagInputView, WhoKeepsMovingFreshStampsEarlierIsToldOnceHowLateTheyAre) {
+  std::vector<std::string> reports;
+  fWindow->AddCommonFilter(new Reports(&reports));
+  SetPref([](TPrefValues* values) { values->timeOffsetMs = 10; });
+  Show("a\na\na\na\na\na\na\na\n");
+  for (int32 row = 0; row < 8; ++row) {
+    PressAt(5000 + 1000 * row, "Space");
+    EXPECT_THAT(Status(), EndsWith("Tag set at line " + std::to_string(row + 1)));
+    EditView().SetCurLine(row);
+    for (int step = 0; step < 4; ++step) {
+      Press("-");
+      EXPECT_EQ(reports.back(), "Tag moved by -10[ms]") << "the finding travels beside it";
+      const bool isNew = row == 5 && step == 0;
+      EXPECT_THAT(Status(),
+                  EndsWith(std::string("Tag moved by -10[ms]") + (isNew ? "   Your stamps are about 40 ms late" : "")));
+    }
+    EditView().SetCurLine(row + 1);
+  }
+  fManager->DeliverAll();
+  int hints = 0;
+  for (const BMessage& told : fManager->Taken()) {
+    if (told.what != kMsgStampHint) continue;
+    ++hints;
+    int32 latenessMs = 0;
+    int32 offsetMs = 0;
+    EXPECT_EQ(told.FindInt32("LateMs", &latenessMs), B_OK);
+    EXPECT_EQ(told.FindInt32("TmDf", &offsetMs), B_OK);
+    EXPECT_EQ(std::pair(latenessMs, offsetMs), std::pair(40, 10));
+  }
+  EXPECT_EQ(hints, 1);
+}

@@ -1,0 +1,49 @@
+#include "family/comm_man.h"
+
+#include "platform/app/application.h"
+#include "platform/app/message.h"
+#include "tests/support/own_looper.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Manager : TCommMan {
+  using TCommMan::TCommMan;
+  void MessageReceived(BMessage* message) override {
+    if (message->what == 'test') ++fReceived;
+    TCommMan::MessageReceived(message);
+  }
+  int fReceived = 0;
+};
+
+} // namespace
+
+TEST(CommMan, WhicheverStartsSecondConnectsBoth) {
+  const OwnLooper<BApplication> app(new BApplication("application/x-vnd.test"));
+  const OwnLooper<Manager> first(new Manager("first manager", "second manager"));
+  first->Run();
+  const BMessage message('test');
+  EXPECT_EQ(first->SendMessage(&message), -1) << "alone";
+  OwnLooper<Manager> second(new Manager("second manager", "first manager"));
+  second->Run();
+  EXPECT_EQ(second->SendMessage(&message), B_OK);
+  const BMessage sync('nope');
+  BMessage answer;
+  BMessenger(first.get()).SendMessage(&sync, &answer); // everything before this was handled
+  EXPECT_EQ(first->fReceived, 1);
+  EXPECT_EQ(first->SendMessage(&message), B_OK) << "told where the second is";
+  BMessenger(second.get()).SendMessage(&sync, &answer);
+  EXPECT_EQ(second->fReceived, 1);
+  second.reset();
+  EXPECT_EQ(first->SendMessage(&message), B_BAD_PORT_ID);
+}
+
+TEST(CommMan, IgnoresAConnectionWithoutItsField) {
+  const OwnLooper<Manager> manager(new Manager("a manager", "nobody"));
+  manager->CommManConnected(BMessage(kMsgPartnerConnects));
+  const BMessage message('test');
+  EXPECT_EQ(manager->SendMessage(&message), -1);
+  BWindow* none = nullptr;
+  manager->CloseWindow(&none);
+}

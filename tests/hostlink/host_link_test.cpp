@@ -1,0 +1,268 @@
+#include "hostlink/host_link.h"
+
+#include "hostlink/current_song_finder.h"
+#include "hostlink/front_end_receiver.h"
+#include "platform/app/looper.h"
+#include "tests/hostlink/strange_host.h"
+#include "tests/support/hands.h"
+#include "tests/support/own_looper.h"
+#include "tests/support/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace {
+
+struct Asker : BLooper {
+  void MessageReceived(BMessage* message) override {
+    message->FindRef("refs", &fRef);
+    fWhat = message->what;
+  }
+  entry_ref fRef;
+  uint32 fWhat = 0;
+};
+
+class HostLink : public testing::Test {
+protected:
+  HostLink() { StartHost(); }
+  void StartHost() {
+    fHost.reset(new StrangeHost);
+    fHost->Run();
+  }
+  void Connect() {
+    fLink = std::make_unique<Sonivo_FrontEnd>(false, 100000);
+    fLink->Start();
+    ASSERT_TRUE(hands::until([this] { return fHost->fHandshakes > 0; }));
+    ASSERT_TRUE(fLink->IsReady());
+  }
+  /** Until the player has handled all that it was sent, and the mailbox its answers. */
+  void LetArrive() const {
+    const BMessage nothing('none');
+    BMessage answer;
+    BMessenger(fHost.get()).SendMessage(&nothing, &answer);
+    BMessenger(fLink->Receiver()).SendMessage(&nothing, &answer);
+  }
+  bool HasArrived() const {
+    LetArrive();
+    return fLink->Receiver()->HasArrived();
+  }
+  /** Asks, and takes what has come. */
+  void RefreshUntilArrived() {
+    fLink->Refresh();
+    while (!HasArrived()) fLink->Refresh(); // the connection may still be in the making
+    fLink->Refresh();
+  }
+  /** The file of the playing song; "none" without a song, "nameless" when its file is not told. */
+  std::string CurrentFile() const {
+    SonivoSongEntry entry;
+    if (!get_current_song_entry(fLink.get(), &entry)) return "none";
+    const std::string file = entry.filename ? entry.filename : "nameless";
+    free_song_entry(&entry);
+    return file;
+  }
+  /** What the finder has told, and of which file. */
+  uint32 Answer() {
+    EXPECT_TRUE(hands::until([&] { return fAsker->DeliverNext(); }));
+    return fAsker->fWhat;
+  }
+  OwnLooper<StrangeHost> fHost;
+  OwnLooper<Asker> fAsker{new Asker};
+  std::unique_ptr<Sonivo_FrontEnd> fLink;
+};
+
+} // namespace
+
+TEST_F(HostLink, APlayerInAnotherProcessIsReachedByTheSignatureOfItsAnswer) {
+  fHost->fIsOutside = true;
+  fHost->SetRecord(1000, "first");
+  Connect();
+  EXPECT_TRUE(hands::until([this] {
+    fLink->Refresh();
+    return fLink->PositionMs() == 1000;
+  }));
+}
+
+TEST_F(HostLink, OneRefreshTakesTheAnswerToTheOneBefore) {
+  fHost->SetRecord(1000, "first");
+  Connect();
+  EXPECT_EQ(fLink->PositionMs(), 0);
+  RefreshUntilArrived();
+  EXPECT_EQ(fLink->PositionMs(), 1000);
+  EXPECT_EQ(fLink->Title(), "first");
+  ASSERT_TRUE(HasArrived());
+  fHost->SetRecord(2000, "second");
+  fLink->Refresh();
+  EXPECT_EQ(fLink->PositionMs(), 1000) << "asked for before the song went on";
+}
+
+TEST_F(HostLink, ShortAnswersAreIgnoredAndLongOnesCut) {
+  fHost->SetRecord(1000, "t");
+  Connect();
+  RefreshUntilArrived();
+  EXPECT_EQ(fLink->PositionMs(), 1000);
+  for (const size_t size : {size_t{123}, size_t{1}, size_t{0}}) {
+    LetArrive();
+    fHost->SetRecord(5555, "wrong", size);
+    fLink->Refresh();
+    EXPECT_FALSE(HasArrived()) << size;
+    EXPECT_EQ(fLink->PositionMs(), 1000) << size;
+  }
+  fHost->SetRecord(7000, std::string(200, 'x'), 500);
+  RefreshUntilArrived();
+  EXPECT_EQ(fLink->PositionMs(), 7000);
+  EXPECT_EQ(fLink->Title(), std::string(112, 'x')) << "ends with the record";
+}
+
+TEST_F(HostLink, TellsWhetherTheSongPlaysAsFarAsThePlayerDoes) {
+  fHost->SetRecord(1000, "t");
+  Connect();
+  for (const std::optional<bool> told : {std::optional(true), std::optional(false), std::optional<bool>()}) {
+    LetArrive();
+    fHost->SetPlaying(told);
+    RefreshUntilArrived();
+    fLink->SungPositionMs();
+    EXPECT_EQ(fLink->SungPositionMs().has_value(), told.value_or(false)) << "the position stands still";
+  }
+}
+
+TEST_F(HostLink, WishesReachThePlayer) {
+  Connect();
+  EXPECT_EQ(fLink->SeekTo(61230), B_OK);
+  EXPECT_EQ(fLink->SeekBy(-2000), B_OK);
+  EXPECT_EQ(fLink->PlayPause(), B_OK);
+  EXPECT_EQ(fLink->ChangeSpeed(-5), B_OK);
+  LetArrive();
+  EXPECT_EQ(fHost->Wishes(),
+            (std::vector<StrangeHost::Wish>{{'SNsk', 61230}, {'SNsr', -2000}, {'SNpp', -1}, {'SNsp', -5}}));
+  fLink->PlayThis(2, true);
+  EXPECT_TRUE(hands::until([this] { return fHost->fPlayed == 2; }));
+  EXPECT_TRUE(fHost->fFaded);
+  fHost.reset();
+  EXPECT_EQ(fLink->PlayPause(), -1) << "there is no player";
+}
+
+TEST_F(HostLink, HandshakeIsRepeatedWhenThePlayerComesBack) {
+  fHost->SetRecord(1, "a");
+  Connect();
+  RefreshUntilArrived();
+  fHost.reset();
+  fLink->Refresh();
+  EXPECT_EQ(fLink->PositionMs(), 1) << "the last one known";
+  EXPECT_EQ(fLink->CountEntries(), -1);
+  StartHost();
+  fHost->SetRecord(2, "b");
+  EXPECT_TRUE(hands::until([this] {
+    fLink->Refresh();
+    return fLink->PositionMs() == 2;
+  }));
+}
+
+TEST_F(HostLink, AnEntryWithATitleOfMegabytesIsTruncated) {
+  Connect();
+  fHost->fEntries = {{"/" + std::string(5000000, 'p'), std::string(1023, 't') + "語" + std::string(5000000, 't')}};
+  SonivoSongEntry entry;
+  ASSERT_TRUE(fLink->GetEntry(&entry, 0));
+  EXPECT_EQ(entry.title, std::string(1023, 't'));
+  EXPECT_LE(std::strlen(entry.filename), 4096U) << "too long to be opened, as before";
+  free_song_entry(&entry);
+}
+
+TEST_F(HostLink, ThePlayingSongIsTheFirstOfItsTitle) {
+  fHost->SetRecord(1, "two");
+  Connect();
+  RefreshUntilArrived();
+  const struct {
+    const char* file;
+    std::vector<StrangeHost::Entry> entries;
+  } rows[] = {
+      {"none", {}},
+      {"none", {{"/m/1.mp3", "one"}}},
+      {"/m/2.mp3", {{"/m/1.mp3", "one"}, {"/m/2.mp3", "two"}, {"/m/3.mp3", "two"}}},
+      {"/m/1.mp3", {{"/m/1.mp3", "one"}, {"/m/2.mp3", "other", false}, {"/m/3.mp3", "two"}}}, // the last one told whole
+  };
+  for (const auto& row : rows) {
+    fHost->fEntries = row.entries;
+    EXPECT_EQ(CurrentFile(), row.file) << row.entries.size() << " songs";
+  }
+  fHost->fEntries.clear();
+  fHost->fCount = -1;
+  EXPECT_EQ(CurrentFile(), "nameless") << "how many there are is not told";
+}
+
+TEST_F(HostLink, APlayerThatNeverAnswersHoldsUpNothing) {
+  Connect();
+  fHost->fAnswers = false;
+  TCurrentSongFinder finder(fLink.get(), BMessenger(fAsker.get()));
+  EXPECT_TRUE(finder.Start());
+  EXPECT_FALSE(finder.Start()) << "one search at a time";
+  EXPECT_EQ(Answer(), kMsgPlayerSilent);
+  fLink->StopWaiting();
+}
+
+TEST_F(HostLink, FinderTellsTheLyricsFileOrThatThereIsNone) {
+  const ScratchFolder folder;
+  const std::string lyrics = folder.Write("song.lrc", "x");
+  fHost->SetRecord(1, "song");
+  fHost->fEntries = {{folder.File("song.mp3"), "song"}};
+  Connect();
+  RefreshUntilArrived();
+  TCurrentSongFinder finder(fLink.get(), BMessenger(fAsker.get()));
+  finder.Start();
+  EXPECT_EQ(Answer(), kMsgSongFound);
+  EXPECT_EQ(fAsker->fRef.FullPath(), lyrics);
+  fHost->fEntries = {{"", "song"}};
+  EXPECT_TRUE(hands::until([&] { return finder.Start(); }));
+  EXPECT_EQ(Answer(), kMsgNoSong) << "an entry without a file name";
+}
+
+TEST_F(HostLink, APlayerThatAnswersLateIsNotCalledSilent) {
+  const ScratchFolder folder;
+  fHost->SetRecord(1, "song");
+  for (const char* title : {"a", "b", "c", "d"}) fHost->fEntries.push_back({"/m/other.mp3", title});
+  fHost->fEntries.push_back({folder.File("song.mp3"), "song"});
+  fHost->fLateUs = 450000; // longer than the finder's patience in all, not each
+  Connect();
+  RefreshUntilArrived();
+  TCurrentSongFinder finder(fLink.get(), BMessenger(fAsker.get()));
+  finder.Start();
+  // The window goes on taking positions while the search compares titles.
+  EXPECT_TRUE(hands::until([&] {
+    fLink->Refresh();
+    return fAsker->DeliverNext();
+  }));
+  EXPECT_EQ(fAsker->fWhat, kMsgSongFound);
+  EXPECT_EQ(fAsker->fRef.name, "song.txt");
+}
+
+TEST_F(HostLink, ARequestThatFindsThePlayersQueueFullIsSentWhenThereIsRoom) {
+  fHost->SetRecord(1, "song");
+  Connect();
+  RefreshUntilArrived();
+  LetArrive();
+  THostInformation taken;
+  fLink->Receiver()->TakeInformation(&taken);
+  fHost->Lock();
+  while (fHost->PostMessage('none') == B_OK) {
+  }
+  fLink->Refresh();
+  EXPECT_FALSE(fLink->Receiver()->HasArrived());
+  fHost->Unlock();
+  EXPECT_TRUE(hands::until([this] { return fLink->Receiver()->HasArrived(); }));
+}
+
+TEST_F(HostLink, APlayerThatHangsFreezesNobody) {
+  fHost->SetRecord(1, "song");
+  Connect();
+  RefreshUntilArrived();
+  auto finder = std::make_unique<TCurrentSongFinder>(fLink.get(), BMessenger(fAsker.get()));
+  fHost->Lock(); // it takes nothing from its queue any more
+  for (int i = 0; i < 2 * B_LOOPER_PORT_DEFAULT_CAPACITY; ++i) fLink->Refresh();
+  EXPECT_EQ(fHost->CountMessages(), B_LOOPER_PORT_DEFAULT_CAPACITY);
+  EXPECT_EQ(fLink->PlayPause(), -1) << "there is no room for a wish";
+  finder->Start();
+  fLink->StopWaiting();
+  finder.reset();
+  fLink.reset();
+  fHost->Unlock();
+}

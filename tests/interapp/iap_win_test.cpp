@@ -1,0 +1,188 @@
+#include "interapp/iap_win.h"
+
+#include "interapp/inter_app_prefs.h"
+#include "platform/app/message.h"
+#include "platform/app/roster.h"
+#include "platform/interface/menu_field.h"
+#include "platform/kernel/ports.h"
+#include "platform/kernel/threads.h"
+#include "tests/support/hands.h"
+#include "tests/support/scratch_folder.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+
+using testing::ElementsAre;
+
+namespace {
+
+/** An application of the family: takes the notices as the manager does. */
+class Family : public BLooper {
+public:
+  explicit Family(const char* signature) : BLooper(signature), fSignature(signature) {
+    fPrefs.SetAppSignatureRef(fSignature);
+    fPrefs.AddItem(new TIAPItemAccKeyFormat);
+    fPrefs.AddItem(new TIAPItemFlatToolBar);
+    be_roster->AddName(fSignature, BMessenger(this), {kMsgIAPNotice});
+  }
+  ~Family() override { be_roster->RemoveName(fSignature); }
+  void MessageReceived(BMessage* message) override {
+    if (message->what == kMsgIAPNotice) fPrefs.SetValue(*message);
+  }
+  std::string Format() {
+    std::string format;
+    fPrefs.GetString("AccKeyFormat", &format);
+    return format;
+  }
+  bool IsFlat() {
+    bool isFlat = false;
+    fPrefs.GetBool("FlatToolBar", &isFlat);
+    return isFlat;
+  }
+  const char* const fSignature;
+  TInterAppPrefs fPrefs;
+};
+
+class HandDrivenWindow : public TIAPWin {
+public:
+  explicit HandDrivenWindow(bool* isClosed) : fIsClosed(isClosed) { SetRunsOnShow(false); }
+  ~HandDrivenWindow() override { *fIsClosed = true; }
+
+private:
+  bool* const fIsClosed;
+};
+
+class CommonWindow : public testing::Test {
+protected:
+  CommonWindow() {
+    setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
+    fFirst = new Family("application/x-vnd.test-first");
+    fSecond = new Family("application/x-vnd.test-second");
+    fFirst->Run();
+    fSecond->Run();
+  }
+  ~CommonWindow() override {
+    if (fWindow && !fIsClosed && fWindow->Lock()) fWindow->Quit();
+    for (Family* family : {fFirst, fSecond}) {
+      family->Lock();
+      family->Quit();
+    }
+    hands::wait_for_display();
+  }
+  /** A window whose messages the test delivers, with the controls of both applications. */
+  void Open() {
+    fWindow = new HandDrivenWindow(&fIsClosed);
+    fWindow->Show();
+    EXPECT_TRUE(hands::until([this] { return fWindow->Port() != 0; }));
+    for (Family* family : {fFirst, fSecond}) EXPECT_EQ(family->fPrefs.ShowWindow({}), B_OK);
+    EXPECT_TRUE(Until([this] { return fWindow->FindView("FlatToolBar") && port_count(fWindow->Port()) == 0; }));
+    Settle();
+  }
+  void Settle() {
+    for (int quiet = 0; quiet < 3; ++quiet) {
+      hands::wait_for_display();
+      if (fIsClosed) return;
+      if (fWindow->DeliverAll() > 0) quiet = -1;
+    }
+  }
+  bool Until(const std::function<bool()>& isSo) {
+    return hands::until([&] {
+      Settle();
+      return isSo();
+    });
+  }
+  void Click(const char* view) {
+    hands::click(*fWindow, view, {8, 8});
+    Settle();
+  }
+
+  ScratchFolder fFolder;
+  Family* fFirst;
+  Family* fSecond;
+  HandDrivenWindow* fWindow = nullptr;
+  bool fIsClosed = false;
+};
+
+} // namespace
+
+TEST_F(CommonWindow, TellsEveryApplicationThatHasTheControl) {
+  Open();
+  Click("FlatToolBar");
+  EXPECT_TRUE(Until([this] { return !fFirst->IsFlat() && !fSecond->IsFlat(); }));
+  fWindow->FindView("AccKeyFormat")->MakeFocus();
+  Settle();
+  hands::press(*fWindow, "Down");
+  Settle();
+  EXPECT_TRUE(Until([this] { return fFirst->Format() == "a) " && fSecond->Format() == "a) "; }));
+  // The value is told before it lies on the disk.
+  EXPECT_TRUE(hands::until([] { return Family("application/x-vnd.test-third").Format() == "a) "; }))
+      << "stored for those who start later";
+  hands::press(*fWindow, "Return"); // OK
+  EXPECT_TRUE(Until([this] { return fIsClosed; }));
+  EXPECT_EQ(fFirst->Format(), "a) ");
+}
+
+TEST_F(CommonWindow, CancelBringsBackAndDefaultSetsWhatIsBuiltIn) {
+  fFirst->fPrefs.SetString("AccKeyFormat", "<a> ");
+  Open();
+  auto* const field = static_cast<BMenuField*>(fWindow->FindView("AccKeyFormat"));
+  EXPECT_THAT(field->Choices(), ElementsAre("(None)", "a) ", "a\u30fb", "a - ", "<a> ", "Select ..."));
+  EXPECT_EQ(field->Value(), 4);
+  Click("FlatToolBar");
+  Click("Default");
+  EXPECT_TRUE(Until([this] { return fFirst->Format().empty() && fFirst->IsFlat(); }));
+  Click("FlatToolBar");
+  Click("Cancel");
+  EXPECT_TRUE(fIsClosed);
+  EXPECT_TRUE(hands::until([this] { return fFirst->Format() == "<a> " && fFirst->IsFlat(); }));
+  EXPECT_LT(find_port(kIAPPortName), 0);
+}
+
+TEST_F(CommonWindow, GarbageThroughThePortChangesNothing) {
+  Open();
+  write_port(fWindow->Port(), 0, "nonsense", 8);
+  BMessage odd(kMsgIAPControls);
+  odd.AddString("FlatToolBar", "text");
+  BMessage half;
+  half.AddInt32("IAP:Kind", 7);
+  odd.AddMessage("half", &half);
+  fFirst->fPrefs.SendMessage(fWindow->Port(), &odd);
+  Until([this] { return port_count(fWindow->Port()) == 0; });
+  Click("FlatToolBar");
+  EXPECT_TRUE(Until([this] { return !fFirst->IsFlat(); }));
+}
+
+TEST_F(CommonWindow, IsClosedByItsMakerAloneUnlessForcedAndMadeAgain) {
+  for (const bool isForced : {false, true, false}) {
+    EXPECT_EQ(fFirst->fPrefs.ShowWindow({100, 100, 200, 200}), B_OK);
+    EXPECT_EQ(fSecond->fPrefs.ShowWindow({}), B_OK);
+    EXPECT_EQ(fSecond->fPrefs.CloseWindow(false), -1);
+    EXPECT_GE(find_port(kIAPPortName), 0);
+    EXPECT_EQ((isForced ? fSecond : fFirst)->fPrefs.CloseWindow(isForced), 0);
+    EXPECT_TRUE(hands::until([] { return find_port(kIAPPortName) < 0; }));
+    EXPECT_EQ(fSecond->fPrefs.CloseWindow(true), 0) << "nothing is open";
+  }
+  EXPECT_EQ(fFirst->fPrefs.ShowWindow({100, 100, 200, 200}), B_OK);
+  fFirst->fPrefs.EndWindow();
+  EXPECT_LT(find_port(kIAPPortName), 0);
+}
+
+TEST_F(CommonWindow, ValuesAreAskedForAndToldByNameAndType) {
+  TInterAppPrefs& prefs = fFirst->fPrefs;
+  bool flat = false;
+  EXPECT_EQ(prefs.GetBool("AccKeyFormat", &flat), B_BAD_TYPE);
+  EXPECT_EQ(prefs.SetBool("Unknown", true), B_NAME_NOT_FOUND);
+  BMessage notice(kMsgIAPNotice);
+  notice.AddString("IAP:Value", "a - ");
+  EXPECT_EQ(prefs.SetValue(notice), -1) << "of nothing";
+  notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");
+  EXPECT_EQ(prefs.SetValue(notice), B_OK);
+  BMessage wrong(kMsgIAPNotice);
+  wrong.AddString("IAP:SrcIAPItem", "AccKeyFormat");
+  BMessage huge(wrong);
+  wrong.AddBool("IAP:Value", true);
+  huge.AddString("IAP:Value", std::string(1 << 20, 'x'));
+  for (const BMessage& refused : {wrong, huge}) EXPECT_NE(prefs.SetValue(refused), B_OK);
+  EXPECT_EQ(fFirst->Format(), "a - ");
+}

@@ -1,0 +1,79 @@
+#include "platform/app/installed_programs.h"
+
+#include "tests/support/scratch_folder.h"
+
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+std::string entry(const std::string& exec) {
+  return "[Desktop Entry]\nType=Application\nExec=" + exec + "\nX-KOREVA-Signature=a/b\n";
+}
+
+/** Two folders of desktop entries, the user's and the system's. */
+class InstalledPrograms : public testing::Test {
+protected:
+  std::vector<std::string> Command() const {
+    return command_of("a/b", {fOwn.Path(), fOwn.File("none"), fSystem.Path()});
+  }
+  ScratchFolder fOwn, fSystem;
+};
+
+} // namespace
+
+TEST_F(InstalledPrograms, AreFoundByTheSignatureInTheirEntry) {
+  fSystem.Write("editor.desktop", "[Desktop Entry]\nType=Application\nExec=editor\n");
+  fSystem.Write("player.desktop.old", entry("old"));
+  EXPECT_THAT(Command(), IsEmpty());
+  fSystem.Write("player.desktop", entry("player %F"));
+  EXPECT_THAT(Command(), ElementsAre("player"));
+  EXPECT_THAT(command_of("", {fSystem.Path()}), IsEmpty());
+}
+
+TEST_F(InstalledPrograms, TheUsersOwnEntryHidesTheSystems) {
+  fSystem.Write("player.desktop", entry("player"));
+  fOwn.Write("player.desktop", entry("mine"));
+  EXPECT_THAT(Command(), ElementsAre("mine"));
+  fOwn.Write("player.desktop", "[Desktop Entry]\nHidden=true\n");
+  EXPECT_THAT(Command(), IsEmpty());
+}
+
+TEST_F(InstalledPrograms, AreReadOnlyFromBoundedRegularFilesThatNobodyElseWrites) {
+  mkfifo(fOwn.File("a.desktop").c_str(), 0600);
+  fs::create_directory(fOwn.File("b.desktop"));
+  fs::create_symlink(fOwn.File("nothing"), fOwn.File("c.desktop"));
+  fs::create_symlink("/dev/zero", fOwn.File("d.desktop"));
+  fOwn.Write("e.desktop", entry("huge") + std::string(300000, '#'));
+  fs::permissions(fOwn.Write("f.desktop", entry("foreign")), fs::perms::others_write, fs::perm_options::add);
+  EXPECT_THAT(Command(), IsEmpty());
+  // As some package systems install them.
+  fs::create_symlink(fSystem.Write("package", entry("linked")), fOwn.File("g.desktop"));
+  EXPECT_THAT(Command(), ElementsAre("linked"));
+}
+
+TEST_F(InstalledPrograms, AreLookedForInTheFoldersOfTheDesktop) {
+  const std::string home = getenv("HOME") ? getenv("HOME") : "", own = getenv("XDG_DATA_HOME"),
+                    system = getenv("XDG_DATA_DIRS");
+  setenv("HOME", "/home/me", 1);
+  setenv("XDG_DATA_HOME", "/mine", 1);
+  setenv("XDG_DATA_DIRS", "/one:relative::/two/", 1);
+  EXPECT_THAT(application_folders(), ElementsAre("/mine/applications", "/one/applications", "/two//applications"));
+  setenv("XDG_DATA_HOME", "relative", 1);
+  unsetenv("XDG_DATA_DIRS");
+  EXPECT_THAT(application_folders(), ElementsAre("/home/me/.local/share/applications", "/usr/local/share/applications",
+                                                 "/usr/share/applications"));
+  setenv("HOME", home.c_str(), 1);
+  setenv("XDG_DATA_HOME", own.c_str(), 1);
+  setenv("XDG_DATA_DIRS", system.c_str(), 1);
+}
+
+TEST(Sonivo, IsInstalledUnderTheSignatureOfItsFrontEnds) {
+  const std::vector<std::string> folders{SOURCE_FOLDER "/packaging"};
+  EXPECT_THAT(command_of("application/x-vnd.Marvik-Sonivo", folders), ElementsAre("sonivo"));
+}

@@ -1,0 +1,313 @@
+#include "platform/app/application.h"
+#include "platform/app/message.h"
+#include "platform/app/message_filter.h"
+#include "platform/app/message_runner.h"
+#include "platform/app/nonblocking_thread.h"
+#include "platform/app/roster.h"
+#include "tests/support/own_looper.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <pthread.h>
+
+#include <atomic>
+#include <stdexcept>
+#include <thread>
+
+using testing::ElementsAre;
+
+namespace {
+
+/** Remembers what it gets; answers 'ping' with 'pong', drops 'drop', throws at 'thrw'. */
+class Recorder : public BLooper {
+public:
+  explicit Recorder(std::atomic<int>* alive = nullptr, int32 capacity = 100)
+      : BLooper("recorder", B_NORMAL_PRIORITY, capacity), fAlive(alive) {
+    if (fAlive) ++*fAlive;
+  }
+  ~Recorder() override {
+    if (fAlive) --*fAlive;
+  }
+  void MessageReceived(BMessage* message) override {
+    fReceived.push_back(message->what);
+    if (message->what == 'ping') message->SendReply('pong');
+    if (message->what == 'thrw') throw std::runtime_error("on purpose");
+    BLooper::MessageReceived(message);
+  }
+  std::vector<uint32> fReceived;
+
+private:
+  std::atomic<int>* fAlive;
+};
+
+uint32 ask(const BMessenger& target, uint32 what) {
+  const BMessage question(what);
+  BMessage answer;
+  EXPECT_EQ(target.SendMessage(&question, &answer), B_OK);
+  return answer.what;
+}
+
+struct Skip : BMessageFilter {
+  using BMessageFilter::BMessageFilter;
+  filter_result Filter(BMessage*, BHandler**) override { return B_SKIP_MESSAGE; }
+};
+
+} // namespace
+
+TEST(Looper, QuestionsAreAnsweredOrReleased) {
+  OwnLooper<Recorder> looper(new Recorder);
+  const BMessenger messenger(looper.get());
+  looper->Run();
+  EXPECT_EQ(ask(messenger, 'ping'), uint32{'pong'});
+  EXPECT_EQ(ask(messenger, 'drop'), B_NO_REPLY_CODE);
+  EXPECT_EQ(ask(messenger, 'thrw'), B_NO_REPLY_CODE) << "a handler that throws ends nothing";
+  EXPECT_EQ(ask(messenger, 'ping'), uint32{'pong'});
+  looper.reset();
+  const BMessage question('ping');
+  BMessage answer;
+  EXPECT_EQ(messenger.SendMessage(&question, &answer), B_BAD_PORT_ID);
+  EXPECT_FALSE(messenger.IsValid());
+}
+
+TEST(Looper, AskerIsReleasedWhenTheTargetGoesWithTheQuestionInItsQueue) {
+  OwnLooper<Recorder> looper(new Recorder);
+  const BMessenger messenger(looper.get());
+  std::thread asker([&] { EXPECT_EQ(ask(messenger, 'ping'), B_NO_REPLY_CODE); });
+  while (looper->CountMessages() == 0) std::this_thread::yield();
+  looper.reset();
+  asker.join();
+}
+
+TEST(Looper, DeliversNothingAfterQuitNotEvenWhatItHasTakenFromItsQueue) {
+  struct Counter : BLooper {
+    explicit Counter(std::atomic<int>* count) : fCount(count) {}
+    void MessageReceived(BMessage*) override { ++*fCount; }
+    std::atomic<int>* const fCount;
+  };
+  std::atomic<int> delivered{0};
+  auto* const looper = new Counter(&delivered);
+  looper->Run();
+  ASSERT_TRUE(looper->Lock());
+  looper->PostMessage('late');
+  while (looper->CountMessages() > 0) std::this_thread::yield(); // its thread has it, and waits for the lock
+  looper->Quit();
+  EXPECT_EQ(delivered, 0);
+}
+
+TEST(Looper, WithoutAThreadSaysSoAndIsDeletedByQuit) {
+  pthread_attr_t usual;
+  pthread_attr_t huge;
+  pthread_getattr_default_np(&usual);
+  pthread_getattr_default_np(&huge);
+  pthread_attr_setstacksize(&huge, size_t{1} << 47); // more than there are addresses
+  std::atomic<int> alive{0};
+  auto* const looper = new Recorder(&alive);
+  pthread_setattr_default_np(&huge);
+  EXPECT_LT(looper->Run(), 0);
+  pthread_setattr_default_np(&usual);
+  EXPECT_TRUE(looper->Lock());
+  looper->Quit();
+  EXPECT_EQ(alive, 0);
+}
+
+TEST(Looper, AnswerThatComesTooLateHurtsNobody) {
+  OwnLooper<Recorder> looper(new Recorder);
+  const BMessage question('ping');
+  BMessage answer('mine');
+  EXPECT_EQ(BMessenger(looper.get()).SendMessage(&question, &answer, B_INFINITE_TIMEOUT, 1000), B_TIMED_OUT);
+  EXPECT_EQ(answer.what, uint32{'mine'});
+  looper->DeliverAll();
+}
+
+TEST(Looper, EndsFromBothSidesAThousandTimes) {
+  std::atomic<int> alive{0};
+  for (int i = 0; i < 1000; ++i) {
+    auto* const looper = new Recorder(&alive);
+    const BMessenger messenger(looper);
+    looper->Run();
+    messenger.SendMessage('some');
+    if (i % 2 == 0) {
+      EndLooper()(looper);
+      EXPECT_FALSE(messenger.IsValid());
+    } else {
+      messenger.SendMessage(B_QUIT_REQUESTED);
+    }
+  }
+  while (alive > 0) std::this_thread::yield();
+}
+
+TEST(Looper, FullQueueRefusesAPost) {
+  OwnLooper<Recorder> looper(new Recorder(nullptr, 2));
+  EXPECT_EQ(looper->PostMessage('a'), B_OK);
+  EXPECT_EQ(looper->PostMessage('b'), B_OK);
+  EXPECT_EQ(looper->PostMessage('c'), B_WOULD_BLOCK);
+  looper->DeliverNext();
+  EXPECT_EQ(looper->PostMessage('c'), B_OK);
+}
+
+TEST(Looper, NeverWaitsForRoomInItsOwnFullQueue) {
+  struct Poster : Recorder {
+    Poster() : Recorder(nullptr, 2) {}
+    void MessageReceived(BMessage* message) override {
+      for (uint32 i = 0; message->what == 'many' && i < 50; ++i) EXPECT_EQ(BMessenger(this).SendMessage(i), B_OK);
+      Recorder::MessageReceived(message);
+    }
+  };
+  OwnLooper<Poster> looper(new Poster);
+  const BMessenger messenger(looper.get());
+  looper->Run();
+  messenger.SendMessage('many');
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(ask(messenger, 'ping'), uint32{'pong'}) << "the first may come before them";
+  looper->Lock();
+  EXPECT_EQ(looper->fReceived.size(), 53U) << "nothing is lost";
+  for (uint32 i = 0; i < 50; ++i) EXPECT_EQ(messenger.SendMessage(i), B_OK) << "nor does who keeps it from working";
+  looper->Unlock();
+}
+
+TEST(Looper, EveryOneThatWaitsForRoomGetsIt) {
+  OwnLooper<Recorder> looper(new Recorder(nullptr, 2));
+  looper->Run();
+  std::vector<std::jthread> senders;
+  for (int i = 0; i < 8; ++i)
+    senders.emplace_back([messenger = BMessenger(looper.get())] {
+      for (int k = 0; k < 2000; ++k) messenger.SendMessage('some');
+    });
+  senders.clear();
+  EXPECT_EQ(ask(BMessenger(looper.get()), 'ping'), uint32{'pong'});
+}
+
+TEST(Looper, CoalescedNoticeIsInTheQueueOnceAndAlsoWhenThatIsFull) {
+  OwnLooper<Recorder> looper(new Recorder(nullptr, 1));
+  const BMessenger messenger(looper.get());
+  messenger.SendMessage('full');
+  for (int i = 0; i < 100; ++i) EXPECT_EQ(messenger.SendCoalesced('move'), B_OK);
+  EXPECT_EQ(messenger.SendCoalesced('size'), B_OK);
+  looper->DeliverAll();
+  EXPECT_THAT(looper->fReceived, ElementsAre('full', 'move', 'size'));
+  messenger.SendCoalesced('move'); // it has been taken out: there is news again
+  looper->DeliverAll();
+  EXPECT_THAT(looper->fReceived, ElementsAre('full', 'move', 'size', 'move'));
+}
+
+TEST(Looper, NonblockingThreadWaitsForNoLooperWhateverItAsksFor) {
+  OwnLooper<Recorder> looper(new Recorder(nullptr, 1));
+  const BMessenger messenger(looper.get());
+  BMessage answer;
+  const BMessage question('ping');
+  const NonblockingThread here;
+  EXPECT_EQ(messenger.SendMessage(&question, &answer), B_TIMED_OUT) << "it is queued";
+  EXPECT_EQ(messenger.SendMessage('some'), B_WOULD_BLOCK);
+  EXPECT_EQ(messenger.SendMessage(&question, &answer), B_WOULD_BLOCK);
+  looper->Lock();
+  std::jthread([&] {
+    EXPECT_EQ(messenger.LockTargetWithTimeout(1000), B_TIMED_OUT) << "another thread is another matter";
+    const NonblockingThread there;
+    EXPECT_FALSE(messenger.LockTarget());
+    EXPECT_FALSE(looper->Lock());
+  }).join();
+  looper->Unlock();
+}
+
+TEST(Looper, HandlerOfAnotherLooperIsRefused) {
+  OwnLooper<Recorder> a(new Recorder);
+  OwnLooper<Recorder> b(new Recorder);
+  EXPECT_EQ(a->PostMessage('x', b.get()), B_BAD_HANDLER);
+}
+
+TEST(Looper, FiltersSeeAMessageFirst) {
+  OwnLooper<Recorder> looper(new Recorder);
+  auto* const filter = new Skip('skip');
+  looper->AddCommonFilter(filter);
+  looper->PostMessage('skip');
+  looper->PostMessage('some');
+  looper->PostMessage('more');
+  looper->DeliverAll();
+  EXPECT_THAT(looper->fReceived, ElementsAre('some', 'more'));
+  EXPECT_TRUE(looper->RemoveCommonFilter(filter));
+  delete filter;
+  looper->PostMessage('skip');
+  looper->DeliverAll();
+  EXPECT_THAT(looper->fReceived, ElementsAre('some', 'more', 'skip'));
+}
+
+TEST(Looper, TellsTheAskerWhetherItAgreedToQuit) {
+  struct Stubborn : BLooper {
+    bool QuitRequested() override { return false; }
+  };
+  OwnLooper<Stubborn> looper(new Stubborn);
+  const BMessenger messenger(looper.get());
+  looper->Run();
+  const BMessage quit(B_QUIT_REQUESTED);
+  BMessage answer;
+  bool agreed = true;
+  ASSERT_EQ(messenger.SendMessage(&quit, &answer), B_OK);
+  EXPECT_EQ(answer.FindBool("result", &agreed), B_OK);
+  EXPECT_FALSE(agreed);
+}
+
+TEST(Looper, EndsWithTheWishForItsEndInItsQueueAndAgreesToIt) {
+  OwnLooper<BLooper> looper(new BLooper("taken along by another"));
+  OwnLooper<Recorder> asker(new Recorder);
+  const BMessage quit(B_QUIT_REQUESTED);
+  ASSERT_EQ(BMessenger(looper.get()).SendMessage(&quit, asker.get()), B_OK);
+  looper.reset();
+  asker->DeliverAll();
+  EXPECT_THAT(asker->fReceived, ElementsAre(uint32{B_REPLY}));
+}
+
+TEST(Looper, UnknownScriptIsAnsweredNotUnderstood) {
+  OwnLooper<Recorder> looper(new Recorder);
+  looper->Run();
+  BMessage question('scri');
+  question.AddSpecifier("Nothing");
+  BMessage answer;
+  ASSERT_EQ(BMessenger(looper.get()).SendMessage(&question, &answer), B_OK);
+  EXPECT_EQ(answer.what, B_MESSAGE_NOT_UNDERSTOOD);
+}
+
+TEST(MessageRunner, BeatsUntilItGoesAndNeverPilesUp) {
+  OwnLooper<Recorder> looper(new Recorder);
+  const BMessage beat('beat');
+  {
+    const BMessageRunner runner(BMessenger(looper.get()), &beat, 1000);
+    while (looper->CountMessages() == 0) std::this_thread::yield();
+    snooze(20000);
+    EXPECT_EQ(looper->CountMessages(), 1) << "a beat is left out while the last one waits";
+    looper->DeliverAll();
+    while (looper->CountMessages() == 0) std::this_thread::yield();
+  }
+  looper->DeliverAll();
+  snooze(5000);
+  EXPECT_EQ(looper->CountMessages(), 0);
+}
+
+TEST(MessageRunner, IntervalPastAllCountingIsLong) {
+  OwnLooper<Recorder> looper(new Recorder);
+  const BMessage beat('beat');
+  {
+    BMessageRunner never(BMessenger(looper.get()), &beat, INT64_MAX);
+    never.SetInterval(INT64_MAX);
+    const BMessageRunner soon(BMessenger(looper.get()), &beat, 1000);
+    while (looper->CountMessages() == 0) std::this_thread::yield();
+    looper->DeliverAll();
+    while (looper->CountMessages() == 0) std::this_thread::yield();
+    EXPECT_EQ(looper->CountMessages(), 1) << "only one of the two has beaten";
+  }
+}
+
+TEST(Application, IsFoundBySignatureAndKnowsItsLoopers) {
+  OwnLooper<BApplication> app(new BApplication("application/x-vnd.test"));
+  OwnLooper<Recorder> looper(new Recorder);
+  EXPECT_TRUE(be_roster->IsRunning("application/x-vnd.test"));
+  EXPECT_EQ(be_roster->AddName("application/x-vnd.second", BMessenger(looper.get())), B_OK);
+  EXPECT_EQ(BMessenger("application/x-vnd.second"), BMessenger(looper.get()));
+  EXPECT_EQ(app->CountLoopers(), 2);
+  const thread_id thread = app->Run();
+  EXPECT_EQ(app->LooperOn(thread), BMessenger(app.get()));
+  EXPECT_FALSE(app->LooperOn(thread + 1000).IsValid());
+  looper.reset();
+  EXPECT_FALSE(be_roster->IsRunning("application/x-vnd.second"));
+  EXPECT_EQ(be_roster->Launch("application/x-vnd.nobody"), B_LAUNCH_FAILED);
+  app.reset();
+  EXPECT_EQ(be_app, nullptr);
+}

@@ -1,0 +1,81 @@
+#include "platform/app/message.h"
+#include "platform/interface/alert.h"
+#include "platform/interface/window.h"
+#include "tests/support/hands.h"
+#include "tests/support/own_looper.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <future>
+
+using testing::ElementsAre;
+
+namespace {
+
+BAlert* save_question() {
+  auto* alert = new BAlert("Vesmo Editor", "\"song.lrc\" is not saved.", "Cancel(C)", "No(N)", "Yes(Y)");
+  alert->SetShortcut(0, 'C');
+  alert->SetShortcut(1, 'N');
+  alert->SetShortcut(2, 'Y');
+  alert->SetEscapeButton(0);
+  return alert;
+}
+
+int32 asked(BAlert* alert, const std::function<void()>& answer) {
+  auto result = std::async(std::launch::async, [alert] { return alert->Go(); });
+  hands::wait_for_question();
+  answer();
+  return result.get();
+}
+
+} // namespace
+
+TEST(Alert, ShowsCaptionTextAndButtonsFromLeftToRight) {
+  asked(save_question(), [] {
+    const hands::Question seen = hands::wait_for_question();
+    EXPECT_EQ(seen.caption, "Vesmo Editor");
+    EXPECT_EQ(seen.text, "\"song.lrc\" is not saved.");
+    EXPECT_THAT(seen.buttons, ElementsAre("Cancel(C)", "No(N)", "Yes(Y)"));
+    hands::answer_with_key("Escape");
+  });
+}
+
+TEST(Alert, EveryWayToAnswerGivesThePlaceOfTheButton) {
+  EXPECT_EQ(asked(save_question(), [] { hands::answer_with_button("No(N)"); }), 1);
+  for (const auto& [key, place] : {std::pair{"N", 1}, {"C", 0}, {"Escape", 0}, {"Return", 2}}) {
+    EXPECT_EQ(asked(save_question(), [key = key] { hands::answer_with_key(key); }), place) << key;
+  }
+}
+
+TEST(Alert, PostedAlertIsWaitedForByNobody) {
+  (new BAlert("Vesmo Editor", "cannot be shown", "I see"))->Post();
+  EXPECT_EQ(hands::wait_for_question().text, "cannot be shown");
+  EXPECT_TRUE(hands::answer_with_key("Escape"));
+  EXPECT_FALSE(hands::answer_with_key("Escape")) << "gone";
+}
+
+TEST(Alert, WindowThatAsksWaitsWhileOthersGoOn) {
+  struct Asker : BWindow {
+    Asker() : BWindow({0, 0, 199, 99}, "asker") {}
+    void MessageReceived(BMessage* message) override {
+      if (message->what == 'ask_') fAnswer.set_value(save_question()->Go());
+    }
+    std::promise<int32> fAnswer;
+  };
+  const OwnLooper<Asker> asker(new Asker);
+  const OwnLooper<BWindow> other(new BWindow({0, 0, 199, 99}, "other"));
+  asker->Show();
+  other->Show();
+  auto answer = asker->fAnswer.get_future();
+  asker->PostMessage('ask_');
+  hands::wait_for_question();
+
+  const BMessage ping('ping');
+  BMessage reply;
+  EXPECT_EQ(BMessenger(other.get()).SendMessage(&ping, &reply), B_OK) << "it has been looked at";
+  EXPECT_TRUE(hands::is_shown(*other));
+
+  hands::answer_with_key("Y");
+  EXPECT_EQ(answer.get(), 2);
+}

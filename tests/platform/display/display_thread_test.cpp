@@ -1,0 +1,98 @@
+#include "platform/display/display_thread.h"
+
+#include "platform/app/messenger.h"
+#include "tests/support/own_looper.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <future>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+TEST(DisplayThread, ChangesAreMadeInTheOrderOfEachPosterOnOneThread) {
+  constexpr int kPosters = 4;
+  constexpr int kPosts = 5000;
+  std::vector<std::vector<int>> seen(kPosters); // touched on the display thread, read after the last answer
+  std::vector<std::jthread> posters;
+  std::atomic<int> elsewhere{0};
+  for (int poster = 0; poster < kPosters; ++poster) {
+    posters.emplace_back([poster, &seen, &elsewhere] {
+      for (int i = 0; i < kPosts; ++i)
+        display::post([=, &seen, &elsewhere] {
+          if (!display::is_display_thread()) ++elsewhere;
+          seen[static_cast<size_t>(poster)].push_back(i);
+        });
+    });
+  }
+  posters.clear();
+  const auto result = display::call([&seen] { return seen; });
+  EXPECT_EQ(elsewhere, 0);
+  for (const auto& numbers : result) {
+    ASSERT_EQ(numbers.size(), size_t{kPosts});
+    EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
+  }
+}
+
+TEST(DisplayThread, QuestionWhoseTurnIsFirstWaitsForNoChangeButTheOneThatIsBeingMade) {
+  std::promise<void> isBusy, goesOn;
+  display::post([&] {
+    isBusy.set_value();
+    goesOn.get_future().wait();
+  });
+  isBusy.get_future().wait();
+  std::atomic<int> made{0};
+  for (int i = 0; i < 100; ++i) display::post([&made] { ++made; });
+  std::promise<int> madeBefore;
+  display::post([&] { madeBefore.set_value(made); }, display::Turn::first);
+  goesOn.set_value();
+  EXPECT_EQ(madeBefore.get_future().get(), 0);
+  EXPECT_EQ(display::call([&made] { return made.load(); }), 100); // and this one came after all of them
+}
+
+TEST(DisplayThread, QuestionAskedOnTheDisplayItselfIsAnsweredAtOnce) {
+  EXPECT_EQ(display::call([] { return display::call([] { return 7; }); }), 7);
+}
+
+TEST(DisplayThread, FaultInOneChangeLeavesTheOthersAndFreesTheAsker) {
+  EXPECT_EQ(display::call([]() -> int { throw std::runtime_error("this fault is part of the test"); }, -5), -5);
+  EXPECT_EQ(display::call([] { return 3; }), 3);
+}
+
+TEST(DisplayThread, ErrorInAnEventHandlerLeavesTheOthers) {
+  std::promise<void> hasThrown;
+  display::post([&] {
+    QTimer::singleShot(0, QCoreApplication::instance(), [&] {
+      hasThrown.set_value();
+      throw std::runtime_error("this error is part of the test");
+    });
+  });
+  hasThrown.get_future().wait();
+  EXPECT_EQ(display::call([] { return 3; }), 3);
+}
+
+TEST(DisplayThread, WaitsForNoLooper) {
+  const OwnLooper<BLooper> full(new BLooper("full", B_NORMAL_PRIORITY, 1));
+  const BMessenger looper(full.get());
+  looper.SendMessage('some');
+  EXPECT_EQ(display::call([&] { return looper.SendMessage('more'); }), B_WOULD_BLOCK);
+}
+
+TEST(DisplayAnswer, DroppedQuestionGivesTheDefault) {
+  auto answer = std::make_unique<display::Answer<int>>(-1);
+  auto waiter = answer->Waiter();
+  answer.reset();
+  EXPECT_EQ(waiter.get(), -1);
+}
+
+TEST(DisplayAnswer, FirstAnswerCounts) {
+  display::Answer<int> answer(-1);
+  auto waiter = answer.Waiter();
+  answer.Give(1);
+  answer.Give(2);
+  EXPECT_EQ(waiter.get(), 1);
+}

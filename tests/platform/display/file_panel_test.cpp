@@ -1,0 +1,174 @@
+#include "platform/interface/file_panel.h"
+#include "tests/support/keeping.h"
+#include "tests/support/scratch_folder.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <future>
+#include <thread>
+
+class FilePanel : public testing::Test {
+protected:
+  /** What it was told, one message after the other. */
+  BMessage Next() {
+    const bool hasCome = hands::until([this] { return fAnswers->DeliverNext(); });
+    return hasCome ? fAnswers->Taken().front() : BMessage();
+  }
+
+  ScratchFolder fScratch;
+  const std::string fFolder = fScratch.Path();
+  OwnLooper<Keeping<BLooper>> fAnswers{new Keeping<BLooper>};
+  BMessenger fTarget{fAnswers.get()};
+};
+
+TEST_F(FilePanel, SaveAnswersWithFolderAndNameOnAFreshCopyOfItsMessage) {
+  BMessage message(B_SAVE_REQUESTED);
+  message.AddInt32("Encoding", 2);
+  BFilePanel panel(B_SAVE_PANEL, &fTarget, nullptr, false, &message);
+  panel.SetPanelDirectory(fFolder.c_str());
+  panel.SetSaveText("new.lrc");
+  panel.Show();
+  hands::wait_for_display();
+  EXPECT_EQ(hands::file_name_selected(*panel.Window()), "new.lrc");
+  for (const char* name : {"first.lrc", "second.lrc"}) {
+    panel.Show();
+    hands::type_file_name(*panel.Window(), name);
+    const BMessage answer = Next();
+    ASSERT_EQ(answer.what, uint32{B_SAVE_REQUESTED});
+    entry_ref directory;
+    std::string chosen;
+    int32 encoding = 0;
+    EXPECT_EQ(answer.FindRef("directory", &directory), B_OK);
+    EXPECT_EQ(directory.FullPath(), fFolder);
+    EXPECT_EQ(answer.FindString("name", 0, &chosen), B_OK);
+    EXPECT_EQ(chosen, name);
+    EXPECT_EQ(answer.FindInt32("Encoding", &encoding), B_OK);
+    EXPECT_EQ(encoding, 2);
+    const BMessage closed = Next();
+    void* source = nullptr;
+    EXPECT_EQ(closed.what, uint32{B_CANCEL});
+    EXPECT_EQ(closed.FindPointer("source", &source), B_OK);
+    EXPECT_EQ(source, &panel);
+  }
+}
+
+TEST_F(FilePanel, SavingOverAFileAsksFirst) {
+  fScratch.Write("there.lrc", "text");
+  BFilePanel panel(B_SAVE_PANEL, &fTarget);
+  panel.SetPanelDirectory(fFolder.c_str());
+  panel.Show();
+  hands::type_file_name(*panel.Window(), "there.lrc");
+  EXPECT_NE(hands::wait_for_question().text.find("there.lrc"), std::string::npos);
+  hands::answer_with_key("Escape");
+  hands::wait_for_display();
+  EXPECT_TRUE(hands::is_shown(*panel.Window()));
+
+  hands::type_file_name(*panel.Window(), "there.lrc");
+  hands::wait_for_question();
+  hands::answer_with_key("Alt+Y");
+  EXPECT_EQ(Next().what, uint32{B_SAVE_REQUESTED});
+}
+
+TEST_F(FilePanel, DerivedPanelThatGoesWhileItAnswersIsWhole) {
+  struct Derived : BFilePanel {
+    explicit Derived(const BMessenger* target) : BFilePanel(B_SAVE_PANEL, target) {}
+    ~Derived() override {
+      fGoes = true;
+      End();
+      fIsWhole = false;
+    }
+    void SendMessage(const BMessenger* target, BMessage* message) override {
+      fAnswering.set_value();
+      while (!fGoes) std::this_thread::yield();
+      BFilePanel::SendMessage(target, message);
+      EXPECT_TRUE(fIsWhole);
+    }
+    std::promise<void> fAnswering;
+    std::atomic<bool> fGoes{false};
+    std::atomic<bool> fIsWhole{true};
+  };
+  auto panel = std::make_unique<Derived>(&fTarget);
+  panel->SetPanelDirectory(fFolder.c_str());
+  panel->Show();
+  hands::wait_for_display();
+  hands::type_file_name(*panel->Window(), "new.lrc");
+  panel->fAnswering.get_future().wait();
+  panel.reset();
+  EXPECT_EQ(Next().what, uint32{B_SAVE_REQUESTED});
+}
+
+/** One that shows a folder with a file in it. */
+class OpenPanel : public FilePanel {
+protected:
+  OpenPanel() {
+    fScratch.Write("song.lrc", "text");
+    fPanel.SetPanelDirectory(fFolder.c_str());
+    fPanel.Show();
+    hands::wait_for_display();
+  }
+  BFilePanel fPanel{B_OPEN_PANEL, &fTarget};
+};
+
+TEST_F(OpenPanel, AnswersWithTheFileAndRefusesOneThatIsNotThere) {
+  hands::type_file_name(*fPanel.Window(), "missing.lrc");
+  hands::wait_for_question();
+  hands::answer_with_key("Return");
+  hands::type_file_name(*fPanel.Window(), "song.lrc");
+  const BMessage answer = Next();
+  entry_ref file;
+  EXPECT_EQ(answer.what, uint32{B_REFS_RECEIVED});
+  ASSERT_EQ(answer.FindRef("refs", &file), B_OK);
+  EXPECT_EQ(file.FullPath(), fFolder + "/song.lrc");
+}
+
+TEST_F(OpenPanel, SuggestionsGoWithThePanelAndTakeNoMoreKeys) {
+  for (const char* letter : {"s", "o", "n", "g", ".", "l", "r", "c"}) hands::press(*fPanel.Window(), letter);
+  // What was typed before the panel had read its folder is completed with the next key.
+  const auto suggests = [this] {
+    if (hands::popup_is_open()) return true;
+    for (const char* key : {"Backspace", "c"}) hands::press(*fPanel.Window(), key);
+    return hands::popup_is_open();
+  };
+  ASSERT_TRUE(hands::until(suggests));
+  hands::press(*fPanel.Window(), "Return");
+  EXPECT_EQ(Next().what, uint32{B_REFS_RECEIVED});
+  EXPECT_FALSE(hands::popup_is_open());
+}
+
+TEST_F(OpenPanel, EveryWayToCloseItSaysSoOnceAndItLivesOn) {
+  const auto agreesToQuit = [this] {
+    const BMessage question(B_QUIT_REQUESTED);
+    BMessage answer;
+    bool agreed = false;
+    BMessenger(fPanel.Window()).SendMessage(&question, &answer);
+    EXPECT_EQ(answer.FindBool("result", &agreed), B_OK);
+    EXPECT_TRUE(agreed);
+  };
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"key", [this] { hands::press(*fPanel.Window(), "Escape"); }},
+      {"close button", [this] { hands::press_close_button(*fPanel.Window()); }},
+      {"program", [this] { fPanel.Hide(); }},
+      {"program that ends", agreesToQuit},
+  };
+  for (const auto& [way, close] : ways) {
+    fPanel.Show();
+    EXPECT_TRUE(fPanel.IsShowing()) << way;
+    hands::wait_for_display();
+    close();
+    EXPECT_EQ(Next().what, uint32{B_CANCEL}) << way;
+    EXPECT_FALSE(fPanel.IsShowing()) << way;
+  }
+  agreesToQuit(); // also when it is closed
+  fPanel.Show();
+  hands::wait_for_display();
+  EXPECT_TRUE(hands::is_shown(*fPanel.Window()));
+}
+
+TEST_F(OpenPanel, FolderThatIsGoneMeansHome) {
+  entry_ref folder;
+  fPanel.GetPanelDirectory(&folder);
+  EXPECT_EQ(folder.FullPath(), fFolder);
+  fPanel.SetPanelDirectory("/boot/home");
+  fPanel.GetPanelDirectory(&folder);
+  EXPECT_EQ(folder.FullPath(), std::getenv("HOME"));
+}

@@ -1,0 +1,137 @@
+#include "platform/interface/text_view.h"
+#include "tests/support/keeping.h"
+
+namespace {
+
+class Editor : public BTextView {
+public:
+  using BTextView::BTextView;
+  std::string fEntered;
+  std::vector<text_change> fChanges;
+
+protected:
+  void TextChanged(const text_change& change) override { fChanges.push_back(change); }
+  void InsertText(std::string_view text) override {
+    fEntered += text;
+    BTextView::InsertText(text);
+  }
+};
+
+class TextWindow : public BWindow {
+public:
+  TextWindow() : BWindow({100, 100, 299, 299}, "text") {
+    fEditor = new Editor({0, 0, 199, 199}, "editor", B_FOLLOW_ALL_SIDES);
+    AddChild(fEditor);
+    fEditor->MakeFocus();
+  }
+  Editor* fEditor;
+};
+
+} // namespace
+
+class TextView : public WithWindow<TextWindow> {
+protected:
+  Editor* const fEditor = fWindow->fEditor;
+};
+
+TEST_F(TextView, EveryWayTextComesInPassesTheHook) {
+  hands::press(*fWindow, "a");
+  hands::press(*fWindow, "Return");
+  hands::settle(*fWindow);
+  hands::paste(*fWindow, "paste");
+  hands::settle(*fWindow);
+  hands::compose(*fWindow, "に", "日本");
+  hands::settle(*fWindow);
+  EXPECT_EQ(fEditor->fEntered, "a\npaste日本");
+  EXPECT_EQ(fEditor->Text(), "a\npaste日本");
+}
+
+TEST_F(TextView, CommandsWaitForTheKeysBeforeThem) {
+  fEditor->SetText("one two");
+  for (const char* key : {"Shift+Right", "Shift+Right", "Ctrl+X", "End", "Ctrl+V", "!", "Left", "Backspace", "Del"})
+    hands::press(*fWindow, key);
+  hands::settle(*fWindow);
+  EXPECT_EQ(fEditor->Text(), "e twoo");
+}
+
+TEST_F(TextView, WrappedLineCountsAsOneWhileTheRectangleIsWide) {
+  const std::string longLine(200, 'w');
+  fEditor->SetText("first\n" + longLine + "\nthird\n");
+  EXPECT_EQ(fEditor->CurrentLine(), 0) << "the caret goes to the start";
+  EXPECT_GT(fEditor->CountLines(), 4);
+  fEditor->SetTextRect({0, 0, 10000, 199});
+  EXPECT_EQ(fEditor->CountLines(), 4);
+  fEditor->GoToLine(2);
+  EXPECT_EQ(fEditor->CurrentLine(), 2);
+  fEditor->SetTextRect({0, 0, 199, 199});
+  EXPECT_GT(fEditor->CurrentLine(), 2);
+  fEditor->GoToLine(1000);
+  EXPECT_EQ(fEditor->CurrentLine(), fEditor->CountLines() - 1);
+}
+
+TEST_F(TextView, SelectionCountsBytes) {
+  fEditor->SetText("あいう");
+  fEditor->Select(3, 6);
+  int32 start = 0, end = 0;
+  fEditor->GetSelection(&start, &end);
+  EXPECT_EQ(start, 3);
+  EXPECT_EQ(end, 6);
+  fEditor->Insert("x");
+  EXPECT_EQ(fEditor->Text(), "あxう");
+}
+
+TEST_F(TextView, ReplayedChangesGiveTheTextThatIsShown) {
+  fEditor->SetText("a\nb\nc\n");
+  hands::settle(*fWindow);
+  EXPECT_TRUE(fEditor->fChanges.empty() && fEditor->fEntered.empty()) << "the program's own doing";
+  std::vector<std::string> mirror{"a", "b", "c", ""};
+  for (const char* key : {"x", "Return", "Down", "y", "Backspace", "Backspace", "Delete", "Ctrl+End", "z", "Return",
+                          "Backspace", "Ctrl+Home", "Delete", "Delete", "Shift+Down", "Shift+Right", "Delete"})
+    hands::press(*fWindow, key);
+  hands::settle(*fWindow);
+  hands::paste(*fWindow, "p\r\nq\rr");
+  hands::settle(*fWindow);
+  for (const text_change& change : fEditor->fChanges) {
+    const auto first = mirror.begin() + change.first;
+    mirror.insert(mirror.erase(first, first + change.removed), change.lines.begin(), change.lines.end());
+    ASSERT_EQ(change.count, static_cast<int32>(mirror.size()));
+  }
+  std::string text;
+  for (const std::string& line : mirror) text += (&line == &mirror.front() ? "" : "\n") + line;
+  EXPECT_EQ(text, fEditor->Text());
+}
+
+TEST_F(TextView, ReplacedLinesAreNoChangeOfTheUsers) {
+  struct Case {
+    const char* before;
+    text_change change;
+    const char* after;
+  };
+  const Case cases[] = {
+      {"a\nb\nc\n", {1, 1, {"x", "y"}, 0}, "a\nx\ny\nc\n"},
+      {"a\nb\nc", {2, 1, {"x"}, 0}, "a\nb\nx"},
+      {"a\nb\nc", {1, 2, {}, 0}, "a"},
+      {"a\nb", {0, 2, {}, 0}, ""},
+      {"a\nb", {2, 0, {"c", "d"}, 0}, "a\nb\nc\nd"},
+      {"a\nb", {0, 0, {"z"}, 0}, "z\na\nb"},
+      {"a\nb\n", {0, 1, {}, 0}, "b\n"},
+      {"", {0, 1, {"n"}, 0}, "n"},
+  };
+  for (const Case& one : cases) {
+    fEditor->SetText(one.before);
+    EXPECT_TRUE(fEditor->ReplaceLines(one.change));
+    EXPECT_EQ(fEditor->Text(), one.after) << one.before;
+  }
+  hands::settle(*fWindow);
+  EXPECT_TRUE(fEditor->fChanges.empty());
+}
+
+TEST_F(TextView, BytesThatAreNoTextComeBackAsTheyWere) {
+  const std::string text = "caf\xe9 \xff\xc2\nno\u00a0break\n\u2029\u2028 a\rb\U0001F3B5\xf0\x9f";
+  fEditor->SetText(text);
+  EXPECT_EQ(fEditor->Text(), text);
+  EXPECT_EQ(fEditor->CountLines(), 3);
+  hands::press(*fWindow, "x");
+  hands::settle(*fWindow);
+  EXPECT_EQ(fEditor->Text(), "x" + text);
+}

@@ -1,0 +1,275 @@
+/** The player as front ends and scripts meet it, without a screen: what they wish of it, and what it tells of itself.
+ */
+
+#include "player/frontend/front_end_host.h"
+#include "player/list/tag_fields.h"
+#include "player/model/player_messages.h"
+#include "tests/player/app/player_questions.h"
+#include "tests/player/sound/still_source.h"
+#include "tests/support/scratch_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr const char* kSignature = "application/x-vnd.Marvik-Sonivo";
+constexpr int32 kDurationMs = StillSource::kDurationMs;
+constexpr const char* kOwnTitle = "Title of /music/song.mp3";
+
+std::string output_of(const char* program) {
+  FILE* const lines = popen(program, "r");
+  std::string output;
+  for (int c = 0; lines && (c = std::fgetc(lines)) != EOF;) output += static_cast<char>(c);
+  if (lines) pclose(lines);
+  return output;
+}
+
+class Wishes : public testing::Test {
+protected:
+  Wishes() { wait_for_songs(1); }
+
+  static void Wish(uint32 what) { BMessenger(kSignature).SendMessage(what); }
+  static void Wish(uint32 what, const char* field, int32 value) {
+    BMessage wish(what);
+    wish.AddInt32(field, value);
+    BMessenger(kSignature).SendMessage(&wish);
+  }
+  /** Asks for the record once everything that was wished before is done. */
+  static BMessage Tell() {
+    const BMessage handshake = ask_player(BMessage(kMsgHandshake), BMessenger(kSignature));
+    EXPECT_EQ(handshake.what, kMsgHandshake);
+    BMessenger host;
+    EXPECT_EQ(handshake.FindMessenger("Msgr", &host), B_OK);
+    EXPECT_FALSE(handshake.HasField("Signature")) << "that is for other processes";
+    const BMessage information = ask_player(BMessage(kMsgInformation), host);
+    EXPECT_EQ(information.what, kMsgInformation);
+    return information;
+  }
+  static bool IsPlaying() {
+    bool isPlaying = false;
+    EXPECT_EQ(Tell().FindBool("Playing", &isPlaying), B_OK);
+    return isPlaying;
+  }
+  static int32 PositionMs() {
+    const BMessage told = Tell();
+    const void* record = nullptr;
+    ssize_t size = 0;
+    int32 positionMs = -1;
+    EXPECT_EQ(told.FindData("Info", B_STRING_TYPE, &record, &size), B_OK);
+    if (size != 124) return -1; // what front ends take for a record
+    std::memcpy(&positionMs, static_cast<const char*>(record) + 4, sizeof positionMs);
+    return positionMs;
+  }
+
+  static std::string TitleOf(int32 index) {
+    std::string title;
+    EXPECT_EQ(entry_of_playlist(index).FindString("title", &title), B_OK);
+    return title;
+  }
+
+  StillPlayer fPlayer{{"/music/song.mp3"}, false};
+  StillSource::Account& fAccount = fPlayer.fAccount;
+};
+
+} // namespace
+
+TEST_F(Wishes, ScriptsReadThePlaylist) {
+  std::string name = "x";
+  for (int i = 0; i < 50; ++i) name += "語";
+  BMessage drop(kMsgAddSongs);
+  drop.AddString("path", "/music/" + name + ".mp3");
+  BMessenger(kSignature).SendMessage(&drop);
+  wait_for_songs(2);
+  EXPECT_EQ(path_of_entry(1), "/music/" + name + ".mp3");
+  EXPECT_EQ(TitleOf(1), name.substr(0, 109)) << "cut as in the record, between characters";
+  const BMessage entry = entry_of_playlist(1);
+  int32 number = 0;
+  bool played = true;
+  EXPECT_EQ(entry.FindInt32("time", &number), B_OK);
+  EXPECT_EQ(entry.FindInt32("nr", &number), B_OK);
+  EXPECT_EQ(number, 1);
+  EXPECT_EQ(entry.FindBool("played", &played), B_OK);
+  EXPECT_FALSE(played);
+}
+
+TEST_F(Wishes, WhatIsNotUnderstoodIsAnsweredToo) {
+  BMessage wrongName(B_COUNT_PROPERTIES);
+  wrongName.AddSpecifier("Entry");
+  wrongName.AddSpecifier("Library");
+  BMessage wrongForm(B_GET_PROPERTY);
+  wrongForm.AddSpecifier("Entry");
+  wrongForm.AddSpecifier("Playlist");
+  for (const BMessage& answer : {ask_player(wrongName), ask_player(wrongForm), ask_player(BMessage(B_GET_PROPERTY)),
+                                 entry_of_playlist(1), entry_of_playlist(-1)}) {
+    EXPECT_EQ(answer.what, B_MESSAGE_NOT_UNDERSTOOD);
+    int32 error = B_OK;
+    EXPECT_EQ(answer.FindInt32("error", &error), B_OK);
+    EXPECT_NE(error, B_OK);
+  }
+}
+
+TEST_F(Wishes, PlayAndPauseTakeTurnsAndAreTold) {
+  EXPECT_FALSE(IsPlaying()) << "nothing is loaded";
+  Wish(kMsgWishPlayPause);
+  EXPECT_TRUE(IsPlaying());
+  Wish(kMsgWishPlayPause);
+  EXPECT_FALSE(IsPlaying());
+}
+
+TEST_F(Wishes, AFrontEndInAnotherProcessGetsTheRecord) {
+  Wish(kMsgWishPlayPause);
+  IsPlaying(); // the song is loaded
+  Wish(kMsgWishSeek, "Time", 5000);
+  EXPECT_EQ(PositionMs(), 5000);
+  EXPECT_EQ(output_of(FRONT_END_PROGRAM),
+            std::string("124 bytes\n5000 ms\n") + kOwnTitle + "\nplaying\nnothing else is offered\n");
+}
+
+TEST_F(Wishes, SeeksStayWithinTheSong) {
+  Wish(kMsgWishPlayPause);
+  IsPlaying(); // the news of the song is on its way to the player now, ahead of what follows
+  struct {
+    uint32 wish;
+    int32 timeMs;
+    int32 positionMs;
+  } const kSeeks[] = {
+      {kMsgWishSeek, 5000, 5000},
+      {kMsgWishSeekBy, 2000, 7000},
+      {kMsgWishSeekBy, -3000, 4000},
+      {kMsgWishSeekBy, -5000, 0},
+      {kMsgWishSeek, kDurationMs + 1, kDurationMs},
+      {kMsgWishSeek, -1, 0},
+      {kMsgWishSeekBy, INT32_MAX, kDurationMs},
+      {kMsgWishSeekBy, INT32_MAX, kDurationMs},
+      {kMsgWishSeekBy, INT32_MIN, 0},
+  };
+  for (const auto& seek : kSeeks) {
+    Wish(seek.wish, "Time", seek.timeMs);
+    EXPECT_EQ(PositionMs(), seek.positionMs) << seek.timeMs;
+  }
+  const int seeks = fAccount.seeks;
+  Wish(kMsgWishSeek);
+  Wish(kMsgWishSeekBy, "time", 1000);
+  PositionMs();
+  EXPECT_EQ(fAccount.seeks, seeks) << "a wish without its field is none";
+}
+
+TEST_F(Wishes, NothingIsSoughtWithoutASong) {
+  Wish(kMsgWishSeek, "Time", 5000);
+  EXPECT_EQ(PositionMs(), 0);
+  EXPECT_EQ(fAccount.seeks, 0);
+}
+
+TEST_F(Wishes, AFileThatVanishesWhileItPlaysIsTold) {
+  Wish(kMsgWishPlayPause); // of /music/song.mp3, which is not there
+  IsPlaying();
+  testing::internal::CaptureStderr();
+  for (int tick = 0; tick < 25; ++tick) Wish(kMsgTick);
+  IsPlaying();
+  const std::string told = testing::internal::GetCapturedStderr();
+  EXPECT_NE(told.find("is gone: /music/song.mp3"), std::string::npos) << told;
+  EXPECT_EQ(told.find("is gone"), told.rfind("is gone")) << "once";
+}
+
+TEST_F(Wishes, SpeedGoesByPointsWithinItsBounds) {
+  for (const auto& [points, speed] :
+       {std::pair{5, 1.05}, {-15, 0.9}, {-100, 0.25}, {-5, 0.25}, {5, 0.3}, {INT32_MAX, 2.0}}) {
+    Wish(kMsgWishSpeedBy, "Percent", points);
+    IsPlaying();
+    EXPECT_DOUBLE_EQ(fAccount.speed, speed) << points;
+  }
+}
+
+TEST_F(Wishes, APartIsRepeatedWhicheverEndIsSetFirst) {
+  Wish(kMsgWishPlayPause);
+  IsPlaying();
+  struct {
+    int32 positionMs;
+    uint32 wish;
+    int32 fromMs;
+    int32 toMs;
+  } const kSteps[] = {
+      {5000, kMsgRepeatFrom, 5000, -1}, {9000, kMsgRepeatTo, 5000, 9000},   {3000, kMsgRepeatTo, 3000, 5000},
+      {7000, kMsgRepeatFrom, 7000, -1}, {7010, kMsgRepeatTo, 7000, -1},     {4000, kMsgRepeatOff, -1, -1},
+      {6000, kMsgRepeatTo, 0, 6000},    {2000, kMsgRepeatFrom, 2000, 6000},
+  };
+  for (const auto& step : kSteps) {
+    Wish(kMsgWishSeek, "Time", step.positionMs);
+    Wish(step.wish);
+    IsPlaying();
+    EXPECT_EQ(fAccount.fromMs, step.fromMs) << step.positionMs;
+    EXPECT_EQ(fAccount.toMs, step.toMs) << step.positionMs;
+  }
+  Wish(kMsgPlaySong, "index", 0);
+  IsPlaying();
+  EXPECT_EQ(fAccount.toMs, -1) << "another song begins without it";
+}
+
+TEST_F(Wishes, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
+  const ScratchFolder folder;
+  folder.Write("a.mp3", "");
+  const std::string b = folder.Write("b.mp3", "");
+  BMessage drop(kMsgAddSongs);
+  drop.AddString("path", folder.Path());
+  drop.AddInt32("before", 0);
+  BMessenger(kSignature).SendMessage(&drop);
+  wait_for_songs(3);
+  EXPECT_EQ(path_of_entry(0), folder.File("a.mp3"));
+  EXPECT_EQ(path_of_entry(2), "/music/song.mp3");
+  EXPECT_FALSE(IsPlaying()) << "the list was not empty";
+
+  BMessage handedOver(kMsgHandedOver);
+  handedOver.AddString("path", b);
+  handedOver.AddString("path", folder.File("c.mp3"));
+  BMessenger(kSignature).SendMessage(&handedOver);
+  wait_for_songs(4);
+  EXPECT_TRUE(IsPlaying());
+  EXPECT_EQ(path_of_entry(3), folder.File("c.mp3"));
+  EXPECT_EQ(TitleOf(1), "Title of " + b) << "the song that was there already is the one that was begun";
+
+  BMessenger(kSignature).SendMessage(&drop);
+  Wish(kMsgClearSongs);
+  handedOver.MakeEmpty();
+  handedOver.AddString("path", folder.File("d.mp3"));
+  BMessenger(kSignature).SendMessage(&handedOver);
+  wait_for_songs(1);
+  EXPECT_EQ(path_of_entry(0), folder.File("d.mp3"))
+      << "what was still looked for when the list was cleared does not come";
+}
+
+TEST_F(Wishes, WhatFilesSayIsToldExceptTheTitleOfTheSongThatPlays) {
+  const ScratchFolder folder;
+  BMessage drop(kMsgAddSongs);
+  for (const char* name : {"b.mp3", "c.mp3"}) drop.AddString("path", folder.Write(name, ""));
+  BMessenger(kSignature).SendMessage(&drop);
+  wait_for_songs(3);
+  Wish(kMsgWishPlayPause);
+  IsPlaying();
+  BMessage found(kMsgTagsFound);
+  int64 id = 0;
+  for (const char* title : {"late", kOwnTitle, "other", "gone"}) {
+    found.AddInt64("id", ++id);
+    add_tags(&found, {title, "", 5000});
+  }
+  BMessenger(kSignature).SendMessage(&found);
+  EXPECT_EQ(TitleOf(0), kOwnTitle) << "what the sound told stands";
+  EXPECT_EQ(TitleOf(1), folder.File("b.mp3")) << "front ends find the song that plays by its title";
+  EXPECT_EQ(TitleOf(2), "other");
+  int32 timeMs = 0;
+  EXPECT_EQ(entry_of_playlist(2).FindInt32("time", &timeMs), B_OK);
+  EXPECT_EQ(timeMs, 5000);
+}
+
+TEST_F(Wishes, RemovingTheLastSongStopsIt) {
+  Wish(kMsgWishPlayPause);
+  EXPECT_TRUE(IsPlaying());
+  BMessage remove(kMsgRemoveSongs);
+  remove.AddInt64("id", 1);
+  BMessenger(kSignature).SendMessage(&remove);
+  EXPECT_FALSE(IsPlaying());
+  Wish(kMsgWishPlayPause);
+  EXPECT_FALSE(IsPlaying()) << "there is nothing to play";
+}

@@ -1,0 +1,63 @@
+#include "player/list/song_search.h"
+
+#include "tests/support/scratch_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <semaphore>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+class SongSearch : public testing::Test {
+protected:
+  /** Everything up to the end of that search. */
+  TSongs Until(int64 search) {
+    TSongs songs;
+    for (;;) {
+      if (!fNews.try_acquire_for(std::chrono::seconds(30))) return songs;
+      for (TSongSearch::TPiece& piece : fSearch.Take()) {
+        EXPECT_GE(piece.search, fSeen) << "one after another";
+        fSeen = piece.search;
+        std::move(piece.songs.begin(), piece.songs.end(), std::back_inserter(songs));
+        std::move(piece.faults.begin(), piece.faults.end(), std::back_inserter(fFaults));
+        if (piece.search == search && piece.isLast) return songs;
+      }
+    }
+  }
+
+  const ScratchFolder fFolder;
+  std::vector<std::string> fFaults;
+  int64 fSeen = 0;
+  std::counting_semaphore<> fNews{0};
+  TSongSearch fSearch{[this] { fNews.release(); }};
+};
+
+} // namespace
+
+TEST_F(SongSearch, FindsInTheOrderOfTheWishesAndTellsWhatItCouldNot) {
+  std::filesystem::create_directory(fFolder.File("many"));
+  for (int i = 100; i < 400; ++i) fFolder.Write("many/" + std::to_string(i) + ".mp3", "");
+  std::filesystem::create_directory(fFolder.File("empty"));
+  fSearch.Begin({fFolder.File("first.mp3"), fFolder.File("many")});
+  fSearch.Begin({fFolder.File("empty")});
+  const TSongs songs = Until(fSearch.Begin({fFolder.File("last.mp3")}));
+  ASSERT_EQ(songs.size(), 302U);
+  EXPECT_EQ(songs.front().title, "first");
+  for (size_t i = 1; i <= 300; ++i) ASSERT_EQ(songs[i].title, std::to_string(99 + i));
+  EXPECT_EQ(songs.back().title, "last");
+  EXPECT_THAT(fFaults, ElementsAre(HasSubstr("There is no song in")));
+}
+
+TEST_F(SongSearch, WhatWasForgottenIsNeverTold) {
+  fFolder.Write("a.mp3", "");
+  for (int i = 0; i < 100; ++i) fSearch.Begin({fFolder.Path()});
+  fSearch.Forget();
+  const int64 wanted = fSearch.Begin({fFolder.File("b.mp3")});
+  const TSongs songs = Until(wanted);
+  ASSERT_EQ(songs.size(), 1U);
+  EXPECT_EQ(songs.front().title, "b");
+}

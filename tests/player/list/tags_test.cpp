@@ -1,0 +1,151 @@
+/** What the list shows of songs that were not played yet: read from their files by a program that may fail. */
+
+#include "player/list/tag_asker.h"
+#include "player/list/tag_reader.h"
+#include "player/peaks/read_tags.h"
+
+#include "tests/support/scratch_folder.h"
+#include "tests/support/songs.h"
+#include "tests/support/wav.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+#include <sys/stat.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+std::shared_ptr<TSongs> numbered_songs(const std::vector<std::string>& paths) {
+  TSongs songs = songs_of(paths);
+  for (size_t i = 0; i < songs.size(); ++i) songs[i].id = static_cast<int64>(i + 1);
+  return std::make_shared<TSongs>(songs);
+}
+
+std::string question(const std::string& path, const std::string& knownState = {}) {
+  return question_bytes({knownState, path});
+}
+
+std::string answer(const std::string& title, const std::string& state = "1") {
+  return answer_bytes({state, {title, "artist", 3000}});
+}
+
+/** Two seconds that name their title and artist. */
+std::string tagged_wav(const std::string& title, const std::string& artist) {
+  const auto chunk = [](const std::string& name, const std::string& bytes) {
+    const char size[4] = {static_cast<char>(bytes.size())};
+    return name + std::string(size, 4) + bytes + std::string(bytes.size() % 2, '\0');
+  };
+  return silent_wav(4).insert(36, chunk("LIST", "INFO" + chunk("INAM", title) + chunk("IART", artist)));
+}
+
+} // namespace
+
+TEST(TagTalk, AnAnswerComesInPiecesAndNothingElseIsTakenForOne) {
+  const std::string bytes = answer_bytes({"12 34", {"a\ntitle", "語", 61000}});
+  TTagAnswer read;
+  for (size_t size = 0; size < bytes.size(); ++size)
+    EXPECT_EQ(read_answer(bytes.substr(0, size), &read), TAnswerForm::kIncomplete) << size;
+  EXPECT_EQ(read.state, "");
+  EXPECT_EQ(read_answer(bytes, &read), TAnswerForm::kWhole);
+  EXPECT_EQ(read.state, "12 34");
+  EXPECT_EQ(read.tags, (TSongTags{"a\ntitle", "語", 61000}));
+  for (const std::string& spoilt : {bytes + "x", std::string(5000, 'x'), std::string("1\0x\0a\0b\0", 8),
+                                    std::string("1\0\0a\0b\0", 7), std::string("1\0-5\0a\0b\0", 9),
+                                    std::string("1\x00"
+                                                "4294967296\0a\0b\0",
+                                                17)}) {
+    EXPECT_EQ(read_answer(spoilt, &read), TAnswerForm::kBroken) << spoilt;
+  }
+  std::string endless = "x";
+  for (int i = 0; i < 3000; ++i) endless += "語";
+  ASSERT_EQ(read_answer(answer_bytes({"1", {endless, endless, 1}}), &read), TAnswerForm::kWhole);
+  EXPECT_EQ(read.tags.title.size(), 1U + 341 * 3) << "between characters";
+}
+
+TEST(TagTalk, AFileIsLookedIntoUnlessItIsKnownAsItIs) {
+  const ScratchFolder folder;
+  const std::string song = folder.Write("a.wav", tagged_wav("Morning", "The Band"));
+  const TTagAnswer first = answer_to({"", song});
+  EXPECT_EQ(first.tags, (TSongTags{"Morning", "The Band", 2000}));
+  const TTagAnswer second = answer_to({first.state, song});
+  EXPECT_EQ(second.state, first.state);
+  EXPECT_EQ(second.tags, TSongTags());
+  folder.Write("a.wav", tagged_wav("Evening", "The Band"));
+  EXPECT_EQ(answer_to({first.state + "0", song}).tags.title, "Evening");
+
+  const TTagAnswer bad = answer_to({"", folder.Write("bad.mp3", "no sound in here")});
+  EXPECT_NE(bad.state, "");
+  EXPECT_EQ(bad.tags, TSongTags());
+  const std::string pipe = folder.File("pipe.mp3");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  for (const std::string& none : {pipe, folder.Path(), folder.File("none.mp3")})
+    EXPECT_EQ(answer_to({"", none}).state, "");
+}
+
+TEST(TagAsker, BeginsWithWhatIsSeenAndAsksOnceAboutEverySongThatNothingIsKnownOf) {
+  TSongs songs = *numbered_songs({"/a", "/played", "/b", "/gone", "http://radio", "/told", "/c"});
+  songs[1].played = true;
+  songs[3].fault = "it is missing";
+  songs[5].durationMs = 1000;
+  TTagAsker asker;
+  asker.Show(std::make_shared<TSongs>(songs));
+  EXPECT_EQ(asker.Ask(3), question("/c"));
+  EXPECT_TRUE(asker.Take(answer("C").substr(0, 5)));
+  EXPECT_TRUE(asker.IsWaiting());
+  EXPECT_TRUE(asker.Take(answer("C").substr(5)));
+  EXPECT_FALSE(asker.IsWaiting());
+  EXPECT_EQ(asker.Ask(3), question("/a")) << "after the last row from the start";
+  asker.GiveUp();
+  EXPECT_EQ(asker.Ask(-1), question("/b")) << "the one that was given up is not asked about again";
+  EXPECT_FALSE(asker.Take(std::string("a\0b\0c\0d\0", 8))) << "no answer";
+  asker.GiveUp();
+  EXPECT_EQ(asker.Ask(0), "");
+  EXPECT_FALSE(asker.Take("x")) << "nothing was asked";
+  const std::vector<TReadTags> found = asker.TakeFound();
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].id, 7);
+  EXPECT_EQ(found[0].tags.title, "C");
+  EXPECT_THAT(asker.TakeFound(), IsEmpty());
+}
+
+TEST(TagAsker, RemembersWhatAFileSaidUntilItIsAnother) {
+  TTagAsker asker;
+  TSongs songs = *numbered_songs({"/a", "/a", "/a"});
+  asker.Show(std::make_shared<TSongs>(songs));
+  EXPECT_EQ(asker.Ask(0), question("/a"));
+  asker.Take(answer("A"));
+  EXPECT_EQ(asker.Ask(0), question("/a", "1"));
+  asker.Take(answer_bytes({"1", {}}));
+  EXPECT_EQ(asker.Ask(0), question("/a", "1"));
+  asker.Take(answer("B", "2"));
+  std::vector<std::string> titles;
+  for (const TReadTags& one : asker.TakeFound()) titles.push_back(one.tags.title);
+  EXPECT_THAT(titles, ElementsAre("A", "A", "B"));
+}
+
+TEST(TagReader, PassesOverWhatItsProgramFailsOn) {
+  int count = 1;
+  char name[] = "test";
+  char* words[] = {name, nullptr};
+  const QCoreApplication events(count, words);
+  std::vector<std::string> titles;
+  TTagReader reader(
+      nullptr, [] { return 0; },
+      [&](const std::vector<TReadTags>& found) {
+        for (const TReadTags& one : found) titles.push_back(one.tags.title);
+      },
+      TAG_PROGRAM);
+  const auto wait_for = [&](size_t many) {
+    while (titles.size() < many) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  };
+  reader.Show(numbered_songs({"/one", "/hangs", "/dies", "/babbles", "/two"}));
+  wait_for(1); // from then on it hangs
+  reader.PassOver();
+  wait_for(2);
+  EXPECT_THAT(titles, ElementsAre("/one", "/two"));
+}

@@ -1,0 +1,114 @@
+#include "player/sound/song_source.h"
+
+#include "platform/kernel/threads.h"
+#include "tests/player/app/listener.h"
+#include "tests/support/eventually.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/sound_server.h"
+#include "tests/support/wav.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace {
+
+class SongSource : public testing::Test {
+protected:
+  /** Returns when the song is there. */
+  int64 LoadSilence(uint32 halves, bool paused) {
+    const int64 load = fSource->Load(fFolder.Write("a.wav", silent_wav(halves)), paused);
+    EXPECT_TRUE(fListener.Wait(fListener.fLoaded, load));
+    return load;
+  }
+  const ScratchFolder fFolder;
+  SongListener fListener;
+  std::shared_ptr<TSongSource> fSource = make_mpv_source(&fListener);
+};
+
+} // namespace
+
+TEST_F(SongSource, PlaysInRealTimeWithoutASoundCard) {
+  EXPECT_EQ(fSource->PositionMs(), 0);
+  const int64 load = LoadSilence(1, false);
+  EXPECT_EQ(fListener.fTags.durationMs, 500);
+  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load));
+  EXPECT_TRUE(fListener.fIsSilent);
+}
+
+TEST_F(SongSource, PlayedSilentlyForEverAfterTheSoundServerHadBeenRestarted) {
+  SoundServer server;
+  LoadSilence(40, false);
+  EXPECT_FALSE(fListener.fIsSilent);
+  server.Kill();
+  EXPECT_TRUE(fListener.WaitForOutput(true));
+  server.Start();
+  EXPECT_TRUE(fListener.WaitForOutput(false)) << "while the song plays";
+  server.Kill();
+  EXPECT_TRUE(fListener.WaitForOutput(true));
+  fSource->SetPaused(true);
+  server.Start();
+  LoadSilence(40, true);
+  EXPECT_TRUE(fListener.WaitForOutput(false)) << "at the next song";
+}
+
+/** A wait without a limit hangs this test until it is ended from outside. */
+TEST_F(SongSource, EndsWhileTheSoundServerHangs) {
+  SoundServer server;
+  LoadSilence(40, false);
+  EXPECT_TRUE(eventually([this] { return fSource->PositionMs() > 0; }));
+  server.Freeze();
+  fSource->SetPaused(true); // asks the server
+  for (int i = 0; i < 20; ++i) fSource->PositionMs();
+  fSource.reset();
+}
+
+TEST_F(SongSource, PausedStaysWhereItWasSoughtToAndIsAskedAnewOnceItMoves) {
+  LoadSilence(20, true);
+  fSource->SeekTo(250);
+  EXPECT_EQ(fSource->PositionMs(), 250);
+  for (int i = 0; i < 30; ++i) { // until the library is asked no more
+    snooze(50000);
+    EXPECT_NEAR(fSource->PositionMs(), 250, 30);
+  }
+  fSource->SeekTo(5000);
+  EXPECT_EQ(fSource->PositionMs(), 5000);
+  fSource->SetPaused(false);
+  for (int i = 0; i < 1000 && fSource->PositionMs() <= 5000; ++i) snooze(10000);
+  EXPECT_GT(fSource->PositionMs(), 5000);
+}
+
+TEST_F(SongSource, APartIsPlayedAgainUntilItIsLetGo) {
+  const int64 load = LoadSilence(2, true);
+  fSource->SetRepeat(500, 1000);
+  fSource->SetPaused(false);
+  int32 furthestMs = 0;
+  int timesBack = 0;
+  int32 beforeMs = 0;
+  for (int i = 0; i < 5000 && timesBack < 2; ++i) {
+    const int32 nowMs = fSource->PositionMs();
+    if (nowMs < beforeMs - 100) ++timesBack;
+    furthestMs = std::max(furthestMs, nowMs);
+    beforeMs = nowMs;
+    snooze(5000);
+  }
+  EXPECT_EQ(timesBack, 2);
+  EXPECT_LE(furthestMs, 1010);
+  fSource->SetRepeat(-1, -1);
+  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load)) << "it goes on to its end";
+}
+
+TEST_F(SongSource, TellsWhichSongCannotBePlayed) {
+  int64 load = fSource->Load(fFolder.File("missing.mp3"), false);
+  ASSERT_TRUE(fListener.Wait(fListener.fFailed, load));
+  EXPECT_FALSE(fListener.Reason().empty());
+  load = fSource->Load(fFolder.Write("text.mp3", "no sound in here"), false);
+  ASSERT_TRUE(fListener.Wait(fListener.fFailed, load));
+}
+
+TEST_F(SongSource, NewsNameTheLoadTheyAreAbout) {
+  const int64 bad = fSource->Load(fFolder.File("missing.mp3"), true);
+  const int64 good = LoadSilence(1, true);
+  EXPECT_NE(fListener.fFailed, good) << "the failure, if it was told, is the other song's";
+  EXPECT_TRUE(fListener.fFailed == bad || fListener.fFailed == 0);
+}

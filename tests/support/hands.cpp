@@ -1,0 +1,149 @@
+#include "tests/support/hands.h"
+
+#include "platform/app/application.h"
+#include "tests/support/hands_widgets.h"
+
+#include <QAbstractScrollArea>
+#include <QApplication>
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QTest>
+#include <QUrl>
+
+#include <chrono>
+#include <stdexcept>
+#include <thread>
+
+namespace hands {
+
+QKeyCombination combination(const std::string& key) {
+  return QKeySequence(q(key), QKeySequence::PortableText)[0];
+}
+
+void send_key(QWidget* window, const std::string& key) {
+  const QKeyCombination keys = combination(key);
+  QTest::keyClick(window->windowHandle(), keys.key(), keys.keyboardModifiers());
+}
+
+void wait_for_display() {
+  display::call([] {
+    QApplication::sendPostedEvents();
+    QApplication::processEvents();
+    return true;
+  });
+}
+
+bool until(const std::function<bool()>& isSo) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  while (!isSo()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    wait_for_display();
+    std::this_thread::yield();
+  }
+  return true;
+}
+
+std::vector<BWindow*> windows_titled(const std::string& title) {
+  std::vector<BWindow*> found;
+  for (const BMessenger& address : be_app->WindowAddresses()) {
+    if (!address.LockTarget()) continue;
+    auto* const window = static_cast<BWindow*>(address.Target(nullptr));
+    if (window->Title() == title) found.push_back(window);
+    window->Unlock();
+  }
+  return found;
+}
+
+BWindow& wait_for_window(const std::string& title) {
+  std::vector<BWindow*> found;
+  const bool isThere = until([&] {
+    found = windows_titled(title);
+    return !found.empty() && is_shown(*found.front());
+  });
+  if (!isThere) throw std::runtime_error("no window " + title);
+  return *found.front();
+}
+
+void settle(BWindow& window) {
+  for (int quiet = 0; quiet < 3; ++quiet) {
+    wait_for_display();
+    if (window.DeliverAll() > 0) quiet = -1;
+  }
+}
+
+void press(BWindow& window, const std::string& key) {
+  with_widget(window, [key](QWidget* widget) { send_key(widget, key); });
+}
+
+void repeat(BWindow& window, const std::string& key) {
+  with_widget(window, [key](QWidget* widget) {
+    const QKeyCombination keys = combination(key);
+    QKeyEvent event(QEvent::KeyPress, keys.key(), keys.keyboardModifiers(), q(key == "Space" ? " " : key), true);
+    QApplication::sendEvent(widget->focusWidget(), &event);
+  });
+}
+
+void click(BWindow& window, const std::string& view, BPoint where, int times) {
+  with_widget(window, [view, where, times](QWidget* widget) {
+    QWidget* control = control_of(widget, view);
+    if (auto* area = qobject_cast<QAbstractScrollArea*>(control)) control = area->viewport();
+    const QPoint point(qRound(where.x), qRound(where.y));
+    QTest::mouseClick(control, Qt::LeftButton, {}, point);
+    if (times == 2) QTest::mouseDClick(control, Qt::LeftButton, {}, point);
+  });
+}
+
+void press_close_button(BWindow& window) {
+  with_widget(window, [](QWidget* widget) { return widget->close(); });
+}
+
+void resize_by_hand(BWindow& window, int width, int height) {
+  with_widget(window, [=](QWidget* widget) { widget->resize(width, height); });
+}
+
+void move_by_hand(BWindow& window, int x, int y) {
+  with_widget(window, [=](QWidget* widget) { widget->setGeometry(QRect(QPoint(x, y), widget->size())); });
+}
+
+void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& paths) {
+  with_widget(window, [=](QWidget* widget) {
+    QMimeData files;
+    QList<QUrl> urls;
+    for (const std::string& path : paths) urls << QUrl::fromLocalFile(q(path));
+    files.setUrls(urls);
+    const QPoint point(qRound(where.x), qRound(where.y));
+    QDragEnterEvent enter(point, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QApplication::sendEvent(widget, &enter);
+    QDropEvent drop(point, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QApplication::sendEvent(widget, &drop);
+  });
+}
+
+void paste(BWindow& window, const std::string& text) {
+  with_widget(window, [text](QWidget* widget) {
+    QApplication::clipboard()->setText(q(text));
+    send_key(widget, "Ctrl+V");
+  });
+}
+
+void compose(BWindow& window, const std::string& preedit, const std::string& commit) {
+  with_widget(window, [=](QWidget* widget) {
+    QInputMethodEvent composing(q(preedit), {});
+    QApplication::sendEvent(widget->focusWidget(), &composing);
+    QInputMethodEvent done;
+    done.setCommitString(q(commit));
+    QApplication::sendEvent(widget->focusWidget(), &done);
+  });
+}
+
+void rest_mouse_on(BWindow& window, const std::string& view) {
+  with_widget(window, [view](QWidget* widget) {
+    QWidget* control = control_of(widget, view);
+    const QPoint where = control->rect().center();
+    QHelpEvent resting(QEvent::ToolTip, where, control->mapToGlobal(where));
+    return QApplication::sendEvent(control, &resting);
+  });
+}
+
+} // namespace hands

@@ -1,0 +1,81 @@
+#include "tests/support/editor_fixture.h"
+
+#include "document/editor_view.h"
+#include "family/message_filters.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::EndsWith;
+
+using WindowMessages = EditorByHand;
+
+TEST_F(WindowMessages, MessagesWithoutTheirFieldsChangeNothing) {
+  Open(fFolder.Write("a.lrc", "a\n"));
+  for (const uint32 code :
+       {uint32{B_REFS_RECEIVED}, uint32{B_CANCEL}, uint32{kMsgModeChanged}, uint32{'Sssr'}, uint32{'fttr'},
+        uint32{'_ipc'}, uint32{'_ahr'}, uint32{'_rhr'}, uint32{kMsgHostWindowMoved}})
+    Send(BMessage(code));
+  BMessage odd(B_CANCEL);
+  odd.AddPointer("source", this);
+  Send(odd);
+  BMessage mistyped(B_REFS_RECEIVED);
+  mistyped.AddString("refs", "/etc/passwd");
+  Send(mistyped);
+  SendToView(BMessage(kMsgMode));
+  for (const int32 mode : {-1, 99}) {
+    BMessage unknown(kMsgMode);
+    unknown.AddInt32("Mode", mode);
+    SendToView(unknown);
+  }
+  EXPECT_THAT(Lines(), ElementsAre("a"));
+  EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
+  EXPECT_TRUE(hands::menu_lines(*fWindow, {"M - Mode", "T - Tag input"}).front().isMarked);
+}
+
+TEST_F(WindowMessages, AReportOfMegabytesIsTruncated) {
+  BMessage report('Sssr');
+  report.AddString("StatBarStr", std::string(5000000, 'x'));
+  Send(report);
+  EXPECT_THAT(Status(), EndsWith(">   " + std::string(1024, 'x')));
+}
+
+TEST_F(WindowMessages, StaysOnTopWhenTheSettingsSaySo) {
+  SetPref([](TPrefValues* values) { values->stayOnTop = true; });
+  Send(BMessage('Spsc'));
+  EXPECT_TRUE(hands::is_on_top(*fWindow));
+}
+
+TEST_F(WindowMessages, ClosingKeepsThePlaceOfTheWindowAndItsMode) {
+  Press("Ctrl+D");
+  hands::move_by_hand(*fWindow, 60, 70);
+  Settle();
+  const BRect frame = fWindow->Frame();
+  Press("Ctrl+W");
+  EXPECT_TRUE(IsClosed());
+  EXPECT_EQ(gExitState->fWindowFrame, frame);
+  EXPECT_EQ(gExitState->fMode, 1);
+}
+
+TEST_F(WindowMessages, AModeChosenAMomentBeforeTheManagerClosesTheWindowIsKept) {
+  BMessage mode(kMsgMode);
+  mode.AddInt32("Mode", 2);
+  fWindow->PostMessage(&mode, fWindow->FindView("VesmoEditorView"));
+  ASSERT_TRUE(fWindow->DeliverNext()); // its button is pressed by the message after this one
+  ASSERT_TRUE(fWindow->Lock());
+  fWindow->Quit();
+  EXPECT_EQ(gExitState->fMode, 2);
+}
+
+TEST_F(WindowMessages, ShiftedTagsKeepTheCurrentLineAndAreReportedAsTyped) {
+  Open(fFolder.Write("a.lrc", "[00:10]a\n[00:10:00]b\nc\n"));
+  Press("Down");
+  Shift(" -1499");
+  EXPECT_THAT(Lines(), ElementsAre("[00:09]a", "[00:08:50]b", "c"));
+  EXPECT_THAT(Status(), EndsWith("All tags shifted by -1499 [ms]"));
+  EXPECT_TRUE(IsModified());
+  Press("Delete");
+  EXPECT_THAT(Status(), EndsWith("line 2"));
+  Shift("99999999999999999999");
+  EXPECT_THAT(Lines(), ElementsAre("[99:59]a", "b", "c"));
+}
