@@ -130,8 +130,9 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
 // The window may be ending by itself on its own thread: only its address, or its lock, is safe to use.
 void TVesmoECommMan::Forward(BMessage* message) {
   if (fMainWindow == nullptr) return;
-  // The window takes the new texts from the table, so one notice is as good as many and leaves room for the others.
-  if (message->what == kMsgLanguageChanged)
+  // The window reads the texts and the shared preferences for itself: one notice of a kind says as much as many, is
+  // never lost for want of room, and leaves room for the others.
+  if (message->what == kMsgLanguageChanged || message->what == kMsgIAPChanged)
     fMainAddress.SendCoalesced(*message);
   else
     fMainAddress.SendMessage(message, BMessenger(), kPatienceUs);

@@ -38,6 +38,9 @@ void TFamilyCommMan::MessageReceived(BMessage* message) {
   case kMsgIAPChanged:
     IAPChanged(*message);
     return Forward(message);
+  case kMsgIAPUnsent:
+    for (auto& [item, notice] : fIAPFilter->TakeUnsent()) MessageReceived(&notice);
+    return;
   case kMsgLanguageNode:
     return NodeLanguageChanged();
   case kMsgLanguageChanged:

@@ -1,13 +1,42 @@
 #include "family/message_filters.h"
 
+#include <utility>
+
 namespace {
-/** Many notices in a row must not get lost, the last one least of all. */
+/** The application waits no longer than this for a manager, which may itself be waiting for the application's lock. */
 constexpr bigtime_t kPatienceUs = 1000000;
+/** The family has two preferences; other names come from who knows where. */
+constexpr size_t kMaxUnsent = 16;
 } // namespace
 
 filter_result TIAPFilter::Filter(BMessage* message, BHandler**) {
-  fTarget.SendMessage(message, BMessenger(), kPatienceUs);
+  std::string item;
+  message->FindString("IAP:SrcIAPItem", &item);
+  if (fTarget.SendMessage(message, BMessenger(), kPatienceUs) == B_OK)
+    Forget(item);
+  else
+    Keep(item, *message);
   return B_DISPATCH_MESSAGE;
+}
+
+void TIAPFilter::Keep(const std::string& item, const BMessage& notice) {
+  {
+    const std::lock_guard lock(fMutex);
+    if (fUnsent.size() >= kMaxUnsent && !fUnsent.contains(item)) return;
+    fUnsent.insert_or_assign(item, notice);
+  }
+  fTarget.SendCoalesced(kMsgIAPUnsent);
+}
+
+/** A later notice of the same preference is queued behind what was kept. */
+void TIAPFilter::Forget(const std::string& item) {
+  const std::lock_guard lock(fMutex);
+  fUnsent.erase(item);
+}
+
+std::map<std::string, BMessage> TIAPFilter::TakeUnsent() {
+  const std::lock_guard lock(fMutex);
+  return std::exchange(fUnsent, {});
 }
 
 filter_result TWMFilter::Filter(BMessage*, BHandler**) {

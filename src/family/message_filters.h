@@ -4,18 +4,34 @@
 #include "platform/app/message_filter.h"
 #include "platform/app/messenger.h"
 
+#include <map>
+#include <mutex>
+#include <string>
+
 inline constexpr uint32 kMsgIAPChanged = '_ipc';
 /** To the editor window: the player's window moved. */
 inline constexpr uint32 kMsgHostWindowMoved = 'Scwm';
 
-/** On the application: passes a copy of every change notice of the shared preferences to its messenger. */
+/** From TIAPFilter to its target: change notices found no room in the queue and can be fetched by TakeUnsent. */
+inline constexpr uint32 kMsgIAPUnsent = 'iapu';
+
+/** On the application: passes a copy of every change notice of the shared preferences to its messenger. When the
+    target's queue stays full, the latest notice of each preference is kept for it, so that a burst of changes ends with
+    the last one. */
 class TIAPFilter : public BMessageFilter {
 public:
   explicit TIAPFilter(const BMessenger& target) : BMessageFilter(kMsgIAPChanged), fTarget(target) {}
   filter_result Filter(BMessage* message, BHandler** target) override;
+  /** What found no room, by the name of its preference. Any thread. */
+  std::map<std::string, BMessage> TakeUnsent();
 
 private:
+  void Keep(const std::string& item, const BMessage& notice);
+  void Forget(const std::string& item);
+
   const BMessenger fTarget;
+  std::mutex fMutex;
+  std::map<std::string, BMessage> fUnsent; // guarded by fMutex
 };
 
 /** On the player's window: notifies its messenger whenever that window moves. Moves coalesce while the notice is

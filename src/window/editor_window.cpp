@@ -124,7 +124,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case kMsgModeChanged:
     return UpdateModeComposRqtd(*message);
   case kMsgIAPChanged:
-    return IAPChanged(*message);
+    return IAPChanged();
   case '_lgc':
     SetToolTip();
     SetLabels();
@@ -196,9 +196,8 @@ void TVesmoEWin::PrefStayOnTopChanged() {
   set_proper_feel(this);
 }
 
-void TVesmoEWin::IAPChanged(const BMessage& message) {
-  std::string item;
-  if (message.FindString("IAP:SrcIAPItem", &item) != B_OK) return;
-  if (item == "AccKeyFormat") SetLabels();
-  if (item == "FlatToolBar") UpdateToolBarCompos();
+// Whichever preference the notice names: it may stand for those of others, with which it was coalesced.
+void TVesmoEWin::IAPChanged() {
+  SetLabels();
+  UpdateToolBarCompos();
 }

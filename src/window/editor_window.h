@@ -79,7 +79,7 @@ private:
   void InstallMoveFilter();
   void RemoveMoveFilter();
   void PrefStayOnTopChanged();
-  void IAPChanged(const BMessage& message);
+  void IAPChanged();
 
   // editor_panels.cpp
   void MItemOpenClicked();

@@ -176,6 +176,22 @@ TEST_F(ManagerByHand, SharedPreferencesArriveThroughTheApplication) {
   EXPECT_FALSE(flat);
 }
 
+TEST_F(ManagerByHand, LastChangeOfASharedPreferenceArrivesAlsoWhenTheQueueIsFull) {
+  while (fManager->PostMessage('none') == B_OK) continue;
+  BMessage notice(kMsgIAPChanged);
+  notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");
+  for (const char* format : {"a) ", "a\u30fb"}) {
+    notice.RemoveName("IAP:Value");
+    notice.AddString("IAP:Value", format);
+    BMessenger(gAppSignature).SendMessage(&notice);
+  }
+  WaitForApplication();
+  fManager->DeliverAll();
+  std::string format;
+  gIAP->GetString("AccKeyFormat", &format);
+  EXPECT_EQ(format, "a\u30fb");
+}
+
 TEST_F(ManagerByHand, FilesForTheEditorAreForwardedAndThoseForThePlayerAreNot) {
   const BMessage refs(B_REFS_RECEIVED);
   fHost->PostMessage(&refs);

@@ -91,6 +91,7 @@ TEST_F(Switching, AThousandLanguagesAndPreferencesEndWithTheLast) {
   WaitFor(BMessenger(fApp.get()));
   WaitFor(fManager);
   WaitFor(BMessenger(fMain));
+  WaitFor(BMessenger(fMain)); // its menus are shown by a message that it sends itself
   EXPECT_EQ(FirstMenu(*fMain), "F) Datei");
   EXPECT_EQ(hands::spoken(*fMain, "TBSave").name, "Speichern");
   EXPECT_EQ(hands::spoken(*fAbout, "Close").name, "C) Schließen");

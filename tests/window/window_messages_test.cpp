@@ -33,6 +33,14 @@ TEST_F(WindowMessages, MessagesWithoutTheirFieldsChangeNothing) {
   EXPECT_TRUE(hands::menu_lines(*fWindow, {"M - Mode", "T - Tag input"}).front().isMarked);
 }
 
+TEST_F(WindowMessages, ACoalescedChangeOfOnePreferenceShowsTheOthersToo) {
+  gIAP->SetString("AccKeyFormat", "a) ");
+  BMessage notice('_ipc');
+  notice.AddString("IAP:SrcIAPItem", "FlatToolBar");
+  Send(notice);
+  EXPECT_EQ(hands::menu_lines(*fWindow, {}).front().label, "F) File");
+}
+
 TEST_F(WindowMessages, AReportOfMegabytesIsTruncated) {
   BMessage report('Sssr');
   report.AddString("StatBarStr", std::string(5000000, 'x'));
