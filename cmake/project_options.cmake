@@ -6,6 +6,10 @@ target_compile_options(project_options INTERFACE
   -Wold-style-cast -Wunused -Wformat=2 -Wimplicit-fallthrough
   # Message codes are four-character constants throughout the program.
   -Wno-multichar)
+if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+  # Precompiled headers are the same from one build to the next, as the compiler cache wants them.
+  target_compile_options(project_options INTERFACE -Xclang -fno-pch-timestamp)
+endif()
 if(VESMO_WERROR)
   target_compile_options(project_options INTERFACE -Werror)
 endif()
