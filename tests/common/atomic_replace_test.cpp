@@ -105,10 +105,10 @@ TEST(AtomicReplace, TakesNamesAsLongAsNamesCanBe) {
 }
 
 TEST(AtomicReplace, WritesAFileWhoseFolderTakesNoOther) {
-  if (geteuid() == 0) GTEST_SKIP() << "every folder takes files of the superuser";
   const ScratchFolder folder;
   const std::string path = folder.Write("a.lrc", "old");
   chmod(folder.Path().c_str(), 0555);
+  if (access(folder.Path().c_str(), W_OK) == 0) GTEST_SKIP() << "every folder is open to root";
   const ScratchFolder settings;
   setenv("XDG_CONFIG_HOME", settings.Path().c_str(), 1);
   EXPECT_EQ(atomic_replace(path, "new"), B_OK);

@@ -82,12 +82,13 @@ class VesmoLrc(unittest.TestCase):
         self.assertEqual(good.read_bytes(), "[00:01]日\n".encode("cp932"))
         self.assertEqual(bad.read_bytes(), "[00:01]é\n".encode())
 
-    @unittest.skipIf(os.geteuid() == 0, "nothing is closed to the administrator")
     def test_what_may_not_be_read_or_written_is_named(self):
         shut = self.write("shut.lrc", "[00:01]a\n")
         fixed = self.write("fixed.lrc", "[00:01]a\n")
         shut.chmod(0)
         fixed.chmod(0o444)
+        if os.access(shut, os.R_OK):
+            self.skipTest("no file is closed to root")
         _, said = self.run_tool("strip", self.root, code=1)
         self.assertEqual(said.count("permission denied"), 2)
 
