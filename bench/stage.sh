@@ -67,7 +67,7 @@ make_tracks() { # NAME ...
 make_probed_player() { # PLUGIN ...
   local plugin
   mkdir -p "$scratch/bin/plugins"
-  cp "$bin"/sonivo* "$scratch/bin/"
+  cp "$bin"/sonivo* "$bin"/libvesmo_*.so "$scratch/bin/"
   for plugin in "$@"; do cp -r "$plugin" "$scratch/bin/plugins/"; done
   cp "$bin/bench_plugins/gen_ChainProbe.so" "$scratch/bin/plugins/"
 }
