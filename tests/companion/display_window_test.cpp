@@ -43,7 +43,7 @@ TEST_F(DisplayByHand, ShowsTheLineOfTheFileThatIsSung) {
   fFolder.Write("song.lrc", "[00:01]one\n[00:02]second\n");
   EXPECT_TRUE(Shows("second")) << "the file has changed";
   fHost->SetRecord(2600, "other");
-  EXPECT_TRUE(Shows("No lyrics lie beside this song"));
+  EXPECT_TRUE(Shows("No lyrics file found next to this song"));
 }
 
 TEST_F(DisplayByHand, RefrainIsShownEachTimeWithoutItsTagsAndByTheOffset) {

@@ -47,7 +47,7 @@ TEST_F(BothPlugins, TheEditorsPreferencesAreTheDisplaysWhicheverIsLoadedFirst) {
     GeneralPlugin* const editor = std::string_view(first) == EDITOR_FILE ? a.get() : b.get();
     EXPECT_STREQ(editor->fName, "Vesmo Editor");
     editor->Prefs(false);
-    hands::wait_for_window("Preferences of Vesmo");
+    hands::wait_for_window("Vesmo preferences");
     for (auto* plugin : {&b, &a}) {
       (*plugin)->Cleanup();
       plugin->reset();
@@ -80,13 +80,13 @@ TEST_F(BothPlugins, AnotherLetterFormatIsSeenInEveryOpenWindowOfBothAtOnce) {
   auto editor = Load(EDITOR_FILE);
   auto display = Load(DISPLAY_FILE);
   editor->Init();
-  BWindow& main = hands::wait_for_window("New lyrics - Vesmo Editor");
+  BWindow& main = hands::wait_for_window("Untitled - Vesmo Editor");
   editor->About(false);
   display->About(false);
   EXPECT_TRUE(hands::until([] { return hands::windows_titled("About Vesmo Editor").size() == 2; }));
   editor->Prefs(false);
-  BWindow& prefs = hands::wait_for_window("Preferences of Vesmo");
-  ASSERT_TRUE(hands::choose(main, {"Edit", "Shift all time tags..."}));
+  BWindow& prefs = hands::wait_for_window("Vesmo preferences");
+  ASSERT_TRUE(hands::choose(main, {"Edit", "Shift all time tags…"}));
   BWindow& fineTag = hands::wait_for_window("Shift all time tags");
   for (const char* format : {"a) ", "a - "}) {
     BMessage notice('_ipc');

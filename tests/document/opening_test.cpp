@@ -23,7 +23,7 @@ TEST_F(Opening, WhatCannotBeOpenedIsNamedAndLeavesTheDocumentAlone) {
   for (const std::string& path : {fFolder.File("gigantic.lrc"), fFolder.File("folder"), fFolder.File("pipe"),
                                   std::string("/dev/null"), std::string("/dev/zero")}) {
     const hands::Question told = Answer("Escape", [&] { Open(path); });
-    EXPECT_EQ(told.text, "These lyrics cannot be opened:\n" + path);
+    EXPECT_EQ(told.text, "This lyrics file cannot be opened:\n" + path);
     EXPECT_THAT(told.buttons, ElementsAre("U - Understood"));
     EXPECT_THAT(Lines(), ElementsAre("kept"));
     EXPECT_EQ(Title(), "song.lrc - Vesmo Editor");
@@ -41,10 +41,10 @@ TEST_F(Opening, FileThatIsNotReadWholeIsNamedAndKeptBeforeItIsSavedOver) {
   for (const auto& row : rows) {
     const std::string path = fFolder.Write(row.name, row.bytes);
     EXPECT_THAT(Answer("Escape", [&] { Open(path); }).text,
-                StartsWith("Not all of this file can be read as lyrics:\n" + path));
+                StartsWith("Part of this file cannot be read as text:\n" + path));
     EXPECT_EQ(Lines(), row.lines);
     const std::string told = Answer("Escape", [&] { Send(BMessage(kMsgSave)); }).text;
-    EXPECT_THAT(told, HasSubstr("it is kept here:\n"));
+    EXPECT_THAT(told, HasSubstr("A copy from before this save is here:\n"));
     EXPECT_EQ(fFolder.Read(std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path())), row.bytes);
     Send(BMessage(kMsgSave)); // now the file is as it is shown
     EXPECT_THAT(Status(), EndsWith("Saved"));
@@ -55,7 +55,7 @@ TEST_F(Opening, FileOfTooManyLinesIsRefusedWithTheNumberAndTheMemory) {
   Open(fFolder.Write("song.lrc", "kept\n"));
   const std::string path = fFolder.Write("long.lrc", std::string(kMostLines + 1, '\n'));
   const std::string told = Answer("Escape", [&] { Open(path); }).text;
-  EXPECT_THAT(told, StartsWith("This file has too many lines to be opened:\n" + path + "\n\n"));
+  EXPECT_THAT(told, StartsWith("This file has too many lines to open:\n" + path + "\n\n"));
   EXPECT_THAT(told, HasSubstr(std::to_string(kMostLines) + " lines"));
   EXPECT_THAT(told, HasSubstr(std::to_string(kMostLinesMB) + " MB"));
   EXPECT_THAT(Lines(), ElementsAre("kept"));
@@ -86,8 +86,8 @@ TEST_F(Opening, ByteOrderMarkIsNoText) {
 TEST_F(Opening, FileThatCannotBeMadeIsNamed) {
   const std::string path = fFolder.File("no folder/new.lrc");
   const auto asked = Answer({"Y", "U"}, [&] { Open(path); });
-  EXPECT_EQ(asked.back().text, "These lyrics cannot be opened:\n" + path);
-  EXPECT_EQ(Title(), "New lyrics - Vesmo Editor");
+  EXPECT_EQ(asked.back().text, "This lyrics file cannot be opened:\n" + path);
+  EXPECT_EQ(Title(), "Untitled - Vesmo Editor");
 }
 
 TEST_F(Opening, EmptyFileIsANewDocumentThatHasItsFile) {
@@ -119,7 +119,7 @@ TEST_F(Opening, PlayerThatNeverAnswersLeavesTheWindowAlive) {
 
 TEST_F(Opening, PlayerWithoutASongIsToldOf) {
   EXPECT_EQ(Answer("Escape", [this] { SendToView(BMessage(kMsgNoSong)); }).text,
-            "There is no song in the player whose lyrics could be opened.");
+            "The player has no song file whose lyrics could be opened.");
 }
 
 TEST_F(Opening, UnknownEncodingInTheSettingsIsNoneOfTheDocuments) {

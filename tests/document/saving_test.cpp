@@ -64,7 +64,7 @@ TEST_F(Saving, WhatTheEncodingCannotHoldIsNamedAndKept) {
   BMessage save = Answered(B_SAVE_REQUESTED, "a.lrc");
   save.AddInt32("Encoding", 1);
   const std::string told = Answer("U", [&] { Send(save); }).text;
-  EXPECT_THAT(told, StartsWith("These characters have no place in Shift-JIS and were replaced in the file:\n한 é\n\n"));
+  EXPECT_THAT(told, StartsWith("These characters do not exist in Shift-JIS and were replaced in the file:\n한 é\n\n"));
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01]\x1A\x1A\n\x93\xFA\x1A\n");
   EXPECT_FALSE(IsModified());
   const std::string kept = std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path());
@@ -130,7 +130,7 @@ protected:
 
 TEST_F(SavingNew, CloseWaitsForTheNameAndForNothingElse) {
   const hands::Question asked = Answer("Y", [&] { PressCloseButton(); });
-  EXPECT_EQ(asked.text, "New lyrics has been changed.\nSave the changes?");
+  EXPECT_EQ(asked.text, "Untitled has unsaved changes.\nSave them?");
   EXPECT_FALSE(IsClosed());
   hands::type_file_name(Panel(), "named.lrc");
   EXPECT_TRUE(Until([&] { return IsClosed(); }));
@@ -184,7 +184,7 @@ TEST_F(Saving, ExportWritesACopyAndTouchesNothingElse) {
   EXPECT_THAT(Status(), EndsWith("Exported as b.lrc"));
   export_to("b.srt", 2);
   EXPECT_EQ(fFolder.Read("b.srt"), "1\n00:00:03,000 --> 00:00:08,000\nb\n\n");
-  EXPECT_THAT(Status(), EndsWith("Exported as b.srt - left out for want of a time: 1"));
+  EXPECT_THAT(Status(), EndsWith("Exported as b.srt – lines without a time tag left out: 1"));
   EXPECT_THAT(Answer("U", [&] { export_to("b.enhanced", 1); }).text, EndsWith("no line has any."));
   EXPECT_THAT(Answer("U", [&] { export_to("link.lrc", 0); }).text, EndsWith("another name for the export."));
   export_to("none", 3);

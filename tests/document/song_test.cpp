@@ -16,11 +16,11 @@ TEST_F(SongOfTheEditor, StampToAnotherSongIsMadeButNamed) {
   PlayAt(1000, "first");
   Open(fFolder.Write("a.lrc", "one\ntwo\nthree\n"));
   Press("Space");
-  EXPECT_THAT(Status(), EndsWith("Tag set at line 1"));
+  EXPECT_THAT(Status(), EndsWith("Stamped line 1"));
   PlayAt(2000, "second");
   Press("Space");
   EXPECT_THAT(Lines(), ElementsAre("[00:01:00]one", "[00:02:00]two", "three"));
-  EXPECT_THAT(Status(), HasSubstr("another song now: \"second\""));
+  EXPECT_THAT(Status(), HasSubstr("now playing another song: \"second\""));
   Press("Up");
   Press("+");
   EXPECT_THAT(Status(), Not(HasSubstr("another song")));

@@ -10,7 +10,7 @@
 namespace {
 
 constexpr const char* kAbout = "About Vesmo Editor";
-constexpr const char* kEditor = "New lyrics - Vesmo Editor";
+constexpr const char* kEditor = "Untitled - Vesmo Editor";
 constexpr const char* kFineTag = "Shift all time tags";
 
 using hands::windows_titled;

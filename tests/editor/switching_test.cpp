@@ -44,7 +44,7 @@ protected:
   Switching() : fPlugin(Load(PLUGIN_FILE)) {
     fPlugin->Init();
     fManager = fApp->LooperOn(find_thread("VesmoE Communication Manager"));
-    fMain = &hands::wait_for_window("New lyrics - Vesmo Editor");
+    fMain = &hands::wait_for_window("Untitled - Vesmo Editor");
   }
   ~Switching() override {
     fPlugin->Cleanup();

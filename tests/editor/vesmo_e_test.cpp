@@ -32,7 +32,7 @@ TEST_F(Plugin, OpensItsWindowAndClosesIt) {
   auto plugin = Load();
   const int32 loopers = fApp->CountLoopers();
   EXPECT_TRUE(plugin->Init());
-  BWindow& window = hands::wait_for_window("New lyrics - Vesmo Editor");
+  BWindow& window = hands::wait_for_window("Untitled - Vesmo Editor");
   ASSERT_TRUE(window.Lock());
   window.MoveTo(222, 111);
   window.Unlock();

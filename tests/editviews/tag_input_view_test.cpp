@@ -58,7 +58,7 @@ TEST_F(TagInputView, AHeldSpaceBarStampsOnceAndAHeldPlusGoesOn) {
 TEST_F(TagInputView, PlusAndMinusMoveTheTagInItsOwnForm) {
   Show("[00:10]a\n[00:00:00]b\n[00:10:00]c\nd\n");
   const std::pair<const char*, const char*> kSteps[] = {
-      {"+", "Tag moved by 1000[ms]"}, {"-", "Tag moved by -10[ms]"}, {"-", "Tag moved by -10[ms]"}};
+      {"+", "Tag nudged by 1000[ms]"}, {"-", "Tag nudged by -10[ms]"}, {"-", "Tag nudged by -10[ms]"}};
   for (int32 row = 0; row < 3; ++row) {
     EditView().SetCurLine(row);
     Press(kSteps[row].first);
@@ -82,7 +82,7 @@ TEST_F(TagInputView, DeleteTakesTheTagOffAndAlwaysMarks) {
   Press("Delete");
   EXPECT_THAT(Lines(), ElementsAre("a", "b"));
   EXPECT_TRUE(IsModified());
-  EXPECT_THAT(Status(), EndsWith("Tag removed from line 2"));
+  EXPECT_THAT(Status(), EndsWith("Tag deleted from line 2"));
 }
 
 TEST_F(TagInputView, WithoutASelectionNothingHappens) {
@@ -159,14 +159,14 @@ TEST_F(TagInputView, WhoKeepsMovingFreshStampsEarlierIsToldOnceHowLateTheyAre) {
   Show("a\na\na\na\na\na\na\na\n");
   for (int32 row = 0; row < 8; ++row) {
     PressAt(5000 + 1000 * row, "Space");
-    EXPECT_THAT(Status(), EndsWith("Tag set at line " + std::to_string(row + 1)));
+    EXPECT_THAT(Status(), EndsWith("Stamped line " + std::to_string(row + 1)));
     EditView().SetCurLine(row);
     for (int step = 0; step < 4; ++step) {
       Press("-");
-      EXPECT_EQ(reports.back(), "Tag moved by -10[ms]") << "the finding travels beside it";
+      EXPECT_EQ(reports.back(), "Tag nudged by -10[ms]") << "the finding travels beside it";
       const bool isNew = row == 5 && step == 0;
-      EXPECT_THAT(Status(),
-                  EndsWith(std::string("Tag moved by -10[ms]") + (isNew ? "   Your stamps are about 40 ms late" : "")));
+      EXPECT_THAT(Status(), EndsWith(std::string("Tag nudged by -10[ms]") +
+                                     (isNew ? "   Your stamps are about 40 ms late" : "")));
     }
     EditView().SetCurLine(row + 1);
   }

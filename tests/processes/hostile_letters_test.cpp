@@ -35,7 +35,7 @@ class AttackedWindows : public LoadedImages {
 protected:
   AttackedWindows() {
     fEditor->Init();
-    fEditorWindow = &hands::wait_for_window("New lyrics - Vesmo Editor");
+    fEditorWindow = &hands::wait_for_window("Untitled - Vesmo Editor");
     hands::until([this] { return hands::is_active(*fEditorWindow); });
     hands::press(*fEditorWindow, "Ctrl+E");
     hands::until([this] { return Status().starts_with(" [Edit]"); });
@@ -48,7 +48,7 @@ protected:
     fEditor->About(false);
     fDisplay->Prefs(false);
     hands::wait_for_window("About Vesmo Editor");
-    hands::wait_for_window("Preferences of Vesmo");
+    hands::wait_for_window("Vesmo preferences");
   }
   ~AttackedWindows() override {
     for (auto* plugin : {&fDisplay, &fEditor}) {

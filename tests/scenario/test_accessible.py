@@ -3,7 +3,7 @@ import eyes
 import hands
 from case import Case
 
-BUTTONS = ["Open lyrics of current song", "Open...", "Save", "Shift all time tags...", "Tag input, extended tags",
+BUTTONS = ["Open lyrics of current song", "Open…", "Save", "Shift all time tags…", "Tag input, extended tags",
            "Tag input, standard tags", "Free edit", "Help", "About Vesmo Editor"]
 
 
@@ -18,7 +18,7 @@ class Tree(Case):
         self.assertIn("[Tag, extended] UTF-8 <LF>", s.status())
         bar = eyes.find(s.window(), "menu bar")
         self.assertEqual([eyes.name(menu) for menu in eyes.children(bar)], ["File", "Edit", "Mode", "Tools", "Help"])
-        for menu in ("File",), ("File", "Open..."), ("Edit",), ("Mode",), ("Mode", "Tag input"), ("Tools",), ("Help",):
+        for menu in ("File",), ("File", "Open…"), ("Edit",), ("Mode",), ("Mode", "Tag input"), ("Tools",), ("Help",):
             kinds = {(eyes.role(item), bool(eyes.name(item))) for item in s.items_of(*menu)}
             self.assertEqual(kinds | {("separator", False)}, {("menu item", True), ("separator", False)}, menu)
         self.assertNotIn("enabled", eyes.states(s.menu_item("Edit", "Undo")))

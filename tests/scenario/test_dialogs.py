@@ -11,7 +11,7 @@ class Shift(Case):
         s = self.stage
         lyrics = s.file("a.lrc", "[00:10]one\n[00:20:50]two\n")
         s.start(lyrics)
-        s.choose("Edit", "Shift all time tags...")
+        s.choose("Edit", "Shift all time tags…")
         dialog = s.wait_window("Shift all time tags")
         hands.write("1,5")
         hands.press("Return")
@@ -23,7 +23,7 @@ class Shift(Case):
         s.wait_rows("[00:08]one", "[00:18:99]two")
         s.wait_status("All tags shifted by -1510 [ms]")
         s.come_back()
-        s.click_button("Shift all time tags...")
+        s.click_button("Shift all time tags…")
         s.wait_window("Shift all time tags")
         hands.press("Escape")
         s.come_back()

@@ -5,7 +5,7 @@ import settings
 from case import Case
 
 DISPLAY = "Vesmo Display"
-PREFERENCES = "Preferences of Vesmo"
+PREFERENCES = "Vesmo preferences"
 
 
 class Display(Case):
@@ -13,7 +13,7 @@ class Display(Case):
         return next((w for w in self.stage.windows() if eyes.name(w) == DISPLAY and "showing" in eyes.states(w)), None)
 
     def view(self):
-        return next(n for n in eyes.below(self.window()) if eyes.name(n) == "Lyrics in time with the song")
+        return next(n for n in eyes.below(self.window()) if eyes.name(n) == "Synchronized lyrics")
 
     def wait_line(self, line):
         self.stage.wait(lambda: self.view().get_description() == line, f"{line!r} in the display")

@@ -22,7 +22,7 @@ class Refusals(Case):
         s.start(s.file("a.lrc", "one\n"), prefix=ORDINARY)
         hands.press("ctrl+o")
         s.fill_panel("Open lyrics", locked, then_asks=True)
-        s.answer("These lyrics cannot be opened:", "Understood")
+        s.answer("This lyrics file cannot be opened:", "Understood")
         self.assertEqual(s.title(), "a.lrc - Vesmo Editor")
         self.assertEqual(s.rows(), ["one"])
 

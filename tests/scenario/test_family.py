@@ -11,10 +11,10 @@ import stage
 from case import Case
 
 COMMON = "KOREVA Common Preferences"
-PREFERENCES = "Preferences of Vesmo"
+PREFERENCES = "Vesmo preferences"
 ABOUT = "About Vesmo Editor"
 SHIFT = "Shift all time tags"
-TOOLS = ("Tools", "KOREVA common preferences...")
+TOOLS = ("Tools", "KOREVA Common Preferences…")
 
 
 class Example:
@@ -105,7 +105,7 @@ class TwoApplications(Case):
     def test_every_open_window_of_both_plugins_follows_whichever_process_shows_the_common_window(self):
         s, example = self.stage, self.example
         # Each moved off the editor, where the next one is asked for.
-        for button, title, left, top in ("About Vesmo Editor", ABOUT, 560, 500), ("Shift all time tags...", SHIFT, 1080, 300):
+        for button, title, left, top in ("About Vesmo Editor", ABOUT, 560, 500), ("Shift all time tags…", SHIFT, 1080, 300):
             s.click_button(button)
             s.wait_window(title)
             hands.move_window(title, left, top)
@@ -122,7 +122,7 @@ class TwoApplications(Case):
         s.wait(lambda: not example.window(COMMON), "the example's window closed")
         hands.click(eyes.place(eyes.find(s.window(), "status bar")))
         s.wait_focus("Lyrics")
-        s.choose("T) Tools", "S) KOREVA common preferences...")
+        s.choose("T) Tools", "S) KOREVA Common Preferences…")
         self.controls(self.in_player)
         hands.press("Tab", "Down")
         self.wait_letters("・")
@@ -150,7 +150,7 @@ class TwoApplications(Case):
         example.end()
         hands.click(eyes.place(eyes.find(s.window(), "status bar")))
         s.wait_focus("Lyrics")
-        s.choose("T) Tools", "S) KOREVA common preferences...")
+        s.choose("T) Tools", "S) KOREVA Common Preferences…")
         _, flat = self.controls(self.in_player)
         self.example = Example(self)
         self.example.wait_shown("Labels look like this: O) Open", "Tool bars are flat.")

@@ -15,7 +15,7 @@ class Opening(Case):
         for way in (lambda: s.choose("File", "Open lyrics of current song"),
                     lambda: s.click_button("Open lyrics of current song")):
             hands.press("ctrl+n")
-            s.wait_title("New lyrics")
+            s.wait_title("Untitled")
             way()
             s.wait_title("song.lrc")
 
@@ -42,7 +42,7 @@ class Saving(Case):
         s.wait_status("Shift-JIS <CR LF>")
         for row, way in enumerate((lambda: hands.press("ctrl+s"), lambda: s.click_button("Save"))):
             hands.press("space")
-            s.wait_status(f"Tag set at line {row + 1}")
+            s.wait_status(f"Stamped line {row + 1}")
             way()
             s.wait_status("Saved")
         s.wait_bytes(lyrics, "[00:00:00]歌\r\n[00:00:00]詞\r\n".encode("cp932"))
@@ -60,11 +60,11 @@ class Exporting(Case):
         s.start(lyrics)
         hands.press("Delete")
         s.wait_rows("one", "[00:03:00]two")
-        s.choose("File", "Export...")
+        s.choose("File", "Export…")
         s.fill_panel("Export lyrics", s.root / "b.lrc")
         s.wait_bytes(s.root / "b.lrc", b"one\n[00:03.00]two\n")
         s.wait_status("Exported as b.lrc")
-        s.choose("File", "Export...")
+        s.choose("File", "Export…")
         panel = s.wait_panel("Export lyrics")
         self.assertEqual(eyes.text_of(eyes.find(panel, "text")), "a.dotted.lrc")
         hands.press("alt+f")
@@ -81,14 +81,14 @@ class Exporting(Case):
 
 class RecentFiles(Case):
     def names(self):
-        names = [eyes.name(item) for item in self.stage.items_of("File", "Open...")]
+        names = [eyes.name(item) for item in self.stage.items_of("File", "Open…")]
         return names[:names.index("")]
 
     def test_they_open_by_key_and_mouse_newest_first_and_are_kept(self):
         s = self.stage
         files = [s.file(name, name + "\n") for name in ("a.lrc", "b.lrc", "c.lrc")]
         s.start(files[0])
-        for path, way in zip(files[1:], (lambda: s.choose_by_mouse("File", "Open..."), lambda: s.click_button("Open..."))):
+        for path, way in zip(files[1:], (lambda: s.choose_by_mouse("File", "Open…"), lambda: s.click_button("Open…"))):
             way()
             s.fill_panel("Open lyrics", path)
             s.wait_title(path.name)
@@ -96,12 +96,12 @@ class RecentFiles(Case):
         hands.press("ctrl+shift+1")
         s.wait_title("b.lrc")
         s.wait(lambda: self.names() == ["b.lrc", "c.lrc", "a.lrc"], "the opened one in front")
-        s.choose_by_mouse("File", "Open...", "a.lrc")
+        s.choose_by_mouse("File", "Open…", "a.lrc")
         s.wait_title("a.lrc")
         s.stop()
         s.start()
         s.wait(lambda: self.names() == ["a.lrc", "b.lrc", "c.lrc"], "the files of the last run")
-        s.choose("File", "Open...", "c.lrc")
+        s.choose("File", "Open…", "c.lrc")
         s.wait_title("c.lrc")
 
     def test_one_is_dropped_with_the_alt_key_and_all_are_cleared(self):
@@ -112,17 +112,17 @@ class RecentFiles(Case):
         s.fill_panel("Open lyrics", s.file("b.lrc", "b\n"))
         s.wait_title("b.lrc")
         s.wait(lambda: self.names() == ["b.lrc", "a.lrc"], "two recent files")
-        s.choose_by_mouse("File", "Open...", "a.lrc", held="alt")
+        s.choose_by_mouse("File", "Open…", "a.lrc", held="alt")
         s.answer('Remove "a.lrc"', "Yes")
         s.wait(lambda: self.names() == ["b.lrc"], "one recent file")
         self.assertEqual(s.title(), "b.lrc - Vesmo Editor")
-        s.choose("File", "Open...", "Clear the list of recent files")
-        s.answer("Remove every file", "No")
+        s.choose("File", "Open…", "Clear recent files")
+        s.answer("Clear the list of recent files", "No")
         self.assertEqual(self.names(), ["b.lrc"])
-        s.choose("File", "Open...", "Clear the list of recent files")
-        s.answer("Remove every file", "Clear all")
+        s.choose("File", "Open…", "Clear recent files")
+        s.answer("Clear the list of recent files", "Clear all")
         s.wait(lambda: self.names() == [], "no recent file")
-        item = s.menu_item("File", "Open...", "Clear the list of recent files")
+        item = s.menu_item("File", "Open…", "Clear recent files")
         self.assertNotIn("enabled", eyes.states(item))
 
     def test_one_that_is_gone_when_it_is_chosen_is_offered_to_be_created(self):
@@ -130,9 +130,9 @@ class RecentFiles(Case):
         a = s.file("a.lrc", "a\n")
         s.start(a)
         hands.press("ctrl+n")
-        s.wait_title("New lyrics")
+        s.wait_title("Untitled")
         a.unlink()
         hands.press("ctrl+shift+0")
         s.answer("This file does not exist", "No")
         s.wait(lambda: self.names() == [], "the file off the list")
-        self.assertEqual(s.title(), "New lyrics - Vesmo Editor")
+        self.assertEqual(s.title(), "Untitled - Vesmo Editor")

@@ -53,7 +53,7 @@ class LyricsKeepTheKeyboard(Case):
                 hands.press(switch)
                 s.wait_focus("Lyrics")
                 hands.press("alt+h", "Escape")
-                s.choose("Edit", "Shift all time tags...")
+                s.choose("Edit", "Shift all time tags…")
                 s.wait_window("Shift all time tags")
                 hands.press("Escape")
                 s.wait_no_window()

@@ -5,7 +5,7 @@ import eyes
 import hands
 from case import Case
 
-TITLE = "Preferences of Vesmo"
+TITLE = "Vesmo preferences"
 
 
 class Preferences(Case):
@@ -42,9 +42,9 @@ class Preferences(Case):
         s.start(lyrics)
         s.wait(lambda: s.menu_item("ファイル"), "Japanese after the restart")
         hands.press("space")
-        s.wait_status("タグを打った行：1")
+        s.wait_status("タグを打ちました：行 1")
         hands.press("ctrl+w")
-        s.answer('"a.lrc" は変更されています', "はい")
+        s.answer('"a.lrc"は変更されています', "はい")
         s.wait_bytes(lyrics, b"[00:00:00]one\n\0")
 
     def test_the_time_offset_is_added_to_the_next_stamp(self):
@@ -54,7 +54,7 @@ class Preferences(Case):
         s.stamp(0, "[00:02:00]one")
         window = self.open()
         hands.click(eyes.place(eyes.find(window, "page tab", "Timing")))
-        hands.click(eyes.place(self.control(window, "Added to every stamp (ms):")))
+        hands.click(eyes.place(self.control(window, "Time offset of stamps (ms):")))
         hands.press("ctrl+a")
         hands.write("-140")
         hands.press("Escape")

@@ -19,12 +19,12 @@ class Stamping(Case):
         s.wait_selected(2)
         hands.press("plus", "plus", "minus")
         s.wait_rows("[00:00:00]one", "[00:02:00]two", "[00:04:01]three")
-        s.wait_status("Tag moved by -10[ms]")
+        s.wait_status("Tag nudged by -10[ms]")
         hands.press("Home")
         s.wait_selected(0)
         hands.press("Delete")
         s.wait_rows("one", "[00:02:00]two", "[00:04:01]three")
-        s.wait_status("Tag removed from line 1")
+        s.wait_status("Tag deleted from line 1")
         hands.press("ctrl+s")
         s.wait_bytes(lyrics, b"one\n[00:02:00]two\n[00:04:01]three\n\0")
 
@@ -36,12 +36,12 @@ class Stamping(Case):
         s.stamp(0, "[00:04:00]one")
         hands.press("BackSpace")
         s.wait_rows("one", "two", "three")
-        s.wait_status("Once more: line 1")
+        s.wait_status("Stamp again: line 1")
         s.wait_selected(0)
         s.wait_position(2)
         s.stamp(0, "[00:02:00]one")
         hands.press("Up", "plus", "BackSpace")
-        s.wait_status("The last step was no stamp")
+        s.wait_status("Nothing to take back: the last change was not a stamp")
 
 
 class ThePlayer(Case):
@@ -49,10 +49,10 @@ class ThePlayer(Case):
         s = self.stage
         s.start(s.file("a.lrc", "[00:10:00]one\n[00:20]two\nthree\n"))
         hands.press("Return")
-        s.wait_status("The song goes on at line 1")
+        s.wait_status("Playing from line 1")
         s.wait_position(10)
         hands.click(eyes.place(s.row(1)), count=2)
-        s.wait_status("The song goes on at line 2")
+        s.wait_status("Playing from line 2")
         s.wait_position(20)
         hands.press("Down", "Return")
         s.wait_status("This line has no time tag yet")

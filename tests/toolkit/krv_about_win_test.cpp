@@ -47,13 +47,13 @@ TEST_F(AboutWin, ListsTheLanguagesPresentAndMarksTheOneInUse) {
   fFolder.Write("broken.llt", "no language");
   Show("/elsewhere/b.llt");
   EXPECT_EQ(Languages(), "○ One\n\u2003\u2003File: a.llt\n\n"
-                         "● Two - in use\n\u2003\u2003Written by: Somebody\n\u2003\u2003Special thanks: All\n"
+                         "● Two (in use)\n\u2003\u2003Author: Somebody\n\u2003\u2003Special thanks: All\n"
                          "\u2003\u2003File: b.llt\n");
 }
 
 TEST_F(AboutWin, BuiltInTextsAreALanguageToo) {
   Show("");
-  EXPECT_EQ(Languages().rfind("● English - in use\n", 0), 0U) << Languages();
+  EXPECT_EQ(Languages().rfind("● English (in use)\n", 0), 0U) << Languages();
   EXPECT_NE(Languages().find("built into the program"), std::string::npos);
 }
 
