@@ -92,7 +92,7 @@ class PlugIns(Case):
         (self.folder / "gen_A.so").write_bytes(whole[:-4096])
         (self.folder / "gen_VesmoE2.so").hardlink_to(self.folder / "gen_VesmoE.so")
         s.start(environment=self.environment)
-        self.wait_fault("Plug-in gen_A.so is not loaded: the file is cut off or damaged")
+        self.wait_fault("Plug-in gen_A.so is not loaded: the file is truncated or damaged")
         self.wait_fault("Plug-in gen_VesmoE2.so is not loaded: it is the same plug-in as gen_VesmoE.so")
         s.close_player()
 
@@ -101,7 +101,7 @@ class PlugIns(Case):
         self.compile("gen_hanging.so", "#include <unistd.h>\nvoid* NewPlugin(void* record) { for (;;) pause(); }\n")
         lyrics = s.file("a.lrc", "one\n")
         s.start(lyrics, environment=self.environment)
-        self.wait_fault("Plug-in gen_hanging.so does not answer: its NewPlugin has not returned")
+        self.wait_fault("Plug-in gen_hanging.so is not responding: its NewPlugin has not returned")
         hands.press("space")
         s.wait_rows("[00:00:00]one")
         hands.close_window(eyes.name(s.player()))

@@ -94,7 +94,7 @@ class ThePlayersList(Case):
         songs = s.file("songs.m3u", f"gone.mp3\nsongs.m3u\nempty.mp3\n{s.song}\n")
         s.start(songs=[str(songs)])
         shown = s.texts_in(s.player())
-        for part in (f"Cannot play {empty}: the file is empty", "songs.m3u names itself", "cannot be played: "):
+        for part in (f"Cannot play {empty}: the file is empty", "songs.m3u contains itself", "cannot be played: "):
             self.assertIn(part, shown)
 
 
@@ -139,7 +139,7 @@ class AnotherPlayerAsSource(Case):
         hands.press("space")
         s.wait(lambda: s.rows()[0] in ("[00:09:49]one", "[00:09:50]one"), "the other player's time in front of the line")
         self.quit_other()
-        s.wait(lambda: self.is_shown("has ended; the player's own sound is the source again"), "that the other one has ended")
+        s.wait(lambda: self.is_shown("was closed. The source is this player again."), "that the other one has ended")
         s.wait(lambda: self.is_shown("First Light"), "the own song again")
         s.wait_position(0)
         s.forward(2)

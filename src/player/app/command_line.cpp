@@ -5,13 +5,14 @@
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: sonivo [--paused] [--new] [--source NAME] [--edit LYRICS] [SONG, FOLDER or LIST ...]\n"
-    "A player that runs already plays the songs, unless another one is asked for.\n"
+    "Usage: sonivo [--paused] [--new] [--source NAME] [--edit LYRICS] [SONG, FOLDER or PLAYLIST ...]\n"
+    "If a player is already running, it plays the songs; --new starts another one.\n"
     "  --paused       load the first song without playing it\n"
-    "  --new          open another player\n"
-    "  --source NAME  take the song from another player that is open, such as vlc or mpv\n"
+    "  --new          start another player even if one is running\n"
+    "  --source NAME  use the song of another running player, such as vlc or mpv\n"
     "  --edit LYRICS  open this lyrics file in the editor\n"
-    "  --help, --version\n";
+    "  --help         show this help\n"
+    "  --version      show the version\n";
 
 } // namespace
 
@@ -35,7 +36,7 @@ TCommandLine parse_command_line(int argc, const char* const* argv) {
     } else if (word == "--help" || word == "--version") {
       line.text = word == "--help" ? kUsage : "sonivo 3.26\n";
     } else {
-      line.text = "sonivo: '" + std::string(word) + "' is not understood\n" + kUsage;
+      line.text = "sonivo: unknown option '" + std::string(word) + "'\n" + kUsage;
       line.fault = true;
     }
   }

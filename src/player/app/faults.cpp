@@ -21,7 +21,8 @@ bool TFaults::Clear() {
 
 std::string TFaults::Text() const {
   const size_t hidden = fFaults.size() - std::min(fFaults.size(), kShown);
-  std::string text = hidden > 0 ? std::to_string(hidden) + " more before these:" : "";
+  std::string text;
+  if (hidden > 0) text = std::to_string(hidden) + (hidden == 1 ? " earlier message:" : " earlier messages:");
   for (size_t i = hidden; i < fFaults.size(); ++i) text += (text.empty() ? "" : "\n") + fFaults[i];
   return text;
 }

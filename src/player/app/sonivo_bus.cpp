@@ -68,7 +68,7 @@ void TSonivoApp::ChooseSource(const std::string& id) {
   if (fOther && fOther->id == id) return;
   const auto source =
       std::find_if(fState.sources.begin(), fState.sources.end(), [&](const TSourceName& s) { return s.id == id; });
-  if (source == fState.sources.end()) return TellFault("There is no player '" + id + "' on the desktop's message bus");
+  if (source == fState.sources.end()) return TellFault("No player “" + id + "” on the session bus");
   if (fIsLoaded && fState.isPlaying) {
     fSource->SetPaused(true);
     fState.isPlaying = false;
@@ -102,10 +102,10 @@ void TSonivoApp::TakePlayers(const BMessage& message) {
     return std::any_of(fState.sources.begin(), fState.sources.end(), [&](const TSourceName& s) { return s.id == id; });
   };
   if (fOther && !isThere(fOther->id)) {
-    const std::string gone =
-        fOther->name + (fState.isBusReachable ? " has ended" : ": the desktop's message bus is gone");
+    const std::string lost = fState.isBusReachable ? fOther->name + " was closed."
+                                                   : "The session bus was lost, and " + fOther->name + " with it.";
     UseOwnSound();
-    TellFault(gone + "; the player's own sound is the source again");
+    TellFault(lost + " The source is this player again.");
   }
   if (isThere(fWantedSource)) {
     UserChoseSong();
@@ -113,8 +113,8 @@ void TSonivoApp::TakePlayers(const BMessage& message) {
   }
   if (!fWantedSource.empty()) {
     TellFault(fState.isBusReachable
-                  ? "The player '" + fWantedSource + "' is not there yet; its song is taken once it is"
-                  : "The desktop's message bus cannot be reached, and so no other player");
+                  ? "Waiting for the player “" + fWantedSource + "”; its song is used as soon as it opens"
+                  : "Without a session bus other players cannot be used");
   }
   StateChanged();
 }
@@ -136,7 +136,7 @@ void TSonivoApp::TakeOther(const BMessage& message) {
   song.artist = clean_text(song.artist);
   song.played = true;
   if (fOther->isSilent && fOther->state == TInfoRecord::kPlaying) fOther->state = TInfoRecord::kPaused;
-  if (fOther->isSilent && !wasSilent) return TellFault(fOther->name + " does not answer");
+  if (fOther->isSilent && !wasSilent) return TellFault(fOther->name + " is not responding");
   if (wasSilent && !fOther->isSilent) ForgetFaults();
   StateChanged();
   if (fWindow) fWindow->ShowPosition(fBus.PositionMs());

@@ -82,7 +82,7 @@ void TSonivoApp::EndAfterPlugins() {
   fSource.reset();
   if (!fPlugins.AreAllGone()) {
     // Its threads and windows are still there, and nothing that they use may go before them.
-    log_error("player", "ends without a plug-in that does not answer");
+    log_error("player", "exiting without waiting for a plug-in that is not responding");
     std::_Exit(EXIT_FAILURE);
   }
   display::quit();

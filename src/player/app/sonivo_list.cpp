@@ -140,7 +140,7 @@ void TSonivoApp::SaveList(const BMessage& message) {
   std::string path;
   if (message.FindString("path", &path) != B_OK) return;
   const std::string folder = std::filesystem::path(path).parent_path().string();
-  if (atomic_replace(path, m3u_text(*fPlaylist.Songs(), folder)) != B_OK) TellFault("Cannot write the list " + path);
+  if (atomic_replace(path, m3u_text(*fPlaylist.Songs(), folder)) != B_OK) TellFault("Cannot save the playlist " + path);
 }
 
 /** What the sound has told of a song meanwhile stands. */
@@ -196,5 +196,5 @@ void TSonivoApp::Keep() {
 void TSonivoApp::SaveKeptList() {
   const int32 positionMs = fIsLoaded ? fSource->PositionMs() : 0;
   const TKeptList list{*fPlaylist.Songs(), fPlaylist.Current(), positionMs, fState.volumePercent};
-  if (!save_kept_list(list, fKeptPath)) TellFault("Cannot write the list " + fKeptPath);
+  if (!save_kept_list(list, fKeptPath)) TellFault("Cannot save the playlist " + fKeptPath);
 }

@@ -172,7 +172,7 @@ void TSonivoApp::LookForFile() {
   const std::string& path = fPlaylist.CurrentSong()->path;
   if (!is_file_path(path) || access(path.c_str(), F_OK) == 0 || errno != ENOENT) return;
   fMissedLoad = fLoad;
-  TellFault("The file of the song that is playing is gone: " + path);
+  TellFault("The file being played was moved or deleted: " + path);
 }
 
 void TSonivoApp::SongLoaded(int64 load, const TSongTags& tags) {

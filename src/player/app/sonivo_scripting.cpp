@@ -84,7 +84,7 @@ bool TSonivoApp::HandleScript(BMessage* message) {
   if (!counts && !executes && message->what != B_GET_PROPERTY) return false;
   int32 index = -1;
   if (!names_entry(message, counts ? B_DIRECT_SPECIFIER : B_INDEX_SPECIFIER, &index)) {
-    refuse(*message, B_BAD_VALUE, "The player has only entries of its playlist");
+    refuse(*message, B_BAD_VALUE, "Only the entries of the playlist can be addressed");
   } else if (counts) {
     CountEntries(*message);
   } else if (executes) {

@@ -72,7 +72,7 @@ void TBusLink::Connect() {
   if (!bus.isConnected()) {
     const std::string reason = bus.lastError().message().toStdString();
     QDBusConnection::disconnectFromBus(fConnection);
-    return RetryLater("no connection to the desktop's message bus: " + reason);
+    return RetryLater("cannot connect to the session bus: " + reason);
   }
   fRetryMs = 0;
   fBus = bus;
@@ -102,7 +102,7 @@ void TBusLink::ClaimName() {
 
 void TBusLink::Disconnected() {
   Leave();
-  RetryLater("the desktop's message bus is gone");
+  RetryLater("the session bus connection was lost");
 }
 
 void TBusLink::Show(const TOwnStatus& status) {

@@ -127,7 +127,7 @@ QDBusMessage TPlayerObject::AnswerProperties(const QDBusMessage& call) {
   const QVariantMap all = All(text_at(arguments, 0));
   if (call.member() == "GetAll") return call.createReply(QVariant(all));
   const QString name = text_at(arguments, 1);
-  if (!all.contains(name)) return call.createErrorReply(QDBusError::UnknownProperty, "There is no property " + name);
+  if (!all.contains(name)) return call.createErrorReply(QDBusError::UnknownProperty, "No such property: " + name);
   if (call.member() == "Get") return call.createReply(QVariant::fromValue(QDBusVariant(all[name])));
   if (call.member() != "Set") return {};
   return Set(call, name, arguments.value(2).value<QDBusVariant>().variant());
@@ -142,9 +142,9 @@ QDBusMessage TPlayerObject::Set(const QDBusMessage& call, const QString& name, c
   } else if (name == "Rate") {
     send_int(fPlayer, kMsgSpeed, "percent", static_cast<int32>(std::lround(std::clamp(number, 0.0, 10.0) * 100)));
   } else if (name == "LoopStatus" || name == "Shuffle") {
-    return call.createErrorReply(QDBusError::NotSupported, "The songs are played once, in their order");
+    return call.createErrorReply(QDBusError::NotSupported, "Songs are played once, in order");
   } else {
-    return call.createErrorReply(QDBusError::PropertyReadOnly, name + " cannot be set");
+    return call.createErrorReply(QDBusError::PropertyReadOnly, name + " is read-only");
   }
   return call.createReply();
 }

@@ -55,9 +55,9 @@ public:
     } else {
       ReadSong(address);
     }
-    if (fSongs == 0 && !fIsFaulty && !fTaker->HasEnough()) Fault("There is no song in " + path);
+    if (fSongs == 0 && !fIsFaulty && !fTaker->HasEnough()) Fault("No songs found in " + path);
     if (fSongs == kMostSongs)
-      Fault("Only the first " + std::to_string(kMostSongs) + " songs of " + path + " are taken");
+      Fault("Only the first " + std::to_string(kMostSongs) + " songs of " + path + " were added");
   }
 
 private:
@@ -107,15 +107,15 @@ private:
     std::error_code error;
     const std::string real = fs::canonical(path, error).string();
     if (std::find(fBeingRead.begin(), fBeingRead.end(), real) != fBeingRead.end()) {
-      return Fault(path + " names itself, by way of the lists in it: left out there");
+      return Fault("The playlist " + path + " contains itself; the repetition was skipped");
     }
     if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestListBytes || ++fLists > kMostLists) {
-      return Fault("Cannot read the list " + path);
+      return Fault("Cannot read the playlist " + path);
     }
     const std::optional<std::string> bytes = read_file(path);
-    if (!bytes) return Fault("Cannot read the list " + path);
+    if (!bytes) return Fault("Cannot read the playlist " + path);
     if (std::ranges::count(*bytes, '\n') > static_cast<ptrdiff_t>(kMostListLines))
-      Fault("Only the first " + std::to_string(kMostListLines) + " lines of the list " + path + " are read");
+      Fault("Only the first " + std::to_string(kMostListLines) + " lines of the playlist " + path + " were read");
     fBeingRead.push_back(real);
     TakeList(path, parse_m3u(*bytes, fs::path(real).parent_path().string()));
     fBeingRead.pop_back();
@@ -135,9 +135,9 @@ private:
       if (!song.fault.empty() && ++dead == 1) firstDead = song.path + ": " + song.fault;
       Give(std::move(song));
     }
-    if (dead == 1) Fault("A song of the list " + list + " cannot be played: " + firstDead);
+    if (dead == 1) Fault("1 song of the playlist " + list + " cannot be played: " + firstDead);
     if (dead > 1)
-      Fault(std::to_string(dead) + " songs of the list " + list + " cannot be played, the first: " + firstDead);
+      Fault(std::to_string(dead) + " songs of the playlist " + list + " cannot be played, the first: " + firstDead);
   }
 
   bool IsDone() const { return fSongs >= kMostSongs || fTaker->HasEnough(); }

@@ -122,8 +122,8 @@ void TSongListView::paintEvent(QPaintEvent* event) {
   if (fModel.rowCount() == 0) {
     painter.setOpacity(kHintStrength);
     painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
-                     fIsSearching ? tr("Looking for songs …")
-                                  : tr("Drop songs, folders or lists here,\nor open them: Ctrl+O"));
+                     fIsSearching ? tr("Searching for songs…")
+                                  : tr("Drop songs, folders or playlists here,\nor press Ctrl+O"));
     painter.setOpacity(1);
   }
   if (fDropRow < 0) return;
@@ -175,6 +175,6 @@ void TSongListView::contextMenuEvent(QContextMenuEvent* event) {
   });
   menu->addAction(tr("Move &up\tAlt+Up"), this, [this] { MoveSelected(-1); });
   menu->addAction(tr("Move &down\tAlt+Down"), this, [this] { MoveSelected(1); });
-  menu->addAction(tr("&Remove from the list\tDelete"), this, [this] { RemoveSelected(); });
+  menu->addAction(tr("&Remove from playlist\tDelete"), this, [this] { RemoveSelected(); });
   menu->popup(isByKey ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos());
 }

@@ -84,7 +84,7 @@ TSongAddress refused(std::string_view text, const char* reason) {
 }
 
 TSongAddress file_address(std::string_view path) {
-  if (path.find('\0') != std::string_view::npos) return refused(path, "its name has a NUL in it");
+  if (path.find('\0') != std::string_view::npos) return refused(path, "its name contains a NUL");
   if (path.size() > kLongestAddress) return refused(path, "its name is too long");
   return {normal(path), {}};
 }

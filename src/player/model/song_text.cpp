@@ -20,8 +20,8 @@ constexpr int32 kEarlyMs = 3000;
 std::string fault_of_kind(const std::string& path) {
   struct stat file {};
   if (stat(path.c_str(), &file) != 0) return std::strerror(errno);
-  if (S_ISDIR(file.st_mode)) return "it is a folder";
-  return S_ISREG(file.st_mode) ? "" : "it is a pipe or a device, not a file";
+  if (S_ISDIR(file.st_mode)) return "this is a folder";
+  return S_ISREG(file.st_mode) ? "" : "this is a pipe or a device, not a file";
 }
 
 std::string fault_of_file(const std::string& path, const std::string& librarySays) {
@@ -36,7 +36,7 @@ std::string fault_of_file(const std::string& path, const std::string& librarySay
 std::string early_end(const TSong& song, int32 positionMs) {
   if (song.durationMs - positionMs < kEarlyMs) return {};
   return song.path + " ends at " + clock_text(positionMs) + " instead of " + clock_text(song.durationMs) +
-         ": the file may have been cut off";
+         ": the file may be truncated";
 }
 
 std::string clean_text(std::string_view text) {

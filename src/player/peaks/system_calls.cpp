@@ -124,7 +124,7 @@ TFilterProgram compiled(scmp_filter_ctx filter) {
 
 std::optional<TFilterProgram> computing_only() {
   if (!kernel_can_filter()) {
-    std::fputs("sonivo-peaks: system calls cannot be filtered here; songs are read without that\n", stderr);
+    std::fputs("sonivo-peaks: no system call filter available here; reading songs without it\n", stderr);
     return std::nullopt;
   }
   const scmp_filter_ctx filter = seccomp_init(SCMP_ACT_KILL_PROCESS);

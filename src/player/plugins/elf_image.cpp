@@ -91,14 +91,14 @@ std::string build_id(int file, const std::vector<TSegment>& segments) {
 
 TElfImage read_elf_image(int file, uint64 size) {
   TElfHeader header{};
-  if (size < sizeof header || !read_at(file, 0, &header, sizeof header)) return {.fault = "it is no image"};
-  if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) return {.fault = "it is no image"};
-  if (!is_for_this_program(header)) return {.fault = "it was built for another kind of machine or program"};
+  if (size < sizeof header || !read_at(file, 0, &header, sizeof header)) return {.fault = "it is not a shared library"};
+  if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) return {.fault = "it is not a shared library"};
+  if (!is_for_this_program(header)) return {.fault = "it was built for another machine type or file class"};
   std::vector<TSegment> segments;
   const bool isWhole = read_segments(file, size, header, &segments) &&
                        std::all_of(segments.begin(), segments.end(),
                                    [size](const TSegment& segment) { return is_whole(segment, size); }) &&
                        has(segments, PT_LOAD) && has(segments, PT_DYNAMIC) && has_whole_sections(header, size);
-  if (!isWhole) return {.fault = "the file is cut off or damaged"};
+  if (!isWhole) return {.fault = "the file is truncated or damaged"};
   return {.buildId = build_id(file, segments)};
 }

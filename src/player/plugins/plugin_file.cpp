@@ -59,7 +59,7 @@ std::string fault_of_folder(const std::string& folder) {
 }
 
 std::string fault_of_node(const std::string& path, const struct stat& info) {
-  if (!S_ISREG(info.st_mode)) return "it is no regular file";
+  if (!S_ISREG(info.st_mode)) return "it is not a regular file";
   return can_others_write(path, info) ? "other users can write to it" : "";
 }
 
@@ -85,7 +85,7 @@ bool TPluginFile::IsSameAs(const TPluginFile& other) const {
 
 std::string check_plugin_file(const std::string& path, TPluginFile* file) {
   const std::string real = real_path(path);
-  if (real.empty()) return "it is a link to nothing";
+  if (real.empty()) return "it is a broken link";
   std::string fault = fault_of_folder(std::filesystem::path(real).parent_path().string());
   struct stat info {};
   // Looked at before it is opened, which some devices act upon.

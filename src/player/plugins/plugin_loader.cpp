@@ -71,7 +71,7 @@ void TPluginLoader::LookAt(TPlugin& plugin) {
   plugin.isBusy = state.isBusy;
   const bool isOverdue = state.call && system_time() - state.sinceUs >= fPatienceUs;
   if (isOverdue && !plugin.isOverdue)
-    Report(plugin.fileName, std::string("does not answer: its ") + name_of(*state.call) + " has not returned");
+    Report(plugin.fileName, std::string("is not responding: its ") + name_of(*state.call) + " has not returned");
   plugin.isOverdue = isOverdue;
   if (!plugin.isBusy) Advance(plugin, state.isBuilt);
 }
@@ -112,7 +112,7 @@ void TPluginLoader::Begin(const TCandidate& candidate) {
     fPlugins.push_back(
         std::make_unique<TPlugin>(TPlugin{.file = file, .fileName = candidate.fileName, .thread = std::move(thread)}));
   } catch (const std::system_error& error) {
-    Report(candidate.fileName, std::string("is not loaded: no thread can be made for it: ") + error.what());
+    Report(candidate.fileName, std::string("is not loaded: no thread could be created for it: ") + error.what());
   }
 }
 

@@ -54,14 +54,14 @@ std::string TLoadedPlugin::Load(const std::string& path) {
   const auto construct = reinterpret_cast<NewPluginFunction>(dlsym(fImage, "NewPlugin"));
   if (construct) return Build(construct);
   dlclose(fImage);
-  return "is no plug-in: it has no NewPlugin";
+  return "cannot be loaded: it has no NewPlugin function";
 }
 
 /** An image whose entry failed half-way may have left a thread in it: it stays mapped. */
 std::string TLoadedPlugin::Build(NewPluginFunction construct) {
   PluginConstructorStruct record;
   std::string failure = failure_of([&] { fObject.reset(construct(&record)); });
-  if (fObject == nullptr && failure.empty()) failure = "gave no plug-in";
+  if (fObject == nullptr && failure.empty()) failure = "could not be started: NewPlugin returned nothing";
   return failure;
 }
 

@@ -103,7 +103,7 @@ public:
     {
       std::unique_lock lock(fMutex);
       if (!fChanged.wait_for(lock, kLongestEnd, [this] { return !fIsRunning; }))
-        log_error("audio", "the sound server does not answer: not waiting for it");
+        log_error("audio", "the sound server is not responding; not waiting for it");
     }
     const std::lock_guard lock(fEventsMutex);
     fEvents = nullptr;
@@ -218,7 +218,7 @@ private:
     SetOptions(mpv, kClosedOptions);
     SetOptions(mpv, kPlayOptions);
     const bool isConfined = SetOptions(mpv, kOneFileOptions);
-    if (!isConfined) log_error("audio", "the audio library cannot be kept from opening more than the song: not used");
+    if (!isConfined) log_error("audio", "the audio library cannot be confined to the song file, so it is not used");
     if (!isConfined || library->initialize(mpv) < 0) {
       library->terminate_destroy(mpv);
       return false;
@@ -391,7 +391,8 @@ private:
     if (stretched != fStretched) {
       fHasFilter = stretched && mpv_library()->set_property_string(fMpv, "af", kStretchFilter) >= 0;
       if (!stretched) mpv_library()->set_property_string(fMpv, "af", "");
-      if (stretched && !fHasFilter) log_error("audio", "no filter 'rubberband': positions at other speeds are rougher");
+      if (stretched && !fHasFilter)
+        log_error("audio", "no filter 'rubberband': positions at other speeds are less exact");
       fStretched = stretched;
     }
     SetNumber("speed", speed);

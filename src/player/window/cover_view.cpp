@@ -13,7 +13,7 @@ constexpr int kNoteSide = 36;
 
 TCoverView::TCoverView() {
   setFixedSize(kSide, kSide);
-  setAccessibleName(tr("Cover"));
+  setAccessibleName(tr("Cover art"));
 }
 
 QSize TCoverView::sizeHint() const {

@@ -22,21 +22,21 @@ QFileDialog* new_dialog(QWidget* parent, const BMessenger& player, const QString
 } // namespace
 
 void choose_songs(QWidget* parent, const BMessenger& player) {
-  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Open songs or lists"), kMsgAddSongs);
+  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Open songs or playlists"), kMsgAddSongs);
   dialog->setFileMode(QFileDialog::ExistingFiles);
   dialog->open();
 }
 
 void choose_folder(QWidget* parent, const BMessenger& player) {
-  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Open a folder"), kMsgAddSongs);
+  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Open folder"), kMsgAddSongs);
   dialog->setFileMode(QFileDialog::Directory);
   dialog->open();
 }
 
 void choose_list_file(QWidget* parent, const BMessenger& player) {
-  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Save the list"), kMsgSaveList);
+  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Save playlist"), kMsgSaveList);
   dialog->setAcceptMode(QFileDialog::AcceptSave);
-  dialog->setNameFilter(QObject::tr("Lists of songs (*.m3u8 *.m3u)"));
+  dialog->setNameFilter(QObject::tr("Playlists (*.m3u8 *.m3u)"));
   dialog->setDefaultSuffix(QStringLiteral("m3u8"));
   dialog->open();
 }

@@ -57,16 +57,16 @@ TPlayerControls::TPlayerControls(const BMessenger& player) : fPlayer(player) {
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(2);
   AddButton("previous", tr("Previous song"), tr("P"), kMsgPrevious);
-  fPlayButton = AddButton("play", tr("Play or pause"), tr("Space"), kMsgPlayPause);
+  fPlayButton = AddButton("play", tr("Play / pause"), tr("Space"), kMsgPlayPause);
   AddButton("next", tr("Next song"), tr("N"), kMsgNext);
   row->addSpacing(8);
-  fFromButton = AddRepeatButton("A", tr("Repeat from here"), kMsgRepeatFrom);
-  fToButton = AddRepeatButton("B", tr("Repeat up to here"), kMsgRepeatTo);
+  fFromButton = AddRepeatButton("A", tr("Repeat: start here"), kMsgRepeatFrom);
+  fToButton = AddRepeatButton("B", tr("Repeat: end here"), kMsgRepeatTo);
   row->addStretch(1);
   AddSpeed();
   AddVolume();
   row->addSpacing(4);
-  fMenuButton = AddButton("menu", tr("More"), tr("Alt+M"), 0);
+  fMenuButton = AddButton("menu", tr("Menu"), tr("Alt+M"), 0);
 }
 
 QToolButton* TPlayerControls::AddButton(const QString& icon, const QString& name, const QString& key, uint32 request) {
@@ -90,7 +90,7 @@ QToolButton* TPlayerControls::AddRepeatButton(const QString& letter, const QStri
   button->setMinimumSize(30, 34);
   button->setAutoRaise(true);
   button->setCheckable(true);
-  button->setToolTip(tip_of(name, tr("%1; X: no longer").arg(letter)));
+  button->setToolTip(tip_of(name, tr("%1; X: stop repeating").arg(letter)));
   button->setAccessibleName(name);
   button->setFocusPolicy(Qt::TabFocus);
   connect(button, &QToolButton::clicked, this,
@@ -102,7 +102,7 @@ QToolButton* TPlayerControls::AddRepeatButton(const QString& letter, const QStri
 void TPlayerControls::AddSpeed() {
   fSpeed = new QComboBox;
   show_speed(fSpeed, 100);
-  fSpeed->setToolTip(tr("Speed; the pitch is kept (Ctrl+Up, Ctrl+Down: 5 %; Ctrl+0: the song's own)"));
+  fSpeed->setToolTip(tr("Speed, same pitch (Ctrl+Up, Ctrl+Down: 5%; Ctrl+0: normal)"));
   fSpeed->setAccessibleName(tr("Speed"));
   fSpeed->setFocusPolicy(Qt::TabFocus);
   connect(fSpeed, &QComboBox::activated, this,
@@ -111,7 +111,7 @@ void TPlayerControls::AddSpeed() {
 }
 
 void TPlayerControls::AddVolume() {
-  QToolButton* const mute = AddButton("volume", tr("Silence, or as loud as before"), tr("M"), 0);
+  QToolButton* const mute = AddButton("volume", tr("Mute / unmute"), tr("M"), 0);
   mute->setIconSize(QSize(16, 16));
   mute->setMinimumSize(28, 34);
   connect(mute, &QToolButton::clicked, this, [this] { Mute(); });

@@ -141,12 +141,12 @@ void TPlayerWidget::OpenMenu() {
 /** The keys behind the tabs are those of MakeShortcuts, which work before this menu was ever opened. */
 void TPlayerWidget::MakeMenu() {
   fMenu = new QMenu(this);
-  fMenu->addAction(tr("&Open songs or lists …\tCtrl+O"), this, [this] { choose_songs(this, fPlayer); });
-  fMenu->addAction(tr("Open a &folder …\tCtrl+Shift+O"), this, [this] { choose_folder(this, fPlayer); });
-  fMenu->addAction(tr("&Save the list …\tCtrl+S"), this, [this] { choose_list_file(this, fPlayer); });
+  fMenu->addAction(tr("&Open songs or playlists…\tCtrl+O"), this, [this] { choose_songs(this, fPlayer); });
+  fMenu->addAction(tr("Open &folder…\tCtrl+Shift+O"), this, [this] { choose_folder(this, fPlayer); });
+  fMenu->addAction(tr("&Save playlist…\tCtrl+S"), this, [this] { choose_list_file(this, fPlayer); });
   fMenu->addSeparator();
-  fMenu->addAction(tr("&Remove the selected songs\tDelete"), this, [this] { fList->RemoveSelected(); });
-  fMenu->addAction(tr("&Clear the list\tCtrl+Delete"), this, [this] { ask(fPlayer, kMsgClearSongs); });
+  fMenu->addAction(tr("&Remove selected songs\tDelete"), this, [this] { fList->RemoveSelected(); });
+  fMenu->addAction(tr("&Clear playlist\tCtrl+Delete"), this, [this] { ask(fPlayer, kMsgClearSongs); });
   fMenu->addSeparator();
   fMenu->addMenu(new_source_menu(this, fPlayer, &fSources));
   fMenu->setToolTipsVisible(true);
@@ -159,8 +159,8 @@ void TPlayerWidget::AddPluginMenus() {
     QMenu* const menu = fMenu->addMenu(QString::fromStdString(fPlugins[i].name));
     menu->menuAction()->setToolTip(QString::fromStdString(fPlugins[i].info));
     menu->addAction(tr("&Show"), this, [this, index] { ask(fPlayer, kMsgShowPlugin, "index", index); });
-    menu->addAction(tr("&Preferences …"), this, [this, index] { ask(fPlayer, kMsgPluginPrefs, "index", index); });
-    menu->addAction(tr("&About …"), this, [this, index] { ask(fPlayer, kMsgAboutPlugin, "index", index); });
+    menu->addAction(tr("&Preferences…"), this, [this, index] { ask(fPlayer, kMsgPluginPrefs, "index", index); });
+    menu->addAction(tr("&About"), this, [this, index] { ask(fPlayer, kMsgAboutPlugin, "index", index); });
     fPluginMenus.push_back(menu);
   }
 }

@@ -36,8 +36,8 @@ QString exact_text(int32 timeMs) {
 } // namespace
 
 TSeekBar::TSeekBar() : QSlider(Qt::Horizontal) {
-  setAccessibleName(tr("Play position"));
-  setToolTip(tr("Play position (Left, Right: 5 s; Page Up, Page Down: 30 s)"));
+  setAccessibleName(tr("Playback position"));
+  setToolTip(tr("Playback position (Left, Right: 5 s; Page Up, Page Down: 30 s)"));
   setFocusPolicy(Qt::TabFocus);
   setMouseTracking(true);
   setTracking(false); // while it is dragged, the song plays on

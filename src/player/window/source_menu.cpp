@@ -27,12 +27,13 @@ void add_source(QMenu* menu, const QString& name, const std::string& id, const s
 
 void fill(QMenu* menu, const TSources& sources, const BMessenger& player) {
   menu->clear();
-  add_source(menu, text("Own sound"), {}, sources.chosen, player);
+  add_source(menu, text("This player"), {}, sources.chosen, player);
   menu->addSeparator();
   for (const TSourceName& source : sources.players)
     add_source(menu, QString::fromStdString(source.name), source.id, sources.chosen, player);
   if (!sources.players.empty()) return;
-  const char* const why = sources.isBusReachable ? "No other player is open" : "The desktop's message bus is not there";
+  const char* const why =
+      sources.isBusReachable ? "No other player is open" : "The session bus (D-Bus) is not available";
   menu->addAction(text(why))->setEnabled(false);
 }
 

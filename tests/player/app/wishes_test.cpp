@@ -170,8 +170,8 @@ TEST_F(Wishes, AFileThatVanishesWhileItPlaysIsTold) {
   for (int tick = 0; tick < 25; ++tick) Wish(kMsgTick);
   IsPlaying();
   const std::string told = testing::internal::GetCapturedStderr();
-  EXPECT_NE(told.find("is gone: /music/song.mp3"), std::string::npos) << told;
-  EXPECT_EQ(told.find("is gone"), told.rfind("is gone")) << "once";
+  EXPECT_NE(told.find("was moved or deleted: /music/song.mp3"), std::string::npos) << told;
+  EXPECT_EQ(told.find("was moved or deleted"), told.rfind("was moved or deleted")) << "once";
 }
 
 TEST_F(Wishes, SpeedGoesByPointsWithinItsBounds) {

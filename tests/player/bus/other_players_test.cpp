@@ -237,5 +237,5 @@ TEST_F(OtherPlayers, ABusThatGoesAwayOrNeverWasIsTold) {
   nowhere.Start();
   EXPECT_TRUE(fListener->Wait([&] { return fListener->fNews > 0; }));
   EXPECT_FALSE(fListener->Flag(fListener->fPlayers, "reachable"));
-  EXPECT_NE(testing::internal::GetCapturedStderr().find("message bus is gone"), std::string::npos);
+  EXPECT_NE(testing::internal::GetCapturedStderr().find("session bus connection was lost"), std::string::npos);
 }

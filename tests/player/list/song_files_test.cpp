@@ -43,7 +43,7 @@ TEST(SongFiles, AFolderGivesItsSongsInByteOrder) {
   EXPECT_EQ(TGathered(folder.File("sub/nothing")).songs.size(), 1U) << "a file is taken as it is named";
   EXPECT_THAT(TGathered(folder.File("sub/loop/sub/../sub")).faults, ElementsAre()) << "through the link";
   std::filesystem::create_directory(folder.File("none"));
-  EXPECT_THAT(TGathered(folder.File("none")).faults, ElementsAre(HasSubstr("no song in")));
+  EXPECT_THAT(TGathered(folder.File("none")).faults, ElementsAre(HasSubstr("No songs found in")));
 }
 
 TEST(SongFiles, ListsWithinListsEndAndTellWhatIsMissing) {
@@ -61,8 +61,8 @@ TEST(SongFiles, ListsWithinListsEndAndTellWhatIsMissing) {
   EXPECT_EQ(gathered.songs.back().fault, "") << "whether it is there is known when it is played";
   EXPECT_EQ(gathered.songs[3].fault, "No such file or directory");
   EXPECT_EQ(gathered.songs[2].fault, "");
-  EXPECT_THAT(gathered.faults, ElementsAre(HasSubstr("names itself"), HasSubstr("Cannot read the list"),
-                                           HasSubstr("2 songs of the list " + outer +
+  EXPECT_THAT(gathered.faults, ElementsAre(HasSubstr("contains itself"), HasSubstr("Cannot read the playlist"),
+                                           HasSubstr("2 songs of the playlist " + outer +
                                                      " cannot be played, the first: " + folder.File("gone.mp3"))));
 }
 
@@ -76,7 +76,8 @@ TEST(SongFiles, WhatIsNoSongStaysInTheListWithAWord) {
   const TGathered gathered(list);
   EXPECT_THAT(paths_of(gathered.songs), ElementsAre(filter, pipe, "FILE://host/a.mp3"));
   for (const TSong& song : gathered.songs) EXPECT_NE(song.fault, "") << song.path;
-  EXPECT_THAT(gathered.faults, ElementsAre(HasSubstr("Cannot read the list"), HasSubstr("3 songs of the list")));
+  EXPECT_THAT(gathered.faults,
+              ElementsAre(HasSubstr("Cannot read the playlist"), HasSubstr("3 songs of the playlist")));
   for (const std::string& text : {filter, pipe, std::string("/dev/zero"), "file://host" + pipe}) {
     const TGathered handedOver(text);
     ASSERT_EQ(handedOver.songs.size(), 1U) << text;

@@ -49,7 +49,7 @@ TEST_F(SongSearch, FindsInTheOrderOfTheWishesAndTellsWhatItCouldNot) {
   EXPECT_EQ(songs.front().title, "first");
   for (size_t i = 1; i <= 300; ++i) ASSERT_EQ(songs[i].title, std::to_string(99 + i));
   EXPECT_EQ(songs.back().title, "last");
-  EXPECT_THAT(fFaults, ElementsAre(HasSubstr("There is no song in")));
+  EXPECT_THAT(fFaults, ElementsAre(HasSubstr("No songs found in")));
 }
 
 TEST_F(SongSearch, WhatWasForgottenIsNeverTold) {

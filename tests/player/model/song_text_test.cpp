@@ -8,8 +8,8 @@ TEST(SongText, AFileSaysItselfWhyItCannotBePlayed) {
   const ScratchFolder folder;
   EXPECT_EQ(fault_of_file(folder.File("none"), "?"), "No such file or directory");
   EXPECT_EQ(fault_of_file("http://radio.example/x", "loading failed"), "loading failed");
-  EXPECT_EQ(fault_of_file(folder.Path(), "?"), "it is a folder");
-  EXPECT_EQ(fault_of_file("/dev/null", "?"), "it is a pipe or a device, not a file");
+  EXPECT_EQ(fault_of_file(folder.Path(), "?"), "this is a folder");
+  EXPECT_EQ(fault_of_file("/dev/null", "?"), "this is a pipe or a device, not a file");
   EXPECT_EQ(fault_of_file(folder.Write("empty.mp3", ""), "?"), "the file is empty");
   EXPECT_EQ(fault_of_file(folder.Write("text.mp3", "x"), "unknown format"), "unknown format");
 }
@@ -20,7 +20,7 @@ TEST(SongText, OnlyAnEndWellBeforeItsTimeIsTold) {
   song.durationMs = 185000;
   EXPECT_EQ(early_end(song, 182500), "");
   EXPECT_EQ(early_end(song, 187000), "");
-  EXPECT_EQ(early_end(song, 65000), "/a.mp3 ends at 1:05 instead of 3:05: the file may have been cut off");
+  EXPECT_EQ(early_end(song, 65000), "/a.mp3 ends at 1:05 instead of 3:05: the file may be truncated");
 }
 
 TEST(SongText, TagsAreShownOnOneLine) {

@@ -107,9 +107,9 @@ TEST_F(HostileSong, AnUrlThatAnswersWithAListOrAnotherSchemeLeadsNowhere) {
 TEST_F(HostileSong, APipeADeviceOrAFolderIsRefusedAtOnceWithAWord) {
   const std::string pipe = fFolder.File("pipe.mp3");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  EXPECT_EQ(Refusal(pipe), "it is a pipe or a device, not a file");
-  EXPECT_EQ(Refusal("/dev/zero"), "it is a pipe or a device, not a file");
-  EXPECT_EQ(Refusal(fFolder.Path()), "it is a folder");
+  EXPECT_EQ(Refusal(pipe), "this is a pipe or a device, not a file");
+  EXPECT_EQ(Refusal("/dev/zero"), "this is a pipe or a device, not a file");
+  EXPECT_EQ(Refusal(fFolder.Path()), "this is a folder");
   ExpectPlays(fFolder.Write("good.wav", silent_wav()));
 }
 

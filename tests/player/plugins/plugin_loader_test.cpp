@@ -63,12 +63,12 @@ protected:
 TEST_F(PluginLoader, SaysWhyEachBadImageIsLeftOutAndGoesOn) {
   for (const char* name : {"gen_empty.so", "gen_null.so", "gen_throwing.so"}) Put(name);
   fFolder.Write("other.so", "not looked at");
-  EXPECT_THAT(Load(), ElementsAre("Plug-in gen_empty.so is no plug-in: it has no NewPlugin",
-                                  "Plug-in gen_null.so gave no plug-in",
+  EXPECT_THAT(Load(), ElementsAre("Plug-in gen_empty.so cannot be loaded: it has no NewPlugin function",
+                                  "Plug-in gen_null.so could not be started: NewPlugin returned nothing",
                                   "Plug-in gen_throwing.so failed: no memory for lyrics"));
   EXPECT_EQ(fLoader.Count(), 0);
   EXPECT_THAT(Load([](const std::string& name) { return name == "gen_null.so"; }),
-              ElementsAre("Plug-in gen_null.so gave no plug-in"));
+              ElementsAre("Plug-in gen_null.so could not be started: NewPlugin returned nothing"));
   fLoader.Load("/no/such/folder", is_any);
   EXPECT_THAT(Finish(), IsEmpty());
 }
@@ -97,7 +97,7 @@ TEST_F(PluginLoader, OneThatNeverReturnsIsNamedAndHoldsUpNeitherTheOthersNorTheE
   impatient.BeginEnd();
   while (!impatient.HasEnded()) proceed();
   EXPECT_FALSE(impatient.AreAllGone()) << "the process must not be ended as if nothing of it were left";
-  EXPECT_EQ(faults.front(), "Plug-in gen_hanging.so does not answer: its NewPlugin has not returned");
+  EXPECT_EQ(faults.front(), "Plug-in gen_hanging.so is not responding: its NewPlugin has not returned");
   EXPECT_EQ(std::count(faults.begin(), faults.end(), faults.front()), 1);
 }
 
@@ -123,7 +123,7 @@ TEST_F(PluginLoader, AnImageThatOthersCanWriteIsNotLoaded) {
     EXPECT_THAT(Load(), ElementsAre(std::string("Plug-in gen_null.so is not loaded: ") + reason));
     fs::permissions(path, fs::perms::others_write, fs::perm_options::remove);
   }
-  EXPECT_THAT(Load(), ElementsAre("Plug-in gen_null.so gave no plug-in"));
+  EXPECT_THAT(Load(), ElementsAre("Plug-in gen_null.so could not be started: NewPlugin returned nothing"));
   if (geteuid() != 0) return;
   // Only the administrator can give a file away.
   ASSERT_EQ(chown(fFolder.File("gen_null.so").c_str(), 12345, 12345), 0);
@@ -154,8 +154,8 @@ TEST_F(PluginLoader, AnImageThatIsCutOffAnywhereIsRefused) {
   for (size_t bytes = 0; bytes < whole.size(); bytes += bytes < 1024 ? 37 : 4999)
     EXPECT_NE(reason(whole.substr(0, bytes)), "") << bytes;
   EXPECT_NE(reason(whole.substr(0, whole.size() - 1)), "");
-  EXPECT_EQ(reason("this is no image"), "it is no image");
-  EXPECT_EQ(reason(std::string(100, 'x')), "it is no image");
+  EXPECT_EQ(reason("this is no image"), "it is not a shared library");
+  EXPECT_EQ(reason(std::string(100, 'x')), "it is not a shared library");
   struct {
     const char* name;
     size_t offset;
