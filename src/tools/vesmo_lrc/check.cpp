@@ -2,16 +2,13 @@
 
 #include "lyrics/tag_spans.h"
 #include "lyrics/time_tags.h"
+#include "tools/vesmo_lrc/count_of.h"
 #include "tools/vesmo_lrc/rewrite.h"
 
 #include <algorithm>
 #include <cstdlib>
 
 namespace {
-
-std::string count_of(size_t count, const char* one, const char* many) {
-  return std::to_string(count) + " " + (count == 1 ? one : many);
-}
 
 /** One look at a file, line by line. */
 class TCheck {
@@ -31,7 +28,7 @@ public:
     }
     for (const size_t broken : fLyrics.BrokenLines()) {
       fNumber = broken + 1;
-      Find("broken-text", "this is no " + encoding_name(fLyrics.Encoding()));
+      Find("broken-text", "not valid " + encoding_name(fLyrics.Encoding()));
     }
     TellColons();
     std::stable_sort(fFindings.begin(), fFindings.end(),
@@ -43,12 +40,13 @@ private:
   void Find(const char* code, std::string message) { fFindings.push_back({fNumber, code, std::move(message)}); }
 
   void LookAtBytes() {
-    if (fLyrics.IsUtf16()) return Find("utf-16", "UTF-16 is read by few players, and not by the editor");
+    if (fLyrics.IsUtf16()) return Find("utf-16", "UTF-16, which few players and not the editor can read");
     if (fLyrics.HasByteOrderMark())
       Find("byte-order-mark", "a byte-order mark hides the first line's tag from players");
-    if (!fLyrics.Rest().empty()) Find("nul", "a NUL; some players end there, some take the file for no text");
+    if (!fLyrics.Rest().empty())
+      Find("nul", "contains a NUL: some players stop there, others do not recognise the file as text");
     if (fLyrics.Rest().find_first_not_of('\0') != std::string_view::npos) {
-      Find("text-behind-nul", "what stands behind the NUL is not shown");
+      Find("text-behind-nul", "text after the NUL is not shown");
     }
     if (fLyrics.Encoding() != 0) {
       Find("encoding", encoding_name(fLyrics.Encoding()) + "; most players expect UTF-8");
@@ -62,10 +60,10 @@ private:
     }
     const auto kinds = std::count_if(std::begin(counts), std::end(counts), [](size_t count) { return count > 0; });
     if (kinds > 1) {
-      Find("mixed-line-ends", "mixed line ends: " + std::to_string(counts[0]) + " LF, " + std::to_string(counts[1]) +
+      Find("mixed-line-ends", "mixed line endings: " + std::to_string(counts[0]) + " LF, " + std::to_string(counts[1]) +
                                   " CR LF, " + std::to_string(counts[2]) + " CR");
     } else if (counts[2] > 0) {
-      Find("cr-line-ends", "lines end with CR alone, which players of today do not take for a line end");
+      Find("cr-line-ends", "lines end with CR alone, which most players do not treat as a line ending");
     }
   }
 
@@ -86,11 +84,11 @@ private:
     const std::string bracket = line.substr(0, std::min(line.find(']'), size_t{40}) + 1);
     switch (bracket_kind(line)) {
     case TBracketKind::kHeader:
-      return Find("header", bracket + " would be taken for a time tag by the editor's commands over all lines");
+      return Find("header", bracket + " would be treated as a time tag by the editor's commands for all lines");
     case TBracketKind::kWord:
-      return Find("bracket", bracket + " is no time, yet the editor's commands take it for a time tag");
+      return Find("bracket", bracket + " is not a time, but the editor's commands treat it as a time tag");
     case TBracketKind::kOddTag:
-      return Find("odd-tag", bracket + " is no time tag as others write it");
+      return Find("odd-tag", bracket + " is not a time tag in the usual form");
     default:
       return;
     }
@@ -101,13 +99,13 @@ private:
     for (const TTagSpan& tag : tags) LookAtTag(line, tag);
     if (tags.empty() || !tags.front().IsAtLineStart()) return;
     const bool hasSecond = tags.size() > 1 && tags[1].begin == tags[0].End() && line[tags[1].begin] == '[';
-    if (hasSecond) return Find("several-tags", "the editor takes only the first of several tags for a tag");
+    if (hasSecond) return Find("several-tags", "the editor uses only the first of several tags");
     const long time = tag_time(line, tags.front());
     if (time < fLatestMs) Find("order", tag_text(line, tags.front()) + " is earlier than a line before it");
     fLatestMs = std::max(fLatestMs, time);
     const size_t next = tags.front().End();
     if (tags.front().length == 7 && next < line.size() && line[next] >= '0' && line[next] <= '9') {
-      Find("digit-behind-tag", "the editor reads the digits behind the tag as hundredths");
+      Find("digit-behind-tag", "the editor reads the digits after the tag as hundredths");
     }
   }
 

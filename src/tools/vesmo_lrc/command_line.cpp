@@ -73,7 +73,7 @@ const std::vector<TCommandName>& commands() {
 const TCommandName& command_named(const std::string& name) {
   const auto found = std::find_if(commands().begin(), commands().end(),
                                   [&](const TCommandName& command) { return command.name == name; });
-  if (found == commands().end()) throw UsageError("there is no command '" + name + "'");
+  if (found == commands().end()) throw UsageError("unknown command '" + name + "'");
   return *found;
 }
 
@@ -93,7 +93,7 @@ TGiven read_options(int argc, char** argv) {
   for (int id = 0; (id = getopt_long(argc, argv, ":no:fj:qh", kLongOptions, nullptr)) != -1;) {
     const std::string word = optind > 0 ? argv[optind - 1] : "";
     if (id == ':') throw UsageError("'" + word + "' needs a value");
-    if (id == '?') throw UsageError("'" + word + "' is not known, or not clear");
+    if (id == '?') throw UsageError("unknown or ambiguous option '" + word + "'");
     given[id] = optarg ? optarg : "";
   }
   return given;
@@ -107,7 +107,7 @@ Value chosen(const TGiven& given, int id, std::initializer_list<std::pair<const 
     if (word == name) return value;
     known += (known.empty() ? "" : ", ") + std::string(name);
   }
-  throw UsageError(name_of(id) + " is one of " + known + ", not '" + word + "'");
+  throw UsageError(name_of(id) + " must be one of " + known + ", not '" + word + "'");
 }
 
 long encoding_of(const TGiven& given, int id) {
@@ -198,19 +198,19 @@ void read_values(const TGiven& given, TOptions* options) {
 }
 
 TOptions options_of(const TGiven& given, const std::vector<std::string>& words) {
-  if (words.empty()) throw UsageError("a command is missing");
+  if (words.empty()) throw UsageError("missing command");
   const TCommandName& command = command_named(words.front());
   for (const auto& [id, argument] : given) {
     const bool isForAll = id == kFrom || id == kJobs || id == kQuiet;
     if (!isForAll && std::find(command.options.begin(), command.options.end(), id) == command.options.end()) {
-      throw UsageError(std::string(command.name) + " takes no " + name_of(id));
+      throw UsageError(std::string(command.name) + " does not take " + name_of(id));
     }
   }
   TOptions options;
   options.command = command.command;
   options.paths.assign(words.begin() + 1, words.end());
-  if (options.paths.empty()) throw UsageError("name at least one file or folder, or - for the standard input");
-  if (std::count(options.paths.begin(), options.paths.end(), "-") > 1) throw UsageError("- can be given once only");
+  if (options.paths.empty()) throw UsageError("name at least one file or folder, or - for standard input");
+  if (std::count(options.paths.begin(), options.paths.end(), "-") > 1) throw UsageError("- can be given only once");
   read_values(given, &options);
   return options;
 }

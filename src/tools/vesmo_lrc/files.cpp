@@ -62,29 +62,29 @@ status_t read_input(const std::string& path, std::string* bytes, struct stat* in
 std::string fault_text(status_t status) {
   switch (status) {
   case B_ENTRY_NOT_FOUND:
-    return "there is no such file";
+    return "no such file";
   case B_PERMISSION_DENIED:
     return "permission denied";
   case B_FILE_EXISTS:
-    return "it is there already; --force replaces it";
+    return "the file exists; --force overwrites it";
   case B_IS_A_DIRECTORY:
-    return "it is a folder";
+    return "this is a folder";
   case B_NOT_A_DIRECTORY:
-    return "a part of the path is no folder";
+    return "part of the path is not a folder";
   case B_BAD_VALUE:
-    return "it is no ordinary file";
+    return "not a regular file";
   case B_DEVICE_FULL:
     return "the disk is full";
   case B_FILE_TOO_LARGE:
-    return "it is larger than 1 GiB";
+    return "larger than 1 GiB";
   case B_NO_MEMORY:
-    return "there is not enough memory";
+    return "not enough memory";
   case B_INTERRUPTED:
     return "interrupted";
   case B_MISMATCHED_VALUES:
-    return "it was changed by somebody else meanwhile, and was left alone";
+    return "another program changed the file meanwhile; it was left unchanged";
   default:
-    return "it could not be read or written";
+    return "the file could not be read or written";
   }
 }
 

@@ -61,7 +61,7 @@ TOutcome exported(const TInput& input, const std::string& path, const TExactLyri
   if (const std::string fault = unreadable_text(lyrics); !fault.empty()) return failed(fault);
   const std::optional<TExported> made = export_lyrics(lyrics.Lines(), options.exportFormat);
   const bool needsWords = options.exportFormat == TExportFormat::kEnhanced;
-  if (!made) return failed(needsWords ? "no line has time tags at its words" : "no line has a time tag");
+  if (!made) return failed(needsWords ? "no line has time tags within it" : "no line has a time tag");
   TOutcome outcome;
   outcome.state = TOutcome::kChanged;
   outcome.linesLeftOut = made->linesLeftOut;
@@ -84,7 +84,7 @@ TOutcome work_on(const TOptions& options, const TInput& input, const std::string
   struct stat asRead {};
   const status_t status = read_input(input.path, &bytes, &asRead);
   if (status != B_OK) return failed(fault_text(status));
-  if (has_too_many_lines(bytes)) return failed("it has more than " + std::to_string(kMostLines) + " lines");
+  if (has_too_many_lines(bytes)) return failed("more than " + std::to_string(kMostLines) + " lines");
   const TExactLyrics lyrics(std::move(bytes), options.readEncoding);
   switch (options.command) {
   case TCommand::kInfo:

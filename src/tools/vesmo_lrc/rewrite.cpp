@@ -88,7 +88,7 @@ std::string refusal_for_characters(const std::list<std::string>& lines, long enc
 /** What makes a file unfit for any change; empty for a fit one. */
 std::string unfitness(const TExactLyrics& lyrics, const TOptions& options) {
   const bool hasMoreText = lyrics.Rest().find_first_not_of('\0') != std::string_view::npos;
-  if (hasMoreText && options.command == TCommand::kEncode) return "what stands behind a NUL would be lost";
+  if (hasMoreText && options.command == TCommand::kEncode) return "text after a NUL would be lost";
   // As UTF-8 even odd bytes go through unharmed.
   return lyrics.Encoding() == 0 && !lyrics.IsUtf16() ? std::string() : unreadable_text(lyrics);
 }
@@ -121,10 +121,10 @@ TRewritten rewrite(const TExactLyrics& lyrics, const TOptions& options) {
 }
 
 std::string unreadable_text(const TExactLyrics& lyrics) {
-  if (lyrics.IsUtf16()) return "this is UTF-16, which is not read here";
+  if (lyrics.IsUtf16()) return "UTF-16 is not supported";
   const std::vector<size_t> broken = lyrics.BrokenLines();
   if (broken.empty()) return {};
-  return "line " + std::to_string(broken.front() + 1) + " is no " + encoding_name(lyrics.Encoding()) +
+  return "line " + std::to_string(broken.front() + 1) + " is not valid " + encoding_name(lyrics.Encoding()) +
          "; name the encoding with --from";
 }
 

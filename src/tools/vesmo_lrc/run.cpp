@@ -1,5 +1,6 @@
 #include "tools/vesmo_lrc/run.h"
 
+#include "tools/vesmo_lrc/count_of.h"
 #include "tools/vesmo_lrc/outcome.h"
 #include "tools/vesmo_lrc/parallel.h"
 #include "tools/vesmo_lrc/progress.h"
@@ -43,7 +44,7 @@ public:
 
   int Run() {
     fInputs = collect_files(fOptions.paths, [this](const std::string& text) { Tell(text); });
-    if (fInputs.empty()) Tell("there are no lyrics files");
+    if (fInputs.empty()) Tell("no lyrics files found");
     if (fOptions.command == TCommand::kExport && !CanExport()) return kExitUsage;
     fOutcomes.resize(fInputs.size());
     Print(fFrame.before);
@@ -157,24 +158,29 @@ private:
       linesLeftOut += outcome.linesLeftOut;
     }
     if (bracketsLeft > 0) {
-      Say(std::to_string(bracketsLeft) + " lines with a bracket that is no time tag were left as they are");
+      Say(count_of(bracketsLeft, "line with a bracket that is not a time tag was left unchanged",
+                   "lines with a bracket that is not a time tag were left unchanged"));
     }
-    if (linesLeftOut > 0) Say(std::to_string(linesLeftOut) + " lines without a time have no place in subtitles");
+    if (linesLeftOut > 0) {
+      Say(count_of(static_cast<size_t>(linesLeftOut), "line without a time tag was left out",
+                   "lines without a time tag were left out"));
+    }
     if (fOutcomes.size() > 1 && fOptions.command != TCommand::kInfo) Say(Counts());
   }
 
   std::string Counts() const {
     const auto number = [this](TOutcome::TState state) { return std::to_string(Count(state)); };
     const std::string failed = number(TOutcome::kFailed) + " failed";
-    const std::string notDone = Count(TOutcome::kNotDone) > 0 ? ", " + number(TOutcome::kNotDone) + " not begun" : "";
+    const std::string notDone = Count(TOutcome::kNotDone) > 0 ? ", " + number(TOutcome::kNotDone) + " not started" : "";
     if (fOptions.command == TCommand::kCheck) {
-      return number(TOutcome::kFindings) + " files with findings, " + number(TOutcome::kAsItWas) + " without, " +
-             failed + notDone;
+      return count_of(Count(TOutcome::kFindings), "file", "files") + " with findings, " + number(TOutcome::kAsItWas) +
+             " without, " + failed + notDone;
     }
-    const char* const done = fOptions.command == TCommand::kExport ? " files written, "
-                             : fOptions.isDryRun                   ? " files would change, "
-                                                                   : " files changed, ";
-    return number(TOutcome::kChanged) + done + number(TOutcome::kAsItWas) + " as they were, " + failed + notDone;
+    const char* const done = fOptions.command == TCommand::kExport ? " written, "
+                             : fOptions.isDryRun                   ? " would change, "
+                                                                   : " changed, ";
+    return count_of(Count(TOutcome::kChanged), "file", "files") + done + number(TOutcome::kAsItWas) + " unchanged, " +
+           failed + notDone;
   }
 
   int ExitCode() const {

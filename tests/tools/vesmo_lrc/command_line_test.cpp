@@ -38,11 +38,11 @@ TEST(CommandLine, AmountsMayHaveUnitsAndAreBounded) {
 
 TEST(CommandLine, WhatMakesNoSenseIsSaid) {
   const std::pair<std::vector<std::string>, const char*> rows[] = {
-      {{}, "a command is missing"},
-      {{"sing", "a"}, "no command 'sing'"},
+      {{}, "missing command"},
+      {{"sing", "a"}, "unknown command 'sing'"},
       {{"info"}, "at least one file"},
-      {{"info", "-", "-"}, "once only"},
-      {{"info", "--by", "5", "a"}, "info takes no --by"},
+      {{"info", "-", "-"}, "only once"},
+      {{"info", "--by", "5", "a"}, "info does not take --by"},
       {{"shift", "a"}, "needs --by"},
       {{"shift", "--by", "soon", "a"}, "not 'soon'"},
       {{"shift", "--by", "0.5", "a"}, "not '0.5'"},
@@ -53,7 +53,7 @@ TEST(CommandLine, WhatMakesNoSenseIsSaid) {
       {{"encode", "--eol", "nl", "a"}, "one of lf, crlf, cr"},
       {{"check", "--length", "long", "a"}, "not 'long'"},
       {{"info", "-j", "0", "a"}, "--jobs takes"},
-      {{"info", "--what", "a"}, "'--what' is not known"},
+      {{"info", "--what", "a"}, "unknown or ambiguous option '--what'"},
   };
   for (const auto& [words, said] : rows) {
     const TParsedLine line = parse(words);

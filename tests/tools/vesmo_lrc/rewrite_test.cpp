@@ -75,7 +75,7 @@ TEST(Rewrite, EncodeWritesPlainTextAnew) {
 
 TEST(Rewrite, RefusesWhatWouldLoseSomething) {
   EXPECT_THAT(made("é\n日\nñé\n", encode_to(1)), HasSubstr("Shift-JIS cannot hold line 1: é; line 3: ñ é"));
-  EXPECT_THAT(made(std::string("a\0b", 3), encode_to(0)), HasSubstr("behind a NUL"));
+  EXPECT_THAT(made(std::string("a\0b", 3), encode_to(0)), HasSubstr("text after a NUL"));
   EXPECT_THAT(made(std::string("\xFF\xFE"
                                "a\0",
                                4),
@@ -83,7 +83,7 @@ TEST(Rewrite, RefusesWhatWouldLoseSomething) {
               HasSubstr("UTF-16"));
   TOptions asJis = shift_by(10);
   asJis.readEncoding = 2;
-  EXPECT_THAT(made("[00:01:00]日\n", asJis), HasSubstr("line 1 is no JIS"));
+  EXPECT_THAT(made("[00:01:00]日\n", asJis), HasSubstr("line 1 is not valid JIS"));
 }
 
 TEST(UnifiedDiff, ShowsChangedLinesWithWhatIsAroundThem) {

@@ -76,9 +76,9 @@ class VesmoLrc(unittest.TestCase):
         good, bad = self.write("good.lrc", "[00:01]日\n"), self.write("bad.lrc", "[00:01]é\n")
         _, said = self.run_tool("encode", "--to", "sjis", self.root, self.root / "missing", "/dev/null", code=1)
         self.assertIn("bad.lrc: Shift-JIS cannot hold line 1: é", said)
-        self.assertIn("missing: there is no such file", said)
-        self.assertIn("/dev/null: it is no ordinary file", said)
-        self.assertIn("1 files changed, 0 as they were, 3 failed", said)
+        self.assertIn("missing: no such file", said)
+        self.assertIn("/dev/null: not a regular file", said)
+        self.assertIn("1 file changed, 0 unchanged, 3 failed", said)
         self.assertEqual(good.read_bytes(), "[00:01]日\n".encode("cp932"))
         self.assertEqual(bad.read_bytes(), "[00:01]é\n".encode())
 
