@@ -3,15 +3,15 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vesmo-editor)
 set(CPACK_PACKAGE_VENDOR "The Vesmo Editor team")
 set(CPACK_PACKAGE_CONTACT "Vesmo Editor team <vesmo-editor@koreva.example>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "lyrics editor beside the music, with its player")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "lyrics editor with its own music player")
 set(CPACK_PACKAGE_DESCRIPTION "\
-Play a song in the player Sonivo and press the space bar on each line of the
-lyrics as it is sung: the moment is written in front of the line, exact to a
+Play a song in the player Sonivo and press the space bar as each line of the
+lyrics is sung: the time is written in front of the line, exact to a
 hundredth of a second. Reads and writes lyrics in UTF-8, Shift-JIS and JIS,
 shifts and converts all tags of a file, and undoes everything.
 .
-The package holds the player and the editor, which the player loads; both
-are at home in English, Japanese, German and French.")
+The package contains the player and the editor, a plug-in of the player. The
+editor is available in English, Japanese, German and French.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
