@@ -12,6 +12,7 @@ from stage import Stage  # noqa: E402
 
 HELP = ROOT / "src/editor/help/pictures"
 DOCS = ROOT / "docs/pictures"
+README_LANGUAGES = ("en", "ja")
 LYRICS = """[00:05:73]Who has seen the wind?
 [00:08:60]Neither I nor you:
 [00:11:11]But when the leaves hang trembling,
@@ -69,7 +70,7 @@ def take_windows(language, words):
     s = Stage()
     try:
         s.set_language(f"{language}.llt")
-        short = language[:2].lower()
+        short = words["Locale"]
         # Names that stand in the list of recent files.
         for name in ("morning.lrc", "evening.lrc"):
             s.start(s.file(name, "one\n"))
@@ -85,7 +86,8 @@ def take_windows(language, words):
         make_equally_high(s.window(), s.player())
         window = eyes.place(s.window())
         take(HELP / f"window_{short}.png", window)
-        take(DOCS / f"both_windows_{short}.png", around(window, eyes.place(s.player())))
+        if short in README_LANGUAGES:
+            take(DOCS / f"both_windows_{short}.png", around(window, eyes.place(s.player())))
 
         hands.press("F10")
         menu = [words["Menu_File"], words["Menu_Open"]]
@@ -116,5 +118,5 @@ def take_windows(language, words):
         s.clear_away()
 
 
-for name in ("English", "Japanese"):
+for name in ("English", "Japanese", "German", "French"):
     take_windows(name, Words(f"{name}.llt"))
