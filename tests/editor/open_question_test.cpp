@@ -52,7 +52,7 @@ protected:
     fEditor = wait_for("a.lrc - Vesmo Editor");
     hands::press(*fEditor, "Delete"); // the tag
     hands::press_close_button(*fEditor);
-    EXPECT_THAT(hands::wait_for_question().text, testing::HasSubstr("changed"));
+    EXPECT_THAT(hands::wait_for_question().text, testing::HasSubstr("unsaved changes"));
   }
   ~OpenQuestion() override {
     fManager.reset();

@@ -135,10 +135,10 @@ TEST_F(PluginLoader, WhatIsNoRegularFileIsNotEvenOpened) {
   fs::create_directory(fFolder.File("gen_folder.so"));
   fs::create_symlink("/dev/zero", fFolder.File("gen_zero.so"));
   fs::create_symlink("nothing", fFolder.File("gen_lost.so"));
-  EXPECT_THAT(Load(), ElementsAre("Plug-in gen_fifo.so is not loaded: it is no regular file",
-                                  "Plug-in gen_folder.so is not loaded: it is no regular file",
-                                  "Plug-in gen_lost.so is not loaded: it is a link to nothing",
-                                  "Plug-in gen_zero.so is not loaded: it is no regular file"));
+  EXPECT_THAT(Load(), ElementsAre("Plug-in gen_fifo.so is not loaded: it is not a regular file",
+                                  "Plug-in gen_folder.so is not loaded: it is not a regular file",
+                                  "Plug-in gen_lost.so is not loaded: it is a broken link",
+                                  "Plug-in gen_zero.so is not loaded: it is not a regular file"));
 }
 
 /** The dynamic linker touches what the headers promise and, where that is missing, ends the process. */
