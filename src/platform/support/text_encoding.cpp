@@ -1,6 +1,7 @@
 #include "platform/support/text_encoding.h"
 
 #include "platform/support/japanese_tables.h"
+#include "platform/support/utf8.h"
 
 #include <cstring>
 
@@ -10,18 +11,6 @@ constexpr char kEscape = 0x1B;
 
 unsigned char byte_at(const char* at) {
   return static_cast<unsigned char>(*at);
-}
-
-/** Where the run of ASCII that begins at `at` ends. */
-const char* ascii_end(const char* at, const char* end) {
-  constexpr uint64 kTopBits = 0x8080808080808080;
-  for (; end - at >= 8; at += 8) {
-    uint64 word = 0;
-    std::memcpy(&word, at, sizeof word);
-    if ((word & kTopBits) != 0) break;
-  }
-  while (at != end && byte_at(at) < 0x80) ++at;
-  return at;
 }
 
 /** The destination of a conversion. */
@@ -65,35 +54,25 @@ struct Input {
   const char* at;
   const char* end;
   size_t Left() const { return static_cast<size_t>(end - at); }
+  std::string_view Rest() const { return {at, Left()}; }
 };
+
+/** Copies the ASCII at the start of the source; true when something else follows and there is room. */
+bool copy_ascii(Input* in, Output* out) {
+  const size_t length = ascii_length(in->Rest());
+  const size_t copied = out->PutSome(in->at, length);
+  in->at += copied;
+  return copied == length && in->at != in->end;
+}
 
 struct Character {
   uint32 code = 0; // 0: broken
   size_t length = 1;
 };
 
-/** The UTF-8 character at the start; a broken piece is as long as what can belong together. */
-Character next_utf8(const Input& in) {
-  const unsigned char lead = byte_at(in.at);
-  const size_t length = lead < 0x80 ? 1 : lead >= 0xF0 && lead < 0xF5 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0x80) return {lead, 1};
-  if (lead < 0xC2 || lead > 0xF4) return {0, 1};
-  uint32 code = lead & (0x7FU >> length);
-  for (size_t i = 1; i < length; ++i) {
-    if (i >= in.Left() || (byte_at(in.at + i) & 0xC0) != 0x80) return {0, i};
-    code = code << 6 | (byte_at(in.at + i) & 0x3F);
-  }
-  const bool overlong = (length == 3 && code < 0x800) || (length == 4 && code < 0x10000);
-  const bool outside = code > 0x10FFFF || (code >= 0xD800 && code < 0xE000);
-  return {overlong || outside ? 0 : code, length};
-}
-
 void from_sjis(Input* in, Output* out, char substitute) {
   const JapaneseTables& tables = japanese_tables();
-  while (in->at != in->end) {
-    const char* const run = ascii_end(in->at, in->end);
-    in->at += out->PutSome(in->at, static_cast<size_t>(run - in->at));
-    if (in->at != run || run == in->end) return;
+  while (copy_ascii(in, out)) {
     const unsigned char lead = byte_at(in->at);
     size_t length = 1;
     uint16_t unit = tables.fromSjis[0][lead];
@@ -176,11 +155,8 @@ void from_jis(Input* in, Output* out, char substitute) {
 
 void to_sjis(Input* in, Output* out, char substitute) {
   const JapaneseTables& tables = japanese_tables();
-  while (in->at != in->end) {
-    const char* const run = ascii_end(in->at, in->end);
-    in->at += out->PutSome(in->at, static_cast<size_t>(run - in->at));
-    if (in->at != run || run == in->end) return;
-    const Character next = next_utf8(*in);
+  while (copy_ascii(in, out)) {
+    const Utf8Character next = first_character(in->Rest());
     const uint16_t code = next.code < 0x10000 ? tables.toSjis[next.code] : uint16_t{0};
     const char pair[] = {static_cast<char>(code >> 8), static_cast<char>(code)};
     const bool put = code == 0 ? out->Put(substitute) : code < 0x100 ? out->Put(pair[1]) : out->Put(pair, 2);
@@ -226,8 +202,8 @@ private:
   JisSet fSet = JisSet::kAscii;
 };
 
-bool put_jis(JisWriter* writer, uint32 code, char substitute, const JapaneseTables& tables) {
-  const char single = code < 0x80 && code != 0 ? static_cast<char>(code) : substitute;
+bool put_jis(JisWriter* writer, char32_t code, char substitute, const JapaneseTables& tables) {
+  const char single = code < 0x80 ? static_cast<char>(code) : substitute;
   if (code >= 0xFF61 && code <= 0xFF9F) {
     const char kana = static_cast<char>(code - 0xFF61 + 0x21);
     return writer->Put(JisSet::kKana, &kana, 1);
@@ -244,9 +220,8 @@ void to_jis(Input* in, Output* out, char substitute) {
   const JapaneseTables& tables = japanese_tables();
   JisWriter writer(out);
   while (in->at != in->end) {
-    const Character next = next_utf8(*in);
-    const bool isNul = *in->at == '\0';
-    if (!(isNul ? writer.Put(JisSet::kAscii, in->at, 1) : put_jis(&writer, next.code, substitute, tables))) break;
+    const Utf8Character next = first_character(in->Rest());
+    if (!put_jis(&writer, next.code, substitute, tables)) break;
     in->at += next.length;
   }
   writer.Close();
