@@ -1,5 +1,6 @@
-/** The editor view's commands over every line. */
+/** Commands on every line of the document. */
 
+#include "document/edit_session.h"
 #include "document/editor_view.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
@@ -19,23 +20,11 @@ std::string quoted(const char* text) {
 
 } // namespace
 
-void TVesmoEView::RewriteLines(const std::function<void(std::list<std::string>*)>& rewrite) {
-  fActive->FlushEdits();
-  std::list<std::string> lines;
-  fActive->GetLines(&lines);
-  const int32 line = fActive->CurLine();
-  rewrite(&lines);
-  fActive->SetLines(lines);
-  fActive->SetCurLine(line);
-  RecordWholeText(lines, line);
-  fActive->SetModified(true); // also when no line had a tag
-}
-
 void TVesmoEView::FineTimeTagRqtd(const BMessage& message) {
   std::string typed;
   if (message.FindString("_SmplIptData", &typed) != B_OK) return;
   const long offsetMs = std::clamp(std::strtol(typed.c_str(), nullptr, 10), -kMaxShiftMs, kMaxShiftMs);
-  RewriteLines([offsetMs](auto* lines) { shift_time_tags(lines, offsetMs); });
+  fSession->Rewrite([offsetMs](auto* lines) { shift_time_tags(lines, offsetMs); });
   const std::string report = gLLT->Text("StatBarStr_Fined_Time_Tag") + std::to_string(offsetMs) + " [ms]";
   SetStatBarStr(report.c_str());
 }
@@ -49,7 +38,7 @@ void TVesmoEView::MItemCvtTag(const BMessage& message) {
                   gLLT->Text("Ask_Cvt_Tag_3"))) {
     return;
   }
-  RewriteLines([toExtended](auto* lines) { convert_time_tags(lines, toExtended); });
+  fSession->Rewrite([toExtended](auto* lines) { convert_time_tags(lines, toExtended); });
   const std::string report = std::string(gLLT->Text("StatBarStr_Cvted_Tag_1")) + from +
                              gLLT->Text("StatBarStr_Cvted_Tag_2") + to + gLLT->Text("StatBarStr_Cvted_Tag_3");
   SetStatBarStr(report.c_str());
@@ -57,6 +46,6 @@ void TVesmoEView::MItemCvtTag(const BMessage& message) {
 
 void TVesmoEView::MItemDelAllTimeTagClicked() {
   if (!ask_no_yes(gLLT->Text("Ask_Del_All_Time_Tag"))) return;
-  RewriteLines(delete_time_tags);
+  fSession->Rewrite(delete_time_tags);
   SetStatBarStr(gLLT->Text("StatBarStr_Deled_All_Time_Tag"));
 }

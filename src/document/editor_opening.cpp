@@ -1,6 +1,8 @@
-/** The editor view's ways to open lyrics. */
+/** Opening lyrics. */
 
 #include "common/koreva.h"
+#include "common/safety_copy.h"
+#include "document/edit_session.h"
 #include "document/editor_view.h"
 #include "hostlink/current_song_finder.h"
 #include "interapp/questions.h"
@@ -15,16 +17,16 @@
 #include "platform/storage/node_info.h"
 #include "plugin/pref.h"
 
-#include <string_view>
+#include <optional>
+#include <utility>
 
 namespace {
 
 constexpr const char* kTextType = "text/plain";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-/** While a file is being opened the player is left alone. */
+/** Effectively no polling of the player while a file is opened. */
 constexpr bigtime_t kSlowPollUs = 100000000;
 
-/** Polls slowly for as long as it lives, whatever way the opening ends. */
+/** Slows polling down during its lifetime. */
 class TSlowPoll {
 public:
   explicit TSlowPoll(BMessageRunner* poll) : fPoll(poll) {
@@ -46,42 +48,52 @@ std::string too_many_lines_text(const entry_ref& ref) {
          gLLT->Text("Hint_Most_Lines_3");
 }
 
+/** The safety copy of a save in place that was interrupted, if the user wants it. It is longer than the file. */
+std::optional<entry_ref> copy_to_open_instead(const entry_ref& ref) {
+  const std::string copy = longer_safety_copy(ref.FullPath());
+  entry_ref found;
+  if (copy.empty() || get_ref_for_path(copy.c_str(), &found) != B_OK) return {};
+  const std::string question = gLLT->Text("Ask_Open_Copy_1") + copy + gLLT->Text("Ask_Open_Copy_2");
+  return ask_no_yes(question) ? std::optional(found) : std::nullopt;
+}
+
+std::string cannot_load_text(const entry_ref& ref) {
+  return gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + ref.FullPath());
+}
+
+/** A recent file chosen with the Control key held is to be removed from the list. */
+bool is_removal(const BMessage& message) {
+  return message.HasField(kFromRecentFiles) && !message.IsSourceRemote() && (modifiers() & B_CONTROL_KEY);
+}
+
 } // namespace
 
 void TVesmoEView::MItemOpenCurLyricsClicked() {
   fSongFinder->Start();
 }
 
-void TVesmoEView::CurrentSongAnswered(const BMessage& message) {
-  if (message.what == kMsgPlayerSilent) return SetStatBarStr(gLLT->Text("Err_Player_Does_Not_Answer"));
-  if (message.what == kMsgNoSong) return tell(gLLT->Text("Err_No_Current_Song"));
-  BMessage open(message);
-  open.what = B_REFS_RECEIVED;
-  Window()->PostMessage(&open);
-}
-
 void TVesmoEView::RefsReceived(const BMessage& message) {
   const TSlowPoll slowly(fPoll.get());
   entry_ref ref;
   if (message.FindRef("refs", &ref) != B_OK || ref.IsEmpty()) return;
-  if (AsksToForget(message, ref)) return;
+  if (is_removal(message)) {
+    if (ask_no_yes(gLLT->Text("Ask_Del_One_MRUF_1") + ref.name + gLLT->Text("Ask_Del_One_MRUF_2")))
+      SendRemoveHistoryRqtd(ref);
+    return;
+  }
   BMessage afterSave(message);
-  afterSave.RemoveName(kFromRecentFiles); // by then the keys that are held mean something else
-  if (!AskSave(afterSave, this) || !MakeSureItExists(ref)) return;
-  const entry_ref source = CopyToOpenInstead(ref).value_or(ref);
+  afterSave.RemoveName(kFromRecentFiles); // keys held by then have no meaning for it
+  if (!AskSave(afterSave, this) || !EnsureExists(ref)) return;
+  const entry_ref source = copy_to_open_instead(ref).value_or(ref);
   if (has_too_many_lines(source)) return tell(too_many_lines_text(source));
-  if (!OpenFile(message, ref, source)) tell(gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + ref.FullPath()));
+  std::optional<TOpenedLyrics> opened = open_lyrics(ref, source);
+  if (!opened) return tell(cannot_load_text(ref));
+  ShowOpened(std::move(*opened));
+  koreva::invoke_next_msg(&message);
 }
 
-/** A recent file chosen with the Control key held is one to drop from the list. */
-bool TVesmoEView::AsksToForget(const BMessage& message, const entry_ref& ref) {
-  if (!message.HasField(kFromRecentFiles) || message.IsSourceRemote() || !(modifiers() & B_CONTROL_KEY)) return false;
-  if (ask_no_yes(gLLT->Text("Ask_Del_One_MRUF_1") + ref.name + gLLT->Text("Ask_Del_One_MRUF_2")))
-    SendRemoveHistoryRqtd(ref);
-  return true;
-}
-
-bool TVesmoEView::MakeSureItExists(const entry_ref& ref) {
+/** Offers to create a missing file. */
+bool TVesmoEView::EnsureExists(const entry_ref& ref) {
   if (BEntry(&ref).Exists()) return true;
   const std::string question = gLLT->Text("Ask_Create_New_1") + ref.FullPath() + gLLT->Text("Ask_Create_New_2");
   if (!ask_no_yes(question)) {
@@ -89,7 +101,7 @@ bool TVesmoEView::MakeSureItExists(const entry_ref& ref) {
     return false;
   }
   if (CreateNewLyricsFile(ref)) return true;
-  tell(gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + ref.FullPath()));
+  tell(cannot_load_text(ref));
   return false;
 }
 
@@ -100,53 +112,38 @@ bool TVesmoEView::CreateNewLyricsFile(const entry_ref& ref) {
   return true;
 }
 
-/** Opens the file; `source` has its text, as unsaved changes when it is another file. */
-bool TVesmoEView::OpenFile(const BMessage& request, const entry_ref& ref, const entry_ref& source) {
-  TLyricsInfo info;
-  info.File = ref;
-  std::list<std::string> lines;
-  bool isWhole = true;
-  if (!load_lyrics(source, &lines, &info.CRType, &info.Encoding, &isWhole)) return false;
-  if (cvt_enum_ec_to_bconv(info.Encoding) == 0) info.Encoding = 0; // one that nobody knows converts nothing
-  off_t size = 0;
-  if (BEntry(&source, true).GetSize(&size) == B_OK && size == 0) {
+void TVesmoEView::ShowOpened(TOpenedLyrics opened) {
+  if (opened.isEmptyFile) {
     CreateNewLyrics();
-    fInfo.File = ref;
+    fDocument.BindToFile(opened.file, opened.state);
   } else {
-    fInfo = info;
-    fIsWhole = isWhole;
-    fOutside.clear();
-    ShowLines(std::move(lines));
-    if (source != ref) MarkChanged();
+    fSession->Show(opened.lines);
+    fDocument.Open(std::move(opened));
+    fSession->DocumentStarted();
   }
   SendAddHistoryRqtd();
   SetWinTitle();
   ExpDefaultStatBarRqtd();
-  TellNotWhole();
-  koreva::invoke_next_msg(&request);
-  return true;
+  if (!fDocument.IsWhole())
+    notify(gLLT->Text("Err_Not_Whole") + ("\n" + fDocument.File().FullPath()) + "\n\n" + gLLT->Text("Hint_Not_Whole"));
 }
 
-void TVesmoEView::ShowLines(std::list<std::string> lines) {
-  if (lines.empty()) lines.emplace_back();
-  if (lines.front().starts_with(kByteOrderMark)) lines.front().erase(0, kByteOrderMark.size());
-  fActive->SetLines(lines);
-  fActive->SetCurLine(0);
-  fActive->SetModified(false);
-  BeginHistory();
+/** Opens the message's files by way of the window. */
+void TVesmoEView::PostOpen(const BMessage& message) {
+  BMessage open(message);
+  open.what = B_REFS_RECEIVED;
+  Window()->PostMessage(&open);
 }
 
 bool TVesmoEView::SimpleData(const BMessage& message) {
   if (!message.WasDropped() || !message.IsSourceRemote() || !message.HasField("refs")) return false;
-  BMessage open(message);
-  open.what = B_REFS_RECEIVED;
-  Window()->PostMessage(&open);
+  PostOpen(message);
   return true;
 }
 
 void TVesmoEView::SendAddHistoryRqtd() {
   BMessage request(kMsgAddHistory);
-  request.AddRef("refs", &fInfo.File);
+  request.AddRef("refs", &fDocument.File());
   Window()->PostMessage(&request);
 }
 

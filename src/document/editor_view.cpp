@@ -1,74 +1,42 @@
 #include "document/editor_view.h"
 
 #include "common/app_info.h"
-#include "document/document_teller.h"
-#include "editviews/free_edit_view.h"
+#include "document/document_publisher.h"
+#include "document/edit_session.h"
+#include "document/export_command.h"
 #include "editviews/tag_input_view.h"
 #include "hostlink/current_song_finder.h"
 #include "hostlink/host_link.h"
+#include "interapp/questions.h"
 #include "language/llt.h"
 #include "lyrics/document_notices.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
-#include "platform/interface/scroll_view.h"
-#include "platform/interface/string_view.h"
 #include "platform/interface/window.h"
-#include "platform/support/cut_text.h"
 #include "plugin/pref.h"
 
-#include <algorithm>
-
 namespace {
-
-constexpr float kStatusBarHeight = 14;
-/** The link's own thread polls nothing; this is how often it looks whether it is to end. */
+/** How often the link's own thread, which does not poll, checks whether it has to end. */
 constexpr int64 kFrontEndIntervalUs = 100000;
-
-constexpr int32 kFreeEditMode = 2;
-
-BRect above_status_bar(BRect bounds) {
-  bounds.bottom -= kStatusBarHeight + 1;
-  return bounds;
-}
-
-BRect status_bar_of(BRect bounds) {
-  bounds.top = bounds.bottom - kStatusBarHeight;
-  return bounds;
-}
-
 } // namespace
 
 TVesmoEView::TVesmoEView(BRect frame)
     : TKRVView(frame, "VesmoEditorView", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS),
       fFrontEnd(std::make_unique<Sonivo_FrontEnd>(false, kFrontEndIntervalUs)) {
   fFrontEnd->Start();
-  const BRect editFrame = above_status_bar(Bounds());
-  fTagInput = new TTagInputView(editFrame, fFrontEnd.get());
-  fFreeEdit = new TFreeEditView(editFrame);
-  fTagInput->SetListener(this);
-  fFreeEdit->SetListener(this);
-  fActive = fTagInput;
-  fScroll = new BScrollView(editFrame, "ScrlView", fTagInput, B_FOLLOW_ALL_SIDES);
-  AddChild(fScroll);
-  fStatusBar = new BStringView(status_bar_of(Bounds()), "StatusBar", "", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
-  fStatusBar->SetAccessibleRole(B_STATUS_BAR_ROLE);
-  AddChild(fStatusBar);
+  fSession = std::make_unique<TEditSession>(this, fFrontEnd.get(), &fDocument, &fSong);
 }
 
 TVesmoEView::~TVesmoEView() {
   fPoll.reset();
-  fTeller.reset();
+  fPublisher.reset();
   fFrontEnd->StopWaiting();
   fSongFinder.reset();
-  if (fActive == fTagInput)
-    delete fFreeEdit;
-  else
-    delete fTagInput;
 }
 
 void TVesmoEView::AttachedToWindow() {
   fSongFinder = std::make_unique<TCurrentSongFinder>(fFrontEnd.get(), BMessenger(this));
-  fTeller = std::make_unique<TDocumentTeller>(BMessenger(this), fFrontEnd.get());
+  fPublisher = std::make_unique<TDocumentPublisher>(BMessenger(this), &fDocument, &fSong, fFrontEnd.get());
   const BMessage refresh(kMsgRefreshInfo);
   fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &refresh, gPref->Values()->pollIntervalUs);
 }
@@ -80,9 +48,11 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   case kMsgOpenCurrent:
     return MItemOpenCurLyricsClicked();
   case kMsgSongFound:
+    return PostOpen(*message);
   case kMsgNoSong:
+    return tell(gLLT->Text("Err_No_Current_Song"));
   case kMsgPlayerSilent:
-    return CurrentSongAnswered(*message);
+    return SetStatBarStr(gLLT->Text("Err_Player_Does_Not_Answer"));
   case B_REFS_RECEIVED:
     return RefsReceived(*message);
   case B_SIMPLE_DATA:
@@ -95,21 +65,23 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   case kMsgMode:
     return MItemModeClicked(*message);
   case kMsgFollowDocument:
-    return fTeller->FollowRqtd(*message);
-  case kMsgTellWhole:
-    return fTeller->TellWhole(fHistory.Lines(), fSongTitle, fInfo.File.IsEmpty() ? "" : fInfo.File.FullPath());
-  case kMsgTellMarks:
-    return fTeller->TellMarks(fHistory.Lines(), fSongTitle);
+    return fPublisher->FollowRqtd(*message);
+  case kMsgSendDocument:
+    return fPublisher->PublishWhole();
+  case kMsgSendMarks:
+    return fPublisher->PublishMarks();
   case kMsgUndo:
-    return UndoRqtd();
+    return fSession->Undo();
   case kMsgRedo:
-    return RedoRqtd();
+    return fSession->Redo();
   case kMsgConvertTags:
     return MItemCvtTag(*message);
   case kMsgDeleteTags:
     return MItemDelAllTimeTagClicked();
   case kMsgExportTo:
-    return ExportRqtd(*message);
+    fSession->Active().FlushEdits();
+    if (const auto report = export_document(fDocument, *message)) SetStatBarStr(report->c_str());
+    return;
   case kMsgShiftTags:
     return FineTimeTagRqtd(*message);
   case kMsgStatBarStr:
@@ -121,7 +93,8 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   case kMsgAppearance:
     return PrefAppearanceChanged();
   case kMsgPollInterval:
-    return PrefPollIntervalChanged();
+    fPoll->SetInterval(gPref->Values()->pollIntervalUs);
+    return;
   case '_lgc':
     return LanguageChanged();
   default:
@@ -129,47 +102,36 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   }
 }
 
-void TVesmoEView::SetActive(int32 mode) {
-  BView* const shown = mode == kFreeEditMode ? static_cast<BView*>(fFreeEdit) : fTagInput;
-  if (shown == fScroll->Target()) return;
-  const bool hadFocus = fScroll->Target()->IsFocus();
-  fScroll->SetTarget(shown);
-  if (mode == kFreeEditMode)
-    fActive = fFreeEdit;
-  else
-    fActive = fTagInput;
-  if (hadFocus) shown->MakeFocus();
+TEditMode TVesmoEView::Mode() const {
+  return fSession->Mode();
 }
 
 void TVesmoEView::FocusLyrics() {
-  fScroll->Target()->MakeFocus();
+  fSession->MakeFocus();
 }
 
 void TVesmoEView::SetMode(int32 mode) {
-  fMode = mode;
-  SetActive(mode);
-  fActive->SetMode(mode);
+  const std::optional<TEditMode> known = edit_mode_of(mode);
+  if (!known) return;
+  fSession->SetMode(*known);
+  ModeChanged();
+}
+
+/** The window marks the mode in its menus and tool bar. */
+void TVesmoEView::ModeChanged() {
   ExpDefaultStatBarRqtd();
   BMessage changed(kMsgModeChanged);
-  changed.AddInt32("Mode", mode);
+  changed.AddInt32("Mode", static_cast<int32>(Mode()));
   if (Window()) Window()->PostMessage(&changed);
 }
 
 void TVesmoEView::MItemModeClicked(const BMessage& message) {
-  int32 mode = 0;
-  if (message.FindInt32("Mode", &mode) != B_OK || mode < 0 || mode > kFreeEditMode) return;
-  fActive->FlushEdits();
-  std::list<std::string> lines;
-  fActive->GetLines(&lines);
-  const bool modified = fActive->IsModified();
-  const int32 last = static_cast<int32>(lines.size()) - 1;
-  const int32 line = std::clamp(fActive->CurLine(), int32{0}, std::max(last, int32{0}));
-  TTrackedEditView* const left = fActive;
-  SetMode(mode);
-  if (left != fActive) left->Clear(); // a long text need not be held twice
-  fActive->SetLines(lines);
-  fActive->SetModified(modified);
-  fActive->SetCurLine(line);
+  int32 number = 0;
+  if (message.FindInt32("Mode", &number) != B_OK) return;
+  const std::optional<TEditMode> mode = edit_mode_of(number);
+  if (!mode) return;
+  fSession->SwitchMode(*mode);
+  ModeChanged();
 }
 
 void TVesmoEView::MItemNewClicked() {
@@ -181,51 +143,38 @@ void TVesmoEView::MItemNewClicked() {
 
 void TVesmoEView::CreateNewLyrics() {
   const auto settings = gPref->Values();
-  fActive->Clear();
-  fActive->SetLines({std::string()});
-  fActive->SetCurLine(0);
-  const bool knowsEncoding = settings->writeEncoding >= 0 && settings->writeEncoding <= 2;
-  BeginHistory();
-  fIsWhole = true;
-  fOutside.clear();
-  fInfo = {cvt_enum_cr_type_to_ct(settings->writeCRType), knowsEncoding ? settings->writeEncoding : 0, {}};
-}
-
-std::string TVesmoEView::DocumentName() const {
-  return fInfo.File.IsEmpty() ? gLLT->Text("New_Lyrics") : fInfo.File.name;
+  fSession->Active().Clear();
+  fSession->Show({std::string()});
+  fDocument.StartNew({encoding_of(settings->writeEncoding), line_end_of(settings->writeCRType)});
+  fSession->DocumentStarted();
 }
 
 void TVesmoEView::SetWinTitle() {
-  if (Window()) Window()->SetTitle((DocumentName() + " - " + gAppName).c_str());
+  const entry_ref& file = fDocument.File();
+  const std::string name = file.IsEmpty() ? gLLT->Text("New_Lyrics") : file.name;
+  if (Window()) Window()->SetTitle((name + " - " + gAppName).c_str());
 }
 
 void TVesmoEView::SetStatBarStr(const char* text) {
-  const std::string encodingKey = "StatBarSymbol_Encoding_" + std::to_string(fInfo.Encoding);
-  const std::string crTypeKey = "StatBarSymbol_CR_Type_" + std::to_string(fInfo.CRType);
-  const std::string whole = " [" + fActive->StatBarSymbol() + "] " + gLLT->Text(encodingKey.c_str()) + " <" +
-                            gLLT->Text(crTypeKey.c_str()) + ">   " + text;
-  fStatusBar->SetText(whole.c_str());
+  fSession->Report(text);
 }
 
 void TVesmoEView::SetStatBarStrRqtd(const BMessage& message) {
-  std::string text;
-  if (message.FindString("StatBarStr", &text) != B_OK) return;
-  std::string finding;
-  if (message.FindString("Finding", &finding) == B_OK) text += "   " + finding;
-  SetStatBarStr((std::string(cut_text(text)) + fSongWarning).c_str());
-  fSongWarning.clear();
+  fSession->ReportFromView(message);
 }
 
 void TVesmoEView::ExpDefaultStatBarRqtd() {
-  SetStatBarStr(fActive->DefaultStatBarStr().c_str());
-}
-void TVesmoEView::PrefAppearanceChanged() {
-  fTagInput->SetAppearance();
-  fFreeEdit->SetAppearance();
+  fSession->ReportDefault();
 }
 
-void TVesmoEView::PrefPollIntervalChanged() {
-  fPoll->SetInterval(gPref->Values()->pollIntervalUs);
+void TVesmoEView::RefreshSonivoInfoRqtd() {
+  fFrontEnd->Refresh();
+  if (fSong.Adopt(fFrontEnd->Title())) fPublisher->DocumentReplaced();
+  fSession->TagInput().SetSongPosition(fFrontEnd->SungPositionMs());
+}
+
+void TVesmoEView::PrefAppearanceChanged() {
+  fSession->SetAppearance();
 }
 
 void TVesmoEView::LanguageChanged() {

@@ -1,30 +1,26 @@
 #pragma once
 
-#include "editviews/tracked_edit_view.h"
-#include "lyrics/lyrics_file.h"
+#include "document/document_song.h"
+#include "document/lyrics_saver.h"
+#include "editviews/edit_mode.h"
+#include "lyrics/document.h"
 #include "toolkit/krv_view.h"
 
-#include <functional>
 #include <memory>
-#include <optional>
-#include <string>
 
 class BFile;
 class BMessageRunner;
-class BScrollView;
-class BStringView;
 class Sonivo_FrontEnd;
 class TCurrentSongFinder;
-class TDocumentTeller;
-class TFreeEditView;
-class TTagInputView;
+class TDocumentPublisher;
+class TEditSession;
 
-/** What the menus, the panels and the edit views ask of the editor view; the fields stand beside the codes. */
+/** Commands of the menus, panels and edit views to the editor view, with their fields. */
 enum : uint32 {
   kMsgNew = '_new',
   kMsgOpenCurrent = 'opcl',
-  kMsgSave = '_sav',        // may carry a waiting command
-  kMsgSaveAs = '_sva',      // to the window; may carry a waiting command
+  kMsgSave = '_sav',        // may carry a follow-up
+  kMsgSaveAs = '_sva',      // to the window; may carry a follow-up
   kMsgMode = 'mode',        // int32 "Mode"
   kMsgModeChanged = 'umcr', // to the window: int32 "Mode"
   kMsgDefaultStatBar = 'Sedr',
@@ -45,9 +41,9 @@ enum : uint32 {
 /** In a ref message: bool, the file was chosen among the recent ones. */
 inline constexpr const char* kFromRecentFiles = "FromMRUF";
 
-/** The open document: its lines in an edit view, its file, its status bar, and the link to the player. Owned by the
-    editor window, on its thread. */
-class TVesmoEView : public TKRVView, private TEditListener {
+/** The open document with its edit views, its file and the link to the player. Dispatches the commands to their
+    owners. Owned by the editor window, on its thread. */
+class TVesmoEView : public TKRVView {
 public:
   explicit TVesmoEView(BRect frame);
   ~TVesmoEView() override;
@@ -58,8 +54,9 @@ public:
   /** True when the caller may go on at once. After a Yes the lyrics are saved first, and `next` then goes to `target`.
    */
   bool AskSave(const BMessage& next, const BHandler* target);
-  TLyricsInfo CurrentLyricsInfo() const { return fInfo; }
-  int32 Mode() const { return fMode; }
+  TLyricsInfo CurrentLyricsInfo() const { return fDocument.Info(); }
+  TEditMode Mode() const;
+  /** Ignores a number of no mode. */
   void SetMode(int32 mode);
   void FocusLyrics();
   void SetStatBarStr(const char* text);
@@ -71,90 +68,43 @@ private:
   // editor_view.cpp
   void MItemNewClicked();
   void MItemModeClicked(const BMessage& message);
+  void ModeChanged();
   void SetStatBarStrRqtd(const BMessage& message);
   void ExpDefaultStatBarRqtd();
-  void PrefAppearanceChanged();
-  void PrefPollIntervalChanged();
-  std::string DocumentName() const;
-
-  void SetActive(int32 mode);
-
-  // editor_history.cpp
-  void LinesEdited(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter) override;
-  void UndoRqtd();
-  void RedoRqtd();
-  bool Replay(std::optional<TReplay> (TEditHistory::*next)() const, void (TEditHistory::*done)());
-  void RecordWholeText(const std::list<std::string>& lines, int32 line);
-  void BeginHistory();
-  void MarkSaved();
-  void MarkChanged();
-  void TellHistory();
-
-  // editor_song.cpp
   void RefreshSonivoInfoRqtd();
-  void RetakeRqtd() override;
-  void BelongsToSongNow();
-  void LookAtSong();
+  void PrefAppearanceChanged();
 
   // editor_opening.cpp
   void MItemOpenCurLyricsClicked();
-  void CurrentSongAnswered(const BMessage& message);
   void RefsReceived(const BMessage& message);
-  bool OpenFile(const BMessage& request, const entry_ref& ref, const entry_ref& source);
-  bool AsksToForget(const BMessage& message, const entry_ref& ref);
-  bool MakeSureItExists(const entry_ref& ref);
+  bool EnsureExists(const entry_ref& ref);
   bool CreateNewLyricsFile(const entry_ref& ref);
-  void ShowLines(std::list<std::string> lines);
+  void ShowOpened(TOpenedLyrics opened);
+  void PostOpen(const BMessage& message);
   bool SimpleData(const BMessage& message);
-  /** Ask the window to take the document's file into the recent ones, or a file out of them. */
+  /** Ask the window to add the document's file to the recent files, or to remove a file from them. */
   void SendAddHistoryRqtd();
   void SendRemoveHistoryRqtd(const entry_ref& ref);
 
   // editor_saving.cpp
-  long AskAboutChanges() const;
   void MItemSaveClicked(const BMessage& message);
   void SaveRequested(const BMessage& message);
   status_t SaveLyrics(const TLyricsInfo& info);
-  bool IsOnDisk(const TLyricsInfo& info);
+  bool SaveAndVerify(const TLyricsInfo& info);
   void SetLyricsMimeType(BFile* file);
 
-  // editor_losses.cpp
-  std::optional<entry_ref> CopyToOpenInstead(const entry_ref& ref) const;
-  void TellNotWhole();
-  void KeepFileAsItWas();
-  void NoteOutside(const std::list<std::string>& lines, const TLyricsInfo& info);
-  void TellLosses(const TLyricsInfo& info);
-
-  // editor_export.cpp
-  void ExportRqtd(const BMessage& message);
-
   // editor_bulk.cpp
-  void RewriteLines(const std::function<void(std::list<std::string>*)>& rewrite);
   void FineTimeTagRqtd(const BMessage& message);
   void MItemCvtTag(const BMessage& message);
   void MItemDelAllTimeTagClicked();
 
+  TDocument fDocument;
+  TDocumentSong fSong;
+  TLyricsSaver fSaver{&fDocument};
   std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
   std::unique_ptr<TCurrentSongFinder> fSongFinder;
-  std::unique_ptr<TDocumentTeller> fTeller;
+  std::unique_ptr<TEditSession> fSession;
+  std::unique_ptr<TDocumentPublisher> fPublisher;
   std::unique_ptr<BMessageRunner> fPoll;
-  TTagInputView* fTagInput; // this one and the next: the active one a child, by way of the scroll view, the other owned
-  TFreeEditView* fFreeEdit;
-  TTrackedEditView* fActive; // the edit view that is shown
-  TEditHistory fHistory;
-  bool fCanUndo = false; // as last told to the window, and the next
-  bool fCanRedo = false;
-  BScrollView* fScroll;
-  BStringView* fStatusBar;
-  /** Of the song that played when the document was opened or begun; empty while none has. */
-  std::string fSongTitle;
-  std::string fSongWarning; // to stand behind the report of the stamp
-  TLyricsInfo fInfo;
-  bool fSaveWaits = false; // the user wanted it when he was asked, and it is on its way
-  bool fIsWhole = true;    // the file's text is all in the document
-  std::string fKeptFile;   // where it lies as it was, until that has been told
-  std::string fWritten;    // between a save and the look at the disk
-  std::string fOutside;    // what the encoding of the last save could not hold
-  std::string fWholeText;  // with that in it, until it has been told of
-  int32 fMode = 0;
+  bool fSaveIsPending = false; // the user answered Yes, and the kMsgSave is on its way
 };

@@ -12,7 +12,7 @@ namespace {
 /** No line of ordinary length wraps at this width. */
 constexpr float kUnwrappedWidth = 10000;
 
-/** Keys that move about, or do nothing in a text. */
+/** Keys that move the caret or have no effect on text. */
 bool leaves_text_alone(char key) {
   switch (key) {
   case B_HOME:
@@ -100,7 +100,7 @@ void TFreeEditView::Clear() {
 
 void TFreeEditView::KeyDown(const char* bytes, int32 count) {
   BTextView::KeyDown(bytes, count);
-  // Also for keys that find nothing to change, such as Backspace at the start.
+  // Also for keys without effect, such as Backspace at the start.
   if (count != 1 || !leaves_text_alone(bytes[0])) SetModified(true);
 }
 
@@ -121,7 +121,7 @@ void TFreeEditView::FrameResized(float width, float height) {
 
 void TFreeEditView::TextChanged(const text_change& change) {
   TLinesChange edit{change.first, change.removed, change.lines};
-  // What stands behind the last line feed is a line only when it is not empty.
+  // The text after the last line feed is a line only if it is not empty.
   const bool touchesEnd = change.first + static_cast<int32>(change.lines.size()) == change.count;
   if (touchesEnd && edit.lines.back().empty()) edit.lines.pop_back();
   edit.removed = std::clamp(change.removed, int32{0}, std::max(int32{0}, fLineCount - change.first));
@@ -134,6 +134,6 @@ bool TFreeEditView::Replay(const TReplay& replay) {
   const TLinesChange& step = replay.change;
   if (!ReplaceLines({step.first, step.removed, step.lines, 0})) return false;
   fLineCount += static_cast<int32>(step.lines.size()) - step.removed;
-  if (step.lines.size() > 1) SetCurLine(replay.line); // else the caret stands behind what has changed
+  if (step.lines.size() > 1) SetCurLine(replay.line); // else the caret is already after the change
   return true;
 }

@@ -3,17 +3,17 @@
 #include "editviews/tracked_edit_view.h"
 #include "platform/interface/text_view.h"
 
-/** The lyrics as one text to edit, tags and all. On the window's thread. */
+/** The lyrics as plain text, tags included. On the window's thread. */
 class TFreeEditView : public BTextView, public TTrackedEditView {
 public:
   explicit TFreeEditView(BRect frame);
 
-  void SetMode(int32) override {} // there is but one
+  void SetMode(int32) override {} // has only one mode
   void SetLines(const std::list<std::string>& lines) override;
   void GetLines(std::list<std::string>* lines) const override;
   void SetModified(bool modified) override { fModified = modified; }
   bool IsModified() const override { return fModified; }
-  /** Lines as they are in the file, however they are wrapped; one wider than 10000 pixels counts in pieces. */
+  /** Lines as in the file, regardless of wrapping; one wider than 10000 pixels counts as several. */
   void SetCurLine(int32 line) override;
   int32 CurLine() override;
   void SetAppearance() override;
@@ -37,6 +37,6 @@ private:
   void FitTextRect();
 
   bool fModified = false;
-  /** Lines of the document; the text has one more behind its last line feed. */
+  /** Lines of the document; the text has one more, after its last line feed. */
   int32 fLineCount = 0;
 };

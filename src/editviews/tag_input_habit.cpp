@@ -1,14 +1,12 @@
-/** What the tag input view learns of its user: whether the stamps come late, from how they are put right. */
+/** Estimates from the corrections of fresh stamps how late the user presses the key. */
 
 #include "editviews/tag_input_view.h"
-#include "language/llt.h"
+#include "editviews/tag_reports.h"
 #include "lyrics/time_tags.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
 #include "plugin/pref.h"
-
-#include <cstdlib>
 
 namespace {
 
@@ -44,7 +42,5 @@ std::string TTagInputView::NewFinding() {
   hint.AddInt32("LateMs", *latenessMs);
   hint.AddInt32("TmDf", gPref->Values()->timeOffsetMs);
   Window()->PostMessage(&hint);
-  const std::string number = std::to_string(std::abs(*latenessMs));
-  return *latenessMs > 0 ? gLLT->Text("StatBarStr_Stamps_Late_1") + number + gLLT->Text("StatBarStr_Stamps_Late_2")
-                         : gLLT->Text("StatBarStr_Stamps_Early_1") + number + gLLT->Text("StatBarStr_Stamps_Early_2");
+  return lateness_report(*latenessMs);
 }

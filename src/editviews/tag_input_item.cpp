@@ -4,7 +4,7 @@
 #include "plugin/pref.h"
 
 namespace {
-/** A bar at the right end: the text begins at the left. */
+/** A bar at the right edge, clear of the text. */
 constexpr float kSungMarkWidth = 5;
 } // namespace
 

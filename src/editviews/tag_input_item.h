@@ -13,7 +13,7 @@ public:
   std::string Text() const { return fText; }
   void SetText(const std::string& text) { fText = text; }
 
-  /** The song has come to this line. */
+  /** Marks the line that is being sung. */
   void SetSung(bool sung) { fIsSung = sung; }
 
   void DrawItem(BView* view, BRect frame, bool drawsEverything) override;
@@ -22,6 +22,6 @@ public:
 private:
   std::string fText;
   bool fIsSung = false;
-  /** Of the font that all rows share; set by Update, on the window's thread. */
+  /** Of the font of all rows; set by Update on the window's thread. */
   static font_height smFontH;
 };

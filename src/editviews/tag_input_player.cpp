@@ -1,4 +1,4 @@
-/** What the tag input view asks of the player, and shows of the song. */
+/** The tag input view's commands to the player, and its highlight of the line that is sung. */
 
 #include "editviews/tag_input_item.h"
 #include "editviews/tag_input_view.h"

@@ -1,6 +1,7 @@
 #include "editviews/tag_input_view.h"
 
 #include "editviews/tag_input_item.h"
+#include "editviews/tag_reports.h"
 #include "family/appearance.h"
 #include "hostlink/host_link.h"
 #include "language/llt.h"
@@ -15,10 +16,8 @@
 
 namespace {
 
-/** Gives the player time to answer the request for its position. */
+/** The time that the player has to answer the request for its position. */
 constexpr bigtime_t kAnswerUs = 20000;
-constexpr long kStandardStepMs = 1000;
-constexpr long kExtendedStepMs = 10;
 
 } // namespace
 
@@ -66,7 +65,7 @@ void TTagInputView::SetCurLine(int32 line) {
 }
 
 std::string TTagInputView::StatBarSymbol() const {
-  return gLLT->Text(fMode == 0 ? "StatBarSymbol_Tag_Input_Ext" : "StatBarSymbol_Tag_Input_Std");
+  return gLLT->Text(fForm == TTagForm::kExtended ? "StatBarSymbol_Tag_Input_Ext" : "StatBarSymbol_Tag_Input_Std");
 }
 
 std::string TTagInputView::DefaultStatBarStr() const {
@@ -84,7 +83,7 @@ void TTagInputView::SetAppearance() {
   BFont font;
   GetFont(&font);
   font = lyrics_font(font, *look);
-  SetFont(&font, B_FONT_ALL); // measures every row anew and lays the list out
+  SetFont(&font, B_FONT_ALL); // measures the rows and lays out the list again
 }
 
 void TTagInputView::AttachedToWindow() {
@@ -135,7 +134,7 @@ TTagInputItem* TTagInputView::SelectedItem() const {
 }
 
 int32 TTagInputView::StampTimeMs() const {
-  // The answer to the first request is what the second refresh takes: the position at the moment of the key.
+  // The second refresh takes over the answer to the first request: the position at the moment of the key.
   fFrontEnd->Refresh();
   snooze(kAnswerUs);
   fFrontEnd->Refresh();
@@ -145,54 +144,33 @@ int32 TTagInputView::StampTimeMs() const {
 
 void TTagInputView::InputTagRqtd() {
   const int32 row = CurrentSelection();
-  TTagInputItem* const item = SelectedItem();
-  if (item == nullptr) return;
-  const int32 newTimeMs = StampTimeMs();
-  std::string line = item->Text();
-  std::string report;
-  long oldTimeMs = 0;
-  bool wasExtended = false;
-  if (time_tag_to_time(line, &oldTimeMs, &wasExtended)) {
-    remove_time_tag(&line);
-    report = gLLT->Text("StatBarStr_Replaced_Tag_1") + std::to_string(row + 1) +
-             gLLT->Text("StatBarStr_Replaced_Tag_2") + std::to_string(newTimeMs - oldTimeMs) +
-             gLLT->Text("StatBarStr_Replaced_Tag_3");
-  } else {
-    report = gLLT->Text("StatBarStr_Inserted_New_Tag") + std::to_string(row + 1);
-  }
-  std::string tag;
-  time_to_time_tag(newTimeMs, &tag, fMode == 0);
-  Select(row + 1); // none below the last one: the selection stays
+  if (SelectedItem() == nullptr) return;
+  const int32 timeMs = StampTimeMs();
+  const TStampedLine stamped = stamp(Item(row)->Text(), timeMs, fForm);
+  Select(row + 1); // no effect on the last row
   ScrollToSelection();
-  ChangeRow(row, tag + line, TEditKind::kStamp);
-  NoteStamp(row, newTimeMs);
-  Report(report, NewFinding());
+  ChangeRow(row, stamped.line, TEditKind::kStamp);
+  NoteStamp(row, timeMs);
+  Report(stamp_report(row, stamped), NewFinding());
 }
 
 void TTagInputView::IncDecTagRqtd(char key) {
-  TTagInputItem* const item = SelectedItem();
-  if (item == nullptr) return;
-  std::string line = item->Text();
-  long timeMs = 0;
-  bool extended = false;
-  if (!time_tag_to_time(line, &timeMs, &extended)) return;
-  const long size = extended ? kExtendedStepMs : kStandardStepMs;
-  const long stepMs = key == '-' ? -size : size;
-  std::string tag;
-  time_to_time_tag(timeMs + stepMs, &tag, extended);
-  remove_time_tag(&line);
-  ChangeRow(CurrentSelection(), tag + line, TEditKind::kOther);
-  if (extended) NoteMove(CurrentSelection(), static_cast<int32>(timeMs + stepMs));
-  Report(gLLT->Text("StatBarStr_Fined_One_Time_Tag") + std::to_string(stepMs) + "[ms]", NewFinding());
+  if (SelectedItem() == nullptr) return;
+  const int32 row = CurrentSelection();
+  const std::optional<TNudgedLine> nudged = nudge(Item(row)->Text(), key == '+');
+  if (!nudged) return;
+  ChangeRow(row, nudged->line, TEditKind::kOther);
+  if (nudged->form == TTagForm::kExtended) NoteMove(row, static_cast<int32>(nudged->timeMs));
+  Report(nudge_report(*nudged), NewFinding());
 }
 
 void TTagInputView::RemoveTagRqtd() {
-  TTagInputItem* const item = SelectedItem();
-  if (item == nullptr) return;
-  std::string line = item->Text();
-  remove_time_tag(&line); // a line without a tag stays, and is reported all the same
-  ChangeRow(CurrentSelection(), line, TEditKind::kOther);
-  Report(gLLT->Text("StatBarStr_Removed_Tag") + std::to_string(CurrentSelection() + 1));
+  if (SelectedItem() == nullptr) return;
+  const int32 row = CurrentSelection();
+  std::string line = Item(row)->Text();
+  remove_time_tag(&line); // a line without a tag does not change, but is reported as well
+  ChangeRow(row, line, TEditKind::kOther);
+  Report(removal_report(row));
 }
 
 void TTagInputView::SetText(int32 row, const std::string& text) {

@@ -5,9 +5,9 @@
 
 namespace {
 
-/** A pause this long ends a run of typing. */
+/** A pause of this length ends a step of typing. */
 constexpr bigtime_t kPauseUs = 1000000;
-/** Steps are kept up to both bounds, the last one always. */
+/** The oldest steps are dropped beyond either limit; the last step is always kept. */
 constexpr size_t kMaxSteps = 20000;
 constexpr size_t kMaxBytes = 128 << 20;
 
@@ -17,7 +17,7 @@ std::string joined(const std::vector<std::string>& lines) {
   return text;
 }
 
-std::list<std::string> parted(std::string_view text) {
+std::list<std::string> split_lines(std::string_view text) {
   std::list<std::string> lines;
   for (size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
     lines.emplace_back(text.substr(0, end));
@@ -35,13 +35,13 @@ void drop_common_end(std::string* left, std::string* right) {
 
 } // namespace
 
-void TEditHistory::Reset(const std::list<std::string>& lines) {
-  fLines.assign(lines.begin(), lines.end());
+void TEditHistory::Reset(std::list<std::string> lines) {
+  fLines.assign(std::move_iterator(lines.begin()), std::move_iterator(lines.end()));
   fSteps.clear();
   fDone = 0;
   fBytes = 0;
   fFirstState = fSavedState = ++fLastState;
-  fRunGoesOn = false;
+  fCanJoin = false;
 }
 
 bool TEditHistory::Record(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter,
@@ -51,7 +51,7 @@ bool TEditHistory::Record(const TLinesChange& change, TEditKind kind, int32 line
   Step step = MakeStep(change);
   if (kind == TEditKind::kTyping && step.before == step.after && step.countBefore == step.countAfter) return true;
   const bool joins = JoinsLast(change, kind, nowUs);
-  ForgetRedo();
+  DropRedo();
   Apply(change);
   if (joins) {
     fBytes += change.lines.front().size() + 1 - fSteps.back().after.size();
@@ -64,7 +64,7 @@ bool TEditHistory::Record(const TLinesChange& change, TEditKind kind, int32 line
   step.lineAfter = lineAfter;
   step.whenUs = nowUs;
   Push(std::move(step));
-  fRunGoesOn = kind == TEditKind::kTyping;
+  fCanJoin = kind == TEditKind::kTyping;
   return true;
 }
 
@@ -76,7 +76,7 @@ TEditHistory::Step TEditHistory::MakeStep(const TLinesChange& change) const {
   step.first = change.first;
   step.countBefore = change.removed;
   step.countAfter = static_cast<int32>(after.size());
-  // A single line stays whole, so that typing can go on in it.
+  // A single line is stored whole, so that further typing can join the step.
   step.areHeads = before.size() == after.size() && before.size() > 1;
   for (size_t i = 0; step.areHeads && i < before.size(); ++i) drop_common_end(&before[i], &after[i]);
   step.before = joined(before);
@@ -85,7 +85,7 @@ TEditHistory::Step TEditHistory::MakeStep(const TLinesChange& change) const {
 }
 
 bool TEditHistory::JoinsLast(const TLinesChange& change, TEditKind kind, bigtime_t nowUs) const {
-  if (!fRunGoesOn || fDone == 0 || fDone < fSteps.size() || kind != TEditKind::kTyping) return false;
+  if (!fCanJoin || fDone == 0 || fDone < fSteps.size() || kind != TEditKind::kTyping) return false;
   const Step& last = fSteps.back();
   const bool isOneLine = change.removed == 1 && change.lines.size() == 1;
   const bool wasOneLine = last.countBefore <= 1 && last.countAfter == 1;
@@ -108,61 +108,50 @@ void TEditHistory::Push(Step step) {
   fBytes += step.Bytes();
   fSteps.push_back(std::move(step));
   fDone = fSteps.size();
-  while (fSteps.size() > 1 && (fSteps.size() > kMaxSteps || fBytes > kMaxBytes)) ForgetOldest();
+  while (fSteps.size() > 1 && (fSteps.size() > kMaxSteps || fBytes > kMaxBytes)) DropOldest();
 }
 
-void TEditHistory::ForgetRedo() {
+void TEditHistory::DropRedo() {
   while (fSteps.size() > fDone) {
     fBytes -= fSteps.back().Bytes();
     fSteps.pop_back();
   }
 }
 
-void TEditHistory::ForgetOldest() {
+void TEditHistory::DropOldest() {
   fFirstState = fSteps.front().state;
   fBytes -= fSteps.front().Bytes();
   fSteps.pop_front();
   --fDone;
 }
 
-TReplay TEditHistory::Replay(const Step& step, bool undoing) const {
+TReplay TEditHistory::ReplayOf(const Step& step, TReplayDirection direction) const {
+  const bool undoing = direction == TReplayDirection::kUndo;
   TReplay replay;
   replay.line = undoing ? step.lineBefore : step.lineAfter;
   replay.change.first = step.first;
   replay.change.removed = undoing ? step.countAfter : step.countBefore;
-  replay.change.lines = parted(undoing ? step.before : step.after);
+  replay.change.lines = split_lines(undoing ? step.before : step.after);
   if (!step.areHeads) return replay;
-  const std::list<std::string> oldHeads = parted(undoing ? step.after : step.before);
+  const std::list<std::string> oldHeads = split_lines(undoing ? step.after : step.before);
   auto oldHead = oldHeads.begin();
   auto line = fLines.begin() + step.first;
   for (std::string& head : replay.change.lines) head.append(*line++, oldHead++->size(), std::string::npos);
   return replay;
 }
 
-std::optional<TReplay> TEditHistory::NextUndo() const {
-  if (fDone == 0) return {};
-  return Replay(fSteps[fDone - 1], true);
+std::optional<TReplay> TEditHistory::Next(TReplayDirection direction) const {
+  if (!Can(direction)) return {};
+  return ReplayOf(fSteps[direction == TReplayDirection::kUndo ? fDone - 1 : fDone], direction);
 }
 
-std::optional<TReplay> TEditHistory::NextRedo() const {
-  if (fDone == fSteps.size()) return {};
-  return Replay(fSteps[fDone], false);
-}
-
-void TEditHistory::Undo() {
-  if (const auto replay = NextUndo()) {
-    Apply(replay->change);
-    --fDone;
-    fRunGoesOn = false;
-  }
-}
-
-void TEditHistory::Redo() {
-  if (const auto replay = NextRedo()) {
-    Apply(replay->change);
-    ++fDone;
-    fRunGoesOn = false;
-  }
+std::optional<TReplay> TEditHistory::Replay(TReplayDirection direction) {
+  std::optional<TReplay> replay = Next(direction);
+  if (!replay) return {};
+  Apply(replay->change);
+  fDone = direction == TReplayDirection::kUndo ? fDone - 1 : fDone + 1;
+  fCanJoin = false;
+  return replay;
 }
 
 std::optional<TEditKind> TEditHistory::LastKind() const {
@@ -171,6 +160,6 @@ std::optional<TEditKind> TEditHistory::LastKind() const {
 }
 
 void TEditHistory::MarkSaved() {
-  fSavedState = StateNow();
-  fRunGoesOn = false;
+  fSavedState = CurrentState();
+  fCanJoin = false;
 }

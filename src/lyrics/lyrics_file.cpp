@@ -12,37 +12,37 @@
 
 namespace {
 
-constexpr off_t kMaxFileSize = off_t{1} << 30;
-
-/** Bytes that nobody has to fill before they are read into. */
+/** A buffer that is not zeroed before it is read into. */
 struct TBytes {
   explicit TBytes(size_t capacity) : data(new char[capacity + 1]) {}
   std::string_view View() const { return {data.get(), length}; }
   std::unique_ptr<char[]> data;
   size_t length = 0;
-  bool isWhole = true; // as far as it was read
+  bool isWhole = true; // nothing was dropped so far
 };
 
 /** The file up to its first NUL, ended by one; null when it cannot be read. */
-std::unique_ptr<TBytes> read_text(const entry_ref& ref) {
+std::unique_ptr<TBytes> read_text(const entry_ref& ref, TReadReport* report) {
   BFile file(&ref, B_READ_ONLY);
   off_t size = 0;
-  if (file.InitCheck() != B_OK || !file.IsRegular() || file.GetSize(&size) != B_OK || size > kMaxFileSize) return {};
+  if (file.InitCheck() != B_OK || !file.IsRegular() || file.GetSize(&size) != B_OK || size > kMaxLyricsFileSize)
+    return {};
   auto bytes = std::make_unique<TBytes>(static_cast<size_t>(size));
   while (bytes->length < static_cast<size_t>(size)) {
     const ssize_t count = file.Read(bytes->data.get() + bytes->length, static_cast<size_t>(size) - bytes->length);
     if (count < 0) return {};
-    if (count == 0) break; // the file became shorter meanwhile
+    if (count == 0) break; // the file was truncated meanwhile
     bytes->length += static_cast<size_t>(count);
   }
   bytes->data[bytes->length] = '\0';
   const std::string_view all = bytes->View();
+  if (report) report->state = file_state(file.Descriptor(), all);
   bytes->length = std::strlen(bytes->data.get());
   bytes->isWhole = all.find_first_not_of('\0', bytes->length) == std::string_view::npos;
   return bytes;
 }
 
-/** Takes every CR out, run by run; returns the new end. */
+/** Removes every CR, run by run; returns the new end. */
 char* drop_cr(char* start, char* end) {
   char* kept = start;
   for (char* at = start; at != end;) {
@@ -55,7 +55,7 @@ char* drop_cr(char* start, char* end) {
   return kept;
 }
 
-/** CR becomes LF, or is dropped, in place; the text only ever gets shorter. */
+/** Converts CR to LF, or drops it, in place. The text never gets longer. */
 void unify_line_ends(TBytes* text, long crType) {
   char* const start = text->data.get();
   char* const end = start + text->length;
@@ -72,7 +72,7 @@ long count_substitutes(const TBytes& text) {
   return std::count(text.data.get(), text.data.get() + text.length, kSubstitute);
 }
 
-/** The text in UTF-8: converted, or as it is. A doubled buffer is all that converted text may fill. */
+/** The text in UTF-8: converted or, where that fails, unchanged. Converted text is limited to twice the length. */
 std::unique_ptr<TBytes> to_utf8(std::unique_ptr<TBytes> text, long encoding) {
   if (encoding == 0) return text;
   auto converted = std::make_unique<TBytes>(text->length * 2);
@@ -96,7 +96,7 @@ void split_lines(std::string_view text, std::list<std::string>* lines) {
   }
 }
 
-std::string_view line_end_of(long crType) {
+std::string_view line_end_text(long crType) {
   switch (crType) {
   case 0:
     return "\n";
@@ -110,42 +110,18 @@ std::string_view line_end_of(long crType) {
 }
 
 /** One UTF-8 text: every line and its line end. */
-std::string joined(const std::list<std::string>& lines, std::string_view lineEnd) {
+template <typename Lines>
+std::string joined(const Lines& lines, std::string_view lineEnd) {
   size_t length = 0;
   for (const std::string& line : lines) length += line.size() + lineEnd.size();
   std::string text;
-  text.reserve(length + 1); // and the NUL that UTF-8 ends with
+  text.reserve(length + 1); // plus the NUL at the end of UTF-8
   for (const std::string& line : lines) text.append(line).append(lineEnd);
   return text;
 }
 
-} // namespace
-
-bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crType, long* encoding, bool* isWhole) {
-  const long wanted = gPref ? gPref->Values()->readEncoding : kDetectEncoding;
-  return load_lyrics_as(wanted, file, lines, crType, encoding, isWhole);
-}
-
-bool load_lyrics_as(long readEncoding, const entry_ref& file, std::list<std::string>* lines, long* crType,
-                    long* encoding, bool* isWhole) {
-  std::unique_ptr<TBytes> text = read_text(file);
-  if (!text) return false;
-  *crType = koreva::detect_cr_type(text->data.get());
-  *encoding = readEncoding == kDetectEncoding ? koreva::detect_charset(text->data.get()) : readEncoding;
-  unify_line_ends(text.get(), *crType);
-  text = to_utf8(std::move(text), *encoding);
-  if (isWhole) *isWhole = text->isWhole;
-  text_to_lines(text->data.get(), lines);
-  return true;
-}
-
-void text_to_lines(const char* text, std::list<std::string>* lines) {
-  lines->clear();
-  split_lines(text, lines);
-}
-
-std::string lines_to_bytes(const std::list<std::string>& lines, long crType, long encoding) {
-  std::string text = joined(lines, line_end_of(crType));
+/** What a save writes for the text: converted, else UTF-8 with a NUL at the end. */
+std::string encoded(std::string text, long encoding) {
   if (encoding != 0) {
     std::string converted(worst_case_from_utf8(text.size()), '\0');
     size_t sourceLength = text.size();
@@ -158,6 +134,40 @@ std::string lines_to_bytes(const std::list<std::string>& lines, long crType, lon
   }
   text.push_back('\0');
   return text;
+}
+
+} // namespace
+
+bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crType, long* encoding,
+                 TReadReport* report) {
+  const long wanted = gPref ? gPref->Values()->readEncoding : kDetectEncoding;
+  return load_lyrics_as(wanted, file, lines, crType, encoding, report);
+}
+
+bool load_lyrics_as(long readEncoding, const entry_ref& file, std::list<std::string>* lines, long* crType,
+                    long* encoding, TReadReport* report) {
+  std::unique_ptr<TBytes> text = read_text(file, report);
+  if (!text) return false;
+  *crType = koreva::detect_cr_type(text->data.get());
+  *encoding = readEncoding == kDetectEncoding ? koreva::detect_charset(text->data.get()) : readEncoding;
+  unify_line_ends(text.get(), *crType);
+  text = to_utf8(std::move(text), *encoding);
+  if (report) report->isWhole = text->isWhole;
+  text_to_lines(text->data.get(), lines);
+  return true;
+}
+
+void text_to_lines(const char* text, std::list<std::string>* lines) {
+  lines->clear();
+  split_lines(text, lines);
+}
+
+std::string lines_to_bytes(const std::list<std::string>& lines, long crType, long encoding) {
+  return encoded(joined(lines, line_end_text(crType)), encoding);
+}
+
+std::string encoded_lines(const std::vector<std::string>& lines, const TLyricsForm& form) {
+  return encoded(joined(lines, line_end_text(static_cast<long>(form.lineEnd))), static_cast<long>(form.encoding));
 }
 
 unsigned long cvt_enum_ec_to_bconv(long encoding) {

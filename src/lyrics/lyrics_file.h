@@ -1,43 +1,55 @@
 #pragma once
 
+#include "lyrics/file_state.h"
+#include "lyrics/lyrics_form.h"
 #include "platform/storage/entry_ref.h"
 
 #include <list>
 #include <string>
+#include <vector>
 
 /** Lyrics as files: bytes in one of three encodings with one of three line ends, and back. In memory a document is a
     list of UTF-8 lines without line ends. Any thread. */
 
-/** What belongs to an open document beside its lines. */
+/** A document's file and form, as a record of plain numbers. */
 struct TLyricsInfo {
   long CRType = 0;   // 0 LF, 1 CR LF, 2 CR
   long Encoding = 0; // 0 UTF-8, 1 Shift-JIS, 2 JIS
   entry_ref File;    // empty while the document was never saved
 };
 
-/** The setting for opening that means: find out. */
+/** The value of the setting for opening that means: detect the encoding. */
 inline constexpr long kDetectEncoding = 4;
 
-/** Reads a file; the encoding is the one the settings (`gPref`) ask for, or found out. A byte-order mark stays in the
-    first line, a NUL ends the text. `isWhole`, where wanted: nothing but NULs stands behind the first one, and every
-    character found its place in the lines. False, and no output touched, when the file cannot be opened or read, is no
-    ordinary file, or is larger than 1 GiB. */
-bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crType, long* encoding,
-                 bool* isWhole = nullptr);
+/** Larger files are refused. */
+inline constexpr int64 kMaxLyricsFileSize = int64{1} << 30;
 
-/** The same with the encoding named: 0 to 2, or kDetectEncoding. An unknown number leaves the bytes as they are. */
+/** What reading a file reports besides its lines. */
+struct TReadReport {
+  bool isWhole = true; // only NULs after the first one, and every byte was converted
+  TFileState state;
+};
+
+/** Reads a file in the encoding that the settings (`gPref`) ask for, or detects it. A byte-order mark stays in the
+    first line, a NUL ends the text. `report` is optional. Returns false, with no output changed, for a file that cannot
+    be opened or read, is no regular file, or is larger than kMaxLyricsFileSize. */
+bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crType, long* encoding,
+                 TReadReport* report = nullptr);
+
+/** The same in a given encoding: 0 to 2, or kDetectEncoding. An unknown number leaves the bytes as they are. */
 bool load_lyrics_as(long readEncoding, const entry_ref& file, std::list<std::string>* lines, long* crType,
-                    long* encoding, bool* isWhole = nullptr);
+                    long* encoding, TReadReport* report = nullptr);
 
 /** Clears the list and splits a NUL-terminated text at line feeds; a final line feed begins no further line. */
 void text_to_lines(const char* text, std::list<std::string>* lines);
 
 /** The bytes that a save writes: every line with its line end, converted. UTF-8 ends with one NUL, on purpose. */
 std::string lines_to_bytes(const std::list<std::string>& lines, long crType, long encoding);
+std::string encoded_lines(const std::vector<std::string>& lines, const TLyricsForm& form);
 
-/** The program's encoding numbers to the converter's (0 for an unknown one), and back (0 for all but JIS, Shift-JIS).
- */
+/** Maps the program's encoding numbers to the converter's (an unknown one to 0), and back (all but Shift-JIS and JIS to
+    0). */
 unsigned long cvt_enum_ec_to_bconv(long encoding);
 long cvt_enum_bconv_to_ec(unsigned long converter);
-/** 1 and 2 stay, everything else is 0. */
+/** Returns 1 and 2 unchanged, 0 for every other number. */
 long cvt_enum_cr_type_to_ct(long crType);

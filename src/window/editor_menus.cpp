@@ -119,7 +119,7 @@ void TVesmoEWin::SetLabels() {
   while (BMenuItem* const item = fMenuBar->RemoveItem(int32{0})) delete item;
   CreateMenu();
   GenerateMenuMRUF();
-  MarkMode(fEditorView->Mode());
+  MarkMode(static_cast<int32>(fEditorView->Mode()));
   SetOpenPanelLabel();
   SetSavePanelLabel();
 }

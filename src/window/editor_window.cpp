@@ -64,7 +64,7 @@ TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
   LoadMRUF();
   GenerateMenuMRUF();
   fEditorView->CreateNewLyrics();
-  fEditorView->SetMode(gExitState->fMode >= 0 && gExitState->fMode <= 2 ? gExitState->fMode : 0);
+  fEditorView->SetMode(static_cast<int32>(edit_mode_of(gExitState->fMode).value_or(TEditMode::kTagInputExtended)));
   fEditorView->SetWinTitle();
   InstallMoveFilter();
   UpdateWinPosDiffe();
@@ -146,7 +146,7 @@ void TVesmoEWin::Quit() {
   gExitState->fWindowFrame = Frame();
   // The view's mode is the one whose button is pressed, but for the moment until 'umcr' has pressed it: a window that
   // the manager closes in that moment would lose the mode that the user has just chosen.
-  gExitState->fMode = fEditorView->Mode();
+  gExitState->fMode = static_cast<int32>(fEditorView->Mode());
   RememberPanelFolders();
   // Posted after the record is complete. Once the manager has this message it waits for the window no longer: on other
   // threads the plug-in's end may write the record to the disk, and the next window read it; place and mode could be

@@ -97,6 +97,9 @@ TEST_F(Saving, WindowClosesOnlyWhenTheLyricsAreSafe) {
   EXPECT_THAT(Answer({"Y", "U"}, close).back().text, HasSubstr(fFolder.File("KOREVA/VesmoE/Recovered_")));
   EXPECT_FALSE(IsClosed());
   EXPECT_TRUE(IsModified());
+  Press("Delete");
+  Press("Ctrl+Z");
+  EXPECT_TRUE(IsModified()) << "nothing of it is on the disk";
 
   std::filesystem::remove(path);
   Answer("Y", close);
@@ -110,6 +113,26 @@ TEST_F(Saving, WhatWaitsForTheSaveGoesOnAfterIt) {
   Answer("Y", [&] { Open(fFolder.Write("b.lrc", "b\n")); });
   EXPECT_EQ(fFolder.Read("a.lrc"), std::string("a\n\0", 3));
   EXPECT_EQ(Title(), "b.lrc - Vesmo Editor");
+  Change();
+  Answer("N", [&] { Open(fFolder.Write("c.lrc", "c\n")); }); // one Yes is for one save
+  EXPECT_EQ(fFolder.Read("b.lrc"), "b\n");
+}
+
+TEST_F(Saving, ACommandDoesNotOvertakeTheKeyBeforeIt) {
+  Open(fFolder.Write("a.lrc", "[00:10]one\n"));
+  Press("Ctrl+E");
+  Press("Ctrl+End");
+  const auto press_then_send = [this](const char* key, BMessage command) {
+    hands::press(*fWindow, key);
+    fWindow->PostMessage(&command, fWindow->FindView("VesmoEditorView"));
+    Settle();
+  };
+  press_then_send("x", BMessage(kMsgSave));
+  EXPECT_EQ(fFolder.Read("a.lrc"), std::string("[00:10]one\nx\n\0", 14));
+  BMessage shift(kMsgShiftTags);
+  shift.AddString("_SmplIptData", "1000");
+  press_then_send("y", shift);
+  EXPECT_EQ(Lines(), (std::list<std::string>{"[00:11]one", "xy"}));
 }
 
 /** A changed document that was never saved: it goes through the panel. */
@@ -167,6 +190,8 @@ TEST_F(SavingNew, LineEndsThatTheSettingsDoNotKnowAreThoseThePanelShows) {
   hands::type_file_name(Panel(), "new.lrc");
   EXPECT_TRUE(Until([&] { return Title() == "new.lrc - Vesmo Editor"; }));
   EXPECT_EQ(fFolder.Read("new.lrc"), std::string("\n\0", 2));
+  Settle();
+  EXPECT_THAT(hands::menu_lines(*fWindow, {"F - File", "O - Open"}).front().label, HasSubstr("new.lrc"));
 }
 
 TEST_F(Saving, ExportWritesACopyAndTouchesNothingElse) {

@@ -13,6 +13,14 @@ using testing::EndsWith;
 class UndoAndRedo : public EditorByHand {
 protected:
   hands::MenuLine EditItem(size_t index) const { return hands::menu_lines(*fWindow, {"E - Edit"}).at(index); }
+  /** Where the player goes for the row that the key selects. */
+  int32 SeekTarget(const char* key) {
+    Press(key);
+    Press("Return");
+    Until([this] { return !fHost->Wishes().empty(); });
+    const auto wishes = fHost->Wishes();
+    return wishes.empty() ? -1 : wishes.back().second;
+  }
 };
 
 TEST_F(UndoAndRedo, EveryCommandOfBothViewsIsOneStep) {
@@ -78,14 +86,43 @@ TEST_F(UndoAndRedo, KeysAtOnceUndoWhatWasTypedBeforeThem) {
   EXPECT_THAT(Lines(), ElementsAre("one"));
 }
 
+TEST_F(UndoAndRedo, ShiftOfSeveralRowsComesBackOnTheScreenAndInThePlayer) {
+  Open(fFolder.Write("a.lrc", "[00:10]one\n[00:20]two\n[00:30]three\n"));
+  const std::string before = hands::pixels(*fWindow, "TagInputView");
+  Shift("5000");
+  EXPECT_NE(hands::pixels(*fWindow, "TagInputView"), before);
+  Press("Ctrl+Z");
+  EXPECT_THAT(Lines(), ElementsAre("[00:10]one", "[00:20]two", "[00:30]three"));
+  EXPECT_EQ(hands::pixels(*fWindow, "TagInputView"), before);
+  EXPECT_EQ(SeekTarget("End"), 30000);
+}
+
+TEST_F(UndoAndRedo, ANewTagIsPlayed) {
+  Open(fFolder.Write("a.lrc", "one\ntwo\n"));
+  PlayAt(7000);
+  Press("Space");
+  EXPECT_EQ(SeekTarget("Home"), 7000);
+}
+
+TEST_F(UndoAndRedo, TheEndOfAFreeTextIsWhereItWasAfterAnUndo) {
+  Open(fFolder.Write("a.lrc", "one\n"));
+  Press("Ctrl+E");
+  for (const char* key : {"Return", "Ctrl+Z", "Ctrl+End", "x"}) Press(key);
+  EXPECT_THAT(Lines(), ElementsAre("one", "x"));
+  Press("Ctrl+Z");
+  EXPECT_THAT(Lines(), ElementsAre("one"));
+  EXPECT_FALSE(IsModified());
+}
+
 TEST_F(UndoAndRedo, AnyWorkComesBackStepByStep) {
   const unsigned seed = std::random_device()();
   SCOPED_TRACE("seed " + std::to_string(seed));
   std::mt19937 random(seed);
   Open(fFolder.Write("a.lrc", "[00:10:00]one\ntwo\n[00:20]three\n\nfive\n"));
   const std::list<std::string> opened = Lines();
-  const char* const keys[] = {"Ctrl+E", "Ctrl+T", "Ctrl+D",    "Space",  "Down", "Up",     "+",        "-",
-                              "Delete", "x",      "Backspace", "Return", "Home", "Ctrl+X", "Ctrl+End", "Shift+Down"};
+  const char* const keys[] = {"Ctrl+E", "Ctrl+T", "Ctrl+D",   "Space",      "Down",      "Up",
+                              "+",      "-",      "Delete",   "x",          "Backspace", "Return",
+                              "Home",   "Ctrl+X", "Ctrl+End", "Shift+Down", "Ctrl+Z"};
   for (int i = 0; i < 120; ++i) {
     Press(keys[random() % std::size(keys)]);
     if (random() % 10 == 0) Shift("-1234");

@@ -6,6 +6,8 @@
 
 #include <random>
 
+using enum TReplayDirection;
+
 namespace {
 
 constexpr bigtime_t kLater = 10000000;
@@ -48,16 +50,16 @@ TEST(EditHistory, EverythingCanBeUndoneAndDoneAgain) {
   for (size_t i = states.size() - 1; i > 0; --i) {
     ASSERT_EQ(lines_of(history), states[i]);
     EXPECT_EQ(history.IsSaved(), false);
-    history.Undo();
+    history.Replay(kUndo);
   }
   EXPECT_EQ(lines_of(history), states[0]);
   EXPECT_TRUE(history.IsSaved());
-  EXPECT_FALSE(history.NextUndo());
+  EXPECT_FALSE(history.Next(kUndo));
   for (size_t i = 1; i < states.size(); ++i) {
-    history.Redo();
+    history.Replay(kRedo);
     ASSERT_EQ(lines_of(history), states[i]);
   }
-  EXPECT_FALSE(history.NextRedo());
+  EXPECT_FALSE(history.Next(kRedo));
 }
 
 TEST(EditHistory, TypingInOneLineIsOneStepUntilItPausesOrIsSaved) {
@@ -73,18 +75,29 @@ TEST(EditHistory, TypingInOneLineIsOneStepUntilItPausesOrIsSaved) {
   type("abcd", 1500000);
   type("abcd", kLater); // a key that changed nothing
   type("abcde", kLater);
-  history.Undo();
+  history.Replay(kUndo);
   EXPECT_EQ(history.Lines()[0], "abcd");
-  history.Undo();
+  history.Replay(kUndo);
   EXPECT_EQ(history.Lines()[0], "abc");
   EXPECT_TRUE(history.IsSaved());
-  history.Undo();
+  history.Replay(kUndo);
   EXPECT_EQ(history.Lines()[0], "");
   type("z", kLater); // after an undo nothing is joined, and what was undone is gone
-  EXPECT_FALSE(history.NextRedo());
+  EXPECT_FALSE(history.Next(kRedo));
   EXPECT_FALSE(history.IsSaved());
-  history.Undo();
+  history.Replay(kUndo);
   EXPECT_EQ(history.Lines()[0], "");
+}
+
+TEST(EditHistory, FastTypingInTwoLinesIsAStepForEach) {
+  TEditHistory history;
+  history.Reset({"a", "b"});
+  history.Record({0, 1, {"ax"}}, TEditKind::kTyping, 0, 0, 0);
+  history.Record({1, 1, {"by"}}, TEditKind::kTyping, 1, 1, 1000);
+  history.Replay(kUndo);
+  EXPECT_EQ(lines_of(history), (std::list<std::string>{"ax", "b"}));
+  history.Replay(kUndo);
+  EXPECT_EQ(lines_of(history), (std::list<std::string>{"a", "b"}));
 }
 
 TEST(EditHistory, CommandWithoutEffectIsAStepThatLeadsBackToTheSavedState) {
@@ -92,7 +105,7 @@ TEST(EditHistory, CommandWithoutEffectIsAStepThatLeadsBackToTheSavedState) {
   history.Reset({"no tag"});
   history.Record({0, 1, {"no tag"}}, TEditKind::kOther, 0, 0, 0);
   EXPECT_FALSE(history.IsSaved());
-  history.Undo();
+  history.Replay(kUndo);
   EXPECT_TRUE(history.IsSaved());
 }
 
@@ -101,10 +114,10 @@ TEST(EditHistory, LinesComeBackWithTheLineThatWasCurrent) {
   history.Reset({"a", "b"});
   history.Record({0, 1, {"[00:01:00]a"}}, TEditKind::kStamp, 0, 1, 0);
   EXPECT_EQ(history.LastKind(), TEditKind::kStamp);
-  EXPECT_EQ(history.NextUndo()->line, 0);
-  history.Undo();
+  EXPECT_EQ(history.Next(kUndo)->line, 0);
+  history.Replay(kUndo);
   EXPECT_FALSE(history.LastKind());
-  EXPECT_EQ(history.NextRedo()->line, 1);
+  EXPECT_EQ(history.Next(kRedo)->line, 1);
 }
 
 TEST(EditHistory, ChangeOutsideTheDocumentIsRefused) {
@@ -114,7 +127,7 @@ TEST(EditHistory, ChangeOutsideTheDocumentIsRefused) {
   EXPECT_FALSE(history.Record({-1, 1, {"b"}}, TEditKind::kOther, 0, 0, 0));
   EXPECT_FALSE(history.Record({0, INT32_MAX, {}}, TEditKind::kOther, 0, 0, 0));
   EXPECT_EQ(history.Lines().size(), 1u);
-  EXPECT_FALSE(history.NextUndo());
+  EXPECT_FALSE(history.Next(kUndo));
 }
 
 TEST(EditHistory, HugeStepsPushTheOldestOut) {
@@ -123,8 +136,8 @@ TEST(EditHistory, HugeStepsPushTheOldestOut) {
   for (int i = 0; i < 10; ++i)
     history.Record({0, 1, {std::string(20 << 20, static_cast<char>('a' + i))}}, TEditKind::kOther, 0, 0, 0);
   int steps = 0;
-  while (history.NextUndo()) {
-    history.Undo();
+  while (history.Next(kUndo)) {
+    history.Replay(kUndo);
     ++steps;
   }
   EXPECT_GE(steps, 2);

@@ -55,6 +55,11 @@ TEST(Export, SubtitlesLastUntilTheNextTagOrTheLinesOwnEnd) {
                                                         "3\n01:10:00,050 --> 01:10:05,050\na\n\n");
 }
 
+TEST(Export, SubtitlesKeepTheirOwnEndsAlsoTheLastAndTheLongerOfTwoAtOnce) {
+  EXPECT_EQ(exported({"[00:10]a[00:12]", "[00:10]b[00:15]", "[00:30]c[00:50]"}, TExportFormat::kSubtitles),
+            "1\n00:00:10,000 --> 00:00:15,000\na\nb\n\n2\n00:00:30,000 --> 00:00:50,000\nc\n\n");
+}
+
 TEST(Export, SubtitlesObeyTheOffsetAndCountWhatHasNoPlace) {
   const auto made = export_lyrics({"[offset:500]", "early", "[00:01]a"}, TExportFormat::kSubtitles);
   ASSERT_TRUE(made.has_value());

@@ -73,6 +73,17 @@ TEST(StampCorrections, StepsOfOneLineAreOneCorrectionAndSoIsARetake) {
   EXPECT_EQ(corrections.NewFinding(), 100);
 }
 
+TEST(StampCorrections, TheLastOfMoreThanAreKeptCanStillBeMovedAgain) {
+  TStampCorrections corrections;
+  finding_after(&corrections, std::vector<int32>(9, -100));
+  EXPECT_EQ(finding_after(&corrections, std::vector<int32>(7, -160)), std::nullopt) << "nine to seven";
+  corrections.Stamped(5000, 20000, 20000, 0);
+  corrections.Moved(5000, 20000 - 160, 20100);
+  EXPECT_EQ(corrections.NewFinding(), 160) << "eight to eight: the first one was dropped";
+  corrections.Moved(5000, 20000 - 100, 20200);
+  EXPECT_EQ(corrections.NewFinding(), 100);
+}
+
 TEST(StampCorrections, LearnsNothingFromLateLargeOrSmallOnesNorFromBeforeAnotherOffset) {
   TStampCorrections corrections;
   EXPECT_EQ(finding_after(&corrections, std::vector<int32>(8, -1500)), std::nullopt) << "a line put elsewhere";

@@ -1,0 +1,95 @@
+#include "document/document_publisher.h"
+
+#include "document/document_song.h"
+#include "hostlink/host_link.h"
+#include "lyrics/document_notices.h"
+#include "lyrics/line_times.h"
+#include "platform/app/message.h"
+#include "platform/app/message_runner.h"
+
+namespace {
+
+/** Marks are sent this long after the last change. */
+constexpr bigtime_t kMarksDelayUs = 200000;
+
+std::vector<int32> sung_times(const std::vector<std::string>& lines) {
+  TLineTimes times;
+  for (const std::string& line : lines) times.Append(line);
+  return times.Times();
+}
+
+} // namespace
+
+TDocumentPublisher::TDocumentPublisher(const BMessenger& owner, TDocument* document, const TDocumentSong* song,
+                                       const Sonivo_FrontEnd* frontEnd)
+    : fOwner(owner), fDocument(document), fSong(song), fFrontEnd(frontEnd) {
+  fDocument->SetObserver(this);
+}
+
+TDocumentPublisher::~TDocumentPublisher() {
+  fDocument->SetObserver(nullptr);
+  BMessage closed(kMsgDocumentClosed);
+  Send(&closed);
+  ShowMarks({}, fMarksTitle);
+}
+
+void TDocumentPublisher::FollowRqtd(const BMessage& request) {
+  fSubscriber = BMessenger();
+  request.FindMessenger("Follower", &fSubscriber);
+  DocumentReplaced();
+}
+
+void TDocumentPublisher::DocumentReplaced() {
+  ScheduleMarks();
+  if (fIsWholeDue || !fSubscriber.IsValid()) return;
+  const BMessage whole(kMsgSendDocument);
+  fIsWholeDue = fOwner.SendMessage(&whole, BMessenger(), 0) == B_OK;
+}
+
+void TDocumentPublisher::LinesChanged(const TLinesChange& change) {
+  ScheduleMarks();
+  if (fIsWholeDue || !fSubscriber.IsValid()) return;
+  BMessage notice(kMsgDocumentLines);
+  notice.AddInt32("First", change.first);
+  notice.AddInt32("Removed", change.removed);
+  for (const std::string& line : change.lines) notice.AddString("Line", line);
+  Send(&notice);
+}
+
+/** Never blocks: a subscriber whose queue is full notices the gap in the numbers. */
+void TDocumentPublisher::Send(BMessage* notice) {
+  notice->AddInt32("Number", ++fNumber);
+  if (fSubscriber.IsValid()) fSubscriber.SendMessage(notice, BMessenger(), 0);
+}
+
+void TDocumentPublisher::PublishWhole() {
+  fIsWholeDue = false;
+  BMessage notice(kMsgDocumentWhole);
+  notice.AddString("Title", fSong->Title());
+  notice.AddString("Path", fDocument->File().FullPath());
+  for (const std::string& line : fDocument->Lines()) notice.AddString("Line", line);
+  Send(&notice);
+}
+
+void TDocumentPublisher::ScheduleMarks() {
+  if (fMarksTimer) {
+    fMarksTimer->SetInterval(kMarksDelayUs);
+    return;
+  }
+  const BMessage marks(kMsgSendMarks);
+  fMarksTimer = std::make_unique<BMessageRunner>(fOwner, &marks, kMarksDelayUs, 1);
+}
+
+void TDocumentPublisher::PublishMarks() {
+  ShowMarks(sung_times(fDocument->Lines()), fSong->Title());
+}
+
+void TDocumentPublisher::ShowMarks(std::vector<int32> timesMs, const std::string& title) {
+  fMarksTimer.reset();
+  if (timesMs == fMarksMs && (title == fMarksTitle || timesMs.empty())) return;
+  // The previous song loses its marks first.
+  if (title != fMarksTitle && !fMarksMs.empty()) fFrontEnd->ShowMarks(fMarksTitle, {});
+  fMarksMs = std::move(timesMs);
+  fMarksTitle = title;
+  fFrontEnd->ShowMarks(fMarksTitle, fMarksMs);
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "lyrics/document.h"
+#include "platform/app/messenger.h"
+
+#include <memory>
+#include <vector>
+
+class BMessageRunner;
+class Sonivo_FrontEnd;
+class TDocumentSong;
+
+/** Sent by the publisher to its owner: the whole document is to be published; the time marks are, after a debounce. */
+enum : uint32 { kMsgSendDocument = 'dtwh', kMsgSendMarks = 'dtmk' };
+
+/** Publishes a document: each change to its subscriber, and, debounced, the times of its lines to the player. Without a
+    subscriber or a time tag it sends nothing. Owned by the document's view, on its thread. */
+class TDocumentPublisher : public TDocumentObserver {
+public:
+  /** Observes the document from now on. `owner` gets the messages above; nothing is owned. */
+  TDocumentPublisher(const BMessenger& owner, TDocument* document, const TDocumentSong* song,
+                     const Sonivo_FrontEnd* frontEnd);
+  /** Publishes that the document is closed. */
+  ~TDocumentPublisher() override;
+
+  void FollowRqtd(const BMessage& request);
+  void LinesChanged(const TLinesChange& change) override;
+  void DocumentReplaced() override;
+
+  /** Handle the messages to the owner. */
+  void PublishWhole();
+  void PublishMarks();
+
+private:
+  void Send(BMessage* notice);
+  void ScheduleMarks();
+  void ShowMarks(std::vector<int32> timesMs, const std::string& title);
+
+  const BMessenger fOwner;
+  TDocument* const fDocument;
+  const TDocumentSong* const fSong;
+  const Sonivo_FrontEnd* const fFrontEnd;
+  BMessenger fSubscriber;
+  bool fIsWholeDue = false;
+  int32 fNumber = 0; // of the last notice
+  std::unique_ptr<BMessageRunner> fMarksTimer;
+  std::vector<int32> fMarksMs; // fMarksMs and fMarksTitle: as last sent to the player
+  std::string fMarksTitle;
+};

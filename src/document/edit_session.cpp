@@ -1,0 +1,214 @@
+#include "document/edit_session.h"
+
+#include "document/document_song.h"
+#include "document/editor_view.h"
+#include "editviews/free_edit_view.h"
+#include "editviews/tag_input_view.h"
+#include "hostlink/host_link.h"
+#include "language/llt.h"
+#include "lyrics/time_tags.h"
+#include "platform/app/message.h"
+#include "platform/interface/scroll_view.h"
+#include "platform/interface/string_view.h"
+#include "platform/interface/window.h"
+#include "platform/kernel/threads.h"
+#include "platform/support/cut_text.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr float kStatusBarHeight = 14;
+/** Changes by a user who goes on typing while a step is replayed come first; this limits how often. */
+constexpr int kMaxReplayTries = 100;
+/** How far before the line the song is rewound for another try. */
+constexpr long kLeadMs = 2000;
+
+BRect above_status_bar(BRect bounds) {
+  bounds.bottom -= kStatusBarHeight + 1;
+  return bounds;
+}
+
+BRect status_bar_frame(BRect bounds) {
+  bounds.top = bounds.bottom - kStatusBarHeight;
+  return bounds;
+}
+
+std::list<std::string> lines_of(const TEditViewInterface& view) {
+  std::list<std::string> lines;
+  view.GetLines(&lines);
+  return lines;
+}
+
+/** " [mode] encoding <line end>   text" */
+std::string status_text(const std::string& symbol, const TLyricsForm& form, const std::string& text) {
+  const auto number = [](auto value) { return std::to_string(static_cast<int32>(value)); };
+  const std::string encodingKey = "StatBarSymbol_Encoding_" + number(form.encoding);
+  const std::string lineEndKey = "StatBarSymbol_CR_Type_" + number(form.lineEnd);
+  return " [" + symbol + "] " + gLLT->Text(encodingKey.c_str()) + " <" + gLLT->Text(lineEndKey.c_str()) + ">   " + text;
+}
+
+} // namespace
+
+TEditSession::TEditSession(BView* parent, Sonivo_FrontEnd* frontEnd, TDocument* document, TDocumentSong* song)
+    : fFrontEnd(frontEnd), fDocument(document), fSong(song) {
+  const BRect frame = above_status_bar(parent->Bounds());
+  fTagInput = new TTagInputView(frame, frontEnd);
+  fFreeEdit = new TFreeEditView(frame);
+  fTagInput->SetListener(this);
+  fFreeEdit->SetListener(this);
+  fActive = fTagInput;
+  fScroll = new BScrollView(frame, "ScrlView", fTagInput, B_FOLLOW_ALL_SIDES);
+  parent->AddChild(fScroll);
+  const BRect bar = status_bar_frame(parent->Bounds());
+  fStatusBar = new BStringView(bar, "StatusBar", "", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
+  fStatusBar->SetAccessibleRole(B_STATUS_BAR_ROLE);
+  parent->AddChild(fStatusBar);
+}
+
+TEditSession::~TEditSession() {
+  if (fActive == fTagInput) {
+    delete fFreeEdit;
+  } else {
+    delete fTagInput;
+  }
+}
+
+void TEditSession::SetMode(TEditMode mode) {
+  fMode = mode;
+  const bool isFree = mode == TEditMode::kFreeEdit;
+  fActive = isFree ? static_cast<TTrackedEditView*>(fFreeEdit) : fTagInput;
+  fActive->SetMode(static_cast<int32>(mode));
+  BView* const shown = isFree ? static_cast<BView*>(fFreeEdit) : fTagInput;
+  if (shown == fScroll->Target()) return;
+  const bool hadFocus = fScroll->Target()->IsFocus();
+  fScroll->SetTarget(shown);
+  if (hadFocus) shown->MakeFocus();
+}
+
+void TEditSession::SwitchMode(TEditMode mode) {
+  fActive->FlushEdits();
+  const std::list<std::string> lines = lines_of(*fActive);
+  const bool modified = fActive->IsModified();
+  const int32 last = static_cast<int32>(lines.size()) - 1;
+  const int32 line = std::clamp(fActive->CurLine(), int32{0}, std::max(last, int32{0}));
+  TTrackedEditView* const left = fActive;
+  SetMode(mode);
+  if (left != fActive) left->Clear(); // one copy of a long text is enough
+  fActive->SetLines(lines);
+  fActive->SetModified(modified);
+  fActive->SetCurLine(line);
+}
+
+void TEditSession::MakeFocus() {
+  fScroll->Target()->MakeFocus();
+}
+
+void TEditSession::SetAppearance() {
+  fTagInput->SetAppearance();
+  fFreeEdit->SetAppearance();
+}
+
+void TEditSession::Report(const std::string& text) {
+  fStatusBar->SetText(status_text(fActive->StatBarSymbol(), fDocument->Form(), text).c_str());
+}
+
+void TEditSession::ReportDefault() {
+  Report(fActive->DefaultStatBarStr());
+}
+
+void TEditSession::ReportFromView(const BMessage& message) {
+  std::string text;
+  if (message.FindString("StatBarStr", &text) != B_OK) return;
+  std::string finding;
+  if (message.FindString("Finding", &finding) == B_OK) text += "   " + finding;
+  Report(std::string(cut_text(text)) + fSongWarning);
+  fSongWarning.clear();
+}
+
+void TEditSession::Show(const std::list<std::string>& lines) {
+  fActive->SetLines(lines);
+  fActive->SetCurLine(0);
+}
+
+void TEditSession::DocumentStarted() {
+  fActive->SetModified(fDocument->IsModified());
+  fSong->Reset(fFrontEnd->Title());
+  SendHistoryState();
+}
+
+void TEditSession::LinesEdited(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter) {
+  if (kind == TEditKind::kStamp) CheckSong();
+  fDocument->Change(change, kind, lineBefore, lineAfter, system_time());
+  // Also after a change without a key, as by the mouse.
+  if (fDocument->IsModified()) fActive->SetModified(true);
+  SendHistoryState();
+}
+
+void TEditSession::CheckSong() {
+  const std::string title = fFrontEnd->Title();
+  fSong->Adopt(title);
+  if (!fSong->IsAnother(title)) return;
+  fSongWarning = gLLT->Text("StatBarStr_Another_Song_1") + title + gLLT->Text("StatBarStr_Another_Song_2");
+}
+
+void TEditSession::Rewrite(const std::function<void(std::list<std::string>*)>& rewrite) {
+  fActive->FlushEdits();
+  std::list<std::string> lines = lines_of(*fActive);
+  const int32 line = fActive->CurLine();
+  rewrite(&lines);
+  fActive->SetLines(lines);
+  fActive->SetCurLine(line);
+  fDocument->Rewrite(lines, line, system_time());
+  fActive->SetModified(true);
+  SendHistoryState();
+}
+
+bool TEditSession::Replay(TReplayDirection direction) {
+  for (int i = 0; i < kMaxReplayTries; ++i) {
+    fActive->FlushEdits();
+    const std::optional<TReplay> replay = fDocument->Next(direction);
+    if (!replay) return false;
+    if (!fActive->Replay(*replay)) continue;
+    fDocument->Replay(direction);
+    fActive->SetModified(fDocument->IsModified());
+    SendHistoryState();
+    return true;
+  }
+  return false;
+}
+
+void TEditSession::Undo() {
+  const bool isDone = Replay(TReplayDirection::kUndo);
+  Report(gLLT->Text(isDone ? "StatBarStr_Undone" : "StatBarStr_Nothing_To_Undo"));
+}
+
+void TEditSession::Redo() {
+  const bool isDone = Replay(TReplayDirection::kRedo);
+  Report(gLLT->Text(isDone ? "StatBarStr_Redone" : "StatBarStr_Nothing_To_Redo"));
+}
+
+void TEditSession::RetakeRqtd() {
+  const auto step =
+      fDocument->LastKind() == TEditKind::kStamp ? fDocument->Next(TReplayDirection::kUndo) : std::nullopt;
+  if (!step) return Report(gLLT->Text("StatBarStr_Nothing_To_Retake"));
+  const auto row = static_cast<size_t>(step->change.first);
+  long stampedMs = 0;
+  bool extended = false;
+  time_tag_to_time(fDocument->Lines()[row], &stampedMs, &extended);
+  if (!Replay(TReplayDirection::kUndo)) return;
+  fFrontEnd->SeekTo(static_cast<int32>(std::max(stampedMs - kLeadMs, 0L)));
+  Report(gLLT->Text("StatBarStr_Retake") + std::to_string(row + 1));
+}
+
+void TEditSession::SendHistoryState() {
+  const bool canUndo = fDocument->CanReplay(TReplayDirection::kUndo);
+  const bool canRedo = fDocument->CanReplay(TReplayDirection::kRedo);
+  if (canUndo == fCanUndo && canRedo == fCanRedo) return;
+  fCanUndo = canUndo;
+  fCanRedo = canRedo;
+  BMessage changed(kMsgHistoryChanged);
+  changed.AddBool("CanUndo", canUndo);
+  changed.AddBool("CanRedo", canRedo);
+  if (fScroll->Window()) fScroll->Window()->PostMessage(&changed);
+}

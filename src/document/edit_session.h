@@ -1,0 +1,73 @@
+#pragma once
+
+#include "editviews/edit_mode.h"
+#include "editviews/tracked_edit_view.h"
+#include "lyrics/document.h"
+
+#include <functional>
+#include <list>
+#include <string>
+
+class BMessage;
+class BScrollView;
+class BStringView;
+class BView;
+class Sonivo_FrontEnd;
+class TDocumentSong;
+class TFreeEditView;
+class TTagInputView;
+
+/** The two edit views of a document, of which one is shown, with the status bar. Turns the user's changes into steps of
+    the document and replays the document's steps in the view. Owned by the editor view, on its window's thread. */
+class TEditSession : private TEditListener {
+public:
+  /** Adds the views to `parent`, filling it. Nothing that is passed is owned. */
+  TEditSession(BView* parent, Sonivo_FrontEnd* frontEnd, TDocument* document, TDocumentSong* song);
+  /** Deletes the edit view that is not shown; the others belong to the parent. */
+  ~TEditSession() override;
+
+  /** The edit view that is shown. */
+  TTrackedEditView& Active() const { return *fActive; }
+  TTagInputView& TagInput() const { return *fTagInput; }
+  TEditMode Mode() const { return fMode; }
+  /** Shows the mode's view, which may be empty. */
+  void SetMode(TEditMode mode);
+  /** The same, with the lines, the modified flag and the current line. */
+  void SwitchMode(TEditMode mode);
+  void MakeFocus();
+  void SetAppearance();
+
+  /** The status bar shows the text after the mode and the file's form. */
+  void Report(const std::string& text);
+  void ReportDefault();
+  /** The text of an edit view's kMsgStatBarStr, with a warning when a line was stamped to another song. */
+  void ReportFromView(const BMessage& message);
+
+  void Show(const std::list<std::string>& lines);
+  /** After another document was opened or started; the views show its lines already. */
+  void DocumentStarted();
+  /** Changes every line in one step. The document counts as modified even if no line changed. */
+  void Rewrite(const std::function<void(std::list<std::string>*)>& rewrite);
+  void Undo();
+  void Redo();
+
+private:
+  void LinesEdited(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter) override;
+  void RetakeRqtd() override;
+  bool Replay(TReplayDirection direction);
+  void CheckSong();
+  void SendHistoryState();
+
+  Sonivo_FrontEnd* const fFrontEnd;
+  TDocument* const fDocument;
+  TDocumentSong* const fSong;
+  TTagInputView* fTagInput; // fTagInput and fFreeEdit: the one that is not shown is owned
+  TFreeEditView* fFreeEdit;
+  TTrackedEditView* fActive;
+  BScrollView* fScroll;
+  BStringView* fStatusBar;
+  TEditMode fMode = TEditMode::kTagInputExtended;
+  bool fCanUndo = false; // fCanUndo and fCanRedo: as last sent to the window
+  bool fCanRedo = false;
+  std::string fSongWarning; // appended to the next report of the view
+};

@@ -1,0 +1,243 @@
+#include "lyrics/document.h"
+
+#include "lyrics/stamp.h"
+#include "tests/support/scratch_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using enum TReplayDirection;
+
+namespace {
+
+constexpr TLyricsForm kSjisCrLf{TEncoding::kShiftJis, TLineEnd::kCrLf};
+
+entry_ref ref_of(const std::string& path) {
+  entry_ref ref;
+  EXPECT_EQ(get_ref_for_path(path.c_str(), &ref), B_OK);
+  return ref;
+}
+
+/** Applies what it is notified of to lines of its own, which must then be the document's. */
+class Follower : public TDocumentObserver {
+public:
+  explicit Follower(const TDocument& document) : fDocument(document) {}
+  void LinesChanged(const TLinesChange& change) override {
+    const auto first = fLines.begin() + change.first;
+    fLines.insert(fLines.erase(first, first + change.removed), change.lines.begin(), change.lines.end());
+    EXPECT_EQ(fLines, fDocument.Lines());
+    ++fSteps;
+  }
+  void DocumentReplaced() override { fLines = fDocument.Lines(); }
+  std::vector<std::string> fLines;
+  int fSteps = 0;
+
+private:
+  const TDocument& fDocument;
+};
+
+class Document : public testing::Test {
+protected:
+  Document() { fDocument.SetObserver(&fFollower); }
+  /** Writes the file and opens it. */
+  entry_ref Open(const std::string& bytes, const char* name = "a.lrc") {
+    const entry_ref ref = ref_of(fFolder.Write(name, bytes));
+    std::optional<TOpenedLyrics> opened = open_lyrics(ref, ref);
+    EXPECT_TRUE(opened.has_value());
+    if (opened) fDocument.Open(std::move(*opened));
+    return ref;
+  }
+  void Replace(int32 row, const std::string& line, TEditKind kind = TEditKind::kOther) {
+    EXPECT_TRUE(fDocument.Change({row, 1, {line}}, kind, row, row, 0));
+  }
+  TDiskState Compare() const {
+    return fDocument.CompareWithDisk(file_state(fDocument.File().FullPath(), kMaxLyricsFileSize));
+  }
+  /** As a save does it. */
+  TSavePlan Save(const entry_ref& file, const TLyricsForm& form) {
+    const TSavePlan plan = fDocument.PlanSave(file, form);
+    fFolder.Write(file.name, plan.bytes);
+    fDocument.Saved(plan, file_state(file.FullPath(), kMaxLyricsFileSize));
+    return plan;
+  }
+  ScratchFolder fFolder;
+  TDocument fDocument;
+  Follower fFollower{fDocument};
+};
+
+} // namespace
+
+TEST_F(Document, OpenedFileKeepsItsFormAndANewOneTakesTheGiven) {
+  const entry_ref file = Open("\x93\xfa\r\nb\r\n");
+  EXPECT_THAT(fDocument.Lines(), ElementsAre("日", "b"));
+  EXPECT_EQ(fDocument.Form(), kSjisCrLf);
+  EXPECT_EQ(fDocument.File(), file);
+  EXPECT_EQ(fDocument.Bytes(fDocument.Form()), "\x93\xfa\r\nb\r\n");
+  EXPECT_EQ(fDocument.Info().CRType, 1);
+  EXPECT_EQ(fDocument.Info().Encoding, 1);
+  Open("\xEF\xBB\xBFx\n");
+  EXPECT_THAT(fDocument.Lines(), ElementsAre("x")) << "the byte-order mark is no text";
+  fDocument.StartNew(kSjisCrLf);
+  EXPECT_THAT(fDocument.Lines(), ElementsAre(""));
+  EXPECT_TRUE(fDocument.File().IsEmpty());
+  EXPECT_EQ(fDocument.Form(), kSjisCrLf);
+}
+
+TEST_F(Document, EveryStepIsPublishedInBothDirections) {
+  Open("one\ntwo\n");
+  Replace(1, "[00:01:00]two", TEditKind::kStamp);
+  EXPECT_TRUE(fDocument.Change({1, 0, {"x", "y"}}, TEditKind::kTyping, 1, 2, 0));
+  fDocument.Rewrite({"[00:02:00]one", "y"}, 0, 0);
+  EXPECT_FALSE(fDocument.Change({9, 1, {"z"}}, TEditKind::kOther, 0, 0, 0));
+  EXPECT_EQ(fFollower.fLines, fDocument.Lines());
+  while (fDocument.CanReplay(kUndo)) fDocument.Replay(kUndo);
+  EXPECT_THAT(fDocument.Lines(), ElementsAre("one", "two"));
+  EXPECT_FALSE(fDocument.IsModified());
+  while (fDocument.CanReplay(kRedo)) fDocument.Replay(kRedo);
+  EXPECT_THAT(fDocument.Lines(), ElementsAre("[00:02:00]one", "y"));
+  EXPECT_EQ(fFollower.fSteps, 8);
+  fDocument.Replay(kRedo); // nothing left
+  EXPECT_EQ(fFollower.fSteps, 8);
+}
+
+TEST_F(Document, SavedStateIsModifiedAgainByUndoAndAFailedSaveByEverything) {
+  const entry_ref file = Open("a\n");
+  Replace(0, "b");
+  EXPECT_EQ(Save(file, fDocument.Form()).bytes, std::string("b\n\0", 3));
+  EXPECT_FALSE(fDocument.IsModified());
+  fDocument.Replay(kUndo);
+  EXPECT_TRUE(fDocument.IsModified());
+  fDocument.Replay(kRedo);
+  EXPECT_FALSE(fDocument.IsModified());
+  fDocument.SaveFailed();
+  EXPECT_TRUE(fDocument.IsModified());
+  Replace(0, "c");
+  fDocument.Replay(kUndo);
+  EXPECT_TRUE(fDocument.IsModified()) << "no state is known to be on the disk";
+}
+
+TEST_F(Document, LossesOfASaveAreKnownBeforeItAndNewOnlyOnce) {
+  const entry_ref file = Open("日é\n한é\n");
+  const TSavePlan utf8 = fDocument.PlanSave(file, {});
+  EXPECT_THAT(utf8.lostCharacters, IsEmpty());
+  EXPECT_FALSE(utf8.hasNewLosses);
+  const TSavePlan planned = fDocument.PlanSave(file, kSjisCrLf);
+  EXPECT_THAT(planned.lostCharacters, ElementsAre("é", "한"));
+  EXPECT_EQ(planned.bytes, "\x93\xfa\x1A\r\n\x1A\x1A\r\n");
+  EXPECT_TRUE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses) << "a save that did not succeed silences nothing";
+  Save(file, kSjisCrLf);
+  EXPECT_EQ(fDocument.Form(), kSjisCrLf);
+  EXPECT_FALSE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses);
+  Replace(0, "日éñ");
+  EXPECT_TRUE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses);
+  Open("é\n");
+  EXPECT_TRUE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses) << "of another document";
+}
+
+TEST_F(Document, TailThatWasNotReadIsLostOnlyInItsOwnFileAndNotByTheNextDocument) {
+  const entry_ref file = Open(std::string("a\n\0tail\n", 8));
+  EXPECT_FALSE(fDocument.IsWhole());
+  EXPECT_TRUE(fDocument.PlanSave(file, {}).losesTail);
+  EXPECT_FALSE(fDocument.PlanSave(ref_of(fFolder.File("b.lrc")), {}).losesTail);
+  fDocument.StartNew({});
+  EXPECT_TRUE(fDocument.IsWhole());
+  Open(std::string("a\n\0tail\n", 8));
+  Save(file, {});
+  EXPECT_FALSE(fDocument.PlanSave(file, {}).losesTail);
+}
+
+TEST_F(Document, SaveUnderAnotherNameMovesTheDocument) {
+  Open("a\n");
+  const entry_ref other = ref_of(fFolder.File("b.lrc"));
+  EXPECT_EQ(fDocument.PlanSave(other, {}).file, other);
+  EXPECT_EQ(fDocument.File().name, "a.lrc") << "planned only";
+  Save(other, {});
+  EXPECT_EQ(fDocument.File(), other);
+  EXPECT_EQ(Compare(), TDiskState::kUnchanged);
+}
+
+TEST_F(Document, FileIsComparedByItsBytes) {
+  const entry_ref file = Open("a\nb\n");
+  EXPECT_EQ(Compare(), TDiskState::kUnchanged);
+  std::filesystem::remove(file.FullPath());
+  EXPECT_EQ(Compare(), TDiskState::kMissing);
+  fFolder.Write("a.lrc", "a\nb\n"); // another file, another time
+  EXPECT_EQ(Compare(), TDiskState::kUnchanged);
+  for (const char* bytes : {"a\nc\n", "a\nb\n\n", "", "b\na\n"}) {
+    fFolder.Write("a.lrc", bytes);
+    EXPECT_EQ(Compare(), TDiskState::kChanged) << testing::PrintToString(bytes);
+  }
+  Save(file, {});
+  EXPECT_EQ(Compare(), TDiskState::kUnchanged);
+  fDocument.StartNew({});
+  EXPECT_EQ(fDocument.CompareWithDisk({}), TDiskState::kUnchanged) << "it has no file";
+}
+
+TEST_F(Document, RecoveredLinesAreNotSavedInTheFile) {
+  const entry_ref file = ref_of(fFolder.Write("a.lrc", "half"));
+  const entry_ref copy = ref_of(fFolder.Write("copy.lrc", "the whole\n"));
+  std::optional<TOpenedLyrics> opened = open_lyrics(file, copy);
+  ASSERT_TRUE(opened.has_value());
+  fDocument.Open(std::move(*opened));
+  EXPECT_THAT(fDocument.Lines(), ElementsAre("the whole"));
+  EXPECT_EQ(fDocument.File(), file);
+  EXPECT_TRUE(fDocument.IsModified());
+  EXPECT_EQ(Compare(), TDiskState::kUnchanged) << "the file itself is as it was";
+  EXPECT_FALSE(open_lyrics(file, ref_of(fFolder.File("missing"))).has_value());
+}
+
+TEST_F(Document, AMillionLinesAreOpenedChangedAndUndone) {
+  std::string bytes;
+  for (int i = 0; i < 1000000; ++i) bytes += "line\n";
+  Open(bytes);
+  ASSERT_EQ(fDocument.Lines().size(), 1000000U);
+  fDocument.SetObserver(nullptr);
+  const std::string* const untouched = &fDocument.Lines()[7];
+  Replace(999999, stamp("line", 1234, TTagForm::kExtended).line, TEditKind::kStamp);
+  EXPECT_EQ(fDocument.Lines().back(), "[00:01:23]line");
+  fDocument.Replay(kUndo);
+  EXPECT_FALSE(fDocument.IsModified());
+  EXPECT_EQ(&fDocument.Lines()[7], untouched) << "one line's change copies no other";
+}
+
+TEST(FileState, DigestIsStableAndSeesEveryBit) {
+  EXPECT_EQ(digest_of("[00:01:00]a line\n"), 0U);
+  std::string bytes = "0123456789abcdef0123";
+  const uint64 before = digest_of(bytes);
+  for (size_t bit = 0; bit < bytes.size() * 8; ++bit) {
+    bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << bit % 8));
+    EXPECT_NE(digest_of(bytes), before) << bit;
+    bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << bit % 8));
+  }
+  EXPECT_NE(digest_of(std::string(8, '\0')), digest_of(std::string(9, '\0')));
+}
+
+TEST(Stamp, ReplacesATagInTheGivenFormAndSaysByHowMuchItMoved) {
+  const struct {
+    const char* line;
+    TTagForm form;
+    const char* made;
+    std::optional<long> movedByMs;
+  } rows[] = {{"a", TTagForm::kExtended, "[00:11:99]a", {}},
+              {"[00:10:50]a", TTagForm::kStandard, "[00:11]a", 1499}, // before it is cut to the form
+              {"[00:20]a", TTagForm::kExtended, "[00:11:99]a", -8001},
+              {"[a", TTagForm::kExtended, "[00:11:99][a", {}},
+              {"[Chorus]", TTagForm::kExtended, "[00:11:99]", 11999}};
+  for (const auto& row : rows) {
+    const TStampedLine stamped = stamp(row.line, 11999, row.form);
+    EXPECT_EQ(stamped.line, row.made);
+    EXPECT_EQ(stamped.movedByMs, row.movedByMs) << row.line;
+  }
+}
+
+TEST(Nudge, MovesATagByOneUnitOfItsOwnForm) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"[00:10]a", "[00:11]a"}, {"[00:10:00]a", "[00:10:01]a"}, {"[99:59:99]a", "[99:59:99]a"}};
+  for (const auto& [line, later] : rows) EXPECT_EQ(nudge(line, true)->line, later);
+  EXPECT_EQ(nudge("[00:00:00]a", false)->line, "[00:00:00]a");
+  EXPECT_EQ(nudge("[00:00:00]a", false)->timeMs, -10) << "unbounded";
+  EXPECT_EQ(nudge("[00:10]a", false)->stepMs, -1000);
+  EXPECT_FALSE(nudge("a", true).has_value());
+}
