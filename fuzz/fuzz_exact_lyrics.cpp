@@ -1,19 +1,19 @@
 #include "fuzz/fuzz.h"
 #include "lyrics/exact_lyrics.h"
 #include "lyrics/export.h"
-#include "lyrics/lyrics_file.h"
 
 #include <algorithm>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
   if (size == 0) return 0;
   // The first byte chooses how the rest is read and written.
-  constexpr long kWanted[] = {0, 1, 2, kDetectEncoding};
+  using enum TEncoding;
+  constexpr std::optional<TEncoding> kWanted[] = {kUtf8, kShiftJis, kJis, {}};
   const std::string text = text_of(bytes + 1, size - 1);
   const TExactLyrics lyrics(text, kWanted[bytes[0] % 4]);
   require(lyrics.Lines().size() == lyrics.Layout().size());
   require(lyrics.WithLines(lyrics.Lines()) == text);
-  for (const long encoding : {0L, 1L, 2L}) {
+  for (const TEncoding encoding : {kUtf8, kShiftJis, kJis}) {
     const auto made = lyrics.InEncoding(encoding, "\n");
     if (!made || !lyrics.BrokenLines().empty()) continue;
     const TExactLyrics again(*made, encoding);

@@ -48,7 +48,7 @@ private:
     if (fLyrics.Rest().find_first_not_of('\0') != std::string_view::npos) {
       Find("text-behind-nul", "text after the NUL is not shown");
     }
-    if (fLyrics.Encoding() != 0) {
+    if (fLyrics.Encoding() != TEncoding::kUtf8) {
       Find("encoding", encoding_name(fLyrics.Encoding()) + "; most players expect UTF-8");
     }
   }

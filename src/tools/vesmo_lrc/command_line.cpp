@@ -110,8 +110,10 @@ Value chosen(const TGiven& given, int id, std::initializer_list<std::pair<const 
   throw UsageError(name_of(id) + " must be one of " + known + ", not '" + word + "'");
 }
 
-long encoding_of(const TGiven& given, int id) {
-  return chosen<long>(given, id, {{"utf-8", 0}, {"utf8", 0}, {"sjis", 1}, {"shift-jis", 1}, {"jis", 2}});
+TEncoding chosen_encoding(const TGiven& given, int id) {
+  using enum TEncoding;
+  return chosen<TEncoding>(
+      given, id, {{"utf-8", kUtf8}, {"utf8", kUtf8}, {"sjis", kShiftJis}, {"shift-jis", kShiftJis}, {"jis", kJis}});
 }
 
 /** "250", "-1500ms", "1.5s" in ms, bounded to 32 bits as every amount. */
@@ -156,10 +158,10 @@ void read_target(const TGiven& given, TOptions* options) {
     break;
   case TCommand::kEncode:
     if (!hasTarget && !given.contains(kEol)) throw UsageError("encode needs --to, --eol or both");
-    if (hasTarget) options->toEncoding = encoding_of(given, kTo);
+    if (hasTarget) options->toEncoding = chosen_encoding(given, kTo);
     break;
   case TCommand::kCheck:
-    if (hasTarget) options->toEncoding = encoding_of(given, kTo);
+    if (hasTarget) options->toEncoding = chosen_encoding(given, kTo);
     break;
   case TCommand::kExport:
     if (hasTarget) {
@@ -178,10 +180,11 @@ void read_values(const TGiven& given, TOptions* options) {
   read_target(given, options);
   if (options->command == TCommand::kShift && !given.contains(kBy)) throw UsageError("shift needs --by MS");
   if (given.contains(kBy)) options->shiftMs = amount_of(given.at(kBy));
-  if (given.contains(kEol)) options->toCRType = chosen<long>(given, kEol, {{"lf", 0}, {"crlf", 1}, {"cr", 2}});
-  if (given.contains(kFrom)) {
-    options->readEncoding = given.at(kFrom) == "auto" ? kDetectEncoding : encoding_of(given, kFrom);
+  if (given.contains(kEol)) {
+    options->toLineEnd =
+        chosen<TLineEnd>(given, kEol, {{"lf", TLineEnd::kLf}, {"crlf", TLineEnd::kCrLf}, {"cr", TLineEnd::kCr}});
   }
+  if (given.contains(kFrom) && given.at(kFrom) != "auto") options->readEncoding = chosen_encoding(given, kFrom);
   if (given.contains(kLength)) options->songLengthMs = length_of(given.at(kLength));
   if (given.contains(kFormat)) {
     options->reportFormat = chosen<TReportFormat>(

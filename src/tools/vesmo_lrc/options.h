@@ -1,7 +1,7 @@
 #pragma once
 
 #include "lyrics/export.h"
-#include "lyrics/lyrics_file.h"
+#include "lyrics/lyrics_form.h"
 
 #include <optional>
 #include <string>
@@ -17,11 +17,11 @@ struct TOptions {
 
   long shiftMs = 0;
   bool toExtended = false;
-  std::optional<long> toEncoding;
-  std::optional<long> toCRType;
+  std::optional<TEncoding> toEncoding;
+  std::optional<TLineEnd> toLineEnd;
   TExportFormat exportFormat = TExportFormat::kDotted;
 
-  long readEncoding = kDetectEncoding;
+  std::optional<TEncoding> readEncoding; // none: detect
   std::optional<long> songLengthMs;
   TReportFormat reportFormat = TReportFormat::kText;
   std::string output;      // file, folder, or empty

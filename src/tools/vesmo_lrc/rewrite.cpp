@@ -70,7 +70,7 @@ void change_lines(const TOptions& options, TRewritten* result) {
   }
 }
 
-std::string refusal_for_characters(const std::list<std::string>& lines, long encoding) {
+std::string refusal_for_characters(const std::list<std::string>& lines, TEncoding encoding) {
   std::string named;
   size_t number = 0;
   size_t count = 0;
@@ -90,14 +90,14 @@ std::string unfitness(const TExactLyrics& lyrics, const TOptions& options) {
   const bool hasMoreText = lyrics.Rest().find_first_not_of('\0') != std::string_view::npos;
   if (hasMoreText && options.command == TCommand::kEncode) return "text after a NUL would be lost";
   // As UTF-8 even odd bytes go through unharmed.
-  return lyrics.Encoding() == 0 && !lyrics.IsUtf16() ? std::string() : unreadable_text(lyrics);
+  return lyrics.Encoding() == TEncoding::kUtf8 && !lyrics.IsUtf16() ? std::string() : unreadable_text(lyrics);
 }
 
 void encode(const TExactLyrics& lyrics, const TOptions& options, TRewritten* result) {
   constexpr std::string_view kLineEnds[] = {"\n", "\r\n", "\r"};
-  const long encoding = options.toEncoding.value_or(lyrics.Encoding());
+  const TEncoding encoding = options.toEncoding.value_or(lyrics.Encoding());
   std::optional<std::string_view> lineEnd;
-  if (options.toCRType) lineEnd = kLineEnds[*options.toCRType];
+  if (options.toLineEnd) lineEnd = kLineEnds[static_cast<size_t>(*options.toLineEnd)];
   result->bytes = lyrics.InEncoding(encoding, lineEnd);
   if (result->bytes) result->form = form_of(TExactLyrics(*result->bytes, encoding));
   if (!result->bytes) result->refusal = refusal_for_characters(lyrics.Lines(), encoding);
@@ -128,9 +128,9 @@ std::string unreadable_text(const TExactLyrics& lyrics) {
          "; name the encoding with --from";
 }
 
-std::string encoding_name(long encoding) {
+std::string encoding_name(TEncoding encoding) {
   constexpr const char* kNames[] = {"UTF-8", "Shift-JIS", "JIS"};
-  return kNames[encoding];
+  return kNames[static_cast<size_t>(encoding)];
 }
 
 std::string form_of(const TExactLyrics& lyrics) {

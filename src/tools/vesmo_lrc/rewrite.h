@@ -15,7 +15,7 @@ struct TRewritten {
 /** For the commands that change files. Refuses what would lose something. */
 TRewritten rewrite(const TExactLyrics& lyrics, const TOptions& options);
 
-std::string encoding_name(long encoding);
+std::string encoding_name(TEncoding encoding);
 
 /** "Shift-JIS, CR LF": how the text lies in the file. */
 std::string form_of(const TExactLyrics& lyrics);

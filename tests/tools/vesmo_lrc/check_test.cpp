@@ -56,7 +56,7 @@ TEST(Check, FindsTimesOutOfOrderAndPastTheEnd) {
 
 TEST(Check, FindsCharactersThatTheWantedEncodingCannotHold) {
   TOptions options;
-  options.toEncoding = 1;
+  options.toEncoding = TEncoding::kShiftJis;
   EXPECT_THAT(findings("日本\né\n", options), ElementsAre("2 characters"));
 }
 

@@ -26,7 +26,7 @@ std::string made(const std::string& bytes, const TOptions& options) {
   return result.bytes.value_or("refused: " + result.refusal);
 }
 
-TOptions encode_to(long encoding) {
+TOptions encode_to(TEncoding encoding) {
   TOptions options = options_for(TCommand::kEncode);
   options.toEncoding = encoding;
   return options;
@@ -54,7 +54,7 @@ TEST(Rewrite, LikeTheEditorEveryLineWithABracketIsTagged) {
   TOptions options = shift_by(1000);
   options.likeEditor = true;
   EXPECT_EQ(made("[Chorus]x\n[00:01.50]a\n", options), "[00:01]x\n[00:02:50]a\n");
-  EXPECT_EQ(rewrite(TExactLyrics("[Chorus]\n[00:01]\n", 0), shift_by(1)).bracketsLeft, 1U);
+  EXPECT_EQ(rewrite(TExactLyrics("[Chorus]\n[00:01]\n", TEncoding::kUtf8), shift_by(1)).bracketsLeft, 1U);
 }
 
 TEST(Rewrite, ConvertAndStripTakeEveryTagOfALine) {
@@ -66,16 +66,16 @@ TEST(Rewrite, ConvertAndStripTakeEveryTagOfALine) {
 }
 
 TEST(Rewrite, EncodeWritesPlainTextAnew) {
-  EXPECT_EQ(made(std::string("\xEF\xBB\xBF日\r\nb\n\0", 11), encode_to(0)), "日\r\nb\n");
-  EXPECT_EQ(made("日\n", encode_to(1)), "\x93\xfa\n");
+  EXPECT_EQ(made(std::string("\xEF\xBB\xBF日\r\nb\n\0", 11), encode_to(TEncoding::kUtf8)), "日\r\nb\n");
+  EXPECT_EQ(made("日\n", encode_to(TEncoding::kShiftJis)), "\x93\xfa\n");
   TOptions lineEnds = options_for(TCommand::kEncode);
-  lineEnds.toCRType = 1;
+  lineEnds.toLineEnd = TLineEnd::kCrLf;
   EXPECT_EQ(made("a\rb\nc", lineEnds), "a\r\nb\r\nc");
 }
 
 TEST(Rewrite, RefusesWhatWouldLoseSomething) {
-  EXPECT_THAT(made("é\n日\nñé\n", encode_to(1)), HasSubstr("Shift-JIS cannot hold line 1: é; line 3: ñ é"));
-  EXPECT_THAT(made(std::string("a\0b", 3), encode_to(0)), HasSubstr("text after a NUL"));
+  EXPECT_THAT(made("é\n日\nñé\n", encode_to(TEncoding::kShiftJis)), HasSubstr("Shift-JIS cannot hold line 1: é; line 3: ñ é"));
+  EXPECT_THAT(made(std::string("a\0b", 3), encode_to(TEncoding::kUtf8)), HasSubstr("text after a NUL"));
   EXPECT_THAT(made(std::string("\xFF\xFE"
                                "a\0",
                                4),
