@@ -1,4 +1,4 @@
-/** The editor window's menus. Every label is a language text with its accelerator letter. */
+#include "window/editor_menus.h"
 
 #include "document/editor_view.h"
 #include "interapp/inter_app_prefs.h"
@@ -9,7 +9,6 @@
 #include "platform/kernel/modifiers.h"
 #include "window/editor_window.h"
 #include "window/manager_requests.h"
-#include "window/save_panel.h"
 
 namespace {
 
@@ -17,130 +16,112 @@ std::string label_of(const char* key, const char* letter) {
   return accelerator_label(letter, gLLT->Text(key));
 }
 
-} // namespace
-
-BMenuItem* TVesmoEWin::MakeItem(const char* key, const char* letter, uint32 code, char shortcut, BHandler* target,
-                                uint32 modifiers) {
+BMenuItem* make_item(const char* key, const char* letter, uint32 code, char shortcut, BHandler* target,
+                     uint32 modifiers = 0) {
   auto* const item = new BMenuItem(label_of(key, letter).c_str(), new BMessage(code), shortcut, modifiers);
   item->SetTarget(BMessenger(target));
   return item;
 }
 
-BMenuItem* TVesmoEWin::MakeOpenSubmenu() {
+} // namespace
+
+BMenuItem* TEditorMenus::MakeOpenSubmenu() {
   fOpenMenu = new BMenu(label_of("Menu_Open", "O").c_str());
   fOpenMenu->AddSeparatorItem();
-  fOpenMenu->AddItem(MakeItem("MItem_Del_All_MRUF", "D", kMsgClearHistory, 0, this));
-  // Chosen by itself it opens the panel; unfolded it shows the recent files.
+  fOpenMenu->AddItem(make_item("MItem_Del_All_MRUF", "D", kMsgClearHistory, 0, fTargets.window));
+  // Choosing the item itself opens the panel; the submenu lists the recent files.
   auto* const item = new BMenuItem(fOpenMenu, new BMessage(kMsgOpenPanel), 'O');
-  item->SetTarget(BMessenger(this));
+  item->SetTarget(BMessenger(fTargets.window));
   return item;
 }
 
-BMenu* TVesmoEWin::MakeFileMenu() {
+BMenu* TEditorMenus::MakeFileMenu() {
   auto* const menu = new BMenu(label_of("Menu_File", "F").c_str());
-  menu->AddItem(MakeItem("MItem_New", "N", kMsgNew, 'N', fEditorView));
+  menu->AddItem(make_item("MItem_New", "N", kMsgNew, 'N', fTargets.view));
   menu->AddSeparatorItem();
-  menu->AddItem(MakeItem("MItem_Open_Cur", "L", kMsgOpenCurrent, 'L', fEditorView));
+  menu->AddItem(make_item("MItem_Open_Cur", "L", kMsgOpenCurrent, 'L', fTargets.view));
   menu->AddItem(MakeOpenSubmenu());
   menu->AddSeparatorItem();
-  menu->AddItem(MakeItem("MItem_Save", "S", kMsgSave, 'S', fEditorView));
-  menu->AddItem(MakeItem("MItem_Save_As", "A", kMsgSaveAs, '2', this));
-  menu->AddItem(MakeItem("MItem_Export", "E", kMsgExport, 0, this));
+  menu->AddItem(make_item("MItem_Save", "S", kMsgSave, 'S', fTargets.view));
+  menu->AddItem(make_item("MItem_Save_As", "A", kMsgSaveAs, '2', fTargets.window));
+  menu->AddItem(make_item("MItem_Export", "E", kMsgExport, 0, fTargets.window));
   menu->AddSeparatorItem();
-  menu->AddItem(MakeItem("MItem_Close", "W", B_QUIT_REQUESTED, 'W', this));
+  menu->AddItem(make_item("MItem_Close", "W", B_QUIT_REQUESTED, 'W', fTargets.window));
   return menu;
 }
 
-BMenuItem* TVesmoEWin::MakeConvertItem(const char* key, const char* letter, bool toExtended) {
-  BMenuItem* const item = MakeItem(key, letter, kMsgConvertTags, 0, fEditorView);
+BMenuItem* TEditorMenus::MakeConvertItem(const char* key, const char* letter, bool toExtended) {
+  BMenuItem* const item = make_item(key, letter, kMsgConvertTags, 0, fTargets.view);
   item->Message()->AddBool("CvtTagS2E", toExtended);
   return item;
 }
 
-BMenu* TVesmoEWin::MakeEditMenu() {
+BMenu* TEditorMenus::MakeEditMenu() {
   auto* const menu = new BMenu(label_of("Menu_Edit", "E").c_str());
-  fUndoItem = MakeItem("MItem_Undo", "U", kMsgUndo, 'Z', fEditorView);
-  fRedoItem = MakeItem("MItem_Redo", "R", kMsgRedo, 'Z', fEditorView, B_SHIFT_KEY);
+  fUndoItem = make_item("MItem_Undo", "U", kMsgUndo, 'Z', fTargets.view);
+  fRedoItem = make_item("MItem_Redo", "R", kMsgRedo, 'Z', fTargets.view, B_SHIFT_KEY);
   menu->AddItem(fUndoItem);
   menu->AddItem(fRedoItem);
   menu->AddSeparatorItem();
-  menu->AddItem(MakeItem("MItem_Fine_Time_Tag", "F", kMsgFineTimeTag, 0, fManager));
-  menu->AddItem(MakeItem("MItem_Del_All_Time_Tag", "D", kMsgDeleteTags, 0, fEditorView));
+  menu->AddItem(make_item("MItem_Fine_Time_Tag", "F", kMsgFineTimeTag, 0, fTargets.manager));
+  menu->AddItem(make_item("MItem_Del_All_Time_Tag", "D", kMsgDeleteTags, 0, fTargets.view));
   menu->AddSeparatorItem();
   menu->AddItem(MakeConvertItem("MItem_Cvt_Tag_Std_To_Ext", "E", true));
   menu->AddItem(MakeConvertItem("MItem_Cvt_Tag_Ext_To_Std", "S", false));
   return menu;
 }
 
-BMenuItem* TVesmoEWin::MakeModeItem(const char* key, const char* letter, char shortcut, int32 mode) {
-  BMenuItem* const item = MakeItem(key, letter, kMsgMode, shortcut, fEditorView);
-  item->Message()->AddInt32("Mode", mode);
-  fModeItems[mode] = item;
+BMenuItem* TEditorMenus::MakeModeItem(const char* key, const char* letter, char shortcut, TEditMode mode) {
+  BMenuItem* const item = make_item(key, letter, kMsgMode, shortcut, fTargets.view);
+  item->Message()->AddInt32("Mode", static_cast<int32>(mode));
+  fModeItems[static_cast<int32>(mode)] = item;
   return item;
 }
 
-BMenu* TVesmoEWin::MakeModeMenu() {
+BMenu* TEditorMenus::MakeModeMenu() {
   auto* const tagInput = new BMenu(label_of("Menu_Tag_Input_Mode", "T").c_str());
-  tagInput->AddItem(MakeModeItem("MItem_Tag_Input_Ext_Mode", "T", 'T', 0));
-  tagInput->AddItem(MakeModeItem("MItem_Tag_Input_Std_Mode", "D", 'D', 1));
+  tagInput->AddItem(MakeModeItem("MItem_Tag_Input_Ext_Mode", "T", 'T', TEditMode::kTagInputExtended));
+  tagInput->AddItem(MakeModeItem("MItem_Tag_Input_Std_Mode", "D", 'D', TEditMode::kTagInputStandard));
   auto* const tagInputItem = new BMenuItem(tagInput, new BMessage(*fModeItems[0]->Message()));
-  tagInputItem->SetTarget(BMessenger(fEditorView));
+  tagInputItem->SetTarget(BMessenger(fTargets.view));
   auto* const menu = new BMenu(label_of("Menu_Mode", "M").c_str());
   menu->AddItem(tagInputItem);
-  menu->AddItem(MakeModeItem("MItem_Free_Edit_Mode", "E", 'E', 2));
+  menu->AddItem(MakeModeItem("MItem_Free_Edit_Mode", "E", 'E', TEditMode::kFreeEdit));
   return menu;
 }
 
-BMenu* TVesmoEWin::MakeToolMenu() {
+BMenu* TEditorMenus::MakeToolMenu() {
   auto* const menu = new BMenu(label_of("Menu_Tool", "T").c_str());
-  menu->AddItem(MakeItem("MItem_Preferences", "P", kMsgPreferences, 'P', fManager));
-  menu->AddItem(MakeItem("MItem_KOREVA_Common_Preferences", "S", kMsgCommonPref, 0, fManager));
+  menu->AddItem(make_item("MItem_Preferences", "P", kMsgPreferences, 'P', fTargets.manager));
+  menu->AddItem(make_item("MItem_KOREVA_Common_Preferences", "S", kMsgCommonPref, 0, fTargets.manager));
   return menu;
 }
 
-BMenu* TVesmoEWin::MakeHelpMenu() {
+BMenu* TEditorMenus::MakeHelpMenu() {
   auto* const menu = new BMenu(label_of("Menu_Help", "H").c_str());
-  menu->AddItem(MakeItem("MItem_Help", "H", kMsgHelp, 0, fManager));
+  menu->AddItem(make_item("MItem_Help", "H", kMsgHelp, 0, fTargets.manager));
   menu->AddSeparatorItem();
-  menu->AddItem(MakeItem("MItem_About", "A", B_ABOUT_REQUESTED, 0, fManager));
+  menu->AddItem(make_item("MItem_About", "A", B_ABOUT_REQUESTED, 0, fTargets.manager));
   return menu;
 }
 
-void TVesmoEWin::CreateMenu() {
-  fMenuBar->AddItem(MakeFileMenu());
-  fMenuBar->AddItem(MakeEditMenu());
-  fMenuBar->AddItem(MakeModeMenu());
-  fMenuBar->AddItem(MakeToolMenu());
-  fMenuBar->AddItem(MakeHelpMenu());
-  EnableHistoryItems();
+void TEditorMenus::Build() {
+  while (BMenuItem* const item = fBar->RemoveItem(int32{0})) delete item;
+  fBar->AddItem(MakeFileMenu());
+  fBar->AddItem(MakeEditMenu());
+  fBar->AddItem(MakeModeMenu());
+  fBar->AddItem(MakeToolMenu());
+  fBar->AddItem(MakeHelpMenu());
+  EnableHistory(fCanUndo, fCanRedo);
 }
 
-void TVesmoEWin::SetLabels() {
-  while (BMenuItem* const item = fMenuBar->RemoveItem(int32{0})) delete item;
-  CreateMenu();
-  GenerateMenuMRUF();
-  MarkMode(static_cast<int32>(fEditorView->Mode()));
-  SetOpenPanelLabel();
-  SetSavePanelLabel();
+void TEditorMenus::MarkMode(int32 mode) {
+  for (int32 i = 0; i < kEditModes; ++i) fModeItems[i]->SetMarked(i == mode);
 }
 
-void TVesmoEWin::UpdateModeComposRqtd(const BMessage& message) {
-  int32 mode = 0;
-  if (message.FindInt32("Mode", &mode) == B_OK) MarkMode(mode);
-}
-
-void TVesmoEWin::MarkMode(int32 mode) {
-  for (int32 i = 0; i < kModeCount; ++i) fModeItems[i]->SetMarked(i == mode);
-  PressModeButton(mode);
-}
-
-void TVesmoEWin::HistoryChanged(const BMessage& message) {
-  message.FindBool("CanUndo", &fCanUndo);
-  message.FindBool("CanRedo", &fCanRedo);
-  EnableHistoryItems();
-}
-
-void TVesmoEWin::EnableHistoryItems() {
-  fUndoItem->SetEnabled(fCanUndo);
-  fRedoItem->SetEnabled(fCanRedo);
+void TEditorMenus::EnableHistory(bool canUndo, bool canRedo) {
+  fCanUndo = canUndo;
+  fCanRedo = canRedo;
+  fUndoItem->SetEnabled(canUndo);
+  fRedoItem->SetEnabled(canRedo);
 }

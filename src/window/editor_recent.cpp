@@ -40,9 +40,9 @@ void TVesmoEWin::GenerateMenuMRUF() {
   std::string format;
   gIAP->GetString("AccKeyFormat", &format);
   fMRUF.SetSeparator(format);
-  fMRUF.SetTgtMenu(fOpenMenu);
+  fMRUF.SetTgtMenu(fMenus->OpenMenu());
   fMRUF.GenerateMenu();
-  fOpenMenu->FindItem(kMsgClearHistory)->SetEnabled(fMRUF.CountMRUFs() > 0);
+  fMenus->OpenMenu()->FindItem(kMsgClearHistory)->SetEnabled(fMRUF.CountMRUFs() > 0);
   BEntry archive;
   if (find_archive(&archive)) fMRUF.Save(archive);
 }

@@ -63,7 +63,7 @@ void TVesmoEWin::SetToolTip() {
 
 void TVesmoEWin::PressModeButton(int32 mode) {
   const int32 first = fToolBar->IndexOf(fFirstModeButton);
-  for (int32 i = 0; i < kModeCount; ++i) fToolBar->ButtonAt(first + i)->SetValue(i == mode);
+  for (int32 i = 0; i < kEditModes; ++i) fToolBar->ButtonAt(first + i)->SetValue(i == mode);
 }
 
 void TVesmoEWin::UpdateToolBarCompos() {

@@ -24,8 +24,7 @@ constexpr float kFirstWidth = 560;
 constexpr float kFirstHeight = 400;
 constexpr float kMenuBarHeight = 22;
 
-/** The stored frame; on a first run, when none was stored, and when its screen is there no more, one of a useful size
-    beside the player. */
+/** The stored frame. On a first run, or when its screen no longer exists, one of a useful size next to the player. */
 BRect opening_frame(const BRect& stored) {
   const BRect first = TExitState().fWindowFrame;
   if (!(stored == first) && is_in_sight(stored)) return stored;
@@ -57,6 +56,7 @@ TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
   rest.top = fToolBar->Frame().bottom + 1;
   fEditorView = new TVesmoEView(rest);
   AddMainChild(fEditorView);
+  fMenus = std::make_unique<TEditorMenus>(fMenuBar, TEditorMenus::TTargets{this, fEditorView, fManager});
   CreateMenu();
   CreateToolBar();
   SetToolTip();
@@ -66,14 +66,11 @@ TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
   fEditorView->CreateNewLyrics();
   fEditorView->SetMode(static_cast<int32>(edit_mode_of(gExitState->fMode).value_or(TEditMode::kTagInputExtended)));
   fEditorView->SetWinTitle();
-  InstallMoveFilter();
-  UpdateWinPosDiffe();
+  fFollower = std::make_unique<THostFollower>(this);
   fEditorView->FocusLyrics();
 }
 
-TVesmoEWin::~TVesmoEWin() {
-  RemoveMoveFilter();
-}
+TVesmoEWin::~TVesmoEWin() = default;
 
 void TVesmoEWin::MessageReceived(BMessage* message) {
   switch (message->what) {
@@ -98,7 +95,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     fManager->PostMessage(message);
     return;
   case kMsgHostWindowMoved:
-    return FollowHost();
+    return fFollower->Follow();
   case B_CANCEL:
     return PanelClosed(*message);
   case kMsgOpenPanel:
@@ -119,7 +116,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case kMsgHistoryChanged:
     return HistoryChanged(*message);
   case kMsgFollowDocument:
-  case kMsgSave: // asked for by another's follow-up
+  case kMsgSave: // as the follow-up of another command
     return fEditorView->MessageReceived(message);
   case kMsgModeChanged:
     return UpdateModeComposRqtd(*message);
@@ -135,7 +132,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
 }
 
 bool TVesmoEWin::QuitRequested() {
-  // When it is the player that closes, it is to go on with that after the save.
+  // If the player asked, it resumes its shutdown after the save.
   const BMessage* const request = CurrentMessage();
   const bool isPlayers = request && be_app && request->ReturnAddress() == BMessenger(be_app);
   const BHandler* const asker = isPlayers ? static_cast<BHandler*>(be_app) : this;
@@ -144,13 +141,11 @@ bool TVesmoEWin::QuitRequested() {
 
 void TVesmoEWin::Quit() {
   gExitState->fWindowFrame = Frame();
-  // The view's mode is the one whose button is pressed, but for the moment until 'umcr' has pressed it: a window that
-  // the manager closes in that moment would lose the mode that the user has just chosen.
+  // Not from the pressed button: between a change of the mode and 'umcr' that is still the previous mode's.
   gExitState->fMode = static_cast<int32>(fEditorView->Mode());
   RememberPanelFolders();
-  // Posted after the record is complete. Once the manager has this message it waits for the window no longer: on other
-  // threads the plug-in's end may write the record to the disk, and the next window read it; place and mode could be
-  // lost.
+  // Posted only after the record is complete: from this message on the manager no longer waits for the window, and
+  // other threads may write the record to the disk or read it for the next window.
   BMessage closed('mwcl');
   closed.AddMessenger("window", BMessenger(this));
   closed.AddInt32("FilesTaken", fFilesTaken);
@@ -158,45 +153,50 @@ void TVesmoEWin::Quit() {
   TKRVWin::Quit();
 }
 
-void TVesmoEWin::InstallMoveFilter() {
-  use_sonivo_window([this](BWindow* host) {
-    fHostWindow = BMessenger(host);
-    fMoveFilter = new TWMFilter(BMessenger(this));
-    host->AddCommonFilter(fMoveFilter);
-  });
+void TVesmoEWin::CreateMenu() {
+  fMenus->Build();
 }
 
-void TVesmoEWin::RemoveMoveFilter() {
-  // A player's window that is gone has taken its filters along.
-  if (fMoveFilter == nullptr || !fHostWindow.LockTarget()) return;
-  BLooper* host = nullptr;
-  fHostWindow.Target(&host);
-  if (host->RemoveCommonFilter(fMoveFilter)) delete fMoveFilter;
-  host->Unlock();
+void TVesmoEWin::SetLabels() {
+  CreateMenu();
+  GenerateMenuMRUF();
+  MarkMode(static_cast<int32>(fEditorView->Mode()));
+  SetOpenPanelLabel();
+  SetSavePanelLabel();
 }
 
-void TVesmoEWin::FollowHost() {
-  BRect host;
-  uint32 workspaces = 0;
-  if (get_sonivo_win_frame(&host) != B_OK || get_sonivo_win_workspaces(&workspaces) != B_OK) return;
-  if (workspaces == Workspaces()) MoveTo(fPositionDifference.Follow(host.LeftTop()));
+void TVesmoEWin::UpdateModeComposRqtd(const BMessage& message) {
+  int32 mode = 0;
+  if (message.FindInt32("Mode", &mode) == B_OK) MarkMode(mode);
+}
+
+void TVesmoEWin::MarkMode(int32 mode) {
+  fMenus->MarkMode(mode);
+  PressModeButton(mode);
+}
+
+void TVesmoEWin::HistoryChanged(const BMessage& message) {
+  bool canUndo = false;
+  bool canRedo = false;
+  message.FindBool("CanUndo", &canUndo);
+  message.FindBool("CanRedo", &canRedo);
+  fMenus->EnableHistory(canUndo, canRedo);
 }
 
 void TVesmoEWin::UpdateWinPosDiffe() {
-  BRect host;
-  if (get_sonivo_win_frame(&host) == B_OK) fPositionDifference.Set(Frame().LeftTop(), host.LeftTop());
+  fFollower->MeasureDistance();
 }
 
 void TVesmoEWin::FrameMoved(BPoint leftTop) {
   TKRVWin::FrameMoved(leftTop);
-  if (fPositionDifference.IsUsersMove(leftTop, MoveEnd())) UpdateWinPosDiffe();
+  if (fFollower) fFollower->WindowMoved(leftTop);
 }
 
 void TVesmoEWin::PrefStayOnTopChanged() {
   set_proper_feel(this);
 }
 
-// Whichever preference the notice names: it may stand for those of others, with which it was coalesced.
+// Applies all preferences, whichever the notice names: notices are coalesced.
 void TVesmoEWin::IAPChanged() {
   SetLabels();
   UpdateToolBarCompos();
