@@ -11,7 +11,7 @@
 
 namespace {
 
-/** The extended tag with a period before the hundredths, in the brackets wanted. */
+/** The extended tag with a period before the hundredths, in the given brackets. */
 std::string dotted_tag(long timeMs, char open = '[', char close = ']') {
   std::string tag;
   time_to_time_tag(timeMs, &tag, true);
@@ -21,7 +21,7 @@ std::string dotted_tag(long timeMs, char open = '[', char close = ']') {
   return tag;
 }
 
-/** The words, each behind its time moved by `moveMs`. A first word without one is sung at the line's own time. */
+/** The words, each after its time plus `moveMs`. A first word without a time gets the line's. */
 std::string words_with_times(const TTaggedLine& line, long moveMs) {
   std::string text;
   const auto put_time = [&](long timeMs) { text += dotted_tag(timeMs + moveMs, '<', '>'); };
@@ -34,8 +34,8 @@ std::string words_with_times(const TTaggedLine& line, long moveMs) {
   return text;
 }
 
-/** A line for each time would put a song's lines out of order; all its tags stay in front of the one line, unless its
-    words have times of their own. */
+/** All tags stay in front of one line, since a line for each time would break the order of the lines; only words with
+    times of their own need a line for each. */
 void append_tagged(const TTaggedLine& line, bool withWords, std::string* bytes) {
   if (!withWords || !line.HasTimedWords()) {
     for (const long time : line.timesMs) *bytes += dotted_tag(time);

@@ -7,7 +7,7 @@
 
 namespace {
 
-/** Line ends, counted as reading detects them: CR counts where it outnumbers LF. */
+/** Counts line ends as load_lyrics detects them: CR counts where it outnumbers LF. */
 class TLineCount {
 public:
   void Add(std::string_view bytes) {

@@ -5,15 +5,15 @@
 
 struct entry_ref;
 
-/** Lyrics have some hundred lines. Each line costs memory in the document, its history, the controls on the screen and
-    the display, however few bytes it has in the file; so files are limited by lines as well as by bytes. */
+/** Limit on the number of lines of a file, in addition to its size: each line costs memory in the document, the
+    controls and the display, however short it is. Lyrics have a few hundred lines. */
 
-/** More are refused. */
+/** Files with more lines are refused. */
 inline constexpr long kMostLines = 500000;
-/** What that many empty lines cost a player with the editor, in free edit mode, and the display: measured, 360 MB. */
+/** Memory for that many empty lines, in the player with editor (free edit mode) and display: 360 MB measured. */
 inline constexpr long kMostLinesMB = 400;
 
-/** True when reading lyrics from the bytes, which a NUL ends, would make more lines than that. Any thread. */
+/** True when the bytes, up to a NUL, have more than kMostLines lines. Any thread. */
 bool has_too_many_lines(std::string_view bytes);
-/** False also for a file that cannot be read. Any thread. */
+/** False for a file that cannot be read. Any thread. */
 bool has_too_many_lines(const entry_ref& file);

@@ -56,7 +56,7 @@ void TLineTimes::Store(int32 row, const std::string& line) {
     fFurtherMs[row] = std::move(timesMs);
   }
   if (const std::optional<long> offsetMs = offset_header(line)) fOffsetsMs[row] = *offsetMs;
-  fUntilMs = fFromMs; // the last answer no longer holds
+  fUntilMs = fFromMs; // invalidates the cached row
 }
 
 template <typename Visit>

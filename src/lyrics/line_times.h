@@ -7,14 +7,14 @@
 #include <string>
 #include <vector>
 
-/** When a line is sung. The only rule for it; the highlighted row of the editor, the lyrics display, the marks on the
-    player's seek bar and the export all follow it: a line is sung at each of the well-formed tags that it begins with,
-    moved by the first `[offset:ms]` header of the lyrics (a positive offset means earlier), but never before 0. */
+/** The one rule for when a line is sung, used for the highlighted row of the editor, the lyrics display, the marks on
+    the player's seek bar and the export: a line is sung at each well-formed tag that it begins with, shifted by the
+    first `[offset:ms]` header of the lyrics (a positive offset means earlier), but never before 0. */
 
 /** The times of the tags that the line begins with, in ms, as written. Pure: any thread. */
 std::vector<long> leading_times(const std::string& line);
 
-/** The offset in ms, when the line is the header for it. Pure: any thread. */
+/** The offset in ms, if the line is an offset header. Pure: any thread. */
 std::optional<long> offset_header(const std::string& line);
 
 /** Pure: any thread. */
@@ -28,10 +28,10 @@ public:
   void Change(int32 row, const std::string& line);
 
   bool HasTimes() const;
-  /** When the row is sung first, in the order of its tags. */
+  /** The time of the row's first tag. */
   std::optional<int32> TimeOf(int32 row) const;
-  /** The row that is being sung: of all rows the one whose time came last; of several with the same time the lowest on
-      the screen. -1 before the first time. */
+  /** The row that is being sung: the one with the latest time up to the position; of several with that time, the last
+      row. -1 before the first time. */
   int32 RowAt(int32 positionMs);
   /** All of them, sorted. */
   std::vector<int32> Times() const;
@@ -43,9 +43,9 @@ private:
   void ForEachTime(Visit visit) const;
 
   std::vector<int32> fFirstMs;                   // negative for a row without a tag
-  std::map<int32, std::vector<long>> fFurtherMs; // of the few rows with several tags
-  std::map<int32, long> fOffsetsMs;              // of the rows that are headers for it; the first one counts
-  int32 fRow = -1;                               // the last answer of RowAt, valid from fFromMs up to fUntilMs
+  std::map<int32, std::vector<long>> fFurtherMs; // further tags of the few rows with several
+  std::map<int32, long> fOffsetsMs;              // of the offset headers, by row; the first counts
+  int32 fRow = -1;                               // cached result of RowAt, valid from fFromMs up to fUntilMs
   int32 fFromMs = 0;
   int32 fUntilMs = 0;
 };

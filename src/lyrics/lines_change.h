@@ -5,12 +5,12 @@
 #include <list>
 #include <string>
 
-/** From line `first` on (from 0), `removed` lines give way to `lines`. */
+/** Replaces `removed` lines, from line `first` (counted from 0), by `lines`. */
 struct TLinesChange {
   int32 first = 0;
   int32 removed = 0;
   std::list<std::string> lines;
 };
 
-/** What kind of work a change was. */
+/** The kind of command that made a change. */
 enum class TEditKind { kTyping, kStamp, kOther };

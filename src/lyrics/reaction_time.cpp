@@ -5,11 +5,11 @@
 
 namespace {
 
-/** Values this far from the median may always stay: nobody taps more evenly. */
+/** Values this close to the median are never outliers: nobody taps more evenly. */
 constexpr int32 kAlwaysNearMs = 40;
-/** How many times the usual distance from the median is too far. */
+/** Values further away than this many median deviations are outliers. */
 constexpr int32 kTooFar = 3;
-/** The middle of an even person's values lies within this. */
+/** The median deviation of values that agree. */
 constexpr int32 kAgreesWithinMs = 80;
 
 constexpr size_t kWarmUpClicks = 4;
@@ -17,12 +17,12 @@ constexpr size_t kLeastTaps = 6;
 
 /** A correction after a longer time is a change of mind. */
 constexpr int64 kSoonMs = 120000;
-/** A larger one puts a stamp right that belonged elsewhere. */
+/** A larger one corrects a stamp on the wrong line. */
 constexpr int32 kLargestCorrectionMs = 1000;
 constexpr size_t kLeastCorrections = 6;
 constexpr size_t kKeptCorrections = 16;
-/** Less is not heard. */
-constexpr int32 kWorthTellingMs = 30;
+/** Less is not audible. */
+constexpr int32 kWorthReportingMs = 30;
 
 int32 median(std::vector<int32> values) {
   const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -30,7 +30,7 @@ int32 median(std::vector<int32> values) {
   return *middle;
 }
 
-/** The usual distance of the values from that one. */
+/** The median distance of the values from that one. */
 int32 spread_around(const std::vector<int32>& values, int32 centre) {
   std::vector<int32> distances;
   distances.reserve(values.size());
@@ -70,7 +70,7 @@ std::optional<int32> tapped_lateness(std::span<const int64> clicksMs, std::span<
 
 void TStampCorrections::Stamped(int32 line, int32 tagMs, int64 nowMs, int32 offsetMs) {
   if (offsetMs != fOffsetMs) {
-    // What was learnt was about stamps with another offset.
+    // Previous corrections were made with another offset.
     *this = TStampCorrections();
     fOffsetMs = offsetMs;
   }
@@ -107,8 +107,8 @@ void TStampCorrections::ForgetLines() {
 
 std::optional<int32> TStampCorrections::NewFinding() {
   const auto found = typical_lateness({fLateness.begin(), fLateness.end()}, kLeastCorrections);
-  if (!found || std::abs(*found) < kWorthTellingMs) return std::nullopt;
-  if (fTold && std::abs(*found - *fTold) < kWorthTellingMs) return std::nullopt;
-  fTold = found;
+  if (!found || std::abs(*found) < kWorthReportingMs) return std::nullopt;
+  if (fReported && std::abs(*found - *fReported) < kWorthReportingMs) return std::nullopt;
+  fReported = found;
   return found;
 }

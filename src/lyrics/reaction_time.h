@@ -8,47 +8,45 @@
 #include <span>
 #include <vector>
 
-/** How late a person's key presses come after what they hear. Pure: no clock, no window; times are in ms, and
-    positive is late. */
+/** Estimates by how much a person's key presses lag behind what they hear. Pure: no clock, no window. Times are in ms;
+    positive means late. */
 
-/** What has been found about the user's stamps, from the tag input view through window and managers to the companion's
-    preferences: int32 "LateMs", how late they seem to be; int32 "TmDf", the time offset that they were made with.
-    Rarely sent. */
+/** A finding about the user's stamps, sent from the tag input view by way of window and managers to the companion's
+    preferences: int32 "LateMs", the estimated lateness; int32 "TmDf", the time offset in effect. Rarely sent. */
 inline constexpr uint32 kMsgStampHint = 'Srth';
 
-/** The median of the values, after those far from the rest were left out. Nothing when fewer than `least` are left, or
-    when even these do not agree. */
+/** The median without outliers. Nothing when fewer than `least` values remain, or when these still disagree. */
 std::optional<int32> typical_lateness(std::vector<int32> latenessMs, size_t least);
 
-/** Of key presses to clicks: each press belongs to the click nearest to it, and of several the first counts. The first
-    clicks are for finding the beat. Both lists are ascending, on one clock. */
+/** Lateness of key presses after clicks. Each press belongs to the nearest click; of several only the first counts. The
+    first clicks are a warm-up. Both lists are ascending and use one clock. */
 std::optional<int32> tapped_lateness(std::span<const int64> clicksMs, std::span<const int64> tapsMs);
 
-/** Learns from the user's own corrections: a line that was just stamped and is then moved or stamped anew was late by
-    as much. Owned by an edit view, on its thread. */
+/** Learns from the user's corrections: a line that is moved or stamped again soon after its stamp was late by the
+    difference. Owned by an edit view, on its thread. */
 class TStampCorrections {
 public:
-  /** The line got a tag of this time, at that moment, with that much added to the player's position. */
+  /** The line got a tag of this time at `nowMs`; `offsetMs` was added to the player's position. */
   void Stamped(int32 line, int32 tagMs, int64 nowMs, int32 offsetMs);
-  /** The line's tag was moved by hand. */
+  /** The user moved the line's tag. */
   void Moved(int32 line, int32 tagMs, int64 nowMs);
-  /** The lines are others now; what was learnt stays. */
+  /** Another document: forgets which lines were stamped, but keeps the corrections. */
   void ForgetLines();
 
-  /** Once for every new finding that is worth telling: how late the stamps are. */
+  /** The lateness, once for each finding that differs enough from the previous one to be reported. */
   std::optional<int32> NewFinding();
 
 private:
   struct TStamp {
     int32 tagMs;
     int64 whenMs;
-    int64 sample; // of the correction that it had; -1 while it had none
+    int64 sample; // number of its correction; -1 without one
   };
   void Correct(TStamp* stamp, int32 tagMs);
 
   std::map<int32, TStamp> fStamps;
-  std::deque<int32> fLateness; // of the last corrections
-  int64 fFirstSample = 0;      // the number of the first one in the queue
+  std::deque<int32> fLateness; // the last corrections
+  int64 fFirstSample = 0;      // number of the first value in fLateness
   int32 fOffsetMs = 0;
-  std::optional<int32> fTold;
+  std::optional<int32> fReported;
 };

@@ -2,8 +2,8 @@
 
 #include "platform/support/types.h"
 
-/** One entry of the player's playlist. Copied by value: the copies share the two texts, which their owner (the filler)
-    frees with delete[] before it fills the record anew. */
+/** One entry of the player's playlist. Copied by value: the copies share the two texts, which whoever
+    filled the record frees with delete[] before filling it again. */
 struct SonivoSongEntry {
   char* filename = nullptr; // the song file's path; may be null
   char* title = nullptr;    // may be null

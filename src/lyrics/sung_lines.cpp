@@ -7,7 +7,7 @@
 
 namespace {
 
-/** How long the last line stands when nothing says so. */
+/** Duration of the last line without an end of its own. */
 constexpr long kLastCueMs = 5000;
 
 bool is_blank(const std::string& text) {
@@ -26,15 +26,15 @@ void append_line(std::string* text, const std::string& line) {
   text->append(line);
 }
 
-struct TSungLine {
+struct TTimedLines {
   std::vector<long> timesMs;
   std::optional<long> endMs;
   std::string text;
 };
 
-/** Each line with tags, together with those without that follow it. */
-std::vector<TSungLine> sung_lines(const std::list<std::string>& lines, long* linesLeftOut) {
-  std::vector<TSungLine> sung;
+/** Each tagged line together with the untagged lines that follow it. */
+std::vector<TTimedLines> timed_lines(const std::list<std::string>& lines, long* linesLeftOut) {
+  std::vector<TTimedLines> sung;
   *linesLeftOut = 0;
   for (const std::string& line : lines) {
     const TBracketKind kind = bracket_kind(line);
@@ -51,12 +51,12 @@ std::vector<TSungLine> sung_lines(const std::list<std::string>& lines, long* lin
   return sung;
 }
 
-/** In the order of their times, those of one moment made one; without ends of their own they end at 0. */
-std::vector<TCue> sorted_cues(const std::vector<TSungLine>& sung, long offsetMs) {
+/** Sorted by time, with those of the same time merged. A cue without an end of its own has the end 0. */
+std::vector<TCue> sorted_cues(const std::vector<TTimedLines>& sung, long offsetMs) {
   std::vector<TCue> cues;
-  for (const TSungLine& line : sung) {
+  for (const TTimedLines& line : sung) {
     for (const long time : line.timesMs) {
-      // The end belongs to the first time; the line lasts as long at the others.
+      // The end belongs to the first time; at the others the line lasts as long.
       const long length = line.endMs ? std::max(*line.endMs - line.timesMs.front(), 0L) : 0;
       const long start = sung_at(time, offsetMs);
       cues.push_back({start, length > 0 ? start + length : 0, line.text});
@@ -109,13 +109,13 @@ TTaggedLine take_apart(const std::string& line) {
 }
 
 std::vector<TCue> cues_of(const std::list<std::string>& lines, long* linesLeftOut) {
-  std::vector<TCue> cues = sorted_cues(sung_lines(lines, linesLeftOut), offset_of(lines));
+  std::vector<TCue> cues = sorted_cues(timed_lines(lines, linesLeftOut), offset_of(lines));
   for (size_t i = 0; i < cues.size(); ++i) {
     const bool isLast = i + 1 == cues.size();
     const long limit = isLast ? std::max(cues[i].endMs, cues[i].startMs + kLastCueMs) : cues[i + 1].startMs;
     cues[i].endMs = cues[i].endMs > 0 ? std::min(cues[i].endMs, limit) : limit;
   }
-  // A line without words is the end of the one before it.
+  // A line without words only ends the previous one.
   std::erase_if(cues, [](const TCue& cue) { return cue.text.empty(); });
   return cues;
 }

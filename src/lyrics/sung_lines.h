@@ -5,17 +5,17 @@
 #include <string>
 #include <vector>
 
-/** A line taken apart at its well-formed time tags. Pure: any thread. */
+/** A line split at its well-formed time tags. Pure: any thread. */
 struct TTaggedLine {
   struct TWord {
     std::optional<long> timeMs; // of the tag in front of it
     std::string text;
   };
-  std::vector<long> timesMs; // of the tags at its start (line_times.h); empty for a line without
-  std::vector<TWord> words;  // the rest, cut in front of each tag within it
-  std::optional<long> endMs; // of a tag behind everything
+  std::vector<long> timesMs; // of the tags at its start (line_times.h); empty without any
+  std::vector<TWord> words;  // the rest, split before each tag
+  std::optional<long> endMs; // of a tag at the very end
 
-  /** Without any tags. */
+  /** The text without tags. */
   std::string Text() const;
   bool HasTimedWords() const;
 };
@@ -26,9 +26,9 @@ TTaggedLine take_apart(const std::string& line);
 struct TCue {
   long startMs = 0;
   long endMs = 0;
-  std::string text; // lines without a tag of their own follow after line feeds
+  std::string text; // with the untagged lines that follow, after line feeds
 };
 
-/** In the order of their times. A cue lasts until its line's own end, else until the next tag; what is sung at one
-    moment is one cue. Counts the lines with words that come before every tag. */
+/** Sorted by time. A cue lasts until its line's own end, else until the next tag; lines with the same time are one cue.
+    `linesLeftOut` counts the lines with words before the first tag. */
 std::vector<TCue> cues_of(const std::list<std::string>& lines, long* linesLeftOut);

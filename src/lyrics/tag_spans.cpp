@@ -15,7 +15,7 @@ bool is_letter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-/** True when the text begins like the pattern, where 0 stands for a digit. */
+/** True when the text matches the pattern, in which 0 means any digit. */
 bool begins_like(std::string_view text, std::string_view pattern) {
   return text.size() >= pattern.size() && std::equal(pattern.begin(), pattern.end(), text.begin(),
                                                      [](char p, char c) { return p == '0' ? is_digit(c) : p == c; });

@@ -8,7 +8,7 @@ bool is_digit(char c) {
   return c >= '0' && c <= '9';
 }
 
-/** The number at two positions. Only the first character is asked to be a digit; the second counts as it stands. */
+/** The number at two positions. Only the first character has to be a digit; the second is not checked. */
 long two_digits(const std::string& line, size_t at) {
   return is_digit(line[at]) ? (line[at] - '0') * 10L + (line[at + 1] - '0') : 0;
 }

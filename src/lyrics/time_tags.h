@@ -2,8 +2,8 @@
 
 #include <string>
 
-/** Reads and prints the two forms of time tag, `[mm:ss]` and `[mm:ss:cc]`. All other code goes through these functions;
-    none parses a tag by itself. Pure: any thread. */
+/** Reads and prints the two forms of time tag, `[mm:ss]` and `[mm:ss:cc]`. All tags are parsed and printed
+    by these functions only. Pure: any thread. */
 
 /** The largest time that can be printed, in ms. */
 inline constexpr long kLastTagTime = 5999990;
@@ -18,8 +18,8 @@ bool time_tag_to_time(const std::string& line, long* time, bool* extended);
     Always true. */
 bool time_to_time_tag(long time, std::string* tag, bool extended);
 
-/** Takes off everything up to the first ']' of a line that begins with '['; other lines stay as they are. */
+/** Removes everything up to the first ']' from a line that begins with '['; other lines do not change. */
 void remove_time_tag(std::string* line);
 
-/** What follows the first "- " or the first middle dot, whichever begins later; all of `text` without either. */
+/** The text after the first "- " or the first middle dot, whichever begins later; all of `text` without either. */
 std::string strip_prefix(const std::string& text);

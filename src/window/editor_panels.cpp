@@ -14,7 +14,7 @@
 
 namespace {
 
-/** While the user looks at a panel it comes before the editor's other work. */
+/** A visible panel's thread has precedence over the editor's others. */
 constexpr int32 kShownPriority = 15;
 constexpr int32 kHiddenPriority = 5;
 
@@ -22,7 +22,7 @@ void set_priority(const BFilePanel& panel, int32 priority) {
   set_thread_priority(panel.Window()->Thread(), priority);
 }
 
-/** Empty when that is not known. */
+/** Empty if unknown. */
 std::string folder_of(const BFilePanel& panel) {
   entry_ref folder;
   panel.GetPanelDirectory(&folder);
@@ -93,7 +93,7 @@ std::string TVesmoEWin::DocumentName() const {
 }
 
 void TVesmoEWin::MItemExportClicked() {
-  if (fExportPanel && fExportPanel->IsShowing()) return fExportPanel->Show(); // in front again
+  if (fExportPanel && fExportPanel->IsShowing()) return fExportPanel->Show(); // to the front
   fExportPanel = std::make_unique<TExportPanel>(BMessenger(this), DocumentName());
   const TLyricsInfo info = fEditorView->CurrentLyricsInfo();
   const bool hasFolder = !info.File.IsEmpty() && BEntry(info.File.directory.c_str()).IsDirectory();
@@ -105,17 +105,17 @@ void TVesmoEWin::MItemExportClicked() {
 void TVesmoEWin::PanelClosed(const BMessage& message) {
   void* source = nullptr;
   if (message.FindPointer("source", &source) != B_OK) return;
-  // Compared, never followed: only these panels are ours.
+  // The pointer is only compared, never dereferenced.
   const BFilePanel* panel = nullptr;
   if (fSavePanel && source == static_cast<BFilePanel*>(fSavePanel.get())) panel = fSavePanel.get();
   if (fOpenPanel && source == fOpenPanel.get()) panel = fOpenPanel.get();
-  // Exported copies go elsewhere than the documents: the folder of their panel is not kept.
+  // The folder of the export panel is not stored.
   if (fExportPanel && source == static_cast<BFilePanel*>(fExportPanel.get())) panel = fExportPanel.get();
   if (panel == nullptr) return;
   set_priority(*panel, kHiddenPriority);
   if (panel == fSavePanel.get()) SetSavePanelFolder(folder_of(*panel));
   if (panel == fOpenPanel.get()) SetOpenPanelFolder(folder_of(*panel));
-  Activate(true); // the keys are the editor's again, also where no window manager sees to it
+  Activate(true); // gives the focus back even without a window manager
 }
 
 void TVesmoEWin::SetOpenPanelFolder(const std::string& folder) {

@@ -32,7 +32,7 @@ TExportPanel::TExportPanel(const BMessenger& target, std::string name)
   ProposeName();
 }
 
-/** Its window's lock is held. */
+/** Call with the window's lock held. */
 int32 TExportPanel::Format() const {
   return std::max(fFormatMenu->IndexOf(fFormatMenu->FindMarked()), int32{0});
 }
@@ -45,7 +45,7 @@ void TExportPanel::ProposeName() {
 }
 
 void TExportPanel::SendMessage(const BMessenger* target, BMessage* message) {
-  message->RemoveName("Format"); // that of an earlier export
+  message->RemoveName("Format"); // from the previous export
   message->AddInt32("Format", Format());
   BFilePanel::SendMessage(target, message);
 }

@@ -10,16 +10,15 @@ class BMenu;
 /** To the window, from the panel's menu. */
 enum : uint32 { kMsgExportFormat = '_exf' };
 
-/** The panel in which the lyrics are given a name for other programs, with a menu of formats, whose number its answer
-    carries as int32 "Format". A format chosen proposes the document's name in that format. Any thread that does not
-    hold the panel's lock. */
+/** A save panel for exports, with a menu of formats. Its answer carries the format as int32 "Format"; choosing a format
+    proposes a file name for it. Any thread that does not hold the panel's lock. */
 class TExportPanel : public BFilePanel {
 public:
-  /** `name` is the document's. */
+  /** `name` is that of the document's file. */
   TExportPanel(const BMessenger& target, std::string name);
   ~TExportPanel() override { End(); }
 
-  /** The document's name in the format that is marked. */
+  /** Proposes the document's name in the marked format. */
   void ProposeName();
   void SendMessage(const BMessenger* target, BMessage* message) override;
 

@@ -4,20 +4,20 @@
 
 #include <optional>
 
-/** The distance that the editor's window keeps from the player's while it follows it: the left top of the one less that
-    of the other. Tells moves made by following, which leave the distance as it is, from the user's own, which set it.
-    Pure; owned by the window, on its thread. */
+/** The distance (difference of the left top corners) that the editor's window keeps from the player's. Distinguishes
+    moves by following, which leave the distance unchanged, from the user's, which set it. Pure; owned by the window, on
+    its thread. */
 class TFollowedDistance {
 public:
-  /** Measures it. */
+  /** Measures the distance. */
   void Set(BPoint own, BPoint players);
-  /** Where the window has to go now that the player is there. */
+  /** The window's new place after the player's window moved to `players`. */
   BPoint Follow(BPoint players);
-  /** Whether the user has put the window at `place`. `end` is where the move that followed last left the window (the
-     edge of the screen may have stopped it); none while that move is still under way. */
+  /** Whether the user has moved the window to `place`. `end` is where the last move by following ended (possibly at the
+      edge of the screen); none while it is still in progress. */
   [[nodiscard]] bool IsUsersMove(BPoint place, std::optional<BPoint> end) const;
 
 private:
   BPoint fDistance;
-  std::optional<BPoint> fSentTo; // none once the user has moved the window since
+  std::optional<BPoint> fSentTo; // by the last move; none after the user has moved the window
 };

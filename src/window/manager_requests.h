@@ -2,7 +2,7 @@
 
 #include "platform/support/types.h"
 
-/** What the editor window's menus and tool bar ask of the communication manager. No fields. */
+/** Commands of the editor window's menus and tool bar to the communication manager. No fields. */
 enum : uint32 {
   kMsgFineTimeTag = 'fttg', // opens the window that asks for the shift
   kMsgHelp = '_hlp',

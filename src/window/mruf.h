@@ -11,16 +11,16 @@ class BMenu;
 class BMenuItem;
 class BMessage;
 
-/** The files used most recently, newest first, shown as items of a menu and kept in an archive. On the thread of the
-    window that the menu belongs to. */
+/** The most recently used files, newest first, shown as items of a menu and stored in an archive. On the thread of the
+    menu's window. */
 class TMRUF : public koreva::TArchivable {
 public:
   TMRUF();
   ~TMRUF() override;
 
-  /** A path that is there already moves to the front; a new one drops those beyond the maximum. Case counts. */
+  /** Moves a known path to the front, or adds it and drops those beyond the maximum. Case-sensitive. */
   void AddMRUF(const char* path);
-  /** Hands the path out, to be freed with delete[]; null outside the list or for an unknown path. */
+  /** Returns the path, which the caller frees with delete[]; null outside the list or for an unknown path. */
   char* RemoveMRUF(int32 index);
   char* RemoveMRUF(const char* path);
   /** -1 for an unknown path. */
@@ -30,23 +30,24 @@ public:
   int32 CountMRUFs() const { return static_cast<int32>(fPaths.size()); }
   void ClearMRUF();
 
-  /** What is beyond it is dropped at once. */
+  /** Drops files beyond it at once. */
   void SetMaxMRUF(int32 count);
   /** The first ten get the digits as shortcuts, with Shift. */
   void SetShowSC(bool shows) { fShowsShortcuts = shows; }
-  /** Where in the menu the first file stands. */
+  /** The menu index of the first file. */
   void SetTgtBase(int32 index) { fTargetBase = index; }
   /** The number of the first file: 0 to 9 are digits, 10 and more the letters from A. */
   void SetTriggerBase(int32 number) { fTriggerBase = number; }
-  /** Borrowed, as the next; the target is read when items are made. */
+  /** Not owned. */
   void SetTgtMenu(BMenu* menu) { fMenu = menu; }
+  /** Not owned; used for items generated after this. */
   void SetTgtHandler(const BHandler* handler) { fTarget = handler; }
   /** The format of the labels' accelerators. */
   void SetSeparator(const std::string& separator) { fSeparator = separator; }
-  /** Each item sends a copy with its file in "refs". Copied, and deleted. */
+  /** Each item sends a copy with its file in "refs". Takes ownership. */
   void SetMessage(BMessage* message);
 
-  /** Makes the items anew: those of the files, up to the separator behind them. */
+  /** Replaces the items of the files, up to the separator after them. */
   void GenerateMenu();
 
   /** Strings "MRUF", oldest first. */

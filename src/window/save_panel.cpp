@@ -11,7 +11,7 @@ namespace {
 
 constexpr int32 kChoices = 3;
 
-/** A menu that marks one of its items, whose labels are the texts of the keys with their number at the end. */
+/** A radio menu; the items' language keys are `keyStart` plus their index. */
 BMenu* radio_menu(const char* title, const std::string& keyStart) {
   auto* const menu = new BMenu(title);
   menu->SetRadioMode(true);
@@ -21,7 +21,7 @@ BMenu* radio_menu(const char* title, const std::string& keyStart) {
 }
 
 void put_marked(BMessage* message, const char* field, const BMenu& menu) {
-  message->RemoveName(field); // that of an earlier save
+  message->RemoveName(field); // from the previous save
   message->AddInt32(field, menu.IndexOf(menu.FindMarked()));
 }
 

@@ -5,14 +5,14 @@
 
 class BMenu;
 
-/** The save panel with the two menus by which the encoding and the line-end type of the file are chosen. Its answer
+/** A save panel with menus for the file's encoding and line-end type. Its answer
     carries them as int32 "Encoding" and int32 "CRType". Any thread that does not hold the panel's lock. */
 class TVesmoESavePanel : public BFilePanel {
 public:
   explicit TVesmoESavePanel(const BMessenger& target);
   ~TVesmoESavePanel() override { End(); }
 
-  /** Mark the item of that number; nothing for a number without one. */
+  /** SetEncoding and SetCRType mark the item of that number, if there is one. */
   void SetEncoding(int32 encoding);
   void SetCRType(int32 crType);
   void SendMessage(const BMessenger* target, BMessage* message) override;
@@ -21,6 +21,6 @@ private:
   void CreateMenu();
   void Mark(const BMenu* menu, int32 index) const;
 
-  BMenu* fCRTypeMenu; // in the panel's menu bar, as the next
+  BMenu* fCRTypeMenu; // fCRTypeMenu and fEncodingMenu: in the panel's menu bar
   BMenu* fEncodingMenu;
 };
