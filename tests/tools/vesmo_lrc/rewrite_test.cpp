@@ -82,7 +82,7 @@ TEST(Rewrite, RefusesWhatWouldLoseSomething) {
                    shift_by(10)),
               HasSubstr("UTF-16"));
   TOptions asJis = shift_by(10);
-  asJis.readEncoding = 2;
+  asJis.readEncoding = TEncoding::kJis;
   EXPECT_THAT(made("[00:01:00]日\n", asJis), HasSubstr("line 1 is not valid JIS"));
 }
 
