@@ -13,18 +13,16 @@ public:
   float LeastWidth() const { return fLeastWidth; }
   /** Shown beside the mouse, and what the button is called by those who listen to the screen. */
   void SetTip(const char* tip);
-  void SetValue(int32 value) override;
   /** Flat: framed only under the mouse, with the focus, or while on. */
   void SetFlat(bool flat);
 
 protected:
-  std::shared_ptr<display::ViewPeer> MakePeer() override;
+  std::shared_ptr<display::ControlPeer> MakeControl() override;
 
 private:
   const float fLeastWidth;
   BBitmap fBitmap;
   bool fIsFlat = true;
-  bool fHasValue = false;
 };
 
 /** A line between two groups of buttons. */

@@ -1,10 +1,8 @@
 #include "platform/display/color_button.h"
 
-#include "platform/app/message.h"
-#include "platform/interface/view_peer.h"
+#include "platform/display/convert.h"
 
 #include <QColorDialog>
-#include <QKeyEvent>
 #include <QPainter>
 
 namespace display {
@@ -29,22 +27,18 @@ QIcon swatch_of(const QColor& color, const QColor& frame, qreal pixelRatio) {
 ColorButton::ColorButton(const BMessenger& view) : fView(view) {
   setIconSize(kSwatch);
   connect(this, &QPushButton::clicked, this, [this] { OpenDialog(); });
+  ShowValue(0);
 }
 
-void ColorButton::Show(const QColor& color) {
-  fColor = color;
-  setText(color.name().toUpper());
-  setIcon(swatch_of(color, palette().color(QPalette::Mid), devicePixelRatioF()));
+void ColorButton::ShowValue(int32 color) {
+  fColor = QColor::fromRgb(static_cast<QRgb>(color) >> 8);
+  setText(fColor.name().toUpper());
+  setIcon(swatch_of(fColor, palette().color(QPalette::Mid), devicePixelRatioF()));
 }
 
-void ColorButton::SetTitle(const QString& title) {
-  fTitle = title;
-  if (fDialog) fDialog->setWindowTitle(title);
-}
-
-void ColorButton::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return click();
-  QPushButton::keyPressEvent(event);
+void ColorButton::ShowLabel(const std::string& label) {
+  fTitle = to_qstring(label);
+  if (fDialog) fDialog->setWindowTitle(fTitle);
 }
 
 void ColorButton::OpenDialog() {
@@ -63,9 +57,11 @@ void ColorButton::OpenDialog() {
 }
 
 void ColorButton::Tell(const QColor& color) const {
-  BMessage chosen(DISPLAY_VALUE_CHOSEN);
-  chosen.AddInt32("value", static_cast<int32>(static_cast<uint32>(color.rgb()) << 8));
-  fView.SendMessage(&chosen, BMessenger(), 0);
+  send_value(fView, static_cast<int32>(static_cast<uint32>(color.rgb()) << 8));
+}
+
+std::shared_ptr<ControlPeer> make_color_peer(const BMessenger& view) {
+  return std::make_shared<ControlPeer>(view, Keys::to_control, [view]() -> QWidget* { return new ColorButton(view); });
 }
 
 } // namespace display

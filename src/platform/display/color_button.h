@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/app/messenger.h"
+#include "platform/display/control_widget.h"
 
 #include <QColor>
 #include <QPointer>
@@ -11,15 +11,12 @@ class QColorDialog;
 namespace display {
 
 /** Shows a colour and its number; pressed, it opens a dialog of colours that blocks its window and no thread. */
-class ColorButton : public QPushButton {
+class ColorButton : public ReturnClicks<QPushButton>, public ControlWidget {
 public:
   explicit ColorButton(const BMessenger& view);
 
-  void Show(const QColor& color);
-  void SetTitle(const QString& title);
-
-protected:
-  void keyPressEvent(QKeyEvent* event) override;
+  void ShowLabel(const std::string& label) override;
+  void ShowValue(int32 color) override;
 
 private:
   void OpenDialog();

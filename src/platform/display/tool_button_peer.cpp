@@ -1,11 +1,10 @@
 #include "platform/interface/tool_button_peer.h"
 
-#include "platform/app/message.h"
+#include "platform/display/control_widget.h"
 #include "platform/display/convert.h"
 #include "platform/display/image_icon.h"
 #include "platform/display/known_value.h"
 
-#include <QKeyEvent>
 #include <QStyleOption>
 #include <QStylePainter>
 #include <QToolButton>
@@ -19,22 +18,22 @@ constexpr int kImageSize = 24;
 
 constexpr int kOnMark = 2;
 
-/** Return works it too, and clicking never changes whether it is on: the program does. On is marked by a line as well,
-    since some palettes hardly show that a button is pressed in. */
-class ToolButton : public QToolButton {
+/** Clicking never changes whether it is on: the program does. On is marked by a line as well, since some palettes
+   hardly show that a button is pressed in. */
+class ToolButton : public ReturnClicks<QToolButton>, public ControlWidget {
 public:
   explicit ToolButton(const BMessenger& view) {
     setIconSize({kImageSize, kImageSize});
     setAutoRaise(true);
     connect(this, &QToolButton::clicked, this, [view] { view.SendMessage(DISPLAY_CONTROL_WORKED); });
   }
+  void ShowValue(int32 value) override {
+    setCheckable(true);
+    setChecked(value != 0);
+  }
 
 protected:
   void nextCheckState() override {}
-  void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return click();
-    QToolButton::keyPressEvent(event);
-  }
   void paintEvent(QPaintEvent* event) override {
     QToolButton::paintEvent(event);
     if (!isChecked()) return;
@@ -55,28 +54,17 @@ protected:
   }
 };
 
-ToolButton& button(QWidget* widget) {
-  return *static_cast<ToolButton*>(widget);
-}
-
 } // namespace
 
 ToolButtonPeer::ToolButtonPeer(const BMessenger& view, const BBitmap& image)
-    : ViewPeer(view, Keys::to_control, [view, bytes = image.Bytes()]() -> QWidget* {
+    : ControlPeer(view, Keys::to_control, [view, bytes = image.Bytes()]() -> QWidget* {
         auto* made = new ToolButton(view);
         made->setIcon(image_icon(bytes));
         return made;
       }) {}
 
-void ToolButtonPeer::SetPressed(bool pressed) {
-  Change([pressed](QWidget* widget) {
-    button(widget).setCheckable(true);
-    button(widget).setChecked(pressed);
-  });
-}
-
 void ToolButtonPeer::SetFlat(bool flat) {
-  Change([flat](QWidget* widget) { button(widget).setAutoRaise(flat); });
+  Change([flat](QWidget* widget) { static_cast<ToolButton*>(widget)->setAutoRaise(flat); });
 }
 
 std::shared_ptr<ViewPeer> make_separator_peer(const BMessenger& view) {

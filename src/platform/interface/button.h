@@ -2,18 +2,15 @@
 
 #include "platform/interface/control.h"
 
-/** A push button. A letter that stands before its label by itself, as in "G - Go", presses it with the Alt key. */
+/** A push button. A letter set off in front of its label, as in "G - Go", presses it with the Alt key. Its value is 1
+   for the default button. */
 class BButton : public BControl {
 public:
   BButton(BRect frame, const char* name, const char* label, BMessage* message, uint32 resizingMode = B_FOLLOW_LEFT_TOP);
 
-  void SetLabel(const char* label) override;
-  /** Drawn as the one that Return means; who owns the window sees to the key. */
-  void MakeDefault(bool isDefault);
+  /** Draws it as the button that Return means; the window's owner handles the key. */
+  void MakeDefault(bool isDefault) { SetValue(isDefault ? 1 : 0); }
 
 protected:
-  std::shared_ptr<display::ViewPeer> MakePeer() override;
-
-private:
-  bool fIsDefault = false;
+  std::shared_ptr<display::ControlPeer> MakeControl() override;
 };

@@ -1,10 +1,8 @@
 #include "platform/interface/color_control.h"
 
-#include "platform/interface/color_peer.h"
+#include "platform/interface/control_peer.h"
 
 #include <cstdio>
-
-using display::ColorPeer;
 
 namespace {
 
@@ -26,24 +24,18 @@ BColorControl::BColorControl(BRect frame, const char* name, const char* label, B
   SetAccessibleName(label);
 }
 
-std::shared_ptr<display::ViewPeer> BColorControl::MakePeer() {
-  auto peer = std::make_shared<ColorPeer>(BMessenger(this));
-  peer->SetTitle(Label());
-  peer->SetShown(ValueAsColor());
-  peer->SetEnabled(IsEnabled());
-  return peer;
+std::shared_ptr<display::ControlPeer> BColorControl::MakeControl() {
+  return display::make_color_peer(BMessenger(this));
 }
 
 void BColorControl::SetLabel(const char* label) {
   BControl::SetLabel(label);
   SetAccessibleName(label);
-  if (Peer()) static_cast<ColorPeer*>(Peer())->SetTitle(label);
 }
 
 void BColorControl::SetValue(int32 value) {
   BControl::SetValue(value);
   SetAccessibleDescription(spoken(ValueAsColor()));
-  if (Peer()) static_cast<ColorPeer*>(Peer())->SetShown(ValueAsColor());
 }
 
 void BColorControl::SetValue(rgb_color color) {
@@ -55,10 +47,8 @@ rgb_color BColorControl::ValueAsColor() const {
   return {static_cast<uint8>(value >> 24), static_cast<uint8>(value >> 16), static_cast<uint8>(value >> 8), 255};
 }
 
-void BColorControl::MessageReceived(BMessage* message) {
-  int32 value = 0;
-  if (message->what != display::DISPLAY_VALUE_CHOSEN) return BControl::MessageReceived(message);
-  if (message->FindInt32("value", &value) != B_OK || value == Value()) return;
+void BColorControl::ValueChosen(int32 value) {
+  if (value == Value()) return;
   SetValue(value);
   Invoke();
 }

@@ -15,8 +15,8 @@ public:
   void SetValue(int32 value) override;
   void SetValue(rgb_color color);
   rgb_color ValueAsColor() const;
-  void MessageReceived(BMessage* message) override;
 
 protected:
-  std::shared_ptr<display::ViewPeer> MakePeer() override;
+  std::shared_ptr<display::ControlPeer> MakeControl() override;
+  void ValueChosen(int32 value) override;
 };

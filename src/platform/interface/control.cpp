@@ -1,6 +1,6 @@
 #include "platform/interface/control.h"
 
-#include "platform/interface/view_peer.h"
+#include "platform/interface/control_peer.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
 
@@ -9,6 +9,28 @@ BControl::BControl(BRect frame, const char* name, const char* label, BMessage* m
     : BView(frame, name, resizingMode, flags), fLabel(label), fMessage(message) {}
 
 BControl::~BControl() = default;
+
+std::shared_ptr<display::ViewPeer> BControl::MakePeer() {
+  auto peer = MakeControl();
+  peer->SetLabel(fLabel);
+  if (fValue) peer->SetValue(*fValue);
+  peer->SetEnabled(fIsEnabled);
+  return peer;
+}
+
+display::ControlPeer* BControl::Control() const {
+  return static_cast<display::ControlPeer*>(Peer());
+}
+
+void BControl::SetLabel(const char* label) {
+  fLabel = label;
+  if (Control()) Control()->SetLabel(fLabel);
+}
+
+void BControl::SetValue(int32 value) {
+  fValue = value;
+  if (Control()) Control()->SetValue(value);
+}
 
 void BControl::SetEnabled(bool enabled) {
   fIsEnabled = enabled;
@@ -32,6 +54,19 @@ void BControl::Send(const BMessage& message) {
 }
 
 void BControl::MessageReceived(BMessage* message) {
-  if (message->what == display::DISPLAY_CONTROL_WORKED) return Invoke();
-  BView::MessageReceived(message);
+  int32 value = 0;
+  switch (message->what) {
+  case display::DISPLAY_CONTROL_WORKED:
+    return Invoke();
+  case display::DISPLAY_VALUE_CHOSEN:
+    if (message->FindInt32("value", &value) == B_OK) ValueChosen(value);
+    return;
+  default:
+    return BView::MessageReceived(message);
+  }
+}
+
+void BControl::ValueChosen(int32 value) {
+  fValue = value;
+  Invoke();
 }

@@ -1,8 +1,6 @@
 #include "platform/interface/menu_field.h"
 
-#include "platform/interface/menu_field_peer.h"
-
-using display::MenuFieldPeer;
+#include "platform/interface/control_peer.h"
 
 BMenuField::BMenuField(BRect frame, const char* name, const char* label, BMessage* message, uint32 resizingMode)
     : BControl(frame, name, label, message, resizingMode) {
@@ -10,11 +8,9 @@ BMenuField::BMenuField(BRect frame, const char* name, const char* label, BMessag
   SetAccessibleName(label);
 }
 
-std::shared_ptr<display::ViewPeer> BMenuField::MakePeer() {
-  auto peer = std::make_shared<MenuFieldPeer>(BMessenger(this));
+std::shared_ptr<display::ControlPeer> BMenuField::MakeControl() {
+  auto peer = display::make_menu_field_peer(BMessenger(this));
   peer->SetChoices(fChoices);
-  peer->SetChosen(Value());
-  peer->SetEnabled(IsEnabled());
   return peer;
 }
 
@@ -25,19 +21,10 @@ void BMenuField::SetLabel(const char* label) {
 
 void BMenuField::SetChoices(std::vector<std::string> choices) {
   fChoices = std::move(choices);
-  if (Peer()) static_cast<MenuFieldPeer*>(Peer())->SetChoices(fChoices);
+  if (Control()) Control()->SetChoices(fChoices);
   SetValue(-1);
 }
 
 void BMenuField::SetValue(int32 index) {
   BControl::SetValue(index >= 0 && index < static_cast<int32>(fChoices.size()) ? index : -1);
-  if (Peer()) static_cast<MenuFieldPeer*>(Peer())->SetChosen(Value());
-}
-
-void BMenuField::MessageReceived(BMessage* message) {
-  int32 index = 0;
-  if (message->what != display::DISPLAY_VALUE_CHOSEN) return BControl::MessageReceived(message);
-  if (message->FindInt32("value", &index) != B_OK) return;
-  BControl::SetValue(index);
-  Invoke();
 }

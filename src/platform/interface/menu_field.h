@@ -17,10 +17,9 @@ public:
   void SetChoices(std::vector<std::string> choices);
   const std::vector<std::string>& Choices() const { return fChoices; }
   void SetValue(int32 index) override;
-  void MessageReceived(BMessage* message) override;
 
 protected:
-  std::shared_ptr<display::ViewPeer> MakePeer() override;
+  std::shared_ptr<display::ControlPeer> MakeControl() override;
 
 private:
   std::vector<std::string> fChoices;

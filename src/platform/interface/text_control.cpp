@@ -1,20 +1,15 @@
 #include "platform/interface/text_control.h"
 
-#include "platform/interface/field_peer.h"
+#include "platform/interface/control_peer.h"
 
 BTextControl::BTextControl(BRect frame, const char* name, const char* label, const char* text, uint32 resizingMode)
     : BControl(frame, name, label, nullptr, resizingMode), fText(text) {
   SetAccessibleName(label);
 }
 
-display::FieldPeer* BTextControl::Field() const {
-  return static_cast<display::FieldPeer*>(Peer());
-}
-
-std::shared_ptr<display::ViewPeer> BTextControl::MakePeer() {
-  auto peer = std::make_shared<display::FieldPeer>(BMessenger(this));
+std::shared_ptr<display::ControlPeer> BTextControl::MakeControl() {
+  auto peer = display::make_text_field_peer(BMessenger(this));
   peer->SetText(fText);
-  peer->SetEnabled(IsEnabled());
   return peer;
 }
 
@@ -25,11 +20,11 @@ void BTextControl::SetLabel(const char* label) {
 
 void BTextControl::SetText(const char* text) {
   fText = text;
-  if (Field()) Field()->SetText(fText);
+  if (Control()) Control()->SetText(fText);
 }
 
 void BTextControl::SelectAll() {
-  if (Field()) Field()->SelectAll();
+  if (Control()) Control()->SelectAll();
 }
 
 void BTextControl::MessageReceived(BMessage* message) {

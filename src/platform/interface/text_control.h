@@ -2,10 +2,6 @@
 
 #include "platform/interface/control.h"
 
-namespace display {
-class FieldPeer;
-}
-
 /** A field of one line to type in. Its label is what it is called by those who listen to the screen; on the screen it
     stands beside the field in a view of its own. */
 class BTextControl : public BControl {
@@ -24,11 +20,9 @@ public:
   void MessageReceived(BMessage* message) override;
 
 protected:
-  std::shared_ptr<display::ViewPeer> MakePeer() override;
+  std::shared_ptr<display::ControlPeer> MakeControl() override;
 
 private:
-  display::FieldPeer* Field() const;
-
   std::string fText;
   std::unique_ptr<BMessage> fModificationMessage;
 };

@@ -1,17 +1,15 @@
 #pragma once
 
 #include "platform/interface/bitmap.h"
-#include "platform/interface/view_peer.h"
+#include "platform/interface/control_peer.h"
 
 namespace display {
 
 /** The program's hand on a button that shows an image. */
-class ToolButtonPeer : public ViewPeer {
+class ToolButtonPeer : public ControlPeer {
 public:
   ToolButtonPeer(const BMessenger& view, const BBitmap& image);
 
-  /** From its first call on, the button is one that is on or off for those who listen to the screen. */
-  void SetPressed(bool pressed);
   /** Flat: a frame only under the mouse, with the focus, or while pressed. */
   void SetFlat(bool flat);
 };

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/interface/view_peer.h"
+
+#include <string>
+#include <vector>
+
+namespace display {
+
+/** Thread-safe handle to a simple control. A setter without meaning for the kind of control has no effect. */
+class ControlPeer : public ViewPeer {
+public:
+  using ViewPeer::ViewPeer;
+
+  /** Text of a button or check box; title of a colour button's dialog. */
+  void SetLabel(const std::string& label);
+  /** Button: 1 marks it as the default. Check box: 1 is checked. Colour button: as in BColorControl. Menu field: index
+      of the choice, -1 for none. Tool button: 1 is pressed in; the first call makes it a toggle for screen readers. */
+  void SetValue(int32 value);
+  /** Menu field. */
+  void SetChoices(const std::vector<std::string>& choices);
+  /** Text field. */
+  void SetText(const std::string& text);
+  void SelectAll();
+};
+
+std::shared_ptr<ControlPeer> make_button_peer(const BMessenger& view);
+std::shared_ptr<ControlPeer> make_check_box_peer(const BMessenger& view);
+std::shared_ptr<ControlPeer> make_color_peer(const BMessenger& view);
+std::shared_ptr<ControlPeer> make_menu_field_peer(const BMessenger& view);
+std::shared_ptr<ControlPeer> make_text_field_peer(const BMessenger& view);
+
+} // namespace display
