@@ -81,7 +81,7 @@ void TFreeEditView::SetAppearance() {
   BFont font;
   GetFont(&font);
   font = lyrics_font(font, *look);
-  SetFontAndColor(&font, B_FONT_ALL, &look->lyrics);
+  SetFontAndColor(font, look->lyrics);
   Invalidate();
 }
 

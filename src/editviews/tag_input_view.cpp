@@ -83,7 +83,7 @@ void TTagInputView::SetAppearance() {
   BFont font;
   GetFont(&font);
   font = lyrics_font(font, *look);
-  SetFont(&font, B_FONT_ALL); // measures the rows and lays out the list again
+  SetFont(&font); // measures the rows and lays out the list again
 }
 
 void TTagInputView::AttachedToWindow() {

@@ -68,12 +68,12 @@ TEST_F(FreeEdit, OnlyKeysThatMayChangeTheTextMarkIt) {
   }
   for (const char* key : {"a", "Return", "Backspace", "Del", "Ctrl+Backspace", "Ctrl+X"}) {
     View().SetLines({"one", "two"});
-    View().Select(4, 5);
+    for (const char* way : {"Ctrl+Home", "Down", "Shift+Right"}) Press(way);
     View().SetModified(false);
     Press(key);
     EXPECT_TRUE(IsModified()) << key;
   }
-  View().Select(0, 0);
+  Press("Ctrl+Home");
   View().SetModified(false);
   Press("Backspace"); // nothing stands before the caret
   EXPECT_TRUE(IsModified());

@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QTabWidget>
 #include <QTest>
 #include <QUrl>
 
@@ -91,6 +92,13 @@ void click(BWindow& window, const std::string& view, BPoint where, int times) {
     const QPoint point(qRound(where.x), qRound(where.y));
     QTest::mouseClick(control, Qt::LeftButton, {}, point);
     if (times == 2) QTest::mouseDClick(control, Qt::LeftButton, {}, point);
+  });
+}
+
+void select_tab(BWindow& window, const std::string& view, int index) {
+  with_widget(window, [view, index](QWidget* widget) {
+    QTabBar* const bar = qobject_cast<QTabWidget*>(control_of(widget, view))->tabBar();
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(index).center());
   });
 }
 

@@ -29,6 +29,8 @@ void press(BWindow& window, const std::string& key);
 void repeat(BWindow& window, const std::string& key);
 /** In the coordinates of the control of the view of that name. */
 void click(BWindow& window, const std::string& view, BPoint where, int times = 1);
+/** Clicks the tab of that index in a tab view. */
+void select_tab(BWindow& window, const std::string& view, int index);
 void press_close_button(BWindow& window);
 void resize_by_hand(BWindow& window, int width, int height);
 void move_by_hand(BWindow& window, int x, int y);

@@ -112,10 +112,6 @@ bool is_display_thread() {
   return displayThread.load() == std::this_thread::get_id();
 }
 
-bool is_running() {
-  return displayThread.load() != std::thread::id();
-}
-
 struct Queue::Impl {
   NonblockingThread neverBlocks;
   Taker taker;

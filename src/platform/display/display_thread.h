@@ -15,8 +15,6 @@ enum class Turn { inOrder, first };
 void post(std::function<void()> change, Turn turn = Turn::inOrder);
 
 bool is_display_thread();
-/** False before `run` and after it. */
-bool is_running();
 
 /** An answer that somebody waits for. When the last holder lets go of it unanswered, the waiter gets the default. */
 template <class T>

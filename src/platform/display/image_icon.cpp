@@ -1,9 +1,6 @@
 #include "platform/display/image_icon.h"
 
-#include "platform/display/convert.h"
-#include "platform/display/display_thread.h"
 #include "platform/display/drawing.h"
-#include "platform/interface/image_size.h"
 
 #include <QBuffer>
 #include <QGuiApplication>
@@ -73,18 +70,6 @@ QImage render_image(const std::string& bytes, const QSize& size, const QColor& i
 
 QIcon image_icon(std::shared_ptr<const std::string> bytes) {
   return bytes ? QIcon(new ImageEngine(std::move(bytes))) : QIcon();
-}
-
-BPoint image_size(const std::shared_ptr<const std::string>& bytes) {
-  return call(
-      [bytes] {
-        if (const auto drawing = read_drawing(*bytes, Qt::black)) return size_of(drawing->size);
-        QByteArray encoded = bytes_of(*bytes);
-        QBuffer buffer(&encoded);
-        const QSize size = QImageReader(&buffer).size();
-        return size.isEmpty() ? BPoint{-1, -1} : size_of(size);
-      },
-      {-1, -1});
 }
 
 } // namespace display

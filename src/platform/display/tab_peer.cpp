@@ -39,10 +39,6 @@ void TabPeer::SetLabel(int32 index, const std::string& label) {
   Change([index, label](QWidget* widget) { tabs(widget).setTabText(index, accelerated_label(label)); });
 }
 
-void TabPeer::Select(int32 index) {
-  Change([index](QWidget* widget) { tabs(widget).setCurrentIndex(index); });
-}
-
 BPoint room_around_pages() {
   return call([] {
     QTabWidget sample;

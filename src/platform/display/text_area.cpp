@@ -247,10 +247,4 @@ int TextArea::CurrentLine() const {
   return line + static_cast<int>(behind - starts.begin()) - 1;
 }
 
-int TextArea::CountLines() const {
-  int lines = 0;
-  for (QTextBlock block = document()->firstBlock(); block.isValid(); block = block.next()) lines += LinesIn(block);
-  return lines;
-}
-
 } // namespace display

@@ -28,7 +28,6 @@ public:
   void SetCountWidth(int width) { fCountWidth = width; }
   void GoToLine(int line);
   int CurrentLine() const;
-  int CountLines() const;
 
 protected:
   bool event(QEvent* event) override;

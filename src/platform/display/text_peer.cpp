@@ -14,16 +14,6 @@ TextArea& area(QWidget* widget) {
   return *static_cast<TextArea*>(widget);
 }
 
-int32 bytes_before(const TextArea& text, int position) {
-  return static_cast<int32>(bytes_from_text(text.document()->toRawText().left(position)).size());
-}
-
-int position_after(const TextArea& text, int32 bytes) {
-  const std::string all = bytes_from_text(text.document()->toRawText());
-  const auto count = static_cast<size_t>(std::max<int32>(0, bytes));
-  return static_cast<int>(text_from_bytes(std::string_view(all).substr(0, count)).size());
-}
-
 /** Asks the control; a default value once it is gone. */
 template <class Slot, class Question>
 auto asked(const Slot& slot, Question question) {
@@ -72,15 +62,6 @@ void TextPeer::SetTextColor(rgb_color color) {
   });
 }
 
-void TextPeer::Select(int32 start, int32 end) {
-  Change([start, end](QWidget* widget) {
-    QTextCursor caret = area(widget).textCursor();
-    caret.setPosition(position_after(area(widget), start));
-    caret.setPosition(position_after(area(widget), end), QTextCursor::KeepAnchor);
-    area(widget).setTextCursor(caret);
-  });
-}
-
 void TextPeer::GoToLine(int32 line) {
   Change([line](QWidget* widget) { area(widget).GoToLine(line); });
 }
@@ -93,20 +74,8 @@ std::string TextPeer::Text() const {
   return asked(TheSlot(), [](TextArea& text) { return bytes_from_text(text.document()->toRawText()); });
 }
 
-std::pair<int32, int32> TextPeer::Selection() const {
-  return asked(TheSlot(), [](TextArea& text) {
-    const QTextCursor caret = text.textCursor();
-    return std::pair<int32, int32>(bytes_before(text, caret.selectionStart()),
-                                   bytes_before(text, caret.selectionEnd()));
-  });
-}
-
 int32 TextPeer::CurrentLine() const {
   return asked(TheSlot(), [](TextArea& text) { return int32{text.CurrentLine()}; });
-}
-
-int32 TextPeer::CountLines() const {
-  return asked(TheSlot(), [](TextArea& text) { return int32{text.CountLines()}; });
 }
 
 } // namespace display

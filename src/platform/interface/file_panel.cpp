@@ -108,25 +108,8 @@ void BFilePanel::Show() {
   fWindow->Dialog()->Show(true);
 }
 
-void BFilePanel::Hide() {
-  fWindow->Dialog()->Cancel();
-}
-
 bool BFilePanel::IsShowing() const {
   return fWindow->fIsShowing;
-}
-
-void BFilePanel::SetTarget(const BMessenger& target) {
-  if (!fWindow->Lock()) return;
-  fWindow->fTarget = target;
-  fWindow->Unlock();
-}
-
-BMessenger BFilePanel::Target() const {
-  if (!fWindow->Lock()) return {};
-  const BMessenger target = fWindow->fTarget;
-  fWindow->Unlock();
-  return target;
 }
 
 void BFilePanel::SetMessage(const BMessage* message) {

@@ -30,13 +30,10 @@ public:
   void End();
 
   void Show();
-  void Hide();
   bool IsShowing() const;
   /** A window without views but for the menu bar "MenuBar", which is shown once it has menus. */
   BWindow* Window() const;
 
-  void SetTarget(const BMessenger& target);
-  BMessenger Target() const;
   void SetMessage(const BMessage* message);
   void SetPanelDirectory(const entry_ref* directory);
   void SetPanelDirectory(const char* path);

@@ -30,10 +30,3 @@ void BFont::GetHeight(font_height* height) const {
 float BFont::StringWidth(std::string_view text) const {
   return text.empty() ? 0 : display::width_of(*this, text);
 }
-
-void BFont::TakeFrom(const BFont& other, uint32 mask) {
-  if (mask & B_FONT_FAMILY_AND_STYLE) fFamily = other.fFamily;
-  if (mask & B_FONT_SIZE) fSize = other.fSize;
-  if (mask & (B_FONT_FACE | B_FONT_FAMILY_AND_STYLE)) fFace = other.fFace;
-  if (mask & B_FONT_FLAGS) fFlags = other.fFlags;
-}

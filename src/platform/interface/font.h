@@ -16,14 +16,6 @@ struct font_height {
 
 enum : uint16 { B_REGULAR_FACE = 0, B_ITALIC_FACE = 0x1, B_BOLD_FACE = 0x20 };
 enum : uint32 { B_DISABLE_ANTIALIASING = 0x1, B_FORCE_ANTIALIASING = 0x2 };
-/** Which properties of a font `SetFont` takes over. */
-enum : uint32 {
-  B_FONT_FAMILY_AND_STYLE = 0x1,
-  B_FONT_SIZE = 0x2,
-  B_FONT_FACE = 0x20,
-  B_FONT_FLAGS = 0x40,
-  B_FONT_ALL = 0xff,
-};
 
 /** What a text is drawn with: a plain value. A family that is not installed is shown in the system's default one, and
     characters that a family lacks come from families that have them.
@@ -48,8 +40,6 @@ public:
 
   void GetHeight(font_height* height) const;
   float StringWidth(std::string_view text) const;
-  /** Takes the properties named by `mask` from `other`. */
-  void TakeFrom(const BFont& other, uint32 mask);
 
   friend bool operator==(const BFont&, const BFont&) = default;
 

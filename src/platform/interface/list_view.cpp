@@ -3,7 +3,6 @@
 #include "platform/app/message.h"
 #include "platform/interface/list_peer.h"
 #include "platform/interface/window.h"
-#include "platform/support/list.h"
 
 #include <algorithm>
 
@@ -32,45 +31,11 @@ void BListView::Measure(BListItem* item) {
   item->Update(this, &font);
 }
 
-bool BListView::AddItem(BListItem* item, int32 index) {
-  if (item == nullptr || index < 0 || index > CountItems()) return false;
-  Measure(item);
-  fItems.insert(fItems.begin() + index, item);
-  if (fSelection >= index) ++fSelection;
-  RowsChanged(index);
-  return true;
-}
-
-bool BListView::AddList(const std::vector<BListItem*>& items) {
+void BListView::AddList(const std::vector<BListItem*>& items) {
   const int32 before = CountItems();
   for (BListItem* item : items) Measure(item);
   fItems.insert(fItems.end(), items.begin(), items.end());
   RowsChanged(before);
-  return true;
-}
-
-bool BListView::AddList(BList* items) {
-  std::vector<BListItem*> added;
-  added.reserve(static_cast<size_t>(items->CountItems()));
-  for (int32 i = 0; i < items->CountItems(); ++i) added.push_back(static_cast<BListItem*>(items->ItemAt(i)));
-  return AddList(added);
-}
-
-BListItem* BListView::RemoveItem(int32 index) {
-  BListItem* const item = ItemAt(index);
-  if (!item) return nullptr;
-  const bool wasSelected = index == fSelection;
-  fItems.erase(fItems.begin() + index);
-  item->fSelected = false;
-  if (wasSelected) fSelection = -1;
-  if (fSelection > index) --fSelection;
-  RowsChanged(index);
-  if (wasSelected) SelectionChanged();
-  return item;
-}
-
-bool BListView::RemoveItem(BListItem* item) {
-  return RemoveItem(IndexOf(item)) != nullptr;
 }
 
 void BListView::MakeEmpty() {

@@ -7,7 +7,6 @@
 #include <memory>
 #include <vector>
 
-class BList;
 class BMessage;
 namespace display {
 class ListPeer;
@@ -24,14 +23,8 @@ public:
             uint32 resizingMode = B_FOLLOW_LEFT_TOP, uint32 flags = B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE);
   ~BListView() override;
 
-  bool AddItem(BListItem* item) { return AddItem(item, CountItems()); }
-  bool AddItem(BListItem* item, int32 index);
-  /** Many items at once; the list is laid out and sent to the display a single time. */
-  bool AddList(const std::vector<BListItem*>& items);
-  bool AddList(BList* items);
-  /** Null outside the list. */
-  BListItem* RemoveItem(int32 index);
-  bool RemoveItem(BListItem* item);
+  /** Appends the items. */
+  void AddList(const std::vector<BListItem*>& items);
   void MakeEmpty();
   int32 CountItems() const { return static_cast<int32>(fItems.size()); }
   bool IsEmpty() const { return fItems.empty(); }
@@ -56,7 +49,7 @@ public:
   virtual void Invoke() {}
   virtual void SelectionChanged() {}
 
-  void SetFont(const BFont* font, uint32 mask = B_FONT_ALL) override;
+  void SetFont(const BFont* font) override;
   void AllAttached() override;
   void KeyDown(const char* bytes, int32 count) override;
   void MessageReceived(BMessage* message) override;

@@ -64,8 +64,8 @@ void BListView::InvalidateItem(int32 index) {
   if (Rows()) Rows()->Invalidate(index, index);
 }
 
-void BListView::SetFont(const BFont* font, uint32 mask) {
-  BView::SetFont(font, mask);
+void BListView::SetFont(const BFont* font) {
+  BView::SetFont(font);
   for (BListItem* item : fItems) Measure(item);
   RowsChanged(0);
 }

@@ -4,7 +4,6 @@
 #include "platform/interface/menu_peer.h"
 
 #include <algorithm>
-#include <string_view>
 #include <utility>
 
 BMenu::BMenu(const char* title) : BView({}, title), fTitle(title) {}
@@ -52,14 +51,6 @@ BMenuItem* BMenu::RemoveItem(int32 index) {
   return item;
 }
 
-bool BMenu::RemoveItem(BMenuItem* item) {
-  return RemoveItem(IndexOf(item)) != nullptr;
-}
-
-bool BMenu::RemoveItem(BMenu* submenu) {
-  return RemoveItem(IndexOf(submenu)) != nullptr;
-}
-
 BMenuItem* BMenu::ItemAt(int32 index) const {
   return index >= 0 && index < CountItems() ? fItems[static_cast<size_t>(index)].get() : nullptr;
 }
@@ -67,10 +58,6 @@ BMenuItem* BMenu::ItemAt(int32 index) const {
 int32 BMenu::IndexOf(const BMenuItem* item) const {
   const auto found = std::find_if(fItems.begin(), fItems.end(), [&](const auto& own) { return own.get() == item; });
   return item && found != fItems.end() ? static_cast<int32>(found - fItems.begin()) : -1;
-}
-
-int32 BMenu::IndexOf(const BMenu* submenu) const {
-  return submenu ? IndexOf(submenu->fSuperitem) : -1;
 }
 
 template <class Wanted>
@@ -81,10 +68,6 @@ BMenuItem* BMenu::Find(const Wanted& wanted) const {
     if (BMenuItem* found = item->Submenu()->Find(wanted)) return found;
   }
   return nullptr;
-}
-
-BMenuItem* BMenu::FindItem(const char* label) const {
-  return Find([label](const BMenuItem& item) { return std::string_view(item.Label()) == label; });
 }
 
 BMenuItem* BMenu::FindItem(uint32 command) const {
@@ -107,14 +90,6 @@ void BMenu::SetRadioMode(bool radio) {
 
 void BMenu::MarkOnly(const BMenuItem* marked) {
   for (const auto& item : fItems) item->fMarked = item.get() == marked;
-}
-
-void BMenu::SetTargetForItems(const BMessenger& target) {
-  for (const auto& item : fItems) item->SetTarget(target);
-}
-
-void BMenu::SetTargetForItems(const BHandler* handler) {
-  SetTargetForItems(BMessenger(handler));
 }
 
 void BMenu::SetTitle(const char* title) {

@@ -27,25 +27,17 @@ public:
   bool AddSeparatorItem();
   /** The caller owns the removed item; null outside the menu. */
   BMenuItem* RemoveItem(int32 index);
-  bool RemoveItem(BMenuItem* item);
-  /** Removes the item made for the submenu; the item stays with the caller, and the submenu with the item. */
-  bool RemoveItem(BMenu* submenu);
 
   BMenuItem* ItemAt(int32 index) const;
   int32 CountItems() const { return static_cast<int32>(fItems.size()); }
   int32 IndexOf(const BMenuItem* item) const;
-  int32 IndexOf(const BMenu* submenu) const;
   /** Searches submenus too. */
-  BMenuItem* FindItem(const char* label) const;
   BMenuItem* FindItem(uint32 command) const;
   BMenuItem* FindMarked() const;
 
   /** In radio mode marking one item unmarks the others, and choosing marks. */
   void SetRadioMode(bool radio);
   bool IsRadioMode() const { return fRadioMode; }
-  /** Aims every item that is there now; submenus not. */
-  void SetTargetForItems(const BMessenger& target);
-  void SetTargetForItems(const BHandler* handler);
 
   void SetTitle(const char* title);
   const char* Title() const { return fTitle.c_str(); }

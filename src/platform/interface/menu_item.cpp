@@ -29,12 +29,6 @@ void BMenuItem::Changed() const {
   if (fMenu) fMenu->Changed();
 }
 
-void BMenuItem::SetLabel(const char* label) {
-  if (fSubmenu) return fSubmenu->SetTitle(label);
-  fLabel = label;
-  Changed();
-}
-
 const char* BMenuItem::Label() const {
   return fSubmenu ? fSubmenu->Title() : fLabel.c_str();
 }
@@ -47,17 +41,6 @@ void BMenuItem::SetEnabled(bool enabled) {
 void BMenuItem::SetMarked(bool marked) {
   fMarked = marked;
   if (marked && fMenu && fMenu->IsRadioMode()) fMenu->MarkOnly(this);
-  Changed();
-}
-
-void BMenuItem::SetShortcut(char shortcut, uint32 modifiers) {
-  fShortcut = shortcut;
-  fModifiers = modifiers;
-  Changed();
-}
-
-void BMenuItem::SetMessage(BMessage* message) {
-  fMessage.reset(message);
   Changed();
 }
 

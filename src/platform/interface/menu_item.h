@@ -22,22 +22,17 @@ public:
   BMenuItem& operator=(const BMenuItem&) = delete;
   virtual ~BMenuItem();
 
-  void SetLabel(const char* label);
   const char* Label() const;
   void SetEnabled(bool enabled);
   bool IsEnabled() const { return fEnabled; }
   void SetMarked(bool marked);
   bool IsMarked() const { return fMarked; }
-  void SetShortcut(char shortcut, uint32 modifiers);
   char Shortcut() const { return fShortcut; }
   uint32 ShortcutModifiers() const { return fModifiers; }
-  /** Takes the message over; null for none. */
-  void SetMessage(BMessage* message);
   BMessage* Message() const { return fMessage.get(); }
   /** Without a target the message goes to the window. */
   void SetTarget(const BMessenger& target) { fTarget = target; }
   void SetTarget(const BHandler* handler);
-  BMessenger Target() const { return fTarget; }
   BMenu* Submenu() const { return fSubmenu.get(); }
   BMenu* Menu() const { return fMenu; }
 

@@ -12,7 +12,6 @@ public:
   /** Takes the page's control in; it fills the room below the tabs from now on. */
   void AddPage(const ViewPeer& page, const std::string& label);
   void SetLabel(int32 index, const std::string& label);
-  void Select(int32 index);
 };
 
 /** What tabs and borders take from the pages. Waits for the display. */

@@ -49,7 +49,3 @@ void BTabView::SetTabLabel(int32 index, const char* label) {
   fLabels[static_cast<size_t>(index)] = label;
   if (Peer()) static_cast<display::TabPeer*>(Peer())->SetLabel(index, label);
 }
-
-void BTabView::Select(int32 index) {
-  if (Peer()) static_cast<display::TabPeer*>(Peer())->Select(index);
-}

@@ -13,7 +13,6 @@ public:
   /** Before the view is attached. */
   void AddTab(BView* page, const char* label);
   void SetTabLabel(int32 index, const char* label);
-  void Select(int32 index);
 
   /** Room for the largest page and the tabs. */
   BPoint PreferredSize() override;

@@ -4,7 +4,6 @@
 #include "platform/interface/view_peer.h"
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace display {
@@ -27,15 +26,11 @@ public:
   void SetCountWidth(int width);
   void SetEditable(bool editable);
   void SetTextColor(rgb_color color);
-  /** Byte offsets. */
-  void Select(int32 start, int32 end);
   void GoToLine(int32 line);
   void ScrollToSelection();
 
   std::string Text() const;
-  std::pair<int32, int32> Selection() const;
   int32 CurrentLine() const;
-  int32 CountLines() const;
 };
 
 } // namespace display

@@ -35,22 +35,8 @@ std::string BTextView::Text() const {
   return Control() ? Control()->Text() : fDetachedText;
 }
 
-void BTextView::Insert(std::string_view text) {
-  InsertText(text);
-}
-
 void BTextView::InsertText(std::string_view text) {
   if (Control()) Control()->Insert(std::string(text));
-}
-
-void BTextView::GetSelection(int32* start, int32* end) const {
-  const auto selection = Control() ? Control()->Selection() : std::pair<int32, int32>();
-  *start = selection.first;
-  *end = selection.second;
-}
-
-void BTextView::Select(int32 start, int32 end) {
-  if (Control()) Control()->Select(start, end);
 }
 
 void BTextView::ScrollToSelection() {
@@ -63,10 +49,6 @@ void BTextView::GoToLine(int32 line) {
 
 int32 BTextView::CurrentLine() const {
   return Control() ? Control()->CurrentLine() : 0;
-}
-
-int32 BTextView::CountLines() const {
-  return Control() ? Control()->CountLines() : 0;
 }
 
 void BTextView::SetTextRect(BRect rect) {
@@ -88,12 +70,11 @@ void BTextView::MakeEditable(bool editable) {
   if (Control()) Control()->SetEditable(editable);
 }
 
-void BTextView::SetFontAndColor(const BFont* font, uint32 mask, const rgb_color* color) {
-  if (font) SetFont(font, mask);
-  if (!color) return;
+void BTextView::SetFontAndColor(const BFont& font, rgb_color color) {
+  SetFont(&font);
   fHasTextColor = true;
-  SetHighColor(*color);
-  if (Control()) Control()->SetTextColor(*color);
+  SetHighColor(color);
+  if (Control()) Control()->SetTextColor(color);
 }
 
 void BTextView::KeyDown(const char* bytes, int32 count) {

@@ -17,16 +17,10 @@ public:
   /** Replaces all; the caret goes to the start, nothing is left to undo. Does not call `InsertText`. */
   void SetText(std::string_view text);
   std::string Text() const;
-  /** Puts text in place of the selection, through the hook. */
-  void Insert(std::string_view text);
-  void GetSelection(int32* start, int32* end) const;
-  /** Byte offsets into the text, bounded to it. */
-  void Select(int32 start, int32 end);
   void ScrollToSelection();
   /** Lines of the text rectangle's width: one that does not fit counts as several. From 0. */
   void GoToLine(int32 line);
   int32 CurrentLine() const;
-  int32 CountLines() const;
   /** The text is shown as wide as the view; a wider rectangle is one to count lines in. */
   void SetTextRect(BRect rect);
   /** Lines that line feeds part give way to others, as when the program undoes a change: no hook is called. What the
@@ -35,7 +29,7 @@ public:
   /** Every change made so far, by keys still on their way too, has been told to the hook. Waits for the display. */
   void FlushChanges();
   void MakeEditable(bool editable);
-  void SetFontAndColor(const BFont* font, uint32 mask, const rgb_color* color);
+  void SetFontAndColor(const BFont& font, rgb_color color);
 
   void DetachedFromWindow() override;
   void KeyDown(const char* bytes, int32 count) override;

@@ -125,8 +125,8 @@ void BView::SetViewColor(rgb_color color) {
   if (fPeer) fPeer->SetColor(color);
 }
 
-void BView::SetFont(const BFont* font, uint32 mask) {
-  fFont.TakeFrom(*font, mask);
+void BView::SetFont(const BFont* font) {
+  fFont = *font;
   if (fPeer) fPeer->SetFont(fFont);
 }
 

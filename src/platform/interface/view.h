@@ -32,7 +32,6 @@ public:
   bool RemoveSelf();
   int32 CountChildren() const { return static_cast<int32>(fChildren.size()); }
   BView* ChildAt(int32 index) const;
-  BView* Parent() const { return fParent; }
   BWindow* Window() const { return fWindow; }
   /** This view or one below it; null when none bears the name. */
   BView* FindView(const char* name);
@@ -42,15 +41,11 @@ public:
   BRect Bounds() const { return {0, 0, fFrame.Width(), fFrame.Height()}; }
   void MoveTo(BPoint leftTop);
   void MoveTo(float x, float y) { MoveTo(BPoint{x, y}); }
-  void MoveBy(float dx, float dy) { MoveTo(fFrame.left + dx, fFrame.top + dy); }
   void ResizeTo(float width, float height);
-  void ResizeBy(float dx, float dy) { ResizeTo(fFrame.Width() + dx, fFrame.Height() + dy); }
-  uint32 ResizingMode() const { return fResizingMode; }
   void SetResizingMode(uint32 mode);
   /** The size, as rectangles tell it, at which nothing of the view is cut; its own while it is detached. Waits for the
       display. */
   virtual BPoint PreferredSize();
-  void ResizeToPreferred();
   uint32 Flags() const { return fFlags; }
 
   /** Calls nest: a view hidden twice is shown by the second Show. */
@@ -63,12 +58,11 @@ public:
   bool IsFocus() const;
 
   void SetViewColor(rgb_color color);
-  rgb_color ViewColor() const { return fViewColor; }
   void SetHighColor(rgb_color color) { fHighColor = color; }
   rgb_color HighColor() const { return fHighColor; }
+  /** Part of the drawing state that callers set; no drawing call uses it, since text is blended with what is below. */
   void SetLowColor(rgb_color color) { fLowColor = color; }
-  rgb_color LowColor() const { return fLowColor; }
-  virtual void SetFont(const BFont* font, uint32 mask = B_FONT_ALL);
+  virtual void SetFont(const BFont* font);
   void GetFont(BFont* font) const { *font = fFont; }
   void SetToolTip(std::string_view text);
   const std::string& ToolTip() const { return fToolTip; }
@@ -84,11 +78,8 @@ public:
   virtual void Invalidate(BRect rect);
   /** Drawing: recorded inside `Draw` or a list item's `DrawItem`, without effect elsewhere. */
   void FillRect(BRect rect);
-  void FillRectLow(BRect rect);
   void StrokeRect(BRect rect);
   void DrawString(std::string_view text, BPoint baseLineStart);
-  void MovePenTo(BPoint where) { fPen = where; }
-  void DrawString(std::string_view text) { DrawString(text, fPen); }
 
   /** Hooks, on the window's thread. */
   virtual void AttachedToWindow() {}
@@ -139,7 +130,6 @@ private:
   rgb_color fHighColor{0, 0, 0, 255};
   rgb_color fLowColor{255, 255, 255, 255};
   BFont fFont;
-  BPoint fPen;
   std::string fToolTip;
   std::string fAccessibleName;
   std::string fAccessibleDescription;

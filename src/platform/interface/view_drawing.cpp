@@ -47,10 +47,6 @@ void BView::FillRect(BRect rect) {
   if (fRecording) fRecording->ops.push_back({picture_op::kind::fill_rect, fHighColor, rect, {}, {}});
 }
 
-void BView::FillRectLow(BRect rect) {
-  if (fRecording) fRecording->ops.push_back({picture_op::kind::fill_rect, fLowColor, rect, {}, {}});
-}
-
 void BView::StrokeRect(BRect rect) {
   if (fRecording) fRecording->ops.push_back({picture_op::kind::stroke_rect, fHighColor, rect, {}, {}});
 }

@@ -18,11 +18,6 @@ BPoint BView::PreferredSize() {
   return fPeer ? fPeer->PreferredSize() : BPoint{fFrame.Width(), fFrame.Height()};
 }
 
-void BView::ResizeToPreferred() {
-  const BPoint size = PreferredSize();
-  ResizeTo(size.x, size.y);
-}
-
 void BView::SetResizingMode(uint32 mode) {
   fResizingMode = mode;
   SetFrame(fFrame);

@@ -15,8 +15,7 @@ constexpr int32 kQueueCapacity = 2000;
 } // namespace
 
 BWindow::BWindow(BRect frame, const char* title, window_look look, window_feel feel, uint32 flags)
-    : BLooper(title, B_DISPLAY_PRIORITY, kQueueCapacity), fTitle(title),
-      fFeel(feel), fSize{frame.Width(), frame.Height()} {
+    : BLooper(title, B_DISPLAY_PRIORITY, kQueueCapacity), fTitle(title), fSize{frame.Width(), frame.Height()} {
   fPeer =
       std::make_shared<display::WindowPeer>(BMessenger(this), display::WindowSetup{frame, fTitle, look, feel, flags});
 }
@@ -99,7 +98,6 @@ void BWindow::SetTitle(const char* title) {
 }
 
 void BWindow::SetFeel(window_feel feel) {
-  fFeel = feel;
   fPeer->SetFeel(feel);
 }
 

@@ -73,7 +73,6 @@ public:
   void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
   void SetTitle(const char* title);
   const std::string& Title() const { return fTitle; }
-  window_feel Feel() const { return fFeel; }
   void SetFeel(window_feel feel);
   /** A bit for each workspace of the desktop that it is on. Waits for the display. */
   uint32 Workspaces() const;
@@ -84,8 +83,6 @@ public:
   BView* ChildAt(int32 index) const;
   BView* FindView(const char* name) const;
   BView* CurrentFocus() const { return fFocus; }
-  /** The menu bar whose shortcuts work in the window: the first one attached. */
-  BMenuBar* KeyMenuBar() const { return fKeyMenuBar; }
   /** From now on closing only puts the window away, until its owner ends it. It agrees with whoever asks whether it
       would close. */
   void KeepWhenClosed(bool keep = true) { fIsKept = keep; }
@@ -120,7 +117,6 @@ private:
   BPoint LayoutSize() const { return fSize; }
 
   std::string fTitle;
-  window_feel fFeel = B_NORMAL_WINDOW_FEEL;
   /** The size that the views were last laid out for. */
   BPoint fSize;
   std::optional<BPoint> fMoveEnd;
@@ -131,6 +127,6 @@ private:
   bool fIsKept = false;
   std::vector<BView*> fChildren;
   BView* fFocus = nullptr;
-  BMenuBar* fKeyMenuBar = nullptr;
+  BMenuBar* fKeyMenuBar = nullptr; // whose shortcuts work in the window: the first one attached
   std::shared_ptr<display::WindowPeer> fPeer;
 };

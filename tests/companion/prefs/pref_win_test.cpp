@@ -14,7 +14,6 @@ TEST_F(PrefWindow, TellsEachChangeAtOnceAndStoresItWhenItIsClosed) {
   Click("ToolBar");
   EXPECT_THAT(Notices(), ElementsAre("Splc: STlB"));
   EXPECT_FALSE(gPref->Values()->showToolBar);
-  SelectTab(2);
   fWindow->FindView("LineEnds")->MakeFocus();
   Settle();
   Press("Down");
@@ -89,7 +88,7 @@ TEST_F(PrefWindow, TextsThatAreNoFittingNumberAreToldAndChangeNothing) {
 
 TEST_F(PrefWindow, AColourIsTriedOutAndGivenUpOrKept) {
   Open();
-  SelectTab(1);
+  SelectTab(kAppearance);
   const auto color = [this] { return static_cast<BColorControl*>(fWindow->FindView("LyricsColor"))->ValueAsColor(); };
   const std::string preview = hands::pixels(*fWindow, "Preview");
   for (const bool accepts : {false, true}) {

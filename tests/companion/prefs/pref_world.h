@@ -3,7 +3,6 @@
 #include "common/koreva.h"
 #include "companion/prefs/vesmo_d_pref_win.h"
 #include "language/llt.h"
-#include "platform/interface/tab_view.h"
 #include "platform/storage/entry.h"
 #include "tests/support/hands.h"
 #include "tests/support/own_looper.h"
@@ -54,8 +53,9 @@ protected:
     Press("Ctrl+A");
     for (const char c : text) Press(std::string(1, c));
   }
-  void SelectTab(int32 index) {
-    static_cast<BTabView*>(fWindow->FindView("PrefTabs"))->Select(index);
+  enum Tab { kGeneral, kAppearance, kTiming };
+  void SelectTab(Tab index) {
+    hands::select_tab(*fWindow, "PrefTabs", index);
     Settle();
   }
   void Post(const BMessage& message) {

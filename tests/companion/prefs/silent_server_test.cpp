@@ -54,7 +54,7 @@ protected:
 TEST_F(SilentSoundServer, ThatNeverAnswersDoesNotKeepThePreferencesOpen) {
   const SilentServer server;
   Open(open_click_output);
-  SelectTab(3);
+  SelectTab(kTiming);
   Click("StartTest");
   const int client = server.WaitForClient();
   ASSERT_GE(client, 0);

@@ -95,7 +95,7 @@ protected:
 TEST_F(TimingPage, TappedTwelveTimesLateItProposesTheOffsetAndSetsItOnlyWhenAsked) {
   Gate gate;
   Open(gate.Open());
-  SelectTab(3);
+  SelectTab(kTiming);
   EXPECT_FALSE(hands::spoken(*fWindow, "UseTapResult").isEnabled);
   Click("StartTest");
   EXPECT_EQ(hands::focused_view(*fWindow), "TapPad");
@@ -120,7 +120,7 @@ TEST_F(TimingPage, WithoutTapsItProposesNothing) {
   Gate gate;
   gate.LetGo();
   Open(gate.Open());
-  SelectTab(3);
+  SelectTab(kTiming);
   const std::string before = Label("TapResult");
   Click("StartTest");
   EXPECT_TRUE(hands::until([&] {
@@ -136,7 +136,7 @@ TEST_F(TimingPage, WhatTheEditorFoundIsAProposalToo) {
   hint.AddInt32("LateMs", 140);
   hint.AddInt32("TmDf", -20);
   Post(hint);
-  SelectTab(3);
+  SelectTab(kTiming);
   EXPECT_EQ(Label("StampHint"), "Your stamps are about 140 ms late");
   Click("UseStampHint");
   Notices();

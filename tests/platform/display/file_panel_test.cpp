@@ -147,7 +147,6 @@ TEST_F(OpenPanel, EveryWayToCloseItSaysSoOnceAndItLivesOn) {
   const std::pair<const char*, std::function<void()>> ways[] = {
       {"key", [this] { hands::press(*fPanel.Window(), "Escape"); }},
       {"close button", [this] { hands::press_close_button(*fPanel.Window()); }},
-      {"program", [this] { fPanel.Hide(); }},
       {"program that ends", agreesToQuit},
   };
   for (const auto& [way, close] : ways) {
