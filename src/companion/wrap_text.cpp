@@ -1,7 +1,8 @@
 #include "companion/wrap_text.h"
 
+#include "platform/support/utf8.h"
+
 #include <algorithm>
-#include <cstdint>
 
 namespace {
 
@@ -10,15 +11,13 @@ struct TCharacter {
   char32_t code;
 };
 
-/** Bytes that are no UTF-8 stand for themselves. */
+/** A malformed sequence counts as one character that is not East Asian. */
 std::vector<TCharacter> characters_of(std::string_view text) {
   std::vector<TCharacter> characters;
-  for (size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    if ((byte & 0xC0) == 0x80 && !characters.empty())
-      characters.back().code = characters.back().code << 6 | (byte & 0x3FU);
-    else
-      characters.push_back({i, byte < 0x80 ? byte : byte & (byte < 0xE0 ? 0x1FU : byte < 0xF0 ? 0x0FU : 0x07U)});
+  for (size_t at = 0; at < text.size();) {
+    const Utf8Character character = first_character(text.substr(at));
+    characters.push_back({at, character.IsValid() ? character.code : U'?'});
+    at += character.length;
   }
   return characters;
 }

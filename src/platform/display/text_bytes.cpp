@@ -1,5 +1,7 @@
 #include "platform/display/text_bytes.h"
 
+#include "platform/support/utf8.h"
+
 #include <QStringDecoder>
 
 namespace display {
@@ -10,7 +12,7 @@ namespace {
 constexpr char16_t kByteBase = 0xdc00;
 constexpr char16_t kByteLimit = 0xdcff;
 
-bool parts_lines(char16_t unit) {
+bool parts_lines(char32_t unit) {
   return unit == u'\r' || unit == QChar::ParagraphSeparator || unit == QChar::LineSeparator || unit == 0xfdd0 ||
          unit == 0xfdd1;
 }
@@ -20,33 +22,16 @@ void append_escaped(QString* text, std::string_view bytes) {
     text->append(QChar(static_cast<char16_t>(kByteBase + static_cast<unsigned char>(byte))));
 }
 
-/** How many bytes the UTF-8 sequence at the start has; 0 when there is none. */
-size_t sequence_length(std::string_view bytes) {
-  const auto first = static_cast<unsigned char>(bytes[0]);
-  const size_t length = first < 0x80   ? 1
-                        : first < 0xc2 ? 0
-                        : first < 0xe0 ? 2
-                        : first < 0xf0 ? 3
-                        : first < 0xf5 ? 4
-                                       : 0;
-  if (length == 0 || length > bytes.size()) return 0;
-  QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-  const QString decoded = decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(length)));
-  return decode.hasError() || decoded.isEmpty() ? 0 : length;
-}
-
 QString decoded_with_care(std::string_view bytes) {
   QString text;
   text.reserve(static_cast<qsizetype>(bytes.size()));
   while (!bytes.empty()) {
-    const size_t length = sequence_length(bytes);
-    const std::string_view piece = bytes.substr(0, std::max<size_t>(length, 1));
-    const QString decoded = QString::fromUtf8(piece.data(), static_cast<qsizetype>(piece.size()));
-    if (length == 0 || parts_lines(decoded[0].unicode()))
-      append_escaped(&text, piece);
+    const Utf8Character character = first_character(bytes);
+    if (!character.IsValid() || parts_lines(character.code))
+      append_escaped(&text, bytes.substr(0, character.length));
     else
-      text += decoded;
-    bytes.remove_prefix(piece.size());
+      text += QChar::fromUcs4(character.code);
+    bytes.remove_prefix(character.length);
   }
   return text;
 }

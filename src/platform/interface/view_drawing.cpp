@@ -2,8 +2,8 @@
 #include "platform/interface/view.h"
 #include "platform/interface/view_peer.h"
 #include "platform/support/log.h"
+#include "platform/support/utf8.h"
 
-#include <algorithm>
 #include <exception>
 
 /** Drawing calls put operations into the picture that is being recorded. */
@@ -12,13 +12,6 @@ namespace {
 
 /** No screen shows more. Text without an end, as of a file that has no lines, would keep the display for minutes. */
 constexpr size_t kMostBytesDrawn = 16384;
-
-std::string_view as_far_as_screens_go(std::string_view text) {
-  size_t end = std::min(text.size(), kMostBytesDrawn);
-  const auto isWithinCharacter = [&] { return end < text.size() && (static_cast<unsigned char>(text[end]) >> 6) == 2; };
-  for (int left = 3; left > 0 && isWithinCharacter(); --left) --end;
-  return text.substr(0, end);
-}
 
 } // namespace
 
@@ -55,5 +48,5 @@ void BView::DrawString(std::string_view text, BPoint baseLineStart) {
   if (!fRecording || text.empty()) return;
   const BRect place{baseLineStart.x, baseLineStart.y, baseLineStart.x, baseLineStart.y};
   fRecording->ops.push_back(
-      {picture_op::kind::string, fHighColor, place, std::string(as_far_as_screens_go(text)), fFont});
+      {picture_op::kind::string, fHighColor, place, std::string(truncated_utf8(text, kMostBytesDrawn)), fFont});
 }
