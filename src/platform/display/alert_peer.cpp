@@ -63,6 +63,7 @@ void show(const AlertText& question, QWidget* window, const std::shared_ptr<Answ
 } // namespace
 
 int32 ask(const AlertText& question, const std::function<QWidget*()>& inFrontOf, bigtime_t limitUs) {
+  assert(!is_display_thread()); // it would wait for itself
   auto answer = std::make_shared<Answer<int32>>(question.escapeButton);
   auto waiter = answer->Waiter();
   post([answer, question, inFrontOf] { show(question, inFrontOf ? inFrontOf() : nullptr, answer); });

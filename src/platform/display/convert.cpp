@@ -1,5 +1,7 @@
 #include "platform/display/convert.h"
 
+#include "platform/display/display_thread.h"
+
 #include <QFontDatabase>
 #include <QHash>
 
@@ -7,9 +9,9 @@ namespace display {
 
 namespace {
 
-/** The font database goes through all its families for each answer, and rows ask for every piece of text. Display
-    thread. */
+/** Cached: the font database searches all its families each time, and rows ask for every piece of text. */
 bool is_installed(const QString& family) {
+  assert_on_display_thread();
   static QHash<QString, bool> known;
   const auto found = known.constFind(family);
   return found != known.constEnd() ? *found : *known.insert(family, QFontDatabase::hasFamily(family));

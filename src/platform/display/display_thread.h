@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <functional>
 #include <future>
 #include <memory>
@@ -15,6 +16,24 @@ enum class Turn { inOrder, first };
 void post(std::function<void()> change, Turn turn = Turn::inOrder);
 
 bool is_display_thread();
+/** Checked in debug builds. */
+inline void assert_on_display_thread() {
+  assert(is_display_thread());
+}
+
+/** A value that only the display thread may read or change; checked in debug builds. */
+template <class T>
+class DisplayThreadOnly {
+public:
+  T& operator*() {
+    assert_on_display_thread();
+    return fValue;
+  }
+  T* operator->() { return &**this; }
+
+private:
+  T fValue{};
+};
 
 /** An answer that somebody waits for. When the last holder lets go of it unanswered, the waiter gets the default. */
 template <class T>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/display/display_thread.h"
+
 #include <condition_variable>
 #include <mutex>
 #include <optional>
@@ -21,6 +23,7 @@ public:
   /** Waits until it was learned. */
   T Get() {
     std::unique_lock hold(fLock);
+    assert(fValue || !is_display_thread()); // the display thread waits for nobody
     fLearned.wait(hold, [this] { return fValue.has_value(); });
     return *fValue;
   }

@@ -31,7 +31,7 @@ TabPeer::TabPeer(const BMessenger& view)
 
 void TabPeer::AddPage(const ViewPeer& page, const std::string& label) {
   Change([slot = SlotOf(page), label](QWidget* widget) {
-    if (slot->widget) tabs(widget).addTab(slot->widget, accelerated_label(label));
+    if (*slot->widget) tabs(widget).addTab(*slot->widget, accelerated_label(label));
   });
 }
 

@@ -18,7 +18,7 @@ TextArea& area(QWidget* widget) {
 template <class Slot, class Question>
 auto asked(const Slot& slot, Question question) {
   using Reply = std::invoke_result_t<Question, TextArea&>;
-  return call([slot, question] { return slot->widget ? question(area(slot->widget)) : Reply{}; });
+  return call([slot, question] { return *slot->widget ? question(area(*slot->widget)) : Reply{}; });
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "platform/display/accessible_role.h"
 #include "platform/display/convert.h"
-#include "platform/display/display_thread.h"
 #include "platform/display/plain_widget.h"
 #include "platform/display/view_peer_slot.h"
 #include "platform/display/widget_guard.h"
@@ -16,19 +15,20 @@ namespace display {
 ViewPeer::ViewPeer(const BMessenger& view, Keys keys, std::function<QWidget*()> make)
     : fSlot(std::make_shared<Slot>()) {
   post([slot = fSlot, view, keys, make = std::move(make)] {
-    slot->widget = make();
-    slot->widget->hide();
-    new WidgetGuard(slot->widget, view, keys);
+    QWidget* const widget = make();
+    widget->hide();
+    new WidgetGuard(widget, view, keys);
+    *slot->widget = widget;
   });
 }
 
 ViewPeer::~ViewPeer() {
-  post([slot = fSlot] { delete slot->widget; });
+  post([slot = fSlot] { delete *slot->widget; });
 }
 
 void ViewPeer::Change(std::function<void(QWidget*)> change) const {
   post([slot = fSlot, change = std::move(change)] {
-    if (slot->widget) change(slot->widget);
+    if (*slot->widget) change(*slot->widget);
   });
 }
 
@@ -41,7 +41,7 @@ void ViewPeer::SetName(const std::string& name) {
 }
 
 void ViewPeer::AttachTo(const ViewPeer& parent) {
-  Change([parentSlot = parent.fSlot](QWidget* widget) { widget->setParent(parentSlot->widget); });
+  Change([parentSlot = parent.fSlot](QWidget* widget) { widget->setParent(*parentSlot->widget); });
 }
 
 void ViewPeer::AttachTo(const WindowPeer& window) {
@@ -57,7 +57,7 @@ void ViewPeer::FillParent() {
 }
 
 BPoint ViewPeer::PreferredSize() const {
-  return call([slot = fSlot] { return slot->widget ? size_of(slot->widget->sizeHint()) : BPoint{}; });
+  return call([slot = fSlot] { return *slot->widget ? size_of((*slot->widget)->sizeHint()) : BPoint{}; });
 }
 
 void ViewPeer::SetVisible(bool visible) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/display/display_thread.h"
 #include "platform/interface/view_peer.h"
 
 #include <QPointer>
@@ -7,9 +8,9 @@
 
 namespace display {
 
-/** What a peer and the changes it posted share. Touched on the display thread only. */
+/** What a peer and the changes it posted share. */
 struct ViewPeer::Slot {
-  QPointer<QWidget> widget;
+  DisplayThreadOnly<QPointer<QWidget>> widget;
 };
 
 } // namespace display

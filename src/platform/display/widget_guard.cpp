@@ -2,6 +2,7 @@
 
 #include "platform/app/message.h"
 #include "platform/display/convert.h"
+#include "platform/display/display_thread.h"
 #include "platform/display/key_bytes.h"
 #include "platform/interface/follow.h"
 #include "platform/kernel/modifiers.h"
@@ -24,6 +25,7 @@ bool is_plain_tab(const QKeyEvent& key) {
 
 WidgetGuard::WidgetGuard(QWidget* widget, const BMessenger& view, Keys keys)
     : QObject(widget), fWidget(widget), fView(view), fKeys(keys) {
+  assert_on_display_thread();
   widget->installEventFilter(this);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/app/message.h"
 #include "platform/display/convert.h"
+#include "platform/display/display_thread.h"
 #include "platform/display/widget_guard.h"
 
 #include <QDropEvent>
@@ -14,6 +15,7 @@ namespace display {
 WindowGuard::WindowGuard(QWidget* widget, const BMessenger& window, std::shared_ptr<WindowPlace> place)
     : QObject(widget), fWidget(widget), fWindow(window), fPlace(std::move(place)),
       fMover(widget, [this] { MovesDone(); }) {
+  assert_on_display_thread();
   widget->installEventFilter(this);
 }
 

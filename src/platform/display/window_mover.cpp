@@ -1,5 +1,7 @@
 #include "platform/display/window_mover.h"
 
+#include "platform/display/display_thread.h"
+
 #include <QGuiApplication>
 #include <QWidget>
 #include <QWindow>
@@ -26,6 +28,7 @@ xcb_connection_t* x11_connection() {
 } // namespace
 
 WindowMover::WindowMover(QWidget* widget, std::function<void()> done) : fWidget(widget), fDone(std::move(done)) {
+  assert_on_display_thread();
   fPatience.setSingleShot(true);
   fPatience.setInterval(kPatience);
   fPatience.callOnTimeout(this, [this] { Complete(); });

@@ -19,11 +19,10 @@
 
 namespace display {
 
-/** Touched on the display thread only. */
 struct WindowPeer::Slot {
-  QPointer<QWidget> widget;
-  WindowGuard* guard = nullptr; // the widget's child
-  QPointer<QWidget> behind;     // the window that this one stands in front of
+  DisplayThreadOnly<QPointer<QWidget>> widget;
+  DisplayThreadOnly<WindowGuard*> guard;       // the widget's child
+  DisplayThreadOnly<QPointer<QWidget>> behind; // the window that this one stays in front of
 };
 
 namespace {
@@ -66,19 +65,20 @@ WindowPeer::WindowPeer(const BMessenger& window, const WindowSetup& setup, std::
     : fSlot(std::make_shared<Slot>()), fPlace(std::make_shared<WindowPlace>()) {
   fPlace->frame = setup.frame;
   post([slot = fSlot, place = fPlace, window, setup, make = std::move(make)] {
-    slot->widget = make ? make() : make_plain_window(setup);
-    slot->widget->setWindowTitle(to_qstring(setup.title));
-    slot->guard = new WindowGuard(slot->widget, window, place);
+    QWidget* const widget = make ? make() : make_plain_window(setup);
+    widget->setWindowTitle(to_qstring(setup.title));
+    *slot->guard = new WindowGuard(widget, window, place);
+    *slot->widget = widget;
   });
 }
 
 WindowPeer::~WindowPeer() {
-  post([slot = fSlot] { delete slot->widget; });
+  post([slot = fSlot] { delete *slot->widget; });
 }
 
 void WindowPeer::Change(std::function<void(QWidget*)> change) const {
   post([slot = fSlot, change = std::move(change)] {
-    if (slot->widget) change(slot->widget);
+    if (*slot->widget) change(*slot->widget);
   });
 }
 
@@ -94,17 +94,18 @@ void WindowPeer::Hide() {
   Change([slot = fSlot](QWidget* widget) {
     const bool wasActive = widget->isActiveWindow();
     widget->hide();
-    if (wasActive && slot->behind) slot->behind->activateWindow(); // where no window manager does
+    if (wasActive && *slot->behind) (*slot->behind)->activateWindow(); // where no window manager does
   });
 }
 
 void WindowPeer::StandInFrontOf(const WindowPeer& other) {
   Change([slot = fSlot, otherSlot = other.fSlot](QWidget* widget) {
-    slot->behind = otherSlot->widget;
-    if (!slot->behind) return;
-    widget->winId(); // makes the window's handle, as the next does
-    slot->behind->winId();
-    widget->windowHandle()->setTransientParent(slot->behind->windowHandle());
+    QWidget* const behind = *otherSlot->widget;
+    *slot->behind = behind;
+    if (!behind) return;
+    widget->winId(); // creates the window handle
+    behind->winId();
+    widget->windowHandle()->setTransientParent(behind->windowHandle());
   });
 }
 
@@ -123,7 +124,7 @@ void WindowPeer::MoveTo(BPoint leftTop) {
     fPlace->frame.OffsetTo(leftTop);
     ++fPlace->movesAsked;
   }
-  Change([slot = fSlot, leftTop](QWidget*) { slot->guard->MoveTo(leftTop); });
+  Change([slot = fSlot, leftTop](QWidget*) { (*slot->guard)->MoveTo(leftTop); });
 }
 
 void WindowPeer::ResizeTo(BPoint size) {
@@ -160,7 +161,7 @@ BRect WindowPeer::Frame() const {
 }
 
 uint32 WindowPeer::Workspaces() const {
-  return call([slot = fSlot] { return slot->widget ? workspaces_of(*slot->widget) : uint32{0}; });
+  return call([slot = fSlot] { return *slot->widget ? workspaces_of(**slot->widget) : uint32{0}; });
 }
 
 WindowMove WindowPeer::Move() const {
@@ -172,15 +173,16 @@ WindowMove WindowPeer::Move() const {
 
 std::function<void(QWidget*)> WindowPeer::Taker() const {
   return [slot = fSlot](QWidget* control) {
-    control->setParent(slot->widget);
-    // A dialog of Qt's own lays its widgets out by itself.
-    if (auto* bar = qobject_cast<QMenuBar*>(control); bar && slot->widget && slot->widget->layout())
-      slot->widget->layout()->setMenuBar(bar);
+    QWidget* const window = *slot->widget;
+    control->setParent(window);
+    // Qt's file dialog lays its widgets out itself.
+    if (auto* bar = qobject_cast<QMenuBar*>(control); bar && window && window->layout())
+      window->layout()->setMenuBar(bar);
   };
 }
 
 std::function<QWidget*()> WindowPeer::Finder() const {
-  return [slot = fSlot]() -> QWidget* { return slot->widget; };
+  return [slot = fSlot]() -> QWidget* { return *slot->widget; };
 }
 
 } // namespace display

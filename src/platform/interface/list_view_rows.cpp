@@ -5,11 +5,13 @@
 #include "platform/interface/window.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 /** How the rows of a list reach the display: their layout in one go, their pictures when asked for. */
 
 void BListView::RowsChanged(int32 firstChanged) {
+  assert(!Window() || Window()->IsCallAllowed());
   fFirstChanged = std::min(fFirstChanged, firstChanged);
   if (fFlushPending) return;
   fFlushPending = true;

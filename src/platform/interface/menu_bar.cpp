@@ -4,6 +4,8 @@
 #include "platform/interface/menu_peer.h"
 #include "platform/interface/window.h"
 
+#include <cassert>
+
 BMenuBar::BMenuBar(BRect frame, const char* name, uint32 resizingMode) : BMenu(name) {
   SetResizingMode(resizingMode);
   MoveTo(frame.LeftTop());
@@ -22,6 +24,7 @@ void BMenuBar::AttachedToWindow() {
 }
 
 void BMenuBar::Changed() {
+  assert(!Window() || Window()->IsCallAllowed());
   if (fFlushPending || !Window()) return;
   fFlushPending = true;
   BMessenger(this).SendCoalesced(display::DISPLAY_MENU_CHANGED);

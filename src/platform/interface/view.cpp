@@ -7,6 +7,7 @@
 #include "platform/interface/window.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 BView::BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags)
@@ -21,6 +22,7 @@ BView::~BView() {
 }
 
 void BView::AddChild(BView* child) {
+  assert(!fWindow || fWindow->IsCallAllowed());
   if (child == nullptr || child->fParent || child->fWindow) return;
   fChildren.push_back(child);
   child->fParent = this;
@@ -29,6 +31,7 @@ void BView::AddChild(BView* child) {
 }
 
 bool BView::RemoveChild(BView* child) {
+  assert(!fWindow || fWindow->IsCallAllowed());
   if (std::erase(fChildren, child) == 0) return false;
   child->Detach();
   child->fParent = nullptr;
@@ -93,6 +96,11 @@ void BView::HandStateToPeer() {
 
 std::shared_ptr<display::ViewPeer> BView::MakePeer() {
   return display::make_plain_peer(BMessenger(this), (fFlags & B_NAVIGABLE) != 0);
+}
+
+display::ViewPeer* BView::Peer() const {
+  assert(!fWindow || fWindow->IsCallAllowed());
+  return fPeer.get();
 }
 
 void BView::Show() {

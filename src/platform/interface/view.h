@@ -100,7 +100,7 @@ protected:
   /** Makes the control on the display when the view is attached. */
   virtual std::shared_ptr<display::ViewPeer> MakePeer();
   /** Null while detached. */
-  display::ViewPeer* Peer() const { return fPeer.get(); }
+  display::ViewPeer* Peer() const;
 
 private:
   friend class BWindow;

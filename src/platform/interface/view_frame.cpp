@@ -3,6 +3,8 @@
 #include "platform/interface/view_peer.h"
 #include "platform/interface/window.h"
 
+#include <cassert>
+
 /** Where a view stands: set by call, or followed from there when its parent changes its size. The display does the same
     by itself with the same numbers. */
 
@@ -29,6 +31,7 @@ BPoint BView::ParentSize() const {
 }
 
 void BView::SetFrame(BRect frame) {
+  assert(!fWindow || fWindow->IsCallAllowed());
   const BRect old = fFrame;
   fFrame = fSetFrame = frame;
   fSetParentSize = ParentSize();

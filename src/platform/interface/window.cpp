@@ -6,6 +6,7 @@
 #include "platform/interface/window_peer.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -102,6 +103,7 @@ void BWindow::SetFeel(window_feel feel) {
 }
 
 void BWindow::AddChild(BView* child) {
+  assert(IsCallAllowed());
   if (child == nullptr || child->fParent || child->fWindow) return;
   fChildren.push_back(child);
   child->fSetParentSize = fSize;

@@ -97,6 +97,9 @@ public:
   virtual void WindowActivated(bool active);
 
   display::WindowPeer* Peer() const { return fPeer.get(); }
+  /** For assertions: the caller may use the window's views, because it is the window's thread, has locked the window,
+     or no thread runs it. */
+  bool IsCallAllowed() const { return Thread() <= 0 || IsLocked(); }
 
 protected:
   /** For windows whose frame the display makes otherwise (file panels). */
