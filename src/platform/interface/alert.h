@@ -11,7 +11,8 @@ namespace display {
 struct AlertText;
 }
 
-/** A question with up to three buttons, in front of the window whose thread asks it. `Go` and `Post` delete it. */
+/** A question with up to three buttons, modal to the window whose thread calls `Go`. Made with new; `Go`, `GoFor` and
+    `Post` delete it. */
 class BAlert {
 public:
   BAlert(const char* caption, const char* text, const char* button0, const char* button1 = nullptr,
@@ -21,20 +22,18 @@ public:
 
   /** Pressing the letter presses the button. 0 for none. */
   void SetShortcut(int32 button, char letter);
-  /** The button that Escape and the close button mean; without one, the alert has no close and Escape does nothing,
-      except that the only button of an alert always can be so pressed. */
+  /** The button that Escape and the close button press; a single button always is. Without one the alert has to be
+      answered. */
   void SetEscapeButton(int32 button) { fEscapeButton = button; }
-  /** The button that Return means; the last one when not set. */
+  /** The button that Return presses; by default the last one. */
   void SetDefaultButton(int32 button) { fDefaultButton = button; }
 
-  /** Shows the alert and waits for the answer on the calling thread, which must not be the display's. Returns the index
-     of the button, from left to right; the Escape button's (-1 without one) when there is no display or it ends
-     meanwhile. */
+  /** Shows the alert and blocks until it is answered; not on the display thread. Returns the index of the button, from
+      left to right, or that of the Escape button (-1 without one) when the display has ended. */
   int32 Go() { return GoFor(B_INFINITE_TIMEOUT); }
-  /** The same, but after that time the answer is the Escape button, and the alert stays until it is closed. */
+  /** `Go` with a time-out, after which it returns the Escape button; the alert stays on the screen until closed. */
   int32 GoFor(bigtime_t limitUs);
-  /** Shows the alert in front of the window that the user works in, and goes on at once; nobody hears which button
-      closes it. Deletes the alert as well. */
+  /** Shows the alert in front of the active window and returns at once; the answer is dropped. */
   void Post();
 
 private:

@@ -2,9 +2,9 @@
 
 #include "platform/interface/control.h"
 
-/** A button that shows a colour and opens a dialog of colours; its message is sent for every colour that is tried
-    there, and for the one of before when the dialog is cancelled. Its label is what it is called by those who listen to
-    the screen, and the dialog's title; on the screen it stands beside the button in a view of its own. */
+/** A button that shows a colour and opens a colour dialog. Sends its message for every colour tried there, and for the
+    original one when the dialog is cancelled. The label is the accessible name and the dialog's title; a visible label
+    is a view of its own. */
 class BColorControl : public BControl {
 public:
   BColorControl(BRect frame, const char* name, const char* label, BMessage* message,

@@ -11,7 +11,7 @@ namespace display {
 class ControlPeer;
 }
 
-/** A view that sends a copy of its message when the user works it. Owns the message. */
+/** A view that sends a copy of its message when the user operates it. Owns the message. */
 class BControl : public BView {
 public:
   BControl(BRect frame, const char* name, const char* label, BMessage* message, uint32 resizingMode = B_FOLLOW_LEFT_TOP,
@@ -26,7 +26,7 @@ public:
   virtual void SetEnabled(bool enabled);
   bool IsEnabled() const { return fIsEnabled; }
 
-  /** Takes the message over; null for none. */
+  /** Takes ownership; null for none. */
   void SetMessage(BMessage* message);
   BMessage* Message() const { return fMessage.get(); }
   /** Without a target the message goes to the window. */

@@ -11,7 +11,7 @@
 #include <typeinfo>
 #include <utility>
 
-/** The panel's looper; its lock guards the target and the message. */
+/** The panel's looper; its lock guards fTarget and fMessage. */
 class BFilePanel::PanelWindow : public BWindow {
 public:
   PanelWindow(BFilePanel* panel, bool allowMultiple)
@@ -27,7 +27,7 @@ public:
 
   display::PanelPeer* Dialog() const { return static_cast<display::PanelPeer*>(Peer()); }
 
-  /** The close button of the frame is the user's Cancel. */
+  /** The close button of the frame cancels. */
   void PutAway() override { Dialog()->Cancel(); }
 
   void MessageReceived(BMessage* message) override {
@@ -90,7 +90,7 @@ BFilePanel::BFilePanel(file_panel_mode mode, const BMessenger* target, const ent
 }
 
 BFilePanel::~BFilePanel() {
-  assert(fEnded || !fHasHook); // a derived class has to end it before its own part goes
+  assert(fEnded || !fHasHook); // a derived class must call End in its own destructor
   End();
 }
 

@@ -4,7 +4,7 @@
 
 namespace {
 
-/** One direction: `low` and `high` are the edges, `growth` what the parent gained. */
+/** For one direction: `low` and `high` are the edges, `growth` is the parent's. */
 void follow(float& low, float& high, bool followsLow, bool followsHigh, float growth) {
   if (!followsHigh) return;
   high += growth;

@@ -2,7 +2,6 @@
 
 #include "platform/support/geometry.h"
 
-/** Where a view goes whose frame was `frame` while its parent measured `oldSize`, now that it measures `newSize`.
-    Sizes are width and height as rectangles have them. Both sides of the thread border use it, so that they agree
-   without asking. */
+/** The frame of a view after its parent was resized from `oldSize` to `newSize`; `frame` is the one before. Sizes are
+    BRect::Width and Height. Views and their widgets both use it, so that they agree without asking each other. */
 BRect follow_parent(BRect frame, uint32 resizingMode, BPoint oldSize, BPoint newSize);

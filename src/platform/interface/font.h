@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-/** Heights of one line of text, in units of the screen. */
+/** Heights of one line of text, in pixels. */
 struct font_height {
   float ascent = 0;
   float descent = 0;
@@ -17,9 +17,8 @@ struct font_height {
 enum : uint16 { B_REGULAR_FACE = 0, B_ITALIC_FACE = 0x1, B_BOLD_FACE = 0x20 };
 enum : uint32 { B_DISABLE_ANTIALIASING = 0x1, B_FORCE_ANTIALIASING = 0x2 };
 
-/** What a text is drawn with: a plain value. A family that is not installed is shown in the system's default one, and
-    characters that a family lacks come from families that have them.
-    Measuring asks the display thread (heights only once per font): any thread but that one may wait for it. */
+/** A font: a plain value. A family that is not installed is replaced by the system's default one; glyphs that a family
+    lacks come from other families. Measuring blocks on the display thread (for heights once per font, then cached). */
 class BFont {
 public:
   /** The system's default font. */

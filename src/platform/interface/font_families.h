@@ -3,5 +3,5 @@
 #include <string>
 #include <vector>
 
-/** The names of the families that texts can be shown in, in the order of the user's language. Waits for the display. */
+/** Names of the installed font families, sorted by the user's locale. Blocks on the display thread. */
 std::vector<std::string> font_families();

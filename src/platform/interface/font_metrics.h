@@ -8,14 +8,15 @@
 
 namespace display {
 
-/** What a font measures on the screen. Wait for the display thread, but for the default font's height and those that
-    were asked before. */
+/** Measures a font on the screen. Blocks on the display thread, except for the default font and heights already in the
+    cache. */
 font_height height_of(const BFont& font);
-/** As the display starts, on its thread. */
+/** Called once as the display starts, on its thread. */
 void learn_plain_font_height();
+/** Blocks on the display thread. */
 float width_of(const BFont& font, std::string_view text);
 
-/** Those that are installed and meant to be seen. Waits for the display thread. */
+/** The installed families that are meant for users. Blocks on the display thread. */
 std::vector<std::string> families();
 
 } // namespace display

@@ -4,7 +4,7 @@
 
 namespace display {
 
-/** A widget that shows the image, as large as it is; empty where there is none. */
+/** A widget that shows the image scaled to its size; empty without an image. */
 std::shared_ptr<ViewPeer> make_image_peer(const BMessenger& view, std::shared_ptr<const std::string> image);
 
 } // namespace display

@@ -3,7 +3,7 @@
 #include "platform/interface/bitmap.h"
 #include "platform/interface/view.h"
 
-/** An image as large as its frame. It tells listeners nothing. */
+/** An image scaled to the view's frame. Hidden from screen readers. */
 class BImageView : public BView {
 public:
   BImageView(BRect frame, const char* name, BBitmap image);

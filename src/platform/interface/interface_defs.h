@@ -4,7 +4,7 @@
 
 /** Constants that windows, views and controls share. */
 
-/** Which sides of its parent a view follows when the parent is resized. Both sides of one direction: it grows. */
+/** Which sides of its parent a view follows when the parent is resized. With both sides of one direction it grows. */
 enum : uint32 {
   B_FOLLOW_NONE = 0,
   B_FOLLOW_LEFT = 0x1,
@@ -23,7 +23,7 @@ enum : uint32 {
   B_WILL_DRAW = 0x1,
   /** `FrameResized` is called. */
   B_FRAME_EVENTS = 0x2,
-  /** The Tab key reaches the view. */
+  /** Tab moves the focus to the view. */
   B_NAVIGABLE = 0x4,
 };
 
@@ -48,5 +48,5 @@ enum : uint8 {
   B_DELETE = 0x7f,
 };
 
-/** What assistive programs are told a view is. */
+/** Role of a view for screen readers, where its control does not imply it. */
 enum accessible_role { B_TOOL_BAR_ROLE, B_STATUS_BAR_ROLE };

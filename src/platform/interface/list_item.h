@@ -5,7 +5,7 @@
 class BFont;
 class BView;
 
-/** One row of a list view. Owned by whoever made it. Used on the window's thread. */
+/** One row of a list view, which does not own it. To be used on the window's thread. */
 class BListItem {
 public:
   BListItem() = default;
@@ -13,7 +13,7 @@ public:
   BListItem& operator=(const BListItem&) = delete;
   virtual ~BListItem() = default;
 
-  /** Draws the row with the drawing calls of `view`; `frame` starts at the row's own left top, (0, 0). */
+  /** Draws the row with the drawing calls of `view`; `frame` starts at (0, 0), the row's own left top. */
   virtual void DrawItem(BView* view, BRect frame, bool complete) = 0;
   /** Called when the item enters a list and when the list's font changes; the base sets the height from the font. */
   virtual void Update(BView* view, const BFont* font);

@@ -7,20 +7,20 @@
 
 namespace display {
 
-/** The rows of a list as the display needs them: how many, and how high. */
+/** Number and heights of the rows of a list. */
 struct RowLayout {
   int32 count = 0;
-  /** One height for all, or one for each row. */
+  /** One height for all rows, or one per row. */
   std::vector<float> heights;
   int32 selected = -1;
 };
 
-/** The program's hand on a list. */
+/** Thread-safe handle to a list widget. */
 class ListPeer : public ViewPeer {
 public:
   explicit ListPeer(const BMessenger& view);
 
-  /** A new set of rows. Rows before `firstChanged` keep their pictures, the others show them until new ones come. */
+  /** Replaces the rows. Those before `firstChanged` keep their pictures, the others show theirs until new ones come. */
   void SetRows(RowLayout layout, int32 firstChanged);
   void SetPictures(std::vector<std::pair<int32, BPicture>> pictures);
   /** -1 for none. */
@@ -28,7 +28,7 @@ public:
   void ScrollTo(int32 row);
   /** The pictures of these rows are out of date. */
   void Invalidate(int32 first, int32 last);
-  void SetFont(const BFont&) override {} // pictures bring their own
+  void SetFont(const BFont&) override {} // pictures have their own
 };
 
 } // namespace display

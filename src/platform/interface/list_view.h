@@ -14,9 +14,9 @@ class ListPeer;
 
 enum list_view_type { B_SINGLE_SELECTION_LIST };
 
-/** A list of rows, one of them selected or none. Owns no item. The display asks for the pictures of the rows that are
-    on the screen; all others are never drawn. Keys select on the window's thread, the mouse on the display, whose
-    choice comes as a message in order with the keys. */
+/** A list of rows with at most one selected; does not own its items. Rows are drawn lazily: the display asks for
+   pictures of the visible ones. Keys select on the window's thread; a click on the display thread arrives as a message,
+   in order with the keys. */
 class BListView : public BView {
 public:
   BListView(BRect frame, const char* name, list_view_type type = B_SINGLE_SELECTION_LIST,
@@ -32,21 +32,22 @@ public:
   /** -1 for an item that is not in the list. */
   int32 IndexOf(const BListItem* item) const;
 
-  /** An index outside the list changes nothing. */
+  /** Ignores an index outside the list. */
   void Select(int32 index);
   /** -1 when nothing is selected. */
   int32 CurrentSelection() const { return fSelection; }
   void ScrollToSelection();
   void ScrollTo(int32 index);
   using BView::Invalidate;
-  /** Pictures of the rows in the rectangle, in the coordinates of the whole list, are asked for anew. */
+  /** Redraws the rows in the rectangle, which is in the coordinates of the whole list. */
   void Invalidate(BRect rect) override;
   void InvalidateItem(int32 index);
   /** In the coordinates of the whole list (row 0 starts at 0). An invalid rectangle outside the list. */
   BRect ItemFrame(int32 index) const;
 
-  /** Hooks: a double click or Return on the selected row; the selection changed, by whomever. */
+  /** Hook: a double click, or Return with a row selected. */
   virtual void Invoke() {}
+  /** Hook: the user or the program has changed the selection. */
   virtual void SelectionChanged() {}
 
   void SetFont(const BFont* font) override;
@@ -55,15 +56,15 @@ public:
   void MessageReceived(BMessage* message) override;
 
 protected:
-  /** The key that is being handled was pressed with the Command modifier. */
+  /** The key event being handled has the Command modifier. */
   bool IsCommand() const;
   std::shared_ptr<display::ViewPeer> MakePeer() override;
 
 private:
   display::ListPeer* Rows() const;
   void Measure(BListItem* item);
-  /** The rows from here on are others than before; the display is told once, after the message or before the next
-      thing it is told. */
+  /** Rows from this one on have changed. Coalesced: the display is updated once, after the current message or before
+     the next call that needs the rows. */
   void RowsChanged(int32 firstChanged);
   void FlushRows();
   void LayOutRows();
@@ -75,11 +76,11 @@ private:
 
   std::vector<BListItem*> fItems;
   int32 fSelection = -1;
-  /** Row heights in pixels as last laid out: one for all, or each row's with the place where it starts. */
+  /** Row heights in pixels as last laid out, one for all or one per row; the latter also have their tops in fTops. */
   std::vector<float> fHeights;
   std::vector<float> fTops;
   int32 fFirstChanged = 0;
   bool fFlushPending = false;
-  /** Rows that fit on the screen, as the display last told. */
+  /** Number of visible rows, as last reported by the display. */
   int32 fPageLength = 1;
 };

@@ -8,7 +8,7 @@
 #include <cassert>
 #include <cmath>
 
-/** How the rows of a list reach the display: their layout in one go, their pictures when asked for. */
+/** How the rows of a list reach the display: the layout in one message, the pictures on demand. */
 
 void BListView::RowsChanged(int32 firstChanged) {
   assert(!Window() || Window()->IsCallAllowed());

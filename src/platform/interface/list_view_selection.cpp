@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-/** Selecting, by call, by key and by mouse: always on the window's thread, in the order in which the user did it. */
+/** Selection by call, key and mouse: always on the window's thread, in the order of the user's input. */
 
 void BListView::Select(int32 index) {
   if (index < 0 || index >= CountItems() || index == fSelection) return;
@@ -42,7 +42,7 @@ bool BListView::IsCommand() const {
 
 namespace {
 
-/** Keys that mean the same in a list with and without the Command modifier. */
+/** Keys with the same meaning with and without the Command modifier. */
 bool moves_far(uint8 key) {
   return key == B_HOME || key == B_END || key == B_PAGE_UP || key == B_PAGE_DOWN;
 }
@@ -56,7 +56,7 @@ void BListView::KeyDown(const char* bytes, int32 count) {
   if (!MoveSelection(key)) BView::KeyDown(bytes, count);
 }
 
-/** False for a key that does not move. From no selection the first step leads to the nearer end. */
+/** False for a key that does not move. Without a selection, Down goes to the first row and Up to the last. */
 bool BListView::MoveSelection(uint8 key) {
   const int32 last = CountItems() - 1;
   int32 to = fSelection;

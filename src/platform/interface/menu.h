@@ -11,31 +11,31 @@ namespace display {
 struct MenuEntry;
 }
 
-/** A titled list of items; owns them until they are removed. Shown by the menu bar it hangs from, which hands the
-    whole tree to the display after a change. */
+/** A titled list of items, which it owns until they are removed. Shown by the menu bar at its root, which sends the
+   whole tree to the display after a change. */
 class BMenu : public BView {
 public:
   explicit BMenu(const char* title);
   ~BMenu() override;
 
-  /** The menu owns the item. */
+  /** Takes ownership of the item. */
   bool AddItem(BMenuItem* item);
   bool AddItem(BMenuItem* item, int32 index);
-  /** A submenu, and the item made for it. */
+  /** Adds the submenu with an item made for it. */
   bool AddItem(BMenu* submenu);
   bool AddItem(BMenu* submenu, int32 index);
   bool AddSeparatorItem();
-  /** The caller owns the removed item; null outside the menu. */
+  /** Passes ownership of the item to the caller; null for an index outside the menu. */
   BMenuItem* RemoveItem(int32 index);
 
   BMenuItem* ItemAt(int32 index) const;
   int32 CountItems() const { return static_cast<int32>(fItems.size()); }
   int32 IndexOf(const BMenuItem* item) const;
-  /** Searches submenus too. */
+  /** The first item with that command, submenus included; null if none. */
   BMenuItem* FindItem(uint32 command) const;
   BMenuItem* FindMarked() const;
 
-  /** In radio mode marking one item unmarks the others, and choosing marks. */
+  /** In radio mode choosing an item marks it, and marking one unmarks the others. */
   void SetRadioMode(bool radio);
   bool IsRadioMode() const { return fRadioMode; }
 
@@ -46,7 +46,7 @@ public:
 protected:
   friend class BMenuItem;
   friend class BMenuBar;
-  /** Tells the menu bar at the root, if there is one. */
+  /** Notifies the menu bar at the root, if there is one. */
   virtual void Changed();
   std::vector<display::MenuEntry> Snapshot() const;
   BMenuItem* FindById(int32 id) const;
@@ -61,6 +61,6 @@ private:
 
   std::string fTitle;
   bool fRadioMode = false;
-  BMenuItem* fSuperitem = nullptr; // that it unfolds from; null for a menu bar
+  BMenuItem* fSuperitem = nullptr; // the item that opens it; null for a menu bar
   std::vector<std::unique_ptr<BMenuItem>> fItems;
 };

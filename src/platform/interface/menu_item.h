@@ -10,13 +10,12 @@ class BMenu;
 class BMenuBar;
 class BMessage;
 
-/** One line of a menu. Owned by its menu, and owns its message and its submenu. On the window's thread, or with the
- * window locked. */
+/** One item of a menu, which owns it. Owns its message and submenu. To be used with the window locked. */
 class BMenuItem {
 public:
-  /** A shortcut of 0 is none; every shortcut has the Command modifier, `modifiers` adds to it. */
+  /** Shortcut 0 is none; every shortcut has the Command modifier, `modifiers` are additional ones. */
   BMenuItem(const char* label, BMessage* message, char shortcut = 0, uint32 modifiers = 0);
-  /** An item that unfolds; with a message it can be chosen by itself too (clicked, or by its shortcut). */
+  /** An item with a submenu; with a message it can also be chosen itself, by a click or its shortcut. */
   explicit BMenuItem(BMenu* submenu, BMessage* message = nullptr, char shortcut = 0, uint32 modifiers = 0);
   BMenuItem(const BMenuItem&) = delete;
   BMenuItem& operator=(const BMenuItem&) = delete;
@@ -36,7 +35,8 @@ public:
   BMenu* Submenu() const { return fSubmenu.get(); }
   BMenu* Menu() const { return fMenu; }
 
-  /** What choosing the item does: sends a copy of its message (with pointer "source", int32 "index", int64 "when"). */
+  /** Called when the item is chosen. Sends a copy of its message, with pointer "source", int32 "index", int64 "when".
+   */
   virtual void Invoke();
 
   virtual bool IsSeparator() const { return false; }
@@ -52,7 +52,7 @@ private:
   uint32 fModifiers;
   bool fEnabled = true;
   bool fMarked = false;
-  /** Names the item to the display; never used twice. */
+  /** Identifies the item to the display; never reused. */
   int32 fId;
   BMessenger fTarget;
   BMenu* fMenu = nullptr;

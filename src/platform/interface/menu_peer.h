@@ -7,7 +7,7 @@
 
 namespace display {
 
-/** One line of a menu, as handed to the display. */
+/** One menu item, as sent to the display. */
 struct MenuEntry {
   int32 id = 0;
   std::string label;
@@ -16,26 +16,26 @@ struct MenuEntry {
   bool isSeparator = false;
   bool isEnabled = true;
   bool isMarked = false;
-  /** Its menu marks one of its items. */
+  /** The menu is in radio mode. */
   bool isRadio = false;
   bool hasSubmenu = false;
-  /** An unfolding item that can be chosen by itself. */
+  /** With hasSubmenu: the item can also be chosen itself. */
   bool hasMessage = false;
   std::vector<MenuEntry> submenu;
 
   friend bool operator==(const MenuEntry&, const MenuEntry&) = default;
 };
 
-/** The program's hand on a menu bar. */
+/** Thread-safe handle to a menu bar widget. */
 class MenuPeer : public ViewPeer {
 public:
   explicit MenuPeer(const BMessenger& view);
   void SetMenus(std::vector<MenuEntry> menus);
 };
 
-/** The height that a menu bar wants. Waits for the display to start. */
+/** Preferred height of a menu bar. Blocks until the display has started. */
 float menu_bar_height();
-/** As the display starts, on its thread. */
+/** Called once as the display starts, on its thread. */
 void learn_menu_bar_height();
 
 } // namespace display

@@ -7,18 +7,18 @@
 
 namespace display {
 
-/** The program's hand on a file dialog. */
+/** Thread-safe handle to a file dialog. */
 class PanelPeer : public WindowPeer {
 public:
   PanelPeer(const BMessenger& window, const WindowSetup& setup, file_panel_mode mode, bool allowMultiple);
 
-  /** A folder that is not there means the user's home. */
+  /** Falls back to the user's home if the folder does not exist. */
   void SetDirectory(const std::string& path);
-  /** Waits for the display; empty when it has ended. */
+  /** Blocks on the display thread; empty when the display has ended. */
   std::string Directory() const;
   void SetSaveText(const std::string& name);
   void SetButtonLabel(file_panel_button button, const std::string& label);
-  /** Closes the dialog as the user's Cancel would. */
+  /** Closes the dialog like the Cancel button. */
   void Cancel();
 };
 

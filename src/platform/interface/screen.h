@@ -2,5 +2,5 @@
 
 #include "platform/support/geometry.h"
 
-/** The part of the screen at `where` (the nearest one) that windows may use. Waits for the display. */
+/** The available area (without panels) of the screen at `where`. Blocks until the display has started. */
 BRect screen_frame(BPoint where);

@@ -6,11 +6,11 @@
 
 namespace display {
 
-/** The usable part of the screen nearest to `where`. Any thread; waits for the display's start only, not for what is
-    being drawn. */
+/** The available area of the screen at `where`, or of the primary one. Any thread; blocks only until the display has
+    started. */
 BRect usable_screen(BPoint where);
 
-/** Knows the screens, also when one comes, goes or changes. On the display thread, for as long as the display runs. */
+/** Keeps the list behind `usable_screen` up to date. Display thread, while the display runs. */
 class ScreenWatch {
 public:
   ScreenWatch();

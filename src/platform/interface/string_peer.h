@@ -5,14 +5,14 @@
 
 namespace display {
 
-/** The program's hand on a line of text. */
+/** Thread-safe handle to a label widget. */
 class StringPeer : public ViewPeer {
 public:
   explicit StringPeer(const BMessenger& view);
 
   void SetText(const std::string& text);
   void SetAlignment(alignment align);
-  /** By its name, among the controls of the same parent. */
+  /** `control` is the name of a control with the same parent. */
   void SetBuddy(const std::string& control);
 };
 

@@ -4,7 +4,7 @@
 
 enum alignment { B_ALIGN_LEFT, B_ALIGN_CENTER, B_ALIGN_RIGHT };
 
-/** One line of text that is only read. Cut text ends in an ellipsis. */
+/** One line of read-only text, elided where it does not fit. */
 class BStringView : public BView {
 public:
   BStringView(BRect frame, const char* name, const char* text, uint32 resizingMode = B_FOLLOW_LEFT_TOP,
@@ -13,8 +13,7 @@ public:
   void SetText(const char* text);
   const char* Text() const { return fText.c_str(); }
   void SetAlignment(alignment align);
-  /** Makes the text the label of a view beside it, of that name, for those who listen to the screen. Both are attached.
-   */
+  /** Sets the accessible label of the sibling view with that name. Once both are attached. */
   void SetBuddy(const char* view);
 
 protected:

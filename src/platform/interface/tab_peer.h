@@ -4,17 +4,17 @@
 
 namespace display {
 
-/** The program's hand on a row of tabs with a page each. */
+/** Thread-safe handle to a tab widget. */
 class TabPeer : public ViewPeer {
 public:
   explicit TabPeer(const BMessenger& view);
 
-  /** Takes the page's control in; it fills the room below the tabs from now on. */
+  /** The page's widget moves into the tab widget, which lays it out from then on. */
   void AddPage(const ViewPeer& page, const std::string& label);
   void SetLabel(int32 index, const std::string& label);
 };
 
-/** What tabs and borders take from the pages. Waits for the display. */
+/** Width and height that tabs and borders take. Blocks on the display thread. */
 BPoint room_around_pages();
 
 } // namespace display

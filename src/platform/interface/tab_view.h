@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/** Pages of which one is shown, each behind its tab. The pages are its children and fill it below the tabs. */
+/** A tab view; its pages are its children and fill the area below the tabs. */
 class BTabView : public BView {
 public:
   BTabView(BRect frame, const char* name, uint32 resizingMode = B_FOLLOW_ALL_SIDES);
@@ -14,7 +14,7 @@ public:
   void AddTab(BView* page, const char* label);
   void SetTabLabel(int32 index, const char* label);
 
-  /** Room for the largest page and the tabs. */
+  /** Fits the largest page and the tabs. */
   BPoint PreferredSize() override;
   void AllAttached() override;
   void FrameResized(float width, float height) override;
@@ -26,5 +26,5 @@ private:
   void PlacePages();
 
   std::vector<std::string> fLabels;
-  BPoint fAroundPages; // what the display keeps for tabs and borders
+  BPoint fAroundPages; // width and height taken by tabs and borders
 };

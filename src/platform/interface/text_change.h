@@ -5,11 +5,11 @@
 #include <list>
 #include <string>
 
-/** What happened to a text, in lines that line feeds part: from `first` on, `removed` lines gave way to `lines`. */
+/** A change of a text, in lines separated by line feeds: from `first` on, `removed` lines were replaced by `lines`. */
 struct text_change {
   int32 first = 0;
   int32 removed = 0;
   std::list<std::string> lines;
-  /** How many lines the text has now; one more than it has line feeds. */
+  /** Number of lines of the new text: one more than its line feeds. */
   int32 count = 1;
 };

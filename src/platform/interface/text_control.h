@@ -2,8 +2,7 @@
 
 #include "platform/interface/control.h"
 
-/** A field of one line to type in. Its label is what it is called by those who listen to the screen; on the screen it
-    stands beside the field in a view of its own. */
+/** A one-line text field. The label is the accessible name; a visible label is a view of its own. */
 class BTextControl : public BControl {
 public:
   BTextControl(BRect frame, const char* name, const char* label, const char* text,
@@ -11,10 +10,10 @@ public:
 
   void SetLabel(const char* label) override;
   void SetText(const char* text);
-  /** What the user has typed by the last message that was handled. */
+  /** As of the last message handled. */
   const std::string& Text() const { return fText; }
   void SelectAll();
-  /** Sent to the target after each change by the user; takes the message over. */
+  /** Sent to the target after each change by the user. Takes ownership. */
   void SetModificationMessage(BMessage* message) { fModificationMessage.reset(message); }
 
   void MessageReceived(BMessage* message) override;

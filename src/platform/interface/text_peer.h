@@ -8,21 +8,21 @@
 
 namespace display {
 
-/** The program's hand on a text to edit. Questions wait for the display. */
+/** Thread-safe handle to a text editing widget. Calls that return a value block on the display thread. */
 class TextPeer : public ViewPeer {
 public:
   explicit TextPeer(const BMessenger& view);
 
   void SetText(const std::string& text);
-  /** In place of the selection. */
+  /** Replaces the selection. */
   void Insert(const std::string& text);
-  /** Does what the control makes of a key with Ctrl; returns what is to be put in, as for a paste. */
+  /** Lets the widget handle a key with Ctrl; returns the text that it wants to insert (paste). */
   std::string DoCommand(int32 key, int32 modifiers);
-  /** The user's changes in order, since the last call. Waits for all that the display was told before. */
+  /** The user's changes since the last call, in order. */
   std::vector<text_change> TakeChanges();
-  /** False when the user has made a change meanwhile: take it first. */
+  /** False when the user has changed the text meanwhile: call TakeChanges first. */
   bool ReplaceLines(const text_change& change);
-  /** Lines are counted in a text of this width; 0: as shown. */
+  /** Lines are counted as if the text were this wide; 0: as shown. */
   void SetCountWidth(int width);
   void SetEditable(bool editable);
   void SetTextColor(rgb_color color);

@@ -79,7 +79,7 @@ void BTextView::SetFontAndColor(const BFont& font, rgb_color color) {
 
 void BTextView::KeyDown(const char* bytes, int32 count) {
   const auto first = static_cast<uint8>(bytes[0]);
-  const bool typesTab = first == B_TAB && fEditable; // where nothing can be typed it goes to the next control
+  const bool typesTab = first == B_TAB && fEditable; // in a read-only text it moves the focus
   const bool typesText = first == B_RETURN || typesTab || (first >= B_SPACE && first != B_DELETE);
   if (!typesText) return BView::KeyDown(bytes, count);
   if (fEditable) InsertText(std::string_view(bytes, static_cast<size_t>(count)));

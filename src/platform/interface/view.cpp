@@ -118,7 +118,7 @@ bool BView::IsHidden() const {
 }
 
 void BView::MakeFocus(bool focused) {
-  // Told again even when it is thought to have it: the display moves the focus of a hidden window without a word.
+  // Sent even if the view seems to have the focus: Qt moves the focus of a hidden window without an event.
   if (!fWindow || (!focused && !fHasFocus)) return;
   fWindow->FocusChanged(this, focused);
   fPeer->SetFocus(focused);

@@ -19,9 +19,9 @@ namespace display {
 class ViewPeer;
 }
 
-/** A rectangle in a window, with a peer on the display thread while it is attached to one. Owned by its parent, the
-    topmost by their window; a removed view belongs to its remover. Every call on the window's thread or with the window
-    locked; free of threads before it is attached. A view is the next handler of its children. */
+/** A rectangle in a window, with a peer on the display thread while it is attached. Owned by its parent or window;
+    removing it passes ownership to the caller. Once attached, all calls need the window's thread or lock (checked in
+    debug builds). A view is the next handler of its children. */
 class BView : public BHandler {
 public:
   BView(BRect frame, const char* name, uint32 resizingMode = B_FOLLOW_LEFT_TOP, uint32 flags = 0);
@@ -33,7 +33,7 @@ public:
   int32 CountChildren() const { return static_cast<int32>(fChildren.size()); }
   BView* ChildAt(int32 index) const;
   BWindow* Window() const { return fWindow; }
-  /** This view or one below it; null when none bears the name. */
+  /** This view or a descendant; null when none has the name. */
   BView* FindView(const char* name);
 
   /** In the parent's coordinates. */
@@ -43,8 +43,8 @@ public:
   void MoveTo(float x, float y) { MoveTo(BPoint{x, y}); }
   void ResizeTo(float width, float height);
   void SetResizingMode(uint32 mode);
-  /** The size, as rectangles tell it, at which nothing of the view is cut; its own while it is detached. Waits for the
-      display. */
+  /** Smallest size (as BRect::Width and Height) at which nothing is cut off; the current one while detached. Blocks on
+      the display thread. */
   virtual BPoint PreferredSize();
   uint32 Flags() const { return fFlags; }
 
@@ -52,7 +52,7 @@ public:
   void Show();
   void Hide();
   bool IsHidden() const;
-  /** By its own doing, whatever its parent and its window do. */
+  /** Hidden itself, regardless of its parent and window. */
   bool IsHiddenInParent() const { return fHideLevel > 0; }
   virtual void MakeFocus(bool focused = true);
   bool IsFocus() const;
@@ -66,17 +66,18 @@ public:
   void GetFont(BFont* font) const { *font = fFont; }
   void SetToolTip(std::string_view text);
   const std::string& ToolTip() const { return fToolTip; }
-  /** Shows the tip below the view, or takes it away, without waiting for the mouse. */
+  /** Shows the tip below the view, or hides it, regardless of the mouse. */
   void ShowToolTip(bool shown);
   void SetAccessibleName(std::string_view name);
   void SetAccessibleDescription(std::string_view description);
   /** Before the view is attached. */
   void SetAccessibleRole(accessible_role role) { fAccessibleRole = role; }
 
-  /** Asks for a new drawing. */
+  /** Redraws the view. */
   void Invalidate() { Invalidate(Bounds()); }
   virtual void Invalidate(BRect rect);
-  /** Drawing: recorded inside `Draw` or a list item's `DrawItem`, without effect elsewhere. */
+  /** FillRect, StrokeRect and DrawString record into a picture inside `Draw` or a list item's `DrawItem`; elsewhere
+     they have no effect. */
   void FillRect(BRect rect);
   void StrokeRect(BRect rect);
   void DrawString(std::string_view text, BPoint baseLineStart);
@@ -87,9 +88,9 @@ public:
   virtual void AllAttached() {}
   virtual void DetachedFromWindow() {}
   virtual void Draw(BRect updateRect);
-  /** A key pressed while the view has the focus; the whole event is the window's current message (B_KEY_DOWN: string
-      "bytes", int32 "modifiers", int32 "key_repeat" (> 0: held down), int64 "when" (µs), int32 "key_code" (the
-     display's own)). The base hands it to the control on the display. */
+  /** A key was pressed while the view has the focus. The window's current message has the whole event (B_KEY_DOWN:
+     string "bytes", int32 "modifiers", int32 "key_repeat" (> 0: held down), int64 "when" (µs), int32 "key_code"
+     (Qt's)). The base returns it to the widget. */
   virtual void KeyDown(const char* bytes, int32 count);
   virtual void FrameMoved(BPoint leftTop);
   virtual void FrameResized(float width, float height);
@@ -97,7 +98,7 @@ public:
   void MessageReceived(BMessage* message) override;
 
 protected:
-  /** Makes the control on the display when the view is attached. */
+  /** Hook: makes the widget when the view is attached. */
   virtual std::shared_ptr<display::ViewPeer> MakePeer();
   /** Null while detached. */
   display::ViewPeer* Peer() const;
@@ -115,25 +116,25 @@ private:
   void FrameChanged(BRect old);
   BPoint ParentSize() const;
   void TellActivated(bool active);
-  /** What the hook draws; when it throws, what it drew until then. */
+  /** Records what `draw` draws; if it throws, what it drew until then. */
   BPicture Recorded(const std::function<void()>& draw);
 
   BRect fFrame;
-  /** The frame last set by call, and the parent's size then: what following the parent is counted from. */
+  /** The frame last set by a call and the parent's size at that time: the base for following the parent. */
   BRect fSetFrame;
   BPoint fSetParentSize;
   uint32 fResizingMode;
   uint32 fFlags;
   int32 fHideLevel = 0;
   bool fHasFocus = false;
-  rgb_color fViewColor{0, 0, 0, 0}; // without colour: the display's own
+  rgb_color fViewColor{0, 0, 0, 0}; // alpha 0: the desktop's default colour
   rgb_color fHighColor{0, 0, 0, 255};
   rgb_color fLowColor{255, 255, 255, 255};
   BFont fFont;
   std::string fToolTip;
   std::string fAccessibleName;
   std::string fAccessibleDescription;
-  std::optional<accessible_role> fAccessibleRole; // else that of the control
+  std::optional<accessible_role> fAccessibleRole; // else the widget's own
   BPicture* fRecording = nullptr;
   BWindow* fWindow = nullptr;
   BView* fParent = nullptr;

@@ -6,11 +6,12 @@
 
 #include <exception>
 
-/** Drawing calls put operations into the picture that is being recorded. */
+/** Drawing calls append operations to the picture being recorded. */
 
 namespace {
 
-/** No screen shows more. Text without an end, as of a file that has no lines, would keep the display for minutes. */
+/** More than any screen shows. Laying out an unbounded line (a file without line feeds) would block the display thread
+    for minutes. */
 constexpr size_t kMostBytesDrawn = 16384;
 
 } // namespace
@@ -28,7 +29,7 @@ BPicture BView::Recorded(const std::function<void()>& draw) {
   } catch (const std::exception& error) {
     log_error(Name(), error.what());
   } catch (...) {
-    log_error(Name(), "a drawing hook threw something that is no exception");
+    log_error(Name(), "a drawing hook threw something other than an exception");
   }
   fRecording = nullptr;
   return picture;

@@ -5,8 +5,8 @@
 
 #include <cassert>
 
-/** Where a view stands: set by call, or followed from there when its parent changes its size. The display does the same
-    by itself with the same numbers. */
+/** The frame of a view: set by a call, then adjusted when its parent is resized. The widget computes the same by itself
+    from the same numbers. */
 
 void BView::MoveTo(BPoint leftTop) {
   SetFrame(fFrame.OffsetToCopy(leftTop));

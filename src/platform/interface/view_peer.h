@@ -17,14 +17,14 @@ namespace display {
 class WidgetGuard;
 class WindowPeer;
 
-/** Where a view stands: its frame while its parent measured `parentSize`, and how it follows from there. */
+/** Layout of a view: its frame at the time when its parent had `parentSize`, and how it follows later resizes. */
 struct Placement {
   BRect frame;
   BPoint parentSize;
   uint32 resizingMode = 0;
 };
 
-/** One key press, as it travels to the program and back. */
+/** A key press, as sent to the view and back to the widget. */
 struct KeyPress {
   std::string bytes;
   int32 keyCode = 0;
@@ -32,18 +32,18 @@ struct KeyPress {
   int32 repeat = 0;
 };
 
-/** Messages from a control to its view. */
+/** Messages from a widget to its view. */
 enum : uint32 {
-  DISPLAY_FOCUS_CHANGED = '_FOC', // bool "focused", "byTab" (the Tab key brought it)
-  DISPLAY_ROWS_WANTED = '_LRW',   // int32 "row" (one or more), float "width", int32 "page" (rows that fit)
-  DISPLAY_ROWS_CHANGED = '_LRC',  // from the program to itself: hand the rows over
+  DISPLAY_FOCUS_CHANGED = '_FOC', // bool "focused", "byTab" (by the Tab key)
+  DISPLAY_ROWS_WANTED = '_LRW',   // int32 "row" (one or more), float "width", int32 "page" (visible rows)
+  DISPLAY_ROWS_CHANGED = '_LRC',  // from the view to itself: send the rows
   DISPLAY_ROW_CHOSEN = '_LSL',    // int32 "row"
   DISPLAY_ROW_INVOKED = '_LIV',   // int32 "row"
   DISPLAY_TEXT_ENTERED = '_TIN',  // string "text"
-  DISPLAY_TEXT_COMMAND = '_TCM',  // int32 "key", "modifiers": the display's own; to be given back in its turn
-  DISPLAY_TEXT_CHANGED = '_TCH',  // the user's changes can be taken
+  DISPLAY_TEXT_COMMAND = '_TCM',  // int32 "key", "modifiers": Qt's; to be returned in order
+  DISPLAY_TEXT_CHANGED = '_TCH',  // call TakeChanges
   DISPLAY_ITEM_CHOSEN = '_MNI',   // int32 "id"
-  DISPLAY_MENU_CHANGED = '_MNF',  // from the program to itself: hand the menus over
+  DISPLAY_MENU_CHANGED = '_MNF',  // from the bar to itself: send the menus
   DISPLAY_FILES_CHOSEN = '_FPS',  // string "path" (one or more)
   DISPLAY_PANEL_CLOSED = '_FPC',
   DISPLAY_CONTROL_WORKED = '_CTW',
@@ -51,11 +51,11 @@ enum : uint32 {
   DISPLAY_VALUE_CHOSEN = '_VCH',  // int32 "value"
 };
 
-/** What a control wants from the keyboard; commands are the space bar and the keys that move, pressed with Ctrl. */
+/** Who handles keys: the widget or the view. Commands are the space bar and cursor keys with Ctrl. */
 enum class Keys { to_control, to_program, to_program_with_commands, to_program_with_tabs };
 
-/** The program's hand on one control of the display. Owned by the view; every call is safe on any thread and takes
-    effect on the display thread, in order. Letting go of the peer ends the control. */
+/** Thread-safe handle to one QWidget. Owned by its BView; calls may come from any thread and run on the display thread
+    in order. Destroying the handle destroys the widget. */
 class ViewPeer {
 public:
   ViewPeer(const BMessenger& view, Keys keys, std::function<QWidget*()> make);
@@ -67,27 +67,27 @@ public:
   void AttachTo(const ViewPeer& parent);
   void AttachTo(const WindowPeer& window);
   void SetPlacement(const Placement& placement);
-  /** The control covers its parent whatever its placement. */
+  /** The widget covers its parent regardless of its placement. */
   void FillParent();
-  /** Waits for the display. */
+  /** Blocks on the display thread. */
   BPoint PreferredSize() const;
   void SetVisible(bool visible);
   void SetFocus(bool focused);
   void SetEnabled(bool enabled);
-  /** Without alpha: the display's own colour. */
+  /** Alpha 0: the desktop's default colour. */
   virtual void SetColor(rgb_color color);
   virtual void SetFont(const BFont& font);
   void SetToolTip(const std::string& text);
   void ShowToolTip(bool shown);
   void SetAccessibleTexts(const std::string& name, const std::string& description);
   void SetAccessibleRole(accessible_role role);
-  /** What a plain view looks like. */
+  /** The drawing of a plain view. */
   virtual void SetPicture(BPicture picture);
-  /** Gives a key press that came to the program back to the control. */
+  /** Returns a key press that the view did not use to the widget. */
   void HandBack(const KeyPress& key);
 
 protected:
-  /** Runs on the display thread, unless the control is gone by then. */
+  /** Runs on the display thread, unless the widget is gone by then. */
   void Change(std::function<void(QWidget*)> change) const;
 
   struct Slot;
@@ -100,7 +100,7 @@ private:
   std::shared_ptr<Slot> fSlot;
 };
 
-/** The control of a view without one of its own: it paints the view's picture. */
+/** The widget of a view without a control: paints the view's picture. */
 std::shared_ptr<ViewPeer> make_plain_peer(const BMessenger& view, bool navigable);
 
 } // namespace display

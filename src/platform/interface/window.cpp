@@ -10,7 +10,7 @@
 
 namespace {
 
-/** Keys typed while a handler works wait here. */
+/** Holds the keys typed while a handler is running. */
 constexpr int32 kQueueCapacity = 2000;
 
 } // namespace
@@ -24,7 +24,7 @@ BWindow::BWindow(BRect frame, const char* title, window_look look, window_feel f
 BWindow::BWindow(BRect frame, const char* title, const PeerMaker& makePeer)
     : BLooper(title, B_DISPLAY_PRIORITY, kQueueCapacity), fTitle(title), fSize{frame.Width(), frame.Height()} {
   fPeer = makePeer(BMessenger(this));
-  SetWindow(this); // it is shown without Show
+  SetWindow(this); // it becomes visible without Show
 }
 
 BWindow::~BWindow() {
@@ -34,7 +34,7 @@ BWindow::~BWindow() {
 }
 
 void BWindow::Show() {
-  SetWindow(this); // not before: others must not find one that is still being built
+  SetWindow(this); // not earlier: other threads must not find a window under construction
   if (--fHideLevel == 0) {
     if (fKeyMenuBar) fKeyMenuBar->Flush();
     fPeer->Show(!fAvoidsFocus);

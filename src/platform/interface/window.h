@@ -22,13 +22,13 @@ enum window_feel { B_NORMAL_WINDOW_FEEL, B_FLOATING_ALL_WINDOW_FEEL };
 /** Window flags. */
 enum : uint32 { B_NOT_RESIZABLE = 0x1, B_NOT_ZOOMABLE = 0x2, B_NOT_MINIMIZABLE = 0x4 };
 
-/** A window as every thread may see it, without its lock and so also while the window asks its user something. A small
-    value; safe when the window is gone. */
+/** Thread-safe reference to a window that needs no lock, so it also works while the window waits in a question. A small
+    value; safe to use after the window is gone. */
 class BWindowProxy {
 public:
   BWindowProxy() = default;
 
-  /** As the display last reported; false when the window is gone. */
+  /** As last reported by the display; false when the window is gone. */
   bool GetFrame(BRect* frame) const;
   /** Brings it to the front. */
   void Activate() const;
@@ -40,8 +40,8 @@ private:
   std::weak_ptr<display::WindowPeer> fPeer;
 };
 
-/** A window: a looper that owns its views. Made hidden; the first Show starts its thread. The close button of its frame
-    posts B_QUIT_REQUESTED. Calls on the window's thread or with the window locked. */
+/** A window: a looper that owns its views. Created hidden; the first Show starts its thread. Its close button posts
+    B_QUIT_REQUESTED. All calls need the window's thread or lock. */
 class BWindow : public BLooper {
 public:
   BWindow(BRect frame, const char* title, window_look look = B_TITLED_WINDOW_LOOK,
@@ -51,30 +51,30 @@ public:
   virtual void Show();
   virtual void Hide();
   bool IsHidden() const;
-  /** Shows of the window leave the keyboard where it is. */
+  /** Show does not take the keyboard focus. */
   void SetAvoidsFocus(bool avoids) { fAvoidsFocus = avoids; }
-  /** Off: Show starts no thread, the window's messages are delivered by hand (tests). */
+  /** Off: Show starts no thread; tests deliver the messages by hand. */
   void SetRunsOnShow(bool runs) { fRunsOnShow = runs; }
   void Activate(bool active = true);
-  /** Stays above the other window from now on, and hands the keyboard back to it when it hides. */
+  /** Stays above the other window from now on, and activates it when hidden. */
   void StandInFrontOf(const BWindowProxy& other);
   BWindowProxy Proxy() const { return BWindowProxy(fPeer); }
   bool IsActive() const { return fIsActive; }
 
-  /** The inside of the window, on the screen, as the display last told. */
+  /** The client area in screen coordinates, as last reported by the display. */
   BRect Frame() const;
   BRect Bounds() const;
   void MoveTo(BPoint leftTop);
   void MoveTo(float x, float y) { MoveTo(BPoint{x, y}); }
-  /** In FrameMoved: where the last MoveTo has left the window, which a window manager may have kept from going all the
-      way; none while the display is still at it. */
+  /** For FrameMoved: where the last MoveTo actually put the window (a window manager may restrict it); none while it is
+      in progress. */
   std::optional<BPoint> MoveEnd() const { return fMoveEnd; }
   void ResizeTo(float width, float height);
   void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
   void SetTitle(const char* title);
   const std::string& Title() const { return fTitle; }
   void SetFeel(window_feel feel);
-  /** A bit for each workspace of the desktop that it is on. Waits for the display. */
+  /** A bit for each workspace that the window is on. Blocks on the display thread. */
   uint32 Workspaces() const;
 
   void AddChild(BView* child);
@@ -83,10 +83,9 @@ public:
   BView* ChildAt(int32 index) const;
   BView* FindView(const char* name) const;
   BView* CurrentFocus() const { return fFocus; }
-  /** From now on closing only puts the window away, until its owner ends it. It agrees with whoever asks whether it
-      would close. */
+  /** Closing only calls PutAway; the owner calls Quit. B_QUIT_REQUESTED is answered with "result" true. */
   void KeepWhenClosed(bool keep = true) { fIsKept = keep; }
-  /** Hook: a window that is kept was closed; the base hides it. */
+  /** Hook: a kept window was closed; the base hides it. */
   virtual void PutAway();
   void DispatchMessage(BMessage* message, BHandler* handler) override;
   void MessageReceived(BMessage* message) override;
@@ -102,7 +101,7 @@ public:
   bool IsCallAllowed() const { return Thread() <= 0 || IsLocked(); }
 
 protected:
-  /** For windows whose frame the display makes otherwise (file panels). */
+  /** For windows with a widget of another kind (file panels). */
   using PeerMaker = std::function<std::shared_ptr<display::WindowPeer>(const BMessenger& window)>;
   BWindow(BRect frame, const char* title, const PeerMaker& makePeer);
 
@@ -120,7 +119,7 @@ private:
   BPoint LayoutSize() const { return fSize; }
 
   std::string fTitle;
-  /** The size that the views were last laid out for. */
+  /** The size for which the views were last laid out. */
   BPoint fSize;
   std::optional<BPoint> fMoveEnd;
   int32 fHideLevel = 1;

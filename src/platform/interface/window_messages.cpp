@@ -3,7 +3,7 @@
 #include "platform/interface/window.h"
 #include "platform/interface/window_peer.h"
 
-/** What the display tells a window. */
+/** Messages from the display to a window. */
 
 void BWindow::DispatchMessage(BMessage* message, BHandler* handler) {
   switch (message->what) {
@@ -36,7 +36,7 @@ void BWindow::KeyPressed(BMessage* message, BHandler* handler) {
 
 void BWindow::Moved(BHandler* handler, BMessage* message) {
   if (handler != this) return BLooper::DispatchMessage(message, handler);
-  const display::WindowMove move = fPeer->Move(); // the newest: one message stands for all moves since
+  const display::WindowMove move = fPeer->Move(); // the latest: moves are coalesced
   fMoveEnd = move.end;
   FrameMoved(move.leftTop);
 }

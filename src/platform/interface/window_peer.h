@@ -14,7 +14,7 @@ class QWidget;
 
 namespace display {
 
-/** How a window begins. */
+/** Initial state of a window. */
 struct WindowSetup {
   BRect frame;
   std::string title;
@@ -23,31 +23,32 @@ struct WindowSetup {
   uint32 flags = 0;
 };
 
-/** Where the window is, for both sides of the border; the lock guards every field. */
+/** Position of a window, shared by its thread and the display thread; `lock` guards all fields. */
 struct WindowPlace {
   std::mutex lock;
   BRect frame;
-  /** Moves that the program has asked for, those of them that the display has completed, and where the last of these
-      left the window: not always where it was sent, since a window manager may keep it on the screen. */
+  /** Moves requested by the program. */
   int64 movesAsked = 0;
+  /** Those of them that the display has completed. */
   int64 movesDone = 0;
+  /** Where the last completed one left the window; a window manager may have restricted it. */
   BPoint moveEnd;
 };
 
-/** A move as it is told to the window. */
+/** A move as reported to the window. */
 struct WindowMove {
   BPoint leftTop;
-  /** Where the moves asked for by the program ended; none while one of them is under way. */
+  /** Where the program's last move ended; none while one is in progress. */
   std::optional<BPoint> end;
 };
 
-/** The window could become active or cease to be. */
+/** The window was activated or deactivated. */
 enum : uint32 { DISPLAY_WINDOW_ACTIVATED = '_WAC' }; // bool "active"
 
-/** The program's hand on one window of the display; as ViewPeer is for views. */
+/** Thread-safe handle to one top-level QWidget, as ViewPeer is for views. */
 class WindowPeer {
 public:
-  /** `make` makes another kind of window than the plain one. */
+  /** `make` makes a widget of another kind than the plain window. */
   WindowPeer(const BMessenger& window, const WindowSetup& setup, std::function<QWidget*()> make = nullptr);
   WindowPeer(const WindowPeer&) = delete;
   WindowPeer& operator=(const WindowPeer&) = delete;
@@ -64,14 +65,14 @@ public:
   void SetFeel(window_feel feel);
 
   BRect Frame() const;
-  /** Waits for the display. */
+  /** Blocks on the display thread. */
   uint32 Workspaces() const;
-  /** Where the window is now, and where the moves that the program has asked for ended. */
+  /** The current position, and where the program's moves ended. */
   WindowMove Move() const;
 
-  /** Puts a control into the window; the function runs on the display thread. */
+  /** A function for the display thread that puts a widget into the window. */
   std::function<void(QWidget*)> Taker() const;
-  /** The window of the peer that a question asked by this thread stands in front of. Display thread. */
+  /** A function for the display thread that returns the window's widget; null when it is gone. */
   std::function<QWidget*()> Finder() const;
 
 protected:
