@@ -14,7 +14,7 @@ bool is_plain_letter(QChar character) {
   return character.unicode() <= 0x7f && character.isLetter();
 }
 
-/** "F) File" and "F - File" have one, "3. File" has not. */
+/** "F) File" and "F - File" have one, "3. File" does not. */
 bool has_accelerator(const QString& label) {
   if (label.size() < 2 || label[0].unicode() > 0x7f || !label[0].isLetterOrNumber()) return false;
   if (label[1].isSpace()) return label.size() > 2 && is_sign(label[2]);

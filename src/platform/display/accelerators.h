@@ -6,14 +6,13 @@
 
 namespace display {
 
-/** A label as Qt wants it. Labels are shown as they are: Qt's mark for accelerators is a plain character in them. */
+/** A label for Qt, shown literally: '&', Qt's mnemonic mark, is escaped. */
 QString plain_label(const std::string& label);
 
-/** The same, but a letter that stands before the label by itself, as in "F) File" or "F - File", is what the keyboard
-    reaches it by. */
+/** The same, but a letter set off in front of the label, as in "F) File" or "F - File", becomes its mnemonic. */
 QString accelerated_label(const std::string& label);
 
-/** The same for the title of a menu, where any first letter is what the keyboard reaches it by. */
+/** The same for the title of a menu, where any initial letter becomes the mnemonic. */
 QString title_in_bar(const std::string& label);
 
 } // namespace display

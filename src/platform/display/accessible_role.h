@@ -6,8 +6,7 @@ class QWidget;
 
 namespace display {
 
-/** What assistive programs are told the widget is, where its class alone does not say it. Before the widget is shown.
- */
+/** Sets the role for screen readers where the widget's class does not imply it. Before the widget is shown. */
 void set_accessible_role(QWidget* widget, QAccessible::Role role);
 
 } // namespace display

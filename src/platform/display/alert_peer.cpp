@@ -32,7 +32,7 @@ QMessageBox::Icon icon_of(alert_type type) {
 void add_buttons(QMessageBox& box, const AlertText& question) {
   for (size_t i = 0; i < question.buttons.size(); ++i) {
     const QString label = plain_label(question.buttons[i]);
-    // One role for all keeps the buttons in their order, whatever the desktop's custom.
+    // With one role for all, the desktop's style does not reorder the buttons.
     QPushButton* button = box.addButton(label, QMessageBox::ActionRole);
     if (const char letter = question.letters[i])
       button->setShortcut(QKeySequence(QChar::fromLatin1(letter).toUpper().unicode()));
@@ -48,12 +48,12 @@ void show(const AlertText& question, QWidget* window, const std::shared_ptr<Answ
   box->setAttribute(Qt::WA_DeleteOnClose);
   add_buttons(*box, question);
   QObject::connect(box, &QMessageBox::buttonClicked, box, [box, answer](QAbstractButton* pressed) {
-    if (box->parentWidget()) box->parentWidget()->activateWindow(); // where no window manager does
+    if (box->parentWidget()) box->parentWidget()->activateWindow(); // if no window manager does
     answer->Give(static_cast<int32>(box->buttons().indexOf(pressed)));
   });
-  // As long as that is minimised its question would be hidden too.
+  // The question of a minimised window would be hidden too.
   if (window) window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-  // Window-modal: the window that asked waits, the others stay alive, and this thread goes on.
+  // Window-modal and non-blocking: other windows stay usable, and the display thread continues.
   box->setWindowModality(Qt::WindowModal);
   box->show();
   box->raise();

@@ -44,19 +44,19 @@ void ColorButton::ShowLabel(const std::string& label) {
 void ColorButton::OpenDialog() {
   fDialog = new QColorDialog(fColor, window());
   fDialog->setAttribute(Qt::WA_DeleteOnClose);
-  // The desktop's own may run in a loop of its own, and need not tell of the colours tried.
+  // The desktop's own dialog may run a nested event loop and need not report the colours tried.
   fDialog->setOption(QColorDialog::DontUseNativeDialog);
   fDialog->setWindowTitle(fTitle);
   fDialog->setWindowModality(Qt::WindowModal);
-  connect(fDialog, &QColorDialog::currentColorChanged, this, [this](const QColor& color) { Tell(color); });
+  connect(fDialog, &QColorDialog::currentColorChanged, this, [this](const QColor& color) { Report(color); });
   connect(fDialog, &QDialog::finished, this, [this, before = fColor](int result) {
-    if (result == QDialog::Rejected) Tell(before);
-    window()->activateWindow(); // where no window manager does
+    if (result == QDialog::Rejected) Report(before);
+    window()->activateWindow(); // if no window manager does
   });
   fDialog->show();
 }
 
-void ColorButton::Tell(const QColor& color) const {
+void ColorButton::Report(const QColor& color) const {
   send_value(fView, static_cast<int32>(static_cast<uint32>(color.rgb()) << 8));
 }
 

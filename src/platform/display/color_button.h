@@ -10,7 +10,7 @@ class QColorDialog;
 
 namespace display {
 
-/** Shows a colour and its number; pressed, it opens a dialog of colours that blocks its window and no thread. */
+/** Shows a colour and its hex code; opens a window-modal colour dialog, which blocks no thread. */
 class ColorButton : public ReturnClicks<QPushButton>, public ControlWidget {
 public:
   explicit ColorButton(const BMessenger& view);
@@ -20,12 +20,12 @@ public:
 
 private:
   void OpenDialog();
-  void Tell(const QColor& color) const;
+  void Report(const QColor& color) const;
 
   const BMessenger fView;
   QColor fColor;
   QString fTitle;
-  QPointer<QColorDialog> fDialog; // while it is open
+  QPointer<QColorDialog> fDialog; // null while closed
 };
 
 } // namespace display

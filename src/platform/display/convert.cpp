@@ -22,7 +22,7 @@ bool is_installed(const QString& family) {
 QFont to_qfont(const BFont& font) {
   QFont result;
   const QString family = to_qstring(font.Family());
-  // A missing family would be replaced by one that only suits the first characters of a text.
+  // Qt would replace a missing family by one chosen for the first characters of the text only.
   if (!family.isEmpty() && is_installed(family)) result.setFamily(family);
   if (font.Size() > 0) result.setPointSizeF(static_cast<qreal>(font.Size()));
   result.setBold((font.Face() & B_BOLD_FACE) != 0);

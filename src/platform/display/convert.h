@@ -12,14 +12,14 @@
 
 namespace display {
 
-/** Between the program's values and Qt's. */
+/** Conversions between the platform's values and Qt's. */
 inline QString to_qstring(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 inline QColor to_qcolor(rgb_color color) {
   return QColor(color.red, color.green, color.blue, color.alpha);
 }
-/** A BRect's right and bottom edges are inside it. */
+/** The right and bottom edges of a BRect are inclusive. */
 inline QRect to_qrect(BRect rect) {
   return QRect(qRound(rect.left), qRound(rect.top), qRound(rect.Width()) + 1, qRound(rect.Height()) + 1);
 }
@@ -30,7 +30,7 @@ inline BRect to_brect(const QRect& rect) {
 inline BPoint to_bpoint(const QPoint& point) {
   return BPoint{static_cast<float>(point.x()), static_cast<float>(point.y())};
 }
-/** Width and height as a BRect of that size tells them. */
+/** As BRect::Width and Height of a rectangle of that size. */
 inline BPoint size_of(const QSize& size) {
   return BPoint{static_cast<float>(size.width() - 1), static_cast<float>(size.height() - 1)};
 }

@@ -26,7 +26,7 @@ bool is_set(const char* variable) {
   return !qEnvironmentVariableIsEmpty(variable);
 }
 
-/** Only X11 lets a program place its windows. */
+/** Only X11 lets a program position its windows. */
 void prefer_x11() {
   if (!is_set("QT_QPA_PLATFORM") && is_set("WAYLAND_DISPLAY") && is_set("DISPLAY"))
     qputenv("QT_QPA_PLATFORM", "xcb;wayland");
@@ -36,7 +36,7 @@ bool has_screen() {
   return is_set("QT_QPA_PLATFORM") || is_set("WAYLAND_DISPLAY") || is_set("DISPLAY");
 }
 
-/** The net below every event filter, slot, paint event and timer: what they throw is logged, and the loop goes on. */
+/** Catches and logs what an event filter, slot, paint event or timer throws, so that the event loop continues. */
 class Application : public QApplication {
 public:
   using QApplication::QApplication;
@@ -46,7 +46,7 @@ public:
     } catch (const std::exception& error) {
       log_error("display", error.what());
     } catch (...) {
-      log_error("display", "an event handler threw something that is no exception");
+      log_error("display", "an event handler threw something other than an exception");
     }
     return false;
   }
@@ -56,7 +56,7 @@ void close_all() {
   while (!QApplication::topLevelWidgets().isEmpty()) delete QApplication::topLevelWidgets().constFirst();
 }
 
-/** Reading the font settings takes as long as a fifth of the start: it goes on beside the toolkit's own beginning. */
+/** Reading the font settings is a fifth of the start-up time: done in parallel with Qt's own start. */
 std::thread read_font_settings() {
   return std::thread([] { FcInit(); });
 }
@@ -69,13 +69,13 @@ int run(int argc, char** argv, const std::function<void()>& started) {
     return 1;
   }
   prefer_x11();
-  // A desktop's own bar is never used, and to find out whether there is one takes longer than a window does.
+  // The desktop's global menu bar is never used, and looking for one takes longer than opening a window.
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
   std::thread fonts = read_font_settings();
   const Application application(argc, argv);
   fonts.join();
   QApplication::setStyle(new QuickStyle);
-  // Numbers in files and in the audio library are written with a point, whatever the desktop's language.
+  // Files and the audio library use a decimal point, whatever the desktop's locale.
   std::setlocale(LC_NUMERIC, "C");
   QApplication::setQuitOnLastWindowClosed(false);
   const InputWatch input;
@@ -84,7 +84,7 @@ int run(int argc, char** argv, const std::function<void()>& started) {
   {
     const Queue queue;
     started();
-    // Measured while the program begins on threads of its own.
+    // Measured while the program starts on its own threads.
     learn_plain_font_height();
     learn_menu_bar_height();
     learn_tool_metrics();

@@ -4,13 +4,13 @@
 
 namespace display {
 
-/** Runs the display on the calling thread, which must be the process's first: makes the connection to the screen, calls
-    `started` on this thread (it must not wait) and returns after `quit`. Windows still open then are closed; those who
-    wait for an answer get the default one. Returns the exit code, non-zero when there is no screen to connect to.
-    On Wayland, X11 is asked for where it can be had, unless QT_QPA_PLATFORM says otherwise. */
+/** Runs the display on the calling thread, which must be the main thread: connects to the screen, calls `started` on
+    this thread (it must not block) and returns after `quit`. Windows still open then are closed, and pending `call`s
+    return their default. Returns the exit code, non-zero when there is no screen to connect to. On Wayland, X11 is
+    preferred where available, unless QT_QPA_PLATFORM is set. */
 int run(int argc, char** argv, const std::function<void()>& started);
 
-/** Ends `run`. Any thread; also before it has begun. */
+/** Ends `run`. Any thread, even before `run` has started. */
 void quit(int exitCode = 0);
 
 } // namespace display

@@ -13,7 +13,7 @@ constexpr QLatin1String kName("display language");
 void set_display_language(const char* code) {
   display::post([language = QString::fromUtf8(code)] {
     QCoreApplication* program = QCoreApplication::instance();
-    delete program->findChild<QTranslator*>(kName); // takes its texts back
+    delete program->findChild<QTranslator*>(kName); // also uninstalls it
     auto* texts = new QTranslator(program);
     texts->setObjectName(kName);
     if (texts->load(QStringLiteral("qtbase_") + language, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

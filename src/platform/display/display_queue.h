@@ -4,13 +4,13 @@
 
 namespace display {
 
-/** While it lives, its thread is the display thread and makes what is posted. One a process, made once. */
+/** While it exists, its thread is the display thread and runs what is posted. One per process, created once. */
 class Queue {
 public:
   Queue();
   Queue(const Queue&) = delete;
   Queue& operator=(const Queue&) = delete;
-  /** Drops what is still queued, and all that is posted from now on. */
+  /** Drops what is still queued and everything posted later. */
   ~Queue();
 
 private:

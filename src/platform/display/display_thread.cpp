@@ -18,15 +18,15 @@ namespace display {
 
 namespace {
 
-using TChanges = std::vector<std::function<void()>>;
+using TTasks = std::vector<std::function<void()>>;
 
-/** What was posted and not yet taken by the display thread. The lock guards every field; nothing is called or
-    destroyed under it. The first of a batch rings the bell. */
+/** Tasks posted and not yet taken by the display thread. `lock` guards all fields; no task is called or destroyed with
+   it held. The first of a batch signals the eventfd. */
 struct Inbox {
   std::mutex lock;
-  TChanges changes;
-  TChanges questions; // whose turn is first
-  int bell = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+  TTasks tasks;
+  TTasks questions; // with Turn::first
+  int wakeUp = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
   bool ended = false;
 };
 
@@ -37,75 +37,75 @@ Inbox& inbox() {
 
 std::atomic<std::thread::id> displayThread;
 
-/** Makes the posted changes when the bell rings, one by one in their order, also from inside an event loop of Qt's own.
-    Those that come meanwhile are made as well before anything is drawn, but not without an end. */
-class Taker {
+/** Runs queued tasks in FIFO order when the eventfd fires, also inside Qt's nested event loops. Tasks posted meanwhile
+    run before the next repaint, at most kMostRounds times, so that painting is not starved. */
+class TaskRunner {
 public:
-  Taker() : fBell(inbox().bell, QSocketNotifier::Read) {
-    QObject::connect(&fBell, &QSocketNotifier::activated, &fBell, [this] { MakeAll(); });
+  TaskRunner() : fWakeUp(inbox().wakeUp, QSocketNotifier::Read) {
+    QObject::connect(&fWakeUp, &QSocketNotifier::activated, &fWakeUp, [this] { RunAll(); });
   }
 
 private:
   static constexpr int kMostRounds = 8;
 
-  void MakeAll() {
+  void RunAll() {
     for (int round = 0; round < kMostRounds; ++round) {
       TakeAll();
       AnswerQuestions();
       if (fTaken.empty()) return;
       while (!fTaken.empty()) {
-        MakeFirst();
+        RunFirst();
         AnswerQuestions();
       }
     }
   }
 
   void TakeAll() {
-    eventfd_t rings = 0;
-    eventfd_read(inbox().bell, &rings);
+    eventfd_t count = 0;
+    eventfd_read(inbox().wakeUp, &count);
     const std::scoped_lock hold(inbox().lock);
-    for (auto& change : inbox().changes) fTaken.push_back(std::move(change));
-    inbox().changes.clear();
+    for (auto& task : inbox().tasks) fTaken.push_back(std::move(task));
+    inbox().tasks.clear();
   }
 
   static void AnswerQuestions() {
-    TChanges questions;
+    TTasks questions;
     {
       const std::scoped_lock hold(inbox().lock);
       questions.swap(inbox().questions);
     }
-    for (const auto& question : questions) Make(question);
+    for (const auto& question : questions) Run(question);
   }
 
-  void MakeFirst() {
-    const auto change = std::move(fTaken.front());
+  void RunFirst() {
+    const auto task = std::move(fTaken.front());
     fTaken.pop_front();
-    Make(change);
+    Run(task);
   }
 
-  static void Make(const std::function<void()>& change) {
+  static void Run(const std::function<void()>& task) {
     try {
-      change();
-    } catch (const std::exception& fault) {
-      log_error("display", fault.what());
+      task();
+    } catch (const std::exception& error) {
+      log_error("display", error.what());
     } catch (...) {
-      log_error("display", "a change threw something that is no exception");
+      log_error("display", "a task threw something other than an exception");
     }
   }
 
-  QSocketNotifier fBell;
+  QSocketNotifier fWakeUp;
   std::deque<std::function<void()>> fTaken;
 };
 
 } // namespace
 
-void post(std::function<void()> change, Turn turn) {
-  // A dropped change is destroyed after the lock is given up: what it holds may answer somebody.
+void post(std::function<void()> task, Turn turn) {
+  // A dropped task is destroyed after the lock is released: destroying an Answer wakes its waiter.
   const std::scoped_lock hold(inbox().lock);
   if (inbox().ended) return;
-  TChanges& list = turn == Turn::first ? inbox().questions : inbox().changes;
-  list.push_back(std::move(change));
-  if (list.size() == 1) eventfd_write(inbox().bell, 1);
+  TTasks& list = turn == Turn::first ? inbox().questions : inbox().tasks;
+  list.push_back(std::move(task));
+  if (list.size() == 1) eventfd_write(inbox().wakeUp, 1);
 }
 
 bool is_display_thread() {
@@ -114,7 +114,7 @@ bool is_display_thread() {
 
 struct Queue::Impl {
   NonblockingThread neverBlocks;
-  Taker taker;
+  TaskRunner runner;
 };
 
 Queue::Queue() : fImpl(std::make_unique<Impl>()) {
@@ -122,14 +122,14 @@ Queue::Queue() : fImpl(std::make_unique<Impl>()) {
 }
 
 Queue::~Queue() {
-  TChanges droppedChanges, droppedQuestions;
+  TTasks droppedTasks, droppedQuestions;
   {
     const std::scoped_lock hold(inbox().lock);
     inbox().ended = true;
-    droppedChanges.swap(inbox().changes);
+    droppedTasks.swap(inbox().tasks);
     droppedQuestions.swap(inbox().questions);
   }
-  droppedChanges.clear();
+  droppedTasks.clear();
   droppedQuestions.clear();
   fImpl.reset();
   displayThread = std::thread::id();

@@ -8,12 +8,12 @@
 
 namespace display {
 
-/** `first` is before the changes that still wait: for a question that none of them bears upon. */
+/** `first`: ahead of the queued tasks, for a question whose answer does not depend on them. */
 enum class Turn { inOrder, first };
 
-/** Runs `change` on the display thread, after all posted before it in that turn. Never waits. What is posted before the
-    display runs is kept until it does; what is posted after it has ended is dropped. Any thread. */
-void post(std::function<void()> change, Turn turn = Turn::inOrder);
+/** Queues a task for the display thread, FIFO per turn. Thread-safe, never blocks. Tasks posted before the display runs
+    are kept until it does; those posted after its end are dropped. */
+void post(std::function<void()> task, Turn turn = Turn::inOrder);
 
 bool is_display_thread();
 /** Checked in debug builds. */
@@ -35,7 +35,7 @@ private:
   T fValue{};
 };
 
-/** An answer that somebody waits for. When the last holder lets go of it unanswered, the waiter gets the default. */
+/** A promise with a default: destroyed unanswered, it gives the waiter the default value. */
 template <class T>
 class Answer {
 public:
@@ -45,7 +45,7 @@ public:
   ~Answer() { Give(std::move(fOtherwise)); }
 
   std::future<T> Waiter() { return fPromise.get_future(); }
-  /** The first one counts. On the display thread. */
+  /** Only the first call counts. Not thread-safe: display thread. */
   void Give(T value) {
     if (fGiven) return;
     fGiven = true;
@@ -58,8 +58,8 @@ private:
   std::promise<T> fPromise;
 };
 
-/** Asks `question` on the display thread and waits for what it returns; a default value when the display has ended.
-    On the display thread itself it is asked at once. */
+/** Runs `question` on the display thread and blocks until it returns; gives `otherwise` when it throws or the display
+   has ended. On the display thread itself it runs at once. */
 template <class Question>
 auto call(Question question, decltype(question()) otherwise = {}, Turn turn = Turn::inOrder) -> decltype(question()) {
   if (is_display_thread()) return question();

@@ -13,17 +13,17 @@ namespace {
 
 constexpr qreal kLargest = 4096;
 
-/** Takes a text apart at its blanks or line ends. What is missing or no number is a fault that stays. */
+/** Splits a text at spaces or line ends. A missing word or an invalid number sets a sticky error flag. */
 class Words {
 public:
   explicit Words(std::string_view text, char end = ' ') : fRest(text), fEnd(end) {}
 
   bool AtEnd() const { return fRest.empty(); }
-  bool IsFaulty() const { return fIsFaulty; }
+  bool HasError() const { return fHasError; }
   std::string_view Next() {
     const std::string_view word = fRest.substr(0, fRest.find(fEnd));
     fRest.remove_prefix(std::min(word.size() + 1, fRest.size()));
-    fIsFaulty |= word.empty();
+    fHasError |= word.empty();
     return word;
   }
   /** In hundredths. */
@@ -31,7 +31,7 @@ public:
     const std::string_view word = Next();
     int number = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-    fIsFaulty |= error != std::errc() || end != word.data() + word.size();
+    fHasError |= error != std::errc() || end != word.data() + word.size();
     return number / 100.0;
   }
   QPointF Point() {
@@ -42,7 +42,7 @@ public:
 private:
   std::string_view fRest;
   char fEnd;
-  bool fIsFaulty = false;
+  bool fHasError = false;
 };
 
 std::optional<QColor> color_of(std::string_view name, const QColor& ink) {
@@ -87,7 +87,7 @@ bool add_part(QPainterPath& outline, Words& words) {
   default:
     return false;
   }
-  return !words.IsFaulty();
+  return !words.HasError();
 }
 
 std::optional<Drawing::Shape> read_shape(Words words, const QColor& ink) {
@@ -112,7 +112,7 @@ std::optional<Drawing> read_drawing(std::string_view text, const QColor& ink) {
   if (head.Next() != "drawing") return std::nullopt;
   Drawing drawing;
   const QPointF size = head.Point();
-  if (head.IsFaulty() || !QRectF(1, 1, kLargest - 1, kLargest - 1).contains(size)) return std::nullopt;
+  if (head.HasError() || !QRectF(1, 1, kLargest - 1, kLargest - 1).contains(size)) return std::nullopt;
   drawing.size = {qRound(size.x()), qRound(size.y())};
   while (!lines.AtEnd()) {
     auto shape = read_shape(Words(lines.Next()), ink);

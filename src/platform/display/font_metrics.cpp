@@ -18,7 +18,7 @@ namespace display {
 
 namespace {
 
-/** Heights already asked; few fonts are ever in use. The lock guards the list. */
+/** Cache of font heights, unbounded since few fonts are ever used. Thread-safe. */
 struct HeightCache {
   std::mutex lock;
   std::vector<std::pair<BFont, font_height>> known;
@@ -42,16 +42,16 @@ HeightCache& cache() {
 }
 
 KnownValue<font_height>& plain_font_height() {
-  static auto* const height = new KnownValue<font_height>; // outlives every thread that may still ask
+  static auto* const height = new KnownValue<font_height>; // never destroyed: threads may outlive main
   return *height;
 }
 
-/** Where the square that a Japanese character stands in reaches to, above and below the base line, in parts of the
-    font's size. The same in practically every font: asking one would load it for people who never see Japanese. */
+/** Extent of the em square of Japanese characters above and below the baseline, as a fraction of the font size. The
+   same in practically every font; measuring would load a Japanese font even for users who never see Japanese. */
 constexpr double kSquareAbove = 0.88;
 constexpr double kSquareBelow = 0.12;
 
-/** Japanese and Latin text share a line: its height is that of the taller of the two. */
+/** Lines may mix Japanese and Latin text: the height is that of the taller one. */
 font_height measure(const BFont& font) {
   const QFont shown = to_qfont(font);
   const QFontMetricsF metrics(shown);

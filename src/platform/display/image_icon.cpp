@@ -32,7 +32,7 @@ QColor ink_for(QIcon::Mode mode) {
   return QGuiApplication::palette().color(QPalette::Active, role);
 }
 
-/** Of a disabled image, its own colours as well as the ink. */
+/** Applies to all colours of a disabled image, not only the ink. */
 constexpr qreal kDisabledOpacity = 0.4;
 
 class ImageEngine : public QIconEngine {

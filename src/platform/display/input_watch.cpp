@@ -37,7 +37,7 @@ uint32 bit_of_key(int key) {
   }
 }
 
-/** A modifier key's own event still bears the state from before it. */
+/** The event of a modifier key itself still has the previous state. */
 void report_key(const QKeyEvent& key) {
   uint32 bits = modifier_bits(key.modifiers());
   const uint32 own = bit_of_key(key.key());

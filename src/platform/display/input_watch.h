@@ -4,7 +4,7 @@
 
 namespace display {
 
-/** Sees every event of the program first and reports which modifier keys are down. */
+/** Application-wide event filter that tracks which modifier keys are down. */
 class InputWatch : public QObject {
 public:
   InputWatch();

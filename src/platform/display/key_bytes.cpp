@@ -8,7 +8,7 @@ namespace display {
 
 namespace {
 
-/** 0 for keys that stand for no single byte. */
+/** 0 for keys without a byte of their own. */
 uint8 special_byte(int key) {
   switch (key) {
   case Qt::Key_Left:

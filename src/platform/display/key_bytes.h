@@ -6,10 +6,10 @@ class QKeyEvent;
 
 namespace display {
 
-/** The bytes that a key press types or stands for; empty when it is none for the program (modifier keys, the focus keys
-    Tab, and everything with Ctrl or Alt, which belongs to menus and controls). */
+/** The bytes that a key press types or is mapped to; empty for keys that views do not get (modifier keys, Tab, and keys
+    with Ctrl or Alt, which menus and widgets handle). */
 std::string key_bytes(const QKeyEvent& key);
-/** The byte of the space bar or of a key that moves, pressed with Ctrl alone or with Shift; else empty. */
+/** The byte of the space bar or a cursor key pressed with Ctrl or Ctrl+Shift; else empty. */
 std::string command_bytes(const QKeyEvent& key);
 
 } // namespace display

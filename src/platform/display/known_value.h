@@ -8,8 +8,8 @@
 
 namespace display {
 
-/** What every window needs and what seldom or never changes while the display runs: learned as the display starts, so
-    that nobody waits for it behind a window that is being drawn. Any thread; the lock guards the value. */
+/** A value that every window needs and that rarely changes: measured as the display starts, so that reading it does not
+    wait for a window being drawn. Thread-safe. */
 template <class T>
 class KnownValue {
 public:
@@ -20,7 +20,7 @@ public:
     }
     fLearned.notify_all();
   }
-  /** Waits until it was learned. */
+  /** Blocks until the first Learn. */
   T Get() {
     std::unique_lock hold(fLock);
     assert(fValue || !is_display_thread()); // the display thread waits for nobody

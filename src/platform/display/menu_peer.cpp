@@ -15,7 +15,7 @@ void MenuPeer::SetMenus(std::vector<MenuEntry> menus) {
 namespace {
 
 KnownValue<float>& bar_height() {
-  static auto* const height = new KnownValue<float>; // outlives every thread that may still ask
+  static auto* const height = new KnownValue<float>; // never destroyed: threads may outlive main
   return *height;
 }
 

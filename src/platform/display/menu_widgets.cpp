@@ -15,7 +15,7 @@ namespace display {
 
 namespace {
 
-/** Marks the actions of unfolding items that can be chosen by themselves. */
+/** Property of submenu actions that can be chosen themselves. */
 constexpr const char* kChoosable = "choosable";
 
 QKeySequence shortcut_of(const MenuEntry& entry) {
@@ -27,7 +27,7 @@ QKeySequence shortcut_of(const MenuEntry& entry) {
   return QKeySequence(keys);
 }
 
-/** The same items at the same places, whatever they look like. */
+/** The same items in the same places, ignoring labels and marks. */
 bool same_items(const std::vector<MenuEntry>& left, const std::vector<MenuEntry>& right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](const MenuEntry& a, const MenuEntry& b) {
     return a.id == b.id && a.isRadio == b.isRadio && same_items(a.submenu, b.submenu);
@@ -52,7 +52,7 @@ void show_states(const QWidget* menu, const std::vector<MenuEntry>& entries) {
   }
 }
 
-/** The menu that stands open in the bar. */
+/** The menu opened from the bar. */
 QWidget* outermost(QMenu* menu) {
   QWidget* widget = menu;
   while (auto* outer = qobject_cast<QMenu*>(widget->parentWidget())) widget = outer;
@@ -76,12 +76,12 @@ void ChoosableMenu::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 MenuRow::MenuRow(const BMessenger& view) : fView(view) {
-  connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this, &MenuRow::EnterByKeyboard);
+  connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this, &MenuRow::OpenByKeyboard);
 }
 
-void MenuRow::EnterByKeyboard() {
+void MenuRow::OpenByKeyboard() {
   if (actions().isEmpty()) return;
-  // Without the focus, which stays where it is: nobody would give it back once an item was chosen.
+  // The focus stays where it is: nothing would restore it once an item was chosen.
   setActiveAction(actions().constFirst());
 }
 
@@ -97,7 +97,7 @@ void MenuRow::SetMenus(const std::vector<MenuEntry>& menus) {
 }
 
 void MenuRow::Fill(QWidget* menu, const std::vector<MenuEntry>& entries) {
-  QActionGroup* radio = nullptr; // its items bear the marks of a choice of one
+  QActionGroup* radio = nullptr; // shows its items with radio marks
   for (const MenuEntry& entry : entries) {
     QAction* action = Make(menu, entry);
     menu->addAction(action);
@@ -122,12 +122,12 @@ QAction* MenuRow::Make(QWidget* menu, const MenuEntry& entry) {
     action = new QAction(menu);
   }
   if (!entry.hasSubmenu || entry.hasMessage)
-    connect(action, &QAction::triggered, this, [this, id = entry.id] { Tell(id); });
+    connect(action, &QAction::triggered, this, [this, id = entry.id] { Report(id); });
   return action;
 }
 
-void MenuRow::Tell(int32 id) const {
-  // Qt has already moved a mark; the program's own comes with its next change, or stays as it was.
+void MenuRow::Report(int32 id) const {
+  // Qt has already moved a mark: undo that; the program decides and sends its own.
   show_states(this, fMenus);
   BMessage chosen(DISPLAY_ITEM_CHOSEN);
   chosen.AddInt32("id", id);

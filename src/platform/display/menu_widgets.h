@@ -7,8 +7,8 @@
 
 namespace display {
 
-/** A menu whose unfolding items can be chosen by a click too, where they have a message. The Alt key, which may give a
-    choice another meaning, leaves it open; F10, which opens it, closes it again. */
+/** A menu in which items with a submenu and a message can be clicked as well. Alt, which may modify a choice, leaves it
+    open; F10, which opens it, also closes it. */
 class ChoosableMenu : public QMenu {
 public:
   using QMenu::QMenu;
@@ -18,18 +18,18 @@ protected:
   void mouseReleaseEvent(QMouseEvent* event) override;
 };
 
-/** The menu bar of a window: shows the entries it was given and tells the view which one was chosen. F10 enters it. */
+/** The menu bar of a window: shows the given entries and reports to the view which one was chosen. F10 opens it. */
 class MenuRow : public QMenuBar {
 public:
   explicit MenuRow(const BMessenger& view);
-  /** Changes the menus in place where only labels, marks and the like are new, so that an open menu stays open. */
+  /** Updates the menus in place if only labels, marks and the like differ, so that an open menu stays open. */
   void SetMenus(const std::vector<MenuEntry>& menus);
 
 private:
-  void EnterByKeyboard();
+  void OpenByKeyboard();
   void Fill(QWidget* menu, const std::vector<MenuEntry>& entries);
   QAction* Make(QWidget* menu, const MenuEntry& entry);
-  void Tell(int32 id) const;
+  void Report(int32 id) const;
 
   BMessenger fView;
   std::vector<MenuEntry> fMenus;

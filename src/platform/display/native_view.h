@@ -8,8 +8,8 @@ class QWidget;
 
 namespace display {
 
-/** A view whose control is a Qt widget of the program's own. `make` runs on the display thread each time the view is
-    attached; the widget belongs to the view. Keys and mouse stay with the widget. */
+/** A view whose widget the program makes itself: `make` runs on the display thread each time the view is attached. The
+    view owns the widget, which handles keys and mouse itself. */
 class NativeView : public BView {
 public:
   NativeView(BRect frame, const char* name, uint32 resizingMode, std::function<QWidget*()> make);

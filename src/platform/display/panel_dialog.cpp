@@ -18,7 +18,7 @@ namespace {
 
 constexpr QSize kFirstSize{800, 480};
 
-/** Sizes and dates are readable, and names have the rest. */
+/** Sizes and dates fit; names get the rest of the width. */
 void share_width(QHeaderView* columns) {
   columns->setSectionResizeMode(QHeaderView::ResizeToContents);
   columns->setSectionResizeMode(0, QHeaderView::Stretch);
@@ -33,7 +33,7 @@ PanelDialog::PanelDialog(const BMessenger& window, file_panel_mode mode, bool al
   resize(kFirstSize);
   setFileMode(mode == B_SAVE_PANEL ? AnyFile : allowMultiple ? ExistingFiles : ExistingFile);
   if (auto* details = findChild<QTreeView*>(QStringLiteral("treeView"))) share_width(details->header());
-  // Its entries (delete, rename) ask in event loops of their own.
+  // Its entries (delete, rename) would ask in nested event loops.
   for (auto* files : findChildren<QAbstractItemView*>()) files->setContextMenuPolicy(Qt::NoContextMenu);
 }
 
@@ -71,7 +71,7 @@ void PanelDialog::done(int result) {
   fWindow.SendMessage(DISPLAY_PANEL_CLOSED);
 }
 
-/** The list of file names below the field would outlive the dialog, and swallow the next keys typed anywhere. */
+/** The completion popup would outlive the dialog and swallow the next keys typed anywhere. */
 void PanelDialog::HideSuggestions() {
   const auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
   if (field && field->completer()) field->completer()->popup()->hide();

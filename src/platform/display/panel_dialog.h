@@ -7,8 +7,8 @@
 
 namespace display {
 
-/** Qt's own file dialog, without the questions for which it would wait in an event loop of its own. Tells the panel's
-    window what was chosen, and when it closes. */
+/** Qt's file dialog without its questions in nested event loops. Reports the chosen files and its closing to the
+   panel's window. */
 class PanelDialog : public QFileDialog {
 public:
   PanelDialog(const BMessenger& window, file_panel_mode mode, bool allowMultiple);

@@ -6,7 +6,7 @@ class QPainter;
 
 namespace display {
 
-/** Paints a recorded picture with its left top at the painter's origin. */
+/** Paints a recorded picture at the painter's origin. */
 void paint_picture(QPainter& painter, const BPicture& picture);
 
 } // namespace display

@@ -9,12 +9,12 @@ namespace display {
 
 namespace {
 
-/** Asks the style for the icon when it is to be drawn. */
-class LateIcon : public QIconEngine {
+/** Lazy icon: asks the style for it when it is drawn. */
+class LazyIcon : public QIconEngine {
 public:
-  explicit LateIcon(QStyle::StandardPixmap sign) : fSign(sign) {}
+  explicit LazyIcon(QStyle::StandardPixmap sign) : fSign(sign) {}
 
-  QIconEngine* clone() const override { return new LateIcon(fSign); }
+  QIconEngine* clone() const override { return new LazyIcon(fSign); }
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
     Icon().paint(painter, rect, Qt::AlignCenter, mode, state);
   }
@@ -34,7 +34,7 @@ private:
 } // namespace
 
 QIcon QuickStyle::standardIcon(StandardPixmap sign, const QStyleOption* option, const QWidget* widget) const {
-  if (sign == SP_ToolBarHorizontalExtensionButton) return QIcon(new LateIcon(sign));
+  if (sign == SP_ToolBarHorizontalExtensionButton) return QIcon(new LazyIcon(sign));
   return QProxyStyle::standardIcon(sign, option, widget);
 }
 

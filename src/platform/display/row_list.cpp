@@ -15,7 +15,7 @@ namespace display {
 
 namespace {
 
-/** How long a window whose queue is full is left alone. */
+/** Backoff when the window's queue is full. */
 constexpr int kRetryMs = 50;
 
 class RowPainter : public QAbstractItemDelegate {
@@ -74,7 +74,7 @@ void RowList::SetPictures(const std::vector<std::pair<int32, BPicture>>& picture
 void RowList::SelectRow(int row) {
   const QModelIndex index = fModel.index(row);
   if (!index.isValid()) return clearSelection();
-  // The selection alone does not scroll: that is the program's choice.
+  // Selecting does not scroll: the program decides that.
   setAutoScroll(false);
   selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
 }
@@ -104,27 +104,27 @@ void RowList::resizeEvent(QResizeEvent* event) {
 }
 
 void RowList::mousePressEvent(QMouseEvent* event) {
-  fRowTold = -1;
-  if (event->button() == Qt::LeftButton) TellRow(DISPLAY_ROW_CHOSEN, event->position().toPoint());
+  fReportedRow = -1;
+  if (event->button() == Qt::LeftButton) ReportRow(DISPLAY_ROW_CHOSEN, event->position().toPoint());
 }
 
 void RowList::mouseMoveEvent(QMouseEvent* event) {
-  if (event->buttons() & Qt::LeftButton) TellRow(DISPLAY_ROW_CHOSEN, event->position().toPoint());
+  if (event->buttons() & Qt::LeftButton) ReportRow(DISPLAY_ROW_CHOSEN, event->position().toPoint());
 }
 
 void RowList::mouseReleaseEvent(QMouseEvent*) {
-  fRowTold = -1;
+  fReportedRow = -1;
 }
 
 void RowList::mouseDoubleClickEvent(QMouseEvent* event) {
-  fRowTold = -1;
-  if (event->button() == Qt::LeftButton) TellRow(DISPLAY_ROW_INVOKED, event->position().toPoint());
+  fReportedRow = -1;
+  if (event->button() == Qt::LeftButton) ReportRow(DISPLAY_ROW_INVOKED, event->position().toPoint());
 }
 
-void RowList::TellRow(uint32 code, const QPoint& where) {
+void RowList::ReportRow(uint32 code, const QPoint& where) {
   const int row = indexAt(where).row();
-  if (row < 0 || row == fRowTold) return;
-  fRowTold = row;
+  if (row < 0 || row == fReportedRow) return;
+  fReportedRow = row;
   BMessage chosen(code);
   chosen.AddInt32("row", row);
   fView.SendMessage(&chosen, BMessenger(), 0);

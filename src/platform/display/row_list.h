@@ -6,8 +6,8 @@
 
 namespace display {
 
-/** A list that shows pictures made elsewhere. It selects nothing by itself: clicks are told to the view, whose answer
-    selects. Asks for the pictures it lacks, all at once, and again only when they have come. */
+/** A list that shows the pictures recorded by its view. Clicks are reported to the view, which does the selecting.
+   Missing pictures are requested in one batch, the next only after it was answered. */
 class RowList : public QListView {
 public:
   explicit RowList(const BMessenger& view);
@@ -20,7 +20,7 @@ public:
 
 protected:
   void paintEvent(QPaintEvent* event) override;
-  /** Keys are the program's; what it hands back means nothing here. */
+  /** The view handles all keys; those it returns have no meaning here. */
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
@@ -29,17 +29,17 @@ protected:
   void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
-  /** First and last row on the screen; last is less than first when there are none. */
+  /** First and last visible row; last < first when there are none. */
   std::pair<int, int> RowsOnScreen() const;
   void AskForPictures();
   void AskSoon();
-  void TellRow(uint32 code, const QPoint& where);
+  void ReportRow(uint32 code, const QPoint& where);
 
   RowModel fModel;
   BMessenger fView;
-  bool fAsked = false;
+  bool fAsked = false; // until the pictures come
   bool fWillAsk = false;
-  int fRowTold = -1;
+  int fReportedRow = -1; // of the current drag
 };
 
 } // namespace display

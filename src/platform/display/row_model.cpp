@@ -8,7 +8,7 @@ namespace display {
 
 namespace {
 
-/** A few screens full. */
+/** A few screenfuls. */
 constexpr size_t kPicturesKept = 1000;
 
 } // namespace

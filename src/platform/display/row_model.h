@@ -8,26 +8,26 @@
 
 namespace display {
 
-/** The rows of a list: a count, heights, and the pictures of those rows that were on the screen lately. */
+/** The rows of a list: count, heights, and a cache of the pictures of recently visible rows. */
 class RowModel : public QAbstractListModel {
 public:
   using QAbstractListModel::QAbstractListModel;
 
   int rowCount(const QModelIndex& parent = {}) const override;
-  /** For those who listen to the screen: a row reads as the strings of its picture. */
+  /** For screen readers a row is the text of its picture. */
   QVariant data(const QModelIndex& index, int role) const override;
 
   void SetRows(const RowLayout& layout, int firstChanged);
   bool HasOneHeight() const { return fLayout.heights.size() <= 1; }
   int HeightOf(int row) const;
 
-  /** Null for a row that was never drawn. */
+  /** Null for a row that is not in the cache. */
   const BPicture* PictureOf(int row) const;
   bool IsFresh(int row) const;
   void SetPicture(int row, const BPicture& picture);
   void Invalidate(int first, int last);
   void InvalidateAll();
-  /** Forgets pictures far from these rows when there are many. */
+  /** Evicts pictures far from these rows when the cache is large. */
   void Trim(int first, int last);
 
 private:

@@ -18,9 +18,9 @@ struct KnownScreen {
   QRect usable;
 };
 
-/** The primary one first. */
+/** The primary screen first. */
 KnownValue<std::vector<KnownScreen>>& known_screens() {
-  static auto* const screens = new KnownValue<std::vector<KnownScreen>>; // outlives every thread that may still ask
+  static auto* const screens = new KnownValue<std::vector<KnownScreen>>; // never destroyed: threads may outlive main
   return *screens;
 }
 

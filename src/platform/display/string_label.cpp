@@ -7,7 +7,7 @@ namespace display {
 
 namespace {
 
-/** Smaller than this nothing is read. */
+/** Smaller text is not readable. */
 constexpr int kSmallestPixels = 8;
 
 } // namespace

@@ -4,8 +4,7 @@
 
 namespace display {
 
-/** A label that shortens what does not fit with an ellipsis, and sets it smaller where the label is too low for its
- * font. */
+/** A label that elides text that is too wide and shrinks a font that is too tall for it. */
 class StringLabel : public QLabel {
 public:
   StringLabel();

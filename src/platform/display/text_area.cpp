@@ -18,7 +18,7 @@ namespace display {
 
 namespace {
 
-/** Line feeds alone part lines; a NUL would end the text. */
+/** Only line feeds separate lines; a NUL would truncate the text. */
 QString with_line_feeds(QString text) {
   return text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
       .replace(QLatin1Char('\r'), QLatin1Char('\n'))
@@ -27,7 +27,7 @@ QString with_line_feeds(QString text) {
       .remove(QChar(QChar::Null));
 }
 
-/** The text of blocks as the control holds it. */
+/** The text of blocks as the widget stores it. */
 QString raw_text(const QTextDocument& document, int first, int count) {
   QString text;
   QTextBlock block = document.findBlockByNumber(first);
@@ -53,22 +53,22 @@ int common_end(QStringView left, QStringView right) {
 TextArea::TextArea(const BMessenger& view) : fView(view) {
   setTabChangesFocus(true);
   setFrameShape(NoFrame);
-  setUndoRedoEnabled(false); // the program keeps the history
+  setUndoRedoEnabled(false); // the program has its own history
   connect(document(), &QTextDocument::contentsChange, this,
           [this](int position, int, int added) { NoteChange(position, added); });
 }
 
 void TextArea::SetBytes(const std::string& text) {
-  fTellsChanges = false;
+  fReportsChanges = false;
   setPlainText(text_from_bytes(text));
-  fTellsChanges = true;
+  fReportsChanges = true;
   fChanges.clear();
 }
 
-/** The blocks between the change's first and last are new; how many they were before, the whole number tells. */
+/** The blocks from the change's first to its last are new; their previous number follows from the total. */
 void TextArea::NoteChange(int position, int added) {
   const int before = std::exchange(fBlockCount, document()->blockCount());
-  if (!fTellsChanges) return;
+  if (!fReportsChanges) return;
   text_change change;
   change.first = document()->findBlock(position).blockNumber();
   const QTextBlock end = document()->findBlock(position + added);
@@ -80,11 +80,11 @@ void TextArea::NoteChange(int position, int added) {
     change.lines.push_back(bytes_from_text(block.text()));
   fChanges.push_back(std::move(change));
   const BMessage changed(DISPLAY_TEXT_CHANGED);
-  if (!fHasTold) fHasTold = fView.SendMessage(&changed, BMessenger(), 0) == B_OK;
+  if (!fHasReported) fHasReported = fView.SendMessage(&changed, BMessenger(), 0) == B_OK;
 }
 
 std::vector<text_change> TextArea::TakeChanges() {
-  fHasTold = false;
+  fHasReported = false;
   return std::exchange(fChanges, {});
 }
 
@@ -92,7 +92,7 @@ bool TextArea::ReplaceLines(const text_change& change) {
   if (!fChanges.empty()) return false;
   QString lines;
   for (const std::string& line : change.lines) lines += text_from_bytes(line) + QChar(QChar::ParagraphSeparator);
-  // Whole lines go with the line end behind them; behind the last line there is none, so theirs in front goes.
+  // Lines are replaced with their line end; the last line has none, so the one before it is taken instead.
   const int end = std::min(change.first + change.removed, fBlockCount);
   QString old = raw_text(*document(), change.first, end - change.first);
   int start = change.first < fBlockCount ? document()->findBlockByNumber(change.first).position()
@@ -112,15 +112,15 @@ bool TextArea::ReplaceLines(const text_change& change) {
   QTextCursor caret(document());
   caret.setPosition(start + same);
   caret.setPosition(start + static_cast<int>(old.size()) - sameEnd, QTextCursor::KeepAnchor);
-  fTellsChanges = false;
+  fReportsChanges = false;
   caret.insertText(lines.sliced(same, lines.size() - same - sameEnd));
-  fTellsChanges = true;
+  fReportsChanges = true;
   setTextCursor(caret);
   ensureCursorVisible();
   return true;
 }
 
-/** Undoing is the program's: its shortcuts are for the menus, its items not for the context menu. */
+/** Undo and redo belong to the program: the shortcuts go to its menus. */
 bool TextArea::event(QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride) {
     auto* const key = static_cast<QKeyEvent*>(event);
@@ -133,8 +133,8 @@ bool TextArea::event(QEvent* event) {
   return QPlainTextEdit::event(event);
 }
 
-/** Tab is text, so the focus leaves by other keys as well: Ctrl+Tab and F6 forward, Shift+Ctrl+Tab back. False for any
-    other key. Shift+Tab goes back as everywhere. */
+/** Tab types text here, so other keys move the focus: Ctrl+Tab and F6 forward, Shift+Ctrl+Tab back (Shift+Tab works as
+    usual). False for any other key. */
 bool TextArea::LeaveText(const QKeyEvent& key) {
   const Qt::KeyboardModifiers down = key.modifiers();
   const bool isTab = key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab;
@@ -144,7 +144,7 @@ bool TextArea::LeaveText(const QKeyEvent& key) {
   return true;
 }
 
-/** Other keys go to the program and come back, so one that did not would overtake them. */
+/** Keys with Ctrl take the detour through the view, too; handled at once, they would overtake plain keys. */
 void TextArea::keyPressEvent(QKeyEvent* event) {
   if (!(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)))
     return QPlainTextEdit::keyPressEvent(event);
@@ -173,7 +173,7 @@ void TextArea::contextMenuEvent(QContextMenuEvent* event) {
   menu->popup(event->globalPos());
 }
 
-void TextArea::Tell(const QString& text) const {
+void TextArea::Report(const QString& text) const {
   if (text.isEmpty() || isReadOnly()) return;
   BMessage entered(DISPLAY_TEXT_ENTERED);
   entered.AddString("text", bytes_from_text(text));
@@ -186,17 +186,17 @@ void TextArea::Enter(const QString& text) {
 }
 
 bool TextArea::canInsertFromMimeData(const QMimeData* source) const {
-  return !source->hasUrls() && QPlainTextEdit::canInsertFromMimeData(source); // files are for the window
+  return !source->hasUrls() && QPlainTextEdit::canInsertFromMimeData(source); // dropped files go to the window
 }
 
 void TextArea::insertFromMimeData(const QMimeData* source) {
   const QString text = with_line_feeds(source->text());
-  if (!fPasted) return Tell(text);
+  if (!fPasted) return Report(text);
   if (!isReadOnly()) *fPasted = text;
 }
 
 void TextArea::inputMethodEvent(QInputMethodEvent* event) {
-  Tell(with_line_feeds(event->commitString()));
+  Report(with_line_feeds(event->commitString()));
   QInputMethodEvent composition(event->preeditString(), event->attributes());
   QPlainTextEdit::inputMethodEvent(&composition);
   event->accept();
@@ -212,7 +212,7 @@ std::vector<int> TextArea::LineStarts(const QTextBlock& block) const {
     counted.endLayout();
     layout = &counted;
   } else {
-    document()->documentLayout()->blockBoundingRect(block); // blocks off the screen are laid out when asked for
+    document()->documentLayout()->blockBoundingRect(block); // invisible blocks are laid out lazily
   }
   std::vector<int> starts{0};
   for (int i = 1; i < layout->lineCount(); ++i) starts.push_back(layout->lineAt(i).textStart());

@@ -8,11 +8,11 @@ namespace display {
 
 namespace {
 
-/** The low surrogate that stands for a byte. No well-formed text holds one alone. */
+/** A byte is mapped to kByteBase + byte: lone low surrogates, which no well-formed text contains. */
 constexpr char16_t kByteBase = 0xdc00;
 constexpr char16_t kByteLimit = 0xdcff;
 
-bool parts_lines(char32_t unit) {
+bool separates_lines(char32_t unit) {
   return unit == u'\r' || unit == QChar::ParagraphSeparator || unit == QChar::LineSeparator || unit == 0xfdd0 ||
          unit == 0xfdd1;
 }
@@ -22,12 +22,12 @@ void append_escaped(QString* text, std::string_view bytes) {
     text->append(QChar(static_cast<char16_t>(kByteBase + static_cast<unsigned char>(byte))));
 }
 
-QString decoded_with_care(std::string_view bytes) {
+QString decoded_by_character(std::string_view bytes) {
   QString text;
   text.reserve(static_cast<qsizetype>(bytes.size()));
   while (!bytes.empty()) {
     const Utf8Character character = first_character(bytes);
-    if (!character.IsValid() || parts_lines(character.code))
+    if (!character.IsValid() || separates_lines(character.code))
       append_escaped(&text, bytes.substr(0, character.length));
     else
       text += QChar::fromUcs4(character.code);
@@ -42,15 +42,15 @@ QString text_from_bytes(std::string_view bytes) {
   QStringDecoder decode(QStringDecoder::Utf8,
                         QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
   const QString text = decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
-  const bool isPlain = !decode.hasError() &&
-                       std::none_of(text.begin(), text.end(), [](QChar unit) { return parts_lines(unit.unicode()); });
-  return isPlain ? text : decoded_with_care(bytes);
+  const bool isPlain = !decode.hasError() && std::none_of(text.begin(), text.end(),
+                                                          [](QChar unit) { return separates_lines(unit.unicode()); });
+  return isPlain ? text : decoded_by_character(bytes);
 }
 
 std::string bytes_from_text(QStringView text) {
   std::string bytes;
   bytes.reserve(static_cast<size_t>(text.size()));
-  qsizetype plain = 0; // where the part that is not written yet begins
+  qsizetype plain = 0; // start of the part not written yet
   const auto write_plain = [&](qsizetype end) {
     const QByteArray part = text.sliced(plain, end - plain).toUtf8();
     bytes.append(part.constData(), static_cast<size_t>(part.size()));

@@ -7,8 +7,8 @@
 
 namespace display {
 
-/** Between a program's text and the text control's, without loss: bytes that are no UTF-8, and characters that the
-    control would take for line ends, travel as lone surrogates. Only a line feed parts lines. */
+/** Lossless conversion between a text in bytes and the text widget's: bytes that are not UTF-8, and characters that the
+    widget would treat as line ends, are mapped to lone surrogates. Only a line feed separates lines. */
 QString text_from_bytes(std::string_view bytes);
 std::string bytes_from_text(QStringView text);
 

@@ -14,7 +14,7 @@ TextArea& area(QWidget* widget) {
   return *static_cast<TextArea*>(widget);
 }
 
-/** Asks the control; a default value once it is gone. */
+/** Calls `question` with the widget; a default value once it is gone. */
 template <class Slot, class Question>
 auto asked(const Slot& slot, Question question) {
   using Reply = std::invoke_result_t<Question, TextArea&>;

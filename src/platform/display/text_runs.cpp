@@ -14,8 +14,8 @@ bool is_east_asian(QChar character) {
          (code >= 0xf900 && code <= 0xfaff) || (code >= 0xfe30 && code <= 0xfe4f) || (code >= 0xff00 && code <= 0xffef);
 }
 
-/** Second halves of pairs and marks that combine belong to what stands before them. */
-bool goes_on(QChar character) {
+/** Low surrogates and combining marks belong to the character before them. */
+bool continues_character(QChar character) {
   return character.isLowSurrogate() || character.isMark();
 }
 
@@ -25,7 +25,7 @@ std::vector<QString> text_runs(const QString& text) {
   std::vector<QString> runs;
   bool wasEastAsian = false;
   for (const QChar character : text) {
-    const bool isEastAsian = goes_on(character) ? wasEastAsian : is_east_asian(character);
+    const bool isEastAsian = continues_character(character) ? wasEastAsian : is_east_asian(character);
     if (runs.empty() || isEastAsian != wasEastAsian) runs.emplace_back();
     runs.back() += character;
     wasEastAsian = isEastAsian;

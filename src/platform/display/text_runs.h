@@ -10,8 +10,8 @@ class QPainter;
 
 namespace display {
 
-/** The text cut where East Asian characters begin and end. Set as one piece, the digits and tags of a Japanese line
-   would take the Japanese font's shapes, and stand unlike those of the line above. */
+/** Splits the text into runs of East Asian and other characters. Drawn as one piece, the digits and tags of a Japanese
+    line would use the glyphs of the Japanese font and not align with those of other lines. */
 std::vector<QString> text_runs(const QString& text);
 
 qreal runs_width(const QFont& font, const QString& text);

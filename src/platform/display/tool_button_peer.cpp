@@ -13,13 +13,13 @@ namespace display {
 
 namespace {
 
-/** The grid that the images are drawn on. */
+/** The grid for which the images are designed. */
 constexpr int kImageSize = 24;
 
 constexpr int kOnMark = 2;
 
-/** Clicking never changes whether it is on: the program does. On is marked by a line as well, since some palettes
-   hardly show that a button is pressed in. */
+/** Only the program changes whether it is on. On is also marked by a line, since some palettes hardly show a pressed
+    button. */
 class ToolButton : public ReturnClicks<QToolButton>, public ControlWidget {
 public:
   explicit ToolButton(const BMessenger& view) {
@@ -74,7 +74,7 @@ std::shared_ptr<ViewPeer> make_separator_peer(const BMessenger& view) {
 namespace {
 
 KnownValue<ToolMetrics>& known_metrics() {
-  static auto* const metrics = new KnownValue<ToolMetrics>; // outlives every thread that may still ask
+  static auto* const metrics = new KnownValue<ToolMetrics>; // never destroyed: threads may outlive main
   return *metrics;
 }
 

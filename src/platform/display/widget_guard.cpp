@@ -73,7 +73,7 @@ bool WidgetGuard::eventFilter(QObject* receiver, QEvent* event) {
     break;
   }
   case QEvent::FocusOut: {
-    // The view keeps the focus of its window while a menu is open or another window is active.
+    // The view remains the focus of its window while a menu is open or another window is active.
     const auto reason = static_cast<QFocusEvent*>(event)->reason();
     if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason && reason != Qt::MenuBarFocusReason)
       SendFocus(false);

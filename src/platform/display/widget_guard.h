@@ -9,19 +9,19 @@ class QWidget;
 
 namespace display {
 
-/** Sits on the control of each view: turns its keys and focus changes into messages to the view, and places the
-    controls inside it when its size changes. A child of its control; display thread. */
+/** Event filter on the widget of each view: turns its keys and focus changes into messages to the view, and lays out
+   the widgets inside it when it is resized. Owned by the widget (QObject child); display thread. */
 class WidgetGuard : public QObject {
 public:
   WidgetGuard(QWidget* widget, const BMessenger& view, Keys keys);
 
-  /** The guard of a control; null for widgets that are no view's. */
+  /** The guard of a widget; null for widgets that do not belong to a view. */
   static WidgetGuard* Of(const QWidget* widget);
 
   const BMessenger& View() const { return fView; }
   void SetPlacement(const Placement& placement);
   void FillParent();
-  /** Sets the geometry from the placement and the present size of the parent. */
+  /** Sets the geometry from the placement and the current size of the parent. */
   void Place();
   void HandBack(const KeyPress& key);
   bool eventFilter(QObject* receiver, QEvent* event) override;
@@ -39,7 +39,7 @@ private:
   int32 fRepeat = 0;
 };
 
-/** Places the controls of the views directly inside `parent`. */
+/** Lays out the views' widgets that are direct children of `parent`. */
 void place_children(const QWidget* parent);
 
 } // namespace display

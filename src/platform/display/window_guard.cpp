@@ -26,17 +26,17 @@ bool WindowGuard::eventFilter(QObject*, QEvent* event) {
     fWindow.SendCoalesced(B_QUIT_REQUESTED);
     return true;
   case QEvent::Move:
-    TellMove(fWidget->geometry().topLeft());
+    ReportMove(fWidget->geometry().topLeft());
     break;
   case QEvent::Resize:
     place_children(fWidget);
-    TellResize();
+    ReportResize();
     break;
   case QEvent::WindowActivate:
-    TellActive(true);
+    ReportActive(true);
     break;
   case QEvent::WindowDeactivate:
-    TellActive(false);
+    ReportActive(false);
     break;
   case QEvent::DragEnter: {
     auto* drag = static_cast<QDragEnterEvent*>(event);
@@ -66,10 +66,10 @@ void WindowGuard::MovesDone() {
     fPlace->movesDone = fMovesTaken;
     fPlace->moveEnd = to_bpoint(end);
   }
-  TellMove(end);
+  ReportMove(end);
 }
 
-void WindowGuard::TellMove(const QPoint& place) {
+void WindowGuard::ReportMove(const QPoint& place) {
   BMessage moved(B_WINDOW_MOVED);
   moved.AddPoint("where", to_bpoint(place));
   {
@@ -79,7 +79,7 @@ void WindowGuard::TellMove(const QPoint& place) {
   fWindow.SendCoalesced(moved);
 }
 
-void WindowGuard::TellResize() {
+void WindowGuard::ReportResize() {
   const BPoint size = size_of(fWidget->size());
   BMessage resized(B_WINDOW_RESIZED);
   resized.AddFloat("width", size.x);
@@ -91,7 +91,7 @@ void WindowGuard::TellResize() {
   fWindow.SendCoalesced(resized);
 }
 
-void WindowGuard::TellActive(bool active) const {
+void WindowGuard::ReportActive(bool active) const {
   BMessage activated(DISPLAY_WINDOW_ACTIVATED);
   activated.AddBool("active", active);
   fWindow.SendMessage(&activated, BMessenger(), 0);

@@ -14,20 +14,20 @@ class QWidget;
 
 namespace display {
 
-/** Sits on the widget of each window: turns its close button, moves, resizes, activation and drops into messages to the
-    window. A child of its widget; display thread. */
+/** Event filter on the widget of each window: turns close button, moves, resizes, activation and drops into messages to
+    the window. Owned by the widget (QObject child); display thread. */
 class WindowGuard : public QObject {
 public:
   WindowGuard(QWidget* widget, const BMessenger& window, std::shared_ptr<WindowPlace> place);
   bool eventFilter(QObject* receiver, QEvent* event) override;
-  /** A move that the program asks for. */
+  /** A move requested by the program. */
   void MoveTo(BPoint leftTop);
 
 private:
   void MovesDone();
-  void TellMove(const QPoint& place);
-  void TellResize();
-  void TellActive(bool active) const;
+  void ReportMove(const QPoint& place);
+  void ReportResize();
+  void ReportActive(bool active) const;
   bool Drop(const QDropEvent& event) const;
   BMessenger TargetAt(const QPoint& where) const;
 

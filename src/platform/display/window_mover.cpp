@@ -14,12 +14,12 @@ namespace display {
 
 namespace {
 
-/** Every window manager should answer; the moves go on without one that does not. */
-constexpr std::chrono::seconds kPatience{1};
+/** For window managers that do not answer a move. */
+constexpr std::chrono::seconds kTimeOut{1};
 
 xcb_connection_t* x11_connection() {
 #if QT_CONFIG(xcb)
-  // The offscreen platform has the interface but no connection behind it.
+  // The offscreen platform has this interface, but no connection.
   if (const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()) return x11->connection();
 #endif
   return nullptr;
@@ -29,9 +29,9 @@ xcb_connection_t* x11_connection() {
 
 WindowMover::WindowMover(QWidget* widget, std::function<void()> done) : fWidget(widget), fDone(std::move(done)) {
   assert_on_display_thread();
-  fPatience.setSingleShot(true);
-  fPatience.setInterval(kPatience);
-  fPatience.callOnTimeout(this, [this] { Complete(); });
+  fTimeOut.setSingleShot(true);
+  fTimeOut.setInterval(kTimeOut);
+  fTimeOut.callOnTimeout(this, [this] { Complete(); });
   if (x11_connection()) QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
@@ -43,25 +43,25 @@ void WindowMover::MoveTo(const QPoint& place) {
 }
 
 QPoint WindowMover::Place() const {
-  // A window manager that stops the window where it stopped it before is not reported by Qt to its widget.
+  // Qt does not update the widget if the window manager puts the window where it was before.
   const QWindow* window = fWidget->windowHandle();
   return window && fWidget->isVisible() ? window->geometry().topLeft() : fWidget->geometry().topLeft();
 }
 
 bool WindowMover::NeedsAnswer(const QPoint& place) const {
-  // Where either of the two is there already, Qt asks the display for nothing.
+  // If the window or the widget is there already, Qt sends no request.
   return x11_connection() && fWidget->isVisible() && Place() != place && fWidget->geometry().topLeft() != place;
 }
 
 void WindowMover::Send(const QPoint& place) {
   const bool needsAnswer = NeedsAnswer(place);
-  fState = State::asked; // the move event comes before move returns
+  fState = State::asked; // the move event arrives before move() returns
   if (needsAnswer) fSequence = xcb_no_operation(x11_connection()).sequence;
-  // The frame that the window manager puts around the window grows outwards.
+  // move() positions the frame, MoveTo the client area.
   const QPoint border = fWidget->geometry().topLeft() - fWidget->pos();
   fWidget->move(place - border);
   if (needsAnswer)
-    fPatience.start();
+    fTimeOut.start();
   else
     Complete();
 }
@@ -71,19 +71,19 @@ bool WindowMover::nativeEventFilter(const QByteArray&, void* event, qintptr*) {
   const auto* configured = static_cast<const xcb_configure_notify_event_t*>(event);
   if ((configured->response_type & 0x7f) != XCB_CONFIGURE_NOTIFY || configured->window != fWidget->internalWinId())
     return false;
-  // The server numbers an event by the last request that it had seen; the numbers wrap around.
+  // An event has the number of the last request that the server has processed; the numbers wrap around.
   if (static_cast<int16_t>(configured->sequence - fSequence) <= 0) return false;
   fState = State::answered;
-  // Once Qt has handled the event.
+  // Deferred until Qt has handled the event.
   QMetaObject::invokeMethod(
       this, [this] { Complete(); }, Qt::QueuedConnection);
   return false;
 }
 
 void WindowMover::Complete() {
-  if (fState == State::idle) return; // the time was up between the answer and this
+  if (fState == State::idle) return; // timed out between the answer and this call
   fState = State::idle;
-  fPatience.stop();
+  fTimeOut.stop();
   if (fNext)
     Send(*std::exchange(fNext, std::nullopt));
   else

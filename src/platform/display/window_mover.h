@@ -13,17 +13,17 @@ class QWidget;
 
 namespace display {
 
-/** Carries out the moves of a window that the program asks for, one at a time; of those that come meanwhile the last
-    one counts. Under X11 a move is complete when the window manager has answered it: only then is it known how far the
-    window got, and Qt would drop a move back to the place that the window manager last reported. Display thread. */
+/** Carries out the program's moves of a window one at a time; of those requested meanwhile only the last is kept. Under
+    X11 a move is complete when the window manager has answered: only then is the actual position known, and Qt would
+    ignore a move back to the last reported position. Display thread. */
 class WindowMover : public QObject, private QAbstractNativeEventFilter {
 public:
-  /** `done` is called when no move is left. */
+  /** `done` is called when no move is pending. */
   WindowMover(QWidget* widget, std::function<void()> done);
 
-  /** The place of the window without its frame. */
+  /** The position of the client area. */
   void MoveTo(const QPoint& place);
-  /** Where the window is; while no move is under way. */
+  /** The current position; while no move is in progress. */
   QPoint Place() const;
 
 private:
@@ -38,8 +38,8 @@ private:
   const std::function<void()> fDone;
   State fState = State::idle;
   std::optional<QPoint> fNext;
-  uint32_t fSequence = 0; // of the last X request before the move
-  QTimer fPatience;
+  uint32_t fSequence = 0; // number of the last X request before the move
+  QTimer fTimeOut;
 };
 
 } // namespace display

@@ -47,14 +47,14 @@ QWidget* make_plain_window(const WindowSetup& setup) {
   return widget;
 }
 
-/** The window, or the question in front of it that keeps it from working. */
+/** The window, or the modal question in front of it. */
 QWidget* foremost(QWidget* window) {
   for (auto* dialog : window->findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly))
     if (dialog->isVisible() && dialog->isModal()) return dialog;
   return window;
 }
 
-/** A limit no larger than what Qt takes. */
+/** Size limit in pixels, clamped to Qt's maximum. */
 int pixels(float limit) {
   return static_cast<int>(std::clamp(std::round(limit) + 1, 0.0F, float(QWIDGETSIZE_MAX)));
 }
@@ -86,7 +86,7 @@ void WindowPeer::Show(bool takesFocus) {
   Change([takesFocus](QWidget* widget) {
     widget->setAttribute(Qt::WA_ShowWithoutActivating, !takesFocus);
     widget->show();
-    if (takesFocus) widget->activateWindow(); // where no window manager does
+    if (takesFocus) widget->activateWindow(); // if no window manager does
   });
 }
 
@@ -94,7 +94,7 @@ void WindowPeer::Hide() {
   Change([slot = fSlot](QWidget* widget) {
     const bool wasActive = widget->isActiveWindow();
     widget->hide();
-    if (wasActive && *slot->behind) (*slot->behind)->activateWindow(); // where no window manager does
+    if (wasActive && *slot->behind) (*slot->behind)->activateWindow(); // if no window manager does
   });
 }
 
@@ -146,7 +146,7 @@ void WindowPeer::SetFeel(window_feel feel) {
   Change([feel](QWidget* widget) {
     const bool onTop = feel == B_FLOATING_ALL_WINDOW_FEEL;
     if (widget->windowFlags().testFlag(Qt::WindowStaysOnTopHint) == onTop) return;
-    // Qt hides a window whose flags change.
+    // Changing the flags hides the window.
     const bool wasVisible = widget->isVisible();
     const QRect geometry = widget->geometry();
     widget->setWindowFlag(Qt::WindowStaysOnTopHint, onTop);

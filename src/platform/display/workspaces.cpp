@@ -28,7 +28,7 @@ xcb_atom_t desktop_property(xcb_connection_t* connection) {
   return atom ? atom->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-/** What the window manager has written on the window: the number of one workspace, or that it is on every one. */
+/** From the window property set by the window manager: the number of one workspace, or all of them. */
 uint32 x11_workspaces(xcb_connection_t* connection, xcb_window_t window) {
   static const xcb_atom_t property = desktop_property(connection);
   const auto written = owned(xcb_get_property_reply(
@@ -45,7 +45,7 @@ uint32 x11_workspaces(xcb_connection_t* connection, xcb_window_t window) {
 uint32 workspaces_of(const QWidget& window) {
 #if QT_CONFIG(xcb)
   const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  // The offscreen platform has the interface but no connection behind it.
+  // The offscreen platform has this interface, but no connection.
   if (x11 && x11->connection() && window.internalWinId())
     return x11_workspaces(x11->connection(), static_cast<xcb_window_t>(window.internalWinId()));
 #endif

@@ -6,7 +6,7 @@ class QWidget;
 
 namespace display {
 
-/** The desktop's workspaces on which a window is, a bit for each; all of them where the display tells of none. */
+/** The workspaces that a window is on, one bit each; all bits where the platform has no such information. */
 uint32 workspaces_of(const QWidget& window);
 
 } // namespace display
