@@ -1,6 +1,6 @@
 #include "companion/vesmo_d.h"
 
-#include "companion/display_state.h"
+#include "companion/lyrics_window_state.h"
 #include "companion/vesmo_d_comm_man.h"
 #include "family/family_globals.h"
 #include "family/plugin_image.h"
@@ -14,12 +14,12 @@ constexpr const char* kStateFolder = "VesmoD";
 constexpr const char* kStateFile = "VesmoD_ExitStates.arc";
 } // namespace
 
-TVesmoD::TVesmoD(PluginConstructorStruct*) : TFamilyPlugin(kDisplayName) {
+TVesmoD::TVesmoD(PluginConstructorStruct*) : TFamilyPlugin(kCompanionName) {
   make_app_privacy();
-  gDisplayState = new TDisplayState;
+  gLyricsWindowState = new TLyricsWindowState;
   make_settings();
   if (!are_settings_held_off()) {
-    load_record(gDisplayState, kStateFolder, kStateFile);
+    load_record(gLyricsWindowState, kStateFolder, kStateFile);
     load_shared_prefs();
   }
   const std::string path = image_path_with("gen_VesmoD");
@@ -29,16 +29,16 @@ TVesmoD::TVesmoD(PluginConstructorStruct*) : TFamilyPlugin(kDisplayName) {
 
 TVesmoD::~TVesmoD() {
   Manager().WaitForWindows();
-  EndSettings(save_record(gDisplayState, kStateFolder, kStateFile));
+  EndSettings(save_record(gLyricsWindowState, kStateFolder, kStateFile));
   EndManager();
-  delete std::exchange(gDisplayState, nullptr);
+  delete std::exchange(gLyricsWindowState, nullptr);
   delete_settings_and_texts();
 }
 
 bool TVesmoD::Init() {
   if (std::exchange(fHasBegun, true))
     Manager().PostMessage(kMsgOpenMain);
-  else if (gDisplayState->fIsOpen)
+  else if (gLyricsWindowState->fIsOpen)
     Manager().PostMessage(kMsgReopenMain);
   return true;
 }

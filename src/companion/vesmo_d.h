@@ -2,7 +2,7 @@
 
 #include "family/family_plugin.h"
 
-inline constexpr const char* kDisplayName = "Vesmo Display";
+inline constexpr const char* kCompanionName = "Vesmo Display";
 
 /** The lyrics display as the player sees it. Makes the process-wide objects of its image and the manager. */
 class TVesmoD : public TFamilyPlugin {

@@ -1,8 +1,8 @@
 #include "companion/vesmo_d_comm_man.h"
 
 #include "common/app_info.h"
-#include "companion/display_state.h"
-#include "companion/display_window.h"
+#include "companion/lyrics_window.h"
+#include "companion/lyrics_window_state.h"
 #include "companion/prefs/notices.h"
 #include "companion/prefs/vesmo_d_pref_win.h"
 #include "companion/vesmo_d.h"
@@ -72,7 +72,7 @@ bool TVesmoDCommMan::HandleNotice(BMessage* message) {
   case kNoticeStayOnTop:
   case kNoticeToolBar:
   case kNoticePollInterval:
-  case kNoticeDisplay:
+  case kNoticeLyricsWindow:
   case kNoticeAppearance:
   case kNoticeEncoding:
   case kNoticeReadEncoding:
@@ -109,7 +109,7 @@ void TVesmoDCommMan::IAPChanged(const BMessage& message) {
 }
 
 void TVesmoDCommMan::OpenMainWindowRqtd(bool takesFocus) {
-  if (fMainWindow == nullptr) fMainWindow = new TVesmoDWin(gDisplayState->fWindowFrame, BMessenger(this));
+  if (fMainWindow == nullptr) fMainWindow = new TLyricsWindow(gLyricsWindowState->fWindowFrame, BMessenger(this));
   if (!fMainWindow->Lock()) return;
   fMainWindow->SetAvoidsFocus(!takesFocus);
   fMainWindow->BringUp();
@@ -132,7 +132,7 @@ void TVesmoDCommMan::PrepareRqtd(uint32 code) {
 }
 
 TKRVAboutWin* TVesmoDCommMan::MakeAboutWindow() const {
-  return new TKRVAboutWin(kDisplayName, gAppVer);
+  return new TKRVAboutWin(kCompanionName, gAppVer);
 }
 
 void TVesmoDCommMan::OpenPrefWindowRqtd(const BMessage& message) {
@@ -151,8 +151,8 @@ void TVesmoDCommMan::StampHintCame(const BMessage& message) {
 
 void TVesmoDCommMan::CloseMainWindowRqtd() {
   if (fMainWindow && fMainWindow->Lock()) {
-    gDisplayState->fIsOpen = !fMainWindow->IsHidden();
-    gDisplayState->fWindowFrame = fMainWindow->Frame();
+    gLyricsWindowState->fIsOpen = !fMainWindow->IsHidden();
+    gLyricsWindowState->fWindowFrame = fMainWindow->Frame();
     fMainWindow->Unlock();
   }
   BWindow* window = std::exchange(fMainWindow, nullptr);

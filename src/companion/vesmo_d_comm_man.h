@@ -4,7 +4,7 @@
 #include "platform/app/message.h"
 
 class TVesmoDPrefWin;
-class TVesmoDWin;
+class TLyricsWindow;
 
 /** From the plug-in: the display was open at the last end, and comes up beside what the user does meanwhile. */
 inline constexpr uint32 kMsgReopenMain = 'Srom';
@@ -37,7 +37,7 @@ private:
   void StampHintCame(const BMessage& message);
   void SettingsChanged(BMessage* message);
 
-  TVesmoDWin* fMainWindow = nullptr;     // null until asked for; hidden when its user closes it
+  TLyricsWindow* fMainWindow = nullptr;  // null until asked for; hidden when its user closes it
   TVesmoDPrefWin* fPrefWindow = nullptr; // the same
   BMessage fStampHint;                   // the last one
 };

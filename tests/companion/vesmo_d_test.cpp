@@ -1,6 +1,6 @@
 #include "common/app_info.h"
 #include "common/koreva.h"
-#include "companion/display_state.h"
+#include "companion/lyrics_window_state.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/storage/entry.h"
@@ -21,8 +21,8 @@ namespace {
 
 class BothPlugins : public LoadedImages {
 protected:
-  TDisplayState Stored() const {
-    TDisplayState state;
+  TLyricsWindowState Stored() const {
+    TLyricsWindowState state;
     state.Load(BEntry(fFolder.File("KOREVA/VesmoD/VesmoD_ExitStates.arc").c_str()));
     return state;
   }
@@ -40,7 +40,7 @@ std::string exports_of(const std::string& file) {
 
 } // namespace
 
-TEST_F(BothPlugins, TheEditorsPreferencesAreTheDisplaysWhicheverIsLoadedFirst) {
+TEST_F(BothPlugins, PreferencesOfTheEditorAreThoseOfTheCompanionInEitherOrderOfLoading) {
   for (const auto& [first, second] : {std::pair(EDITOR_FILE, DISPLAY_FILE), std::pair(DISPLAY_FILE, EDITOR_FILE)}) {
     auto a = Load(first);
     auto b = Load(second);
@@ -56,7 +56,7 @@ TEST_F(BothPlugins, TheEditorsPreferencesAreTheDisplaysWhicheverIsLoadedFirst) {
   }
 }
 
-TEST_F(BothPlugins, AMissingLanguageFileIsToldOfOnce) {
+TEST_F(BothPlugins, MissingLanguageFileIsReportedOnce) {
   TPref settings;
   TPrefValues values;
   values.languageFile = "Missing.llt";
@@ -65,24 +65,24 @@ TEST_F(BothPlugins, AMissingLanguageFileIsToldOfOnce) {
   koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared");
   ASSERT_TRUE(settings.Save(entry));
   auto editor = Load(EDITOR_FILE);
-  auto display = Load(DISPLAY_FILE);
+  auto companion = Load(DISPLAY_FILE);
   EXPECT_THAT(hands::wait_for_question().text, EndsWith("/Language/Missing.llt"));
   EXPECT_TRUE(hands::answer_with_key("Escape"));
   hands::wait_for_display();
   EXPECT_FALSE(hands::answer_with_key("Escape")) << "the second one";
-  for (auto* plugin : {&display, &editor}) {
+  for (auto* plugin : {&companion, &editor}) {
     (*plugin)->Cleanup();
     plugin->reset();
   }
 }
 
-TEST_F(BothPlugins, AnotherLetterFormatIsSeenInEveryOpenWindowOfBothAtOnce) {
+TEST_F(BothPlugins, NewAcceleratorFormatReachesEveryOpenWindowOfBothAtOnce) {
   auto editor = Load(EDITOR_FILE);
-  auto display = Load(DISPLAY_FILE);
+  auto companion = Load(DISPLAY_FILE);
   editor->Init();
   BWindow& main = hands::wait_for_window("Untitled - Vesmo Editor");
   editor->About(false);
-  display->About(false);
+  companion->About(false);
   EXPECT_TRUE(hands::until([] { return hands::windows_titled("About Vesmo Editor").size() == 2; }));
   editor->Prefs(false);
   BWindow& prefs = hands::wait_for_window("Vesmo preferences");
@@ -103,41 +103,41 @@ TEST_F(BothPlugins, AnotherLetterFormatIsSeenInEveryOpenWindowOfBothAtOnce) {
     for (BWindow* about : hands::windows_titled("About Vesmo Editor"))
       EXPECT_TRUE(shows(*about, "Close", "C" + behind + "Close"));
   }
-  for (auto* plugin : {&display, &editor}) {
+  for (auto* plugin : {&companion, &editor}) {
     (*plugin)->Cleanup();
     plugin->reset();
   }
 }
 
-TEST_F(BothPlugins, SettingsThatCannotBeSavedAtTheEndAreToldOf) {
+TEST_F(BothPlugins, SettingsThatCannotBeSavedAtTheEndAreReported) {
   std::filesystem::create_directories(fFolder.File("KOREVA/VesmoD/VesmoD_ExitStates.arc/in the way"));
-  auto display = Load(DISPLAY_FILE);
-  display->Cleanup();
-  std::thread end([&display] { display.reset(); });
+  auto companion = Load(DISPLAY_FILE);
+  companion->Cleanup();
+  std::thread end([&companion] { companion.reset(); });
   EXPECT_THAT(hands::wait_for_question().text, StartsWith("The settings could not be saved."));
   EXPECT_TRUE(hands::answer_with_key("Escape"));
   end.join();
 }
 
-TEST_F(BothPlugins, TheDisplayOpensAgainWhenItWasOpenAtTheEnd) {
-  auto display = Load(DISPLAY_FILE);
-  EXPECT_STREQ(display->fName, "Vesmo Display");
-  display->Init();
-  display->Cleanup();
-  display.reset();
+TEST_F(BothPlugins, LyricsWindowOpensAgainIfItWasOpenAtTheEnd) {
+  auto companion = Load(DISPLAY_FILE);
+  EXPECT_STREQ(companion->fName, "Vesmo Display");
+  companion->Init();
+  companion->Cleanup();
+  companion.reset();
   EXPECT_FALSE(Stored().fIsOpen) << "nobody has asked for it";
-  display = Load(DISPLAY_FILE);
-  display->Init();
-  display->Init();
+  companion = Load(DISPLAY_FILE);
+  companion->Init();
+  companion->Init();
   hands::wait_for_window("Vesmo Display");
-  display->Cleanup();
-  display.reset();
+  companion->Cleanup();
+  companion.reset();
   EXPECT_TRUE(Stored().fIsOpen);
-  display = Load(DISPLAY_FILE);
-  display->Init();
+  companion = Load(DISPLAY_FILE);
+  companion->Init();
   hands::wait_for_window("Vesmo Display");
-  display->Cleanup();
-  display.reset();
+  companion->Cleanup();
+  companion.reset();
   EXPECT_FALSE(HasWindows());
 }
 

@@ -36,7 +36,7 @@ TAppearancePage::TAppearancePage() : TPrefPage("Appearance"), fPreview(new TLyri
     if (index >= 0) values->fontFamily = fFamilies[static_cast<size_t>(index)];
   });
   AddText("FontSize", "Pref_Font_Size", points, take_points);
-  AddMenu("DisplaySize", "Pref_Display_Size", &TPrefValues::fontLevel,
+  AddMenu("LyricsWindowSize", "Pref_Display_Size", &TPrefValues::fontLevel,
           {{-4, "Pref_Size_Very_Small"},
            {-2, "Pref_Size_Small"},
            {0, "Pref_Size_Normal"},

@@ -9,9 +9,10 @@ namespace {
 
 uint32 notice_of(const std::string& field) {
   static const std::map<std::string, uint32> kNoticeOf = {
-      {"SoTp", kNoticeStayOnTop},  {"STlB", kNoticeToolBar},  {"MTmI", kNoticePollInterval}, {"FntL", kNoticeDisplay},
-      {"DbBf", kNoticeDisplay},    {"WEnc", kNoticeEncoding}, {"REnc", kNoticeReadEncoding}, {"WCRT", kNoticeLineEnds},
-      {"TmDf", kNoticeTimeOffset}, {"LLTF", kNoticeLanguage},
+      {"SoTp", kNoticeStayOnTop},    {"STlB", kNoticeToolBar},      {"MTmI", kNoticePollInterval},
+      {"FntL", kNoticeLyricsWindow}, {"DbBf", kNoticeLyricsWindow}, {"WEnc", kNoticeEncoding},
+      {"REnc", kNoticeReadEncoding}, {"WCRT", kNoticeLineEnds},     {"TmDf", kNoticeTimeOffset},
+      {"LLTF", kNoticeLanguage},
   };
   const auto found = kNoticeOf.find(field);
   return found == kNoticeOf.end() ? kNoticeAppearance : found->second;

@@ -12,7 +12,7 @@ enum : uint32 {
   kNoticeStayOnTop = 'Spsc',
   kNoticeToolBar = 'Splc',
   kNoticePollInterval = 'Ssic',
-  kNoticeDisplay = 'Sedr', // what only the display heeds
+  kNoticeLyricsWindow = 'Sedr', // what only the display heeds
   kNoticeAppearance = 'Spac',
   kNoticeEncoding = 'Spec', // for writing
   kNoticeReadEncoding = 'Sprc',

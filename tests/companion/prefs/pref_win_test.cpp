@@ -26,7 +26,7 @@ TEST_F(PrefWindow, TellsEachChangeAtOnceAndStoresItWhenItIsClosed) {
 
 TEST_F(PrefWindow, ChangeMadeWhileTheManagersQueueIsFullReachesItLater) {
   Open();
-  while (fManager->PostMessage(kNoticeDisplay) == B_OK) {
+  while (fManager->PostMessage(kNoticeLyricsWindow) == B_OK) {
   }
   Click("ToolBar");
   Click("StayOnTop");

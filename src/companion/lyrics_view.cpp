@@ -1,4 +1,4 @@
-#include "companion/display_view.h"
+#include "companion/lyrics_view.h"
 
 #include "companion/wrap_text.h"
 #include "family/appearance.h"
@@ -52,12 +52,12 @@ std::string without_tags(const std::string& line) {
 
 } // namespace
 
-TDisplayView::TDisplayView(BRect frame)
-    : BView(frame, "Display", B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE) {}
+TLyricsView::TLyricsView(BRect frame)
+    : BView(frame, "Lyrics", B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE) {}
 
-TDisplayView::~TDisplayView() = default;
+TLyricsView::~TLyricsView() = default;
 
-void TDisplayView::SetAppearance() {
+void TLyricsView::SetAppearance() {
   const auto look = gPref->Values();
   const auto level = static_cast<float>(std::clamp(look->fontLevel, -kLastLevel, kLastLevel));
   const BFont font = lyrics_font(BFont(), *look);
@@ -69,7 +69,7 @@ void TDisplayView::SetAppearance() {
   ShowAgain();
 }
 
-void TDisplayView::SetLines(const std::vector<std::string>& lines, const std::string& instead) {
+void TLyricsView::SetLines(const std::vector<std::string>& lines, const std::string& instead) {
   fInstead = instead;
   fLines.clear();
   fLineTimes.Clear();
@@ -84,31 +84,31 @@ void TDisplayView::SetLines(const std::vector<std::string>& lines, const std::st
   ShowAgain();
 }
 
-void TDisplayView::SetPosition(int32 positionMs) {
+void TLyricsView::SetPosition(int32 positionMs) {
   fPositionMs = positionMs;
   if (!fIsTimed) return;
   const int32 line = fLineTimes.RowAt(positionMs);
   if (line != fCurrent) MoveTo(line);
 }
 
-void TDisplayView::FrameResized(float width, float height) {
+void TLyricsView::FrameResized(float width, float height) {
   BView::FrameResized(width, height);
   ShowAgain();
 }
 
-void TDisplayView::ShowAgain() {
+void TLyricsView::ShowAgain() {
   LayOut();
   SetAccessibleName(gLLT->Text("Label_Display"));
   SetAccessibleDescription(CurrentLine());
   Invalidate();
 }
 
-std::string TDisplayView::CurrentLine() const {
+std::string TLyricsView::CurrentLine() const {
   if (fLines.empty()) return fInstead;
   return fIsTimed && fCurrent >= 0 ? fLines[static_cast<size_t>(fCurrent)] : std::string();
 }
 
-std::vector<TDisplayView::TRow> TDisplayView::RowsOf(int32 line) const {
+std::vector<TLyricsView::TRow> TLyricsView::RowsOf(int32 line) const {
   const BFont& font = FaceOf(line).font;
   const std::string& text = fLines.empty() ? fInstead : fLines[static_cast<size_t>(line)];
   const auto measure = [&font](std::string_view part) { return font.StringWidth(part); };
@@ -120,12 +120,12 @@ std::vector<TDisplayView::TRow> TDisplayView::RowsOf(int32 line) const {
   return rows;
 }
 
-float TDisplayView::HeightOf(const std::vector<TRow>& rows, int32 line) const {
+float TLyricsView::HeightOf(const std::vector<TRow>& rows, int32 line) const {
   return static_cast<float>(rows.size()) * FaceOf(line).RowHeight();
 }
 
 /** From the line that is sung up and down, a window's height more than can be seen: while the lines move. */
-void TDisplayView::LayOut() {
+void TLyricsView::LayOut() {
   fRows.clear();
   const float gap = fSmall.RowHeight() * kGap;
   const auto count = std::max(int32{1}, static_cast<int32>(fLines.size()));
@@ -154,7 +154,7 @@ void TDisplayView::LayOut() {
   }
 }
 
-float TDisplayView::MiddleOf(int32 line) const {
+float TLyricsView::MiddleOf(int32 line) const {
   float top = 0;
   float bottom = 0;
   bool isThere = false;
@@ -167,7 +167,7 @@ float TDisplayView::MiddleOf(int32 line) const {
   return isThere ? (top + bottom) / 2 + fShift : 0;
 }
 
-void TDisplayView::MoveTo(int32 line) {
+void TLyricsView::MoveTo(int32 line) {
   const float from = MiddleOf(std::max(line, int32{0}));
   fCurrent = line;
   fShiftBegan = fShift = from;
@@ -179,7 +179,7 @@ void TDisplayView::MoveTo(int32 line) {
 }
 
 /** Fast at first and slow at the end. */
-void TDisplayView::MoveOn() {
+void TLyricsView::MoveOn() {
   const float done = std::min(1.0F, static_cast<float>(system_time() - fMoveBeganUs) / static_cast<float>(kMoveUs));
   const float left = 1 - done;
   fShift = fShiftBegan * left * left * left;
@@ -187,12 +187,12 @@ void TDisplayView::MoveOn() {
   Invalidate();
 }
 
-void TDisplayView::MessageReceived(BMessage* message) {
+void TLyricsView::MessageReceived(BMessage* message) {
   if (message->what != kMsgMove) return BView::MessageReceived(message);
   if (fMover) MoveOn();
 }
 
-void TDisplayView::KeyDown(const char* bytes, int32 count) {
+void TLyricsView::KeyDown(const char* bytes, int32 count) {
   switch (count > 0 ? bytes[0] : '\0') {
   case B_UP_ARROW:
     return ScrollBy(-1);
@@ -207,13 +207,13 @@ void TDisplayView::KeyDown(const char* bytes, int32 count) {
   }
 }
 
-void TDisplayView::ScrollBy(int32 lines) {
+void TLyricsView::ScrollBy(int32 lines) {
   if (fIsTimed || fLines.empty()) return;
   fCurrent = std::clamp(fCurrent + lines, int32{0}, static_cast<int32>(fLines.size()) - 1);
   ShowAgain();
 }
 
-rgb_color TDisplayView::ColorOf(int32 line) const {
+rgb_color TLyricsView::ColorOf(int32 line) const {
   const auto look = gPref->Values();
   if (fLines.empty()) return mixed(look->lyrics, look->background, kComing);
   if (!fIsTimed) return look->lyrics;
@@ -221,7 +221,7 @@ rgb_color TDisplayView::ColorOf(int32 line) const {
   return mixed(look->lyrics, look->background, line > fCurrent ? kComing : kOver);
 }
 
-void TDisplayView::Draw(BRect) {
+void TLyricsView::Draw(BRect) {
   SetHighColor(gPref->Values()->background);
   FillRect(Bounds());
   const float middle = Bounds().Height() / 2;

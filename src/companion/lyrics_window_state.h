@@ -4,7 +4,7 @@
 
 /** What the display remembers between runs; the names in quotes are the fields on disk. Written by the manager when the
     window closes, and read by it. */
-class TDisplayState : public koreva::TArchivable {
+class TLyricsWindowState : public koreva::TArchivable {
 public:
   bool Archive(BMessage* archive) override;
   bool Unarchive(const BMessage& archive) override;
@@ -14,4 +14,4 @@ public:
 };
 
 /** Null before start. */
-extern TDisplayState* gDisplayState;
+extern TLyricsWindowState* gLyricsWindowState;

@@ -1,6 +1,6 @@
-#include "companion/display_window.h"
+#include "companion/lyrics_window.h"
 
-#include "companion/display_view.h"
+#include "companion/lyrics_view.h"
 #include "companion/prefs/notices.h"
 #include "document/editor_view.h"
 #include "platform/app/message.h"
@@ -8,32 +8,32 @@
 
 namespace {
 
-/** The display's window beside the editor's, both with their messages delivered by the test. */
-class DisplayByHand : public EditorByHand {
+/** The lyrics window and the editor's window, both with their messages delivered by the test. */
+class LyricsWindowByHand : public EditorByHand {
 protected:
-  DisplayByHand() : fDisplay(new TVesmoDWin({20, 20, 419, 219}, BMessenger(fWindow))) {
+  LyricsWindowByHand() : fLyrics(new TLyricsWindow({20, 20, 419, 219}, BMessenger(fWindow))) {
     fHost->fEntries = {{fFolder.File("song.mp3"), "song"}, {fFolder.File("other.mp3"), "other"}};
-    fDisplay->SetRunsOnShow(false);
-    fDisplay->Lock();
-    fDisplay->Show();
+    fLyrics->SetRunsOnShow(false);
+    fLyrics->Lock();
+    fLyrics->Show();
   }
-  ~DisplayByHand() override { fDisplay->Quit(); }
+  ~LyricsWindowByHand() override { fLyrics->Quit(); }
 
-  std::string Line() const { return static_cast<TDisplayView*>(fDisplay->FindView("Display"))->CurrentLine(); }
+  std::string Line() const { return static_cast<TLyricsView*>(fLyrics->FindView("Lyrics"))->CurrentLine(); }
   bool Shows(const std::string& line) {
     return hands::until([&] {
-      hands::settle(*fDisplay);
+      hands::settle(*fLyrics);
       Settle();
       return Line() == line;
     });
   }
 
-  TVesmoDWin* fDisplay;
+  TLyricsWindow* fLyrics;
 };
 
 } // namespace
 
-TEST_F(DisplayByHand, ShowsTheLineOfTheFileThatIsSung) {
+TEST_F(LyricsWindowByHand, ShowsTheLineOfTheFileThatIsSung) {
   EXPECT_TRUE(Shows("No song is playing"));
   fFolder.Write("song.lrc", "[00:01]one\n[00:02:50]two\nplain\n");
   fHost->SetRecord(0, "song");
@@ -46,7 +46,7 @@ TEST_F(DisplayByHand, ShowsTheLineOfTheFileThatIsSung) {
   EXPECT_TRUE(Shows("No lyrics file found next to this song"));
 }
 
-TEST_F(DisplayByHand, RefrainIsShownEachTimeWithoutItsTagsAndByTheOffset) {
+TEST_F(LyricsWindowByHand, RefrainIsShownEachTimeWithoutItsTagsAndByTheOffset) {
   fFolder.Write("song.lrc", "[offset:500]\n[00:02][00:06]re<00:02.50>frain\n[00:04]verse\n");
   for (const auto& [positionMs, line] : {std::pair(1500, "refrain"), {3500, "verse"}, {5500, "refrain"}}) {
     fHost->SetRecord(positionMs, "song");
@@ -54,7 +54,7 @@ TEST_F(DisplayByHand, RefrainIsShownEachTimeWithoutItsTagsAndByTheOffset) {
   }
 }
 
-TEST_F(DisplayByHand, FollowsTheEditorUntilThatCloses) {
+TEST_F(LyricsWindowByHand, FollowsTheEditorUntilThatCloses) {
   const std::string path = fFolder.Write("song.lrc", "one\n[00:09]two\n");
   PlayAt(5000, "song");
   EXPECT_TRUE(Shows(""));
@@ -69,16 +69,16 @@ TEST_F(DisplayByHand, FollowsTheEditorUntilThatCloses) {
   EXPECT_TRUE(Shows("")) << "the file again";
 }
 
-TEST_F(DisplayByHand, TakesFontAndColoursAtOnce) {
-  hands::settle(*fDisplay);
-  const std::string before = hands::pixels(*fDisplay, "Display");
+TEST_F(LyricsWindowByHand, TakesFontAndColoursAtOnce) {
+  hands::settle(*fLyrics);
+  const std::string before = hands::pixels(*fLyrics, "Lyrics");
   SetPref([](TPrefValues* values) { values->lyrics = {200, 0, 0, 255}; });
-  fDisplay->PostMessage(kNoticeAppearance);
-  hands::settle(*fDisplay);
-  const std::string red = hands::pixels(*fDisplay, "Display");
+  fLyrics->PostMessage(kNoticeAppearance);
+  hands::settle(*fLyrics);
+  const std::string red = hands::pixels(*fLyrics, "Lyrics");
   EXPECT_NE(red, before);
   SetPref([](TPrefValues* values) { values->fontSize = 20; });
-  fDisplay->PostMessage(kNoticeAppearance);
-  hands::settle(*fDisplay);
-  EXPECT_NE(hands::pixels(*fDisplay, "Display"), red);
+  fLyrics->PostMessage(kNoticeAppearance);
+  hands::settle(*fLyrics);
+  EXPECT_NE(hands::pixels(*fLyrics, "Lyrics"), red);
 }

@@ -8,15 +8,15 @@
 
 class BMessageRunner;
 class Sonivo_FrontEnd;
-class TDisplayView;
+class TLyricsView;
 class TSongLyrics;
 
 /** The display's window: shows the lyrics of the song that plays, as its file has them, or as the editor does while
    they are edited. Closing it hides it; its manager ends it. While it is hidden, it asks nobody anything. */
-class TVesmoDWin : public TKRVWin {
+class TLyricsWindow : public TKRVWin {
 public:
-  TVesmoDWin(BRect frame, const BMessenger& manager);
-  ~TVesmoDWin() override;
+  TLyricsWindow(BRect frame, const BMessenger& manager);
+  ~TLyricsWindow() override;
 
   void Show() override;
   /** Not when it is the player that ends: at the next start the display is to be open again. */
@@ -34,7 +34,7 @@ private:
   std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
   std::unique_ptr<TSongLyrics> fSong;
   TFollowedDocument fDocument;
-  TDisplayView* fView; // the main child
+  TLyricsView* fView; // the main child
   std::unique_ptr<BMessageRunner> fPoll;
   bool fPollsOften = false;
 };

@@ -12,10 +12,10 @@ class BMessageRunner;
 
 /** The lyrics of a song: the line that is sung stands large in the middle, those before and after it dimmed above and
     below. Lyrics without times stand there plain, and are scrolled by the arrow keys. On the window's thread. */
-class TDisplayView : public BView {
+class TLyricsView : public BView {
 public:
-  explicit TDisplayView(BRect frame);
-  ~TDisplayView() override;
+  explicit TLyricsView(BRect frame);
+  ~TLyricsView() override;
 
   /** `instead`: what is shown when there are none. */
   void SetLines(const std::vector<std::string>& lines, const std::string& instead);

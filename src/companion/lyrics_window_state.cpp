@@ -1,14 +1,14 @@
-#include "companion/display_state.h"
+#include "companion/lyrics_window_state.h"
 
 #include "platform/app/message.h"
 
-TDisplayState* gDisplayState = nullptr;
+TLyricsWindowState* gLyricsWindowState = nullptr;
 
-bool TDisplayState::Archive(BMessage* archive) {
+bool TLyricsWindowState::Archive(BMessage* archive) {
   return archive->AddBool("Open", fIsOpen) == B_OK && archive->AddRect("_WFr", fWindowFrame) == B_OK;
 }
 
-bool TDisplayState::Unarchive(const BMessage& archive) {
+bool TLyricsWindowState::Unarchive(const BMessage& archive) {
   const bool isReadable = Read(archive, "Open", &fIsOpen);
   return Read(archive, "_WFr", &fWindowFrame) && isReadable;
 }

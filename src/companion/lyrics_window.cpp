@@ -1,7 +1,7 @@
-#include "companion/display_window.h"
+#include "companion/lyrics_window.h"
 
-#include "companion/display_state.h"
-#include "companion/display_view.h"
+#include "companion/lyrics_view.h"
+#include "companion/lyrics_window_state.h"
 #include "companion/prefs/notices.h"
 #include "companion/song_lyrics.h"
 #include "hostlink/host_link.h"
@@ -33,7 +33,7 @@ constexpr float kNoLimit = 32767;
 /** The stored frame; on a first run, when none was stored, and when its screen is there no more, below the player as
    far as the screen goes. */
 BRect opening_frame(const BRect& stored) {
-  const BRect first = TDisplayState().fWindowFrame;
+  const BRect first = TLyricsWindowState().fWindowFrame;
   if (!(stored == first) && is_in_sight(stored)) return stored;
   BRect host;
   if (get_sonivo_win_frame(&host) != B_OK) return first;
@@ -44,10 +44,10 @@ BRect opening_frame(const BRect& stored) {
 
 } // namespace
 
-TVesmoDWin::TVesmoDWin(BRect frame, const BMessenger& manager)
+TLyricsWindow::TLyricsWindow(BRect frame, const BMessenger& manager)
     : TKRVWin(opening_frame(frame), gLLT->Text("Display_Win_Title"), B_DOCUMENT_WINDOW_LOOK), fManager(manager),
       fFrontEnd(std::make_unique<Sonivo_FrontEnd>(false, kFrontEndIntervalUs)),
-      fSong(std::make_unique<TSongLyrics>(fFrontEnd.get(), this)), fView(new TDisplayView(Bounds())) {
+      fSong(std::make_unique<TSongLyrics>(fFrontEnd.get(), this)), fView(new TLyricsView(Bounds())) {
   KeepWhenClosed();
   SetSizeLimits(kMinWidth, kNoLimit, kMinHeight, kNoLimit);
   AddMainChild(fView);
@@ -55,13 +55,13 @@ TVesmoDWin::TVesmoDWin(BRect frame, const BMessenger& manager)
   fFrontEnd->Start();
 }
 
-TVesmoDWin::~TVesmoDWin() {
+TLyricsWindow::~TLyricsWindow() {
   fPoll.reset();
   fFrontEnd->StopWaiting();
   fSong.reset();
 }
 
-void TVesmoDWin::Show() {
+void TLyricsWindow::Show() {
   const BMessage poll(kMsgPoll);
   fPollsOften = true;
   fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &poll, kOftenUs);
@@ -70,7 +70,7 @@ void TVesmoDWin::Show() {
   TKRVWin::Show();
 }
 
-void TVesmoDWin::PutAway() {
+void TLyricsWindow::PutAway() {
   const BMessage* const request = CurrentMessage();
   if (request && be_app && request->ReturnAddress() == BMessenger(be_app)) return;
   fPoll.reset();
@@ -79,13 +79,13 @@ void TVesmoDWin::PutAway() {
   TKRVWin::PutAway();
 }
 
-void TVesmoDWin::Follow(bool follows) {
+void TLyricsWindow::Follow(bool follows) {
   BMessage request(kMsgFollowDocument);
   if (follows) request.AddMessenger("Follower", BMessenger(this));
   fManager.SendMessage(&request, BMessenger(), 0);
 }
 
-void TVesmoDWin::MessageReceived(BMessage* message) {
+void TLyricsWindow::MessageReceived(BMessage* message) {
   switch (message->what) {
   case kMsgPoll:
     if (fPoll) LookAtSong();
@@ -108,7 +108,7 @@ void TVesmoDWin::MessageReceived(BMessage* message) {
     if (fPoll) Follow(true);
     return;
   case kNoticeAppearance:
-  case kNoticeDisplay:
+  case kNoticeLyricsWindow:
     return fView->SetAppearance();
   case kNoticeLanguage:
     return LanguageChanged();
@@ -117,7 +117,7 @@ void TVesmoDWin::MessageReceived(BMessage* message) {
   }
 }
 
-void TVesmoDWin::LookAtSong() {
+void TLyricsWindow::LookAtSong() {
   fFrontEnd->Refresh();
   PollAsNeeded(fFrontEnd->SungPositionMs().has_value());
   const bool isAnother = fSong->SongIs(fFrontEnd->Title());
@@ -125,13 +125,13 @@ void TVesmoDWin::LookAtSong() {
   if (isAnother) ShowLyrics();
 }
 
-void TVesmoDWin::PollAsNeeded(bool isPlaying) {
+void TLyricsWindow::PollAsNeeded(bool isPlaying) {
   if (isPlaying == fPollsOften) return;
   fPollsOften = isPlaying;
   fPoll->SetInterval(isPlaying ? kOftenUs : kSeldomUs);
 }
 
-void TVesmoDWin::ShowLyrics() {
+void TLyricsWindow::ShowLyrics() {
   const bool isEdited = fDocument.BelongsTo(fSong->Title(), fSong->Path());
   const char* const instead = fSong->Title().empty()     ? "Hint_No_Song_To_Display"
                               : fSong->HasTooManyLines() ? "Hint_Long_Lyrics_To_Display"
@@ -139,7 +139,7 @@ void TVesmoDWin::ShowLyrics() {
   fView->SetLines(isEdited ? fDocument.Lines() : fSong->Lines(), gLLT->Text(instead));
 }
 
-void TVesmoDWin::LanguageChanged() {
+void TLyricsWindow::LanguageChanged() {
   SetTitle(gLLT->Text("Display_Win_Title"));
   ShowLyrics();
 }
