@@ -2,7 +2,7 @@
 
 #include <memory>
 
-/** The one name that the image exports. */
+/** The only symbol that the image exports. */
 extern "C" __attribute__((visibility("default"))) GeneralPlugin* NewPlugin(PluginConstructorStruct* record) {
   auto plugin = std::make_unique<TVesmoD>(record);
   record->built = 1;

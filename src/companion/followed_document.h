@@ -7,15 +7,14 @@
 
 class BMessage;
 
-/** A document that is being edited elsewhere, as its notices tell of it (`lyrics/document_notices.h`). */
+/** A copy of the document open in the editor, kept up to date by its notices (`lyrics/document_notices.h`). */
 class TFollowedDocument {
 public:
-  /** False when notices were missed: the whole is to be asked for again. */
+  /** False when notices were missed: request the whole document again. */
   bool Take(const BMessage& notice);
   void Forget();
 
-  /** The document says what is sung in the song of that title, whose lyrics lie at that path. One without a word in it
-      says nothing of any song. */
+  /** The document has the lyrics of the song with that title and lyrics file. False for an empty document. */
   bool BelongsTo(const std::string& title, const std::string& lyricsPath) const;
   const std::vector<std::string>& Lines() const { return fLines; }
 

@@ -15,22 +15,22 @@
 
 namespace {
 
-constexpr uint32 kMsgMove = 'dvmv';
+constexpr uint32 kMsgAnimate = 'dvmv';
 constexpr bigtime_t kFrameUs = 16000;
-constexpr bigtime_t kMoveUs = 250000;
-/** A display is looked at from farther away than an editor. */
+constexpr bigtime_t kAnimationUs = 250000;
+/** The lyrics window is read from farther away than the editor. */
 constexpr float kSmallPerEditor = 1.5F;
 constexpr float kLargePerSmall = 1.5F;
-/** A level of the setting "FntL". */
+/** Per level of the setting "FntL". */
 constexpr float kSizePerLevel = 1.2F;
 constexpr int32 kLastLevel = 8;
 constexpr float kMargin = 16;
-/** Between two lines, in rows. */
+/** Gap between two lines, in rows. */
 constexpr float kGap = 0.3F;
 constexpr int32 kPageLines = 8;
-/** How much of their colour is left to the lines that come, and to those that are over. */
-constexpr float kComing = 0.72F;
-constexpr float kOver = 0.4F;
+/** Opacity of the lines to come and of the lines already sung. */
+constexpr float kNextOpacity = 0.72F;
+constexpr float kSungOpacity = 0.4F;
 
 rgb_color mixed(rgb_color ink, rgb_color ground, float share) {
   const auto mix = [share](uint8 a, uint8 b) {
@@ -44,7 +44,7 @@ BFont sized(BFont font, float size) {
   return font;
 }
 
-/** Lines that are not sung, such as headers, stay as they are. */
+/** Lines without time tags, such as headers, are unchanged. */
 std::string without_tags(const std::string& line) {
   const TTaggedLine parts = take_apart(line);
   return parts.timesMs.empty() ? line : parts.Text();
@@ -66,11 +66,11 @@ void TLyricsView::SetAppearance() {
   fLarge.font = sized(font, small * kLargePerSmall);
   for (TFace* face : {&fSmall, &fLarge}) face->font.GetHeight(&face->height);
   SetViewColor(look->background);
-  ShowAgain();
+  Update();
 }
 
-void TLyricsView::SetLines(const std::vector<std::string>& lines, const std::string& instead) {
-  fInstead = instead;
+void TLyricsView::SetLines(const std::vector<std::string>& lines, const std::string& placeholder) {
+  fPlaceholder = placeholder;
   fLines.clear();
   fLineTimes.Clear();
   for (const std::string& line : lines) {
@@ -78,25 +78,25 @@ void TLyricsView::SetLines(const std::vector<std::string>& lines, const std::str
     fLineTimes.Append(line);
   }
   fIsTimed = fLineTimes.HasTimes();
-  fMover.reset();
+  fAnimation.reset();
   fShift = 0;
   fCurrent = fIsTimed ? fLineTimes.RowAt(fPositionMs) : 0;
-  ShowAgain();
+  Update();
 }
 
 void TLyricsView::SetPosition(int32 positionMs) {
   fPositionMs = positionMs;
   if (!fIsTimed) return;
   const int32 line = fLineTimes.RowAt(positionMs);
-  if (line != fCurrent) MoveTo(line);
+  if (line != fCurrent) AnimateTo(line);
 }
 
 void TLyricsView::FrameResized(float width, float height) {
   BView::FrameResized(width, height);
-  ShowAgain();
+  Update();
 }
 
-void TLyricsView::ShowAgain() {
+void TLyricsView::Update() {
   LayOut();
   SetAccessibleName(gLLT->Text("Label_Display"));
   SetAccessibleDescription(CurrentLine());
@@ -104,13 +104,13 @@ void TLyricsView::ShowAgain() {
 }
 
 std::string TLyricsView::CurrentLine() const {
-  if (fLines.empty()) return fInstead;
+  if (fLines.empty()) return fPlaceholder;
   return fIsTimed && fCurrent >= 0 ? fLines[static_cast<size_t>(fCurrent)] : std::string();
 }
 
 std::vector<TLyricsView::TRow> TLyricsView::RowsOf(int32 line) const {
   const BFont& font = FaceOf(line).font;
-  const std::string& text = fLines.empty() ? fInstead : fLines[static_cast<size_t>(line)];
+  const std::string& text = fLines.empty() ? fPlaceholder : fLines[static_cast<size_t>(line)];
   const auto measure = [&font](std::string_view part) { return font.StringWidth(part); };
   std::vector<TRow> rows;
   for (std::string& row : wrap_text(text, std::max(1.0F, Bounds().Width() - 2 * kMargin), measure)) {
@@ -124,7 +124,7 @@ float TLyricsView::HeightOf(const std::vector<TRow>& rows, int32 line) const {
   return static_cast<float>(rows.size()) * FaceOf(line).RowHeight();
 }
 
-/** From the line that is sung up and down, a window's height more than can be seen: while the lines move. */
+/** Lays lines out from the current one up and down, a window height beyond the visible part for the animation. */
 void TLyricsView::LayOut() {
   fRows.clear();
   const float gap = fSmall.RowHeight() * kGap;
@@ -157,39 +157,40 @@ void TLyricsView::LayOut() {
 float TLyricsView::MiddleOf(int32 line) const {
   float top = 0;
   float bottom = 0;
-  bool isThere = false;
+  bool isLaidOut = false;
   for (const TRow& row : fRows) {
     if (row.line != line) continue;
-    top = isThere ? std::min(top, row.top) : row.top;
-    bottom = std::max(isThere ? bottom : row.top, row.top + FaceOf(line).RowHeight());
-    isThere = true;
+    top = isLaidOut ? std::min(top, row.top) : row.top;
+    bottom = std::max(isLaidOut ? bottom : row.top, row.top + FaceOf(line).RowHeight());
+    isLaidOut = true;
   }
-  return isThere ? (top + bottom) / 2 + fShift : 0;
+  return isLaidOut ? (top + bottom) / 2 + fShift : 0;
 }
 
-void TLyricsView::MoveTo(int32 line) {
+void TLyricsView::AnimateTo(int32 line) {
   const float from = MiddleOf(std::max(line, int32{0}));
   fCurrent = line;
-  fShiftBegan = fShift = from;
-  fMoveBeganUs = system_time();
-  const BMessage move(kMsgMove);
-  fMover.reset();
-  if (fShift != 0) fMover = std::make_unique<BMessageRunner>(BMessenger(this), &move, kFrameUs);
-  ShowAgain();
+  fShiftAtStart = fShift = from;
+  fAnimationStartUs = system_time();
+  const BMessage step(kMsgAnimate);
+  fAnimation.reset();
+  if (fShift != 0) fAnimation = std::make_unique<BMessageRunner>(BMessenger(this), &step, kFrameUs);
+  Update();
 }
 
-/** Fast at first and slow at the end. */
-void TLyricsView::MoveOn() {
-  const float done = std::min(1.0F, static_cast<float>(system_time() - fMoveBeganUs) / static_cast<float>(kMoveUs));
+/** Cubic ease-out. */
+void TLyricsView::AnimationStep() {
+  const float done =
+      std::min(1.0F, static_cast<float>(system_time() - fAnimationStartUs) / static_cast<float>(kAnimationUs));
   const float left = 1 - done;
-  fShift = fShiftBegan * left * left * left;
-  if (done >= 1) fMover.reset();
+  fShift = fShiftAtStart * left * left * left;
+  if (done >= 1) fAnimation.reset();
   Invalidate();
 }
 
 void TLyricsView::MessageReceived(BMessage* message) {
-  if (message->what != kMsgMove) return BView::MessageReceived(message);
-  if (fMover) MoveOn();
+  if (message->what != kMsgAnimate) return BView::MessageReceived(message);
+  if (fAnimation) AnimationStep();
 }
 
 void TLyricsView::KeyDown(const char* bytes, int32 count) {
@@ -210,15 +211,15 @@ void TLyricsView::KeyDown(const char* bytes, int32 count) {
 void TLyricsView::ScrollBy(int32 lines) {
   if (fIsTimed || fLines.empty()) return;
   fCurrent = std::clamp(fCurrent + lines, int32{0}, static_cast<int32>(fLines.size()) - 1);
-  ShowAgain();
+  Update();
 }
 
 rgb_color TLyricsView::ColorOf(int32 line) const {
   const auto look = gPref->Values();
-  if (fLines.empty()) return mixed(look->lyrics, look->background, kComing);
+  if (fLines.empty()) return mixed(look->lyrics, look->background, kNextOpacity);
   if (!fIsTimed) return look->lyrics;
   if (line == fCurrent) return look->activeLyrics;
-  return mixed(look->lyrics, look->background, line > fCurrent ? kComing : kOver);
+  return mixed(look->lyrics, look->background, line > fCurrent ? kNextOpacity : kSungOpacity);
 }
 
 void TLyricsView::Draw(BRect) {

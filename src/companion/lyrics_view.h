@@ -10,19 +10,19 @@
 
 class BMessageRunner;
 
-/** The lyrics of a song: the line that is sung stands large in the middle, those before and after it dimmed above and
-    below. Lyrics without times stand there plain, and are scrolled by the arrow keys. On the window's thread. */
+/** The lyrics of a song: the current line large in the middle, the others dimmed above and below it. Lyrics without
+   time tags are shown as plain text and scrolled with the arrow keys. To be used on the window's thread. */
 class TLyricsView : public BView {
 public:
   explicit TLyricsView(BRect frame);
   ~TLyricsView() override;
 
-  /** `instead`: what is shown when there are none. */
-  void SetLines(const std::vector<std::string>& lines, const std::string& instead);
+  /** `placeholder` is shown when there are no lines. */
+  void SetLines(const std::vector<std::string>& lines, const std::string& placeholder);
   void SetPosition(int32 positionMs);
-  /** The line that is sung, or what is shown instead of lyrics; empty while none is. */
+  /** The line being sung, or the placeholder; empty before the first line. */
   std::string CurrentLine() const;
-  /** Takes font and colours from the settings again. */
+  /** Takes font and colours from the settings. */
   void SetAppearance();
 
   void AttachedToWindow() override { SetAppearance(); }
@@ -32,7 +32,7 @@ public:
   void Draw(BRect updateRect) override;
 
 private:
-  /** One row of text; `top` counts from the middle of the view. */
+  /** One row of text; `top` is relative to the middle of the view. */
   struct TRow {
     int32 line;
     float top;
@@ -49,25 +49,25 @@ private:
   std::vector<TRow> RowsOf(int32 line) const;
   float HeightOf(const std::vector<TRow>& rows, int32 line) const;
   void LayOut();
-  void ShowAgain();
-  /** The middle of the line as it stands there; 0 when it does not. */
+  void Update();
+  /** Where the middle of the line is drawn now; 0 if it is not laid out. */
   float MiddleOf(int32 line) const;
-  void MoveTo(int32 line);
-  void MoveOn();
+  void AnimateTo(int32 line);
+  void AnimationStep();
   void ScrollBy(int32 lines);
   rgb_color ColorOf(int32 line) const;
 
   std::vector<std::string> fLines; // without their tags
-  std::string fInstead;
+  std::string fPlaceholder;
   TLineTimes fLineTimes;
   bool fIsTimed = false;
-  int32 fCurrent = -1; // the line that is sung, or of a plain text the topmost
+  int32 fCurrent = -1; // the line being sung; in a plain text the topmost one
   int32 fPositionMs = 0;
   TFace fSmall;
   TFace fLarge;
-  std::vector<TRow> fRows; // those that can be seen, and a few more
-  float fShift = 0;        // how far they stand from their places, while they move there
-  float fShiftBegan = 0;
-  bigtime_t fMoveBeganUs = 0;
-  std::unique_ptr<BMessageRunner> fMover;
+  std::vector<TRow> fRows; // the visible ones and a few more
+  float fShift = 0;        // current distance of the rows from their places, during the animation
+  float fShiftAtStart = 0;
+  bigtime_t fAnimationStartUs = 0;
+  std::unique_ptr<BMessageRunner> fAnimation;
 };

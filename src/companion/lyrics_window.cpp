@@ -20,18 +20,17 @@
 namespace {
 
 constexpr uint32 kMsgPoll = 'dwpl';
-constexpr bigtime_t kOftenUs = 40000;
-/** While the song stands: a jump or another song is still seen soon. */
-constexpr bigtime_t kSeldomUs = 250000;
-/** The link's own thread polls nothing; this is how often it looks whether it is to end. */
+constexpr bigtime_t kFastPollUs = 40000;
+/** While paused: a seek or a new song is still noticed soon. */
+constexpr bigtime_t kSlowPollUs = 250000;
+/** The link's own thread does not poll the player; this is how often it checks whether to end. */
 constexpr int64 kFrontEndIntervalUs = 100000;
 constexpr float kGapToHost = 32;
 constexpr float kMinWidth = 200;
 constexpr float kMinHeight = 80;
 constexpr float kNoLimit = 32767;
 
-/** The stored frame; on a first run, when none was stored, and when its screen is there no more, below the player as
-   far as the screen goes. */
+/** The stored frame; without one, or when its screen is gone, below the player but on the screen. */
 BRect opening_frame(const BRect& stored) {
   const BRect first = TLyricsWindowState().fWindowFrame;
   if (!(stored == first) && is_in_sight(stored)) return stored;
@@ -63,8 +62,8 @@ TLyricsWindow::~TLyricsWindow() {
 
 void TLyricsWindow::Show() {
   const BMessage poll(kMsgPoll);
-  fPollsOften = true;
-  fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &poll, kOftenUs);
+  fPollsFast = true;
+  fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &poll, kFastPollUs);
   Follow(true);
   ShowLyrics();
   TKRVWin::Show();
@@ -88,7 +87,7 @@ void TLyricsWindow::Follow(bool follows) {
 void TLyricsWindow::MessageReceived(BMessage* message) {
   switch (message->what) {
   case kMsgPoll:
-    if (fPoll) LookAtSong();
+    if (fPoll) Poll();
     return;
   case kMsgSongFound:
   case kMsgNoSong:
@@ -101,7 +100,7 @@ void TLyricsWindow::MessageReceived(BMessage* message) {
   case kMsgDocumentWhole:
   case kMsgDocumentLines:
   case kMsgDocumentClosed:
-    if (!fPoll) return; // it was on its way when the window was closed
+    if (!fPoll) return; // still queued when the window was closed
     if (!fDocument.Take(*message)) return Follow(true);
     return ShowLyrics();
   case kMsgDocumentOpened:
@@ -117,26 +116,26 @@ void TLyricsWindow::MessageReceived(BMessage* message) {
   }
 }
 
-void TLyricsWindow::LookAtSong() {
+void TLyricsWindow::Poll() {
   fFrontEnd->Refresh();
-  PollAsNeeded(fFrontEnd->SungPositionMs().has_value());
+  SetPollRate(fFrontEnd->SungPositionMs().has_value());
   const bool isAnother = fSong->SongIs(fFrontEnd->Title());
   fView->SetPosition(fFrontEnd->PositionMs());
   if (isAnother) ShowLyrics();
 }
 
-void TLyricsWindow::PollAsNeeded(bool isPlaying) {
-  if (isPlaying == fPollsOften) return;
-  fPollsOften = isPlaying;
-  fPoll->SetInterval(isPlaying ? kOftenUs : kSeldomUs);
+void TLyricsWindow::SetPollRate(bool isPlaying) {
+  if (isPlaying == fPollsFast) return;
+  fPollsFast = isPlaying;
+  fPoll->SetInterval(isPlaying ? kFastPollUs : kSlowPollUs);
 }
 
 void TLyricsWindow::ShowLyrics() {
   const bool isEdited = fDocument.BelongsTo(fSong->Title(), fSong->Path());
-  const char* const instead = fSong->Title().empty()     ? "Hint_No_Song_To_Display"
-                              : fSong->HasTooManyLines() ? "Hint_Long_Lyrics_To_Display"
-                                                         : "Hint_No_Lyrics_To_Display";
-  fView->SetLines(isEdited ? fDocument.Lines() : fSong->Lines(), gLLT->Text(instead));
+  const char* const placeholder = fSong->Title().empty()     ? "Hint_No_Song_To_Display"
+                                  : fSong->HasTooManyLines() ? "Hint_Long_Lyrics_To_Display"
+                                                             : "Hint_No_Lyrics_To_Display";
+  fView->SetLines(isEdited ? fDocument.Lines() : fSong->Lines(), gLLT->Text(placeholder));
 }
 
 void TLyricsWindow::LanguageChanged() {

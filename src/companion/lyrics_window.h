@@ -11,22 +11,22 @@ class Sonivo_FrontEnd;
 class TLyricsView;
 class TSongLyrics;
 
-/** The display's window: shows the lyrics of the song that plays, as its file has them, or as the editor does while
-   they are edited. Closing it hides it; its manager ends it. While it is hidden, it asks nobody anything. */
+/** The lyrics window: shows the lyrics of the song being played, from the file next to it or, while they are being
+    edited, from the editor. Closing hides it; its manager calls Quit. While hidden it polls nothing. */
 class TLyricsWindow : public TKRVWin {
 public:
   TLyricsWindow(BRect frame, const BMessenger& manager);
   ~TLyricsWindow() override;
 
   void Show() override;
-  /** Not when it is the player that ends: at the next start the display is to be open again. */
+  /** Ignored when the player is closing: then the window must be open again after the next start. */
   void PutAway() override;
   void MessageReceived(BMessage* message) override;
 
 private:
   void Follow(bool follows);
-  void LookAtSong();
-  void PollAsNeeded(bool isPlaying);
+  void Poll();
+  void SetPollRate(bool isPlaying);
   void ShowLyrics();
   void LanguageChanged();
 
@@ -36,5 +36,5 @@ private:
   TFollowedDocument fDocument;
   TLyricsView* fView; // the main child
   std::unique_ptr<BMessageRunner> fPoll;
-  bool fPollsOften = false;
+  bool fPollsFast = false;
 };

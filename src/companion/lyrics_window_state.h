@@ -2,14 +2,14 @@
 
 #include "common/archivable.h"
 
-/** What the display remembers between runs; the names in quotes are the fields on disk. Written by the manager when the
-    window closes, and read by it. */
+/** State of the lyrics window kept between runs; quoted names are the fields on disk. Used by the manager's thread,
+   which updates it when the window closes. */
 class TLyricsWindowState : public koreva::TArchivable {
 public:
   bool Archive(BMessage* archive) override;
   bool Unarchive(const BMessage& archive) override;
 
-  bool fIsOpen = false;                   // "Open": at the end
+  bool fIsOpen = false;                   // "Open": when the program ended
   BRect fWindowFrame{120, 520, 759, 759}; // "_WFr"
 };
 

@@ -29,7 +29,7 @@ TSongLyrics::~TSongLyrics() {
 }
 
 bool TSongLyrics::SongIs(const std::string& title) {
-  // A search that is under way is let end: its answer starts the next one.
+  // A running search is not cancelled: its answer starts the next one.
   if (title == fTitle) return false;
   fTitle = title;
   fPath.clear();
@@ -41,7 +41,7 @@ bool TSongLyrics::SongIs(const std::string& title) {
 }
 
 void TSongLyrics::SearchAnswered(const BMessage& answer) {
-  if (answer.what == kMsgPlayerSilent) return; // it goes on
+  if (answer.what == kMsgPlayerSilent) return; // the search continues
   const std::string searched = std::exchange(fSearched, {});
   if (searched != fTitle) {
     const std::string title = std::exchange(fTitle, {});
@@ -66,7 +66,7 @@ bool TSongLyrics::FilesChanged(const BMessage& notice) {
   const bool isInFolder = notice.FindString("name", &name) == B_OK;
   const std::string path = folder_of(fPath) + name;
   if (isInFolder && path != koreva::reext(fPath, "lrc") && path != koreva::reext(fPath, "txt")) return false;
-  stop_watching(fOwner); // the file of that name may be another one now
+  stop_watching(fOwner); // a new file may have replaced it
   Watch();
   Read();
   return true;

@@ -9,8 +9,8 @@ class BHandler;
 class BMessage;
 class Sonivo_FrontEnd;
 
-/** The lyrics of the song that plays, as they lie beside it. Owned by a window, on whose thread everything happens; the
-    window hands over the answers of the search and the notices of the watched folder. */
+/** The lyrics of the song being played, from the file next to it. Owned by a window and used on its thread only; the
+    window passes on the answers of the search and the notices of the watched folder. */
 class TSongLyrics {
 public:
   TSongLyrics(Sonivo_FrontEnd* frontEnd, BHandler* owner);
@@ -18,17 +18,17 @@ public:
   TSongLyrics& operator=(const TSongLyrics&) = delete;
   ~TSongLyrics();
 
-  /** Another title begins a search; true when what was known is gone. */
+  /** A new title starts a search; returns true when the previous lyrics were dropped. */
   bool SongIs(const std::string& title);
   void SearchAnswered(const BMessage& answer);
-  /** False when the notice is about other files. */
+  /** False when the notice concerns other files. */
   bool FilesChanged(const BMessage& notice);
 
   const std::string& Title() const { return fTitle; }
-  /** Empty while no song was found. */
+  /** Empty until the song is found. */
   const std::string& Path() const { return fPath; }
   const std::vector<std::string>& Lines() const { return fLines; }
-  /** There are lyrics, but they are not read. */
+  /** There is a lyrics file, but it was not loaded. */
   bool HasTooManyLines() const { return fHasTooManyLines; }
 
 private:
@@ -38,7 +38,7 @@ private:
   BHandler* const fOwner;
   TCurrentSongFinder fFinder;
   std::string fTitle;
-  std::string fSearched; // the title that the search under way is for; empty while there is none
+  std::string fSearched; // title of the running search; empty without one
   std::string fPath;
   std::vector<std::string> fLines;
   bool fHasTooManyLines = false;

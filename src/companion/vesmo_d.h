@@ -4,13 +4,13 @@
 
 inline constexpr const char* kCompanionName = "Vesmo Display";
 
-/** The lyrics display as the player sees it. Makes the process-wide objects of its image and the manager. */
+/** The companion plug-in as the player sees it. Creates the global objects of its image and the manager. */
 class TVesmoD : public TFamilyPlugin {
 public:
   explicit TVesmoD(PluginConstructorStruct* record);
   ~TVesmoD() override;
 
-  /** The first time, the display comes up if it was open at the last end; later it is what the user asks for. */
+  /** The first call opens the lyrics window if it was open when the program ended; later calls are the user's. */
   bool Init() override;
   void Cleanup() override;
 

@@ -85,7 +85,7 @@ bool TVesmoDCommMan::HandleNotice(BMessage* message) {
   }
 }
 
-// Settings, texts or the document are others now: the windows look for themselves, so one notice of a kind is enough.
+// The windows read the new settings, texts or document themselves, so notices of a kind are coalesced.
 void TVesmoDCommMan::Forward(BMessage* message) {
   if (fMainWindow) BMessenger(fMainWindow).SendCoalesced(*message);
   if (fPrefWindow) BMessenger(fPrefWindow).SendCoalesced(*message);
@@ -98,7 +98,7 @@ void TVesmoDCommMan::SettingsChanged(BMessage* message) {
 }
 
 void TVesmoDCommMan::LanguageChanged(const BMessage& message) {
-  // The files are watched by both managers; what the user has chosen is told by this one alone.
+  // Both managers watch the language files; only this one knows the user's choice and forwards it.
   if (message.HasField("LLTF")) SendMessage(&message);
   if (ReloadLanguage()) SetAboutWinContent();
 }

@@ -6,11 +6,11 @@
 class TVesmoDPrefWin;
 class TLyricsWindow;
 
-/** From the plug-in: the display was open at the last end, and comes up beside what the user does meanwhile. */
+/** From the plug-in: the lyrics window was open when the program ended; opens without taking the focus. */
 inline constexpr uint32 kMsgReopenMain = 'Srom';
 
-/** The display's manager: owns the windows, opens and closes them on its own thread. Changes of the shared settings,
-    which the preferences window sends it, it takes over and hands to the editor's manager, its partner. */
+/** The companion's manager: owns its windows and opens and closes them on its own thread. Applies the settings changes
+    sent by the preferences window and forwards them to the editor's manager, its partner. */
 class TVesmoDCommMan : public TFamilyCommMan {
 public:
   explicit TVesmoDCommMan(std::string pluginPath);
@@ -37,7 +37,7 @@ private:
   void StampHintCame(const BMessage& message);
   void SettingsChanged(BMessage* message);
 
-  TLyricsWindow* fMainWindow = nullptr;  // null until asked for; hidden when its user closes it
-  TVesmoDPrefWin* fPrefWindow = nullptr; // the same
+  TLyricsWindow* fMainWindow = nullptr;  // null until first opened; hidden when closed
+  TVesmoDPrefWin* fPrefWindow = nullptr; // likewise
   BMessage fStampHint;                   // the last one
 };

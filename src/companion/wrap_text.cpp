@@ -41,7 +41,7 @@ bool must_not_end_a_row(char32_t c) {
 }
 
 bool may_break_between(char32_t left, char32_t right) {
-  if (is_blank(right)) return false; // behind the blanks
+  if (is_blank(right)) return false; // only after the blanks
   if (is_blank(left)) return true;
   if (must_not_begin_a_row(right) || must_not_end_a_row(left)) return false;
   return is_east_asian(left) || is_east_asian(right);
@@ -67,7 +67,7 @@ std::vector<std::string> wrap_text(std::string_view text, float width,
     const auto end_of = [&](size_t count) {
       return first + count < characters.size() ? characters[first + count].at : text.size();
     };
-    // The most characters that fit, found by halving: each look measures on the display.
+    // Binary search for the most characters that fit: each measurement blocks on the display thread.
     size_t fits = 1;
     size_t tooMany = characters.size() - first + 1;
     while (fits + 1 < tooMany) {

@@ -9,29 +9,29 @@ namespace koreva {
 
 enum TAlertType { kInfoAlert, kQuestionAlert, kWarningAlert, kStopAlert };
 
-/** One button of a question: its text, and the letter that presses it where labels show letters. */
+/** One button of a question: its text, and its accelerator letter where labels show letters. */
 struct TAlertButton {
   std::string label;
   char letter = 0;
-  /** What Escape and the close box mean. */
+  /** Pressed by Escape and the close button. */
   bool isHarmless = false;
 };
 
-/** Asks, and waits for the answer on the calling thread; the other windows stay alive. Buttons stand left to right, at
-    most three. Returns the index of the pressed one. `format` is how labels show their letters, empty for not at all:
-    the letters then press nothing. */
+/** Asks a question with at most three buttons, from left to right, and blocks the calling thread until it is answered;
+    other windows stay usable. Returns the index of the pressed button. `format` is how labels show their letters; if
+    empty, they show none and the letters have no effect. */
 long show_alert(const std::string& text, const std::string& caption, std::initializer_list<TAlertButton> buttons,
                 const std::string& format, TAlertType type = kQuestionAlert);
 
-/** Tells, with one button. */
+/** Shows a message with one button and blocks until it is closed. */
 void show_msg(const std::string& text, const std::string& caption, const TAlertButton& button,
               const std::string& format, TAlertType type = kWarningAlert);
 
-/** Tells, and goes on after that time at the latest: where nobody may be there to read it. */
+/** show_msg with a time-out, for when the user may be away. */
 void show_msg_for(bigtime_t limitUs, const std::string& text, const std::string& caption, const TAlertButton& button,
                   const std::string& format, TAlertType type = kWarningAlert);
 
-/** Tells without waiting until it is read: for threads on which others wait. */
+/** Shows a message and returns at once, for threads that must not block. */
 void post_msg(const std::string& text, const std::string& caption, const TAlertButton& button,
               const std::string& format, TAlertType type = kWarningAlert);
 

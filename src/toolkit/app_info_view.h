@@ -8,8 +8,7 @@ class BBitmap;
 class BImageView;
 class BStringView;
 
-/** The page that says which program this is: its icon, where there is one, name, version and author, one below the
- * other. */
+/** The About page of the program: icon (optional), name, version and author. */
 class TAppInfoView : public TKRVView {
 public:
   TAppInfoView(const BBitmap& icon, const std::string& name, const std::string& version);

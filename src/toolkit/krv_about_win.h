@@ -11,7 +11,7 @@ class TAppInfoView;
 class TKRVDlgView;
 class TLangInfoView;
 
-/** Tells of the program and of the languages it speaks, on a page each. Closing hides it; who owns it ends it. */
+/** The About window: a page about the program and one about its languages. Closing hides it; the owner calls Quit. */
 class TKRVAboutWin : public TKRVWin {
 public:
   TKRVAboutWin(const std::string& appName, const std::string& version, const BBitmap& icon = {});
@@ -19,12 +19,12 @@ public:
   struct TContent {
     std::string author;
     std::string languageFolder;
-    /** Empty: the built-in texts. */
+    /** Empty for the built-in texts. */
     std::string languageFile;
-    /** How the label of the button shows its letter. */
+    /** How the button's label shows its accelerator letter. */
     std::string letterFormat;
   };
-  /** Takes every text anew, in the language of now. */
+  /** Sets all texts again, in the current language. */
   void SetContent(const TContent& content);
 
 private:

@@ -10,7 +10,7 @@ constexpr float kMargin = 12;
 constexpr float kGap = 8;
 constexpr float kSmallestButton = 80;
 
-/** Room that views take; as counts of pixels, unlike what rectangles tell. */
+/** Size in pixels: one more than BRect::Width and Height. */
 struct Room {
   float width = 0;
   float height = 0;
@@ -31,7 +31,7 @@ Room room_of(const std::vector<BView*>& row) {
   return room;
 }
 
-/** Of the largest one. */
+/** Fits the largest button. */
 Room room_of_one(const std::vector<BButton*>& buttons) {
   Room room{kSmallestButton, 0};
   for (BButton* button : buttons) {
@@ -51,7 +51,7 @@ void place_row(const std::vector<BView*>& row, float top, float height, float wi
   for (BView* view : row) {
     const Room own = room_of(view);
     const float taken = view == row.back() ? width - kMargin - left : own.width;
-    // A single view grows with its row.
+    // A single view fills the height of its row.
     const float high = row.size() == 1 ? height : own.height;
     place(view, left, top + (height - high) / 2, taken, high);
     left += taken + kGap;
@@ -68,7 +68,7 @@ void TKRVDlgView::AddRow(const std::vector<BView*>& views) {
   MoveButtonsToEnd();
 }
 
-/** The tab key goes from view to view in the order in which they came. */
+/** Keeps the buttons last in the Tab order, which is the order of adding. */
 void TKRVDlgView::MoveButtonsToEnd() {
   for (BButton* button : fButtons) {
     const bool hasFocus = button->IsFocus();

@@ -2,12 +2,11 @@
 
 #include "toolkit/krv_win.h"
 
-/** A dialog that stays alive: closing it hides it until it is shown again; who owns it ends it. As large as its main
-    child wants to be. */
+/** A persistent dialog: closing hides it, the owner calls Quit. Has the preferred size of its main child. */
 class TKRVDlgWin : public TKRVWin {
 public:
   explicit TKRVDlgWin(const char* title);
 
-  /** After the contents have changed. */
+  /** Adapts the size; to be called after the contents have changed. */
   void Fit();
 };

@@ -2,7 +2,7 @@
 
 #include "platform/interface/view.h"
 
-/** Base of the program's views that hold others: lays them out when it is attached and whenever its size changes. */
+/** Base of container views: lays out its children when attached and when resized. */
 class TKRVView : public BView {
 public:
   TKRVView(BRect frame, const char* name, uint32 resizingMode = B_FOLLOW_ALL_SIDES, uint32 flags = 0);
@@ -11,6 +11,6 @@ public:
   void FrameResized(float, float) override { LayOut(); }
 
 protected:
-  /** Hook: places the children; without it they stay where their resizing modes bring them. */
+  /** Hook: places the children; by default only their resizing modes apply. */
   virtual void LayOut() {}
 };

@@ -2,21 +2,20 @@
 
 #include "platform/interface/window.h"
 
-/** Base of the program's windows. Bars come first, each at its place at the top; below them the main child fills the
-    window. */
+/** Base of the program's windows: bars at the top, below them the main child fills the window. */
 class TKRVWin : public BWindow {
 public:
   using BWindow::BWindow;
 
-  /** After the bars. The child follows the window's size. */
+  /** To be called after adding the bars. The child follows the window's size. */
   void AddMainChild(BView* child);
-  /** Anew, when a bar has come, gone or changed its height. */
+  /** To be called after a bar was shown, hidden or changed its height. */
   void PlaceMainChild();
-  /** Not hidden: brought to the front. */
+  /** Shows the window, or brings it to the front. */
   void BringUp();
 
 protected:
-  /** What nothing of the main child is cut at, together with the bars. Waits for the display. */
+  /** Smallest size at which the bars and the main child are fully visible. Blocks on the display thread. */
   BPoint PreferredSize();
 
 private:

@@ -6,7 +6,7 @@
 namespace {
 
 constexpr BPoint kSize{520, 340};
-/** Of the same width in every font, unlike blanks. */
+/** Em spaces: of similar width in every font, unlike spaces. */
 constexpr const char* kIndent = "\u2003\u2003";
 
 std::string line(const char* key, const std::string& text) {

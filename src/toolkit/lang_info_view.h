@@ -4,13 +4,12 @@
 
 #include <string>
 
-/** The page that lists the languages present: who wrote each, its file, and which one is in use. Read and copied, not
-    edited. */
+/** The About page of the languages: translator and file of each, and which one is in use. Read-only, can be copied. */
 class TLangInfoView : public BTextView {
 public:
   TLangInfoView();
 
-  /** Reads the language files of the folder. `usedFile` empty: the texts built into the program are in use. */
+  /** Lists the language files of the folder. `usedFile` is empty while the built-in texts are in use. */
   void List(const std::string& folder, const std::string& usedFile);
   BPoint PreferredSize() override;
 };

@@ -4,10 +4,10 @@
 
 class BWindow;
 
-/** A frame of that size to the right of the neighbour where the screen has room, else to its left, else over it; always
-    wholly on the screen, as far as it fits. */
+/** A frame of that size to the right of the neighbour, else (no room) to its left, else over it. Always entirely on the
+    screen if it fits. */
 BRect frame_beside(const BRect& neighbour, float width, float height, const BRect& screen);
-/** The user can take hold of a window there: some of its upper edge is on a screen. */
+/** Part of the title bar is on a screen, so that the user can drag the window. */
 bool is_in_sight(const BRect& frame);
-/** Moves the window, which is locked, there. */
+/** Moves the window to frame_beside. With the window locked. */
 void move_beside(BWindow* window, const BRect& neighbour);

@@ -30,7 +30,7 @@ void TSimpleInputWin::SetLabels(const TLabels& labels) {
   fField->SetLabel(labels.input.c_str());
   fGo->SetLabel(labels.go.c_str());
   fCancel->SetLabel(labels.cancel.c_str());
-  HideHint(); // it is in the language of before
+  HideHint(); // it is in the previous language
   Fit();
 }
 
@@ -52,8 +52,8 @@ void TSimpleInputWin::MessageReceived(BMessage* message) {
 }
 
 void TSimpleInputWin::Go() {
-  const std::string fault = fCheck ? fCheck(fField->Text()) : std::string();
-  if (!fault.empty()) return ShowHint(fault);
+  const std::string error = fCheck ? fCheck(fField->Text()) : std::string();
+  if (!error.empty()) return ShowHint(error);
   BMessage filled(fMessage);
   filled.AddString(kInputField, fField->Text());
   fTarget.SendMessage(&filled, BMessenger(), 0);

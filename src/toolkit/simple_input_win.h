@@ -12,14 +12,14 @@ class BStringView;
 class BTextControl;
 class TKRVDlgView;
 
-/** The field of the message that carries what was typed. */
+/** Message field with the text typed. */
 inline constexpr const char* kInputField = "_SmplIptData";
 
-/** Asks for one line of text, which it sends with its message to its target. Closing, cancelling and sending hide it;
-    shown again, it holds the last text, selected. */
+/** Asks for one line of text and sends it with its message to its target. Closing, cancelling and sending hide it;
+   shown again, it has the last text, selected. */
 class TSimpleInputWin : public TKRVDlgWin {
 public:
-  /** Says what is wrong with a text; empty when it can be sent. On the window's thread. */
+  /** Returns an error message, empty if the text is valid. Called on the window's thread. */
   using TCheck = std::function<std::string(const std::string& text)>;
 
   TSimpleInputWin();
@@ -31,10 +31,10 @@ public:
     std::string go;
     std::string cancel;
   };
-  /** A letter that stands before a button's label by itself presses it with the Alt key. */
+  /** A letter set off in front of a button's label presses it with the Alt key. */
   void SetLabels(const TLabels& labels);
   void SetMessage(const BMessage& message, const BMessenger& target);
-  /** A text that does not pass is not sent; the window stays and shows what the check said. */
+  /** An invalid text is not sent; the window stays open and shows the error message. */
   void SetCheck(TCheck check) { fCheck = std::move(check); }
 
   void Show() override;
@@ -53,5 +53,5 @@ private:
   BTextControl* fField;
   BButton* fGo;
   BButton* fCancel;
-  BStringView* fHint = nullptr; // while something is wrong
+  BStringView* fHint = nullptr; // null without an error message
 };

@@ -6,28 +6,27 @@
 #include <memory>
 #include <vector>
 
-/** A row of buttons with images. Takes its preferred height when attached, and places the buttons itself, from left to
-    right. The buttons are its children. */
+/** A tool bar. Takes its preferred height when attached and lays its buttons (its children) out from left to right. */
 class TToolBar : public BView {
 public:
   TToolBar(BRect frame, const char* name, uint32 resizingMode = B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
 
-  /** The bar gives the button its place, and its size: that of all buttons, or the frame's width if that is larger.
-      The message goes to the window, unless the button is given another target. */
+  /** All buttons have the same size, except that one with a wider frame is as wide as that. The message goes to the
+      window unless the button gets another target. */
   TToolButton* AppendButton(BRect frame, const char* name, const BBitmap& bitmap, BMessage* message);
   void AppendSeparator();
 
-  /** Buttons are counted from the left, separators are not. Null for a name or an index that there is not. */
+  /** Indices count buttons from the left, without separators. Null if there is none. */
   TToolButton* FindItem(const char* name) const;
   TToolButton* ButtonAt(int32 index) const;
-  /** -1 for what is no button of this bar. */
+  /** -1 if the button is not in this bar. */
   int32 IndexOf(const TToolButton* button) const;
   int32 CountButtons() const { return static_cast<int32>(fButtons.size()); }
 
-  /** Flat or raised drawing of all its buttons, also of those to come. */
+  /** Flat or raised drawing of all buttons, including those added later. */
   void SetFlat(bool flat);
   bool IsFlat() const { return fIsFlat; }
-  /** What the buttons take; narrower bars cut them. Once attached. */
+  /** Width at which all buttons are visible. Once attached. */
   float PreferredWidth() const;
 
   void AllAttached() override;

@@ -3,15 +3,15 @@
 #include "platform/interface/bitmap.h"
 #include "platform/interface/control.h"
 
-/** A button of a tool bar. Its value is whether it is on (pressed in); clicking sends its message and leaves that to
-    the program. */
+/** A button of a tool bar. Its value is 1 while it is on (pressed in); clicking sends its message, and only the program
+    changes the value. */
 class TToolButton : public BControl {
 public:
-  /** A bar that lays it out keeps it at least as wide as the frame. */
+  /** The tool bar keeps it at least as wide as the frame. */
   TToolButton(BRect frame, const char* name, const BBitmap& bitmap, BMessage* message);
 
   float LeastWidth() const { return fLeastWidth; }
-  /** Shown beside the mouse, and what the button is called by those who listen to the screen. */
+  /** Sets the tool tip and the accessible name. */
   void SetTip(const char* tip);
   /** Flat: framed only under the mouse, with the focus, or while on. */
   void SetFlat(bool flat);

@@ -5,19 +5,19 @@
 
 #include <string>
 
-/** The tip that stands on the screen by the keyboard's doing: below the view that has the focus, one at a time. */
+/** Shows the tool tip of the view that received keyboard focus; at most one at a time. */
 class TToolTipWin {
 public:
   void ShowAt(BView* view);
-  /** Nothing when the tip of another view stands there. */
+  /** No effect when another view's tip is shown. */
   void HideFrom(BView* view);
 
 private:
   const BView* fView = nullptr; // compared, never followed
 };
 
-/** Decides when a tip is shown: seen from the window's messages, when the Tab key brings the focus to a view with a tip
-    and when it leaves. What the mouse does the display sees to by itself. */
+/** Shows a view's tip when the Tab key moves the focus to it, and hides it when the focus leaves. Hover tool tips, and
+    their delay, are left to Qt (`QStyle::SH_ToolTip_WakeUpDelay`). */
 class TTTSpy : public BMessageFilter {
 public:
   TTTSpy();
@@ -27,7 +27,7 @@ private:
   TToolTipWin fWindow;
 };
 
-/** Tips for the views of one window. Made and ended with the window locked or on its thread, before the window is. */
+/** Tool tips for the views of one window. Created and destroyed with the window locked, before the window is. */
 class TToolTip {
 public:
   explicit TToolTip(BWindow* window);
@@ -35,7 +35,7 @@ public:
   TToolTip& operator=(const TToolTip&) = delete;
   ~TToolTip();
 
-  /** What the view is for, in a few words: its tip, and its name for those who listen to the screen. */
+  /** Sets the tool tip and the accessible name. */
   static void SetTip(BView* view, const std::string& text);
 
 private:

@@ -27,7 +27,7 @@ bool take_points(const std::string& text, TPrefValues* values) {
 } // namespace
 
 TAppearancePage::TAppearancePage() : TPrefPage("Appearance"), fPreview(new TLyricsPreview) {
-  // One that is not installed shows as the system's own.
+  // A font that is not installed is shown as the system font.
   const auto index_of = [this](const TPrefValues& values) {
     const auto found = std::ranges::find(fFamilies, values.fontFamily);
     return found == fFamilies.end() ? 0 : static_cast<int32>(found - fFamilies.begin());

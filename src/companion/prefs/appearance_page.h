@@ -4,20 +4,20 @@
 
 class TLyricsPreview;
 
-/** Font and colours of the lyrics, in the editor and in the display, with a few lines as they will look. */
+/** Font and colours of the lyrics in the editor and the lyrics window, with a preview. */
 class TAppearancePage : public TPrefPage {
 public:
   TAppearancePage();
 
   void Relabel() override;
   void ShowValues(const TPrefValues& values) override;
-  /** Only into the preview: the controls are what the user is working. */
+  /** Updates the preview only; the user is editing the controls. */
   void Preview(const TPrefValues& values);
 
 private:
   void ListFamilies();
 
-  std::vector<std::string> fFamilies; // the first one is empty: the system's own
+  std::vector<std::string> fFamilies; // the first is empty: the system font
   BMenuField* fFamily;
   TLyricsPreview* fPreview;
 };

@@ -11,14 +11,14 @@
 
 namespace {
 
-/** Little, so that the server's guess of the moment of hearing is a short one. */
+/** Small, so that the server's latency estimate is precise. */
 constexpr uint32 kBufferedMs = 60;
-/** A server that is stopped or overloaded stays connected and never answers. */
+/** Time-out: a stopped or overloaded server stays connected but never answers. */
 constexpr bigtime_t kLongestAnswerUs = 3000000;
-/** Cancelling takes no longer than this. */
+/** Longest time until a cancel takes effect. */
 constexpr int kPollUs = 20000;
 
-/** Loaded at the first test: most users never make one. */
+/** Lazily loaded at the first test, since most users never run one. */
 struct TSoundLibrary {
   decltype(&pa_mainloop_new) newLoop;
   decltype(&pa_mainloop_free) freeLoop;
@@ -79,8 +79,8 @@ const TSoundLibrary* sound_library() {
   return library;
 }
 
-/** A stream of its own connection, whose event loop runs on the caller's thread and only while something is waited for.
-    So every wait has a time limit and can be cancelled, and closing waits for nothing. */
+/** A stream with its own connection. Its event loop runs on the caller's thread and only during waits, so every wait
+   has a time-out and can be cancelled, and closing does not block. */
 class TServerOutput : public TClickOutput {
 public:
   TServerOutput(const TSoundLibrary& library, TIsCancelled isCancelled)
@@ -98,7 +98,7 @@ public:
   }
 
   bool Open() {
-    // Starting a server would be a wait for a process.
+    // No autospawn: starting a server would block on a process.
     if (fLibrary.connectContext(fContext, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0) return false;
     if (!Await([this] { return fLibrary.contextState(fContext) == PA_CONTEXT_READY; })) return false;
     return OpenStream() && Await([this] { return fLibrary.streamState(fStream) == PA_STREAM_READY; });
@@ -140,7 +140,7 @@ private:
            (!fStream || PA_STREAM_IS_GOOD(fLibrary.streamState(fStream)));
   }
 
-  /** Runs the event loop until `isReady`. False when that does not come, or not in time. */
+  /** Runs the event loop until `isReady`. False on an error, time-out or cancel. */
   template <typename Ready>
   bool Await(Ready isReady) {
     const bigtime_t untilUs = system_time() + kLongestAnswerUs;

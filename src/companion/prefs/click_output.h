@@ -6,7 +6,7 @@
 #include <memory>
 #include <span>
 
-/** Where the clicks of the tap test are heard: mono, 16 bits, kRate. On one thread. */
+/** Audio output for the clicks of the tap test: mono, 16 bits, kRate. Not thread-safe. */
 class TClickOutput {
 public:
   static constexpr int32 kRate = 48000;
@@ -16,9 +16,9 @@ public:
   TClickOutput& operator=(const TClickOutput&) = delete;
   virtual ~TClickOutput() = default;
 
-  /** Waits until there is room. False when the output is gone, does not answer, or the wait was cancelled. */
+  /** Blocks until all samples are queued. False when the output is gone, times out, or the wait was cancelled. */
   virtual bool Write(std::span<const int16> samples) = 0;
-  /** How long after now the sample that is written next will be heard. */
+  /** Time from now until the next sample written is heard. */
   virtual bigtime_t LatencyUs() = 0;
 };
 

@@ -11,9 +11,9 @@
 namespace {
 
 constexpr int64 kRate = TClickOutput::kRate;
-/** A click is one block long, and begins with it. */
+/** Samples are written in blocks; a click is one block. */
 constexpr int64 kBlock = kRate / 100;
-/** Before the first click, for the hand to find the key; and after the last one, for its press. */
+/** Silence before the first click, to find the key, and after the last one, for its tap. */
 constexpr int64 kLead = 150 * kBlock;
 constexpr int64 kEvery = 75 * kBlock;
 constexpr int64 kTail = 100 * kBlock;
@@ -22,7 +22,7 @@ constexpr bigtime_t kUsPerSecond = 1000000;
 
 using TBlock = std::array<int16, kBlock>;
 
-/** A short wooden knock: its onset is sharp, so that its moment is clear. */
+/** A wood-block sound: a sharp onset gives a clear moment. */
 TBlock make_click() {
   constexpr double kHertz = 1600;
   constexpr double kFadeSeconds = 0.002;
@@ -50,7 +50,7 @@ BMessage click_at(bigtime_t whenUs) {
   return click;
 }
 
-/** Keeps the pace of a block without sound. */
+/** Keeps the pace without audio output. */
 bigtime_t wait_until(bigtime_t whenUs) {
   snooze(std::max(whenUs - system_time(), bigtime_t{0}));
   return whenUs;
@@ -66,7 +66,7 @@ TClickTrack::~TClickTrack() {
   Wait();
 }
 
-void TClickTrack::Tell(BMessage message) const {
+void TClickTrack::Report(BMessage message) const {
   message.AddInt32("Test", fNumber);
   fTarget.SendMessage(&message, BMessenger(), 0);
 }
@@ -75,9 +75,9 @@ int32 TClickTrack::Execute() {
   const TBlock click = make_click();
   const TBlock silence{};
   const std::unique_ptr<TClickOutput> output = fOpen([this] { return IsTerminated(); });
-  if (!output) Tell(BMessage(kMsgNoSound));
+  if (!output) Report(BMessage(kMsgNoSound));
   const bigtime_t startUs = system_time();
-  std::deque<bigtime_t> coming; // written, and not heard yet
+  std::deque<bigtime_t> coming; // written but not heard yet
   for (int64 sample = 0; (sample < kLength || !coming.empty()) && !IsTerminated(); sample += kBlock) {
     bigtime_t heardUs = 0;
     if (!output)
@@ -88,9 +88,9 @@ int32 TClickTrack::Execute() {
       break; // the sound server is gone
     if (is_click(sample)) coming.push_back(heardUs);
     for (; !coming.empty() && coming.front() <= system_time(); coming.pop_front()) {
-      Tell(click_at(coming.front()));
+      Report(click_at(coming.front()));
     }
   }
-  Tell(BMessage(kMsgTrackEnded));
+  Report(BMessage(kMsgTrackEnded));
   return 0;
 }

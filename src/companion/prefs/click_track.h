@@ -8,21 +8,21 @@
 #include <functional>
 #include <memory>
 
-/** From the track to its target: int32 "Test", its number, and: */
+/** From the track to its target, with int32 "Test" (the test's number): */
 enum : uint32 {
-  kMsgClick = 'tpck',      // int64 "WhenUs": a click is heard now, exactly then on the clock of key presses
-  kMsgTrackEnded = 'tpen', // all clicks have been heard, some time ago
-  kMsgNoSound = 'tpns',    // the clicks that follow can only be seen
+  kMsgClick = 'tpck',      // int64 "WhenUs": exact time at which a click was heard, on the clock of key events
+  kMsgTrackEnded = 'tpen', // all clicks have been played
+  kMsgNoSound = 'tpns',    // no audio output: the clicks are only visible
 };
 
-/** Plays the clicks of a tap test on a thread of its own, and tells of each when it is heard. */
+/** Plays the clicks of a tap test on its own thread and reports each when it is heard. */
 class TClickTrack : public koreva::TThread {
 public:
   using TOpen = std::function<std::unique_ptr<TClickOutput>(const TIsCancelled& isCancelled)>;
   static constexpr int kClicks = 16;
 
-  /** `open` is called on the track's thread, and may give null: the clicks come in silence then. Ending the track
-      cancels what the output waits for, so that the destructor is not held up by a sound server. */
+  /** `open` is called on the track's thread; if it returns null, the clicks are silent. The destructor cancels waits of
+      the output, so a sound server cannot block it. */
   TClickTrack(const BMessenger& target, int32 number, TOpen open);
   ~TClickTrack() override;
 
@@ -30,7 +30,7 @@ protected:
   int32 Execute() override;
 
 private:
-  void Tell(BMessage message) const;
+  void Report(BMessage message) const;
 
   const BMessenger fTarget;
   const int32 fNumber;

@@ -2,10 +2,10 @@
 
 #include "companion/prefs/pref_page.h"
 
-/** The language, what files are made of, and how the editor's window behaves. */
+/** Language, file format and behaviour of the editor window. */
 class TGeneralPage : public TPrefPage {
 public:
-  /** The languages offered are those of the folder, and the built-in English. */
+  /** Offers the languages in the folder and the built-in English. */
   explicit TGeneralPage(std::string languageFolder);
 
   void Relabel() override;
@@ -14,6 +14,6 @@ private:
   void ListLanguages();
 
   const std::string fFolder;
-  std::vector<std::string> fFiles; // names of the files; the first one is empty: built in
+  std::vector<std::string> fFiles; // file names; the first is empty: built-in
   BMenuField* fLanguage;
 };

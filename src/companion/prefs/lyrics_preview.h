@@ -3,7 +3,7 @@
 #include "platform/interface/view.h"
 #include "plugin/pref.h"
 
-/** Three lines of lyrics, the middle one selected, in the look that is being chosen. */
+/** Three sample lines, the middle one selected, with the font and colours being edited. */
 class TLyricsPreview : public BView {
 public:
   TLyricsPreview();

@@ -26,7 +26,7 @@ BMessage fields_of(const TPrefValues& values) {
   return fields;
 }
 
-/** Those that the predicate is true of. */
+/** The fields for which the predicate is true. */
 template <typename Wanted>
 BMessage only(const BMessage& fields, const Wanted& isWanted) {
   BMessage some(fields);

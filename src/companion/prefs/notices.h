@@ -6,13 +6,13 @@
 
 struct TPrefValues;
 
-/** What tells both plug-ins of changed settings: one notice for each group that has changed, carrying those of its
-    fields that have. To the companion's manager, which hands them to the editor's. */
+/** Notices of changed settings, one per group, with those of its fields that have changed. Sent to the companion's
+    manager, which forwards them to the editor's. */
 enum : uint32 {
   kNoticeStayOnTop = 'Spsc',
   kNoticeToolBar = 'Splc',
   kNoticePollInterval = 'Ssic',
-  kNoticeLyricsWindow = 'Sedr', // what only the display heeds
+  kNoticeLyricsWindow = 'Sedr', // for the lyrics window only
   kNoticeAppearance = 'Spac',
   kNoticeEncoding = 'Spec', // for writing
   kNoticeReadEncoding = 'Sprc',

@@ -6,7 +6,7 @@ std::optional<long> whole_number(const std::string& text, long smallest, long la
   const bool hasPlus = !text.empty() && text[0] == '+';
   long number = 0;
   const char* const end = text.data() + text.size();
-  const auto [stopped, fault] = std::from_chars(text.data() + (hasPlus ? 1 : 0), end, number);
-  if (fault != std::errc() || stopped != end || number < smallest || number > largest) return std::nullopt;
+  const auto [stopped, error] = std::from_chars(text.data() + (hasPlus ? 1 : 0), end, number);
+  if (error != std::errc() || stopped != end || number < smallest || number > largest) return std::nullopt;
   return number;
 }

@@ -17,7 +17,7 @@ constexpr float kMargin = 12;
 constexpr float kGap = 8;
 constexpr float kColumnGap = 12;
 
-/** As a count of pixels, unlike what rectangles tell. */
+/** Size in pixels: one more than BRect::Width and Height. */
 BPoint room_of(BView* view) {
   return view->PreferredSize() + BPoint{1, 1};
 }
@@ -123,7 +123,7 @@ void TPrefPage::ShowValues(const TPrefValues& values) {
 TPrefPage::TTaken TPrefPage::Take(const void* source, TPrefValues* values) const {
   const auto found = std::ranges::find_if(fBindings, [source](const TBinding& b) { return b.control == source; });
   if (found == fBindings.end()) return TTaken::kNotMine;
-  return found->take(values) ? TTaken::kTaken : TTaken::kUnfit;
+  return found->take(values) ? TTaken::kTaken : TTaken::kInvalid;
 }
 
 void TPrefPage::AllAttached() {
@@ -139,7 +139,7 @@ float TPrefPage::LabelWidth() const {
   return width;
 }
 
-/** Of all controls that stand behind labels: they end at one line. */
+/** All labelled controls have the same width. */
 float TPrefPage::ControlWidth() const {
   float width = 0;
   for (const TRow& row : fRows)
@@ -158,8 +158,8 @@ BPoint TPrefPage::PreferredSize() {
   BPoint all{0, 2 * kMargin - kGap};
   for (const TRow& row : fRows) {
     const float before = row.label ? labelWidth : 0;
-    const float behind = row.button ? kColumnGap + room_of(row.button).x : 0;
-    all = {std::max(all.x, before + room_of(row.view).x + behind), all.y + HeightOf(row) + kGap};
+    const float buttonWidth = row.button ? kColumnGap + room_of(row.button).x : 0;
+    all = {std::max(all.x, before + room_of(row.view).x + buttonWidth), all.y + HeightOf(row) + kGap};
   }
   return {all.x + 2 * kMargin - 1, all.y - 1};
 }
@@ -172,10 +172,11 @@ void TPrefPage::LayOut() {
   for (const TRow& row : fRows) {
     const float height = HeightOf(row);
     const float before = row.label ? labelWidth : 0;
-    const float behind = row.button ? kColumnGap + room_of(row.button).x : 0;
+    const float buttonWidth = row.button ? kColumnGap + room_of(row.button).x : 0;
     if (row.label) place(row.label, kMargin, top, labelWidth - kColumnGap, height);
-    place(row.view, kMargin + before, top, row.label ? controlWidth : width - behind, height);
-    if (row.button) place(row.button, kMargin + width - behind + kColumnGap, top, behind - kColumnGap, height);
+    place(row.view, kMargin + before, top, row.label ? controlWidth : width - buttonWidth, height);
+    if (row.button)
+      place(row.button, kMargin + width - buttonWidth + kColumnGap, top, buttonWidth - kColumnGap, height);
     top += height + kGap;
   }
 }

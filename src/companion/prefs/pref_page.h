@@ -15,25 +15,25 @@ class BStringView;
 /** From a control of a page to its window: pointer "source". */
 inline constexpr uint32 kMsgSettingChanged = 'prch';
 
-/** A page of settings: rows from the top, the labels in one column and the controls in another. Each control is bound
-    to a field of the settings. On the window's thread. */
+/** A page of settings in rows, with a column of labels and one of controls. Each control is bound to a field of the
+    settings. To be used on the window's thread. */
 class TPrefPage : public TKRVView {
 public:
   explicit TPrefPage(const char* name);
 
-  /** Takes every text anew, in the language of now. */
+  /** Sets all texts again, in the current language. */
   virtual void Relabel();
-  /** The settings into the controls. */
+  /** Shows the settings in the controls. */
   virtual void ShowValues(const TPrefValues& values);
-  enum class TTaken { kNotMine, kTaken, kUnfit };
-  /** What the control says into its field; a text that does not fit changes nothing. */
+  enum class TTaken { kNotMine, kTaken, kInvalid };
+  /** Copies the control's value into `values`. Returns kInvalid, and changes nothing, if the text is invalid. */
   TTaken Take(const void* source, TPrefValues* values) const;
 
   BPoint PreferredSize() override;
   void AllAttached() override;
 
 protected:
-  /** `key` is the language key of the label; the control is called by it too. */
+  /** `key` is the language key of the label, which is also the control's accessible name. */
   void AddCheckBox(const char* name, const char* key, bool TPrefValues::*field);
   struct TChoice {
     int32 value;
@@ -41,19 +41,19 @@ protected:
   };
   void AddMenu(const char* name, const char* key, int32 TPrefValues::*field, const std::vector<TChoice>& choices);
   void AddColor(const char* name, const char* key, rgb_color TPrefValues::*field);
-  /** A text that `take` makes a value of; false when it is none. */
+  /** `take` parses the text; false if it is invalid. */
   void AddText(const char* name, const char* key, std::function<std::string(const TPrefValues&)> show,
                std::function<bool(const std::string&, TPrefValues*)> take);
-  /** A menu whose choices the page sees to; `show` returns the index for the values, -1 for none. */
+  /** A menu whose choices the page sets itself; `show` returns the index for the values, -1 for none. */
   BMenuField* AddFreeMenu(const char* name, const char* key, std::function<int32(const TPrefValues&)> show,
                           std::function<void(int32, TPrefValues*)> take);
-  /** Over the whole width; a button behind it keeps its own. */
+  /** Spans the whole width, except for an optional button at its right. */
   void AddWide(BView* view, BButton* button = nullptr);
   void LayOut() override;
 
 private:
   struct TRow {
-    BStringView* label = nullptr; // null: the view has the width for itself
+    BStringView* label = nullptr; // null: the view spans the whole width
     BView* view = nullptr;
     BButton* button = nullptr;
   };
@@ -62,7 +62,7 @@ private:
     std::function<void(const TPrefValues&)> show;
     std::function<bool(TPrefValues*)> take;
   };
-  /** The row of a control with its label beside it. */
+  /** A row with a label and a control. */
   void AddLabelled(BControl* control, const char* key);
   float LabelWidth() const;
   float ControlWidth() const;

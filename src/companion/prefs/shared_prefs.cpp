@@ -7,7 +7,7 @@
 
 namespace {
 
-/** The settings as the file has them, with the fields that are nobody's here. */
+/** The settings in the file, including fields unknown to this program. */
 class TSharedRecord : public TPref {
 public:
   bool Archive(BMessage* archive) override {
@@ -34,7 +34,7 @@ bool store_shared_prefs(const std::vector<BMessage>& changes, const TPrefValues&
   if (!koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared")) return false;
   TSharedRecord record;
   record.SetValues(current);
-  record.Load(entry); // without a readable file the current values stay
+  record.Load(entry); // an unreadable file leaves the current values
   for (const BMessage& change : changes) record.Take(change);
   return record.Save(entry);
 }

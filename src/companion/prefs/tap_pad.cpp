@@ -53,7 +53,7 @@ void TTapPad::FrameResized(float, float) {
   Invalidate();
 }
 
-/** All that is no command to the window. */
+/** Any key except those that close the window or move the focus counts as a tap. */
 bool TTapPad::TakesKey(const char* bytes) const {
   return bytes[0] != B_ESCAPE && bytes[0] != B_TAB && bytes[0] != B_RETURN;
 }

@@ -8,16 +8,16 @@
 #include <string>
 #include <vector>
 
-/** Where the user taps: lights up at each click, and keeps the moments of clicks and key presses. */
+/** The tap area: flashes at each click and records the times of clicks and key presses. */
 class TTapPad : public BView {
 public:
   TTapPad();
 
-  /** Empty, and with the keyboard. */
+  /** Clears the recorded times and takes the focus. */
   void Begin();
   void Click(bigtime_t whenUs);
   size_t CountClicks() const { return fClicksMs.size(); }
-  /** How late the taps come; nothing when they do not tell. */
+  /** Average delay of the taps in ms; nothing if they are too few or too irregular. */
   std::optional<int32> Lateness() const;
 
   BPoint PreferredSize() override;

@@ -59,24 +59,24 @@ void TTimingPage::Relabel() {
   TPrefPage::Relabel();
   fStart->SetLabel(gLLT->Text("Pref_Start_Test"));
   fPad->SetAccessibleName(gLLT->Text("Pref_Tap_Pad"));
-  TellAll();
+  ShowAll();
 }
 
-void TTimingPage::TellAll() {
+void TTimingPage::ShowAll() {
   fNote->SetText(gLLT->Text(fIsSilent ? "Pref_Tap_No_Sound" : "Pref_Tap_Note"));
-  Tell(fStamps,
+  Show(fStamps,
        {"StatBarStr_Stamps_Late_1", "StatBarStr_Stamps_Late_2", "StatBarStr_Stamps_Early_1",
         "StatBarStr_Stamps_Early_2"},
        "Pref_No_Stamp_Hint");
-  Tell(fTaps, {"Pref_Taps_Late_1", "Pref_Taps_Late_2", "Pref_Taps_Early_1", "Pref_Taps_Early_2"},
+  Show(fTaps, {"Pref_Taps_Late_1", "Pref_Taps_Late_2", "Pref_Taps_Early_1", "Pref_Taps_Early_2"},
        fIsUnclear ? "Pref_Taps_Unclear" : "Pref_No_Taps");
-  LayOut(); // the buttons are as wide as their texts
+  LayOut(); // the buttons adapt to their texts
 }
 
-void TTimingPage::Tell(const TProposal& proposal, const TWords& words, const char* otherwise) {
+void TTimingPage::Show(const TProposal& proposal, const TWords& words, const char* placeholder) {
   proposal.use->SetEnabled(proposal.latenessMs.has_value());
   proposal.use->SetLabel(use_label(proposal.offsetMs).c_str());
-  if (!proposal.latenessMs) return proposal.text->SetText(gLLT->Text(otherwise));
+  if (!proposal.latenessMs) return proposal.text->SetText(gLLT->Text(placeholder));
   const bool isLate = *proposal.latenessMs >= 0;
   const std::string text = gLLT->Text(isLate ? words.late1 : words.early1) +
                            std::to_string(std::abs(*proposal.latenessMs)) +
@@ -90,18 +90,18 @@ void TTimingPage::Tell(const TProposal& proposal, const TWords& words, const cha
 void TTimingPage::SetStampHint(int32 latenessMs, int32 offsetMs) {
   fStamps.latenessMs = latenessMs;
   fStamps.offsetMs = offsetMs - latenessMs;
-  TellAll();
+  ShowAll();
 }
 
 void TTimingPage::MessageReceived(BMessage* message) {
   if (message->what == kMsgStartTest) return StartTest();
   int32 test = 0;
   if (message->FindInt32("Test", &test) != B_OK) return TPrefPage::MessageReceived(message);
-  // A test that was broken off may still have something to say.
-  if (test == fTest && fTrack) TrackTold(*message);
+  // Messages of a cancelled test may still be queued.
+  if (test == fTest && fTrack) TrackReported(*message);
 }
 
-void TTimingPage::TrackTold(const BMessage& message) {
+void TTimingPage::TrackReported(const BMessage& message) {
   int64 whenUs = 0;
   switch (message.what) {
   case kMsgClick:
@@ -109,7 +109,7 @@ void TTimingPage::TrackTold(const BMessage& message) {
     return;
   case kMsgNoSound:
     fIsSilent = true;
-    return TellAll();
+    return ShowAll();
   case kMsgTrackEnded:
     return EndTest();
   default:
@@ -121,7 +121,7 @@ void TTimingPage::StartTest() {
   StopTest();
   fTaps.latenessMs.reset();
   fIsUnclear = fIsSilent = false;
-  TellAll();
+  ShowAll();
   fPad->Begin();
   fTrack = std::make_unique<TClickTrack>(BMessenger(this), ++fTest, fOpenOutput);
   fTrack->Resume();
@@ -136,5 +136,5 @@ void TTimingPage::EndTest() {
   fTaps.latenessMs = fPad->Lateness();
   fTaps.offsetMs = -fTaps.latenessMs.value_or(0);
   fIsUnclear = !fTaps.latenessMs;
-  TellAll();
+  ShowAll();
 }

@@ -7,10 +7,10 @@
 
 class TTapPad;
 
-/** From the page to its window: int32 "TmDf", the time offset that the user accepts. */
+/** From the page to its window: int32 "TmDf", the time offset that the user has accepted. */
 inline constexpr uint32 kMsgUseOffset = 'prus';
 
-/** The time offset: typed, or proposed by a tap test or by what the editor has seen the user correct. */
+/** The time offset: typed, or proposed by a tap test or from the user's corrections in the editor. */
 class TTimingPage : public TPrefPage {
 public:
   explicit TTimingPage(TClickTrack::TOpen openOutput);
@@ -20,13 +20,13 @@ public:
   void Relabel() override;
   void MessageReceived(BMessage* message) override;
 
-  /** What the editor has found: the stamps that were made with this offset are so late. */
+  /** Measured by the editor: average delay of the stamps made with that offset. */
   void SetStampHint(int32 latenessMs, int32 offsetMs);
-  /** Also when the window is put away. */
+  /** Cancels a running test. Must also be called when the window closes. */
   void StopTest();
 
 private:
-  /** A line that tells how late the user is, and a button to set the offset that makes up for it. */
+  /** A line with the user's delay, and a button that sets the offset compensating for it. */
   struct TProposal {
     BStringView* text;
     BButton* use;
@@ -40,10 +40,10 @@ private:
     const char* early1;
     const char* early2;
   };
-  static void Tell(const TProposal& proposal, const TWords& words, const char* otherwise);
-  void TellAll();
+  static void Show(const TProposal& proposal, const TWords& words, const char* placeholder);
+  void ShowAll();
   void StartTest();
-  void TrackTold(const BMessage& message);
+  void TrackReported(const BMessage& message);
   void EndTest();
 
   const TClickTrack::TOpen fOpenOutput;
@@ -52,8 +52,8 @@ private:
   TTapPad* fPad;
   TProposal fStamps;
   TProposal fTaps;
-  std::unique_ptr<TClickTrack> fTrack; // while a test is on
-  int32 fTest = 0;                     // the number of the last one
+  std::unique_ptr<TClickTrack> fTrack; // null without a running test
+  int32 fTest = 0;                     // number of the last test
   bool fIsUnclear = false;
   bool fIsSilent = false;
 };

@@ -23,19 +23,19 @@ enum : uint32 {
   kMsgDefaults = 'prdf',
   kMsgRevert = 'prrv',
   kMsgStore = 'prst',
-  kMsgUnfit = 'pruf',
+  kMsgInvalid = 'pruf',
   kMsgSendAgain = 'prsa'
 };
 
-/** Long enough for a colour to be tried out without a write for each. */
+/** Debounce: trying out colours does not write the file for each. */
 constexpr bigtime_t kStoreAfterUs = 400000;
-/** How long a manager whose queue is full is left alone. */
+/** Backoff while the manager's queue is full. */
 constexpr bigtime_t kSendAgainAfterUs = 50000;
 /** Wait before reporting an invalid number, so that a half-typed "-" is not flagged. */
-constexpr bigtime_t kUnfitAfterUs = 700000;
+constexpr bigtime_t kInvalidAfterUs = 700000;
 
-/** Of a language file only the name counts: languages lie beside the plug-in. */
-TPrefValues settings_of_now() {
+/** Only the name of the language file is kept: language files are in the plug-in's folder. */
+TPrefValues current_settings() {
   TPrefValues values = *gPref->Values();
   values.languageFile.erase(0, values.languageFile.rfind('/') + 1);
   return values;
@@ -49,13 +49,13 @@ TVesmoDPrefWin::TVesmoDPrefWin(const std::string& languageFolder, const BMesseng
       fTiming(new TTimingPage(std::move(openOutput))), fPages{{new TGeneralPage(languageFolder), "Pref_Tab_General"},
                                                               {fAppearance, "Pref_Tab_Appearance"},
                                                               {fTiming, "Pref_Tab_Timing"}},
-      fTabs(new BTabView({}, "PrefTabs")), fFault(new BStringView({}, "Fault", "")),
+      fTabs(new BTabView({}, "PrefTabs")), fError(new BStringView({}, "Error", "")),
       fDefaults(new BButton({}, "Defaults", "", new BMessage(kMsgDefaults))),
       fRevert(new BButton({}, "Revert", "", new BMessage(kMsgRevert))),
       fClose(new BButton({}, "Close", "", new BMessage(B_QUIT_REQUESTED))), fView(new TKRVDlgView("Preferences")) {
   for (const TTab& tab : fPages) fTabs->AddTab(tab.page, "");
   fView->AddRow({fTabs});
-  fView->AddRow({fFault});
+  fView->AddRow({fError});
   fView->AddButtons({fDefaults, fRevert, fClose});
   fView->SetDefaultButton(fClose);
   fView->SetCancelButton(fClose);
@@ -67,9 +67,9 @@ TVesmoDPrefWin::TVesmoDPrefWin(const std::string& languageFolder, const BMesseng
 TVesmoDPrefWin::~TVesmoDPrefWin() = default;
 
 void TVesmoDPrefWin::Show() {
-  if (!fSendLater) fValues = fSent = settings_of_now();
+  if (!fSendLater) fValues = fSent = current_settings();
   fOpened = fValues;
-  Say(nullptr);
+  ShowError(nullptr);
   Relabel();
   TKRVDlgWin::Show();
 }
@@ -102,8 +102,8 @@ void TVesmoDPrefWin::MessageReceived(BMessage* message) {
     return StoreNow();
   case kMsgSendAgain:
     return SendChanges();
-  case kMsgUnfit:
-    return Say("Pref_Err_Number");
+  case kMsgInvalid:
+    return ShowError("Pref_Err_Number");
   case kNoticeLanguage:
   case kMsgIAPChanged:
     return Relabel();
@@ -123,7 +123,7 @@ void TVesmoDPrefWin::Relabel() {
   fDefaults->SetLabel(accelerator_label("D", gLLT->Text("Button_Defaults")).c_str());
   fRevert->SetLabel(accelerator_label("R", gLLT->Text("Button_Revert")).c_str());
   fClose->SetLabel(accelerator_label("C", gLLT->Text("Button_Close")).c_str());
-  Say(nullptr); // it is in the language of before
+  ShowError(nullptr); // it is in the previous language
   Fit();
   fView->LayOut();
 }
@@ -134,9 +134,9 @@ void TVesmoDPrefWin::SettingChanged(const BMessage& message) {
   TPrefValues values = fValues;
   for (const TTab& tab : fPages) {
     const auto taken = tab.page->Take(source, &values);
-    if (taken == TPrefPage::TTaken::kUnfit) return SayUnfitSoon();
+    if (taken == TPrefPage::TTaken::kInvalid) return ReportInvalidSoon();
   }
-  Say(nullptr);
+  ShowError(nullptr);
   Change(values);
   fAppearance->Preview(values);
 }
@@ -155,7 +155,7 @@ void TVesmoDPrefWin::TakeStampHint(const BMessage& message) {
 
 void TVesmoDPrefWin::SetAll(const TPrefValues& values) {
   Change(values);
-  Say(nullptr);
+  ShowError(nullptr);
   for (const TTab& tab : fPages) tab.page->ShowValues(fValues);
 }
 
@@ -169,14 +169,12 @@ void TVesmoDPrefWin::Change(const TPrefValues& values) {
 void TVesmoDPrefWin::SendChanges() {
   fSendLater.reset();
   const std::vector<BMessage> notices = notices_of_change(fSent, fValues);
-  const auto is_sent = [this](const BMessage& notice) {
-    return fManager.SendMessage(&notice, BMessenger(), 0) == B_OK;
-  };
-  if (std::all_of(notices.begin(), notices.end(), is_sent)) {
+  const auto isSent = [this](const BMessage& notice) { return fManager.SendMessage(&notice, BMessenger(), 0) == B_OK; };
+  if (std::all_of(notices.begin(), notices.end(), isSent)) {
     fSent = fValues;
     return;
   }
-  // The manager's queue is full. What is sent again is what it has already, or newer.
+  // The manager's queue is full. Sending some notices twice is harmless.
   const BMessage again(kMsgSendAgain);
   fSendLater = std::make_unique<BMessageRunner>(BMessenger(this), &again, kSendAgainAfterUs, 1);
 }
@@ -189,16 +187,16 @@ void TVesmoDPrefWin::StoreSoon() {
 void TVesmoDPrefWin::StoreNow() {
   fStoreLater.reset();
   if (fUnstored.empty()) return;
-  if (!store_shared_prefs(fUnstored, fValues)) return Say("Pref_Err_Store");
+  if (!store_shared_prefs(fUnstored, fValues)) return ShowError("Pref_Err_Store");
   fUnstored.clear();
 }
 
-void TVesmoDPrefWin::SayUnfitSoon() {
-  const BMessage unfit(kMsgUnfit);
-  fUnfitLater = std::make_unique<BMessageRunner>(BMessenger(this), &unfit, kUnfitAfterUs, 1);
+void TVesmoDPrefWin::ReportInvalidSoon() {
+  const BMessage invalid(kMsgInvalid);
+  fInvalidLater = std::make_unique<BMessageRunner>(BMessenger(this), &invalid, kInvalidAfterUs, 1);
 }
 
-void TVesmoDPrefWin::Say(const char* key) {
-  fUnfitLater.reset();
-  fFault->SetText(key ? gLLT->Text(key) : "");
+void TVesmoDPrefWin::ShowError(const char* key) {
+  fInvalidLater.reset();
+  fError->SetText(key ? gLLT->Text(key) : "");
 }

@@ -16,10 +16,9 @@ class TAppearancePage;
 class TKRVDlgView;
 class TTimingPage;
 
-/** The preferences of both plug-ins, on pages. What the user sets is told to the manager at once, in notices that the
-    plug-ins take over, and stored a moment later. Closing hides it; who owns it ends it.
-    The window also heeds '_lgc' and '_ipc', the texts or the letters before them are others now, and 'Srth', what the
-    editor has found about the user's stamps. */
+/** The preferences of both plug-ins. Changes are sent to the manager at once, in notices that both plug-ins apply, and
+    saved a moment later (debounced). Closing hides the window; the owner calls Quit.
+    Also handles '_lgc' (language changed), '_ipc' (accelerator format changed) and 'Srth' (stamp-latency hint). */
 class TVesmoDPrefWin : public TKRVDlgWin {
 public:
   TVesmoDPrefWin(const std::string& languageFolder, const BMessenger& manager,
@@ -37,15 +36,15 @@ private:
   void UseOffset(const BMessage& message);
   void TakeStampHint(const BMessage& message);
   void SetAll(const TPrefValues& values);
-  /** Sends and stores what differs from the current values. */
+  /** Sends and saves what differs from the current values. */
   void Change(const TPrefValues& values);
-  /** Sends the manager what it has not been sent yet; tried again later when its queue is full. */
+  /** Sends the manager the changes since fSent; retried later if its queue is full. */
   void SendChanges();
   void StoreSoon();
   void StoreNow();
-  void SayUnfitSoon();
-  /** In the line for faults; nothing for null. */
-  void Say(const char* key);
+  void ReportInvalidSoon();
+  /** Shows the text in the error line; null clears it. */
+  void ShowError(const char* key);
 
   struct TTab {
     TPrefPage* page;
@@ -54,17 +53,17 @@ private:
 
   const BMessenger fManager;
   TPrefValues fValues;
-  TPrefValues fSent;   // what the manager knows
-  TPrefValues fOpened; // as the window was opened
+  TPrefValues fSent;   // what the manager has
+  TPrefValues fOpened; // when the window was opened
   std::vector<BMessage> fUnstored;
   std::unique_ptr<BMessageRunner> fStoreLater;
-  std::unique_ptr<BMessageRunner> fSendLater;  // while the manager lacks something
-  std::unique_ptr<BMessageRunner> fUnfitLater; // while a text that does not fit may still be on its way to one
-  TAppearancePage* fAppearance;                // two of the pages
-  TTimingPage* fTiming;
-  const std::vector<TTab> fPages; // in the order of their tabs
+  std::unique_ptr<BMessageRunner> fSendLater;    // while a retry is pending
+  std::unique_ptr<BMessageRunner> fInvalidLater; // while an invalid text may still become valid
+  TAppearancePage* fAppearance;                  // also in fPages
+  TTimingPage* fTiming;                          // also in fPages
+  const std::vector<TTab> fPages;                // in tab order
   BTabView* fTabs;
-  BStringView* fFault;
+  BStringView* fError;
   BButton* fDefaults;
   BButton* fRevert;
   BButton* fClose;
