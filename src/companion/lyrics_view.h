@@ -11,7 +11,7 @@
 class BMessageRunner;
 
 /** The lyrics of a song: the current line large in the middle, the others dimmed above and below it. Lyrics without
-   time tags are shown as plain text and scrolled with the arrow keys. To be used on the window's thread. */
+    time tags are shown as plain text and scrolled with the arrow keys. To be used on the window's thread. */
 class TLyricsView : public BView {
 public:
   explicit TLyricsView(BRect frame);

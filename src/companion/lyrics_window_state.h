@@ -3,7 +3,7 @@
 #include "common/archivable.h"
 
 /** State of the lyrics window kept between runs; quoted names are the fields on disk. Used by the manager's thread,
-   which updates it when the window closes. */
+    which updates it when the window closes. */
 class TLyricsWindowState : public koreva::TArchivable {
 public:
   bool Archive(BMessage* archive) override;

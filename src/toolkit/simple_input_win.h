@@ -16,7 +16,7 @@ class TKRVDlgView;
 inline constexpr const char* kInputField = "_SmplIptData";
 
 /** Asks for one line of text and sends it with its message to its target. Closing, cancelling and sending hide it;
-   shown again, it has the last text, selected. */
+    shown again, it has the last text, selected. */
 class TSimpleInputWin : public TKRVDlgWin {
 public:
   /** Returns an error message, empty if the text is valid. Called on the window's thread. */

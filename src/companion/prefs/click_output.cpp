@@ -80,7 +80,7 @@ const TSoundLibrary* sound_library() {
 }
 
 /** A stream with its own connection. Its event loop runs on the caller's thread and only during waits, so every wait
-   has a time-out and can be cancelled, and closing does not block. */
+    has a time-out and can be cancelled, and closing does not block. */
 class TServerOutput : public TClickOutput {
 public:
   TServerOutput(const TSoundLibrary& library, TIsCancelled isCancelled)

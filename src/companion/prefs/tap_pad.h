@@ -17,7 +17,7 @@ public:
   void Begin();
   void Click(bigtime_t whenUs);
   size_t CountClicks() const { return fClicksMs.size(); }
-  /** Average delay of the taps in ms; nothing if they are too few or too irregular. */
+  /** Typical delay of the taps in ms; nothing if they are too few or too irregular. */
   std::optional<int32> Lateness() const;
 
   BPoint PreferredSize() override;

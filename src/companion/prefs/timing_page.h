@@ -20,7 +20,7 @@ public:
   void Relabel() override;
   void MessageReceived(BMessage* message) override;
 
-  /** Measured by the editor: average delay of the stamps made with that offset. */
+  /** Measured by the editor: typical delay of the stamps made with that offset. */
   void SetStampHint(int32 latenessMs, int32 offsetMs);
   /** Cancels a running test. Must also be called when the window closes. */
   void StopTest();

@@ -21,7 +21,7 @@ namespace {
 using TTasks = std::vector<std::function<void()>>;
 
 /** Tasks posted and not yet taken by the display thread. `lock` guards all fields; no task is called or destroyed with
-   it held. The first of a batch signals the eventfd. */
+    it held. The first of a batch signals the eventfd. */
 struct Inbox {
   std::mutex lock;
   TTasks tasks;

@@ -59,7 +59,7 @@ private:
 };
 
 /** Runs `question` on the display thread and blocks until it returns; gives `otherwise` when it throws or the display
-   has ended. On the display thread itself it runs at once. */
+    has ended. On the display thread itself it runs at once. */
 template <class Question>
 auto call(Question question, decltype(question()) otherwise = {}, Turn turn = Turn::inOrder) -> decltype(question()) {
   if (is_display_thread()) return question();

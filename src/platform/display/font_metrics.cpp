@@ -47,7 +47,7 @@ KnownValue<font_height>& plain_font_height() {
 }
 
 /** Extent of the em square of Japanese characters above and below the baseline, as a fraction of the font size. The
-   same in practically every font; measuring would load a Japanese font even for users who never see Japanese. */
+    same in practically every font; measuring would load a Japanese font even for users who never see Japanese. */
 constexpr double kSquareAbove = 0.88;
 constexpr double kSquareBelow = 0.12;
 

@@ -8,7 +8,7 @@
 namespace display {
 
 /** Qt's file dialog without its questions in nested event loops. Reports the chosen files and its closing to the
-   panel's window. */
+    panel's window. */
 class PanelDialog : public QFileDialog {
 public:
   PanelDialog(const BMessenger& window, file_panel_mode mode, bool allowMultiple);

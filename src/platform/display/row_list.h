@@ -7,7 +7,7 @@
 namespace display {
 
 /** A list that shows the pictures recorded by its view. Clicks are reported to the view, which does the selecting.
-   Missing pictures are requested in one batch, the next only after it was answered. */
+    Missing pictures are requested in one batch, the next only after it was answered. */
 class RowList : public QListView {
 public:
   explicit RowList(const BMessenger& view);

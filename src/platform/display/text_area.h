@@ -10,7 +10,7 @@
 namespace display {
 
 /** A text widget that inserts no text itself: what is pasted, dropped or committed by an input method is reported to
-   the view, which inserts it with `Enter`. The user's changes are queued in order until the view takes them. */
+    the view, which inserts it with `Enter`. The user's changes are queued in order until the view takes them. */
 class TextArea : public QPlainTextEdit {
 public:
   explicit TextArea(const BMessenger& view);

@@ -10,7 +10,7 @@ class QWidget;
 namespace display {
 
 /** Event filter on the widget of each view: turns its keys and focus changes into messages to the view, and lays out
-   the widgets inside it when it is resized. Owned by the widget (QObject child); display thread. */
+    the widgets inside it when it is resized. Owned by the widget (QObject child); display thread. */
 class WidgetGuard : public QObject {
 public:
   WidgetGuard(QWidget* widget, const BMessenger& view, Keys keys);

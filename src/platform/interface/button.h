@@ -3,7 +3,7 @@
 #include "platform/interface/control.h"
 
 /** A push button. A letter set off in front of its label, as in "G - Go", presses it with the Alt key. Its value is 1
-   for the default button. */
+    for the default button. */
 class BButton : public BControl {
 public:
   BButton(BRect frame, const char* name, const char* label, BMessage* message, uint32 resizingMode = B_FOLLOW_LEFT_TOP);

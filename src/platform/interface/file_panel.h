@@ -12,11 +12,11 @@ class BWindow;
 enum file_panel_mode { B_OPEN_PANEL, B_SAVE_PANEL };
 enum file_panel_button { B_CANCEL_BUTTON, B_DEFAULT_BUTTON };
 
-/** The window in which a file is chosen. It has a looper of its own, `Window()`, from whose thread answers are sent.
-    An open panel sends a copy of its message (B_REFS_RECEIVED by default) with "refs", a save panel one
-    (B_SAVE_REQUESTED) with ref "directory" and string "name". Whenever the panel closes, B_CANCEL with pointer "source"
-    (the panel) follows, whether a file was chosen or not. Saving over a file asks first. Thread-safe, except on a
-   thread that holds the panel's lock. */
+/** The window in which a file is chosen. It has a looper of its own, `Window()`, from whose thread answers are sent. An
+    open panel sends a copy of its message (B_REFS_RECEIVED by default) with "refs", a save panel one (B_SAVE_REQUESTED)
+    with ref "directory" and string "name". Whenever the panel closes, B_CANCEL with pointer "source" (the panel)
+    follows, whether a file was chosen or not. Saving over a file asks first. Thread-safe, except on a thread that holds
+    the panel's lock. */
 class BFilePanel {
 public:
   explicit BFilePanel(file_panel_mode mode = B_OPEN_PANEL, const BMessenger* target = nullptr,

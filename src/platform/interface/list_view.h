@@ -15,8 +15,8 @@ class ListPeer;
 enum list_view_type { B_SINGLE_SELECTION_LIST };
 
 /** A list of rows with at most one selected; does not own its items. Rows are drawn lazily: the display asks for
-   pictures of the visible ones. Keys select on the window's thread; a click on the display thread arrives as a message,
-   in order with the keys. */
+    pictures of the visible ones. Keys select on the window's thread; a click on the display thread arrives as a
+    message, in order with the keys. */
 class BListView : public BView {
 public:
   BListView(BRect frame, const char* name, list_view_type type = B_SINGLE_SELECTION_LIST,
@@ -64,7 +64,7 @@ private:
   display::ListPeer* Rows() const;
   void Measure(BListItem* item);
   /** Rows from this one on have changed. Coalesced: the display is updated once, after the current message or before
-     the next call that needs the rows. */
+      the next call that needs the rows. */
   void RowsChanged(int32 firstChanged);
   void FlushRows();
   void LayOutRows();

@@ -12,7 +12,7 @@ struct MenuEntry;
 }
 
 /** A titled list of items, which it owns until they are removed. Shown by the menu bar at its root, which sends the
-   whole tree to the display after a change. */
+    whole tree to the display after a change. */
 class BMenu : public BView {
 public:
   explicit BMenu(const char* title);

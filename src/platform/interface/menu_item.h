@@ -35,8 +35,7 @@ public:
   BMenu* Submenu() const { return fSubmenu.get(); }
   BMenu* Menu() const { return fMenu; }
 
-  /** Called when the item is chosen. Sends a copy of its message, with pointer "source", int32 "index", int64 "when".
-   */
+  /** Called when chosen: sends a copy of the message with pointer "source", int32 "index", int64 "when". */
   virtual void Invoke();
 
   virtual bool IsSeparator() const { return false; }

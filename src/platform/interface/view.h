@@ -77,7 +77,7 @@ public:
   void Invalidate() { Invalidate(Bounds()); }
   virtual void Invalidate(BRect rect);
   /** FillRect, StrokeRect and DrawString record into a picture inside `Draw` or a list item's `DrawItem`; elsewhere
-     they have no effect. */
+      they have no effect. */
   void FillRect(BRect rect);
   void StrokeRect(BRect rect);
   void DrawString(std::string_view text, BPoint baseLineStart);
@@ -89,8 +89,8 @@ public:
   virtual void DetachedFromWindow() {}
   virtual void Draw(BRect updateRect);
   /** A key was pressed while the view has the focus. The window's current message has the whole event (B_KEY_DOWN:
-     string "bytes", int32 "modifiers", int32 "key_repeat" (> 0: held down), int64 "when" (µs), int32 "key_code"
-     (Qt's)). The base returns it to the widget. */
+      string "bytes", int32 "modifiers", int32 "key_repeat" (> 0: held down), int64 "when" (µs), int32 "key_code"
+      (Qt's)). The base returns it to the widget. */
   virtual void KeyDown(const char* bytes, int32 count);
   virtual void FrameMoved(BPoint leftTop);
   virtual void FrameResized(float width, float height);

@@ -97,7 +97,7 @@ public:
 
   display::WindowPeer* Peer() const { return fPeer.get(); }
   /** For assertions: the caller may use the window's views, because it is the window's thread, has locked the window,
-     or no thread runs it. */
+      or no thread runs it. */
   bool IsCallAllowed() const { return Thread() <= 0 || IsLocked(); }
 
 protected:
