@@ -33,9 +33,9 @@ BMessage change(int32 number, int32 first, int32 removed, const std::vector<std:
 
 } // namespace
 
-TEST(FollowedDocument, TakesChangesInTheirOrderAndSeesAGap) {
+TEST(FollowedDocument, AppliesChangesInOrderAndDetectsAGap) {
   TFollowedDocument document;
-  EXPECT_FALSE(document.Take(change(1, 0, 0, {"x"}))) << "of a document never heard of";
+  EXPECT_FALSE(document.Take(change(1, 0, 0, {"x"}))) << "no document yet";
   EXPECT_TRUE(document.Take(whole(7, {"one", "two", "three"})));
   EXPECT_TRUE(document.Take(change(8, 1, 2, {"[00:02]two"})));
   EXPECT_TRUE(document.Take(change(9, 0, 0, {"zero", ""})));
@@ -46,7 +46,7 @@ TEST(FollowedDocument, TakesChangesInTheirOrderAndSeesAGap) {
   EXPECT_THAT(document.Lines(), ElementsAre("zero", "", "one", "[00:02]two"));
 }
 
-TEST(FollowedDocument, BelongsToASongByItsTitleOrByItsFile) {
+TEST(FollowedDocument, BelongsToASongByTitleOrFile) {
   TFollowedDocument document;
   document.Take(whole(1, {"one"}));
   EXPECT_TRUE(document.BelongsTo("A Song", ""));

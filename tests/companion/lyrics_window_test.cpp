@@ -2,7 +2,10 @@
 
 #include "companion/lyrics_view.h"
 #include "companion/prefs/notices.h"
+#include "companion/song_lyrics.h"
 #include "document/editor_view.h"
+#include "hostlink/host_link.h"
+#include "lyrics/document_notices.h"
 #include "platform/app/message.h"
 #include "tests/support/editor_fixture.h"
 
@@ -33,11 +36,11 @@ protected:
 
 } // namespace
 
-TEST_F(LyricsWindowByHand, ShowsTheLineOfTheFileThatIsSung) {
+TEST_F(LyricsWindowByHand, ShowsTheCurrentLineOfTheLyricsFile) {
   EXPECT_TRUE(Shows("No song is playing"));
   fFolder.Write("song.lrc", "[00:01]one\n[00:02:50]two\nplain\n");
   fHost->SetRecord(0, "song");
-  EXPECT_TRUE(Shows("")) << "nothing is sung yet";
+  EXPECT_TRUE(Shows("")) << "before the first line";
   fHost->SetRecord(2600, "song");
   EXPECT_TRUE(Shows("two"));
   fFolder.Write("song.lrc", "[00:01]one\n[00:02]second\n");
@@ -46,7 +49,7 @@ TEST_F(LyricsWindowByHand, ShowsTheLineOfTheFileThatIsSung) {
   EXPECT_TRUE(Shows("No lyrics file found next to this song"));
 }
 
-TEST_F(LyricsWindowByHand, RefrainIsShownEachTimeWithoutItsTagsAndByTheOffset) {
+TEST_F(LyricsWindowByHand, RefrainIsShownEachTimeWithoutTagsAndWithTheOffsetApplied) {
   fFolder.Write("song.lrc", "[offset:500]\n[00:02][00:06]re<00:02.50>frain\n[00:04]verse\n");
   for (const auto& [positionMs, line] : {std::pair(1500, "refrain"), {3500, "verse"}, {5500, "refrain"}}) {
     fHost->SetRecord(positionMs, "song");
@@ -54,13 +57,13 @@ TEST_F(LyricsWindowByHand, RefrainIsShownEachTimeWithoutItsTagsAndByTheOffset) {
   }
 }
 
-TEST_F(LyricsWindowByHand, FollowsTheEditorUntilThatCloses) {
+TEST_F(LyricsWindowByHand, FollowsTheEditorUntilItCloses) {
   const std::string path = fFolder.Write("song.lrc", "one\n[00:09]two\n");
   PlayAt(5000, "song");
   EXPECT_TRUE(Shows(""));
   Open(path);
   Press("Space");
-  EXPECT_TRUE(Shows("one")) << "stamped, and not saved";
+  EXPECT_TRUE(Shows("one")) << "stamped but not saved";
   SendToView(BMessage(kMsgUndo));
   EXPECT_TRUE(Shows(""));
   SendToView(BMessage(kMsgRedo));
@@ -69,7 +72,40 @@ TEST_F(LyricsWindowByHand, FollowsTheEditorUntilThatCloses) {
   EXPECT_TRUE(Shows("")) << "the file again";
 }
 
-TEST_F(LyricsWindowByHand, TakesFontAndColoursAtOnce) {
+TEST_F(LyricsWindowByHand, AfterAMissedNoticeItRequestsTheWholeDocument) {
+  PlayAt(5000, "song");
+  Open(fFolder.Write("song.lrc", "one\n[00:09]two\n"));
+  EXPECT_TRUE(Shows(""));
+  fLyrics->PostMessage(kMsgDocumentClosed); // now it knows no document that the next notice could change
+  hands::settle(*fLyrics);
+  Press("Space");
+  EXPECT_TRUE(Shows("one"));
+}
+
+TEST_F(LyricsWindowByHand, SongThatBeginsDuringASearchIsSearchedForNext) {
+  fFolder.Write("other.lrc", "[00:01]one\n");
+  Sonivo_FrontEnd link(false, 100000);
+  link.Start();
+  {
+    const OwnLooper<Keeping<BLooper>> owner(new Keeping<BLooper>);
+    TSongLyrics lyrics(&link, owner.get());
+    const auto takeAnswer = [&] {
+      EXPECT_TRUE(hands::until([&] { return owner->DeliverNext(); }));
+      lyrics.SearchAnswered(owner->Taken().front());
+    };
+    fHost->SetRecord(0, "song");
+    lyrics.SongIs("song");
+    fHost->SetRecord(0, "other");
+    lyrics.SongIs("other");
+    takeAnswer();
+    EXPECT_EQ(lyrics.Path(), "") << "the first answer was for another song";
+    takeAnswer();
+    EXPECT_EQ(lyrics.Path(), fFolder.File("other.lrc"));
+    link.StopWaiting();
+  }
+}
+
+TEST_F(LyricsWindowByHand, AppliesFontAndColoursAtOnce) {
   hands::settle(*fLyrics);
   const std::string before = hands::pixels(*fLyrics, "Lyrics");
   SetPref([](TPrefValues* values) { values->lyrics = {200, 0, 0, 255}; });

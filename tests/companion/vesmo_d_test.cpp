@@ -103,6 +103,8 @@ TEST_F(BothPlugins, NewAcceleratorFormatReachesEveryOpenWindowOfBothAtOnce) {
     for (BWindow* about : hands::windows_titled("About Vesmo Editor"))
       EXPECT_TRUE(shows(*about, "Close", "C" + behind + "Close"));
   }
+  hands::click(prefs, "StayOnTop", {8, 8});
+  EXPECT_TRUE(hands::until([&] { return hands::is_on_top(main); })) << "the editor takes the companion's settings over";
   for (auto* plugin : {&companion, &editor}) {
     (*plugin)->Cleanup();
     plugin->reset();

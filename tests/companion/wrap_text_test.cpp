@@ -7,7 +7,7 @@ using testing::ElementsAre;
 
 namespace {
 
-/** As if every character, however many bytes it has, were one wide. */
+/** Width 1 for each character. */
 float count_of(std::string_view text) {
   float count = 0;
   for (const char byte : text) count += (static_cast<unsigned char>(byte) & 0xC0) == 0x80 ? 0 : 1;
@@ -20,7 +20,7 @@ std::vector<std::string> wrapped(const std::string& text, float width) {
 
 } // namespace
 
-TEST(WrapText, RowsEndAtBlanksWhichAreDropped) {
+TEST(WrapText, BreaksAtBlanksAndDropsThem) {
   EXPECT_THAT(wrapped("", 5), ElementsAre(""));
   EXPECT_THAT(wrapped("who has seen the wind", 21), ElementsAre("who has seen the wind"));
   EXPECT_THAT(wrapped("who has seen  the wind", 8), ElementsAre("who has", "seen", "the wind"));
@@ -29,13 +29,13 @@ TEST(WrapText, RowsEndAtBlanksWhichAreDropped) {
   EXPECT_THAT(wrapped("ab", 0), ElementsAre("a", "b")) << "one character at least";
 }
 
-TEST(WrapText, JapaneseBreaksAnywhereButBeforeWhatMustNotBeginALine) {
+TEST(WrapText, JapaneseBreaksAnywhereExceptBeforeForbiddenCharacters) {
   EXPECT_THAT(wrapped("誰が風を見たでしょう", 4), ElementsAre("誰が風を", "見たで", "しょう"));
   EXPECT_THAT(wrapped("木の葉、「風」は", 3), ElementsAre("木の", "葉、", "「風」", "は"));
   EXPECT_THAT(wrapped("夢　see the 風", 5), ElementsAre("夢　see", "the 風"));
 }
 
-TEST(WrapText, BytesThatAreNoTextAreKept) {
+TEST(WrapText, InvalidUtf8IsKept) {
   std::string joined;
   for (const std::string& row : wrapped("\xff\x80\x80\xe3\x81", 1)) joined += row;
   EXPECT_EQ(joined, "\xff\x80\x80\xe3\x81");

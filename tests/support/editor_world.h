@@ -14,7 +14,7 @@
 
 #include <utility>
 
-/** What an editor finds around it: settings of its own, English texts, and a player. */
+/** Environment of an editor: fresh settings, English texts and a fake player. */
 class EditorWorld : public testing::Test {
 protected:
   EditorWorld() {

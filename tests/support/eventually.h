@@ -2,7 +2,7 @@
 
 #include "platform/kernel/threads.h"
 
-/** Waits until the condition holds; false when that takes far too long. */
+/** Waits for the condition; false after a generous time-out. */
 template <typename Condition>
 bool eventually(Condition holds) {
   for (int i = 0; i < 10000; ++i) {

@@ -8,26 +8,26 @@
 
 class BWindow;
 
-/** What a user does to windows, for tests: real events through the window system of the display. Called beside the
-    display, from the thread that owns the window or delivers its messages by hand. */
+/** Simulates the user, for tests: real events through Qt's window system. Called from the thread that owns the window
+   or delivers its messages by hand, not from the display thread. */
 namespace hands {
 
-/** Lets the display work off all it was told and all events that follow. */
+/** Waits until the display has processed its tasks and all resulting events. */
 void wait_for_display();
-/** True once `isSo` holds; lets the display work meanwhile, and gives up after 20 s. */
+/** Waits for the condition while the display runs; false after 20 s. */
 bool until(const std::function<bool()>& isSo);
-/** The living windows of that title, shown or not. */
+/** All windows with that title, shown or not. */
 std::vector<BWindow*> windows_titled(const std::string& title);
-/** The window of that title, once it is on the screen. */
+/** Waits until the window with that title is on the screen. */
 BWindow& wait_for_window(const std::string& title);
-/** Delivers the messages of a window that does not run, until neither it nor the display has anything left to do. */
+/** Delivers the messages of a window that does not run until it and the display are idle. */
 void settle(BWindow& window);
 
 /** A key in Qt's notation: "Down", "Space", "Ctrl+Shift+0", "a". Goes to the control with the focus. */
 void press(BWindow& window, const std::string& key);
-/** A key held down: a second press that says so. */
+/** Auto-repeat of a key that is held down. */
 void repeat(BWindow& window, const std::string& key);
-/** In the coordinates of the control of the view of that name. */
+/** `where` is in the coordinates of the view. */
 void click(BWindow& window, const std::string& view, BPoint where, int times = 1);
 /** Clicks the tab of that index in a tab view. */
 void select_tab(BWindow& window, const std::string& view, int index);
@@ -38,9 +38,9 @@ void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& p
 void paste(BWindow& window, const std::string& text);
 void compose(BWindow& window, const std::string& preedit, const std::string& commit);
 
-/** A key for the menu that is open; without effect when none is. */
+/** A key for the open menu; no effect without one. */
 void press_in_menu(const std::string& key);
-/** Unfolds the menus on the way and clicks the last label. False when there is no such item or it is disabled. */
+/** Opens the menus on the path and clicks its last item. False when there is none or it is disabled. */
 bool choose(BWindow& window, const std::vector<std::string>& labels);
 struct MenuLine {
   std::string label;
@@ -48,10 +48,10 @@ struct MenuLine {
   bool isEnabled = true;
   std::string shortcut;
 };
-/** The lines of the menu that the labels lead to, separators with an empty label. */
+/** The items of the menu at that path; separators have an empty label. */
 std::vector<MenuLine> menu_lines(BWindow& window, const std::vector<std::string>& labels);
 
-/** The question on the screen, waited for; empty when none comes. */
+/** Waits for a question on the screen; empty when none comes. */
 struct Question {
   std::string caption;
   std::string text;
@@ -62,9 +62,9 @@ Question wait_for_question();
 bool answer_with_key(const std::string& key);
 bool answer_with_button(const std::string& label);
 
-/** How much the list of that name says of a row to those who listen to the screen; empty when never drawn. */
+/** The text of a list row for screen readers; empty when it was never drawn. */
 std::string row_text(BWindow& window, const std::string& list, int row);
-/** What those who listen to the screen are told of a control; the role as Qt names it. */
+/** What screen readers get for a control; the role as named by Qt. */
 struct Spoken {
   std::string name;
   std::string role;
@@ -74,11 +74,11 @@ struct Spoken {
 Spoken spoken(BWindow& window, const std::string& view);
 /** The tip on the screen; empty when there is none. */
 std::string tip_shown();
-/** The mouse rests on a control long enough. */
+/** Hovers over a control until its tool tip is due. */
 void rest_mouse_on(BWindow& window, const std::string& view);
-/** The view whose control has the focus while its window is the active one; empty for none. */
+/** The focused view if its window is active, else empty. */
 std::string focused_view(BWindow& window);
-/** Every pixel of a control, as it is drawn now. */
+/** All pixels of a control as currently drawn. */
 std::string pixels(BWindow& window, const std::string& view);
 /** Empty when there is no such label. */
 std::string label_text(BWindow& window, const std::string& view);
@@ -86,12 +86,11 @@ BRect control_frame(BWindow& window, const std::string& view);
 bool is_on_top(BWindow& window);
 bool is_active(BWindow& window);
 
-/** Chooses in a file panel as a user does: the name typed into the field, then Return. */
+/** Types a name into a file panel, then Return. */
 void type_file_name(BWindow& panel, const std::string& name);
-/** A menu or a list of suggestions is unfolded somewhere, and takes every key. */
+/** A menu or completion popup is open, which takes all keys. */
 bool popup_is_open();
-/** Types a colour, as in "#102030", into the dialog of colours, and accepts it or, without, cancels; false when none is
-    open. */
+/** Types a colour ("#102030") into the colour dialog and accepts or cancels it; false when none is open. */
 bool choose_color(const std::string& color, bool accepts = true);
 std::string file_name_selected(BWindow& panel);
 bool is_shown(BWindow& window);

@@ -26,7 +26,7 @@ QMessageBox* open_question() {
   return nullptr;
 }
 
-/** A text as the user reads it. */
+/** A label without mnemonic marks. */
 QString without_marks(QString text) {
   return text.replace(QLatin1String("&&"), QStringLiteral("\1"))
       .remove(QLatin1Char('&'))
@@ -39,7 +39,7 @@ QAction* find_action(const QWidget* menu, const std::string& label) {
   return nullptr;
 }
 
-/** The menu widget that the labels lead to; null when they lead nowhere. */
+/** The menu at that path; null if there is none. */
 QWidget* find_menu(QWidget* window, const std::vector<std::string>& labels) {
   QWidget* menu = window->findChild<display::MenuRow*>();
   for (const std::string& label : labels) {
@@ -99,7 +99,7 @@ bool popup_is_open() {
   return display::call([] { return QApplication::activePopupWidget() != nullptr; });
 }
 
-// Beside whoever asks: it only looks, and leaves the work of the display alone.
+// Polls only, without running the event loop as `until` does: the asking thread goes on by itself.
 Question wait_for_question() {
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
   std::optional<Question> seen;

@@ -8,7 +8,7 @@
 #include <QMetaEnum>
 #include <QToolTip>
 
-/** What a user sees of windows, or is told of them. */
+/** What a user or a screen reader sees of windows. */
 namespace hands {
 
 std::string row_text(BWindow& window, const std::string& list, int row) {

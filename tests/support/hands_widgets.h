@@ -8,7 +8,7 @@
 
 #include <string>
 
-/** What the hands share: from a window to its widgets. */
+/** Shared by the implementation: from a window to its widgets. */
 namespace hands {
 
 inline QString q(const std::string& text) {
@@ -30,7 +30,7 @@ inline QWidget* control_of(QWidget* window, const std::string& view) {
   return window->findChild<QWidget*>(q(view));
 }
 
-/** A key goes to the control with the focus. */
+/** Sends a key to the focused widget. */
 void send_key(QWidget* window, const std::string& key);
 QKeyCombination combination(const std::string& key);
 

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-/** A looper or a window that keeps what reaches it. */
+/** A looper or window that records its messages. */
 template <class Looper>
 class Keeping : public Looper {
 public:
@@ -29,7 +29,7 @@ public:
   std::vector<BMessage> fReceived;
 };
 
-/** A window for the length of a test, which delivers its messages. */
+/** A window whose messages are delivered by the test. */
 template <class Window>
 class WithWindow : public testing::Test {
 protected:
@@ -43,7 +43,7 @@ protected:
     hands::press(*fWindow, key);
     hands::settle(*fWindow);
   }
-  /** What reached the window when that was done. */
+  /** The codes of the messages caused by `act`. */
   std::vector<uint32> After(const std::function<void()>& act) {
     fWindow->fReceived.clear();
     act();

@@ -10,7 +10,7 @@
 
 #include <memory>
 
-/** The real images, loaded as the player loads them, by an application with settings of its own. */
+/** Loads the real plug-in images as the player does, with fresh settings. */
 class LoadedImages : public testing::Test {
 protected:
   LoadedImages() {

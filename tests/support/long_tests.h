@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-/** Whether there is time for every round: ./test --long. */
+/** ./test --long: run all iterations. */
 inline bool long_tests() {
   return std::getenv("VESMO_LONG_TESTS") != nullptr;
 }

@@ -10,6 +10,6 @@ struct EndLooper {
   }
 };
 
-/** A looper, or a window, that ends with the test it belongs to. */
+/** Owns a looper or window: calls Quit instead of delete. */
 template <typename Looper>
 using OwnLooper = std::unique_ptr<Looper, EndLooper>;

@@ -4,9 +4,8 @@
 
 namespace {
 
-/** Programs of one user find each other by their runtime folder: each test process gets one of its own, before anything
-    looks for it, so that tests that run at the same time are strangers. The data folders, which do not exist, keep
-   tests from finding and starting installed programs. */
+/** Gives each test process its own runtime folder before anything uses it, so that tests running in parallel do not
+    connect to each other. The data folders do not exist, so that tests never start installed programs. */
 struct OwnRuntimeFolder {
   OwnRuntimeFolder() {
     setenv("XDG_RUNTIME_DIR", fFolder.Path().c_str(), 1);

@@ -4,8 +4,8 @@
 
 #include <sys/types.h>
 
-/** A sound server of the test's own, whose only output plays into nothing in real time; what this process connects to
-    while it is there. Needs the program `pulseaudio`. */
+/** A sound server for the test, to which this process connects while it exists. Its only output is a null sink that
+    plays in real time. Needs the program `pulseaudio`. */
 class SoundServer {
 public:
   SoundServer();
@@ -13,11 +13,11 @@ public:
   SoundServer& operator=(const SoundServer&) = delete;
   ~SoundServer();
 
-  /** Returns once it takes connections. */
+  /** Returns once it accepts connections. */
   void Start();
-  /** At once, with nothing tidied up. */
+  /** SIGKILL, without a clean shutdown. */
   void Kill();
-  /** From then on it keeps its connections and answers nothing. */
+  /** SIGSTOP: keeps its connections but no longer answers. */
   void Freeze() const;
 
 private:

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <thread>
 
-/** The tests run beside the display, as a program's loopers do. */
+/** Tests run on their own thread, like a program's loopers; the main thread runs the display. */
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   testing::InitGoogleTest(&argc, argv);

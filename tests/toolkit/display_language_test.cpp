@@ -6,7 +6,7 @@
 
 #include <QCoreApplication>
 
-TEST(DisplayLanguage, ReachesWhatTheDisplaySaysByItself) {
+TEST(DisplayLanguage, TranslatesQtsOwnTexts) {
   const auto cancel = [] {
     return display::call([] { return QCoreApplication::translate("QPlatformTheme", "Cancel").toStdString(); });
   };

@@ -41,7 +41,7 @@ protected:
   TKRVAboutWin* fWindow;
 };
 
-TEST_F(AboutWin, ListsTheLanguagesPresentAndMarksTheOneInUse) {
+TEST_F(AboutWin, ListsTheLanguagesAndMarksTheOneInUse) {
   fFolder.Write("b.llt", Language("Language=Two\nWriter=Somebody\nSpecialThanks=All\n"));
   fFolder.Write("a.llt", Language("Language=One\n"));
   fFolder.Write("broken.llt", "no language");
@@ -51,13 +51,13 @@ TEST_F(AboutWin, ListsTheLanguagesPresentAndMarksTheOneInUse) {
                          "\u2003\u2003File: b.llt\n");
 }
 
-TEST_F(AboutWin, BuiltInTextsAreALanguageToo) {
+TEST_F(AboutWin, BuiltInTextsAreListedWhileInUse) {
   Show("");
   EXPECT_EQ(Languages().rfind("● English (in use)\n", 0), 0U) << Languages();
   EXPECT_NE(Languages().find("built into the program"), std::string::npos);
 }
 
-TEST_F(AboutWin, WorksByKeyboardAndCannotBeEdited) {
+TEST_F(AboutWin, WorksByKeyboardAndIsReadOnly) {
   Show("");
   EXPECT_EQ(hands::focused_view(*fWindow), "qt_tabwidget_tabbar");
   const std::string program = hands::pixels(*fWindow, "AboutTabs");
@@ -71,7 +71,7 @@ TEST_F(AboutWin, WorksByKeyboardAndCannotBeEdited) {
   EXPECT_FALSE(hands::is_shown(*fWindow));
 }
 
-TEST_F(AboutWin, GrowsWithItsPagesAndDoesNotCutItsButton) {
+TEST_F(AboutWin, ContentFollowsAResize) {
   Show("");
   hands::resize_by_hand(*fWindow, 800, 700);
   hands::settle(*fWindow);

@@ -28,7 +28,7 @@ protected:
     fWindow->BringUp();
     hands::settle(*fWindow);
   }
-  /** What has been sent since; each is to be the message with one text. */
+  /** The texts sent since the last call. */
   std::vector<std::string> Sent() {
     fWindow->fReceiver->DeliverAll();
     std::vector<std::string> texts;
@@ -40,7 +40,7 @@ protected:
     }
     return texts;
   }
-  /** A letter lets its button be seen going down before it works. */
+  /** True once it is closed: an accelerator animates its button before it acts. */
   bool Closes() {
     return hands::until([this] {
       hands::settle(*fWindow);
@@ -51,7 +51,7 @@ protected:
   using Texts = std::vector<std::string>;
 };
 
-TEST_F(SimpleInputWin, ReturnSendsWhatWasTyped) {
+TEST_F(SimpleInputWin, ReturnSendsTheText) {
   EXPECT_EQ(hands::focused_view(*fWindow), "Input");
   Type("-250");
   Press("Return");
@@ -59,7 +59,7 @@ TEST_F(SimpleInputWin, ReturnSendsWhatWasTyped) {
   EXPECT_FALSE(IsOpen());
 }
 
-TEST_F(SimpleInputWin, ShownAgainItHoldsTheLastTextSelected) {
+TEST_F(SimpleInputWin, ShownAgainTheLastTextIsSelected) {
   Type("12");
   Press("Return");
   ShowAgain();
@@ -91,7 +91,7 @@ TEST_F(SimpleInputWin, EveryWayToCancelHidesItAndSendsNothing) {
   EXPECT_EQ(Sent(), Texts{});
 }
 
-TEST_F(SimpleInputWin, LettersAndTabReachTheButtons) {
+TEST_F(SimpleInputWin, AcceleratorsAndTabReachTheButtons) {
   Type("1");
   Press("Alt+G");
   EXPECT_TRUE(Closes());
@@ -100,13 +100,13 @@ TEST_F(SimpleInputWin, LettersAndTabReachTheButtons) {
   Press("Tab");
   EXPECT_EQ(hands::focused_view(*fWindow), "Cancel");
   Press("Return");
-  EXPECT_FALSE(IsOpen()) << "Return presses the button that has the focus";
+  EXPECT_FALSE(IsOpen()) << "Return presses the focused button";
   ShowAgain();
   EXPECT_EQ(hands::focused_view(*fWindow), "Input");
   EXPECT_EQ(Sent(), Texts{});
 }
 
-TEST_F(SimpleInputWin, TextThatDoesNotPassStaysWithAWordAboutIt) {
+TEST_F(SimpleInputWin, InvalidTextIsNotSentAndReported) {
   const float height = fWindow->Bounds().Height();
   Type("1x");
   Press("Return");
@@ -115,12 +115,12 @@ TEST_F(SimpleInputWin, TextThatDoesNotPassStaysWithAWordAboutIt) {
   EXPECT_GT(fWindow->Bounds().Height(), height) << "nothing is covered";
   Type("3");
   Press("Return");
-  EXPECT_EQ(Sent(), Texts{"3"}) << "the faulty text was selected";
+  EXPECT_EQ(Sent(), Texts{"3"}) << "the invalid text was selected";
   ShowAgain();
   EXPECT_EQ(fWindow->Bounds().Height(), height);
 }
 
-TEST_F(SimpleInputWin, NewLabelsAreNotCut) {
+TEST_F(SimpleInputWin, WindowFitsNewLabels) {
   fWindow->SetLabels({"Verschieben", "Alle Zeitmarken verschieben um (Millisekunden):", "L - Los geht es jetzt sofort",
                       "C - Abbrechen"});
   hands::settle(*fWindow);

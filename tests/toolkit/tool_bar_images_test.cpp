@@ -27,7 +27,7 @@ double contrast(QColor a, QColor b) {
   return (high + 0.05) / (low + 0.05);
 }
 
-/** The fully drawn pixels that stand out from the ground as signs should (3 : 1), and those that do not. */
+/** Counts of opaque pixels with sufficient contrast (3 : 1) and without. */
 struct Seen {
   int clear = 0;
   int faint = 0;
@@ -46,7 +46,7 @@ Seen seen_on(const BBitmap& image, QColor ground, QColor ink, int size) {
 
 } // namespace
 
-TEST(ToolBarImages, StandOutOnLightAndOnDark) {
+TEST(ToolBarImages, HaveContrastOnLightAndDarkBackgrounds) {
   for (const char* name : kNames)
     for (const auto& [ground, ink] : {std::pair(QColor(0xef, 0xef, 0xef), QColor(Qt::black)),
                                       std::pair(QColor(0x2b, 0x2b, 0x2b), QColor(Qt::white))})

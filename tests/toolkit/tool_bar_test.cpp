@@ -5,7 +5,7 @@
 
 namespace {
 
-/** Open, Save | Std, each answering to the window. */
+/** Open, Save | Std; their messages go to the window. */
 class BarWindow : public Keeping<BWindow> {
 public:
   BarWindow() : Keeping({100, 100, 399, 299}, "tools") {
@@ -30,41 +30,41 @@ protected:
   using Codes = std::vector<uint32>;
 };
 
-TEST_F(ToolBar, ClickSendsTheMessageWithItsFieldsAndChangesNothingElse) {
+TEST_F(ToolBar, ClickSendsTheMessageAndChangesNothingElse) {
   EXPECT_EQ(After([&] { Click("Std"); }), Codes{'mode'});
   int32 mode = 0;
   EXPECT_EQ(fWindow->fReceived.front().FindInt32("Mode", &mode), B_OK);
   EXPECT_EQ(mode, 1);
   EXPECT_EQ(Bar().FindItem("Std")->Value(), 0);
-  EXPECT_FALSE(hands::spoken(*fWindow, "Std").isOn) << "pressed in is what the program says";
-  EXPECT_EQ(After([&] { Click("Std"); }), Codes{'mode'}) << "once more, the message is its own still";
-  EXPECT_EQ(hands::focused_view(*fWindow), "Open") << "the focus stays";
+  EXPECT_FALSE(hands::spoken(*fWindow, "Std").isOn) << "only the program changes it";
+  EXPECT_EQ(After([&] { Click("Std"); }), Codes{'mode'}) << "a copy each time";
+  EXPECT_EQ(hands::focused_view(*fWindow), "Open") << "a click does not move the focus";
 }
 
-TEST_F(ToolBar, AButtonIsAsWideAsItsFrameAsksFor) {
+TEST_F(ToolBar, FrameSetsTheMinimumWidthOfAButton) {
   EXPECT_EQ(Bar().FindItem("Std")->Frame().Width(), 99);
   EXPECT_LT(Bar().FindItem("Open")->Frame().Width(), 99);
   EXPECT_EQ(Bar().FindItem("Std")->Frame().Height(), Bar().FindItem("Open")->Frame().Height());
 }
 
-TEST_F(ToolBar, ButtonIsAimedAtAnotherHandler) {
+TEST_F(ToolBar, ButtonCanHaveAnotherTarget) {
   const OwnLooper<Keeping<BLooper>> other(new Keeping<BLooper>);
   Bar().FindItem("Open")->SetTarget(other.get());
   EXPECT_EQ(After([&] { Click("Open"); }), Codes{});
   other->DeliverAll();
   EXPECT_EQ(other->Codes(), Codes{'_opn'});
   Bar().FindItem("Open")->SetTarget(&Bar());
-  EXPECT_EQ(After([&] { Click("Open"); }), Codes{'_opn'}) << "what the bar does not know goes on to the window";
+  EXPECT_EQ(After([&] { Click("Open"); }), Codes{'_opn'}) << "unhandled messages go to the next handler";
 }
 
-TEST_F(ToolBar, EveryButtonIsReachedByTabAndPressedBySpaceAndReturn) {
+TEST_F(ToolBar, ButtonsAreReachedByTabAndPressedBySpaceAndReturn) {
   EXPECT_EQ(hands::focused_view(*fWindow), "Open");
   EXPECT_EQ(After([&] { hands::press(*fWindow, "Space"); }), Codes{'_opn'});
   hands::press(*fWindow, "Tab");
   EXPECT_EQ(hands::focused_view(*fWindow), "Save");
   EXPECT_EQ(After([&] { hands::press(*fWindow, "Return"); }), Codes{'_sav'});
   hands::press(*fWindow, "Tab");
-  EXPECT_EQ(hands::focused_view(*fWindow), "Std") << "a separator is passed over";
+  EXPECT_EQ(hands::focused_view(*fWindow), "Std") << "a separator is skipped";
 }
 
 TEST_F(ToolBar, ButtonsAreFoundByNameAndCountedWithoutSeparators) {
@@ -77,10 +77,10 @@ TEST_F(ToolBar, ButtonsAreFoundByNameAndCountedWithoutSeparators) {
   EXPECT_EQ(Bar().ButtonAt(-1), nullptr);
 }
 
-TEST_F(ToolBar, TipsComeByMouseAndByTabAndGoWithTheFocus) {
+TEST_F(ToolBar, TipsAppearOnHoverAndTabAndDisappearWithTheFocus) {
   Bar().FindItem("Open")->SetTip("Open");
   Bar().FindItem("Save")->SetTip("Save the lyrics");
-  EXPECT_EQ(hands::spoken(*fWindow, "Save").name, "Save the lyrics") << "to those who listen";
+  EXPECT_EQ(hands::spoken(*fWindow, "Save").name, "Save the lyrics") << "for screen readers";
   EXPECT_EQ(hands::spoken(*fWindow, "Save").role, "Button");
   hands::rest_mouse_on(*fWindow, "Open");
   EXPECT_EQ(hands::tip_shown(), "Open");
@@ -90,12 +90,14 @@ TEST_F(ToolBar, TipsComeByMouseAndByTabAndGoWithTheFocus) {
   After([&] { hands::press(*fWindow, "Shift+Tab"); });
   EXPECT_EQ(hands::tip_shown(), "Open");
   After([&] { hands::press(*fWindow, "Tab"); });
-  EXPECT_EQ(hands::tip_shown(), "歌詞を保存") << "in the language of today";
+  EXPECT_EQ(hands::tip_shown(), "歌詞を保存") << "in the current language";
   After([&] { hands::press(*fWindow, "Tab"); });
   EXPECT_NE(hands::tip_shown(), "歌詞を保存") << "a button without a tip has the focus";
+  After([&] { Bar().FindItem("Save")->MakeFocus(); });
+  EXPECT_NE(hands::tip_shown(), "歌詞を保存") << "the focus was not moved by Tab";
 }
 
-TEST_F(ToolBar, DisabledButtonDoesNothingAndIsFaint) {
+TEST_F(ToolBar, DisabledButtonDoesNothingAndIsDimmed) {
   const std::string before = hands::pixels(*fWindow, "Save");
   Bar().FindItem("Save")->SetEnabled(false);
   EXPECT_FALSE(hands::spoken(*fWindow, "Save").isEnabled);
@@ -105,7 +107,7 @@ TEST_F(ToolBar, DisabledButtonDoesNothingAndIsFaint) {
   EXPECT_EQ(hands::focused_view(*fWindow), "Std");
 }
 
-TEST_F(ToolBar, OnAndFlatCanBeSeen) {
+TEST_F(ToolBar, OnAndFlatAreVisible) {
   const std::string flat = hands::pixels(*fWindow, "Std");
   Bar().FindItem("Std")->SetValue(1);
   EXPECT_TRUE(hands::spoken(*fWindow, "Std").isOn);
@@ -117,12 +119,12 @@ TEST_F(ToolBar, OnAndFlatCanBeSeen) {
   EXPECT_EQ(hands::pixels(*fWindow, "Std"), flat);
 }
 
-TEST_F(ToolBar, ButtonsStandSideBySideWithinTheBar) {
+TEST_F(ToolBar, ButtonsAreLaidOutSideBySide) {
   const BRect open = hands::control_frame(*fWindow, "Open");
   const BRect save = hands::control_frame(*fWindow, "Save");
   const BRect std = hands::control_frame(*fWindow, "Std");
   EXPECT_EQ(save.left, open.right + 1);
-  EXPECT_GT(std.left, save.right + 1) << "the separator has room";
+  EXPECT_GT(std.left, save.right + 1) << "space for the separator";
   EXPECT_GE(open.Width(), 24);
   EXPECT_LE(open.bottom, Bar().Bounds().bottom);
   EXPECT_EQ(Bar().PreferredWidth(), std.right + open.left);

@@ -5,11 +5,13 @@
 #include "tests/companion/prefs/pref_world.h"
 #include "tests/support/hands.h"
 
+#include <filesystem>
+
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_F(PrefWindow, TellsEachChangeAtOnceAndStoresItWhenItIsClosed) {
+TEST_F(PrefWindow, SendsEachChangeAtOnceAndSavesItWhenClosed) {
   Open();
   Click("ToolBar");
   EXPECT_THAT(Notices(), ElementsAre("Splc: STlB"));
@@ -24,7 +26,7 @@ TEST_F(PrefWindow, TellsEachChangeAtOnceAndStoresItWhenItIsClosed) {
   EXPECT_EQ(Stored().writeCRType, 1);
 }
 
-TEST_F(PrefWindow, ChangeMadeWhileTheManagersQueueIsFullReachesItLater) {
+TEST_F(PrefWindow, ChangeIsResentWhileTheManagersQueueIsFull) {
   Open();
   while (fManager->PostMessage(kNoticeLyricsWindow) == B_OK) {
   }
@@ -39,7 +41,7 @@ TEST_F(PrefWindow, ChangeMadeWhileTheManagersQueueIsFullReachesItLater) {
   }));
 }
 
-TEST_F(PrefWindow, StoresWithoutBeingClosed) {
+TEST_F(PrefWindow, SavesWithoutBeingClosed) {
   Open();
   Click("StayOnTop");
   EXPECT_TRUE(hands::until([this] {
@@ -48,7 +50,34 @@ TEST_F(PrefWindow, StoresWithoutBeingClosed) {
   }));
 }
 
-TEST_F(PrefWindow, OffersTheLanguagesPresentAndSpeaksTheOneThatIsChosen) {
+TEST_F(PrefWindow, ChangeIsSavedWhenTheProgramEndsRightAfterIt) {
+  Open();
+  Click("ToolBar");
+  ASSERT_TRUE(fWindow->Lock());
+  std::exchange(fWindow, nullptr)->Quit();
+  EXPECT_FALSE(Stored().showToolBar);
+}
+
+TEST_F(PrefWindow, ChangeThatCouldNotBeSavedIsReportedAndSavedWithTheNextOne) {
+  const std::string file = fFolder.File("KOREVA/Shared/VesmoShared_Prefs.arc");
+  std::filesystem::create_directories(file + "/in the way");
+  Open();
+  Click("ToolBar");
+  EXPECT_TRUE(hands::until([this] {
+    Settle();
+    return !Label("Error").empty();
+  }));
+  std::filesystem::remove_all(file);
+  BEntry entry;
+  koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared");
+  ASSERT_TRUE(TPref().Save(entry));
+  Click("StayOnTop");
+  Press("Escape");
+  EXPECT_TRUE(Stored().stayOnTop);
+  EXPECT_FALSE(Stored().showToolBar);
+}
+
+TEST_F(PrefWindow, OffersTheLanguagesAndSwitchesToTheChosenOne) {
   Open();
   auto* const languages = static_cast<BMenuField*>(fWindow->FindView("Language"));
   EXPECT_THAT(languages->Choices(), ElementsAre("English (built in)", "Deutsch", "English", "Français", "日本語"));
@@ -66,27 +95,27 @@ TEST_F(PrefWindow, OffersTheLanguagesPresentAndSpeaksTheOneThatIsChosen) {
   EXPECT_EQ(hands::focused_view(*fWindow), "Language");
 }
 
-TEST_F(PrefWindow, TextsThatAreNoFittingNumberAreToldAndChangeNothing) {
+TEST_F(PrefWindow, InvalidNumbersAreReportedAndChangeNothing) {
   Open();
   for (const char* text : {"4", "1001", "25x", ""}) {
     Type("PollInterval", "250");
     Notices();
     Type("PollInterval", text);
     if (*text == '\0') Press("Delete");
-    EXPECT_THAT(Label("Fault"), IsEmpty()) << "who is still typing is left alone";
+    EXPECT_THAT(Label("Error"), IsEmpty()) << "not while the user may still be typing";
     EXPECT_TRUE(hands::until([this] {
       Settle();
-      return !Label("Fault").empty();
+      return !Label("Error").empty();
     })) << text;
     EXPECT_NE(gPref->Values()->pollIntervalUs, 4000) << text;
   }
   Type("PollInterval", "40");
-  EXPECT_THAT(Label("Fault"), IsEmpty());
+  EXPECT_THAT(Label("Error"), IsEmpty());
   EXPECT_EQ(Notices().back(), "Ssic: MTmI");
   EXPECT_EQ(gPref->Values()->pollIntervalUs, 40000);
 }
 
-TEST_F(PrefWindow, AColourIsTriedOutAndGivenUpOrKept) {
+TEST_F(PrefWindow, ColourIsPreviewedAndThenCancelledOrAccepted) {
   Open();
   SelectTab(kAppearance);
   const auto color = [this] { return static_cast<BColorControl*>(fWindow->FindView("LyricsColor"))->ValueAsColor(); };
@@ -110,7 +139,7 @@ TEST_F(PrefWindow, DefaultsAndRevertSetEveryPage) {
   gPref->SetValues(own);
   Open();
   Click("Defaults");
-  EXPECT_EQ(gPref->Values()->timeOffsetMs, -140) << "the manager has not looked yet";
+  EXPECT_EQ(gPref->Values()->timeOffsetMs, -140) << "not handled yet";
   EXPECT_THAT(Notices(), testing::UnorderedElementsAre("Spsc: SoTp", "Sptc: TmDf", "Spac: FntS"));
   EXPECT_EQ(gPref->Values()->timeOffsetMs, 0);
   Click("Revert");

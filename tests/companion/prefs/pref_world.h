@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-/** The preferences window, driven by hand, with a manager that takes the notices over as the companion's does. */
+/** The preferences window, its messages delivered by the test, with a manager that applies the notices. */
 class PrefWindow : public testing::Test {
 protected:
   PrefWindow() {
@@ -46,7 +46,7 @@ protected:
     hands::press(*fWindow, key);
     Settle();
   }
-  /** Into a field, instead of what stands there. */
+  /** Replaces the text of a field. */
   void Type(const char* field, const std::string& text) {
     fWindow->FindView(field)->MakeFocus();
     Settle();
@@ -63,12 +63,12 @@ protected:
     Settle();
   }
   std::string Label(const char* view) { return hands::label_text(*fWindow, view); }
-  /** The notices since, as "code: fields". */
+  /** The notices since the last call, as "code: fields". */
   std::vector<std::string> Notices() {
     fManager->DeliverAll();
     return std::exchange(fManager->fNotices, {});
   }
-  /** What a program that starts now would read. */
+  /** The settings on disk. */
   static TPrefValues Stored() {
     BEntry entry;
     TPref stored;

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <tuple>
 
 namespace {
 
@@ -40,7 +41,7 @@ protected:
 
 } // namespace
 
-TEST_F(SharedPrefs, OthersFieldsAndOthersChangesStay) {
+TEST_F(SharedPrefs, UnknownFieldsAndOthersChangesAreKept) {
   BMessage others;
   others.AddString("Other", "kept");
   others.AddInt32("WEnc", 2);
@@ -52,11 +53,36 @@ TEST_F(SharedPrefs, OthersFieldsAndOthersChangesStay) {
   std::string text;
   EXPECT_EQ(Stored().FindString("Other", &text), B_OK);
   EXPECT_EQ(text, "kept");
-  EXPECT_EQ(Number("WEnc"), 2) << "what this program holds is older";
+  EXPECT_EQ(Number("WEnc"), 2) << "the copy in memory is older";
   EXPECT_EQ(Number("TmDf"), -90);
 }
 
-TEST_F(SharedPrefs, AFileThatCannotBeReadIsKeptAndReplacedByAllSettings) {
+TEST_F(SharedPrefs, EachSettingHasTheNoticeOfItsGroup) {
+  const std::tuple<void (*)(TPrefValues&), uint32, const char*> settings[] = {
+      {[](TPrefValues& values) { values.stayOnTop = true; }, kNoticeStayOnTop, "SoTp"},
+      {[](TPrefValues& values) { values.showToolBar = false; }, kNoticeToolBar, "STlB"},
+      {[](TPrefValues& values) { values.pollIntervalUs = 9000; }, kNoticePollInterval, "MTmI"},
+      {[](TPrefValues& values) { values.fontLevel = 2; }, kNoticeLyricsWindow, "FntL"},
+      {[](TPrefValues& values) { values.doubleBuffer = false; }, kNoticeLyricsWindow, "DbBf"},
+      {[](TPrefValues& values) { values.writeEncoding = 1; }, kNoticeEncoding, "WEnc"},
+      {[](TPrefValues& values) { values.readEncoding = 1; }, kNoticeReadEncoding, "REnc"},
+      {[](TPrefValues& values) { values.writeCRType = 1; }, kNoticeLineEnds, "WCRT"},
+      {[](TPrefValues& values) { values.timeOffsetMs = 1; }, kNoticeTimeOffset, "TmDf"},
+      {[](TPrefValues& values) { values.languageFile = "German.llt"; }, kNoticeLanguage, "LLTF"},
+      {[](TPrefValues& values) { values.background.red = 1; }, kNoticeAppearance, "BGCl"},
+      {[](TPrefValues& values) { values.fontFamily = "Other"; }, kNoticeAppearance, "FntF"},
+  };
+  for (const auto& [change, code, field] : settings) {
+    fAfter = fBefore;
+    change(fAfter);
+    const std::vector<BMessage> notices = notices_of_change(fBefore, fAfter);
+    ASSERT_EQ(notices.size(), 1U) << field;
+    EXPECT_EQ(notices[0].what, code) << field;
+    EXPECT_EQ(notices[0].FieldNames(), std::vector<std::string>{field});
+  }
+}
+
+TEST_F(SharedPrefs, UnreadableFileIsBackedUpAndReplacedByAllSettings) {
   const std::string torn = "VMSG torn";
   Entry();
   fFolder.Write("KOREVA/Shared/VesmoShared_Prefs.arc", torn);

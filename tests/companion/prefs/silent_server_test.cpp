@@ -1,5 +1,5 @@
-/** Closing while a tap test waits for a sound server that has stopped answering. What is held up hangs these tests
-   until the watchdog ends them. */
+/** Closing while a tap test waits for an unresponsive sound server. A blocked close hangs these tests until the alarm
+    ends them. */
 
 #include "companion/prefs/click_track.h"
 #include "tests/companion/prefs/pref_world.h"
@@ -13,7 +13,7 @@
 
 namespace {
 
-/** Takes connections and never says anything. */
+/** Accepts connections and never answers. */
 class SilentServer {
 public:
   SilentServer() {
@@ -46,12 +46,12 @@ public:
 
 class SilentSoundServer : public PrefWindow {
 protected:
-  /** Below the 30 s after which the sound library gives up by itself. */
+  /** Less than the sound library's own time-out of 30 s. */
   SilentSoundServer() { alarm(25); }
   ~SilentSoundServer() override { alarm(0); }
 };
 
-TEST_F(SilentSoundServer, ThatNeverAnswersDoesNotKeepThePreferencesOpen) {
+TEST_F(SilentSoundServer, ThatNeverAnswersDoesNotBlockClosing) {
   const SilentServer server;
   Open(open_click_output);
   SelectTab(kTiming);
@@ -68,7 +68,7 @@ TEST_F(SilentSoundServer, ThatNeverAnswersDoesNotKeepThePreferencesOpen) {
   close(client);
 }
 
-TEST_F(SilentSoundServer, ThatFreezesDuringATapTestDoesNotHoldUpItsEnd) {
+TEST_F(SilentSoundServer, ThatFreezesDuringATapTestDoesNotBlockItsEnd) {
   SoundServer server;
   const OwnLooper<ClickCounter> listener(new ClickCounter);
   listener->Run();

@@ -5,12 +5,14 @@
 #include "tests/support/hands.h"
 #include "tests/support/own_looper.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
+#include <thread>
 
 namespace {
 
-/** A sound output that holds its track until the test lets it go, and then fails. */
+/** An audio output that blocks its track until LetGo and then fails. */
 class Gate {
 public:
   TClickTrack::TOpen Open() {
@@ -36,12 +38,12 @@ private:
   private:
     Gate* const fGate;
   };
-  std::mutex fMutex; // guards all below
+  std::mutex fMutex; // guards fIsOpen
   std::condition_variable fChanged;
   bool fIsOpen = false;
 };
 
-/** Takes all at once and is heard a while later; keeps where the clicks are. */
+/** Accepts all samples at once, with a latency, and records the positions of the clicks. */
 class Tape : public TClickOutput {
 public:
   struct Heard {
@@ -92,7 +94,7 @@ protected:
   }
 };
 
-TEST_F(TimingPage, TappedTwelveTimesLateItProposesTheOffsetAndSetsItOnlyWhenAsked) {
+TEST_F(TimingPage, LateTapsProposeAnOffsetThatIsSetOnlyByItsButton) {
   Gate gate;
   Open(gate.Open());
   SelectTab(kTiming);
@@ -102,7 +104,7 @@ TEST_F(TimingPage, TappedTwelveTimesLateItProposesTheOffsetAndSetsItOnlyWhenAske
   for (int64 click = 1; click <= TClickTrack::kClicks; ++click) {
     Say(kMsgClick, "WhenUs", click * 750000);
     Tap(click * 750000 + 85000);
-    if (click == 5) Say(kMsgClick, "WhenUs", 0, 0); // of a test that was broken off
+    if (click == 5) Say(kMsgClick, "WhenUs", 0, 0); // of a cancelled test
   }
   gate.LetGo();
   EXPECT_TRUE(hands::until([this] {
@@ -116,7 +118,7 @@ TEST_F(TimingPage, TappedTwelveTimesLateItProposesTheOffsetAndSetsItOnlyWhenAske
   EXPECT_EQ(gPref->Values()->timeOffsetMs, -85);
 }
 
-TEST_F(TimingPage, WithoutTapsItProposesNothing) {
+TEST_F(TimingPage, WithoutTapsNothingIsProposed) {
   Gate gate;
   gate.LetGo();
   Open(gate.Open());
@@ -130,7 +132,20 @@ TEST_F(TimingPage, WithoutTapsItProposesNothing) {
   EXPECT_FALSE(hands::spoken(*fWindow, "UseTapResult").isEnabled);
 }
 
-TEST_F(TimingPage, WhatTheEditorFoundIsAProposalToo) {
+TEST_F(TimingPage, ClosingTheWindowCancelsARunningTest) {
+  std::atomic<bool> isCancelled = false;
+  Open([&isCancelled](const TIsCancelled& isCancelledNow) -> std::unique_ptr<TClickOutput> {
+    while (!isCancelledNow()) std::this_thread::yield();
+    isCancelled = true;
+    return nullptr;
+  });
+  SelectTab(kTiming);
+  Click("StartTest");
+  Press("Escape");
+  EXPECT_TRUE(isCancelled);
+}
+
+TEST_F(TimingPage, LatencyMeasuredByTheEditorIsProposed) {
   Open();
   BMessage hint(kMsgStampHint);
   hint.AddInt32("LateMs", 140);
@@ -143,7 +158,7 @@ TEST_F(TimingPage, WhatTheEditorFoundIsAProposalToo) {
   EXPECT_EQ(gPref->Values()->timeOffsetMs, -160);
 }
 
-TEST(ClickTrack, SixteenClicksComeEvenlyAndAreToldWhenTheyAreHeard) {
+TEST(ClickTrack, ClicksAreEvenAndReportedWhenHeard) {
   const OwnLooper<Listener> listener(new Listener);
   Tape::Heard heard;
   {

@@ -41,21 +41,27 @@ TEST(Alert, ShowsCaptionTextAndButtonsFromLeftToRight) {
   });
 }
 
-TEST(Alert, EveryWayToAnswerGivesThePlaceOfTheButton) {
+TEST(Alert, EveryWayToAnswerReturnsTheIndexOfTheButton) {
   EXPECT_EQ(asked(save_question(), [] { hands::answer_with_button("No(N)"); }), 1);
   for (const auto& [key, place] : {std::pair{"N", 1}, {"C", 0}, {"Escape", 0}, {"Return", 2}}) {
     EXPECT_EQ(asked(save_question(), [key = key] { hands::answer_with_key(key); }), place) << key;
   }
 }
 
-TEST(Alert, PostedAlertIsWaitedForByNobody) {
+TEST(Alert, AfterItsTimeOutItReturnsTheEscapeButtonAndStaysOpen) {
+  EXPECT_EQ(save_question()->GoFor(1000), 0);
+  hands::wait_for_question();
+  EXPECT_TRUE(hands::answer_with_key("Escape"));
+}
+
+TEST(Alert, PostedAlertDoesNotBlock) {
   (new BAlert("Vesmo Editor", "cannot be shown", "I see"))->Post();
   EXPECT_EQ(hands::wait_for_question().text, "cannot be shown");
   EXPECT_TRUE(hands::answer_with_key("Escape"));
   EXPECT_FALSE(hands::answer_with_key("Escape")) << "gone";
 }
 
-TEST(Alert, WindowThatAsksWaitsWhileOthersGoOn) {
+TEST(Alert, WindowThatAsksIsBlockedAndOthersAreNot) {
   struct Asker : BWindow {
     Asker() : BWindow({0, 0, 199, 99}, "asker") {}
     void MessageReceived(BMessage* message) override {
@@ -73,7 +79,7 @@ TEST(Alert, WindowThatAsksWaitsWhileOthersGoOn) {
 
   const BMessage ping('ping');
   BMessage reply;
-  EXPECT_EQ(BMessenger(other.get()).SendMessage(&ping, &reply), B_OK) << "it has been looked at";
+  EXPECT_EQ(BMessenger(other.get()).SendMessage(&ping, &reply), B_OK) << "handled";
   EXPECT_TRUE(hands::is_shown(*other));
 
   hands::answer_with_key("Y");

@@ -14,10 +14,10 @@
 #include <thread>
 #include <vector>
 
-TEST(DisplayThread, ChangesAreMadeInTheOrderOfEachPosterOnOneThread) {
+TEST(DisplayThread, TasksOfEachPosterRunInOrderOnOneThread) {
   constexpr int kPosters = 4;
   constexpr int kPosts = 5000;
-  std::vector<std::vector<int>> seen(kPosters); // touched on the display thread, read after the last answer
+  std::vector<std::vector<int>> seen(kPosters); // used on the display thread only
   std::vector<std::jthread> posters;
   std::atomic<int> elsewhere{0};
   for (int poster = 0; poster < kPosters; ++poster) {
@@ -38,7 +38,7 @@ TEST(DisplayThread, ChangesAreMadeInTheOrderOfEachPosterOnOneThread) {
   }
 }
 
-TEST(DisplayThread, QuestionWhoseTurnIsFirstWaitsForNoChangeButTheOneThatIsBeingMade) {
+TEST(DisplayThread, QuestionWithTurnFirstOvertakesQueuedTasks) {
   std::promise<void> isBusy, goesOn;
   display::post([&] {
     isBusy.set_value();
@@ -51,19 +51,19 @@ TEST(DisplayThread, QuestionWhoseTurnIsFirstWaitsForNoChangeButTheOneThatIsBeing
   display::post([&] { madeBefore.set_value(made); }, display::Turn::first);
   goesOn.set_value();
   EXPECT_EQ(madeBefore.get_future().get(), 0);
-  EXPECT_EQ(display::call([&made] { return made.load(); }), 100); // and this one came after all of them
+  EXPECT_EQ(display::call([&made] { return made.load(); }), 100); // this one in its turn
 }
 
-TEST(DisplayThread, QuestionAskedOnTheDisplayItselfIsAnsweredAtOnce) {
+TEST(DisplayThread, CallOnTheDisplayThreadItselfRunsAtOnce) {
   EXPECT_EQ(display::call([] { return display::call([] { return 7; }); }), 7);
 }
 
-TEST(DisplayThread, FaultInOneChangeLeavesTheOthersAndFreesTheAsker) {
-  EXPECT_EQ(display::call([]() -> int { throw std::runtime_error("this fault is part of the test"); }, -5), -5);
+TEST(DisplayThread, ExceptionInATaskReleasesItsCallerAndTheNextTasksRun) {
+  EXPECT_EQ(display::call([]() -> int { throw std::runtime_error("this error is part of the test"); }, -5), -5);
   EXPECT_EQ(display::call([] { return 3; }), 3);
 }
 
-TEST(DisplayThread, ErrorInAnEventHandlerLeavesTheOthers) {
+TEST(DisplayThread, ExceptionInAnEventHandlerIsContained) {
   std::promise<void> hasThrown;
   display::post([&] {
     QTimer::singleShot(0, QCoreApplication::instance(), [&] {
@@ -75,21 +75,21 @@ TEST(DisplayThread, ErrorInAnEventHandlerLeavesTheOthers) {
   EXPECT_EQ(display::call([] { return 3; }), 3);
 }
 
-TEST(DisplayThread, WaitsForNoLooper) {
+TEST(DisplayThread, NeverWaitsForALooper) {
   const OwnLooper<BLooper> full(new BLooper("full", B_NORMAL_PRIORITY, 1));
   const BMessenger looper(full.get());
   looper.SendMessage('some');
   EXPECT_EQ(display::call([&] { return looper.SendMessage('more'); }), B_WOULD_BLOCK);
 }
 
-TEST(DisplayAnswer, DroppedQuestionGivesTheDefault) {
+TEST(DisplayAnswer, DestroyedUnansweredGivesTheDefault) {
   auto answer = std::make_unique<display::Answer<int>>(-1);
   auto waiter = answer->Waiter();
   answer.reset();
   EXPECT_EQ(waiter.get(), -1);
 }
 
-TEST(DisplayAnswer, FirstAnswerCounts) {
+TEST(DisplayAnswer, OnlyTheFirstAnswerCounts) {
   display::Answer<int> answer(-1);
   auto waiter = answer.Waiter();
   answer.Give(1);

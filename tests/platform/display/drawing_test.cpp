@@ -6,7 +6,7 @@
 
 using display::read_drawing;
 
-TEST(Drawing, IsDrawnInTheInkOfItsSurroundingsAndInItsOwnColours) {
+TEST(Drawing, UsesTheInkColourAndItsOwnColours) {
   const std::string text = "drawing 200 100\n"
                            "ink M 0 0 L 100 0 L 100 100 L 0 100 Z\n"
                            "#ff0000ff/#ff00ff00 M 100 0 L 200 0 L 200 100 L 100 100 Z\n";
@@ -19,7 +19,7 @@ TEST(Drawing, IsDrawnInTheInkOfItsSurroundingsAndInItsOwnColours) {
   }
 }
 
-TEST(Drawing, ABrokenOneIsNone) {
+TEST(Drawing, InvalidTextIsRejected) {
   EXPECT_TRUE(read_drawing("drawing 2400 2400\n", Qt::black));
   EXPECT_TRUE(read_drawing("drawing 2400 2400\nink M 0 0 C 1 2 3 4 5 6 Z\n", Qt::black));
   for (const char* text :

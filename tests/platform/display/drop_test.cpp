@@ -3,7 +3,7 @@
 
 namespace {
 
-/** Keeps the last drop that reached it. */
+/** Records drops. */
 class DropView : public BView {
 public:
   using BView::BView;
@@ -30,12 +30,12 @@ public:
 
 using Drop = WithWindow<DropWindow>;
 
-TEST_F(Drop, FilesReachTheViewUnderTheMouseAsOneMessage) {
+TEST_F(Drop, FilesReachTheViewUnderTheMouseInOneMessage) {
   hands::drop_files(*fWindow, {20, 30}, {"/tmp/a b.lrc", "/tmp/詩.lrc"});
-  hands::drop_files(*fWindow, {200, 100}, {"/tmp/a.lrc"}); // beside the view
+  hands::drop_files(*fWindow, {200, 100}, {"/tmp/a.lrc"}); // outside the view
   hands::settle(*fWindow);
   const BMessage& drop = fWindow->fOuter->fDrop;
-  ASSERT_EQ(fWindow->fOuter->fCount, 1) << "the inner view leaves it to its parent";
+  ASSERT_EQ(fWindow->fOuter->fCount, 1) << "the inner view does not handle it";
   entry_ref first, second;
   EXPECT_EQ(drop.FindRef("refs", 0, &first), B_OK);
   EXPECT_EQ(drop.FindRef("refs", 1, &second), B_OK);

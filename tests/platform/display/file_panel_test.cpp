@@ -9,7 +9,7 @@
 
 class FilePanel : public testing::Test {
 protected:
-  /** What it was told, one message after the other. */
+  /** The next message from the panel. */
   BMessage Next() {
     const bool hasCome = hands::until([this] { return fAnswers->DeliverNext(); });
     return hasCome ? fAnswers->Taken().front() : BMessage();
@@ -21,7 +21,7 @@ protected:
   BMessenger fTarget{fAnswers.get()};
 };
 
-TEST_F(FilePanel, SaveAnswersWithFolderAndNameOnAFreshCopyOfItsMessage) {
+TEST_F(FilePanel, SavePanelSendsFolderAndNameInAFreshCopyOfItsMessage) {
   BMessage message(B_SAVE_REQUESTED);
   message.AddInt32("Encoding", 2);
   BFilePanel panel(B_SAVE_PANEL, &fTarget, nullptr, false, &message);
@@ -52,7 +52,7 @@ TEST_F(FilePanel, SaveAnswersWithFolderAndNameOnAFreshCopyOfItsMessage) {
   }
 }
 
-TEST_F(FilePanel, SavingOverAFileAsksFirst) {
+TEST_F(FilePanel, ReplacingAFileAsksFirst) {
   fScratch.Write("there.lrc", "text");
   BFilePanel panel(B_SAVE_PANEL, &fTarget);
   panel.SetPanelDirectory(fFolder.c_str());
@@ -67,9 +67,15 @@ TEST_F(FilePanel, SavingOverAFileAsksFirst) {
   hands::wait_for_question();
   hands::answer_with_key("Alt+Y");
   EXPECT_EQ(Next().what, uint32{B_SAVE_REQUESTED});
+  EXPECT_EQ(Next().what, uint32{B_CANCEL});
+
+  panel.Show();
+  hands::type_file_name(*panel.Window(), "there.lrc");
+  EXPECT_FALSE(hands::wait_for_question().text.empty()) << "each time";
+  hands::answer_with_key("Escape");
 }
 
-TEST_F(FilePanel, DerivedPanelThatGoesWhileItAnswersIsWhole) {
+TEST_F(FilePanel, DerivedPanelDestroyedDuringItsHookIsStillComplete) {
   struct Derived : BFilePanel {
     explicit Derived(const BMessenger* target) : BFilePanel(B_SAVE_PANEL, target) {}
     ~Derived() override {
@@ -97,7 +103,7 @@ TEST_F(FilePanel, DerivedPanelThatGoesWhileItAnswersIsWhole) {
   EXPECT_EQ(Next().what, uint32{B_SAVE_REQUESTED});
 }
 
-/** One that shows a folder with a file in it. */
+/** An open panel that shows a folder with a file. */
 class OpenPanel : public FilePanel {
 protected:
   OpenPanel() {
@@ -109,7 +115,7 @@ protected:
   BFilePanel fPanel{B_OPEN_PANEL, &fTarget};
 };
 
-TEST_F(OpenPanel, AnswersWithTheFileAndRefusesOneThatIsNotThere) {
+TEST_F(OpenPanel, SendsTheFileAndRejectsAMissingOne) {
   hands::type_file_name(*fPanel.Window(), "missing.lrc");
   hands::wait_for_question();
   hands::answer_with_key("Return");
@@ -121,9 +127,9 @@ TEST_F(OpenPanel, AnswersWithTheFileAndRefusesOneThatIsNotThere) {
   EXPECT_EQ(file.FullPath(), fFolder + "/song.lrc");
 }
 
-TEST_F(OpenPanel, SuggestionsGoWithThePanelAndTakeNoMoreKeys) {
+TEST_F(OpenPanel, CompletionPopupClosesWithThePanelAndTakesNoMoreKeys) {
   for (const char* letter : {"s", "o", "n", "g", ".", "l", "r", "c"}) hands::press(*fPanel.Window(), letter);
-  // What was typed before the panel had read its folder is completed with the next key.
+  // Typed before the panel has read its folder, a name is completed only with the next key.
   const auto suggests = [this] {
     if (hands::popup_is_open()) return true;
     for (const char* key : {"Backspace", "c"}) hands::press(*fPanel.Window(), key);
@@ -135,7 +141,7 @@ TEST_F(OpenPanel, SuggestionsGoWithThePanelAndTakeNoMoreKeys) {
   EXPECT_FALSE(hands::popup_is_open());
 }
 
-TEST_F(OpenPanel, EveryWayToCloseItSaysSoOnceAndItLivesOn) {
+TEST_F(OpenPanel, EveryWayToCloseItIsReportedOnceAndItCanBeShownAgain) {
   const auto agreesToQuit = [this] {
     const BMessage question(B_QUIT_REQUESTED);
     BMessage answer;
@@ -157,13 +163,13 @@ TEST_F(OpenPanel, EveryWayToCloseItSaysSoOnceAndItLivesOn) {
     EXPECT_EQ(Next().what, uint32{B_CANCEL}) << way;
     EXPECT_FALSE(fPanel.IsShowing()) << way;
   }
-  agreesToQuit(); // also when it is closed
+  agreesToQuit(); // also while closed
   fPanel.Show();
   hands::wait_for_display();
   EXPECT_TRUE(hands::is_shown(*fPanel.Window()));
 }
 
-TEST_F(OpenPanel, FolderThatIsGoneMeansHome) {
+TEST_F(OpenPanel, MissingFolderFallsBackToHome) {
   entry_ref folder;
   fPanel.GetPanelDirectory(&folder);
   EXPECT_EQ(folder.FullPath(), fFolder);

@@ -14,7 +14,7 @@ using testing::ElementsAre;
 
 namespace {
 
-/** A row that counts how often it was drawn. */
+/** Counts how often it is drawn. */
 class TestRow : public BListItem {
 public:
   explicit TestRow(std::string text) : fText(std::move(text)) {}
@@ -30,7 +30,7 @@ private:
   std::string fText;
 };
 
-/** Stamps the selected row at the space bar and goes on to the next, as the tag input view does. */
+/** The space bar stamps the selected row and selects the next one, as in the tag input view. */
 class StampList : public BListView {
 public:
   using BListView::BListView;
@@ -86,7 +86,7 @@ protected:
   StampList* fList;
 };
 
-TEST_F(ListView, LineWithoutEndIsDrawnAsFarAsScreensGo) {
+TEST_F(ListView, UnboundedLineIsTruncatedWhenDrawn) {
   std::string endless;
   for (int i = 0; i < 1000000; ++i) endless += "歌";
   Fill(1);
@@ -97,7 +97,7 @@ TEST_F(ListView, LineWithoutEndIsDrawnAsFarAsScreensGo) {
   EXPECT_EQ(drawn, endless.substr(0, 16383));
 }
 
-TEST_F(ListView, RowThatCannotBeDrawnLeavesTheOthersOnTheScreen) {
+TEST_F(ListView, ExceptionInOneRowDoesNotAffectTheOthers) {
   Fill(3);
   fRows[1]->SetText("undrawable");
   fWindow->Show();
@@ -110,7 +110,7 @@ TEST_F(ListView, RowThatCannotBeDrawnLeavesTheOthersOnTheScreen) {
   EXPECT_EQ(hands::row_text(*fWindow, "list", 1), "mended");
 }
 
-TEST_F(ListView, ManyChangesInOneHandlerAreOneMessage) {
+TEST_F(ListView, ManyChangesInOneHandlerAreCoalesced) {
   ShowWith(3);
   for (int i = 0; i < 3000; ++i) {
     fList->MakeEmpty();
@@ -121,7 +121,20 @@ TEST_F(ListView, ManyChangesInOneHandlerAreOneMessage) {
   hands::settle(*fWindow);
 }
 
-TEST_F(ListView, KeysAndClicksMadeBeforeTheWindowLooksWorkOnTheRightRows) {
+TEST_F(ListView, RowsRefusedByAFullQueueAreDrawnOnceItHasRoom) {
+  ShowWith(3);
+  while (fWindow->PostMessage('some') == B_OK) {
+  }
+  fRows[0]->SetText("changed");
+  fList->InvalidateItem(0);
+  hands::wait_for_display();
+  EXPECT_TRUE(hands::until([this] {
+    hands::settle(*fWindow);
+    return hands::row_text(*fWindow, "list", 0) == "changed";
+  }));
+}
+
+TEST_F(ListView, QueuedKeysAndClicksApplyToTheRightRows) {
   ShowWith(20);
   fList->Select(0);
   for (const char* key : {"Down", "Space", "Space", "Up", "Space"}) hands::press(*fWindow, key);
@@ -145,7 +158,7 @@ TEST_F(ListView, ArrowAndPageKeysStopAtTheEnds) {
   }
 }
 
-TEST_F(ListView, OfManyRowsOnlyThoseOnTheScreenAreDrawn) {
+TEST_F(ListView, OnlyVisibleRowsAreDrawn) {
   ShowWith(100000);
   const int onScreen = RowsDrawn();
   EXPECT_GT(onScreen, 5);
@@ -159,7 +172,7 @@ TEST_F(ListView, OfManyRowsOnlyThoseOnTheScreenAreDrawn) {
   EXPECT_EQ(hands::row_text(*fWindow, "list", 99999), "row 99999 *");
 }
 
-TEST_F(ListView, InvalidatedRowIsDrawnAgainAndNoOther) {
+TEST_F(ListView, OnlyTheInvalidatedRowIsRedrawn) {
   ShowWith(10);
   for (const auto& row : fRows) row->fDrawn = 0;
   fRows[3]->SetText("changed");
@@ -170,7 +183,7 @@ TEST_F(ListView, InvalidatedRowIsDrawnAgainAndNoOther) {
   EXPECT_EQ(RowsDrawn(), 1);
 }
 
-TEST_F(ListView, EmptiedAndFilledAgainShowsTheNewRowsAtTheTop) {
+TEST_F(ListView, RefilledListShowsTheNewRowsFromTheTop) {
   ShowWith(1000);
   fList->Select(900);
   fList->ScrollToSelection();
@@ -183,7 +196,7 @@ TEST_F(ListView, EmptiedAndFilledAgainShowsTheNewRowsAtTheTop) {
   EXPECT_EQ(hands::row_text(*fWindow, "list", 2), "row 2");
 }
 
-TEST_F(ListView, RowsOfDifferentHeightStandBelowEachOther) {
+TEST_F(ListView, RowsOfDifferentHeightsAreStacked) {
   ShowWith(3);
   fRows[1]->SetHeight(49);
   fList->AddList({}); // lays the list out again

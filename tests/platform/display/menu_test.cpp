@@ -37,7 +37,7 @@ public:
 
 using Menus = WithWindow<MenuWindow>;
 
-TEST_F(Menus, ShortcutsReachTheWindowLettersAndDigitsAlike) {
+TEST_F(Menus, ShortcutsReachTheWindow) {
   EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+N"); }), ElementsAre('_new'));
   EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+2"); }), ElementsAre('_sva'));
   EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+Shift+0"); }), ElementsAre('frst'));
@@ -45,7 +45,7 @@ TEST_F(Menus, ShortcutsReachTheWindowLettersAndDigitsAlike) {
   EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+Q"); }), ElementsAre());
 }
 
-TEST_F(Menus, ClickChoosesAlsoTheItemThatUnfolds) {
+TEST_F(Menus, ClickAlsoChoosesAnItemWithASubmenu) {
   EXPECT_THAT(After([&] { EXPECT_TRUE(hands::choose(*fWindow, {"File & more", "New"})); }), ElementsAre('_new'));
   EXPECT_THAT(After([&] { EXPECT_TRUE(hands::choose(*fWindow, {"File & more", "Open"})); }), ElementsAre('_opn'));
   EXPECT_THAT(After([&] {
@@ -54,14 +54,14 @@ TEST_F(Menus, ClickChoosesAlsoTheItemThatUnfolds) {
               ElementsAre('frst'));
 }
 
-TEST_F(Menus, DisabledItemCannotBeChosenInAnyWay) {
+TEST_F(Menus, DisabledItemCannotBeChosen) {
   fWindow->fFile->FindItem('_sva')->SetEnabled(false);
   hands::settle(*fWindow);
   EXPECT_FALSE(hands::choose(*fWindow, {"File & more", "Save as"}));
   EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+2"); }), ElementsAre());
 }
 
-TEST_F(Menus, ItemDisabledAfterItWasChosenDoesNothing) {
+TEST_F(Menus, ItemDisabledWhileItsChoiceIsQueuedDoesNothing) {
   EXPECT_THAT(After([&] {
                 hands::press(*fWindow, "Ctrl+2");
                 fWindow->fFile->FindItem('_sva')->SetEnabled(false);
@@ -69,7 +69,7 @@ TEST_F(Menus, ItemDisabledAfterItWasChosenDoesNothing) {
               ElementsAre());
 }
 
-TEST_F(Menus, RadioMenuMarksWhatWasChosen) {
+TEST_F(Menus, RadioMenuMarksTheChosenItem) {
   hands::choose(*fWindow, {"Mode", "Std"});
   hands::settle(*fWindow);
   EXPECT_EQ(fWindow->fMode->FindMarked(), fWindow->fMode->ItemAt(1));
@@ -78,7 +78,7 @@ TEST_F(Menus, RadioMenuMarksWhatWasChosen) {
   EXPECT_TRUE(lines[1].isMarked);
 }
 
-TEST_F(Menus, MarkOutsideARadioMenuIsTheProgramsAlone) {
+TEST_F(Menus, OnlyTheProgramChangesMarksOutsideRadioMenus) {
   BMenuItem* const item = fWindow->fFile->ItemAt(0);
   item->SetMarked(true);
   hands::settle(*fWindow);
@@ -88,7 +88,7 @@ TEST_F(Menus, MarkOutsideARadioMenuIsTheProgramsAlone) {
   EXPECT_TRUE(hands::menu_lines(*fWindow, {"File & more"})[0].isMarked);
 }
 
-TEST_F(Menus, MenusRebuiltInOtherWordsAreShownAndWork) {
+TEST_F(Menus, RebuiltMenuIsShownAndWorks) {
   BMenuItem* const old = fWindow->fFile->RemoveItem(0);
   delete old;
   fWindow->fFile->AddItem(new BMenuItem("新規", new BMessage('neu_'), 'K'), 0);
@@ -100,7 +100,7 @@ TEST_F(Menus, MenusRebuiltInOtherWordsAreShownAndWork) {
   EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+K"); }), ElementsAre('neu_'));
 }
 
-TEST_F(Menus, RecentFilesComeAndGo) {
+TEST_F(Menus, ItemsCanBeInsertedAndRemoved) {
   fWindow->fOpen->AddItem(new BMenuItem("older", new BMessage('scnd')), 1);
   hands::settle(*fWindow);
   EXPECT_EQ(hands::menu_lines(*fWindow, {"File & more", "Open"}).size(), 4u);
@@ -109,7 +109,7 @@ TEST_F(Menus, RecentFilesComeAndGo) {
   EXPECT_EQ(hands::menu_lines(*fWindow, {"File & more", "Open"})[0].label, "older");
 }
 
-TEST_F(Menus, KeyboardAloneReachesEveryItem) {
+TEST_F(Menus, EveryItemIsReachableByKeyboard) {
   EXPECT_THAT(After([&] {
                 hands::press(*fWindow, "F10");
                 for (const char* key : {"Down", "Return"}) hands::press_in_menu(key);

@@ -34,7 +34,7 @@ protected:
   Editor* const fEditor = fWindow->fEditor;
 };
 
-TEST_F(TextView, EveryWayTextComesInPassesTheHook) {
+TEST_F(TextView, TypedPastedAndComposedTextPassesTheHook) {
   hands::press(*fWindow, "a");
   hands::press(*fWindow, "Return");
   hands::settle(*fWindow);
@@ -46,7 +46,7 @@ TEST_F(TextView, EveryWayTextComesInPassesTheHook) {
   EXPECT_EQ(fEditor->Text(), "a\npaste日本");
 }
 
-TEST_F(TextView, CommandsWaitForTheKeysBeforeThem) {
+TEST_F(TextView, CommandsDoNotOvertakeKeys) {
   fEditor->SetText("one two");
   for (const char* key : {"Shift+Right", "Shift+Right", "Ctrl+X", "End", "Ctrl+V", "!", "Left", "Backspace", "Del"})
     hands::press(*fWindow, key);
@@ -54,7 +54,7 @@ TEST_F(TextView, CommandsWaitForTheKeysBeforeThem) {
   EXPECT_EQ(fEditor->Text(), "e twoo");
 }
 
-TEST_F(TextView, WrappedLineCountsAsOneWhileTheRectangleIsWide) {
+TEST_F(TextView, WrappedLineCountsAsOneInAWideTextRect) {
   const std::string longLine(200, 'w');
   fEditor->SetText("first\n" + longLine + "\nthird\n");
   EXPECT_EQ(fEditor->CurrentLine(), 0) << "the caret goes to the start";
@@ -67,10 +67,10 @@ TEST_F(TextView, WrappedLineCountsAsOneWhileTheRectangleIsWide) {
   EXPECT_GT(fEditor->CurrentLine(), 3);
 }
 
-TEST_F(TextView, ReplayedChangesGiveTheTextThatIsShown) {
+TEST_F(TextView, ReplayedChangesReproduceTheText) {
   fEditor->SetText("a\nb\nc\n");
   hands::settle(*fWindow);
-  EXPECT_TRUE(fEditor->fChanges.empty() && fEditor->fEntered.empty()) << "the program's own doing";
+  EXPECT_TRUE(fEditor->fChanges.empty() && fEditor->fEntered.empty()) << "changes by the program are not reported";
   std::vector<std::string> mirror{"a", "b", "c", ""};
   for (const char* key : {"x", "Return", "Down", "y", "Backspace", "Backspace", "Delete", "Ctrl+End", "z", "Return",
                           "Backspace", "Ctrl+Home", "Delete", "Delete", "Shift+Down", "Shift+Right", "Delete"})
@@ -88,7 +88,7 @@ TEST_F(TextView, ReplayedChangesGiveTheTextThatIsShown) {
   EXPECT_EQ(text, fEditor->Text());
 }
 
-TEST_F(TextView, ReplacedLinesAreNoChangeOfTheUsers) {
+TEST_F(TextView, ReplacedLinesAreNotReported) {
   struct Case {
     const char* before;
     text_change change;
@@ -113,7 +113,18 @@ TEST_F(TextView, ReplacedLinesAreNoChangeOfTheUsers) {
   EXPECT_TRUE(fEditor->fChanges.empty());
 }
 
-TEST_F(TextView, BytesThatAreNoTextComeBackAsTheyWere) {
+TEST_F(TextView, PendingChangesAreReportedBeforeLinesAreReplaced) {
+  fEditor->SetText("a\nb");
+  hands::settle(*fWindow);
+  hands::press(*fWindow, "x");
+  while (fEditor->fEntered.empty()) fWindow->DeliverAll(); // the key, but not the change that follows from it
+  EXPECT_TRUE(fEditor->ReplaceLines({1, 1, {"B"}, 0}));
+  ASSERT_EQ(fEditor->fChanges.size(), 1u);
+  EXPECT_EQ(fEditor->fChanges.front().lines.front(), "xa");
+  EXPECT_EQ(fEditor->Text(), "xa\nB");
+}
+
+TEST_F(TextView, InvalidUtf8AndOtherLineEndsAreKept) {
   const std::string text = "caf\xe9 \xff\xc2\nno\u00a0break\n\u2029\u2028 a\rb\U0001F3B5\xf0\x9f";
   fEditor->SetText(text);
   EXPECT_EQ(fEditor->Text(), text);

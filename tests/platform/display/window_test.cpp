@@ -3,6 +3,7 @@
 #include "tests/support/keeping.h"
 
 #include <atomic>
+#include <optional>
 #include <string>
 
 namespace {
@@ -13,6 +14,7 @@ public:
   void FrameMoved(BPoint where) override {
     ++fMoves;
     fWhere = where;
+    fMoveEnd = MoveEnd();
   }
   void FrameResized(float width, float height) override { fSize = {width, height}; }
   bool QuitRequested() override {
@@ -22,6 +24,7 @@ public:
   int fMoves = 0;
   int fCloses = 0;
   BPoint fWhere;
+  std::optional<BPoint> fMoveEnd;
   BPoint fSize;
 };
 
@@ -38,7 +41,7 @@ public:
 
 using Window = WithWindow<PlainWindow>;
 
-TEST(FollowParent, EachSideStaysAtItsDistance) {
+TEST(FollowParent, FollowedSidesKeepTheirDistance) {
   struct Case {
     const char* name;
     uint32 mode;
@@ -56,7 +59,7 @@ TEST(FollowParent, EachSideStaysAtItsDistance) {
     EXPECT_EQ(follow_parent(frame, each.mode, {100, 100}, {130, 105}), each.expected) << each.name;
 }
 
-TEST_F(Window, ViewsAndControlsFollowAResizeAlike) {
+TEST_F(Window, ViewsAndWidgetsFollowAResizeAlike) {
   auto* bar = new BStringView({0, 180, 299, 199}, "bar", "text", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
   auto* outer = new KeyView({0, 0, 299, 179}, "outer", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS);
   auto* inner = new BView({10, 10, 289, 169}, "inner", B_FOLLOW_ALL_SIDES);
@@ -80,7 +83,7 @@ TEST_F(Window, ViewsAndControlsFollowAResizeAlike) {
   EXPECT_EQ(inner->Frame().Width(), 200);
 }
 
-TEST_F(Window, ManyMovesArriveAsOneMessageWithTheLastPlace) {
+TEST_F(Window, MovesAreCoalesced) {
   fWindow->fMoves = 0;
   for (int x = 1; x <= 50; ++x) hands::move_by_hand(*fWindow, 100 + x, 120);
   hands::settle(*fWindow);
@@ -89,9 +92,12 @@ TEST_F(Window, ManyMovesArriveAsOneMessageWithTheLastPlace) {
   hands::move_by_hand(*fWindow, 10, 20);
   hands::settle(*fWindow);
   EXPECT_EQ(fWindow->Frame().LeftTop(), (BPoint{10, 20}));
+  fWindow->MoveTo(30, 40);
+  hands::settle(*fWindow);
+  EXPECT_EQ(fWindow->fMoveEnd, (BPoint{30, 40})) << "where the program's move ended";
 }
 
-TEST_F(Window, MovedAndClosedWhileItsQueueIsFullItHoldsUpNobody) {
+TEST_F(Window, MoveResizeAndCloseAreNotLostWhileItsQueueIsFull) {
   while (fWindow->PostMessage('some') == B_OK) {
   }
   hands::move_by_hand(*fWindow, 70, 80);
@@ -102,10 +108,10 @@ TEST_F(Window, MovedAndClosedWhileItsQueueIsFullItHoldsUpNobody) {
   hands::settle(*fWindow);
   EXPECT_EQ(fWindow->fWhere, (BPoint{70, 80}));
   EXPECT_EQ(fWindow->fSize, (BPoint{319, 239}));
-  EXPECT_EQ(fWindow->fCloses, 1) << "the close box counts all the same";
+  EXPECT_EQ(fWindow->fCloses, 1) << "the close button as well";
 }
 
-TEST_F(Window, KeysReachTheViewWithTheFocusAsBytes) {
+TEST_F(Window, KeysReachTheFocusedViewAsBytes) {
   auto* first = new KeyView({0, 0, 99, 99}, "first", B_FOLLOW_LEFT_TOP, B_NAVIGABLE);
   auto* second = new KeyView({100, 0, 199, 99}, "second", B_FOLLOW_LEFT_TOP, B_NAVIGABLE);
   fWindow->AddChild(first);
@@ -125,7 +131,7 @@ TEST_F(Window, KeysReachTheViewWithTheFocusAsBytes) {
   EXPECT_EQ(second->fKeys, "-");
 }
 
-TEST_F(Window, StaysOnTopAsLongAsItIsAskedTo) {
+TEST_F(Window, FloatingFeelKeepsItOnTop) {
   for (const window_feel feel : {B_FLOATING_ALL_WINDOW_FEEL, B_NORMAL_WINDOW_FEEL}) {
     fWindow->SetFeel(feel);
     EXPECT_EQ(hands::is_on_top(*fWindow), feel == B_FLOATING_ALL_WINDOW_FEEL);
@@ -133,7 +139,19 @@ TEST_F(Window, StaysOnTopAsLongAsItIsAskedTo) {
   }
 }
 
-TEST_F(Window, RemovedViewIsTheRemoversAndWorksInAnotherPlace) {
+TEST_F(Window, HiddenWindowReturnsTheFocusToTheOneBehindIt) {
+  const OwnLooper<PlainWindow> front(new PlainWindow);
+  front->SetRunsOnShow(false);
+  front->StandInFrontOf(fWindow->Proxy());
+  front->Show();
+  hands::settle(*front);
+  EXPECT_TRUE(hands::is_active(*front));
+  front->Hide();
+  hands::settle(*fWindow);
+  EXPECT_TRUE(hands::is_active(*fWindow));
+}
+
+TEST_F(Window, RemovedViewCanBeAddedElsewhere) {
   auto* label = new BStringView({0, 0, 99, 19}, "label", "before");
   fWindow->AddChild(label);
   EXPECT_TRUE(label->RemoveSelf());
@@ -146,7 +164,7 @@ TEST_F(Window, RemovedViewIsTheRemoversAndWorksInAnotherPlace) {
   EXPECT_EQ(fWindow->FindView("label"), label);
 }
 
-TEST(WindowLife, WindowsOpenedAndQuitByManyThreadsEndWithTheirThreads) {
+TEST(WindowLife, QuitRightAfterShowDestroysTheWindow) {
   std::atomic<int> alive{0};
   struct Counted : BWindow {
     explicit Counted(std::atomic<int>* count) : BWindow({0, 0, 99, 99}, "short-lived"), fCount(count) {
