@@ -66,8 +66,12 @@ TEST_F(LyricsWindowByHand, FollowsTheEditorUntilItCloses) {
   EXPECT_TRUE(Shows("one")) << "stamped but not saved";
   SendToView(BMessage(kMsgUndo));
   EXPECT_TRUE(Shows(""));
+  hands::press_close_button(*fLyrics);
+  hands::settle(*fLyrics);
+  EXPECT_FALSE(hands::is_shown(*fLyrics));
+  fLyrics->Show();
   SendToView(BMessage(kMsgRedo));
-  EXPECT_TRUE(Shows("one"));
+  EXPECT_TRUE(Shows("one")) << "also after it was closed and opened again";
   Answer("N", [this] { PressCloseButton(); });
   EXPECT_TRUE(Shows("")) << "the file again";
 }

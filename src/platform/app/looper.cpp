@@ -263,6 +263,10 @@ void BLooper::SetAnswerCodes(std::vector<uint32> codes) {
   fCore->answerCodes = std::move(codes);
 }
 
+bool BLooper::IsCallAllowed() const {
+  return fCore->thread == 0 || fCore->IsLockedByCaller();
+}
+
 void BLooper::SetWindow(BWindow* window) {
   fCore->window = window;
 }

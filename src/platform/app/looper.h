@@ -73,6 +73,9 @@ public:
       B_MESSAGE_NOT_UNDERSTOOD; any other code that comes back is refused. Any thread. */
   void SetAnswerCodes(std::vector<uint32> codes);
 
+  /** For assertions: the caller has the looper locked (its own thread has, in handlers), or no thread runs it. */
+  bool IsCallAllowed() const;
+
   /** The queue and the lock, known to the messaging alone. */
   struct Core;
 

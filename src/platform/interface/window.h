@@ -96,9 +96,6 @@ public:
   virtual void WindowActivated(bool active);
 
   display::WindowPeer* Peer() const { return fPeer.get(); }
-  /** For assertions: the caller may use the window's views, because it is the window's thread, has locked the window,
-      or no thread runs it. */
-  bool IsCallAllowed() const { return Thread() <= 0 || IsLocked(); }
 
 protected:
   /** For windows with a widget of another kind (file panels). */
