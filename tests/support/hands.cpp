@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QUrl>

@@ -4,9 +4,9 @@
 #include "platform/display/display_thread.h"
 #include "platform/display/input_watch.h"
 #include "platform/display/quick_style.h"
+#include "platform/display/screen_watch.h"
 #include "platform/interface/font_metrics.h"
 #include "platform/interface/menu_peer.h"
-#include "platform/interface/screen_peer.h"
 #include "platform/interface/tool_button_peer.h"
 #include "platform/support/log.h"
 

@@ -4,6 +4,7 @@
 #include "platform/display/display_thread.h"
 #include "platform/display/known_value.h"
 #include "platform/display/text_runs.h"
+#include "platform/interface/font_families.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>
@@ -84,13 +85,13 @@ float width_of(const BFont& font, std::string_view text) {
       0, Turn::first);
 }
 
-std::vector<std::string> families() {
-  return call([] {
+} // namespace display
+
+std::vector<std::string> font_families() {
+  return display::call([] {
     std::vector<std::string> names;
     for (const QString& name : QFontDatabase::families())
       if (!QFontDatabase::isPrivateFamily(name)) names.push_back(name.toStdString());
     return names;
   });
 }
-
-} // namespace display

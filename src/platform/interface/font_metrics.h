@@ -2,9 +2,7 @@
 
 #include "platform/interface/font.h"
 
-#include <string>
 #include <string_view>
-#include <vector>
 
 namespace display {
 
@@ -15,8 +13,5 @@ font_height height_of(const BFont& font);
 void learn_plain_font_height();
 /** Blocks on the display thread. */
 float width_of(const BFont& font, std::string_view text);
-
-/** The installed families that are meant for users. Blocks on the display thread. */
-std::vector<std::string> families();
 
 } // namespace display

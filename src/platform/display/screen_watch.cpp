@@ -1,7 +1,8 @@
-#include "platform/interface/screen_peer.h"
+#include "platform/display/screen_watch.h"
 
 #include "platform/display/convert.h"
 #include "platform/display/known_value.h"
+#include "platform/interface/screen.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -33,15 +34,6 @@ void learn_screens() {
 
 } // namespace
 
-BRect usable_screen(BPoint where) {
-  const std::vector<KnownScreen> screens = known_screens().Get();
-  const QPoint point(qRound(where.x), qRound(where.y));
-  const auto holds = [point](const KnownScreen& screen) { return screen.whole.contains(point); };
-  const auto found = std::ranges::find_if(screens, holds);
-  if (found != screens.end()) return to_brect(found->usable);
-  return screens.empty() ? BRect{} : to_brect(screens.front().usable);
-}
-
 struct ScreenWatch::Impl : QObject {
   void Watch(const QScreen* screen) {
     connect(screen, &QScreen::geometryChanged, this, learn_screens);
@@ -63,3 +55,13 @@ ScreenWatch::ScreenWatch() : fImpl(std::make_unique<Impl>()) {
 ScreenWatch::~ScreenWatch() = default;
 
 } // namespace display
+
+BRect screen_frame(BPoint where) {
+  using namespace display;
+  const std::vector<KnownScreen> screens = known_screens().Get();
+  const QPoint point(qRound(where.x), qRound(where.y));
+  const auto holds = [point](const KnownScreen& screen) { return screen.whole.contains(point); };
+  const auto found = std::ranges::find_if(screens, holds);
+  if (found != screens.end()) return to_brect(found->usable);
+  return screens.empty() ? BRect{} : to_brect(screens.front().usable);
+}
