@@ -94,12 +94,16 @@ TEST_F(LyricsWindowByHand, SongThatBeginsDuringASearchIsSearchedForNext) {
     const OwnLooper<Keeping<BLooper>> owner(new Keeping<BLooper>);
     TSongLyrics lyrics(&link, owner.get());
     const auto takeAnswer = [&] {
-      EXPECT_TRUE(hands::until([&] { return owner->DeliverNext(); }));
-      lyrics.SearchAnswered(owner->Taken().front());
+      const bool hasCome = hands::until([&] { return owner->DeliverNext(); });
+      EXPECT_TRUE(hasCome);
+      lyrics.SearchAnswered(hasCome ? owner->Taken().front() : BMessage());
     };
-    fHost->SetRecord(0, "song");
-    lyrics.SongIs("song");
     fHost->SetRecord(0, "other");
+    EXPECT_TRUE(hands::until([&] {
+      link.Refresh();
+      return link.Title() == "other";
+    }));
+    lyrics.SongIs("song");
     lyrics.SongIs("other");
     takeAnswer();
     EXPECT_EQ(lyrics.Path(), "") << "the first answer was for another song";
