@@ -17,7 +17,7 @@ protected:
   LyricsWindowByHand() : fLyrics(new TLyricsWindow({20, 20, 419, 219}, BMessenger(fWindow))) {
     fHost->fEntries = {{fFolder.File("song.mp3"), "song"}, {fFolder.File("other.mp3"), "other"}};
     fLyrics->SetRunsOnShow(false);
-    fLyrics->Lock();
+    EXPECT_TRUE(fLyrics->Lock());
     fLyrics->Show();
   }
   ~LyricsWindowByHand() override { fLyrics->Quit(); }
