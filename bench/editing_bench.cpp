@@ -11,6 +11,7 @@
 #include "platform/display/display_thread.h"
 #include "platform/kernel/threads.h"
 #include "plugin/exit_state.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "tests/hostlink/strange_host.h"
 #include "window/editor_window.h"

@@ -7,6 +7,7 @@
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
 #include <algorithm>
@@ -15,7 +16,6 @@
 
 namespace {
 
-constexpr uint32 kMsgMove = 'dvmv';
 constexpr bigtime_t kFrameUs = 16000;
 constexpr bigtime_t kMoveUs = 250000;
 /** A display is looked at from farther away than an editor. */
@@ -172,7 +172,7 @@ void TDisplayView::MoveTo(int32 line) {
   fCurrent = line;
   fShiftBegan = fShift = from;
   fMoveBeganUs = system_time();
-  const BMessage move(kMsgMove);
+  const BMessage move(kMsgDisplayScroll);
   fMover.reset();
   if (fShift != 0) fMover = std::make_unique<BMessageRunner>(BMessenger(this), &move, kFrameUs);
   ShowAgain();
@@ -188,7 +188,7 @@ void TDisplayView::MoveOn() {
 }
 
 void TDisplayView::MessageReceived(BMessage* message) {
-  if (message->what != kMsgMove) return BView::MessageReceived(message);
+  if (message->what != kMsgDisplayScroll) return BView::MessageReceived(message);
   if (fMover) MoveOn();
 }
 

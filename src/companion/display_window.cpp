@@ -7,19 +7,18 @@
 #include "hostlink/host_link.h"
 #include "hostlink/sonivo_window.h"
 #include "language/llt.h"
-#include "lyrics/document_notices.h"
 #include "platform/app/application.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/app/node_monitor.h"
 #include "platform/interface/screen.h"
+#include "plugin/message_codes.h"
 #include "toolkit/placement.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr uint32 kMsgPoll = 'dwpl';
 constexpr bigtime_t kOftenUs = 40000;
 /** While the song stands: a jump or another song is still seen soon. */
 constexpr bigtime_t kSeldomUs = 250000;
@@ -62,7 +61,7 @@ TVesmoDWin::~TVesmoDWin() {
 }
 
 void TVesmoDWin::Show() {
-  const BMessage poll(kMsgPoll);
+  const BMessage poll(kMsgDisplayPoll);
   fPollsOften = true;
   fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &poll, kOftenUs);
   Follow(true);
@@ -87,7 +86,7 @@ void TVesmoDWin::Follow(bool follows) {
 
 void TVesmoDWin::MessageReceived(BMessage* message) {
   switch (message->what) {
-  case kMsgPoll:
+  case kMsgDisplayPoll:
     if (fPoll) LookAtSong();
     return;
   case kMsgSongFound:
@@ -107,10 +106,10 @@ void TVesmoDWin::MessageReceived(BMessage* message) {
   case kMsgDocumentOpened:
     if (fPoll) Follow(true);
     return;
-  case kNoticeAppearance:
-  case kNoticeDisplay:
+  case kMsgAppearance:
+  case kMsgDefaultStatBar:
     return fView->SetAppearance();
-  case kNoticeLanguage:
+  case kMsgLanguageChanged:
     return LanguageChanged();
   default:
     TKRVWin::MessageReceived(message);

@@ -7,7 +7,7 @@
 
 class BMessage;
 
-/** A document that is being edited elsewhere, as its notices tell of it (`lyrics/document_notices.h`). */
+/** A document that is being edited elsewhere, as its notices tell of it (`plugin/message_codes.h`). */
 class TFollowedDocument {
 public:
   /** False when notices were missed: the whole is to be asked for again. */

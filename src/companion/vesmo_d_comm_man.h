@@ -6,9 +6,6 @@
 class TVesmoDPrefWin;
 class TVesmoDWin;
 
-/** From the plug-in: the display was open at the last end, and comes up beside what the user does meanwhile. */
-inline constexpr uint32 kMsgReopenMain = 'Srom';
-
 /** The display's manager: owns the windows, opens and closes them on its own thread. Changes of the shared settings,
     which the preferences window sends it, it takes over and hands to the editor's manager, its partner. */
 class TVesmoDCommMan : public TFamilyCommMan {

@@ -6,6 +6,7 @@
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
 #include "platform/support/log.h"
+#include "plugin/message_codes.h"
 
 TEditorName::TEditorName(const BMessenger& manager) : BHandler(gAppSignature), fManager(manager) {}
 

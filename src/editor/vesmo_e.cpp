@@ -5,6 +5,7 @@
 #include "editor/vesmo_e_comm_man.h"
 #include "family/family_globals.h"
 #include "plugin/exit_state.h"
+#include "plugin/message_codes.h"
 
 #include <utility>
 

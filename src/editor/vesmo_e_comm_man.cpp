@@ -5,9 +5,9 @@
 #include "interapp/inter_app_prefs.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
-#include "lyrics/document_notices.h"
 #include "lyrics/reaction_time.h"
 #include "plugin/exit_state.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "window/editor_window.h"
 
@@ -98,25 +98,25 @@ bool TVesmoECommMan::HandleRequest(BMessage* message) {
 
 bool TVesmoECommMan::HandleNotice(BMessage* message) {
   switch (message->what) {
-  case 'Spsc':
-  case 'Sedr':
-  case 'Splc':
-  case 'Spac':
-  case 'Ssic':
+  case kMsgStayOnTop:
+  case kMsgDefaultStatBar:
+  case kMsgToolBar:
+  case kMsgAppearance:
+  case kMsgPollInterval:
     gPref->Unarchive(*message);
     if (fMainWindow) fMainAddress.SendCoalesced(*message); // it looks at the settings: the last notice says it all
     return true;
-  case 'Sssr':
+  case kMsgStatBarStr:
     gPref->Unarchive(*message);
     Forward(message);
     return true;
   case kMsgFollowDocument:
     Forward(message);
     return true;
-  case 'Spec':
-  case 'Spcc':
-  case 'Sprc':
-  case 'Sptc':
+  case kMsgEncoding:
+  case kMsgLineEnds:
+  case kMsgReadEncoding:
+  case kMsgTimeOffset:
     gPref->Unarchive(*message);
     return true;
   case kMsgStampHint:

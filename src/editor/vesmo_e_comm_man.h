@@ -6,7 +6,6 @@
 #include "platform/app/message_runner.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
-#include "window/manager_requests.h"
 
 #include <deque>
 #include <memory>

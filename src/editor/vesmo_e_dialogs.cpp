@@ -7,6 +7,7 @@
 #include "editor/vesmo_e_comm_man.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
+#include "plugin/message_codes.h"
 #include "toolkit/krv_about_win.h"
 #include "toolkit/placement.h"
 #include "toolkit/simple_input_win.h"

@@ -3,6 +3,7 @@
 #include "platform/app/application.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
+#include "plugin/message_codes.h"
 
 namespace {
 constexpr int32 kPriority = 10;

@@ -8,10 +8,6 @@
 
 class BWindow;
 
-/** 'Scmc' between two managers of this process: pointer "CSCommMan", the sender; messenger "CSMessenger", its address.
-   The sender may have gone with its image by the time this is read, so the pointer is compared and never followed. */
-inline constexpr uint32 kMsgPartnerConnects = 'Scmc';
-
 /** A looper that finds one partner looper by its name and talks to it. All fields belong to its own thread. */
 class TCommMan : public BLooper {
 public:

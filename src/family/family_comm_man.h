@@ -10,23 +10,6 @@ class TKRVAboutWin;
 class TKRVWin;
 class TNodeMonitorHandler;
 
-/** What the plug-in, the menus and the partner ask of either manager. The fields that a code carries stand beside it.
- */
-enum : uint32 {
-  kMsgOpenMain = 'Somr',
-  kMsgPrepareAbout = 'Spar',
-  kMsgOpenAbout = 'Soar', // bool "BesideDlg"; with it, when true, rect "WinFrame"
-  kMsgPreparePref = 'Sppr',
-  kMsgOpenPref = 'Sopr', // to the companion; fields as above
-  kMsgCloseAbout = 'Scar',
-  kMsgCloseFineTag = 'Scfr',
-  kMsgCloseCommonPref = 'Scsr',
-  kMsgCloseMain = 'Scmr',
-  kMsgMainClosed = 'mwcl',   // messenger "window": which one; int32 "FilesTaken": how many requests to open it handled
-  kMsgLanguageNode = '_nlc', // from the watch of the language files
-  kMsgLanguageChanged = '_lgc',
-};
-
 /** What the managers of the two plug-ins have in common: each watches the language files, hears of the changes of the
     family's preferences, hands both on to its windows, and owns an About window beside its main one. */
 class TFamilyCommMan : public TCommMan {

@@ -4,6 +4,7 @@
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "plugin/kept_record.h"
+#include "plugin/message_codes.h"
 
 #include <cstring>
 #include <stdexcept>

@@ -1,5 +1,7 @@
 #include "family/message_filters.h"
 
+#include "plugin/message_codes.h"
+
 #include <utility>
 
 namespace {

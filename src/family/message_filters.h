@@ -3,17 +3,11 @@
 #include "platform/app/message.h"
 #include "platform/app/message_filter.h"
 #include "platform/app/messenger.h"
+#include "plugin/message_codes.h"
 
 #include <map>
 #include <mutex>
 #include <string>
-
-inline constexpr uint32 kMsgIAPChanged = '_ipc';
-/** To the editor window: the player's window moved. */
-inline constexpr uint32 kMsgHostWindowMoved = 'Scwm';
-
-/** From TIAPFilter to its target: change notices found no room in the queue and can be fetched by TakeUnsent. */
-inline constexpr uint32 kMsgIAPUnsent = 'iapu';
 
 /** On the application: passes a copy of every change notice of the shared preferences to its messenger. When the
     target's queue stays full, the latest notice of each preference is kept for it, so that a burst of changes ends with

@@ -5,6 +5,7 @@
 #include "platform/app/message.h"
 #include "platform/kernel/threads.h"
 #include "platform/support/log.h"
+#include "plugin/message_codes.h"
 
 #include <exception>
 

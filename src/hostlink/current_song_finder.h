@@ -34,5 +34,3 @@ private:
   std::thread fSearch;
   std::thread fWatch;
 };
-
-enum : uint32 { kMsgSongFound = 'csfd', kMsgNoSong = 'csno', kMsgPlayerSilent = 'cssl' };

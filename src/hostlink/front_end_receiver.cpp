@@ -3,6 +3,7 @@
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
 #include "platform/kernel/semaphores.h"
+#include "plugin/message_codes.h"
 
 #include <cstring>
 

@@ -5,6 +5,7 @@
 #include "platform/kernel/semaphores.h"
 #include "platform/kernel/threads.h"
 #include "platform/support/cut_text.h"
+#include "plugin/message_codes.h"
 
 #include <climits>
 #include <cstring>

@@ -2,6 +2,7 @@
 
 #include "platform/app/message.h"
 #include "platform/kernel/ports.h"
+#include "plugin/message_codes.h"
 
 #include <vector>
 

@@ -8,11 +8,6 @@
 /** The port behind which the common window is found, wherever it is open. */
 inline constexpr const char* kIAPPortName = "KOREVAIAPPort";
 
-/** What may come through the port, beside B_QUIT_REQUESTED. To the common window: archived controls, each under its
-    preference's name; and: come to the front. */
-inline constexpr uint32 kMsgIAPControls = 'iacr';
-inline constexpr uint32 kMsgIAPActivate = 'iawr';
-
 /** Makes the port, hands every message of the family that comes through it to the window, and deletes it in the end. */
 class TIAPPortManager : public koreva::TThread {
 public:

@@ -7,19 +7,13 @@
 #include "platform/interface/menu_field.h"
 #include "platform/interface/string_view.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "toolkit/krv_dlg_view.h"
 #include "toolkit/simple_input_win.h"
 
 #include <algorithm>
 
 namespace {
-
-enum : uint32 {
-  kMsgChanged = 'iach', // string "IAP:SrcIAPItem", from a control
-  kMsgDefault = 'iadf',
-  kMsgCancel = 'iacn',
-  kMsgTextTyped = 'iatx', // string "IAP:SrcIAPItem" and what was typed
-};
 
 /** How the signatures of the maker's applications begin. */
 constexpr const char* kFamily = "application/x-vnd.KOREVA-";
@@ -50,8 +44,8 @@ TIAPWin::TIAPWin()
     : TKRVDlgWin("KOREVA Common Preferences"), fView(new TKRVDlgView("CommonPreferences")),
       fPortManager(BMessenger(this)) {
   auto* const ok = new BButton({}, "OK", "OK", new BMessage(B_QUIT_REQUESTED));
-  auto* const cancel = new BButton({}, "Cancel", "Cancel", new BMessage(kMsgCancel));
-  fView->AddButtons({new BButton({}, "Default", "Default", new BMessage(kMsgDefault)), cancel, ok});
+  auto* const cancel = new BButton({}, "Cancel", "Cancel", new BMessage(kMsgIAPCancel));
+  fView->AddButtons({new BButton({}, "Default", "Default", new BMessage(kMsgIAPDefaults)), cancel, ok});
   fView->SetDefaultButton(ok);
   fView->SetCancelButton(cancel);
   AddMainChild(fView);
@@ -77,13 +71,13 @@ void TIAPWin::MessageReceived(BMessage* message) {
     return AddControls(*message);
   case kMsgIAPActivate:
     return BringUp();
-  case kMsgChanged:
+  case kMsgIAPControlChanged:
     return ControlChanged(*message);
-  case kMsgTextTyped:
+  case kMsgIAPTextTyped:
     return TextTyped(*message);
-  case kMsgDefault:
+  case kMsgIAPDefaults:
     return SetAllToDefault();
-  case kMsgCancel:
+  case kMsgIAPCancel:
     BringBackAll();
     PostMessage(B_QUIT_REQUESTED);
     return;
@@ -113,7 +107,7 @@ void TIAPWin::AddControl(const TIAPControl& control) {
 }
 
 BControl* TIAPWin::MakeView(const TIAPControl& control) {
-  auto* const changed = new BMessage(kMsgChanged);
+  auto* const changed = new BMessage(kMsgIAPControlChanged);
   changed->AddString(kItem, control.item);
   if (control.kind == TIAPControl::kCheckBox) {
     auto* const box = new BCheckBox({}, control.item.c_str(), control.label.c_str(), changed);
@@ -163,7 +157,7 @@ void TIAPWin::AskForText(const std::string& item) {
   if (fInput == nullptr) fInput = new TSimpleInputWin;
   if (!fInput->Lock()) return;
   fInput->SetLabels({entry.control.label, "a:", "OK", "Cancel"});
-  BMessage typed(kMsgTextTyped);
+  BMessage typed(kMsgIAPTextTyped);
   typed.AddString(kItem, item);
   fInput->SetMessage(typed, BMessenger(this));
   fInput->MoveTo(Frame().left + 20, Frame().top + 40);
@@ -195,7 +189,7 @@ void TIAPWin::Notify(const TEntry& entry) const {
   for (const std::string& app : entry.apps)
     if (std::ranges::find(apps, app) == apps.end()) apps.push_back(app);
   for (const std::string& app : apps) {
-    BMessage notice(kMsgIAPNotice);
+    BMessage notice(kMsgIAPChanged);
     notice.AddString("IAP:SrcApp", app);
     notice.AddString(kItem, entry.control.item);
     if (entry.control.kind == TIAPControl::kCheckBox)

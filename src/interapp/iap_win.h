@@ -12,10 +12,6 @@ class BMenuField;
 class TKRVDlgView;
 class TSimpleInputWin;
 
-/** To every application that has a control of the preference: "IAP:SrcApp", "IAP:SrcIAPItem", "IAP:Value" (string or
-    bool). */
-inline constexpr uint32 kMsgIAPNotice = '_ipc';
-
 /** "KOREVA Common Preferences": the controls of the preferences that the family's applications share. One on the whole
     system; whoever makes a second finds that the port is taken. Ends itself when it is closed. */
 class TIAPWin : public TKRVDlgWin {

@@ -5,6 +5,7 @@
 #include "platform/app/message.h"
 #include "platform/kernel/ports.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 
 TInterAppPrefs* gIAP = nullptr;
 

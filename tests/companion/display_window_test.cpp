@@ -4,6 +4,7 @@
 #include "companion/prefs/notices.h"
 #include "document/editor_view.h"
 #include "platform/app/message.h"
+#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
 namespace {
@@ -73,12 +74,12 @@ TEST_F(DisplayByHand, TakesFontAndColoursAtOnce) {
   hands::settle(*fDisplay);
   const std::string before = hands::pixels(*fDisplay, "Display");
   SetPref([](TPrefValues* values) { values->lyrics = {200, 0, 0, 255}; });
-  fDisplay->PostMessage(kNoticeAppearance);
+  fDisplay->PostMessage(kMsgAppearance);
   hands::settle(*fDisplay);
   const std::string red = hands::pixels(*fDisplay, "Display");
   EXPECT_NE(red, before);
   SetPref([](TPrefValues* values) { values->fontSize = 20; });
-  fDisplay->PostMessage(kNoticeAppearance);
+  fDisplay->PostMessage(kMsgAppearance);
   hands::settle(*fDisplay);
   EXPECT_NE(hands::pixels(*fDisplay, "Display"), red);
 }

@@ -2,6 +2,7 @@
 
 #include "document/editor_view.h"
 #include "platform/interface/file_panel.h"
+#include "plugin/message_codes.h"
 
 #include <gmock/gmock.h>
 #include <sys/xattr.h>
@@ -161,7 +162,7 @@ TEST_F(SavingNew, CloseWaitsForTheNameAndForNothingElse) {
 }
 
 TEST_F(SavingNew, SaveAsCarriesOutTheCommandThatItWasGiven) {
-  BMessage saveAs('_sva');
+  BMessage saveAs(kMsgSaveAs);
   const BMessage next(B_QUIT_REQUESTED);
   saveAs.AddMessage("NxtM", &next);
   saveAs.AddPointer("NxtMT", static_cast<BHandler*>(fWindow));

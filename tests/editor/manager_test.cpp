@@ -3,6 +3,7 @@
 #include "editor/vesmo_e_comm_man.h"
 #include "lyrics/reaction_time.h"
 #include "plugin/app_privacy.h"
+#include "plugin/message_codes.h"
 #include "tests/support/editor_world.h"
 #include "tests/support/keeping.h"
 #include "tests/support/own_looper.h"
@@ -147,8 +148,8 @@ TEST_F(ManagerByHand, PreferencesAreTheCompanionsToShow) {
 
 TEST_F(ManagerByHand, ChangesOfTheCompanionReachTheSettings) {
   int32 offsetMs = 0;
-  for (const uint32 code : {uint32{'Spsc'}, uint32{'Sedr'}, uint32{'Splc'}, uint32{'Spac'}, uint32{'Ssic'},
-                            uint32{'Sssr'}, uint32{'Spec'}, uint32{'Spcc'}, uint32{'Sprc'}, uint32{'Sptc'}}) {
+  for (const uint32 code : {kMsgStayOnTop, kMsgDefaultStatBar, kMsgToolBar, kMsgAppearance, kMsgPollInterval,
+                            kMsgStatBarStr, kMsgEncoding, kMsgLineEnds, kMsgReadEncoding, kMsgTimeOffset}) {
     BMessage change(code);
     change.AddInt32("TmDf", ++offsetMs);
     Send(change);

@@ -5,6 +5,7 @@
 #include "hostlink/sonivo_window.h"
 #include "platform/interface/window.h"
 #include "plugin/app_privacy.h"
+#include "plugin/message_codes.h"
 #include "tests/support/editor_world.h"
 #include "tests/support/keeping.h"
 #include "tests/support/own_looper.h"

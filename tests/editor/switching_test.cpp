@@ -2,6 +2,7 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "tests/support/hands.h"
 #include "tests/support/loaded_images.h"
 
@@ -23,7 +24,7 @@ BMessage language_notice(const char* file) {
 
 template <typename Add>
 BMessage preference_notice(const char* item, Add add) {
-  BMessage notice('_ipc');
+  BMessage notice(kMsgIAPChanged);
   notice.AddString("IAP:SrcApp", kEditor);
   notice.AddString("IAP:SrcIAPItem", item);
   add(&notice);

@@ -2,6 +2,7 @@
 
 #include "document/editor_view.h"
 #include "platform/app/message_filter.h"
+#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
 #include <gmock/gmock.h>

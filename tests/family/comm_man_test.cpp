@@ -2,6 +2,7 @@
 
 #include "platform/app/application.h"
 #include "platform/app/message.h"
+#include "plugin/message_codes.h"
 #include "tests/support/own_looper.h"
 
 #include <gtest/gtest.h>

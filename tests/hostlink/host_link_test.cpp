@@ -3,6 +3,7 @@
 #include "hostlink/current_song_finder.h"
 #include "hostlink/front_end_receiver.h"
 #include "platform/app/looper.h"
+#include "plugin/message_codes.h"
 #include "tests/hostlink/strange_host.h"
 #include "tests/support/hands.h"
 #include "tests/support/own_looper.h"

@@ -3,6 +3,7 @@
 #include "hostlink/host_protocol.h"
 #include "platform/app/application.h"
 #include "platform/app/message.h"
+#include "plugin/message_codes.h"
 
 #include <atomic>
 #include <cstring>

@@ -6,6 +6,7 @@
 #include "platform/interface/menu_field.h"
 #include "platform/kernel/ports.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "tests/support/hands.h"
 #include "tests/support/scratch_folder.h"
 
@@ -24,11 +25,11 @@ public:
     fPrefs.SetAppSignatureRef(fSignature);
     fPrefs.AddItem(new TIAPItemAccKeyFormat);
     fPrefs.AddItem(new TIAPItemFlatToolBar);
-    be_roster->AddName(fSignature, BMessenger(this), {kMsgIAPNotice});
+    be_roster->AddName(fSignature, BMessenger(this), {kMsgIAPChanged});
   }
   ~Family() override { be_roster->RemoveName(fSignature); }
   void MessageReceived(BMessage* message) override {
-    if (message->what == kMsgIAPNotice) fPrefs.SetValue(*message);
+    if (message->what == kMsgIAPChanged) fPrefs.SetValue(*message);
   }
   std::string Format() {
     std::string format;
@@ -173,12 +174,12 @@ TEST_F(CommonWindow, ValuesAreAskedForAndToldByNameAndType) {
   bool flat = false;
   EXPECT_EQ(prefs.GetBool("AccKeyFormat", &flat), B_BAD_TYPE);
   EXPECT_EQ(prefs.SetBool("Unknown", true), B_NAME_NOT_FOUND);
-  BMessage notice(kMsgIAPNotice);
+  BMessage notice(kMsgIAPChanged);
   notice.AddString("IAP:Value", "a - ");
   EXPECT_EQ(prefs.SetValue(notice), -1) << "of nothing";
   notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");
   EXPECT_EQ(prefs.SetValue(notice), B_OK);
-  BMessage wrong(kMsgIAPNotice);
+  BMessage wrong(kMsgIAPChanged);
   wrong.AddString("IAP:SrcIAPItem", "AccKeyFormat");
   BMessage huge(wrong);
   wrong.AddBool("IAP:Value", true);

@@ -2,6 +2,7 @@
 #include "family/family_comm_man.h"
 #include "platform/app/message.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "tests/support/hands.h"
 #include "tests/support/loaded_images.h"
 #include "tests/support/long_tests.h"

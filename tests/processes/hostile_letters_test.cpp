@@ -3,6 +3,7 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "tests/processes/peer.h"
 #include "tests/support/eventually.h"
 #include "tests/support/hands.h"

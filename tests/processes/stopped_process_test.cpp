@@ -2,6 +2,7 @@
 #include "interapp/inter_app_prefs.h"
 #include "platform/app/message.h"
 #include "platform/kernel/ports.h"
+#include "plugin/message_codes.h"
 #include "tests/processes/peer.h"
 #include "tests/support/eventually.h"
 #include "tests/support/own_looper.h"
@@ -32,7 +33,7 @@ public:
   Taker() : BLooper("taker", B_NORMAL_PRIORITY, 1) {}
   void MessageReceived(BMessage* message) override {
     if (message->what == kMsgIAPActivate) ++fActivations;
-    if (message->what == kMsgIAPNotice) ++fOthers;
+    if (message->what == kMsgIAPChanged) ++fOthers;
   }
   std::atomic<int> fActivations{0};
   std::atomic<int> fOthers{0};
@@ -70,7 +71,7 @@ TEST(IAPPort, HandsOnWhatTheFamilySendsAndNothingElse) {
   TIAPPortManager manager{BMessenger(window.get())};
   manager.Resume();
   ASSERT_TRUE(eventually([&] { return manager.Port() != 0; }));
-  for (const uint32 code : {kMsgIAPNotice, kMsgIAPActivate}) {
+  for (const uint32 code : {kMsgIAPChanged, kMsgIAPActivate}) {
     const std::vector<char> flat = BMessage(code).Flatten();
     write_port(manager.Port(), 0, flat.data(), flat.size());
   }

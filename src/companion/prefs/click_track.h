@@ -8,13 +8,6 @@
 #include <functional>
 #include <memory>
 
-/** From the track to its target: int32 "Test", its number, and: */
-enum : uint32 {
-  kMsgClick = 'tpck',      // int64 "WhenUs": a click is heard now, exactly then on the clock of key presses
-  kMsgTrackEnded = 'tpen', // all clicks have been heard, some time ago
-  kMsgNoSound = 'tpns',    // the clicks that follow can only be seen
-};
-
 /** Plays the clicks of a tap test on a thread of its own, and tells of each when it is heard. */
 class TClickTrack : public koreva::TThread {
 public:

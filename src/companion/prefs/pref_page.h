@@ -12,9 +12,6 @@ class BControl;
 class BMenuField;
 class BStringView;
 
-/** From a control of a page to its window: pointer "source". */
-inline constexpr uint32 kMsgSettingChanged = 'prch';
-
 /** A page of settings: rows from the top, the labels in one column and the controls in another. Each control is bound
     to a field of the settings. On the window's thread. */
 class TPrefPage : public TKRVView {

@@ -7,9 +7,6 @@
 
 class TTapPad;
 
-/** From the page to its window: int32 "TmDf", the time offset that the user accepts. */
-inline constexpr uint32 kMsgUseOffset = 'prus';
-
 /** The time offset: typed, or proposed by a tap test or by what the editor has seen the user correct. */
 class TTimingPage : public TPrefPage {
 public:

@@ -9,6 +9,7 @@
 #include "platform/interface/button.h"
 #include "platform/interface/string_view.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "toolkit/krv_dlg_view.h"
 #include "toolkit/krv_dlg_win.h"
 
@@ -62,7 +63,7 @@ private:
 class Example : public BApplication {
 public:
   explicit Example(bool prints, bool opens)
-      : BApplication(kSignature, {kMsgIAPNotice}), fPrints(prints), fOpens(opens) {
+      : BApplication(kSignature, {kMsgIAPChanged}), fPrints(prints), fOpens(opens) {
     gIAP = &fPrefs;
     fPrefs.SetAppSignatureRef(kSignature);
     fPrefs.AddItem(new TIAPItemAccKeyFormat);
@@ -76,7 +77,7 @@ public:
     case kMsgShowCommon:
       fPrefs.ShowWindow({120, 560, 420, 700});
       return;
-    case kMsgIAPNotice:
+    case kMsgIAPChanged:
       // Joining the family takes no more than this: take the value, show it.
       if (fPrefs.SetValue(*message) == B_OK) ShowValues();
       return;
