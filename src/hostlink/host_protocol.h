@@ -3,16 +3,16 @@
 #include <cstddef>
 #include <optional>
 
-/** The player's front-end protocol, as this side sees it. */
+/** The front end's side of the player protocol; codes in plugin/message_codes.h. */
 
 inline constexpr const char* kHostSignature = "application/x-vnd.Marvik-Sonivo";
 
-/** What the player tells of itself, in the machine's own byte order. */
+/** The player's information record, in native byte order. */
 struct THostInformation {
   static constexpr size_t kSize = 124;
   static constexpr size_t kPositionAt = 4; // int32, ms
-  static constexpr size_t kTitleAt = 12;   // to its NUL or the end
+  static constexpr size_t kTitleAt = 12;   // up to its NUL or the end
   char bytes[kSize] = {};
-  /** Stands beside the bytes; empty when the player does not tell. */
+  /** Not part of the bytes; empty if the player does not report it. */
   std::optional<bool> isPlaying;
 };
