@@ -18,7 +18,7 @@ using testing::ElementsAre;
 
 namespace {
 
-/** An application of the family: takes the notices as the manager does. */
+/** An application of the family: applies change notices as the manager does. */
 class Family : public BLooper {
 public:
   explicit Family(const char* signature) : BLooper(signature), fSignature(signature) {
@@ -107,7 +107,7 @@ protected:
 
 } // namespace
 
-TEST_F(CommonWindow, TellsEveryApplicationThatHasTheControl) {
+TEST_F(CommonWindow, NotifiesEveryApplicationThatHasTheControl) {
   Open();
   Click("FlatToolBar");
   EXPECT_TRUE(Until([this] { return !fFirst->IsFlat() && !fSecond->IsFlat(); }));
@@ -116,7 +116,7 @@ TEST_F(CommonWindow, TellsEveryApplicationThatHasTheControl) {
   hands::press(*fWindow, "Down");
   Settle();
   EXPECT_TRUE(Until([this] { return fFirst->Format() == "a) " && fSecond->Format() == "a) "; }));
-  // The value is told before it lies on the disk.
+  // The notice comes before the value is on the disk.
   EXPECT_TRUE(hands::until([] { return Family("application/x-vnd.test-third").Format() == "a) "; }))
       << "stored for those who start later";
   hands::press(*fWindow, "Return"); // OK
@@ -166,6 +166,17 @@ TEST_F(CommonWindow, IsClosedByItsMakerAloneUnlessForcedAndMadeAgain) {
   }
   EXPECT_EQ(fFirst->fPrefs.ShowWindow({100, 100, 200, 200}), B_OK);
   fFirst->fPrefs.EndWindow();
+  EXPECT_LT(find_port(kIAPPortName), 0);
+}
+
+TEST_F(CommonWindow, ItsEndDoesNotWaitForRoomInItsQueue) {
+  Open();
+  while (fWindow->PostMessage(kMsgWait) == B_OK) continue;
+  BMessage activate(kMsgIAPActivate);
+  fFirst->fPrefs.SendMessage(fWindow->Port(), &activate);
+  EXPECT_TRUE(hands::until([this] { return port_count(fWindow->Port()) == 0; })) << "the port's thread waits for room";
+  fWindow->Lock();
+  fWindow->Quit();
   EXPECT_LT(find_port(kIAPPortName), 0);
 }
 
