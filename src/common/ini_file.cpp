@@ -176,7 +176,7 @@ TIniFileSection* TIniFile::CreateSection(const char* name, int index) {
 }
 
 TIniFileSection* TIniFile::FindSection(const char* name) {
-  const std::string wanted = Cut(name); // as it was kept
+  const std::string wanted = Cut(name); // truncated like the stored names
   for (const auto& section : fSections) {
     if (names_match(section->name, wanted)) return section.get();
   }

@@ -116,6 +116,6 @@ bool TFamilyCommMan::ReloadLanguage() {
   if (!gAppPrivacy->ShouldBeLanguageChanged()) return false;
   load_language(fPluginPath.c_str());
   set_display_language(gLLT->Text("Locale"));
-  set_node_monitor_language(fPluginPath, fLanguageWatch.get()); // the chosen file may be another
+  set_node_monitor_language(fPluginPath, fLanguageWatch.get()); // the chosen file may have changed
   return true;
 }

@@ -42,7 +42,7 @@ void TFamilyPlugin::EndManager() {
 }
 
 void TFamilyPlugin::EndSettings(bool isSaved) {
-  constexpr bigtime_t kPatienceUs = 5000000; // the user may be gone
+  constexpr bigtime_t kPatienceUs = 5000000; // the user may be absent
   if (!isSaved && !are_settings_held_off()) tell_for(kPatienceUs, gLLT->Text("Err_Settings_Not_Saved"));
 }
 

@@ -15,16 +15,16 @@
 
 namespace {
 
-/** How the signatures of the maker's applications begin. */
+/** Prefix of the signatures of the family's applications. */
 constexpr const char* kFamily = "application/x-vnd.KOREVA-";
-/** A notice may wait for room that long; who is busier than that is not waited for. */
+/** How long to wait for a full message queue; a busier application misses the notice. */
 constexpr bigtime_t kPatienceUs = 1000000;
 constexpr const char* kItem = "IAP:SrcIAPItem";
-/** Any program can add controls, and names of applications to tell. */
+/** Limits, since any program can add controls and applications. */
 constexpr size_t kMaxControls = 100;
 constexpr size_t kMaxApps = 100;
 
-/** The value's choice, after one of its own was added where there is none; -1 without choices. */
+/** Index of the value's choice, which is added if necessary. */
 int32 choice_of(TIAPControl* control) {
   const auto is_value = [control](const TIAPControl::TChoice& choice) {
     return !choice.asks && choice.value == control->text;
@@ -49,7 +49,7 @@ TIAPWin::TIAPWin()
   fView->SetDefaultButton(ok);
   fView->SetCancelButton(cancel);
   AddMainChild(fView);
-  ok->MakeFocus(); // not "Default", which would undo everything at the touch of a key
+  ok->MakeFocus(); // not "Default", which a single key press would trigger
   KeepWhenClosed(false);
   Fit();
   fPortManager.Resume();
@@ -58,7 +58,7 @@ TIAPWin::TIAPWin()
 TIAPWin::~TIAPWin() = default;
 
 void TIAPWin::Quit() {
-  // First: who writes to the port from now on finds none, and may open another window.
+  // First, so that other processes find no port from now on and may open another window.
   fPortManager.Stop();
   if (fInput && fInput->Lock()) fInput->Quit();
   if (fInputThread > 0) wait_for_thread(fInputThread, nullptr);
@@ -94,7 +94,7 @@ void TIAPWin::AddControls(const BMessage& message) {
   Fit();
 }
 
-/** One control for a preference, however many applications have it; each of them is told. */
+/** One control per preference; all applications that added it are notified of changes. */
 void TIAPWin::AddControl(const TIAPControl& control) {
   if (fEntries.size() >= kMaxControls && !fEntries.contains(control.item)) return;
   TEntry& entry = fEntries[control.item];
@@ -153,7 +153,7 @@ void TIAPWin::ControlChanged(const BMessage& message) {
 
 void TIAPWin::AskForText(const std::string& item) {
   TEntry& entry = fEntries[item];
-  ShowValue(&entry); // until there is another
+  ShowValue(&entry); // until a new one has been entered
   if (fInput == nullptr) fInput = new TSimpleInputWin;
   if (!fInput->Lock()) return;
   fInput->SetLabels({entry.control.label, "a:", "OK", "Cancel"});
@@ -183,7 +183,8 @@ void TIAPWin::SetValue(TEntry* entry, const TIAPControl& value) {
   Notify(*entry);
 }
 
-/** To whoever has added a control of it, and to all others of the family that run: they may have the preference too. */
+/** Notifies the applications that added a control, and all others of the family that are running, which may have the
+    preference as well. */
 void TIAPWin::Notify(const TEntry& entry) const {
   std::vector<std::string> apps = be_roster->Signatures(kFamily);
   for (const std::string& app : entry.apps)

@@ -16,7 +16,7 @@ constexpr const char* kFineTag = "Shift all time tags";
 
 using hands::windows_titled;
 
-/** The manager's windows run; the manager is handed its messages one by one. */
+/** The windows run on their threads; the test delivers the manager's messages one by one. */
 class ManagerByHand : public EditorWorld {
 protected:
   ManagerByHand() {
@@ -34,7 +34,7 @@ protected:
     EXPECT_TRUE(windows_titled(kFineTag).empty());
     delete std::exchange(gAppPrivacy, nullptr);
   }
-  /** How many messages that makes for the manager. */
+  /** The number of messages that this causes for the manager. */
   int32 Send(const BMessage& message) {
     fManager->PostMessage(&message);
     return fManager->DeliverAll();
@@ -133,10 +133,10 @@ TEST_F(ManagerByHand, PreferencesAreTheCompanionsToShow) {
   const OwnLooper<Keeping<BLooper>> companion(new Keeping<BLooper>);
   BMessage greeting(kMsgPartnerConnects);
   greeting.AddPointer("CSCommMan", companion.get());
-  Send(BMessage(kMsgPreparePref)); // the user may be quicker than the companion
+  Send(BMessage(kMsgPreparePref)); // the request may come before the companion
   Send(greeting);
   Send(BMessage(kMsgPreferences));
-  Send(BMessage(kMsgStampHint)); // which that window may show
+  Send(BMessage(kMsgStampHint)); // for that window
   companion->DeliverAll();
   EXPECT_EQ(companion->Codes(), (std::vector<uint32>{kMsgOpenPref, kMsgOpenPref, kMsgStampHint}));
   const BMessage& request = companion->fReceived.front();
@@ -159,7 +159,7 @@ TEST_F(ManagerByHand, ChangesOfTheCompanionReachTheSettings) {
 
 TEST_F(ManagerByHand, AnotherLanguageFileIsLoadedAtOnce) {
   BMessage change(kMsgLanguageChanged);
-  change.AddString("LLTF", ""); // from a file beside the plug-in to the built-in texts
+  change.AddString("LLTF", ""); // from a file next to the plug-in to the built-in texts
   Send(change);
   EXPECT_FALSE(gAppPrivacy->ShouldBeLanguageChanged());
   EXPECT_EQ(Send(BMessage(kMsgLanguageNode)), 2) << "a change on the disk is one of the language";

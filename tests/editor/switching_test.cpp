@@ -58,7 +58,7 @@ protected:
     fFineTag = &hands::wait_for_window("Shift all time tags");
     fCommon = &hands::wait_for_window("KOREVA Common Preferences");
   }
-  /** Until it has handled all that it was sent. */
+  /** Waits until all earlier messages are handled. */
   static void WaitFor(const BMessenger& looper) {
     const BMessage question('wait');
     BMessage answer;
@@ -92,7 +92,7 @@ TEST_F(Switching, AThousandLanguagesAndPreferencesEndWithTheLast) {
   WaitFor(BMessenger(fApp.get()));
   WaitFor(fManager);
   WaitFor(BMessenger(fMain));
-  WaitFor(BMessenger(fMain)); // its menus are shown by a message that it sends itself
+  WaitFor(BMessenger(fMain)); // its menus are updated by a message to itself
   EXPECT_EQ(FirstMenu(*fMain), "F) Datei");
   EXPECT_EQ(hands::spoken(*fMain, "TBSave").name, "Speichern");
   EXPECT_EQ(hands::spoken(*fAbout, "Close").name, "C) Schließen");

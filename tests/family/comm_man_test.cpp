@@ -31,7 +31,7 @@ TEST(CommMan, WhicheverStartsSecondConnectsBoth) {
   EXPECT_EQ(second->SendMessage(&message), B_OK);
   const BMessage sync('nope');
   BMessage answer;
-  BMessenger(first.get()).SendMessage(&sync, &answer); // everything before this was handled
+  BMessenger(first.get()).SendMessage(&sync, &answer); // all earlier messages are handled
   EXPECT_EQ(first->fReceived, 1);
   EXPECT_EQ(first->SendMessage(&message), B_OK) << "told where the second is";
   BMessenger(second.get()).SendMessage(&sync, &answer);

@@ -1,5 +1,5 @@
-/** A small application of the family, to see how one joins: it has the two preferences that all of them share, opens
-   the common window, and shows at once what the user sets there, whichever application's window it is. */
+/** A minimal application of the family: it has the two common preferences, opens the common window, and shows changes
+    at once, whichever application's window they are made in. */
 
 #include "interapp/iap_win.h"
 #include "interapp/inter_app_prefs.h"
@@ -26,7 +26,7 @@ enum : uint32 {
   kMsgShowValues = 'vals', // to the window: string "label", bool "flat"
 };
 
-/** Shows the values; what its user asks for goes to the application. */
+/** Shows the values; the button sends its request to the application. */
 class ExampleWindow : public TKRVDlgWin {
 public:
   ExampleWindow() : TKRVDlgWin("Family Example") {
@@ -78,7 +78,7 @@ public:
       fPrefs.ShowWindow({120, 560, 420, 700});
       return;
     case kMsgIAPChanged:
-      // Joining the family takes no more than this: take the value, show it.
+      // All that an application of the family has to do: apply the value and show it.
       if (fPrefs.SetValue(*message) == B_OK) ShowValues();
       return;
     default:

@@ -34,7 +34,7 @@ public:
   std::vector<TInput> Take() { return std::move(fInputs); }
 
 private:
-  /** In the order of the names, so that every run goes alike. Links to folders are not followed: they may go round. */
+  /** Sorted by name, so that runs are reproducible. Links to folders are not followed, since they may form cycles. */
   void LookInto(const std::string& folder, const std::string& relative) {
     std::error_code error;
     std::vector<fs::directory_entry> entries;
@@ -56,7 +56,7 @@ private:
 
   void AddFile(const std::string& path, const std::string& relative) {
     struct stat info {};
-    // What is not there is told when it is to be read.
+    // A missing file is reported when it is read.
     const bool isKnown = path != "-" && stat(path.c_str(), &info) == 0;
     if (!isKnown || fSeen.emplace(info.st_dev, info.st_ino).second) fInputs.push_back({path, relative});
   }

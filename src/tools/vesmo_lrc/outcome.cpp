@@ -30,7 +30,7 @@ TOutcome checked(const TInput& input, const TExactLyrics& lyrics, const TOptions
   return outcome;
 }
 
-/** The lines that differ; where the bytes differ otherwise, how they lie in the file. */
+/** The diff of the lines; if only encoding or line ends differ, those. */
 std::string difference(const TInput& input, const TExactLyrics& lyrics, const TRewritten& made) {
   if (*made.bytes == lyrics.Bytes()) return {};
   std::string lines = unified_diff(input.Name(), lyrics.Lines(), made.lines);
