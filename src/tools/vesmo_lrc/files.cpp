@@ -58,7 +58,7 @@ status_t read_input(const std::string& path, std::string* bytes, struct stat* in
   return read_all(file.Get(), false, static_cast<size_t>(info->st_size), bytes);
 }
 
-std::string fault_text(status_t status) {
+std::string error_text(status_t status) {
   switch (status) {
   case B_ENTRY_NOT_FOUND:
     return "no such file";

@@ -16,17 +16,17 @@ struct TInput {
   std::string Name() const { return path == "-" ? "(standard input)" : path; }
 };
 
-/** The files of the given paths, each once, even if it has several names. Unreadable folders are reported in `error`, a
+/** The files of the given paths, each once, even if it has several names. Unreadable folders are passed to `report`, a
     line each. */
 std::vector<TInput> collect_files(const std::vector<std::string>& paths,
-                                  const std::function<void(const std::string&)>& fault);
+                                  const std::function<void(const std::string&)>& report);
 
 /** The whole file and its state at that time; "-" reads the standard input. Refuses files that are not regular or
     larger than 1 GiB. */
 [[nodiscard]] status_t read_input(const std::string& path, std::string* bytes, struct stat* info);
 
 /** Error message for a status code. */
-std::string fault_text(status_t status);
+std::string error_text(status_t status);
 
 /** Replacements that share one flush, which is the slow part of writing. Not thread-safe. The destructor rolls back
     what was not committed. */

@@ -8,7 +8,7 @@ struct TOutcome {
   enum TState { kNotDone, kAsItWas, kChanged, kFindings, kFailed };
   TState state = kNotDone;
   std::string printed;     // printed to standard output
-  std::string fault;       // reason of the failure
+  std::string error;       // reason of the failure
   size_t bracketsLeft = 0; // see TRewritten
   long linesLeftOut = 0;   // see TExported
 };

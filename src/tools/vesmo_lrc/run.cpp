@@ -43,21 +43,21 @@ public:
   explicit TRun(const TOptions& options) : fOptions(options), fFrame(report_frame(options)) {}
 
   int Run() {
-    fInputs = collect_files(fOptions.paths, [this](const std::string& text) { Tell(text); });
-    if (fInputs.empty()) Tell("no lyrics files found");
+    fInputs = collect_files(fOptions.paths, [this](const std::string& text) { ReportError(text); });
+    if (fInputs.empty()) ReportError("no lyrics files found");
     if (fOptions.command == TCommand::kExport && !CanExport()) return kExitUsage;
     fOutcomes.resize(fInputs.size());
     Print(fFrame.before);
     WorkOnAll();
     Print(fFrame.after);
     if (std::fflush(stdout) != 0) fOutputFailed = true;
-    if (fOutputFailed) Tell("the result could not be written");
+    if (fOutputFailed) ReportError("the result could not be written");
     Summarize();
     return ExitCode();
   }
 
 private:
-  void Tell(const std::string& text) {
+  void ReportError(const std::string& text) {
     fFailures = true;
     Say(text);
   }
@@ -113,7 +113,7 @@ private:
     batch.Commit([this](size_t id, status_t status) {
       if (status == B_OK) return;
       fOutcomes[id].state = TOutcome::kFailed;
-      fOutcomes[id].fault = fault_text(status);
+      fOutcomes[id].error = error_text(status);
     });
   }
 
@@ -124,7 +124,7 @@ private:
     } catch (const std::exception&) {
       TOutcome outcome;
       outcome.state = TOutcome::kFailed;
-      outcome.fault = fault_text(B_NO_MEMORY);
+      outcome.error = error_text(B_NO_MEMORY);
       return outcome;
     }
   }
@@ -138,7 +138,7 @@ private:
         Print(outcome.printed);
         fHasPrinted = true;
       }
-      if (outcome.state == TOutcome::kFailed) Tell(fInputs[i].Name() + ": " + outcome.fault);
+      if (outcome.state == TOutcome::kFailed) ReportError(fInputs[i].Name() + ": " + outcome.error);
       outcome.printed = {}; // large for many files
     }
     progress->Show(fDone);
