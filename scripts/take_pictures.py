@@ -28,7 +28,7 @@ The wind is passing by.
 
 
 class Words:
-    """Labels of one language, from its file."""
+    """The labels of one language, from its file."""
 
     def __init__(self, file_name):
         self.texts = {}
@@ -48,7 +48,7 @@ def around(*boxes):
 
 
 def take(path, box):
-    """A part of the screen, with few colours and a thin frame, as small as it can be."""
+    """Saves a part of the screen as a small PNG with few colours and a thin frame."""
     path.parent.mkdir(parents=True, exist_ok=True)
     left, top, width, height = box
     screen = subprocess.run(["import", "-window", "root", "png:-"], check=True, stdout=subprocess.PIPE).stdout
@@ -58,7 +58,7 @@ def take(path, box):
 
 
 def make_equally_high(window, other):
-    """The first as high as the second."""
+    """Gives the first window the height of the second."""
     _, _, width, _ = eyes.place(window)
     height = eyes.place(other)[3]
     subprocess.run(["xdotool", "search", "--name", f"^{eyes.name(window)}$", "windowsize", str(width), str(height)], check=True)
@@ -66,7 +66,7 @@ def make_equally_high(window, other):
 
 
 def move_left(window):
-    """So far that the widest submenu opens to the right."""
+    """Far enough for the widest submenu to open to the right."""
     left, top, _, _ = eyes.place(window)
     to = left - 60
     subprocess.run(["xdotool", "search", "--name", f"^{eyes.name(window)}$", "windowmove", str(to), str(top)], check=True)
@@ -78,7 +78,7 @@ def take_windows(language, words):
     try:
         s.set_language(f"{language}.llt")
         short = words["Locale"]
-        # Names that stand in the list of recent files.
+        # Entries for the list of recent files.
         for name in ("morning.lrc", "evening.lrc"):
             s.start(s.file(name, "one\n"))
             s.stop()
