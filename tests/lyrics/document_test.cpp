@@ -132,7 +132,7 @@ TEST_F(Document, LossesOfASaveAreKnownBeforeItAndNewOnlyOnce) {
   EXPECT_FALSE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses);
   Replace(0, "日éñ");
   EXPECT_TRUE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses);
-  Open("é\n");
+  Open("é한\n");
   EXPECT_TRUE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses) << "of another document";
 }
 
