@@ -56,7 +56,7 @@ TEST_F(Saving, KeepsEncodingAndLineEndsToTheByte) {
       EXPECT_STREQ(type, "text/plain");
     }
   }
-  EXPECT_EQ(CountFiles(), 5); // nothing is left beside them
+  EXPECT_EQ(CountFiles(), 5); // no temporary file remains
 }
 
 TEST_F(Saving, WhatTheEncodingCannotHoldIsNamedAndKept) {
@@ -71,7 +71,7 @@ TEST_F(Saving, WhatTheEncodingCannotHoldIsNamedAndKept) {
   const std::string kept = std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path());
   EXPECT_EQ(fFolder.Read(kept), std::string("[00:01]한é\n日é\n\0", 20));
   Change();
-  Send(BMessage(kMsgSave)); // the same characters are not told of again
+  Send(BMessage(kMsgSave)); // no second warning about the same characters
   EXPECT_THAT(Status(), EndsWith("Saved"));
 }
 
@@ -192,7 +192,7 @@ TEST_F(SavingNew, LineEndsThatTheSettingsDoNotKnowAreThoseThePanelShows) {
   EXPECT_TRUE(Until([&] { return Title() == "new.lrc - Vesmo Editor"; }));
   EXPECT_EQ(fFolder.Read("new.lrc"), std::string("\n\0", 2));
   Settle();
-  EXPECT_THAT(hands::menu_lines(*fWindow, {"F - File", "O - Open"}).front().label, HasSubstr("new.lrc"));
+  EXPECT_THAT(hands::menu_lines(*fWindow, {"F - File", "O - Open…"}).front().label, HasSubstr("new.lrc"));
 }
 
 TEST_F(Saving, ExportWritesACopyAndTouchesNothingElse) {
