@@ -3,7 +3,7 @@
 #include <string>
 #include <sys/types.h>
 
-/** Another process, which does what it is told, a line at a time: peer_main.cpp lists what it understands. */
+/** Another process, which executes commands, one per line; peer_main.cpp lists them. */
 class Peer {
 public:
   Peer();
@@ -12,15 +12,15 @@ public:
   ~Peer() { Kill(); }
 
   void Tell(const std::string& order);
-  /** The answer to the oldest order that is still open; empty when the process has ended. */
+  /** The answer to the oldest command without one; empty when the process has ended. */
   std::string Hear();
   std::string Ask(const std::string& order) {
     Tell(order);
     return Hear();
   }
-  /** At once, with nothing tidied up; returns when the process is no more. */
+  /** By SIGKILL; returns when the process has ended. */
   void Kill();
-  /** Freezes it, and lets it go on; both return when it is so. */
+  /** SIGSTOP and SIGCONT; return when the process has stopped or continued. */
   void Stop() const;
   void Continue() const;
 

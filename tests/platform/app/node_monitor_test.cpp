@@ -33,12 +33,12 @@ private:
 
 } // namespace
 
-TEST(NodeMonitor, LooksAgainAtEverythingWhenSoMuchChangedThatNoticesWereLost) {
+TEST(NodeMonitor, NotifiesEveryWatchAfterTheKernelsQueueOverflowed) {
   const ScratchFolder folder;
   size_t room = 0;
   std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> room;
   if (room == 0 || room > 1000000) GTEST_SKIP() << "the kernel's queue does not overflow here";
-  const OwnLooper<BLooper> stuck(new BLooper("stuck")); // with a full queue it holds up the monitor
+  const OwnLooper<BLooper> stuck(new BLooper("stuck")); // its full queue blocks the monitor
   const BMessage filler('fill');
   while (BMessenger(stuck.get()).SendMessage(&filler, BMessenger(), 0) == B_OK) continue;
   const OwnLooper<Watching> watching(new Watching);
