@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <functional>
@@ -89,7 +90,7 @@ std::string through_iconv(const std::string& bytes, const char* to, const char* 
 
 Lines load(const std::string& path, long encoding) {
   entry_ref ref;
-  get_ref_for_path(path.c_str(), &ref);
+  if (get_ref_for_path(path.c_str(), &ref) != B_OK) std::abort();
   Lines lines;
   long crType = 0;
   long found = 0;

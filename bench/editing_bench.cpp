@@ -85,8 +85,7 @@ public:
     window->Show();
     BMessage open(B_REFS_RECEIVED);
     entry_ref ref;
-    get_ref_for_path(path.c_str(), &ref);
-    open.AddRef("refs", &ref);
+    if (get_ref_for_path(path.c_str(), &ref) == B_OK) open.AddRef("refs", &ref);
     fWindow.SendMessage(&open);
     wait_for(fWindow);
   }
@@ -96,8 +95,7 @@ public:
       fWindow.Target(&window);
       window->Quit();
     }
-    fManager->Lock();
-    fManager->Quit();
+    if (fManager->Lock()) fManager->Quit();
   }
 
   double Key(char key) {
@@ -188,8 +186,7 @@ int main(int argc, char** argv) {
       auto* const host = new StrangeHost;
       host->Run();
       measure(folder);
-      host->Lock();
-      host->Quit();
+      if (host->Lock()) host->Quit();
       display::quit();
     });
   });

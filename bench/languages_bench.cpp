@@ -160,8 +160,7 @@ void measure(const fs::path& plugins) {
   measure_memory();
   plugin->Cleanup();
   plugin.reset();
-  app->Lock();
-  app->Quit();
+  if (app->Lock()) app->Quit();
 }
 
 int measured(const fs::path& plugins) {

@@ -91,7 +91,7 @@ public:
   /** Reads at most size - 1 bytes, up to a line end, which is consumed but not stored. Returns the bytes consumed, 0 at
       the end. */
   int ReadLine(char* line, int size);
-  void WriteLine(const char* line);
+  bool WriteLine(std::string line);
 
 private:
   status_t Attach(status_t opened, int lineLength);

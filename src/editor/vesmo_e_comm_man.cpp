@@ -6,6 +6,7 @@
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "lyrics/reaction_time.h"
+#include "platform/app/looper_lock.h"
 #include "plugin/exit_state.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
@@ -167,10 +168,9 @@ void TVesmoECommMan::OpenMainWindow() {
   fLastFiles.clear();
   const BMessage opened(kMsgDocumentOpened);
   SendMessage(&opened);
-  fMainWindow->Lock();
+  const TLooperLock lock(fMainWindow);
   fMainWindow->Show();
   fWindowThreads.push_back(fMainWindow->Thread());
-  fMainWindow->Unlock();
 }
 
 void TVesmoECommMan::RefsReceived(BMessage* message) {

@@ -1,6 +1,7 @@
 #include "family/comm_man.h"
 
 #include "platform/app/application.h"
+#include "platform/app/looper_lock.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "plugin/message_codes.h"
@@ -16,11 +17,10 @@ TCommMan::TCommMan(const char* name, const char* partnerName)
     : BLooper(name, kPriority, kCapacity), fPartnerName(partnerName) {}
 
 thread_id TCommMan::Run() {
-  // Locked, so that a partner's greeting is handled only after Connect.
-  Lock();
+  // Locked, so that a greeting of the partner is handled only after Connect.
+  const TLooperLock lock(this);
   const thread_id thread = BLooper::Run();
   if (thread >= 0) Connect();
-  Unlock();
   return thread;
 }
 

@@ -30,8 +30,7 @@ TFamilyPlugin::TFamilyPlugin(const std::string& name)
 
 void TFamilyPlugin::StartManager(TFamilyCommMan* manager) {
   if (manager->Run() < 0) {
-    manager->Lock();
-    manager->Quit();
+    if (manager->Lock()) manager->Quit();
     throw std::runtime_error("no thread for its manager");
   }
   fCommMan = manager;

@@ -47,11 +47,11 @@ TEST(GetEntry, MakesTheFoldersOfTheSettings) {
   BEntry entry;
   BPath path;
   ASSERT_TRUE(koreva::get_entry("a.arc", &entry, koreva::kSettingsDir, "Shared"));
-  entry.GetPath(&path);
+  EXPECT_EQ(entry.GetPath(&path), B_OK);
   EXPECT_EQ(path.Path(), folder.File("KOREVA/Shared/a.arc"));
   EXPECT_TRUE(BEntry(folder.File("KOREVA/Shared").c_str()).IsDirectory());
   ASSERT_TRUE(koreva::get_entry("/x/y", &entry, koreva::kSettingsDir, "Other"));
-  entry.GetPath(&path);
+  EXPECT_EQ(entry.GetPath(&path), B_OK);
   EXPECT_STREQ(path.Path(), "/x/y");
   EXPECT_FALSE(BEntry(folder.File("KOREVA/Other").c_str()).Exists());
   EXPECT_FALSE(koreva::get_entry("", &entry, koreva::kSettingsDir, "Shared"));

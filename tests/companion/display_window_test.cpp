@@ -15,7 +15,7 @@ protected:
   DisplayByHand() : fDisplay(new TVesmoDWin({20, 20, 419, 219}, BMessenger(fWindow))) {
     fHost->fEntries = {{fFolder.File("song.mp3"), "song"}, {fFolder.File("other.mp3"), "other"}};
     fDisplay->SetRunsOnShow(false);
-    fDisplay->Lock();
+    EXPECT_TRUE(fDisplay->Lock());
     fDisplay->Show();
   }
   ~DisplayByHand() override { fDisplay->Quit(); }

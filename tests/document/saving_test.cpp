@@ -19,7 +19,7 @@ protected:
   BMessage Answered(uint32 what, const char* name) const {
     BMessage answer(what);
     entry_ref folder;
-    get_ref_for_path(fFolder.Path().c_str(), &folder);
+    EXPECT_EQ(get_ref_for_path(fFolder.Path().c_str(), &folder), B_OK);
     answer.AddRef("directory", &folder);
     if (name) answer.AddString("name", name);
     return answer;

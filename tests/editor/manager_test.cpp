@@ -27,8 +27,7 @@ protected:
     fManager = new TVesmoECommMan;
   }
   ~ManagerByHand() override {
-    fManager->Lock();
-    fManager->Quit();
+    if (fManager->Lock()) fManager->Quit();
     hands::wait_for_display();
     EXPECT_TRUE(windows_titled(kAbout).empty());
     EXPECT_TRUE(windows_titled(kFineTag).empty());
@@ -85,7 +84,7 @@ TEST_F(ManagerByHand, AboutWindowStandsBesideTheEditor) {
   Send(request);
   BWindow& about = Only(kAbout);
   EXPECT_TRUE(IsShown(about));
-  about.Lock();
+  EXPECT_TRUE(about.Lock());
   EXPECT_GT(about.Frame().left, 200);
   EXPECT_EQ(about.Frame().top, 120);
   about.Unlock();

@@ -247,7 +247,7 @@ TEST_F(HostLink, ARequestThatFindsThePlayersQueueFullIsSentWhenThereIsRoom) {
   LetArrive();
   THostInformation taken;
   fLink->Receiver()->TakeInformation(&taken);
-  fHost->Lock();
+  EXPECT_TRUE(fHost->Lock());
   while (fHost->PostMessage('none') == B_OK) {
   }
   fLink->Refresh();
@@ -261,7 +261,7 @@ TEST_F(HostLink, APlayerThatHangsFreezesNobody) {
   Connect();
   RefreshUntilArrived();
   auto finder = std::make_unique<TCurrentSongFinder>(fLink.get(), BMessenger(fAsker.get()));
-  fHost->Lock(); // it no longer reads its queue
+  EXPECT_TRUE(fHost->Lock()); // it no longer reads its queue
   for (int i = 0; i < 2 * B_LOOPER_PORT_DEFAULT_CAPACITY; ++i) fLink->Refresh();
   EXPECT_EQ(fHost->CountMessages(), B_LOOPER_PORT_DEFAULT_CAPACITY);
   EXPECT_EQ(fLink->PlayPause(), -1) << "there is no room for a command";

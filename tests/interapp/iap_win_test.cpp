@@ -66,8 +66,7 @@ protected:
   ~CommonWindow() override {
     if (fWindow && !fIsClosed && fWindow->Lock()) fWindow->Quit();
     for (Family* family : {fFirst, fSecond}) {
-      family->Lock();
-      family->Quit();
+      if (family->Lock()) family->Quit();
     }
     hands::wait_for_display();
   }
@@ -142,7 +141,7 @@ TEST_F(CommonWindow, CancelBringsBackAndDefaultSetsWhatIsBuiltIn) {
 
 TEST_F(CommonWindow, GarbageThroughThePortChangesNothing) {
   Open();
-  write_port(fWindow->Port(), 0, "nonsense", 8);
+  EXPECT_EQ(write_port(fWindow->Port(), 0, "nonsense", 8), B_OK);
   BMessage odd(kMsgIAPControls);
   odd.AddString("FlatToolBar", "text");
   BMessage half;

@@ -25,7 +25,7 @@ protected:
     const BEntry entry = Entry();
     BFile file(&entry, B_READ_ONLY);
     BMessage fields;
-    fields.Unflatten(&file);
+    EXPECT_EQ(fields.Unflatten(&file), B_OK);
     return fields;
   }
   static int32 Number(const char* field) {
@@ -46,7 +46,7 @@ TEST_F(SharedPrefs, OthersFieldsAndOthersChangesStay) {
   others.AddInt32("WEnc", 2);
   const BEntry entry = Entry();
   BFile file(&entry, B_WRITE_ONLY | B_CREATE_FILE);
-  others.Flatten(&file);
+  EXPECT_EQ(others.Flatten(&file), B_OK);
   fAfter.timeOffsetMs = -90;
   ASSERT_TRUE(store_shared_prefs(notices_of_change(fBefore, fAfter), fAfter));
   std::string text;
