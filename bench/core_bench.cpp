@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <functional>
@@ -90,7 +89,7 @@ std::string through_iconv(const std::string& bytes, const char* to, const char* 
 
 Lines load(const std::string& path, long encoding) {
   entry_ref ref;
-  if (get_ref_for_path(path.c_str(), &ref) != B_OK) std::abort();
+  get_ref_for_path(path.c_str(), &ref);
   Lines lines;
   long crType = 0;
   long found = 0;

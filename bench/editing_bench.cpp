@@ -85,7 +85,8 @@ public:
     window->Show();
     BMessage open(B_REFS_RECEIVED);
     entry_ref ref;
-    if (get_ref_for_path(path.c_str(), &ref) == B_OK) open.AddRef("refs", &ref);
+    get_ref_for_path(path.c_str(), &ref);
+    open.AddRef("refs", &ref);
     fWindow.SendMessage(&open);
     wait_for(fWindow);
   }

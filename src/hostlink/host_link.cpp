@@ -74,7 +74,7 @@ void Sonivo_FrontEnd::Main() {
       fReceiver->SendMsg(&request);
       fRequestWaits = false;
     }
-    if (acquire_sem_etc(fWake, fIntervalUs) == B_BAD_SEM_ID) break; // until a request, the destructor or the next poll
+    acquire_sem_etc(fWake, fIntervalUs); // until a request, the destructor or the next poll
   }
   ThreadCleanUp();
 }

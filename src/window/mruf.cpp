@@ -77,8 +77,9 @@ void TMRUF::SetMessage(BMessage* message) {
 BMenuItem* TMRUF::MakeItem(int32 index) const {
   const char* const path = MRUFAt(index);
   entry_ref ref;
+  get_ref_for_path(path, &ref);
   auto* const message = new BMessage(*fMessage);
-  if (get_ref_for_path(path, &ref) == B_OK) message->AddRef("refs", &ref);
+  message->AddRef("refs", &ref);
   const int32 number = index + fTriggerBase;
   const char trigger = trigger_of(number);
   const std::string label = koreva::merge_accelerator_key(fSeparator, std::string(1, trigger), BPath(path).Leaf());

@@ -66,7 +66,7 @@ protected:
   void OpenFile(const std::string& path) {
     BMessage open(B_REFS_RECEIVED);
     entry_ref ref;
-    EXPECT_EQ(get_ref_for_path(path.c_str(), &ref), B_OK);
+    get_ref_for_path(path.c_str(), &ref);
     open.AddRef("refs", &ref);
     BMessenger(fManager.get()).SendMessage(&open);
   }

@@ -17,5 +17,6 @@ struct entry_ref {
   friend bool operator==(const entry_ref&, const entry_ref&) = default;
 };
 
-/** Makes `path` absolute, relative to the current folder, and splits it. B_BAD_VALUE for an empty path. */
-[[nodiscard]] status_t get_ref_for_path(const char* path, entry_ref* ref);
+/** Makes `path` absolute, relative to the current folder, and splits it. B_BAD_VALUE, and
+    `ref` unchanged, for an empty path. */
+status_t get_ref_for_path(const char* path, entry_ref* ref);

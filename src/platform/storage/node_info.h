@@ -13,8 +13,9 @@ public:
 
   /** B_ENTRY_NOT_FOUND when the file has no type. */
   [[nodiscard]] status_t GetType(std::string* type) const;
-  /** B_PERMISSION_DENIED or B_IO_ERROR also when the file system has no attributes. */
-  [[nodiscard]] status_t SetType(const char* type);
+  /** B_PERMISSION_DENIED or B_IO_ERROR also when the file system has no attributes; a file without a type is as good,
+     so callers may ignore the status. */
+  status_t SetType(const char* type);
 
 private:
   BFile* fFile;
