@@ -111,8 +111,8 @@ private:
     return message;
   }
 
-  /** First every code to every signature. Then to any signature as a question, or to a looper of some number, behind
-      that or the process's port. */
+  /** First every code to every signature. Then at random: a question to a signature, or a letter to a looper by number
+      through the port of a signature or of the process. */
   status_t Send(int i) {
     const BMessage message = Letter(i);
     const size_t round = static_cast<size_t>(i) / fCodes.size();

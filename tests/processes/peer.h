@@ -11,12 +11,12 @@ public:
   Peer& operator=(const Peer&) = delete;
   ~Peer() { Kill(); }
 
-  void Tell(const std::string& order);
+  void Send(const std::string& command);
   /** The answer to the oldest command without one; empty when the process has ended. */
-  std::string Hear();
-  std::string Ask(const std::string& order) {
-    Tell(order);
-    return Hear();
+  std::string Receive();
+  std::string Ask(const std::string& command) {
+    Send(command);
+    return Receive();
   }
   /** By SIGKILL; returns when the process has ended. */
   void Kill();
@@ -26,6 +26,6 @@ public:
 
 private:
   pid_t fProcess = 0;
-  int fOrders = -1;
+  int fCommands = -1;
   int fAnswers = -1;
 };

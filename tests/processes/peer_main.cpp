@@ -144,8 +144,8 @@ int attack(int count, std::istringstream* words) {
   return send_hostile_letters(letters);
 }
 
-std::string obey(const std::string& order) {
-  std::istringstream words(order);
+std::string execute(const std::string& command) {
+  std::istringstream words(command);
   std::string verb;
   std::string name;
   words >> verb >> name;
@@ -189,5 +189,5 @@ std::string obey(const std::string& order) {
 } // namespace
 
 int main() {
-  for (std::string order; std::getline(std::cin, order);) std::cout << obey(order) << std::endl;
+  for (std::string command; std::getline(std::cin, command);) std::cout << execute(command) << std::endl;
 }

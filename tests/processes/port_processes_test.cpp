@@ -77,9 +77,9 @@ TEST(PortsBetweenProcesses, AreReadAndDeletedOnlyByTheirOwner) {
 TEST(PortsBetweenProcesses, AreCreatedByOneOfManyProcessesAtTheSameMoment) {
   std::array<Peer, 4> peers;
   for (int round = 0; round < 20; ++round) {
-    for (Peer& peer : peers) peer.Tell("port race 1");
+    for (Peer& peer : peers) peer.Send("port race 1");
     int winners = 0;
-    for (Peer& peer : peers) winners += peer.Hear() == "ok";
+    for (Peer& peer : peers) winners += peer.Receive() == "ok";
     EXPECT_EQ(winners, 1);
     EXPECT_EQ(create_port(1, "race"), B_NAME_IN_USE);
     for (Peer& peer : peers) peer.Ask("delete race"); // only the winner may
@@ -94,9 +94,9 @@ TEST(PortsBetweenProcesses, BlockWritersWhileTheyAreFull) {
   EXPECT_EQ(peer.Ask("write narrow three 0"), "would block");
   EXPECT_EQ(peer.Ask("write narrow three 20000"), "timed out");
   EXPECT_EQ(port_count(ours), 2);
-  peer.Tell("write narrow three 100000000");
+  peer.Send("write narrow three 100000000");
   EXPECT_EQ(read_text(ours), "one");
-  EXPECT_EQ(peer.Hear(), "ok");
+  EXPECT_EQ(peer.Receive(), "ok");
   EXPECT_EQ(read_text(ours), "two");
   EXPECT_EQ(read_text(ours), "three");
   delete_port(ours);
@@ -106,7 +106,7 @@ TEST(PortsBetweenProcesses, DropTheMessageOfAWriterThatWasKilledWhileItWaited) {
   auto waiting = std::make_unique<Peer>();
   const port_id ours = create_port(1, "full");
   waiting->Ask("write full one 0");
-  waiting->Tell("write full lost 100000000");
+  waiting->Send("write full lost 100000000");
   snooze(50000); // most likely it waits by now; the test holds either way
   waiting->Kill();
   Peer other;
@@ -122,12 +122,12 @@ TEST(PortsBetweenProcesses, AWriterToAFullPortBlocksNoOther) {
   const port_id full = create_port(1, "full");
   const port_id roomy = create_port(5, "roomy");
   stuck.Ask("write full one 0");
-  stuck.Tell("write full two 100000000");
+  stuck.Send("write full two 100000000");
   EXPECT_EQ(free.Ask("write roomy hello 0"), "ok");
   EXPECT_EQ(read_text(roomy), "hello");
   EXPECT_EQ(free.Ask("write full three 0"), "would block");
   delete_port(full);
-  EXPECT_EQ(stuck.Hear(), "gone");
+  EXPECT_EQ(stuck.Receive(), "gone");
   delete_port(roomy);
 }
 
@@ -152,9 +152,9 @@ TEST(PortsBetweenProcesses, CarryAHundredThousandMessagesInOrderWithoutNewDescri
   int32 none = 0;
   ASSERT_EQ(write_port(theirs, 0, &none, sizeof none), B_OK);
   const size_t before = open_descriptors();
-  peer.Tell("read-many busy " + std::to_string(kMessages));
+  peer.Send("read-many busy " + std::to_string(kMessages));
   for (int32 i = 1; i < kMessages; ++i) ASSERT_EQ(write_port(theirs, i, &i, sizeof i), B_OK);
-  EXPECT_EQ(peer.Hear(), std::to_string(kMessages));
+  EXPECT_EQ(peer.Receive(), std::to_string(kMessages));
   EXPECT_EQ(open_descriptors(), before);
 }
 

@@ -164,7 +164,7 @@ TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerWhenThePeerIsKilled) {
 TEST_F(SignaturesBetweenProcesses, ReportToTheAnswererThatItsAskerIsGone) {
   ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK);
   fLooper->fAnswers = false;
-  fPeer.Tell(std::string("ask ") + kOurs + " hello");
+  fPeer.Send(std::string("ask ") + kOurs + " hello");
   ASSERT_TRUE(eventually([&] { return fLooper->Received().size() == 1; }));
   const BMessage question = fLooper->Received().front();
   fPeer.Kill();
