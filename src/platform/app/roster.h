@@ -15,7 +15,7 @@ public:
   std::vector<std::string> Signatures(const std::string& beginning) const;
   /** Starts the installed program whose desktop entry has the signature (key X-KOREVA-Signature), without waiting for
       it. B_ALREADY_RUNNING when it runs or has just been started; B_LAUNCH_FAILED when none is installed. */
-  [[nodiscard]] status_t Launch(const char* signature) const;
+  status_t Launch(const char* signature) const;
   /** Opens a document with the desktop's preferred program for its type. */
   [[nodiscard]] status_t Launch(const entry_ref* ref) const;
 
