@@ -63,7 +63,7 @@ bool BLooper::QuitRequested() {
   return true;
 }
 BMessage* BLooper::CurrentMessage() const {
-  assert(fCore->thread == 0 || fCore->thread == find_thread(nullptr));
+  fCore->AssertLocked();
   return fCore->current;
 }
 
