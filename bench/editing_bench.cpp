@@ -11,6 +11,7 @@
 #include "platform/display/display_thread.h"
 #include "platform/kernel/threads.h"
 #include "plugin/exit_state.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "tests/hostlink/strange_host.h"
 #include "window/editor_window.h"
@@ -95,8 +96,7 @@ public:
       fWindow.Target(&window);
       window->Quit();
     }
-    fManager->Lock();
-    fManager->Quit();
+    if (fManager->Lock()) fManager->Quit();
   }
 
   double Key(char key) {
@@ -187,8 +187,7 @@ int main(int argc, char** argv) {
       auto* const host = new StrangeHost;
       host->Run();
       measure(folder);
-      host->Lock();
-      host->Quit();
+      if (host->Lock()) host->Quit();
       display::quit();
     });
   });

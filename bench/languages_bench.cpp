@@ -7,6 +7,7 @@
 #include "platform/display/display_thread.h"
 #include "platform/interface/window.h"
 #include "plugin/general_plugin.h"
+#include "plugin/message_codes.h"
 
 #include <QApplication>
 #include <QMenuBar>
@@ -64,7 +65,7 @@ void save_with_menu(const fs::path& file, const std::string& text) {
 }
 
 void choose_language(const char* file) {
-  BMessage notice('_lgc');
+  BMessage notice(kMsgLanguageChanged);
   notice.AddString("LLTF", file);
   BMessenger(kEditor).SendMessage(&notice);
 }
@@ -102,7 +103,8 @@ void measure_reloads(const fs::path& file) {
 }
 
 void measure_memory() {
-  for (const uint32 request : {'Spar', 'fttg', '_scp'}) BMessenger(kEditor).SendMessage(request);
+  for (const uint32 request : {kMsgPrepareAbout, kMsgFineTimeTag, kMsgCommonPref})
+    BMessenger(kEditor).SendMessage(request);
   settle();
   long few = 0;
   const auto start = std::chrono::steady_clock::now();
@@ -158,8 +160,7 @@ void measure(const fs::path& plugins) {
   measure_memory();
   plugin->Cleanup();
   plugin.reset();
-  app->Lock();
-  app->Quit();
+  if (app->Lock()) app->Quit();
 }
 
 int measured(const fs::path& plugins) {

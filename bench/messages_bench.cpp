@@ -96,8 +96,7 @@ int main(int argc, char** argv) {
               kPosts / median(posts[1]), median(posts[1]) / median(posts[0]));
   std::printf("%-28s %11.2f us %11.2f us %7.2fx\n", "round trip", median(asks[0]) / kRoundTrips * 1e6,
               median(asks[1]) / kRoundTrips * 1e6, median(asks[0]) / median(asks[1]));
-  looper->Lock();
-  looper->Quit();
+  if (looper->Lock()) looper->Quit();
   thread.quit();
   thread.wait();
   return 0;

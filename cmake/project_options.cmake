@@ -5,7 +5,9 @@ target_compile_options(project_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Woverloaded-virtual -Wnon-virtual-dtor -Wcast-align
   -Wold-style-cast -Wunused -Wformat=2 -Wimplicit-fallthrough
   # Message codes are four-character constants throughout the program.
-  -Wno-multichar)
+  -Wno-multichar
+  # An ignored status is an error in every build.
+  -Werror=unused-result)
 if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
   # Precompiled headers are the same from one build to the next, as the compiler cache wants them.
   target_compile_options(project_options INTERFACE -Xclang -fno-pch-timestamp)

@@ -25,7 +25,7 @@ std::string scratch_file() {
   return name;
 }
 
-/** Plays the song into a file of bare samples, as fast as it goes. */
+/** Decodes the song to a file of raw samples. */
 void play_into(const std::string& songPath, const std::string& samplesPath) {
   std::setlocale(LC_NUMERIC, "C");
   const std::unique_ptr<mpv_handle, TMpvEnd> mpv(mpv_create());

@@ -16,7 +16,7 @@ float product(const float* a, const float* b, size_t count) {
   return total;
 }
 
-/** Likeness of the window to the track from sample `at` on. */
+/** Normalized correlation of the window and the track from sample `at` on. */
 double likeness(std::span<const float> track, std::span<const float> window, double windowPower, ptrdiff_t at) {
   const float* piece = track.data() + at;
   const double power = product(piece, piece, window.size());

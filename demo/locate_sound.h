@@ -4,14 +4,14 @@
 #include <optional>
 #include <span>
 
-/** Where a few milliseconds of a recording come from in the track. */
+/** The position in the track that a short window of a recording matches. */
 struct TPlace {
-  double seconds;  ///< place in the track of the middle of the window
-  double likeness; ///< normalized correlation there, 0 to 1
+  double seconds;  ///< of the middle of the window, in the track
+  double likeness; ///< normalized correlation, 0 to 1
 };
 
 struct TSearch {
-  double aroundSec;  ///< expected place
+  double aroundSec;  ///< expected position
   double rangeSec;   ///< searched on both sides of it
   size_t windowSize; ///< samples compared
 };

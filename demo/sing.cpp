@@ -1,4 +1,4 @@
-// Times the demo song by itself, as a person would: listens to the sound put out, presses the space bar in the
+// Times the demo song automatically, as a user would: listens to the sound output, presses the space bar in the
 // editor's window when each line is heard, saves, and compares the saved tags with the true times.
 #include "demo/decode_song.h"
 #include "demo/song_clock.h"
@@ -43,7 +43,7 @@ std::vector<int64_t> tap_along(const std::vector<TSungLine>& lines, TSongClock& 
   return presses;
 }
 
-/** When and as what the file was last written. */
+/** Identifies the file's last write. */
 std::pair<int64_t, ino_t> file_state(const std::string& path) {
   struct stat state {};
   if (stat(path.c_str(), &state) != 0) return {0, 0};
@@ -95,7 +95,7 @@ bool perform(const TArguments& args) {
   TSongClock clock(decode_song(args.song), recorder);
   TXWindow editor("Vesmo Editor", 30);
   editor.PaintBackground(0x3a5068);
-  // The song begins when all is ready for it, however long a busy machine takes.
+  // The song starts only when everything is ready, even on a busy machine.
   TXWindow player("Sonivo", 5);
   player.Focus();
   const int64_t begunUs = player.Press("space");
@@ -107,7 +107,7 @@ bool perform(const TArguments& args) {
   save_and_wait(editor, args.lyrics);
   usleep(300'000);
   if (!editor.SaveScreen(args.picture)) throw std::runtime_error("cannot write " + args.picture);
-  player.Close(); // the player's window takes the editor's along
+  player.Close(); // also closes the editor's window
   std::vector<long> errors;
   const bool whole = compare(lines, read_saved_lines(args.lyrics), presses, clock, errors);
   summarize(errors);

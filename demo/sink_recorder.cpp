@@ -80,7 +80,7 @@ void TSinkRecorder::TakeFragment() {
     if (data)
       fSamples.insert(fSamples.end(), floats, floats + byteCount / sizeof(float));
     else
-      fSamples.resize(fSamples.size() + byteCount / sizeof(float)); // a hole in the record is silence
+      fSamples.resize(fSamples.size() + byteCount / sizeof(float)); // a gap is silence
     pa_stream_drop(fStream);
   }
 }

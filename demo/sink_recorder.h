@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-/** Now on the monotonic clock, microseconds. */
+/** Current time of the monotonic clock, in µs. */
 int64_t clock_us();
 
-/** Records what a PulseAudio sink puts out (its monitor) and knows when each sample was put out.
-    The library's thread fills the record; fMutex guards fSamples and fStarts. */
+/** Records the output of a PulseAudio sink (its monitor) and knows when each sample was output.
+    Filled on the library's thread; fMutex guards fSamples and fStarts. */
 class TSinkRecorder {
 public:
   /** Records from now on. Throws std::runtime_error without a sound server. */
@@ -23,15 +23,15 @@ public:
   static constexpr int kRate = 48000;
 
   std::vector<float> Samples() const;
-  /** Waits until what was put out at `untilUs` has arrived here, at most 5 s. */
+  /** Waits until the output up to `untilUs` has been recorded, at most 5 s. */
   void WaitFor(int64_t untilUs) const;
-  /** Whether the server has said anything of its timing; until then no sample has a time. */
+  /** Whether the server has reported its timing; until then no sample has a time. */
   bool HasTiming() const;
-  /** When sample 0 was put out (monotonic, µs): the median of all the server's timing reports so far. */
+  /** When sample 0 was output (monotonic, µs): the median of all timing reports so far. */
   int64_t StartUs() const;
-  /** When sample `index` was put out (monotonic, µs). */
+  /** When sample `index` was output (monotonic, µs). */
   int64_t WhenUs(size_t index) const;
-  /** How far the middle 90 % of those reports lie apart, µs: the clock's own uncertainty. */
+  /** Range of the middle 90 % of the timing reports, µs: the uncertainty of the clock. */
   int64_t StartSpreadUs() const;
 
 private:

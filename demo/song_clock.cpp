@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr size_t kWindow = TSinkRecorder::kRate / 6; // long enough that no chord of the tune is mistaken for another
+constexpr size_t kWindow = TSinkRecorder::kRate / 6; // long enough to tell the chords apart
 constexpr double kSureLikeness = 0.9;
 constexpr double kStartSearchSec = 4;
 constexpr double kFollowSearchSec = 0.15;
@@ -29,12 +29,12 @@ std::optional<double> TSongClock::FindIn(const std::vector<float>& heard, size_t
   return place && place->likeness >= kSureLikeness ? std::optional(place->seconds) : std::nullopt;
 }
 
-bool TSongClock::WaitForStart(int64_t begunUs, double patienceSec) {
-  for (const int64_t deadline = begunUs + to_us(patienceSec); clock_us() < deadline; usleep(200'000)) {
+bool TSongClock::WaitForStart(int64_t begunUs, double timeoutSec) {
+  for (const int64_t deadline = begunUs + to_us(timeoutSec); clock_us() < deadline; usleep(200'000)) {
     const auto heard = fRecorder.Samples();
     if (heard.size() < kWindow || !fRecorder.HasTiming()) continue;
     const size_t middle = heard.size() - kWindow / 2 - 1;
-    // It cannot be further than the time since: the sooner it is looked for, the less there is to be searched.
+    // The position cannot exceed the time since the start, which bounds the search.
     const double sinceSec = static_cast<double>(fRecorder.WhenUs(middle) - begunUs) / 1e6;
     const double half = std::clamp(sinceSec, 0.0, kStartSearchSec) / 2;
     const auto place = FindIn(heard, middle, half, half);

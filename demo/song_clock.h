@@ -5,20 +5,19 @@
 #include <optional>
 #include <vector>
 
-/** Tells which moment of a song is heard when, by finding the recorded sound in the song itself.
-    Asks no program what it believes. One thread. */
+/** Maps song positions to the time they are heard, by locating the recorded sound in the song; independent of what any
+    program reports. Not thread-safe. */
 class TSongClock {
 public:
   TSongClock(std::vector<float> song, const TSinkRecorder& recorder);
 
-  /** Waits until the song's first seconds are heard, after it was begun at `begunUs`; false if that takes longer than
-      `patienceSec`. */
-  [[nodiscard]] bool WaitForStart(int64_t begunUs, double patienceSec);
-  /** Follows the sound: compares what was heard last with the song. Call it every second or so. */
+  /** Waits until the first seconds of the song, which was started at `begunUs`, are heard; false on a time-out. */
+  [[nodiscard]] bool WaitForStart(int64_t begunUs, double timeoutSec);
+  /** Resynchronizes with the latest sound. To be called about once a second. */
   void Follow();
-  /** When the moment `songSec` will be heard (monotonic, µs), if the song goes on as it goes. */
+  /** When `songSec` will be heard (monotonic, µs) if the song plays on. */
   int64_t HeardAtUs(double songSec) const;
-  /** Which moment of the song was put out at `us`; nothing if what was heard is not the song. */
+  /** The song position that was output at `us`; empty if the sound is not the song's. */
   std::optional<double> SongSecAt(int64_t us) const;
 
 private:

@@ -6,7 +6,7 @@
 
 namespace {
 
-/** Read here on its own: what is being tried out is not asked to check itself. */
+/** Independent of the editor's own parser, which is being tested. */
 TSavedLine parse(const std::string& line) {
   int minutes = 0, seconds = 0, hundredths = 0, length = 0;
   if (std::sscanf(line.c_str(), "[%2d:%2d:%2d]%n", &minutes, &seconds, &hundredths, &length) != 3 || length != 10)
@@ -31,6 +31,6 @@ std::vector<TSavedLine> read_saved_lines(const std::string& path) {
   std::vector<TSavedLine> lines;
   std::ifstream file(path);
   for (std::string line; std::getline(file, line);) lines.push_back(parse(line));
-  if (!lines.empty() && lines.back().text == std::string(1, '\0')) lines.pop_back(); // ends a saved text
+  if (!lines.empty() && lines.back().text == std::string(1, '\0')) lines.pop_back(); // terminates a saved text
   return lines;
 }

@@ -16,7 +16,7 @@ namespace {
 
 constexpr useconds_t kKeyHeldUs = 40'000;
 
-/** Windows of other programs come and go while the tree is walked; that is no reason to end. */
+/** Ignores errors: windows of other programs may disappear while the tree is walked. */
 int ignore_error(Display*, XErrorEvent*) {
   return 0;
 }
@@ -27,10 +27,10 @@ void TXWindow::TDisplayEnd::operator()(_XDisplay* display) const {
   XCloseDisplay(display);
 }
 
-TXWindow::TXWindow(const std::string& titlePart, double patienceSec) : fDisplay(XOpenDisplay(nullptr)) {
+TXWindow::TXWindow(const std::string& titlePart, double timeoutSec) : fDisplay(XOpenDisplay(nullptr)) {
   if (!fDisplay) throw std::runtime_error("no X display");
   XSetErrorHandler(ignore_error);
-  const int64_t deadline = clock_us() + static_cast<int64_t>(patienceSec * 1e6);
+  const int64_t deadline = clock_us() + static_cast<int64_t>(timeoutSec * 1e6);
   while (fWindow == 0 && clock_us() < deadline) {
     fWindow = Find(DefaultRootWindow(fDisplay.get()), titlePart);
     if (fWindow == 0) usleep(20'000);

@@ -6,23 +6,23 @@
 
 struct _XDisplay;
 
-/** A window of another program on the X display: finds it, types into it as a person would, takes the screen's
-    picture. One thread. Throws std::runtime_error without a display. */
+/** A window of another program on the X display: finds it, sends real key events, takes screenshots. Not thread-safe.
+    Throws std::runtime_error without a display. */
 class TXWindow {
 public:
   /** Waits for a visible window whose title contains `titlePart`. */
-  TXWindow(const std::string& titlePart, double patienceSec);
+  TXWindow(const std::string& titlePart, double timeoutSec);
 
   void Focus();
   /** Presses and releases the named key ("space", "Home") with the named modifier or none; returns when it was
       pressed (monotonic, µs). */
   int64_t Press(const char* key, const char* modifier = nullptr);
   std::string Title() const;
-  /** Asks the window to close, as its close box does. */
+  /** Requests closing, like the close button. */
   void Close();
-  /** Gives the bare screen behind the windows a colour (RGB). */
+  /** Sets the colour (RGB) of the root window. */
   void PaintBackground(unsigned long colour);
-  /** Writes the whole screen as a picture file. */
+  /** Saves a screenshot. */
   [[nodiscard]] bool SaveScreen(const std::string& path) const;
 
 private:

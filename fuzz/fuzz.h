@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-/** What must hold for every input; a breach ends the run, with the input kept. */
+/** An invariant; a violation ends the run and keeps the input. */
 inline void require(bool holds) {
   if (!holds) std::abort();
 }

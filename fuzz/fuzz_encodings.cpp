@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
   converted(convert_to_utf8, encoding, text, bytes[1]); // a cut
   const std::string utf8 = converted(convert_to_utf8, encoding, text, text.size() * 3 + 8);
   const std::string back = converted(convert_from_utf8, encoding, utf8, worst_case_from_utf8(utf8.size()));
-  // What has gone through the encoding once goes through it unchanged ever after.
+  // A second round trip through the encoding changes nothing.
   const std::string again = converted(convert_to_utf8, encoding, back, back.size() * 3 + 8);
   require(converted(convert_from_utf8, encoding, again, worst_case_from_utf8(again.size())) == back);
   converted(convert_from_utf8, encoding, text, bytes[1]);

@@ -6,7 +6,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
   if (size == 0) return 0;
-  // The first byte chooses how the rest is read and written.
+  // The first byte selects how the rest is read and written.
   using enum TEncoding;
   constexpr std::optional<TEncoding> kWanted[] = {kUtf8, kShiftJis, kJis, {}};
   const std::string text = text_of(bytes + 1, size - 1);
@@ -18,9 +18,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
     if (!made || !lyrics.BrokenLines().empty()) continue;
     const TExactLyrics again(*made, encoding);
     require(again.BrokenLines().empty());
-    // A byte-order mark after the first is a character, until it comes to stand at the start.
+    // A byte-order mark after the first is a character, unless it is moved to the start.
     const bool isSame = again.Lines().size() == lyrics.Lines().size();
-    // A last line of nothing but a change of letters is no line once it is written without one.
+    // A last line that consists of an escape sequence only disappears in an encoding without one.
     const bool lostEmptyEnd =
         !isSame && lyrics.Lines().back().empty() && again.Lines().size() + 1 == lyrics.Lines().size();
     require(again.HasByteOrderMark() || isSame || lostEmptyEnd);

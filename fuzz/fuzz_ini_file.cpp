@@ -1,10 +1,10 @@
 #include "common/ini_file.h"
 #include "fuzz/fuzz.h"
+#include "tests/support/memory_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
   constexpr int kLineLength = 32;
-  BMallocIO stream;
-  stream.Write(bytes, size);
+  MemoryFile stream(text_of(bytes, size));
   {
     TIniFile file(&stream, kLineLength);
     char text[kLineLength + 1];

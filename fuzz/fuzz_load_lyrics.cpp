@@ -30,7 +30,7 @@ std::list<std::string> load(long wanted, long* crType, long* encoding) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
   if (size == 0) return 0;
-  // The first byte chooses how the rest is read.
+  // The first byte selects how the rest is read.
   constexpr long kWanted[] = {0, 1, 2, 4, 9};
   const long wanted = kWanted[bytes[0] % 5];
   write_scratch(text_of(bytes + 1, size - 1));
@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
   const std::list<std::string> lines = load(wanted, &crType, &encoding);
   require(crType >= 0 && crType <= 2);
   for (const std::string& line : lines) require(line.find('\n') == std::string::npos);
-  // What is saved as UTF-8 with LF reads back unchanged; a CR would make other line ends of it.
+  // Text saved as UTF-8 with LF reads back unchanged; a CR would change the line ends.
   for (const std::string& line : lines) {
     if (line.find('\r') != std::string::npos) return 0;
   }

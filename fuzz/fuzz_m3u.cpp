@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-/** What leaves a list is a file, an http(s) URL, or dead with a word, and no text of it is long. */
+/** Every entry is a file, an http(s) URL, or refused with a reason, and its texts are bounded. */
 static void check_song(const TSong& song) {
   require(song.title.size() <= kLongestText && song.artist.size() <= kLongestText);
   if (!song.fault.empty()) return require(song.path.size() <= kLongestText);
@@ -14,7 +14,7 @@ static void check_song(const TSong& song) {
   require(is_file_path(song.path) || song.path.starts_with("http://") || song.path.starts_with("https://"));
 }
 
-/** What the player keeps of a list it finds again the next time, song by song. */
+/** A saved playlist reads back song by song. */
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
   const TSongs songs = parse_m3u(text_of(bytes, size), "/music/lists");
   for (const TSong& song : songs) check_song(song);

@@ -13,7 +13,7 @@
 
 namespace {
 
-/** Takes every message apart and answers it with itself. */
+/** Unflattens and flattens every message, and sends it back. */
 class Answerer : public BLooper {
 public:
   Answerer() : BLooper("answerer", B_NORMAL_PRIORITY, 2) {}
@@ -24,7 +24,7 @@ public:
     require(message->IsSourceRemote());
     if (message->IsSourceWaiting()) message->SendReply(message);
   }
-  bool QuitRequested() override { return false; } // anybody may ask
+  bool QuitRequested() override { return false; } // any peer may request it
 };
 
 class ToAnswerer : public PortSink {
@@ -38,7 +38,7 @@ private:
   const BMessenger fTarget;
 };
 
-/** What the port says back is always well formed. */
+/** The port's replies are always well-formed. */
 void read_back(int sender) {
   PortFrameReader reader;
   std::array<char, 65536> bytes;
@@ -54,7 +54,7 @@ void read_back(int sender) {
 
 } // namespace
 
-// The first byte says where the stream is cut in two pieces that arrive apart.
+// The first byte is the offset at which the stream is split into two reads.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
   static auto* const looper = new Answerer;
   int ends[2];

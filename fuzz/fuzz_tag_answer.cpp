@@ -1,7 +1,7 @@
 #include "fuzz/fuzz.h"
 #include "player/pictures/tag_talk.h"
 
-/** What comes out of the pipe from the program that looks into songs, in pieces of any length. */
+/** The helper's answers about tags, read from a pipe in pieces of any length. */
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
   const std::string given = text_of(bytes, size);
   TTagAnswer answer;
@@ -9,7 +9,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
   for (size_t length = 0; length < size; ++length) {
     TTagAnswer early;
     const TAnswerForm earlier = read_answer(given.substr(0, length), &early);
-    // A broken piece stays broken, and a whole one cannot go on.
+    // An invalid answer stays invalid, and a complete one cannot be continued.
     require(earlier == TAnswerForm::kIncomplete || form == TAnswerForm::kBroken);
   }
   if (form != TAnswerForm::kWhole) return 0;

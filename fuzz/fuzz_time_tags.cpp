@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
     time_to_time_tag(time, &tag, extended);
     long again = -1;
     bool form = !extended;
-    // A printed tag reads back as the bounded time it was printed from.
+    // A printed tag reads back as the clamped time.
     require(time_tag_to_time(tag + "x", &again, &form) && form == extended);
     const long unit = extended ? 10 : 1000;
     require(again == std::clamp(time, 0L, kLastTagTime) / unit * unit);

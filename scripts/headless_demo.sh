@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The demo by itself, without a display or a sound card: headless_demo.sh BIN-FOLDER [RUNS]
 # On a virtual display and a sound server that plays into nothing, the player plays the demo song and its editor's
-# window is sent one space bar per line as each line is heard, then Ctrl+S. Prints each line's tag beside its true time.
+# window is sent one space bar per line as each line is heard, then Ctrl+S. Prints each line's tag next to its true time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bin=$1
@@ -24,7 +24,7 @@ finish() {
 }
 trap finish EXIT
 
-# The program must end by itself when its windows are closed, and with success.
+# The program must exit successfully when its windows are closed.
 end_player() {
   for _ in $(seq 100); do
     kill -0 "$player_pid" 2>/dev/null || break
@@ -40,7 +40,7 @@ end_player() {
   [ "$status" -eq 0 ] || { echo "The player ended with status $status." >&2; return 1; }
 }
 
-# One performance in a folder and with settings of its own.
+# One run with its own folder and settings.
 perform() {
   local work=$scratch/run$1 status=0
   mkdir -p "$work/settings"

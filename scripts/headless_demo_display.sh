@@ -1,7 +1,7 @@
-# Sourced: start_display FOLDER starts a virtual X display of a free number and points the programs started later at
-# it and away from the user's session; stop_display ends it.
+# Sourced: start_display FOLDER starts a virtual X display with a free number and sets the environment for programs
+# started later, detached from the user's session; stop_display ends it.
 start_display() {
-  # Without -noreset the display starts anew after its last client, and refuses those that come meanwhile.
+  # Without -noreset the display resets after its last client, and refuses connections meanwhile.
   mkfifo "$1/display"
   Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset 3>"$1/display" 2>"$1/xvfb.log" &
   DISPLAY_PID=$!

@@ -1,5 +1,5 @@
-# Sourced: start_sound FOLDER starts a private sound server whose one output, "heard", plays into nothing in
-# real time, and exports what its clients need. stop_sound ends it. The monitor "heard.monitor" carries the sound.
+# Sourced: start_sound FOLDER starts a private sound server whose only output, "heard", is a null sink in
+# real time, and exports the environment for its clients. stop_sound ends it. The monitor "heard.monitor" carries the sound.
 start_sound() {
   export XDG_RUNTIME_DIR="$1"
   export PULSE_RUNTIME_PATH="$1/pulse" PULSE_STATE_PATH="$1/pulse-state"

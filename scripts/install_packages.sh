@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing for the purposes named on the line (build, run, headless, scenario,
+# Installs the missing Debian packages for the given purposes (build, run, headless, scenario,
 # window-managers, test, package, bench).
 # Without apt, or without the right to use it, it prints what is needed and stops.
 set -euo pipefail
@@ -21,7 +21,7 @@ packages_for() {
 missing=()
 for purpose in "$@"; do
   for package in $(packages_for "$purpose"); do
-    # The status of a package that was never heard of is an error; either way it is missing.
+    # dpkg-query fails for unknown packages, which are missing as well.
     status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
     [ "$status" = installed ] || missing+=("$package")
   done

@@ -12,7 +12,6 @@ from stage import Stage  # noqa: E402
 
 HELP = ROOT / "src/editor/help/pictures"
 DOCS = ROOT / "docs/pictures"
-README_LANGUAGES = ("en", "ja")
 LYRICS = """[00:05:73]Who has seen the wind?
 [00:08:60]Neither I nor you:
 [00:11:11]But when the leaves hang trembling,
@@ -29,7 +28,7 @@ The wind is passing by.
 
 
 class Words:
-    """Labels of one language, from its file."""
+    """The labels of one language, from its file."""
 
     def __init__(self, file_name):
         self.texts = {}
@@ -49,7 +48,7 @@ def around(*boxes):
 
 
 def take(path, box):
-    """A part of the screen, with few colours and a thin frame, as small as it can be."""
+    """Saves a part of the screen as a small PNG with few colours and a thin frame."""
     path.parent.mkdir(parents=True, exist_ok=True)
     left, top, width, height = box
     screen = subprocess.run(["import", "-window", "root", "png:-"], check=True, stdout=subprocess.PIPE).stdout
@@ -59,7 +58,7 @@ def take(path, box):
 
 
 def make_equally_high(window, other):
-    """The first as high as the second."""
+    """Gives the first window the height of the second."""
     _, _, width, _ = eyes.place(window)
     height = eyes.place(other)[3]
     subprocess.run(["xdotool", "search", "--name", f"^{eyes.name(window)}$", "windowsize", str(width), str(height)], check=True)
@@ -67,7 +66,7 @@ def make_equally_high(window, other):
 
 
 def move_left(window):
-    """So far that the widest submenu opens to the right."""
+    """Far enough for the widest submenu to open to the right."""
     left, top, _, _ = eyes.place(window)
     to = left - 60
     subprocess.run(["xdotool", "search", "--name", f"^{eyes.name(window)}$", "windowmove", str(to), str(top)], check=True)
@@ -79,7 +78,7 @@ def take_windows(language, words):
     try:
         s.set_language(f"{language}.llt")
         short = words["Locale"]
-        # Names that stand in the list of recent files.
+        # Entries for the list of recent files.
         for name in ("morning.lrc", "evening.lrc"):
             s.start(s.file(name, "one\n"))
             s.stop()
@@ -92,10 +91,7 @@ def take_windows(language, words):
         hands.press("Up")
         s.wait_selected(3)
         make_equally_high(s.window(), s.player())
-        window = eyes.place(s.window())
-        take(HELP / f"window_{short}.png", window)
-        if short in README_LANGUAGES:
-            take(DOCS / f"both_windows_{short}.png", around(window, eyes.place(s.player())))
+        take(HELP / f"window_{short}.png", eyes.place(s.window()))
 
         move_left(s.window())
         hands.press("F10")
@@ -120,5 +116,25 @@ def take_windows(language, words):
         s.clear_away()
 
 
+def take_timing():
+    """The picture of the README: the player with the waveform, and the song half tagged."""
+    s = Stage()
+    try:
+        times = [line.split("\t") for line in (ROOT / "demo/demo.times").read_text().splitlines()]
+        tagged = [f"[00:{int(ms) // 1000:02}:{int(ms) // 10 % 100:02}]{text}" for ms, text in times[:7]]
+        s.start(s.file("song.lrc", "\n".join(tagged + [text for _, text in times[7:]]) + "\n"))
+        s.wait(lambda: any((s.home / ".cache/KOREVA/Sonivo").glob("*")), "the waveform")
+        hands.press(*["Down"] * 6, "Return")
+        s.wait_position(22)
+        s.forward(24)
+        hands.press("Down", "space", "Up")
+        s.wait_selected(7)
+        make_equally_high(s.window(), s.player())
+        take(DOCS / "timing_en.png", around(eyes.place(s.window()), eyes.place(s.player())))
+    finally:
+        s.clear_away()
+
+
+take_timing()
 for name in ("English", "Japanese", "German", "French"):
     take_windows(name, Words(f"{name}.llt"))

@@ -22,8 +22,8 @@ def need(condition, what):
 
 
 def arc(start, radii, is_large, is_clockwise, end):
-    """The curves of an ellipse's arc between two points, each at most a quarter."""
-    # On the circle that the ellipse is stretched from.
+    """An elliptical arc between two points as Bezier curves of at most a quarter each."""
+    # In the coordinates in which the ellipse is a circle.
     (x0, y0), (x1, y1) = ((x / radii[0], y / radii[1]) for x, y in (start, end))
     half = math.hypot(x1 - x0, y1 - y0) / 2
     radius = max(1, half)  # one that is too small grows
@@ -41,7 +41,7 @@ def arc(start, radii, is_large, is_clockwise, end):
 
 
 def commands(text):
-    """Each command of a path with its numbers; further numbers repeat it."""
+    """Yields each command of a path with its numbers; further numbers repeat the command."""
     tokens = TOKEN.findall(text)
     need("".join(tokens) == re.sub(r"[\s,]", "", text), f"the path {text}")
     letter = ""
@@ -53,7 +53,7 @@ def commands(text):
 
 
 def outline(text):
-    """A path's parts, each a letter of M, L, C, Z and its points, which are all counted from the corner."""
+    """The segments of a path: each a letter of M, L, C, Z and its points, in absolute coordinates."""
     here = begin = (0.0, 0.0)
     for letter, numbers in commands(text):
         kind, origin = letter.upper(), here if letter.islower() else (0.0, 0.0)
@@ -75,7 +75,7 @@ def outline(text):
 
 
 def path_of(shape, kind):
-    """Circles and rectangles as the paths they are."""
+    """Circles and rectangles as paths."""
     x, y, *sizes = (float(shape.get(name, 0)) for name in SHAPES[kind]) if kind != "path" else (0, 0)
     if kind == "path":
         return shape.get("d")
@@ -89,7 +89,7 @@ def path_of(shape, kind):
 
 
 def pieces_of(text):
-    """The lines of a path: each one's straight and curved pieces with all their points, and whether it is closed."""
+    """The subpaths of a path: the segments with all their points, and whether it is closed."""
     lines, pieces, here, begin = [], [], None, None
     for letter, points in [*outline(text), ("M", [None])]:
         if letter == "M":
@@ -107,7 +107,7 @@ def pieces_of(text):
 
 
 def halves(piece):
-    """A curve as two, so that each can be followed at a distance; a line as it is."""
+    """Splits a curve in two, so that each half can be offset; a line is unchanged."""
     if len(piece) == 2:
         return [piece]
     rows = [piece]
@@ -127,7 +127,7 @@ def beside(point, heading, distance):
 
 
 def follow(piece, distance):
-    """The same line or curve, at that distance to the left."""
+    """The line or curve, offset to the left by that distance."""
     first, last = direction(*piece[:2]), direction(*piece[-2:])
     begin, end = beside(piece[0], first, distance), beside(piece[-1], last, distance)
     if len(piece) == 2:
@@ -139,7 +139,7 @@ def follow(piece, distance):
 
 
 def side(pieces, distance):
-    """The left side of what comes back to its beginning, with those corners rounded that are outer ones."""
+    """The left offset of a closed subpath, with round outer corners."""
     for piece, after in zip(pieces, [*pieces[1:], pieces[0]]):
         there = follow(piece, distance)
         yield "L" if len(there) == 2 else "C", there[1:]
@@ -155,8 +155,7 @@ def side(pieces, distance):
 
 
 def stroke_of(text, width):
-    """The outline of a line of that width with round ends and corners: a line that is open is followed there and back,
-    round its ends as round its corners."""
+    """The outline of a stroke of that width with round caps and joins. An open subpath is traced forth and back."""
     for line, is_closed in pieces_of(text):
         there = [half for piece in line for half in halves(piece)]
         back = [piece[::-1] for piece in there[::-1]]

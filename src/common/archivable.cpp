@@ -42,12 +42,12 @@ TStored what_is_stored(const BEntry& entry, const BMessage& archive) {
   return stored.Flatten() == archive.Flatten() ? TStored::kTheSame : TStored::kAnother;
 }
 
-/** Under a name that nothing has yet: an older copy may be the one that its owner misses. */
+/** Copies the file to the first unused ".unreadable[.N]" name; never overwrites an earlier backup. */
 void keep_unreadable(const std::string& path) {
   TFileTarget target;
   if (find_file_target(path, &target) == B_IS_A_DIRECTORY) return;
   const TNameOf nameOf = numbered_names(path + ".unreadable");
-  // What cannot be copied, because the disk is full or reading is not permitted, makes way instead.
+  // If it cannot be copied (disk full, no permission to read), it is renamed instead.
   if (copy_to_unique_file(target.path, nameOf).empty() && !rename_to_unique(target.path, nameOf))
     log_error("settings", target.path + " cannot be read, and could not be kept either");
 }
@@ -59,9 +59,9 @@ bool TArchivable::Save(const BEntry& entry) {
   BMessage archive;
   if (entry.GetRef(&ref) != B_OK || !Archive(&archive)) return false;
   const TStored stored = what_is_stored(entry, archive);
-  if (stored == TStored::kTheSame) return true; // at start-up, too, where every wait for the disk is felt
+  if (stored == TStored::kTheSame) return true; // unchanged: skip the write and its fsync, which also runs at start-up
   const std::string path = ref.FullPath();
-  // A torn file, or one of another program's making, may still be of use to its owner.
+  // A truncated file, or one of another program, may still be useful to the user.
   if (stored == TStored::kForeign) keep_unreadable(path);
   const std::vector<char> bytes = archive.Flatten();
   const status_t status = atomic_replace(path, {bytes.data(), bytes.size()}, TFlush::kFile);
@@ -108,7 +108,7 @@ status_t TArchivable::Find(const BMessage& archive, const char* name, const char
   return B_OK;
 }
 
-/** Both outputs, or neither. */
+/** Sets both outputs or neither. */
 status_t TArchivable::Find(const BMessage& archive, const char* name, type_code type, const void** bytes, ssize_t* size,
                            int32 index) {
   const void* found = nullptr;

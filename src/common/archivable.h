@@ -11,7 +11,7 @@ struct entry_ref;
 
 namespace koreva {
 
-/** A record that is kept in a file as one flattened message of named fields. */
+/** A record that is stored in a file as one flattened (serialized) message of named fields. */
 class TArchivable {
 public:
   TArchivable() = default;
@@ -20,27 +20,26 @@ public:
   virtual ~TArchivable() = default;
 
   virtual bool Archive(BMessage* archive);
-  /** An absent field keeps the current value and is no failure; one of the wrong type is, and the rest is still read.
-   */
+  /** An absent field keeps the current value. A field of the wrong type is an error; the others are still read. */
   virtual bool Unarchive(const BMessage& archive);
-  /** False when the file cannot be opened or read; else what `Unarchive` says. */
+  /** False when the file cannot be opened or read; otherwise the result of `Unarchive`. */
   virtual bool Load(const BEntry& entry);
-  /** Replaces the file atomically (atomic_replace.h). False, logged with its reason, when the record cannot be archived
-      or written. A file with the same content is not written again; one that could not be read is kept beside it as
-      "<name>.unreadable" (then ".unreadable.2" and so on). */
+  /** Replaces the file atomically (atomic_replace.h), unless its content is the same. An existing file that cannot be
+      read is first copied to "<name>.unreadable" (".unreadable.2" and so on). False, with the reason logged, when the
+      record cannot be archived or written. */
   virtual bool Save(const BEntry& entry);
 
 protected:
-  /** Each writes its output only when the field is found, and returns the find's status. */
+  /** Set the output only if the field is found; return the status of the search. */
   static status_t Find(const BMessage& archive, const char* name, bool* value, int32 index = 0);
   static status_t Find(const BMessage& archive, const char* name, int32* value, int32 index = 0);
   static status_t Find(const BMessage& archive, const char* name, int64* value, int32 index = 0);
   static status_t Find(const BMessage& archive, const char* name, float* value, int32 index = 0);
   static status_t Find(const BMessage& archive, const char* name, double* value, int32 index = 0);
   static status_t Find(const BMessage& archive, const char* name, std::string* value, int32 index = 0);
-  /** Points into the archive. A text that does not end in its NUL is of the wrong type. */
+  /** The result points into the archive. A string without its terminating NUL has the wrong type. */
   static status_t Find(const BMessage& archive, const char* name, const char** value, int32 index = 0);
-  /** Raw bytes of that type; they stay the archive's. */
+  /** Raw bytes of that type, owned by the archive. */
   static status_t Find(const BMessage& archive, const char* name, type_code type, const void** bytes, ssize_t* size,
                        int32 index = 0);
   static status_t Find(const BMessage& archive, const char* name, BRect* value, int32 index = 0);
@@ -49,7 +48,7 @@ protected:
   /** Four bytes of type 'RAWT': red, green, blue, alpha. */
   static status_t Find(const BMessage& archive, const char* name, rgb_color* value, int32 index = 0);
 
-  /** For records: reads the field if it is there; false only when it is there and is something else. */
+  /** For records: reads an optional field. False only if the field is present with another type. */
   template <typename T>
   static bool Read(const BMessage& archive, const char* name, T* value) {
     return IsPresentOrAbsent(Find(archive, name, value));

@@ -34,7 +34,8 @@ status_t write_over(const std::string& path, std::string_view bytes) {
   return fsync(file.Get()) == 0 ? B_OK : status_of_errno(errno);
 }
 
-/** All names of a file with several must show the new text, and some folders let no other file be created. */
+/** For a file with several hard links, which must all show the new content, and for folders in which no file can be
+    created. */
 status_t rewrite_in_place(const std::string& path, std::string_view bytes) {
   const std::string copy = make_safety_copy(path);
   if (copy.empty()) return B_IO_ERROR;

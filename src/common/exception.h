@@ -7,7 +7,7 @@
 
 namespace koreva {
 
-/** A fault inside the library: a number and a text. Never leaves the library's callers. */
+/** An error inside the library: a number and a text. Always caught within the library. */
 class TException : public std::exception {
 public:
   TException(int32 id, std::string text) : fID(id), fString(std::move(text)) {}

@@ -16,7 +16,7 @@
 
 namespace {
 
-/** Where a chain of symbolic links leads, also when nothing is there yet. */
+/** The end of a chain of symbolic links, which need not exist. */
 std::string end_of_links(const std::string& path) {
   std::error_code error;
   const std::filesystem::path real = std::filesystem::weakly_canonical(path, error);
@@ -40,29 +40,29 @@ void copy_attributes(const std::string& from, int to) {
   }
 }
 
-/** Best effort: the bytes matter more than what this user may not set. */
+/** Best effort: the content matters more than metadata that this user may not set. */
 void copy_metadata(const TFileTarget& target, int file) {
   struct stat made {};
   fstat(file, &made);
   const struct stat& old = *target.old;
   const bool isOwn = made.st_uid == old.st_uid && made.st_gid == old.st_gid;
   if (!isOwn && fchown(file, old.st_uid, old.st_gid) != 0 && fchown(file, static_cast<uid_t>(-1), old.st_gid) != 0) {
-    // Another owner's file, replaced by this user: it becomes this user's.
+    // Without the right to set the owner, the file becomes this user's.
   }
   if (!isOwn || made.st_mode != old.st_mode) fchmod(file, old.st_mode & 07777);
   copy_attributes(target.path, file);
 }
 
-/** A temporary file under a name that nothing has yet; private until it has the target's permissions. */
+/** Creates a temporary file under an unused name; private until it gets the target's permissions. */
 int create_beside(const TFileTarget& target, std::string* path) {
   constexpr int kMostTries = 100;
-  static std::atomic<int> count{0}; // long names may have the same end
+  static std::atomic<int> count{0}; // truncated long names may be equal
   const std::string prefix = name_beside(target.path, ".saving-" + std::to_string(getpid()) + "-");
   int file = -1;
   for (int i = 0; i < kMostTries; ++i) {
     *path = prefix + std::to_string(++count);
     file = open(path->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, target.old ? 0600 : 0666);
-    if (file >= 0 || errno != EEXIST) break; // else a process with the same id was killed while saving
+    if (file >= 0 || errno != EEXIST) break; // EEXIST: left by a killed process with the same id
   }
   return file;
 }
@@ -79,7 +79,7 @@ status_t find_file_target(const std::string& path, TFileTarget* target) {
   }
   if (found != 0) return errno == ENOENT ? B_OK : status_of_errno(errno);
   if (!S_ISREG(info.st_mode)) return S_ISDIR(info.st_mode) ? B_IS_A_DIRECTORY : B_BAD_VALUE;
-  // A file that may not be written is not to be replaced by a trick of its folder's permissions.
+  // rename() only needs a writable folder; respect a read-only file all the same.
   if (access(target->path.c_str(), W_OK) != 0) return status_of_errno(errno);
   target->old = info;
   return B_OK;
@@ -101,7 +101,7 @@ std::string folder_of(const std::string& path) {
 }
 
 std::string name_beside(const std::string& path, const std::string& suffix) {
-  constexpr size_t kMostOfName = 180; // of the 255 bytes that names may have
+  constexpr size_t kMostOfName = 180; // file names are limited to 255 bytes
   const size_t leaf = path.rfind('/') + 1;
   size_t begin = path.size() - std::min(path.size() - leaf, kMostOfName);
   while (begin > leaf && begin < path.size() && (static_cast<unsigned char>(path[begin]) & 0xC0) == 0x80) ++begin;
@@ -130,7 +130,7 @@ status_t TFileReplacement::Write(TFileTarget target, std::string_view bytes, boo
   if (fTarget.old) copy_metadata(fTarget, file);
   status_t status = write_all(file, bytes);
   if (status == B_OK && flush && fsync(file) != 0) status = status_of_errno(errno);
-  // The last chance to learn that something was not written.
+  // close() may report an error of a delayed write.
   if (close(file) != 0 && status == B_OK) status = status_of_errno(errno);
   return status;
 }

@@ -160,7 +160,7 @@ void TIniFile::Load() {
   if (fStream == &fFile && fFile.IsDirectory()) return;
   TIniFileSection* receiving = CreateSection(kGlobalSection, -1);
   fCurrent = receiving;
-  fStream->Seek(0, SEEK_SET);
+  if (fStream->Seek(0, SEEK_SET) != 0) return;
   fAhead.clear();
   fAheadPosition = 0;
   std::vector<char> line(static_cast<size_t>(fLineLength) + 1);
@@ -176,7 +176,7 @@ TIniFileSection* TIniFile::CreateSection(const char* name, int index) {
 }
 
 TIniFileSection* TIniFile::FindSection(const char* name) {
-  const std::string wanted = Cut(name); // as it was kept
+  const std::string wanted = Cut(name); // truncated like the stored names
   for (const auto& section : fSections) {
     if (names_match(section->name, wanted)) return section.get();
   }
@@ -252,23 +252,23 @@ void TIniFile::WriteComment(const char* text) {
   fDirty = true;
 }
 
-void TIniFile::WriteLine(const char* line) {
-  fStream->Write(line, std::strlen(line));
-  fStream->Write("\n", 1);
+bool TIniFile::WriteLine(std::string line) {
+  line += '\n';
+  return fStream->Write(line.data(), line.size()) == static_cast<ssize_t>(line.size());
 }
 
 bool TIniFile::Flush(bool force) {
   if (fStream == nullptr || (!fDirty && !force)) return false;
-  fStream->Seek(0, SEEK_SET);
+  bool isWritten = fStream->Seek(0, SEEK_SET) == 0;
   for (const auto& section : fSections) {
-    if (section->name != kGlobalSection) WriteLine(("[ " + section->name + " ]").c_str());
+    if (section->name != kGlobalSection) isWritten &= WriteLine("[ " + section->name + " ]");
     section->commentCursor = 0;
     for (size_t start = 0, end = 0; (end = section->comments.find('\n', start)) != std::string::npos; start = end + 1) {
-      WriteLine(("; " + section->comments.substr(start, end - start)).c_str());
+      isWritten &= WriteLine("; " + section->comments.substr(start, end - start));
     }
-    for (const TIniFilePair& pair : section->pairs) WriteLine((pair.key + " = " + pair.value).c_str());
-    WriteLine("");
+    for (const TIniFilePair& pair : section->pairs) isWritten &= WriteLine(pair.key + " = " + pair.value);
+    isWritten &= WriteLine("");
   }
-  fDirty = false;
-  return true;
+  fDirty = !isWritten;
+  return isWritten;
 }

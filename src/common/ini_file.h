@@ -19,7 +19,7 @@ struct TIniFilePair {
   std::string value;
 };
 
-/** One section: its comments and its pairs, each in the order added. */
+/** A section: comments and pairs in insertion order. */
 struct TIniFileSection {
   std::string name;
   std::string comments; // each ends with a line feed
@@ -29,10 +29,10 @@ struct TIniFileSection {
   TIniFilePair* Find(std::string_view key);
 };
 
-/** A text file of sections, key = value pairs and comments, held in memory while attached to a stream and written back
-    as a whole. Names and keys match without regard to ASCII case, and the first match counts. Lines, keys, values and
-    names are at most `lineLength` bytes; a longer line is read as several, a longer text handed in is cut.
-    Not safe for several threads. */
+/** A text file of sections, key = value pairs and comments, kept in memory while attached to a stream and written back
+    as a whole. Names and keys are matched ignoring ASCII case; the first match counts. Lines, keys, values and names
+    are at most `lineLength` bytes; a longer line is read as several, longer arguments are truncated. Not thread-safe.
+    */
 class TIniFile {
 public:
   explicit TIniFile(int lineLength);
@@ -43,18 +43,18 @@ public:
   TIniFile(BPositionIO* stream, int lineLength);
   TIniFile(const TIniFile&) = delete;
   TIniFile& operator=(const TIniFile&) = delete;
-  /** Flushes what changed. */
+  /** Flushes pending changes. */
   virtual ~TIniFile();
 
-  /** The first section of that name becomes current; a new, empty one is appended when there is none. Always true. */
+  /** Makes the first section of that name current, appending an empty one if necessary. Always true. */
   virtual bool ChangeSection(const char* name);
   virtual bool DeleteKey(const char* key);
   virtual bool DeleteSection(const char* name);
-  /** Append `char*` owned by this object, good until it changes. Return the counts. */
+  /** Append `char*` owned by this object and valid until it changes. Return the counts. */
   virtual int32 EnumKeys(BList* keys);
   virtual int32 EnumSections(BList* sections);
-  /** Writes everything from the stream's start; an old tail behind it stays. False without a stream, or when nothing
-      changed and `force` is off. */
+  /** Writes everything from the stream's start; a longer old content is not truncated. False without a stream, or
+      without changes unless `force`. */
   virtual bool Flush(bool force);
   virtual bool KeyExists(const char* key);
   /** Buffers hold lineLength + 1 bytes. */
@@ -70,7 +70,7 @@ public:
   virtual status_t SetTo(const BEntry* entry, uint32 openMode, int lineLength);
   virtual status_t SetTo(const char* path, uint32 openMode, int lineLength);
   virtual status_t SetTo(const BDirectory* directory, const char* name, uint32 openMode, int lineLength);
-  /** The stream stays the caller's and must outlive the attachment. */
+  /** The stream is borrowed and must outlive the attachment. */
   virtual status_t SetTo(BPositionIO* stream, int lineLength);
   virtual void Unset();
   virtual void WriteComment(const char* text);
@@ -81,16 +81,17 @@ public:
   virtual void WriteValue(const char* key, float value);
   virtual void WriteValue(const char* key, rgb_color value);
 
-  /** A new section at `index` (-1: at the end), whether or not there is one of that name. */
+  /** Inserts a section at `index` (-1: at the end), even if the name exists. */
   TIniFileSection* CreateSection(const char* name, int index);
   TIniFileSection* FindSection(const char* name);
   void Init(int lineLength);
   int LineLength() const { return fLineLength; }
   void Load();
   void DestroyVar();
-  /** At most size - 1 bytes up to a line end, which is taken but not kept; returns the bytes taken, 0 at the end. */
+  /** Reads at most size - 1 bytes, up to a line end, which is consumed but not stored. Returns the bytes consumed, 0 at
+      the end. */
   int ReadLine(char* line, int size);
-  void WriteLine(const char* line);
+  bool WriteLine(std::string line);
 
 private:
   status_t Attach(status_t opened, int lineLength);
@@ -105,7 +106,7 @@ private:
   BPositionIO* fStream = nullptr;
   std::list<std::unique_ptr<TIniFileSection>> fSections;
   TIniFileSection* fCurrent = nullptr;
-  /** Bytes read ahead from the stream while loading. */
+  /** Read-ahead buffer while loading. */
   std::vector<char> fAhead;
   size_t fAheadPosition = 0;
 };

@@ -9,10 +9,10 @@
 
 namespace {
 
-/** What the stream library makes of the text, in the plain locale; a text that is no value gives the type's zero. */
+/** Parses the text in the classic locale; an invalid text gives zero. */
 template <typename T>
 void extract(const std::string& text, T* value) {
-  *value = {}; // which the library leaves alone where there is no text at all
+  *value = {}; // the stream leaves it unchanged if the text is empty
   std::istringstream stream(text);
   stream.imbue(std::locale::classic());
   stream >> *value;
@@ -84,7 +84,7 @@ void TIniFile::WriteValue(const char* key, long long value) {
 }
 
 void TIniFile::WriteValue(const char* key, float value) {
-  std::ostringstream text; // the general format with 6 digits, whatever the locale of the process
+  std::ostringstream text; // general format with 6 digits, independent of the locale
   text.imbue(std::locale::classic());
   text << value;
   WriteValue(key, text.str().c_str());

@@ -64,7 +64,7 @@ std::optional<TNextMsg> find_next_msg(const BMessage& message) {
       message.FindPointer("NextMsgTgt", &next.target) != B_OK) {
     return {};
   }
-  // Whoever in this process put the two fields there without the third vouches for the handler.
+  // Without the messenger the pointer is only followed if the message was made in this process.
   if (message.FindMessenger("NextMsgTgtMsgr", &next.address) != B_OK && !message.IsSourceRemote())
     next.address = BMessenger(static_cast<const BHandler*>(next.target));
   return next;

@@ -1,7 +1,7 @@
 #pragma once
 
-/** The library that the family's applications share. None of these shows anything to the user or throws; each reports
-    by its result. */
+/** Helpers shared by the family's applications. They show nothing to the user, do not throw, and report errors by their
+    result. */
 
 #include "common/archivable.h"
 #include "common/text_detection.h"
@@ -16,30 +16,30 @@ struct entry_ref;
 
 namespace koreva {
 
-/** Where `get_entry` begins. */
+/** The base folder of `get_entry`. */
 enum TBaseDir {
-  kGivenDir = 0,    // the sub-folder itself
-  kAppDir = 1,      // the folder of the running program's file, then the sub-folder
-  kSettingsDir = 2, // the user's settings folder, then "KOREVA", then the sub-folder
+  kGivenDir = 0,    // none: the sub-folder is a full path
+  kAppDir = 1,      // the folder of the program file, plus the sub-folder
+  kSettingsDir = 2, // "KOREVA" in the user's settings folder, plus the sub-folder
 };
 
-/** Points `entry` at a settings or data file. A name that begins with '/' is taken as it stands and the base is
-   ignored; for the two real bases missing folders are made. False when the folder cannot be found or made. */
+/** Points `entry` at a settings or data file. A name that begins with '/' is used as it is, and the base ignored.
+    Missing folders are created for kAppDir and kSettingsDir. False if the folder cannot be found or created. */
 bool get_entry(const char* name, BEntry* entry, TBaseDir base, const char* sub);
 
-/** A command that waits inside a message for the message's work to be done: message "NextMsg", and its target handler
-    in pointer "NextMsgTgt", with messenger "NextMsgTgtMsgr" beside it so that a handler that is gone is never followed.
- */
+/** Attaches a follow-up message, which is sent when the work of the first is done: message "NextMsg"; pointer
+    "NextMsgTgt", its handler; messenger "NextMsgTgtMsgr", which keeps a deleted handler from being dereferenced. */
 bool add_next_msg(BMessage* message, const BMessage& next, const BHandler* target);
-/** False, and nothing copied, unless `source` holds both fields. */
+/** False, and nothing copied, without the message or the pointer. */
 bool copy_next_msg(BMessage* destination, const BMessage& source);
-/** Posts the waiting command to its target; false when there is none or the target is gone. */
+/** Posts the follow-up to its target; false if there is none, the target is gone, or the pointer came alone from
+    another process. */
 bool invoke_next_msg(const BMessage* message);
 
-/** The file that a save panel's answer names: ref "directory" and string "name". Always true. */
+/** The file chosen in a save panel, from its ref "directory" and string "name". Always true. */
 bool get_save_ref(const BMessage* message, entry_ref* ref);
 
-/** The format with its first "a" replaced by the key, then the label; the label alone where there is no "a". */
+/** The format with its first "a" replaced by the key, followed by the label; only the label if there is no "a". */
 std::string merge_accelerator_key(std::string_view format, std::string_view key, std::string_view label);
 
 /** The path with its extension replaced. The extension is what follows the last period of the last component, unless

@@ -19,7 +19,7 @@ TNameOf safety_names(const std::string& path) {
   return numbered_names(name_beside(path, ".before-save"));
 }
 
-/** The size of a file that is safe to offer to this user; -1 for anything else. */
+/** Size of a regular file owned by this user; -1 for anything else. */
 off_t own_file_size(const std::string& path) {
   struct stat info {};
   const bool isOwn =
@@ -27,7 +27,7 @@ off_t own_file_size(const std::string& path) {
   return isOwn ? info.st_size : -1;
 }
 
-/** Below that folder; the extension stays at the end. */
+/** Names in that folder that end with the original extension. */
 TNameOf recovery_names(const std::string& folder, const std::string& path) {
   const std::time_t now = std::time(nullptr);
   std::tm local{};
@@ -82,6 +82,6 @@ std::string keep_for_recovery(const std::string& path, std::string_view bytes) {
 
 std::string keep_file_for_recovery(const std::string& path) {
   TFileTarget target;
-  static_cast<void>(find_file_target(path, &target)); // also a file that may only be read can be kept
+  static_cast<void>(find_file_target(path, &target)); // copies read-only files, too
   return keep(path, [&target](const TNameOf& nameOf) { return copy_to_unique_file(target.path, nameOf); });
 }

@@ -24,7 +24,7 @@ pid_t number_in(std::string_view text) {
   return error == std::errc() && end == text.data() + text.size() && number > 0 ? number : 0;
 }
 
-/** "NAME.saving-PROCESS-COUNT", or "NAME.arc.PROCESS.new" as earlier versions named it for settings. */
+/** Parses "NAME.saving-PROCESS-COUNT", or "NAME.arc.PROCESS.new", which earlier versions used for settings. */
 TTemporaryName temporary_name(const std::string& name) {
   constexpr std::string_view kMark = ".saving-";
   constexpr std::string_view kOldEnd = ".new";

@@ -6,19 +6,19 @@
 #include <sys/types.h>
 #include <vector>
 
-/** The temporary files in a folder that processes which no longer exist left when they were killed while replacing a
-    file. The folder is read once, so that many files can be asked for. One thread at a time. */
+/** Temporary files in a folder, left by processes that were killed while they replaced a file. The folder is read once,
+    for any number of files. Not thread-safe. */
 class TStaleFiles {
 public:
   explicit TStaleFiles(const std::string& folder);
 
-  /** Removes those that belong to the file; only regular files of this user with a single name. */
+  /** Removes the temporary files of that file, if they are regular, of this user, and have no other hard link. */
   void RemoveThoseOf(const std::string& path) const;
 
 private:
   struct TStale {
     std::string name;
-    std::string target; // the name of the file that was to be replaced
+    std::string target; // the name of the file that was being replaced
   };
   UniqueFd fFolder;
   std::vector<TStale> fStale;

@@ -50,7 +50,7 @@ void TThread::Wait() {
     const std::lock_guard lock(fMutex);
     thread = fThread;
   }
-  if (thread != 0) wait_for_thread(thread, nullptr); // a thread that has ended is not known any more
+  if (thread != 0) wait_for_thread(thread, nullptr); // fails at once if the thread has already ended
 }
 
 void TThread::SetName(const char* name) {
@@ -69,8 +69,8 @@ int32 TThread::Run(void* argument) {
   int32 result = B_ERROR;
   try {
     result = self->Execute();
-  } catch (const std::exception& fault) {
-    log_error("TThread", fault.what());
+  } catch (const std::exception& error) {
+    log_error("TThread", error.what());
   }
   bool deletesItself = false;
   {

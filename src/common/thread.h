@@ -8,8 +8,8 @@
 
 namespace koreva {
 
-/** A named thread whose body is `Execute`. It begins suspended. Whoever made it calls Terminate, then Wait, before
-    deleting it, unless it deletes itself. Any thread may call the public operations. */
+/** A named thread that runs `Execute`. Created suspended. Unless it deletes itself, its owner calls Terminate and Wait
+    before deleting it. Public functions are thread-safe. */
 class TThread {
 public:
   TThread(const char* name, long priority);
@@ -17,32 +17,32 @@ public:
   TThread& operator=(const TThread&) = delete;
   virtual ~TThread() = default;
 
-  /** Starts the body, or lets a suspended one go on. Fails only when no thread can be had. */
+  /** Starts or continues the thread. Fails only if no thread can be created. */
   status_t Resume();
-  /** The body stops at its next `IsTerminated`. */
+  /** The thread pauses at its next `IsTerminated`. */
   void Suspend();
   bool IsSuspended() const;
-  /** Asks the body to end; wakes it when it is suspended. */
+  /** Requests the end of the thread, waking it if it is suspended. */
   void Terminate();
-  /** Returns when the body has ended; at once when it was never started. Not for the body itself. */
+  /** Joins the thread; returns at once if it was never started. Not from the thread itself. */
   void Wait();
   void SetName(const char* name);
-  /** On: the object deletes itself when its body has ended, and nobody may wait for it. Set before `Resume`. */
+  /** True: the object deletes itself at the end of `Execute`; then `Wait` must not be called. Set before `Resume`. */
   void SetAutoDelete(bool autoDelete);
 
 protected:
   virtual int32 Execute() = 0;
-  /** Polled by the body, which is held here while the thread is suspended. */
+  /** Polled by `Execute`; blocks while the thread is suspended. */
   bool IsTerminated();
 
 private:
   static int32 Run(void* self);
 
-  mutable std::mutex fMutex; // guards all below
+  mutable std::mutex fMutex; // guards fName, fThread, fSuspended, fTerminated, fAutoDelete
   std::condition_variable fChanged;
   std::string fName;
   const int32 fPriority;
-  thread_id fThread = 0; // 0 before the start
+  thread_id fThread = 0; // 0 until started
   bool fSuspended = true;
   bool fTerminated = false;
   bool fAutoDelete = false;

@@ -28,7 +28,7 @@ TCreated create_unique(const TNameOf& nameOf) {
   return {};
 }
 
-/** Fills it by `write`, which reports success; removes it again otherwise. */
+/** Fills the file by `write`, which returns success; removes it on failure. */
 std::string filled(const TCreated& file, const std::function<bool(int fd)>& write) {
   if (!file.fd) return {};
   if (write(file.fd.Get()) && fsync(file.fd.Get()) == 0) {

@@ -1,7 +1,7 @@
 #include "companion/followed_document.h"
 
-#include "lyrics/document_notices.h"
 #include "platform/app/message.h"
+#include "plugin/message_codes.h"
 
 #include <algorithm>
 

@@ -7,7 +7,7 @@
 
 class BMessage;
 
-/** A copy of the document open in the editor, kept up to date by its notices (`lyrics/document_notices.h`). */
+/** A copy of the document open in the editor, kept up to date by its notices (`plugin/message_codes.h`). */
 class TFollowedDocument {
 public:
   /** False when notices were missed: request the whole document again. */

@@ -7,6 +7,7 @@
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
 #include <algorithm>
@@ -15,7 +16,6 @@
 
 namespace {
 
-constexpr uint32 kMsgAnimate = 'dvmv';
 constexpr bigtime_t kFrameUs = 16000;
 constexpr bigtime_t kAnimationUs = 250000;
 /** The lyrics window is read from farther away than the editor. */
@@ -172,7 +172,7 @@ void TLyricsView::AnimateTo(int32 line) {
   fCurrent = line;
   fShiftAtStart = fShift = from;
   fAnimationStartUs = system_time();
-  const BMessage step(kMsgAnimate);
+  const BMessage step(kMsgLyricsAnimation);
   fAnimation.reset();
   if (fShift != 0) fAnimation = std::make_unique<BMessageRunner>(BMessenger(this), &step, kFrameUs);
   Update();
@@ -189,7 +189,7 @@ void TLyricsView::AnimationStep() {
 }
 
 void TLyricsView::MessageReceived(BMessage* message) {
-  if (message->what != kMsgAnimate) return BView::MessageReceived(message);
+  if (message->what != kMsgLyricsAnimation) return BView::MessageReceived(message);
   if (fAnimation) AnimationStep();
 }
 

@@ -7,19 +7,18 @@
 #include "hostlink/host_link.h"
 #include "hostlink/sonivo_window.h"
 #include "language/llt.h"
-#include "lyrics/document_notices.h"
 #include "platform/app/application.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/app/node_monitor.h"
 #include "platform/interface/screen.h"
+#include "plugin/message_codes.h"
 #include "toolkit/placement.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr uint32 kMsgPoll = 'dwpl';
 constexpr bigtime_t kFastPollUs = 40000;
 /** While paused: a seek or a new song is still noticed soon. */
 constexpr bigtime_t kSlowPollUs = 250000;
@@ -61,7 +60,7 @@ TLyricsWindow::~TLyricsWindow() {
 }
 
 void TLyricsWindow::Show() {
-  const BMessage poll(kMsgPoll);
+  const BMessage poll(kMsgLyricsPoll);
   fPollsFast = true;
   fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &poll, kFastPollUs);
   Follow(true);
@@ -86,7 +85,7 @@ void TLyricsWindow::Follow(bool follows) {
 
 void TLyricsWindow::MessageReceived(BMessage* message) {
   switch (message->what) {
-  case kMsgPoll:
+  case kMsgLyricsPoll:
     if (fPoll) Poll();
     return;
   case kMsgSongFound:
@@ -106,10 +105,10 @@ void TLyricsWindow::MessageReceived(BMessage* message) {
   case kMsgDocumentOpened:
     if (fPoll) Follow(true);
     return;
-  case kNoticeAppearance:
-  case kNoticeLyricsWindow:
+  case kMsgAppearance:
+  case kMsgDefaultStatBar:
     return fView->SetAppearance();
-  case kNoticeLanguage:
+  case kMsgLanguageChanged:
     return LanguageChanged();
   default:
     TKRVWin::MessageReceived(message);

@@ -6,6 +6,7 @@
 #include "platform/app/message.h"
 #include "platform/app/node_monitor.h"
 #include "platform/storage/entry.h"
+#include "plugin/message_codes.h"
 
 #include <list>
 #include <string_view>

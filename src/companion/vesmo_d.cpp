@@ -5,6 +5,7 @@
 #include "family/family_globals.h"
 #include "family/plugin_image.h"
 #include "plugin/kept_record.h"
+#include "plugin/message_codes.h"
 
 #include <string>
 #include <utility>

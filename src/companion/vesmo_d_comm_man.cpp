@@ -7,8 +7,8 @@
 #include "companion/prefs/vesmo_d_pref_win.h"
 #include "companion/vesmo_d.h"
 #include "language/load_language.h"
-#include "lyrics/document_notices.h"
 #include "lyrics/reaction_time.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "toolkit/krv_about_win.h"
 
@@ -69,15 +69,15 @@ bool TVesmoDCommMan::HandleNotice(BMessage* message) {
   case kMsgStampHint:
     StampHintCame(*message);
     return true;
-  case kNoticeStayOnTop:
-  case kNoticeToolBar:
-  case kNoticePollInterval:
-  case kNoticeLyricsWindow:
-  case kNoticeAppearance:
-  case kNoticeEncoding:
-  case kNoticeReadEncoding:
-  case kNoticeLineEnds:
-  case kNoticeTimeOffset:
+  case kMsgStayOnTop:
+  case kMsgToolBar:
+  case kMsgPollInterval:
+  case kMsgDefaultStatBar:
+  case kMsgAppearance:
+  case kMsgEncoding:
+  case kMsgReadEncoding:
+  case kMsgLineEnds:
+  case kMsgTimeOffset:
     SettingsChanged(message);
     return true;
   default:

@@ -6,9 +6,6 @@
 class TVesmoDPrefWin;
 class TLyricsWindow;
 
-/** From the plug-in: the lyrics window was open when the program ended; opens without taking the focus. */
-inline constexpr uint32 kMsgReopenMain = 'Srom';
-
 /** The companion's manager: owns its windows and opens and closes them on its own thread. Applies the settings changes
     sent by the preferences window and forwards them to the editor's manager, its partner. */
 class TVesmoDCommMan : public TFamilyCommMan {

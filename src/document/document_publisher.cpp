@@ -2,10 +2,10 @@
 
 #include "document/document_song.h"
 #include "hostlink/host_link.h"
-#include "lyrics/document_notices.h"
 #include "lyrics/line_times.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
+#include "plugin/message_codes.h"
 
 namespace {
 

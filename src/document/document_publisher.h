@@ -10,9 +10,6 @@ class BMessageRunner;
 class Sonivo_FrontEnd;
 class TDocumentSong;
 
-/** Sent by the publisher to its owner: the whole document is to be published; the time marks are, after a debounce. */
-enum : uint32 { kMsgSendDocument = 'dtwh', kMsgSendMarks = 'dtmk' };
-
 /** Publishes a document: each change to its subscriber, and, debounced, the times of its lines to the player. Without a
     subscriber or a time tag it sends nothing. Owned by the document's view, on its thread. */
 class TDocumentPublisher : public TDocumentObserver {

@@ -13,6 +13,7 @@
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
 #include "platform/support/cut_text.h"
+#include "plugin/message_codes.h"
 
 #include <algorithm>
 

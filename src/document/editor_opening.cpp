@@ -15,6 +15,7 @@
 #include "platform/storage/entry.h"
 #include "platform/storage/file.h"
 #include "platform/storage/node_info.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
 #include <optional>

@@ -9,6 +9,7 @@
 #include "platform/interface/window.h"
 #include "platform/storage/file.h"
 #include "platform/storage/node_info.h"
+#include "plugin/message_codes.h"
 
 namespace {
 

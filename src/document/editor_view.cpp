@@ -9,10 +9,10 @@
 #include "hostlink/host_link.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
-#include "lyrics/document_notices.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/interface/window.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
 namespace {
@@ -95,7 +95,7 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   case kMsgPollInterval:
     fPoll->SetInterval(gPref->Values()->pollIntervalUs);
     return;
-  case '_lgc':
+  case kMsgLanguageChanged:
     return LanguageChanged();
   default:
     TKRVView::MessageReceived(message);

@@ -15,29 +15,6 @@ class TCurrentSongFinder;
 class TDocumentPublisher;
 class TEditSession;
 
-/** Commands of the menus, panels and edit views to the editor view, with their fields. */
-enum : uint32 {
-  kMsgNew = '_new',
-  kMsgOpenCurrent = 'opcl',
-  kMsgSave = '_sav',        // may carry a follow-up
-  kMsgSaveAs = '_sva',      // to the window; may carry a follow-up
-  kMsgMode = 'mode',        // int32 "Mode"
-  kMsgModeChanged = 'umcr', // to the window: int32 "Mode"
-  kMsgDefaultStatBar = 'Sedr',
-  kMsgRefreshInfo = 'rcir',
-  kMsgAppearance = 'Spac',
-  kMsgPollInterval = 'Ssic',
-  kMsgConvertTags = 'cvtt', // bool "CvtTagS2E": to the extended form
-  kMsgDeleteTags = 'datt',
-  kMsgUndo = '_udo',
-  kMsgRedo = '_rdo',
-  kMsgHistoryChanged = '_hch', // to the window: bool "CanUndo", bool "CanRedo"
-  kMsgShiftTags = 'fttr',      // string "_SmplIptData": ms, decimal
-  kMsgAddHistory = '_ahr',     // to the window: ref "refs"
-  kMsgRemoveHistory = '_rhr',  // to the window: ref "refs"
-  kMsgExportTo = '_ext',       // ref "directory", string "name", int32 "Format"
-};
-
 /** In a ref message: bool, the file was chosen among the recent ones. */
 inline constexpr const char* kFromRecentFiles = "FromMRUF";
 

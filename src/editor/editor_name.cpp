@@ -6,6 +6,7 @@
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
 #include "platform/support/log.h"
+#include "plugin/message_codes.h"
 
 TEditorName::TEditorName(const BMessenger& manager) : BHandler(gAppSignature), fManager(manager) {}
 
@@ -28,10 +29,10 @@ void TEditorName::Unregister() {
 void TEditorName::MessageReceived(BMessage* message) {
   switch (message->what) {
   case kMsgIAPChanged:
-    return; // the filters have handed it on
+    return; // forwarded by the filters already
   case B_REFS_RECEIVED:
   case B_ABOUT_REQUESTED:
-    // The application never waits for a manager.
+    // Without waiting: the application must not block on a manager.
     if (fManager.SendMessage(message, BMessenger(), 0) != B_OK)
       log_error(gAppSignature, "the editor is busy or ending");
     return;

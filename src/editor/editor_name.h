@@ -3,9 +3,9 @@
 #include "platform/app/handler.h"
 #include "platform/app/messenger.h"
 
-/** The editor's signature as one more name of its process. Messages to it reach the application first, where the
-   message filters see them: TIAPFilter hands '_ipc' to every manager of the process. Requests are forwarded to the
-   editor's manager. What is sent to the application itself, under its own signature, never comes here. */
+/** Registers the editor's signature as an additional name of the process. Messages to it reach the application, whose
+    filters run first: TIAPFilter forwards kMsgIAPChanged to every manager of the process. Requests are forwarded to the
+    editor's manager. Messages to the player's own signature do not arrive here. */
 class TEditorName : public BHandler {
 public:
   explicit TEditorName(const BMessenger& manager);

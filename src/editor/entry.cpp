@@ -2,7 +2,7 @@
 
 #include <memory>
 
-/** The one name that the image exports. */
+/** The only exported symbol of the image. */
 extern "C" __attribute__((visibility("default"))) GeneralPlugin* NewPlugin(PluginConstructorStruct* record) {
   auto plugin = std::make_unique<TVesmoE>(record);
   record->built = 1;

@@ -2,6 +2,6 @@
 
 #include <string>
 
-/** The text is a whole number of milliseconds by which tags can be shifted: blanks, a sign and digits, within
-    +-2147483647. Pure: any thread. */
+/** True for a whole number of milliseconds by which tags can be shifted: blanks, sign, digits, blanks; within
+    +-2147483647. Thread-safe. */
 bool is_shift_amount(const std::string& text);

@@ -15,8 +15,8 @@ void show_help() {
   const std::string path = plugin.substr(0, plugin.rfind('/') + 1) + "VesmoE.htm";
   const BEntry entry(path.c_str());
   entry_ref ref;
-  entry.GetRef(&ref);
-  const status_t status = entry.IsFile() ? be_roster->Launch(&ref) : B_ENTRY_NOT_FOUND;
+  const bool isThere = entry.IsFile() && entry.GetRef(&ref) == B_OK;
+  const status_t status = isThere ? be_roster->Launch(&ref) : B_ENTRY_NOT_FOUND;
   if (status == B_OK || status == B_ALREADY_RUNNING) return;
   koreva::post_msg("ヘルプを表示できません：\n" + path, gLLT->Text("Alert_Caption"), {"ＯＫ", 0, true}, "");
 }

@@ -2,8 +2,8 @@
 
 #include <string>
 
-/** The path of the plug-in's own file: the first loaded image whose path contains "gen_VesmoE"; empty without one. */
+/** Path of the plug-in's image: the first loaded one whose path contains "gen_VesmoE"; empty if there is none. */
 std::string vesmo_editor_fname();
 
-/** Opens the help file beside the plug-in with the desktop's preferred program, or tells the user that it cannot. */
+/** Opens the help file next to the plug-in with the desktop's default program, or shows an error. */
 void show_help();

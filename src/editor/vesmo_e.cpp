@@ -5,6 +5,7 @@
 #include "editor/vesmo_e_comm_man.h"
 #include "family/family_globals.h"
 #include "plugin/exit_state.h"
+#include "plugin/message_codes.h"
 
 #include <utility>
 
@@ -16,7 +17,7 @@ constexpr const char* kStateFile = "VesmoE_ExitStates.arc";
 } // namespace
 
 TVesmoE::TVesmoE(PluginConstructorStruct*) : TFamilyPlugin(gAppName) {
-  // The settings choose the language, and both must be there before the manager is.
+  // Order: settings, then the language that they choose, then the manager, which needs both.
   make_app_privacy();
   gExitState = new TExitState;
   make_settings();

@@ -2,7 +2,7 @@
 
 #include "family/family_plugin.h"
 
-/** The plug-in as the player sees it. Makes the process-wide objects and the manager. */
+/** The plug-in object. Owns the image's global objects and the manager. */
 class TVesmoE : public TFamilyPlugin {
 public:
   explicit TVesmoE(PluginConstructorStruct* record);

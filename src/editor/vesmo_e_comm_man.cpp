@@ -5,9 +5,10 @@
 #include "interapp/inter_app_prefs.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
-#include "lyrics/document_notices.h"
 #include "lyrics/reaction_time.h"
+#include "platform/app/looper_lock.h"
 #include "plugin/exit_state.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "window/editor_window.h"
 
@@ -15,10 +16,9 @@
 #include <utility>
 
 namespace {
-/** The player loads the companion a while after the editor; until then a wish for its window waits for it. */
+/** The player loads the companion some time after the editor; a request for its window is retried that long. */
 constexpr bigtime_t kCompanionComesUs = 3000000;
-/** A window that asks its user something takes no message and gives nobody its lock meanwhile; it is not waited for
-    longer than this. */
+/** Timeout for a window that is waiting for its user: it handles no messages and keeps its lock. */
 constexpr bigtime_t kPatienceUs = 200000;
 constexpr size_t kMostFilesKept = 16;
 } // namespace
@@ -45,7 +45,7 @@ void TVesmoECommMan::WaitForWindowThreads() {
 
 void TVesmoECommMan::MessageReceived(BMessage* message) {
   if (!HandleRequest(message) && !HandleNotice(message)) TFamilyCommMan::MessageReceived(message);
-  if (message->what == kMsgPartnerConnects && fPrefWish) PrepareOpenPrefWindowRqtd();
+  if (message->what == kMsgPartnerConnects && fPrefRetry) PrepareOpenPrefWindowRqtd();
 }
 
 bool TVesmoECommMan::HandleRequest(BMessage* message) {
@@ -98,40 +98,40 @@ bool TVesmoECommMan::HandleRequest(BMessage* message) {
 
 bool TVesmoECommMan::HandleNotice(BMessage* message) {
   switch (message->what) {
-  case 'Spsc':
-  case 'Sedr':
-  case 'Splc':
-  case 'Spac':
-  case 'Ssic':
+  case kMsgStayOnTop:
+  case kMsgDefaultStatBar:
+  case kMsgToolBar:
+  case kMsgAppearance:
+  case kMsgPollInterval:
     gPref->Unarchive(*message);
-    if (fMainWindow) fMainAddress.SendCoalesced(*message); // it looks at the settings: the last notice says it all
+    if (fMainWindow) fMainAddress.SendCoalesced(*message); // it reads the settings, so one notice is enough
     return true;
-  case 'Sssr':
+  case kMsgStatBarStr:
     gPref->Unarchive(*message);
     Forward(message);
     return true;
   case kMsgFollowDocument:
     Forward(message);
     return true;
-  case 'Spec':
-  case 'Spcc':
-  case 'Sprc':
-  case 'Sptc':
+  case kMsgEncoding:
+  case kMsgLineEnds:
+  case kMsgReadEncoding:
+  case kMsgTimeOffset:
     gPref->Unarchive(*message);
     return true;
   case kMsgStampHint:
-    SendMessage(message); // its preferences window may show it
+    SendMessage(message); // for its preferences window
     return true;
   default:
     return false;
   }
 }
 
-// The window may be ending by itself on its own thread: only its address, or its lock, is safe to use.
+// The window may be quitting on its own thread: only its messenger or its lock is safe to use.
 void TVesmoECommMan::Forward(BMessage* message) {
   if (fMainWindow == nullptr) return;
-  // The window reads the texts and the shared preferences for itself: one notice of a kind says as much as many, is
-  // never lost for want of room, and leaves room for the others.
+  // The window reads texts and common preferences itself, so these notices can be coalesced: none is lost to a full
+  // queue.
   if (message->what == kMsgLanguageChanged || message->what == kMsgIAPChanged)
     fMainAddress.SendCoalesced(*message);
   else
@@ -144,14 +144,14 @@ void TVesmoECommMan::OpenMainWindowRqtd() {
 
 bool TVesmoECommMan::LockMainWindow(bigtime_t timeout) const {
   if (fMainWindow == nullptr || fMainAddress.LockTargetWithTimeout(timeout) != B_OK) return false;
-  // Between the end of its loop and its deletion a window can still be locked.
+  // A window can still be locked between the end of its loop and its deletion.
   if (fMainAddress.IsValid()) return true;
   fMainWindow->Unlock();
   return false;
 }
 
 bool TVesmoECommMan::ActivateMainWindow() const {
-  // One that is ending by itself, and whose notice is still on its way, is as good as closed.
+  // A window that is quitting, and whose kMsgMainClosed has not arrived yet, counts as closed.
   const bool isLocked = LockMainWindow(kPatienceUs);
   if (!isLocked && (fMainWindow == nullptr || !fMainAddress.IsValid())) return false;
   fMainProxy.Activate();
@@ -168,10 +168,9 @@ void TVesmoECommMan::OpenMainWindow() {
   fLastFiles.clear();
   const BMessage opened(kMsgDocumentOpened);
   SendMessage(&opened);
-  fMainWindow->Lock();
+  const TLooperLock lock(fMainWindow);
   fMainWindow->Show();
   fWindowThreads.push_back(fMainWindow->Thread());
-  fMainWindow->Unlock();
 }
 
 void TVesmoECommMan::RefsReceived(BMessage* message) {
@@ -182,7 +181,7 @@ void TVesmoECommMan::RefsReceived(BMessage* message) {
   if (fLastFiles.size() > kMostFilesKept) fLastFiles.pop_front();
 }
 
-// A window that asked about unsaved lyrics may close without having come to the files in its queue.
+// A window that closes after a question about unsaved lyrics may leave requests to open files in its queue.
 void TVesmoECommMan::ReopenFiles(int32 taken) {
   const int32 lost = fFilesSent - taken;
   std::deque<BMessage> files = std::exchange(fLastFiles, {});
@@ -200,20 +199,20 @@ void TVesmoECommMan::PrepareOpenAboutWindowRqtd() {
 }
 
 void TVesmoECommMan::PrepareOpenPrefWindowRqtd() {
-  fPrefWish.reset();
+  fPrefRetry.reset();
   const BMessage request = BesideRequest(kMsgOpenPref);
   if (SendMessage(&request) == B_OK) return;
   const bigtime_t leftUs = fMadeUs + kCompanionComesUs - system_time();
   if (leftUs <= 0)
     return notify(std::string(gLLT->Text("Err_Cannot_Show_Pref_Win")) + "\n\n" + gLLT->Text("Hint_Need_VSMD"));
   const BMessage again(kMsgPreparePref);
-  fPrefWish = std::make_unique<BMessageRunner>(BMessenger(this), &again, leftUs, 1);
+  fPrefRetry = std::make_unique<BMessageRunner>(BMessenger(this), &again, leftUs, 1);
 }
 
 void TVesmoECommMan::MItemKOREVACommonPrefClicked() {
   BRect frame;
   FindMainWindowFrame(&frame);
-  frame.top += 20; // its title and the editor's menus stay in sight
+  frame.top += 20; // leaves the title and the menus of the editor visible
   if (gIAP->ShowWindow(frame) != B_OK) return notify(gLLT->Text("Err_Cannot_Show_Common_Pref"));
   if (TIAPWin* const window = gIAP->LockWindow()) {
     BringUp(window);
@@ -241,11 +240,11 @@ void TVesmoECommMan::IAPChanged(const BMessage& message) {
 
 void TVesmoECommMan::MainWindowClosed(const BMessage& message) {
   BMessenger window;
-  // A late notice of an earlier window says nothing of the present one, not even of one at the same place in memory.
+  // A late notice of an earlier window must not affect the current one, even at the same memory address.
   const bool isNamed = message.FindMessenger("window", &window) == B_OK;
-  if (isNamed ? window != fMainAddress : fMainAddress.IsValid()) return; // without a name, only one that has gone
+  if (isNamed ? window != fMainAddress : fMainAddress.IsValid()) return; // unnamed: only if the window is gone
   fMainWindow = nullptr;
-  CloseFineTimeTagWindowRqtd(); // what it would shift is gone
+  CloseFineTimeTagWindowRqtd(); // there is nothing left to shift
   int32 taken = fFilesSent;
   message.FindInt32("FilesTaken", &taken);
   ReopenFiles(taken);

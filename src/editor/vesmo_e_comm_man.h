@@ -6,7 +6,6 @@
 #include "platform/app/message_runner.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
-#include "window/manager_requests.h"
 
 #include <deque>
 #include <memory>
@@ -15,11 +14,11 @@
 class TSimpleInputWin;
 class TVesmoEWin;
 
-/** The editor's manager: owns the windows, opens and closes them on its own thread, and routes every request. */
+/** The editor's manager: owns the windows, opens and closes them on its own thread, and dispatches all requests. */
 class TVesmoECommMan : public TFamilyCommMan {
 public:
   TVesmoECommMan();
-  /** Closes the windows that are still open and waits for their threads. */
+  /** Closes the open windows and joins their threads. */
   void Quit() override;
   void MessageReceived(BMessage* message) override;
 
@@ -44,28 +43,29 @@ protected:
   bool FindMainWindowFrame(BRect* frame) const override;
   // vesmo_e_dialogs.cpp
   TKRVAboutWin* MakeAboutWindow() const override;
-  /** In front of the main window where there is one. */
+  /** In front of the main window, if there is one. */
   void BringUp(TKRVWin* window) const override;
 
 private:
   bool HandleRequest(BMessage* message);
   bool HandleNotice(BMessage* message);
-  /** False when there is no main window, it is ending, or it cannot be locked within that time. */
+  /** False if there is no main window, it is quitting, or it cannot be locked within that time. */
   bool LockMainWindow(bigtime_t timeout) const;
-  /** False when there is no main window that will stay: one that holds its lock for longer asks its user something. */
+  /** False if there is no main window or it is quitting. A window that keeps its lock is waiting for its user, and is
+      activated without it. */
   bool ActivateMainWindow() const;
   void ReopenFiles(int32 taken);
   void WaitForWindowThreads();
 
   TEditorName fEditorName{BMessenger(this)};
-  TVesmoEWin* fMainWindow = nullptr; // null while closed; used only with the window locked by its address
+  TVesmoEWin* fMainWindow = nullptr; // null while closed; only used while locked through fMainAddress
   BMessenger fMainAddress;
-  BWindowProxy fMainProxy;         // for what must not wait for its lock
-  std::deque<BMessage> fLastFiles; // handed to the main window to open, the newest last
-  int32 fFilesSent = 0;            // to this main window
-  /** Of every main window shown: a window that was closed by its user is forgotten before its thread has ended. */
+  BWindowProxy fMainProxy;         // for calls that must not wait for its lock
+  std::deque<BMessage> fLastFiles; // latest files sent to the main window, oldest first
+  int32 fFilesSent = 0;            // to the current main window
+  /** Of all main windows, since a window closed by its user is forgotten before its thread ends. */
   std::vector<thread_id> fWindowThreads;
-  TSimpleInputWin* fFineTagWindow = nullptr; // null until asked for
+  TSimpleInputWin* fFineTagWindow = nullptr; // created lazily
   const bigtime_t fMadeUs = system_time();
-  std::unique_ptr<BMessageRunner> fPrefWish; // while it waits for the companion
+  std::unique_ptr<BMessageRunner> fPrefRetry; // while the companion is not loaded yet
 };

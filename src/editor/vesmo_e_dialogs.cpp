@@ -1,5 +1,5 @@
-/** The manager's small windows: About, and the shift of all time tags. Each is made at its first request, hidden when
-    its user closes it, and ended by the manager. */
+/** The manager's dialogs: About, and the shift of all time tags. Created lazily, hidden when closed, and quit by the
+    manager. */
 
 #include "common/app_info.h"
 #include "document/editor_view.h"
@@ -7,6 +7,7 @@
 #include "editor/vesmo_e_comm_man.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
+#include "plugin/message_codes.h"
 #include "toolkit/krv_about_win.h"
 #include "toolkit/placement.h"
 #include "toolkit/simple_input_win.h"

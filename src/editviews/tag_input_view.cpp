@@ -9,6 +9,7 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
 #include <algorithm>

@@ -11,10 +11,6 @@
 class Sonivo_FrontEnd;
 class TTagInputItem;
 
-/** To the window: what an edit view has done; string "StatBarStr", and optional string "Finding", which is shown after
-    it. */
-inline constexpr uint32 kMsgStatBarStr = 'Sssr';
-
 /** The lyrics as a list, one line selected: a key press writes the play position in front of it. On the window's
     thread; owns its items but not the link to the player. */
 class TTagInputView : public BListView, public TTrackedEditView {

@@ -2,5 +2,5 @@
 
 #include "toolkit/krv_about_win.h"
 
-/** What the About window of a plug-in tells, in the language of now. */
+/** The content of the About window, in the current language. */
 TKRVAboutWin::TContent about_content(const std::string& pluginPath);

@@ -4,5 +4,5 @@
 
 struct TPrefValues;
 
-/** The font that the settings ask for, in all that they name; the rest is of the given one. */
+/** `font` with the family, size and anti-aliasing of the settings. */
 BFont lyrics_font(BFont font, const TPrefValues& look);

@@ -1,13 +1,15 @@
 #include "family/comm_man.h"
 
 #include "platform/app/application.h"
+#include "platform/app/looper_lock.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
+#include "plugin/message_codes.h"
 
 namespace {
 constexpr int32 kPriority = 10;
 constexpr int32 kCapacity = 100;
-/** A wait for the partner has no end, but is taken in slices, so that it can be told to give up. */
+/** Waiting for the partner is unlimited, but cancellable at this interval. */
 constexpr bigtime_t kSliceUs = 50000;
 } // namespace
 
@@ -15,11 +17,10 @@ TCommMan::TCommMan(const char* name, const char* partnerName)
     : BLooper(name, kPriority, kCapacity), fPartnerName(partnerName) {}
 
 thread_id TCommMan::Run() {
-  // Locked, so that a partner that answers at once is heard only when this side has done looking.
-  Lock();
+  // Locked, so that a greeting of the partner is handled only after Connect.
+  const TLooperLock lock(this);
   const thread_id thread = BLooper::Run();
   if (thread >= 0) Connect();
-  Unlock();
   return thread;
 }
 
@@ -47,7 +48,7 @@ void TCommMan::CommManConnected(const BMessage& message) {
   if (fPartner || be_app == nullptr || message.FindPointer("CSCommMan", &pointer) != B_OK) return;
   BMessenger sender = be_app->LooperAt(pointer);
   BMessenger address;
-  // With its address, a looper that was made where the sender has been is not taken for it.
+  // The messenger distinguishes the sender from a looper created later at the same memory address.
   if (message.FindMessenger("CSMessenger", &address) == B_OK && address != sender) return;
   if (sender.IsValid()) fPartner = std::make_unique<BMessenger>(sender);
 }

@@ -8,32 +8,29 @@
 
 class BWindow;
 
-/** 'Scmc' between two managers of this process: pointer "CSCommMan", the sender; messenger "CSMessenger", its address.
-   The sender may have gone with its image by the time this is read, so the pointer is compared and never followed. */
-inline constexpr uint32 kMsgPartnerConnects = 'Scmc';
-
-/** A looper that finds one partner looper by its name and talks to it. All fields belong to its own thread. */
+/** A looper that finds a partner looper by its name and communicates with it. Fields belong to its own thread, except
+    the atomic fEnds. */
 class TCommMan : public BLooper {
 public:
   TCommMan(const char* name, const char* partnerName);
 
   void MessageReceived(BMessage* message) override;
-  /** Starts the loop, then looks for the partner. */
+  /** Starts the loop, then calls `Connect`. */
   thread_id Run() override;
-  /** 0 when the partner was found and told, -1 when it is not there. */
+  /** 0 if the partner was found and notified, -1 if it does not exist. */
   status_t Connect();
-  /** To the partner; waits without limit, but gives up after `EndWaiting`. -1 without a partner. */
+  /** Send to the partner; block without limit until `EndWaiting`. -1 without a partner. */
   status_t SendMessage(const BMessage* message);
   status_t SendMessage(const BMessage* message, BMessage* reply);
-  /** Closes the window and sets the pointer to null; nothing when it is null or cannot be locked. */
+  /** Quits the window and sets the pointer to null; does nothing if it is null or cannot be locked. */
   void CloseWindow(BWindow** window);
-  /** Takes the sender for the partner, unless there is one or the field is missing. */
+  /** Makes the sender the partner, unless there is one already or the field is missing. */
   void CommManConnected(const BMessage& message);
-  /** Before the end: from now on nothing waits for the partner. Any thread. */
+  /** Cancels all current and future waits for the partner. Thread-safe. */
   void EndWaiting() { fEnds = true; }
 
 private:
-  std::string fPartnerName; // emptied once found
+  std::string fPartnerName; // cleared once found
   std::unique_ptr<BMessenger> fPartner;
   std::atomic<bool> fEnds{false};
 };

@@ -9,6 +9,7 @@
 #include "platform/app/node_monitor.h"
 #include "platform/interface/display_language.h"
 #include "plugin/app_privacy.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "toolkit/krv_about_win.h"
 #include "toolkit/placement.h"
@@ -54,7 +55,7 @@ void TFamilyCommMan::MessageReceived(BMessage* message) {
 
 void TFamilyCommMan::WaitForWindows() {
   EndWaiting();
-  const BMessage question('wait');
+  const BMessage question(kMsgWait);
   BMessage answer;
   BMessenger(this).SendMessage(&question, &answer);
 }
@@ -115,6 +116,6 @@ bool TFamilyCommMan::ReloadLanguage() {
   if (!gAppPrivacy->ShouldBeLanguageChanged()) return false;
   load_language(fPluginPath.c_str());
   set_display_language(gLLT->Text("Locale"));
-  set_node_monitor_language(fPluginPath, fLanguageWatch.get()); // the chosen file may be another
+  set_node_monitor_language(fPluginPath, fLanguageWatch.get()); // the chosen file may have changed
   return true;
 }

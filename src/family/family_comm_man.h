@@ -10,65 +10,48 @@ class TKRVAboutWin;
 class TKRVWin;
 class TNodeMonitorHandler;
 
-/** What the plug-in, the menus and the partner ask of either manager. The fields that a code carries stand beside it.
- */
-enum : uint32 {
-  kMsgOpenMain = 'Somr',
-  kMsgPrepareAbout = 'Spar',
-  kMsgOpenAbout = 'Soar', // bool "BesideDlg"; with it, when true, rect "WinFrame"
-  kMsgPreparePref = 'Sppr',
-  kMsgOpenPref = 'Sopr', // to the companion; fields as above
-  kMsgCloseAbout = 'Scar',
-  kMsgCloseFineTag = 'Scfr',
-  kMsgCloseCommonPref = 'Scsr',
-  kMsgCloseMain = 'Scmr',
-  kMsgMainClosed = 'mwcl',   // messenger "window": which one; int32 "FilesTaken": how many requests to open it handled
-  kMsgLanguageNode = '_nlc', // from the watch of the language files
-  kMsgLanguageChanged = '_lgc',
-};
-
-/** What the managers of the two plug-ins have in common: each watches the language files, hears of the changes of the
-    family's preferences, hands both on to its windows, and owns an About window beside its main one. */
+/** Base class of both plug-ins' managers. Watches the language files, receives changes of the common preferences,
+    forwards both to its windows, and owns the About window. */
 class TFamilyCommMan : public TCommMan {
 public:
-  /** `pluginPath`: the plug-in's own file, beside which the languages lie. */
+  /** `pluginPath`: the plug-in's image; the language files are next to it. */
   TFamilyCommMan(const char* name, const char* partnerName, std::string pluginPath);
   ~TFamilyCommMan() override;
-  /** Starts the watch, too. */
+  /** Also starts watching the language files. */
   thread_id Run() override;
   void MessageReceived(BMessage* message) override;
 
-  /** Before the end: returns when everything that was asked so far is done, so that windows that it closes have
-     recorded their state. Any thread but the manager's. */
+  /** For shutdown: blocks until all earlier messages are handled, so that closed windows have recorded their state.
+      Any thread but the manager's. */
   void WaitForWindows();
   void NodeLanguageChanged();
-  /** The settings hold what the message tells by then. */
+  /** Called after the message has been applied to the settings. */
   virtual void LanguageChanged(const BMessage& message) = 0;
   virtual void IAPChanged(const BMessage& message);
   void OpenAboutWindowRqtd(const BMessage& message);
   void CloseAboutWindowRqtd();
 
 protected:
-  /** To the windows that there are and that want notices. */
+  /** Forwards a notice to the open windows. */
   virtual void Forward(BMessage* message) = 0;
   virtual bool FindMainWindowFrame(BRect* frame) const = 0;
   virtual TKRVAboutWin* MakeAboutWindow() const = 0;
   virtual void BringUp(TKRVWin* window) const = 0;
 
-  /** Asks for a window that is to stand beside the main one, where there is one. */
+  /** A request for a window next to the main window, if there is one. */
   BMessage BesideRequest(uint32 code) const;
-  /** As the request asks. */
+  /** Positions the window as requested. */
   static void MoveBeside(BWindow* window, const BMessage& request);
   void SetAboutWinContent();
-  /** Before the manager quits: from then on nothing comes from outside. */
+  /** For shutdown: stops the language watch and the preference notices. */
   void EndWatches();
-  /** Loads the language anew when another file is chosen, or the file has changed. False when there was no need. */
+  /** Reloads the language if another file was chosen or the file has changed; otherwise false. */
   bool ReloadLanguage();
   const std::string& PluginPath() const { return fPluginPath; }
 
 private:
   const std::string fPluginPath;
-  TKRVAboutWin* fAboutWindow = nullptr; // null until asked for; hidden when its user closes it
+  TKRVAboutWin* fAboutWindow = nullptr; // created lazily; hidden when closed
   TIAPFilter* fIAPFilter;
   std::unique_ptr<TNodeMonitorHandler> fLanguageWatch;
 };

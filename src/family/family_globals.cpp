@@ -30,7 +30,7 @@ void destroy(T** object) {
 
 } // namespace
 
-/** Stays when the plug-in goes. */
+/** Static: outlives the plug-in object. */
 void make_app_privacy() {
   static std::optional<TAppPrivacy> record;
   gAppPrivacy = &record.emplace();

@@ -2,15 +2,14 @@
 
 #include <string>
 
-/** The process-wide objects that each plug-in of the family has for itself, in its own image. Made and deleted on the
-    player's thread, while no other thread of the plug-in lives. */
+/** The global objects, of which each plug-in image has its own. Created and deleted on the player's thread while no
+    other thread of the plug-in is running. */
 
-/** gAppPrivacy: before everything else. */
+/** gAppPrivacy; the first to be created. */
 void make_app_privacy();
-/** gIAP with its items, and gPref, all with their defaults. */
+/** gIAP with its items, and gPref, with default values. */
 void make_settings();
-/** gLLT, in the language that the settings choose. With $VESMO_SHOW_DB_INFO set, each text that is asked for and
-   missing is also shown in an alert. */
+/** gLLT, in the language of the settings. With $VESMO_SHOW_DB_INFO set, missing texts are also shown in an alert. */
 void make_texts(const std::string& pluginPath);
-/** All but gAppPrivacy, which belongs to the image and ends with it. */
+/** All but gAppPrivacy, which is static. */
 void delete_settings_and_texts();

@@ -4,6 +4,7 @@
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "plugin/kept_record.h"
+#include "plugin/message_codes.h"
 
 #include <cstring>
 #include <stdexcept>
@@ -29,8 +30,7 @@ TFamilyPlugin::TFamilyPlugin(const std::string& name)
 
 void TFamilyPlugin::StartManager(TFamilyCommMan* manager) {
   if (manager->Run() < 0) {
-    manager->Lock();
-    manager->Quit();
+    if (manager->Lock()) manager->Quit();
     throw std::runtime_error("no thread for its manager");
   }
   fCommMan = manager;
@@ -41,7 +41,7 @@ void TFamilyPlugin::EndManager() {
 }
 
 void TFamilyPlugin::EndSettings(bool isSaved) {
-  constexpr bigtime_t kPatienceUs = 5000000; // the user may be gone
+  constexpr bigtime_t kPatienceUs = 5000000; // the user may be absent
   if (!isSaved && !are_settings_held_off()) tell_for(kPatienceUs, gLLT->Text("Err_Settings_Not_Saved"));
 }
 

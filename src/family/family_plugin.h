@@ -7,7 +7,7 @@
 
 class TFamilyCommMan;
 
-/** What the player sees of either plug-in: its name, and calls that become messages to its manager. */
+/** Base class of both plug-in objects: the name, and calls that are posted to the manager as messages. */
 class TFamilyPlugin : public GeneralPlugin {
 public:
   bool About(bool query) override;
@@ -16,16 +16,15 @@ public:
 
 protected:
   explicit TFamilyPlugin(const std::string& name);
-  /** Throws when there is no thread for it. */
+  /** Throws if no thread can be created. */
   void StartManager(TFamilyCommMan* manager);
   TFamilyCommMan& Manager() const { return *fCommMan; }
   void EndManager();
-  /** `isSaved`: the settings that the plug-in saves at its end. Otherwise the user is told, as long as there are
-     windows to do so; the end is held up for some seconds at most. */
+  /** Shows an error for at most a few seconds unless the settings have been saved (`isSaved`). */
   static void EndSettings(bool isSaved);
 
 private:
-  /** The texts that the player reads; freed also when the construction fails. */
+  /** Storage of the texts in GeneralPlugin, freed even if the construction fails. */
   const std::unique_ptr<char[]> fNameText;
   const std::unique_ptr<char[]> fInfoText;
   TFamilyCommMan* fCommMan = nullptr;

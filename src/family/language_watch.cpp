@@ -14,8 +14,8 @@ constexpr uint32 kEverything = B_WATCH_NAME | B_WATCH_STAT | B_WATCH_ATTR | B_WA
 void report_missed_change(BHandler* handler) {
   BMessage notice(B_NODE_MONITOR);
   notice.AddInt32("opcode", B_STAT_CHANGED);
-  BMessenger(handler).SendMessage(&notice, BMessenger(),
-                                  0); // without waiting: this may be the thread that empties the queue
+  // Without waiting, since this may be the thread that empties the queue.
+  BMessenger(handler).SendMessage(&notice, BMessenger(), 0);
 }
 
 } // namespace

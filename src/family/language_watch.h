@@ -4,8 +4,8 @@
 
 #include <string>
 
-/** Turns the notices about watched files into messages of one code, posted to the looper that the handler is attached
-    to; those about attributes are dropped. */
+/** Converts node monitor notices into messages with one code, posted to the handler's looper; drops attribute
+    changes. */
 class TNodeMonitorHandler : public BHandler {
 public:
   explicit TNodeMonitorHandler(uint32 code) : BHandler("language watch"), fCode(code) {}
@@ -15,6 +15,6 @@ private:
   const uint32 fCode;
 };
 
-/** Watches the folder "Language" beside the plug-in, and the chosen language file; other watches of the handler end.
-    A file that changed since it was loaded, before it was watched, is reported as a change. */
+/** Watches the folder "Language" next to the plug-in, and the chosen language file; replaces the handler's earlier
+    watches. A change between the loading and the watch is reported as well. */
 void set_node_monitor_language(const std::string& pluginPath, BHandler* handler);

@@ -1,11 +1,13 @@
 #include "family/message_filters.h"
 
+#include "plugin/message_codes.h"
+
 #include <utility>
 
 namespace {
-/** The application waits no longer than this for a manager, which may itself be waiting for the application's lock. */
+/** Timeout for a full queue: the manager may itself be waiting for the application's lock. */
 constexpr bigtime_t kPatienceUs = 1000000;
-/** The family has two preferences; other names come from who knows where. */
+/** A limit, since other processes can send any name; the family has two preferences. */
 constexpr size_t kMaxUnsent = 16;
 } // namespace
 
@@ -28,7 +30,7 @@ void TIAPFilter::Keep(const std::string& item, const BMessage& notice) {
   fTarget.SendCoalesced(kMsgIAPUnsent);
 }
 
-/** A later notice of the same preference is queued behind what was kept. */
+/** A later notice of the same preference has been queued and replaces the kept one. */
 void TIAPFilter::Forget(const std::string& item) {
   const std::lock_guard lock(fMutex);
   fUnsent.erase(item);

@@ -3,26 +3,20 @@
 #include "platform/app/message.h"
 #include "platform/app/message_filter.h"
 #include "platform/app/messenger.h"
+#include "plugin/message_codes.h"
 
 #include <map>
 #include <mutex>
 #include <string>
 
-inline constexpr uint32 kMsgIAPChanged = '_ipc';
-/** To the editor window: the player's window moved. */
-inline constexpr uint32 kMsgHostWindowMoved = 'Scwm';
-
-/** From TIAPFilter to its target: change notices found no room in the queue and can be fetched by TakeUnsent. */
-inline constexpr uint32 kMsgIAPUnsent = 'iapu';
-
-/** On the application: passes a copy of every change notice of the shared preferences to its messenger. When the
-    target's queue stays full, the latest notice of each preference is kept for it, so that a burst of changes ends with
-    the last one. */
+/** Application filter that copies every change notice of the common preferences to the target. If the target's queue
+    stays full, the latest notice of each preference is kept for it, so that a burst of changes ends with the last
+    one. */
 class TIAPFilter : public BMessageFilter {
 public:
   explicit TIAPFilter(const BMessenger& target) : BMessageFilter(kMsgIAPChanged), fTarget(target) {}
   filter_result Filter(BMessage* message, BHandler** target) override;
-  /** What found no room, by the name of its preference. Any thread. */
+  /** The kept notices, by the name of the preference; removes them. Thread-safe. */
   std::map<std::string, BMessage> TakeUnsent();
 
 private:
@@ -34,8 +28,8 @@ private:
   std::map<std::string, BMessage> fUnsent; // guarded by fMutex
 };
 
-/** On the player's window: notifies its messenger whenever that window moves. Moves coalesce while the notice is
-   queued, so that a window that asks its user something gets one at the end. */
+/** Filter of the player's window that sends kMsgHostWindowMoved to the target whenever the window moves. Notices are
+    coalesced, so that a window that is waiting for its user gets one at the end. */
 class TWMFilter : public BMessageFilter {
 public:
   explicit TWMFilter(const BMessenger& target) : BMessageFilter(B_WINDOW_MOVED), fTarget(target) {}

@@ -2,5 +2,5 @@
 
 #include <string>
 
-/** The path of the first loaded image whose path contains the text; empty without one. */
+/** Path of the first loaded image whose path contains the text; empty if there is none. */
 std::string image_path_with(const char* text);

@@ -5,6 +5,7 @@
 #include "platform/app/message.h"
 #include "platform/kernel/threads.h"
 #include "platform/support/log.h"
+#include "plugin/message_codes.h"
 
 #include <exception>
 
@@ -24,7 +25,7 @@ TCurrentSongFinder::~TCurrentSongFinder() {
 
 bool TCurrentSongFinder::Start() {
   if (fSearching) return false;
-  // The watch of the last search must see that it is over before the next begins.
+  // The previous watch must see the end of its search before the next one starts.
   if (fSearch.joinable()) fSearch.join();
   if (fWatch.joinable()) fWatch.join();
   fSearching = true;
@@ -62,7 +63,7 @@ void TCurrentSongFinder::Watch() {
     if (fEnding || !fSearching) return;
     snooze(kLookUs);
     const int32 answersNow = fFrontEnd->CountAnswers();
-    silentUs = answersNow == answers ? silentUs + kLookUs : 0; // a long list takes its time
+    silentUs = answersNow == answers ? silentUs + kLookUs : 0; // a long playlist takes its time
     answers = answersNow;
   }
   const BMessage silent(kMsgPlayerSilent);

@@ -8,18 +8,18 @@
 class BMessage;
 class Sonivo_FrontEnd;
 
-/** Finds the lyrics file of the song that is playing, on a thread of its own, so that the window stays alive while the
-    player is asked entry by entry. Answers with kMsgSongFound, ref "refs"; with kMsgNoSong; or, when the player has not
-    answered a question for two seconds, with kMsgPlayerSilent, and goes on waiting. */
+/** Finds the lyrics file of the current song on a thread of its own, so that the window stays responsive while the
+    playlist is queried entry by entry. Sends kMsgSongFound or kMsgNoSong, and kMsgPlayerSilent if the player does not
+    answer for two seconds; then the search goes on. */
 class TCurrentSongFinder {
 public:
   TCurrentSongFinder(Sonivo_FrontEnd* frontEnd, const BMessenger& asker);
   TCurrentSongFinder(const TCurrentSongFinder&) = delete;
   TCurrentSongFinder& operator=(const TCurrentSongFinder&) = delete;
-  /** Gives up the search; the front end must have been told to stop waiting. */
+  /** Cancels the search; `Sonivo_FrontEnd::StopWaiting` must have been called. */
   ~TCurrentSongFinder();
 
-  /** False while a search is under way. */
+  /** False while a search is running. */
   bool Start();
 
 private:
@@ -34,5 +34,3 @@ private:
   std::thread fSearch;
   std::thread fWatch;
 };
-
-enum : uint32 { kMsgSongFound = 'csfd', kMsgNoSong = 'csno', kMsgPlayerSilent = 'cssl' };

@@ -1,8 +1,9 @@
 #include "hostlink/front_end_receiver.h"
 
+#include "hostlink/data_lock.h"
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
-#include "platform/kernel/semaphores.h"
+#include "plugin/message_codes.h"
 
 #include <cstring>
 
@@ -11,7 +12,7 @@ constexpr int32 kPriority = 15;
 constexpr int32 kCapacity = 100;
 /** Time for the answer to a handshake to arrive. */
 constexpr bigtime_t kHandshakeUs = 20000;
-/** A wait for room in the player's queue has no end, but looks this often whether it is told to give up. */
+/** Waiting for room in the player's queue is unlimited, but cancellable at this interval. */
 constexpr bigtime_t kSliceUs = 50000;
 } // namespace
 
@@ -36,7 +37,6 @@ void SNFE_Receiver::LaunchIfWanted() {
   if (fLaunchHost && !fHostRunning) be_roster->Launch(kHostSignature);
 }
 
-/** In slices, so that it can be told to give up. */
 status_t SNFE_Receiver::SendWaiting(const BMessenger& host, const BMessage& message) {
   status_t sent = B_TIMED_OUT;
   while (sent == B_TIMED_OUT && !fStopWaiting) sent = host.SendMessage(&message, this, kSliceUs);
@@ -54,11 +54,9 @@ void SNFE_Receiver::StartSonivo() {
 }
 
 BMessenger SNFE_Receiver::Host() {
-  Lock();
+  const TDataLock lock(fLock);
   if (!fHost.IsValid()) fConnected = false;
-  const BMessenger host = fConnected ? fHost : BMessenger();
-  Unlock();
-  return host;
+  return fConnected ? fHost : BMessenger();
 }
 
 status_t SNFE_Receiver::Deliver(const BMessage& message, const TSend& send) {
@@ -99,30 +97,27 @@ void SNFE_Receiver::StoreInformation(const BMessage& message) {
   if (message.FindData("Info", B_STRING_TYPE, &bytes, &size) != B_OK) return;
   if (size < static_cast<ssize_t>(THostInformation::kSize)) return;
   bool isPlaying = false;
-  const bool tells = message.FindBool("Playing", &isPlaying) == B_OK;
-  Lock();
+  const bool hasPlaying = message.FindBool("Playing", &isPlaying) == B_OK;
+  const TDataLock lock(fLock);
   std::memcpy(fInformation.bytes, bytes, THostInformation::kSize);
-  fInformation.isPlaying = tells ? std::optional(isPlaying) : std::nullopt;
+  fInformation.isPlaying = hasPlaying ? std::optional(isPlaying) : std::nullopt;
   fArrived = true;
-  Unlock();
 }
 
 void SNFE_Receiver::StoreMessenger(const BMessage& message) {
   BMessenger host;
-  std::string signature; // instead, from a player in another process
+  std::string signature; // sent instead by a player in another process
   if (message.FindMessenger("Msgr", &host) != B_OK) {
     if (message.FindString("Signature", &signature) != B_OK) return;
     host = BMessenger(signature.c_str());
   }
-  Lock();
+  const TDataLock lock(fLock);
   fHost = host;
   fConnected = true;
-  Unlock();
 }
 
 void SNFE_Receiver::TakeInformation(THostInformation* information) {
-  Lock();
+  const TDataLock lock(fLock);
   *information = fInformation;
   fArrived = false;
-  Unlock();
 }

@@ -6,29 +6,29 @@
 #include <atomic>
 #include <functional>
 
-/** The mailbox of the link: receives the player's answers. Its own thread stores them, others read them under `Lock`,
-    which is the record's, not the looper's. */
+/** The mailbox of the link: its thread receives and stores the player's answers, which other threads read. */
 class SNFE_Receiver : public BLooper {
 public:
   SNFE_Receiver();
   ~SNFE_Receiver() override;
 
-  /** First contact: launches the player where that is wanted, and asks for the private messenger. Any thread. */
+  /** Launches the player if enabled, and requests its private messenger. Thread-safe. */
   void StartSonivo();
-  /** Sends a request to the player, repeating the handshake when the player went away; dropped while there is no
-      connection. Waits for room in the player's queue until `StopWaiting`. Any thread. */
+  /** Sends a request to the player, after another handshake if the connection was lost; dropped without a connection.
+      Blocks while the player's queue is full, until `StopWaiting`. Thread-safe. */
   void SendMsg(const BMessage* message);
-  /** The same without waiting; false when there was no room. */
+  /** Like `SendMsg` without waiting; false if the queue is full. */
   bool TrySendMsg(const BMessage* message);
-  /** Lets every send give up, now and from now on. Any thread. */
+  /** Cancels all current and future sends. Thread-safe. */
   void StopWaiting() { fStopWaiting = true; }
   void MessageReceived(BMessage* message) override;
 
+  /** Lock the stored answers, not the looper. Inside, TDataLock is used. */
   status_t Lock() const;
   void Unlock() const;
   bool IsReady() const { return fLock >= 0; }
   bool HasArrived() const { return fArrived; }
-  /** Copies the record and clears the mark, both under the lock. */
+  /** Copies the record and resets `HasArrived`, atomically. */
   void TakeInformation(THostInformation* information);
   void SetLaunchHost(bool launch) { fLaunchHost = launch; }
 
@@ -40,10 +40,10 @@ private:
   status_t SendWaiting(const BMessenger& host, const BMessage& message);
   status_t Deliver(const BMessage& message, const TSend& send);
   status_t Handshake(const TSend& send);
-  /** The private messenger when it can be used, else an invalid one. */
+  /** The private messenger; invalid without a connection. */
   BMessenger Host();
 
-  // Guarded by the semaphore.
+  // fHost, fInformation and fConnected are guarded by fLock.
   BMessenger fHost;
   THostInformation fInformation;
   bool fConnected = false;

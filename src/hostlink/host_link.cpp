@@ -1,10 +1,11 @@
 #include "hostlink/host_link.h"
 
+#include "hostlink/data_lock.h"
 #include "hostlink/front_end_receiver.h"
 #include "platform/app/message.h"
-#include "platform/kernel/semaphores.h"
 #include "platform/kernel/threads.h"
 #include "platform/support/cut_text.h"
+#include "plugin/message_codes.h"
 
 #include <climits>
 #include <cstring>
@@ -12,8 +13,7 @@
 namespace {
 
 constexpr int32 kWorkerPriority = 10;
-/** A wait for room in the player's queue, or for its answer, has no end, but is taken in slices, so that it can be told
-    to give up. */
+/** Waiting for the player's queue or answer is unlimited, but cancellable at this interval. */
 constexpr bigtime_t kSliceUs = 50000;
 constexpr int32 kMaxAnswers = 1000000;
 
@@ -23,14 +23,14 @@ char* heap_copy(const std::string& text) {
   return copy;
 }
 
-status_t wish(const BMessage& message) {
+status_t send_command(const BMessage& message) {
   return BMessenger(kHostSignature).SendMessage(&message, BMessenger(), 0) == B_OK ? B_OK : -1;
 }
 
-status_t wish(uint32 what, const char* field, int32 value) {
+status_t send_command(uint32 what, const char* field, int32 value) {
   BMessage message(what);
   message.AddInt32(field, value);
-  return wish(message);
+  return send_command(message);
 }
 
 } // namespace
@@ -74,7 +74,7 @@ void Sonivo_FrontEnd::Main() {
       fReceiver->SendMsg(&request);
       fRequestWaits = false;
     }
-    acquire_sem_etc(fWake, fIntervalUs); // sleeps, unless a request or the end comes first
+    acquire_sem_etc(fWake, fIntervalUs); // until a request, the destructor or the next poll
   }
   ThreadCleanUp();
 }
@@ -95,18 +95,15 @@ void Sonivo_FrontEnd::Refresh() {
   if (fReceiver->HasArrived()) {
     THostInformation arrived;
     fReceiver->TakeInformation(&arrived);
-    acquire_sem(fDataLock);
+    const TDataLock lock(fDataLock);
     fInformation = arrived;
-    release_sem(fDataLock);
   }
   if (!fPollInformation) SendInfoRequest();
 }
 
 THostInformation Sonivo_FrontEnd::Information() const {
-  acquire_sem(fDataLock);
-  const THostInformation information = fInformation;
-  release_sem(fDataLock);
-  return information;
+  const TDataLock lock(fDataLock);
+  return fInformation;
 }
 
 int32 Sonivo_FrontEnd::PositionMs() const {
@@ -165,7 +162,7 @@ bool Sonivo_FrontEnd::GetEntry(SonivoSongEntry* entry, int32 index) {
     return false;
   }
   free_song_entry(entry);
-  read.filename = heap_copy(std::string(cut_text(filename, PATH_MAX))); // no longer one can be opened
+  read.filename = heap_copy(std::string(cut_text(filename, PATH_MAX))); // longer paths cannot be opened
   read.title = heap_copy(std::string(cut_text(title)));
   *entry = read;
   return true;
@@ -182,26 +179,26 @@ void Sonivo_FrontEnd::PlayThis(int32 index, bool fade) {
 }
 
 status_t Sonivo_FrontEnd::SeekTo(int32 positionMs) const {
-  return wish(kMsgHostSeek, "Time", positionMs);
+  return send_command(kMsgHostSeek, "Time", positionMs);
 }
 
 status_t Sonivo_FrontEnd::SeekBy(int32 differenceMs) const {
-  return wish(kMsgHostSeekBy, "Time", differenceMs);
+  return send_command(kMsgHostSeekBy, "Time", differenceMs);
 }
 
 status_t Sonivo_FrontEnd::PlayPause() const {
-  return wish(BMessage(kMsgHostPlayPause));
+  return send_command(BMessage(kMsgHostPlayPause));
 }
 
 status_t Sonivo_FrontEnd::ChangeSpeed(int32 percent) const {
-  return wish(kMsgHostSpeedBy, "Percent", percent);
+  return send_command(kMsgHostSpeedBy, "Percent", percent);
 }
 
 status_t Sonivo_FrontEnd::ShowMarks(const std::string& title, const std::vector<int32>& timesMs) const {
   BMessage message(kMsgHostMarks);
   message.AddString("Title", title);
   for (const int32 timeMs : timesMs) message.AddInt32("TimeMs", timeMs);
-  return wish(message);
+  return send_command(message);
 }
 
 bool get_current_song_entry(Sonivo_FrontEnd* frontEnd, SonivoSongEntry* entry) {

@@ -12,53 +12,50 @@
 class BMessage;
 class SNFE_Receiver;
 
-/** The editor's link to the player: play position, title and playlist. A worker thread makes the first contact and may
-    poll; the thread that owns the link refreshes it; a search may ask for the title and the playlist meanwhile. */
+/** The connection to the player: play position, title and playlist. A worker thread connects and may poll; the owner
+    thread calls `Refresh`; a search thread may query title and playlist concurrently. */
 class Sonivo_FrontEnd : public SNThread {
 public:
-  /** `pollInformation`: the worker asks for the record every `intervalUs`. */
+  /** `pollInformation`: the worker requests the record every `intervalUs`. */
   Sonivo_FrontEnd(bool pollInformation, int64 intervalUs);
-  /** Waits for the worker and the mailbox to end. */
+  /** Joins the worker and the mailbox. */
   ~Sonivo_FrontEnd() override;
 
   /** Starts the worker. Once. */
   void Start();
   void Main() override;
 
-  /** Never holds up the thread that owns the link: while the player's queue is full, one request waits for room on the
-      worker's thread, for all that are made meanwhile. */
+  /** Never blocks: if the player's queue is full, the worker sends one (coalesced) request when there is room. */
   void SendInfoRequest();
-  /** Takes over the answer that has arrived, if one has, and asks for the next: what one refresh asked for, the next
-     one takes. */
+  /** Applies the answer to the previous refresh, if it has arrived, and requests the next. On the owner thread. */
   void Refresh();
-  /** Of the last record taken over. */
+  /** From the last applied record. */
   int32 PositionMs() const;
   std::string Title() const;
-  /** Where the song is that plays; nothing while none does. A player that does not tell shows it by what its position
-      does from one call to the next. On the thread that owns the link. */
+  /** The position while a song is playing, otherwise nothing. If the player does not report its state, playing means
+      that the position has changed since the previous call. On the owner thread. */
   std::optional<int32> SungPositionMs();
 
-  /** Scripting: each waits for the player without a limit, but gives up as soon as `StopWaiting` was called.
-      -1 without an answer. */
+  /** Scripting. Block until the player answers or `StopWaiting` is called. -1 without an answer. */
   int32 CountEntries();
-  /** Fills the record only when the answer is whole; frees the texts that it held. */
+  /** Sets `entry`, freeing its previous texts, only if the answer is complete. */
   bool GetEntry(SonivoSongEntry* entry, int32 index);
   void PlayThis(int32 index, bool fade);
 
-  /** Wishes: they never wait and are not answered; a player that does not know them leaves them alone.
-      -1 when there is no player, or none with room for them. Any thread. */
+  /** Fire-and-forget commands: never block, get no reply; players that do not support them ignore them. -1 without a
+      player or if its queue is full. Thread-safe. */
   status_t SeekTo(int32 positionMs) const;
   status_t SeekBy(int32 differenceMs) const;
   status_t PlayPause() const;
-  /** By so many points of the song's own speed. */
+  /** By that many percentage points of the normal speed. */
   status_t ChangeSpeed(int32 percent) const;
-  /** The lines of the song of that title are sung at these times, in ascending order. */
+  /** Marks on the seek bar for the song of that title; times in ascending order. */
   status_t ShowMarks(const std::string& title, const std::vector<int32>& timesMs) const;
 
-  /** Lets every waiting question give up, now and from now on. Any thread. */
+  /** Cancels all current and future waits. Thread-safe. */
   void StopWaiting();
 
-  /** Grows with every answer to a question of the scripting. Any thread. */
+  /** Number of scripting answers so far. Thread-safe. */
   int32 CountAnswers() const { return fAnswers; }
 
   bool IsReady() const;
@@ -71,19 +68,19 @@ private:
   SNFE_Receiver* fReceiver;
   sem_id fDataLock;
   const int64 fIntervalUs;
-  const sem_id fWake; // deleted when the worker is to end
+  const sem_id fWake; // deleted to end the worker
   int32 fPriority = 0;
-  THostInformation fInformation; // guarded by the data lock
-  int32 fLastPositionMs = 0;     // as SungPositionMs saw it
+  THostInformation fInformation; // guarded by fDataLock
+  int32 fLastPositionMs = 0;     // at the previous SungPositionMs
   const bool fPollInformation;
   std::atomic<bool> fStopWaiting{false};
-  std::atomic<bool> fRequestWaits{false}; // for the worker to send
+  std::atomic<bool> fRequestWaits{false}; // to be sent by the worker
   std::atomic<int32> fAnswers{0};
 };
 
-/** The playlist entry whose title is the playing one's. Kept as it always was: true also when an answer failed before
-    the list's end, with the last entry read (or an empty one), so look at the file name. Texts belong to the caller.
-    False, too, for a list without an end: the walk stops after a million entries. */
+/** The playlist entry with the title of the current song. Required oddity: also true if a query fails before the end of
+    the list, with the last entry read (or an empty one), so check the file name. The caller owns the texts. Stops with
+    false after a million entries. */
 bool get_current_song_entry(Sonivo_FrontEnd* frontEnd, SonivoSongEntry* entry);
 /** Frees the two texts. */
 void free_song_entry(SonivoSongEntry* entry);

@@ -21,7 +21,7 @@ void SNThread::WaitUntilFinished() const {
 void SNThread::Abort() {
   fQuitRequested = 1;
   WaitUntilFinished();
-  // The thread says that it has finished from within this image's code; only when it has left that may the image go.
+  // fFinished is set by code of this image, which may only be unloaded after the thread has left it.
   wait_for_thread(fThread, nullptr);
 }
 

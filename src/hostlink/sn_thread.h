@@ -4,7 +4,7 @@
 
 #include <atomic>
 
-/** A thread of the link to the player. */
+/** Base class of the worker thread. */
 class SNThread {
 public:
   SNThread() = default;
@@ -16,9 +16,9 @@ public:
   virtual void Main();
   void ThreadInit() {}
   void ThreadCleanUp() { fFinished = 1; }
-  /** Asks the thread to end and waits until it has, looking every millisecond. */
+  /** Requests the end of the thread and joins it, polling every millisecond. */
   void Abort();
-  /** For spawn_thread; the argument is the object. */
+  /** Entry point for spawn_thread; the argument is the object. */
   static int32 MainStarter(void* object);
 
 protected:

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr std::string_view kTitleStart = "Sonivo";
-/** A window that is busy for longer than this is passed over. */
+/** A window that cannot be locked within this time is skipped. */
 constexpr bigtime_t kLockTimeoutUs = 100000;
 
 } // namespace

@@ -7,10 +7,10 @@
 
 class BWindow;
 
-/** The player's window: the first of this process whose title begins with "Sonivo". 0 when found, else -1 and the
-    output untouched. The window may end as soon as it is returned: its address is for comparing. */
+/** The player's window: the first of this process whose title begins with "Sonivo". 0 if found, otherwise -1 and the
+    output unchanged. The window may be deleted at any time: only compare its address. */
 status_t get_sonivo_window(BWindow** window);
-/** The same with the window locked, for as long as `use` runs. */
+/** Calls `use` with that window locked. */
 status_t use_sonivo_window(const std::function<void(BWindow*)>& use);
 status_t get_sonivo_win_frame(BRect* frame);
 status_t get_sonivo_win_workspaces(uint32* workspaces);

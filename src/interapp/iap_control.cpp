@@ -6,7 +6,7 @@
 
 namespace {
 constexpr int32 kMaxChoices = 100;
-/** Of a text that another process sends to be shown. */
+/** Limit for texts from another process. */
 constexpr size_t kMaxBytes = 1024;
 
 bool find_text(const BMessage& archive, const char* name, int32 index, std::string* text) {

@@ -8,8 +8,8 @@ class BControl;
 class BMessage;
 class BView;
 
-/** The control of one preference in the common window, as it travels to the process that shows the window. A choice
-    without a value of its own asks the user for one. */
+/** The control of one preference in the common window, in a form that can be sent to the process of that window. A
+    choice with `asks` asks the user for the value. */
 struct TIAPControl {
   enum TKind { kCheckBox, kMenuField };
   struct TChoice {
@@ -20,15 +20,15 @@ struct TIAPControl {
 
   TKind kind = kCheckBox;
   std::string item; // the preference's name
-  std::string app;  // the signature of the application that wants to be told
+  std::string app;  // signature of the application that is notified
   std::string label;
   std::vector<TChoice> choices; // of a menu field
-  bool flag = false;            // the value of a check box, and the one it has without a file
+  bool flag = false;            // the value of a check box
   bool defaultFlag = false;
-  std::string text; // the same of a menu field
+  std::string text; // the value of a menu field
   std::string defaultText;
 
   void Archive(BMessage* archive) const;
-  /** False, and nothing changed, for what is no control's archive. */
+  /** False, with nothing changed, if the archive is invalid. */
   bool Unarchive(const BMessage& archive);
 };

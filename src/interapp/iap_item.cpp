@@ -6,7 +6,7 @@
 
 namespace {
 
-/** Every label has it, and it may come from another process or a damaged file. */
+/** The format is part of every label, and may come from another process or a damaged file. */
 constexpr size_t kMaxFormatBytes = 100;
 
 bool file_of(const std::string& name, BEntry* entry) {

@@ -10,7 +10,7 @@
 class BMessage;
 class TLLT;
 
-/** One preference of the family, kept in a file `<name>.arc` of its own as string "IAP:SrcApp" (who saved it) and
+/** One preference of the family, stored in its own file `<name>.arc` as string "IAP:SrcApp" (who saved it) and
     "IAP:Value". */
 class TIAPItem : public koreva::TArchivable {
 public:
@@ -25,11 +25,11 @@ public:
   virtual status_t SetBool(bool value);
   virtual status_t SetString(const std::string& value);
 
-  /** Takes the value that a change notice carries, and saves it. */
+  /** Applies and saves the value of a change notice. */
   status_t SetValue(const BMessage& notice);
   bool LoadValue();
   bool SaveValue();
-  /** Every message that leaves the item carries who and what: "IAP:SrcApp" and "IAP:SrcIAPItem". */
+  /** Adds "IAP:SrcApp" and "IAP:SrcIAPItem", which every message of the item has. */
   void AddDefaultInfo(BMessage* message) const;
   /** Its control in the common window. */
   virtual TIAPControl MakeConfigurationView() const = 0;
@@ -44,8 +44,7 @@ private:
   const TLLT* fTexts = nullptr;
 };
 
-/** How labels show their accelerator letter: a text in which the first "a" stands for the letter; empty for no letter.
- */
+/** The format of accelerator letters in labels: its first "a" is the placeholder of the letter; empty shows none. */
 class TIAPItemAccKeyFormat : public TIAPItem {
 public:
   TIAPItemAccKeyFormat() : TIAPItem("AccKeyFormat") {}
@@ -56,7 +55,7 @@ public:
   bool Unarchive(const BMessage& archive) override;
 
 private:
-  mutable std::mutex fMutex; // guards the format
+  mutable std::mutex fMutex; // guards fFormat
   std::string fFormat;
 };
 
@@ -71,6 +70,6 @@ public:
   bool Unarchive(const BMessage& archive) override;
 
 private:
-  mutable std::mutex fMutex; // guards the flag
+  mutable std::mutex fMutex; // guards fIsFlat
   bool fIsFlat = true;
 };

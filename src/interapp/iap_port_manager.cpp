@@ -2,13 +2,14 @@
 
 #include "platform/app/message.h"
 #include "platform/kernel/ports.h"
+#include "plugin/message_codes.h"
 
 #include <vector>
 
 namespace {
 constexpr int32 kCapacity = 100;
 constexpr long kPriority = 10;
-/** A wait for room in the window's queue has no end, but is taken in slices, so that the thread can be told to end. */
+/** Waiting for room in the window's queue is unlimited, but cancellable at this interval. */
 constexpr bigtime_t kSliceUs = 50000;
 
 bool is_offered(uint32 code) {
@@ -38,7 +39,7 @@ int32 TIAPPortManager::Execute() {
   return B_OK;
 }
 
-/** False when the port is gone. */
+/** False if the port has been deleted. */
 bool TIAPPortManager::HandOn() {
   const ssize_t size = port_buffer_size(fPort);
   if (size < 0) return false;
@@ -46,7 +47,7 @@ bool TIAPPortManager::HandOn() {
   int32 code = 0;
   if (read_port(fPort, &code, flat.data(), flat.size()) < 0) return false;
   BMessage message;
-  // Any program of the user's may have written it: only whole messages of the family's three kinds go on.
+  // Untrusted: only complete messages with one of the three offered codes are forwarded.
   if (message.Unflatten(flat.data(), flat.size()) == B_OK && is_offered(message.what)) Deliver(message);
   return true;
 }

@@ -5,15 +5,10 @@
 
 #include <atomic>
 
-/** The port behind which the common window is found, wherever it is open. */
+/** The port of the common window, in whichever process it is open. */
 inline constexpr const char* kIAPPortName = "KOREVAIAPPort";
 
-/** What may come through the port, beside B_QUIT_REQUESTED. To the common window: archived controls, each under its
-    preference's name; and: come to the front. */
-inline constexpr uint32 kMsgIAPControls = 'iacr';
-inline constexpr uint32 kMsgIAPActivate = 'iawr';
-
-/** Makes the port, hands every message of the family that comes through it to the window, and deletes it in the end. */
+/** Owns the port of the common window and a thread that forwards its messages to the window. */
 class TIAPPortManager : public koreva::TThread {
 public:
   static constexpr port_id kNoPort = -500;
@@ -21,9 +16,9 @@ public:
   explicit TIAPPortManager(const BMessenger& window);
   ~TIAPPortManager() override;
 
-  /** 0 until the port is made; kNoPort when it cannot be. Any thread. */
+  /** 0 until the port exists; kNoPort if it cannot be created. Thread-safe. */
   port_id Port() const { return fPort; }
-  /** Returns when the thread has ended. */
+  /** Deletes the port and joins the thread. */
   void Stop();
 
 protected:

@@ -7,6 +7,7 @@
 #include "platform/interface/menu_field.h"
 #include "platform/interface/string_view.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "toolkit/krv_dlg_view.h"
 #include "toolkit/simple_input_win.h"
 
@@ -14,23 +15,16 @@
 
 namespace {
 
-enum : uint32 {
-  kMsgChanged = 'iach', // string "IAP:SrcIAPItem", from a control
-  kMsgDefault = 'iadf',
-  kMsgCancel = 'iacn',
-  kMsgTextTyped = 'iatx', // string "IAP:SrcIAPItem" and what was typed
-};
-
-/** How the signatures of the maker's applications begin. */
+/** Prefix of the signatures of the family's applications. */
 constexpr const char* kFamily = "application/x-vnd.KOREVA-";
-/** A notice may wait for room that long; who is busier than that is not waited for. */
+/** How long to wait for a full message queue; a busier application misses the notice. */
 constexpr bigtime_t kPatienceUs = 1000000;
 constexpr const char* kItem = "IAP:SrcIAPItem";
-/** Any program can add controls, and names of applications to tell. */
+/** Limits, since any program can add controls and applications. */
 constexpr size_t kMaxControls = 100;
 constexpr size_t kMaxApps = 100;
 
-/** The value's choice, after one of its own was added where there is none; -1 without choices. */
+/** Index of the value's choice, which is added if necessary. */
 int32 choice_of(TIAPControl* control) {
   const auto is_value = [control](const TIAPControl::TChoice& choice) {
     return !choice.asks && choice.value == control->text;
@@ -50,12 +44,12 @@ TIAPWin::TIAPWin()
     : TKRVDlgWin("KOREVA Common Preferences"), fView(new TKRVDlgView("CommonPreferences")),
       fPortManager(BMessenger(this)) {
   auto* const ok = new BButton({}, "OK", "OK", new BMessage(B_QUIT_REQUESTED));
-  auto* const cancel = new BButton({}, "Cancel", "Cancel", new BMessage(kMsgCancel));
-  fView->AddButtons({new BButton({}, "Default", "Default", new BMessage(kMsgDefault)), cancel, ok});
+  auto* const cancel = new BButton({}, "Cancel", "Cancel", new BMessage(kMsgIAPCancel));
+  fView->AddButtons({new BButton({}, "Default", "Default", new BMessage(kMsgIAPDefaults)), cancel, ok});
   fView->SetDefaultButton(ok);
   fView->SetCancelButton(cancel);
   AddMainChild(fView);
-  ok->MakeFocus(); // not "Default", which would undo everything at the touch of a key
+  ok->MakeFocus(); // not "Default", which a single key press would trigger
   KeepWhenClosed(false);
   Fit();
   fPortManager.Resume();
@@ -64,7 +58,7 @@ TIAPWin::TIAPWin()
 TIAPWin::~TIAPWin() = default;
 
 void TIAPWin::Quit() {
-  // First: who writes to the port from now on finds none, and may open another window.
+  // First, so that other processes find no port from now on and may open another window.
   fPortManager.Stop();
   if (fInput && fInput->Lock()) fInput->Quit();
   if (fInputThread > 0) wait_for_thread(fInputThread, nullptr);
@@ -77,13 +71,13 @@ void TIAPWin::MessageReceived(BMessage* message) {
     return AddControls(*message);
   case kMsgIAPActivate:
     return BringUp();
-  case kMsgChanged:
+  case kMsgIAPControlChanged:
     return ControlChanged(*message);
-  case kMsgTextTyped:
+  case kMsgIAPTextTyped:
     return TextTyped(*message);
-  case kMsgDefault:
+  case kMsgIAPDefaults:
     return SetAllToDefault();
-  case kMsgCancel:
+  case kMsgIAPCancel:
     BringBackAll();
     PostMessage(B_QUIT_REQUESTED);
     return;
@@ -100,7 +94,7 @@ void TIAPWin::AddControls(const BMessage& message) {
   Fit();
 }
 
-/** One control for a preference, however many applications have it; each of them is told. */
+/** One control per preference; all applications that added it are notified of changes. */
 void TIAPWin::AddControl(const TIAPControl& control) {
   if (fEntries.size() >= kMaxControls && !fEntries.contains(control.item)) return;
   TEntry& entry = fEntries[control.item];
@@ -113,7 +107,7 @@ void TIAPWin::AddControl(const TIAPControl& control) {
 }
 
 BControl* TIAPWin::MakeView(const TIAPControl& control) {
-  auto* const changed = new BMessage(kMsgChanged);
+  auto* const changed = new BMessage(kMsgIAPControlChanged);
   changed->AddString(kItem, control.item);
   if (control.kind == TIAPControl::kCheckBox) {
     auto* const box = new BCheckBox({}, control.item.c_str(), control.label.c_str(), changed);
@@ -159,11 +153,11 @@ void TIAPWin::ControlChanged(const BMessage& message) {
 
 void TIAPWin::AskForText(const std::string& item) {
   TEntry& entry = fEntries[item];
-  ShowValue(&entry); // until there is another
+  ShowValue(&entry); // until a new one has been entered
   if (fInput == nullptr) fInput = new TSimpleInputWin;
   if (!fInput->Lock()) return;
   fInput->SetLabels({entry.control.label, "a:", "OK", "Cancel"});
-  BMessage typed(kMsgTextTyped);
+  BMessage typed(kMsgIAPTextTyped);
   typed.AddString(kItem, item);
   fInput->SetMessage(typed, BMessenger(this));
   fInput->MoveTo(Frame().left + 20, Frame().top + 40);
@@ -189,13 +183,14 @@ void TIAPWin::SetValue(TEntry* entry, const TIAPControl& value) {
   Notify(*entry);
 }
 
-/** To whoever has added a control of it, and to all others of the family that run: they may have the preference too. */
+/** Notifies the applications that added a control, and all others of the family that are running, which may have the
+    preference as well. */
 void TIAPWin::Notify(const TEntry& entry) const {
   std::vector<std::string> apps = be_roster->Signatures(kFamily);
   for (const std::string& app : entry.apps)
     if (std::ranges::find(apps, app) == apps.end()) apps.push_back(app);
   for (const std::string& app : apps) {
-    BMessage notice(kMsgIAPNotice);
+    BMessage notice(kMsgIAPChanged);
     notice.AddString("IAP:SrcApp", app);
     notice.AddString(kItem, entry.control.item);
     if (entry.control.kind == TIAPControl::kCheckBox)

@@ -12,12 +12,8 @@ class BMenuField;
 class TKRVDlgView;
 class TSimpleInputWin;
 
-/** To every application that has a control of the preference: "IAP:SrcApp", "IAP:SrcIAPItem", "IAP:Value" (string or
-    bool). */
-inline constexpr uint32 kMsgIAPNotice = '_ipc';
-
-/** "KOREVA Common Preferences": the controls of the preferences that the family's applications share. One on the whole
-    system; whoever makes a second finds that the port is taken. Ends itself when it is closed. */
+/** "KOREVA Common Preferences": the controls of the preferences shared by the family's applications. One per system,
+    since its port has a unique name. Deletes itself when closed. */
 class TIAPWin : public TKRVDlgWin {
 public:
   TIAPWin();
@@ -27,13 +23,13 @@ public:
   bool QuitRequested() override { return true; }
   void Quit() override;
 
-  /** 0 until the port is there, TIAPPortManager::kNoPort when it cannot be made. Any thread. */
+  /** 0 until the port exists, TIAPPortManager::kNoPort if it cannot be created. Thread-safe. */
   port_id Port() const { return fPortManager.Port(); }
 
 private:
   struct TEntry {
-    TIAPControl control; // as it stands
-    TIAPControl opened;  // as it was when it came
+    TIAPControl control; // current value
+    TIAPControl opened;  // value when the window was opened
     std::vector<std::string> apps;
     BControl* view = nullptr;
   };
@@ -53,7 +49,7 @@ private:
 
   TKRVDlgView* fView; // the main child
   std::map<std::string, TEntry> fEntries;
-  TSimpleInputWin* fInput = nullptr; // made at first use; ended with this window
+  TSimpleInputWin* fInput = nullptr; // created lazily; quit with this window
   thread_id fInputThread = -1;
   TIAPPortManager fPortManager;
 };

@@ -5,13 +5,14 @@
 #include "platform/app/message.h"
 #include "platform/kernel/ports.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 
 TInterAppPrefs* gIAP = nullptr;
 
 namespace {
 constexpr bigtime_t kLookUs = 20000;
 constexpr int kTries = 3;
-/** For room in the common window's port; a process that has been stopped is waited for a few seconds longer. */
+/** Timeout for room in the common window's port; a stopped process is waited for a few seconds longer. */
 constexpr bigtime_t kPatienceUs = 1000000;
 } // namespace
 
@@ -72,7 +73,7 @@ status_t TInterAppPrefs::AddControls(port_id port) const {
 }
 
 port_id TInterAppPrefs::MakeWindow(BRect frame) {
-  EndWindow(); // one that its user has closed may still be ending
+  EndWindow(); // a window that the user has closed may still be ending
   auto* const window = new TIAPWin;
   window->MoveTo(frame.LeftTop());
   fWindow = BMessenger(window);
@@ -89,7 +90,7 @@ port_id TInterAppPrefs::MakeWindow(BRect frame) {
 }
 
 status_t TInterAppPrefs::ShowWindow(BRect frame) {
-  // It may be closed, or its process be killed, while it is asked; and another process may be faster to make it.
+  // The window may be closed or its process killed meanwhile, or another process may create it first.
   for (int i = 0; i < kTries; ++i) {
     port_id port = find_port(kIAPPortName);
     status_t status = B_OK;
@@ -99,7 +100,7 @@ status_t TInterAppPrefs::ShowWindow(BRect frame) {
       status = ActivateWindow(port);
     if (port > 0 && status == B_OK) status = AddControls(port);
     if (port > 0 && status == B_OK) return B_OK;
-    if (status == B_TIMED_OUT) break; // its process has been stopped, or hangs
+    if (status == B_TIMED_OUT) break; // its process is stopped or hangs
   }
   return B_ERROR;
 }
@@ -108,7 +109,7 @@ TIAPWin* TInterAppPrefs::LockWindow() const {
   BLooper* window = nullptr;
   if (!fWindow.LockTarget()) return nullptr;
   fWindow.Target(&window);
-  // Between the end of its loop and its deletion a window can still be locked.
+  // A window can still be locked between the end of its loop and its deletion.
   if (fWindow.IsValid()) return static_cast<TIAPWin*>(window);
   window->Unlock();
   return nullptr;

@@ -5,7 +5,7 @@
 #include <string>
 
 /** Questions and messages in the user's language: captions and buttons are language keys, letters are shown in the
-    family's format. They wait for the answer on the calling thread. */
+    family's format. Block the calling thread until answered, unless noted. */
 
 /** A button from its language key and its letter. */
 koreva::TAlertButton text_button(const char* key, char letter, bool isHarmless = false);
@@ -15,7 +15,7 @@ long ask(const std::string& text, std::initializer_list<koreva::TAlertButton> bu
 bool ask_no_yes(const std::string& text);
 /** One button, "Button_Understand". */
 void tell(const std::string& text);
-/** The same, but goes on after that time at the latest. */
+/** Like `tell`, but with a timeout. */
 void tell_for(bigtime_t limitUs, const std::string& text);
-/** The same, without waiting until it is read: for the manager's thread, on which the player waits. */
+/** Like `tell`, but does not wait: for the manager's thread, which the player waits for. */
 void notify(const std::string& text);

@@ -17,15 +17,15 @@ TLLT* gLLT = nullptr;
 namespace {
 
 constexpr int kLineLength = 2048;
-/** Far beyond any language; what is larger is another file under the name of one. */
+/** Bytes; far more than any language file has. */
 constexpr off_t kMaxFileSize = off_t{1} << 20;
 constexpr const char* kHeader = "LLT File Format 100";
 constexpr const char* kMissingText = "! ERROR !";
 
 std::atomic<void (*)(const char*, const char*, const char*)> gMissingKeyAlert{nullptr};
 
-/** One copy of each text that was ever handed out, there until the program ends: whoever holds one may be slow. A
-    language that is chosen again adds nothing. */
+/** Interns each text that was ever returned, until the program ends, since callers may hold the pointer for any time.
+    Bounded: loading the same language again adds nothing. */
 const char* kept_copy(const std::string& text) {
   static std::mutex mutex;
   static std::unordered_set<std::string> texts;
@@ -33,7 +33,7 @@ const char* kept_copy(const std::string& text) {
   return texts.insert(text).first->c_str();
 }
 
-/** Folders, devices and the like are none: reading some of them would never end. */
+/** False for folders and devices, some of which could be read without end. */
 bool can_be_language_file(const char* path) {
   const BEntry file(path, true);
   off_t size = 0;

@@ -11,8 +11,8 @@
 class BResources;
 class TIniFile;
 
-/** The texts of one language by key. Any thread may look texts up while another loads or assigns: a load makes a new
-    table and puts it in the old one's place. A text that was handed out stays good. */
+/** The texts of one language by key. Thread-safe: loading and assigning replace the whole table. Returned texts stay
+    valid until the program ends. */
 class TLLT {
 public:
   using TMap = std::map<std::string, std::string>;
@@ -21,8 +21,8 @@ public:
   TLLT(const TLLT& other);
   TLLT& operator=(const TLLT& other);
 
-  /** Each adds to what is there; 0 on success, -1 (and nothing changed) without the right header.
-      `resources` null: those of this program. */
+  /** Add to the current texts. 0 on success; -1, with nothing changed, without the right header. `resources` null:
+      those of this program. */
   int32 Load(const char* path);
   int32 Load(const BResources* resources, int32 id);
   int32 Load(TIniFile* file);
@@ -34,9 +34,10 @@ public:
   std::string SpecialThanks() const { return Snapshot()->specialThanks; }
   std::shared_ptr<const TMap> TextMap() const;
 
-  /** On: a missing key is also shown by `ShowMissingKey`. A debugging aid. */
+  /** True: missing keys are also shown in an alert, for debugging. */
   void SET_SHOW_DB_INFO(bool show) { fShowMissing = show; }
-  /** How an alert titled "TLLT::Text" with the key and the button "OK" is shown; set by those who have windows. */
+  /** The callback that shows an alert titled "TLLT::Text" with the key and the button "OK"; set by programs with
+      windows. */
   static void SetMissingKeyAlert(void (*show)(const char* title, const char* key, const char* button));
 
 private:
@@ -50,10 +51,10 @@ private:
   std::shared_ptr<const TTable> Snapshot() const;
   void Replace(std::shared_ptr<const TTable> table);
 
-  mutable std::mutex fMutex; // guards the table
+  mutable std::mutex fMutex; // guards fTable
   std::shared_ptr<const TTable> fTable;
   std::atomic<bool> fShowMissing{false};
 };
 
-/** The texts of the running program; null before start. */
+/** The texts of the running program; null until the plug-in is constructed. */
 extern TLLT* gLLT;

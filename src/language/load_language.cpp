@@ -20,7 +20,7 @@ constexpr bigtime_t kPauseUs = 20000;
 
 std::atomic<void (*)(const char*, const char*, const char*)> gShowFailure{nullptr};
 
-/** Only the file name of what is stored counts: languages lie beside the plug-in. */
+/** Only the file name of the setting counts: language files are next to the plug-in. */
 std::string language_path(const std::string& pluginPath, const std::string& stored) {
   return language_folder(pluginPath) + "/" + stored.substr(stored.rfind('/') + 1);
 }
@@ -33,13 +33,14 @@ bool load_with_patience(const std::string& path, TLLT* texts) {
   return false;
 }
 
-/** Both plug-ins load the same file: whichever comes first tells the user. */
+/** Both plug-ins load the same file: only the first reports an error. */
 constexpr const char* kFailureKind = "language file";
 
 void show_failure(const std::string& path) {
   if (!should_report(kFailureKind, path)) return;
   const std::string text = "Can't load language file:\n" + path;
-  const std::string caption = std::string("* ") + gAppName + " *";
+  std::string caption = "* ";
+  caption.append(gAppName).append(" *");
   const auto show = gShowFailure.load();
   if (show) return show(text.c_str(), caption.c_str(), "U - Understand");
   log_error(gAppName, text);
@@ -56,7 +57,7 @@ void set_language_alert(void (*show)(const char*, const char*, const char*)) {
 }
 
 bool load_language(const char* pluginPath) {
-  // Put in place as a whole: a window that takes its texts meanwhile finds those of before.
+  // Replaced as a whole: until then windows get the previous texts.
   TLLT texts;
   TPrefValues values = *gPref->Values();
   if (values.languageFile.empty()) {
@@ -67,7 +68,7 @@ bool load_language(const char* pluginPath) {
   } else {
     values.languageFile = language_path(pluginPath, values.languageFile);
     gPref->SetValues(values);
-    // Before the file is read: what is written to it from here on is a change.
+    // Before reading, so that a later write to the file counts as a change.
     if (gAppPrivacy) gAppPrivacy->UpdateLanguageInfos();
     const bool isLoaded = load_with_patience(values.languageFile, &texts);
     *gLLT = texts;
@@ -79,12 +80,12 @@ bool load_language(const char* pluginPath) {
 void get_lang_files(const char* folder, std::map<std::string, std::string>* files) {
   BDirectory directory(folder);
   BEntry entry;
-  TLLT table; // one for all: a file without a language name takes the name before it
+  TLLT table; // reused: a file without a language name gets that of the previous file
   while (directory.GetNextEntry(&entry, true) == B_OK) {
     BPath path;
     if (entry.GetPath(&path) != B_OK) continue;
     const std::string name = path.Path();
-    // The first "llt" of the whole path is to be its end.
+    // Required: the first "llt" in the whole path must be at its end.
     if (name.size() < 3 || name.find("llt") != name.size() - 3) continue;
     if (table.Load(path.Path()) == 0) (*files)[table.LanguageName()] = name;
   }

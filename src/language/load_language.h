@@ -3,19 +3,19 @@
 #include <map>
 #include <string>
 
-/** Choosing and loading the language. Called on the thread that made the plug-in at start, later on the manager's. */
+/** Choosing and loading the language. Called on the thread that constructs the plug-in, later on the manager's. */
 
-/** How the failure to load is shown: text, caption and the one button, as they stand. Set by those who have windows;
-    without it the failure goes to standard error. */
+/** The callback that shows a loading error, with the literal text, caption and button. Set by programs with windows;
+    without it the error goes to standard error. */
 void set_language_alert(void (*show)(const char* text, const char* caption, const char* button));
 
-/** Fills `gLLT` anew: from the built-in texts when the setting "LLTF" is empty, else from the file of that name in the
-    folder "Language" beside `pluginPath`, to which the setting is rewritten. Tries for 200 ms, since the file may be
-    half written, and tells the user when that fails, once for all plug-ins of the process; the table is empty then.
-    Always true. */
+/** Reloads `gLLT`: from the built-in texts if the setting "LLTF" is empty, otherwise from the file of that name in the
+    folder "Language" next to `pluginPath`, to which the setting is changed. Retries for 200 ms, since the file may be
+    half written. On failure the table is empty, and the error is reported once for all plug-ins of the process. Always
+    true. */
 bool load_language(const char* pluginPath);
 
-/** The folder "Language" beside the plug-in. */
+/** The folder "Language" next to the plug-in. */
 std::string language_folder(const std::string& pluginPath);
 
 /** Adds display name -> path for every language file of the folder, in byte order of their names. */

@@ -2,7 +2,7 @@
 
 namespace {
 
-/** How many '#' end at `place`, that one included. */
+/** Length of the run of '#' that ends at `place`, inclusive. */
 size_t hash_run_length(std::string_view text, size_t place) {
   const size_t before = text.substr(0, place + 1).find_last_not_of('#');
   return before == std::string_view::npos ? place + 1 : place - before;
@@ -36,7 +36,7 @@ void resolve_references(std::map<std::string, std::string>* texts) {
     if (end == std::string::npos) continue;
     const auto found = texts->find(text.substr(start + 1, end - start - 1));
     if (found == texts->end()) continue;
-    const std::string inserted = found->second; // the text may name itself
+    const std::string inserted = found->second; // the text may refer to itself
     text.replace(start, end - start + 1, inserted);
   }
 }

@@ -4,13 +4,12 @@
 #include <string>
 #include <string_view>
 
-/** Replaces each `from` that is not escaped: in a run of '#' that ends with the find's own, an even number means that
-    the last one is escaped. "##" itself is always replaced. */
+/** Replaces each unescaped `from`. It is escaped if the run of '#' up to and including its own is of even length; "##"
+    is always replaced. */
 void decode(std::string* text, std::string_view from, std::string_view to);
 
 /** "#n", "#t", "#s" and "##", in that order. */
 void decode_escapes(std::string* text);
 
-/** Replaces in each text the first "@key@" by that key's text as it is at that moment, in ascending order of the keys.
- */
+/** Replaces the first "@key@" in each text by the current text of that key, in ascending order of the keys. */
 void resolve_references(std::map<std::string, std::string>* texts);

@@ -11,10 +11,6 @@
 /** Estimates by how much a person's key presses lag behind what they hear. Pure: no clock, no window. Times are in ms;
     positive means late. */
 
-/** A finding about the user's stamps, sent from the tag input view by way of window and managers to the companion's
-    preferences: int32 "LateMs", the estimated lateness; int32 "TmDf", the time offset in effect. Rarely sent. */
-inline constexpr uint32 kMsgStampHint = 'Srth';
-
 /** The median without outliers. Nothing when fewer than `least` values remain, or when these still disagree. */
 std::optional<int32> typical_lateness(std::vector<int32> latenessMs, size_t least);
 

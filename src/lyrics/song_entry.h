@@ -2,8 +2,8 @@
 
 #include "platform/support/types.h"
 
-/** One entry of the player's playlist. Copied by value: the copies share the two texts, which whoever
-    filled the record frees with delete[] before filling it again. */
+/** One entry of the player's playlist. Copied by value: the copies share the two texts, owned by the filler,
+    which frees them with delete[] before it fills the record again. */
 struct SonivoSongEntry {
   char* filename = nullptr; // the song file's path; may be null
   char* title = nullptr;    // may be null

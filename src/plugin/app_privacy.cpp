@@ -15,8 +15,8 @@ struct Time {
 Time modification_time(const std::string& path) {
   Time time;
   int64 seconds = 0;
-  if (!path.empty()) BEntry(path.c_str(), true).GetModificationTime(&seconds, &time.nanoseconds);
-  time.seconds = static_cast<int32>(seconds);
+  if (!path.empty() && BEntry(path.c_str(), true).GetModificationTime(&seconds, &time.nanoseconds) == B_OK)
+    time.seconds = static_cast<int32>(seconds);
   return time;
 }
 

@@ -5,17 +5,17 @@
 #include <mutex>
 #include <string>
 
-/** The language file last loaded. Written by whoever loads the language, asked on the manager's thread. */
+/** The language file loaded last. Written by the thread that loads it, queried on the manager's thread. Thread-safe. */
 class TAppPrivacy {
 public:
-  /** True when the file of the setting "LLTF", or its time, is not the one recorded. */
+  /** True if the file of the setting "LLTF" or its modification time differs from the recorded one. */
   bool ShouldBeLanguageChanged() const;
   void UpdateLanguageInfos();
 
 private:
-  mutable std::mutex fMutex;   // guards the three below
-  int32 fModificationTime = 0; // seconds; 0 for a file that is not there
-  int32 fNanoseconds = 0;      // a file may be saved twice within a second
+  mutable std::mutex fMutex;   // guards fPath, fModificationTime, fNanoseconds
+  int32 fModificationTime = 0; // seconds; 0 if the file does not exist
+  int32 fNanoseconds = 0;      // distinguishes two saves within a second
   std::string fPath;
 };
 

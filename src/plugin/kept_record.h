@@ -2,12 +2,12 @@
 
 #include "common/archivable.h"
 
-/** Shift, Command, Control and Option are all down: the user's way to start with the defaults, and to leave what is
-    stored as it was. */
+/** True while Shift, Command, Control and Option are all held down, with which the user starts with the defaults and
+    leaves the stored settings unchanged. */
 bool are_settings_held_off();
-/** A record in a file of the settings folder. Whoever loads looks at the keys once, before the first record; saving
-   does nothing while they are down: false. */
+/** Load and save a record in a file of the settings folder. The caller of `load_record` checks `are_settings_held_off`
+    once, before the first record; `save_record` checks it itself and returns false. */
 bool load_record(koreva::TArchivable* record, const char* folder, const char* name);
 bool save_record(koreva::TArchivable* record, const char* folder, const char* name);
-/** gPref from the file that the family shares. */
+/** Loads gPref from the family's shared file. */
 bool load_shared_prefs();

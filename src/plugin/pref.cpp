@@ -32,7 +32,7 @@ void cut_family(std::string* family) {
   family->resize(cut_text(*family, kMaxFamilyBytes).size());
 }
 
-/** Calls visit(key, field) for every setting of a group; every call is made, whatever the others return. */
+/** Calls visit(key, field) for all settings of a group, even after one returned false. True if all returned true. */
 template <typename Values, typename Visit>
 bool for_each_general(Values* v, Visit visit) {
   bool all = visit("SoTp", &v->stayOnTop);

@@ -5,14 +5,14 @@
 #include <memory>
 #include <mutex>
 
-/** The settings that the editor shares with the companion display; the names in quotes are their fields on disk. */
+/** The settings shared by the editor and the lyrics display. Names in quotes are the fields on disk. */
 struct TPrefValues {
   bool stayOnTop = false;                   // "SoTp"
-  int32 fontLevel = 0;                      // "FntL", kept for the display
+  int32 fontLevel = 0;                      // "FntL", used by the display only
   int32 readEncoding = 4;                   // "REnc": 0 UTF-8, 1 Shift-JIS, 2 JIS, 4 detect
   int64 pollIntervalUs = 25000;             // "MTmI"
   std::string languageFile = "English.llt"; // "LLTF"; empty: the built-in English
-  bool doubleBuffer = true;                 // "DbBf", kept for the display
+  bool doubleBuffer = true;                 // "DbBf", used by the display only
   bool showToolBar = true;                  // "STlB"
   int32 writeCRType = 0;                    // "WCRT": 0 LF, 1 CR LF, 2 CR
   int32 writeEncoding = 0;                  // "WEnc": 0 UTF-8, 1 Shift-JIS, 2 JIS
@@ -32,8 +32,8 @@ struct TPrefValues {
   std::string backgroundImage;                // "BGIF"
 };
 
-/** The plug-in's settings. Read from "VesmoShared_Prefs.arc" at start, updated by messages of the companion, never
-    written by the editor. Any thread may take a snapshot while another updates. */
+/** The plug-in's settings, read from "VesmoShared_Prefs.arc" on start and updated by messages of the companion; the
+    editor never writes them. Thread-safe: `Values` returns an immutable snapshot. */
 class TPref : public koreva::TArchivable {
 public:
   TPref();
@@ -46,13 +46,13 @@ public:
   bool Archive(BMessage* archive) override;
   bool Unarchive(const BMessage& archive) override;
   bool ArchiveAppearance(BMessage* archive) const;
-  /** Takes the appearance fields that the message carries. */
+  /** Applies the appearance fields in the message. */
   bool UnarchiveAppearance(const BMessage& archive);
 
 private:
-  mutable std::mutex fMutex; // guards the pointer
+  mutable std::mutex fMutex; // guards fValues
   std::shared_ptr<const TPrefValues> fValues;
 };
 
-/** Null before start. */
+/** Null until the plug-in is constructed. */
 extern TPref* gPref;

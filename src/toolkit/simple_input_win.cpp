@@ -3,17 +3,14 @@
 #include "platform/interface/button.h"
 #include "platform/interface/string_view.h"
 #include "platform/interface/text_control.h"
+#include "plugin/message_codes.h"
 #include "toolkit/krv_dlg_view.h"
 
 #include <utility>
 
-namespace {
-constexpr uint32 kMsgGo = '_go_';
-} // namespace
-
 TSimpleInputWin::TSimpleInputWin()
     : TKRVDlgWin(""), fView(new TKRVDlgView("SimpleInput")), fLabel(new BStringView({}, "InputLabel", "")),
-      fField(new BTextControl({}, "Input", "", "")), fGo(new BButton({}, "Go", "", new BMessage(kMsgGo))),
+      fField(new BTextControl({}, "Input", "", "")), fGo(new BButton({}, "Go", "", new BMessage(kMsgInputGo))),
       fCancel(new BButton({}, "Cancel", "", new BMessage(B_QUIT_REQUESTED))) {
   fView->AddRow({fLabel, fField});
   fView->AddButtons({fCancel, fGo});
@@ -47,7 +44,7 @@ void TSimpleInputWin::Show() {
 }
 
 void TSimpleInputWin::MessageReceived(BMessage* message) {
-  if (message->what == kMsgGo) return Go();
+  if (message->what == kMsgInputGo) return Go();
   TKRVDlgWin::MessageReceived(message);
 }
 

@@ -7,8 +7,8 @@
 #include "platform/interface/menu_bar.h"
 #include "platform/interface/menu_item.h"
 #include "platform/kernel/modifiers.h"
+#include "plugin/message_codes.h"
 #include "window/editor_window.h"
-#include "window/manager_requests.h"
 
 namespace {
 

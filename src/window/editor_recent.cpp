@@ -10,6 +10,7 @@
 #include "platform/interface/menu_item.h"
 #include "platform/storage/entry.h"
 #include "platform/storage/entry_ref.h"
+#include "plugin/message_codes.h"
 #include "window/editor_window.h"
 
 namespace {

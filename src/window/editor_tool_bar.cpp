@@ -5,10 +5,10 @@
 #include "language/llt.h"
 #include "platform/app/message.h"
 #include "platform/interface/menu_bar.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "toolkit/tool_bar.h"
 #include "window/editor_window.h"
-#include "window/manager_requests.h"
 #include "window/tool_bar_images.h"
 
 #include <algorithm>

@@ -4,7 +4,6 @@
 #include "document/editor_view.h"
 #include "family/message_filters.h"
 #include "hostlink/sonivo_window.h"
-#include "lyrics/document_notices.h"
 #include "lyrics/reaction_time.h"
 #include "platform/app/application.h"
 #include "platform/app/message.h"
@@ -12,6 +11,7 @@
 #include "platform/interface/menu_bar.h"
 #include "platform/interface/screen.h"
 #include "plugin/exit_state.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "toolkit/placement.h"
 #include "toolkit/tool_bar.h"
@@ -80,16 +80,16 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case B_SAVE_REQUESTED:
   case kMsgDefaultStatBar:
   case kMsgAppearance:
-  case 'Sssr':
+  case kMsgStatBarStr:
   case kMsgShiftTags:
   case kMsgExportTo:
     return fEditorView->MessageReceived(message);
-  case 'Splc':
+  case kMsgToolBar:
     return PrefToolBarChanged();
   case kMsgPollInterval:
     PrefStayOnTopChanged();
     return fEditorView->MessageReceived(message);
-  case 'Spsc':
+  case kMsgStayOnTop:
     return PrefStayOnTopChanged();
   case kMsgStampHint:
     fManager->PostMessage(message);
@@ -122,7 +122,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     return UpdateModeComposRqtd(*message);
   case kMsgIAPChanged:
     return IAPChanged();
-  case '_lgc':
+  case kMsgLanguageChanged:
     SetToolTip();
     SetLabels();
     return fEditorView->MessageReceived(message);
@@ -146,7 +146,7 @@ void TVesmoEWin::Quit() {
   RememberPanelFolders();
   // Posted only after the record is complete: from this message on the manager no longer waits for the window, and
   // other threads may write the record to the disk or read it for the next window.
-  BMessage closed('mwcl');
+  BMessage closed(kMsgMainClosed);
   closed.AddMessenger("window", BMessenger(this));
   closed.AddInt32("FilesTaken", fFilesTaken);
   fManager->PostMessage(&closed);

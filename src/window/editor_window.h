@@ -16,12 +16,6 @@ class TToolButton;
 class TVesmoESavePanel;
 class TVesmoEView;
 
-enum : uint32 {
-  kMsgOpenPanel = '_opn',
-  kMsgExport = '_exp',
-  kMsgClearHistory = '_dam', // after a question
-};
-
 /** The editor's window: menu bar, tool bar, editor view and file panels. Follows the player's window. Owned by the
     manager. */
 class TVesmoEWin : public TKRVWin {

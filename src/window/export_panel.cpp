@@ -6,6 +6,7 @@
 #include "platform/app/message.h"
 #include "platform/interface/menu_bar.h"
 #include "platform/interface/window.h"
+#include "plugin/message_codes.h"
 
 #include <algorithm>
 #include <utility>

@@ -7,9 +7,6 @@
 
 class BMenu;
 
-/** To the window, from the panel's menu. */
-enum : uint32 { kMsgExportFormat = '_exf' };
-
 /** A save panel for exports, with a menu of formats. Its answer carries the format as int32 "Format"; choosing a format
     proposes a file name for it. Any thread that does not hold the panel's lock. */
 class TExportPanel : public BFilePanel {

@@ -26,7 +26,7 @@ size_t files_in(const std::string& folder) {
   return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
 }
 
-/** No file of this process can grow beyond that while this lives: to the program the disk is full. */
+/** Simulates a full disk: files of this process cannot grow beyond the limit. */
 class FullDisk {
 public:
   explicit FullDisk(rlim_t bytes) {
@@ -44,7 +44,7 @@ private:
   rlimit fBefore{};
 };
 
-/** Runs in a process of its own, which is over when this returns; its id. */
+/** Runs `act` in a child process and waits for it; returns its id. */
 template <typename Act>
 pid_t in_a_process(Act act) {
   const pid_t child = fork();
@@ -164,11 +164,11 @@ TEST(AtomicReplace, TheOnlyWholeCopySurvivesTheSaveAfterAKill) {
   const std::string path = folder.Write("a.lrc", whole);
   std::filesystem::create_hard_link(path, folder.File("b.lrc"));
   in_a_process([&] {
-    const rlimit limit{whole.size(), whole.size()}; // what grows beyond is killed as it is written
+    const rlimit limit{whole.size(), whole.size()}; // exceeding the limit kills the process
     setrlimit(RLIMIT_FSIZE, &limit);
     static_cast<void>(atomic_replace(path, std::string(9000, 'n')));
   });
-  std::filesystem::resize_file(path, 100); // as far as it had come
+  std::filesystem::resize_file(path, 100); // the partial write
   const std::string copy = folder.File("a.lrc.before-save");
   EXPECT_EQ(longer_safety_copy(path), copy);
   ASSERT_EQ(atomic_replace(path, "short"), B_OK);
@@ -201,7 +201,7 @@ TEST(SafetyCopy, RecoveryFilesNeverFollowALinkOrReplaceEachOther) {
   const ScratchFolder folder;
   setenv("XDG_CONFIG_HOME", folder.File("settings").c_str(), 1);
   const std::string first = keep_for_recovery("/x/a.lrc", "first");
-  const std::string second = keep_for_recovery("/x/a.lrc", "second"); // within the same second, mostly
+  const std::string second = keep_for_recovery("/x/a.lrc", "second"); // usually within the same second
   EXPECT_NE(first, second);
   EXPECT_TRUE(file_holds(first, "first") && file_holds(second, "second"));
   EXPECT_EQ(mode_of(first), 0600U);

@@ -1,5 +1,6 @@
 #include "common/ini_file.h"
 
+#include "tests/support/memory_file.h"
 #include "tests/support/scratch_folder.h"
 
 #include <gmock/gmock.h>
@@ -13,10 +14,8 @@ constexpr int kLength = 64;
 
 class Ini {
 public:
-  explicit Ini(const std::string& text, int lineLength = kLength) {
-    fStream.Write(text.data(), text.size());
-    fFile = std::make_unique<TIniFile>(&fStream, lineLength);
-  }
+  explicit Ini(const std::string& text, int lineLength = kLength)
+      : fStream(text), fFile(std::make_unique<TIniFile>(&fStream, lineLength)) {}
   TIniFile* operator->() { return fFile.get(); }
   std::string Value(const char* key) {
     char text[kLength + 1] = "absent";
@@ -25,9 +24,7 @@ public:
   }
   std::vector<std::string> Sections() { return Texts(&TIniFile::EnumSections); }
   std::vector<std::string> Keys() { return Texts(&TIniFile::EnumKeys); }
-  std::string Written() const {
-    return std::string(static_cast<const char*>(fStream.Buffer()), fStream.BufferLength());
-  }
+  std::string Written() const { return fStream.Contents(); }
 
 private:
   std::vector<std::string> Texts(int32 (TIniFile::*enumerate)(BList*)) {
@@ -37,7 +34,7 @@ private:
     for (int32 i = 0; i < list.CountItems(); ++i) texts.emplace_back(static_cast<const char*>(list.ItemAt(i)));
     return texts;
   }
-  BMallocIO fStream;
+  MemoryFile fStream;
   std::unique_ptr<TIniFile> fFile;
 };
 

@@ -35,7 +35,7 @@ TEST(Reext, LooksAtTheLastComponentAlone) {
 
 TEST(TextDetection, FollowsTheCounts) {
   EXPECT_EQ(koreva::detect_cr_type("\r\n\n\r"), 1) << "unpaired but as many";
-  EXPECT_EQ(koreva::detect_charset("\xe3\x81"), 1) << "cut off is one fault";
+  EXPECT_EQ(koreva::detect_charset("\xe3\x81"), 1) << "a truncated sequence is one error";
   EXPECT_EQ(koreva::detect_charset("\xfe\x80\x80\x80\x80\x80\x80"), 0) << "seven ones announce six bytes";
   EXPECT_EQ(koreva::detect_charset("\x80"), 1);
   EXPECT_EQ(koreva::detect_charset("\xe3\x1b\x81"), 1) << "an ESC stepped over does not count";
@@ -47,11 +47,11 @@ TEST(GetEntry, MakesTheFoldersOfTheSettings) {
   BEntry entry;
   BPath path;
   ASSERT_TRUE(koreva::get_entry("a.arc", &entry, koreva::kSettingsDir, "Shared"));
-  entry.GetPath(&path);
+  EXPECT_EQ(entry.GetPath(&path), B_OK);
   EXPECT_EQ(path.Path(), folder.File("KOREVA/Shared/a.arc"));
   EXPECT_TRUE(BEntry(folder.File("KOREVA/Shared").c_str()).IsDirectory());
   ASSERT_TRUE(koreva::get_entry("/x/y", &entry, koreva::kSettingsDir, "Other"));
-  entry.GetPath(&path);
+  EXPECT_EQ(entry.GetPath(&path), B_OK);
   EXPECT_STREQ(path.Path(), "/x/y");
   EXPECT_FALSE(BEntry(folder.File("KOREVA/Other").c_str()).Exists());
   EXPECT_FALSE(koreva::get_entry("", &entry, koreva::kSettingsDir, "Shared"));
@@ -66,7 +66,7 @@ TEST(NextMessage, WaitsInsideAMessageUntilInvoked) {
   EXPECT_TRUE(koreva::invoke_next_msg(&copy));
   target->DeliverAll();
   EXPECT_EQ(target->fWhat, uint32{'next'});
-  BMessage bare('bare'); // without the messenger that add_next_msg puts beside the two fields
+  BMessage bare('bare'); // without the messenger that add_next_msg adds
   const BMessage next('then');
   bare.AddMessage("NextMsg", &next);
   EXPECT_FALSE(koreva::invoke_next_msg(&bare));
@@ -79,4 +79,32 @@ TEST(NextMessage, WaitsInsideAMessageUntilInvoked) {
   EXPECT_FALSE(koreva::copy_next_msg(&copy, copy));
   target.reset();
   EXPECT_FALSE(koreva::invoke_next_msg(&save)) << "the target is gone";
+}
+
+TEST(NextMessage, APointerFromAnotherProcessIsNeverFollowed) {
+  const OwnLooper<Catcher> target(new Catcher);
+  BMessage bare('bare');
+  const BMessage next('next');
+  bare.AddMessage("NextMsg", &next);
+  bare.AddPointer("NextMsgTgt", static_cast<BHandler*>(target.get()));
+  bare.SetDropped({}, true);
+  ASSERT_TRUE(bare.IsSourceRemote());
+  EXPECT_FALSE(koreva::invoke_next_msg(&bare));
+  BMessage copy('copy');
+  EXPECT_TRUE(koreva::copy_next_msg(&copy, bare));
+  EXPECT_FALSE(koreva::invoke_next_msg(&copy)) << "nor by way of a copy";
+  EXPECT_EQ(target->DeliverAll(), 0);
+}
+
+TEST(SaveRef, IsInTheFolderThatThePanelNames) {
+  const auto path_of = [](const entry_ref& directory) {
+    BMessage answer(B_SAVE_REQUESTED);
+    answer.AddRef("directory", &directory);
+    answer.AddString("name", "a.lrc");
+    entry_ref ref;
+    EXPECT_TRUE(koreva::get_save_ref(&answer, &ref));
+    return ref.FullPath();
+  };
+  EXPECT_EQ(path_of({"/music", "new"}), "/music/new/a.lrc");
+  EXPECT_EQ(path_of({"/music", "."}), "/music/a.lrc");
 }

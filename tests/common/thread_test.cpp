@@ -11,7 +11,7 @@
 
 namespace {
 
-/** Counts its rounds until it is told to end, and says when the first is done and when the object goes. */
+/** Counts rounds until terminated; signals its first round and its destructor. */
 class Counter : public koreva::TThread {
 public:
   Counter() : TThread("counting", B_NORMAL_PRIORITY) {}
@@ -56,7 +56,7 @@ TEST(Thread, IsHeldWhileSuspendedAndCanStillBeEnded) {
   EXPECT_TRUE(counter.IsSuspended());
   const int rounds = counter.fRounds;
   snooze(20000);
-  EXPECT_LE(counter.fRounds, rounds + 1); // the round it was in
+  EXPECT_LE(counter.fRounds, rounds + 1); // the round in progress
   ASSERT_EQ(counter.Resume(), B_OK);
   while (counter.fRounds <= rounds + 1) snooze(100);
   counter.Suspend();

@@ -5,8 +5,8 @@
 #include "companion/song_lyrics.h"
 #include "document/editor_view.h"
 #include "hostlink/host_link.h"
-#include "lyrics/document_notices.h"
 #include "platform/app/message.h"
+#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
 namespace {
@@ -117,12 +117,12 @@ TEST_F(LyricsWindowByHand, AppliesFontAndColoursAtOnce) {
   hands::settle(*fLyrics);
   const std::string before = hands::pixels(*fLyrics, "Lyrics");
   SetPref([](TPrefValues* values) { values->lyrics = {200, 0, 0, 255}; });
-  fLyrics->PostMessage(kNoticeAppearance);
+  fLyrics->PostMessage(kMsgAppearance);
   hands::settle(*fLyrics);
   const std::string red = hands::pixels(*fLyrics, "Lyrics");
   EXPECT_NE(red, before);
   SetPref([](TPrefValues* values) { values->fontSize = 20; });
-  fLyrics->PostMessage(kNoticeAppearance);
+  fLyrics->PostMessage(kMsgAppearance);
   hands::settle(*fLyrics);
   EXPECT_NE(hands::pixels(*fLyrics, "Lyrics"), red);
 }

@@ -4,6 +4,7 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/storage/entry.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "tests/support/hands.h"
 #include "tests/support/loaded_images.h"
@@ -89,7 +90,7 @@ TEST_F(BothPlugins, NewAcceleratorFormatReachesEveryOpenWindowOfBothAtOnce) {
   ASSERT_TRUE(hands::choose(main, {"Edit", "Shift all time tags…"}));
   BWindow& fineTag = hands::wait_for_window("Shift all time tags");
   for (const char* format : {"a) ", "a - "}) {
-    BMessage notice('_ipc');
+    BMessage notice(kMsgIAPChanged);
     notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");
     notice.AddString("IAP:Value", format);
     EXPECT_EQ(BMessenger(gAppSignature).SendMessage(&notice), B_OK);

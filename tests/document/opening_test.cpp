@@ -3,6 +3,7 @@
 #include "document/editor_view.h"
 #include "hostlink/current_song_finder.h"
 #include "lyrics/line_limit.h"
+#include "plugin/message_codes.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>

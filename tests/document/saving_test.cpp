@@ -2,6 +2,7 @@
 
 #include "document/editor_view.h"
 #include "platform/interface/file_panel.h"
+#include "plugin/message_codes.h"
 
 #include <gmock/gmock.h>
 #include <sys/xattr.h>
@@ -55,7 +56,7 @@ TEST_F(Saving, KeepsEncodingAndLineEndsToTheByte) {
       EXPECT_STREQ(type, "text/plain");
     }
   }
-  EXPECT_EQ(CountFiles(), 5); // nothing is left beside them
+  EXPECT_EQ(CountFiles(), 5); // no temporary file remains
 }
 
 TEST_F(Saving, WhatTheEncodingCannotHoldIsNamedAndKept) {
@@ -70,7 +71,7 @@ TEST_F(Saving, WhatTheEncodingCannotHoldIsNamedAndKept) {
   const std::string kept = std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path());
   EXPECT_EQ(fFolder.Read(kept), std::string("[00:01]한é\n日é\n\0", 20));
   Change();
-  Send(BMessage(kMsgSave)); // the same characters are not told of again
+  Send(BMessage(kMsgSave)); // no second warning about the same characters
   EXPECT_THAT(Status(), EndsWith("Saved"));
 }
 
@@ -161,7 +162,7 @@ TEST_F(SavingNew, CloseWaitsForTheNameAndForNothingElse) {
 }
 
 TEST_F(SavingNew, SaveAsCarriesOutTheCommandThatItWasGiven) {
-  BMessage saveAs('_sva');
+  BMessage saveAs(kMsgSaveAs);
   const BMessage next(B_QUIT_REQUESTED);
   saveAs.AddMessage("NxtM", &next);
   saveAs.AddPointer("NxtMT", static_cast<BHandler*>(fWindow));
@@ -191,7 +192,7 @@ TEST_F(SavingNew, LineEndsThatTheSettingsDoNotKnowAreThoseThePanelShows) {
   EXPECT_TRUE(Until([&] { return Title() == "new.lrc - Vesmo Editor"; }));
   EXPECT_EQ(fFolder.Read("new.lrc"), std::string("\n\0", 2));
   Settle();
-  EXPECT_THAT(hands::menu_lines(*fWindow, {"F - File", "O - Open"}).front().label, HasSubstr("new.lrc"));
+  EXPECT_THAT(hands::menu_lines(*fWindow, {"F - File", "O - Open…"}).front().label, HasSubstr("new.lrc"));
 }
 
 TEST_F(Saving, ExportWritesACopyAndTouchesNothingElse) {

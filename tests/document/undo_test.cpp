@@ -68,7 +68,7 @@ TEST_F(UndoAndRedo, GoesBackBehindASave) {
   EXPECT_THAT(Lines(), ElementsAre("[00:11]one"));
   EXPECT_THAT(Status(), EndsWith("Undone"));
   Press("Ctrl+Shift+Z");
-  EXPECT_FALSE(IsModified()) << "as it lies on the disk";
+  EXPECT_FALSE(IsModified()) << "as on the disk";
   Press("Ctrl+Z");
   Press("-");
   EXPECT_FALSE(EditItem(1).isEnabled);

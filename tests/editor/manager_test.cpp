@@ -3,6 +3,7 @@
 #include "editor/vesmo_e_comm_man.h"
 #include "lyrics/reaction_time.h"
 #include "plugin/app_privacy.h"
+#include "plugin/message_codes.h"
 #include "tests/support/editor_world.h"
 #include "tests/support/keeping.h"
 #include "tests/support/own_looper.h"
@@ -15,7 +16,7 @@ constexpr const char* kFineTag = "Shift all time tags";
 
 using hands::windows_titled;
 
-/** The manager's windows run; the manager is handed its messages one by one. */
+/** The windows run on their threads; the test delivers the manager's messages one by one. */
 class ManagerByHand : public EditorWorld {
 protected:
   ManagerByHand() {
@@ -26,14 +27,13 @@ protected:
     fManager = new TVesmoECommMan;
   }
   ~ManagerByHand() override {
-    fManager->Lock();
-    fManager->Quit();
+    if (fManager->Lock()) fManager->Quit();
     hands::wait_for_display();
     EXPECT_TRUE(windows_titled(kAbout).empty());
     EXPECT_TRUE(windows_titled(kFineTag).empty());
     delete std::exchange(gAppPrivacy, nullptr);
   }
-  /** How many messages that makes for the manager. */
+  /** The number of messages that this causes for the manager. */
   int32 Send(const BMessage& message) {
     fManager->PostMessage(&message);
     return fManager->DeliverAll();
@@ -84,7 +84,7 @@ TEST_F(ManagerByHand, AboutWindowStandsBesideTheEditor) {
   Send(request);
   BWindow& about = Only(kAbout);
   EXPECT_TRUE(IsShown(about));
-  about.Lock();
+  EXPECT_TRUE(about.Lock());
   EXPECT_GT(about.Frame().left, 200);
   EXPECT_EQ(about.Frame().top, 120);
   about.Unlock();
@@ -132,10 +132,10 @@ TEST_F(ManagerByHand, PreferencesAreTheCompanionsToShow) {
   const OwnLooper<Keeping<BLooper>> companion(new Keeping<BLooper>);
   BMessage greeting(kMsgPartnerConnects);
   greeting.AddPointer("CSCommMan", companion.get());
-  Send(BMessage(kMsgPreparePref)); // the user may be quicker than the companion
+  Send(BMessage(kMsgPreparePref)); // the request may come before the companion
   Send(greeting);
   Send(BMessage(kMsgPreferences));
-  Send(BMessage(kMsgStampHint)); // which that window may show
+  Send(BMessage(kMsgStampHint)); // for that window
   companion->DeliverAll();
   EXPECT_EQ(companion->Codes(), (std::vector<uint32>{kMsgOpenPref, kMsgOpenPref, kMsgStampHint}));
   const BMessage& request = companion->fReceived.front();
@@ -147,8 +147,8 @@ TEST_F(ManagerByHand, PreferencesAreTheCompanionsToShow) {
 
 TEST_F(ManagerByHand, ChangesOfTheCompanionReachTheSettings) {
   int32 offsetMs = 0;
-  for (const uint32 code : {uint32{'Spsc'}, uint32{'Sedr'}, uint32{'Splc'}, uint32{'Spac'}, uint32{'Ssic'},
-                            uint32{'Sssr'}, uint32{'Spec'}, uint32{'Spcc'}, uint32{'Sprc'}, uint32{'Sptc'}}) {
+  for (const uint32 code : {kMsgStayOnTop, kMsgDefaultStatBar, kMsgToolBar, kMsgAppearance, kMsgPollInterval,
+                            kMsgStatBarStr, kMsgEncoding, kMsgLineEnds, kMsgReadEncoding, kMsgTimeOffset}) {
     BMessage change(code);
     change.AddInt32("TmDf", ++offsetMs);
     Send(change);
@@ -158,7 +158,7 @@ TEST_F(ManagerByHand, ChangesOfTheCompanionReachTheSettings) {
 
 TEST_F(ManagerByHand, AnotherLanguageFileIsLoadedAtOnce) {
   BMessage change(kMsgLanguageChanged);
-  change.AddString("LLTF", ""); // from a file beside the plug-in to the built-in texts
+  change.AddString("LLTF", ""); // from a file next to the plug-in to the built-in texts
   Send(change);
   EXPECT_FALSE(gAppPrivacy->ShouldBeLanguageChanged());
   EXPECT_EQ(Send(BMessage(kMsgLanguageNode)), 2) << "a change on the disk is one of the language";

@@ -1,10 +1,11 @@
-/** What the rest of the program does while a question of the editor is open, and whether the editor lives on after it.
-    Ends by itself: a program that stands still is killed by its alarm. */
+/** What the rest of the program does while a question of the editor is open, and whether the editor works after it. An
+    alarm ends the program on a deadlock. */
 
 #include "editor/vesmo_e_comm_man.h"
 #include "hostlink/sonivo_window.h"
 #include "platform/interface/window.h"
 #include "plugin/app_privacy.h"
+#include "plugin/message_codes.h"
 #include "tests/support/editor_world.h"
 #include "tests/support/keeping.h"
 #include "tests/support/own_looper.h"
@@ -19,7 +20,7 @@ namespace {
 constexpr unsigned kPatienceSeconds = 120;
 constexpr int kMoreMovesThanAQueueHolds = 5000;
 
-/** The window of that title; windows that keep their lock are passed over. */
+/** The window of that title; windows that keep their lock are skipped. */
 BWindow* find_window(const std::string& title) {
   for (const BMessenger& address : be_app->WindowAddresses()) {
     if (address.LockTargetWithTimeout(10000) != B_OK) continue;
@@ -37,7 +38,7 @@ BWindow* wait_for(const std::string& title) {
   return window;
 }
 
-/** Manager, editor and the player's window run; the editor asks whether it is to save "a.lrc" before it closes. */
+/** Manager, editor and the player's window run; the closing editor asks whether to save "a.lrc". */
 class OpenQuestion : public EditorWorld {
 protected:
   OpenQuestion() {
@@ -69,7 +70,7 @@ protected:
     open.AddRef("refs", &ref);
     BMessenger(fManager.get()).SendMessage(&open);
   }
-  /** Has handled all that was asked of it so far. */
+  /** Waits until all earlier messages are handled. */
   void WaitForManager() {
     const BMessage question('wait');
     BMessage answer;

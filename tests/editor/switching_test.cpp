@@ -2,6 +2,7 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "tests/support/hands.h"
 #include "tests/support/loaded_images.h"
 
@@ -23,7 +24,7 @@ BMessage language_notice(const char* file) {
 
 template <typename Add>
 BMessage preference_notice(const char* item, Add add) {
-  BMessage notice('_ipc');
+  BMessage notice(kMsgIAPChanged);
   notice.AddString("IAP:SrcApp", kEditor);
   notice.AddString("IAP:SrcIAPItem", item);
   add(&notice);
@@ -57,7 +58,7 @@ protected:
     fFineTag = &hands::wait_for_window("Shift all time tags");
     fCommon = &hands::wait_for_window("KOREVA Common Preferences");
   }
-  /** Until it has handled all that it was sent. */
+  /** Waits until all earlier messages are handled. */
   static void WaitFor(const BMessenger& looper) {
     const BMessage question('wait');
     BMessage answer;
@@ -91,7 +92,7 @@ TEST_F(Switching, AThousandLanguagesAndPreferencesEndWithTheLast) {
   WaitFor(BMessenger(fApp.get()));
   WaitFor(fManager);
   WaitFor(BMessenger(fMain));
-  WaitFor(BMessenger(fMain)); // its menus are shown by a message that it sends itself
+  WaitFor(BMessenger(fMain)); // its menus are updated by a message to itself
   EXPECT_EQ(FirstMenu(*fMain), "F) Datei");
   EXPECT_EQ(hands::spoken(*fMain, "TBSave").name, "Speichern");
   EXPECT_EQ(hands::spoken(*fAbout, "Close").name, "C) Schließen");

@@ -36,7 +36,7 @@ TEST_F(Plugin, OpensItsWindowAndClosesIt) {
   ASSERT_TRUE(window.Lock());
   window.MoveTo(222, 111);
   window.Unlock();
-  hands::wait_for_display(); // what it tells of the opening is out of the way
+  hands::wait_for_display(); // the status text of the opening is gone
   plugin->Cleanup();
   plugin.reset();
   EXPECT_EQ(StoredFrame().LeftTop(), (BPoint{222, 111})) << "recorded before it is written";

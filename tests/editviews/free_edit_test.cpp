@@ -36,7 +36,7 @@ TEST_F(FreeEdit, LinesMarkAndCurrentLineGoAlongWithTheMode) {
   EXPECT_TRUE(IsModified());
   EXPECT_EQ(fWindow->CurrentFocus(), fWindow->FindView("TagInputView"));
   Press("Delete");
-  EXPECT_EQ(Status().substr(Status().size() - 1), "3") << "behind the last line end means the last line";
+  EXPECT_EQ(Status().substr(Status().size() - 1), "3") << "after the last line end means the last line";
 }
 
 TEST_F(FreeEdit, TabIsTypedAndOtherKeysLeaveTheText) {
@@ -75,7 +75,7 @@ TEST_F(FreeEdit, OnlyKeysThatMayChangeTheTextMarkIt) {
   }
   Press("Ctrl+Home");
   View().SetModified(false);
-  Press("Backspace"); // nothing stands before the caret
+  Press("Backspace"); // nothing before the caret
   EXPECT_TRUE(IsModified());
   View().SetModified(false);
   hands::compose(*fWindow, "に", "日本");

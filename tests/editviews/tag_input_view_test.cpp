@@ -2,6 +2,7 @@
 
 #include "document/editor_view.h"
 #include "platform/app/message_filter.h"
+#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
 #include <gmock/gmock.h>
@@ -164,7 +165,7 @@ private:
 };
 } // namespace
 
-TEST_F(TagInputView, WhoKeepsMovingFreshStampsEarlierIsToldOnceHowLateTheyAre) {
+TEST_F(TagInputView, RepeatedCorrectionsOfFreshStampsAreReportedOnceAsLateness) {
   std::vector<std::string> reports;
   fWindow->AddCommonFilter(new Reports(&reports));
   SetPref([](TPrefValues* values) { values->timeOffsetMs = 10; });
@@ -177,7 +178,7 @@ TEST_F(TagInputView, WhoKeepsMovingFreshStampsEarlierIsToldOnceHowLateTheyAre) {
     EditView().SetCurLine(row);
     for (int step = 0; step < 4; ++step) {
       Press("-");
-      EXPECT_EQ(reports.back(), "Tag nudged by -10[ms]") << "the finding travels beside it";
+      EXPECT_EQ(reports.back(), "Tag nudged by -10[ms]") << "the finding is a field of its own";
       const bool isNew = row == 5 && step == 0;
       EXPECT_THAT(Status(), EndsWith(std::string("Tag nudged by -10[ms]") +
                                      (isNew ? "   Your stamps are about 40 ms late" : "")));
@@ -190,7 +191,7 @@ TEST_F(TagInputView, WhoKeepsMovingFreshStampsEarlierIsToldOnceHowLateTheyAre) {
     EditView().SetCurLine(row);
     for (int step = 0; step < 9; ++step) Press("-");
   }
-  EXPECT_THAT(Status(), EndsWith("Tag moved by -10[ms]"));
+  EXPECT_THAT(Status(), EndsWith("Tag nudged by -10[ms]"));
   fManager->DeliverAll();
   int hints = 0;
   for (const BMessage& told : fManager->Taken()) {

@@ -2,6 +2,7 @@
 
 #include "platform/app/application.h"
 #include "platform/app/message.h"
+#include "plugin/message_codes.h"
 #include "tests/support/own_looper.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +31,7 @@ TEST(CommMan, WhicheverStartsSecondConnectsBoth) {
   EXPECT_EQ(second->SendMessage(&message), B_OK);
   const BMessage sync('nope');
   BMessage answer;
-  BMessenger(first.get()).SendMessage(&sync, &answer); // everything before this was handled
+  BMessenger(first.get()).SendMessage(&sync, &answer); // all earlier messages are handled
   EXPECT_EQ(first->fReceived, 1);
   EXPECT_EQ(first->SendMessage(&message), B_OK) << "told where the second is";
   BMessenger(second.get()).SendMessage(&sync, &answer);

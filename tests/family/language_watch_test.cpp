@@ -28,7 +28,7 @@ std::string language_file(const std::string& fileText) {
   return "[Informations]\nHeader = LLT File Format 100\nLanguage = Test\n[Data]\nMenu_File = " + fileText + "\n";
 }
 
-/** As the manager does it: looks for a change at every notice, and takes it over. */
+/** Like the managers: checks for a change at every notice, and reloads. */
 class Manager : public BLooper {
 public:
   explicit Manager(std::string pluginPath) : BLooper("manager"), fPluginPath(std::move(pluginPath)) {
@@ -90,7 +90,7 @@ std::atomic<int> LanguageWatch::gAlerts;
 
 } // namespace
 
-TEST_F(LanguageWatch, FileThatIsWrittenAgainIsReadAgain) {
+TEST_F(LanguageWatch, AChangedFileIsReloaded) {
   for (const char* text : {"one", "two", "three"}) { // within a second, too
     Write(language_file(text));
     EXPECT_TRUE(Shows(text));
@@ -105,7 +105,7 @@ TEST_F(LanguageWatch, EditorsWaysToSaveCauseNoAlert) {
   const std::string whole = language_file("in two writes");
   const int file = open(File().c_str(), O_WRONLY | O_TRUNC);
   ASSERT_EQ(write(file, whole.data(), 20), 20);
-  snooze(5000); // the file is torn that long
+  snooze(5000); // meanwhile the file is incomplete
   ASSERT_GT(write(file, whole.data() + 20, whole.size() - 20), 0);
   close(file);
   EXPECT_TRUE(Shows("in two writes"));
@@ -116,7 +116,7 @@ TEST_F(LanguageWatch, EditorsWaysToSaveCauseNoAlert) {
   EXPECT_EQ(gAlerts, 0);
 }
 
-TEST_F(LanguageWatch, DeletedFileIsToldOfAndTakenAgainWhenItComesBack) {
+TEST_F(LanguageWatch, ADeletedFileIsReportedAndReloadedWhenItComesBack) {
   unlink(File().c_str());
   EXPECT_TRUE(hands::until([] { return gAlerts > 0; }));
   EXPECT_TRUE(Shows("! ERROR !"));
@@ -125,8 +125,8 @@ TEST_F(LanguageWatch, DeletedFileIsToldOfAndTakenAgainWhenItComesBack) {
   EXPECT_TRUE(Shows("back"));
 }
 
-TEST_F(LanguageWatch, WhatIsWrittenBetweenLoadingAndWatchingIsReadAgain) {
-  fManager.reset(); // nobody watches
+TEST_F(LanguageWatch, AWriteBetweenLoadingAndWatchingCausesAReload) {
+  fManager.reset(); // without a watch
   Write(language_file("meanwhile"));
   fManager.reset(new Manager(PluginPath()));
   fManager->Run();

@@ -3,6 +3,7 @@
 #include "hostlink/current_song_finder.h"
 #include "hostlink/front_end_receiver.h"
 #include "platform/app/looper.h"
+#include "plugin/message_codes.h"
 #include "tests/hostlink/strange_host.h"
 #include "tests/support/hands.h"
 #include "tests/support/own_looper.h"
@@ -23,6 +24,8 @@ struct Asker : BLooper {
   uint32 fWhat = 0;
 };
 
+constexpr int64 kHourUs = 3600000000;
+
 class HostLink : public testing::Test {
 protected:
   HostLink() { StartHost(); }
@@ -30,13 +33,14 @@ protected:
     fHost.reset(new StrangeHost);
     fHost->Run();
   }
-  void Connect() {
-    fLink = std::make_unique<Sonivo_FrontEnd>(false, 100000);
+  /** The worker sleeps for an hour unless woken, so that a missing wake-up hangs the test. */
+  void Connect(bool polls = false) {
+    fLink = std::make_unique<Sonivo_FrontEnd>(polls, kHourUs);
     fLink->Start();
     ASSERT_TRUE(hands::until([this] { return fHost->fHandshakes > 0; }));
     ASSERT_TRUE(fLink->IsReady());
   }
-  /** Until the player has handled all that it was sent, and the mailbox its answers. */
+  /** Waits until the player has handled all messages, and the mailbox its answers. */
   void LetArrive() const {
     const BMessage nothing('none');
     BMessage answer;
@@ -47,13 +51,13 @@ protected:
     LetArrive();
     return fLink->Receiver()->HasArrived();
   }
-  /** Asks, and takes what has come. */
+  /** Requests a record and applies it. */
   void RefreshUntilArrived() {
     fLink->Refresh();
-    while (!HasArrived()) fLink->Refresh(); // the connection may still be in the making
+    while (!HasArrived()) fLink->Refresh(); // the connection may not be complete yet
     fLink->Refresh();
   }
-  /** The file of the playing song; "none" without a song, "nameless" when its file is not told. */
+  /** The file of the current song; "none" without a song, "nameless" without a file name. */
   std::string CurrentFile() const {
     SonivoSongEntry entry;
     if (!get_current_song_entry(fLink.get(), &entry)) return "none";
@@ -61,7 +65,7 @@ protected:
     free_song_entry(&entry);
     return file;
   }
-  /** What the finder has told, and of which file. */
+  /** The code of the finder's next message. */
   uint32 Answer() {
     EXPECT_TRUE(hands::until([&] { return fAsker->DeliverNext(); }));
     return fAsker->fWhat;
@@ -114,7 +118,7 @@ TEST_F(HostLink, ShortAnswersAreIgnoredAndLongOnesCut) {
   EXPECT_EQ(fLink->Title(), std::string(112, 'x')) << "ends with the record";
 }
 
-TEST_F(HostLink, TellsWhetherTheSongPlaysAsFarAsThePlayerDoes) {
+TEST_F(HostLink, ReportsWhetherTheSongPlaysAsFarAsThePlayerDoes) {
   fHost->SetRecord(1000, "t");
   Connect();
   for (const std::optional<bool> told : {std::optional(true), std::optional(false), std::optional<bool>()}) {
@@ -126,15 +130,15 @@ TEST_F(HostLink, TellsWhetherTheSongPlaysAsFarAsThePlayerDoes) {
   }
 }
 
-TEST_F(HostLink, WishesReachThePlayer) {
+TEST_F(HostLink, CommandsReachThePlayer) {
   Connect();
   EXPECT_EQ(fLink->SeekTo(61230), B_OK);
   EXPECT_EQ(fLink->SeekBy(-2000), B_OK);
   EXPECT_EQ(fLink->PlayPause(), B_OK);
   EXPECT_EQ(fLink->ChangeSpeed(-5), B_OK);
   LetArrive();
-  EXPECT_EQ(fHost->Wishes(),
-            (std::vector<StrangeHost::Wish>{{'SNsk', 61230}, {'SNsr', -2000}, {'SNpp', -1}, {'SNsp', -5}}));
+  EXPECT_EQ(fHost->Commands(),
+            (std::vector<StrangeHost::Command>{{'SNsk', 61230}, {'SNsr', -2000}, {'SNpp', -1}, {'SNsp', -5}}));
   fLink->PlayThis(2, true);
   EXPECT_TRUE(hands::until([this] { return fHost->fPlayed == 2; }));
   EXPECT_TRUE(fHost->fFaded);
@@ -179,7 +183,8 @@ TEST_F(HostLink, ThePlayingSongIsTheFirstOfItsTitle) {
       {"none", {}},
       {"none", {{"/m/1.mp3", "one"}}},
       {"/m/2.mp3", {{"/m/1.mp3", "one"}, {"/m/2.mp3", "two"}, {"/m/3.mp3", "two"}}},
-      {"/m/1.mp3", {{"/m/1.mp3", "one"}, {"/m/2.mp3", "other", false}, {"/m/3.mp3", "two"}}}, // the last one told whole
+      {"/m/1.mp3",
+       {{"/m/1.mp3", "one"}, {"/m/2.mp3", "other", false}, {"/m/3.mp3", "two"}}}, // the last complete answer
   };
   for (const auto& row : rows) {
     fHost->fEntries = row.entries;
@@ -200,7 +205,7 @@ TEST_F(HostLink, APlayerThatNeverAnswersHoldsUpNothing) {
   fLink->StopWaiting();
 }
 
-TEST_F(HostLink, FinderTellsTheLyricsFileOrThatThereIsNone) {
+TEST_F(HostLink, FinderReportsTheLyricsFileOrThatThereIsNone) {
   const ScratchFolder folder;
   const std::string lyrics = folder.Write("song.lrc", "x");
   fHost->SetRecord(1, "song");
@@ -221,12 +226,12 @@ TEST_F(HostLink, APlayerThatAnswersLateIsNotCalledSilent) {
   fHost->SetRecord(1, "song");
   for (const char* title : {"a", "b", "c", "d"}) fHost->fEntries.push_back({"/m/other.mp3", title});
   fHost->fEntries.push_back({folder.File("song.mp3"), "song"});
-  fHost->fLateUs = 450000; // longer than the finder's patience in all, not each
+  fHost->fLateUs = 450000; // longer than the finder's time-out in total, not each
   Connect();
   RefreshUntilArrived();
   TCurrentSongFinder finder(fLink.get(), BMessenger(fAsker.get()));
   finder.Start();
-  // The window goes on taking positions while the search compares titles.
+  // The window keeps refreshing while the search compares titles.
   EXPECT_TRUE(hands::until([&] {
     fLink->Refresh();
     return fAsker->DeliverNext();
@@ -242,7 +247,7 @@ TEST_F(HostLink, ARequestThatFindsThePlayersQueueFullIsSentWhenThereIsRoom) {
   LetArrive();
   THostInformation taken;
   fLink->Receiver()->TakeInformation(&taken);
-  fHost->Lock();
+  EXPECT_TRUE(fHost->Lock());
   while (fHost->PostMessage('none') == B_OK) {
   }
   fLink->Refresh();
@@ -256,13 +261,32 @@ TEST_F(HostLink, APlayerThatHangsFreezesNobody) {
   Connect();
   RefreshUntilArrived();
   auto finder = std::make_unique<TCurrentSongFinder>(fLink.get(), BMessenger(fAsker.get()));
-  fHost->Lock(); // it takes nothing from its queue any more
+  EXPECT_TRUE(fHost->Lock()); // it no longer reads its queue
   for (int i = 0; i < 2 * B_LOOPER_PORT_DEFAULT_CAPACITY; ++i) fLink->Refresh();
   EXPECT_EQ(fHost->CountMessages(), B_LOOPER_PORT_DEFAULT_CAPACITY);
-  EXPECT_EQ(fLink->PlayPause(), -1) << "there is no room for a wish";
+  EXPECT_EQ(fLink->PlayPause(), -1) << "there is no room for a command";
   finder->Start();
   fLink->StopWaiting();
   finder.reset();
   fLink.reset();
   fHost->Unlock();
+}
+
+TEST_F(HostLink, AWorkerThatSleepsUntilItsNextPollIsWokenAtTheEnd) {
+  fHost->SetRecord(1000, "song");
+  Connect(true);
+  EXPECT_TRUE(hands::until([this] { return HasArrived(); })) << "it has polled, and sleeps";
+  fLink.reset();
+}
+
+TEST_F(HostLink, WithoutPollingNothingIsAskedForBetweenRefreshes) {
+  fHost->SetRecord(1000, "song");
+  Connect();
+  RefreshUntilArrived();
+  EXPECT_TRUE(HasArrived()) << "the last refresh asked once more";
+  THostInformation taken;
+  fLink->Receiver()->TakeInformation(&taken);
+  fHost->SetRecord(2000, "song");
+  EXPECT_FALSE(HasArrived());
+  EXPECT_EQ(fHost->CountHeard(), 0);
 }

@@ -3,6 +3,7 @@
 #include "hostlink/host_protocol.h"
 #include "platform/app/application.h"
 #include "platform/app/message.h"
+#include "plugin/message_codes.h"
 
 #include <atomic>
 #include <cstring>
@@ -12,12 +13,12 @@
 #include <utility>
 #include <vector>
 
-/** A player that answers as it is told to: rightly, late, short, or never. */
+/** A fake player whose answers can be correct, late, short, or missing. */
 class StrangeHost : public BApplication {
 public:
   StrangeHost() : BApplication(kHostSignature) {}
 
-  /** The bytes of "Info"; the position and the title stand in them as they should. */
+  /** Sets the bytes of "Info", with position and title in their places. */
   void SetRecord(int32 positionMs, const std::string& title, size_t size = THostInformation::kSize) {
     std::string record(size, '\0');
     if (size >= 8) std::memcpy(record.data() + 4, &positionMs, 4);
@@ -26,7 +27,7 @@ public:
     fRecord = record;
     fHeard = 0;
   }
-  /** How many answers with this record have reached the mailbox of their asker. */
+  /** How many answers with this record the asker's mailbox has handled. */
   int CountHeard() {
     const std::lock_guard lock(fMutex);
     return fHeard;
@@ -37,17 +38,17 @@ public:
     std::string title;
     bool whole = true;
   };
-  using Wish = std::pair<uint32, int32>; // the code, and its number or -1
-  std::vector<Wish> Wishes() {
+  using Command = std::pair<uint32, int32>; // the code, and its number or -1
+  std::vector<Command> Commands() {
     const std::lock_guard lock(fMutex);
-    return fWishes;
+    return fCommands;
   }
-  /** What it tells beside the record; without it, as players do that know nothing of the field. */
+  /** The field "Playing"; empty as with players that do not have it. */
   void SetPlaying(std::optional<bool> isPlaying) {
     const std::lock_guard lock(fMutex);
     fIsPlaying = isPlaying;
   }
-  /** The marks it was last told: the title, and the times. */
+  /** Title and times of the last marks. */
   std::pair<std::string, std::vector<int32>> Marks() {
     const std::lock_guard lock(fMutex);
     return fMarks;
@@ -56,7 +57,7 @@ public:
   std::atomic<int> fCount{-2}; // -2: the number of entries; -1: no answer's field
   std::atomic<bool> fAnswers{true};
   std::atomic<bool> fIsOutside{false}; // answers a handshake as to another process
-  std::atomic<bigtime_t> fLateUs{0};   // how late an entry is told
+  std::atomic<bigtime_t> fLateUs{0};   // delay of the answers about entries
   std::atomic<int> fHandshakes{0};
   std::atomic<int> fPlayed{-1};
   std::atomic<bool> fFaded{false};
@@ -113,17 +114,17 @@ private:
     const std::lock_guard lock(fMutex);
     return {fRecord, fIsPlaying};
   }
-  /** A mailbox answers a question only after it has taken what came before. */
+  /** The mailbox answers only after it has handled all earlier messages. */
   static void WaitUntilTaken(const BMessenger& mailbox) {
     const BMessage nothing('none');
     BMessage answer;
     mailbox.SendMessage(&nothing, &answer);
   }
-  void Keep(const BMessage& wish) {
+  void Keep(const BMessage& command) {
     int32 number = -1;
-    if (wish.FindInt32("Time", &number) != B_OK) wish.FindInt32("Percent", &number);
+    if (command.FindInt32("Time", &number) != B_OK) command.FindInt32("Percent", &number);
     const std::lock_guard lock(fMutex);
-    fWishes.emplace_back(wish.what, number);
+    fCommands.emplace_back(command.what, number);
   }
   void KeepMarks(const BMessage& message) {
     const std::lock_guard lock(fMutex);
@@ -169,11 +170,11 @@ private:
     fPlayed = IndexOf(message);
   }
 
-  std::mutex fMutex; // guards the five below
+  std::mutex fMutex; // guards fRecord, fHeard, fIsPlaying, fCommands, fMarks
   std::string fRecord;
   int fHeard = 0;
   std::optional<bool> fIsPlaying;
-  std::vector<Wish> fWishes;
+  std::vector<Command> fCommands;
   std::pair<std::string, std::vector<int32>> fMarks;
   std::vector<BMessage> fUnanswered;
 };

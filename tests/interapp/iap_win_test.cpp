@@ -6,6 +6,7 @@
 #include "platform/interface/menu_field.h"
 #include "platform/kernel/ports.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "tests/support/hands.h"
 #include "tests/support/scratch_folder.h"
 
@@ -17,18 +18,18 @@ using testing::ElementsAre;
 
 namespace {
 
-/** An application of the family: takes the notices as the manager does. */
+/** An application of the family: applies change notices as the manager does. */
 class Family : public BLooper {
 public:
   explicit Family(const char* signature) : BLooper(signature), fSignature(signature) {
     fPrefs.SetAppSignatureRef(fSignature);
     fPrefs.AddItem(new TIAPItemAccKeyFormat);
     fPrefs.AddItem(new TIAPItemFlatToolBar);
-    be_roster->AddName(fSignature, BMessenger(this), {kMsgIAPNotice});
+    be_roster->AddName(fSignature, BMessenger(this), {kMsgIAPChanged});
   }
   ~Family() override { be_roster->RemoveName(fSignature); }
   void MessageReceived(BMessage* message) override {
-    if (message->what == kMsgIAPNotice) fPrefs.SetValue(*message);
+    if (message->what == kMsgIAPChanged) fPrefs.SetValue(*message);
   }
   std::string Format() {
     std::string format;
@@ -65,8 +66,7 @@ protected:
   ~CommonWindow() override {
     if (fWindow && !fIsClosed && fWindow->Lock()) fWindow->Quit();
     for (Family* family : {fFirst, fSecond}) {
-      family->Lock();
-      family->Quit();
+      if (family->Lock()) family->Quit();
     }
     hands::wait_for_display();
   }
@@ -106,7 +106,7 @@ protected:
 
 } // namespace
 
-TEST_F(CommonWindow, TellsEveryApplicationThatHasTheControl) {
+TEST_F(CommonWindow, NotifiesEveryApplicationThatHasTheControl) {
   Open();
   Click("FlatToolBar");
   EXPECT_TRUE(Until([this] { return !fFirst->IsFlat() && !fSecond->IsFlat(); }));
@@ -115,7 +115,7 @@ TEST_F(CommonWindow, TellsEveryApplicationThatHasTheControl) {
   hands::press(*fWindow, "Down");
   Settle();
   EXPECT_TRUE(Until([this] { return fFirst->Format() == "a) " && fSecond->Format() == "a) "; }));
-  // The value is told before it lies on the disk.
+  // The notice comes before the value is on the disk.
   EXPECT_TRUE(hands::until([] { return Family("application/x-vnd.test-third").Format() == "a) "; }))
       << "stored for those who start later";
   hands::press(*fWindow, "Return"); // OK
@@ -141,7 +141,7 @@ TEST_F(CommonWindow, CancelBringsBackAndDefaultSetsWhatIsBuiltIn) {
 
 TEST_F(CommonWindow, GarbageThroughThePortChangesNothing) {
   Open();
-  write_port(fWindow->Port(), 0, "nonsense", 8);
+  EXPECT_EQ(write_port(fWindow->Port(), 0, "nonsense", 8), B_OK);
   BMessage odd(kMsgIAPControls);
   odd.AddString("FlatToolBar", "text");
   BMessage half;
@@ -168,17 +168,28 @@ TEST_F(CommonWindow, IsClosedByItsMakerAloneUnlessForcedAndMadeAgain) {
   EXPECT_LT(find_port(kIAPPortName), 0);
 }
 
+TEST_F(CommonWindow, ItsEndDoesNotWaitForRoomInItsQueue) {
+  Open();
+  while (fWindow->PostMessage(kMsgWait) == B_OK) continue;
+  BMessage activate(kMsgIAPActivate);
+  fFirst->fPrefs.SendMessage(fWindow->Port(), &activate);
+  EXPECT_TRUE(hands::until([this] { return port_count(fWindow->Port()) == 0; })) << "the port's thread waits for room";
+  fWindow->Lock();
+  fWindow->Quit();
+  EXPECT_LT(find_port(kIAPPortName), 0);
+}
+
 TEST_F(CommonWindow, ValuesAreAskedForAndToldByNameAndType) {
   TInterAppPrefs& prefs = fFirst->fPrefs;
   bool flat = false;
   EXPECT_EQ(prefs.GetBool("AccKeyFormat", &flat), B_BAD_TYPE);
   EXPECT_EQ(prefs.SetBool("Unknown", true), B_NAME_NOT_FOUND);
-  BMessage notice(kMsgIAPNotice);
+  BMessage notice(kMsgIAPChanged);
   notice.AddString("IAP:Value", "a - ");
   EXPECT_EQ(prefs.SetValue(notice), -1) << "of nothing";
   notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");
   EXPECT_EQ(prefs.SetValue(notice), B_OK);
-  BMessage wrong(kMsgIAPNotice);
+  BMessage wrong(kMsgIAPChanged);
   wrong.AddString("IAP:SrcIAPItem", "AccKeyFormat");
   BMessage huge(wrong);
   wrong.AddBool("IAP:Value", true);

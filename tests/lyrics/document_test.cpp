@@ -132,7 +132,7 @@ TEST_F(Document, LossesOfASaveAreKnownBeforeItAndNewOnlyOnce) {
   EXPECT_FALSE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses);
   Replace(0, "日éñ");
   EXPECT_TRUE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses);
-  Open("é\n");
+  Open("é한\n");
   EXPECT_TRUE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses) << "of another document";
 }
 
@@ -203,7 +203,8 @@ TEST_F(Document, AMillionLinesAreOpenedChangedAndUndone) {
 }
 
 TEST(FileState, DigestIsStableAndSeesEveryBit) {
-  EXPECT_EQ(digest_of("[00:01:00]a line\n"), 8721271709003760139U) << "as computed apart; stored digests stay valid";
+  EXPECT_EQ(digest_of("[00:01:00]a line\n"), 8721271709003760139U)
+      << "computed independently; stored digests stay valid";
   std::string bytes = "0123456789abcdef0123";
   const uint64 before = digest_of(bytes);
   for (size_t bit = 0; bit < bytes.size() * 8; ++bit) {

@@ -87,6 +87,10 @@ TEST(EditHistory, TypingInOneLineIsOneStepUntilItPausesOrIsSaved) {
   EXPECT_FALSE(history.IsSaved());
   history.Replay(kUndo);
   EXPECT_EQ(history.Lines()[0], "");
+  history.Replay(kRedo);
+  type("zy", kLater + 1);
+  history.Replay(kUndo);
+  EXPECT_EQ(history.Lines()[0], "z") << "nor after a redo";
 }
 
 TEST(EditHistory, FastTypingInTwoLinesIsAStepForEach) {

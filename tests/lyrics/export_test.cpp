@@ -48,7 +48,7 @@ TEST(Export, FormatThatTheLyricsHaveNotEnoughForGivesNothing) {
 TEST(Export, SubtitlesLastUntilTheNextTagOrTheLinesOwnEnd) {
   EXPECT_EQ(exported(kWords, TExportFormat::kSubtitles), "1\n00:00:01,000 --> 00:00:02,000\nOne two\n\n"
                                                          "2\n00:00:03,000 --> 00:00:08,000\nthree\n\n");
-  // A pause ends a line; lines of one moment and lines without a tag stand together.
+  // A pause ends a line; lines of the same time and lines without a tag share a cue.
   const Lines lines = {"[00:10]b", "[00:10]c", "more", "[00:12]", "[00:02][70:00:05]a"};
   EXPECT_EQ(exported(lines, TExportFormat::kSubtitles), "1\n00:00:02,000 --> 00:00:10,000\na\n\n"
                                                         "2\n00:00:10,000 --> 00:00:12,000\nb\nc\nmore\n\n"

@@ -89,7 +89,9 @@ TEST(StampCorrections, LearnsNothingFromLateLargeOrSmallOnesNorFromBeforeAnother
   EXPECT_EQ(finding_after(&corrections, std::vector<int32>(8, -1500)), std::nullopt) << "a line put elsewhere";
   EXPECT_EQ(finding_after(&corrections, std::vector<int32>(8, -140), 0, 600000), std::nullopt) << "a change of mind";
   EXPECT_EQ(finding_after(&corrections, std::vector<int32>(8, -20)), std::nullopt) << "not worth telling";
-  EXPECT_EQ(finding_after(&corrections, std::vector<int32>(5, -140), -20), std::nullopt) << "begun anew";
+  EXPECT_EQ(finding_after(&corrections, std::vector<int32>(5, -140), -20), std::nullopt) << "starts over";
+  for (int32 line = 50; line < 60; ++line) corrections.Stamped(line, 1140, 1000, -20);
+  corrections.ForgetLines();
   for (int32 line = 50; line < 60; ++line) corrections.Moved(line, 1000, 1000);
-  EXPECT_EQ(corrections.NewFinding(), std::nullopt) << "lines that were not stamped";
+  EXPECT_EQ(corrections.NewFinding(), std::nullopt) << "lines of another document";
 }

@@ -85,7 +85,7 @@ TEST_F(Settings, FourModifiersHoldTheSettingsOff) {
 }
 
 namespace {
-/** The user presses all four keys while the exit states are being read. */
+/** The four keys are pressed while the exit state is being read. */
 class LateKeys : public TExitState {
 public:
   bool Load(const BEntry& entry) override {

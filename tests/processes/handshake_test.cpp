@@ -1,7 +1,9 @@
 #include "family/comm_man.h"
 #include "family/family_comm_man.h"
+#include "platform/app/looper_lock.h"
 #include "platform/app/message.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "tests/support/hands.h"
 #include "tests/support/loaded_images.h"
 #include "tests/support/long_tests.h"
@@ -16,7 +18,7 @@ constexpr const char* kDisplayManager = "VesmoD Communication Manager";
 
 class Handshake : public LoadedImages {
 protected:
-  /** A plug-in, and its image, which goes with it. */
+  /** A plug-in and its image, unloaded together. */
   struct Image {
     explicit Image(const char* file) : plugin(Load(file)), handle(dlopen(file, RTLD_NOW | RTLD_NOLOAD)), path(file) {}
     Image(const Image&) = delete;
@@ -40,22 +42,10 @@ protected:
   }
 };
 
-/** Holds a manager up, as a question that it asks its user would. */
-class Busy {
-public:
-  explicit Busy(const BMessenger& manager) : fIsLocked(manager.LockTarget()) { manager.Target(&fLooper); }
-  Busy(const Busy&) = delete;
-  Busy& operator=(const Busy&) = delete;
-  ~Busy() {
-    if (fIsLocked) fLooper->Unlock();
-  }
+/** Blocks a manager, as a question to its user would. */
+using Busy = TLooperLock;
 
-private:
-  BLooper* fLooper = nullptr;
-  const bool fIsLocked;
-};
-
-/** 'Scmc' as one that is gone, one that never was, or one without its address would send it. */
+/** 'Scmc' from a manager that is gone, that never existed, or without an address. */
 BMessage odd_greeting(std::mt19937* random, const void* gone) {
   BMessage greeting(kMsgPartnerConnects);
   const unsigned kind = (*random)() % 4;
@@ -68,7 +58,7 @@ BMessage odd_greeting(std::mt19937* random, const void* gone) {
 
 } // namespace
 
-TEST_F(Handshake, AManagerThatWasBusyWhileItsPartnerCameAndWentGoesOn) {
+TEST_F(Handshake, AManagerThatWasBlockedWhileItsPartnerCameAndWentSurvives) {
   const Image editor(EDITOR_FILE);
   const BMessenger manager = Manager(kEditorManager);
   for (int i = 0; i < 3; ++i) {

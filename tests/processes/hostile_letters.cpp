@@ -14,7 +14,7 @@
 
 namespace {
 
-/** What is found between the quotes in all sources. */
+/** The first group of every match in all sources. */
 std::vector<std::string> words_of_sources(const std::regex& pattern) {
   std::set<std::string> words;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(SOURCE_FOLDER)) {
@@ -41,7 +41,7 @@ public:
   explicit Writer(const HostileLetters& letters)
       : fOrder(letters), fRandom(letters.seed), fCodes(words_of_sources(std::regex("'([^'\\\\\n]{4})'"))),
         fNames(words_of_sources(std::regex("\"([A-Za-z_:]{2,16})\""))) {
-    // Opening files is offered, and may ask the user.
+    // Other processes may open files, which may ask the user.
     std::erase_if(fNames, [](const std::string& name) { return name == "refs" || name == "lyrics"; });
   }
 
@@ -64,6 +64,7 @@ private:
   void AddField(BMessage* message, int depth) {
     const char* const name = Name().c_str();
     const auto decimal = static_cast<float>(Number());
+    const double real = decimal;
     const std::string text = Text();
     const entry_ref ref;
     BMessage inner(static_cast<uint32>(fRandom()));
@@ -81,7 +82,7 @@ private:
       message->AddFloat(name, decimal);
       return;
     case 4:
-      message->AddDouble(name, decimal);
+      message->AddData(name, B_DOUBLE_TYPE, &real, sizeof real);
       return;
     case 5:
       message->AddPoint(name, {decimal, decimal});
@@ -110,8 +111,8 @@ private:
     return message;
   }
 
-  /** First every code to every signature. Then to any signature as a question, or to a looper of some number, behind
-      that or the process's port. */
+  /** First every code to every signature. Then at random: a question to a signature, or a letter to a looper by number
+      through the port of a signature or of the process. */
   status_t Send(int i) {
     const BMessage message = Letter(i);
     const size_t round = static_cast<size_t>(i) / fCodes.size();

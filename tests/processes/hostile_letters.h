@@ -3,14 +3,14 @@
 #include <string>
 #include <vector>
 
-/** Letters of a program with bad intentions: every code and field name of this program's sources, with random values,
-    to signatures and to loopers by number. What opens files and asks the user about them is left out. */
+/** The letters of a hostile program: every code and field name in the sources, with random values, to signatures and to
+    loopers by number, except those that open files and may ask the user. */
 struct HostileLetters {
   int count = 0;
   unsigned seed = 0;
-  std::string process; // the number of the one that is attacked
+  std::string process; // process id of the target
   std::vector<std::string> signatures;
 };
 
-/** Returns how many were let through to a looper. */
+/** Returns how many reached a looper. */
 int send_hostile_letters(const HostileLetters& letters);

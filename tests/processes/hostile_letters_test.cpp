@@ -3,6 +3,7 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "tests/processes/peer.h"
 #include "tests/support/eventually.h"
 #include "tests/support/hands.h"
@@ -30,7 +31,7 @@ std::string attack_on(pid_t process, int count, const std::string& signatures) {
          signatures;
 }
 
-/** Both images with all their windows, and lyrics that are not saved. */
+/** Both images with all their windows, and unsaved lyrics. */
 class AttackedWindows : public LoadedImages {
 protected:
   AttackedWindows() {
@@ -79,7 +80,7 @@ public:
     waitpid(fProcess, nullptr, 0);
   }
   pid_t Process() const { return fProcess; }
-  /** As a session that ends does it; the state that `waitpid` gives, -1 when it does not end. */
+  /** By SIGTERM, as at the end of a session. The state from `waitpid`, -1 when it does not end. */
   int End() {
     int state = -1;
     kill(fProcess, SIGTERM);
@@ -109,10 +110,10 @@ TEST_F(AttackedWindows, NothingClosesAndNothingIsLost) {
   EXPECT_EQ(fApp->WindowAddresses(), windows);
   EXPECT_EQ(fApp->CountLoopers(), loopers);
   EXPECT_TRUE(hands::is_shown(*fEditorWindow));
-  EXPECT_EQ(FirstLine(), "x") << "the lyrics that are not saved";
+  EXPECT_EQ(FirstLine(), "x") << "the unsaved lyrics";
 }
 
-TEST(AttackedPlayer, AnswersOnAndEndsCleanly) {
+TEST(AttackedPlayer, KeepsAnsweringAndEndsCleanly) {
   const ScratchFolder folder;
   setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
   Player player;
@@ -127,5 +128,5 @@ TEST(AttackedPlayer, AnswersOnAndEndsCleanly) {
   EXPECT_EQ(answer.what, kMsgHostHandshake);
   EXPECT_TRUE(BMessenger(kEditor).IsValid());
   const int state = player.End();
-  EXPECT_EQ(state, 0) << "what waitpid says";
+  EXPECT_EQ(state, 0) << "state from waitpid";
 }

@@ -11,12 +11,12 @@
 extern char** environ;
 
 Peer::Peer() {
-  int orders[2];
+  int commands[2];
   int answers[2];
-  if (pipe2(orders, O_CLOEXEC) != 0 || pipe2(answers, O_CLOEXEC) != 0) throw std::runtime_error("no pipes");
+  if (pipe2(commands, O_CLOEXEC) != 0 || pipe2(answers, O_CLOEXEC) != 0) throw std::runtime_error("no pipes");
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, orders[0], STDIN_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, commands[0], STDIN_FILENO);
   posix_spawn_file_actions_adddup2(&actions, answers[1], STDOUT_FILENO);
   std::string program = PEER_PROGRAM;
   char* const arguments[] = {program.data(), nullptr};
@@ -24,18 +24,18 @@ Peer::Peer() {
     throw std::runtime_error("the other process does not start");
   }
   posix_spawn_file_actions_destroy(&actions);
-  close(orders[0]);
+  close(commands[0]);
   close(answers[1]);
-  fOrders = orders[1];
+  fCommands = commands[1];
   fAnswers = answers[0];
 }
 
-void Peer::Tell(const std::string& order) {
-  const std::string line = order + "\n";
-  [[maybe_unused]] const ssize_t written = write(fOrders, line.data(), line.size());
+void Peer::Send(const std::string& command) {
+  const std::string line = command + "\n";
+  [[maybe_unused]] const ssize_t written = write(fCommands, line.data(), line.size());
 }
 
-std::string Peer::Hear() {
+std::string Peer::Receive() {
   std::string line;
   char c = 0;
   while (read(fAnswers, &c, 1) == 1) {
@@ -59,7 +59,7 @@ void Peer::Kill() {
   if (fProcess == 0) return;
   kill(fProcess, SIGKILL);
   waitpid(fProcess, nullptr, 0);
-  close(fOrders);
+  close(fCommands);
   close(fAnswers);
   fProcess = 0;
 }

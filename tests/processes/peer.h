@@ -3,7 +3,7 @@
 #include <string>
 #include <sys/types.h>
 
-/** Another process, which does what it is told, a line at a time: peer_main.cpp lists what it understands. */
+/** Another process, which executes commands, one per line; peer_main.cpp lists them. */
 class Peer {
 public:
   Peer();
@@ -11,21 +11,21 @@ public:
   Peer& operator=(const Peer&) = delete;
   ~Peer() { Kill(); }
 
-  void Tell(const std::string& order);
-  /** The answer to the oldest order that is still open; empty when the process has ended. */
-  std::string Hear();
-  std::string Ask(const std::string& order) {
-    Tell(order);
-    return Hear();
+  void Send(const std::string& command);
+  /** The answer to the oldest command without one; empty when the process has ended. */
+  std::string Receive();
+  std::string Ask(const std::string& command) {
+    Send(command);
+    return Receive();
   }
-  /** At once, with nothing tidied up; returns when the process is no more. */
+  /** By SIGKILL; returns when the process has ended. */
   void Kill();
-  /** Freezes it, and lets it go on; both return when it is so. */
+  /** SIGSTOP and SIGCONT; return when the process has stopped or continued. */
   void Stop() const;
   void Continue() const;
 
 private:
   pid_t fProcess = 0;
-  int fOrders = -1;
+  int fCommands = -1;
   int fAnswers = -1;
 };

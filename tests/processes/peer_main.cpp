@@ -1,24 +1,24 @@
-/** The other process of a test. Reads orders from standard input, a line each, and answers each with one line:
-      port NAME CAPACITY         makes a port: a status
+/** The other process of a test. Reads commands from standard input, one per line, and answers each with one line:
+      port NAME CAPACITY         creates a port: a status
       read NAME                  the code and the bytes of its next message, waiting for one
       delete NAME                deletes a port: a status
       write NAME TEXT TIMEOUT    writes to a port: a status
-      write-many NAME COUNT      writes that often, waiting for room: the last status
-      read-many NAME COUNT       reads that often: how many came in order
-      app SIGNATURE CAPACITY     starts an application that bears the signature, see Echo
+      read-many NAME COUNT       reads that many: how many came in order
+      app SIGNATURE CAPACITY     starts an application with the signature, see Echo
       ask SIGNATURE TEXT         asks an application: its answer
-      notes                      how many notes the application has had
+      notes                      how many notes the application has received
       notify SIGNATURE           asks an application with a looper as the target of the answer: a status
       send SIGNATURE CODE        asks an application with any code: the code of the answer
       letters COUNT SEED PROCESS SIGNATURE...
-                                 attacks a process, see hostile_letters.h: how many were taken */
+                                 attacks a process, see hostile_letters.h: how many reached a looper */
 
 #include "platform/app/application.h"
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
 #include "platform/kernel/ports.h"
-#include "platform/kernel/semaphores.h"
 #include "tests/processes/hostile_letters.h"
+
+#include <unistd.h>
 
 #include <array>
 #include <atomic>
@@ -53,12 +53,6 @@ std::string read_one(port_id port) {
   return std::to_string(code) + " " + std::string(bytes.data(), static_cast<size_t>(count));
 }
 
-status_t write_many(port_id port, int32 count) {
-  status_t status = B_OK;
-  for (int32 i = 0; i < count && status == B_OK; ++i) status = write_port(port, i, &i, sizeof i);
-  return status;
-}
-
 int32 read_many(port_id port, int32 count) {
   int32 inOrder = 0;
   for (int32 i = 0; i < count; ++i) {
@@ -70,12 +64,12 @@ int32 read_many(port_id port, int32 count) {
 }
 
 /** 'ask?' is answered with the same text, 'drop' not at all, 'keep' when the next 'free' comes, 'twic' twice; 'note' is
-    counted, 'stop' is answered and holds the application up until the process ends. */
+    counted, 'stop' is answered and blocks the application until the process ends. */
 class Echo : public BLooper {
 public:
   Echo(const char* signature, int32 capacity) : BLooper("echo", B_NORMAL_PRIORITY, capacity) {
-    be_roster->AddName(signature, BMessenger(this), {'ask?', 'drop', 'keep', 'free', 'twic', 'note', 'stop'});
-    Run();
+    const std::vector<uint32> offered{'ask?', 'drop', 'keep', 'free', 'twic', 'note', 'stop'};
+    if (be_roster->AddName(signature, BMessenger(this), offered) == B_OK) Run();
   }
 
   void MessageReceived(BMessage* message) override {
@@ -102,7 +96,7 @@ public:
       break;
     case 'stop':
       message->SendReply(&answer);
-      acquire_sem(create_sem(0, "never"));
+      for (;;) pause();
       break;
     }
   }
@@ -150,8 +144,8 @@ int attack(int count, std::istringstream* words) {
   return send_hostile_letters(letters);
 }
 
-std::string obey(const std::string& order) {
-  std::istringstream words(order);
+std::string execute(const std::string& command) {
+  std::istringstream words(command);
   std::string verb;
   std::string name;
   words >> verb >> name;
@@ -188,7 +182,6 @@ std::string obey(const std::string& order) {
     return status_name(write_port_etc(port, 1, text.data(), text.size(), timeout));
   }
   words >> number;
-  if (verb == "write-many") return status_name(write_many(port, number));
   if (verb == "read-many") return std::to_string(read_many(port, number));
   return "what?";
 }
@@ -196,5 +189,5 @@ std::string obey(const std::string& order) {
 } // namespace
 
 int main() {
-  for (std::string order; std::getline(std::cin, order);) std::cout << obey(order) << std::endl;
+  for (std::string command; std::getline(std::cin, command);) std::cout << execute(command) << std::endl;
 }

@@ -34,8 +34,8 @@ std::string read_text(port_id port) {
   return text;
 }
 
-/** A bare socket at the port, as a program of bad manners would open it. */
-UniqueFd bare_line(const std::string& name, std::string_view bytes) {
+/** A raw socket connected to the port, as a hostile program would open it. */
+UniqueFd raw_line(const std::string& name, std::string_view bytes) {
   UniqueFd line(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
@@ -63,7 +63,7 @@ TEST(PortsBetweenProcesses, CarryMessagesBothWays) {
   EXPECT_EQ(peer.Ask("write ours late 0"), "gone");
 }
 
-TEST(PortsBetweenProcesses, AreReadAndDeletedByTheirOwnerAlone) {
+TEST(PortsBetweenProcesses, AreReadAndDeletedOnlyByTheirOwner) {
   Peer peer;
   peer.Ask("port theirs 5");
   const port_id theirs = find_port("theirs");
@@ -74,19 +74,19 @@ TEST(PortsBetweenProcesses, AreReadAndDeletedByTheirOwnerAlone) {
   EXPECT_EQ(write_port(theirs, 0, "x", 1), B_OK);
 }
 
-TEST(PortsBetweenProcesses, GoToOneOfManyThatMakeThemAtTheSameMoment) {
+TEST(PortsBetweenProcesses, AreCreatedByOneOfManyProcessesAtTheSameMoment) {
   std::array<Peer, 4> peers;
   for (int round = 0; round < 20; ++round) {
-    for (Peer& peer : peers) peer.Tell("port race 1");
+    for (Peer& peer : peers) peer.Send("port race 1");
     int winners = 0;
-    for (Peer& peer : peers) winners += peer.Hear() == "ok";
+    for (Peer& peer : peers) winners += peer.Receive() == "ok";
     EXPECT_EQ(winners, 1);
     EXPECT_EQ(create_port(1, "race"), B_NAME_IN_USE);
-    for (Peer& peer : peers) peer.Ask("delete race"); // the winner alone may
+    for (Peer& peer : peers) peer.Ask("delete race"); // only the winner may
   }
 }
 
-TEST(PortsBetweenProcesses, KeepWritersWaitingWhileTheyAreFull) {
+TEST(PortsBetweenProcesses, BlockWritersWhileTheyAreFull) {
   Peer peer;
   const port_id ours = create_port(2, "narrow");
   EXPECT_EQ(peer.Ask("write narrow one 0"), "ok");
@@ -94,19 +94,19 @@ TEST(PortsBetweenProcesses, KeepWritersWaitingWhileTheyAreFull) {
   EXPECT_EQ(peer.Ask("write narrow three 0"), "would block");
   EXPECT_EQ(peer.Ask("write narrow three 20000"), "timed out");
   EXPECT_EQ(port_count(ours), 2);
-  peer.Tell("write narrow three 100000000");
+  peer.Send("write narrow three 100000000");
   EXPECT_EQ(read_text(ours), "one");
-  EXPECT_EQ(peer.Hear(), "ok");
+  EXPECT_EQ(peer.Receive(), "ok");
   EXPECT_EQ(read_text(ours), "two");
   EXPECT_EQ(read_text(ours), "three");
   delete_port(ours);
 }
 
-TEST(PortsBetweenProcesses, DropTheMessageOfAWriterWhoWasKilledWaiting) {
+TEST(PortsBetweenProcesses, DropTheMessageOfAWriterThatWasKilledWhileItWaited) {
   auto waiting = std::make_unique<Peer>();
   const port_id ours = create_port(1, "full");
   waiting->Ask("write full one 0");
-  waiting->Tell("write full lost 100000000");
+  waiting->Send("write full lost 100000000");
   snooze(50000); // most likely it waits by now; the test holds either way
   waiting->Kill();
   Peer other;
@@ -116,22 +116,22 @@ TEST(PortsBetweenProcesses, DropTheMessageOfAWriterWhoWasKilledWaiting) {
   delete_port(ours);
 }
 
-TEST(PortsBetweenProcesses, AWriterToAFullPortHoldsUpNoOther) {
+TEST(PortsBetweenProcesses, AWriterToAFullPortBlocksNoOther) {
   Peer stuck;
   Peer free;
   const port_id full = create_port(1, "full");
   const port_id roomy = create_port(5, "roomy");
   stuck.Ask("write full one 0");
-  stuck.Tell("write full two 100000000");
+  stuck.Send("write full two 100000000");
   EXPECT_EQ(free.Ask("write roomy hello 0"), "ok");
   EXPECT_EQ(read_text(roomy), "hello");
   EXPECT_EQ(free.Ask("write full three 0"), "would block");
   delete_port(full);
-  EXPECT_EQ(stuck.Hear(), "gone");
+  EXPECT_EQ(stuck.Receive(), "gone");
   delete_port(roomy);
 }
 
-TEST(PortsBetweenProcesses, OfAStoppedProcessDoNotHoldUpAWriterForEver) {
+TEST(PortsBetweenProcesses, OfAStoppedProcessBlockAWriterForALimitedTime) {
   Peer peer;
   ASSERT_EQ(peer.Ask("port asleep 5"), "ok");
   const port_id theirs = find_port("asleep");
@@ -152,15 +152,15 @@ TEST(PortsBetweenProcesses, CarryAHundredThousandMessagesInOrderWithoutNewDescri
   int32 none = 0;
   ASSERT_EQ(write_port(theirs, 0, &none, sizeof none), B_OK);
   const size_t before = open_descriptors();
-  peer.Tell("read-many busy " + std::to_string(kMessages));
+  peer.Send("read-many busy " + std::to_string(kMessages));
   for (int32 i = 1; i < kMessages; ++i) ASSERT_EQ(write_port(theirs, i, &i, sizeof i), B_OK);
-  EXPECT_EQ(peer.Hear(), std::to_string(kMessages));
+  EXPECT_EQ(peer.Receive(), std::to_string(kMessages));
   EXPECT_EQ(open_descriptors(), before);
 }
 
 TEST(PortsBetweenProcesses, LeaveNoDescriptorsWhenPeersComeAndGo) {
   const port_id ours = create_port(100, "steady");
-  find_port("nobody"); // looks who is still there
+  EXPECT_LT(find_port("nobody"), 0); // checks which processes are still there
   const size_t before = open_descriptors();
   for (int i = 0; i < 10; ++i) {
     Peer peer;
@@ -168,7 +168,7 @@ TEST(PortsBetweenProcesses, LeaveNoDescriptorsWhenPeersComeAndGo) {
     ASSERT_EQ(write_port(find_port(("visitor" + std::to_string(i)).c_str()), 0, "x", 1), B_OK);
     ASSERT_EQ(peer.Ask("write steady hello 0"), "ok");
   }
-  find_port("nobody");
+  EXPECT_LT(find_port("nobody"), 0);
   EXPECT_TRUE(eventually([&] { return open_descriptors() == before; })) << open_descriptors() << " from " << before;
   delete_port(ours);
 }
@@ -186,7 +186,7 @@ TEST(PortsBetweenProcesses, BoundTheSizeOfAMessage) {
   delete_port(ours);
 }
 
-TEST(PortsBetweenProcesses, SurviveWhateverIsWrittenToTheirSockets) {
+TEST(PortsBetweenProcesses, SurviveArbitraryBytesOnTheirSockets) {
   const port_id ours = create_port(10, "attacked");
   const auto head = [](uint32 byteCount) {
     const auto bytes = frame_head(PortFrame{}, byteCount);
@@ -194,24 +194,24 @@ TEST(PortsBetweenProcesses, SurviveWhateverIsWrittenToTheirSockets) {
   };
   for (int i = 0; i < 50; ++i) {
     for (const std::string& bytes : {head(0xffffffff), head(100) + "too few", head(0).substr(0, 7), std::string()}) {
-      bare_line("attacked", bytes);
+      raw_line("attacked", bytes);
     }
   }
-  const UniqueFd tooLarge = bare_line("attacked", head(0xffffffff));
+  const UniqueFd tooLarge = raw_line("attacked", head(0xffffffff));
   pollfd hungUp{tooLarge.Get(), POLLIN, 0};
-  EXPECT_EQ(poll(&hungUp, 1, 30000), 1) << "what announces more than a message may hold is not waited for";
+  EXPECT_EQ(poll(&hungUp, 1, 30000), 1) << "a head with too large a size is refused";
   Peer peer;
   EXPECT_EQ(peer.Ask("write attacked hello 0"), "ok");
   EXPECT_EQ(read_text(ours), "hello");
   delete_port(ours);
 }
 
-TEST(PortsBetweenProcesses, BoundWhatAllUnfinishedMessagesTakeTogether) {
+TEST(PortsBetweenProcesses, LimitTheMemoryOfAllUnfinishedMessages) {
   const port_id ours = create_port(10, "flooded");
   const auto head = frame_head(PortFrame{}, kMaxPortMessage);
   const std::string begun = std::string(head.data(), head.size()) + std::string(kMaxPortMessage - 1, 'x');
   std::vector<UniqueFd> lines;
-  for (int i = 0; i < 12; ++i) lines.push_back(bare_line("flooded", begun));
+  for (int i = 0; i < 12; ++i) lines.push_back(raw_line("flooded", begun));
   const auto is_cut_off = [](const UniqueFd& line) {
     pollfd polled{line.Get(), POLLRDHUP, 0};
     return poll(&polled, 1, 0) > 0;
@@ -241,7 +241,7 @@ TEST(PortFolder, ThatIsOpenToOthersIsRefused) {
 }
 
 TEST(PortFolder, ThatBelongsToAnotherUserIsRefused) {
-  if (geteuid() != 0) GTEST_SKIP() << "giving a folder away takes the right to";
+  if (geteuid() != 0) GTEST_SKIP() << "only root can give a folder away";
   const std::string folder = port_file("");
   std::filesystem::create_directories(folder);
   chmod(folder.c_str(), 0700);

@@ -20,7 +20,7 @@ namespace {
 constexpr const char* kTheirs = "application/x-vnd.test-theirs";
 constexpr const char* kOurs = "application/x-vnd.test-ours";
 
-/** Keeps what it receives, and answers what asks. */
+/** Records what it receives, and answers questions. */
 class Recorder : public BLooper {
 public:
   Recorder() { SetAnswerCodes({'answ'}); }
@@ -73,9 +73,8 @@ protected:
 
 } // namespace
 
-TEST_F(SignaturesBetweenProcesses, ReachTheBearerAndBringItsAnswer) {
+TEST_F(SignaturesBetweenProcesses, ReachTheOwnerAndReturnItsAnswer) {
   EXPECT_TRUE(fTheirs.IsValid());
-  EXPECT_FALSE(fTheirs.IsTargetLocal());
   EXPECT_EQ(fTheirs, BMessenger(kTheirs));
   EXPECT_TRUE(be_roster->IsRunning(kTheirs));
   EXPECT_EQ(be_roster->Signatures("application/x-vnd.test-t"), std::vector<std::string>{kTheirs});
@@ -89,15 +88,24 @@ TEST_F(SignaturesBetweenProcesses, ReachTheBearerAndBringItsAnswer) {
   EXPECT_TRUE(remote) << "they know that we are another process";
 }
 
-TEST_F(SignaturesBetweenProcesses, BearThisProcessFirst) {
-  be_roster->AddName(kTheirs, BMessenger(fLooper.get()));
+TEST_F(SignaturesBetweenProcesses, CarryMoreThanASocketHoldsBothWays) {
+  std::string text;
+  for (int i = 0; text.size() < 5000000; ++i) text += std::to_string(i);
+  const BMessage question = text_message('ask?', text);
+  BMessage answer;
+  ASSERT_EQ(fTheirs.SendMessage(&question, &answer, 60000000, 60000000), B_OK);
+  EXPECT_TRUE(text_of(answer) == text);
+}
+
+TEST_F(SignaturesBetweenProcesses, PreferThisProcess) {
+  ASSERT_EQ(be_roster->AddName(kTheirs, BMessenger(fLooper.get())), B_OK);
   EXPECT_EQ(BMessenger(kTheirs), BMessenger(fLooper.get()));
   be_roster->RemoveName(kTheirs);
-  EXPECT_EQ(BMessenger(kTheirs), fTheirs) << "the name is still that of the other";
+  EXPECT_EQ(BMessenger(kTheirs), fTheirs) << "the other process still has it";
 }
 
 TEST_F(SignaturesBetweenProcesses, AreAskedFromOutside) {
-  be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'});
+  ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK);
   EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "hello");
   ASSERT_EQ(fLooper->Received().size(), 1u);
   EXPECT_TRUE(fLooper->Received().front().IsSourceRemote());
@@ -108,26 +116,25 @@ TEST_F(SignaturesBetweenProcesses, AreAskedFromOutside) {
 TEST_F(SignaturesBetweenProcesses, AnswerALooperLater) {
   const BMessage question = text_message('twic', "echo");
   EXPECT_EQ(fTheirs.SendMessage(&question, BMessenger(fLooper.get())), B_OK);
-  EXPECT_TRUE(eventually([&] { return fLooper->Received().size() == 2; }))
-      << "to the same looper as often as they like";
+  EXPECT_TRUE(eventually([&] { return fLooper->Received().size() == 2; })) << "as often as they like";
   for (const BMessage& answer : fLooper->Received()) {
     EXPECT_EQ(text_of(answer), "echo");
     EXPECT_TRUE(answer.IsSourceRemote());
   }
 }
 
-TEST_F(SignaturesBetweenProcesses, AnswerWithoutOneWhenTheQuestionIsDropped) {
+TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerWhenTheQuestionIsDropped) {
   const BMessage question('drop');
   BMessage answer;
   EXPECT_EQ(fTheirs.SendMessage(&question, &answer), B_OK);
   EXPECT_EQ(answer.what, B_NO_REPLY_CODE);
 }
 
-TEST_F(SignaturesBetweenProcesses, LetAnAskerGoAndAskAgain) {
+TEST_F(SignaturesBetweenProcesses, LetAnAskerGiveUpAndAskAgain) {
   const BMessage question('keep');
   BMessage answer;
   EXPECT_EQ(fTheirs.SendMessage(&question, &answer, B_INFINITE_TIMEOUT, 1000), B_TIMED_OUT);
-  EXPECT_EQ(fTheirs.SendMessage('free'), B_OK) << "an answer that nobody hears any more";
+  EXPECT_EQ(fTheirs.SendMessage('free'), B_OK) << "an answer that is discarded";
   const BMessage next = text_message('ask?', "next");
   ASSERT_EQ(fTheirs.SendMessage(&next, &answer), B_OK);
   EXPECT_EQ(text_of(answer), "next");
@@ -151,13 +158,13 @@ TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerWhenThePeerIsKilled) {
   Peer successor;
   EXPECT_EQ(successor.Ask(std::string("app ") + kTheirs + " 5"), "ok");
   EXPECT_TRUE(BMessenger(kTheirs).IsValid());
-  EXPECT_FALSE(fTheirs.IsValid()) << "the successor is somebody else";
+  EXPECT_FALSE(fTheirs.IsValid()) << "the successor is another process";
 }
 
-TEST_F(SignaturesBetweenProcesses, TellAnAnswererThatItsAskerIsGone) {
-  be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'});
+TEST_F(SignaturesBetweenProcesses, ReportToTheAnswererThatItsAskerIsGone) {
+  ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK);
   fLooper->fAnswers = false;
-  fPeer.Tell(std::string("ask ") + kOurs + " hello");
+  fPeer.Send(std::string("ask ") + kOurs + " hello");
   ASSERT_TRUE(eventually([&] { return fLooper->Received().size() == 1; }));
   const BMessage question = fLooper->Received().front();
   fPeer.Kill();
@@ -193,8 +200,8 @@ TEST_F(SignaturesBetweenProcesses, WaitForRoomInABusyLooper) {
   EXPECT_EQ(fPeer.Ask("notes"), std::to_string(4 * kNotes));
 }
 
-TEST_F(SignaturesBetweenProcesses, TakeFromOutsideOnlyWhatTheyOffer) {
-  be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'});
+TEST_F(SignaturesBetweenProcesses, AcceptFromOutsideOnlyWhatTheyOffer) {
+  ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK);
   EXPECT_EQ(fPeer.Ask(std::string("send ") + kOurs + " ask?"), "ask?");
   for (const char* const code : {"_QRQ", "Scmr", "mwcl", "answ"})
     EXPECT_EQ(fPeer.Ask(std::string("send ") + kOurs + " " + code), "_MNU") << code;
@@ -213,7 +220,7 @@ TEST_F(SignaturesBetweenProcesses, LettersByNumberReachOnlyLoopersThatHaveAsked)
 }
 
 TEST_F(SignaturesBetweenProcesses, TheAnswersOfALooperAndItsRunnersDoNotWaitForAStoppedProcess) {
-  be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'});
+  ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK);
   fLooper->fAnswers = false;
   ASSERT_EQ(fPeer.Ask(std::string("notify ") + kOurs), "ok");
   ASSERT_TRUE(eventually([&] { return fLooper->Received().size() == 1; }));
@@ -222,14 +229,14 @@ TEST_F(SignaturesBetweenProcesses, TheAnswersOfALooperAndItsRunnersDoNotWaitForA
   const BMessage beat('beat');
   auto toStopped = std::make_unique<BMessageRunner>(fTheirs, &beat, 1000);
   const BMessageRunner toLooper(BMessenger(fLooper.get()), &beat, 1000);
-  EXPECT_EQ(question.SendReply('answ'), B_OK) << "on its way";
+  EXPECT_EQ(question.SendReply('answ'), B_OK) << "queued";
   EXPECT_TRUE(eventually([&] { return fLooper->fBeats > 100; }));
   toStopped.reset();
   fPeer.Continue();
   be_roster->RemoveName(kOurs);
 }
 
-TEST_F(SignaturesBetweenProcesses, RefuseAPortMessageThatIsNoLetter) {
+TEST_F(SignaturesBetweenProcesses, RefuseMalformedLetters) {
   const port_id port = find_port("app:application%2Fx-vnd.test-theirs");
   ASSERT_GT(port, 0);
   for (const std::string& bytes :

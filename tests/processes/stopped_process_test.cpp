@@ -2,6 +2,7 @@
 #include "interapp/inter_app_prefs.h"
 #include "platform/app/message.h"
 #include "platform/kernel/ports.h"
+#include "plugin/message_codes.h"
 #include "tests/processes/peer.h"
 #include "tests/support/eventually.h"
 #include "tests/support/own_looper.h"
@@ -13,7 +14,7 @@
 
 namespace {
 
-/** The common window's port is that of another process. */
+/** Another process owns the port of the common window. */
 class CommonWindowElsewhere : public testing::Test {
 protected:
   CommonWindowElsewhere() {
@@ -26,13 +27,13 @@ protected:
   Peer fPeer;
 };
 
-/** Keeps what it takes; runs only when the test says so. */
+/** Counts what it receives. */
 class Taker : public BLooper {
 public:
   Taker() : BLooper("taker", B_NORMAL_PRIORITY, 1) {}
   void MessageReceived(BMessage* message) override {
     if (message->what == kMsgIAPActivate) ++fActivations;
-    if (message->what == kMsgIAPNotice) ++fOthers;
+    if (message->what == kMsgIAPChanged) ++fOthers;
   }
   std::atomic<int> fActivations{0};
   std::atomic<int> fOthers{0};
@@ -40,7 +41,7 @@ public:
 
 } // namespace
 
-TEST_F(CommonWindowElsewhere, AProcessThatHasBeenStoppedIsGivenUp) {
+TEST_F(CommonWindowElsewhere, AStoppedProcessIsGivenUp) {
   EXPECT_EQ(fPrefs.ShowWindow({}), B_OK);
   fPeer.Stop();
   EXPECT_EQ(fPrefs.ShowWindow({}), B_ERROR);
@@ -48,31 +49,31 @@ TEST_F(CommonWindowElsewhere, AProcessThatHasBeenStoppedIsGivenUp) {
   fPeer.Continue();
 }
 
-TEST_F(CommonWindowElsewhere, AProcessThatTakesNothingMoreIsGivenUp) {
+TEST_F(CommonWindowElsewhere, AProcessThatReadsNothingIsGivenUp) {
   EXPECT_EQ(fPrefs.ShowWindow({}), B_OK);
   EXPECT_EQ(fPrefs.ShowWindow({}), B_ERROR) << "its port is full";
 }
 
-TEST(IAPPort, EndsWhileItsWindowTakesNothing) {
+TEST(IAPPort, EndsWhileItsWindowReadsNothing) {
   const OwnLooper<Taker> window(new Taker);
   TIAPPortManager manager{BMessenger(window.get())};
   manager.Resume();
   ASSERT_TRUE(eventually([&] { return manager.Port() != 0; }));
   const std::vector<char> flat = BMessage(kMsgIAPActivate).Flatten();
-  for (int i = 0; i < 3; ++i) write_port(manager.Port(), 0, flat.data(), flat.size());
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(write_port(manager.Port(), 0, flat.data(), flat.size()), B_OK);
   EXPECT_TRUE(eventually([&] { return window->CountMessages() == 1 && port_count(manager.Port()) <= 1; }));
   manager.Stop(); // returns
 }
 
-TEST(IAPPort, HandsOnWhatTheFamilySendsAndNothingElse) {
+TEST(IAPPort, PassesOnOnlyWhatTheFamilySends) {
   const OwnLooper<Taker> window(new Taker);
   window->Run();
   TIAPPortManager manager{BMessenger(window.get())};
   manager.Resume();
   ASSERT_TRUE(eventually([&] { return manager.Port() != 0; }));
-  for (const uint32 code : {kMsgIAPNotice, kMsgIAPActivate}) {
+  for (const uint32 code : {kMsgIAPChanged, kMsgIAPActivate}) {
     const std::vector<char> flat = BMessage(code).Flatten();
-    write_port(manager.Port(), 0, flat.data(), flat.size());
+    EXPECT_EQ(write_port(manager.Port(), 0, flat.data(), flat.size()), B_OK);
   }
   EXPECT_TRUE(eventually([&] { return window->fActivations == 1; }));
   EXPECT_EQ(window->fOthers, 0);

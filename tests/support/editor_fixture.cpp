@@ -3,6 +3,7 @@
 #include "document/editor_view.h"
 #include "editviews/free_edit_view.h"
 #include "editviews/tag_input_view.h"
+#include "plugin/message_codes.h"
 
 #include <future>
 

@@ -31,8 +31,7 @@ protected:
     fHost->Run();
   }
   ~EditorWorld() override {
-    fHost->Lock();
-    fHost->Quit();
+    if (fHost->Lock()) fHost->Quit();
     delete std::exchange(gExitState, nullptr);
     delete std::exchange(gIAP, nullptr);
     delete std::exchange(gPref, nullptr);

@@ -20,8 +20,7 @@ protected:
     fWindow->SetRunsOnShow(false);
   }
   ~AboutWin() override {
-    fWindow->Lock();
-    fWindow->Quit();
+    if (fWindow->Lock()) fWindow->Quit();
     delete std::exchange(gLLT, nullptr);
   }
   void Show(const std::string& usedFile) {

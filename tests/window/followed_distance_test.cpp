@@ -6,7 +6,7 @@ namespace {
 
 constexpr BPoint kStart{448, 0};
 
-/** The editor's window beside a player's at 0,0; what the display reports of it is said by hand. */
+/** The editor's window next to a player's at 0,0; the display's reports are made by hand. */
 class FollowedDistance : public testing::Test {
 protected:
   FollowedDistance() { fDistance.Set(kStart, {0, 0}); }

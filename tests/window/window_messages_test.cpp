@@ -2,6 +2,7 @@
 
 #include "document/editor_view.h"
 #include "family/message_filters.h"
+#include "plugin/message_codes.h"
 
 #include <gmock/gmock.h>
 
@@ -13,8 +14,8 @@ using WindowMessages = EditorByHand;
 TEST_F(WindowMessages, MessagesWithoutTheirFieldsChangeNothing) {
   Open(fFolder.Write("a.lrc", "a\n"));
   for (const uint32 code :
-       {uint32{B_REFS_RECEIVED}, uint32{B_CANCEL}, uint32{kMsgModeChanged}, uint32{'Sssr'}, uint32{'fttr'},
-        uint32{'_ipc'}, uint32{'_ahr'}, uint32{'_rhr'}, uint32{kMsgHostWindowMoved}})
+       std::initializer_list<uint32>{B_REFS_RECEIVED, B_CANCEL, kMsgModeChanged, kMsgStatBarStr, kMsgShiftTags,
+                                     kMsgIAPChanged, kMsgAddHistory, kMsgRemoveHistory, kMsgHostWindowMoved})
     Send(BMessage(code));
   BMessage odd(B_CANCEL);
   odd.AddPointer("source", this);
@@ -35,14 +36,14 @@ TEST_F(WindowMessages, MessagesWithoutTheirFieldsChangeNothing) {
 
 TEST_F(WindowMessages, ACoalescedChangeOfOnePreferenceShowsTheOthersToo) {
   gIAP->SetString("AccKeyFormat", "a) ");
-  BMessage notice('_ipc');
+  BMessage notice(kMsgIAPChanged);
   notice.AddString("IAP:SrcIAPItem", "FlatToolBar");
   Send(notice);
   EXPECT_EQ(hands::menu_lines(*fWindow, {}).front().label, "F) File");
 }
 
 TEST_F(WindowMessages, AReportOfMegabytesIsTruncated) {
-  BMessage report('Sssr');
+  BMessage report(kMsgStatBarStr);
   report.AddString("StatBarStr", std::string(5000000, 'x'));
   Send(report);
   EXPECT_THAT(Status(), EndsWith(">   " + std::string(1024, 'x')));
@@ -50,7 +51,7 @@ TEST_F(WindowMessages, AReportOfMegabytesIsTruncated) {
 
 TEST_F(WindowMessages, StaysOnTopWhenTheSettingsSaySo) {
   SetPref([](TPrefValues* values) { values->stayOnTop = true; });
-  Send(BMessage('Spsc'));
+  Send(BMessage(kMsgStayOnTop));
   EXPECT_TRUE(hands::is_on_top(*fWindow));
 }
 

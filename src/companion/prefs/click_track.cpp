@@ -1,6 +1,7 @@
 #include "companion/prefs/click_track.h"
 
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 
 #include <algorithm>
 #include <array>

@@ -8,13 +8,6 @@
 #include <functional>
 #include <memory>
 
-/** From the track to its target, with int32 "Test" (the test's number): */
-enum : uint32 {
-  kMsgClick = 'tpck',      // int64 "WhenUs": exact time at which a click was heard, on the clock of key events
-  kMsgTrackEnded = 'tpen', // all clicks have been played
-  kMsgNoSound = 'tpns',    // no audio output: the clicks are only visible
-};
-
 /** Plays the clicks of a tap test on its own thread and reports each when it is heard. */
 class TClickTrack : public koreva::TThread {
 public:

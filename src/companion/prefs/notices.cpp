@@ -1,5 +1,6 @@
 #include "companion/prefs/notices.h"
 
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
 #include <map>
@@ -9,13 +10,13 @@ namespace {
 
 uint32 notice_of(const std::string& field) {
   static const std::map<std::string, uint32> kNoticeOf = {
-      {"SoTp", kNoticeStayOnTop},    {"STlB", kNoticeToolBar},      {"MTmI", kNoticePollInterval},
-      {"FntL", kNoticeLyricsWindow}, {"DbBf", kNoticeLyricsWindow}, {"WEnc", kNoticeEncoding},
-      {"REnc", kNoticeReadEncoding}, {"WCRT", kNoticeLineEnds},     {"TmDf", kNoticeTimeOffset},
-      {"LLTF", kNoticeLanguage},
+      {"SoTp", kMsgStayOnTop},       {"STlB", kMsgToolBar},        {"MTmI", kMsgPollInterval},
+      {"FntL", kMsgDefaultStatBar},  {"DbBf", kMsgDefaultStatBar}, {"WEnc", kMsgEncoding},
+      {"REnc", kMsgReadEncoding},    {"WCRT", kMsgLineEnds},       {"TmDf", kMsgTimeOffset},
+      {"LLTF", kMsgLanguageChanged},
   };
   const auto found = kNoticeOf.find(field);
-  return found == kNoticeOf.end() ? kNoticeAppearance : found->second;
+  return found == kNoticeOf.end() ? kMsgAppearance : found->second;
 }
 
 BMessage fields_of(const TPrefValues& values) {

@@ -8,6 +8,7 @@
 #include "platform/interface/menu_field.h"
 #include "platform/interface/string_view.h"
 #include "platform/interface/text_control.h"
+#include "plugin/message_codes.h"
 
 #include <algorithm>
 

@@ -12,9 +12,6 @@ class BControl;
 class BMenuField;
 class BStringView;
 
-/** From a control of a page to its window: pointer "source". */
-inline constexpr uint32 kMsgSettingChanged = 'prch';
-
 /** A page of settings in rows, with a column of labels and one of controls. Each control is bound to a field of the
     settings. To be used on the window's thread. */
 class TPrefPage : public TKRVView {

@@ -5,11 +5,11 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 
 namespace {
 
 constexpr BPoint kSize{299, 69};
-constexpr uint32 kMsgLightEnd = 'tple';
 constexpr bigtime_t kLightUs = 120000;
 constexpr bigtime_t kUsPerMs = 1000;
 constexpr rgb_color kDark{40, 44, 52, 255};
@@ -36,7 +36,7 @@ void TTapPad::Begin() {
 void TTapPad::Click(bigtime_t whenUs) {
   fClicksMs.push_back(whenUs / kUsPerMs);
   fIsLit = true;
-  const BMessage end(kMsgLightEnd);
+  const BMessage end(kMsgTapLightEnd);
   fLightEnd = std::make_unique<BMessageRunner>(BMessenger(this), &end, kLightUs, 1);
   Invalidate();
 }
@@ -68,7 +68,7 @@ void TTapPad::KeyDown(const char* bytes, int32 count) {
 }
 
 void TTapPad::MessageReceived(BMessage* message) {
-  if (message->what != kMsgLightEnd) return BView::MessageReceived(message);
+  if (message->what != kMsgTapLightEnd) return BView::MessageReceived(message);
   fIsLit = false;
   Invalidate();
 }

@@ -7,12 +7,12 @@
 #include "platform/interface/button.h"
 #include "platform/interface/string_view.h"
 #include "platform/interface/window.h"
+#include "plugin/message_codes.h"
 
 #include <cstdlib>
 
 namespace {
 
-constexpr uint32 kMsgStartTest = 'tpst';
 constexpr long kLargestOffsetMs = 60000;
 
 std::string offset(const TPrefValues& values) {
@@ -33,7 +33,7 @@ std::string use_label(int32 offsetMs) {
 
 TTimingPage::TTimingPage(TClickTrack::TOpen openOutput)
     : TPrefPage("Timing"), fOpenOutput(std::move(openOutput)), fNote(new BStringView({}, "TapNote", "")),
-      fStart(new BButton({}, "StartTest", "", new BMessage(kMsgStartTest))), fPad(new TTapPad) {
+      fStart(new BButton({}, "StartTest", "", new BMessage(kMsgStartTapTest))), fPad(new TTapPad) {
   AddText("TimeOffset", "Pref_Time_Offset", offset, take_offset);
   fStamps = AddProposal("StampHint", "UseStampHint");
   AddWide(fNote, fStart);
@@ -94,7 +94,7 @@ void TTimingPage::SetStampHint(int32 latenessMs, int32 offsetMs) {
 }
 
 void TTimingPage::MessageReceived(BMessage* message) {
-  if (message->what == kMsgStartTest) return StartTest();
+  if (message->what == kMsgStartTapTest) return StartTest();
   int32 test = 0;
   if (message->FindInt32("Test", &test) != B_OK) return TPrefPage::MessageReceived(message);
   // Messages of a cancelled test may still be queued.

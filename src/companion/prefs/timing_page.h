@@ -7,9 +7,6 @@
 
 class TTapPad;
 
-/** From the page to its window: int32 "TmDf", the time offset that the user has accepted. */
-inline constexpr uint32 kMsgUseOffset = 'prus';
-
 /** The time offset: typed, or proposed by a tap test or from the user's corrections in the editor. */
 class TTimingPage : public TPrefPage {
 public:

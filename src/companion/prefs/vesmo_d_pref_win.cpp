@@ -13,19 +13,12 @@
 #include "platform/interface/button.h"
 #include "platform/interface/string_view.h"
 #include "platform/interface/tab_view.h"
+#include "plugin/message_codes.h"
 #include "toolkit/krv_dlg_view.h"
 
 #include <algorithm>
 
 namespace {
-
-enum : uint32 {
-  kMsgDefaults = 'prdf',
-  kMsgRevert = 'prrv',
-  kMsgStore = 'prst',
-  kMsgInvalid = 'pruf',
-  kMsgSendAgain = 'prsa'
-};
 
 /** Debounce: trying out colours does not write the file for each. */
 constexpr bigtime_t kStoreAfterUs = 400000;
@@ -50,8 +43,8 @@ TVesmoDPrefWin::TVesmoDPrefWin(const std::string& languageFolder, const BMesseng
                                                               {fAppearance, "Pref_Tab_Appearance"},
                                                               {fTiming, "Pref_Tab_Timing"}},
       fTabs(new BTabView({}, "PrefTabs")), fError(new BStringView({}, "Error", "")),
-      fDefaults(new BButton({}, "Defaults", "", new BMessage(kMsgDefaults))),
-      fRevert(new BButton({}, "Revert", "", new BMessage(kMsgRevert))),
+      fDefaults(new BButton({}, "Defaults", "", new BMessage(kMsgPrefDefaults))),
+      fRevert(new BButton({}, "Revert", "", new BMessage(kMsgPrefRevert))),
       fClose(new BButton({}, "Close", "", new BMessage(B_QUIT_REQUESTED))), fView(new TKRVDlgView("Preferences")) {
   for (const TTab& tab : fPages) fTabs->AddTab(tab.page, "");
   fView->AddRow({fTabs});
@@ -94,17 +87,17 @@ void TVesmoDPrefWin::MessageReceived(BMessage* message) {
     return UseOffset(*message);
   case kMsgStampHint:
     return TakeStampHint(*message);
-  case kMsgDefaults:
+  case kMsgPrefDefaults:
     return SetAll(TPrefValues());
-  case kMsgRevert:
+  case kMsgPrefRevert:
     return SetAll(fOpened);
-  case kMsgStore:
+  case kMsgPrefStore:
     return StoreNow();
-  case kMsgSendAgain:
+  case kMsgPrefSendAgain:
     return SendChanges();
-  case kMsgInvalid:
+  case kMsgPrefInvalid:
     return ShowError("Pref_Err_Number");
-  case kNoticeLanguage:
+  case kMsgLanguageChanged:
   case kMsgIAPChanged:
     return Relabel();
   default:
@@ -175,12 +168,12 @@ void TVesmoDPrefWin::SendChanges() {
     return;
   }
   // The manager's queue is full. Sending some notices twice is harmless.
-  const BMessage again(kMsgSendAgain);
+  const BMessage again(kMsgPrefSendAgain);
   fSendLater = std::make_unique<BMessageRunner>(BMessenger(this), &again, kSendAgainAfterUs, 1);
 }
 
 void TVesmoDPrefWin::StoreSoon() {
-  const BMessage store(kMsgStore);
+  const BMessage store(kMsgPrefStore);
   fStoreLater = std::make_unique<BMessageRunner>(BMessenger(this), &store, kStoreAfterUs, 1);
 }
 
@@ -192,7 +185,7 @@ void TVesmoDPrefWin::StoreNow() {
 }
 
 void TVesmoDPrefWin::ReportInvalidSoon() {
-  const BMessage invalid(kMsgInvalid);
+  const BMessage invalid(kMsgPrefInvalid);
   fInvalidLater = std::make_unique<BMessageRunner>(BMessenger(this), &invalid, kInvalidAfterUs, 1);
 }
 

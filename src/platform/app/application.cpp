@@ -2,14 +2,12 @@
 
 #include "platform/app/looper_core.h"
 #include "platform/app/signatures.h"
-#include "platform/support/log.h"
 
 BApplication* be_app = nullptr;
 
 BApplication::BApplication(const char* signature, const std::vector<uint32>& offered)
     : BLooper(signature), fSignature(signature) {
-  if (add_signature(fSignature, {BMessenger(this), offered}) != B_OK)
-    log_error(fSignature, "a second program of this signature");
+  add_signature(fSignature, {BMessenger(this), offered});
   be_app = this;
 }
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-/** The process's main looper, bearer of its signature. One a process; made before every other looper that wants to be
-    found, ended after them. `Run` starts a thread of its own: the process's first thread belongs to the display. */
+/** The process's main looper, which owns its signature. One per process; created before all loopers that are to be
+    found, ended after them. `Run` starts a thread: the main thread is the display's. */
 class BApplication : public BLooper {
 public:
   /** `offered`: the codes that other processes may send to the signature; see BRoster::AddName. */
@@ -18,11 +18,11 @@ public:
 
   /** Living loopers, windows among them. Any thread. */
   int32 CountLoopers() const;
-  /** Where the living windows are, in the order of their making; each may end at any time. Any thread. */
+  /** Addresses of the living windows in the order of their creation; each may end at any time. Any thread. */
   std::vector<BMessenger> WindowAddresses() const;
-  /** The looper that runs on this thread; invalid when there is none. Any thread. */
+  /** The looper that runs on the thread; invalid when there is none. Any thread. */
   BMessenger LooperOn(thread_id thread) const;
-  /** The living looper at this place in memory, which is compared and not followed; invalid when there is none. Any
+  /** The living looper with this address, which is compared, never dereferenced; invalid when there is none. Any
       thread. */
   BMessenger LooperAt(const void* pointer) const;
 

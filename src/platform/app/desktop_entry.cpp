@@ -5,11 +5,11 @@
 
 namespace {
 
-/** Escaped in a quoted argument of Exec, and not allowed otherwise. */
+/** Must be escaped in a quoted argument of Exec. */
 constexpr std::string_view kEscapedInQuotes = "\"`$\\";
 /** Only allowed in quoted arguments. */
 constexpr std::string_view kReserved = "\t\n\"'\\><~|&;$*?#()`";
-/** Files, addresses, icon, name and path of the entry, and codes no longer in use; all are dropped. */
+/** Files, URLs, icon, name and path of the entry, and deprecated codes; all are removed. */
 constexpr std::string_view kFieldCodes = "fFuUickdDnNvm";
 
 std::string_view trimmed(std::string_view text) {
@@ -28,7 +28,7 @@ std::string_view take_line(std::string_view* text) {
 
 using TKeys = std::map<std::string_view, std::string_view>;
 
-/** The keys of the first group [Desktop Entry]; of a repeated key the first. */
+/** The keys of the first group [Desktop Entry]; the first of a repeated key. */
 TKeys keys_of(std::string_view text) {
   TKeys keys;
   bool isInGroup = false;
@@ -60,7 +60,7 @@ std::optional<std::string> unescaped(std::string_view value) {
   return plain;
 }
 
-/** Splits a command line into arguments, strictly: whatever is not allowed in Exec makes it invalid. */
+/** Splits a command line into arguments, strictly: anything not allowed in Exec makes it invalid. */
 class CommandLine {
 public:
   explicit CommandLine(std::string_view text) : fLeft(text) {}
@@ -71,7 +71,7 @@ public:
       const bool isQuoted = fLeft.front() == '"';
       std::string argument;
       if (!(isQuoted ? TakeQuoted(&argument) : TakePlain(&argument))) return std::nullopt;
-      if (isQuoted || !argument.empty()) arguments.push_back(std::move(argument)); // else it was a field code alone
+      if (isQuoted || !argument.empty()) arguments.push_back(std::move(argument)); // else only a field code
     }
     if (arguments.empty() || arguments.front().empty()) return std::nullopt;
     return arguments;
@@ -89,7 +89,7 @@ private:
     return first;
   }
 
-  /** After a percent sign. */
+  /** The character after a percent sign. */
   bool TakeFieldCode(std::string* argument) {
     if (fLeft.empty()) return false;
     const char code = Take();

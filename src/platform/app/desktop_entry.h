@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/** What a *.desktop file says about starting its program. */
+/** The keys of a *.desktop file that concern launching its program. */
 struct DesktopEntry {
   /** The key X-KOREVA-Signature; empty when there is none. */
   std::string signature;

@@ -20,13 +20,3 @@ void BHandler::MessageReceived(BMessage* message) {
 BHandler* BHandler::ResolveSpecifier(BMessage*, int32, BMessage*, int32, const char*) {
   return this;
 }
-
-bool BHandler::LockLooper() {
-  return fLooper && fLooper->Lock();
-}
-void BHandler::UnlockLooper() {
-  if (fLooper) fLooper->Unlock();
-}
-void BHandler::SetName(const char* name) {
-  fName = name ? name : "";
-}

@@ -16,36 +16,36 @@
 
 namespace {
 
-/** Several times what the longest entries with translations have. */
-constexpr off_t kMostBytes = 256 * 1024;
+/** Several times the size of the longest entries with translations. */
+constexpr off_t kMaxBytes = 256 * 1024;
 /** Of all folders together. */
-constexpr int kMostFiles = 4096;
+constexpr int kMaxFiles = 4096;
 
 std::string variable(const char* name) {
   const char* const value = std::getenv(name);
   return value ? value : "";
 }
 
-/** A regular file of bounded size that nobody but its owner, who is the user or the administrator, and their group can
-    write: a program is going to be started by it. */
+/** A regular file of bounded size, owned by the user or root and not writable for others: its command is going to be
+    run. */
 bool is_trusted(const BFile& file) {
   struct stat info {};
   if (file.InitCheck() != B_OK || fstat(file.Descriptor(), &info) != 0) return false;
   const bool isOwn = info.st_uid == 0 || info.st_uid == geteuid();
-  return S_ISREG(info.st_mode) && isOwn && (info.st_mode & S_IWOTH) == 0 && info.st_size <= kMostBytes;
+  return S_ISREG(info.st_mode) && isOwn && (info.st_mode & S_IWOTH) == 0 && info.st_size <= kMaxBytes;
 }
 
 std::optional<std::string> text_of(const std::string& path) {
   BFile file(path.c_str(), B_READ_ONLY);
   if (!is_trusted(file)) return std::nullopt;
-  std::string text(kMostBytes, '\0');
+  std::string text(kMaxBytes, '\0');
   const ssize_t size = file.Read(text.data(), text.size());
   if (size < 0) return std::nullopt;
   text.resize(static_cast<size_t>(size));
   return text;
 }
 
-/** Looks at the files of one folder after another. */
+/** Searches the folders in their order. */
 class Search {
 public:
   explicit Search(const std::string& signature) : fSignature(signature) {}
@@ -57,7 +57,7 @@ public:
     while (directory.GetNextEntry(&entry) == B_OK) {
       const std::string name = entry.Name();
       if (!name.ends_with(".desktop") || fSeen.contains(name)) continue;
-      if (++fCount > kMostFiles || LookAt(name, folder + "/" + name)) break;
+      if (++fCount > kMaxFiles || LookAt(name, folder + "/" + name)) break;
     }
     return !fCommand.empty();
   }

@@ -7,7 +7,7 @@
     $XDG_DATA_DIRS, with the defaults of the base directory specification. Relative paths are ignored. */
 std::vector<std::string> application_folders();
 
-/** How to start the program whose desktop entry in one of the folders has the signature: its name and arguments; empty
-    when there is none. As on a desktop, a file hides those of the same name in less important folders. Subfolders are
-   not searched. Reads the disk: not for the display thread. */
+/** The argument vector of the program whose desktop entry in one of the folders has the signature; empty when there is
+    none. As on a desktop, a file hides those of the same name in less important folders. Subfolders are not searched.
+    Blocks on the disk: not for the display thread. */
 std::vector<std::string> command_of(const std::string& signature, const std::vector<std::string>& folders);

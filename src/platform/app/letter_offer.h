@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <vector>
 
-/** What other processes may send to one address: the looper and the allow-list of codes. Everything else that comes is
-    refused before any handler sees it. */
+/** The looper that receives messages from other processes at one address, and the allow-list of codes. Everything else
+   is refused before any handler sees it. */
 struct LetterOffer {
   BMessenger target;
   std::vector<uint32> codes;

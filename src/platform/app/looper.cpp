@@ -1,6 +1,7 @@
 #include "platform/app/looper.h"
 
 #include "platform/app/looper_core.h"
+#include "platform/app/looper_lock.h"
 #include "platform/app/message_body.h"
 #include "platform/app/message_filter.h"
 #include "platform/app/nonblocking_thread.h"
@@ -11,10 +12,8 @@
 #include <utility>
 
 BLooper::BLooper(const char* name, int32 priority, int32 portCapacity)
-    : BHandler(name), fCore(std::make_shared<Core>(this)) {
-  fCore->capacity = static_cast<size_t>(std::max<int32>(portCapacity, 1));
-  fCore->token = token_registry::new_token();
-  fCore->priority = priority;
+    : BHandler(name),
+      fCore(std::make_shared<Core>(this, static_cast<size_t>(std::max<int32>(portCapacity, 1)), priority)) {
   fLooper = this;
   token_registry::add_looper(fCore);
 }
@@ -26,7 +25,7 @@ BLooper::~BLooper() {
   for (BMessageFilter* filter : fCore->filters) delete filter;
   fCore->filters.clear();
   fLooper = nullptr;
-  // A looper that ran leaves the list when its thread has done with it.
+  // A looper that ran is unregistered at the end of its thread.
   if (fCore->thread == 0) token_registry::remove_looper(fCore->token);
 }
 
@@ -64,40 +63,31 @@ bool BLooper::QuitRequested() {
   return true;
 }
 BMessage* BLooper::CurrentMessage() const {
+  fCore->AssertLocked();
   return fCore->current;
 }
 
 void BLooper::AddHandler(BHandler* handler) {
   if (handler == nullptr || handler->fLooper != nullptr) return;
+  fCore->AssertLocked();
   handler->fLooper = this;
   fCore->handlers.push_back(handler);
 }
 
 bool BLooper::RemoveHandler(BHandler* handler) {
+  fCore->AssertLocked();
   if (handler == this || std::erase(fCore->handlers, handler) == 0) return false;
-  if (fCore->preferred == handler) fCore->preferred = nullptr;
   handler->fLooper = nullptr;
   return true;
 }
 
-int32 BLooper::CountHandlers() const {
-  return static_cast<int32>(fCore->handlers.size());
-}
-BHandler* BLooper::HandlerAt(int32 index) const {
-  return index >= 0 && index < CountHandlers() ? fCore->handlers[static_cast<size_t>(index)] : nullptr;
-}
-BHandler* BLooper::PreferredHandler() const {
-  return fCore->preferred;
-}
-void BLooper::SetPreferredHandler(BHandler* handler) {
-  fCore->preferred = handler;
-}
-
 void BLooper::AddCommonFilter(BMessageFilter* filter) {
+  fCore->AssertLocked();
   filter->fLooper = this;
   fCore->filters.push_back(filter);
 }
 bool BLooper::RemoveCommonFilter(BMessageFilter* filter) {
+  fCore->AssertLocked();
   if (std::erase(fCore->filters, filter) == 0) return false;
   filter->fLooper = nullptr;
   return true;
@@ -112,7 +102,7 @@ thread_id BLooper::Run() {
   if (thread < 0) return thread;
   core->thread = thread;
   if (const status_t status = resume_thread(thread); status != B_OK) {
-    core->thread = 0; // as if it had never run: Quit deletes it
+    core->thread = 0; // not running: Quit deletes it
     return status;
   }
   static_cast<void>(held.release()); // the thread owns it
@@ -123,15 +113,14 @@ int32 BLooper::LoopEntry(void* argument) {
   const std::unique_ptr<std::shared_ptr<Core>> held(static_cast<std::shared_ptr<Core>*>(argument));
   const std::shared_ptr<Core> core = *held;
   BMessage message;
-  while (core->Next(&message, true)) {
-    if (core->Lock(B_INFINITE_TIMEOUT) != B_OK) break;
-    // Whoever held the lock may have quit the looper: what it owned is closed then, and no message may open it again.
-    if (core->IsClosed())
+  while (core->queue.Pop(&message, B_INFINITE_TIMEOUT) == B_OK) {
+    const TLooperLock lock(core, B_INFINITE_TIMEOUT);
+    // The previous owner of the lock may have quit the looper: what it owned is closed, no message may open it again.
+    if (core->queue.IsClosed())
       Core::AgreeToQuit(message);
     else
       core->looper->Deliver(&message);
     message = BMessage(); // an unanswered asker is released now, not with the next message
-    core->Unlock();
   }
   core->TakeForEver();
   delete core->looper;
@@ -155,7 +144,7 @@ void BLooper::Quit() {
 
 BHandler* BLooper::TargetOf(BMessage* message) {
   const uint64 token = message->fEnvelope ? message->fEnvelope->handlerToken : 0;
-  if (token == 0) return fCore->preferred ? fCore->preferred : this;
+  if (token == 0) return this;
   const auto& handlers = fCore->handlers;
   const auto found = std::find_if(handlers.begin(), handlers.end(), [&](BHandler* h) { return h->fToken == token; });
   return found == handlers.end() ? nullptr : *found;
@@ -173,7 +162,7 @@ BHandler* BLooper::Filtered(BMessage* message, BHandler* target) {
 
 namespace {
 
-/** Follows the specifiers of a scripting message from handler to handler, as far as these name others. */
+/** Resolves the specifiers of a scripting message from handler to handler, until one returns itself. */
 BHandler* resolved(BMessage* message, BHandler* target) {
   std::string property;
   uint32 form = 0;
@@ -192,7 +181,7 @@ BHandler* resolved(BMessage* message, BHandler* target) {
 } // namespace
 
 void BLooper::Deliver(BMessage* message) {
-  const std::shared_ptr<Core> core = fCore; // a looper driven by hand is gone once its handler has quit it
+  const std::shared_ptr<Core> core = fCore; // a looper that does not run is deleted when its handler quits it
   BMessage* const before = core->current;
   core->current = message;
   try {
@@ -202,7 +191,7 @@ void BLooper::Deliver(BMessage* message) {
   } catch (const std::exception& error) {
     log_error(Name(), error.what());
   } catch (...) {
-    log_error(Name(), "a handler threw something that is no exception");
+    log_error(Name(), "a handler threw an object of an unknown type");
   }
   core->current = before;
 }
@@ -218,9 +207,6 @@ void BLooper::Unlock() {
   const std::shared_ptr<Core> core = fCore;
   core->Unlock();
 }
-bool BLooper::IsLocked() const {
-  return fCore->IsLockedByCaller();
-}
 thread_id BLooper::Thread() const {
   return fCore->thread;
 }
@@ -232,34 +218,32 @@ BLooper* BLooper::LooperForThread(thread_id thread) {
   return nullptr;
 }
 
-// By the core, which outlives the looper: a message may end it.
-bool BLooper::DeliverOne(Core* core) {
+// Static, since a message may end the looper; its core lives on.
+bool BLooper::DeliverOne(const std::shared_ptr<Core>& core) {
   BMessage message;
-  if (core->IsClosed() || !core->Next(&message, false) || core->Lock(B_INFINITE_TIMEOUT) != B_OK) return false;
-  core->looper->Deliver(&message);
-  core->Unlock();
-  return true;
+  if (core->queue.Pop(&message, 0) != B_OK) return false;
+  const TLooperLock lock(core, B_INFINITE_TIMEOUT);
+  if (lock) core->looper->Deliver(&message);
+  return static_cast<bool>(lock);
 }
 
 bool BLooper::DeliverNext() {
-  const std::shared_ptr<Core> core = fCore;
-  return DeliverOne(core.get());
+  return DeliverOne(std::shared_ptr(fCore));
 }
 
 int32 BLooper::DeliverAll() {
   const std::shared_ptr<Core> core = fCore;
   int32 delivered = 0;
-  while (DeliverOne(core.get())) ++delivered;
+  while (DeliverOne(core)) ++delivered;
   return delivered;
 }
 
 int32 BLooper::CountMessages() const {
-  const std::lock_guard lock(fCore->queueMutex);
-  return static_cast<int32>(fCore->queue.size());
+  return static_cast<int32>(fCore->queue.Count());
 }
 
 void BLooper::SetAnswerCodes(std::vector<uint32> codes) {
-  const std::lock_guard lock(fCore->queueMutex);
+  const std::lock_guard lock(fCore->mutex);
   fCore->answerCodes = std::move(codes);
 }
 

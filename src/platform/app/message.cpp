@@ -50,8 +50,8 @@ BMessage::~BMessage() = default;
 
 namespace {
 
-/** The flat form has two bytes for the length. */
-constexpr size_t kMostOfFieldName = 65535;
+/** The serialized form has two bytes for the length. */
+constexpr size_t kMaxFieldName = 65535;
 
 status_t find_value(const MessageField* field, int32 index, const FieldValue** value) {
   if (field == nullptr) return B_NAME_NOT_FOUND;
@@ -85,7 +85,7 @@ bool find_number_bytes(const FieldValue& value, const void** bytes, ssize_t* siz
 }
 
 status_t add_value(std::vector<MessageField>* fields, const char* name, type_code type, FieldValue value) {
-  if (name == nullptr || std::strlen(name) > kMostOfFieldName) return B_BAD_VALUE;
+  if (name == nullptr || std::strlen(name) > kMaxFieldName) return B_BAD_VALUE;
   const auto found = std::find_if(fields->begin(), fields->end(), [&](const auto& f) { return f.name == name; });
   if (found == fields->end()) {
     MessageField field{name, type, {}};
@@ -112,9 +112,6 @@ status_t BMessage::AddInt64(const char* name, int64 value) {
 status_t BMessage::AddFloat(const char* name, float value) {
   return add_value(&fBody->fields, name, B_FLOAT_TYPE, value);
 }
-status_t BMessage::AddDouble(const char* name, double value) {
-  return add_value(&fBody->fields, name, B_DOUBLE_TYPE, value);
-}
 status_t BMessage::AddString(const char* name, std::string_view value) {
   return add_value(&fBody->fields, name, B_STRING_TYPE, std::string(value));
 }
@@ -130,7 +127,7 @@ status_t BMessage::AddRef(const char* name, const entry_ref* value) {
 status_t BMessage::AddMessage(const char* name, const BMessage* value) {
   if (value == nullptr) return B_BAD_VALUE;
   BMessage stored(*value);
-  stored.fEnvelope.reset(); // what is carried inside is no longer on its way
+  stored.fEnvelope.reset(); // not a delivery any more
   return add_value(&fBody->fields, name, B_MESSAGE_TYPE, std::move(stored));
 }
 status_t BMessage::AddMessenger(const char* name, const BMessenger& value) {
@@ -148,7 +145,7 @@ status_t BMessage::AddData(const char* name, type_code type, const void* bytes, 
     return interpret(type, {start, size}, &value) ? add_value(&fBody->fields, name, type, std::move(value))
                                                   : B_BAD_VALUE;
   }
-  // Values with functions of their own: as raw bytes nothing could find them again.
+  // These have Add functions of their own; as raw bytes no Find function would return them.
   if (type == B_POINTER_TYPE || type == B_MESSENGER_TYPE || type == B_MESSAGE_TYPE) return B_BAD_TYPE;
   return add_value(&fBody->fields, name, type, RawValue{{start, start + size}, isFixedSize});
 }
@@ -176,9 +173,6 @@ status_t BMessage::FindString(const char* name, int32 index, std::string* value)
   const char* const start = static_cast<const char*>(bytes);
   value->assign(start, strnlen(start, static_cast<size_t>(size)));
   return B_OK;
-}
-status_t BMessage::FindPoint(const char* name, BPoint* value) const {
-  return find_typed(fBody->Find(name), B_POINT_TYPE, 0, value);
 }
 status_t BMessage::FindRect(const char* name, int32 index, BRect* value) const {
   return find_typed(fBody->Find(name), B_RECT_TYPE, index, value);
@@ -222,14 +216,6 @@ bool BMessage::HasField(const char* name) const {
   return fBody->Find(name) != nullptr;
 }
 
-status_t BMessage::GetInfo(const char* name, type_code* type, int32* count) const {
-  const MessageField* field = fBody->Find(name);
-  if (field == nullptr) return B_NAME_NOT_FOUND;
-  if (type) *type = field->type;
-  if (count) *count = static_cast<int32>(field->values.size());
-  return B_OK;
-}
-
 std::vector<std::string> BMessage::FieldNames() const {
   std::vector<std::string> names;
   for (const MessageField& field : fBody->fields) names.push_back(field.name);
@@ -239,13 +225,6 @@ std::vector<std::string> BMessage::FieldNames() const {
 status_t BMessage::RemoveName(const char* name) {
   return std::erase_if(fBody->fields, [&](const MessageField& f) { return f.name == name; }) > 0 ? B_OK
                                                                                                  : B_NAME_NOT_FOUND;
-}
-
-status_t BMessage::MakeEmpty() {
-  fBody->fields.clear();
-  fBody->specifiers.clear();
-  fBody->unresolved = 0;
-  return B_OK;
 }
 
 bool BMessage::IsEmpty() const {

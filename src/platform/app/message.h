@@ -29,17 +29,18 @@ enum : uint32 {
   B_GET_PROPERTY = 'PGET',
   B_EXECUTE_PROPERTY = 'PEXE',
   B_REPLY = 'RPLY',
-  B_NO_REPLY_CODE = '_NRP',          // what a waiter gets when its question was dropped unanswered
+  B_NO_REPLY_CODE = '_NRP',          // the answer to a question that was dropped
   B_MESSAGE_NOT_UNDERSTOOD = '_MNU', // "error" (int32), "message" (string)
 };
 
-/** How a scripting message names what it is about. */
+/** How a scripting message addresses a property. */
 enum : uint32 { B_DIRECT_SPECIFIER = 1, B_INDEX_SPECIFIER = 2 };
 
 /** A code and named, typed fields, each field a list of values of one type. A value type: copies are independent, but
     all copies of a received message share the right to answer it. Find functions change their output only with B_OK,
-    else they give B_NAME_NOT_FOUND, B_BAD_TYPE or B_BAD_INDEX. Adding under a name that has another type gives
-    B_BAD_TYPE, adding data that is no value of its type B_BAD_VALUE. Not thread-safe. */
+    else they return B_NAME_NOT_FOUND, B_BAD_TYPE or B_BAD_INDEX; so a caller that has stored a default may ignore the
+    status. Adding to a field of another type gives B_BAD_TYPE, adding data that is no value of its type B_BAD_VALUE;
+    neither happens to a message that the caller has just made. Not thread-safe. */
 class BMessage {
 public:
   uint32 what = 0;
@@ -56,14 +57,13 @@ public:
   status_t AddInt32(const char* name, int32 value);
   status_t AddInt64(const char* name, int64 value);
   status_t AddFloat(const char* name, float value);
-  status_t AddDouble(const char* name, double value);
   status_t AddString(const char* name, std::string_view value);
   status_t AddPoint(const char* name, BPoint value);
   status_t AddRect(const char* name, BRect value);
   status_t AddRef(const char* name, const entry_ref* value);
   status_t AddMessage(const char* name, const BMessage* value);
   status_t AddMessenger(const char* name, const BMessenger& value);
-  /** A pointer means something in this process only; it is compared or followed by agreement of both ends. */
+  /** Pointers are valid in this process only; sender and receiver agree whether one may be dereferenced. */
   status_t AddPointer(const char* name, const void* value);
   status_t AddData(const char* name, type_code type, const void* bytes, size_t size, bool isFixedSize = true);
 
@@ -79,7 +79,6 @@ public:
   status_t FindDouble(const char* name, int32 index, double* value) const;
   status_t FindString(const char* name, std::string* value) const { return FindString(name, 0, value); }
   status_t FindString(const char* name, int32 index, std::string* value) const;
-  status_t FindPoint(const char* name, BPoint* value) const;
   status_t FindRect(const char* name, BRect* value) const { return FindRect(name, 0, value); }
   status_t FindRect(const char* name, int32 index, BRect* value) const;
   status_t FindRef(const char* name, entry_ref* value) const { return FindRef(name, 0, value); }
@@ -88,17 +87,15 @@ public:
   status_t FindMessage(const char* name, int32 index, BMessage* value) const;
   status_t FindMessenger(const char* name, BMessenger* value) const;
   status_t FindPointer(const char* name, void** value) const;
-  /** The bytes belong to the message and last until it changes. For strings the size counts the final NUL. */
+  /** The bytes belong to the message and are valid until it changes. For strings the size counts the final NUL. */
   status_t FindData(const char* name, type_code type, const void** bytes, ssize_t* size) const {
     return FindData(name, type, 0, bytes, size);
   }
   status_t FindData(const char* name, type_code type, int32 index, const void** bytes, ssize_t* size) const;
 
   bool HasField(const char* name) const;
-  status_t GetInfo(const char* name, type_code* type, int32* count) const;
   std::vector<std::string> FieldNames() const;
   status_t RemoveName(const char* name);
-  status_t MakeEmpty();
   bool IsEmpty() const;
 
   /** Specifiers are added innermost first; the last one added is resolved first. */
@@ -110,28 +107,25 @@ public:
   status_t GetCurrentSpecifier(std::string* property, uint32* form, int32* index) const;
   status_t PopSpecifier();
 
-  /** Where an answer goes; valid only for a message that was received. */
+  /** The target of an answer; valid only for a message that was received. */
   BMessenger ReturnAddress() const;
   bool IsSourceWaiting() const;
   bool IsSourceRemote() const;
-  /** True for a message made by dropping something on a window. */
+  /** True for a message made by a drag and drop onto a window. */
   bool WasDropped() const;
-  BPoint DropPoint() const;
-  void SetDropped(BPoint where, bool fromOtherApplication = true);
-  /** Answers the asker; the first answer counts. Never waits: an answer to a looper of another process is sent in the
-      background, and B_OK then says only that it is on its way. B_NO_REPLY when nobody asked, B_BAD_PORT_ID when the
-      asker is gone. */
+  void SetDropped(bool fromOtherApplication);
+  /** Answers the sender; only the first answer counts. Does not block: an answer to a looper of another process is sent
+      in the background, B_OK then only means that it was queued. B_NO_REPLY when no answer was requested, B_BAD_PORT_ID
+      when the sender is gone. Fire-and-forget: most callers ignore the status. */
   status_t SendReply(uint32 code) const;
   status_t SendReply(const BMessage* reply) const;
 
-  /** The flat form, for files and other processes: documented in docs/file-formats.md. Pointers and messengers are left
-   * out. */
-  ssize_t FlattenedSize() const;
-  status_t Flatten(BPositionIO* stream) const;
-  std::vector<char> Flatten() const;
+  /** Serializes for files and other processes (docs/file-formats.md), without pointers and messengers. */
+  [[nodiscard]] status_t Flatten(BPositionIO* stream) const;
+  [[nodiscard]] std::vector<char> Flatten() const;
   /** Untrusted input: every count and length is checked against the bytes left. On failure the message is empty. */
-  status_t Unflatten(BPositionIO* stream);
-  status_t Unflatten(const void* bytes, size_t size);
+  [[nodiscard]] status_t Unflatten(BPositionIO* stream);
+  [[nodiscard]] status_t Unflatten(const void* bytes, size_t size);
 
 private:
   friend class BMessenger;
@@ -140,8 +134,8 @@ private:
   struct Body;
   struct Envelope;
   struct BodyReader;
-  /** Owns the fields. Allocated with the first of them, so that an empty message needs no memory and moving one cannot
-      fail; reading without a body sees an empty one. */
+  /** Owns the fields. Allocated lazily, with the first of them, so that an empty message needs no memory and moving one
+      cannot fail; reading without a body sees an empty one. */
   class LazyBody {
   public:
     LazyBody() noexcept;
@@ -156,10 +150,10 @@ private:
   private:
     std::unique_ptr<Body> fBody;
   };
-  /** Starts a delivery of its own; the marks of a drop or of another process stay. */
+  /** Begins a new delivery; the marks of a drop and of another process are kept. */
   void Address(uint64 handlerToken, const BMessenger& replyTo, std::shared_ptr<class ReplyReceiver> asker,
                std::shared_ptr<void> mark = nullptr);
   LazyBody fBody;
-  /** Who asked and where the message goes; shared by the copies of one delivery. */
+  /** Sender and target; shared by the copies of one delivery. */
   std::shared_ptr<Envelope> fEnvelope;
 };

@@ -10,7 +10,7 @@
 #include <variant>
 #include <vector>
 
-/** The innards of a message, shared by the files that implement it; not for anyone else. */
+/** Implementation of messages, private to the messaging. */
 
 /** Bytes of a type that the message does not interpret. */
 struct RawValue {
@@ -21,13 +21,13 @@ struct RawValue {
 using FieldValue = std::variant<bool, int32, int64, float, double, std::string, BPoint, BRect, entry_ref, BMessage,
                                 BMessenger, const void*, RawValue>;
 
-/** What a field of type 'CSTR' holds: a text, when the bytes are one and its NUL, else the bytes as they are. */
+/** The value of a field of type 'CSTR': a string, when the bytes are one with its NUL, else raw bytes. */
 FieldValue text_value(std::string_view bytes);
 
-/** The types whose values the message interprets and that are given as bytes: numbers, points, rectangles, references,
-    and texts. */
+/** Whether values of the type can be given as bytes and are interpreted: numbers, points, rectangles, references and
+    strings. */
 bool is_interpreted(type_code type);
-/** Stores a value of such a type; false when the bytes are no value of it. */
+/** Stores a value of an interpreted type; false when the bytes are not a value of it. */
 bool interpret(type_code type, std::string_view bytes, FieldValue* value);
 
 struct MessageField {
@@ -52,25 +52,25 @@ struct BMessage::Body {
   const MessageField* Find(const char* name) const;
 };
 
-/** Someone who waits for the answer to a question. Any thread. */
+/** Receives the answer to a question. Thread-safe. */
 class ReplyReceiver {
 public:
   virtual ~ReplyReceiver() = default;
-  /** Only the first answer counts; false when there was one, or the asker is gone. */
+  /** False when the question was answered before, or the asker is gone. */
   virtual bool Put(const BMessage& answer) = 0;
-  /** Nobody will answer: releases the asker, unless it has its answer. Called by destructors. */
+  /** Releases an asker that has no answer yet: there will be none. Called by destructors. */
   virtual void Drop() noexcept = 0;
 };
 
-/** Where an answer will come. */
+/** Delivers the answer to the asker. */
 class AnswerSource {
 public:
   virtual ~AnswerSource() = default;
-  /** Waits for the answer; nothing after `timeout` microseconds. */
+  /** Waits for the answer; nullopt after `timeout` microseconds. */
   virtual std::optional<BMessage> Take(bigtime_t timeout) = 0;
 };
 
-/** Where one waiting asker of this process gets its answer. */
+/** The answer to a question within this process. Thread-safe. */
 class ReplySlot : public ReplyReceiver, public AnswerSource {
 public:
   bool Put(const BMessage& answer) override;
@@ -78,25 +78,27 @@ public:
   std::optional<BMessage> Take(bigtime_t timeout) override;
 
 private:
-  std::mutex fMutex;
+  std::mutex fMutex; // guards fDone, fDropped, fAnswer
   std::condition_variable fArrived;
   bool fDone = false;    // answered or dropped
-  bool fDropped = false; // whoever takes the answer gets B_NO_REPLY_CODE
+  bool fDropped = false; // the answer is B_NO_REPLY_CODE
   std::optional<BMessage> fAnswer;
 };
 
-/** What travels with one delivery. The last copy of a question that goes away unanswered releases the asker. */
+/** The data of one delivery. Destroying the last copy of an unanswered question releases the asker. */
 struct BMessage::Envelope {
   uint64 handlerToken = 0;
   BMessenger replyTo;
-  /** Instead, where the sender is another process; found only when an answer is sent. Without a port: nobody there. */
+  /** Replaces `replyTo` when the sender is another process; resolved when an answer is sent. No port: none requested.
+   */
   RemoteAddress remoteReplyTo;
   std::shared_ptr<ReplyReceiver> asker;
-  /** Alive while this delivery is: tells its sender that it has not been handled yet. */
+  /** Lives as long as the delivery: the sender sees whether it has been handled. */
   std::shared_ptr<void> mark;
   bool remote = false;
   bool dropped = false;
-  BPoint dropPoint;
+  /** The queue holds one coalesced message of its code and handler at most. */
+  bool coalesced = false;
 
   ~Envelope();
 };

@@ -8,8 +8,8 @@ class BMessage;
 
 enum filter_result { B_SKIP_MESSAGE, B_DISPATCH_MESSAGE };
 
-/** Sees messages of one code (or all, code 0) before their handler does, on the looper's thread.
-    Owned by the looper it is installed on until removed from it. */
+/** Sees messages of one code (all for code 0) before their handler does, on the looper's thread. Owned by its looper
+    until it is removed. */
 class BMessageFilter {
 public:
   explicit BMessageFilter(uint32 code) : fCode(code) {}
@@ -17,6 +17,7 @@ public:
   BMessageFilter& operator=(const BMessageFilter&) = delete;
   virtual ~BMessageFilter() = default;
 
+  /** May replace the target. */
   virtual filter_result Filter(BMessage* message, BHandler** target) = 0;
   uint32 Command() const { return fCode; }
   BLooper* Looper() const { return fLooper; }

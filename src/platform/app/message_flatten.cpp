@@ -1,7 +1,7 @@
-/** The flat form of a message, little-endian: "VMSG", uint32 version (1), uint32 bytes of the whole, then a body:
+/** The serialized form of a message, little-endian: "VMSG", uint32 version (1), uint32 bytes of the whole, then a body:
     uint32 what, uint32 count of fields, and for each field uint32 type, uint16 length of the name, the name,
     uint32 count of values, and each value as uint32 length and bytes. A message inside is a body of its own.
-    Specifiers, pointers and messengers stay behind: they mean something in one process only. */
+    Specifiers, pointers and messengers are left out: they are valid in one process only. */
 
 #include "platform/app/message.h"
 
@@ -14,7 +14,7 @@
 
 namespace {
 
-static_assert(std::endian::native == std::endian::little, "numbers are written as they lie in memory");
+static_assert(std::endian::native == std::endian::little, "numbers are copied from memory");
 
 constexpr char kMagic[4] = {'V', 'M', 'S', 'G'};
 constexpr uint32 kVersion = 1;
@@ -69,7 +69,7 @@ private:
   std::string_view fLeft;
 };
 
-bool stays_behind(type_code type) {
+bool is_left_out(type_code type) {
   return type == B_POINTER_TYPE || type == B_MESSENGER_TYPE;
 }
 
@@ -90,7 +90,7 @@ bool read_ref(std::string_view bytes, entry_ref* ref) {
   return true;
 }
 
-/** Bytes of a raw value are led by one that says whether the field's items are of one size. */
+/** The bytes of a raw value follow one that tells whether all items of the field have the same size. */
 std::string raw_bytes(const RawValue& raw) {
   std::string bytes;
   bytes.push_back(raw.isFixedSize ? '\1' : '\0');
@@ -162,7 +162,7 @@ namespace {
 
 bool read_value(type_code type, std::string_view bytes, FieldValue* value) {
   if (is_interpreted(type)) return interpret(type, bytes, value);
-  if (bytes.empty() || stays_behind(type)) return false;
+  if (bytes.empty() || is_left_out(type)) return false;
   *value = RawValue{{bytes.begin() + 1, bytes.end()}, bytes.front() != '\0'};
   return true;
 }
@@ -201,7 +201,7 @@ void write_field(const MessageField& field, FlatWriter* out) {
 
 } // namespace
 
-/** Reads bodies; a friend of the message by being part of it. */
+/** Parses bodies. Nested for access to the message. */
 struct BMessage::BodyReader {
   static bool ReadBody(FlatBytes bytes, int depth, BMessage* message) {
     FlatReader reader(bytes);
@@ -225,7 +225,7 @@ struct BMessage::BodyReader {
       return false;
     }
     field->name = name;
-    // Each value costs at least its length, so a false count ends with the bytes, not with the memory.
+    // Each value takes at least its length field: a false count runs out of bytes before it runs out of memory.
     for (uint32 i = 0; i < valueCount; ++i) {
       uint32 length = 0;
       FlatBytes bytes;
@@ -250,11 +250,11 @@ struct BMessage::BodyReader {
 std::vector<char> BMessage::Flatten() const {
   FlatWriter body;
   uint32 fieldCount = 0;
-  for (const MessageField& field : fBody->fields) fieldCount += !stays_behind(field.type);
+  for (const MessageField& field : fBody->fields) fieldCount += !is_left_out(field.type);
   body.Number(what);
   body.Number(fieldCount);
   for (const MessageField& field : fBody->fields) {
-    if (!stays_behind(field.type)) write_field(field, &body);
+    if (!is_left_out(field.type)) write_field(field, &body);
   }
   const std::string bytes = body.Take();
   FlatWriter whole;
@@ -264,10 +264,6 @@ std::vector<char> BMessage::Flatten() const {
   whole.Bytes(bytes);
   const std::string flat = whole.Take();
   return {flat.begin(), flat.end()};
-}
-
-ssize_t BMessage::FlattenedSize() const {
-  return static_cast<ssize_t>(Flatten().size());
 }
 
 status_t BMessage::Flatten(BPositionIO* stream) const {

@@ -2,8 +2,8 @@
 
 #include "platform/app/message_body.h"
 #include "platform/app/remote_mail.h"
+#include "platform/kernel/timed_wait.h"
 
-#include <chrono>
 #include <utility>
 
 bool ReplySlot::Put(const BMessage& answer) {
@@ -25,12 +25,7 @@ void ReplySlot::Drop() noexcept {
 
 std::optional<BMessage> ReplySlot::Take(bigtime_t timeout) {
   std::unique_lock lock(fMutex);
-  const auto arrived = [this] { return fDone; };
-  if (timeout == B_INFINITE_TIMEOUT) {
-    fArrived.wait(lock, arrived);
-  } else {
-    fArrived.wait_for(lock, std::chrono::microseconds(timeout), arrived);
-  }
+  if (wait_until_ready(&fArrived, &lock, timeout, [this] { return fDone; }) != B_OK) return std::nullopt;
   if (std::exchange(fDropped, false)) return BMessage(B_NO_REPLY_CODE);
   return std::exchange(fAnswer, std::nullopt);
 }
@@ -52,15 +47,11 @@ bool BMessage::IsSourceRemote() const {
 bool BMessage::WasDropped() const {
   return fEnvelope && fEnvelope->dropped;
 }
-BPoint BMessage::DropPoint() const {
-  return fEnvelope ? fEnvelope->dropPoint : BPoint();
-}
 
-void BMessage::SetDropped(BPoint where, bool fromOtherApplication) {
+void BMessage::SetDropped(bool fromOtherApplication) {
   fEnvelope = std::make_shared<Envelope>();
   fEnvelope->dropped = true;
   fEnvelope->remote = fromOtherApplication;
-  fEnvelope->dropPoint = where;
 }
 
 status_t BMessage::SendReply(uint32 code) const {
@@ -86,7 +77,6 @@ void BMessage::Address(uint64 handlerToken, const BMessenger& replyTo, std::shar
   if (fEnvelope) {
     envelope->remote = fEnvelope->remote;
     envelope->dropped = fEnvelope->dropped;
-    envelope->dropPoint = fEnvelope->dropPoint;
   }
   fEnvelope = std::move(envelope);
 }

@@ -4,6 +4,8 @@
 #include "platform/app/message.h"
 #include "platform/support/log.h"
 
+#include <pthread.h>
+
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
@@ -13,7 +15,7 @@
 
 using Clock = std::chrono::steady_clock;
 
-/** One runner's schedule. Target and message never change; all else is guarded by the timer's mutex. */
+/** One runner's schedule. Target and message never change; the timer's mutex guards the other fields. */
 struct BMessageRunner::Beat {
   BMessenger target;
   BMessage message;
@@ -21,22 +23,22 @@ struct BMessageRunner::Beat {
   int32 left = -1;
   Clock::time_point next;
   bool isBeingSent = false;
-  /** Set while the target's queue holds a beat: the flag's other owner travels in the message. */
+  /** Expires when the last beat has been handled or dropped: the message owns the object. */
   std::weak_ptr<void> pending;
 };
 
 namespace {
 
 constexpr bigtime_t kShortestInterval = 1000;
-/** A day: what is never to come in time does not come at once because its time is past all counting. */
+/** A day, so that a huge interval cannot overflow and fire at once. */
 constexpr bigtime_t kLongestInterval = 86400000000;
 
 std::chrono::microseconds bounded(bigtime_t interval) {
   return std::chrono::microseconds(std::clamp(interval, kShortestInterval, kLongestInterval));
 }
 
-/** One thread that sleeps until the next beat of any runner. Started by the first runner, never ended: it holds no
-    code or data but this library's own. */
+/** The thread that sleeps until the next beat of any runner. Started by the first runner, never ended: it only uses
+   code and data of this library. */
 class Timer {
 public:
   using Beat = std::shared_ptr<BMessageRunner::Beat>;
@@ -53,7 +55,7 @@ public:
     fChanged.notify_all();
   }
 
-  /** Nothing is sent once this has returned: a message that is just being posted is waited for. */
+  /** Waits for a message that is just being posted: nothing is sent once this has returned. */
   void Remove(const Beat& beat) {
     std::unique_lock lock(fMutex);
     std::erase(fBeats, beat);
@@ -72,6 +74,7 @@ private:
   Timer() { std::thread(&Timer::Loop, this).detach(); }
 
   [[noreturn]] void Loop() {
+    pthread_setname_np(pthread_self(), "message runner");
     std::unique_lock lock(fMutex); // released while a beat is posted
     for (;;) {
       while (SendDue(&lock)) {
@@ -87,7 +90,7 @@ private:
     }
   }
 
-  /** Posts one beat that is due, with the mutex released meanwhile; posting never waits and calls nobody. False when
+  /** Posts one beat that is due, with the mutex released meanwhile; posting neither blocks nor calls out. False when
       none is due. */
   bool SendDue(std::unique_lock<std::mutex>* lock) {
     const Clock::time_point now = Clock::now();
@@ -116,7 +119,7 @@ private:
     }
   }
 
-  std::mutex fMutex;
+  std::mutex fMutex; // guards fBeats and the beats
   std::condition_variable fChanged;
   std::condition_variable fSent;
   std::vector<Beat> fBeats;

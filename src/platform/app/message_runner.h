@@ -6,8 +6,8 @@
 
 class BMessage;
 
-/** Sends a message again and again, until destroyed or `count` times (-1: without end). One timer thread serves all.
-    A beat is left out while the target's queue still holds the last one of this runner. */
+/** Sends a message periodically, `count` times (-1: without limit) or until destroyed. One timer thread serves all
+    runners. A beat is skipped while the target's queue still holds the previous one of this runner. Thread-safe. */
 class BMessageRunner {
 public:
   BMessageRunner(const BMessenger& target, const BMessage* message, bigtime_t interval, int32 count = -1);
@@ -16,7 +16,7 @@ public:
   /** Nothing is sent once this has returned. */
   ~BMessageRunner();
 
-  /** At least 1 ms. The next beat comes one new interval from now. */
+  /** Microseconds, 1 ms to a day. The next beat comes one new interval from now. */
   status_t SetInterval(bigtime_t interval);
 
   struct Beat;

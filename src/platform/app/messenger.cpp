@@ -19,16 +19,16 @@ BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t*
 }
 
 BMessenger::BMessenger(const char* signature, status_t* result) {
-  const std::string bearer = signature ? signature : "";
-  *this = find_signature(bearer);
-  if (!IsValid()) *this = RemoteMail::Find(bearer);
+  const std::string owner = signature ? signature : "";
+  *this = find_signature(owner);
+  if (!IsValid()) *this = RemoteMail::Find(owner);
   if (result) *result = IsValid() ? B_OK : B_NAME_NOT_FOUND;
 }
 
 bool BMessenger::IsValid() const {
   if (fPort != 0) return RemoteMail::IsThere(*this);
   const auto core = token_registry::find_looper(LocalToken());
-  return core && !core->IsClosed();
+  return core && !core->queue.IsClosed();
 }
 
 BHandler* BMessenger::Target(BLooper** looper) const {

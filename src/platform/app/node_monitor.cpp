@@ -21,7 +21,7 @@ namespace {
 
 constexpr uint32_t kSelfEvents = IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF;
 constexpr uint32_t kFolderEvents = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
-/** A looper with a full queue is waited for: the news may be the last. */
+/** How long to wait for a full queue: the notice may be the last. */
 constexpr bigtime_t kPatienceUs = 1000000;
 
 struct Watcher {
@@ -30,7 +30,7 @@ struct Watcher {
   uint32 flags;
 };
 
-/** A node that is watched, with all that tells a change of its state from one of its attributes. */
+/** A watched node, with the state that distinguishes a change of contents from one of attributes. */
 struct Node {
   std::string path;
   struct stat state {};
@@ -43,8 +43,8 @@ bool same_state(const struct stat& left, const struct stat& right) {
          left.st_gid == right.st_gid && left.st_nlink == right.st_nlink;
 }
 
-/** All watches of the process, served by one thread that starts with the first. Never destroyed: the thread outlives
-    main. */
+/** All watches of the process, served by one thread that starts with the first. Thread-safe. Never destroyed: the
+   thread outlives main. */
 class NodeMonitor {
 public:
   status_t Watch(const char* path, uint32 flags, const BHandler* handler);
@@ -65,7 +65,11 @@ private:
 status_t NodeMonitor::Watch(const char* path, uint32 flags, const BHandler* handler) {
   const std::lock_guard lock(fMutex);
   const int watch = inotify_add_watch(fInotify, path, kSelfEvents | kFolderEvents);
-  if (watch < 0) return status_of_errno(errno);
+  if (watch < 0) {
+    const status_t status = status_of_errno(errno);
+    if (status != B_ENTRY_NOT_FOUND) log_error(path, "cannot be watched for changes");
+    return status;
+  }
   Node& node = fNodes[watch];
   node.path = path;
   stat(path, &node.state);
@@ -109,15 +113,15 @@ void NodeMonitor::Serve() {
   }
 }
 
-/** 0 for what is no news. */
+/** 0 for an event that is not reported. */
 int32 NodeMonitor::OpcodeOf(const inotify_event& event, Node* node) {
   if (event.mask & IN_CREATE) return B_ENTRY_CREATED;
   if (event.mask & (IN_DELETE | IN_DELETE_SELF)) return B_ENTRY_REMOVED;
   if (event.mask & (IN_MOVED_FROM | IN_MOVED_TO | IN_MOVE_SELF)) return B_ENTRY_MOVED;
-  // What happens inside a folder's files is told to those who watch them.
+  // Changes of a folder's files are reported to the watches of those files.
   if (event.len > 0 || !(event.mask & kSelfEvents)) return 0;
   struct stat now {};
-  if (stat(node->path.c_str(), &now) != 0) return 0; // its removal is told by itself
+  if (stat(node->path.c_str(), &now) != 0) return 0; // its removal is an event of its own
   const bool isAttribute = (event.mask & IN_ATTRIB) && same_state(now, node->state);
   node->state = now;
   return isAttribute ? B_ATTR_CHANGED : B_STAT_CHANGED;
@@ -148,7 +152,7 @@ void NodeMonitor::Handle(const inotify_event& event) {
   if (opcode != 0) send_notice(watchers, opcode, event.len > 0 ? event.name : nullptr);
 }
 
-/** The kernel's queue overflowed: anything may have happened, so that everyone has to look again. */
+/** The kernel's queue overflowed: anything may have happened, every watcher has to look again. */
 void NodeMonitor::NotifyAll() {
   std::vector<Watcher> watchers;
   {

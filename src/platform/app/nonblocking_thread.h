@@ -2,9 +2,9 @@
 
 #include "platform/support/types.h"
 
-/** While one lives, its thread never blocks on a looper: whatever timeout a call names, a full queue, a lock that
-    somebody holds and an answer that has not come yet are reported at once. Made by the display thread, on which every
-    window depends. */
+/** Scope in which the thread never blocks on a looper: every time-out counts as 0, so that a full queue, a lock that is
+    taken and an answer that has not arrived are reported at once. Used by the display thread, on which every window
+    depends. */
 class NonblockingThread {
 public:
   NonblockingThread();
@@ -12,6 +12,6 @@ public:
   NonblockingThread& operator=(const NonblockingThread&) = delete;
   ~NonblockingThread();
 
-  /** How long the calling thread may wait when a call asks for `timeout`. */
+  /** `timeout`, or 0 on a nonblocking thread. */
   static bigtime_t Bounded(bigtime_t timeout);
 };

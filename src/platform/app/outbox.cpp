@@ -16,9 +16,9 @@ namespace outbox {
 
 namespace {
 
-constexpr size_t kMaxQueued = 100;      // for one destination
+constexpr size_t kMaxQueued = 100;      // per destination
 constexpr size_t kMaxDestinations = 16; // each has a thread while it has letters
-/** A destination's thread stays that long for the next letter. */
+/** How long an idle thread waits for the next letter before it ends. */
 constexpr std::chrono::seconds kIdle{2};
 
 using Send = std::function<status_t()>;
@@ -29,7 +29,7 @@ struct Destination {
 };
 
 struct Table {
-  std::mutex mutex; // guards destinations and all in them
+  std::mutex mutex; // guards destinations and their queues
   std::condition_variable posted;
   std::map<std::string, std::shared_ptr<Destination>> destinations;
 };
@@ -49,7 +49,7 @@ status_t run(const Send& send) {
   }
 }
 
-/** The next letter; empty, and the destination forgotten, when none has come for a while. */
+/** The next letter; empty, and the destination removed, when none has come for a while. */
 Send next_of(Destination* destination) {
   std::unique_lock lock(table().mutex);
   if (!table().posted.wait_for(lock, kIdle, [&] { return !destination->queue.empty(); })) {

@@ -13,15 +13,15 @@ struct RemoteAddress {
   uint64 handlerToken = 0;
 };
 
-/** What a message carries to another process beside itself. */
+/** The envelope of a message to another process. */
 struct LetterHead {
-  /** 0: to the bearer of the signature that the port stands for. */
+  /** 0: to the owner of the port's signature. */
   uint64 looperToken = 0;
   uint64 handlerToken = 0;
-  /** Without a port: nobody waits for an answer there. */
+  /** No port: no answer requested. */
   RemoteAddress replyTo;
 };
 
 std::vector<char> letter_bytes(const LetterHead& head, const BMessage& message);
-/** Untrusted input. `body` is what the message is read from; false, and nothing changed, when there is no head. */
-bool read_letter_head(std::span<const char> bytes, LetterHead* head, std::span<const char>* body);
+/** Untrusted input. `body` is the serialized message; false, and nothing changed, when the head is not valid. */
+[[nodiscard]] bool read_letter_head(std::span<const char> bytes, LetterHead* head, std::span<const char>* body);

@@ -14,11 +14,11 @@
 
 #include <atomic>
 
-/** Someone in another process who waits for the answer to a question. */
+/** An asker in another process. */
 class RemoteReceiver : public ReplyReceiver {
 public:
   explicit RemoteReceiver(std::shared_ptr<PortReturn> way) : fWay(std::move(way)) {}
-  /** The question was not taken: nobody here answers it. */
+  /** The question was refused: it will not be answered. */
   void Forget() { fDone = true; }
 
   bool Put(const BMessage& answer) override {
@@ -31,16 +31,17 @@ public:
     return fWay->Send(frame) && fits;
   }
 
-  /** An answer without bytes. When it cannot be sent the connection ends, which releases the asker as well. */
+  /** Sends an answer without bytes. If that fails the connection is closed, which releases the asker as well. */
   void Drop() noexcept override {
     if (fDone.exchange(true)) return;
     try {
       PortFrame frame;
       frame.flags = kFrameIsAnswer;
-      fWay->Send(frame);
+      if (fWay->Send(frame)) return;
     } catch (...) {
-      fWay->Break();
+      // out of memory
     }
+    fWay->Break();
   }
 
 private:
@@ -52,7 +53,7 @@ namespace {
 
 constexpr int32 kLetterCode = 'LETR';
 
-/** Where an answer comes from that another process owes. */
+/** The answer of another process. */
 class RemoteAnswer : public AnswerSource {
 public:
   explicit RemoteAnswer(std::unique_ptr<RemoteQuestion> question) : fQuestion(std::move(question)) {}
@@ -70,7 +71,7 @@ private:
   const std::unique_ptr<RemoteQuestion> fQuestion;
 };
 
-/** Takes in what others send to the bearer of a signature; without one, only answers to loopers that have asked. */
+/** Receives the letters to the owner of a signature; without a signature, only answers to loopers that have asked. */
 class LetterBox : public PortSink {
 public:
   explicit LetterBox(std::string signature) : fSignature(std::move(signature)) {}
@@ -84,7 +85,7 @@ private:
 
 constexpr std::string_view kSignaturePort = "app:";
 
-/** A signature has a '/', which no file name can have. */
+/** Escapes the '/' of a signature, which a file name cannot contain. */
 std::string port_of(const std::string& signature) {
   std::string name(kSignaturePort);
   for (const char c : signature) {
@@ -112,7 +113,7 @@ std::string signature_of(std::string_view port) {
   return signature;
 }
 
-/** Made with the first message that wants its answer here, and there until the process ends. */
+/** The port for answers; created with the first message that requests one, closed at exit. */
 class OwnPort {
 public:
   OwnPort() : fName("re:" + std::to_string(getpid())) {
@@ -135,8 +136,10 @@ const OwnPort& own_port() {
 } // namespace
 
 void RemoteMail::Publish(const std::string& signature) {
-  // Where another process has the name, or the user no folder for it, the bearer is found in this process alone.
-  port_service::open(port_of(signature), std::make_shared<LetterBox>(signature));
+  const status_t status = port_service::open(port_of(signature), std::make_shared<LetterBox>(signature));
+  // Expected: another process has the name, or there is no private folder (logged). The owner is found in this process.
+  if (status != B_OK && status != B_NAME_IN_USE && status != B_PERMISSION_DENIED)
+    log_error(signature, "other programs cannot reach this one: no port");
 }
 
 void RemoteMail::Withdraw(const std::string& signature) {
@@ -156,7 +159,7 @@ BMessenger RemoteMail::Find(const std::string& signature) {
 
 BMessenger RemoteMail::Find(const RemoteAddress& address) {
   BMessenger found;
-  if (port_service::serves(address.port)) return found; // its bearer here is gone
+  if (port_service::serves(address.port)) return found; // its owner in this process is gone
   const port_id port = remote_ports::find(address.port);
   if (port < 0) return found;
   found.fPort = port;
@@ -213,7 +216,7 @@ status_t RemoteMail::SendLater(const BMessenger& target, const BMessage& message
 }
 
 status_t RemoteMail::Reply(const RemoteAddress& address, const BMessage& message) {
-  // The port is looked for in the background, too: that also may wait for the other process.
+  // The look-up may block on the other process as well.
   return outbox::post(address.port, [address, message] { return Send(Find(address), message, BMessenger(), 0); });
 }
 
@@ -225,7 +228,7 @@ status_t RemoteMail::Refuse(uint32 code, const PortFrame& frame, const std::shar
     const char c = static_cast<char>(code >> shift & 0xff);
     name += c >= ' ' && c <= '~' ? c : '?';
   }
-  log.Error("refused from another program", "message '" + name + "', which is not offered");
+  log.Error("refused a message from another program", "'" + name + "' is not offered");
   BMessage answer(B_MESSAGE_NOT_UNDERSTOOD);
   answer.AddInt32("error", B_PERMISSION_DENIED);
   answer.AddString("message", "This is not offered to other programs");
@@ -242,7 +245,7 @@ status_t RemoteMail::Deliver(const PortFrame& frame, const std::shared_ptr<PortR
   const BMessenger target = isAnswer ? return_addresses::find(head.looperToken) : offer.target;
   const auto looper = token_registry::find_looper(target.fLooperToken);
   if (!looper) return B_BAD_PORT_ID;
-  if (!looper->HasRoom()) return B_WOULD_BLOCK; // before a message is read that nobody takes yet
+  if (!looper->queue.HasRoom()) return B_WOULD_BLOCK; // before parsing a message that cannot be queued yet
   BMessage message;
   if (message.Unflatten(body.data(), body.size()) != B_OK) return B_BAD_VALUE;
   const bool isTaken = isAnswer ? looper->TakesAnswer(message.what) : offer.Takes(message.what);
@@ -254,7 +257,7 @@ status_t RemoteMail::Deliver(const PortFrame& frame, const std::shared_ptr<PortR
   envelope->remote = true;
   envelope->remoteReplyTo = std::move(head.replyTo);
   message.fEnvelope = std::move(envelope);
-  const status_t status = looper->Offer(&message);
+  const status_t status = looper->queue.Offer([&message] { return std::move(message); });
   if (status != B_OK && asker) asker->Forget();
   return status;
 }

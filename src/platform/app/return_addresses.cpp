@@ -16,11 +16,11 @@ struct Entry {
 };
 
 struct Table {
-  std::mutex mutex;
+  std::mutex mutex; // guards entries
   std::vector<Entry> entries;
 };
 
-/** Never destroyed: letters come while the process ends. */
+/** Never destroyed: letters arrive while the process exits. */
 Table& table() {
   static Table* const instance = new Table;
   return *instance;

@@ -2,12 +2,12 @@
 
 #include "platform/app/messenger.h"
 
-/** The loopers of this process that have asked another process with themselves as the target of the answer. Other
-    processes know each by a random number that cannot be guessed; it stays good while the looper lives. Any thread. */
+/** The loopers of this process that other processes may send answers to. Each is known outside by a random number that
+    cannot be guessed, valid while the looper lives. Thread-safe. */
 namespace return_addresses {
 
 uint64 number_of(const BMessenger& target);
-/** Not valid when the number was never given out, or the looper has gone. */
+/** Invalid for an unknown number, or when the looper is gone. */
 BMessenger find(uint64 number);
 
 } // namespace return_addresses

@@ -14,10 +14,10 @@
 namespace {
 const BRoster gRoster;
 
-/** How long the opener may take to hand a document over. */
+/** How long to wait for the exit code of the desktop's opener. */
 constexpr std::chrono::seconds kHandOver{2};
 
-/** The process's own, never destroyed: threads may still ask while it exits. */
+/** Never destroyed: threads may still ask while the process exits. */
 SignatureLauncher& launcher() {
   static auto* const instance = new SignatureLauncher;
   return *instance;
@@ -44,8 +44,8 @@ status_t BRoster::Launch(const char* signature) const {
   return IsRunning(signature) ? B_ALREADY_RUNNING : launcher().Launch(signature);
 }
 
-/** A desktop's opener exits when it has handed the document over, and its exit code tells whether it could. On a system
-    without a desktop it is often the viewer itself, and stays: that is a success, too. */
+/** A desktop's opener exits once it has passed the document on; its exit code tells whether it could. Without a desktop
+    it is often the viewer itself, which keeps running: a success, too. */
 status_t BRoster::Launch(const entry_ref* ref) const {
   std::optional<std::future<bool>> opened = start_program({"xdg-open", ref->FullPath()});
   if (!opened) return B_LAUNCH_FAILED;

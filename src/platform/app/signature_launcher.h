@@ -8,9 +8,9 @@
 #include <mutex>
 #include <string>
 
-/** Starts installed programs by signature. Clients ask again with every request while a program does not answer, so
-    this debounces: for some seconds after an attempt, and as long as the program that it started is running, there is
-   no other for the same signature. Thread-safe. */
+/** Starts installed programs by signature. Clients repeat their request while a program does not answer, so this
+    debounces: for some seconds after an attempt, and as long as the program that it started is running, there is no
+   other for the same signature. Thread-safe. */
 class SignatureLauncher {
 public:
   using Clock = std::chrono::steady_clock;
@@ -22,7 +22,7 @@ public:
 private:
   struct Attempt {
     Clock::time_point time;
-    status_t repeated; // the answer to those who ask again
+    status_t repeated; // the result of repeated requests
     std::future<bool> exited;
   };
 

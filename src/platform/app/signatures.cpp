@@ -1,6 +1,7 @@
 #include "platform/app/signatures.h"
 
 #include "platform/app/remote_mail.h"
+#include "platform/support/log.h"
 
 #include <map>
 #include <mutex>
@@ -20,11 +21,16 @@ Table& table() {
 } // namespace
 
 status_t add_signature(const std::string& signature, const LetterOffer& offer) {
+  bool isInUse = false;
   {
     const std::lock_guard lock(table().mutex);
     LetterOffer& current = table().offers[signature];
-    if (current.target.IsValid()) return B_NAME_IN_USE;
-    current = offer;
+    isInUse = current.target.IsValid();
+    if (!isInUse) current = offer;
+  }
+  if (isInUse) {
+    log_error(signature, "another looper of this process owns the signature");
+    return B_NAME_IN_USE;
   }
   RemoteMail::Publish(signature);
   return B_OK;

@@ -5,13 +5,12 @@
 #include <string>
 #include <vector>
 
-/** Which looper of this process answers to which signature; other processes may send it the offered codes. Any
-    thread. */
+/** The signatures of this process: the looper of each, and the codes that other processes may send to it. Adding
+    one fails with B_NAME_IN_USE, which is logged, while a living looper owns it. Thread-safe. */
 status_t add_signature(const std::string& signature, const LetterOffer& offer);
 status_t remove_signature(const std::string& signature);
-/** An invalid messenger when nobody living bears the signature. */
+/** Invalid when no living looper owns the signature. */
 BMessenger find_signature(const std::string& signature);
-/** What other processes may send to it. */
+/** Empty when no living looper owns the signature. */
 LetterOffer find_offer(const std::string& signature);
-/** Those of this process. */
 std::vector<std::string> known_signatures();

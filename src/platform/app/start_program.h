@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-/** Starts a program, looked up in PATH, without a shell and without waiting for it. The future tells when it has
-    exited, and whether with exit code 0; the process is reaped whether or not anybody asks. nullopt when it could not
-   be started. Any thread. */
+/** Starts a program, looked up in PATH, without a shell; does not wait for it. The future is ready when it has exited:
+   true for exit code 0. The process is reaped in any case. nullopt when it could not be started. Thread-safe. */
 std::optional<std::future<bool>> start_program(const std::vector<std::string>& arguments);

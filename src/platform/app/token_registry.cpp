@@ -7,12 +7,12 @@ namespace token_registry {
 namespace {
 
 struct Registry {
-  std::mutex mutex;
+  std::mutex mutex; // guards lastToken, loopers
   uint64 lastToken = 0;
-  std::vector<std::shared_ptr<BLooper::Core>> loopers; // in the order of their making
+  std::vector<std::shared_ptr<BLooper::Core>> loopers; // in the order of their creation
 };
 
-/** Never destroyed: threads may still post while the process ends. */
+/** Never destroyed: threads may still post while the process exits. */
 Registry& registry() {
   static Registry* const instance = new Registry;
   return *instance;

@@ -111,7 +111,7 @@ bool WindowGuard::Drop(const QDropEvent& event) const {
       drop.AddRef("refs", &ref);
   }
   if (!drop.HasField("refs")) return false;
-  drop.SetDropped(to_bpoint(fWidget->mapToGlobal(event.position().toPoint())), event.source() == nullptr);
+  drop.SetDropped(event.source() == nullptr);
   TargetAt(event.position().toPoint()).SendMessage(&drop, BMessenger(), 0);
   return true;
 }

@@ -14,7 +14,7 @@ std::string program_path() {
   return length > 0 ? std::string(path, static_cast<size_t>(length)) : std::string();
 }
 
-/** Counts the images down to the wanted one and takes its name. */
+/** Skips `left` images and takes the name of the next. */
 struct Search {
   int32 left;
   bool isFirst;

@@ -9,5 +9,5 @@ struct image_info {
   std::string name;
 };
 
-/** Walks the images of this process; `cookie` starts at 0. B_BAD_INDEX after the last one. */
-status_t get_next_image_info(int32* cookie, image_info* info);
+/** Iterates over the images of this process; `cookie` starts at 0. B_BAD_INDEX after the last one. */
+[[nodiscard]] status_t get_next_image_info(int32* cookie, image_info* info);

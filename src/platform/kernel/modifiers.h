@@ -2,7 +2,7 @@
 
 #include "platform/support/types.h"
 
-/** Command is the key "Ctrl", Control is "Alt", Option is "Super". */
+/** Command is the Ctrl key, Control is Alt, Option is Super. */
 enum : uint32 {
   B_SHIFT_KEY = 0x01,
   B_COMMAND_KEY = 0x02,
@@ -13,5 +13,5 @@ enum : uint32 {
 
 /** The modifiers that are down now, as last reported. Any thread. */
 uint32 modifiers();
-/** Called by the display thread at each key event, and once at start with the real state; and by tests. */
+/** Called by the display thread at each key event and once at start, and by tests. Any thread. */
 void report_modifiers(uint32 down);

@@ -11,7 +11,7 @@
 #include <exception>
 
 namespace {
-constexpr size_t kReadAtOnce = size_t{64} << 10; // then it is the next sender's turn
+constexpr size_t kReadAtOnce = size_t{64} << 10; // per turn, so that senders are served in turn
 }
 
 PortConnection::PortConnection(UniqueFd socket, std::shared_ptr<PortSink> sink)
@@ -42,13 +42,14 @@ size_t PortConnection::HeldBytes() const {
 }
 
 void PortConnection::Handle(short events) {
+  fThread.Check();
   Guard([&] { HandleEvents(events); });
 }
 
 void PortConnection::HandleEvents(short events) {
   if (events & POLLOUT) fOver |= !fSender->Flush();
   if (events & POLLIN) Read();
-  // A sender that has left no longer wants its waiting message delivered: it may have told its user so.
+  // The message of a sender that has left is dropped: it may have reported a failure to its user.
   else if (events & (POLLRDHUP | POLLHUP | POLLERR))
     fOver = true;
 }
@@ -76,30 +77,31 @@ void PortConnection::TakeFrames() {
     }
   }
   if (!fReader.IsBroken()) return;
-  Tell(B_BAD_VALUE);
+  SendStatus(B_BAD_VALUE);
   fOver = true;
 }
 
 bool PortConnection::Settle(PortFrame* frame, bigtime_t now) {
   const status_t status = now <= frame->deadline ? fSink->Offer(frame, fSender) : status_t{B_TIMED_OUT};
   if (status == B_WOULD_BLOCK && !(frame->flags & kFrameDontWait)) return false;
-  Tell(status);
+  SendStatus(status);
   return true;
 }
 
-void PortConnection::Tell(status_t status) {
-  PortFrame told;
-  told.code = status;
-  told.flags = kFrameIsStatus;
-  fOver |= !fSender->Send(told);
+void PortConnection::SendStatus(status_t status) {
+  PortFrame frame;
+  frame.code = status;
+  frame.flags = kFrameIsStatus;
+  fOver |= !fSender->Send(frame);
 }
 
 void PortConnection::LookAgain(bigtime_t now) {
+  fThread.Check();
   if (fOver || !fWaiting) return;
   Guard([&] {
     if (!Settle(&*fWaiting, now)) return;
     fWaiting.reset();
-    TakeFrames(); // a sender that did not wait for its status
+    TakeFrames(); // in case the sender did not wait for the status
   });
 }
 

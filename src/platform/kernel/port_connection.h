@@ -1,21 +1,23 @@
 #pragma once
 
 #include "platform/kernel/port_return.h"
+#include "platform/kernel/thread_checker.h"
 
 #include <memory>
 #include <optional>
 
-/** Where the messages of one port go. */
+/** Receives the messages of one port. */
 class PortSink {
 public:
   virtual ~PortSink() = default;
-  /** On the service's thread; never waits. B_WOULD_BLOCK: there is no room, and `port_service::look_again` is called
-      when there may be some. What is taken is moved out of the frame; any status but B_WOULD_BLOCK settles it. An
-     answer to it may be sent by `sender` at any later time. */
+  /** On the service's thread; must not block. B_WOULD_BLOCK: no room, the sink calls `port_service::look_again` when
+      there may be some. Any other status settles the frame; its bytes may be moved out of it. An answer may be sent
+      through `sender` at any later time. */
   virtual status_t Offer(PortFrame* frame, const std::shared_ptr<PortReturn>& sender) = 0;
 };
 
-/** One sender at one port, on the service's thread. While its message waits for room nothing more is read from it. */
+/** One sender connected to one port. Lives on the service's thread. While its message waits for room nothing more is
+    read from it. */
 class PortConnection {
 public:
   PortConnection(UniqueFd socket, std::shared_ptr<PortSink> sink);
@@ -24,31 +26,34 @@ public:
   ~PortConnection();
 
   int Socket() const { return fSender->Socket(); }
-  /** What to wait for, and what to do when it has come. */
+  /** The poll() events to wait for. */
   short AwaitedEvents() const;
+  /** Handles the events that poll() returned. */
   void Handle(short events);
-  /** Offers the waiting message again; says B_TIMED_OUT to a sender whose time is over. */
+  /** Offers the waiting message again; answers B_TIMED_OUT once its deadline has passed. */
   void LookAgain(bigtime_t now);
   /** B_INFINITE_TIMEOUT when nothing waits. */
   bigtime_t Deadline() const;
   bool IsOver() const { return fOver; }
-  /** What it has begun to send, and what waits for room; a small amount, which every sender may have, counts as 0. */
+  /** The bytes of unfinished and waiting messages; an amount below one read, which every sender may have, counts as
+      0. */
   size_t HeldBytes() const;
-  /** When something was last read from it. */
+  /** The time of the last read. */
   bigtime_t LastHeard() const { return fLastHeard; }
   void CutOff() { fOver = true; }
 
 private:
   void HandleEvents(short events);
-  /** Makes the call; an exception ends this connection alone. */
+  /** Makes the call; an exception ends only this connection. */
   template <typename Call>
   void Guard(Call call);
   void Read();
   void TakeFrames();
   /** False while the message waits. */
   bool Settle(PortFrame* frame, bigtime_t now);
-  void Tell(status_t status);
+  void SendStatus(status_t status);
 
+  [[no_unique_address]] ThreadChecker fThread;
   std::shared_ptr<PortReturn> fSender;
   std::shared_ptr<PortSink> fSink;
   PortFrameReader fReader;

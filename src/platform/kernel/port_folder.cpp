@@ -24,7 +24,7 @@ namespace {
 constexpr size_t kMaxName = 80;
 constexpr int kBacklog = 128;
 constexpr int kLockTries = 2000; // of a millisecond each
-constexpr timeval kConnectPatience = {1, 0};
+constexpr timeval kConnectTimeout = {1, 0};
 
 std::string folder_path() {
   const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
@@ -36,29 +36,30 @@ std::string folder_path() {
   return std::string(temporary && temporary[0] == '/' ? temporary : "/tmp") + "/koreva-" + std::to_string(geteuid());
 }
 
-void complain_once(const std::string& path, const char* what) {
-  static std::once_flag complained;
-  std::call_once(complained, [&] { log_error(path, what); });
+void log_once(const std::string& path, const char* what) {
+  static std::once_flag isLogged;
+  std::call_once(isLogged, [&] { log_error(path, what); });
 }
 
 status_t open_folder(UniqueFd* folder) {
   const std::string path = folder_path();
-  mkdir(path.c_str(), 0700); // whoever made it, what counts is what it is now
+  mkdir(path.c_str(), 0700); // may exist already; its owner and mode are checked below
   UniqueFd opened(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   struct stat info {};
   if (!opened || fstat(opened.Get(), &info) != 0) {
-    complain_once(path, "cannot be opened as a folder; programs do not find each other");
+    log_once(path, "cannot be opened as a folder; programs do not find each other");
     return B_PERMISSION_DENIED;
   }
   if (info.st_uid != geteuid() || (info.st_mode & 0077) != 0) {
-    complain_once(path, "belongs to another user or is open to others; programs do not find each other");
+    log_once(path, "belongs to another user or is open to others; programs do not find each other");
     return B_PERMISSION_DENIED;
   }
   *folder = std::move(opened);
   return B_OK;
 }
 
-/** By way of the open folder, which was checked: its path may lead elsewhere by now, or be too long for an address. */
+/** Addresses the socket through the open descriptor of the checked folder: the folder's path may have changed since, or
+    be too long for an address. */
 sockaddr_un address_in(const UniqueFd& folder, const std::string& name) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
@@ -71,7 +72,7 @@ UniqueFd new_socket() {
   return UniqueFd(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
 }
 
-/** Keeps other processes, and threads, from naming ports meanwhile; the system gives it up with the folder. */
+/** Serializes the naming of ports between processes and threads; released when the folder is closed. */
 bool lock_folder(const UniqueFd& folder) {
   for (int i = 0; i < kLockTries; ++i) {
     if (flock(folder.Get(), LOCK_EX | LOCK_NB) == 0) return true;
@@ -83,8 +84,8 @@ bool lock_folder(const UniqueFd& folder) {
 status_t connect_in(const UniqueFd& folder, const std::string& name, UniqueFd* connected) {
   UniqueFd socket = new_socket();
   if (!socket) return B_NO_MEMORY;
-  // A process that has stopped accepts nobody; the wait for it ends.
-  setsockopt(socket.Get(), SOL_SOCKET, SO_SNDTIMEO, &kConnectPatience, sizeof kConnectPatience);
+  // A stopped process does not accept: limit the wait.
+  setsockopt(socket.Get(), SOL_SOCKET, SO_SNDTIMEO, &kConnectTimeout, sizeof kConnectTimeout);
   const sockaddr_un address = address_in(folder, name);
   if (connect(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
     return errno == EAGAIN ? B_TIMED_OUT : B_NAME_NOT_FOUND;
@@ -122,7 +123,7 @@ status_t listen_as(const std::string& name, Listener* listener) {
   if (!lock_folder(folder)) return B_TIMED_OUT;
   UniqueFd other;
   if (connect_in(folder, name, &other) != B_NAME_NOT_FOUND) return B_NAME_IN_USE;
-  unlinkat(folder.Get(), name.c_str(), 0); // what a process left that has crashed
+  unlinkat(folder.Get(), name.c_str(), 0); // a crashed process may have left it
   return bind_in(folder, name, listener);
 }
 
@@ -134,7 +135,7 @@ void remove_name(const std::string& name, ino_t inode) {
 }
 
 status_t connect_to(const std::string& name, UniqueFd* socket) {
-  if (!is_port_name(name)) return B_NAME_NOT_FOUND; // it may come from another process
+  if (!is_port_name(name)) return B_NAME_NOT_FOUND; // untrusted: names come from other processes, too
   UniqueFd folder;
   if (const status_t status = open_folder(&folder); status != B_OK) return status;
   UniqueFd connected;

@@ -5,8 +5,8 @@
 
 namespace {
 
-constexpr uint32 kMagic = 0x31505256;             // "VRP1" as it lies in memory
-constexpr size_t kKeptCapacity = size_t{1} << 20; // a line that carried one large message holds no memory for ever
+constexpr uint32 kMagic = 0x31505256;             // "VRP1" in memory
+constexpr size_t kKeptCapacity = size_t{1} << 20; // a larger buffer is freed after the message
 
 struct Head {
   uint32 magic;

@@ -6,41 +6,41 @@
 #include <span>
 #include <vector>
 
-/** No message through a port is larger; who sends one hears B_MESSAGE_TOO_LARGE. */
+/** Limit of a message through a port; sending a larger one fails with B_MESSAGE_TOO_LARGE. */
 inline constexpr size_t kMaxPortMessage = size_t{16} << 20;
 
-/** What all senders to one process have sent of frames that are not whole yet or wait for room; a few large messages at
-    once. When there is more, the sender that has been silent longest is cut off. */
+/** Limit of the unfinished and waiting frames of all senders to one process: a few large messages at once. Beyond it
+    the sender that has been silent longest is disconnected. */
 inline constexpr size_t kMaxUnfinished = 4 * kMaxPortMessage;
 
 enum : uint32 {
   kFrameDontWait = 1,    // to a port: B_WOULD_BLOCK rather than wait for room
-  kFrameWantsAnswer = 2, // to a port: the sender listens for an answer after the status
-  kFrameIsStatus = 4,    // back: `code` is what became of the message
-  kFrameIsAnswer = 8,    // back: `bytes` is the answer to it
+  kFrameWantsAnswer = 2, // to a port: the sender expects an answer besides the status
+  kFrameIsStatus = 4,    // to the sender: `code` is the result of the delivery
+  kFrameIsAnswer = 8,    // to the sender: `bytes` is the answer
 };
 
-/** One message between two processes, to a port or back to its sender. A sender speaks again only after it heard what
-    became of its last message. */
+/** One message between two processes, to a port or back to the sender. A sender waits for the status of a message
+   before it sends the next. */
 struct PortFrame {
   int32 code = 0;
   uint32 flags = 0;
-  /** On the monotonic clock, which all processes share: what is late is not taken. */
+  /** On the monotonic clock, which all processes share; later the message is not delivered. */
   bigtime_t deadline = B_INFINITE_TIMEOUT;
   std::vector<char> bytes;
 };
 
-/** What goes before a frame's bytes. */
+/** The header of a frame. */
 inline constexpr size_t kFrameHeadSize = 24;
 std::array<char, kFrameHeadSize> frame_head(const PortFrame& frame, size_t byteCount);
 
-/** Cuts a stream of bytes, which may come from anybody, into frames. */
+/** Splits an untrusted byte stream into frames. */
 class PortFrameReader {
 public:
   void Feed(std::span<const char> bytes);
-  /** The next whole frame; false when more bytes are needed, or none can come. */
-  bool Next(PortFrame* frame);
-  /** True when what came is no frame, or too large a one: nothing more is read. */
+  /** The next complete frame; false when more bytes are needed, or the stream is broken. */
+  [[nodiscard]] bool Next(PortFrame* frame);
+  /** True after bytes that are no frame, or too large a one: nothing more is read. */
   bool IsBroken() const { return fBroken; }
   size_t HeldBytes() const { return fBytes.size() - fTaken; }
 

@@ -1,6 +1,6 @@
 #include "platform/kernel/port_line.h"
 
-#include "platform/kernel/threads.h"
+#include "platform/kernel/timed_wait.h"
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -11,13 +11,11 @@
 #include <cerrno>
 
 status_t PortLine::Await(short events, bigtime_t until) const {
-  constexpr bigtime_t kLongestUs = 3'600'000'000;
-  for (;;) {
-    const bigtime_t left = until == B_INFINITE_TIMEOUT ? kLongestUs : until - system_time();
-    if (left <= 0) return B_TIMED_OUT;
+  while (until > system_time()) {
     pollfd polled{fSocket.Get(), events, 0};
-    if (poll(&polled, 1, static_cast<int>(std::min(left, kLongestUs) / 1000 + 1)) > 0) return B_OK;
+    if (poll(&polled, 1, poll_timeout(until)) > 0) return B_OK;
   }
+  return B_TIMED_OUT;
 }
 
 status_t PortLine::Send(const PortFrame& frame, std::span<const char> bytes, bigtime_t until) {

@@ -5,13 +5,14 @@
 
 #include <span>
 
-/** One connection to a port of another process, used by one thread at a time. */
+/** One connection to a port of another process. Not thread-safe. */
 class PortLine {
 public:
   explicit PortLine(UniqueFd socket) : fSocket(std::move(socket)) {}
-  /** Both give B_TIMED_OUT when `until` has passed, B_BAD_PORT_ID when the other side is gone. */
-  status_t Send(const PortFrame& head, std::span<const char> bytes, bigtime_t until);
-  status_t Receive(PortFrame* frame, bigtime_t until);
+  /** Sends the head and the bytes. B_TIMED_OUT when `until` has passed, B_BAD_PORT_ID when the other side is gone. */
+  [[nodiscard]] status_t Send(const PortFrame& head, std::span<const char> bytes, bigtime_t until);
+  /** Errors as for `Send`. */
+  [[nodiscard]] status_t Receive(PortFrame* frame, bigtime_t until);
 
 private:
   status_t Await(short events, bigtime_t until) const;

@@ -7,7 +7,7 @@
 #include <cerrno>
 
 namespace {
-/** Room for the largest answer; a sender that asks on without reading is cut off. */
+/** Room for the largest answer; a sender that asks again without reading is disconnected. */
 constexpr size_t kMaxUnsent = kMaxPortMessage + 4096;
 } // namespace
 

@@ -6,19 +6,19 @@
 #include <mutex>
 #include <string>
 
-/** The way back to a connected sender: its status, and the answer to its question. Owns the socket. Any thread may
-    send; the ports' service reads the socket, and closes the way when the sender is gone. */
+/** The way back to a connected sender, for statuses and answers. Owns the socket. Any thread may send; the ports'
+    service reads the socket, and closes it when the sender is gone. */
 class PortReturn {
 public:
   explicit PortReturn(UniqueFd socket) : fSocket(std::move(socket)) {}
 
-  /** Never waits: what the socket does not take now, `Flush` sends later. False when the sender is gone. */
-  bool Send(const PortFrame& frame);
+  /** Does not block: the service flushes later what the socket does not take now. False when the sender is gone. */
+  [[nodiscard]] bool Send(const PortFrame& frame);
   /** On the service's thread. False when the sender is gone. */
-  bool Flush();
+  [[nodiscard]] bool Flush();
   bool HasUnsent();
   void Close();
-  /** The sender sees the connection end; the service closes it then. */
+  /** Shuts the connection down; the service closes it then. */
   void Break() noexcept;
   /** On the service's thread, before `Close`. */
   int Socket() const { return fSocket.Get(); }
@@ -26,7 +26,7 @@ public:
 private:
   bool SendSome();
 
-  /** Guards all that follows; but the service alone closes the socket, so it may read it without. */
+  /** Guards fSocket, fUnsent and fClosed; the service, which alone closes the socket, reads fSocket without. */
   std::mutex fMutex;
   UniqueFd fSocket;
   std::string fUnsent;

@@ -1,11 +1,11 @@
 #include "platform/kernel/port_service.h"
 
 #include "platform/kernel/port_folder.h"
-#include "platform/kernel/threads.h"
+#include "platform/kernel/timed_wait.h"
+#include "platform/kernel/wakeup_fd.h"
 #include "platform/support/log.h"
 
 #include <poll.h>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -20,25 +20,10 @@ namespace port_service {
 
 namespace {
 
-constexpr size_t kMaxConnections = 256; // a port; whoever comes then waits in the system's queue
-constexpr bigtime_t kPauseUs = 100000;
+constexpr size_t kMaxConnections = 256; // per port; more wait in the backlog of the socket
+constexpr bigtime_t kPauseUs = 100000;  // after an error that would repeat at once
 
-/** Wakes the service. */
-class Bell {
-public:
-  Bell() : fFd(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {}
-  int Fd() const { return fFd.Get(); }
-  void Ring() const { eventfd_write(fFd.Get(), 1); }
-  void Silence() const {
-    eventfd_t count = 0;
-    eventfd_read(fFd.Get(), &count);
-  }
-
-private:
-  UniqueFd fFd;
-};
-
-/** One port and those connected to it; on the service's thread once it was handed over. */
+/** One port and its connections; on the service's thread once handed over. */
 class ServedPort {
 public:
   ServedPort(UniqueFd listener, std::shared_ptr<PortSink> sink)
@@ -52,9 +37,9 @@ public:
     }
   }
 
-  /** Handles what `AddPolls` has asked for, from `polled` on; returns where the next port's begin. */
+  /** Handles the results of what `AddPolls` added; returns the first of the next port. */
   const pollfd* Handle(const pollfd* polled, bigtime_t now) {
-    const bool knocked = (polled++->revents & POLLIN) != 0;
+    const bool isConnectionPending = (polled++->revents & POLLIN) != 0;
     if (now >= fAcceptAfter) fAcceptAfter = 0;
     for (PortConnection& connection : fConnections) {
       if (polled->revents != 0) connection.Handle(polled->revents);
@@ -62,11 +47,11 @@ public:
       ++polled;
     }
     DropEnded();
-    if (knocked) Accept(now);
+    if (isConnectionPending) Accept(now);
     return polled;
   }
 
-  /** Adds up what the senders hold, and finds the one of those that has been silent longest. */
+  /** Adds up the bytes that the senders occupy, and finds the one of them that has been silent longest. */
   void Survey(size_t* held, PortConnection** quietest) {
     for (PortConnection& connection : fConnections) {
       if (connection.IsOver() || connection.HeldBytes() == 0) continue;
@@ -87,7 +72,7 @@ public:
 private:
   void Accept(bigtime_t now) {
     UniqueFd socket(accept4(fListener.Get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
-    // Without descriptors to spare the knocking would go on without end: others wait a moment.
+    // Out of file descriptors accept() fails and poll() returns at once: pause accepting.
     fAcceptAfter = socket || errno == EAGAIN ? 0 : now + kPauseUs;
     if (socket && port_folder::is_same_user(socket.Get())) fConnections.emplace_back(std::move(socket), fSink);
   }
@@ -100,17 +85,17 @@ private:
 
 using Ports = std::map<std::string, std::unique_ptr<ServedPort>>;
 
-/** Never destroyed: ports are looked after while the process ends. */
+/** Never destroyed: ports are served while the process exits. */
 struct Service {
-  Bell bell;
-  /** Serves one opening or closing at a time, the start and end of the thread with it. The service never takes it. */
+  WakeupFd wakeup;
+  /** Serializes opening and closing, which start and end the thread; guards thread, inodes. Never locked by the
+      service's thread. */
   std::mutex control;
   thread_id thread = 0;
-  /** With the names that are theirs in the folder. */
-  std::map<std::string, ino_t> names;
+  /** Of the open ports, by name; see port_folder::Listener. */
+  std::map<std::string, ino_t> inodes;
 
-  /** Guards what is on its way to the service. */
-  std::mutex mutex;
+  std::mutex mutex; // guards opened, closed, ending: what the service's thread takes over
   Ports opened;
   std::vector<std::string> closed;
   bool ending = false;
@@ -121,7 +106,7 @@ Service& service() {
   return *instance;
 }
 
-/** Takes over what was opened and drops what was closed; false when the thread is to end. */
+/** Adds the opened ports and drops the closed ones; false when the thread is to end. */
 bool take_changes(Ports* ports) {
   const std::lock_guard lock(service().mutex);
   for (const std::string& name : std::exchange(service().closed, {})) ports->erase(name);
@@ -129,27 +114,22 @@ bool take_changes(Ports* ports) {
   return !service().ending;
 }
 
-int poll_timeout(bigtime_t now, const Ports& ports) {
-  bigtime_t deadline = B_INFINITE_TIMEOUT;
-  for (const auto& [name, port] : ports) deadline = std::min(deadline, port->Deadline());
-  if (deadline == B_INFINITE_TIMEOUT) return -1;
-  constexpr bigtime_t kLongest = 60'000'000;
-  return static_cast<int>(std::clamp<bigtime_t>(deadline - now, 0, kLongest) / 1000 + 1);
-}
-
 void serve_once(const Ports& ports) {
-  std::vector<pollfd> polls{{service().bell.Fd(), POLLIN, 0}};
-  const bigtime_t start = system_time();
-  for (const auto& [name, port] : ports) port->AddPolls(&polls);
-  if (poll(polls.data(), polls.size(), poll_timeout(start, ports)) < 0) return;
-  if (polls[0].revents != 0) service().bell.Silence();
+  std::vector<pollfd> polls{{service().wakeup.Get(), POLLIN, 0}};
+  bigtime_t deadline = B_INFINITE_TIMEOUT;
+  for (const auto& [name, port] : ports) {
+    port->AddPolls(&polls);
+    deadline = std::min(deadline, port->Deadline());
+  }
+  if (poll(polls.data(), polls.size(), poll_timeout(deadline)) < 0) return;
+  if (polls[0].revents != 0) service().wakeup.Clear();
   const bigtime_t now = system_time();
   const pollfd* polled = &polls[1];
   for (const auto& [name, port] : ports) polled = port->Handle(polled, now);
 }
 
-/** Keeps what senders have begun and not finished within bounds. */
-void cut_off_silent(const Ports& ports) {
+/** Enforces kMaxUnfinished. */
+void disconnect_silent(const Ports& ports) {
   for (;;) {
     size_t held = 0;
     PortConnection* quietest = nullptr;
@@ -167,10 +147,10 @@ int32 serve(void*) {
   while (take_changes(&ports)) {
     try {
       serve_once(ports);
-      cut_off_silent(ports);
+      disconnect_silent(ports);
     } catch (const std::exception& error) {
       log_error("ports", error.what());
-      snooze(kPauseUs); // what has failed would fail again at once
+      snooze(kPauseUs);
     }
   }
   return 0;
@@ -193,12 +173,12 @@ status_t open(const std::string& name, std::shared_ptr<PortSink> sink) {
   const std::lock_guard control(service().control);
   port_folder::Listener listener;
   if (const status_t status = port_folder::listen_as(name, &listener); status != B_OK) return status;
-  const bool runs = !service().names.empty() || (service().bell.Fd() >= 0 && start_thread() == B_OK);
+  const bool runs = !service().inodes.empty() || (service().wakeup.Get() >= 0 && start_thread() == B_OK);
   if (!runs) {
     port_folder::remove_name(name, listener.inode);
     return B_NO_MEMORY;
   }
-  service().names[name] = listener.inode;
+  service().inodes[name] = listener.inode;
   {
     const std::lock_guard lock(service().mutex);
     service().opened[name] = std::make_unique<ServedPort>(std::move(listener.socket), std::move(sink));
@@ -209,11 +189,11 @@ status_t open(const std::string& name, std::shared_ptr<PortSink> sink) {
 
 void close(const std::string& name) {
   const std::lock_guard control(service().control);
-  const auto found = service().names.find(name);
-  if (found == service().names.end()) return;
+  const auto found = service().inodes.find(name);
+  if (found == service().inodes.end()) return;
   port_folder::remove_name(name, found->second);
-  service().names.erase(found);
-  const bool isLast = service().names.empty();
+  service().inodes.erase(found);
+  const bool isLast = service().inodes.empty();
   {
     const std::lock_guard lock(service().mutex);
     if (service().opened.erase(name) == 0) service().closed.push_back(name);
@@ -225,11 +205,11 @@ void close(const std::string& name) {
 
 bool serves(const std::string& name) {
   const std::lock_guard control(service().control);
-  return service().names.count(name) > 0;
+  return service().inodes.count(name) > 0;
 }
 
 void look_again() {
-  service().bell.Ring();
+  service().wakeup.Wake();
 }
 
 } // namespace port_service

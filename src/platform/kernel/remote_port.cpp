@@ -1,19 +1,14 @@
 #include "platform/kernel/remote_port.h"
 
 #include "platform/kernel/port_folder.h"
-#include "platform/kernel/threads.h"
+#include "platform/kernel/timed_wait.h"
 
 #include <poll.h>
 
 namespace {
 
-constexpr bigtime_t kPatienceUs = 3'000'000; // for a process that runs to answer at all
+constexpr bigtime_t kPatienceUs = 3'000'000; // a running process has answered by then
 constexpr size_t kMaxIdleLines = 4;
-
-bigtime_t later(bigtime_t timeout) {
-  const bigtime_t now = system_time();
-  return timeout > B_INFINITE_TIMEOUT - now ? B_INFINITE_TIMEOUT : now + timeout;
-}
 
 bigtime_t with_patience(bigtime_t deadline) {
   return deadline > B_INFINITE_TIMEOUT - kPatienceUs ? B_INFINITE_TIMEOUT : deadline + kPatienceUs;
@@ -37,7 +32,7 @@ status_t RemoteQuestion::ReadOne(bigtime_t until) {
   return B_OK;
 }
 
-// The answer may overtake the status: it comes from another thread over there.
+// The answer may overtake the status: the other process sends it from another thread.
 status_t RemoteQuestion::AwaitStatus(bigtime_t until) {
   while (!fHasStatus && !fHasAnswer) {
     if (const status_t status = ReadOne(until); status != B_OK) return status;
@@ -47,7 +42,7 @@ status_t RemoteQuestion::AwaitStatus(bigtime_t until) {
 
 status_t RemoteQuestion::AwaitAnswer(bigtime_t until) {
   while (!fHasAnswer || !fHasStatus) {
-    const status_t status = ReadOne(fHasAnswer ? later(kPatienceUs) : until);
+    const status_t status = ReadOne(fHasAnswer ? deadline_after(kPatienceUs) : until);
     if (status == B_OK) continue;
     return fHasAnswer ? static_cast<status_t>(B_OK) : status;
   }
@@ -57,7 +52,7 @@ status_t RemoteQuestion::AwaitAnswer(bigtime_t until) {
 
 status_t RemoteQuestion::Take(std::vector<char>* answer, bigtime_t timeout) {
   if (!fLine) return B_BAD_PORT_ID;
-  const status_t status = AwaitAnswer(later(timeout));
+  const status_t status = AwaitAnswer(deadline_after(timeout));
   if (status == B_OK) *answer = std::move(fAnswer);
   if (status != B_TIMED_OUT) fLine.reset();
   return status;
@@ -71,7 +66,7 @@ status_t RemotePort::Connect(const std::string& name, std::shared_ptr<RemotePort
 }
 
 bool RemotePort::IsAlive() const {
-  pollfd polled{fAnchor.Get(), POLLIN, 0}; // nothing is ever sent on it: what comes is its end
+  pollfd polled{fAnchor.Get(), POLLIN, 0}; // nothing is ever sent on it: readable means closed
   return poll(&polled, 1, 0) == 0;
 }
 
@@ -105,7 +100,7 @@ status_t RemotePort::Ask(int32 code, std::span<const char> bytes, bigtime_t time
   head.code = code;
   if (question) head.flags |= kFrameWantsAnswer;
   if (timeout == 0) head.flags |= kFrameDontWait;
-  head.deadline = later(timeout == 0 ? kPatienceUs : timeout);
+  head.deadline = deadline_after(timeout == 0 ? kPatienceUs : timeout);
   const bigtime_t until = with_patience(head.deadline);
   if (const status_t status = line->Send(head, bytes, until); status != B_OK) return status;
   auto asked = std::make_unique<RemoteQuestion>(shared_from_this(), std::move(line));

@@ -8,16 +8,16 @@
 #include <string>
 #include <vector>
 
-/** A question put to another process; who lets it go does not hear the answer any more. One thread at a time. */
+/** A pending question to another process; destroying it discards the answer. Not thread-safe. */
 class RemoteQuestion {
 public:
   RemoteQuestion(std::shared_ptr<class RemotePort> port, std::unique_ptr<PortLine> line);
-  /** B_TIMED_OUT while the answer is out, B_BAD_PORT_ID when the other process has gone without one. */
-  status_t Take(std::vector<char>* answer, bigtime_t timeout);
+  /** B_TIMED_OUT while there is no answer yet, B_BAD_PORT_ID when the other process has ended without one. */
+  [[nodiscard]] status_t Take(std::vector<char>* answer, bigtime_t timeout);
 
 private:
   friend class RemotePort;
-  /** Reads until it knows what became of the question, or has the answer. */
+  /** Reads until the status of the question or the answer has arrived. */
   status_t AwaitStatus(bigtime_t until);
   status_t AwaitAnswer(bigtime_t until);
   status_t ReadOne(bigtime_t until);
@@ -30,18 +30,19 @@ private:
   std::vector<char> fAnswer;
 };
 
-/** A port that another process has made, for as long as that process keeps it. Any thread; a sender that waits for room
-    holds up no other. */
+/** A port of another process, valid until that process deletes it. Thread-safe; a sender that waits for room does not
+    block others. */
 class RemotePort : public std::enable_shared_from_this<RemotePort> {
 public:
-  static status_t Connect(const std::string& name, std::shared_ptr<RemotePort>* port);
+  [[nodiscard]] static status_t Connect(const std::string& name, std::shared_ptr<RemotePort>* port);
 
   const std::string& Name() const { return fName; }
   bool IsAlive() const;
-  /** B_OK once the message is in the port's queue, B_WOULD_BLOCK for a timeout of 0 and no room. A process that has
-      stopped is waited for a few seconds longer. */
-  status_t Send(int32 code, std::span<const char> bytes, bigtime_t timeout);
-  status_t Ask(int32 code, std::span<const char> bytes, bigtime_t timeout, std::unique_ptr<RemoteQuestion>* question);
+  /** B_OK once the message is in the port's queue, B_WOULD_BLOCK for a timeout of 0 and no room. Waits a few seconds
+      longer for a process that does not respond. */
+  [[nodiscard]] status_t Send(int32 code, std::span<const char> bytes, bigtime_t timeout);
+  [[nodiscard]] status_t Ask(int32 code, std::span<const char> bytes, bigtime_t timeout,
+                             std::unique_ptr<RemoteQuestion>* question);
 
 private:
   friend class RemoteQuestion;
@@ -50,16 +51,16 @@ private:
   void PutBack(std::unique_ptr<PortLine> line);
 
   const std::string fName;
-  /** Never written to. It breaks when the owner goes, so that whoever has the name afterwards is not taken for it. */
+  /** Never written to. Breaks when the owner goes, so that a later owner of the name is not mistaken for it. */
   const UniqueFd fAnchor;
-  std::mutex fMutex;
+  std::mutex fMutex; // guards fIdle
   std::vector<std::unique_ptr<PortLine>> fIdle;
 };
 
-/** The ports of other processes, by ids of their own. Any thread. */
+/** The ports of other processes; their ids differ from those of this process's ports. Thread-safe. */
 namespace remote_ports {
 bool is_remote(port_id id);
-port_id find(const std::string& name);
-/** Null when the process that had made it has given it up. */
+[[nodiscard]] port_id find(const std::string& name);
+/** Null when the owner has deleted it or is gone. */
 std::shared_ptr<RemotePort> get(port_id id);
 } // namespace remote_ports

@@ -1,6 +1,5 @@
+#include "platform/kernel/id_table.h"
 #include "platform/kernel/remote_port.h"
-
-#include <map>
 
 namespace remote_ports {
 
@@ -8,22 +7,10 @@ namespace {
 
 constexpr port_id kFirstId = port_id{1} << 30; // far above the ids of this process's own ports
 
-struct Table {
-  std::mutex mutex;
-  std::map<port_id, std::shared_ptr<RemotePort>> ports;
-  port_id nextId = kFirstId;
-};
-
-Table& table() {
-  static Table* const instance = new Table;
+/** Never destroyed: threads may outlive main. */
+IdTable<RemotePort>& table() {
+  static auto* const instance = new IdTable<RemotePort>(kFirstId);
   return *instance;
-}
-
-port_id known(const std::string& name) {
-  for (const auto& [id, port] : table().ports) {
-    if (port->Name() == name) return id;
-  }
-  return B_NAME_NOT_FOUND;
 }
 
 } // namespace
@@ -33,26 +20,21 @@ bool is_remote(port_id id) {
 }
 
 port_id find(const std::string& name) {
-  {
-    const std::lock_guard lock(table().mutex);
-    std::erase_if(table().ports, [](const auto& entry) { return !entry.second->IsAlive(); });
-    if (const port_id id = known(name); id > 0) return id;
-  }
+  const auto hasName = [&name](const RemotePort& port) { return port.Name() == name; };
+  table().RemoveIf([](const RemotePort& port) { return !port.IsAlive(); });
+  if (const port_id id = table().Find(hasName); id > 0) return id;
   std::shared_ptr<RemotePort> port;
   if (const status_t status = RemotePort::Connect(name, &port); status != B_OK) return status;
-  const std::lock_guard lock(table().mutex);
-  if (const port_id id = known(name); id > 0) return id; // another thread was faster
-  table().ports.emplace(table().nextId, port);
-  return table().nextId++;
+  return table().FindOrAdd(port, hasName); // another thread may have been faster
 }
 
 std::shared_ptr<RemotePort> get(port_id id) {
-  const std::lock_guard lock(table().mutex);
-  const auto found = table().ports.find(id);
-  if (found == table().ports.end()) return nullptr;
-  if (found->second->IsAlive()) return found->second;
-  table().ports.erase(found);
-  return nullptr;
+  auto port = table().Get(id);
+  if (port && !port->IsAlive()) {
+    table().Remove(id);
+    return nullptr;
+  }
+  return port;
 }
 
 } // namespace remote_ports

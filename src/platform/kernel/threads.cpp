@@ -27,8 +27,8 @@ struct Thread {
   int32 result = 0;
 };
 
-/** Every thread made here, and every other that asked for its own id, until it has ended.
-    Never destroyed: threads may outlive main. */
+/** Every spawned thread, and every other that asked for its own id, until it has ended. The mutex guards the records,
+    too. Never destroyed: threads may outlive main. */
 struct Table {
   std::mutex mutex;
   std::condition_variable changed;
@@ -61,7 +61,7 @@ void finish(Thread* thread, int32 result) {
   table().changed.notify_all();
 }
 
-/** The calling thread's record; forgotten with the thread. */
+/** The calling thread's record; removed when the thread ends. */
 struct Self {
   std::shared_ptr<Thread> thread;
   bool adopted = false;
@@ -87,13 +87,13 @@ std::shared_ptr<Thread> find_record(thread_id id) {
   return found == table().threads.end() ? nullptr : found->second;
 }
 
-/** By value: another thread may give it a new one at any time. */
+/** By value: another thread may rename it at any time. */
 std::string name_of(const Thread& thread) {
   const std::lock_guard lock(table().mutex);
   return thread.name;
 }
 
-/** Its exceptions end the thread alone, not the process. */
+/** An exception ends only the thread. */
 int32 run_entry(const Thread& thread) {
   try {
     pthread_setname_np(pthread_self(), name_of(thread).substr(0, 15).c_str());

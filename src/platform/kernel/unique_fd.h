@@ -4,7 +4,7 @@
 
 #include <utility>
 
-/** Owns a file descriptor; -1 is none. */
+/** Owns a file descriptor; -1 means none. */
 class UniqueFd {
 public:
   UniqueFd() = default;

@@ -5,7 +5,8 @@
 #include <string>
 #include <vector>
 
-/** A folder; `GetNextEntry` walks its entries in byte order of their names, without "." and "..". */
+/** A folder; `GetNextEntry` iterates over the entries in byte order of their names, without "." and "..". The names are
+    read once, by `SetTo` and `Rewind`. Not thread-safe. */
 class BDirectory {
 public:
   BDirectory() = default;
@@ -14,7 +15,7 @@ public:
   status_t SetTo(const char* path);
   status_t InitCheck() const { return fStatus; }
   /** B_ENTRY_NOT_FOUND after the last entry. */
-  status_t GetNextEntry(BEntry* entry, bool traverse = false);
+  [[nodiscard]] status_t GetNextEntry(BEntry* entry, bool traverse = false);
   status_t Rewind();
   const std::string& Path() const { return fPath; }
 
@@ -25,5 +26,5 @@ private:
   status_t fStatus = B_NO_INIT;
 };
 
-/** Makes the folder and every missing parent; success when it is there already. */
-status_t create_directory(const char* path, uint32 mode);
+/** Creates the folder and every missing parent; B_OK when it exists already. */
+[[nodiscard]] status_t create_directory(const char* path, uint32 mode);

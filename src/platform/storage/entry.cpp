@@ -30,7 +30,7 @@ status_t BEntry::SetTo(const entry_ref* ref, bool traverse) {
   const std::string path = fRef.FullPath();
   struct stat info {};
   if (traverse && lstat(path.c_str(), &info) == 0 && S_ISLNK(info.st_mode)) {
-    get_ref_for_path(std::filesystem::weakly_canonical(path, error).c_str(), &fRef);
+    return fStatus = get_ref_for_path(std::filesystem::weakly_canonical(path, error).c_str(), &fRef);
   }
   return fStatus = B_OK;
 }
@@ -85,9 +85,4 @@ status_t BEntry::GetModificationTime(int64* seconds, int32* nanoseconds) const {
   *seconds = info.st_mtim.tv_sec;
   if (nanoseconds) *nanoseconds = static_cast<int32>(info.st_mtim.tv_nsec);
   return B_OK;
-}
-
-status_t BEntry::Remove() {
-  if (fStatus != B_OK) return fStatus;
-  return std::remove(fRef.FullPath().c_str()) == 0 ? B_OK : status_of_errno(errno);
 }

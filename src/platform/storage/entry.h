@@ -5,14 +5,14 @@
 class BDirectory;
 class BPath;
 
-/** A place in the file system, existing or not. */
+/** A path in the file system, existing or not. Not thread-safe. */
 class BEntry {
 public:
   BEntry() = default;
   explicit BEntry(const char* path, bool traverse = false);
   explicit BEntry(const entry_ref* ref, bool traverse = false);
 
-  /** `traverse` follows a symbolic link to what it names. */
+  /** `traverse` follows a symbolic link. The status is also that of `InitCheck`. */
   status_t SetTo(const char* path, bool traverse = false);
   status_t SetTo(const entry_ref* ref, bool traverse = false);
   status_t SetTo(const BDirectory* directory, const char* name, bool traverse = false);
@@ -21,13 +21,12 @@ public:
   bool Exists() const;
   bool IsFile() const;
   bool IsDirectory() const;
-  status_t GetRef(entry_ref* ref) const;
-  status_t GetPath(BPath* path) const;
+  [[nodiscard]] status_t GetRef(entry_ref* ref) const;
+  [[nodiscard]] status_t GetPath(BPath* path) const;
   std::string Name() const { return fRef.name; }
-  status_t GetSize(off_t* size) const;
-  /** Seconds since 1970, and the part of one beyond them. */
-  status_t GetModificationTime(int64* seconds, int32* nanoseconds = nullptr) const;
-  status_t Remove();
+  [[nodiscard]] status_t GetSize(off_t* size) const;
+  /** Since 1970. */
+  [[nodiscard]] status_t GetModificationTime(int64* seconds, int32* nanoseconds = nullptr) const;
 
 private:
   entry_ref fRef;

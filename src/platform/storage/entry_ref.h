@@ -4,8 +4,8 @@
 
 #include <string>
 
-/** Names a file by its folder's absolute path and its own name; the file need not exist.
-    A ref without a name is empty: it names nothing. */
+/** Refers to a file by the absolute path of its folder and its name; the file need not exist. A ref without a name is
+    empty. */
 struct entry_ref {
   std::string directory;
   std::string name;
@@ -17,5 +17,6 @@ struct entry_ref {
   friend bool operator==(const entry_ref&, const entry_ref&) = default;
 };
 
-/** Makes `path` absolute (against the current folder) and splits it. B_BAD_VALUE for an empty path. */
+/** Makes `path` absolute, relative to the current folder, and splits it. B_BAD_VALUE, and
+    `ref` unchanged, for an empty path. */
 status_t get_ref_for_path(const char* path, entry_ref* ref);

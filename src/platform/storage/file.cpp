@@ -30,13 +30,11 @@ int open_flags(uint32 mode) {
   static constexpr int kAccess[] = {O_RDONLY, O_WRONLY, O_RDWR, O_RDONLY};
   int flags = kAccess[mode & 3] | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
   if (mode & B_CREATE_FILE) flags |= O_CREAT;
-  if (mode & B_FAIL_IF_EXISTS) flags |= O_EXCL;
   if (mode & B_ERASE_FILE) flags |= O_TRUNC;
-  if (mode & B_OPEN_AT_END) flags |= O_APPEND;
   return flags;
 }
 
-/** Repeats what a signal cut short. */
+/** Repeats a call that a signal interrupted. */
 template <typename Call>
 ssize_t uninterrupted(Call call) {
   ssize_t result = 0;

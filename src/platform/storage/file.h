@@ -11,12 +11,11 @@ enum : uint32 {
   B_WRITE_ONLY = 1,
   B_READ_WRITE = 2,
   B_CREATE_FILE = 0x0200,
-  B_FAIL_IF_EXISTS = 0x0100,
   B_ERASE_FILE = 0x0400,
-  B_OPEN_AT_END = 0x0800,
 };
 
-/** An open file. Opening never blocks: a pipe or device opens or fails at once. */
+/** An open file; the destructor closes it. Opening does not block: a pipe or device opens or fails at once. Not
+    thread-safe. */
 class BFile : public BPositionIO {
 public:
   BFile() = default;
@@ -32,16 +31,17 @@ public:
   void Unset();
   status_t InitCheck() const { return fStatus; }
 
-  ssize_t Read(void* buffer, size_t size) override;
-  ssize_t Write(const void* buffer, size_t size) override;
-  off_t Seek(off_t position, uint32 mode) override;
+  /** Repeats a call that a signal interrupted. */
+  [[nodiscard]] ssize_t Read(void* buffer, size_t size) override;
+  [[nodiscard]] ssize_t Write(const void* buffer, size_t size) override;
+  [[nodiscard]] off_t Seek(off_t position, uint32 mode) override;
   off_t Position() const override;
-  status_t SetSize(off_t size) override;
-  status_t GetSize(off_t* size) const override;
-  /** Waits until the bytes are on the disk. */
-  status_t Sync();
+  [[nodiscard]] status_t SetSize(off_t size) override;
+  [[nodiscard]] status_t GetSize(off_t* size) const override;
+  /** Blocks until the bytes are on the disk. */
+  [[nodiscard]] status_t Sync();
   bool IsDirectory() const;
-  /** True for an ordinary file: not a folder, device, socket or pipe. */
+  /** False for a folder, device, socket or pipe. */
   bool IsRegular() const;
   /** The file descriptor, owned by this object; -1 while closed. */
   int Descriptor() const { return fDescriptor; }

@@ -4,15 +4,16 @@
 
 #include <string>
 
-/** A path as text; never looks at the file system but to make a relative path absolute. */
+/** A normalized absolute path. Accesses the file system only to make a relative path absolute. */
 class BPath {
 public:
   BPath() = default;
   explicit BPath(const char* path, const char* leaf = nullptr);
 
+  /** The path is unset after an error, which `InitCheck` shows, too. */
   status_t SetTo(const char* path, const char* leaf = nullptr);
-  status_t Append(const char* leaf);
-  status_t GetParent(BPath* parent) const;
+  [[nodiscard]] status_t Append(const char* leaf);
+  [[nodiscard]] status_t GetParent(BPath* parent) const;
   /** The last component; empty for an unset path. */
   const char* Leaf() const;
   const char* Path() const { return fPath.c_str(); }

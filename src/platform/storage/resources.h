@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-/** One resource compiled into an image. The bytes and the name outlive the image's stay in memory. */
+/** One resource compiled into an image; bytes and name are valid while the image is loaded. */
 struct compiled_resource {
   type_code type;
   int32 id;
@@ -13,7 +13,7 @@ struct compiled_resource {
   size_t size;
 };
 
-/** Reads the resources that an image was built with. The image hands its table in; nothing is copied. */
+/** The resources of one image, found in the table that the image passes in; nothing is copied. */
 class BResources {
 public:
   BResources() = default;

@@ -5,5 +5,5 @@
 /** The status code that stands for an errno value. */
 status_t status_of_errno(int error);
 
-/** What went wrong with a file, in English, for the log. */
+/** Describes an error of a file in English, for the log. */
 const char* status_text(status_t status);

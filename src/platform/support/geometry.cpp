@@ -11,13 +11,6 @@ void BRect::OffsetTo(BPoint leftTop) {
   OffsetBy(leftTop.x - left, leftTop.y - top);
 }
 
-void BRect::InsetBy(float dx, float dy) {
-  left += dx;
-  right -= dx;
-  top += dy;
-  bottom -= dy;
-}
-
 BRect BRect::OffsetToCopy(BPoint leftTop) const {
   BRect moved = *this;
   moved.OffsetTo(leftTop);
@@ -26,9 +19,4 @@ BRect BRect::OffsetToCopy(BPoint leftTop) const {
 
 bool BRect::Contains(BPoint point) const {
   return point.x >= left && point.x <= right && point.y >= top && point.y <= bottom;
-}
-
-bool BRect::Intersects(const BRect& other) const {
-  return IsValid() && other.IsValid() && left <= other.right && other.left <= right && top <= other.bottom &&
-         other.top <= bottom;
 }

@@ -2,7 +2,7 @@
 
 #include "platform/support/types.h"
 
-/** A point in units of the screen (logical pixels); y grows downwards. */
+/** A point in logical pixels; y grows downwards. */
 struct BPoint {
   float x = 0;
   float y = 0;
@@ -12,7 +12,7 @@ struct BPoint {
   friend BPoint operator-(BPoint a, BPoint b) { return {a.x - b.x, a.y - b.y}; }
 };
 
-/** A rectangle whose edges are all inside it: it is right - left + 1 pixels wide. */
+/** A rectangle that includes its edges: it is right - left + 1 pixels wide. Empty by default. */
 struct BRect {
   float left = 0;
   float top = 0;
@@ -25,10 +25,8 @@ struct BRect {
   BPoint LeftTop() const { return {left, top}; }
   void OffsetBy(float dx, float dy);
   void OffsetTo(BPoint leftTop);
-  void InsetBy(float dx, float dy);
   BRect OffsetToCopy(BPoint leftTop) const;
   bool Contains(BPoint point) const;
-  bool Intersects(const BRect& other) const;
 
   friend bool operator==(const BRect&, const BRect&) = default;
 };

@@ -3,8 +3,7 @@
 #include <array>
 #include <cstdint>
 
-/** What the C library's converters say of Japanese, as tables: made once, at the first conversion. 0 is "no such
-    character" throughout. */
+/** Conversion tables, built lazily from the C library's converters. 0 means "no such character". */
 struct JapaneseTables {
   /** UTF-16 of each Shift-JIS lead and trail byte; row 0 holds the single bytes. */
   std::array<std::array<uint16_t, 256>, 256> fromSjis{};
@@ -15,4 +14,5 @@ struct JapaneseTables {
   std::array<uint16_t, 65536> toJis{};
 };
 
+/** Thread-safe. */
 const JapaneseTables& japanese_tables();

@@ -4,20 +4,15 @@
 
 #include <vector>
 
-/** An ordered list of pointers that it does not own. Not safe for several threads. */
+/** An ordered list of pointers that it does not own. Not thread-safe. */
 class BList {
 public:
-  bool AddItem(void* item);
-  bool AddItem(void* item, int32 index);
-  void* RemoveItem(int32 index);
-  bool RemoveItem(void* item);
-  void MakeEmpty() { fItems.clear(); }
-
-  /** Null outside the list. */
-  void* ItemAt(int32 index) const;
-  int32 IndexOf(void* item) const;
+  void AddItem(void* item) { fItems.push_back(item); }
+  /** Null for an index outside the list. */
+  void* ItemAt(int32 index) const {
+    return index >= 0 && index < CountItems() ? fItems[static_cast<size_t>(index)] : nullptr;
+  }
   int32 CountItems() const { return static_cast<int32>(fItems.size()); }
-  bool IsEmpty() const { return fItems.empty(); }
 
 private:
   std::vector<void*> fItems;

@@ -16,7 +16,7 @@ iovec piece(std::string_view text) {
 
 void log_error(std::string_view where, std::string_view what) noexcept {
   const std::array<iovec, 5> line = {piece("sonivo: "), piece(where), piece(": "), piece(what), piece("\n")};
-  // One write, so that lines of several threads never mix; nothing can be done when it fails.
+  // One write is atomic for threads; an error cannot be reported anywhere.
   [[maybe_unused]] const ssize_t written = writev(STDERR_FILENO, line.data(), line.size());
 }
 

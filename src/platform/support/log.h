@@ -4,12 +4,12 @@
 #include <mutex>
 #include <string_view>
 
-/** Writes one line, "sonivo: where: what", to standard error. Any thread; lines never mix. Allocates nothing, so that
-    running out of memory can be logged too. */
+/** Writes one line, "sonivo: where: what", to standard error, atomically. Thread-safe. Does not allocate, so that
+   running out of memory can be logged, too. */
 void log_error(std::string_view where, std::string_view what) noexcept;
 
-/** A rate-limited log for errors that other programs can cause at will: one line in ten seconds, which counts those
-    left out. Any thread. */
+/** Rate-limited log for errors that other programs can cause at will: one line in ten seconds, with the number of
+    suppressed ones. Thread-safe. */
 class LimitedLog {
 public:
   void Error(std::string_view where, std::string_view what);

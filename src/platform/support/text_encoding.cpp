@@ -66,7 +66,7 @@ bool copy_ascii(Input* in, Output* out) {
 }
 
 struct Character {
-  uint32 code = 0; // 0: broken
+  uint32 code = 0; // 0: malformed
   size_t length = 1;
 };
 
@@ -79,7 +79,7 @@ void from_sjis(Input* in, Output* out, char substitute) {
     const bool isLead = (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC);
     if (isLead && in->Left() > 1) {
       const unsigned char trail = byte_at(in->at + 1);
-      // A byte that cannot be a trail (a line end above all) is no part of the broken pair.
+      // A byte that cannot be a trail byte, such as a line end, does not belong to the malformed pair.
       if (trail >= 0x40 && trail != 0x7F && trail <= 0xFC) length = 2;
       unit = length == 2 ? tables.fromSjis[lead][trail] : uint16_t{0};
     }
@@ -101,7 +101,7 @@ constexpr JisEscape kReadEscapes[] = {{"\x1B(B", JisSet::kAscii},
                                       {"\x1B$B", JisSet::kDouble}};
 constexpr size_t kEscapeLength = 3;
 
-/** All in which JIS-Roman differs from ASCII. */
+/** The only differences between JIS-Roman and ASCII. */
 constexpr uint32 kYen = 0xA5;
 constexpr uint32 kOverline = 0x203E;
 constexpr char kRomanYen = '\\';
@@ -144,7 +144,7 @@ void from_jis(Input* in, Output* out, char substitute) {
   while (in->at != in->end) {
     if (byte_at(in->at) == kEscape && read_escape(in, &set)) continue;
     const Character next = next_jis(*in, set, tables);
-    // A real NUL is a character; 0 stands for a broken piece everywhere else.
+    // NUL is a character; otherwise 0 means malformed.
     const bool isNul = *in->at == '\0';
     const bool put = next.code != 0 || isNul ? out->PutUtf8(static_cast<uint16_t>(next.code)) : out->Put(substitute);
     if (!put) return;
@@ -165,12 +165,13 @@ void to_sjis(Input* in, Output* out, char substitute) {
   }
 }
 
-/** Writes JIS: remembers the set in force, and gives a character its escape together with itself or not at all. */
+/** Writes JIS: keeps track of the current character set, and writes a character together with its escape or not at
+    all. */
 class JisWriter {
 public:
   explicit JisWriter(Output* out) : fOut(out) {}
 
-  /** Room is kept for the return to ASCII at the end. */
+  /** Reserves room for the return to ASCII at the end. */
   bool Put(JisSet set, const char* bytes, size_t count) {
     const size_t escape = set == fSet ? 0 : kEscapeLength;
     const size_t closing = set == JisSet::kAscii ? 0 : kEscapeLength;

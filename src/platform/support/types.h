@@ -1,12 +1,11 @@
 #pragma once
 
-/** The integer types, status codes and type codes that every floor uses. */
+/** Integer types, status codes and type codes. */
 
 #include <climits>
 #include <cstddef>
 #include <cstdint>
 
-using int8 = std::int8_t;
 using uint8 = std::uint8_t;
 using int16 = std::int16_t;
 using uint16 = std::uint16_t;
@@ -23,7 +22,6 @@ using type_code = uint32;
 using thread_id = int32;
 using sem_id = int32;
 using port_id = int32;
-using image_id = int32;
 
 inline constexpr bigtime_t B_INFINITE_TIMEOUT = INT64_MAX;
 
@@ -45,7 +43,6 @@ enum : status_t {
   B_BAD_THREAD_ID,
   B_BAD_SEM_ID,
   B_BAD_PORT_ID,
-  B_BAD_IMAGE_ID,
   B_ENTRY_NOT_FOUND,
   B_FILE_EXISTS,
   B_IS_A_DIRECTORY,

@@ -8,14 +8,15 @@
 #include "player/list/requests.h"
 #include "player/model/player_messages.h"
 #include "player/window/player_window.h"
+#include "plugin/message_codes.h"
 
 namespace {
 
 constexpr const char* kSilent = "No sound device: playing silently";
 /** What other programs may send; docs/protocol.md says what it means. */
-const std::vector<uint32> kOffered = {kMsgHandshake,   kMsgWishSeek,      kMsgWishSeekBy, kMsgWishPlayPause,
-                                      kMsgWishSpeedBy, kMsgWishMarks,     kMsgHandedOver, B_COUNT_PROPERTIES,
-                                      B_GET_PROPERTY,  B_EXECUTE_PROPERTY};
+const std::vector<uint32> kOffered = {kMsgHostHandshake, kMsgHostSeek,      kMsgHostSeekBy, kMsgHostPlayPause,
+                                      kMsgHostSpeedBy,   kMsgHostMarks,     kMsgHandedOver, B_COUNT_PROPERTIES,
+                                      B_GET_PROPERTY,    B_EXECUTE_PROPERTY};
 /** For any call into a plug-in, which only posts messages; an end with windows to close takes a second on a slow
     machine. */
 constexpr bigtime_t kPluginPatienceUs = 10000000;
@@ -89,7 +90,7 @@ void TSonivoApp::MessageReceived(BMessage* message) {
     return TakeOutput(*message);
   case kMsgTick:
     return Tick();
-  case kMsgHandshake:
+  case kMsgHostHandshake:
     return Handshake(*message);
   case kMsgWindowCloses:
     return CloseRequested();

@@ -5,11 +5,12 @@
 #include "player/frontend/front_end_host.h"
 #include "player/model/info_record.h"
 #include "player/model/player_messages.h"
+#include "plugin/message_codes.h"
 
 #include <algorithm>
 
 void TSonivoApp::Handshake(const BMessage& message) const {
-  BMessage answer(kMsgHandshake);
+  BMessage answer(kMsgHostHandshake);
   if (message.IsSourceRemote())
     answer.AddString("Signature", fHost->Signature());
   else
@@ -20,20 +21,20 @@ void TSonivoApp::Handshake(const BMessage& message) const {
 bool TSonivoApp::HandleWish(const BMessage& message) {
   int32 number = 0;
   switch (message.what) {
-  case kMsgWishSeek:
+  case kMsgHostSeek:
     if (message.FindInt32("Time", &number) == B_OK) Seek(number);
     return true;
-  case kMsgWishSeekBy:
+  case kMsgHostSeekBy:
     if (message.FindInt32("Time", &number) == B_OK) Seek(int64{Sound().PositionMs()} + number);
     return true;
-  case kMsgWishPlayPause:
+  case kMsgHostPlayPause:
     PlayPause();
     return true;
-  case kMsgWishSpeedBy:
+  case kMsgHostSpeedBy:
     if (message.FindInt32("Percent", &number) == B_OK)
       SetSpeed(int64{fOther ? fOther->speedPercent : fState.speedPercent} + number);
     return true;
-  case kMsgWishMarks:
+  case kMsgHostMarks:
     TakeMarks(message);
     return true;
   default:

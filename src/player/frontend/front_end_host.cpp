@@ -3,6 +3,7 @@
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
 #include "player/sound/now_playing.h"
+#include "plugin/message_codes.h"
 
 #include <unistd.h>
 
@@ -10,7 +11,7 @@
 TFrontEndHost::TFrontEndHost(const TNowPlaying* nowPlaying)
     : BLooper("Sonivo Host", B_REAL_TIME_DISPLAY_PRIORITY), fNowPlaying(nowPlaying),
       fSignature("application/x-vnd.Marvik-Sonivo-Host-" + std::to_string(getpid())) {
-  be_roster->AddName(fSignature.c_str(), BMessenger(this), {kMsgInformation});
+  be_roster->AddName(fSignature.c_str(), BMessenger(this), {kMsgHostInformation});
 }
 
 TFrontEndHost::~TFrontEndHost() {
@@ -18,9 +19,9 @@ TFrontEndHost::~TFrontEndHost() {
 }
 
 void TFrontEndHost::MessageReceived(BMessage* message) {
-  if (message->what != kMsgInformation) return BLooper::MessageReceived(message);
+  if (message->what != kMsgHostInformation) return BLooper::MessageReceived(message);
   const TInfoRecord record = fNowPlaying->Record();
-  BMessage answer(kMsgInformation);
+  BMessage answer(kMsgHostInformation);
   answer.AddData("Info", B_STRING_TYPE, &record, sizeof record);
   answer.AddBool("Playing", record.state == TInfoRecord::kPlaying);
   message->SendReply(&answer);

@@ -15,6 +15,7 @@
 #include "player/window/seek_bar.h"
 #include "player/window/song_pictures.h"
 #include "player/window/source_menu.h"
+#include "plugin/message_codes.h"
 
 #include <QDragEnterEvent>
 #include <QHBoxLayout>
@@ -112,8 +113,8 @@ void TPlayerWidget::MakeShortcuts() {
   addRequest(Qt::Key_X, kMsgRepeatOff);
   add(Qt::Key_Left, [this] { SeekBy(-kSeekStepMs); });
   add(Qt::Key_Right, [this] { SeekBy(kSeekStepMs); });
-  add(Qt::CTRL | Qt::Key_Up, [this] { ask(fPlayer, kMsgWishSpeedBy, "Percent", kSpeedStep); });
-  add(Qt::CTRL | Qt::Key_Down, [this] { ask(fPlayer, kMsgWishSpeedBy, "Percent", -kSpeedStep); });
+  add(Qt::CTRL | Qt::Key_Up, [this] { ask(fPlayer, kMsgHostSpeedBy, "Percent", kSpeedStep); });
+  add(Qt::CTRL | Qt::Key_Down, [this] { ask(fPlayer, kMsgHostSpeedBy, "Percent", -kSpeedStep); });
   add(Qt::CTRL | Qt::Key_0, [this] { ask(fPlayer, kMsgSpeed, "percent", 100); });
   add(Qt::Key_Plus, [this] { fControls->ChangeVolume(kVolumeStep); });
   add(Qt::Key_Minus, [this] { fControls->ChangeVolume(-kVolumeStep); });
@@ -128,7 +129,7 @@ void TPlayerWidget::MakeShortcuts() {
 }
 
 void TPlayerWidget::SeekBy(int ms) {
-  ask(fPlayer, kMsgWishSeekBy, "Time", ms);
+  ask(fPlayer, kMsgHostSeekBy, "Time", ms);
 }
 
 void TPlayerWidget::OpenMenu() {

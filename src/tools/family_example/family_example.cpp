@@ -1,5 +1,5 @@
-/** A small application of the family, to see how one joins: it has the two preferences that all of them share, opens
-   the common window, and shows at once what the user sets there, whichever application's window it is. */
+/** A minimal application of the family: it has the two common preferences, opens the common window, and shows changes
+    at once, whichever application's window they are made in. */
 
 #include "interapp/iap_win.h"
 #include "interapp/inter_app_prefs.h"
@@ -9,6 +9,7 @@
 #include "platform/interface/button.h"
 #include "platform/interface/string_view.h"
 #include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 #include "toolkit/krv_dlg_view.h"
 #include "toolkit/krv_dlg_win.h"
 
@@ -25,7 +26,7 @@ enum : uint32 {
   kMsgShowValues = 'vals', // to the window: string "label", bool "flat"
 };
 
-/** Shows the values; what its user asks for goes to the application. */
+/** Shows the values; the button sends its request to the application. */
 class ExampleWindow : public TKRVDlgWin {
 public:
   ExampleWindow() : TKRVDlgWin("Family Example") {
@@ -62,7 +63,7 @@ private:
 class Example : public BApplication {
 public:
   explicit Example(bool prints, bool opens)
-      : BApplication(kSignature, {kMsgIAPNotice}), fPrints(prints), fOpens(opens) {
+      : BApplication(kSignature, {kMsgIAPChanged}), fPrints(prints), fOpens(opens) {
     gIAP = &fPrefs;
     fPrefs.SetAppSignatureRef(kSignature);
     fPrefs.AddItem(new TIAPItemAccKeyFormat);
@@ -76,8 +77,8 @@ public:
     case kMsgShowCommon:
       fPrefs.ShowWindow({120, 560, 420, 700});
       return;
-    case kMsgIAPNotice:
-      // Joining the family takes no more than this: take the value, show it.
+    case kMsgIAPChanged:
+      // All that an application of the family has to do: apply the value and show it.
       if (fPrefs.SetValue(*message) == B_OK) ShowValues();
       return;
     default:

@@ -10,7 +10,7 @@
 
 namespace {
 
-/** One look at a file, line by line. */
+/** Checks one file, line by line. */
 class TCheck {
 public:
   TCheck(const TExactLyrics& lyrics, const TOptions& options) : fLyrics(lyrics), fOptions(options) {}

@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using TFault = std::function<void(const std::string&)>;
+using TReport = std::function<void(const std::string&)>;
 
 bool has_lyrics_name(const fs::path& path) {
   std::string extension = path.extension().string();
@@ -21,7 +21,7 @@ bool has_lyrics_name(const fs::path& path) {
 
 class TCollector {
 public:
-  explicit TCollector(const TFault& fault) : fFault(fault) {}
+  explicit TCollector(const TReport& report) : fReport(report) {}
 
   void Add(const std::string& path) {
     std::error_code error;
@@ -34,13 +34,13 @@ public:
   std::vector<TInput> Take() { return std::move(fInputs); }
 
 private:
-  /** In the order of the names, so that every run goes alike. Links to folders are not followed: they may go round. */
+  /** Sorted by name, so that runs are reproducible. Links to folders are not followed, since they may form cycles. */
   void LookInto(const std::string& folder, const std::string& relative) {
     std::error_code error;
     std::vector<fs::directory_entry> entries;
     for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error))
       entries.push_back(*at);
-    if (error) fFault(folder + ": " + error.message());
+    if (error) fReport(folder + ": " + error.message());
     std::sort(entries.begin(), entries.end());
     for (const fs::directory_entry& entry : entries) {
       if (stop_signal() != 0) return;
@@ -56,20 +56,20 @@ private:
 
   void AddFile(const std::string& path, const std::string& relative) {
     struct stat info {};
-    // What is not there is told when it is to be read.
+    // A missing file is reported when it is read.
     const bool isKnown = path != "-" && stat(path.c_str(), &info) == 0;
     if (!isKnown || fSeen.emplace(info.st_dev, info.st_ino).second) fInputs.push_back({path, relative});
   }
 
-  const TFault& fFault;
+  const TReport& fReport;
   std::vector<TInput> fInputs;
   std::set<std::pair<dev_t, ino_t>> fSeen;
 };
 
 } // namespace
 
-std::vector<TInput> collect_files(const std::vector<std::string>& paths, const TFault& fault) {
-  TCollector collector(fault);
+std::vector<TInput> collect_files(const std::vector<std::string>& paths, const TReport& report) {
+  TCollector collector(report);
   for (const std::string& path : paths) collector.Add(path);
   return collector.Take();
 }

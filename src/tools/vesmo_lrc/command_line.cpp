@@ -13,7 +13,7 @@
 
 namespace {
 
-/** A line that makes no sense, and why. */
+/** A usage error. */
 struct UsageError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
@@ -54,7 +54,7 @@ const option kLongOptions[] = {{"dry-run", no_argument, nullptr, kDryRun},
 struct TCommandName {
   const char* name;
   TCommand command;
-  std::vector<int> options; // beside those that every command takes
+  std::vector<int> options; // in addition to the common ones
 };
 
 const std::vector<TCommandName>& commands() {
@@ -77,7 +77,7 @@ const TCommandName& command_named(const std::string& name) {
   return *found;
 }
 
-/** The options on the line; those without an argument have an empty one. */
+/** The options given, in order; without an argument it is empty. */
 using TGiven = std::map<int, std::string>;
 
 std::string name_of(int id) {
@@ -88,7 +88,7 @@ std::string name_of(int id) {
 
 TGiven read_options(int argc, char** argv) {
   TGiven given;
-  optind = 0; // from the start, also the second time
+  optind = 0; // reset, for repeated calls
   opterr = 0;
   for (int id = 0; (id = getopt_long(argc, argv, ":no:fj:qh", kLongOptions, nullptr)) != -1;) {
     const std::string word = optind > 0 ? argv[optind - 1] : "";
@@ -116,7 +116,7 @@ TEncoding chosen_encoding(const TGiven& given, int id) {
       given, id, {{"utf-8", kUtf8}, {"utf8", kUtf8}, {"sjis", kShiftJis}, {"shift-jis", kShiftJis}, {"jis", kJis}});
 }
 
-/** "250", "-1500ms", "1.5s" in ms, bounded to 32 bits as every amount. */
+/** "250", "-1500ms", "1.5s" in ms, clamped to 32 bits like every amount. */
 long amount_of(const std::string& text) {
   char* end = nullptr;
   const double number = std::strtod(text.c_str(), &end);

@@ -2,12 +2,12 @@
 
 #include "tools/vesmo_lrc/options.h"
 
-/** Options, or what to say instead and how to end. */
+/** The options, or a text to print and the exit code. */
 struct TParsedLine {
   std::optional<TOptions> options;
   std::string text;
   int exitCode = kExitFine;
 };
 
-/** Options may stand before, between and behind the files; "--" ends them. Reorders `argv`; one thread at a time. */
+/** Options may precede, follow or be mixed with the files; "--" ends them. Reorders `argv`. Not thread-safe. */
 TParsedLine parse_command_line(int argc, char** argv);

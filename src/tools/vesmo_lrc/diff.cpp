@@ -23,7 +23,7 @@ TTexts pointers_to(const std::list<std::string>& lines) {
   return texts;
 }
 
-/** Changed lines with what is around them; hunks that touch are one. */
+/** Changed lines with their context; adjacent hunks are merged. */
 std::vector<THunk> hunks_of(const TTexts& old, const TTexts& made) {
   std::vector<THunk> hunks;
   for (size_t i = 0; i < old.size(); ++i) {
@@ -43,7 +43,7 @@ void append_line(char sign, const std::string& line, std::string* text) {
   *text += sign + printable(line) + "\n";
 }
 
-/** A run of changed lines shows the old ones, then the new ones. */
+/** For each run of changed lines, first the old ones, then the new ones. */
 void append_hunk(const TTexts& old, const TTexts& made, const THunk& hunk, std::string* text) {
   const std::string range = std::to_string(hunk.begin + 1) + "," + std::to_string(hunk.end - hunk.begin);
   *text += "@@ -" + range + " +" + range + " @@\n";

@@ -3,6 +3,6 @@
 #include <list>
 #include <string>
 
-/** The unified difference of two texts with as many lines, each beside its counterpart; empty for equal ones. */
+/** Unified diff of two texts with the same number of lines, compared line by line; empty if they are equal. */
 std::string unified_diff(const std::string& name, const std::list<std::string>& old,
                          const std::list<std::string>& made);

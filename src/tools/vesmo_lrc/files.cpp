@@ -17,21 +17,20 @@ namespace {
 
 constexpr size_t kMaxBytes = size_t{1} << 30;
 
-/** True when both describe one file that was not written meanwhile. */
+/** True if both describe the same file, not written in between. */
 bool is_unchanged(const struct stat& a, const struct stat& b) {
   return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size &&
          a.st_mtim.tv_sec == b.st_mtim.tv_sec && a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
 }
 
-/** Nobody wrote there since. */
+/** True if the file has not been written since. */
 bool is_as_it_was(const TFileTarget& target) {
   struct stat now {};
   const bool isThere = lstat(target.path.c_str(), &now) == 0;
   return isThere == target.old.has_value() && (!isThere || is_unchanged(now, *target.old));
 }
 
-/** Reads until the end, which for a pipe is known only when it comes; a file ends where a read gives less than asked.
- */
+/** Reads to the end. For a regular file a short read is the end; a pipe is read until it is closed. */
 status_t read_all(int file, bool isPipe, size_t expected, std::string* bytes) {
   bytes->resize(expected + 1);
   size_t length = 0;
@@ -59,7 +58,7 @@ status_t read_input(const std::string& path, std::string* bytes, struct stat* in
   return read_all(file.Get(), false, static_cast<size_t>(info->st_size), bytes);
 }
 
-std::string fault_text(status_t status) {
+std::string error_text(status_t status) {
   switch (status) {
   case B_ENTRY_NOT_FOUND:
     return "no such file";
@@ -110,7 +109,7 @@ status_t TReplacementBatch::Add(size_t id, const std::string& path, const struct
   const status_t status = find_file_target(path, &target);
   if (status != B_OK) return status;
   if (!target.old || !is_unchanged(*target.old, asRead)) return B_MISMATCHED_VALUES;
-  // Its other names must see the new text as well: that takes a way of its own.
+  // Its other hard links must get the new content as well, so it is replaced separately.
   return target.old->st_nlink == 1 ? Begin(id, std::move(target), bytes) : atomic_replace(path, bytes);
 }
 

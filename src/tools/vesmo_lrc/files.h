@@ -9,37 +9,37 @@
 #include <string>
 #include <vector>
 
-/** A file to work on. */
+/** An input file. */
 struct TInput {
-  std::string path;     // "-" for the standard input
-  std::string relative; // below the folder it was found in
+  std::string path;     // "-" is the standard input
+  std::string relative; // relative to the folder in which it was found
   std::string Name() const { return path == "-" ? "(standard input)" : path; }
 };
 
-/** The files that the paths on the line stand for, each once, also when it goes by several names. What cannot be looked
-    into goes to `fault`, as a line of text. */
+/** The files of the given paths, each once, even if it has several names. Unreadable folders are passed to `report`, a
+    line each. */
 std::vector<TInput> collect_files(const std::vector<std::string>& paths,
-                                  const std::function<void(const std::string&)>& fault);
+                                  const std::function<void(const std::string&)>& report);
 
-/** The whole file and what it was like then; "-" reads the standard input. Refuses what is no ordinary file, and more
-    than 1 GiB. */
+/** The whole file and its state at that time; "-" reads the standard input. Refuses files that are not regular or
+    larger than 1 GiB. */
 [[nodiscard]] status_t read_input(const std::string& path, std::string* bytes, struct stat* info);
 
-/** What a status code means to the user. */
-std::string fault_text(status_t status);
+/** Error message for a status code. */
+std::string error_text(status_t status);
 
-/** Replacements that share one flush: a disk is slow at flushing, not at writing. One thread at a time; what was not
-    committed when it goes is taken back. */
+/** Replacements that share one flush, which is the slow part of writing. Not thread-safe. The destructor rolls back
+    what was not committed. */
 class TReplacementBatch {
 public:
-  /** Writes the new file beside the old one, which must still be as it was read. A file of several names
+  /** Writes the new file next to the old one, which must be unchanged since it was read. A file with several hard links
       is replaced at once. */
   [[nodiscard]] status_t Add(size_t id, const std::string& path, const struct stat& asRead, std::string_view bytes);
-  /** The same for a file that is not read before; missing folders are made. */
+  /** For a file that was not read before; creates missing folders. */
   [[nodiscard]] status_t AddCopy(size_t id, const std::string& path, std::string_view bytes, bool overwrites);
-  /** Which ones wait to be committed. */
+  /** The replacements to be committed. */
   std::vector<size_t> Waiting() const;
-  /** Flushes, puts every new file in its place, and tells the outcome of each. */
+  /** Flushes, renames every new file over the old one, and returns the results. */
   void Commit(const std::function<void(size_t id, status_t)>& told);
 
 private:
@@ -51,6 +51,6 @@ private:
   status_t FlushDisks();
 
   std::vector<TPending> fPending;
-  std::map<dev_t, std::string> fFolders;     // one on each disk that was written to
+  std::map<dev_t, std::string> fFolders;     // one descriptor per file system written to
   std::map<std::string, TStaleFiles> fStale; // by folder
 };

@@ -1,5 +1,5 @@
 #pragma once
 
-/** What --help and --version say. */
+/** Output of --help and --version. */
 extern const char* const kHelpText;
 extern const char* const kVersionText;

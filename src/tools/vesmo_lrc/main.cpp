@@ -1,4 +1,4 @@
-/** vesmo-lrc: looks at timed lyrics, changes them, and writes them for other programs. */
+/** vesmo-lrc: checks, changes and exports timed lyrics. */
 
 #include "tools/vesmo_lrc/command_line.h"
 #include "tools/vesmo_lrc/run.h"

@@ -10,7 +10,7 @@
 enum class TCommand { kInfo, kShift, kConvert, kStrip, kEncode, kCheck, kExport };
 enum class TReportFormat { kText, kTable, kJson };
 
-/** What the command line asks for. */
+/** The parsed command line. */
 struct TOptions {
   TCommand command = TCommand::kInfo;
   std::vector<std::string> paths; // files, folders, "-"
@@ -25,11 +25,11 @@ struct TOptions {
   std::optional<long> songLengthMs;
   TReportFormat reportFormat = TReportFormat::kText;
   std::string output;      // file, folder, or empty
-  bool likeEditor = false; // every line that begins with a bracket is tagged
+  bool likeEditor = false; // treat every line that begins with a bracket as tagged
   bool overwrites = false;
   bool isDryRun = false;
   bool isQuiet = false;
-  unsigned threads = 0; // 0: one a core
+  unsigned threads = 0; // 0: one per core
 
   bool ChangesFiles() const {
     return command == TCommand::kShift || command == TCommand::kConvert || command == TCommand::kStrip ||
@@ -37,5 +37,5 @@ struct TOptions {
   }
 };
 
-/** What the program ends with. */
+/** Exit codes. */
 enum TExitCode { kExitFine = 0, kExitFindings = 1, kExitUsage = 2 };

@@ -8,10 +8,10 @@
 
 namespace {
 
-TOutcome failed(std::string fault) {
+TOutcome failed(std::string error) {
   TOutcome outcome;
   outcome.state = TOutcome::kFailed;
-  outcome.fault = std::move(fault);
+  outcome.error = std::move(error);
   return outcome;
 }
 
@@ -30,7 +30,7 @@ TOutcome checked(const TInput& input, const TExactLyrics& lyrics, const TOptions
   return outcome;
 }
 
-/** The lines that differ; where the bytes differ otherwise, how they lie in the file. */
+/** The diff of the lines; if only encoding or line ends differ, those. */
 std::string difference(const TInput& input, const TExactLyrics& lyrics, const TRewritten& made) {
   if (*made.bytes == lyrics.Bytes()) return {};
   std::string lines = unified_diff(input.Name(), lyrics.Lines(), made.lines);
@@ -51,14 +51,14 @@ TOutcome changed(const TInput& input, const struct stat& asRead, const TExactLyr
     outcome.printed = *made.bytes;
   } else if (outcome.state == TOutcome::kChanged) {
     const status_t status = batch->Add(id, input.path, asRead, *made.bytes);
-    if (status != B_OK) return failed(fault_text(status));
+    if (status != B_OK) return failed(error_text(status));
   }
   return outcome;
 }
 
 TOutcome exported(const TInput& input, const std::string& path, const TExactLyrics& lyrics, const TOptions& options,
                   size_t id, TReplacementBatch* batch) {
-  if (const std::string fault = unreadable_text(lyrics); !fault.empty()) return failed(fault);
+  if (const std::string error = unreadable_text(lyrics); !error.empty()) return failed(error);
   const std::optional<TExported> made = export_lyrics(lyrics.Lines(), options.exportFormat);
   const bool needsWords = options.exportFormat == TExportFormat::kEnhanced;
   if (!made) return failed(needsWords ? "no line has time tags within it" : "no line has a time tag");
@@ -71,7 +71,7 @@ TOutcome exported(const TInput& input, const std::string& path, const TExactLyri
     outcome.printed = printable(input.Name() + " -> " + path) + "\n";
   } else {
     const status_t status = batch->AddCopy(id, path, made->bytes, options.overwrites);
-    if (status != B_OK) return failed(path + ": " + fault_text(status));
+    if (status != B_OK) return failed(path + ": " + error_text(status));
   }
   return outcome;
 }
@@ -83,7 +83,7 @@ TOutcome work_on(const TOptions& options, const TInput& input, const std::string
   std::string bytes;
   struct stat asRead {};
   const status_t status = read_input(input.path, &bytes, &asRead);
-  if (status != B_OK) return failed(fault_text(status));
+  if (status != B_OK) return failed(error_text(status));
   if (has_too_many_lines(bytes)) return failed("more than " + std::to_string(kMostLines) + " lines");
   const TExactLyrics lyrics(std::move(bytes), options.readEncoding);
   switch (options.command) {

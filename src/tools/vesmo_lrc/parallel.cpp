@@ -11,13 +11,13 @@ namespace {
 
 constexpr std::chrono::milliseconds kLook{50};
 
-/** Which runs are begun and done; `fMutex` guards all of it. */
+/** State of the runs; all fields are guarded by fMutex. */
 class TRuns {
 public:
   explicit TRuns(const TParallelWork& work)
       : fWork(work), fRuns((work.count + work.runLength - 1) / work.runLength), fDone(fRuns, false) {}
 
-  /** A worker's whole life. */
+  /** The body of a worker thread. */
   void Work() {
     for (size_t run = 0; Take(&run);) {
       fWork.work(First(run), Last(run));
@@ -51,7 +51,7 @@ private:
     return fNext < fRuns && ++fNext > 0;
   }
 
-  /** False when nobody will do it any more. */
+  /** False if it will not be processed any more. */
   bool WaitFor(size_t run) {
     std::unique_lock lock(fMutex);
     while (!fDone[run] && fEnded < fWork.threads) {

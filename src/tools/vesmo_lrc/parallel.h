@@ -4,20 +4,20 @@
 #include <cstddef>
 #include <functional>
 
-/** Work on the items 0 … `count` - 1, in runs of neighbours, each whole on one of several threads. */
+/** Parallel work on the items 0 … `count` - 1, in runs of consecutive items, each processed by one worker thread. */
 struct TParallelWork {
   size_t count = 0;
   size_t runLength = 1;
   unsigned threads = 1;
-  /** On a worker: the items from `first` to before `last`. Does not throw. */
+  /** Called on a worker thread for the items `first` … `last` - 1. Must not throw. */
   std::function<void(size_t first, size_t last)> work;
-  /** On the calling thread: the same run is finished; in order. */
+  /** Called on the calling thread when that run is finished; in order. */
   std::function<void(size_t first, size_t last)> finished;
-  /** On the calling thread, every now and then while it waits. */
+  /** Called on the calling thread periodically while it waits. */
   std::function<void()> waiting;
-  /** Once true, no further run is begun; asked on every thread. */
+  /** Once true, no further run is started. Called on all threads. */
   std::function<bool()> isStopped;
 };
 
-/** Returns how many items were finished: all of them, unless it was stopped. */
+/** Returns the number of finished items: all, unless stopped. */
 size_t run_in_parallel(const TParallelWork& work);

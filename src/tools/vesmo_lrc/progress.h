@@ -3,15 +3,14 @@
 #include <chrono>
 #include <cstddef>
 
-/** A bar on the terminal's last line, on the standard error output; shows itself only when the work takes a while and
-    there is a terminal to see it. Main thread. */
+/** A progress bar on standard error, shown only on a terminal and only if the work takes a while. Main thread. */
 class TProgress {
 public:
   TProgress(size_t total, bool isWanted);
   ~TProgress() { Clear(); }
 
   void Show(size_t done);
-  /** Before anything else is printed. */
+  /** Removes the bar; call before printing anything else. */
   void Clear();
 
 private:

@@ -39,7 +39,7 @@ std::string time_text(const std::optional<long>& ms) {
   return text;
 }
 
-/** Where a UTF-8 character ends that begins at `at`; `at` itself when none does. */
+/** End of the UTF-8 character that begins at `at`; `at` itself if it is invalid. */
 size_t character_end(const std::string& text, size_t at) {
   const auto lead = static_cast<unsigned char>(text[at]);
   const size_t length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
@@ -50,7 +50,7 @@ size_t character_end(const std::string& text, size_t at) {
   return at + length;
 }
 
-/** JSON is UTF-8 throughout; a name that is none has U+FFFD where it breaks. */
+/** JSON must be UTF-8: invalid bytes of file names become U+FFFD. */
 std::string quoted(const std::string& text) {
   std::string made = "\"";
   for (size_t at = 0; at < text.size();) {
@@ -72,7 +72,7 @@ std::string quoted(const std::string& text) {
   return made + "\"";
 }
 
-/** A field of a table holds neither tab nor line end. */
+/** Table fields must not contain tabs or line ends. */
 std::string field(const std::string& text) {
   std::string made = printable(text);
   std::replace(made.begin(), made.end(), '\t', ' ');

@@ -6,11 +6,11 @@
 
 #include <string>
 
-/** What info and check print of a file; in JSON an object, in a table whole rows. Pure: any thread. */
+/** The output of info and check for a file: in JSON an object, in a table complete rows. Thread-safe. */
 std::string info_report(const std::string& name, const TExactLyrics& lyrics, TReportFormat format);
 std::string check_report(const std::string& name, const std::vector<TFinding>& findings, TReportFormat format);
 
-/** What stands before the first report, between two, and behind the last. */
+/** Text before the first report, between two, and after the last. */
 struct TReportFrame {
   std::string before;
   std::string between;
@@ -18,5 +18,5 @@ struct TReportFrame {
 };
 TReportFrame report_frame(const TOptions& options);
 
-/** The text with control characters shown as `\x1B`: nothing that a file or its name holds drives a terminal. */
+/** The text with control characters escaped (`\x1B`), so that file contents and names cannot control the terminal. */
 std::string printable(const std::string& text);

@@ -25,12 +25,12 @@ TBulkCommand bulk_command(const TOptions& options) {
   }
 }
 
-/** A conversion is between the editor's two forms; tags of single words have no such form. */
+/** Conversion is between the editor's two forms; word tags are left alone. */
 bool is_for_command(const std::string& line, const TTagSpan& span, TCommand command) {
   return command != TCommand::kConvert || line[span.begin] == '[';
 }
 
-/** The new tag in the old one's dress: angles, the period, and thousandths, which no command moves. */
+/** Formats the new tag like the old one: same brackets and separator, thousandths digit kept. */
 std::string dressed_like(const std::string& old, std::string tag, const TTagSpan& span, TCommand command) {
   if (tag.empty() || command == TCommand::kConvert) return tag;
   if (span.isDotted && tag.size() > 7) tag[6] = '.';
@@ -40,7 +40,7 @@ std::string dressed_like(const std::string& old, std::string tag, const TTagSpan
   return tag;
 }
 
-/** The command does its work on the well-formed tags of a line, each alone. */
+/** Applies the command to each well-formed tag of a line. */
 void change_tags(std::string* line, const TBulkCommand& change, TCommand command) {
   const std::string old = *line;
   const std::vector<TTagSpan> spans = time_tags_in(old);
@@ -85,11 +85,11 @@ std::string refusal_for_characters(const std::list<std::string>& lines, TEncodin
   return encoding_name(encoding) + " cannot hold " + named + more;
 }
 
-/** What makes a file unfit for any change; empty for a fit one. */
+/** Why the file cannot be changed; empty if it can. */
 std::string unfitness(const TExactLyrics& lyrics, const TOptions& options) {
   const bool hasMoreText = lyrics.Rest().find_first_not_of('\0') != std::string_view::npos;
   if (hasMoreText && options.command == TCommand::kEncode) return "text after a NUL would be lost";
-  // As UTF-8 even odd bytes go through unharmed.
+  // UTF-8 output keeps invalid bytes unchanged.
   return lyrics.Encoding() == TEncoding::kUtf8 && !lyrics.IsUtf16() ? std::string() : unreadable_text(lyrics);
 }
 

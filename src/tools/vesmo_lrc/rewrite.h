@@ -3,22 +3,22 @@
 #include "lyrics/exact_lyrics.h"
 #include "tools/vesmo_lrc/options.h"
 
-/** What a command makes of a file. Pure: any thread. */
+/** The result of a command for a file. */
 struct TRewritten {
-  std::optional<std::string> bytes; // nothing when the file is left alone,
+  std::optional<std::string> bytes; // empty if the file is left unchanged,
   std::string refusal;              // because of this
-  std::list<std::string> lines;     // in UTF-8, as many as before
-  std::string form;                 // how the text then lies in the file, as `form_of` says it
-  size_t bracketsLeft = 0;          // lines with a bracket that the editor, but not this tool, takes for a tag
+  std::list<std::string> lines;     // UTF-8; the number of lines is unchanged
+  std::string form;                 // the new encoding and line end, as from `form_of`
+  size_t bracketsLeft = 0;          // lines whose bracket is a tag for the editor but not for this tool
 };
 
-/** For the commands that change files. Refuses what would lose something. */
+/** For the commands that change files. Refuses changes that lose data. Thread-safe. */
 TRewritten rewrite(const TExactLyrics& lyrics, const TOptions& options);
 
 std::string encoding_name(TEncoding encoding);
 
-/** "Shift-JIS, CR LF": how the text lies in the file. */
+/** Encoding and line end, such as "Shift-JIS, CR LF". */
 std::string form_of(const TExactLyrics& lyrics);
 
-/** Why the text cannot be worked on; empty when it can. */
+/** Why the text cannot be processed; empty if it can. */
 std::string unreadable_text(const TExactLyrics& lyrics);

@@ -18,13 +18,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/** Files between two flushes of the disk. The more, the better: a flush costs about as much as writing some dozen
-   files, and file systems are slow to make new files right after old ones went. */
+/** Files per flush of the disk. A flush costs about as much as writing some dozen files, and file systems are slow to
+    create files right after others were removed, so more is better. */
 constexpr size_t kMostFilesAtOnce = 8192;
-/** Where nothing is written, so few that results come soon. */
+/** Files per run for commands that write nothing; few, so that results appear soon. */
 constexpr size_t kFewFiles = 64;
 
-/** Where the copy of each file goes, in their order; empty for the standard output. */
+/** The export path of each file, in order; empty for the standard output. */
 std::vector<std::string> export_paths(const TOptions& options, const std::vector<TInput>& inputs) {
   std::vector<std::string> paths(inputs.size());
   if (options.output.empty() || options.output == "-") return paths;
@@ -43,21 +43,21 @@ public:
   explicit TRun(const TOptions& options) : fOptions(options), fFrame(report_frame(options)) {}
 
   int Run() {
-    fInputs = collect_files(fOptions.paths, [this](const std::string& text) { Tell(text); });
-    if (fInputs.empty()) Tell("no lyrics files found");
+    fInputs = collect_files(fOptions.paths, [this](const std::string& text) { ReportError(text); });
+    if (fInputs.empty()) ReportError("no lyrics files found");
     if (fOptions.command == TCommand::kExport && !CanExport()) return kExitUsage;
     fOutcomes.resize(fInputs.size());
     Print(fFrame.before);
     WorkOnAll();
     Print(fFrame.after);
     if (std::fflush(stdout) != 0) fOutputFailed = true;
-    if (fOutputFailed) Tell("the result could not be written");
+    if (fOutputFailed) ReportError("the result could not be written");
     Summarize();
     return ExitCode();
   }
 
 private:
-  void Tell(const std::string& text) {
+  void ReportError(const std::string& text) {
     fFailures = true;
     Say(text);
   }
@@ -67,7 +67,7 @@ private:
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) fOutputFailed = true;
   }
 
-  /** Where each copy goes, and that no two go to one place. */
+  /** Determines the export paths and checks that they are distinct. */
   bool CanExport() {
     if (fInputs.size() > 1 && (fOptions.output.empty() || fOptions.output == "-")) {
       Say("name a folder with --output for the copies of several files");
@@ -102,18 +102,18 @@ private:
 
   bool IsStopped() const { return stop_signal() != 0 || fOutputFailed; }
 
-  /** On a worker. */
+  /** On a worker thread. */
   void WorkOn(size_t first, size_t last) {
     TReplacementBatch batch;
     for (size_t i = first; i < last && !IsStopped(); ++i, ++fDone) fOutcomes[i] = WorkOnOne(i, &batch);
-    if (IsStopped()) { // what waits in the batch is taken back
+    if (IsStopped()) { // the batch is rolled back
       for (const size_t id : batch.Waiting()) fOutcomes[id].state = TOutcome::kNotDone;
       return;
     }
     batch.Commit([this](size_t id, status_t status) {
       if (status == B_OK) return;
       fOutcomes[id].state = TOutcome::kFailed;
-      fOutcomes[id].fault = fault_text(status);
+      fOutcomes[id].error = error_text(status);
     });
   }
 
@@ -124,7 +124,7 @@ private:
     } catch (const std::exception&) {
       TOutcome outcome;
       outcome.state = TOutcome::kFailed;
-      outcome.fault = fault_text(B_NO_MEMORY);
+      outcome.error = error_text(B_NO_MEMORY);
       return outcome;
     }
   }
@@ -138,8 +138,8 @@ private:
         Print(outcome.printed);
         fHasPrinted = true;
       }
-      if (outcome.state == TOutcome::kFailed) Tell(fInputs[i].Name() + ": " + outcome.fault);
-      outcome.printed = {}; // of many files it may be much
+      if (outcome.state == TOutcome::kFailed) ReportError(fInputs[i].Name() + ": " + outcome.error);
+      outcome.printed = {}; // large for many files
     }
     progress->Show(fDone);
   }
@@ -192,10 +192,10 @@ private:
   const TReportFrame fFrame;
   std::vector<TInput> fInputs;
   std::vector<std::string> fExportPaths; // empty for other commands
-  std::vector<TOutcome> fOutcomes;       // each written by the worker that has its run
+  std::vector<TOutcome> fOutcomes;       // each written by the worker of its run
   std::atomic<size_t> fDone{0};
   std::atomic<bool> fOutputFailed{false};
-  bool fFailures = false; // main thread
+  bool fFailures = false; // used on the main thread
   bool fHasPrinted = false;
 };
 

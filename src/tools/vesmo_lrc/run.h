@@ -2,5 +2,5 @@
 
 #include "tools/vesmo_lrc/options.h"
 
-/** Does what the options ask for, and returns what the program ends with. */
+/** Runs the command and returns the exit code. */
 int run(const TOptions& options);

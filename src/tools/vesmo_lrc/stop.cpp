@@ -6,7 +6,7 @@
 namespace {
 
 std::atomic<int> gStopSignal{0};
-static_assert(std::atomic<int>::is_always_lock_free); // a signal handler sets it
+static_assert(std::atomic<int>::is_always_lock_free); // set by a signal handler
 
 void remember(int signal) {
   gStopSignal = signal;
@@ -16,7 +16,7 @@ void remember(int signal) {
 
 void catch_signals() {
   struct sigaction action {};
-  action.sa_handler = remember; // without SA_RESTART: a read that waits is interrupted
+  action.sa_handler = remember; // without SA_RESTART, so that a blocking read is interrupted
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
   std::signal(SIGPIPE, SIG_IGN);
 }

@@ -1,8 +1,7 @@
 #pragma once
 
-/** From now on SIGINT, SIGTERM and SIGHUP only ask to stop, so that nothing half-made is left; and a reader of our
-    output that goes away is an error of writing. */
+/** Makes SIGINT, SIGTERM and SIGHUP request a stop, so that no partial work is left, and SIGPIPE a write error. */
 void catch_signals();
 
-/** The signal that asked to stop; 0 while none did. Any thread. */
+/** The signal that requested the stop; 0 if none has. Thread-safe. */
 int stop_signal();

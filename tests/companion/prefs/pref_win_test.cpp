@@ -2,6 +2,7 @@
 #include "language/llt.h"
 #include "platform/interface/color_control.h"
 #include "platform/interface/menu_field.h"
+#include "plugin/message_codes.h"
 #include "tests/companion/prefs/pref_world.h"
 #include "tests/support/hands.h"
 
@@ -28,7 +29,7 @@ TEST_F(PrefWindow, SendsEachChangeAtOnceAndSavesItWhenClosed) {
 
 TEST_F(PrefWindow, ChangeIsResentWhileTheManagersQueueIsFull) {
   Open();
-  while (fManager->PostMessage(kNoticeLyricsWindow) == B_OK) {
+  while (fManager->PostMessage(kMsgDefaultStatBar) == B_OK) {
   }
   Click("ToolBar");
   Click("StayOnTop");
@@ -88,7 +89,7 @@ TEST_F(PrefWindow, OffersTheLanguagesAndSwitchesToTheChosenOne) {
   EXPECT_THAT(Notices(), ElementsAre("_lgc: LLTF"));
   EXPECT_EQ(gPref->Values()->languageFile, "Japanese.llt");
   gLLT->Load(TEXTS_FOLDER "/Japanese.llt"); // as the manager does
-  Post(BMessage('_lgc'));
+  Post(BMessage(kMsgLanguageChanged));
   EXPECT_EQ(fWindow->Title(), "Vesmo の環境設定");
   EXPECT_EQ(hands::spoken(*fWindow, "ToolBar").name, "ツールバーを表示する");
   EXPECT_EQ(languages->Value(), 4);

@@ -4,6 +4,7 @@
 #include "companion/prefs/notices.h"
 #include "platform/storage/entry.h"
 #include "platform/storage/file.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "tests/support/scratch_folder.h"
 
@@ -26,7 +27,7 @@ protected:
     const BEntry entry = Entry();
     BFile file(&entry, B_READ_ONLY);
     BMessage fields;
-    fields.Unflatten(&file);
+    EXPECT_EQ(fields.Unflatten(&file), B_OK);
     return fields;
   }
   static int32 Number(const char* field) {
@@ -47,7 +48,7 @@ TEST_F(SharedPrefs, UnknownFieldsAndOthersChangesAreKept) {
   others.AddInt32("WEnc", 2);
   const BEntry entry = Entry();
   BFile file(&entry, B_WRITE_ONLY | B_CREATE_FILE);
-  others.Flatten(&file);
+  EXPECT_EQ(others.Flatten(&file), B_OK);
   fAfter.timeOffsetMs = -90;
   ASSERT_TRUE(store_shared_prefs(notices_of_change(fBefore, fAfter), fAfter));
   std::string text;
@@ -59,18 +60,18 @@ TEST_F(SharedPrefs, UnknownFieldsAndOthersChangesAreKept) {
 
 TEST_F(SharedPrefs, EachSettingHasTheNoticeOfItsGroup) {
   const std::tuple<void (*)(TPrefValues&), uint32, const char*> settings[] = {
-      {[](TPrefValues& values) { values.stayOnTop = true; }, kNoticeStayOnTop, "SoTp"},
-      {[](TPrefValues& values) { values.showToolBar = false; }, kNoticeToolBar, "STlB"},
-      {[](TPrefValues& values) { values.pollIntervalUs = 9000; }, kNoticePollInterval, "MTmI"},
-      {[](TPrefValues& values) { values.fontLevel = 2; }, kNoticeLyricsWindow, "FntL"},
-      {[](TPrefValues& values) { values.doubleBuffer = false; }, kNoticeLyricsWindow, "DbBf"},
-      {[](TPrefValues& values) { values.writeEncoding = 1; }, kNoticeEncoding, "WEnc"},
-      {[](TPrefValues& values) { values.readEncoding = 1; }, kNoticeReadEncoding, "REnc"},
-      {[](TPrefValues& values) { values.writeCRType = 1; }, kNoticeLineEnds, "WCRT"},
-      {[](TPrefValues& values) { values.timeOffsetMs = 1; }, kNoticeTimeOffset, "TmDf"},
-      {[](TPrefValues& values) { values.languageFile = "German.llt"; }, kNoticeLanguage, "LLTF"},
-      {[](TPrefValues& values) { values.background.red = 1; }, kNoticeAppearance, "BGCl"},
-      {[](TPrefValues& values) { values.fontFamily = "Other"; }, kNoticeAppearance, "FntF"},
+      {[](TPrefValues& values) { values.stayOnTop = true; }, kMsgStayOnTop, "SoTp"},
+      {[](TPrefValues& values) { values.showToolBar = false; }, kMsgToolBar, "STlB"},
+      {[](TPrefValues& values) { values.pollIntervalUs = 9000; }, kMsgPollInterval, "MTmI"},
+      {[](TPrefValues& values) { values.fontLevel = 2; }, kMsgDefaultStatBar, "FntL"},
+      {[](TPrefValues& values) { values.doubleBuffer = false; }, kMsgDefaultStatBar, "DbBf"},
+      {[](TPrefValues& values) { values.writeEncoding = 1; }, kMsgEncoding, "WEnc"},
+      {[](TPrefValues& values) { values.readEncoding = 1; }, kMsgReadEncoding, "REnc"},
+      {[](TPrefValues& values) { values.writeCRType = 1; }, kMsgLineEnds, "WCRT"},
+      {[](TPrefValues& values) { values.timeOffsetMs = 1; }, kMsgTimeOffset, "TmDf"},
+      {[](TPrefValues& values) { values.languageFile = "German.llt"; }, kMsgLanguageChanged, "LLTF"},
+      {[](TPrefValues& values) { values.background.red = 1; }, kMsgAppearance, "BGCl"},
+      {[](TPrefValues& values) { values.fontFamily = "Other"; }, kMsgAppearance, "FntF"},
   };
   for (const auto& [change, code, field] : settings) {
     fAfter = fBefore;

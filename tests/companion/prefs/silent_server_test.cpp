@@ -2,6 +2,7 @@
     ends them. */
 
 #include "companion/prefs/click_track.h"
+#include "plugin/message_codes.h"
 #include "tests/companion/prefs/pref_world.h"
 #include "tests/support/sound_server.h"
 

@@ -44,7 +44,7 @@ TEST_F(InstalledPrograms, TheUsersOwnEntryHidesTheSystems) {
   EXPECT_THAT(Command(), IsEmpty());
 }
 
-TEST_F(InstalledPrograms, AreReadOnlyFromBoundedRegularFilesThatNobodyElseWrites) {
+TEST_F(InstalledPrograms, AreReadOnlyFromBoundedRegularFilesThatOthersCannotWrite) {
   mkfifo(fOwn.File("a.desktop").c_str(), 0600);
   fs::create_directory(fOwn.File("b.desktop"));
   fs::create_symlink(fOwn.File("nothing"), fOwn.File("c.desktop"));
@@ -52,12 +52,12 @@ TEST_F(InstalledPrograms, AreReadOnlyFromBoundedRegularFilesThatNobodyElseWrites
   fOwn.Write("e.desktop", entry("huge") + std::string(300000, '#'));
   fs::permissions(fOwn.Write("f.desktop", entry("foreign")), fs::perms::others_write, fs::perm_options::add);
   EXPECT_THAT(Command(), IsEmpty());
-  // As some package systems install them.
+  // Some package systems install links.
   fs::create_symlink(fSystem.Write("package", entry("linked")), fOwn.File("g.desktop"));
   EXPECT_THAT(Command(), ElementsAre("linked"));
 }
 
-TEST_F(InstalledPrograms, AreLookedForInTheFoldersOfTheDesktop) {
+TEST_F(InstalledPrograms, AreSearchedInTheFoldersOfTheDesktop) {
   const std::string home = getenv("HOME") ? getenv("HOME") : "", own = getenv("XDG_DATA_HOME"),
                     system = getenv("XDG_DATA_DIRS");
   setenv("HOME", "/home/me", 1);

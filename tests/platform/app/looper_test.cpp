@@ -1,15 +1,18 @@
 #include "platform/app/application.h"
+#include "platform/app/looper_lock.h"
 #include "platform/app/message.h"
 #include "platform/app/message_filter.h"
 #include "platform/app/message_runner.h"
 #include "platform/app/nonblocking_thread.h"
 #include "platform/app/roster.h"
 #include "tests/support/own_looper.h"
+#include "tests/support/waiter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <pthread.h>
 
+#include <algorithm>
 #include <atomic>
 #include <stdexcept>
 #include <thread>
@@ -18,7 +21,7 @@ using testing::ElementsAre;
 
 namespace {
 
-/** Remembers what it gets; answers 'ping' with 'pong', drops 'drop', throws at 'thrw'. */
+/** Records what it receives; answers 'ping' with 'pong', drops 'drop', throws at 'thrw'. */
 class Recorder : public BLooper {
 public:
   explicit Recorder(std::atomic<int>* alive = nullptr, int32 capacity = 100)
@@ -69,16 +72,74 @@ TEST(Looper, QuestionsAreAnsweredOrReleased) {
   EXPECT_FALSE(messenger.IsValid());
 }
 
-TEST(Looper, AskerIsReleasedWhenTheTargetGoesWithTheQuestionInItsQueue) {
+TEST(Looper, AskerIsWokenByTheAnswerAndWhenTheTargetGoesWithTheQuestionInItsQueue) {
   OwnLooper<Recorder> looper(new Recorder);
   const BMessenger messenger(looper.get());
-  std::thread asker([&] { EXPECT_EQ(ask(messenger, 'ping'), B_NO_REPLY_CODE); });
-  while (looper->CountMessages() == 0) std::this_thread::yield();
-  looper.reset();
-  asker.join();
+  for (const uint32 answer : {uint32{'pong'}, uint32{B_NO_REPLY_CODE}}) {
+    const Waiter asker([=] { EXPECT_EQ(ask(messenger, 'ping'), answer); });
+    while (looper->CountMessages() == 0) std::this_thread::yield();
+    ASSERT_TRUE(asker.Sleeps());
+    if (answer == 'pong')
+      looper->DeliverNext();
+    else
+      looper.reset();
+    EXPECT_TRUE(asker.IsWoken());
+  }
 }
 
-TEST(Looper, DeliversNothingAfterQuitNotEvenWhatItHasTakenFromItsQueue) {
+TEST(Looper, SenderAsleepBeforeAFullQueueIsWokenByRoomAndByTheEnd) {
+  OwnLooper<Recorder> looper(new Recorder(nullptr, 1));
+  const BMessenger messenger(looper.get());
+  looper->PostMessage('full');
+  {
+    const Waiter sender([=] { EXPECT_EQ(messenger.SendMessage('some'), B_OK); });
+    ASSERT_TRUE(sender.Sleeps());
+    looper->DeliverNext();
+    EXPECT_TRUE(sender.IsWoken());
+  }
+  const Waiter sender([=] { EXPECT_EQ(messenger.SendMessage('late'), B_BAD_PORT_ID); });
+  ASSERT_TRUE(sender.Sleeps());
+  looper.reset();
+  EXPECT_TRUE(sender.IsWoken());
+}
+
+TEST(Looper, ThreadAsleepBeforeItsLockIsWokenByTheLastUnlockAndByTheEnd) {
+  auto* const looper = new Recorder;
+  const BMessenger messenger(looper);
+  ASSERT_TRUE(looper->Lock() && looper->Lock());
+  {
+    const Waiter locker([=] { EXPECT_EQ(TLooperLock(messenger).Looper(), looper); });
+    ASSERT_TRUE(locker.Sleeps());
+    looper->Unlock();
+    EXPECT_TRUE(locker.Sleeps()) << "it is still locked once";
+    looper->Unlock();
+    EXPECT_TRUE(locker.IsWoken());
+  }
+  ASSERT_TRUE(looper->Lock()) << "the scope has unlocked it";
+  const Waiter locker([=] { EXPECT_FALSE(TLooperLock(messenger)); });
+  ASSERT_TRUE(locker.Sleeps());
+  looper->Quit();
+  EXPECT_TRUE(locker.IsWoken());
+}
+
+TEST(Looper, IsNoValidTargetOnceItHasQuitThoughItsHandlerIsStillRunning) {
+  struct Quitter : BLooper {
+    void MessageReceived(BMessage*) override {
+      Quit();
+      isValid = BMessenger(this).IsValid();
+    }
+    std::atomic<bool>& isValid;
+    explicit Quitter(std::atomic<bool>* valid) : isValid(*valid) {}
+  };
+  std::atomic<bool> isValid{true};
+  auto* const looper = new Quitter(&isValid);
+  const thread_id thread = looper->Run();
+  looper->PostMessage('quit');
+  wait_for_thread(thread, nullptr);
+  EXPECT_FALSE(isValid);
+}
+
+TEST(Looper, DeliversNothingAfterQuitNotEvenTheMessageItHasDequeued) {
   struct Counter : BLooper {
     explicit Counter(std::atomic<int>* count) : fCount(count) {}
     void MessageReceived(BMessage*) override { ++*fCount; }
@@ -89,12 +150,12 @@ TEST(Looper, DeliversNothingAfterQuitNotEvenWhatItHasTakenFromItsQueue) {
   looper->Run();
   ASSERT_TRUE(looper->Lock());
   looper->PostMessage('late');
-  while (looper->CountMessages() > 0) std::this_thread::yield(); // its thread has it, and waits for the lock
+  while (looper->CountMessages() > 0) std::this_thread::yield(); // its thread has dequeued it and waits for the lock
   looper->Quit();
   EXPECT_EQ(delivered, 0);
 }
 
-TEST(Looper, WithoutAThreadSaysSoAndIsDeletedByQuit) {
+TEST(Looper, WhoseThreadCannotStartReportsThatAndIsDeletedByQuit) {
   pthread_attr_t usual;
   pthread_attr_t huge;
   pthread_getattr_default_np(&usual);
@@ -110,7 +171,7 @@ TEST(Looper, WithoutAThreadSaysSoAndIsDeletedByQuit) {
   EXPECT_EQ(alive, 0);
 }
 
-TEST(Looper, AnswerThatComesTooLateHurtsNobody) {
+TEST(Looper, AnswerAfterTheTimeOutIsIgnored) {
   OwnLooper<Recorder> looper(new Recorder);
   const BMessage question('ping');
   BMessage answer('mine');
@@ -157,14 +218,15 @@ TEST(Looper, NeverWaitsForRoomInItsOwnFullQueue) {
   const BMessenger messenger(looper.get());
   looper->Run();
   messenger.SendMessage('many');
-  for (int i = 0; i < 2; ++i) EXPECT_EQ(ask(messenger, 'ping'), uint32{'pong'}) << "the first may come before them";
-  looper->Lock();
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(ask(messenger, 'ping'), uint32{'pong'}) << "the first may overtake them";
+  ASSERT_TRUE(looper->Lock());
   EXPECT_EQ(looper->fReceived.size(), 53U) << "nothing is lost";
-  for (uint32 i = 0; i < 50; ++i) EXPECT_EQ(messenger.SendMessage(i), B_OK) << "nor does who keeps it from working";
+  for (uint32 i = 0; i < 50; ++i)
+    EXPECT_EQ(messenger.SendMessage(i), B_OK) << "nor does the thread block that has it locked";
   looper->Unlock();
 }
 
-TEST(Looper, EveryOneThatWaitsForRoomGetsIt) {
+TEST(Looper, EverySenderThatWaitsForRoomGetsIt) {
   OwnLooper<Recorder> looper(new Recorder(nullptr, 2));
   looper->Run();
   std::vector<std::jthread> senders;
@@ -176,7 +238,7 @@ TEST(Looper, EveryOneThatWaitsForRoomGetsIt) {
   EXPECT_EQ(ask(BMessenger(looper.get()), 'ping'), uint32{'pong'});
 }
 
-TEST(Looper, CoalescedNoticeIsInTheQueueOnceAndAlsoWhenThatIsFull) {
+TEST(Looper, CoalescedNoticeIsQueuedOnceEvenInAFullQueue) {
   OwnLooper<Recorder> looper(new Recorder(nullptr, 1));
   const BMessenger messenger(looper.get());
   messenger.SendMessage('full');
@@ -184,12 +246,12 @@ TEST(Looper, CoalescedNoticeIsInTheQueueOnceAndAlsoWhenThatIsFull) {
   EXPECT_EQ(messenger.SendCoalesced('size'), B_OK);
   looper->DeliverAll();
   EXPECT_THAT(looper->fReceived, ElementsAre('full', 'move', 'size'));
-  messenger.SendCoalesced('move'); // it has been taken out: there is news again
+  messenger.SendCoalesced('move'); // the first has been delivered
   looper->DeliverAll();
   EXPECT_THAT(looper->fReceived, ElementsAre('full', 'move', 'size', 'move'));
 }
 
-TEST(Looper, NonblockingThreadWaitsForNoLooperWhateverItAsksFor) {
+TEST(Looper, NonblockingThreadNeverWaitsForALooper) {
   OwnLooper<Recorder> looper(new Recorder(nullptr, 1));
   const BMessenger messenger(looper.get());
   BMessage answer;
@@ -198,9 +260,9 @@ TEST(Looper, NonblockingThreadWaitsForNoLooperWhateverItAsksFor) {
   EXPECT_EQ(messenger.SendMessage(&question, &answer), B_TIMED_OUT) << "it is queued";
   EXPECT_EQ(messenger.SendMessage('some'), B_WOULD_BLOCK);
   EXPECT_EQ(messenger.SendMessage(&question, &answer), B_WOULD_BLOCK);
-  looper->Lock();
+  ASSERT_TRUE(looper->Lock());
   std::jthread([&] {
-    EXPECT_EQ(messenger.LockTargetWithTimeout(1000), B_TIMED_OUT) << "another thread is another matter";
+    EXPECT_EQ(messenger.LockTargetWithTimeout(1000), B_TIMED_OUT) << "only the marked thread does not wait";
     const NonblockingThread there;
     EXPECT_FALSE(messenger.LockTarget());
     EXPECT_FALSE(looper->Lock());
@@ -230,7 +292,7 @@ TEST(Looper, FiltersSeeAMessageFirst) {
   EXPECT_THAT(looper->fReceived, ElementsAre('some', 'more', 'skip'));
 }
 
-TEST(Looper, TellsTheAskerWhetherItAgreedToQuit) {
+TEST(Looper, AnswersWhetherItAgreedToQuit) {
   struct Stubborn : BLooper {
     bool QuitRequested() override { return false; }
   };
@@ -245,8 +307,8 @@ TEST(Looper, TellsTheAskerWhetherItAgreedToQuit) {
   EXPECT_FALSE(agreed);
 }
 
-TEST(Looper, EndsWithTheWishForItsEndInItsQueueAndAgreesToIt) {
-  OwnLooper<BLooper> looper(new BLooper("taken along by another"));
+TEST(Looper, AgreesToAQueuedQuitRequestWhenItEndsFirst) {
+  OwnLooper<BLooper> looper(new BLooper("ended by another"));
   OwnLooper<Recorder> asker(new Recorder);
   const BMessage quit(B_QUIT_REQUESTED);
   ASSERT_EQ(BMessenger(looper.get()).SendMessage(&quit, asker.get()), B_OK);
@@ -265,23 +327,52 @@ TEST(Looper, UnknownScriptIsAnsweredNotUnderstood) {
   EXPECT_EQ(answer.what, B_MESSAGE_NOT_UNDERSTOOD);
 }
 
-TEST(MessageRunner, BeatsUntilItGoesAndNeverPilesUp) {
-  OwnLooper<Recorder> looper(new Recorder);
+TEST(MessageRunner, BeatsUntilItIsDestroyedAndNeverPilesUp) {
+  OwnLooper<Recorder> looper(new Recorder), clock(new Recorder);
   const BMessage beat('beat');
+  const BMessageRunner ticks(BMessenger(clock.get()), &beat, 1000);
+  const auto waitFiveTicks = [&] {
+    for (int i = 0; i < 5; ++i) EXPECT_TRUE(eventually([&] { return clock->DeliverNext(); }));
+  };
   {
     const BMessageRunner runner(BMessenger(looper.get()), &beat, 1000);
-    while (looper->CountMessages() == 0) std::this_thread::yield();
-    snooze(20000);
-    EXPECT_EQ(looper->CountMessages(), 1) << "a beat is left out while the last one waits";
-    looper->DeliverAll();
-    while (looper->CountMessages() == 0) std::this_thread::yield();
+    for (int i = 0; i < 2; ++i) {
+      EXPECT_TRUE(eventually([&] { return looper->CountMessages() == 1; }));
+      waitFiveTicks();
+      EXPECT_EQ(looper->CountMessages(), 1) << "a beat is skipped while the previous one is queued";
+      looper->DeliverAll();
+    }
   }
   looper->DeliverAll();
-  snooze(5000);
+  waitFiveTicks();
   EXPECT_EQ(looper->CountMessages(), 0);
 }
 
-TEST(MessageRunner, IntervalPastAllCountingIsLong) {
+TEST(MessageRunner, BeatsSoonWhenItsIntervalBecomesShort) {
+  OwnLooper<Recorder> looper(new Recorder);
+  const BMessage beat('beat');
+  BMessageRunner runner(BMessenger(looper.get()), &beat, B_INFINITE_TIMEOUT);
+  ASSERT_TRUE(eventually([] { return is_asleep(thread_named("message runner")); }));
+  runner.SetInterval(1000);
+  EXPECT_TRUE(eventually([&] { return looper->CountMessages() == 1; }));
+  const BMessageRunner second(BMessenger(looper.get()), &beat, 1000);
+  EXPECT_TRUE(eventually([&] { return looper->CountMessages() == 2; }));
+}
+
+TEST(MessageRunner, SendsNoMoreThanItsCount) {
+  OwnLooper<Recorder> looper(new Recorder);
+  const BMessage beat('beat'), clock('tick');
+  const BMessageRunner twice(BMessenger(looper.get()), &beat, 1000, 2);
+  const BMessageRunner ticks(BMessenger(looper.get()), &clock, 2000);
+  const auto count = [&](uint32 what) { return std::ranges::count(looper->fReceived, what); };
+  EXPECT_TRUE(eventually([&] {
+    looper->DeliverAll();
+    return count('beat') >= 2 && count('tick') >= 5;
+  }));
+  EXPECT_EQ(count('beat'), 2);
+}
+
+TEST(MessageRunner, HugeIntervalDoesNotOverflow) {
   OwnLooper<Recorder> looper(new Recorder);
   const BMessage beat('beat');
   {
@@ -291,7 +382,7 @@ TEST(MessageRunner, IntervalPastAllCountingIsLong) {
     while (looper->CountMessages() == 0) std::this_thread::yield();
     looper->DeliverAll();
     while (looper->CountMessages() == 0) std::this_thread::yield();
-    EXPECT_EQ(looper->CountMessages(), 1) << "only one of the two has beaten";
+    EXPECT_EQ(looper->CountMessages(), 1) << "from one of the two only";
   }
 }
 

@@ -1,48 +1,79 @@
 #include "platform/app/node_monitor.h"
 
 #include "platform/app/message.h"
-#include "platform/kernel/threads.h"
+#include "tests/support/eventually.h"
 #include "tests/support/own_looper.h"
 #include "tests/support/scratch_folder.h"
 
 #include <gtest/gtest.h>
 
-#include <condition_variable>
+#include <algorithm>
 #include <mutex>
 
 namespace {
 
+/** Records notices as "opcode name". */
 class Watching : public BLooper {
 public:
-  Watching() : BLooper("watching") {}
+  Watching() : BLooper("watching") { Run(); }
   void MessageReceived(BMessage* message) override {
+    int32 opcode = 0;
+    std::string name;
+    if (message->what != B_NODE_MONITOR || message->FindInt32("opcode", &opcode) != B_OK) return;
+    message->FindString("name", &name);
     const std::lock_guard lock(fMutex);
-    fIsNotified |= message->what == B_NODE_MONITOR && !message->HasField("name");
-    fChanged.notify_all();
+    fNotices.push_back(std::to_string(opcode) + " " + name);
   }
-  bool IsNotified() {
-    std::unique_lock lock(fMutex);
-    return fChanged.wait_for(lock, std::chrono::seconds(30), [this] { return fIsNotified; });
+  /** Waits for the notice and forgets it with those before it. */
+  bool Gets(const std::string& notice) {
+    return eventually([&] {
+      const std::lock_guard lock(fMutex);
+      const auto found = std::ranges::find(fNotices, notice);
+      if (found == fNotices.end()) return false;
+      fNotices.erase(fNotices.begin(), found + 1);
+      return true;
+    });
   }
 
 private:
   std::mutex fMutex;
-  std::condition_variable fChanged;
-  bool fIsNotified = false;
+  std::vector<std::string> fNotices;
 };
 
 } // namespace
 
-TEST(NodeMonitor, LooksAgainAtEverythingWhenSoMuchChangedThatNoticesWereLost) {
+TEST(NodeMonitor, ReportsWhatHappensToAFolderAndToAFile) {
+  const ScratchFolder folder;
+  const std::string file = folder.Write("file", "before");
+  const OwnLooper<Watching> inFolder(new Watching), ofFile(new Watching);
+  ASSERT_EQ(watch_node(folder.Path().c_str(), B_WATCH_DIRECTORY, inFolder.get()), B_OK);
+  ASSERT_EQ(watch_node(file.c_str(), B_WATCH_NAME | B_WATCH_STAT, ofFile.get()), B_OK);
+  EXPECT_EQ(watch_node(folder.File("none").c_str(), B_WATCH_STAT, ofFile.get()), B_ENTRY_NOT_FOUND);
+  folder.Write("new", "");
+  EXPECT_TRUE(inFolder->Gets("1 new"));
+  std::filesystem::rename(folder.File("new"), folder.File("newer"));
+  EXPECT_TRUE(inFolder->Gets("3 new") && inFolder->Gets("3 newer"));
+  std::filesystem::remove(folder.File("newer"));
+  EXPECT_TRUE(inFolder->Gets("2 newer"));
+  folder.Write("file", "longer than before");
+  EXPECT_TRUE(ofFile->Gets("4 "));
+  std::filesystem::rename(file, folder.File("moved"));
+  EXPECT_TRUE(ofFile->Gets("3 "));
+  std::filesystem::remove(folder.File("moved"));
+  EXPECT_TRUE(ofFile->Gets("2 "));
+  stop_watching(inFolder.get());
+  stop_watching(ofFile.get());
+}
+
+TEST(NodeMonitor, NotifiesEveryWatchAfterTheKernelsQueueOverflowed) {
   const ScratchFolder folder;
   size_t room = 0;
   std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> room;
   if (room == 0 || room > 1000000) GTEST_SKIP() << "the kernel's queue does not overflow here";
-  const OwnLooper<BLooper> stuck(new BLooper("stuck")); // with a full queue it holds up the monitor
+  const OwnLooper<BLooper> stuck(new BLooper("stuck")); // its full queue blocks the monitor
   const BMessage filler('fill');
   while (BMessenger(stuck.get()).SendMessage(&filler, BMessenger(), 0) == B_OK) continue;
   const OwnLooper<Watching> watching(new Watching);
-  watching->Run();
   std::filesystem::create_directory(folder.File("busy"));
   const std::string seldom = folder.Write("seldom", "before");
   ASSERT_EQ(watch_node(folder.File("busy").c_str(), B_WATCH_DIRECTORY, stuck.get()), B_OK);
@@ -54,6 +85,6 @@ TEST(NodeMonitor, LooksAgainAtEverythingWhenSoMuchChangedThatNoticesWereLost) {
   }
   folder.Write("seldom", "after");
   stop_watching(stuck.get());
-  EXPECT_TRUE(watching->IsNotified());
+  EXPECT_TRUE(watching->Gets("4 "));
   stop_watching(watching.get());
 }

@@ -13,7 +13,7 @@
 
 namespace {
 
-/** A desktop whose opener of documents is a script. */
+/** A desktop whose document opener is a script. */
 class Launching : public testing::Test {
 protected:
   Launching() { setenv("PATH", (fFolder.Path() + ":" + fPath).c_str(), 1); }
@@ -21,7 +21,7 @@ protected:
   status_t LaunchWith(const std::string& script) const {
     std::filesystem::permissions(fFolder.Write("xdg-open", "#!/bin/sh\n" + script), std::filesystem::perms::owner_all);
     entry_ref document;
-    get_ref_for_path(fFolder.File("document").c_str(), &document);
+    EXPECT_EQ(get_ref_for_path(fFolder.File("document").c_str(), &document), B_OK);
     return be_roster->Launch(&document);
   }
   ScratchFolder fFolder;
@@ -43,7 +43,7 @@ protected:
     fFolder.Write("applications/player.desktop", "[Desktop Entry]\nType=Application\nExec=\"" + program +
                                                      "\" %F\nX-KOREVA-Signature=" + signature + "\n");
   }
-  /** One line a run: the number of arguments. */
+  /** One line per run: the number of arguments. */
   std::string Runs() const { return fFolder.Read("a player.runs"); }
   ScratchFolder fFolder;
 
@@ -58,16 +58,16 @@ bool has_no_children() {
 
 } // namespace
 
-TEST_F(Launching, TellsWhetherTheDocumentCouldBeHandedOver) {
+TEST_F(Launching, ReportsWhetherTheDocumentWasOpened) {
   EXPECT_EQ(LaunchWith("exit 0\n"), B_OK);
   EXPECT_EQ(LaunchWith("exit 3\n"), B_LAUNCH_FAILED);
 }
 
-TEST_F(Launching, DoesNotWaitForAnOpenerThatStays) {
-  EXPECT_EQ(LaunchWith("while [ -e \"$0\" ]; do sleep 0.1; done\n"), B_OK); // it goes with its folder
+TEST_F(Launching, DoesNotWaitForAnOpenerThatKeepsRunning) {
+  EXPECT_EQ(LaunchWith("while [ -e \"$0\" ]; do sleep 0.1; done\n"), B_OK); // ends with its folder
 }
 
-TEST_F(LaunchingBySignature, StartsTheInstalledProgramOnceHoweverOftenItIsAsked) {
+TEST_F(LaunchingBySignature, StartsTheInstalledProgramOnceForRepeatedRequests) {
   constexpr const char* kSignature = "application/x-vnd.test-installed";
   EXPECT_EQ(be_roster->Launch("application/x-vnd.test-not-installed"), B_LAUNCH_FAILED);
   Install(kSignature, "exit 3\n");
@@ -86,7 +86,7 @@ TEST_F(LaunchingBySignature, TriesAgainAfterAWhileUnlessTheProgramStillRuns) {
   EXPECT_EQ(launcher.Launch("a/b", start), B_LAUNCH_FAILED);
   Install("a/b", "while [ -e \"$0.stays\" ]; do sleep 0.1; done\n");
   const std::string stays = fFolder.Write("a player.stays", "");
-  EXPECT_EQ(launcher.Launch("a/b", start + seconds(9)), B_LAUNCH_FAILED); // without looking at the disk
+  EXPECT_EQ(launcher.Launch("a/b", start + seconds(9)), B_LAUNCH_FAILED); // from memory, without searching the disk
   EXPECT_EQ(launcher.Launch("a/b", start + seconds(10)), B_OK);
   EXPECT_EQ(launcher.Launch("a/b", start + seconds(60)), B_ALREADY_RUNNING);
   std::filesystem::remove(stays);

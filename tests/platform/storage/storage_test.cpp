@@ -10,7 +10,7 @@
 
 using testing::ElementsAre;
 
-TEST(EntryRef, SplitsPathsAndJoinsThemAgain) {
+TEST(EntryRef, SplitsAndJoinsPaths) {
   entry_ref ref;
   for (const auto& [path, whole] : {std::pair{"/a/b.lrc", "/a/b.lrc"}, {"/a", "/a"}, {"/a/../b/", "/b"}}) {
     ASSERT_EQ(get_ref_for_path(path, &ref), B_OK);
@@ -32,7 +32,7 @@ TEST(Path, KnowsParentAndLeaf) {
   EXPECT_EQ(path.Append("/absolute"), B_BAD_VALUE);
 }
 
-TEST(Directory, WalksInByteOrder) {
+TEST(Directory, IteratesInByteOrder) {
   const ScratchFolder folder;
   for (const char* name : {"b", "a", "B"}) folder.Write(name, "");
   BDirectory directory(folder.Path().c_str());
@@ -45,25 +45,25 @@ TEST(Directory, WalksInByteOrder) {
   EXPECT_EQ(create_directory(folder.File("a/b").c_str(), 0777), B_NOT_A_DIRECTORY);
 }
 
-TEST(NodeInfo, KeepsTheTypeThatWasSet) {
+TEST(NodeInfo, StoresTheType) {
   const ScratchFolder folder;
   BFile file(folder.Write("a", "x").c_str(), B_READ_WRITE);
   BNodeInfo info(&file);
   std::string type;
   EXPECT_NE(info.GetType(&type), B_OK);
-  if (info.SetType("text/plain") != B_OK) GTEST_SKIP() << "this file system keeps no attributes";
+  if (info.SetType("text/plain") != B_OK) GTEST_SKIP() << "this file system has no attributes";
   EXPECT_EQ(info.GetType(&type), B_OK);
   EXPECT_EQ(type, "text/plain");
 }
 
-TEST(FindDirectory, TakesOnlyAnAbsoluteSettingsFolder) {
+TEST(FindDirectory, UsesOnlyAnAbsoluteSettingsFolder) {
   BPath path;
   setenv("XDG_CONFIG_HOME", "relative", 1);
   setenv("HOME", "/home/someone", 1);
   EXPECT_EQ(find_directory(B_USER_SETTINGS_DIRECTORY, &path), B_OK);
   EXPECT_STREQ(path.Path(), "/home/someone/.config");
   setenv("XDG_CONFIG_HOME", "/settings", 1);
-  find_directory(B_USER_SETTINGS_DIRECTORY, &path);
+  EXPECT_EQ(find_directory(B_USER_SETTINGS_DIRECTORY, &path), B_OK);
   EXPECT_STREQ(path.Path(), "/settings");
 }
 

@@ -35,7 +35,7 @@ TEST(ShiftJis, IsCodePage932) {
   EXPECT_EQ(from_utf8(kSjis, "日本ｱ①"), "\x93\xfa\x96\x7b\xb1\x87\x40");
 }
 
-TEST(ShiftJis, WritesBothOfEachPairThatSharesACode) {
+TEST(ShiftJis, WritesBothCharactersThatShareACode) {
   EXPECT_EQ(from_utf8(kSjis, "〜～"), "\x81\x60\x81\x60");
   EXPECT_EQ(from_utf8(kSjis, "‖∥−－¢￠£￡¬￢"), from_utf8(kSjis, "∥∥－－￠￠￡￡￢￢"));
 }
@@ -46,7 +46,7 @@ TEST(ShiftJis, NeverTurnsAYenSignIntoABackslash) {
   EXPECT_EQ(from_utf8(kSjis, "—―"), "\x81\x5c\x81\x5c");
 }
 
-TEST(ShiftJis, GivesOneSubstituteForABrokenPieceAndKeepsTheLineEnd) {
+TEST(ShiftJis, GivesOneSubstituteForAMalformedPairAndKeepsTheLineEnd) {
   EXPECT_EQ(to_utf8(kSjis, "\x93\nx"), "\x1a\nx");
   EXPECT_EQ(to_utf8(kSjis, "\x93"), "\x1a");
   EXPECT_EQ(to_utf8(kSjis, "\xfd"
@@ -66,7 +66,7 @@ TEST(Jis, ReadsEveryEscape) {
   EXPECT_EQ(to_utf8(kJis, "\x1b$B!A\x1b(B"), "〜");
 }
 
-TEST(Jis, AYenSignAndAnOverlineComeBackAsTheyWereRead) {
+TEST(Jis, AYenSignAndAnOverlineSurviveARoundTrip) {
   for (const std::string text : {"a\x1b(J\\~\x1b(B100\\~", "\x1b$BF|\x1b(J~\x1b(I1\x1b(J\\\x1b(B\n\x1b(J\\\x1b(B"})
     EXPECT_EQ(from_utf8(kJis, to_utf8(kJis, text)), text);
   EXPECT_EQ(from_utf8(kJis, "日¥"), "\x1b$BF|\x1b(J\\\x1b(B");
@@ -77,10 +77,10 @@ TEST(Jis, ReturnsToAsciiAtALineEndAndAtTheEnd) {
   EXPECT_EQ(from_utf8(kJis, "日\n本"), "\x1b$BF|\x1b(B\n\x1b$BK\\\x1b(B");
   EXPECT_EQ(from_utf8(kJis, "ｱa"), "\x1b(I1\x1b(Ba");
   EXPECT_EQ(from_utf8(kJis, "日한"), "\x1b$BF|\x1b(B\x1a") << "the substitute is ASCII";
-  EXPECT_EQ(to_utf8(kJis, "\x1b$BF|\nab"), "日\nab") << "a text that forgot to return";
+  EXPECT_EQ(to_utf8(kJis, "\x1b$BF|\nab"), "日\nab") << "a text without the return";
 }
 
-TEST(Jis, GoesOnBehindWhatItCannotRead) {
+TEST(Jis, SkipsWhatItCannotRead) {
   EXPECT_EQ(to_utf8(kJis, "a\x80"
                           "b"),
             "a\x1a"
@@ -97,7 +97,7 @@ TEST(TextEncoding, StopsBetweenCharactersWhenTheRoomEnds) {
   EXPECT_EQ(from_utf8(kJis, "日本", 7), "");
 }
 
-TEST(TextEncoding, RefusesAnEncodingItDoesNotKnow) {
+TEST(TextEncoding, RefusesAnUnknownEncoding) {
   char out = 'x';
   size_t taken = 1;
   size_t made = 1;

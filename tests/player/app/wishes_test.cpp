@@ -4,6 +4,7 @@
 #include "player/frontend/front_end_host.h"
 #include "player/list/tag_fields.h"
 #include "player/model/player_messages.h"
+#include "plugin/message_codes.h"
 #include "tests/player/app/player_questions.h"
 #include "tests/player/sound/still_source.h"
 #include "tests/support/scratch_folder.h"
@@ -39,13 +40,13 @@ protected:
   }
   /** Asks for the record once everything that was wished before is done. */
   static BMessage Tell() {
-    const BMessage handshake = ask_player(BMessage(kMsgHandshake), BMessenger(kSignature));
-    EXPECT_EQ(handshake.what, kMsgHandshake);
+    const BMessage handshake = ask_player(BMessage(kMsgHostHandshake), BMessenger(kSignature));
+    EXPECT_EQ(handshake.what, kMsgHostHandshake);
     BMessenger host;
     EXPECT_EQ(handshake.FindMessenger("Msgr", &host), B_OK);
     EXPECT_FALSE(handshake.HasField("Signature")) << "that is for other processes";
-    const BMessage information = ask_player(BMessage(kMsgInformation), host);
-    EXPECT_EQ(information.what, kMsgInformation);
+    const BMessage information = ask_player(BMessage(kMsgHostInformation), host);
+    EXPECT_EQ(information.what, kMsgHostInformation);
     return information;
   }
   static bool IsPlaying() {
@@ -113,58 +114,58 @@ TEST_F(Wishes, WhatIsNotUnderstoodIsAnsweredToo) {
 
 TEST_F(Wishes, PlayAndPauseTakeTurnsAndAreTold) {
   EXPECT_FALSE(IsPlaying()) << "nothing is loaded";
-  Wish(kMsgWishPlayPause);
+  Wish(kMsgHostPlayPause);
   EXPECT_TRUE(IsPlaying());
-  Wish(kMsgWishPlayPause);
+  Wish(kMsgHostPlayPause);
   EXPECT_FALSE(IsPlaying());
 }
 
 TEST_F(Wishes, AFrontEndInAnotherProcessGetsTheRecord) {
-  Wish(kMsgWishPlayPause);
+  Wish(kMsgHostPlayPause);
   IsPlaying(); // the song is loaded
-  Wish(kMsgWishSeek, "Time", 5000);
+  Wish(kMsgHostSeek, "Time", 5000);
   EXPECT_EQ(PositionMs(), 5000);
   EXPECT_EQ(output_of(FRONT_END_PROGRAM),
             std::string("124 bytes\n5000 ms\n") + kOwnTitle + "\nplaying\nnothing else is offered\n");
 }
 
 TEST_F(Wishes, SeeksStayWithinTheSong) {
-  Wish(kMsgWishPlayPause);
+  Wish(kMsgHostPlayPause);
   IsPlaying(); // the news of the song is on its way to the player now, ahead of what follows
   struct {
     uint32 wish;
     int32 timeMs;
     int32 positionMs;
   } const kSeeks[] = {
-      {kMsgWishSeek, 5000, 5000},
-      {kMsgWishSeekBy, 2000, 7000},
-      {kMsgWishSeekBy, -3000, 4000},
-      {kMsgWishSeekBy, -5000, 0},
-      {kMsgWishSeek, kDurationMs + 1, kDurationMs},
-      {kMsgWishSeek, -1, 0},
-      {kMsgWishSeekBy, INT32_MAX, kDurationMs},
-      {kMsgWishSeekBy, INT32_MAX, kDurationMs},
-      {kMsgWishSeekBy, INT32_MIN, 0},
+      {kMsgHostSeek, 5000, 5000},
+      {kMsgHostSeekBy, 2000, 7000},
+      {kMsgHostSeekBy, -3000, 4000},
+      {kMsgHostSeekBy, -5000, 0},
+      {kMsgHostSeek, kDurationMs + 1, kDurationMs},
+      {kMsgHostSeek, -1, 0},
+      {kMsgHostSeekBy, INT32_MAX, kDurationMs},
+      {kMsgHostSeekBy, INT32_MAX, kDurationMs},
+      {kMsgHostSeekBy, INT32_MIN, 0},
   };
   for (const auto& seek : kSeeks) {
     Wish(seek.wish, "Time", seek.timeMs);
     EXPECT_EQ(PositionMs(), seek.positionMs) << seek.timeMs;
   }
   const int seeks = fAccount.seeks;
-  Wish(kMsgWishSeek);
-  Wish(kMsgWishSeekBy, "time", 1000);
+  Wish(kMsgHostSeek);
+  Wish(kMsgHostSeekBy, "time", 1000);
   PositionMs();
   EXPECT_EQ(fAccount.seeks, seeks) << "a wish without its field is none";
 }
 
 TEST_F(Wishes, NothingIsSoughtWithoutASong) {
-  Wish(kMsgWishSeek, "Time", 5000);
+  Wish(kMsgHostSeek, "Time", 5000);
   EXPECT_EQ(PositionMs(), 0);
   EXPECT_EQ(fAccount.seeks, 0);
 }
 
 TEST_F(Wishes, AFileThatVanishesWhileItPlaysIsTold) {
-  Wish(kMsgWishPlayPause); // of /music/song.mp3, which is not there
+  Wish(kMsgHostPlayPause); // of /music/song.mp3, which is not there
   IsPlaying();
   testing::internal::CaptureStderr();
   for (int tick = 0; tick < 25; ++tick) Wish(kMsgTick);
@@ -177,14 +178,14 @@ TEST_F(Wishes, AFileThatVanishesWhileItPlaysIsTold) {
 TEST_F(Wishes, SpeedGoesByPointsWithinItsBounds) {
   for (const auto& [points, speed] :
        {std::pair{5, 1.05}, {-15, 0.9}, {-100, 0.25}, {-5, 0.25}, {5, 0.3}, {INT32_MAX, 2.0}}) {
-    Wish(kMsgWishSpeedBy, "Percent", points);
+    Wish(kMsgHostSpeedBy, "Percent", points);
     IsPlaying();
     EXPECT_DOUBLE_EQ(fAccount.speed, speed) << points;
   }
 }
 
 TEST_F(Wishes, APartIsRepeatedWhicheverEndIsSetFirst) {
-  Wish(kMsgWishPlayPause);
+  Wish(kMsgHostPlayPause);
   IsPlaying();
   struct {
     int32 positionMs;
@@ -197,7 +198,7 @@ TEST_F(Wishes, APartIsRepeatedWhicheverEndIsSetFirst) {
       {6000, kMsgRepeatTo, 0, 6000},    {2000, kMsgRepeatFrom, 2000, 6000},
   };
   for (const auto& step : kSteps) {
-    Wish(kMsgWishSeek, "Time", step.positionMs);
+    Wish(kMsgHostSeek, "Time", step.positionMs);
     Wish(step.wish);
     IsPlaying();
     EXPECT_EQ(fAccount.fromMs, step.fromMs) << step.positionMs;
@@ -246,7 +247,7 @@ TEST_F(Wishes, WhatFilesSayIsToldExceptTheTitleOfTheSongThatPlays) {
   for (const char* name : {"b.mp3", "c.mp3"}) drop.AddString("path", folder.Write(name, ""));
   BMessenger(kSignature).SendMessage(&drop);
   wait_for_songs(3);
-  Wish(kMsgWishPlayPause);
+  Wish(kMsgHostPlayPause);
   IsPlaying();
   BMessage found(kMsgTagsFound);
   int64 id = 0;
@@ -264,12 +265,12 @@ TEST_F(Wishes, WhatFilesSayIsToldExceptTheTitleOfTheSongThatPlays) {
 }
 
 TEST_F(Wishes, RemovingTheLastSongStopsIt) {
-  Wish(kMsgWishPlayPause);
+  Wish(kMsgHostPlayPause);
   EXPECT_TRUE(IsPlaying());
   BMessage remove(kMsgRemoveSongs);
   remove.AddInt64("id", 1);
   BMessenger(kSignature).SendMessage(&remove);
   EXPECT_FALSE(IsPlaying());
-  Wish(kMsgWishPlayPause);
+  Wish(kMsgHostPlayPause);
   EXPECT_FALSE(IsPlaying()) << "there is nothing to play";
 }

@@ -3,6 +3,7 @@
 #include "player/frontend/front_end_host.h"
 #include "player/model/bus_messages.h"
 #include "player/model/player_messages.h"
+#include "plugin/message_codes.h"
 #include "tests/player/app/player_questions.h"
 #include "tests/player/bus/fake_player.h"
 #include "tests/player/bus/private_bus.h"
@@ -130,13 +131,13 @@ TEST_F(Desktop, OpensAFileAndGoesOnWithoutTheBus) {
   EXPECT_EQ(path_of_entry(4), "av://lavfi:anullsrc") << "shown, and not played";
   EXPECT_EQ(playerctl("metadata title"), "Title of https://example.org/a.mp3");
   fDaemon.End();
-  ask_player(BMessage(kMsgHandshake)); // is answered
+  ask_player(BMessage(kMsgHostHandshake)); // is answered
 }
 
 TEST_F(Desktop, ABusThatWentAwayAndCameBackHasThePlayerAgain) {
   for (int i = 0; i < 2; ++i) {
     fDaemon.End();
-    ask_player(BMessage(kMsgHandshake));
+    ask_player(BMessage(kMsgHostHandshake));
     fDaemon.Start();
     EXPECT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
     playerctl("play");
@@ -157,7 +158,7 @@ TEST_F(Desktop, FrontEndsAreToldOfTheOtherPlayersSong) {
   };
   EXPECT_EQ(Until("/elsewhere/song.mp3", chosen), "/elsewhere/song.mp3");
   EXPECT_EQ(playerctl("status"), "Stopped") << "its own sound is not what counts";
-  fApp->PostMessage(kMsgWishPlayPause);
+  fApp->PostMessage(kMsgHostPlayPause);
   EXPECT_EQ(Until("Pause", [&] { return other->Told().empty() ? "" : other->Told().back(); }), "Pause");
   other.reset();
   EXPECT_EQ(Until("/music/one song.mp3", entry), "/music/one song.mp3") << "it has quit";

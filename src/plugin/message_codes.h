@@ -1,0 +1,139 @@
+#pragma once
+
+#include "platform/support/types.h"
+
+/** Every message code of the plug-ins and of the family's common preferences, with its fields. Codes of one image are
+    unique. The player's own codes are in player/model, the platform's in platform/app/message.h. */
+enum : uint32 {
+  // From a front end to the player.
+  /** No fields. Reply: messenger "Msgr", the private way to the player; from a player in another process, string
+      "Signature", by which that looper is reached. */
+  kMsgHostHandshake = 'SNVm',
+  /** To either address, no fields. Reply: data "Info" of type 'CSTR', the information record of 124 bytes; Sonivo adds
+      bool "Playing", which other players omit. */
+  kMsgHostInformation = 'SNVi',
+  // Fire-and-forget commands; players that do not support them ignore them.
+  kMsgHostSeek = 'SNsk',      // int32 "Time": ms, bounded to the song
+  kMsgHostSeekBy = 'SNsr',    // int32 "Time": ms, negative is back; bounded to the song
+  kMsgHostPlayPause = 'SNpp', // no fields; loads the song if none is loaded
+  kMsgHostSpeedBy = 'SNsp',   // int32 "Percent": points, bounded to 25 to 200 percent
+  /** String "Title", as in the record; int32 "TimeMs", any number, ascending: the marks on the seek bar while that song
+      plays, in place of earlier ones. */
+  kMsgHostMarks = 'SNmk',
+
+  // To either plug-in's manager, from the plug-in object, the menus or the other manager.
+  kMsgOpenMain = 'Somr',
+  kMsgReopenMain = 'Srom', // to the companion: its window was open at the last exit; does not take the focus
+  kMsgCloseMain = 'Scmr',
+  kMsgPrepareAbout = 'Spar',
+  kMsgOpenAbout = 'Soar', // bool "BesideDlg"; with it, when true, rect "WinFrame"
+  kMsgCloseAbout = 'Scar',
+  kMsgPreparePref = 'Sppr',
+  kMsgOpenPref = 'Sopr', // to the companion; fields as of kMsgOpenAbout
+  kMsgCloseFineTag = 'Scfr',
+  kMsgCloseCommonPref = 'Scsr',
+  kMsgMainClosed = 'mwcl',   // messenger "window"; int32 "FilesTaken": how many requests to open a file it handled
+  kMsgLanguageNode = '_nlc', // from the watch on the language files
+  /** Between two managers of one process: pointer "CSCommMan", the sender; messenger "CSMessenger", its address. The
+      sender's image may be unloaded before this is read: the pointer is compared and never followed. */
+  kMsgPartnerConnects = 'Scmc',
+  kMsgWait = 'wait', // not handled: its reply shows that all earlier messages have been
+  // From the editor window's menus and tool bar, no fields.
+  kMsgFineTimeTag = 'fttg', // opens the window that asks for the shift
+  kMsgHelp = '_hlp',
+  kMsgCommonPref = '_scp',
+  kMsgPreferences = '_prf',
+
+  // Notices of changed settings, from the preferences window through both managers to the windows. Each carries the
+  // changed fields of its group.
+  kMsgStayOnTop = 'Spsc',
+  kMsgToolBar = 'Splc',
+  kMsgPollInterval = 'Ssic',
+  kMsgDefaultStatBar = 'Sedr', // the lyrics window's settings; the editor shows its default status text again
+  kMsgAppearance = 'Spac',
+  kMsgEncoding = 'Spec', // for writing
+  kMsgReadEncoding = 'Sprc',
+  kMsgLineEnds = 'Spcc',
+  kMsgTimeOffset = 'Sptc',
+  kMsgLanguageChanged = '_lgc',
+
+  // To the editor view, from menus, panels and edit views; where noted, from it to the window.
+  kMsgNew = '_new',
+  kMsgOpenCurrent = 'opcl',
+  kMsgSave = '_sav',        // may carry a waiting command
+  kMsgSaveAs = '_sva',      // to the window; may carry a waiting command
+  kMsgExportTo = '_ext',    // ref "directory", string "name", int32 "Format"
+  kMsgMode = 'mode',        // int32 "Mode"
+  kMsgModeChanged = 'umcr', // to the window: int32 "Mode"
+  kMsgRefreshInfo = 'rcir',
+  kMsgConvertTags = 'cvtt', // bool "CvtTagS2E": to the extended form
+  kMsgDeleteTags = 'datt',
+  kMsgShiftTags = 'fttr', // string "_SmplIptData": ms, decimal
+  kMsgUndo = '_udo',
+  kMsgRedo = '_rdo',
+  kMsgHistoryChanged = '_hch', // to the window: bool "CanUndo", bool "CanRedo"
+  kMsgAddHistory = '_ahr',     // to the window: ref "refs"
+  kMsgRemoveHistory = '_rhr',  // to the window: ref "refs"
+  kMsgSendDocument = 'dtwh',   // to itself, delayed: the whole document goes to the follower
+  kMsgSendMarks = 'dtmk',      // to itself, delayed: the marks go to the player
+
+  // To the editor window.
+  kMsgOpenPanel = '_opn',       // opens the panel for a file to open
+  kMsgExport = '_exp',          // opens the export panel
+  kMsgExportFormat = '_exf',    // from the export panel's menu
+  kMsgClearHistory = '_dam',    // clears the recent files, after a question
+  kMsgStatBarStr = 'Sssr',      // string "StatBarStr"; string "Finding", if any, is shown after it
+  kMsgHostWindowMoved = 'Scwm', // the player's window moved
+  /** From the tag input view through window and managers to the companion's preferences: int32 "LateMs", how late the
+      user's stamps seem to be; int32 "TmDf", the time offset they were made with. Rarely sent. */
+  kMsgStampHint = 'Srth',
+
+  // Following an open document. A follower subscribes once, and again after a gap in the numbers.
+  /** To the document, through the managers: messenger "Follower"; without it the subscription ends. */
+  kMsgFollowDocument = 'Sdfl',
+  /** To the partner's manager: there is a document that can be followed. */
+  kMsgDocumentOpened = 'Sdop',
+  /** To the follower: strings "Line", string "Title" (of its song, as far as known), "Path" (empty when it was never
+      saved), int32 "Number". */
+  kMsgDocumentWhole = 'Sdwh',
+  /** To the follower: strings "Line" replace int32 "Removed" lines from int32 "First" on; int32 "Number". */
+  kMsgDocumentLines = 'Sdln',
+  kMsgDocumentClosed = 'Sdcl',
+
+  // From the search for the current song to the window that started it.
+  kMsgSongFound = 'csfd', // ref "refs"
+  kMsgNoSong = 'csno',
+  kMsgPlayerSilent = 'cssl', // no answer for two seconds; the search goes on
+
+  // The companion's windows.
+  kMsgLyricsPoll = 'dwpl',      // the lyrics window's timer
+  kMsgLyricsAnimation = 'dvmv', // the animation timer of its view
+  kMsgSettingChanged = 'prch',  // from a control to the preferences window: pointer "source"
+  kMsgUseOffset = 'prus',       // from the timing page to the window: int32 "TmDf", the accepted time offset
+  kMsgPrefDefaults = 'prdf',
+  kMsgPrefRevert = 'prrv',
+  kMsgPrefStore = 'prst',
+  kMsgPrefInvalid = 'pruf',   // the window's timer: an invalid text is reported
+  kMsgPrefSendAgain = 'prsa', // the window's timer: notices that found a full queue are sent again
+  kMsgStartTapTest = 'tpst',
+  kMsgTapLightEnd = 'tple', // the tap pad's timer
+  // From the click track, each with int32 "Test", its number.
+  kMsgClick = 'tpck',      // int64 "WhenUs": a click is heard at that moment of the clock of key presses
+  kMsgTrackEnded = 'tpen', // all clicks have been heard, some time ago
+  kMsgNoSound = 'tpns',    // the remaining clicks can only be seen
+
+  // The common preferences.
+  /** To every application that has a control of the preference: strings "IAP:SrcApp", "IAP:SrcIAPItem"; "IAP:Value",
+      string or bool. */
+  kMsgIAPChanged = '_ipc',
+  kMsgIAPUnsent = 'iapu',   // from TIAPFilter to its target: notices that found a full queue wait in TakeUnsent
+  kMsgIAPControls = 'iacr', // through the port: archived controls, each under its preference's name
+  kMsgIAPActivate = 'iawr', // through the port: to the front
+  // The common window's own controls.
+  kMsgIAPControlChanged = 'iach', // string "IAP:SrcIAPItem"
+  kMsgIAPDefaults = 'iadf',
+  kMsgIAPCancel = 'iacn',
+  kMsgIAPTextTyped = 'iatx', // string "IAP:SrcIAPItem", string "_SmplIptData"
+
+  kMsgInputGo = '_go_', // the Go button of TSimpleInputWin
+};
