@@ -74,7 +74,8 @@ TEST(Rewrite, EncodeWritesPlainTextAnew) {
 }
 
 TEST(Rewrite, RefusesWhatWouldLoseSomething) {
-  EXPECT_THAT(made("é\n日\nñé\n", encode_to(TEncoding::kShiftJis)), HasSubstr("Shift-JIS cannot hold line 1: é; line 3: ñ é"));
+  EXPECT_THAT(made("é\n日\nñé\n", encode_to(TEncoding::kShiftJis)),
+              HasSubstr("Shift-JIS cannot hold line 1: é; line 3: ñ é"));
   EXPECT_THAT(made(std::string("a\0b", 3), encode_to(TEncoding::kUtf8)), HasSubstr("text after a NUL"));
   EXPECT_THAT(made(std::string("\xFF\xFE"
                                "a\0",
