@@ -1,43 +1,19 @@
 #include "common/text_detection.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <cstring>
+#include "platform/support/utf8.h"
+
+#include <bit>
 #include <string_view>
 
 namespace koreva {
 
 namespace {
 
-/** From one find to the next: line ends are far apart, and the library's search is far quicker than a look at each
-    byte. */
+/** By repeated `find`, since line ends are far apart and `find` is much faster than a loop over all bytes. */
 long count_bytes(std::string_view text, char byte) {
   long count = 0;
   for (size_t at = text.find(byte); at != std::string_view::npos; at = text.find(byte, at + 1)) ++count;
   return count;
-}
-
-bool is_continuation(unsigned char byte) {
-  return (byte & 0xC0) == 0x80;
-}
-
-/** How many bytes a lead byte announces after itself: its leading one-bits beyond the first. */
-int following_bytes(unsigned char lead) {
-  int ones = 0;
-  for (unsigned bit = 0x80; bit != 0 && (lead & bit) != 0; bit >>= 1) ++ones;
-  return ones > 0 ? ones - 1 : 0;
-}
-
-/** Where the run of ASCII that begins at `at` ends. */
-const unsigned char* ascii_end(const unsigned char* at, const unsigned char* end) {
-  constexpr std::uint64_t kTopBits = 0x8080808080808080;
-  for (; end - at >= 8; at += 8) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, at, sizeof word);
-    if ((word & kTopBits) != 0) break;
-  }
-  while (at != end && *at < 0x80) ++at;
-  return at;
 }
 
 } // namespace
@@ -52,22 +28,25 @@ long detect_cr_type(const char* text) {
 
 long detect_charset(const char* text) {
   constexpr char kEscape = 0x1B;
-  const auto* at = reinterpret_cast<const unsigned char*>(text);
-  const unsigned char* const end = at + std::strlen(text);
+  std::string_view left = text;
   bool hasEscape = false;
-  bool hasFault = false;
-  while (at != end) {
-    const unsigned char* const run = ascii_end(at, end);
-    hasEscape = hasEscape || std::memchr(at, kEscape, static_cast<size_t>(run - at)) != nullptr;
-    if ((at = run) == end) break;
-    const unsigned char lead = *at++;
-    hasFault |= lead < 0xC0;
-    for (int left = following_bytes(lead); left > 0; --left, ++at) {
-      if (at == end) return hasEscape ? 2 : 1;
-      hasFault |= !is_continuation(*at);
+  bool isMalformed = false;
+  while (!left.empty()) {
+    const std::string_view ascii = left.substr(0, ascii_length(left));
+    hasEscape = hasEscape || ascii.find(kEscape) != std::string_view::npos;
+    left.remove_prefix(ascii.size());
+    if (left.empty()) break;
+    const auto lead = static_cast<unsigned char>(left.front());
+    left.remove_prefix(1);
+    isMalformed |= lead < 0xC0;
+    // Required: the leading one-bits alone determine the length, also where no UTF-8 sequence is as long.
+    for (int following = std::countl_one(lead) - 1; following > 0; --following) {
+      if (left.empty()) return hasEscape ? 2 : 1;
+      isMalformed |= !is_utf8_continuation(left.front());
+      left.remove_prefix(1);
     }
   }
-  return hasEscape ? 2 : (hasFault ? 1 : 0);
+  return hasEscape ? 2 : (isMalformed ? 1 : 0);
 }
 
 } // namespace koreva
