@@ -3,6 +3,7 @@
 #include "common/app_info.h"
 #include "family/message_filters.h"
 #include "platform/app/application.h"
+#include "platform/app/looper_lock.h"
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
 #include "platform/support/log.h"
@@ -11,19 +12,17 @@
 TEditorName::TEditorName(const BMessenger& manager) : BHandler(gAppSignature), fManager(manager) {}
 
 void TEditorName::Register() {
-  if (be_app == nullptr || !be_app->Lock()) return;
+  const TLooperLock lock(be_app);
+  if (!lock) return;
   be_app->AddHandler(this);
   be_roster->AddName(gAppSignature, BMessenger(this), {kMsgIAPChanged, B_REFS_RECEIVED, B_ABOUT_REQUESTED});
-  be_app->Unlock();
 }
 
 void TEditorName::Unregister() {
-  if (be_app == nullptr || !be_app->Lock()) return;
-  if (Looper() == be_app) {
-    be_roster->RemoveName(gAppSignature);
-    be_app->RemoveHandler(this);
-  }
-  be_app->Unlock();
+  const TLooperLock lock(be_app);
+  if (!lock || Looper() != be_app) return;
+  be_roster->RemoveName(gAppSignature);
+  be_app->RemoveHandler(this);
 }
 
 void TEditorName::MessageReceived(BMessage* message) {

@@ -7,6 +7,7 @@
 #include "editor/vesmo_e_comm_man.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
+#include "platform/app/looper_lock.h"
 #include "plugin/message_codes.h"
 #include "toolkit/krv_about_win.h"
 #include "toolkit/placement.h"
@@ -37,26 +38,23 @@ void TVesmoECommMan::MItemFineTimeTagClicked() {
     SetFineTagWinLabel();
     move_beside(fFineTagWindow, neighbour);
   }
-  if (fFineTagWindow->Lock()) {
-    fFineTagWindow->SetMessage(BMessage(kMsgShiftTags), fMainAddress);
-    fFineTagWindow->Unlock();
-  }
+  if (const TLooperLock lock(fFineTagWindow); lock) fFineTagWindow->SetMessage(BMessage(kMsgShiftTags), fMainAddress);
   BringUp(fFineTagWindow);
 }
 
 void TVesmoECommMan::BringUp(TKRVWin* window) const {
-  if (!window->Lock()) return;
+  const TLooperLock lock(window);
+  if (!lock) return;
   if (fMainWindow) window->StandInFrontOf(fMainProxy);
   window->BringUp();
-  window->Unlock();
 }
 
 void TVesmoECommMan::SetFineTagWinLabel() {
-  if (fFineTagWindow == nullptr || !fFineTagWindow->Lock()) return;
+  const TLooperLock lock(fFineTagWindow);
+  if (!lock) return;
   fFineTagWindow->SetLabels({gLLT->Text("Fine_Tag_Win_Title"), gLLT->Text("StrView_Delta_Time"),
                              accelerator_label("G", gLLT->Text("Button_Go")),
                              accelerator_label("C", gLLT->Text("Button_Cancel"))});
-  fFineTagWindow->Unlock();
 }
 
 void TVesmoECommMan::CloseFineTimeTagWindowRqtd() {

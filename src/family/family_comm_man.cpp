@@ -6,6 +6,7 @@
 #include "language/llt.h"
 #include "language/load_language.h"
 #include "platform/app/application.h"
+#include "platform/app/looper_lock.h"
 #include "platform/app/node_monitor.h"
 #include "platform/interface/display_language.h"
 #include "plugin/app_privacy.h"
@@ -20,10 +21,7 @@ TFamilyCommMan::TFamilyCommMan(const char* name, const char* partnerName, std::s
     : TCommMan(name, partnerName), fPluginPath(std::move(pluginPath)), fIAPFilter(new TIAPFilter(BMessenger(this))),
       fLanguageWatch(std::make_unique<TNodeMonitorHandler>(kMsgLanguageNode)) {
   AddHandler(fLanguageWatch.get());
-  if (be_app && be_app->Lock()) {
-    be_app->AddCommonFilter(fIAPFilter);
-    be_app->Unlock();
-  }
+  if (const TLooperLock lock(be_app); lock) be_app->AddCommonFilter(fIAPFilter);
 }
 
 TFamilyCommMan::~TFamilyCommMan() = default;
@@ -94,9 +92,7 @@ void TFamilyCommMan::OpenAboutWindowRqtd(const BMessage& message) {
 }
 
 void TFamilyCommMan::SetAboutWinContent() {
-  if (fAboutWindow == nullptr || !fAboutWindow->Lock()) return;
-  fAboutWindow->SetContent(about_content(PluginPath()));
-  fAboutWindow->Unlock();
+  if (const TLooperLock lock(fAboutWindow); lock) fAboutWindow->SetContent(about_content(PluginPath()));
 }
 
 void TFamilyCommMan::CloseAboutWindowRqtd() {
@@ -106,10 +102,8 @@ void TFamilyCommMan::CloseAboutWindowRqtd() {
 
 void TFamilyCommMan::EndWatches() {
   stop_watching(fLanguageWatch.get());
-  if (be_app && be_app->Lock()) {
-    if (be_app->RemoveCommonFilter(fIAPFilter)) delete fIAPFilter;
-    be_app->Unlock();
-  }
+  const TLooperLock lock(be_app);
+  if (lock && be_app->RemoveCommonFilter(fIAPFilter)) delete fIAPFilter;
 }
 
 bool TFamilyCommMan::ReloadLanguage() {

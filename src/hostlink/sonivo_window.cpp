@@ -1,6 +1,7 @@
 #include "hostlink/sonivo_window.h"
 
 #include "platform/app/application.h"
+#include "platform/app/looper_lock.h"
 #include "platform/interface/window.h"
 
 #include <string_view>
@@ -16,12 +17,12 @@ constexpr bigtime_t kLockTimeoutUs = 100000;
 status_t use_sonivo_window(const std::function<void(BWindow*)>& use) {
   if (be_app == nullptr) return B_ERROR;
   for (const BMessenger& address : be_app->WindowAddresses()) {
-    if (address.LockTargetWithTimeout(kLockTimeoutUs) != B_OK) continue;
-    auto* const window = static_cast<BWindow*>(address.Target(nullptr));
-    const bool found = window->Title().starts_with(kTitleStart);
-    if (found) use(window);
-    window->Unlock();
-    if (found) return B_OK;
+    const TLooperLock lock(address, kLockTimeoutUs);
+    if (!lock) continue;
+    auto* const window = static_cast<BWindow*>(lock.Looper());
+    if (!window->Title().starts_with(kTitleStart)) continue;
+    use(window);
+    return B_OK;
   }
   return B_ERROR;
 }

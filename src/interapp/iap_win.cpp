@@ -1,5 +1,6 @@
 #include "interapp/iap_win.h"
 
+#include "platform/app/looper_lock.h"
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
 #include "platform/interface/button.h"
@@ -155,7 +156,8 @@ void TIAPWin::AskForText(const std::string& item) {
   TEntry& entry = fEntries[item];
   ShowValue(&entry); // until a new one has been entered
   if (fInput == nullptr) fInput = new TSimpleInputWin;
-  if (!fInput->Lock()) return;
+  const TLooperLock lock(fInput);
+  if (!lock) return;
   fInput->SetLabels({entry.control.label, "a:", "OK", "Cancel"});
   BMessage typed(kMsgIAPTextTyped);
   typed.AddString(kItem, item);
@@ -163,7 +165,6 @@ void TIAPWin::AskForText(const std::string& item) {
   fInput->MoveTo(Frame().left + 20, Frame().top + 40);
   fInput->BringUp();
   fInputThread = fInput->Thread();
-  fInput->Unlock();
 }
 
 void TIAPWin::TextTyped(const BMessage& message) {
