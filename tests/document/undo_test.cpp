@@ -17,9 +17,9 @@ protected:
   int32 SeekTarget(const char* key) {
     Press(key);
     Press("Return");
-    Until([this] { return !fHost->Wishes().empty(); });
-    const auto wishes = fHost->Wishes();
-    return wishes.empty() ? -1 : wishes.back().second;
+    Until([this] { return !fHost->Commands().empty(); });
+    const auto commands = fHost->Commands();
+    return commands.empty() ? -1 : commands.back().second;
   }
 };
 
