@@ -8,7 +8,7 @@
 /** Every entry is a file, an http(s) URL, or refused with a reason, and its texts are bounded. */
 static void check_song(const TSong& song) {
   require(song.title.size() <= kLongestText && song.artist.size() <= kLongestText);
-  if (!song.fault.empty()) return require(song.path.size() <= kLongestText);
+  if (!song.error.empty()) return require(song.path.size() <= kLongestText);
   const TSongAddress again = song_address(song.path, "/elsewhere");
   require(again.refusal.empty() && again.text == song.path);
   require(is_file_path(song.path) || song.path.starts_with("http://") || song.path.starts_with("https://"));

@@ -37,7 +37,7 @@ TCommandLine parse_command_line(int argc, const char* const* argv) {
       line.text = word == "--help" ? kUsage : "sonivo 3.26\n";
     } else {
       line.text = "sonivo: unknown option '" + std::string(word) + "'\n" + kUsage;
-      line.fault = true;
+      line.error = true;
     }
   }
   return line;

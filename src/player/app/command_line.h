@@ -3,16 +3,16 @@
 #include <string>
 #include <vector>
 
-/** What the user asked for on the command line. */
+/** The parsed command line. */
 struct TCommandLine {
   std::vector<std::string> songs; // files and folders
-  std::string lyrics;             // to be opened in the editor; empty for none
-  std::string source;             // another player, to be the source; empty for none
+  std::string lyrics;             // opened in the editor; empty for none
+  std::string source;             // id of another player to use as the source; empty for none
   bool startsPaused = false;
-  bool isAnother = false; // beside a player that runs already
-  /** Set: print this and end. `fault` tells which exit code and stream it takes. */
+  bool isAnother = false; // a new player, even if one is running
+  /** If not empty, print this and exit; an error goes to standard error with another exit code. */
   std::string text;
-  bool fault = false;
+  bool error = false;
 };
 
 TCommandLine parse_command_line(int argc, const char* const* argv);

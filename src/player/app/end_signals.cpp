@@ -1,6 +1,7 @@
 #include "player/app/end_signals.h"
 
 #include "platform/app/message.h"
+#include "player/model/display_thread_check.h"
 #include "player/model/player_messages.h"
 
 #include <sys/eventfd.h>
@@ -16,7 +17,7 @@ constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
 
 std::atomic<int> bell{-1};
 
-/** Nothing else may be done where a signal arrives. */
+/** Signal handler: async-signal-safe calls only. */
 void ring(int) {
   const int before = errno;
   eventfd_write(bell, 1);
@@ -39,6 +40,7 @@ int new_bell() {
 
 TEndSignals::TEndSignals(const BMessenger& player, QObject* parent)
     : QSocketNotifier(new_bell(), QSocketNotifier::Read, parent) {
+  check_display_thread();
   connect(this, &QSocketNotifier::activated, this, [player] {
     eventfd_t rings = 0;
     eventfd_read(bell, &rings);

@@ -4,8 +4,8 @@
 
 #include <QSocketNotifier>
 
-/** Makes of the first request by signal to end (SIGTERM, SIGINT, SIGHUP) what closing the player's window is: the
-    windows are asked, and nothing unsaved is lost. The second of a kind ends the program at once. One object, on the
+/** Handles the first SIGTERM, SIGINT or SIGHUP like closing the player's window: the windows are asked, and nothing
+    unsaved is lost. A second signal of the same kind ends the program at once. Only one object at a time, on the
     display thread. */
 class TEndSignals : public QSocketNotifier {
 public:

@@ -11,7 +11,7 @@
 
 namespace {
 
-/** Stands in a line of its own, which other players take for a comment. */
+/** A line of its own, which other players skip as a comment. */
 constexpr const char* kPlace = "\n#SONIVO:current=%d,position=%d,volume=%d";
 
 } // namespace
@@ -34,7 +34,7 @@ bool save_kept_list(const TKeptList& list, const std::string& path) {
   std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
   char place[80];
   std::snprintf(place, sizeof place, kPlace, list.current, list.positionMs, list.volumePercent);
-  std::string text = m3u_text(list.songs, ""); // whole paths: the list belongs to no folder of songs
+  std::string text = m3u_text(list.songs, ""); // absolute paths: the list is not stored with the songs
   text.insert(text.find('\n'), place);
   return atomic_replace(path, text) == B_OK;
 }

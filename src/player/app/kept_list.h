@@ -4,7 +4,7 @@
 
 #include <string>
 
-/** What the player finds again when it is started the next time. */
+/** What is kept for the next run. */
 struct TKeptList {
   TSongs songs;
   int32 current = -1;
@@ -12,10 +12,10 @@ struct TKeptList {
   int32 volumePercent = 100;
 };
 
-/** Empty where there is none. */
+/** Empty if there is no file. */
 TKeptList load_kept_list(const std::string& path);
-/** Atomically: a failed write leaves the old file whole. Makes the folder. False when it could not be written. */
-bool save_kept_list(const TKeptList& list, const std::string& path);
+/** Replaces the file atomically, creating its folder. False if it could not be written; the old file is unchanged. */
+[[nodiscard]] bool save_kept_list(const TKeptList& list, const std::string& path);
 
 /** In the user's settings folder. */
 std::string kept_list_path();

@@ -15,21 +15,21 @@
 int main(int argc, char** argv) {
   const TCommandLine commandLine = parse_command_line(argc, argv);
   if (!commandLine.text.empty()) {
-    std::fputs(commandLine.text.c_str(), commandLine.fault ? stderr : stdout);
-    return commandLine.fault ? 2 : 0;
+    std::fputs(commandLine.text.c_str(), commandLine.error ? stderr : stdout);
+    return commandLine.error ? 2 : 0;
   }
   if (!commandLine.isAnother && hand_over(commandLine)) return 0;
-  // Many threads that mostly wait: with a heap for each, what one has freed is of no use to the others.
+  // Most threads are idle; limit malloc to two arenas so that freed memory is shared.
   mallopt(M_ARENA_MAX, 2);
   auto* const app = new TSonivoApp(commandLine);
   const thread_id thread = app->Run();
   const int exitCode = display::run(argc, argv, [app] {
-    // The display library has set the desktop's locale; numbers stay plain for the audio library.
+    // Qt has set the desktop's locale; the audio library needs the C locale for numbers.
     std::setlocale(LC_NUMERIC, "C");
     app->PostMessage(kMsgStart);
     new TEndSignals(BMessenger(app), QCoreApplication::instance());
   });
-  // Without a screen nothing was started: the application's looper is still there to be ended.
+  // Without a display nothing was started: the application's looper is still to be ended.
   if (exitCode != 0) app->PostMessage(B_QUIT_REQUESTED);
   wait_for_thread(thread, nullptr);
   return exitCode;

@@ -1,12 +1,14 @@
 #include "player/app/open_questions.h"
 
+#include "player/model/display_thread_check.h"
+
 #include <QApplication>
 #include <QDialog>
 
 namespace {
 
 void bring_forward(QDialog* question) {
-  // As long as that is minimised the question is hidden too.
+  // A minimised parent hides its dialog.
   if (const QWidget* const asking = question->parentWidget())
     asking->window()->setWindowState(asking->window()->windowState() & ~Qt::WindowMinimized);
   question->raise();
@@ -16,6 +18,7 @@ void bring_forward(QDialog* question) {
 } // namespace
 
 void raise_open_questions() {
+  check_display_thread();
   for (QWidget* const window : QApplication::topLevelWidgets()) {
     auto* const question = qobject_cast<QDialog*>(window);
     if (question && question->isVisible()) bring_forward(question);

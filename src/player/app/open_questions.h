@@ -1,4 +1,4 @@
 #pragma once
 
-/** Brings what waits for the user's answer before him, with the windows that asked. Display thread. */
+/** Raises the dialogs that wait for an answer, and the windows they belong to. Display thread. */
 void raise_open_questions();

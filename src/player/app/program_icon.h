@@ -1,5 +1,5 @@
 #pragma once
 
-/** Gives all windows, those to come as well, the program's icon: title bars and task bars show it, also where nothing
-    is installed. Drawing it takes a while; the first windows need not wait for it. Any thread. */
+/** Sets the icon of all current and future windows, also for a program that is not installed. Asynchronous, since
+    rendering takes a while. Any thread. */
 void show_program_icon();

@@ -13,7 +13,7 @@ namespace {
 constexpr bigtime_t kLongestDeliveryUs = 1000000;
 constexpr bigtime_t kLongestAnswerUs = 2000000;
 
-/** The other one runs in a folder of its own. */
+/** The other process has its own working directory. */
 std::string whole_path(const std::string& path) {
   std::error_code error;
   return std::filesystem::absolute(path, error).lexically_normal().string();

@@ -1,14 +1,23 @@
 #include "player/app/sonivo_app.h"
 
-#include "platform/app/message.h"
-#include "platform/app/message_runner.h"
-#include "platform/app/roster.h"
+#include "platform/display/display.h"
+#include "platform/display/display_thread.h"
+#include "platform/interface/window.h"
 #include "platform/support/log.h"
+#include "player/app/open_questions.h"
+#include "player/app/program_icon.h"
+#include "player/app/scripting.h"
+#include "player/app/transport_commands.h"
 #include "player/frontend/front_end_host.h"
-#include "player/list/requests.h"
+#include "player/model/bus_messages.h"
 #include "player/model/player_messages.h"
 #include "player/window/player_window.h"
 #include "plugin/message_codes.h"
+
+#include <malloc.h>
+
+#include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -17,27 +26,27 @@ constexpr const char* kSilent = "No sound device: playing silently";
 const std::vector<uint32> kOffered = {kMsgHostHandshake, kMsgHostSeek,      kMsgHostSeekBy, kMsgHostPlayPause,
                                       kMsgHostSpeedBy,   kMsgHostMarks,     kMsgHandedOver, B_COUNT_PROPERTIES,
                                       B_GET_PROPERTY,    B_EXECUTE_PROPERTY};
-/** For any call into a plug-in, which only posts messages; an end with windows to close takes a second on a slow
-    machine. */
-constexpr bigtime_t kPluginPatienceUs = 10000000;
 constexpr int64 kFirstSearch = 1; // for the songs of the command line
-constexpr bigtime_t kTickUs = 100000;
-/** The windows come up first: loading the audio library would hold them up for longer than all they need themselves. */
+constexpr bigtime_t kPositionIntervalUs = 100000;
+/** Windows first: loading the audio library takes longer than everything they need themselves. */
 constexpr bigtime_t kFirstSongDelayUs = 250000;
-/** And only when the song has begun, the plug-ins that are not the editor. */
+/** And only when the song has begun, the plug-ins other than the editor. */
 constexpr bigtime_t kOtherPluginsDelayUs = 500000;
+
+bool starts_paused(const TCommandLine& line) {
+  return line.startsPaused || !line.source.empty();
+}
 
 } // namespace
 
 TSonivoApp::TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource)
-    : BApplication(kSignature, kOffered), fCommandLine(std::move(commandLine)),
-      fSearch([player = BMessenger(this)] { ask(player, kMsgSongsFound); }), fSource(makeSource(this)),
-      fBus(BMessenger(this), [this] { return fSource->PositionMs(); }), fNowPlaying(fSource.get()),
-      fHost(new TFrontEndHost(&fNowPlaying)),
-      fPlugins([player = BMessenger(this)] { ask(player, kMsgLookAtPlugins); }, kPluginPatienceUs) {
-  fWantedSource = fCommandLine.source;
-  if (!fCommandLine.songs.empty())
-    fAwaited[fSearch.Begin(fCommandLine.songs)] = {.areHandedOver = true, .startPaused = StartsPaused()};
+    : BApplication(kSignature, kOffered), fCommandLine(std::move(commandLine)), fSoundMessages(BMessenger(this)),
+      fOwn(&fSongs, makeSource(&fSoundMessages), this),
+      fBus(BMessenger(this), [sound = fOwn.Sound()] { return sound->PositionMs(); }), fNowPlaying(fOwn.Sound()),
+      fSource(&fOwn, &fBus, &fNowPlaying, this, fCommandLine.source), fList(&fSongs, &fOwn, BMessenger(this), this),
+      fSaver(BMessenger(this)), fPlugins(BMessenger(this), this), fCloser(BMessenger(this)),
+      fHost(new TFrontEndHost(&fNowPlaying)), fStartTimer(BMessenger(this)), fPositionTimer(BMessenger(this)) {
+  if (!fCommandLine.songs.empty()) fList.Open(fCommandLine.songs, starts_paused(fCommandLine));
   fHost->Run();
 }
 
@@ -47,149 +56,284 @@ TSonivoApp::~TSonivoApp() {
 }
 
 void TSonivoApp::MessageReceived(BMessage* message) {
-  int32 number = 0;
-  switch (message->what) {
+  if (message->what == kMsgHostHandshake) return fHost->AnswerHandshake(*message);
+  const TScriptedList scripted{fSongs, fSource.OtherSong()};
+  const auto execute = [this](int32 index) {
+    fList.CancelPlay();
+    if (!fSource.IsOther()) return fOwn.PlaySong(index, false);
+    if (index == 0) fBus.SetPaused(false);
+  };
+  const bool isHandled = HandleProgress(*message) || HandleChoice(*message) || HandleDesktop(*message) ||
+                         handle_transport_command(*message, &fSource.Transport()) || fOwn.Handle(*message) ||
+                         fSource.Handle(*message) || fList.Handle(*message) || fPlugins.Handle(*message) ||
+                         handle_script(message, scripted, execute);
+  if (!isHandled) BApplication::MessageReceived(message);
+}
+
+/** Start, timers and end. */
+bool TSonivoApp::HandleProgress(const BMessage& message) {
+  switch (message.what) {
   case kMsgStart:
-    return Start();
+    Start();
+    return true;
   case kMsgFirstSong:
-    return PlayFirstSong();
+    PlayFirstSong();
+    return true;
   case kMsgOtherPlugins:
-    return LoadOtherPlugins();
-  case kMsgPlayPause:
-    return PlayPause();
-  case kMsgNext:
-    UserChoseSong();
-    return PlayNeighbour(1);
-  case kMsgPrevious:
-    UserChoseSong();
-    return PlayNeighbour(-1);
-  case kMsgPlaySong:
-    UserChoseSong();
-    if (message->FindInt32("index", &number) == B_OK) PlaySong(number, false);
-    return;
-  case kMsgSeek:
-    if (message->FindInt32("positionMs", &number) == B_OK) Seek(number);
-    return;
-  case kMsgSpeed:
-    if (message->FindInt32("percent", &number) == B_OK) SetSpeed(number);
-    return;
-  case kMsgVolume:
-    if (message->FindInt32("percent", &number) == B_OK) SetVolume(number);
-    return;
-  case kMsgRepeatFrom:
-  case kMsgRepeatTo:
-  case kMsgRepeatOff:
-    return SetRepeat(message->what);
-  case kMsgSongLoaded:
-    return Loaded(*message);
-  case kMsgSongEnded:
-    return Ended(*message);
-  case kMsgSongFailed:
-    return Failed(*message);
-  case kMsgOutputChanged:
-    return TakeOutput(*message);
+    LoadOthers();
+    return true;
   case kMsgTick:
-    return Tick();
-  case kMsgHostHandshake:
-    return Handshake(*message);
+    PositionJumped(fSource.Transport().PositionMs());
+    fOwn.Tick();
+    return true;
+  case kMsgKeep:
+    SaveList();
+    return true;
+  case kMsgLookAtPlugins:
+    fPlugins.Proceed();
+    if (fPlugins.HasEnded()) EndAfterPlugins();
+    return true;
   case kMsgWindowCloses:
-    return CloseRequested();
+    CloseRequested();
+    return true;
   case kMsgLookAtWindows:
-    return LookAtAskedWindows();
+    fCloser.CheckWindows();
+    EndIfAgreed();
+    return true;
   case B_REPLY:
-    return WindowAnswered(*message);
+    fCloser.TakeAnswer(message);
+    EndIfAgreed();
+    return true;
   default:
-    if (!HandleList(*message) && !HandleBus(*message) && !HandlePlugin(*message) && !HandleWish(*message) &&
-        !HandleScript(message))
-      BApplication::MessageReceived(message);
+    return false;
+  }
+}
+
+/** The choice of the song, and its marks. */
+bool TSonivoApp::HandleChoice(const BMessage& message) {
+  int32 index = 0;
+  switch (message.what) {
+  case kMsgNext:
+  case kMsgPrevious:
+    UserChose();
+    fSource.Transport().Skip(message.what == kMsgNext ? 1 : -1);
+    return true;
+  case kMsgPlaySong:
+    UserChose();
+    if (message.FindInt32("index", &index) == B_OK) fOwn.PlaySong(index, false);
+    return true;
+  case kMsgHandedOver:
+    TakeOver(message);
+    return true;
+  case kMsgHostMarks:
+    if (fMarks.Take(message)) StateChanged();
+    return true;
+  default:
+    return false;
+  }
+}
+
+/** Requests from the message bus, which concern this player's own sound; and the cover shown there. */
+bool TSonivoApp::HandleDesktop(const BMessage& message) {
+  int32 byMs = 0;
+  switch (message.what) {
+  case kMsgBusPlay:
+  case kMsgBusPause:
+    if (fOwn.Playback().isPlaying != (message.what == kMsgBusPlay)) fSource.Transport().PlayPause();
+    return true;
+  case kMsgBusStop:
+    fList.CancelPlay();
+    fOwn.Stop();
+    return true;
+  case kMsgBusSeekBy:
+    if (message.FindInt32("byMs", &byMs) == B_OK) fOwn.SeekBy(byMs);
+    return true;
+  case kMsgBusRaise:
+    if (fWindow) fWindow->BringToFront();
+    return true;
+  case kMsgCover:
+    message.FindString("path", &fCover.song);
+    message.FindString("file", &fCover.file);
+    fBus.Show(OwnStatus());
+    return true;
+  default:
+    return false;
   }
 }
 
 void TSonivoApp::Start() {
   fWindow = new TPlayerWindow(BMessenger(this));
-  // Before the plug-ins: their windows look for this one, to stand beside it and to follow it. They are made on threads
-  // of their own, while this one's comes up.
+  // Before the plug-ins: their windows look for this one, which they are placed next to and follow. They are made on
+  // threads of their own while this one comes up.
   fWindow->Show();
-  LoadEditor();
-  ShowLyrics(fCommandLine.lyrics);
+  fPlugins.LoadEditor();
+  fPlugins.ShowLyrics(fCommandLine.lyrics);
   StateChanged();
-  const BMessage firstSong(kMsgFirstSong);
-  fStarter = std::make_unique<BMessageRunner>(BMessenger(this), &firstSong, kFirstSongDelayUs, 1);
+  fStartTimer.StartOnce(kMsgFirstSong, kFirstSongDelayUs);
 }
 
 void TSonivoApp::PlayFirstSong() {
-  const BMessage others(kMsgOtherPlugins);
-  fStarter = std::make_unique<BMessageRunner>(BMessenger(this), &others, kOtherPluginsDelayUs, 1);
-  const TSong* const first = fPlaylist.At(0);
+  fStartTimer.StartOnce(kMsgOtherPlugins, kOtherPluginsDelayUs);
+  const TSong* const first = fSongs.At(0);
   const std::string wanted = first ? first->path : std::string();
-  const int32 positionMs = FindKeptList();
+  const TKeptList kept = fSaver.Restore(&fSongs);
+  fOwn.RestoreVolume(kept.volumePercent);
   StateChanged();
-  if (fIsLoaded) return; // the user was quicker
-  if (!wanted.empty()) return PlaySong(fPlaylist.GoodFrom(fPlaylist.Find(wanted)), StartsPaused());
-  if (fAwaited.contains(kFirstSearch)) {
-    fPlayedSearch = kFirstSearch;
-    return;
-  }
-  if (fPlaylist.Current() < 0) return;
-  PlaySong(fPlaylist.Current(), true);
-  fResumeMs = positionMs;
+  if (fOwn.Playback().isLoaded) return; // the user was quicker
+  if (!wanted.empty()) return fOwn.PlaySong(fSongs.GoodFrom(fSongs.Find(wanted)), starts_paused(fCommandLine));
+  if (!fList.PlayWhenFound(kFirstSearch)) fOwn.PlaySong(fSongs.Current(), true, kept.positionMs);
 }
 
-bool TSonivoApp::StartsPaused() const {
-  return fCommandLine.startsPaused || !fWantedSource.empty();
+void TSonivoApp::LoadOthers() {
+  fPlugins.LoadOthers();
+  fBus.Start();
+  show_program_icon();
+  // Returns the memory that only the start needed.
+  display::post([] { malloc_trim(0); });
 }
 
-void TSonivoApp::TellFault(const std::string& fault) {
-  log_error("player", fault);
-  fFaults.Add(fault);
+/** The songs of another start of the program are played here. */
+void TSonivoApp::TakeOver(const BMessage& message) {
+  message.SendReply(B_REPLY);
+  UserChose();
+  bool paused = false;
+  message.FindBool("paused", &paused);
+  if (std::vector<std::string> paths = paths_in(message); !paths.empty())
+    fList.PlayWhenFound(fList.Open(std::move(paths), paused));
+  std::string lyrics;
+  if (message.FindString("lyrics", &lyrics) == B_OK) fPlugins.ShowLyrics(lyrics);
+  if (fWindow) fWindow->BringToFront();
   StateChanged();
 }
 
-void TSonivoApp::ForgetFaults() {
-  if (fFaults.Clear()) StateChanged();
+void TSonivoApp::ErrorOccurred(const std::string& error) {
+  log_error("player", error);
+  fErrors.Add(error);
+  StateChanged();
 }
 
-/** Whatever was to be played before that. */
-void TSonivoApp::UserChoseSong() {
-  fPlayedSearch = 0;
-  ForgetFaults();
+void TSonivoApp::ErrorsResolved() {
+  if (fErrors.Clear()) StateChanged();
+}
+
+void TSonivoApp::UserChose() {
+  fList.CancelPlay();
+  ErrorsResolved();
+}
+
+void TSonivoApp::SongBegins() {
+  fSource.UseOwn();
+}
+
+void TSonivoApp::SongSought(int32 positionMs) {
+  if (fSource.IsOther()) return;
+  fBus.SignalSeeked(positionMs);
+  PositionJumped(positionMs);
+}
+
+void TSonivoApp::PositionJumped(int32 positionMs) {
+  if (fWindow) fWindow->ShowPosition(positionMs);
 }
 
 void TSonivoApp::StateChanged() {
-  fState.isLoaded = fIsLoaded;
-  fState.isSearching = !fAwaited.empty();
-  fState.faults = fFaults.Text();
-  if (fIsSilent) fState.faults += (fState.faults.empty() ? "" : "\n") + std::string(kSilent);
-  fState.songs = fPlaylist.Songs();
-  fState.current = fPlaylist.Current();
-  Keep();
-  TPlayerState shown = fOther ? StateOfOther() : fState;
-  const TSong* const song = shown_song(shown);
-  shown.marksMs = song && song->played && cut_title(song->title) == fMarkedTitle ? fMarksMs : nullptr;
-  TellSong(shown);
-  if (fWindow == nullptr) return;
-  fWindow->ShowState(shown);
-  const std::string title = song ? "Sonivo – " + song->title : "Sonivo";
-  if (fWindow->Lock()) {
-    if (fWindow->Title() != title) fWindow->SetTitle(title.c_str());
-    fWindow->Unlock();
-  }
+  fSaver.NoteChanges(fSongs);
+  const TPlayerState state = State();
+  Publish(state);
+  if (fWindow) fWindow->ShowState(state);
 }
 
-void TSonivoApp::TellSong(const TPlayerState& shown) {
-  const TSong* const song = shown_song(shown);
-  const int32 playing = shown.isPlaying ? TInfoRecord::kPlaying : TInfoRecord::kPaused;
-  const int32 state = shown.isLoaded ? playing : TInfoRecord::kStopped;
+TPlayerState TSonivoApp::State() const {
+  TPlayerState state;
+  state.songs = fSongs.Songs();
+  state.current = fSongs.Current();
+  state.isSearching = fList.IsSearching();
+  state.plugins = fPlugins.Texts();
+  state.errors = fErrors.Text();
+  if (fOwn.HasNoDevice()) state.errors += (state.errors.empty() ? "" : "\n") + std::string(kSilent);
+  fSource.AddTo(&state);
+  state.marksMs = fMarks.Of(shown_song(state));
+  return state;
+}
+
+/** On the bus this player reports its own sound only: two players that were each other's source would loop. */
+TOwnStatus TSonivoApp::OwnStatus() const {
+  const TPlayback playback = fOwn.Playback();
+  TOwnStatus status;
+  status.canPlay = fSongs.Count() > 0 && !fSource.IsOther();
+  status.speedPercent = playback.speedPercent;
+  status.volumePercent = playback.volumePercent;
+  const TSong* const song = fSongs.CurrentSong();
+  if (song == nullptr || !playback.isLoaded || fSource.IsOther()) return status;
+  status.state = playback.isPlaying ? TInfoRecord::kPlaying : TInfoRecord::kPaused;
+  status.track = fOwn.LoadNumber();
+  status.title = song->title;
+  status.artist = song->artist;
+  status.path = song->path;
+  if (song->path == fCover.song) status.picture = fCover.file;
+  status.durationMs = playback.durationMs;
+  status.canGoNext = fSongs.Neighbour(1) >= 0;
+  status.canGoPrevious = true; // at least to its own beginning
+  return status;
+}
+
+void TSonivoApp::Publish(const TPlayerState& state) {
+  const TSong* const song = shown_song(state);
+  const int32 playing = state.isPlaying ? TInfoRecord::kPlaying : TInfoRecord::kPaused;
   // Until its tags are read a song has only its file's name, and front ends must not take that for another song.
-  fNowPlaying.Set(state, shown.durationMs, song && song->played ? song->title : std::string());
+  fNowPlaying.Set(state.isLoaded ? playing : TInfoRecord::kStopped, state.durationMs,
+                  song && song->played ? song->title : std::string());
   fBus.Show(OwnStatus());
-  TickWhilePlaying(shown.isPlaying);
+  // No wake-ups while the position does not change.
+  if (state.isPlaying && fWindow)
+    fPositionTimer.KeepRunning(kMsgTick, kPositionIntervalUs);
+  else
+    fPositionTimer.Stop();
 }
 
-/** Nobody is woken for a song that stands still. */
-void TSonivoApp::TickWhilePlaying(bool isPlaying) {
-  if (!isPlaying || fWindow == nullptr) return fTicker.reset();
-  if (fTicker) return;
-  const BMessage tick(kMsgTick);
-  fTicker = std::make_unique<BMessageRunner>(BMessenger(this), &tick, kTickUs);
+void TSonivoApp::SaveList() {
+  const TPlayback playback = fOwn.Playback();
+  if (!fSaver.Save(fSongs, playback.isLoaded ? fOwn.PositionMs() : 0, playback.volumePercent))
+    ErrorOccurred("Cannot save the playlist " + fSaver.Path());
+}
+
+/** Sent by an editor, too, that held up the closing and has saved its lyrics meanwhile: then it starts over. */
+bool TSonivoApp::QuitRequested() {
+  if (fWindow == nullptr) return true; // never shown, and without plug-ins then
+  PostMessage(kMsgWindowCloses);
+  return false;
+}
+
+void TSonivoApp::CloseRequested() {
+  display::post(raise_open_questions); // a window that asks closes only after the answer
+  if (fCloser.IsClosing()) return;
+  std::vector<BMessenger> others = WindowAddresses();
+  std::erase(others, BMessenger(fWindow));
+  fCloser.Ask(others);
+  EndIfAgreed();
+}
+
+/** The plug-ins go first, while this looper is alive and takes messages: they have filters in it. */
+void TSonivoApp::EndIfAgreed() {
+  if (!fCloser.TakeConsent()) return;
+  SaveList();
+  fStartTimer.Stop();
+  fPlugins.BeginEnd();
+  fPlugins.Proceed();
+  if (fPlugins.HasEnded()) EndAfterPlugins();
+}
+
+void TSonivoApp::EndAfterPlugins() {
+  if (fWindow->Lock()) fWindow->Quit();
+  fWindow = nullptr;
+  if (fHost->Lock()) fHost->Quit();
+  fHost = nullptr;
+  fBus.End();
+  fOwn.End();
+  if (!fPlugins.AreAllGone()) {
+    // Its threads and windows are still there, and nothing that they use may go before them.
+    log_error("player", "exiting without waiting for a plug-in that is not responding");
+    std::_Exit(EXIT_FAILURE);
+  }
+  display::quit();
+  Quit();
 }

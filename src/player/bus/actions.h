@@ -6,14 +6,14 @@
 #include <functional>
 #include <mutex>
 
-/** What is to be done on the thread on which this was made and whose event loop runs, in order. */
+/** Task queue of the thread that creates it: runs tasks in FIFO order in that thread's event loop. */
 class TActions : public QObject {
 public:
-  /** Any thread; does not wait. */
+  /** Thread-safe; does not wait. */
   void Do(std::function<void()> action);
   bool event(QEvent* event) override;
 
 private:
-  std::mutex fMutex; // guards the actions
+  std::mutex fMutex; // guards fActions
   std::deque<std::function<void()>> fActions;
 };

@@ -1,7 +1,6 @@
 #include "player/bus/bus.h"
 
 #include "platform/kernel/threads.h"
-
 #include "player/bus/actions.h"
 #include "player/bus/bus_link.h"
 
@@ -53,16 +52,18 @@ void TBus::Do(const std::function<void(TBusLink&)>& action) {
 }
 
 void TBus::Show(const TOwnStatus& status) {
+  fOwnerThread.Check();
   if (status == fStatus) return;
   fStatus = status;
   Do([status](TBusLink& link) { link.Show(status); });
 }
 
-void TBus::TellSeeked(int32 positionMs) {
-  Do([=](TBusLink& link) { link.TellSeeked(positionMs); });
+void TBus::SignalSeeked(int32 positionMs) {
+  Do([=](TBusLink& link) { link.SignalSeeked(positionMs); });
 }
 
 void TBus::Choose(const std::string& id) {
+  fOwnerThread.Check();
   Do([id](TBusLink& link) { link.Choose(id); });
 }
 
@@ -78,8 +79,9 @@ void TBus::SetPaused(bool paused) {
   });
 }
 
-/** It is taken to be there from now on, until it says otherwise: the next stamp must not have the time before. */
+/** The new position is assumed at once, so that the next time tag does not get the old one. */
 void TBus::SeekTo(int32 positionMs) {
+  fOwnerThread.Check();
   const int64 positionUs = int64{positionMs} * 1000;
   int64 byUs = 0;
   fOtherPosition->Change([&](TPositionEstimate& estimate) {

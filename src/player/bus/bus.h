@@ -3,6 +3,7 @@
 #include "platform/app/messenger.h"
 #include "player/bus/own_status.h"
 #include "player/bus/shared_position.h"
+#include "player/model/thread_checker.h"
 #include "player/sound/song_source.h"
 
 #include <functional>
@@ -14,28 +15,27 @@ class QEventLoop;
 class TActions;
 class TBusLink;
 
-/** The desktop's message bus: shows this player there, and takes another player there as the source of the song. What
-    the bus has to tell comes to the application as the messages of player/model/bus_messages.h. All of it happens on a
-    thread of its own, which begins with Start; no call waits. Owned and called by the application's thread, but for
-    PositionMs. */
+/** The desktop's message bus: publishes this player there (MPRIS), and follows another player there as the source of
+    the song. Reports to the application by the messages of player/model/bus_messages.h. Works on a thread of its own,
+    which Start begins; no call waits. Owned and called by the application's thread; PositionMs by any thread. */
 class TBus : public TSongControl {
 public:
-  /** `ownPositionMs` is called on the bus's thread until the end. */
+  /** `ownPositionMs` is called on the bus's thread until End returns. */
   TBus(const BMessenger& player, std::function<int32()> ownPositionMs);
   ~TBus() override;
 
   void Start();
-  /** Waits until nothing is asked of `ownPositionMs` any more. */
+  /** Joins the thread. */
   void End();
   void Show(const TOwnStatus& status);
-  void TellSeeked(int32 positionMs);
+  void SignalSeeked(int32 positionMs);
 
-  /** The other player whose song counts; empty for none. */
+  /** Follows the other player with that id; empty for none. */
   void Choose(const std::string& id);
-  /** The other player's song to the next (1) or the one before (-1). */
+  /** Skips to the other player's next (1) or previous (-1) song. */
   void Skip(int direction);
 
-  // The other player's sound.
+  // Controls of the other player.
   void SetPaused(bool paused) override;
   void SeekTo(int32 positionMs) override;
   void SetSpeed(double speed) override;
@@ -46,13 +46,14 @@ private:
   void Run(std::promise<TActions*>* started);
   void Do(const std::function<void(TBusLink&)>& action);
 
+  TThreadChecker fOwnerThread;
   const BMessenger fPlayer;
   const std::function<int32()> fOwnPositionMs;
   const std::shared_ptr<TSharedPosition> fOtherPosition;
   TOwnStatus fStatus;
   std::thread fThread;
-  TActions* fActions = nullptr; // from the start to the end
-  // The thread's own.
+  TActions* fActions = nullptr; // between Start and End
+  // Used by the bus's thread only.
   QEventLoop* fLoop = nullptr;
   std::unique_ptr<TBusLink> fLink;
 };

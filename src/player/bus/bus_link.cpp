@@ -20,20 +20,20 @@ namespace {
 
 const QString kLocalPath = QStringLiteral("/org/freedesktop/DBus/Local");
 const QString kLocal = QStringLiteral("org.freedesktop.DBus.Local");
-/** Exponential back-off: a restarted bus is back soon; one that went with its session costs next to nothing. */
+/** Exponential back-off: quick after a restart of the bus, cheap after the end of its session. */
 constexpr int kFirstRetryMs = 250;
 constexpr int kLongestRetryMs = 30000;
 
-/** The library keeps connections by name; every link has its own. */
+/** Qt identifies connections by name, so every link needs its own. */
 QString connection_name() {
   static std::atomic<int> links{0};
   return QStringLiteral("sonivo-%1").arg(++links);
 }
 
-/** Empty where there is no bus: the library would start one of its own. */
+/** Empty if there is no bus: Qt would launch one. */
 QString bus_address() {
-  QString told = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-  if (!told.isEmpty()) return told;
+  QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+  if (!address.isEmpty()) return address;
   const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus";
   return QFileInfo::exists(socket) ? "unix:path=" + socket : QString();
 }
@@ -55,7 +55,7 @@ TBusLink::~TBusLink() {
   if (fBus) Leave();
 }
 
-/** Questions that are on their way to the object hold on to a connection that must still be there. */
+/** Calls that are queued for the object refer to the connection: they are dropped before it goes. */
 void TBusLink::Leave() {
   fOther.reset();
   fList.reset();
@@ -80,20 +80,21 @@ void TBusLink::Connect() {
   fBus->registerVirtualObject(mpris::kPath, fObject.get());
   fObject->Show(fStatus, *fBus);
   ClaimName();
-  fList = std::make_unique<TPlayerList>(*fBus, [this](const TPlayerList::TPlayers& players) { TellPlayers(players); });
+  fList =
+      std::make_unique<TPlayerList>(*fBus, [this](const TPlayerList::TPlayers& players) { ReportPlayers(players); });
 }
 
 /** Only the first failure is reported to the application and the log. */
 void TBusLink::RetryLater(const std::string& logged) {
   if (fRetryMs == 0) {
     if (!logged.empty()) log_error("bus", logged);
-    TellUnreachable();
+    ReportUnreachable();
   }
   fRetryMs = std::clamp(fRetryMs * 2, kFirstRetryMs, kLongestRetryMs);
   fRetry.start(fRetryMs);
 }
 
-/** A second player of this user is found under a name of its own. */
+/** A second instance of this player gets a name of its own. */
 void TBusLink::ClaimName() {
   const QString name = mpris::kServicePrefix + "sonivo";
   if (fBus->registerService(name)) return;
@@ -110,8 +111,8 @@ void TBusLink::Show(const TOwnStatus& status) {
   if (fBus) fObject->Show(status, *fBus);
 }
 
-void TBusLink::TellSeeked(int32 positionMs) {
-  if (fBus) fObject->TellSeeked(positionMs, *fBus);
+void TBusLink::SignalSeeked(int32 positionMs) {
+  if (fBus) fObject->SignalSeeked(positionMs, *fBus);
 }
 
 void TBusLink::Choose(const std::string& id) {
@@ -120,10 +121,10 @@ void TBusLink::Choose(const std::string& id) {
   if (id.empty() || !fBus) return;
   fOther = std::make_unique<TOtherPlayer>(
       *fBus, QString::fromStdString(id), fOtherPosition,
-      [this, id](const TOtherSong& song, bool isSilent) { TellOther(id, song, isSilent); });
+      [this, id](const TOtherSong& song, bool isSilent) { ReportOther(id, song, isSilent); });
 }
 
-void TBusLink::TellPlayers(const TPlayerList::TPlayers& players) const {
+void TBusLink::ReportPlayers(const TPlayerList::TPlayers& players) const {
   BMessage message(kMsgBusPlayers);
   message.AddBool("reachable", true);
   for (const auto& [id, name] : players) {
@@ -133,13 +134,13 @@ void TBusLink::TellPlayers(const TPlayerList::TPlayers& players) const {
   fPlayer.SendMessage(&message, BMessenger(), 0);
 }
 
-void TBusLink::TellUnreachable() const {
+void TBusLink::ReportUnreachable() const {
   BMessage message(kMsgBusPlayers);
   message.AddBool("reachable", false);
   fPlayer.SendMessage(&message, BMessenger(), 0);
 }
 
-void TBusLink::TellOther(const std::string& id, const TOtherSong& song, bool isSilent) const {
+void TBusLink::ReportOther(const std::string& id, const TOtherSong& song, bool isSilent) const {
   BMessage message(kMsgBusOtherIs);
   message.AddString("id", id);
   message.AddString("title", song.title);

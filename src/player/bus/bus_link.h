@@ -10,8 +10,8 @@
 #include <memory>
 #include <optional>
 
-/** The player's connection to the desktop's message bus, and all that hangs on it. Lives on the bus's thread, which may
-    wait for the bus; tells the application by messages. */
+/** The connection to the desktop's message bus, and the objects that depend on it; reconnects with exponential
+    back-off. Lives on the bus's thread, which may block on the bus; reports to the application by messages. */
 class TBusLink : public QObject {
   Q_OBJECT
 public:
@@ -20,10 +20,10 @@ public:
 
   void Connect();
   void Show(const TOwnStatus& status);
-  void TellSeeked(int32 positionMs);
-  /** Empty: follow no other player. */
+  void SignalSeeked(int32 positionMs);
+  /** Empty to follow no other player. */
   void Choose(const std::string& id);
-  /** Null while none is followed. */
+  /** Null while no other player is followed. */
   TOtherPlayer* Other() { return fOther.get(); }
 
 private slots:
@@ -33,15 +33,15 @@ private:
   void Leave();
   void RetryLater(const std::string& logged);
   void ClaimName();
-  void TellPlayers(const TPlayerList::TPlayers& players) const;
-  void TellUnreachable() const;
-  void TellOther(const std::string& id, const TOtherSong& song, bool isSilent) const;
+  void ReportPlayers(const TPlayerList::TPlayers& players) const;
+  void ReportUnreachable() const;
+  void ReportOther(const std::string& id, const TOtherSong& song, bool isSilent) const;
 
   const BMessenger fPlayer;
   const QString fConnection;
   TSharedPosition* const fOtherPosition;
   std::unique_ptr<TPlayerObject> fObject;
-  std::optional<QDBusConnection> fBus; // until the bus is found, and after it was lost
+  std::optional<QDBusConnection> fBus; // empty while disconnected
   std::unique_ptr<TPlayerList> fList;
   std::unique_ptr<TOtherPlayer> fOther;
   TOwnStatus fStatus;

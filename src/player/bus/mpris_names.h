@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/** The names that media players on the desktop's message bus have agreed on. */
+/** Names of the MPRIS specification for media players on the message bus. */
 namespace mpris {
 inline const QString kServicePrefix = QStringLiteral("org.mpris.MediaPlayer2.");
 inline const QString kPath = QStringLiteral("/org/mpris/MediaPlayer2");

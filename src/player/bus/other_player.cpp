@@ -11,8 +11,8 @@
 namespace {
 
 constexpr int kAnswerLimitMs = 1000;
-constexpr int kSilentAfter = 3; // questions in a row
-/** For players that keep changes to themselves. */
+constexpr int kSilentAfter = 3; // consecutive time-outs
+/** For players that do not signal changes. */
 constexpr bigtime_t kAskAllEveryUs = 5000000;
 
 } // namespace
@@ -46,12 +46,12 @@ void TOtherPlayer::AskAll(TakePosition takePosition) {
     if (properties.isError()) return;
     if (takePosition == TakePosition::no || !properties.value().contains("Position")) return Take(properties.value());
     TakeQuietly(properties.value());
-    // Whoever is told may look at the position at once, and of a song that is paused never again.
-    TellMovedTo(properties.value()["Position"].toLongLong());
+    // The position before the report: a listener may read it right away, and never again while the song is paused.
+    MovedTo(properties.value()["Position"].toLongLong());
   });
 }
 
-/** One question at a time: the player's answer, or its silence, brings the next. */
+/** One call at a time: the answer or its time-out schedules the next. */
 void TOtherPlayer::AskPosition() {
   if (fIsAsking) return;
   fIsAsking = true;
@@ -86,7 +86,7 @@ void TOtherPlayer::Heard(bool answered) {
   const bool isSilent = fUnanswered >= kSilentAfter;
   const bool wasSilent = std::exchange(fIsSilent, isSilent);
   if (isSilent == wasSilent) return;
-  // Nobody knows where its song is; it is taken to stand where it was last reckoned.
+  // The position is unknown: it stays at the last estimate.
   const bool isPlaying = !isSilent && fSong.state == TInfoRecord::kPlaying;
   fPosition->Change([&](TPositionEstimate& estimate) { estimate.SetPlaying(system_time(), isPlaying); });
   fChanged(fSong, isSilent);
@@ -101,10 +101,10 @@ void TOtherPlayer::PropertiesChanged(const QString& interface, const QVariantMap
 }
 
 void TOtherPlayer::Seeked(qlonglong positionUs) {
-  TellMovedTo(positionUs);
+  MovedTo(positionUs);
 }
 
-void TOtherPlayer::TellMovedTo(int64 positionUs) {
+void TOtherPlayer::MovedTo(int64 positionUs) {
   fPosition->Change([&](TPositionEstimate& estimate) { estimate.Begin(system_time(), positionUs); });
   fChanged(fSong, fIsSilent);
   AskSoon();
@@ -150,7 +150,7 @@ void TOtherPlayer::SeekTo(int64 positionUs, int64 byUs) {
   if (!fSong.canSeek) return;
   const QDBusObjectPath track(QString::fromStdString(fSong.trackId));
   if (!track.path().isEmpty()) return Send("SetPosition", {QVariant::fromValue(track), qlonglong{positionUs}});
-  Send("Seek", {qlonglong{byUs}}); // it has no name for its song, and can only be moved by the difference
+  Send("Seek", {qlonglong{byUs}}); // without a track id only relative seeks are possible
 }
 
 void TOtherPlayer::SetRate(double rate) {

@@ -11,23 +11,23 @@
 
 class QDBusPendingCallWatcher;
 
-/** One other player, followed: its song, its state, and its position as long as somebody wants to know. Nothing here
-    waits for it; what it does not answer in time counts as silence. On the bus's thread. */
+/** Follows another player: its song, its state and, while somebody reads it, its position. All calls are asynchronous;
+    an answer that is overdue counts as none. Lives on the bus's thread. */
 class TOtherPlayer : public QObject {
   Q_OBJECT
 public:
-  /** `changed` gets the song and whether the player has fallen silent. */
+  /** `isSilent`: the player does not answer any more. */
   using TChanged = std::function<void(const TOtherSong& song, bool isSilent)>;
   TOtherPlayer(const QDBusConnection& bus, const QString& id, TSharedPosition* position, TChanged changed);
 
-  // Wishes; those that the player says it cannot fulfil are left.
+  // Commands; those that the player says it does not support are not sent.
   void SetPaused(bool paused);
-  /** To there, which is so far from where it is. */
+  /** `byUs` is the same seek relative to the current position. */
   void SeekTo(int64 positionUs, int64 byUs);
   void SetRate(double rate);
   void SetVolume(double volume);
   void Skip(int direction);
-  /** Somebody wants to know the position. */
+  /** The position is needed again. */
   void AskSoon();
 
 private slots:
@@ -44,7 +44,7 @@ private:
   void AskPosition();
   void Take(const QVariantMap& properties);
   void TakeQuietly(const QVariantMap& properties);
-  void TellMovedTo(int64 positionUs);
+  void MovedTo(int64 positionUs);
   void Heard(bool answered);
   void Plan();
 

@@ -20,7 +20,7 @@ std::string text_of(const QVariant& value) {
   return std::string(cut_text(value.toString().toStdString()));
 }
 
-/** Some players write an artist where a list of them belongs. */
+/** Some players send a string instead of a list. */
 std::string joined(const QVariant& value) {
   const QStringList texts = value.userType() == qMetaTypeId<QDBusArgument>()
                                 ? qdbus_cast<QStringList>(value.value<QDBusArgument>())
@@ -32,7 +32,7 @@ std::string track_of(const QVariant& value) {
   return value.canConvert<QDBusObjectPath>() ? text_of(value.value<QDBusObjectPath>().path()) : text_of(value);
 }
 
-/** Some players tell the plain path where a URL belongs. */
+/** Some players send a plain path instead of a URL. */
 std::string path_of(const QVariant& value) {
   return local_path(value.toString().toStdString());
 }

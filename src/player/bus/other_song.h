@@ -6,13 +6,13 @@
 
 #include <string>
 
-/** What another player on the bus tells of itself. */
+/** The state of another player on the bus, as it reports it. */
 struct TOtherSong {
   int32 state = TInfoRecord::kStopped;
-  std::string title; // the file's name where the player is silent
+  std::string title; // the file name if the player reports none
   std::string artist;
-  std::string path;     // empty for what is no file of this machine
-  std::string trackId;  // by which the player knows the song; may be no valid object path
+  std::string path;     // empty if it is no local file
+  std::string trackId;  // may be no valid object path
   int64 durationUs = 0; // 0: unknown
   double rate = 1;
   double volume = 1;
@@ -22,10 +22,10 @@ struct TOtherSong {
 
   bool operator==(const TOtherSong&) const = default;
   bool IsSameTrack(const TOtherSong& other) const {
-    // Titles come late and change while a station plays; without a file they are all there is.
+    // Titles arrive late and change on radio streams: only used if there is no file to compare.
     return trackId == other.trackId && path == other.path && (!path.empty() || title == other.title);
   }
 };
 
-/** Takes over what the properties say; what they do not mention, or tell in another type, stays. */
+/** Stores the properties that are present and have the expected type. */
 void take_properties(TOtherSong* song, const QVariantMap& properties);

@@ -7,8 +7,8 @@
 /** The properties of the interface org.mpris.MediaPlayer2. */
 QVariantMap root_properties();
 
-/** Those of org.mpris.MediaPlayer2.Player, all but Position, whose changes are not told. */
+/** The properties of org.mpris.MediaPlayer2.Player except Position, which has no change signal. */
 QVariantMap player_properties(const TOwnStatus& status);
 
-/** The song's object path on the bus. */
+/** The song's object path, its "mpris:trackid". */
 QString track_path(int64 track);

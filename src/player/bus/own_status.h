@@ -4,14 +4,14 @@
 
 #include <string>
 
-/** What the player tells the desktop of itself. */
+/** This player's state as published on the bus. */
 struct TOwnStatus {
   int32 state = TInfoRecord::kStopped;
-  int64 track = 0; // another number for every load; 0: no song
+  int64 track = 0; // differs for each load; 0 for no song
   std::string title;
   std::string artist;
   std::string path;
-  std::string picture; // a file; empty: none is known
+  std::string picture; // cover file; empty if unknown
   int32 durationMs = 0;
   int32 speedPercent = 100;
   int32 volumePercent = 100;

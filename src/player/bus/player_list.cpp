@@ -31,13 +31,13 @@ TPlayerList::TPlayerList(const QDBusConnection& bus, std::function<void(const TP
     for (const QString& name : names.value()) {
       if (name.startsWith(mpris::kServicePrefix)) AskOwner(name);
     }
-    Tell(); // that the bus can be reached, should no player be there
+    Report(); // the bus can be reached, even if no player is there
   });
 }
 
 void TPlayerList::OwnerChanged(const QString& name, const QString& before, const QString& now) {
   if (!name.startsWith(mpris::kServicePrefix)) return;
-  if (!before.isEmpty() && fPlayers.erase(part_of(name)) > 0) Tell();
+  if (!before.isEmpty() && fPlayers.erase(part_of(name)) > 0) Report();
   if (!now.isEmpty()) Add(name, now);
 }
 
@@ -50,19 +50,19 @@ void TPlayerList::AskOwner(const QString& name) {
     const QDBusPendingReply<QString> owner = *finished;
     --fAwaitedOwners;
     if (!owner.isError()) Add(name, owner.value());
-    Tell();
+    Report();
   });
 }
 
 void TPlayerList::Add(const QString& name, const QString& owner) {
   if (owner == fBus.baseService()) return;
-  fPlayers[part_of(name)] = {owner, part_of(name)}; // until it has said what it is called, should it ever
-  Tell();
+  fPlayers[part_of(name)] = {owner, part_of(name)}; // until it reports its identity, if ever
+  Report();
   AskIdentity(name);
 }
 
-/** A player that has two names is listed once, under the shorter. */
-void TPlayerList::Tell() const {
+/** A player with two bus names is listed once, under the shorter one. */
+void TPlayerList::Report() const {
   if (fAwaitedOwners > 0) return;
   TPlayers players;
   QString lastOwner;
@@ -85,6 +85,6 @@ void TPlayerList::AskIdentity(const QString& name) {
     const QString shown = identity.value().variant().toString().simplified();
     if (shown.isEmpty() || shown == player->second.shown) return;
     player->second.shown = shown;
-    Tell();
+    Report();
   });
 }

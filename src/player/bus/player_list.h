@@ -10,7 +10,7 @@
 class TPlayerList : public QObject {
   Q_OBJECT
 public:
-  /** From the bus name's own part ("vlc") to the name that the player shows itself under. */
+  /** From the bus name without its prefix ("vlc") to the name shown to the user. */
   using TPlayers = std::map<QString, QString>;
 
   TPlayerList(const QDBusConnection& bus, std::function<void(const TPlayers&)> changed);
@@ -19,7 +19,7 @@ private slots:
   void OwnerChanged(const QString& name, const QString& before, const QString& now);
 
 private:
-  void Tell() const;
+  void Report() const;
   void Add(const QString& name, const QString& owner);
   void AskOwner(const QString& name);
   void AskIdentity(const QString& name);
@@ -31,5 +31,5 @@ private:
   };
   const std::function<void(const TPlayers&)> fChanged;
   std::map<QString, TPlayer> fPlayers;
-  int fAwaitedOwners = 0; // of those that were there before
+  int fAwaitedOwners = 0; // answers missing for the names listed at the start
 };

@@ -16,7 +16,7 @@
 
 namespace {
 
-/** For whoever asks what can be asked; the properties are those that GetAll gives. */
+/** Introspection data; the properties are those that GetAll returns. */
 const char* const kDescription = R"(
 <interface name="org.mpris.MediaPlayer2">
   <method name="Raise"/><method name="Quit"/>
@@ -90,7 +90,7 @@ void TPlayerObject::Show(const TOwnStatus& status, const QDBusConnection& bus) {
   bus.send(news << mpris::kPlayer << changed << QStringList());
 }
 
-void TPlayerObject::TellSeeked(int32 positionMs, const QDBusConnection& bus) const {
+void TPlayerObject::SignalSeeked(int32 positionMs, const QDBusConnection& bus) const {
   QDBusMessage news = QDBusMessage::createSignal(mpris::kPath, mpris::kPlayer, "Seeked");
   bus.send(news << qlonglong{positionMs} * 1000);
 }
@@ -104,7 +104,7 @@ QString TPlayerObject::introspect(const QString& path) const {
   return path == mpris::kPath ? QString::fromLatin1(kDescription) : QString();
 }
 
-/** An invalid message for what is not known here: the caller is told so. */
+/** Invalid for an unknown method: the caller gets an error then. */
 QDBusMessage TPlayerObject::Answer(const QDBusMessage& call) {
   const QString interface = call.interface();
   if (interface == mpris::kProperties) return AnswerProperties(call);
@@ -185,7 +185,7 @@ bool TPlayerObject::DoPlayer(const QString& method, const QVariantList& argument
   return true;
 }
 
-/** A wish for a song that is over, or for a place outside the song, is none. */
+/** Requests for a previous song, or a position outside the song, are ignored. */
 void TPlayerObject::SetPosition(const QVariantList& arguments) const {
   const QString track = arguments.value(0).value<QDBusObjectPath>().path();
   const int32 positionMs = to_ms(arguments.value(1).toLongLong());

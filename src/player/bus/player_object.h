@@ -9,15 +9,15 @@
 
 #include <functional>
 
-/** The player as others on the bus see it: answers for the object that every media player has, and tells what changed.
-    What is wished becomes messages to the application. On the bus's thread. */
+/** This player's MPRIS object: answers calls and signals changes. Requests become messages to the application. Lives on
+    the bus's thread. */
 class TPlayerObject : public QDBusVirtualObject {
 public:
   TPlayerObject(const BMessenger& player, std::function<int32()> positionMs);
 
-  /** Tells what is different from last time. */
+  /** Signals the properties that differ from the last call. */
   void Show(const TOwnStatus& status, const QDBusConnection& bus);
-  void TellSeeked(int32 positionMs, const QDBusConnection& bus) const;
+  void SignalSeeked(int32 positionMs, const QDBusConnection& bus) const;
 
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override;
   QString introspect(const QString& path) const override;

@@ -8,21 +8,21 @@ namespace {
 
 constexpr bigtime_t kBurstEveryUs = 8000;
 constexpr int kFewestOfBurst = 3;
-constexpr int kMostOfBurst = 45; // more than the slowest usual renewal, a quarter of a second
+constexpr int kMostOfBurst = 45; // longer than the usual update interval of 250 ms
 constexpr bigtime_t kFirstPauseUs = 100000;
 constexpr bigtime_t kLaterPauseUs = 1200000;
 constexpr bigtime_t kIdleEveryUs = 1000000;
-/** Where a renewal is foreseen, the burst begins this long before it. */
+/** A burst starts this long before a predictable update. */
 constexpr bigtime_t kBeforeChangeUs = 16000;
 constexpr int64 kForeseeableStepUs = 60000;
-/** Longer than the second of players that tell whole seconds. */
-constexpr bigtime_t kStandsAfterUs = 2500000;
+/** More than the second of players that report whole seconds. */
+constexpr bigtime_t kStalledAfterUs = 2500000;
 constexpr int64 kJumpUs = 400000;
 constexpr int64 kLargestStepUs = 1100000;
-/** An answer that took longer may be from anywhere in that time. */
+/** A slower answer is too imprecise: it may be from any moment of its round trip. */
 constexpr bigtime_t kSlowUs = 50000;
-constexpr size_t kLines = 8;       // about ten seconds of them
-constexpr size_t kEnoughLines = 4; // from here on one of them may be astray
+constexpr size_t kLines = 8;       // about ten seconds
+constexpr size_t kEnoughLines = 4; // to discard one as an outlier
 constexpr size_t kNewLines = 2;
 constexpr double kMovedUs = 30000;
 
@@ -38,14 +38,14 @@ int64 TPositionEstimate::Bounded(double positionUs) const {
 }
 
 int64 TPositionEstimate::PositionUs(bigtime_t nowUs) const {
-  if (!fIsPlaying || fStands) return Bounded(fBaseUs);
+  if (!fIsPlaying || fIsStalled) return Bounded(fBaseUs);
   return Bounded(fBaseUs + fRate * static_cast<double>(nowUs - fBaseAtUs));
 }
 
 void TPositionEstimate::ForgetAnswers() {
-  fStands = false;
+  fIsStalled = false;
   fLastUs.reset();
-  fAstray.reset();
+  fJumpLine.reset();
   fAsked = 0;
   fNextBurstUs = 0;
   fBurstHasBest = false;
@@ -83,7 +83,7 @@ void TPositionEstimate::Take(const TPositionAnswer& answer) {
   if (isSame) {
     TakeSame(answer);
   } else if (isFirst && fLines.empty()) {
-    // Whether it moves is not known yet. Right after a seek the answer may still be from before it.
+    // Not known yet whether it moves. Right after a seek the answer may still be from before it.
     fChangedAtUs = atUs;
     IsJump(atUs, positionUs);
   } else if (!IsJump(atUs, positionUs) || fLines.empty()) {
@@ -94,7 +94,7 @@ void TPositionEstimate::Take(const TPositionAnswer& answer) {
   if (fAsked >= kMostOfBurst) EndBurst(atUs, false);
 }
 
-/** A player that tells whole seconds knows less than what was reckoned while it played. */
+/** Whole seconds are less precise than the estimate from when it played. */
 void TPositionEstimate::TakePaused(int64 positionUs) {
   const bool isWholeSecond = positionUs % 1000000 == 0;
   const double aheadUs = fBaseUs - static_cast<double>(positionUs);
@@ -103,8 +103,8 @@ void TPositionEstimate::TakePaused(int64 positionUs) {
 }
 
 void TPositionEstimate::TakeSame(const TPositionAnswer& answer) {
-  if (answer.answeredUs - fChangedAtUs < kStandsAfterUs) return;
-  fStands = true;
+  if (answer.answeredUs - fChangedAtUs < kStalledAfterUs) return;
+  fIsStalled = true;
   fLines.clear();
   fBaseUs = static_cast<double>(*fLastUs);
 }
@@ -113,26 +113,26 @@ void TPositionEstimate::TakeMoved(bigtime_t atUs, int64 positionUs) {
   const bigtime_t gapUs = atUs - fLastAtUs;
   const bool isSharp = gapUs <= 3 * kBurstEveryUs;
   if (isSharp && fLastUs && positionUs > *fLastUs) fStepUs = std::min(positionUs - *fLastUs, kLargestStepUs);
-  fStands = false;
+  fIsStalled = false;
   fChangedAtUs = atUs;
-  // What was renewed some time before it was seen says no more than that the song is not behind it.
+  // A stale sample is only a lower bound for the position.
   const double origin = OriginOf(atUs, positionUs);
   if (isSharp || fLines.empty() || origin > OriginOf(0, PositionUs(0))) NoteLine(origin);
   if (isSharp && fAsked >= kFewestOfBurst) EndBurst(atUs, true);
 }
 
-/** True for an answer far from what was reckoned: the second that agrees with it is believed. */
+/** True for an answer far from the estimate; a second one that agrees with it is taken for a seek. */
 bool TPositionEstimate::IsJump(bigtime_t atUs, int64 positionUs) {
   const int64 aheadUs = positionUs - PositionUs(atUs);
   const int64 behindUs = kJumpUs + (fStepUs > 0 ? fStepUs : kLargestStepUs);
   if (aheadUs <= kJumpUs && aheadUs >= -behindUs) {
-    fAstray.reset();
+    fJumpLine.reset();
     return false;
   }
   const double origin = OriginOf(atUs, positionUs);
-  const bool isConfirmed = fAstray && std::abs(*fAstray - origin) < static_cast<double>(behindUs);
+  const bool isConfirmed = fJumpLine && std::abs(*fJumpLine - origin) < static_cast<double>(behindUs);
   if (isConfirmed) Begin(atUs, positionUs);
-  fAstray = origin;
+  fJumpLine = origin;
   return true;
 }
 
@@ -149,7 +149,7 @@ void TPositionEstimate::NoteLine(double originUs) {
 }
 
 void TPositionEstimate::FollowLines() {
-  // The newest ones all lie behind the older: the song was set back a little, or runs slower than told.
+  // The newest lines are all behind the older ones: a small seek back, or slower than the reported rate.
   if (fLines.size() > kNewLines) {
     const auto newest = fLines.end() - static_cast<std::ptrdiff_t>(kNewLines);
     const auto [least, most] = std::minmax_element(newest, fLines.end());
@@ -175,6 +175,6 @@ void TPositionEstimate::EndBurst(bigtime_t nowUs, bool sawChange) {
 
 bigtime_t TPositionEstimate::NextQuestionUs(bigtime_t nowUs) const {
   if (!fIsPlaying) return nowUs + kIdleEveryUs;
-  if (fStands) return nowUs + kFirstPauseUs;
+  if (fIsStalled) return nowUs + kFirstPauseUs;
   return std::max(nowUs + kBurstEveryUs, fNextBurstUs);
 }

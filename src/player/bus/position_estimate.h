@@ -5,30 +5,30 @@
 #include <deque>
 #include <optional>
 
-/** One question for a player's position. Times in µs of the monotonic clock, the position in µs of the song. */
+/** One poll of a player's position. Times in µs of the monotonic clock, the position in µs of the song. */
 struct TPositionAnswer {
   bigtime_t askedUs;
   bigtime_t answeredUs;
   int64 positionUs;
 };
 
-/** Where another player's song is, reckoned from answers that may be old, rounded or wrong.
-    Players renew the position they tell only now and then (every 40 ms, every quarter of a second, every second), so an
-    answer is seldom ahead of the song and mostly behind it; right after it was renewed it is true. So questions come in
-    bursts that last until the answer changes, and of the lines that the answers give the foremost counts, less one that
-    may be astray. Pure; one thread at a time. */
+/** Estimates the position of another player's song from answers that may be stale, rounded or wrong.
+    Players update the position they report only every 40 ms, 250 ms or second, so an answer is mostly behind the song,
+    and correct right after an update. Polling therefore comes in bursts that last until the answer changes. Each burst
+    yields a line (the extrapolated position at clock time 0); the estimate follows the foremost line, or the second
+    foremost once there are enough lines to discard an outlier. Pure; not thread-safe. */
 class TPositionEstimate {
 public:
-  /** The song is there now, or was sought to there: what was known or asked before is void. */
+  /** The song is now at that position, or was sought to it: discards all answers, also those still to come. */
   void Begin(bigtime_t nowUs, int64 positionUs);
   void SetPlaying(bigtime_t nowUs, bool isPlaying);
   void SetRate(bigtime_t nowUs, double rate);
-  /** 0: unknown, and nothing bounds the position. */
+  /** 0 if unknown: the position is unbounded. */
   void SetDuration(int64 durationUs) { fDurationUs = durationUs; }
   void Take(const TPositionAnswer& answer);
 
   int64 PositionUs(bigtime_t nowUs) const;
-  /** When the next question would tell most. */
+  /** When the next poll is most informative. */
   bigtime_t NextQuestionUs(bigtime_t nowUs) const;
 
 private:
@@ -44,23 +44,23 @@ private:
   int64 Bounded(double positionUs) const;
 
   bool fIsPlaying = false;
-  bool fStands = false; // said to play, yet its position does not move
+  bool fIsStalled = false; // reported as playing, but the position does not move
   double fRate = 1;
   int64 fDurationUs = 0;
   // position = fBaseUs + rate * (now - fBaseAtUs) while the song moves, else fBaseUs
   bigtime_t fBaseAtUs = 0;
   double fBaseUs = 0;
   bigtime_t fBeganUs = 0;
-  // Of the answers since the last beginning:
-  std::optional<int64> fLastUs;  // the last one
-  bigtime_t fLastAtUs = 0;       // when it was given
-  bigtime_t fChangedAtUs = 0;    // when the answer was last another
-  int64 fStepUs = 0;             // by how much the player moves what it tells; 0: not seen yet
-  std::optional<double> fAstray; // the line of an answer far from all others
-  int fAsked = 0;                // questions of this burst
+  // The answers since Begin:
+  std::optional<int64> fLastUs;    // the last answer
+  bigtime_t fLastAtUs = 0;         // its time
+  bigtime_t fChangedAtUs = 0;      // when the answer last changed
+  int64 fStepUs = 0;               // update interval of the reported position; 0 if unknown
+  std::optional<double> fJumpLine; // line of an answer far from the estimate
+  int fAsked = 0;                  // polls of this burst
   bigtime_t fNextBurstUs = 0;
   double fBurstBest = 0;
   bool fBurstHasBest = false;
-  /** The foremost line of each of the last bursts: where the song would be at time 0 of the clock. */
+  /** The foremost line of each recent burst. */
   std::deque<double> fLines;
 };

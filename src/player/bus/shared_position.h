@@ -5,20 +5,20 @@
 #include <functional>
 #include <mutex>
 
-/** The position of another player's song, reckoned on the bus's thread and read by any. Whoever reads it is what keeps
-    the questions to that player going. */
+/** The estimated position of another player's song: updated on the bus's thread, read on any. The other player is
+    polled only while somebody reads. Thread-safe. */
 class TSharedPosition {
 public:
-  /** `wake` is called, on a reading thread, when somebody reads after nobody did for a while. */
+  /** `wake` is called on the reading thread by the first read after a pause in reading. */
   void OnNeed(std::function<void()> wake);
   void Change(const std::function<void(TPositionEstimate&)>& change);
   int32 PositionMs();
 
-  /** -1: nobody has read lately, so nothing need be asked. */
+  /** Time of the next poll; -1 if nobody has read lately. */
   bigtime_t NextQuestionUs();
 
 private:
-  std::mutex fMutex; // guards all
+  std::mutex fMutex; // guards fEstimate, fWake, fReadUs, fIsAsleep
   TPositionEstimate fEstimate;
   std::function<void()> fWake;
   bigtime_t fReadUs = 0;

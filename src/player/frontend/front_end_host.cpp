@@ -7,7 +7,7 @@
 
 #include <unistd.h>
 
-// Each player's own: after a handshake a front end never talks to another one by mistake.
+// The signature is unique per process: after the handshake a front end cannot reach another player by mistake.
 TFrontEndHost::TFrontEndHost(const TNowPlaying* nowPlaying)
     : BLooper("Sonivo Host", B_REAL_TIME_DISPLAY_PRIORITY), fNowPlaying(nowPlaying),
       fSignature("application/x-vnd.Marvik-Sonivo-Host-" + std::to_string(getpid())) {
@@ -16,6 +16,15 @@ TFrontEndHost::TFrontEndHost(const TNowPlaying* nowPlaying)
 
 TFrontEndHost::~TFrontEndHost() {
   be_roster->RemoveName(fSignature.c_str());
+}
+
+void TFrontEndHost::AnswerHandshake(const BMessage& handshake) const {
+  BMessage answer(kMsgHostHandshake);
+  if (handshake.IsSourceRemote())
+    answer.AddString("Signature", fSignature);
+  else
+    answer.AddMessenger("Msgr", BMessenger(this));
+  handshake.SendReply(&answer);
 }
 
 void TFrontEndHost::MessageReceived(BMessage* message) {

@@ -6,14 +6,15 @@
 
 class TNowPlaying;
 
-/** Answers the front ends' questions for the information record, on a thread that does nothing else, so that the
-    position in the answer is that of the moment of the question. */
+/** Answers requests for the information record on a dedicated thread, so that the position in the answer is current. */
 class TFrontEndHost : public BLooper {
 public:
   explicit TFrontEndHost(const TNowPlaying* nowPlaying);
   ~TFrontEndHost() override;
   void MessageReceived(BMessage* message) override;
-  /** A signature that reaches this looper from every process, where a messenger is good in its own process only. */
+  /** Answers kMsgHostHandshake: a front end learns how to reach this looper. Any thread. */
+  void AnswerHandshake(const BMessage& handshake) const;
+  /** Addresses this looper from any process; a messenger is valid in its own process only. */
   const std::string& Signature() const { return fSignature; }
 
 private:

@@ -22,7 +22,7 @@ constexpr std::string_view kFile = "file://";
 
 std::string as_utf8(std::string_view bytes) {
   const QByteArrayView view(bytes.data(), static_cast<qsizetype>(bytes.size()));
-  QStringDecoder decoder(QStringDecoder::Utf8); // takes a byte-order mark away
+  QStringDecoder decoder(QStringDecoder::Utf8); // strips a byte order mark
   const QString text = decoder(view);
   return (decoder.hasError() ? QString::fromLatin1(view) : text).toStdString();
 }
@@ -34,21 +34,21 @@ std::string_view trimmed(std::string_view line) {
   return line;
 }
 
-/** What the lines before a song say of it. */
-struct TSaid {
+/** Metadata from the directives before a song. */
+struct TDirectives {
   std::string title;
   std::string artist;
   int32 durationMs = 0;
 };
 
-void read_info(std::string_view info, TSaid* said) {
+void read_info(std::string_view info, TDirectives* directives) {
   const size_t comma = std::min(info.find(','), info.size());
   const double seconds = std::strtod(std::string(info.substr(0, comma)).c_str(), nullptr);
-  if (seconds > 0 && seconds < 2e6) said->durationMs = static_cast<int32>(std::lround(seconds * 1000));
-  if (comma < info.size()) said->title = cut_text(trimmed(info.substr(comma + 1)));
+  if (seconds > 0 && seconds < 2e6) directives->durationMs = static_cast<int32>(std::lround(seconds * 1000));
+  if (comma < info.size()) directives->title = cut_text(trimmed(info.substr(comma + 1)));
 }
 
-/** A single byte that is no UTF-8 would make the reader take the whole list for Latin 1. */
+/** A single invalid byte would make the parser read the whole list as Latin 1. */
 std::string on_one_line(std::string text) {
   if (!QUtf8StringView(text.data(), text.size()).isValidUtf8()) text = QString::fromStdString(text).toStdString();
   std::ranges::replace_if(
@@ -56,23 +56,23 @@ std::string on_one_line(std::string text) {
   return text;
 }
 
-/** Lists from elsewhere separate folders by backslashes. */
+/** Lists from other systems separate folders by backslashes. */
 std::string with_slashes(std::string_view line) {
   std::string name(line);
   if (name.find('/') == std::string::npos) std::ranges::replace(name, '\\', '/');
   return name;
 }
 
-TSong song_of(std::string_view line, const std::string& folder, const TSaid& said) {
+TSong song_of(std::string_view line, const std::string& folder, const TDirectives& directives) {
   TSong song;
   TSongAddress address = song_address(with_slashes(line), folder);
   song.path = std::move(address.text);
-  song.fault = std::move(address.refusal);
-  song.artist = said.artist;
-  song.durationMs = said.durationMs;
-  const std::string artistFirst = said.artist + std::string(kBetween);
-  const bool namesArtist = !said.artist.empty() && said.title.starts_with(artistFirst);
-  song.title = namesArtist ? said.title.substr(artistFirst.size()) : said.title;
+  song.error = std::move(address.refusal);
+  song.artist = directives.artist;
+  song.durationMs = directives.durationMs;
+  const std::string artistFirst = directives.artist + std::string(kBetween);
+  const bool namesArtist = !directives.artist.empty() && directives.title.starts_with(artistFirst);
+  song.title = namesArtist ? directives.title.substr(artistFirst.size()) : directives.title;
   if (song.title.empty()) song.title = cut_text(fs::path(song.path).stem().string());
   return song;
 }
@@ -82,7 +82,7 @@ bool is_plain(const std::string& name) {
          trimmed(name) == name && !name.starts_with('#') && QString::fromStdString(name).toStdString() == name;
 }
 
-/** A name that would not come back as it is, as an address, which says every byte. */
+/** A path that would not survive a round trip is written as a percent-encoded URL. */
 std::string line_of(const std::string& path, const fs::path& folder) {
   if (!is_file_path(path)) return on_one_line(path);
   const std::string relative = fs::path(path).lexically_relative(folder).string();
@@ -97,18 +97,18 @@ std::string line_of(const std::string& path, const fs::path& folder) {
 TSongs parse_m3u(std::string_view bytes, const std::string& folder) {
   const std::string text = as_utf8(bytes);
   TSongs songs;
-  TSaid said;
+  TDirectives directives;
   std::string_view rest = text;
   for (size_t lines = 0; !rest.empty() && lines < kMostListLines; ++lines) {
     const size_t end = std::min(rest.find('\n'), rest.size());
     const std::string_view line = trimmed(rest.substr(0, end));
     rest.remove_prefix(std::min(end + 1, rest.size()));
     if (line.starts_with(kInfo)) {
-      read_info(line.substr(kInfo.size()), &said);
+      read_info(line.substr(kInfo.size()), &directives);
     } else if (line.starts_with(kArtist)) {
-      said.artist = cut_text(trimmed(line.substr(kArtist.size())));
+      directives.artist = cut_text(trimmed(line.substr(kArtist.size())));
     } else if (!line.empty() && line.front() != '#') {
-      songs.push_back(song_of(line, folder, std::exchange(said, {})));
+      songs.push_back(song_of(line, folder, std::exchange(directives, {})));
     }
   }
   return songs;

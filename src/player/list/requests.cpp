@@ -39,7 +39,7 @@ void ask_about_paths(const BMessenger& player, uint32 request, const std::vector
   send(player, message);
 }
 
-void tell_tags(const BMessenger& player, const std::vector<TReadTags>& found) {
+void send_tags(const BMessenger& player, const std::vector<TReadTags>& found) {
   BMessage message(kMsgTagsFound);
   for (const TReadTags& one : found) {
     message.AddInt64("id", one.id);
@@ -48,7 +48,7 @@ void tell_tags(const BMessenger& player, const std::vector<TReadTags>& found) {
   send(player, message);
 }
 
-void tell_cover(const BMessenger& player, const std::string& song, const std::string& coverFile) {
+void send_cover(const BMessenger& player, const std::string& song, const std::string& coverFile) {
   BMessage message(kMsgCover);
   message.AddString("path", song);
   message.AddString("file", coverFile);

@@ -19,7 +19,7 @@ namespace {
 constexpr const char* kAudio[] = {".mp3", ".ogg", ".oga", ".opus", ".flac", ".wav", ".m4a", ".aac",
                                   ".mp4", ".wma", ".aif", ".aiff", ".ape",  ".wv",  ".mka", ".webm"};
 constexpr const char* kLists[] = {".m3u", ".m3u8"};
-// Against lists that name each other without end.
+// Bounds recursion through lists that refer to each other.
 constexpr size_t kMostLists = 1000;
 constexpr size_t kMostSongs = 200000;
 
@@ -38,7 +38,7 @@ TSong song_of(std::string path) {
   return song;
 }
 
-/** Reads folders within folders, and lists within lists; knows which lists are being read, so that a loop ends. */
+/** Reads folders and lists recursively; keeps track of the lists being read, to detect cycles. */
 class TSongReader {
 public:
   explicit TSongReader(TSongTaker* taker) : fTaker(taker) {}
@@ -55,23 +55,23 @@ public:
     } else {
       ReadSong(address);
     }
-    if (fSongs == 0 && !fIsFaulty && !fTaker->HasEnough()) Fault("No songs found in " + path);
+    if (fSongs == 0 && !fHasErrors && !fTaker->HasEnough()) Report("No songs found in " + path);
     if (fSongs == kMostSongs)
-      Fault("Only the first " + std::to_string(kMostSongs) + " songs of " + path + " were added");
+      Report("Only the first " + std::to_string(kMostSongs) + " songs of " + path + " were added");
   }
 
 private:
-  /** A file that is missing is tried when it is played: it may be there by then. */
+  /** A missing file is no error yet: it may exist by the time it is played. */
   void ReadSong(const TSongAddress& address) {
     TSong song = song_of(address.text);
     std::error_code error;
     const bool isThere = address.refusal.empty() && is_file_path(song.path) && fs::exists(song.path, error);
-    song.fault = isThere ? fault_of_kind(song.path) : address.refusal;
-    if (!song.fault.empty()) Fault("Cannot play " + song.path + ": " + song.fault);
+    song.error = isThere ? file_type_error(song.path) : address.refusal;
+    if (!song.error.empty()) Report("Cannot play " + song.path + ": " + song.error);
     Give(std::move(song));
   }
 
-  /** A folder is given as soon as it is read: its songs, and those of its folders where these stand in byte order. */
+  /** Depth first; files and subfolders are sorted together, in byte order. */
   void ReadFolder(const fs::path& folder) {
     for (const std::string& name : NamesIn(folder)) {
       if (IsDone()) return;
@@ -83,8 +83,7 @@ private:
     }
   }
 
-  /** Of songs and, with a slash behind, of folders. Links to folders are not followed, so a loop of them ends nowhere.
-   */
+  /** Songs, and folders with a trailing slash. Links to folders are not followed, since they can form cycles. */
   std::vector<std::string> NamesIn(const fs::path& folder) {
     std::vector<std::string> names;
     std::error_code error;
@@ -98,7 +97,7 @@ private:
         names.push_back(name);
       }
     }
-    if (error) Fault("Cannot read the folder " + folder.string() + ": " + error.message());
+    if (error) Report("Cannot read the folder " + folder.string() + ": " + error.message());
     std::sort(names.begin(), names.end());
     return names;
   }
@@ -107,15 +106,15 @@ private:
     std::error_code error;
     const std::string real = fs::canonical(path, error).string();
     if (std::find(fBeingRead.begin(), fBeingRead.end(), real) != fBeingRead.end()) {
-      return Fault("The playlist " + path + " contains itself; the repetition was skipped");
+      return Report("The playlist " + path + " contains itself; the repetition was skipped");
     }
     if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestListBytes || ++fLists > kMostLists) {
-      return Fault("Cannot read the playlist " + path);
+      return Report("Cannot read the playlist " + path);
     }
     const std::optional<std::string> bytes = read_file(path);
-    if (!bytes) return Fault("Cannot read the playlist " + path);
+    if (!bytes) return Report("Cannot read the playlist " + path);
     if (std::ranges::count(*bytes, '\n') > static_cast<ptrdiff_t>(kMostListLines))
-      Fault("Only the first " + std::to_string(kMostListLines) + " lines of the playlist " + path + " were read");
+      Report("Only the first " + std::to_string(kMostListLines) + " lines of the playlist " + path + " were read");
     fBeingRead.push_back(real);
     TakeList(path, parse_m3u(*bytes, fs::path(real).parent_path().string()));
     fBeingRead.pop_back();
@@ -126,18 +125,18 @@ private:
     std::string firstDead;
     for (TSong& song : songs) {
       if (IsDone()) break;
-      const bool isFile = song.fault.empty() && is_file_path(song.path);
+      const bool isFile = song.error.empty() && is_file_path(song.path);
       if (isFile && is_list_name(song.path)) {
         ReadList(song.path);
         continue;
       }
-      if (isFile) song.fault = fault_of_kind(song.path);
-      if (!song.fault.empty() && ++dead == 1) firstDead = song.path + ": " + song.fault;
+      if (isFile) song.error = file_type_error(song.path);
+      if (!song.error.empty() && ++dead == 1) firstDead = song.path + ": " + song.error;
       Give(std::move(song));
     }
-    if (dead == 1) Fault("1 song of the playlist " + list + " cannot be played: " + firstDead);
+    if (dead == 1) Report("1 song of the playlist " + list + " cannot be played: " + firstDead);
     if (dead > 1)
-      Fault(std::to_string(dead) + " songs of the playlist " + list + " cannot be played, the first: " + firstDead);
+      Report(std::to_string(dead) + " songs of the playlist " + list + " cannot be played, the first: " + firstDead);
   }
 
   bool IsDone() const { return fSongs >= kMostSongs || fTaker->HasEnough(); }
@@ -147,16 +146,16 @@ private:
     fTaker->Take(std::move(song));
   }
 
-  void Fault(std::string text) {
-    fIsFaulty = true;
-    fTaker->TellFault(std::move(text));
+  void Report(std::string text) {
+    fHasErrors = true;
+    fTaker->ReportError(std::move(text));
   }
 
   TSongTaker* const fTaker;
   std::vector<std::string> fBeingRead;
   size_t fLists = 0;
   size_t fSongs = 0;
-  bool fIsFaulty = false;
+  bool fHasErrors = false;
 };
 
 } // namespace

@@ -4,7 +4,7 @@
 
 #include <string>
 
-/** Takes what is found, in its order. Called by whoever gathers. */
+/** Receives what gather_songs finds, in order, on its thread. */
 class TSongTaker {
 public:
   TSongTaker() = default;
@@ -12,19 +12,18 @@ public:
   TSongTaker& operator=(const TSongTaker&) = delete;
   virtual ~TSongTaker() = default;
   virtual void Take(TSong song) = 0;
-  /** What could not be taken, in a line. */
-  virtual void TellFault(std::string fault) = 0;
-  /** Nobody waits for more. */
+  /** One line. */
+  virtual void ReportError(std::string error) = 0;
+  /** True to cancel. */
   virtual bool HasEnough() const = 0;
 };
 
-/** `text` names what was opened, dropped or handed over (player/song_address.h). A file is taken as it is; a folder
-   gives its audio files and those of its folders, in byte order; a list of songs gives its songs and those of the lists
-   it names. What is no song's address, no regular file, or missing from a list is kept, with its fault. Reads no sound
-    file. Any thread. */
+/** Finds the songs that `text` refers to, which was opened, dropped or handed over (player/model/song_address.h): a
+    file itself; a folder's audio files, recursively, in byte order; the songs of a playlist and of the playlists in it.
+    What is refused, no regular file, or missing is kept with its error. Opens no audio file. Any thread. */
 void gather_songs(const std::string& text, TSongTaker* taker);
 
-/** True for names that end like an audio file's. */
+/** Whether the extension is that of an audio file. */
 bool is_audio_name(const std::string& path);
-/** True for names that end like a list of songs. */
+/** Whether the extension is that of a playlist. */
 bool is_list_name(const std::string& path);

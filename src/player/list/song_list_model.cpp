@@ -1,5 +1,6 @@
 #include "player/list/song_list_model.h"
 
+#include "player/model/display_thread_check.h"
 #include "player/widgets/tool_tip.h"
 
 #include <algorithm>
@@ -10,8 +11,8 @@ bool same_song(const TSong& a, const TSong& b) {
   return a.id == b.id;
 }
 
-std::string with_fault(const std::string& text, const TSong& song) {
-  return song.fault.empty() ? text : text + " (" + song.fault + ")";
+std::string with_error(const std::string& text, const TSong& song) {
+  return song.error.empty() ? text : text + " (" + song.error + ")";
 }
 } // namespace
 
@@ -22,21 +23,22 @@ int TSongListModel::rowCount(const QModelIndex& parent) const {
 QVariant TSongListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const TSong& song = At(index.row());
-  if (role == Qt::ToolTipRole) return tool_tip(with_fault(song.path, song));
+  if (role == Qt::ToolTipRole) return tool_tip(with_error(song.path, song));
   if (role != Qt::DisplayRole) return {};
   const std::string text = song.artist.empty() ? song.title : song.title + " — " + song.artist;
-  return QString::fromStdString(with_fault(text, song));
+  return QString::fromStdString(with_error(text, song));
 }
 
 void TSongListModel::Show(std::shared_ptr<const TSongs> songs, int32 current) {
+  check_display_thread();
   if (songs != fSongs) Replace(std::move(songs));
   const int32 before = std::exchange(fCurrent, current);
   if (before == current) return;
-  TellRow(before);
-  TellRow(current);
+  RowChanged(before);
+  RowChanged(current);
 }
 
-void TSongListModel::TellRow(int row) {
+void TSongListModel::RowChanged(int row) {
   if (row >= 0 && row < rowCount()) emit dataChanged(index(row), index(row));
 }
 
@@ -69,7 +71,7 @@ void TSongListModel::Replace(std::shared_ptr<const TSongs> songs) {
   if (rowCount() > 0) emit dataChanged(index(0), index(rowCount() - 1)); // titles may have become known
 }
 
-/** Also without any move, when only what the songs say of themselves has changed. */
+/** Also if no song has moved and only tags have changed. */
 void TSongListModel::Reorder(std::shared_ptr<const TSongs> songs) {
   if (std::equal(fSongs->begin(), fSongs->end(), songs->begin(), same_song)) {
     fSongs = std::move(songs);

@@ -4,8 +4,8 @@
 
 #include <QAbstractListModel>
 
-/** The list of songs as a view wants it. Shows what it was given last, and tells views no more than what has changed,
-    so that their selection and place last. Display thread. */
+/** Qt model of the playlist. Compares each snapshot with the previous one and reports the difference only, so that
+    views keep their selection and scroll position. Display thread. */
 class TSongListModel : public QAbstractListModel {
 public:
   void Show(std::shared_ptr<const TSongs> songs, int32 current);
@@ -19,7 +19,7 @@ public:
 private:
   void Replace(std::shared_ptr<const TSongs> songs);
   void Reorder(std::shared_ptr<const TSongs> songs);
-  void TellRow(int row);
+  void RowChanged(int row);
 
   std::shared_ptr<const TSongs> fSongs = std::make_shared<TSongs>();
   int32 fCurrent = -1;

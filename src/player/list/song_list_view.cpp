@@ -25,7 +25,7 @@ TSongListView::TSongListView(const BMessenger& player) : fPlayer(player) {
   setModel(&fModel);
   setItemDelegate(new TSongRowPainter(this));
   setAccessibleName(tr("Playlist"));
-  setUniformItemSizes(true); // ten thousand songs are laid out at once
+  setUniformItemSizes(true); // fast layout of ten thousand songs
   setAlternatingRowColors(true);
   setSelectionMode(ExtendedSelection);
   setEditTriggers(NoEditTriggers);

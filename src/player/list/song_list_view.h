@@ -6,15 +6,15 @@
 #include <QElapsedTimer>
 #include <QListView>
 
-/** The list of songs: plays, removes and moves them, and takes files that are dropped on it. Songs are dragged by the
-    mouse alone, without the desktop's drag and drop, which would wait in a loop of its own. */
+/** View of the playlist: plays, removes and moves songs, and accepts dropped files. Dragging songs is done by mouse
+    events instead of Qt's drag and drop, which would run a nested event loop. Display thread. */
 class TSongListView : public QListView {
 public:
   explicit TSongListView(const BMessenger& player);
 
-  /** Goes to a song that has become current, unless the user is at the list just now. */
+  /** Scrolls to a song that has become current, unless the user is busy with the list. */
   void Show(const TPlayerState& state);
-  /** The user wishes for another song, whatever he did with the list before: it shall be seen. */
+  /** Scrolls to the next song that becomes current in any case, since the user has asked for it. */
   void FollowNextSong() { fUsed.invalidate(); }
   int32 FirstSeenRow() const { return indexAt(QPoint(0, 0)).row(); }
   void RemoveSelected();
@@ -37,7 +37,7 @@ protected:
 private:
   std::vector<int> SelectedRows() const;
   std::vector<int64> SelectedIds() const;
-  /** Before which row something that is dropped here comes. */
+  /** The row before which a drop here inserts. */
   int RowForDrop(const QPoint& where) const;
   void ShowDrop(int row);
   bool IsInUse() const;
@@ -46,7 +46,7 @@ private:
   TSongListModel fModel;
   int64 fCurrentId = 0;
   bool fIsSearching = false;
-  QElapsedTimer fUsed; // since the user last did something in the list, which the pointer has not left
+  QElapsedTimer fUsed; // since the last action in the list; invalid after the pointer has left it
   QPoint fPressed;
   bool fHoldsSongs = false;
   int fDropRow = -1;

@@ -13,17 +13,17 @@ namespace {
 constexpr int kSide = 8;
 constexpr int kAbove = 4;
 constexpr int kSignWidth = 14;
-/** Of the room for both, when title and artist are too long for it. */
+/** The title's share of the width if title and artist do not fit. */
 constexpr double kTitleShare = 0.65;
 constexpr float kDimmed = 0.6F;
-constexpr float kDimmedOnSelection = 0.8F; // the ground is no darkest or lightest there
+constexpr float kDimmedOnSelection = 0.8F; // the selection colour gives less contrast
 
 QColor dimmed(QColor color, float strength) {
   color.setAlphaF(strength);
   return color;
 }
 
-/** Of the song that is current, in front of its title. */
+/** Marks the current song, before its title. */
 void draw_sign(QPainter* painter, const QRect& row) {
   const QPointF centre(row.left() + kSignWidth / 2.0 - 2, row.center().y() + 0.5);
   painter->setRenderHint(QPainter::Antialiasing);
@@ -31,12 +31,12 @@ void draw_sign(QPainter* painter, const QRect& row) {
   painter->drawPolygon(QPolygonF({centre + QPointF(-3, -4), centre + QPointF(4, 0), centre + QPointF(-3, 4)}));
 }
 
-/** The title and after it the artist, or why the song cannot be played. */
+/** The title, followed by the artist or the reason why the song cannot be played. */
 void draw_texts(QPainter* painter, QRect room, const TSong& song, const QFont& titleFont, const QColor& artistColor) {
   const QFont artistFont = painter->font();
   const QFontMetrics titles(titleFont);
   const QFontMetrics artists(artistFont);
-  const QString artist = QString::fromStdString(song.fault.empty() ? song.artist : song.fault);
+  const QString artist = QString::fromStdString(song.error.empty() ? song.artist : song.error);
   const int forArtist = artist.isEmpty() ? 0 : kSide + artists.horizontalAdvance(artist);
   const int forTitle = std::max(room.width() - forArtist, static_cast<int>(room.width() * kTitleShare));
   const QString title = titles.elidedText(QString::fromStdString(song.title), Qt::ElideRight, forTitle);
@@ -65,7 +65,7 @@ void TSongRowPainter::paint(QPainter* painter, const QStyleOptionViewItem& optio
   const bool selected = option.state & QStyle::State_Selected;
   const QColor color = option.palette.color(option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive,
                                             selected ? QPalette::HighlightedText : QPalette::Text);
-  const bool isDead = !song.fault.empty();
+  const bool isDead = !song.error.empty();
   painter->save();
   const QColor faint = dimmed(color, selected ? kDimmedOnSelection : kDimmed);
   painter->setPen(isDead ? faint : color);

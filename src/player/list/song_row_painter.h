@@ -2,7 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-/** Draws a row of the list of songs: title and artist, and at its end the length. */
+/** Draws a row of the playlist: title, artist and, right-aligned, the duration. */
 class TSongRowPainter : public QStyledItemDelegate {
 public:
   using QStyledItemDelegate::QStyledItemDelegate;

@@ -11,8 +11,8 @@ public:
   void Take(TSong song) override {
     fOwner->Add(fNumber, [&](TPiece& piece) { piece.songs.push_back(std::move(song)); });
   }
-  void TellFault(std::string fault) override {
-    fOwner->Add(fNumber, [&](TPiece& piece) { piece.faults.push_back(std::move(fault)); });
+  void ReportError(std::string error) override {
+    fOwner->Add(fNumber, [&](TPiece& piece) { piece.errors.push_back(std::move(error)); });
   }
   bool HasEnough() const override { return fEnd.stop_requested() || fNumber <= fOwner->fForgotten; }
 
@@ -25,7 +25,7 @@ private:
 TSongSearch::TSongSearch(std::function<void()> news) : fNews(std::move(news)) {}
 
 TSongSearch::~TSongSearch() {
-  fThread = {}; // ends it, while what it looks at is still there
+  fThread = {}; // joins it while the members it uses still exist
 }
 
 int64 TSongSearch::Begin(std::vector<std::string> paths) {
@@ -39,11 +39,13 @@ int64 TSongSearch::Begin(std::vector<std::string> paths) {
 }
 
 std::vector<TSongSearch::TPiece> TSongSearch::Take() {
+  fOwnerThread.Check();
   const std::lock_guard lock(fMutex);
   return std::exchange(fFound, {});
 }
 
 void TSongSearch::Forget() {
+  fOwnerThread.Check();
   fForgotten = fLast;
   const std::lock_guard lock(fMutex);
   fWaiting.clear();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "player/model/playlist.h"
+#include "player/model/thread_checker.h"
 
 #include <atomic>
 #include <condition_variable>
@@ -10,27 +11,26 @@
 #include <stop_token>
 #include <thread>
 
-/** Looks for the songs of files, folders and lists, one search after another, on a thread of its own: a large folder or
-    a slow disk holds nobody up. What is found is handed over piece by piece. Owned and called by the application's
-    thread. */
+/** Finds the songs of files, folders and playlists on a worker thread, one search after another, and delivers them in
+    batches, so that a large folder or a slow disk blocks nothing else. Owned and called by the application's thread. */
 class TSongSearch {
 public:
   struct TPiece {
     int64 search = 0;
-    TSongs songs; // in their order, after those of the pieces before
-    std::vector<std::string> faults;
+    TSongs songs; // in order, continuing the previous piece
+    std::vector<std::string> errors;
     bool isLast = false; // of this search
   };
 
-  /** `news`: there is something to be taken. Called on the search's thread, once until that is taken. */
+  /** `news` is called on the worker thread when there is something to take; not again before that is taken. */
   explicit TSongSearch(std::function<void()> news);
-  /** Waits until the disk has answered the question that is on its way. */
+  /** Joins the worker, after its current disk access. */
   ~TSongSearch();
 
-  /** Returns the search's number: the first is 1, the next one more. */
+  /** Returns the search's number: 1 for the first, incremented for each. */
   int64 Begin(std::vector<std::string> paths);
   std::vector<TPiece> Take();
-  /** What was not taken yet never will be. */
+  /** Cancels all searches and drops results not taken yet. */
   void Forget();
 
 private:
@@ -43,12 +43,13 @@ private:
   void Run(const std::stop_token& end);
   void Add(int64 search, const std::function<void(TPiece&)>& addTo);
 
+  TThreadChecker fOwnerThread;
   const std::function<void()> fNews;
-  std::mutex fMutex; // guards the two below
+  std::mutex fMutex; // guards fWaiting, fFound
   std::deque<TSearch> fWaiting;
   std::vector<TPiece> fFound;
   std::condition_variable_any fChanged;
-  int64 fLast = 0;                  // the application's thread only
-  std::atomic<int64> fForgotten{0}; // this one and those before
+  int64 fLast = 0;                  // application's thread only
+  std::atomic<int64> fForgotten{0}; // this search and all earlier ones
   std::jthread fThread;
 };

@@ -11,9 +11,9 @@ void TTagAsker::Show(std::shared_ptr<const TSongs> songs) {
   fPassed = 0;
 }
 
-/** What the sound or a list has told is known already. */
+/** Tags from the sound or from a playlist make reading the file unnecessary. */
 bool TTagAsker::IsWanted(const TSong& song) const {
-  return song.durationMs <= 0 && !song.played && song.fault.empty() && is_file_path(song.path) &&
+  return song.durationMs <= 0 && !song.played && song.error.empty() && is_file_path(song.path) &&
          !fDone.contains(song.id);
 }
 

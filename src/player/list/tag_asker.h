@@ -11,24 +11,24 @@
 #include <vector>
 
 struct TReadTags {
-  int64 id = 0; // of the song in the list
+  int64 id = 0; // TSong::id
   TSongTags tags;
 };
 
-/** Which songs of the list are still to be looked into, one after another, each once; and what was found. What a file
-    said is remembered while the program runs. Knows neither the program that looks nor the clock. One thread. */
+/** Decides which song's tags to read next, each song once, and collects the results. Caches the tags per file for as
+    long as the program runs. Independent of the helper process and the clock. Not thread-safe. */
 class TTagAsker {
 public:
   void Show(std::shared_ptr<const TSongs> songs);
-  /** The bytes that ask about the first song from that row on, and behind the last row from the start; empty when no
-      song is left. Not while an answer is waited for. */
+  /** The question about the next song, searching from that row on and wrapping around; empty if none is left. Must not
+      be called while an answer is pending. */
   std::string Ask(int32 firstRow);
   bool IsWaiting() const { return fAsked.id != 0; }
-  /** Bytes of the answer. False for what is none: nothing that comes after it can be understood. */
+  /** Takes a piece of the answer. False if it is malformed: the rest of the stream is useless then. */
   bool Take(std::string_view bytes);
-  /** No answer will come, and the song is not asked about again. */
+  /** Skips the song that is asked about, for good. */
   void GiveUp();
-  /** What was found since the last call. */
+  /** The tags found since the last call. */
   std::vector<TReadTags> TakeFound();
 
 private:
@@ -37,8 +37,8 @@ private:
 
   std::shared_ptr<const TSongs> fSongs = std::make_shared<TSongs>();
   int32 fFirstRow = 0;
-  int32 fPassed = 0; // so many rows from the first on need no look any more
-  TSong fAsked;      // without an id while no answer is waited for
+  int32 fPassed = 0; // number of rows, from fFirstRow on, that are done
+  TSong fAsked;      // id 0 while no answer is pending
   std::string fBytes;
   std::unordered_set<int64> fDone;
   std::unordered_map<std::string, TTagAnswer> fKnown; // by path

@@ -4,7 +4,7 @@
 
 class BMessage;
 
-/** In a message: strings "title" and "artist", int32 "durationMs", of one song or of several in a row. */
+/** Message fields: strings "title" and "artist", int32 "durationMs", of one or several songs. */
 void add_tags(BMessage* message, const TSongTags& tags);
-/** What the message does not say is empty. */
+/** Missing fields are left empty. */
 TSongTags tags_in(const BMessage& message, int32 number = 0);

@@ -1,5 +1,7 @@
 #include "player/list/tag_reader.h"
 
+#include "player/model/display_thread_check.h"
+
 #include <QCoreApplication>
 #include <QProcess>
 
@@ -8,46 +10,47 @@
 
 namespace {
 
-/** A song, also where others leave the lowest priority next to nothing. */
+/** Time limit per song; generous, because the helper runs at the lowest CPU priority. */
 constexpr int kLongestMs = 30000;
-/** A program that never answers is no use; a row of broken songs is shorter. */
-constexpr int kMostLosses = 20;
-/** Each time the whole list is shown anew: a long one less often. */
-constexpr int kBetweenMs = 200;
+/** Gives up after this many failures in a row: then the helper is broken, not the songs. */
+constexpr int kMostFailures = 20;
+/** Results are batched, since each batch refreshes the whole list; longer lists get longer intervals. */
+constexpr int kBatchIntervalMs = 200;
 constexpr size_t kSongsPerMs = 20;
 
 } // namespace
 
 TTagReader::TTagReader(QObject* parent, std::function<int32()> firstSeen, TTaker taker, QString program)
     : QObject(parent), fFirstSeen(std::move(firstSeen)), fTaker(std::move(taker)), fProgramPath(std::move(program)) {
-  fLimit.setSingleShot(true);
-  fTeller.setSingleShot(true);
-  connect(&fLimit, &QTimer::timeout, this, &TTagReader::PassOver);
-  connect(&fTeller, &QTimer::timeout, this, &TTagReader::Tell);
+  fTimeout.setSingleShot(true);
+  fBatchTimer.setSingleShot(true);
+  connect(&fTimeout, &QTimer::timeout, this, &TTagReader::PassOver);
+  connect(&fBatchTimer, &QTimer::timeout, this, &TTagReader::DeliverBatch);
 }
 
 TTagReader::~TTagReader() {
   if (fProgram == nullptr) return;
-  QProcess* const program = LetGo();
+  QProcess* const program = Release();
   program->kill();
-  program->waitForFinished(kBetweenMs);
+  program->waitForFinished(kBatchIntervalMs);
 }
 
 void TTagReader::Show(const std::shared_ptr<const TSongs>& songs) {
+  check_display_thread();
   fAsker.Show(songs);
-  fBetweenMs = std::max(kBetweenMs, static_cast<int>(songs->size() / kSongsPerMs));
+  fBatchIntervalMs = std::max(kBatchIntervalMs, static_cast<int>(songs->size() / kSongsPerMs));
   AskNext();
 }
 
 void TTagReader::AskNext() {
-  if (fAsker.IsWaiting() || fLosses == kMostLosses) return;
+  if (fAsker.IsWaiting() || fFailures == kMostFailures) return;
   const std::string question = fAsker.Ask(fFirstSeen());
   if (!question.empty()) {
     if (fProgram == nullptr) StartProgram();
     fProgram->write(question.data(), static_cast<qint64>(question.size()));
-    fLimit.start(kLongestMs);
+    fTimeout.start(kLongestMs);
   } else if (fProgram) {
-    LetGo()->closeWriteChannel(); // it ends by itself
+    Release()->closeWriteChannel(); // makes it exit
   }
 }
 
@@ -68,23 +71,23 @@ void TTagReader::StartProgram() {
 void TTagReader::Hear() {
   if (!fAsker.Take(fProgram->readAllStandardOutput().toStdString())) return PassOver();
   if (fAsker.IsWaiting()) return;
-  fLosses = 0;
-  fLimit.stop();
-  if (!fTeller.isActive()) fTeller.start(fBetweenMs);
+  fFailures = 0;
+  fTimeout.stop();
+  if (!fBatchTimer.isActive()) fBatchTimer.start(fBatchIntervalMs);
   AskNext();
 }
 
 void TTagReader::PassOver() {
   if (fProgram == nullptr) return;
-  LetGo()->kill();
-  fLimit.stop();
+  Release()->kill();
+  fTimeout.stop();
   fAsker.GiveUp();
-  ++fLosses;
+  ++fFailures;
   AskNext();
 }
 
-/** From now on it is not heard of; it goes when it has ended. */
-QProcess* TTagReader::LetGo() {
+/** Ignores the process from now on; it deletes itself after its end. */
+QProcess* TTagReader::Release() {
   QProcess* const program = std::exchange(fProgram, nullptr);
   program->disconnect(this);
   connect(program, &QProcess::finished, program, &QObject::deleteLater);
@@ -92,7 +95,7 @@ QProcess* TTagReader::LetGo() {
   return program;
 }
 
-void TTagReader::Tell() {
+void TTagReader::DeliverBatch() {
   const std::vector<TReadTags> found = fAsker.TakeFound();
   if (!found.empty()) fTaker(found);
 }

@@ -9,37 +9,37 @@
 
 class QProcess;
 
-/** Has the program `sonivo-peaks --tags` look into the songs of the list that nothing is known of, those that are seen
-    first. It runs while there are such songs; one on which it ends, or takes too long, is passed over. Display thread;
-    never waits, but for the program's end at its own: 0.2 s at most. */
+/** Reads missing tags by the helper process `sonivo-peaks --tags`, visible songs first. The helper runs while there are
+    such songs; a song on which it crashes or exceeds the time limit is skipped. Display thread; never blocks, except
+    in the destructor, which waits for the helper for 0.2 s at most. */
 class TTagReader : public QObject {
 public:
   using TTaker = std::function<void(const std::vector<TReadTags>& found)>;
-  /** `firstSeen` tells the first row of the list that is seen. */
+  /** `firstSeen` returns the first visible row. */
   TTagReader(QObject* parent, std::function<int32()> firstSeen, TTaker taker, QString program);
   ~TTagReader() override;
 
   void Show(const std::shared_ptr<const TSongs>& songs);
-  /** The answer that is waited for does not come, or not in time. */
+  /** Skips the song whose answer is pending. */
   void PassOver();
 
 private:
   void AskNext();
   void StartProgram();
   void Hear();
-  QProcess* LetGo();
-  void Tell();
+  QProcess* Release();
+  void DeliverBatch();
 
   const std::function<int32()> fFirstSeen;
   const TTaker fTaker;
   const QString fProgramPath;
   TTagAsker fAsker;
   QProcess* fProgram = nullptr;
-  int fLosses = 0; // in a row
-  int fBetweenMs = 0;
-  QTimer fLimit;
-  QTimer fTeller;
+  int fFailures = 0; // in a row
+  int fBatchIntervalMs = 0;
+  QTimer fTimeout;
+  QTimer fBatchTimer;
 };
 
-/** Beside the player's own program. */
+/** In the folder of the player's executable. */
 QString tag_program();

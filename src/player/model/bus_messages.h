@@ -1,8 +1,8 @@
 #pragma once
 
-/** What the bus tells the application's looper; besides these it sends what the player's own window sends. */
+/** From the bus to the application's looper, besides the requests that the player's window sends. */
 enum : unsigned int {
-  // Wishes of the desktop.
+  // Requests of the desktop.
   kMsgBusPlay = 'bplY',
   kMsgBusPause = 'bpaU',
   kMsgBusStop = 'bstP',

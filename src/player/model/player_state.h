@@ -19,33 +19,35 @@ struct TPluginTexts {
   bool operator==(const TPluginTexts&) const = default;
 };
 
-/** All that the player's window shows, handed over whole after a change. */
-struct TPlayerState {
-  std::shared_ptr<const TSongs> songs = std::make_shared<TSongs>();
-  int32 current = -1;
-  bool isSearching = false; // more songs may come
+/** What the current source plays, and how. */
+struct TPlayback {
   bool isLoaded = false;
   bool isPlaying = false;
   int32 durationMs = 0;
   int32 speedPercent = 100;
   int32 volumePercent = 100;
-  /** The part that is played again and again; -1 where it has no such end. */
+  /** The A-B repeat; -1 for an end that is not set. */
   int32 repeatFromMs = -1;
   int32 repeatToMs = -1;
-  /** The tagged moments of this song's lyrics, ascending; null when no lyrics are open for it. */
-  std::shared_ptr<const std::vector<int32>> marksMs;
-  /** The other players there are; and the one that is the source, empty for this player's own sound. */
-  std::vector<TSourceName> sources;
-  bool isBusReachable = false;
-  std::string source;
-  /** That one's song, which is shown in place of the list's. */
-  std::shared_ptr<const TSong> otherSong;
-  std::vector<TPluginTexts> plugins;
-  /** What went wrong, a line each; empty when nothing did. */
-  std::string faults;
 };
 
-/** The song that the window tells of; null for none. */
+/** Everything that the player's window shows, handed over as a whole after each change. */
+struct TPlayerState : TPlayback {
+  std::shared_ptr<const TSongs> songs = std::make_shared<TSongs>();
+  int32 current = -1;
+  bool isSearching = false; // more songs may be found
+  /** The tagged moments of this song's lyrics, ascending; null when no lyrics are open for it. */
+  std::shared_ptr<const std::vector<int32>> marksMs;
+  std::vector<TSourceName> sources; // other players
+  bool isBusReachable = false;
+  std::string source; // id of the other player that is the source; empty for this player's own sound
+  /** The other player's song, shown instead of the list's; null for this player's own sound. */
+  std::shared_ptr<const TSong> otherSong;
+  std::vector<TPluginTexts> plugins;
+  std::string errors; // a line each
+};
+
+/** The song that the window shows as playing; null for none. */
 inline const TSong* shown_song(const TPlayerState& state) {
   if (state.otherSong) return state.otherSong.get();
   const bool hasSong = state.current >= 0 && state.current < static_cast<int32>(state.songs->size());

@@ -12,7 +12,7 @@ auto is_one_of(const TIds& ids) {
 
 } // namespace
 
-/** What was handed out stays as it was: whoever shows the list compares it with the next one. */
+/** Copy on write: snapshots that were handed out never change. */
 TSongs& TPlaylist::Own() {
   if (fSongs.use_count() > 1) fSongs = std::make_shared<TSongs>(*fSongs);
   return *fSongs;
@@ -105,6 +105,6 @@ bool TPlaylist::SetCurrent(int32 index) {
 }
 
 int32 TPlaylist::GoodFrom(int32 index, int32 direction) const {
-  while (At(index) && !At(index)->fault.empty()) index += direction;
+  while (At(index) && !At(index)->error.empty()) index += direction;
   return At(index) ? index : -1;
 }

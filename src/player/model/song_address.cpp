@@ -8,7 +8,7 @@
 
 namespace {
 
-/** The kernel opens no longer path (PATH_MAX, less its NUL). */
+/** PATH_MAX without its NUL. */
 constexpr size_t kLongestAddress = 4095;
 constexpr std::string_view kEllipsis = "…";
 
@@ -28,7 +28,7 @@ std::string lower_case(std::string_view text) {
   return lower;
 }
 
-/** What the text has before its first colon, in lower case, where that could be a scheme to anybody; else nothing. */
+/** The text before the first colon, in lower case, if any parser could take it for a scheme; else empty. */
 std::string scheme_of(std::string_view text) {
   const std::string_view name = text.substr(0, std::min(text.find(':'), text.size()));
   const auto isSchemeCharacter = [](char c) {
@@ -38,7 +38,7 @@ std::string scheme_of(std::string_view text) {
   return lower_case(name);
 }
 
-/** A "%" without two hexadecimal digits is itself. */
+/** A "%" without two hexadecimal digits is kept. */
 std::string percent_decoded(std::string_view text) {
   std::string decoded;
   for (size_t i = 0; i < text.size(); ++i) {
@@ -52,7 +52,7 @@ std::string percent_decoded(std::string_view text) {
   return decoded;
 }
 
-/** No blank or control character reaches the line of a request. */
+/** Keeps blanks and control characters out of the request line. */
 std::string percent_encoded(std::string_view text) {
   constexpr const char* kDigits = "0123456789ABCDEF";
   std::string encoded;
@@ -70,7 +70,7 @@ std::string normal(std::string_view path) {
   return std::filesystem::path(path).lexically_normal().string();
 }
 
-/** Text to show. A truncated URL would be a valid address of something else, so it gets an invalid host. */
+/** Text to show. A truncated URL could be the valid address of something else, so its host is made invalid. */
 TSongAddress refused(std::string_view text, const char* reason) {
   std::string shown;
   for (const char c : cut_text(text)) shown += is_control(c) ? std::string("\uFFFD") : std::string(1, c);

@@ -3,20 +3,20 @@
 #include <string>
 #include <string_view>
 
-/** A text that names a song, from wherever it came, after the check. */
+/** The address of a song, from an untrusted source, after validation. */
 struct TSongAddress {
-  /** An absolute path or an http(s) URL. When refused, the text asked for, bounded and without control characters;
-      written to a list and read back it is refused again, or the path of no file. */
+  /** An absolute path or an http(s) URL. If refused, the original text, truncated and without control characters, such
+      that writing it to a list and reading it back yields a refused address again, or the path of no file. */
   std::string text;
-  /** Why this is not the address of a song, in a few words; empty for one that is. */
+  /** Why the text is refused, in a few words; empty if it is accepted. */
   std::string refusal;
 };
 
-/** The only check of what may be played. Songs are files of this machine, named by a path or a file: URL, and http: and
-    https: URLs; everything else is refused. Relative paths start in `folder`. Pure; any thread. */
+/** Allow list of what may be played: local files, named by a path or a file: URL, and http: and https: URLs. Everything
+    else is refused. Relative paths are resolved against `folder`. Pure; any thread. */
 TSongAddress song_address(std::string_view text, const std::string& folder);
 
-/** True for a checked address that is a file of this machine; false for URLs and for refused text. */
+/** True for a validated address that is a local file; false for URLs and refused text. */
 inline bool is_file_path(std::string_view address) {
   return address.starts_with('/');
 }

@@ -4,7 +4,7 @@
 
 #include <string>
 
-/** What a song says of itself; texts are empty where it is silent. */
+/** Metadata of a song; a text is empty, and the duration 0, if unknown. */
 struct TSongTags {
   std::string title;
   std::string artist;

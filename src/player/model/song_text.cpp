@@ -13,20 +13,20 @@
 #include <cstring>
 
 namespace {
-/** Lengths are estimated where a file does not name its own, and then are off by this much. */
+/** Tolerance: durations are estimates for files that do not store one. */
 constexpr int32 kEarlyMs = 3000;
 } // namespace
 
-std::string fault_of_kind(const std::string& path) {
+std::string file_type_error(const std::string& path) {
   struct stat file {};
   if (stat(path.c_str(), &file) != 0) return std::strerror(errno);
   if (S_ISDIR(file.st_mode)) return "this is a folder";
   return S_ISREG(file.st_mode) ? "" : "this is a pipe or a device, not a file";
 }
 
-std::string fault_of_file(const std::string& path, const std::string& librarySays) {
+std::string file_error(const std::string& path, const std::string& librarySays) {
   if (!is_file_path(path)) return librarySays;
-  if (std::string fault = fault_of_kind(path); !fault.empty()) return fault;
+  if (std::string error = file_type_error(path); !error.empty()) return error;
   struct stat file {};
   if (stat(path.c_str(), &file) == 0 && file.st_size == 0) return "the file is empty";
   if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);

@@ -4,7 +4,7 @@
 #include <chrono>
 
 namespace {
-/** A thousand times what an answer takes; short enough for a screen that waits for it once. */
+/** A thousand times what an answer takes; short enough for a display that waits for it once. */
 constexpr std::chrono::milliseconds kLongestAnswer{100};
 } // namespace
 

@@ -7,17 +7,17 @@
 #include <mutex>
 #include <optional>
 
-/** A number that another thread computes on request. Whoever asks waits for a bounded time only: the other thread may
-   be blocked by something outside this program. Any thread. */
+/** A number that another thread computes on request. Thread-safe. The asking thread waits for a bounded time only,
+    since the other thread may be blocked by something outside this program. */
 class TTimedQuestion {
 public:
-  /** `send` passes the question on, with the id that its answer has to name; false when that cannot be done.
-      Empty when there is no answer in time, and at once while an earlier question is overdue. */
+  /** `send` passes the question on with an id, which the answer has to repeat; false if that fails.
+      Empty if there is no answer in time, and immediately while an earlier question is overdue. */
   std::optional<double> Ask(const std::function<bool(uint64 id)>& send);
   void Answer(uint64 id, std::optional<double> value);
 
 private:
-  std::mutex fMutex; // guards fChanged and all below
+  std::mutex fMutex; // guards fAsked, fAnswered, fOverdue, fValue
   std::condition_variable fChanged;
   uint64 fAsked = 0;
   uint64 fAnswered = 0;

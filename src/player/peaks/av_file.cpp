@@ -10,7 +10,7 @@
 namespace {
 
 constexpr int kBufferBytes = 64 * 1024;
-/** Songs, and pictures for covers. */
+/** Songs, and images for covers. */
 constexpr const char* kReadFormats = SOUND_FORMATS ",bmp_pipe,jpeg_pipe,png_pipe,webp_pipe";
 
 struct TEndStream {
@@ -47,7 +47,7 @@ TStream open_stream(int file) {
   return stream;
 }
 
-/** What a file names in itself is not opened. */
+/** Refuses to open files that the input refers to. */
 int open_nothing(AVFormatContext*, AVIOContext**, const char*, int, AVDictionary**) {
   return AVERROR(EACCES);
 }
@@ -69,9 +69,9 @@ TInput open_input(int file, const std::string& name) {
   av_dict_set(&options, "format_whitelist", kReadFormats, 0);
   const int error = avformat_open_input(&opened, name.c_str(), nullptr, &options);
   av_dict_free(&options);
-  if (error < 0) return nullptr; // `opened` has been freed
+  if (error < 0) return nullptr; // the library has freed `opened`
   TInput input(opened);
-  static_cast<void>(stream.release()); // the input's from now on
+  static_cast<void>(stream.release()); // now owned by the input
   return avformat_find_stream_info(opened, nullptr) < 0 ? nullptr : std::move(input);
 }
 

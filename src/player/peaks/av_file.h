@@ -8,7 +8,7 @@ extern "C" {
 #include <memory>
 #include <string>
 
-/** The decoding library's objects, each ended by the function that belongs to it. */
+/** RAII for the decoding library's objects. */
 template <auto End>
 struct TEndBy {
   template <typename Object>
@@ -16,7 +16,7 @@ struct TEndBy {
     End(&object);
   }
 };
-/** With the stream it reads from. */
+/** Also frees the stream that the input reads from. */
 struct TEndInput {
   void operator()(AVFormatContext* input) const;
 };
@@ -26,7 +26,7 @@ using TDecoder = std::unique_ptr<AVCodecContext, TEndBy<avcodec_free_context>>;
 using TEncoder = TDecoder;
 using TInput = std::unique_ptr<AVFormatContext, TEndInput>;
 
-/** Reads the open `file`, whose name may hint at its kind, and opens nothing else. Null when the library does not know
-    the kind of file. The descriptor stays the caller's, and open for as long as the input. */
+/** Opens an input on the descriptor `file`; never opens anything else. `name` is a hint for detecting the format. Null
+    for unknown formats. The caller owns the descriptor and keeps it open as long as the input. */
 TInput open_input(int file, const std::string& name);
 TDecoder open_decoder(const AVStream* stream);

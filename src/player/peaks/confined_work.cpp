@@ -20,10 +20,10 @@ namespace {
 using TClock = std::chrono::steady_clock;
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-/** Their shadow of the memory takes terabytes of addresses. */
+/** Sanitizers reserve terabytes of address space. */
 constexpr rlim_t kMemoryBytes = RLIM_INFINITY;
 #else
-/** Address space, so with the libraries. The largest cover takes a quarter of it. */
+/** Of address space, libraries included. The largest cover takes a quarter of it. */
 constexpr rlim_t kMemoryBytes = rlim_t{1} << 30;
 #endif
 
@@ -37,7 +37,7 @@ const std::optional<TFilterProgram>& filter() {
   return program;
 }
 
-/** Closes all descriptors but these and standard error. */
+/** Closes all descriptors except these and standard error. */
 void keep_only(std::vector<int> kept) {
   kept.push_back(STDERR_FILENO);
   std::sort(kept.begin(), kept.end());
@@ -50,7 +50,7 @@ void keep_only(std::vector<int> kept) {
   close_range(next, UINT_MAX, 0);
 }
 
-/** False when not even the filter of system calls that the kernel has could be set. */
+/** False if the kernel supports system call filters and this one could not be set. */
 bool confine(const std::vector<int>& kept, rlim_t cpuSeconds) {
   keep_only(kept);
   prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
@@ -58,7 +58,7 @@ bool confine(const std::vector<int>& kept, rlim_t cpuSeconds) {
   limit(RLIMIT_CPU, cpuSeconds);
   limit(RLIMIT_FSIZE, 0);
   limit(RLIMIT_CORE, 0);
-  limit(RLIMIT_NOFILE, 0); // those that are open stay
+  limit(RLIMIT_NOFILE, 0); // open descriptors stay open
   return !filter() || filter_system_calls(*filter());
 }
 
@@ -71,19 +71,19 @@ bool write_all(int fd, std::string_view bytes) {
   return true;
 }
 
-/** The child's life. Ends without the handlers of a normal exit, which are the parent's. */
+/** Runs in the child. Uses _exit, since exit handlers belong to the parent. */
 [[noreturn]] void work_and_exit(pid_t parent, std::vector<int> files, int result, rlim_t cpuSeconds,
                                 const std::function<std::string()>& work) {
   try {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     files.push_back(result);
     if (getppid() == parent && confine(files, cpuSeconds) && write_all(result, work())) _exit(0);
-  } catch (...) { // out of memory, most of all
+  } catch (...) { // mostly std::bad_alloc
   }
   _exit(1);
 }
 
-/** All that comes until the other end is closed; empty when it is too much or comes too late. */
+/** Reads until the other end is closed; empty if a limit is exceeded. */
 std::optional<std::string> read_all(int fd, const TWorkLimits& limits) {
   const auto end = TClock::now() + std::chrono::seconds(limits.wallSeconds);
   std::string bytes;
@@ -109,7 +109,7 @@ std::optional<std::string> confined_work(const std::vector<int>& files, const TW
   if (pipe2(ends, O_CLOEXEC) != 0) return std::nullopt;
   const UniqueFd readEnd(ends[0]);
   UniqueFd writeEnd(ends[1]);
-  filter(); // made here, and not by each child anew
+  filter(); // compiled once, before the first fork
   const pid_t parent = getpid();
   const pid_t child = fork();
   if (child < 0) return std::nullopt;

@@ -7,15 +7,15 @@
 #include <string>
 #include <vector>
 
-/** What work on a stranger's file may use at most. */
+/** Resource limits for work on an untrusted file. */
 struct TWorkLimits {
   rlim_t cpuSeconds;
   int wallSeconds;
   size_t resultBytes;
 };
 
-/** Runs `work` in a sandbox: a child process that keeps the `files` open for reading, its memory and its result, and
-    nothing else; it reaches no other file, no network and no other process (player/peaks/system_calls.h). Returns the
-    result; empty when the work broke a rule or a limit, threw, or crashed. The calling process has one thread. */
+/** Runs `work` in a sandbox: a child process that can access the descriptors `files`, its memory and its result, but no
+    other file, no network and no other process (player/peaks/system_calls.h). Returns the result; empty if the work
+    violated the filter or a limit, threw, or crashed. The calling process must be single-threaded. */
 std::optional<std::string> confined_work(const std::vector<int>& files, const TWorkLimits& limits,
                                          const std::function<std::string()>& work);

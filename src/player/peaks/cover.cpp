@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kLargestSource = 8192;
 constexpr int kLargestJpeg = 512;
-constexpr int kJpegQuality = 3 * FF_QP2LAMBDA; // 2 is the finest
+constexpr int kJpegQuality = 3 * FF_QP2LAMBDA; // 2 is the best
 constexpr int kLineAlignment = 64;             // the scaler writes whole vectors
 
 struct TEndScaler {
@@ -18,25 +18,25 @@ struct TEndScaler {
 };
 using TScaler = std::unique_ptr<SwsContext, TEndScaler>;
 
-/** No larger than that, as points of that kind; null when the library cannot. */
-TFrame scaled(const AVFrame* frame, int largest, AVPixelFormat kind) {
+/** Scaled down to at most `largest` pixels a side, in that pixel format; null on failure. */
+TFrame scaled(const AVFrame* frame, int largest, AVPixelFormat format) {
   if (frame->width <= 0 || frame->height <= 0 || std::max(frame->width, frame->height) > kLargestSource) return nullptr;
   const double shrink = std::min(1.0, static_cast<double>(largest) / std::max(frame->width, frame->height));
   TFrame small(av_frame_alloc());
   if (!small) return nullptr;
-  small->format = kind;
+  small->format = format;
   small->width = std::max(1, static_cast<int>(frame->width * shrink));
   small->height = std::max(1, static_cast<int>(frame->height * shrink));
   if (av_frame_get_buffer(small.get(), kLineAlignment) < 0) return nullptr;
   const TScaler scaler(sws_getContext(frame->width, frame->height, static_cast<AVPixelFormat>(frame->format),
-                                      small->width, small->height, kind, SWS_AREA, nullptr, nullptr, nullptr));
+                                      small->width, small->height, format, SWS_AREA, nullptr, nullptr, nullptr));
   if (!scaler) return nullptr;
   const int lines =
       sws_scale(scaler.get(), frame->data, frame->linesize, 0, frame->height, small->data, small->linesize);
   return lines == small->height ? std::move(small) : nullptr;
 }
 
-/** Null when it is no picture. */
+/** Null if it is no image. */
 TFrame decode(const AVStream* stream, const AVPacket* packet) {
   const TDecoder decoder = open_decoder(stream);
   TFrame frame(av_frame_alloc());

@@ -6,9 +6,9 @@
 
 #include <vector>
 
-/** The picture in the song's file, else the first of these files that is a picture; null when there is none. */
+/** The cover embedded in the song, else the first of these files that is an image; null if there is none. */
 TFrame read_cover(AVFormatContext* input, const std::vector<UniqueFd>& files);
-/** Puts it into `picture`, no larger than a cover may be there. */
+/** Stores the cover in `picture`, scaled down to kLargestCover. */
 void draw_cover(const AVFrame* cover, TSongPicture* picture);
-/** A file of its own that any program can show; empty when it cannot be made. */
+/** The cover as a JPEG file; empty on failure. */
 std::string cover_jpeg(const AVFrame* cover);

@@ -16,7 +16,7 @@ constexpr size_t kParts = 1000;
 
 using TResampler = std::unique_ptr<SwrContext, TEndBy<swr_free>>;
 
-/** Collects the loudness of stretch after stretch, whatever the frames are cut into. */
+/** Measures the RMS loudness of consecutive stretches, independent of frame boundaries. */
 class TMeter {
 public:
   bool Begin(const AVFrame* frame) {
@@ -36,7 +36,7 @@ public:
     return result >= 0 && swr_init(resampler) >= 0;
   }
 
-  /** False once a day's worth is there. */
+  /** False when the limit is reached. */
   bool Add(const AVFrame* frame) {
     const bool isNew =
         frame->format != fFormat || frame->ch_layout.nb_channels != fChannels || frame->sample_rate != fRate;
@@ -99,9 +99,10 @@ std::vector<unsigned char> read_loudness(AVFormatContext* input) {
   avcodec_send_packet(decoder.get(), nullptr);
   if (goesOn) measure_frames(decoder.get(), frame.get(), &meter);
   std::vector<float> stretches = meter.Stretches();
-  // What was cut off is as silent as it is; else the rest would be drawn over the whole length that the file tells.
-  const auto told = static_cast<size_t>(std::max<int64_t>(input->duration, 0) / (AV_TIME_BASE / kStretchesPerSecond));
-  if (!stretches.empty()) stretches.resize(std::max(stretches.size(), std::min(told, kMostStretches)));
+  // A truncated file is padded with silence, or the waveform would be stretched over the nominal duration.
+  const auto nominal =
+      static_cast<size_t>(std::max<int64_t>(input->duration, 0) / (AV_TIME_BASE / kStretchesPerSecond));
+  if (!stretches.empty()) stretches.resize(std::max(stretches.size(), std::min(nominal, kMostStretches)));
   return scaled_loudness(stretches, kParts);
 }
 

@@ -1,8 +1,8 @@
-/** sonivo-peaks SONG [KEEP-AS]: writes what can be seen of the song to standard output
-   (player/pictures/song_picture.h), and into a file of the cache, the cover beside it as a picture of its own.
-   sonivo-peaks --tags: tells what songs say of themselves, one after another (player/pictures/tag_talk.h).
-   This process opens files, asks for what they hold and keeps it; what is decoded is decoded in a child process that
-   can do nothing else (player/peaks/confined_work.h), one for each song. */
+/** sonivo-peaks SONG [KEEP-AS]: writes the song's waveform and cover to standard output
+    (player/pictures/song_picture.h) and to the cache file KEEP-AS, with the cover as an image file next to it.
+    sonivo-peaks --tags: answers questions about tags (player/pictures/tag_talk.h).
+    This process opens files and writes the cache; decoding is done by a sandboxed child process per song
+    (player/peaks/confined_work.h). */
 
 #include "player/peaks/read_song.h"
 #include "player/peaks/read_tags.h"

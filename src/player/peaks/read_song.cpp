@@ -9,10 +9,10 @@
 namespace {
 
 constexpr size_t kLargestJpeg = 4 << 20;
-/** The lowest priority may get next to nothing of a busy processor. */
+/** Generous in real time: at the lowest priority, a busy machine leaves little CPU time. */
 constexpr TWorkLimits kLimits{.cpuSeconds = 300, .wallSeconds = 3600, .resultBytes = kLargestPicture + kLargestJpeg};
 
-/** The picture has a form of its own, and a size that its first bytes tell. */
+/** The serialized picture, whose header tells its size, followed by the JPEG. */
 TSeenSong parse_seen_song(const std::string& bytes) {
   const size_t size = std::min(picture_size(bytes), bytes.size());
   const auto picture = parse_picture(std::string_view(bytes).substr(0, size));

@@ -12,7 +12,7 @@
 
 namespace {
 
-/** One song, also where others leave the lowest priority next to nothing. */
+/** Per song; generous in real time, because of the lowest priority. */
 constexpr TWorkLimits kLimits{.cpuSeconds = 60, .wallSeconds = 60, .resultBytes = 64 << 10};
 
 std::string state_of(int fd) {
@@ -22,7 +22,7 @@ std::string state_of(int fd) {
          std::to_string(file.st_mtim.tv_nsec);
 }
 
-/** Some kinds of file keep their tags with the sound. */
+/** Some formats store tags in the audio stream. */
 std::string text_of(const AVFormatContext* input, const AVStream* sound, const char* key) {
   for (const AVDictionary* tags : {input->metadata, sound->metadata}) {
     if (const AVDictionaryEntry* const entry = av_dict_get(tags, key, nullptr, 0)) return entry->value;

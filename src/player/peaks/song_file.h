@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
-/** A song's file and the pictures next to it that may be its cover, opened for reading. */
+/** A song and the possible covers next to it, opened for reading. */
 struct TSongFile {
-  UniqueFd sound;   // none when it cannot be opened or is no regular file
-  std::string name; // without its folder; what kind of file it is may show in it
+  UniqueFd sound;   // empty if it cannot be opened or is no regular file
+  std::string name; // without folder; a hint for detecting the format
   std::vector<UniqueFd> covers;
 
   std::vector<int> Descriptors() const;
 };
 
-/** None for what is no regular file; never waits for the other end of a pipe. */
+/** Empty unless it is a regular file. Never blocks on a FIFO. */
 UniqueFd open_regular_file(const std::string& path);
 TSongFile open_song(const std::string& path);

@@ -15,7 +15,7 @@
 
 namespace {
 
-/** Memory, time, what is open, and the end. */
+/** Memory, time, open descriptors, exit. */
 constexpr int kAllowed[] = {
     SCMP_SYS(read),
     SCMP_SYS(readv),
@@ -54,10 +54,10 @@ constexpr int kAllowed[] = {
     SCMP_SYS(exit_group),
 };
 
-/** Memory that can be executed is never needed. */
+/** Never with PROT_EXEC. */
 constexpr int kAllowedWithoutExec[] = {SCMP_SYS(mmap), SCMP_SYS(mprotect)};
 
-/** A library that looks for its settings, for a character set or for more threads does without. */
+/** Libraries try these, for settings, character sets or threads, and continue without. */
 constexpr int kRefused[] = {
     SCMP_SYS(open),
     SCMP_SYS(openat),
@@ -106,12 +106,12 @@ bool add_rules(scmp_filter_ctx filter) {
          std::all_of(std::begin(kRefused), std::end(kRefused), refuse);
 }
 
-/** Without an address there is no filter to set; a kernel that looks for one knows the call. */
+/** With a null filter the call always fails; EFAULT shows that the kernel supports it. */
 bool kernel_can_filter() {
   return syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, 0, nullptr) < 0 && errno == EFAULT;
 }
 
-/** The rules as the kernel takes them; empty when they cannot be made. */
+/** The rules as a BPF program; empty on failure. */
 TFilterProgram compiled(scmp_filter_ctx filter) {
   const UniqueFd file(memfd_create("filter", MFD_CLOEXEC));
   if (!file || seccomp_export_bpf(filter, file.Get()) != 0) return {};
@@ -134,7 +134,7 @@ std::optional<TFilterProgram> computing_only() {
 }
 
 bool filter_system_calls(const TFilterProgram& program) {
-  // The kernel only reads it.
+  // The kernel does not write to it.
   const sock_fprog lines{static_cast<unsigned short>(program.size()), const_cast<sock_filter*>(program.data())};
   return !program.empty() && syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, 0, &lines) == 0;
 }

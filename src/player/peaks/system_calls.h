@@ -5,13 +5,14 @@
 #include <optional>
 #include <vector>
 
-/** A filter of system calls in the kernel's form. */
+/** A seccomp filter as a BPF program. */
 using TFilterProgram = std::vector<sock_filter>;
 
-/** Lets a thread compute, use its memory, and read and write what is open. What opens a file, connects, or starts a
-   thread or a process fails with EACCES, since libraries try it and go on without; any other system call ends the
-   process. Nothing, said on standard error, where the kernel has no filters; empty when this one could not be made. */
+/** A filter that allows computing, using memory, and reading and writing open descriptors. Opening files, connecting
+    and starting threads or processes fails with EACCES, since libraries try that and continue without; any other system
+    call kills the process. No value, and a message on standard error, if the kernel does not support filters; an empty
+    program if it could not be compiled. */
 std::optional<TFilterProgram> computing_only();
 
-/** For this thread, for good. The process has given up gaining rights before. False when nothing is filtered now. */
+/** Filters this thread irrevocably. Requires PR_SET_NO_NEW_PRIVS. False if nothing is filtered. */
 [[nodiscard]] bool filter_system_calls(const TFilterProgram& program);

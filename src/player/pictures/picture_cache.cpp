@@ -22,7 +22,7 @@ std::string cache_folder() {
   return home ? std::string(home) + "/.cache/KOREVA/Sonivo" : std::string();
 }
 
-/** FNV-1a: the same from one run to the next. */
+/** FNV-1a: stable across runs. */
 uint64_t hash_of(const std::string& text) {
   uint64_t hash = 14695981039346656037U;
   for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;

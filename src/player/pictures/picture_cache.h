@@ -3,12 +3,13 @@
 #include <cstdint>
 #include <string>
 
-/** Where the picture of this song, as the file is now, is kept below the user's cache folder; empty when there is no
-    such file. */
+/** The cache file for the picture of this song in its current state (size, modification time); empty if there is no
+    such song. */
 std::string cached_picture_path(const std::string& song);
 
-/** Where that song's cover is kept as a file that other programs can show. */
+/** The cache file for that song's cover, as an image that other programs can show. */
 std::string cover_file_beside(const std::string& keptPicture);
 
-/** Writes it there atomically, and drops those used longest ago until all together are no larger than `limit`. */
+/** Writes the file atomically, then evicts the least recently used ones (LRU) until the folder is within `limit`
+    bytes. */
 void keep_picture(const std::string& path, const std::string& bytes, uintmax_t limit);

@@ -5,24 +5,24 @@
 #include <string>
 #include <string_view>
 
-/** What the player and the program `sonivo-peaks --tags` say to each other through its standard input and output: a
-    question, its answer, the next question. Every field ends with a NUL, which neither paths nor tags contain.
-    A question is the state of the file that the player knows, empty for none, and its path. An answer is the file's
-    state, its length in ms, its title and its artist. The state is empty where no plain file can be looked into; where
-    it is the one that is known, the other fields say nothing. */
+/** Protocol between the player and the program `sonivo-peaks --tags` over its standard input and output: one question,
+    its answer, the next question. Fields are NUL-terminated; neither paths nor tags contain a NUL.
+    Question: the file's state as last seen by the player (empty for none), and its path. Answer: the file's state, its
+    duration in ms, title, artist. The state is empty if the path is no readable regular file; if it equals the known
+    state, the other fields are meaningless. */
 struct TTagQuestion {
   std::string knownState;
   std::string path;
 };
 struct TTagAnswer {
-  std::string state; // of size and time of the last change
+  std::string state; // size and modification time
   TSongTags tags;
 };
 
 std::string question_bytes(const TTagQuestion& question);
-/** Texts that are longer than anybody can read are cut between characters. */
+/** Truncates overlong texts at a character boundary. */
 std::string answer_bytes(const TTagAnswer& answer);
 
 enum class TAnswerForm { kIncomplete, kWhole, kBroken };
-/** Touches `answer` only when it is whole; broken is what no further bytes make an answer. */
+/** Stores `answer` only if it is complete. kBroken: no further bytes can make it valid. */
 TAnswerForm read_answer(std::string_view bytes, TTagAnswer* answer);

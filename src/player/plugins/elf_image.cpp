@@ -11,7 +11,7 @@
 using TElfHeader = ElfW(Ehdr);
 using TSegment = ElfW(Phdr);
 
-/** The header of this program's own image, made by the linker. */
+/** The ELF header of this program's own image; the symbol is defined by the linker. */
 extern const TElfHeader own_elf_header __asm__("__ehdr_start") __attribute__((visibility("hidden")));
 
 namespace {
@@ -33,7 +33,7 @@ bool is_for_this_program(const TElfHeader& header) {
          header.e_machine == own_elf_header.e_machine;
 }
 
-/** False when the table is not whole. */
+/** False if the table is truncated. */
 bool read_segments(int file, uint64 size, const TElfHeader& header, std::vector<TSegment>* segments) {
   const size_t count = header.e_phnum;
   if (header.e_phentsize != sizeof(TSegment) || count == 0 || count > kMaxSegments) return false;
@@ -47,7 +47,7 @@ bool is_whole(const TSegment& segment, uint64 size) {
   return fitsMemory && is_inside(segment.p_offset, segment.p_filesz, size);
 }
 
-/** The linkers put this table last, so that it shows where any file was cut off. A stripped image may lack it. */
+/** Linkers put this table last, so checking it detects any truncation. A stripped image may lack it. */
 bool has_whole_sections(const TElfHeader& header, uint64 size) {
   if (header.e_shoff == 0) return true;
   const uint64 bytes = std::max<uint64>(header.e_shnum, 1) * sizeof(ElfW(Shdr));
@@ -62,7 +62,7 @@ uint64 aligned(uint64 bytes, uint64 alignment) {
   return (bytes + alignment - 1) / alignment * alignment;
 }
 
-/** The build ID among the notes of one segment; empty when there is none. */
+/** The build ID among the notes of one segment; empty if there is none. */
 std::string build_id_in(const std::vector<char>& notes, uint64 alignment) {
   ElfW(Nhdr) note{};
   for (uint64 at = 0; is_inside(at, sizeof note, notes.size());) {
@@ -91,14 +91,14 @@ std::string build_id(int file, const std::vector<TSegment>& segments) {
 
 TElfImage read_elf_image(int file, uint64 size) {
   TElfHeader header{};
-  if (size < sizeof header || !read_at(file, 0, &header, sizeof header)) return {.fault = "it is not a shared library"};
-  if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) return {.fault = "it is not a shared library"};
-  if (!is_for_this_program(header)) return {.fault = "it was built for another machine type or file class"};
+  if (size < sizeof header || !read_at(file, 0, &header, sizeof header)) return {.error = "it is not a shared library"};
+  if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) return {.error = "it is not a shared library"};
+  if (!is_for_this_program(header)) return {.error = "it was built for another machine type or file class"};
   std::vector<TSegment> segments;
   const bool isWhole = read_segments(file, size, header, &segments) &&
                        std::all_of(segments.begin(), segments.end(),
                                    [size](const TSegment& segment) { return is_whole(segment, size); }) &&
                        has(segments, PT_LOAD) && has(segments, PT_DYNAMIC) && has_whole_sections(header, size);
-  if (!isWhole) return {.fault = "the file is truncated or damaged"};
+  if (!isWhole) return {.error = "the file is truncated or damaged"};
   return {.buildId = build_id(file, segments)};
 }

@@ -4,12 +4,12 @@
 
 #include <string>
 
-/** What the headers of an ELF file tell before the dynamic linker maps it. The linker trusts them: a file that is
-    shorter than they say ends the process by SIGBUS when a missing page is touched. */
+/** The headers of an ELF file, validated before the dynamic linker maps it. The linker trusts them: a truncated file
+    ends the process by SIGBUS when a missing page is touched. */
 struct TElfImage {
-  /** Why the file cannot be mapped; empty when it can. */
-  std::string fault = {};
-  /** The linker's build ID; empty when the file has none. */
+  /** Why the file must not be mapped; empty if it may. */
+  std::string error = {};
+  /** The linker's build ID; empty if there is none. */
   std::string buildId = {};
 };
 

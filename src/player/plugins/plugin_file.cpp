@@ -17,7 +17,7 @@
 
 namespace {
 
-/** Longer than any entry of the user and group tables that counts here; with more members a group is not private. */
+/** Enough for any relevant entry of the user and group tables; a group with more members is not private. */
 constexpr size_t kAccountBytes = 4096;
 
 std::string user_name() {
@@ -28,7 +28,7 @@ std::string user_name() {
   return found ? found->pw_name : "";
 }
 
-/** Many systems give each user a group of the same name with no other member, and make files writable for it. */
+/** Many systems give each user a private group of the same name, and make files group-writable by default. */
 bool is_private_group(gid_t id) {
   std::vector<char> buffer(kAccountBytes);
   group entry{};
@@ -52,13 +52,13 @@ bool can_others_write(const std::string& path, const struct stat& info) {
   return (info.st_mode & S_IWGRP) && (has_access_list(path) || !is_private_group(info.st_gid));
 }
 
-std::string fault_of_folder(const std::string& folder) {
+std::string folder_error(const std::string& folder) {
   struct stat info {};
   if (stat(folder.c_str(), &info) != 0) return "its folder cannot be read";
   return can_others_write(folder, info) ? "other users can write to its folder" : "";
 }
 
-std::string fault_of_node(const std::string& path, const struct stat& info) {
+std::string node_error(const std::string& path, const struct stat& info) {
   if (!S_ISREG(info.st_mode)) return "it is not a regular file";
   return can_others_write(path, info) ? "other users can write to it" : "";
 }
@@ -86,16 +86,16 @@ bool TPluginFile::IsSameAs(const TPluginFile& other) const {
 std::string check_plugin_file(const std::string& path, TPluginFile* file) {
   const std::string real = real_path(path);
   if (real.empty()) return "it is a broken link";
-  std::string fault = fault_of_folder(std::filesystem::path(real).parent_path().string());
+  std::string error = folder_error(std::filesystem::path(real).parent_path().string());
   struct stat info {};
-  // Looked at before it is opened, which some devices act upon.
-  if (fault.empty() && stat(real.c_str(), &info) == 0) fault = fault_of_node(real, info);
-  if (!fault.empty()) return fault;
+  // Checked before open(), which has side effects on some devices.
+  if (error.empty() && stat(real.c_str(), &info) == 0) error = node_error(real, info);
+  if (!error.empty()) return error;
   const UniqueFd opened(open(real.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
   if (!opened || fstat(opened.Get(), &info) != 0) return "it cannot be read";
-  fault = fault_of_node(real, info);
-  if (!fault.empty()) return fault;
+  error = node_error(real, info);
+  if (!error.empty()) return error;
   const TElfImage image = read_elf_image(opened.Get(), static_cast<uint64>(info.st_size));
   *file = {real, info.st_dev, info.st_ino, image.buildId};
-  return image.fault;
+  return image.error;
 }

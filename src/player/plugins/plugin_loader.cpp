@@ -34,8 +34,8 @@ const char* name_of(TPluginCall call) {
 
 } // namespace
 
-TPluginLoader::TPluginLoader(std::function<void()> answered, bigtime_t patienceUs)
-    : fAnswered(std::move(answered)), fPatienceUs(patienceUs) {}
+TPluginLoader::TPluginLoader(std::function<void()> answered, bigtime_t timeoutUs)
+    : fAnswered(std::move(answered)), fTimeoutUs(timeoutUs) {}
 
 void TPluginLoader::Load(const std::string& folder, const TWanted& wanted) {
   BDirectory directory(folder.c_str());
@@ -51,8 +51,8 @@ void TPluginLoader::BeginEnd() {
 }
 
 std::vector<std::string> TPluginLoader::Proceed() {
+  fThread.Check();
   for (const auto& plugin : fPlugins) LookAt(*plugin);
-  // Those that have gone.
   std::erase_if(fBuilt, [](const TPlugin* plugin) { return plugin->thread == nullptr; });
   std::erase_if(fPlugins, [](const auto& plugin) { return plugin->thread == nullptr; });
   while (!fWaiting.empty() && !IsOneComing()) {
@@ -60,7 +60,7 @@ std::vector<std::string> TPluginLoader::Proceed() {
     fWaiting.pop_front();
   }
   if (fIsEnding) EndNext();
-  return std::exchange(fFaults, {});
+  return std::exchange(fErrors, {});
 }
 
 void TPluginLoader::LookAt(TPlugin& plugin) {
@@ -69,14 +69,14 @@ void TPluginLoader::LookAt(TPlugin& plugin) {
   plugin.name = state.name;
   plugin.info = state.info;
   plugin.isBusy = state.isBusy;
-  const bool isOverdue = state.call && system_time() - state.sinceUs >= fPatienceUs;
+  const bool isOverdue = state.call && system_time() - state.sinceUs >= fTimeoutUs;
   if (isOverdue && !plugin.isOverdue)
     Report(plugin.fileName, std::string("is not responding: its ") + name_of(*state.call) + " has not returned");
   plugin.isOverdue = isOverdue;
   if (!plugin.isBusy) Advance(plugin, state.isBuilt);
 }
 
-/** It has answered all that it was asked. */
+/** The plug-in has no pending calls. */
 void TPluginLoader::Advance(TPlugin& plugin, bool isBuilt) {
   if (plugin.stage == TStage::kEnding || !isBuilt)
     plugin.thread.reset();
@@ -86,7 +86,7 @@ void TPluginLoader::Advance(TPlugin& plugin, bool isBuilt) {
     plugin.stage = TStage::kShown;
 }
 
-/** Two of one name would find each other's windows and settings: an older copy of a plug-in, most likely. */
+/** Two plug-ins of one name, probably two versions, would interfere with each other's windows and settings. */
 void TPluginLoader::Built(TPlugin& plugin) {
   const auto same = std::find_if(fBuilt.begin(), fBuilt.end(),
                                  [&plugin](const TPlugin* other) { return other->name == plugin.name; });
@@ -100,8 +100,8 @@ void TPluginLoader::Built(TPlugin& plugin) {
 
 void TPluginLoader::Begin(const TCandidate& candidate) {
   TPluginFile file;
-  if (const std::string fault = check_plugin_file(candidate.folder + "/" + candidate.fileName, &file); !fault.empty())
-    return Report(candidate.fileName, "is not loaded: " + fault);
+  if (const std::string error = check_plugin_file(candidate.folder + "/" + candidate.fileName, &file); !error.empty())
+    return Report(candidate.fileName, "is not loaded: " + error);
   for (const auto& other : fPlugins) {
     if (other->file.IsSameAs(file))
       return Report(candidate.fileName, "is not loaded: it is the same plug-in as " + other->fileName);
@@ -116,7 +116,7 @@ void TPluginLoader::Begin(const TCandidate& candidate) {
   }
 }
 
-/** One after another; nobody waits for one that hangs, but should it come back it still ends in good order. */
+/** One after another. A plug-in that hangs is not waited for, but still ends properly if it returns. */
 void TPluginLoader::EndNext() {
   for (auto plugin = fPlugins.rbegin(); plugin != fPlugins.rend(); ++plugin) {
     if ((*plugin)->stage != TStage::kEnding) Ask(**plugin, TStage::kEnding, TPluginCall::kEnd);
@@ -155,13 +155,13 @@ bool TPluginLoader::HasEnded() const {
 }
 
 void TPluginLoader::Report(const std::string& fileName, const std::string& reason) {
-  fFaults.push_back("Plug-in " + fileName + " " + reason);
+  fErrors.push_back("Plug-in " + fileName + " " + reason);
 }
 
-std::string plugin_folder(std::string* fault) {
+std::string plugin_folder(std::string* error) {
   if (const char* folder = std::getenv("SONIVO_PLUGINS"); folder && *folder) {
     if (*folder == '/') return folder;
-    *fault = std::string("SONIVO_PLUGINS is ignored: “") + folder + "” is not an absolute path";
+    *error = std::string("SONIVO_PLUGINS is ignored: “") + folder + "” is not an absolute path";
   }
   int32 cookie = 0;
   image_info program;

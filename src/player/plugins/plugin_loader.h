@@ -1,39 +1,39 @@
 #pragma once
 
+#include "player/model/thread_checker.h"
 #include "player/plugins/plugin_file.h"
 #include "player/plugins/plugin_thread.h"
 
 #include <deque>
 
-/** The player's plug-ins: which files become one, in which order they are loaded and ended, and which does not answer.
-    Nothing here waits for a plug-in: what has come of the calls is seen by `Proceed`. One thread makes every call. */
+/** Loads and ends the plug-ins one after another, and detects those that do not answer. Never waits for a plug-in:
+    `Proceed` looks at the results of the calls. Used by one thread. */
 class TPluginLoader {
 public:
-  /** `answered`: `Proceed` has something to look at; called on threads of the plug-ins. A plug-in that has not returned
-      from a call after `patienceUs` is reported and waited for no longer. */
-  TPluginLoader(std::function<void()> answered, bigtime_t patienceUs);
+  /** `answered` is called on the plug-ins' threads when `Proceed` has something to do. A plug-in that has not returned
+      from a call after `timeoutUs` is reported, and no longer holds up the others. */
+  TPluginLoader(std::function<void()> answered, bigtime_t timeoutUs);
 
   using TWanted = std::function<bool(const std::string& name)>;
-  /** Has those `gen_*.so` of the folder that are wanted loaded and shown, one after another in byte order. A file that
-      is not safe to load, is loaded already, exports no `NewPlugin`, or fails in it is left out; one that fails in
-      `Init` stays. */
+  /** Starts loading and showing the wanted `gen_*.so` of the folder, one after another. A file that is not safe to
+     load, is loaded already, exports no `NewPlugin`, or fails in it is skipped; one that fails in `Init` stays. */
   void Load(const std::string& folder, const TWanted& wanted);
-  /** Cleans up and destroys every plug-in, the last one first, and unloads those images of which no looper is left. */
+  /** Starts cleaning up and destroying the plug-ins, in reverse order, and unloads the images without loopers. */
   void BeginEnd();
-  /** Goes on with the above. Returns what went wrong since the last time, a line each. */
+  /** Continues Load and BeginEnd. Returns the errors since the last call, one line each. */
   std::vector<std::string> Proceed();
-  /** `Proceed` is needed: after each answer, and now and then for those that give none. */
+  /** Answers are pending: call `Proceed` after each, and regularly to detect those that are overdue. */
   bool IsBusy() const;
   bool IsLoading() const;
-  /** Nothing is left to wait for, and whether that is because every plug-in has gone. */
+  /** After BeginEnd: every plug-in has ended or is overdue. */
   bool HasEnded() const;
   bool AreAllGone() const { return fPlugins.empty(); }
 
-  /** Those that were built, in the order in which they were. */
+  /** The plug-ins that were built, in that order. */
   int Count() const { return static_cast<int>(fBuilt.size()); }
   const std::string& Name(int index) const { return At(index).name; }
   const std::string& Info(int index) const { return At(index).info; }
-  /** Not for loading and ending. */
+  /** For kShow, kPrefs and kAbout. */
   void Make(int index, TPluginCall call);
 
 private:
@@ -62,15 +62,16 @@ private:
   static void Ask(TPlugin& plugin, TStage stage, TPluginCall call);
   void Report(const std::string& fileName, const std::string& reason);
 
+  TThreadChecker fThread;
   const std::function<void()> fAnswered;
-  const bigtime_t fPatienceUs;
+  const bigtime_t fTimeoutUs;
   std::deque<TCandidate> fWaiting;
   std::vector<std::unique_ptr<TPlugin>> fPlugins; // in the order of loading
   std::vector<TPlugin*> fBuilt;
-  std::vector<std::string> fFaults;
+  std::vector<std::string> fErrors;
   bool fIsEnding = false;
 };
 
-/** $SONIVO_PLUGINS, else the folder "plugins" beside the program's file. Only an absolute path is taken from the
-    environment; `fault` says so when there is another. */
-std::string plugin_folder(std::string* fault);
+/** $SONIVO_PLUGINS, else the folder "plugins" next to the executable. A relative path in the environment is ignored,
+    and reported in `error`. */
+std::string plugin_folder(std::string* error);

@@ -17,7 +17,7 @@ namespace {
 
 using NewPluginFunction = GeneralPlugin* (*)(PluginConstructorStruct*);
 
-/** Makes a call into a plug-in. Returns how it failed; empty when it did not. */
+/** Makes a call into a plug-in. Returns how it failed; empty on success. */
 template <typename Call>
 std::string failure_of(Call call) {
   try {
@@ -30,10 +30,10 @@ std::string failure_of(Call call) {
   }
 }
 
-/** An image and what its entry made; used by the plug-in's thread alone. */
+/** An image and the object that its entry point made; used by the plug-in's thread only. */
 class TLoadedPlugin {
 public:
-  /** Each returns how it failed; empty when it did not. */
+  /** Return how it failed; empty on success. */
   std::string Load(const std::string& path);
   std::string Make(TPluginCall call);
   bool IsBuilt() const { return fObject != nullptr; }
@@ -57,7 +57,7 @@ std::string TLoadedPlugin::Load(const std::string& path) {
   return "cannot be loaded: it has no NewPlugin function";
 }
 
-/** An image whose entry failed half-way may have left a thread in it: it stays mapped. */
+/** An image whose entry point failed may have left a thread running: it stays mapped. */
 std::string TLoadedPlugin::Build(NewPluginFunction construct) {
   PluginConstructorStruct record;
   std::string failure = failure_of([&] { fObject.reset(construct(&record)); });
@@ -79,7 +79,7 @@ std::string TLoadedPlugin::End() {
   const int32 loopersBefore = be_app ? be_app->CountLoopers() : 0;
   std::string failure = failure_of([this] { fObject->Cleanup(); });
   fObject.reset();
-  // A plug-in's loopers are gone when its destructor returns; one that kept all of its own stays mapped.
+  // The destructor ends the plug-in's loopers; if none has ended, their code is still in use and stays mapped.
   const bool endedSome = be_app == nullptr || be_app->CountLoopers() < loopersBefore;
   if (endedSome) dlclose(fImage);
   return failure;
@@ -91,7 +91,7 @@ struct TPluginThread::TInside {
   const std::string fileName;
   const std::function<void()> answered;
   TLoadedPlugin plugin{};
-  std::mutex mutex{}; // guards all below
+  std::mutex mutex{}; // guards path, calls, isClosed, state
   std::condition_variable changed{};
   std::string path{};
   std::deque<TPluginCall> calls{};
@@ -141,7 +141,7 @@ TPluginThread::TState TPluginThread::TakeState() {
   return state;
 }
 
-/** Waits for one; none when there will be none. */
+/** Blocks until there is a call; none after closing. */
 std::optional<TPluginCall> TPluginThread::TInside::NextCall() {
   std::unique_lock lock(mutex);
   changed.wait(lock, [this] { return isClosed || !calls.empty(); });
@@ -176,7 +176,7 @@ void TPluginThread::Run(const std::shared_ptr<TInside>& inside) {
   try {
     inside->AnswerCalls();
   } catch (const std::exception& error) {
-    // Whoever waits for the answer goes on when its patience is over.
+    // The missing answer is noticed by its time-out.
     log_error("plug-ins", inside->fileName + ": " + error.what());
   }
 }

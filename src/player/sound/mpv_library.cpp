@@ -16,7 +16,7 @@ bool find(void* image, const char* name, Function* function) {
 }
 
 std::optional<TMpvLibrary> load() {
-  // The library reads and prints numbers in the plain locale, whatever the desktop's is.
+  // The library parses and prints numbers in the C locale only.
   std::setlocale(LC_NUMERIC, "C");
   void* const image = dlopen("libmpv.so.2", RTLD_NOW | RTLD_LOCAL);
   if (image == nullptr) {
@@ -40,7 +40,7 @@ std::optional<TMpvLibrary> load() {
       find(image, "mpv_wait_event", &library.wait_event) && find(image, "mpv_wakeup", &library.wakeup) &&
       find(image, "mpv_error_string", &library.error_string);
   if (complete) return library;
-  log_error("audio", "libmpv.so.2 lacks a function that is needed");
+  log_error("audio", "libmpv.so.2 lacks a required function");
   return std::nullopt;
 }
 

@@ -2,8 +2,8 @@
 
 #include <mpv/client.h>
 
-/** The audio library, loaded when first asked for rather than with the program: its hundred and more libraries would
-    keep the window off the screen for longer than everything else together. */
+/** The audio library, loaded lazily: its more than one hundred dependencies take longer to load than the rest of the
+    start. */
 struct TMpvLibrary {
   decltype(&mpv_create) create;
   decltype(&mpv_initialize) initialize;
@@ -24,5 +24,5 @@ struct TMpvLibrary {
   decltype(&mpv_error_string) error_string;
 };
 
-/** Null, with a line on standard error, when the library is not there. Stays loaded. Any thread. */
+/** Null, and an error in the log, if the library is missing. Stays loaded. Thread-safe. */
 const TMpvLibrary* mpv_library();

@@ -27,12 +27,12 @@
 namespace {
 
 constexpr const char* kStretchFilter = "rubberband";
-/** From a seek to the sound takes 35 to 90 ms; a load may have to wait for a slow disk. */
+/** Seeks take 35 to 90 ms to be heard; a load may have to wait for a slow disk. */
 constexpr bigtime_t kLongestStartUs = 1000000;
 
 constexpr std::string_view kNoDevice = "null";
 
-/** What plays is decided here and nowhere else: no settings, scripts, keys or command socket of the library's own. */
+/** No configuration, scripts, key bindings or command socket of the library. */
 constexpr const char* kClosedOptions[][2] = {
     {"config", "no"},
     {"resume-playback", "no"},
@@ -52,17 +52,17 @@ constexpr const char* kClosedOptions[][2] = {
     {"input-ipc-server", ""},
 };
 
-/** A song is one file, or one stream from the host that its URL names: it makes the library open nothing else. */
+/** A song is one file, or one stream from the host in its URL: it must not make the library open anything else. */
 constexpr const char* kOneFileOptions[][2] = {
     {"access-references", "no"},
     {"autoload-files", "no"},
     {"load-unsafe-playlists", "no"},
     {"ordered-chapters", "no"},
     {"cookies", "no"},
-    // The only reader without lists, archives and edit decision lists; it reads through the stream that is open.
+    // The only demuxer without playlists, archives and edit decision lists; it reads from the open stream.
     {"demuxer", "lavf"},
     {"demuxer-lavf-o", "format_whitelist=[" SOUND_FORMATS "],protocol_whitelist=[none]"},
-    // Files are opened without it.
+    // Not used for local files.
     {"stream-lavf-o", "protocol_whitelist=[http,https,httpproxy,tls,tcp]"},
 };
 
@@ -72,28 +72,28 @@ constexpr const char* kPlayOptions[][2] = {
     {"audio-display", "no"},
     {"idle", "yes"},
     {"hr-seek", "yes"},
-    // In this order; without a sound card the song still plays, in real time, to nowhere.
+    // In order of preference; without a sound device the song plays in real time to the null output.
     {"ao", "pulse,pipewire,alsa,null"}, // the last is kNoDevice
     {"gapless-audio", "weak"},
     {"audio-fallback-to-null", "yes"},
 };
 
-/** A sound server that hangs keeps the library from ending, for as long as it likes. */
+/** A sound server that hangs blocks the library's end indefinitely. */
 constexpr std::chrono::seconds kLongestEnd{2};
-/** While there is no sound device: how often to look whether one has come back, and for how many looks a new one may
-    still be busy starting. */
+/** Without a sound device: polling interval for one, and how many times a new one is tried, since it may still be
+    starting. */
 constexpr bigtime_t kDeviceLookUs = 1000000;
 constexpr int kTriesPerDevice = 3;
 constexpr uint64 kOutputProperty = 1;
 
-/** libmpv behind the interface. One thread, its own, loads the library, waits for its events and makes every change;
-    the position may be asked by any thread. Since a sound server that hangs blocks the library, no other thread waits
-    for it without a limit; the source's thread keeps the source alive until the library lets it go. */
+/** TSongSource over libmpv. Its own thread loads the library, waits for events and makes all changes. A sound server
+    that hangs blocks the library, so no other thread calls it without a time limit; the source's thread keeps the
+    source alive until the library returns. */
 class TMpvSource : public TSongSource, public std::enable_shared_from_this<TMpvSource> {
 public:
   explicit TMpvSource(TSongEvents* events) : fEvents(events) {}
 
-  /** Waits for the thread as long as that is bearable. */
+  /** Waits for the thread, at most kLongestEnd. */
   void End() {
     {
       const std::lock_guard lock(fMutex);
@@ -146,7 +146,7 @@ public:
     if (fPaused && fKnownSince == move) return fPositionMs; // asking would wake the library
     const bool standsStill = fPaused && system_time() >= fMovesUntil;
     mpv_handle* const mpv = fMpv;
-    // Unavailable while nothing is heard; and until the song is heard at its new place, still that of the old one.
+    // Unavailable while nothing is heard; after a seek, still the old position until the new one is heard.
     if (mpv && system_time() >= fExpectedUntil) {
       const auto seconds = fPosition.Ask(
           [mpv](uint64 id) { return mpv_library()->get_property_async(mpv, id, "audio-pts", MPV_FORMAT_DOUBLE) >= 0; });
@@ -159,13 +159,13 @@ public:
 private:
   using Change = std::function<void()>;
 
-  /** The song will be heard from there; until it is, that is the position. Bounded, should the library never say so. */
+  /** The position until the song is heard from there. Expires in case the library never reports that. */
   void ExpectPosition(int32 positionMs) {
     fPositionMs = positionMs;
     fExpectedUntil = system_time() + kLongestStartUs;
   }
 
-  /** Something may change the position, soon, even of a paused song. */
+  /** The position may change shortly, even of a paused song. */
   void Moves() {
     fMovesUntil = system_time() + kLongestStartUs;
     ++fLastMove;
@@ -229,7 +229,7 @@ private:
     return true;
   }
 
-  /** False when the library does not know one of them; one built without scripts lacks their options. */
+  /** False if the library does not know one of them, as one built without scripts. */
   template <size_t Count>
   static bool SetOptions(mpv_handle* mpv, const char* const (&options)[Count][2]) {
     bool all = true;
@@ -239,16 +239,16 @@ private:
 
   void FailEveryLoad() {
     std::unique_lock lock(fMutex);
-    int64 told = 0;
+    int64 reported = 0;
     while (!fEnding) {
-      if (const int64 load = fLastLoad; load != told) {
-        told = load;
+      if (const int64 load = fLastLoad; load != reported) {
+        reported = load;
         lock.unlock();
-        Tell([load](TSongEvents& events) { events.SongFailed(load, "the audio library could not be started"); });
+        Report([load](TSongEvents& events) { events.SongFailed(load, "the audio library could not be started"); });
         lock.lock();
       }
       fChanges.clear();
-      fChanged.wait(lock, [&] { return fEnding || fLastLoad != told; });
+      fChanged.wait(lock, [&] { return fEnding || fLastLoad != reported; });
     }
   }
 
@@ -267,7 +267,7 @@ private:
   }
 
   template <typename Call>
-  void Tell(Call call) {
+  void Report(Call call) {
     const std::lock_guard lock(fEventsMutex);
     if (fEvents) call(*fEvents);
   }
@@ -283,7 +283,7 @@ private:
       Moves();
       break;
     case MPV_EVENT_FILE_LOADED:
-      Tell([this, tags = ReadTags()](TSongEvents& events) { events.SongLoaded(fLoad, tags); });
+      Report([this, tags = ReadTags()](TSongEvents& events) { events.SongLoaded(fLoad, tags); });
       break;
     case MPV_EVENT_END_FILE:
       Ended(*static_cast<const mpv_event_end_file*>(event->data));
@@ -305,22 +305,22 @@ private:
     fPosition.Answer(event.reply_userdata, seconds);
   }
 
-  /** Without a value the output is closed for now: what is heard next shows in the value that follows. */
+  /** Without a value the output is closed for now; another value follows. */
   void OutputChanged(const mpv_event_property& output) {
     if (output.format != MPV_FORMAT_STRING) return;
     const bool isSilent = std::string_view(*static_cast<char**>(output.data)) == kNoDevice;
     if (std::exchange(fIsSilent, isSilent) == isSilent) return;
     log_error("audio", isSilent ? "no sound device: playing silently" : "a sound device is back");
-    Tell([isSilent](TSongEvents& events) { events.OutputChanged(isSilent); });
+    Report([isSilent](TSongEvents& events) { events.OutputChanged(isSilent); });
   }
 
-  /** The library tries its outputs from the first one on. */
+  /** Has the library try its outputs again, from the first one on. */
   void LookForDevice() {
     fTriedDevices = sound_devices();
     Command({"ao-reload"});
   }
 
-  /** Trying costs sound and time, and a server that hangs blocks the library: only what has changed is tried. */
+  /** Retrying interrupts playback, and a server that hangs blocks the library: only done after a change. */
   void LookForReturnedDevice() {
     fNextLookUs = system_time() + kDeviceLookUs;
     if (sound_devices() != fTriedDevices) fTriesLeft = kTriesPerDevice;
@@ -328,26 +328,26 @@ private:
     fTriesLeft = std::max(fTriesLeft, 0);
   }
 
-  /** The last check before the library, which would take any address. */
+  /** Validates the address once more: the library would open anything. */
   void Begin(int64 load, const std::string& path, bool paused) {
     const TSongAddress song = song_address(path, "/");
-    const std::string fault = song.refusal.empty() ? fault_of_file(song.text, {}) : song.refusal;
-    if (!fault.empty()) {
+    const std::string error = song.refusal.empty() ? file_error(song.text, {}) : song.refusal;
+    if (!error.empty()) {
       StopNow();
-      return Tell([&](TSongEvents& events) { events.SongFailed(load, fault); });
+      return Report([&](TSongEvents& events) { events.SongFailed(load, error); });
     }
     SetFlag("pause", paused);
     if (fIsSilent) LookForDevice();
     fLoadOfEntry[LoadFile(song.text)] = load;
   }
 
-  /** Done when it returns: sent as the other commands are, it could be carried out after a load that follows. */
+  /** Synchronous: an asynchronous command could be executed after a following load. */
   void StopNow() {
     const char* arguments[] = {"stop", nullptr};
     mpv_library()->command_ret(fMpv, arguments, nullptr);
   }
 
-  /** Returns the library's number for this load, by which its events name it. */
+  /** Returns the library's id for this load, as used by its events. */
   int64 LoadFile(const std::string& path) {
     const char* arguments[] = {"loadfile", path.c_str(), "replace", nullptr};
     mpv_node result{};
@@ -363,9 +363,9 @@ private:
   void Ended(const mpv_event_end_file& end) {
     if (end.playlist_entry_id != fEntryId) return;
     fLoadOfEntry.erase(fEntryId);
-    if (end.reason == MPV_END_FILE_REASON_EOF) Tell([this](TSongEvents& events) { events.SongEnded(fLoad); });
+    if (end.reason == MPV_END_FILE_REASON_EOF) Report([this](TSongEvents& events) { events.SongEnded(fLoad); });
     if (end.reason == MPV_END_FILE_REASON_ERROR) {
-      Tell([&](TSongEvents& events) { events.SongFailed(fLoad, mpv_library()->error_string(end.error)); });
+      Report([&](TSongEvents& events) { events.SongFailed(fLoad, mpv_library()->error_string(end.error)); });
     }
   }
 
@@ -385,7 +385,7 @@ private:
     return text;
   }
 
-  /** The library's own stretching places its pieces up to 14 ms off, and that is heard; the filter keeps its place. */
+  /** The library's own time stretching is off by up to 14 ms, audibly; the filter's offset is constant. */
   void ChangeSpeed(double speed) {
     const bool stretched = speed != 1.0;
     if (stretched != fStretched) {
@@ -416,9 +416,9 @@ private:
     mpv_library()->set_property_string(fMpv, name, seconds.c_str());
   }
 
-  std::mutex fEventsMutex;
-  TSongEvents* fEvents; // null after the end
-  std::mutex fMutex;    // guards fChanges, fEnding, fIsRunning
+  std::mutex fEventsMutex; // guards fEvents, also during its calls
+  TSongEvents* fEvents;    // null after the end
+  std::mutex fMutex;       // guards fChanges, fEnding, fIsRunning
   std::deque<Change> fChanges;
   bool fEnding = false;
   bool fIsRunning = false;
@@ -433,15 +433,15 @@ private:
   std::atomic<bool> fPaused{false};
   std::atomic<bigtime_t> fMovesUntil{0};
   std::atomic<int64> fLastMove{0};
-  /** The move since which the position is known and stands still, if the song is paused. */
+  /** The value of fLastMove since which the position of a paused song is known. */
   std::atomic<int64> fKnownSince{-1};
-  // On the source's thread only.
+  // Used by the source's thread only.
   std::map<int64, int64> fLoadOfEntry;
   int64 fLoad = 0;
   int64 fEntryId = -1;
   bool fIsSilent = false;
   bigtime_t fNextLookUs = 0;
-  std::string fTriedDevices; // those there were at the last try
+  std::string fTriedDevices; // fingerprint at the last try
   int fTriesLeft = 0;
   bool fStretched = false;
   bool fHasFilter = false;

@@ -6,18 +6,19 @@
 
 class TSongControl;
 
-/** What the player's threads share about the song: written by the application's thread, read by the front-end host. */
+/** The current song as shared between threads: written by the application's thread, read by the front-end host and the
+    bus. Thread-safe. */
 class TNowPlaying {
 public:
   explicit TNowPlaying(TSongControl* sound) : fSound(sound) {}
-  /** Whose position counts from now on. The one before may still be asked at this moment. */
+  /** The source of the position from now on. A concurrent Record may still use the previous one. */
   void SetSound(TSongControl* sound);
-  /** Everything but the position, which is asked of the sound at each call of Record. */
+  /** Everything but the position, which Record queries from the sound each time. */
   void Set(int32 state, int32 durationMs, std::string_view title);
   TInfoRecord Record() const;
 
 private:
-  mutable std::mutex fMutex; // guards the two below
+  mutable std::mutex fMutex; // guards fSound, fRecord
   TSongControl* fSound;
   TInfoRecord fRecord;
 };

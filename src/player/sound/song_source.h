@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-/** Told what happens to the song. Called on a thread of the source, which must not be kept waiting. `load` is the
-   number that `Load` gave, so that news of a song that was replaced meanwhile can be told apart. */
+/** Callbacks of a source, on its own thread; they must not block. `load` is the number that `Load` returned, so that
+    reports about a song that was replaced meanwhile can be discarded. */
 class TSongEvents {
 public:
   TSongEvents() = default;
@@ -16,11 +16,11 @@ public:
   virtual void SongLoaded(int64 load, const TSongTags& tags) = 0;
   virtual void SongEnded(int64 load) = 0;
   virtual void SongFailed(int64 load, const std::string& reason) = 0;
-  /** Whether the sound is lost from now on, for there is no device for it; the song plays in real time all the same. */
+  /** `isSilent`: there is no sound device; the song plays on in real time without sound. */
   virtual void OutputChanged(bool /*isSilent*/) {}
 };
 
-/** What can be done with a song that is there, whoever puts out its sound. None of it waits for the sound. */
+/** Controls a loaded song, whichever player outputs its sound. No call waits for the sound. */
 class TSongControl {
 public:
   TSongControl() = default;
@@ -30,26 +30,26 @@ public:
 
   virtual void SetPaused(bool paused) = 0;
   virtual void SeekTo(int32 positionMs) = 0;
-  /** 1 is the song's own speed; the pitch is kept. */
+  /** 1 is normal speed; the pitch is kept. */
   virtual void SetSpeed(double speed) = 0;
   /** 0 to 100. */
   virtual void SetVolume(double percent) = 0;
-  /** Plays this part again and again, exactly, from when it reaches its end; -1 for either end: no longer. The next
-      song does not forget it. A source that cannot do that plays on. */
+  /** A-B repeat, sample-accurate, from the next time `toMs` is reached; -1 for either end stops it. Stays set for the
+      next song. Ignored by sources that do not support it. */
   virtual void SetRepeat(int32 /*fromMs*/, int32 /*toMs*/) {}
-  /** The moment of the song that is heard now, in ms; the last one known while nothing is heard. */
+  /** The position that is heard now, in ms; the last known one while nothing is heard. */
   virtual int32 PositionMs() = 0;
 };
 
-/** Where the player's own sound and its position come from. Every call from any thread. */
+/** Plays the player's own sound and knows its position. Thread-safe. */
 class TSongSource : public TSongControl {
 public:
-  /** Begins the song, replacing what plays. Returns the number of this load. */
+  /** Begins the song, replacing the current one. Returns the number of this load, which differs each time. */
   virtual int64 Load(const std::string& path, bool paused) = 0;
   virtual void Stop() = 0;
 };
 
-/** The audio library's source. The library is loaded at the first song, on a thread of its own. Letting go of the
-   source waits for that thread, but no longer than two seconds: a sound server that hangs keeps the library from
-   ending. The thread is left behind then, and `events` is not called any more. */
+/** A source over the audio library, which is loaded lazily, at the first song, on a thread of its own. Releasing the
+    source waits for that thread for two seconds at most, since a sound server that hangs keeps the library from
+    ending; after that the thread is abandoned. `events` is not called after the release. */
 std::shared_ptr<TSongSource> make_mpv_source(TSongEvents* events);

@@ -16,7 +16,7 @@ std::string variable(const char* name) {
   return value ? value : "";
 }
 
-/** Of the servers that PULSE_SERVER lists, those with a path: "unix:/path", "{machine}unix:/path" or "/path". */
+/** The socket paths in PULSE_SERVER, whose entries are "unix:/path", "{machine}unix:/path" or "/path". */
 std::vector<std::string> listed_sockets() {
   std::vector<std::string> paths;
   const std::string list = variable("PULSE_SERVER");
@@ -50,6 +50,6 @@ std::string state_of(const std::string& path) {
 std::string sound_devices() {
   std::string devices;
   for (const std::string& path : sockets()) devices += path + ' ' + state_of(path) + '\n';
-  // The folder changes with the devices in it.
+  // The folder's timestamp changes with the devices in it.
   return devices + kCards + ' ' + state_of(kCards);
 }

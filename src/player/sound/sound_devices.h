@@ -2,6 +2,6 @@
 
 #include <string>
 
-/** Describes the sound servers' sockets and the sound cards there are now: the text changes when one is added, removed
-   or restarted. Waits for none of them. */
+/** A fingerprint of the sound servers' sockets and the sound cards: changes when one is added, removed or restarted.
+    Never blocks. */
 std::string sound_devices();

@@ -18,7 +18,7 @@ double speed_bias_ms(double speed) {
   if (speed == 1.0) return 0;
   const auto* above =
       std::find_if(std::begin(kMeasured), std::end(kMeasured), [=](const TMeasured& m) { return m.speed >= speed; });
-  // Outside the measured speeds the nearest two go on in a straight line.
+  // Linear interpolation; outside the measured range, extrapolation from the nearest two.
   above = std::clamp(above, std::begin(kMeasured) + 1, std::end(kMeasured) - 1);
   const TMeasured& below = *(above - 1);
   return below.biasMs + (above->biasMs - below.biasMs) * (speed - below.speed) / (above->speed - below.speed);

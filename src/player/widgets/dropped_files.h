@@ -5,5 +5,5 @@
 #include <string>
 #include <vector>
 
-/** The addresses of what is dropped from elsewhere, unchecked (player/song_address.h). */
+/** The dropped URLs, not validated yet (player/model/song_address.h). */
 std::vector<std::string> dropped_files(const QDropEvent& event);

@@ -2,11 +2,10 @@
 
 #include <QLabel>
 
-/** A line of text that ends in "…" where it has no room, and never widens its window. Assistive programs are told the
-    whole of it. */
+/** A line of text that is elided instead of widening its window. Screen readers get the whole text. */
 class TElidedLabel : public QLabel {
 public:
-  /** 1 is the full colour of texts. */
+  /** Opacity; 1 is the normal text colour. */
   explicit TElidedLabel(double strength = 1);
 
 protected:

@@ -4,8 +4,7 @@
 
 #include <string>
 
-/** A text from outside as a tool tip: what looks like markup is shown, not obeyed, or it could load any file as a
-    picture. */
+/** Escapes untrusted text for a tooltip: interpreted as markup, it could load any file as a picture. */
 inline QString tool_tip(const std::string& text) {
   const QString plain = QString::fromStdString(text);
   return Qt::mightBeRichText(plain) ? "<qt>" + plain.toHtmlEscaped() + "</qt>" : plain;

@@ -3,7 +3,7 @@
 #include <QImage>
 #include <QWidget>
 
-/** The picture that belongs to the song, or a note where there is none. */
+/** The song's cover, or a placeholder. */
 class TCoverView : public QWidget {
 public:
   TCoverView();

@@ -4,8 +4,7 @@
 
 class QWidget;
 
-/** Let the user choose files, a folder, or where to write the list, in a window of their own beside which everything
-    goes on; the choice is sent to the player. */
+/** Non-blocking file dialogs; the choice is sent to the player. Display thread. */
 void choose_songs(QWidget* parent, const BMessenger& player);
 void choose_folder(QWidget* parent, const BMessenger& player);
 void choose_list_file(QWidget* parent, const BMessenger& player);

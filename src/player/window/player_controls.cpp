@@ -22,7 +22,7 @@ QString speed_text(int percent) {
   return QStringLiteral("%1×").arg(percent / 100.0);
 }
 
-/** A speed between those of the list stands among them for as long as it lasts. */
+/** Adds a custom speed to the standard ones while it is set. */
 void show_speed(QComboBox* box, int percent) {
   if (box->currentData().toInt() == percent) return;
   std::set<int> speeds(std::begin(kSpeedsPercent), std::end(kSpeedsPercent));
@@ -32,7 +32,7 @@ void show_speed(QComboBox* box, int percent) {
   box->setCurrentIndex(box->findData(percent));
 }
 
-/** A slider that goes where it is clicked. */
+/** A slider that jumps to the clicked position. */
 class TClickSlider : public QSlider {
 public:
   TClickSlider() : QSlider(Qt::Horizontal) {}
@@ -83,7 +83,7 @@ QToolButton* TPlayerControls::AddButton(const QString& icon, const QString& name
   return button;
 }
 
-/** Down while its end is set; pressed again, it lets go of the repeat. Its letter is its key. */
+/** Checked while its end is set; clicking it again cancels the repeat. The letter is its shortcut, too. */
 QToolButton* TPlayerControls::AddRepeatButton(const QString& letter, const QString& name, uint32 request) {
   auto* const button = new QToolButton;
   button->setText(letter);
@@ -130,7 +130,7 @@ void TPlayerControls::ChangeVolume(int percent) {
 }
 
 void TPlayerControls::Mute() {
-  const int before = std::exchange(fLoudBefore, fVolume->value());
+  const int before = std::exchange(fVolumeBeforeMute, fVolume->value());
   fVolume->setValue(fVolume->value() > 0 ? 0 : before);
 }
 

@@ -9,13 +9,13 @@ class QComboBox;
 class QSlider;
 class QToolButton;
 
-/** The row of buttons under the song: what plays, the part that is repeated, speed, volume, and the menu. */
+/** The row of controls: playback, A-B repeat, speed, volume, menu. Display thread. */
 class TPlayerControls : public QWidget {
 public:
   explicit TPlayerControls(const BMessenger& player);
 
   void ShowState(const TPlayerState& state);
-  /** The menu's own button; what it holds is made when it is first opened. */
+  /** Opens the menu, which its user creates lazily. */
   QToolButton* MenuButton() const { return fMenuButton; }
   void ChangeVolume(int percent);
   void Mute();
@@ -34,5 +34,5 @@ private:
   QComboBox* fSpeed = nullptr;
   QSlider* fVolume = nullptr;
   bool fShowsPlaying = false;
-  int fLoudBefore = 100; // to be silenced
+  int fVolumeBeforeMute = 100;
 };

@@ -9,7 +9,7 @@
 
 namespace {
 
-/** The outline on a square of 16. */
+/** In a 16 by 16 coordinate system. */
 QPainterPath outline(const QString& name) {
   QPainterPath path;
   const auto triangle = [&](qreal left, qreal right) {
@@ -49,10 +49,10 @@ QPainterPath outline(const QString& name) {
   return path;
 }
 
-class TSignEngine : public QIconEngine {
+class TIconEngine : public QIconEngine {
 public:
-  explicit TSignEngine(QString name) : fName(std::move(name)) {}
-  QIconEngine* clone() const override { return new TSignEngine(fName); }
+  explicit TIconEngine(QString name) : fName(std::move(name)) {}
+  QIconEngine* clone() const override { return new TIconEngine(fName); }
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
@@ -78,5 +78,5 @@ private:
 } // namespace
 
 QIcon player_icon(const QString& name) {
-  return QIcon(new TSignEngine(name));
+  return QIcon(new TIconEngine(name));
 }

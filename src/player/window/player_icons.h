@@ -3,6 +3,6 @@
 #include <QIcon>
 #include <QString>
 
-/** The player's own signs ("play", "pause", "next", "previous", "volume", "menu", "note"), drawn in the colour that
-   texts have at that moment, so that they read on light and dark and are sharp at every size. */
+/** The player's icons ("play", "pause", "next", "previous", "volume", "menu", "note"), drawn as vectors in the current
+    text colour, for light and dark themes. */
 QIcon player_icon(const QString& name);

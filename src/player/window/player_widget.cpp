@@ -1,9 +1,9 @@
 #include "player/window/player_widget.h"
 
-#include "player/frontend/front_end_host.h"
 #include "player/list/requests.h"
 #include "player/list/song_list_view.h"
 #include "player/list/tag_reader.h"
+#include "player/model/display_thread_check.h"
 #include "player/model/player_messages.h"
 #include "player/model/song_text.h"
 #include "player/widgets/dropped_files.h"
@@ -35,7 +35,7 @@ constexpr double kArtistStrength = 0.65;
 constexpr int kSeekStepMs = 5000;
 constexpr int kSpeedStep = 5;
 constexpr int kVolumeStep = 5;
-/** What is needed to play the first song goes first. */
+/** After what the first song needs. */
 constexpr int kReadTagsAfterMs = 1000;
 
 QLabel* new_label(const QString& text = {}) {
@@ -66,7 +66,7 @@ void TPlayerWidget::MakeHead() {
   fCover = new TCoverView;
   fTitle = new TElidedLabel;
   QFont large = fTitle->font();
-  large.setPointSizeF(large.pointSizeF() * 1.5); // not bold: that would be a second font to load at the start
+  large.setPointSizeF(large.pointSizeF() * 1.5); // not bold: loading a second font delays the start
   fTitle->setFont(large);
   fArtist = new TElidedLabel(kArtistStrength);
   auto* const texts = new QVBoxLayout;
@@ -139,7 +139,7 @@ void TPlayerWidget::OpenMenu() {
   fMenu->popup(button->mapToGlobal(QPoint(button->width() - fMenu->sizeHint().width(), button->height())));
 }
 
-/** The keys behind the tabs are those of MakeShortcuts, which work before this menu was ever opened. */
+/** The keys after the tabs are only labels: MakeShortcuts makes them work before the menu exists. */
 void TPlayerWidget::MakeMenu() {
   fMenu = new QMenu(this);
   fMenu->addAction(tr("&Open songs or playlists…\tCtrl+O"), this, [this] { choose_songs(this, fPlayer); });
@@ -167,6 +167,7 @@ void TPlayerWidget::AddPluginMenus() {
 }
 
 void TPlayerWidget::ShowState(const TPlayerState& state) {
+  check_display_thread();
   fPlugins = state.plugins;
   const TSong* const shown = shown_song(state);
   const TSong song = shown ? *shown : TSong();
@@ -175,7 +176,7 @@ void TPlayerWidget::ShowState(const TPlayerState& state) {
   fArtist->setText(QString::fromStdString(song.artist));
   fArtist->setVisible(!song.artist.empty());
   fTotal->setText(QString::fromStdString(clock_text(state.durationMs)));
-  ShowFaults(state.faults);
+  ShowErrors(state.errors);
   fSeekBar->ShowSong(state);
   fControls->ShowState(state);
   fList->Show(state);
@@ -185,35 +186,35 @@ void TPlayerWidget::ShowState(const TPlayerState& state) {
   fSources = {state.sources, state.source, state.isBusReachable};
 }
 
-/** The line for faults is made with the first of them. */
-void TPlayerWidget::ShowFaults(const std::string& faults) {
-  if (fFault == nullptr && faults.empty()) return;
-  if (fFault == nullptr) {
-    fFault = new_label();
-    fFault->setWordWrap(true);
-    fFault->setTextInteractionFlags(Qt::TextSelectableByMouse);
+/** The label is created lazily. */
+void TPlayerWidget::ShowErrors(const std::string& errors) {
+  if (fErrorLabel == nullptr && errors.empty()) return;
+  if (fErrorLabel == nullptr) {
+    fErrorLabel = new_label();
+    fErrorLabel->setWordWrap(true);
+    fErrorLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
     constexpr int kBelowTheHead = 1;
-    static_cast<QVBoxLayout*>(layout())->insertWidget(kBelowTheHead, fFault);
+    static_cast<QVBoxLayout*>(layout())->insertWidget(kBelowTheHead, fErrorLabel);
   }
   const bool isDark = palette().color(QPalette::Window).lightness() < 128;
   QPalette warning;
   warning.setColor(QPalette::WindowText, isDark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb7, 0x1c, 0x1c));
-  fFault->setPalette(warning);
-  fFault->setText(QString::fromStdString(faults));
-  fFault->setToolTip(tool_tip(faults)); // names without a blank are cut off
-  fFault->setVisible(!faults.empty());
+  fErrorLabel->setPalette(warning);
+  fErrorLabel->setText(QString::fromStdString(errors));
+  fErrorLabel->setToolTip(tool_tip(errors)); // a path without a blank is not wrapped
+  fErrorLabel->setVisible(!errors.empty());
 }
 
-/** What the sound could begin is looked into, and nothing else. */
+/** Only of songs that the sound could begin. */
 void TPlayerWidget::ShowPictures(const TPlayerState& state) {
   const TSong* const song = state.isLoaded ? shown_song(state) : nullptr;
-  const bool isKnown = song && song->played && song->fault.empty();
+  const bool isKnown = song && song->played && song->error.empty();
   if (fPictures == nullptr && !isKnown) return;
   if (fPictures == nullptr) {
     fPictures = new TSongPictures(this, [this](const TSongPicture& picture, const std::string& coverFile) {
       fSeekBar->ShowLoudness(picture.loudness);
       fCover->Show(cover_image(picture));
-      if (!coverFile.empty()) tell_cover(fPlayer, fPictures->Song(), coverFile);
+      if (!coverFile.empty()) send_cover(fPlayer, fPictures->Song(), coverFile);
     });
   }
   fPictures->Show(isKnown ? song->path : std::string());
@@ -224,7 +225,7 @@ void TPlayerWidget::ShowPosition(int32 positionMs) {
   fElapsed->setText(QString::fromStdString(clock_text(positionMs)));
 }
 
-/** The keyboard begins at the list. Only now there is a window that can keep it in mind. */
+/** The initial focus is on the list; a widget without a window cannot have it. */
 void TPlayerWidget::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (window()->focusWidget() == nullptr) fList->setFocus();
@@ -235,7 +236,7 @@ void TPlayerWidget::ReadTags() {
   if (fTagReader) return;
   fTagReader = new TTagReader(
       this, [this] { return fList->FirstSeenRow(); },
-      [this](const std::vector<TReadTags>& found) { tell_tags(fPlayer, found); }, tag_program());
+      [this](const std::vector<TReadTags>& found) { send_tags(fPlayer, found); }, tag_program());
   fTagReader->Show(fSongs);
 }
 

@@ -17,7 +17,7 @@ class TSongListView;
 class TSongPictures;
 class TTagReader;
 
-/** The inside of the player's window. Lives on the display thread; what the user does becomes messages to `player`. */
+/** The content of the player's window. Sends the user's requests to `player`. Display thread. */
 class TPlayerWidget : public QWidget {
 public:
   explicit TPlayerWidget(const BMessenger& player);
@@ -37,7 +37,7 @@ private:
   void OpenMenu();
   void MakeMenu();
   void AddPluginMenus();
-  void ShowFaults(const std::string& faults);
+  void ShowErrors(const std::string& errors);
   void ShowPictures(const TPlayerState& state);
   void ReadTags();
   void SeekBy(int ms);
@@ -46,17 +46,17 @@ private:
   TCoverView* fCover = nullptr;
   QLabel* fTitle = nullptr;
   QLabel* fArtist = nullptr;
-  QLabel* fFault = nullptr;
+  QLabel* fErrorLabel = nullptr;
   QLabel* fElapsed = nullptr;
   QLabel* fTotal = nullptr;
   TSeekBar* fSeekBar = nullptr;
   TPlayerControls* fControls = nullptr;
   TSongListView* fList = nullptr;
   std::vector<TPluginTexts> fPlugins;
-  std::vector<QMenu*> fPluginMenus;   // in the next, anew whenever it opens
-  QMenu* fMenu = nullptr;             // made when it is first opened
-  TSongPictures* fPictures = nullptr; // made with the first song
+  std::vector<QMenu*> fPluginMenus;   // in fMenu, rebuilt when it opens
+  QMenu* fMenu = nullptr;             // lazy
+  TSongPictures* fPictures = nullptr; // lazy, with the first song
   std::shared_ptr<const TSongs> fSongs;
-  TTagReader* fTagReader = nullptr; // made when the window stands
+  TTagReader* fTagReader = nullptr; // lazy, some time after the window is shown
   TSources fSources;
 };

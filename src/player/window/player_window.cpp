@@ -14,10 +14,10 @@
 
 struct TPlayerWindow::TWidgetSlot {
   QPointer<TPlayerWidget> widget;
-  TPlayerState state; // to be shown by the widget when it comes
+  TPlayerState state; // pending until there is a widget
 
-  /** An empty place at first. What the user waits for at the start is the editor, whose window is put together at the
-      same time: the inside of this one comes as soon as the display thread has nothing else to do. */
+  /** An empty placeholder that gets its content when the display thread is idle: at the start the user waits for the
+      editor's window, which is built at the same time. */
   static QWidget* MakePlace(const std::shared_ptr<TWidgetSlot>& slot, const BMessenger& player) {
     auto* const place = new QWidget;
     auto* const layout = new QVBoxLayout(place);
@@ -49,6 +49,12 @@ TPlayerWindow::TPlayerWindow(const BMessenger& player)
 }
 
 void TPlayerWindow::ShowState(const TPlayerState& state) {
+  const TSong* const song = shown_song(state);
+  const std::string title = song ? "Sonivo – " + song->title : "Sonivo";
+  if (Lock()) {
+    if (Title() != title) SetTitle(title.c_str());
+    Unlock();
+  }
   display::post([slot = fSlot, state] {
     if (slot->widget)
       slot->widget->ShowState(state);
@@ -61,6 +67,12 @@ void TPlayerWindow::ShowPosition(int32 positionMs) {
   display::post([slot = fSlot, positionMs] {
     if (slot->widget) slot->widget->ShowPosition(positionMs);
   });
+}
+
+void TPlayerWindow::BringToFront() {
+  if (!Lock()) return;
+  Activate();
+  Unlock();
 }
 
 bool TPlayerWindow::QuitRequested() {

@@ -5,22 +5,22 @@
 
 #include <memory>
 
-/** The player's window. Its title begins with "Sonivo", by which front ends find it. Closing it asks the application.
- */
+/** The player's window. Front ends find it by its title, which starts with "Sonivo". Its close button asks the
+    application. */
 class TPlayerWindow : public BWindow {
 public:
   explicit TPlayerWindow(const BMessenger& player);
 
-  /** From any thread; shown in the order of the calls. */
+  /** On any thread but the display thread; shown in the order of the calls. */
   void ShowState(const TPlayerState& state);
   void ShowPosition(int32 positionMs);
+  void BringToFront();
 
   bool QuitRequested() override;
 
 private:
   struct TWidgetSlot;
   const BMessenger fPlayer;
-  /** The widget, which comes a moment after the window, and what it is to show then: known to the display thread alone.
-   */
+  /** The lazily created widget and its pending state; used by the display thread only. */
   std::shared_ptr<TWidgetSlot> fSlot;
 };

@@ -1,5 +1,6 @@
 #include "player/window/seek_bar.h"
 
+#include "player/model/display_thread_check.h"
 #include "player/model/song_text.h"
 
 #include <QAccessible>
@@ -14,7 +15,7 @@
 namespace {
 
 constexpr int kHeight = 58;
-constexpr int kMargin = 3; // left and right of the song, for the place at its ends and the focus frame
+constexpr int kMargin = 3; // room for the position at both ends and the focus frame
 constexpr int kMarksHeight = 11;
 constexpr int kBarStep = 3;
 constexpr int kBarWidth = 2;
@@ -40,7 +41,7 @@ TSeekBar::TSeekBar() : QSlider(Qt::Horizontal) {
   setToolTip(tr("Playback position (Left, Right: 5 s; Page Up, Page Down: 30 s)"));
   setFocusPolicy(Qt::TabFocus);
   setMouseTracking(true);
-  setTracking(false); // while it is dragged, the song plays on
+  setTracking(false); // seeks when the mouse button is released
   setSingleStep(kStepMs);
   setPageStep(kPageMs);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -65,6 +66,7 @@ void TSeekBar::ShowSong(const TPlayerState& state) {
 }
 
 void TSeekBar::ShowPosition(int32 positionMs) {
+  check_display_thread();
   if (isSliderDown()) return;
   const bool newSecond = positionMs / 1000 != value() / 1000;
   const QSignalBlocker quiet(this);
@@ -132,12 +134,12 @@ void TSeekBar::leaveEvent(QEvent* event) {
   QSlider::leaveEvent(event);
 }
 
-/** A page that is scrolled must not move the song. */
+/** Scrolling must not seek by accident. */
 void TSeekBar::wheelEvent(QWheelEvent* event) {
   event->ignore();
 }
 
-/** Drawn anew only where the place has moved by a point of the screen. */
+/** Repaints only the area between the old and the new position, if that is at least one device pixel. */
 void TSeekBar::sliderChange(SliderChange change) {
   if (change != SliderValueChange) return QSlider::sliderChange(change);
   const int x = static_cast<int>(XOf(sliderPosition()) * devicePixelRatioF());

@@ -4,16 +4,16 @@
 
 #include <QSlider>
 
-/** The song from left to right: its loudness, where it is, the part that is repeated, and under it a mark for every
-    tagged line. Goes where it is clicked; a click on a mark goes there exactly. In ms. `valueChanged` is the user's
-    wish alone. */
+/** Seek bar with the song's waveform, the position, the A-B repeat, and a mark below for each tagged line. Clicking
+    seeks there; clicking a mark seeks to its exact time. Values are in ms; `valueChanged` is emitted for actions of the
+    user only. Display thread. */
 class TSeekBar : public QSlider {
 public:
   TSeekBar();
 
   void ShowSong(const TPlayerState& state);
   void ShowPosition(int32 positionMs);
-  /** Of each part of the song, 0 to 255; empty while it is not known. */
+  /** 0 to 255 per part of the song; empty while unknown. */
   void ShowLoudness(std::vector<unsigned char> loudness);
 
   QSize sizeHint() const override;
@@ -35,9 +35,9 @@ private:
   void DrawPlace(QPainter* painter) const;
   QRect Wave() const;
   double XOf(int32 timeMs) const;
-  /** The moment under the pointer: a mark's own where it points at one. */
+  /** The time under the pointer; that of a mark if it points at one. */
   int32 MomentAt(QPointF where) const;
-  /** Null where no mark is. */
+  /** Null if there is none. */
   const int32* MarkAt(QPointF where) const;
   void ShowMoment(const QPointF& where, const QPoint& onScreen);
 

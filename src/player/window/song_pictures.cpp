@@ -1,5 +1,6 @@
 #include "player/window/song_pictures.h"
 
+#include "player/model/display_thread_check.h"
 #include "player/pictures/picture_cache.h"
 
 #include <QCoreApplication>
@@ -12,6 +13,7 @@
 TSongPictures::TSongPictures(QObject* parent, TTaker taker) : QObject(parent), fTaker(std::move(taker)) {}
 
 void TSongPictures::Show(const std::string& song) {
+  check_display_thread();
   if (song == fSong) return;
   fSong = song;
   Drop();
@@ -22,13 +24,13 @@ void TSongPictures::Show(const std::string& song) {
   if (!TakeKept()) Ask();
 }
 
-/** False when something of it is not there. */
+/** False if the cache entry is missing or incomplete. */
 bool TSongPictures::TakeKept() {
   QFile file(QString::fromStdString(fKept));
   if (fKept.empty() || !file.open(QIODevice::ReadOnly) || file.size() > static_cast<qint64>(kLargestPicture))
     return false;
   const auto picture = parse_picture(file.readAll().toStdString());
-  // Those used longest ago go first.
+  // Marks the entry as recently used, for the eviction.
   const bool hasCover = picture && !picture->cover.empty();
   if (!picture || (hasCover && utimensat(AT_FDCWD, fCoverFile.c_str(), nullptr, 0) != 0)) return false;
   futimens(file.handle(), nullptr);
@@ -49,7 +51,7 @@ void TSongPictures::Ask() {
   fProgram->start(QCoreApplication::applicationDirPath() + "/sonivo-peaks", arguments);
 }
 
-/** A program that still looks at another song ends by itself, unheard. */
+/** Cancels reading the previous song. */
 void TSongPictures::Drop() {
   if (fProgram == nullptr) return;
   fProgram->disconnect(this);

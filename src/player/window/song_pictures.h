@@ -9,13 +9,13 @@
 
 class QProcess;
 
-/** Finds what can be seen of the song that plays: in the cache, else by the program sonivo-peaks. Display thread; never
-    waits. */
+/** Provides the waveform and cover of the current song, from the cache or by the helper process sonivo-peaks. Display
+    thread; never blocks. */
 class TSongPictures : public QObject {
 public:
   using TTaker = std::function<void(const TSongPicture& picture, const std::string& coverFile)>;
-  /** `taker` is given an empty picture at once, and the song's own when it is there; with it the file of its cover, if
-      it has one. */
+  /** `taker` gets an empty picture for each new song, then the song's own when it is available, with the image file of
+      its cover, if any. */
   TSongPictures(QObject* parent, TTaker taker);
 
   /** An empty path means no song. */
@@ -30,8 +30,8 @@ private:
 
   const TTaker fTaker;
   std::string fSong;
-  std::string fKept;      // where its picture is kept
-  std::string fCoverFile; // and its cover
+  std::string fKept;      // cache file of its picture; empty if it is not cached
+  std::string fCoverFile; // cache file of its cover
   QProcess* fProgram = nullptr;
 };
 

@@ -6,12 +6,12 @@
 class QMenu;
 class QWidget;
 
-/** From where the song can come: this player's own sound, or another player on the desktop's message bus. */
+/** The possible sources: this player's own sound, and other players on the desktop's message bus. */
 struct TSources {
   std::vector<TSourceName> players;
   std::string chosen;
   bool isBusReachable = false;
 };
 
-/** A menu that shows `sources`, which must outlive it, as they are when it opens. Display thread. */
+/** Fills itself from `sources` whenever it opens; `sources` must outlive it. Display thread. */
 QMenu* new_source_menu(QWidget* parent, const BMessenger& player, const TSources* sources);

@@ -23,8 +23,8 @@ TEST(CommandLine, TellsSongsFromOptions) {
 }
 
 TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
-  EXPECT_TRUE(parse({"--what"}).fault);
-  EXPECT_TRUE(parse({"--edit"}).fault) << "without its file";
-  EXPECT_FALSE(parse({"--help"}).fault);
+  EXPECT_TRUE(parse({"--what"}).error);
+  EXPECT_TRUE(parse({"--edit"}).error) << "without its file";
+  EXPECT_FALSE(parse({"--help"}).error);
   EXPECT_FALSE(parse({"--help"}).text.empty());
 }

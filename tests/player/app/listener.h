@@ -7,7 +7,7 @@
 #include <mutex>
 #include <string>
 
-/** Keeps what a source tells of its songs, for a test to wait for. */
+/** Records the reports of a source, and waits for them. */
 class SongListener : public TSongEvents {
 public:
   void SongLoaded(int64 load, const TSongTags& tags) override {

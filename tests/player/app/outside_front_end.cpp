@@ -1,5 +1,5 @@
 /** A front end in a process of its own, as any program could be: connects to the player, asks for the information
-    record, and prints what it was told, a line each. */
+    record, and prints the answers, one per line. */
 
 #include "platform/app/message.h"
 #include "platform/app/messenger.h"

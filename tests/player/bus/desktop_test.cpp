@@ -1,6 +1,5 @@
-/** The player as the desktop sees it: driven by the program that desktops and scripts drive players with. */
+/** The player as the desktop sees it: driven by playerctl and dbus-send. */
 
-#include "player/frontend/front_end_host.h"
 #include "player/model/bus_messages.h"
 #include "player/model/player_messages.h"
 #include "plugin/message_codes.h"
@@ -32,7 +31,7 @@ std::string playerctl(const std::string& words) {
   return output_of("playerctl --player=sonivo " + words);
 }
 
-/** The answer of a property that the program above has no word for; with a value, sets it. */
+/** Gets a property that playerctl does not support, or sets it to `value`. */
 std::string property(const std::string& name, const std::string& value = {}) {
   const std::string call = "dbus-send --session --print-reply=literal --dest=org.mpris.MediaPlayer2.sonivo "
                            "/org/mpris/MediaPlayer2 org.freedesktop.DBus.Properties.";
@@ -48,7 +47,7 @@ protected:
     EXPECT_EQ(UntilStatus("Paused"), "Paused");
     EXPECT_EQ(UntilTitle("Title of /music/one song.mp3"), "Title of /music/one song.mp3");
   }
-  /** What is wished takes its way through the player's own thread. */
+  /** Requests are carried out asynchronously on the player's own thread. */
   template <typename Ask>
   static std::string Until(const std::string& expected, const Ask& ask) {
     std::string answer;
@@ -71,7 +70,7 @@ protected:
 
 } // namespace
 
-TEST_F(Desktop, PlaysPausesAndTellsTheSong) {
+TEST_F(Desktop, PlaysPausesAndPublishesTheSong) {
   EXPECT_EQ(playerctl("metadata --format '{{artist}}|{{mpris:length}}|{{xesam:url}}'"),
             "Somebody|60000000|file:///music/one%20song.mp3");
   playerctl("play");
@@ -86,17 +85,17 @@ TEST_F(Desktop, PlaysPausesAndTellsTheSong) {
   EXPECT_EQ(UntilStatus("Stopped"), "Stopped");
 }
 
-TEST_F(Desktop, TheCoverIsToldWhileItsSongIsTheOneThatPlays) {
-  const auto tell = [&](const char* song, const char* file) {
+TEST_F(Desktop, TheCoverIsPublishedWhileItsSongPlays) {
+  const auto send = [&](const char* song, const char* file) {
     BMessage cover(kMsgCover);
     cover.AddString("path", song);
     cover.AddString("file", file);
     fApp->PostMessage(&cover);
   };
   const auto cover = [] { return playerctl("metadata --format '{{mpris:artUrl}}'"); };
-  tell("/music/one song.mp3", "/cache/a b.jpg");
+  send("/music/one song.mp3", "/cache/a b.jpg");
   EXPECT_EQ(Until("file:///cache/a%20b.jpg", cover), "file:///cache/a%20b.jpg");
-  tell("/music/two.mp3", "/cache/two.jpg");
+  send("/music/two.mp3", "/cache/two.jpg");
   EXPECT_EQ(Until("", cover), "") << "found too early: it is another song's";
   playerctl("next");
   EXPECT_EQ(Until("file:///cache/two.jpg", cover), "file:///cache/two.jpg");
@@ -147,7 +146,7 @@ TEST_F(Desktop, ABusThatWentAwayAndCameBackHasThePlayerAgain) {
   }
 }
 
-TEST_F(Desktop, FrontEndsAreToldOfTheOtherPlayersSong) {
+TEST_F(Desktop, FrontEndsGetTheOtherPlayersSong) {
   auto other = std::make_unique<FakePlayer>("fake", playing_song("file:///elsewhere/song.mp3"), [] { return 7000000; });
   const auto entry = [] { return path_of_entry(0); };
   const auto chosen = [&] {
@@ -157,9 +156,9 @@ TEST_F(Desktop, FrontEndsAreToldOfTheOtherPlayersSong) {
     return entry();
   };
   EXPECT_EQ(Until("/elsewhere/song.mp3", chosen), "/elsewhere/song.mp3");
-  EXPECT_EQ(playerctl("status"), "Stopped") << "its own sound is not what counts";
+  EXPECT_EQ(playerctl("status"), "Stopped") << "its own sound is not the source";
   fApp->PostMessage(kMsgHostPlayPause);
-  EXPECT_EQ(Until("Pause", [&] { return other->Told().empty() ? "" : other->Told().back(); }), "Pause");
+  EXPECT_EQ(Until("Pause", [&] { return other->Received().empty() ? "" : other->Received().back(); }), "Pause");
   other.reset();
   EXPECT_EQ(Until("/music/one song.mp3", entry), "/music/one song.mp3") << "it has quit";
   EXPECT_EQ(UntilStatus("Paused"), "Paused");

@@ -39,16 +39,16 @@ public:
   void Change(const QVariantMap& changed) {
     for (auto property = changed.begin(); property != changed.end(); ++property)
       fProperties[property.key()] = property.value();
-    Tell(mpris::kProperties, "PropertiesChanged", {mpris::kPlayer, changed, QStringList()});
+    Signal(mpris::kProperties, "PropertiesChanged", {mpris::kPlayer, changed, QStringList()});
   }
-  void Tell(const QString& interface, const QString& signal, const QVariantList& arguments) {
+  void Signal(const QString& interface, const QString& signal, const QVariantList& arguments) {
     QDBusMessage news = QDBusMessage::createSignal(mpris::kPath, interface, signal);
     news.setArguments(arguments);
     QDBusConnection(fName).send(news);
   }
-  std::vector<std::string> Told() {
+  std::vector<std::string> Received() {
     const std::lock_guard lock(fMutex);
-    return fTold;
+    return fReceived;
   }
   std::atomic<bool> fIsSilent{false};
 
@@ -74,14 +74,14 @@ private:
       words << (isPath ? value.value<QDBusObjectPath>().path() : value.toString());
     }
     const std::lock_guard lock(fMutex);
-    fTold.push_back(words.join(' ').toStdString());
+    fReceived.push_back(words.join(' ').toStdString());
   }
 
   const QString fName;
   QVariantMap fProperties;
   const std::function<qlonglong()> fPositionUs;
-  std::mutex fMutex; // guards fTold
-  std::vector<std::string> fTold;
+  std::mutex fMutex; // guards fReceived
+  std::vector<std::string> fReceived;
 };
 
 FakePlayer::FakePlayer(const std::string& id, QVariantMap properties, std::function<qlonglong()> positionUs) {
@@ -127,12 +127,12 @@ void FakePlayer::Change(const QVariantMap& properties) {
   Do([&] { fObject->Change(properties); });
 }
 
-void FakePlayer::TellSeeked(qlonglong positionUs) {
-  Do([&] { fObject->Tell(mpris::kPlayer, "Seeked", {positionUs}); });
+void FakePlayer::SignalSeeked(qlonglong positionUs) {
+  Do([&] { fObject->Signal(mpris::kPlayer, "Seeked", {positionUs}); });
 }
 
-std::vector<std::string> FakePlayer::Told() {
-  return fObject->Told();
+std::vector<std::string> FakePlayer::Received() {
+  return fObject->Received();
 }
 
 QVariantMap playing_song(const std::string& url) {

@@ -13,27 +13,27 @@
 class QEventLoop;
 class TActions;
 
-/** A media player on the bus that does what a test wants of it, on a thread and a connection of its own. */
+/** A scripted media player on the bus, with its own thread and connection. */
 class FakePlayer {
 public:
-  /** `positionUs`: what it says when asked. */
+  /** `positionUs` supplies the position on request. */
   FakePlayer(const std::string& id, QVariantMap properties, std::function<qlonglong()> positionUs = {});
   FakePlayer(const FakePlayer&) = delete;
   FakePlayer& operator=(const FakePlayer&) = delete;
-  /** Quits: its names are gone from the bus. */
+  /** Releases its names on the bus. */
   ~FakePlayer();
 
-  /** From now on it takes questions and answers none of them. */
+  /** Stops answering calls. */
   void FallSilent();
   void Speak();
   void Change(const QVariantMap& properties);
-  void TellSeeked(qlonglong positionUs);
-  /** What it was told to do, "Pause" or "SetPosition /track/1 5000000". */
-  std::vector<std::string> Told();
+  void SignalSeeked(qlonglong positionUs);
+  /** The calls it received, such as "Pause" or "SetPosition /track/1 5000000". */
+  std::vector<std::string> Received();
 
 private:
   class Object;
-  /** Returns when it is done. */
+  /** Synchronous. */
   void Do(const std::function<void()>& action);
 
   TActions* fActions = nullptr;

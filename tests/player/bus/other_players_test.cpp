@@ -21,7 +21,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/** Takes what the bus tells, in the application's place. */
+/** Receives the reports of the bus instead of the application. */
 class Listener : public BLooper {
 public:
   Listener() : BLooper("listener") { Run(); }
@@ -62,7 +62,7 @@ public:
   int fNews = 0;
 
 private:
-  std::recursive_mutex fMutex; // guards the three above
+  std::recursive_mutex fMutex; // guards fPlayers, fOther, fNews
   std::condition_variable_any fChanged;
 };
 
@@ -77,7 +77,7 @@ protected:
     fBus->Choose(id);
     ASSERT_TRUE(fListener->Wait([&] { return fListener->Text("id") == id; }));
   }
-  /** Looks again and again, as the editor does. */
+  /** Polls, as the editor does. */
   template <typename Condition>
   bool Look(const Condition& condition) {
     for (int i = 0; i < 3000; ++i) {
@@ -94,7 +94,7 @@ protected:
 
 } // namespace
 
-TEST_F(OtherPlayers, TheirSongIsToldAndTheirPositionFollowed) {
+TEST_F(OtherPlayers, TheirSongIsReportedAndTheirPositionFollowed) {
   std::atomic<bigtime_t> startUs = system_time() - 5000000;
   FakePlayer player("fake", playing_song("file:///music/a%20song%E3%81%82.mp3"),
                     [&] { return (system_time() - startUs) / 250000 * 250000; });
@@ -106,14 +106,14 @@ TEST_F(OtherPlayers, TheirSongIsToldAndTheirPositionFollowed) {
   EXPECT_TRUE(Look([&] { return std::abs(fBus->PositionMs() - (system_time() - startUs) / 1000) < 40; }));
 
   startUs -= 30000000;
-  player.TellSeeked(system_time() - startUs);
+  player.SignalSeeked(system_time() - startUs);
   EXPECT_TRUE(Look([&] { return std::abs(fBus->PositionMs() - (system_time() - startUs) / 1000) < 40; }));
   player.Change({{"PlaybackStatus", "Paused"}, {"Metadata", QVariantMap{{"xesam:title", 5}, {"mpris:length", "x"}}}});
   EXPECT_TRUE(fListener->Wait([&] { return fListener->Text("title") == "5"; }));
   EXPECT_EQ(fListener->Text("path"), "") << "what is said in another type than it should be harms nothing";
 }
 
-TEST_F(OtherPlayers, WhereAPausedSongIsIsKnownWhenItIsTold) {
+TEST_F(OtherPlayers, ThePositionOfAPausedSongIsKnownWhenItIsReported) {
   QVariantMap song = playing_song("file:///a.mp3");
   song["PlaybackStatus"] = "Paused";
   std::atomic<qlonglong> positionUs = 7000000;
@@ -127,15 +127,15 @@ TEST_F(OtherPlayers, WhereAPausedSongIsIsKnownWhenItIsTold) {
     return true;
   });
   positionUs = 9000000;
-  player.TellSeeked(positionUs);
+  player.SignalSeeked(positionUs);
   EXPECT_TRUE(fListener->Wait([&] { return fListener->fNews > newsBefore; }));
   EXPECT_EQ(fBus->PositionMs(), 9000);
   positionUs = 8000000;
   fBus->SeekTo(8000);
-  EXPECT_EQ(fBus->PositionMs(), 8000) << "at once, for whoever stamps now";
+  EXPECT_EQ(fBus->PositionMs(), 8000) << "at once, for the next time tag";
 }
 
-TEST_F(OtherPlayers, WishesGoToThemAsFarAsTheyCan) {
+TEST_F(OtherPlayers, CommandsReachThemAsFarAsTheySupportThem) {
   QVariantMap song = playing_song("file:///a.mp3");
   FakePlayer player("fake", song, [] { return 3000000; });
   fBus->Start();
@@ -145,8 +145,8 @@ TEST_F(OtherPlayers, WishesGoToThemAsFarAsTheyCan) {
   fBus->SetSpeed(0.5);
   fBus->SetVolume(30);
   fBus->Skip(1);
-  EXPECT_TRUE(Look([&] { return player.Told().size() == 5; }));
-  EXPECT_THAT(player.Told(),
+  EXPECT_TRUE(Look([&] { return player.Received().size() == 5; }));
+  EXPECT_THAT(player.Received(),
               ElementsAre("Pause", "SetPosition /track/1 7000000", "Set org.mpris.MediaPlayer2.Player Rate 0.5",
                           "Set org.mpris.MediaPlayer2.Player Volume 0.3", "Next"));
   player.Change({{"CanSeek", false}, {"CanPlay", false}, {"PlaybackStatus", "Paused"}});
@@ -155,11 +155,11 @@ TEST_F(OtherPlayers, WishesGoToThemAsFarAsTheyCan) {
   fBus->SeekTo(8000);
   fBus->SetPaused(false);
   fBus->Skip(-1);
-  EXPECT_TRUE(Look([&] { return player.Told().size() > 5; }));
-  EXPECT_EQ(player.Told()[5], "Previous") << "what it cannot do is not asked of it";
+  EXPECT_TRUE(Look([&] { return player.Received().size() > 5; }));
+  EXPECT_EQ(player.Received()[5], "Previous") << "unsupported commands are not sent";
 }
 
-TEST_F(OtherPlayers, WhoDoesNotAnswerIsToldAndHoldsNothingUp) {
+TEST_F(OtherPlayers, OneThatDoesNotAnswerIsReportedAndBlocksNothing) {
   FakePlayer player("fake", playing_song("file:///a.mp3"), system_time);
   fBus->Start();
   Choose("fake");
@@ -170,7 +170,7 @@ TEST_F(OtherPlayers, WhoDoesNotAnswerIsToldAndHoldsNothingUp) {
   }));
   const int32 standsAtMs = fBus->PositionMs();
   snooze(50000);
-  EXPECT_EQ(fBus->PositionMs(), standsAtMs) << "nobody knows where it is";
+  EXPECT_EQ(fBus->PositionMs(), standsAtMs) << "its position is unknown";
   player.Speak();
   EXPECT_TRUE(Look([&] {
     fBus->PositionMs();
@@ -178,7 +178,7 @@ TEST_F(OtherPlayers, WhoDoesNotAnswerIsToldAndHoldsNothingUp) {
   }));
 }
 
-TEST_F(OtherPlayers, WhoComesAndGoesIsListedAndASecondOneKeepsItsOwnName) {
+TEST_F(OtherPlayers, PlayersAreListedAsTheyComeAndGoAndASecondInstanceHasItsOwnName) {
   fBus->Start();
   EXPECT_TRUE(fListener->Wait([&] { return fListener->Flag(fListener->fPlayers, "reachable"); }));
   {
@@ -220,7 +220,7 @@ TEST_F(OtherPlayers, ATitleOfMegabytesIsCutAtACharacter) {
   EXPECT_EQ(fListener->Text("artist"), longTitle.substr(0, 1023));
 }
 
-TEST_F(OtherPlayers, ABusThatGoesAwayOrNeverWasIsTold) {
+TEST_F(OtherPlayers, ALostOrMissingBusIsReported) {
   testing::internal::CaptureStderr();
   fBus->Start();
   EXPECT_TRUE(fListener->Wait([&] { return fListener->Flag(fListener->fPlayers, "reachable"); }));

@@ -1,6 +1,6 @@
-/** The reckoning of another player's position, against players of every make and against liars. */
+/** The estimate of another player's position, for accurate, coarse and wrong players. */
 
-#include "player/bus/position_estimate.h"
+#include "player/bus/shared_position.h"
 
 #include <gtest/gtest.h>
 
@@ -14,17 +14,17 @@ constexpr bigtime_t kSecond = 1000000;
 constexpr bigtime_t kStartUs = 5000 * kSecond; // the clock has run before
 constexpr int64 kDuration = 600 * kSecond;
 
-/** What the player says at a moment, given where its song truly is. */
-using TTold = std::function<double(bigtime_t sinceStartUs, double trueUs)>;
+/** The position that the player reports, given the true one. */
+using TReported = std::function<double(bigtime_t sinceStartUs, double trueUs)>;
 
-/** Renewed every `periodUs` only. */
-TTold renewed_every(int64 periodUs) {
+/** Updated every `periodUs` only. */
+TReported updated_every(int64 periodUs) {
   return [=](bigtime_t, double trueUs) {
     return std::floor(trueUs / static_cast<double>(periodUs)) * static_cast<double>(periodUs);
   };
 }
 
-/** Listens to a player for a while, asking whenever the estimate wants to, over a bus that takes its time. */
+/** Polls a player for a while when the estimate asks for it, over a bus with latency. */
 class TSession {
 public:
   explicit TSession(double rate = 1) : fRate(rate) {
@@ -34,15 +34,16 @@ public:
     fEstimate.Begin(kStartUs, 0);
   }
 
-  void Listen(bigtime_t us, const TTold& told) {
+  void Listen(bigtime_t us, const TReported& reported) {
     std::uniform_int_distribution<bigtime_t> delay(100, 900);
     const bigtime_t end = fNowUs + us;
     while (fNowUs < end) {
       const bigtime_t asked = fNowUs = std::max(fNowUs + 1, fEstimate.NextQuestionUs(fNowUs));
-      const bigtime_t there = asked + delay(fRandom);
+      const bool isSlow = fSlowEvery > 0 && fQuestions % fSlowEvery == 1;
+      const bigtime_t there = asked + (isSlow ? 200000 : delay(fRandom));
       fNowUs = there + delay(fRandom);
       ++fQuestions;
-      fEstimate.Take({asked, fNowUs, std::llround(told(there - kStartUs, TrueUs(there)))});
+      fEstimate.Take({asked, fNowUs, std::llround(reported(there - kStartUs, TrueUs(there)))});
     }
   }
   double TrueUs(bigtime_t nowUs) const {
@@ -53,8 +54,9 @@ public:
   TPositionEstimate fEstimate;
   bigtime_t fNowUs = kStartUs;
   double fJumpedUs = 0;
-  double fTrueSpeed = 1; // what the player does with the rate it tells
+  double fTrueSpeed = 1; // relative to the reported rate
   int fQuestions = 0;
+  int fSlowEvery = 0; // so many questions, one takes 200 ms to get there
 
 private:
   const double fRate;
@@ -63,7 +65,7 @@ private:
 
 } // namespace
 
-TEST(PositionEstimate, PlayersThatRenewTheirPositionSeldomAreReckonedTrue) {
+TEST(PositionEstimate, PlayersThatUpdateTheirPositionSeldomAreFollowed) {
   struct {
     const char* name;
     int64 periodUs;
@@ -78,30 +80,30 @@ TEST(PositionEstimate, PlayersThatRenewTheirPositionSeldomAreReckonedTrue) {
   for (const auto& player : kPlayers) {
     TSession session(player.rate);
     session.fJumpedUs = 30 * kSecond; // it has played before it was chosen
-    session.Listen(2 * kSecond, renewed_every(player.periodUs));
+    session.Listen(2 * kSecond, updated_every(player.periodUs));
     EXPECT_NEAR(session.ErrorMs(), 0, player.within2sMs) << player.name;
-    session.Listen(13 * kSecond, renewed_every(player.periodUs));
+    session.Listen(13 * kSecond, updated_every(player.periodUs));
     session.fQuestions = 0;
     for (int second = 0; second < 20; ++second) {
-      session.Listen(kSecond, renewed_every(player.periodUs));
+      session.Listen(kSecond, updated_every(player.periodUs));
       EXPECT_NEAR(session.ErrorMs(), 0, player.laterMs) << player.name << ", second " << second;
     }
     EXPECT_LT(session.fQuestions, 20 * 40) << player.name;
   }
 }
 
-TEST(PositionEstimate, AJumpThatNobodyToldIsFollowedAndASingleWrongAnswerIsNot) {
+TEST(PositionEstimate, AnUnannouncedSeekIsFollowedAndASingleWrongAnswerIsNot) {
   TSession session;
-  session.Listen(5 * kSecond, renewed_every(41000));
+  session.Listen(5 * kSecond, updated_every(41000));
   session.fJumpedUs += 60 * kSecond;
-  session.Listen(2 * kSecond, renewed_every(41000));
+  session.Listen(2 * kSecond, updated_every(41000));
   EXPECT_NEAR(session.ErrorMs(), 0, 20) << "ahead";
   session.fJumpedUs -= 40 * kSecond;
-  session.Listen(2 * kSecond, renewed_every(41000));
+  session.Listen(2 * kSecond, updated_every(41000));
   EXPECT_NEAR(session.ErrorMs(), 0, 20) << "back";
-  session.Listen(8 * kSecond, renewed_every(41000));
+  session.Listen(8 * kSecond, updated_every(41000));
   session.fJumpedUs -= 0.2 * kSecond;
-  session.Listen(6 * kSecond, renewed_every(41000));
+  session.Listen(6 * kSecond, updated_every(41000));
   EXPECT_NEAR(session.ErrorMs(), 0, 20) << "back a little";
 
   int answers = 0;
@@ -111,18 +113,49 @@ TEST(PositionEstimate, AJumpThatNobodyToldIsFollowedAndASingleWrongAnswerIsNot) 
   }
 }
 
+TEST(PositionEstimate, SlowAnswersAndASingleOutlierAreNotBelieved) {
+  TSession slow;
+  slow.fSlowEvery = 4;
+  TSession outlier;
+  outlier.Listen(8 * kSecond, updated_every(41000));
+  int answers = 0;
+  for (int second = 0; second < 30; ++second) {
+    slow.Listen(kSecond, updated_every(1));
+    EXPECT_NEAR(slow.ErrorMs(), 0, 10) << "a quarter of the answers took 200 ms, second " << second;
+    const double aheadUs = second % 15 == 0 ? 200000 : 0;
+    answers = 0;
+    outlier.Listen(kSecond, [&](bigtime_t sinceUs, double trueUs) {
+      return updated_every(41000)(sinceUs, trueUs) + (answers++ == 0 ? aheadUs : 0);
+    });
+    EXPECT_NEAR(outlier.ErrorMs(), 0, 20) << "one line of eight is far ahead, second " << second;
+  }
+}
+
+TEST(SharedPosition, TheOtherPlayerIsPolledFromTheFirstReadOn) {
+  TSharedPosition position;
+  int wakes = 0;
+  position.OnNeed([&] { ++wakes; });
+  EXPECT_EQ(position.NextQuestionUs(), -1) << "nothing reads the position";
+  position.Change([](TPositionEstimate& estimate) { estimate.Begin(0, 7000000); });
+  EXPECT_EQ(position.PositionMs(), 7000);
+  EXPECT_EQ(wakes, 1);
+  EXPECT_GT(position.NextQuestionUs(), 0);
+  position.PositionMs();
+  EXPECT_EQ(wakes, 1) << "polling already";
+}
+
 TEST(PositionEstimate, ALiarsClockIsHeldToItsAnswers) {
   TSession stuck;
   stuck.Listen(4 * kSecond, [](bigtime_t, double) { return 12.0 * kSecond; });
   EXPECT_EQ(stuck.fEstimate.PositionUs(stuck.fNowUs), 12 * kSecond) << "it says to play and stands";
   stuck.fJumpedUs = 12.0 * kSecond - stuck.TrueUs(stuck.fNowUs);
-  stuck.Listen(2 * kSecond, renewed_every(41000));
+  stuck.Listen(2 * kSecond, updated_every(41000));
   EXPECT_NEAR(stuck.ErrorMs(), 0, 20) << "and moves on";
 
   TSession slow;
   slow.fTrueSpeed = 0.95;
   for (int second = 0; second < 20; ++second) {
-    slow.Listen(kSecond, renewed_every(41000));
+    slow.Listen(kSecond, updated_every(41000));
     EXPECT_NEAR(slow.ErrorMs(), 0, 500) << "slower than it says";
   }
 

@@ -18,11 +18,11 @@ namespace {
 struct TGathered : TSongTaker {
   explicit TGathered(const std::string& path, size_t enough = 1000) : most(enough) { gather_songs(path, this); }
   void Take(TSong song) override { songs.push_back(std::move(song)); }
-  void TellFault(std::string fault) override { faults.push_back(std::move(fault)); }
+  void ReportError(std::string error) override { errors.push_back(std::move(error)); }
   bool HasEnough() const override { return songs.size() >= most; }
   const size_t most;
   TSongs songs;
-  std::vector<std::string> faults;
+  std::vector<std::string> errors;
 };
 
 } // namespace
@@ -41,12 +41,12 @@ TEST(SongFiles, AFolderGivesItsSongsInByteOrder) {
   EXPECT_EQ(gathered.songs[1].title, "b");
   EXPECT_EQ(TGathered(folder.Path(), 4).songs.size(), 4U) << "no more than is wanted";
   EXPECT_EQ(TGathered(folder.File("sub/nothing")).songs.size(), 1U) << "a file is taken as it is named";
-  EXPECT_THAT(TGathered(folder.File("sub/loop/sub/../sub")).faults, ElementsAre()) << "through the link";
+  EXPECT_THAT(TGathered(folder.File("sub/loop/sub/../sub")).errors, ElementsAre()) << "through the link";
   std::filesystem::create_directory(folder.File("none"));
-  EXPECT_THAT(TGathered(folder.File("none")).faults, ElementsAre(HasSubstr("No songs found in")));
+  EXPECT_THAT(TGathered(folder.File("none")).errors, ElementsAre(HasSubstr("No songs found in")));
 }
 
-TEST(SongFiles, ListsWithinListsEndAndTellWhatIsMissing) {
+TEST(SongFiles, NestedListsEndAndReportWhatIsMissing) {
   const ScratchFolder folder;
   std::filesystem::create_directory(folder.File("in"));
   for (const char* name : {"1.mp3", "in/2.mp3", "3.mp3"}) folder.Write(name, "");
@@ -58,15 +58,15 @@ TEST(SongFiles, ListsWithinListsEndAndTellWhatIsMissing) {
   EXPECT_THAT(paths_of(gathered.songs),
               ElementsAre(folder.File("1.mp3"), folder.File("in/2.mp3"), folder.File("3.mp3"), folder.File("gone.mp3"),
                           folder.File("also gone.mp3"), "http://radio.example/x"));
-  EXPECT_EQ(gathered.songs.back().fault, "") << "whether it is there is known when it is played";
-  EXPECT_EQ(gathered.songs[3].fault, "No such file or directory");
-  EXPECT_EQ(gathered.songs[2].fault, "");
-  EXPECT_THAT(gathered.faults, ElementsAre(HasSubstr("contains itself"), HasSubstr("Cannot read the playlist"),
+  EXPECT_EQ(gathered.songs.back().error, "") << "checked when it is played";
+  EXPECT_EQ(gathered.songs[3].error, "No such file or directory");
+  EXPECT_EQ(gathered.songs[2].error, "");
+  EXPECT_THAT(gathered.errors, ElementsAre(HasSubstr("contains itself"), HasSubstr("Cannot read the playlist"),
                                            HasSubstr("2 songs of the playlist " + outer +
                                                      " cannot be played, the first: " + folder.File("gone.mp3"))));
 }
 
-TEST(SongFiles, WhatIsNoSongStaysInTheListWithAWord) {
+TEST(SongFiles, WhatIsNoSongStaysInTheListWithAnError) {
   const ScratchFolder folder;
   const std::string pipe = folder.File("pipe.mp3");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -75,14 +75,14 @@ TEST(SongFiles, WhatIsNoSongStaysInTheListWithAWord) {
   std::filesystem::create_directory(folder.File("sub.m3u"));
   const TGathered gathered(list);
   EXPECT_THAT(paths_of(gathered.songs), ElementsAre(filter, pipe, "FILE://host/a.mp3"));
-  for (const TSong& song : gathered.songs) EXPECT_NE(song.fault, "") << song.path;
-  EXPECT_THAT(gathered.faults,
+  for (const TSong& song : gathered.songs) EXPECT_NE(song.error, "") << song.path;
+  EXPECT_THAT(gathered.errors,
               ElementsAre(HasSubstr("Cannot read the playlist"), HasSubstr("3 songs of the playlist")));
   for (const std::string& text : {filter, pipe, std::string("/dev/zero"), "file://host" + pipe}) {
     const TGathered handedOver(text);
     ASSERT_EQ(handedOver.songs.size(), 1U) << text;
-    EXPECT_NE(handedOver.songs[0].fault, "") << text;
-    EXPECT_EQ(handedOver.faults.size(), 1U) << text;
+    EXPECT_NE(handedOver.songs[0].error, "") << text;
+    EXPECT_EQ(handedOver.errors.size(), 1U) << text;
   }
   EXPECT_EQ(TGathered("file://" + folder.Write("a b.mp3", "")).songs[0].path, folder.File("a b.mp3"));
   EXPECT_EQ(TGathered("HTTP://radio.example/x").songs[0].path, "http://radio.example/x");
@@ -95,22 +95,23 @@ TEST(SongFiles, AListIsReadAsFarAsItsLimits) {
   ASSERT_EQ(songs.size(), 2U);
   EXPECT_EQ(songs[0].title.size(), 1024U);
   EXPECT_EQ(songs[0].artist.size(), 1024U);
-  EXPECT_EQ(songs[1].fault, "its name is too long");
+  EXPECT_EQ(songs[1].error, "its name is too long");
   EXPECT_LE(songs[1].path.size(), 1024U);
   const ScratchFolder folder;
   const TGathered gathered(folder.Write("empty.m3u", std::string(kMostListLines, '\n') + "a.mp3\n"));
-  EXPECT_THAT(gathered.faults, ElementsAre(HasSubstr("Only the first 1000000 lines")));
+  EXPECT_THAT(gathered.errors, ElementsAre(HasSubstr("Only the first 1000000 lines")));
   EXPECT_TRUE(gathered.songs.empty());
 }
 
 TEST(SongFiles, ListsFromElsewhereAreUnderstood) {
   const TSongs songs = parse_m3u("#EXTM3U\n#EXTINF:83.5,Caf\xe9 - Lied\nsub\\caf\xe9.mp3\n#PLAYLIST:x\n\n"
-                                 "http://radio.example/stream.mp3\nfile:///m/%C3%A4%20b.ogg",
+                                 "http://radio.example/stream.mp3\n#EXTINF:5,Hello, World\nfile:///m/%C3%A4%20b.ogg",
                                  "/l");
   EXPECT_THAT(paths_of(songs), ElementsAre("/l/sub/café.mp3", "http://radio.example/stream.mp3", "/m/ä b.ogg"));
   EXPECT_EQ(songs[0].title, "Café - Lied");
   EXPECT_EQ(songs[0].durationMs, 83500);
-  EXPECT_EQ(songs[1].title, "stream") << "what was said of one song is not said of the next";
+  EXPECT_EQ(songs[1].title, "stream") << "not that of the song before";
+  EXPECT_EQ(songs[2].title, "Hello, World");
 }
 
 TEST(SongFiles, EveryNameComesBackFromAListThatWasWritten) {

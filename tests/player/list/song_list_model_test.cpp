@@ -7,7 +7,7 @@
 
 #include <random>
 
-/** Whatever is done to the list, a row that a view holds on to stays with its song, or is told that it has gone. */
+/** Invariant: after any change, a persistent index still refers to its song, or is invalid if that was removed. */
 TEST(SongListModel, RowsStayWithTheirSongs) {
   const unsigned seed = std::random_device()();
   std::mt19937 random(seed);

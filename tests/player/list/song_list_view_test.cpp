@@ -53,7 +53,7 @@ TEST_F(SongListView, GoesToTheSongThatPlaysUnlessTheUserIsThere) {
   EXPECT_FALSE(IsSeen(701)) << "the user looks at something else";
   fView.FollowNextSong();
   Play(702);
-  EXPECT_TRUE(IsSeen(702)) << "the user wished for it";
+  EXPECT_TRUE(IsSeen(702)) << "the user asked for it";
 
   ScrollBy(200);
   QHoverEvent leaves(QEvent::HoverLeave, QPointF(-1, -1), QPointF(-1, -1), QPointF(50, 50));

@@ -23,14 +23,14 @@ protected:
         EXPECT_GE(piece.search, fSeen) << "one after another";
         fSeen = piece.search;
         std::move(piece.songs.begin(), piece.songs.end(), std::back_inserter(songs));
-        std::move(piece.faults.begin(), piece.faults.end(), std::back_inserter(fFaults));
+        std::move(piece.errors.begin(), piece.errors.end(), std::back_inserter(fErrors));
         if (piece.search == search && piece.isLast) return songs;
       }
     }
   }
 
   const ScratchFolder fFolder;
-  std::vector<std::string> fFaults;
+  std::vector<std::string> fErrors;
   int64 fSeen = 0;
   std::counting_semaphore<> fNews{0};
   TSongSearch fSearch{[this] { fNews.release(); }};
@@ -38,7 +38,7 @@ protected:
 
 } // namespace
 
-TEST_F(SongSearch, FindsInTheOrderOfTheWishesAndTellsWhatItCouldNot) {
+TEST_F(SongSearch, FindsInTheOrderOfTheRequestsAndReportsWhatItCouldNot) {
   std::filesystem::create_directory(fFolder.File("many"));
   for (int i = 100; i < 400; ++i) fFolder.Write("many/" + std::to_string(i) + ".mp3", "");
   std::filesystem::create_directory(fFolder.File("empty"));
@@ -49,10 +49,10 @@ TEST_F(SongSearch, FindsInTheOrderOfTheWishesAndTellsWhatItCouldNot) {
   EXPECT_EQ(songs.front().title, "first");
   for (size_t i = 1; i <= 300; ++i) ASSERT_EQ(songs[i].title, std::to_string(99 + i));
   EXPECT_EQ(songs.back().title, "last");
-  EXPECT_THAT(fFaults, ElementsAre(HasSubstr("No songs found in")));
+  EXPECT_THAT(fErrors, ElementsAre(HasSubstr("No songs found in")));
 }
 
-TEST_F(SongSearch, WhatWasForgottenIsNeverTold) {
+TEST_F(SongSearch, ForgottenSearchesDeliverNothing) {
   fFolder.Write("a.mp3", "");
   for (int i = 0; i < 100; ++i) fSearch.Begin({fFolder.Path()});
   fSearch.Forget();

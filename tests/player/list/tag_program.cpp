@@ -1,4 +1,4 @@
-/** Stands in for `sonivo-peaks --tags`: what becomes of it over a song is told by the song's name. */
+/** A fake `sonivo-peaks --tags` that fails in the way that the name of the song says. */
 
 #include "player/pictures/tag_talk.h"
 

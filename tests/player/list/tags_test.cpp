@@ -1,4 +1,4 @@
-/** What the list shows of songs that were not played yet: read from their files by a program that may fail. */
+/** Tags of songs that were not played yet, read by a helper that may fail. */
 
 #include "player/list/tag_asker.h"
 #include "player/list/tag_reader.h"
@@ -34,7 +34,7 @@ std::string answer(const std::string& title, const std::string& state = "1") {
   return answer_bytes({state, {title, "artist", 3000}});
 }
 
-/** Two seconds that name their title and artist. */
+/** Two seconds with title and artist. */
 std::string tagged_wav(const std::string& title, const std::string& artist) {
   const auto chunk = [](const std::string& name, const std::string& bytes) {
     const char size[4] = {static_cast<char>(bytes.size())};
@@ -45,7 +45,7 @@ std::string tagged_wav(const std::string& title, const std::string& artist) {
 
 } // namespace
 
-TEST(TagTalk, AnAnswerComesInPiecesAndNothingElseIsTakenForOne) {
+TEST(TagTalk, AnswersMayComeInPiecesAndOthersAreRejected) {
   const std::string bytes = answer_bytes({"12 34", {"a\ntitle", "語", 61000}});
   TTagAnswer read;
   for (size_t size = 0; size < bytes.size(); ++size)
@@ -67,7 +67,7 @@ TEST(TagTalk, AnAnswerComesInPiecesAndNothingElseIsTakenForOne) {
   EXPECT_EQ(read.tags.title.size(), 1U + 341 * 3) << "between characters";
 }
 
-TEST(TagTalk, AFileIsLookedIntoUnlessItIsKnownAsItIs) {
+TEST(TagTalk, AFileIsReadUnlessItIsUnchanged) {
   const ScratchFolder folder;
   const std::string song = folder.Write("a.wav", tagged_wav("Morning", "The Band"));
   const TTagAnswer first = answer_to({"", song});
@@ -87,10 +87,10 @@ TEST(TagTalk, AFileIsLookedIntoUnlessItIsKnownAsItIs) {
     EXPECT_EQ(answer_to({"", none}).state, "");
 }
 
-TEST(TagAsker, BeginsWithWhatIsSeenAndAsksOnceAboutEverySongThatNothingIsKnownOf) {
+TEST(TagAsker, BeginsWithVisibleSongsAndAsksOnceAboutEachWithoutTags) {
   TSongs songs = *numbered_songs({"/a", "/played", "/b", "/gone", "http://radio", "/told", "/c"});
   songs[1].played = true;
-  songs[3].fault = "it is missing";
+  songs[3].error = "it is missing";
   songs[5].durationMs = 1000;
   TTagAsker asker;
   asker.Show(std::make_shared<TSongs>(songs));
@@ -113,7 +113,7 @@ TEST(TagAsker, BeginsWithWhatIsSeenAndAsksOnceAboutEverySongThatNothingIsKnownOf
   EXPECT_THAT(asker.TakeFound(), IsEmpty());
 }
 
-TEST(TagAsker, RemembersWhatAFileSaidUntilItIsAnother) {
+TEST(TagAsker, CachesTheTagsOfAFileUntilItChanges) {
   TTagAsker asker;
   TSongs songs = *numbered_songs({"/a", "/a", "/a"});
   asker.Show(std::make_shared<TSongs>(songs));
@@ -128,7 +128,7 @@ TEST(TagAsker, RemembersWhatAFileSaidUntilItIsAnother) {
   EXPECT_THAT(titles, ElementsAre("A", "A", "B"));
 }
 
-TEST(TagReader, PassesOverWhatItsProgramFailsOn) {
+TEST(TagReader, SkipsSongsThatItsHelperFailsOn) {
   int count = 1;
   char name[] = "test";
   char* words[] = {name, nullptr};

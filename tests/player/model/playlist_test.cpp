@@ -32,10 +32,10 @@ protected:
 
 TEST_F(Playlist, PassesOverSongsThatFailed) {
   list.SetCurrent(0);
-  list.Edit(1)->fault = "it is missing";
+  list.Edit(1)->error = "it is missing";
   EXPECT_EQ(list.Neighbour(1), 2);
   EXPECT_EQ(list.Neighbour(-1), -1);
-  for (const int32 row : {2, 3, 4}) list.Edit(row)->fault = "it is missing";
+  for (const int32 row : {2, 3, 4}) list.Edit(row)->error = "it is missing";
   EXPECT_EQ(list.Neighbour(1), -1) << "a list of bad songs comes to an end";
   EXPECT_FALSE(list.SetCurrent(5));
   EXPECT_EQ(list.Current(), 0);

@@ -1,4 +1,4 @@
-/** Every form that the address of a song can have, and what becomes of it. */
+/** Addresses of songs: normalized or refused. */
 
 #include "player/model/song_address.h"
 
@@ -85,7 +85,7 @@ void expect_refused_for_good(const TSongAddress& refused) {
   const TSongs back = parse_m3u(m3u_text({song}, "/list"), "/list");
   ASSERT_EQ(back.size(), 1U);
   EXPECT_EQ(back[0].path, refused.text);
-  EXPECT_TRUE(!back[0].fault.empty() || is_file_path(back[0].path)) << back[0].path;
+  EXPECT_TRUE(!back[0].error.empty() || is_file_path(back[0].path)) << back[0].path;
 }
 
 } // namespace

@@ -6,15 +6,15 @@
 
 TEST(SongText, AFileSaysItselfWhyItCannotBePlayed) {
   const ScratchFolder folder;
-  EXPECT_EQ(fault_of_file(folder.File("none"), "?"), "No such file or directory");
-  EXPECT_EQ(fault_of_file("http://radio.example/x", "loading failed"), "loading failed");
-  EXPECT_EQ(fault_of_file(folder.Path(), "?"), "this is a folder");
-  EXPECT_EQ(fault_of_file("/dev/null", "?"), "this is a pipe or a device, not a file");
-  EXPECT_EQ(fault_of_file(folder.Write("empty.mp3", ""), "?"), "the file is empty");
-  EXPECT_EQ(fault_of_file(folder.Write("text.mp3", "x"), "unknown format"), "unknown format");
+  EXPECT_EQ(file_error(folder.File("none"), "?"), "No such file or directory");
+  EXPECT_EQ(file_error("http://radio.example/x", "loading failed"), "loading failed");
+  EXPECT_EQ(file_error(folder.Path(), "?"), "this is a folder");
+  EXPECT_EQ(file_error("/dev/null", "?"), "this is a pipe or a device, not a file");
+  EXPECT_EQ(file_error(folder.Write("empty.mp3", ""), "?"), "the file is empty");
+  EXPECT_EQ(file_error(folder.Write("text.mp3", "x"), "unknown format"), "unknown format");
 }
 
-TEST(SongText, OnlyAnEndWellBeforeItsTimeIsTold) {
+TEST(SongText, OnlyAnEndWellBeforeItsTimeIsReported) {
   TSong song;
   song.path = "/a.mp3";
   song.durationMs = 185000;

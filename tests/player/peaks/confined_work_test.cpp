@@ -1,4 +1,4 @@
-/** The sandbox in which strangers' songs are decoded: what it keeps out, and that the rest goes on without it. */
+/** The sandbox for decoding untrusted songs: what it blocks, and that the player works without it. */
 
 #include "player/peaks/confined_work.h"
 #include "player/peaks/read_song.h"
@@ -115,7 +115,7 @@ TEST(ConfinedWork, ASystemCallThatNoSongNeedsEndsIt) {
   EXPECT_EQ(confined([] { return std::string("works"); }), "works") << "the one after it";
 }
 
-TEST(ConfinedWork, EndsAtItsLimitsAndByItsFaults) {
+TEST(ConfinedWork, EndsAtItsLimitsAndByErrors) {
   TWorkLimits brief = kLimits;
   brief.cpuSeconds = brief.wallSeconds = 1;
   const auto keep_busy = [] {

@@ -1,4 +1,4 @@
-/** What is seen of a song: found, sent through the pipe, and kept. */
+/** Waveform and cover: decoding, serialization, cache. */
 
 #include "player/peaks/loudness.h"
 #include "player/peaks/read_song.h"

@@ -45,12 +45,12 @@ protected:
   }
   /** Until every call has been answered. */
   std::vector<std::string> Finish() {
-    std::vector<std::string> faults = fLoader.Proceed();
+    std::vector<std::string> errors = fLoader.Proceed();
     while (fLoader.IsBusy()) {
       fAnswers.acquire();
-      for (std::string& fault : fLoader.Proceed()) faults.push_back(std::move(fault));
+      for (std::string& error : fLoader.Proceed()) errors.push_back(std::move(error));
     }
-    return faults;
+    return errors;
   }
 
   const ScratchFolder fFolder;
@@ -88,17 +88,17 @@ TEST_F(PluginLoader, OneThatNeverReturnsIsNamedAndHoldsUpNeitherTheOthersNorTheE
   Put("gen_unwell.so");
   TPluginLoader impatient([] {}, 0);
   impatient.Load(fFolder.Path(), is_any);
-  std::vector<std::string> faults;
+  std::vector<std::string> errors;
   const auto proceed = [&] {
-    for (std::string& fault : impatient.Proceed()) faults.push_back(std::move(fault));
+    for (std::string& error : impatient.Proceed()) errors.push_back(std::move(error));
     std::this_thread::yield();
   };
   while (impatient.Count() == 0) proceed();
   impatient.BeginEnd();
   while (!impatient.HasEnded()) proceed();
   EXPECT_FALSE(impatient.AreAllGone()) << "the process must not be ended as if nothing of it were left";
-  EXPECT_EQ(faults.front(), "Plug-in gen_hanging.so is not responding: its NewPlugin has not returned");
-  EXPECT_EQ(std::count(faults.begin(), faults.end(), faults.front()), 1);
+  EXPECT_EQ(errors.front(), "Plug-in gen_hanging.so is not responding: its NewPlugin has not returned");
+  EXPECT_EQ(std::count(errors.begin(), errors.end(), errors.front()), 1);
 }
 
 TEST_F(PluginLoader, OnePluginUnderTwoNamesIsLoadedOnce) {
@@ -181,14 +181,14 @@ TEST_F(PluginLoader, AnImageThatIsCutOffAnywhereIsRefused) {
 }
 
 TEST(PluginFolder, OnlyAnAbsolutePathIsTakenFromTheEnvironment) {
-  std::string fault;
+  std::string error;
   setenv("SONIVO_PLUGINS", "plugins", 1);
-  EXPECT_THAT(plugin_folder(&fault), testing::EndsWith("/plugins"));
-  EXPECT_THAT(plugin_folder(&fault), StartsWith("/"));
-  EXPECT_EQ(fault, "SONIVO_PLUGINS is ignored: “plugins” is not an absolute path");
-  fault.clear();
+  EXPECT_THAT(plugin_folder(&error), testing::EndsWith("/plugins"));
+  EXPECT_THAT(plugin_folder(&error), StartsWith("/"));
+  EXPECT_EQ(error, "SONIVO_PLUGINS is ignored: “plugins” is not an absolute path");
+  error.clear();
   setenv("SONIVO_PLUGINS", "/opt/plugins", 1);
-  EXPECT_EQ(plugin_folder(&fault), "/opt/plugins");
-  EXPECT_EQ(fault, "");
+  EXPECT_EQ(plugin_folder(&error), "/opt/plugins");
+  EXPECT_EQ(error, "");
   unsetenv("SONIVO_PLUGINS");
 }

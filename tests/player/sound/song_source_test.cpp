@@ -15,7 +15,7 @@ namespace {
 
 class SongSource : public testing::Test {
 protected:
-  /** Returns when the song is there. */
+  /** Returns when the song is loaded. */
   int64 LoadSilence(uint32 halves, bool paused) {
     const int64 load = fSource->Load(fFolder.Write("a.wav", silent_wav(halves)), paused);
     EXPECT_TRUE(fListener.Wait(fListener.fLoaded, load));
@@ -36,7 +36,7 @@ TEST_F(SongSource, PlaysInRealTimeWithoutASoundCard) {
   EXPECT_TRUE(fListener.fIsSilent);
 }
 
-TEST_F(SongSource, PlayedSilentlyForEverAfterTheSoundServerHadBeenRestarted) {
+TEST_F(SongSource, PlayedSilentlyForeverAfterARestartOfTheSoundServer) {
   SoundServer server;
   LoadSilence(40, false);
   EXPECT_FALSE(fListener.fIsSilent);
@@ -52,7 +52,7 @@ TEST_F(SongSource, PlayedSilentlyForEverAfterTheSoundServerHadBeenRestarted) {
   EXPECT_TRUE(fListener.WaitForOutput(false)) << "at the next song";
 }
 
-/** A wait without a limit hangs this test until it is ended from outside. */
+/** An unbounded wait would hang this test. */
 TEST_F(SongSource, EndsWhileTheSoundServerHangs) {
   SoundServer server;
   LoadSilence(40, false);
@@ -63,11 +63,11 @@ TEST_F(SongSource, EndsWhileTheSoundServerHangs) {
   fSource.reset();
 }
 
-TEST_F(SongSource, PausedStaysWhereItWasSoughtToAndIsAskedAnewOnceItMoves) {
+TEST_F(SongSource, PausedStaysWhereItWasSoughtToUntilItMoves) {
   LoadSilence(20, true);
   fSource->SeekTo(250);
   EXPECT_EQ(fSource->PositionMs(), 250);
-  for (int i = 0; i < 30; ++i) { // until the library is asked no more
+  for (int i = 0; i < 30; ++i) { // until the library is not polled any more
     snooze(50000);
     EXPECT_NEAR(fSource->PositionMs(), 250, 30);
   }
@@ -78,7 +78,7 @@ TEST_F(SongSource, PausedStaysWhereItWasSoughtToAndIsAskedAnewOnceItMoves) {
   EXPECT_GT(fSource->PositionMs(), 5000);
 }
 
-TEST_F(SongSource, APartIsPlayedAgainUntilItIsLetGo) {
+TEST_F(SongSource, ARangeIsRepeatedUntilThatIsCancelled) {
   const int64 load = LoadSilence(2, true);
   fSource->SetRepeat(500, 1000);
   fSource->SetPaused(false);
@@ -98,7 +98,7 @@ TEST_F(SongSource, APartIsPlayedAgainUntilItIsLetGo) {
   EXPECT_TRUE(fListener.Wait(fListener.fEnded, load)) << "it goes on to its end";
 }
 
-TEST_F(SongSource, TellsWhichSongCannotBePlayed) {
+TEST_F(SongSource, ReportsASongThatCannotBePlayed) {
   int64 load = fSource->Load(fFolder.File("missing.mp3"), false);
   ASSERT_TRUE(fListener.Wait(fListener.fFailed, load));
   EXPECT_FALSE(fListener.Reason().empty());
@@ -106,9 +106,9 @@ TEST_F(SongSource, TellsWhichSongCannotBePlayed) {
   ASSERT_TRUE(fListener.Wait(fListener.fFailed, load));
 }
 
-TEST_F(SongSource, NewsNameTheLoadTheyAreAbout) {
+TEST_F(SongSource, ReportsNameTheirLoad) {
   const int64 bad = fSource->Load(fFolder.File("missing.mp3"), true);
   const int64 good = LoadSilence(1, true);
-  EXPECT_NE(fListener.fFailed, good) << "the failure, if it was told, is the other song's";
+  EXPECT_NE(fListener.fFailed, good) << "a failure, if reported, is the other song's";
   EXPECT_TRUE(fListener.fFailed == bad || fListener.fFailed == 0);
 }

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/** Finds every song, a minute long, stays where it was sought to, and keeps account of what it is told. */
+/** Fake sound: every song exists and is a minute long; the position changes by seeking only; records the calls. */
 class StillSource : public TSongSource {
 public:
   struct Account {
@@ -45,7 +45,7 @@ private:
   int64 fLoads = 0;
 };
 
-/** The player without a screen and with that sound, until the test ends. */
+/** The player without a display and with StillSource, until the test ends. */
 class StillPlayer {
 public:
   StillPlayer(const std::vector<std::string>& songs, bool startsPaused) {

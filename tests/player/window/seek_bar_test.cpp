@@ -19,7 +19,7 @@ protected:
     state.durationMs = kDurationMs;
     state.marksMs = std::make_shared<std::vector<int32>>(std::vector<int32>{20050, 20090, 60000});
     fBar.ShowSong(state);
-    QObject::connect(&fBar, &QSlider::valueChanged, [this](int value) { fWishes.push_back(value); });
+    QObject::connect(&fBar, &QSlider::valueChanged, [this](int value) { fRequests.push_back(value); });
   }
 
   void Mouse(QEvent::Type type, double x, double y) {
@@ -38,7 +38,7 @@ protected:
   char* fWords[1] = {fName};
   QApplication fApplication{fCount, fWords};
   TSeekBar fBar;
-  std::vector<int> fWishes;
+  std::vector<int> fRequests;
 };
 
 constexpr double kInWave = 20;
@@ -52,17 +52,17 @@ TEST_F(SeekBar, AClickOnAMarkGoesThereExactlyAndElsewhereToThatMoment) {
   Click(3 + 302, kInWave);
   Click(3 + 250, kInMarks); // no mark is near
   Click(-50, kInWave);
-  EXPECT_THAT(fWishes, testing::ElementsAre(20050, 60000, 60400, 50000, 0));
+  EXPECT_THAT(fRequests, testing::ElementsAre(20050, 60000, 60400, 50000, 0));
 }
 
-TEST_F(SeekBar, OnlyTheUserWishes) {
+TEST_F(SeekBar, OnlyTheUserSeeks) {
   fBar.ShowPosition(30000);
-  EXPECT_TRUE(fWishes.empty());
+  EXPECT_TRUE(fRequests.empty());
   EXPECT_EQ(fBar.value(), 30000);
   Mouse(QEvent::MouseButtonPress, 3 + 100, kInWave);
   fBar.ShowPosition(31000);
   Mouse(QEvent::MouseMove, 3 + 200, kInWave);
-  EXPECT_TRUE(fWishes.empty()) << "while it is dragged the song plays on";
+  EXPECT_TRUE(fRequests.empty()) << "while it is dragged the song plays on";
   Mouse(QEvent::MouseButtonRelease, 3 + 200, kInWave);
-  EXPECT_THAT(fWishes, testing::ElementsAre(40000));
+  EXPECT_THAT(fRequests, testing::ElementsAre(40000));
 }

@@ -1,13 +1,15 @@
-/** The player as front ends and scripts meet it, without a screen: what they wish of it, and what it tells of itself.
- */
+/** The player without a display: commands of front ends, scripts, and what it reports. */
 
-#include "player/frontend/front_end_host.h"
+#include "player/app/kept_list.h"
+#include "player/app/single_instance.h"
+#include "player/app/song_marks.h"
 #include "player/list/tag_fields.h"
 #include "player/model/player_messages.h"
 #include "plugin/message_codes.h"
 #include "tests/player/app/player_questions.h"
 #include "tests/player/sound/still_source.h"
 #include "tests/support/scratch_folder.h"
+#include "tests/support/songs.h"
 
 #include <gtest/gtest.h>
 
@@ -28,18 +30,18 @@ std::string output_of(const char* program) {
   return output;
 }
 
-class Wishes : public testing::Test {
+class Commands : public testing::Test {
 protected:
-  Wishes() { wait_for_songs(1); }
+  Commands() { wait_for_songs(1); }
 
-  static void Wish(uint32 what) { BMessenger(kSignature).SendMessage(what); }
-  static void Wish(uint32 what, const char* field, int32 value) {
-    BMessage wish(what);
-    wish.AddInt32(field, value);
-    BMessenger(kSignature).SendMessage(&wish);
+  static void Send(uint32 what) { BMessenger(kSignature).SendMessage(what); }
+  static void Send(uint32 what, const char* field, int32 value) {
+    BMessage command(what);
+    command.AddInt32(field, value);
+    BMessenger(kSignature).SendMessage(&command);
   }
-  /** Asks for the record once everything that was wished before is done. */
-  static BMessage Tell() {
+  /** Gets the record once all earlier commands are done. */
+  static BMessage Information() {
     const BMessage handshake = ask_player(BMessage(kMsgHostHandshake), BMessenger(kSignature));
     EXPECT_EQ(handshake.what, kMsgHostHandshake);
     BMessenger host;
@@ -51,16 +53,16 @@ protected:
   }
   static bool IsPlaying() {
     bool isPlaying = false;
-    EXPECT_EQ(Tell().FindBool("Playing", &isPlaying), B_OK);
+    EXPECT_EQ(Information().FindBool("Playing", &isPlaying), B_OK);
     return isPlaying;
   }
   static int32 PositionMs() {
-    const BMessage told = Tell();
+    const BMessage information = Information();
     const void* record = nullptr;
     ssize_t size = 0;
     int32 positionMs = -1;
-    EXPECT_EQ(told.FindData("Info", B_STRING_TYPE, &record, &size), B_OK);
-    if (size != 124) return -1; // what front ends take for a record
+    EXPECT_EQ(information.FindData("Info", B_STRING_TYPE, &record, &size), B_OK);
+    if (size != 124) return -1; // the size that front ends expect
     std::memcpy(&positionMs, static_cast<const char*>(record) + 4, sizeof positionMs);
     return positionMs;
   }
@@ -77,7 +79,7 @@ protected:
 
 } // namespace
 
-TEST_F(Wishes, ScriptsReadThePlaylist) {
+TEST_F(Commands, ScriptsReadThePlaylist) {
   std::string name = "x";
   for (int i = 0; i < 50; ++i) name += "語";
   BMessage drop(kMsgAddSongs);
@@ -96,7 +98,7 @@ TEST_F(Wishes, ScriptsReadThePlaylist) {
   EXPECT_FALSE(played);
 }
 
-TEST_F(Wishes, WhatIsNotUnderstoodIsAnsweredToo) {
+TEST_F(Commands, UnknownScriptsAreAnsweredByAnError) {
   BMessage wrongName(B_COUNT_PROPERTIES);
   wrongName.AddSpecifier("Entry");
   wrongName.AddSpecifier("Library");
@@ -112,28 +114,28 @@ TEST_F(Wishes, WhatIsNotUnderstoodIsAnsweredToo) {
   }
 }
 
-TEST_F(Wishes, PlayAndPauseTakeTurnsAndAreTold) {
+TEST_F(Commands, PlayAndPauseTakeTurnsAndAreReported) {
   EXPECT_FALSE(IsPlaying()) << "nothing is loaded";
-  Wish(kMsgHostPlayPause);
+  Send(kMsgHostPlayPause);
   EXPECT_TRUE(IsPlaying());
-  Wish(kMsgHostPlayPause);
+  Send(kMsgHostPlayPause);
   EXPECT_FALSE(IsPlaying());
 }
 
-TEST_F(Wishes, AFrontEndInAnotherProcessGetsTheRecord) {
-  Wish(kMsgHostPlayPause);
+TEST_F(Commands, AFrontEndInAnotherProcessGetsTheRecord) {
+  Send(kMsgHostPlayPause);
   IsPlaying(); // the song is loaded
-  Wish(kMsgHostSeek, "Time", 5000);
+  Send(kMsgHostSeek, "Time", 5000);
   EXPECT_EQ(PositionMs(), 5000);
   EXPECT_EQ(output_of(FRONT_END_PROGRAM),
             std::string("124 bytes\n5000 ms\n") + kOwnTitle + "\nplaying\nnothing else is offered\n");
 }
 
-TEST_F(Wishes, SeeksStayWithinTheSong) {
-  Wish(kMsgHostPlayPause);
-  IsPlaying(); // the news of the song is on its way to the player now, ahead of what follows
+TEST_F(Commands, SeeksStayWithinTheSong) {
+  Send(kMsgHostPlayPause);
+  IsPlaying(); // the report of the loaded song precedes what follows
   struct {
-    uint32 wish;
+    uint32 command;
     int32 timeMs;
     int32 positionMs;
   } const kSeeks[] = {
@@ -148,48 +150,48 @@ TEST_F(Wishes, SeeksStayWithinTheSong) {
       {kMsgHostSeekBy, INT32_MIN, 0},
   };
   for (const auto& seek : kSeeks) {
-    Wish(seek.wish, "Time", seek.timeMs);
+    Send(seek.command, "Time", seek.timeMs);
     EXPECT_EQ(PositionMs(), seek.positionMs) << seek.timeMs;
   }
   const int seeks = fAccount.seeks;
-  Wish(kMsgHostSeek);
-  Wish(kMsgHostSeekBy, "time", 1000);
+  Send(kMsgHostSeek);
+  Send(kMsgHostSeekBy, "time", 1000);
   PositionMs();
-  EXPECT_EQ(fAccount.seeks, seeks) << "a wish without its field is none";
+  EXPECT_EQ(fAccount.seeks, seeks) << "ignored without its field";
 }
 
-TEST_F(Wishes, NothingIsSoughtWithoutASong) {
-  Wish(kMsgHostSeek, "Time", 5000);
+TEST_F(Commands, NothingIsSoughtWithoutASong) {
+  Send(kMsgHostSeek, "Time", 5000);
   EXPECT_EQ(PositionMs(), 0);
   EXPECT_EQ(fAccount.seeks, 0);
 }
 
-TEST_F(Wishes, AFileThatVanishesWhileItPlaysIsTold) {
-  Wish(kMsgHostPlayPause); // of /music/song.mp3, which is not there
+TEST_F(Commands, AFileThatVanishesWhileItPlaysIsReported) {
+  Send(kMsgHostPlayPause); // of /music/song.mp3, which is not there
   IsPlaying();
   testing::internal::CaptureStderr();
-  for (int tick = 0; tick < 25; ++tick) Wish(kMsgTick);
+  for (int tick = 0; tick < 25; ++tick) Send(kMsgTick);
   IsPlaying();
-  const std::string told = testing::internal::GetCapturedStderr();
-  EXPECT_NE(told.find("was moved or deleted: /music/song.mp3"), std::string::npos) << told;
-  EXPECT_EQ(told.find("was moved or deleted"), told.rfind("was moved or deleted")) << "once";
+  const std::string log = testing::internal::GetCapturedStderr();
+  EXPECT_NE(log.find("was moved or deleted: /music/song.mp3"), std::string::npos) << log;
+  EXPECT_EQ(log.find("was moved or deleted"), log.rfind("was moved or deleted")) << "once";
 }
 
-TEST_F(Wishes, SpeedGoesByPointsWithinItsBounds) {
+TEST_F(Commands, SpeedGoesByPointsWithinItsBounds) {
   for (const auto& [points, speed] :
        {std::pair{5, 1.05}, {-15, 0.9}, {-100, 0.25}, {-5, 0.25}, {5, 0.3}, {INT32_MAX, 2.0}}) {
-    Wish(kMsgHostSpeedBy, "Percent", points);
+    Send(kMsgHostSpeedBy, "Percent", points);
     IsPlaying();
     EXPECT_DOUBLE_EQ(fAccount.speed, speed) << points;
   }
 }
 
-TEST_F(Wishes, APartIsRepeatedWhicheverEndIsSetFirst) {
-  Wish(kMsgHostPlayPause);
+TEST_F(Commands, APartIsRepeatedWhicheverEndIsSetFirst) {
+  Send(kMsgHostPlayPause);
   IsPlaying();
   struct {
     int32 positionMs;
-    uint32 wish;
+    uint32 command;
     int32 fromMs;
     int32 toMs;
   } const kSteps[] = {
@@ -198,18 +200,18 @@ TEST_F(Wishes, APartIsRepeatedWhicheverEndIsSetFirst) {
       {6000, kMsgRepeatTo, 0, 6000},    {2000, kMsgRepeatFrom, 2000, 6000},
   };
   for (const auto& step : kSteps) {
-    Wish(kMsgHostSeek, "Time", step.positionMs);
-    Wish(step.wish);
+    Send(kMsgHostSeek, "Time", step.positionMs);
+    Send(step.command);
     IsPlaying();
     EXPECT_EQ(fAccount.fromMs, step.fromMs) << step.positionMs;
     EXPECT_EQ(fAccount.toMs, step.toMs) << step.positionMs;
   }
-  Wish(kMsgPlaySong, "index", 0);
+  Send(kMsgPlaySong, "index", 0);
   IsPlaying();
   EXPECT_EQ(fAccount.toMs, -1) << "another song begins without it";
 }
 
-TEST_F(Wishes, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
+TEST_F(Commands, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
   const ScratchFolder folder;
   folder.Write("a.mp3", "");
   const std::string b = folder.Write("b.mp3", "");
@@ -232,7 +234,7 @@ TEST_F(Wishes, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
   EXPECT_EQ(TitleOf(1), "Title of " + b) << "the song that was there already is the one that was begun";
 
   BMessenger(kSignature).SendMessage(&drop);
-  Wish(kMsgClearSongs);
+  Send(kMsgClearSongs);
   handedOver.MakeEmpty();
   handedOver.AddString("path", folder.File("d.mp3"));
   BMessenger(kSignature).SendMessage(&handedOver);
@@ -241,13 +243,13 @@ TEST_F(Wishes, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
       << "what was still looked for when the list was cleared does not come";
 }
 
-TEST_F(Wishes, WhatFilesSayIsToldExceptTheTitleOfTheSongThatPlays) {
+TEST_F(Commands, TagsOfFilesAreReportedExceptTheTitleOfTheSongThatPlays) {
   const ScratchFolder folder;
   BMessage drop(kMsgAddSongs);
   for (const char* name : {"b.mp3", "c.mp3"}) drop.AddString("path", folder.Write(name, ""));
   BMessenger(kSignature).SendMessage(&drop);
   wait_for_songs(3);
-  Wish(kMsgHostPlayPause);
+  Send(kMsgHostPlayPause);
   IsPlaying();
   BMessage found(kMsgTagsFound);
   int64 id = 0;
@@ -256,7 +258,7 @@ TEST_F(Wishes, WhatFilesSayIsToldExceptTheTitleOfTheSongThatPlays) {
     add_tags(&found, {title, "", 5000});
   }
   BMessenger(kSignature).SendMessage(&found);
-  EXPECT_EQ(TitleOf(0), kOwnTitle) << "what the sound told stands";
+  EXPECT_EQ(TitleOf(0), kOwnTitle) << "the sound's own tags take precedence";
   EXPECT_EQ(TitleOf(1), folder.File("b.mp3")) << "front ends find the song that plays by its title";
   EXPECT_EQ(TitleOf(2), "other");
   int32 timeMs = 0;
@@ -264,13 +266,83 @@ TEST_F(Wishes, WhatFilesSayIsToldExceptTheTitleOfTheSongThatPlays) {
   EXPECT_EQ(timeMs, 5000);
 }
 
-TEST_F(Wishes, RemovingTheLastSongStopsIt) {
-  Wish(kMsgHostPlayPause);
+TEST_F(Commands, RemovingTheSongThatPlaysGoesToTheNextAndTheLastOneStops) {
+  Send(kMsgHostPlayPause);
   EXPECT_TRUE(IsPlaying());
+  BMessage add(kMsgAddSongs);
+  add.AddString("path", "/music/next.mp3");
+  BMessenger(kSignature).SendMessage(&add);
+  wait_for_songs(2);
   BMessage remove(kMsgRemoveSongs);
   remove.AddInt64("id", 1);
   BMessenger(kSignature).SendMessage(&remove);
+  EXPECT_TRUE(IsPlaying());
+  EXPECT_EQ(TitleOf(0), "Title of /music/next.mp3") << "it was loaded";
+  remove.AddInt64("id", 2);
+  BMessenger(kSignature).SendMessage(&remove);
   EXPECT_FALSE(IsPlaying());
-  Wish(kMsgHostPlayPause);
+  Send(kMsgHostPlayPause);
   EXPECT_FALSE(IsPlaying()) << "there is nothing to play";
+}
+
+TEST_F(Commands, TheListOfTheLastRunIsRestoredAndChangesAreKept) {
+  const ScratchFolder settings;
+  setenv("XDG_CONFIG_HOME", settings.Path().c_str(), 1);
+  ASSERT_TRUE(save_kept_list({songs_of({"/kept/a.mp3", "/kept/b.mp3"}), 1, 7000, 30}, kept_list_path()));
+  BMessage remove(kMsgRemoveSongs);
+  remove.AddInt64("id", 1);
+  BMessenger(kSignature).SendMessage(&remove);
+  Send(kMsgFirstSong);
+  wait_for_songs(2);
+  EXPECT_EQ(PositionMs(), 7000);
+  EXPECT_FALSE(IsPlaying());
+  Send(kMsgVolume, "percent", 55);
+  Send(kMsgPlaySong, "index", 0);
+  Send(kMsgHostSeek, "Time", 1000);
+  PositionMs(); // the song is loaded
+  Send(kMsgHostSeek, "Time", 2000);
+  Send(kMsgKeep);
+  PositionMs();
+  const TKeptList kept = load_kept_list(kept_list_path());
+  EXPECT_EQ(paths_of(kept.songs), (std::vector<std::string>{"/kept/a.mp3", "/kept/b.mp3"}));
+  EXPECT_EQ(kept.current, 0);
+  EXPECT_EQ(kept.positionMs, 2000);
+  EXPECT_EQ(kept.volumePercent, 55);
+}
+
+TEST_F(Commands, AnotherStartHandsItsSongsToThisPlayer) {
+  const ScratchFolder folder;
+  folder.Write("b.mp3", "");
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder.Path());
+  TCommandLine line;
+  line.songs = {"b.mp3"};
+  line.startsPaused = true;
+  EXPECT_TRUE(hand_over(line));
+  std::filesystem::current_path(before);
+  wait_for_songs(2);
+  EXPECT_EQ(path_of_entry(1), folder.File("b.mp3")) << "relative to the folder of the other start";
+  EXPECT_EQ(TitleOf(1), "Title of " + folder.File("b.mp3")) << "it is loaded";
+  EXPECT_FALSE(IsPlaying()) << "paused, as it asked";
+}
+
+TEST(SingleInstance, WithoutAPlayerTheSongsAreNotHandedOver) {
+  EXPECT_FALSE(hand_over({}));
+}
+
+TEST(SongMarks, BelongToTheSongThatTheyWereSentFor) {
+  TSongMarks marks;
+  BMessage message(kMsgHostMarks);
+  for (const int32 timeMs : {3000, 1000, 2000}) message.AddInt32("TimeMs", timeMs);
+  EXPECT_FALSE(marks.Take(message)) << "for which song?";
+  message.AddString("Title", "Title");
+  EXPECT_TRUE(marks.Take(message));
+  TSong song;
+  song.title = "Title";
+  EXPECT_EQ(marks.Of(&song), nullptr) << "its title is only its file's name";
+  song.played = true;
+  EXPECT_EQ(*marks.Of(&song), (std::vector<int32>{1000, 2000, 3000}));
+  song.title = "Another";
+  EXPECT_EQ(marks.Of(&song), nullptr);
+  EXPECT_EQ(marks.Of(nullptr), nullptr);
 }

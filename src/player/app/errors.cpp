@@ -1,0 +1,28 @@
+#include "player/app/errors.h"
+
+#include "platform/support/cut_text.h"
+
+#include <algorithm>
+
+namespace {
+constexpr size_t kShown = 3; // more would push the playlist off a small window
+}
+
+void TErrors::Add(const std::string& error) {
+  const std::string_view text = cut_text(error);
+  if (std::find(fErrors.begin(), fErrors.end(), text) == fErrors.end()) fErrors.emplace_back(text);
+}
+
+bool TErrors::Clear() {
+  const bool had = !fErrors.empty();
+  fErrors.clear();
+  return had;
+}
+
+std::string TErrors::Text() const {
+  const size_t hidden = fErrors.size() - std::min(fErrors.size(), kShown);
+  std::string text;
+  if (hidden > 0) text = std::to_string(hidden) + (hidden == 1 ? " earlier message:" : " earlier messages:");
+  for (size_t i = hidden; i < fErrors.size(); ++i) text += (text.empty() ? "" : "\n") + fErrors[i];
+  return text;
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "player/app/transport.h"
+#include "player/model/thread_checker.h"
+
+#include <memory>
+
+class BMessage;
+class TPlayerEvents;
+class TSongSource;
+
+/** Plays the songs of the list with this player's own sound. Application's thread. */
+class TOwnTransport : public TTransport {
+public:
+  /** `songs` and `events` outlive this. */
+  TOwnTransport(TPlaylist* songs, std::shared_ptr<TSongSource> sound, TPlayerEvents* events);
+
+  /** Does nothing for an index outside the list. */
+  void PlaySong(int32 index, bool paused, int32 fromMs = 0);
+  void Stop();
+  void Pause();
+  /** Beyond the song's end the next song follows. */
+  void SeekBy(int32 byMs);
+  /** For the next song; does not load the audio library yet. */
+  void RestoreVolume(int32 percent) { fPlayback.volumePercent = percent; }
+  /** What the sound reports; false for any other message. */
+  bool Handle(const BMessage& message);
+  /** Ten times a second while a song plays. */
+  void Tick();
+  /** Lets go of the sound, which takes up to two seconds. Nothing may be called after that. */
+  void End();
+
+  /** For threads that ask for the position; null after End. */
+  TSongSource* Sound() const { return fSound.get(); }
+  bool HasNoDevice() const { return fHasNoDevice; }
+  /** Differs for each song begun; 0 for none. */
+  int64 LoadNumber() const { return fLoad; }
+
+  TPlayback Playback() const override { return fPlayback; }
+  int32 PositionMs() override;
+  void PlayPause() override;
+  void Skip(int direction) override;
+  void Seek(int64 positionMs) override;
+  void SetSpeed(int64 percent) override;
+  void SetVolume(int32 percent) override;
+  void SetRepeat(uint32 request) override;
+
+private:
+  void ForgetRepeat();
+  bool IsAboutThisLoad(const BMessage& message) const;
+  void Loaded(const BMessage& message);
+  void Ended();
+  void PlayOn();
+  void Failed(const BMessage& message);
+
+  TThreadChecker fThread;
+  TPlaylist* const fSongs;
+  std::shared_ptr<TSongSource> fSound;
+  TPlayerEvents* const fEvents;
+  TPlayback fPlayback;
+  bool fHasNoDevice = false;
+  int64 fLoad = 0;
+  int64 fLoadedLoad = 0;  // the last one that the sound could begin
+  int64 fMissingLoad = 0; // the last one whose file was found missing
+  int64 fTicks = 0;
+  int32 fResumeMs = 0; // where the song continues once it is loaded
+};

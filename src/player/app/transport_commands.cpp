@@ -1,0 +1,63 @@
+#include "player/app/transport_commands.h"
+
+#include "platform/app/message.h"
+#include "player/app/transport.h"
+#include "player/model/player_messages.h"
+#include "plugin/message_codes.h"
+
+namespace {
+
+const char* field_of(uint32 command) {
+  switch (command) {
+  case kMsgSeek:
+    return "positionMs";
+  case kMsgHostSeek:
+  case kMsgHostSeekBy:
+    return "Time";
+  case kMsgHostSpeedBy:
+    return "Percent";
+  case kMsgSpeed:
+  case kMsgVolume:
+    return "percent";
+  default:
+    return nullptr;
+  }
+}
+
+void carry_out(uint32 command, int32 number, TTransport* transport) {
+  switch (command) {
+  case kMsgSeek:
+  case kMsgHostSeek:
+    return transport->Seek(number);
+  case kMsgHostSeekBy:
+    return transport->Seek(int64{transport->PositionMs()} + number);
+  case kMsgSpeed:
+    return transport->SetSpeed(number);
+  case kMsgHostSpeedBy:
+    return transport->SetSpeed(int64{transport->Playback().speedPercent} + number);
+  default:
+    return transport->SetVolume(number);
+  }
+}
+
+} // namespace
+
+bool handle_transport_command(const BMessage& message, TTransport* transport) {
+  switch (message.what) {
+  case kMsgPlayPause:
+  case kMsgHostPlayPause:
+    transport->PlayPause();
+    return true;
+  case kMsgRepeatFrom:
+  case kMsgRepeatTo:
+  case kMsgRepeatOff:
+    transport->SetRepeat(message.what);
+    return true;
+  default:
+    break;
+  }
+  const char* const field = field_of(message.what);
+  int32 number = 0;
+  if (field && message.FindInt32(field, &number) == B_OK) carry_out(message.what, number, transport);
+  return field != nullptr;
+}

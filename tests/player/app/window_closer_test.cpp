@@ -1,0 +1,65 @@
+#include "player/app/window_closer.h"
+
+#include "tests/support/own_looper.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class WindowCloser : public testing::Test {
+protected:
+  void Answer(bool agrees) {
+    BMessage answer(B_REPLY);
+    answer.AddBool("result", agrees);
+    fCloser.TakeAnswer(answer);
+  }
+  static BMessenger To(const OwnLooper<BLooper>& window) { return BMessenger(window.get()); }
+
+  OwnLooper<BLooper> fPlayer{new BLooper};
+  OwnLooper<BLooper> fFirst{new BLooper};
+  OwnLooper<BLooper> fSecond{new BLooper};
+  TWindowCloser fCloser{BMessenger(fPlayer.get())};
+};
+
+} // namespace
+
+TEST_F(WindowCloser, ThePlayerEndsOnceAllHaveAgreedAndNotBefore) {
+  Answer(true);
+  EXPECT_FALSE(fCloser.TakeConsent()) << "no window was asked";
+  fCloser.Ask({To(fFirst), To(fSecond)});
+  Answer(true);
+  fCloser.CheckWindows();
+  EXPECT_FALSE(fCloser.TakeConsent());
+  Answer(true);
+  EXPECT_TRUE(fCloser.TakeConsent());
+  EXPECT_FALSE(fCloser.TakeConsent()) << "once";
+  EXPECT_TRUE(fCloser.IsClosing());
+}
+
+TEST_F(WindowCloser, OneThatRefusesKeepsThePlayerOpenUntilAllAreAskedAgain) {
+  fCloser.Ask({To(fFirst), To(fSecond)});
+  Answer(false);
+  EXPECT_FALSE(fCloser.IsClosing());
+  Answer(true);
+  EXPECT_FALSE(fCloser.TakeConsent());
+  fCloser.Ask({To(fFirst)});
+  Answer(true);
+  EXPECT_TRUE(fCloser.TakeConsent());
+}
+
+TEST_F(WindowCloser, AWindowThatGoesWithoutAnAnswerIsNotWaitedFor) {
+  fCloser.Ask({To(fFirst), To(fSecond)});
+  fFirst.reset();
+  fCloser.CheckWindows();
+  EXPECT_FALSE(fCloser.TakeConsent()) << "the other one is still there";
+  fSecond.reset();
+  fCloser.CheckWindows();
+  EXPECT_TRUE(fCloser.TakeConsent());
+}
+
+TEST_F(WindowCloser, WithoutAWindowToAskThePlayerEndsAtOnce) {
+  const BMessenger gone = To(fFirst);
+  fFirst.reset();
+  fCloser.Ask({gone});
+  EXPECT_TRUE(fCloser.TakeConsent());
+}
