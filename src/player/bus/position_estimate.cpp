@@ -117,7 +117,7 @@ void TPositionEstimate::TakeMoved(bigtime_t atUs, int64 positionUs) {
   fChangedAtUs = atUs;
   // A stale sample is only a lower bound for the position.
   const double origin = OriginOf(atUs, positionUs);
-  if (isSharp || fLines.empty() || origin > OriginOf(0, PositionUs(0))) NoteLine(origin);
+  if (isSharp || fLines.empty() || origin > fBaseUs) NoteLine(origin);
   if (isSharp && fAsked >= kFewestOfBurst) EndBurst(atUs, true);
 }
 

@@ -138,10 +138,9 @@ TEST(SharedPosition, TheOtherPlayerIsPolledFromTheFirstReadOn) {
   EXPECT_EQ(position.NextQuestionUs(), -1) << "nothing reads the position";
   position.Change([](TPositionEstimate& estimate) { estimate.Begin(0, 7000000); });
   EXPECT_EQ(position.PositionMs(), 7000);
+  position.PositionMs();
   EXPECT_EQ(wakes, 1);
   EXPECT_GT(position.NextQuestionUs(), 0);
-  position.PositionMs();
-  EXPECT_EQ(wakes, 1) << "polling already";
 }
 
 TEST(PositionEstimate, ALiarsClockIsHeldToItsAnswers) {
