@@ -235,7 +235,7 @@ TEST_F(Commands, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
 
   BMessenger(kSignature).SendMessage(&drop);
   Send(kMsgClearSongs);
-  handedOver.MakeEmpty();
+  handedOver = BMessage(kMsgHandedOver);
   handedOver.AddString("path", folder.File("d.mp3"));
   BMessenger(kSignature).SendMessage(&handedOver);
   wait_for_songs(1);
