@@ -1,5 +1,6 @@
 #include "player/window/player_window.h"
 
+#include "platform/app/looper_lock.h"
 #include "platform/app/message.h"
 #include "platform/display/display_thread.h"
 #include "platform/display/native_view.h"
@@ -51,10 +52,7 @@ TPlayerWindow::TPlayerWindow(const BMessenger& player)
 void TPlayerWindow::ShowState(const TPlayerState& state) {
   const TSong* const song = shown_song(state);
   const std::string title = song ? "Sonivo – " + song->title : "Sonivo";
-  if (Lock()) {
-    if (Title() != title) SetTitle(title.c_str());
-    Unlock();
-  }
+  if (const TLooperLock lock(this); lock && Title() != title) SetTitle(title.c_str());
   display::post([slot = fSlot, state] {
     if (slot->widget)
       slot->widget->ShowState(state);
@@ -70,9 +68,7 @@ void TPlayerWindow::ShowPosition(int32 positionMs) {
 }
 
 void TPlayerWindow::BringToFront() {
-  if (!Lock()) return;
-  Activate();
-  Unlock();
+  if (const TLooperLock lock(this); lock) Activate();
 }
 
 bool TPlayerWindow::QuitRequested() {
