@@ -98,9 +98,10 @@ TEST_F(Saving, WindowClosesOnlyWhenTheLyricsAreSafe) {
   EXPECT_THAT(Answer({"Y", "U"}, close).back().text, HasSubstr(fFolder.File("KOREVA/VesmoE/Recovered_")));
   EXPECT_FALSE(IsClosed());
   EXPECT_TRUE(IsModified());
-  Press("Delete");
-  Press("Ctrl+Z");
-  EXPECT_TRUE(IsModified()) << "nothing of it is on the disk";
+  SendToView(BMessage(kMsgUndo));
+  EXPECT_EQ(Lines().front(), "[00:01]a");
+  EXPECT_TRUE(IsModified()) << "no state is known to be on the disk";
+  SendToView(BMessage(kMsgRedo));
 
   std::filesystem::remove(path);
   Answer("Y", close);
@@ -134,6 +135,8 @@ TEST_F(Saving, ACommandDoesNotOvertakeTheKeyBeforeIt) {
   shift.AddString("_SmplIptData", "1000");
   press_then_send("y", shift);
   EXPECT_EQ(Lines(), (std::list<std::string>{"[00:11]one", "xy"}));
+  Press("Ctrl+Z");
+  EXPECT_EQ(Lines(), (std::list<std::string>{"[00:10]one", "xy"})) << "only the command is undone";
 }
 
 /** A changed document that was never saved: it goes through the panel. */
