@@ -2,10 +2,12 @@
 #include "platform/kernel/ports.h"
 #include "platform/kernel/unique_fd.h"
 #include "tests/processes/peer.h"
-#include "tests/support/eventually.h"
+#include "tests/support/waiter.h"
 
 #include <gtest/gtest.h>
+#include <linux/sockios.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -99,6 +101,23 @@ TEST(PortsBetweenProcesses, BlockWritersWhileTheyAreFull) {
   EXPECT_EQ(peer.Receive(), "ok");
   EXPECT_EQ(read_text(ours), "two");
   EXPECT_EQ(read_text(ours), "three");
+  delete_port(ours);
+}
+
+TEST(PortsBetweenProcesses, ServeAWaitingWriterAsSoonAsAMessageIsRead) {
+  const port_id ours = create_port(1, "narrow");
+  ASSERT_EQ(write_port(ours, 0, "one", 3), B_OK);
+  const auto head = frame_head(PortFrame{}, 3);
+  const UniqueFd line = raw_line("narrow", std::string(head.data(), head.size()) + "two");
+  const auto unreadBytes = [&line] {
+    int count = -1;
+    return ioctl(line.Get(), SIOCOUTQ, &count) == 0 ? count : -1;
+  };
+  ASSERT_TRUE(eventually([&] { return unreadBytes() == 0 && is_asleep(thread_named("ports")); }));
+  EXPECT_EQ(read_text(ours), "one");
+  pollfd status{line.Get(), POLLIN, 0};
+  EXPECT_EQ(poll(&status, 1, 30000), 1);
+  EXPECT_EQ(port_count(ours), 1);
   delete_port(ours);
 }
 
