@@ -87,7 +87,7 @@ TEST(NextMessage, APointerFromAnotherProcessIsNeverFollowed) {
   const BMessage next('next');
   bare.AddMessage("NextMsg", &next);
   bare.AddPointer("NextMsgTgt", static_cast<BHandler*>(target.get()));
-  bare.SetDropped({}, true);
+  bare.SetDropped(true);
   ASSERT_TRUE(bare.IsSourceRemote());
   EXPECT_FALSE(koreva::invoke_next_msg(&bare));
   BMessage copy('copy');

@@ -98,7 +98,8 @@ constexpr int kRefused[] = {
 bool add_rules(scmp_filter_ctx filter) {
   const auto allow = [filter](int call) { return seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 0) == 0; };
   const auto allowWithoutExec = [filter](int call) {
-    return seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 1, SCMP_A2_64(SCMP_CMP_MASKED_EQ, PROT_EXEC, 0)) == 0;
+    const scmp_arg_cmp isNotExecutable{2, SCMP_CMP_MASKED_EQ, PROT_EXEC, 0};
+    return seccomp_rule_add_array(filter, SCMP_ACT_ALLOW, call, 1, &isNotExecutable) == 0;
   };
   const auto refuse = [filter](int call) { return seccomp_rule_add(filter, SCMP_ACT_ERRNO(EACCES), call, 0) == 0; };
   return std::all_of(std::begin(kAllowed), std::end(kAllowed), allow) &&
