@@ -174,7 +174,7 @@ TEST_F(CommonWindow, ItsEndDoesNotWaitForRoomInItsQueue) {
   BMessage activate(kMsgIAPActivate);
   fFirst->fPrefs.SendMessage(fWindow->Port(), &activate);
   EXPECT_TRUE(hands::until([this] { return port_count(fWindow->Port()) == 0; })) << "the port's thread waits for room";
-  fWindow->Lock();
+  ASSERT_TRUE(fWindow->Lock());
   fWindow->Quit();
   EXPECT_LT(find_port(kIAPPortName), 0);
 }
