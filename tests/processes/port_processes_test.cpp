@@ -267,6 +267,7 @@ TEST(PortFolder, ThatBelongsToAnotherUserIsRefused) {
   ASSERT_EQ(chown(folder.c_str(), 65534, 65534), 0);
   EXPECT_EQ(create_port(1, "foreign"), B_PERMISSION_DENIED);
   EXPECT_EQ(find_port("foreign"), B_PERMISSION_DENIED);
+  EXPECT_EQ(chown(folder.c_str(), geteuid(), getegid()), 0);
 }
 
 TEST(PortFolder, ThatIsALinkIsRefused) {

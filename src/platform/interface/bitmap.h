@@ -10,8 +10,9 @@
 class BBitmap {
 public:
   BBitmap() = default;
-  BBitmap(const void* bytes, size_t size)
-      : fBytes(std::make_shared<const std::string>(static_cast<const char*>(bytes), size)) {}
+  /** Not inline: the display may hold the bytes for longer than the image of the plug-in that made them is loaded, so
+      their deleter must not be part of that image. */
+  BBitmap(const void* bytes, size_t size);
 
   /** Null without an image. */
   const std::shared_ptr<const std::string>& Bytes() const { return fBytes; }

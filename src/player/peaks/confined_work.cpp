@@ -1,6 +1,7 @@
 #include "player/peaks/confined_work.h"
 
 #include "platform/kernel/unique_fd.h"
+#include "platform/support/sanitizers.h"
 #include "player/peaks/system_calls.h"
 
 #include <fcntl.h>
@@ -19,13 +20,8 @@ namespace {
 
 using TClock = std::chrono::steady_clock;
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-/** Sanitizers reserve terabytes of address space. */
-constexpr rlim_t kMemoryBytes = RLIM_INFINITY;
-#else
 /** Of address space, libraries included. The largest cover takes a quarter of it. */
-constexpr rlim_t kMemoryBytes = rlim_t{1} << 30;
-#endif
+constexpr rlim_t kMemoryBytes = kIsSanitized ? RLIM_INFINITY : rlim_t{1} << 30;
 
 void limit(__rlimit_resource_t resource, rlim_t most) {
   const rlimit both{most, most};

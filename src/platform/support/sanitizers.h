@@ -1,0 +1,14 @@
+#pragma once
+
+/** Whether this build runs under AddressSanitizer or ThreadSanitizer, which reserve terabytes of address space. */
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr bool kIsSanitized = true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+inline constexpr bool kIsSanitized = true;
+#else
+inline constexpr bool kIsSanitized = false;
+#endif
+#else
+inline constexpr bool kIsSanitized = false;
+#endif
