@@ -111,8 +111,8 @@ private:
     return message;
   }
 
-  /** First every code to every signature. Then at random: a question to a signature, or a letter to a looper by number
-      through the port of a signature or of the process. */
+  /** First every code to every signature, waiting for each answer. Then at random, without waiting: a question to a
+      signature, or a letter to a looper by number through the port of a signature or of the process. */
   status_t Send(int i) {
     const BMessage message = Letter(i);
     const size_t round = static_cast<size_t>(i) / fCodes.size();
@@ -120,7 +120,8 @@ private:
     const std::string& signature = fOrder.signatures[isFirst ? round : Below(fOrder.signatures.size())];
     if (isFirst || Below(2) == 0) {
       BMessage answer;
-      const status_t status = BMessenger(signature.c_str()).SendMessage(&message, &answer, kPatienceUs, 0);
+      const status_t status =
+          BMessenger(signature.c_str()).SendMessage(&message, &answer, kPatienceUs, isFirst ? kPatienceUs : 0);
       return answer.what == B_MESSAGE_NOT_UNDERSTOOD ? status_t{B_PERMISSION_DENIED} : status;
     }
     std::string port = "app:" + signature;

@@ -12,5 +12,5 @@ struct HostileLetters {
   std::vector<std::string> signatures;
 };
 
-/** Returns how many reached a looper. */
+/** Returns how many reached a looper; of the questions that do not wait only those that were answered at once. */
 int send_hostile_letters(const HostileLetters& letters);
