@@ -171,7 +171,7 @@ bool TEditSession::Replay(TReplayDirection direction) {
     const std::optional<TReplay> replay = fDocument->Next(direction);
     if (!replay) return false;
     if (!fActive->Replay(*replay)) continue;
-    fDocument->Replay(direction);
+    fDocument->Replay(direction, *replay);
     fActive->SetModified(fDocument->IsModified());
     SendHistoryState();
     return true;

@@ -89,7 +89,7 @@ void TVesmoEView::RefsReceived(const BMessage& message) {
   if (has_too_many_lines(source)) return tell(too_many_lines_text(source));
   std::optional<TOpenedLyrics> opened = open_lyrics(ref, source);
   if (!opened) return tell(cannot_load_text(ref));
-  ShowOpened(std::move(*opened));
+  ShowOpened(*opened);
   koreva::invoke_next_msg(&message);
 }
 
@@ -113,13 +113,13 @@ bool TVesmoEView::CreateNewLyricsFile(const entry_ref& ref) {
   return true;
 }
 
-void TVesmoEView::ShowOpened(TOpenedLyrics opened) {
+void TVesmoEView::ShowOpened(const TOpenedLyrics& opened) {
   if (opened.isEmptyFile) {
     CreateNewLyrics();
     fDocument.BindToFile(opened.file, opened.state);
   } else {
     fSession->Show(opened.lines);
-    fDocument.Open(std::move(opened));
+    fDocument.Open(opened);
     fSession->DocumentStarted();
   }
   SendAddHistoryRqtd();

@@ -56,7 +56,7 @@ private:
   void RefsReceived(const BMessage& message);
   bool EnsureExists(const entry_ref& ref);
   bool CreateNewLyricsFile(const entry_ref& ref);
-  void ShowOpened(TOpenedLyrics opened);
+  void ShowOpened(const TOpenedLyrics& opened);
   void PostOpen(const BMessage& message);
   bool SimpleData(const BMessage& message);
   /** Ask the window to add the document's file to the recent files, or to remove a file from them. */

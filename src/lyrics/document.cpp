@@ -29,8 +29,8 @@ std::optional<TOpenedLyrics> open_lyrics(const entry_ref& file, const entry_ref&
   return opened;
 }
 
-void TDocument::Begin(std::list<std::string> lines, const TLyricsForm& form) {
-  fHistory.Reset(std::move(lines));
+void TDocument::Begin(const std::list<std::string>& lines, const TLyricsForm& form) {
+  fHistory.Reset(lines);
   fForm = form;
   fFile = {};
   fState.reset();
@@ -49,8 +49,8 @@ void TDocument::BindToFile(const entry_ref& file, const std::optional<TFileState
   NotifyReplaced();
 }
 
-void TDocument::Open(TOpenedLyrics opened) {
-  Begin(std::move(opened.lines), opened.form);
+void TDocument::Open(const TOpenedLyrics& opened) {
+  Begin(opened.lines, opened.form);
   fIsWhole = opened.isWhole;
   if (opened.isRecovered) fHistory.MarkUnsaved();
   BindToFile(opened.file, opened.state);
@@ -71,9 +71,9 @@ void TDocument::Rewrite(const std::list<std::string>& lines, int32 line, bigtime
   NotifyReplaced();
 }
 
-void TDocument::Replay(TReplayDirection direction) {
-  const std::optional<TReplay> replay = fHistory.Replay(direction);
-  if (replay && fObserver) fObserver->LinesChanged(replay->change);
+void TDocument::Replay(TReplayDirection direction, const TReplay& next) {
+  fHistory.Replay(direction, next);
+  if (fObserver) fObserver->LinesChanged(next.change);
 }
 
 TSavePlan TDocument::PlanSave(const entry_ref& file, const TLyricsForm& form) const {

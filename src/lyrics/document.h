@@ -61,8 +61,7 @@ public:
   /** One empty line. The file may exist already. */
   void StartNew(const TLyricsForm& form);
   void BindToFile(const entry_ref& file, const std::optional<TFileState>& state);
-  /** Moves the lines. */
-  void Open(TOpenedLyrics opened);
+  void Open(const TOpenedLyrics& opened);
 
   const std::vector<std::string>& Lines() const { return fHistory.Lines(); }
   std::list<std::string> CopyLines() const { return {Lines().begin(), Lines().end()}; }
@@ -82,7 +81,7 @@ public:
   /** The step to undo or redo next, if any; the document changes with Replay. */
   std::optional<TReplay> Next(TReplayDirection direction) const { return fHistory.Next(direction); }
   bool CanReplay(TReplayDirection direction) const { return fHistory.Can(direction); }
-  void Replay(TReplayDirection direction);
+  void Replay(TReplayDirection direction, const TReplay& next);
   std::optional<TEditKind> LastKind() const { return fHistory.LastKind(); }
 
   std::string Bytes(const TLyricsForm& form) const { return encoded_lines(Lines(), form); }
@@ -99,7 +98,7 @@ public:
   TDiskState CompareWithDisk(const std::optional<TFileState>& now) const;
 
 private:
-  void Begin(std::list<std::string> lines, const TLyricsForm& form);
+  void Begin(const std::list<std::string>& lines, const TLyricsForm& form);
   void NotifyReplaced();
 
   TEditHistory fHistory;

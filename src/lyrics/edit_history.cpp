@@ -11,32 +11,28 @@ constexpr bigtime_t kPauseUs = 1000000;
 constexpr size_t kMaxSteps = 20000;
 constexpr size_t kMaxBytes = 128 << 20;
 
-std::string joined(const std::vector<std::string>& lines) {
-  std::string text;
-  for (const std::string& line : lines) text += line + '\n';
-  return text;
+void append_line(std::string_view line, std::string* text) {
+  text->append(line);
+  text->push_back('\n');
 }
 
-std::list<std::string> split_lines(std::string_view text) {
-  std::list<std::string> lines;
-  for (size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
-    lines.emplace_back(text.substr(0, end));
-    text.remove_prefix(end + 1);
-  }
-  return lines;
+/** Removes the first line from the text, and returns it. */
+std::string_view take_line(std::string_view* text) {
+  const size_t end = text->find('\n');
+  const std::string_view line = text->substr(0, end);
+  text->remove_prefix(end + 1);
+  return line;
 }
 
-void drop_common_end(std::string* left, std::string* right) {
-  const auto end = std::mismatch(left->rbegin(), left->rend(), right->rbegin(), right->rend()).first;
-  const auto same = static_cast<size_t>(end - left->rbegin());
-  left->resize(left->size() - same);
-  right->resize(right->size() - same);
+size_t count_common_end(std::string_view left, std::string_view right) {
+  return static_cast<size_t>(std::mismatch(left.rbegin(), left.rend(), right.rbegin(), right.rend()).first -
+                             left.rbegin());
 }
 
 } // namespace
 
-void TEditHistory::Reset(std::list<std::string> lines) {
-  fLines.assign(std::move_iterator(lines.begin()), std::move_iterator(lines.end()));
+void TEditHistory::Reset(const std::list<std::string>& lines) {
+  fLines.assign(lines.begin(), lines.end());
   fSteps.clear();
   fDone = 0;
   fBytes = 0;
@@ -69,18 +65,24 @@ bool TEditHistory::Record(const TLinesChange& change, TEditKind kind, int32 line
 }
 
 TEditHistory::Step TEditHistory::MakeStep(const TLinesChange& change) const {
-  const auto first = fLines.begin() + change.first;
-  std::vector<std::string> before(first, first + change.removed);
-  std::vector<std::string> after(change.lines.begin(), change.lines.end());
   Step step;
   step.first = change.first;
   step.countBefore = change.removed;
-  step.countAfter = static_cast<int32>(after.size());
+  step.countAfter = static_cast<int32>(change.lines.size());
   // A single line is stored whole, so that further typing can join the step.
-  step.areHeads = before.size() == after.size() && before.size() > 1;
-  for (size_t i = 0; step.areHeads && i < before.size(); ++i) drop_common_end(&before[i], &after[i]);
-  step.before = joined(before);
-  step.after = joined(after);
+  step.areHeads = step.countBefore == step.countAfter && step.countBefore > 1;
+  auto old = fLines.begin() + change.first;
+  if (step.areHeads) {
+    for (const std::string_view line : change.lines) {
+      const std::string_view before = *old++;
+      const size_t same = count_common_end(before, line);
+      append_line(before.substr(0, before.size() - same), &step.before);
+      append_line(line.substr(0, line.size() - same), &step.after);
+    }
+    return step;
+  }
+  for (int32 i = 0; i < change.removed; ++i) append_line(*old++, &step.before);
+  for (const std::string& line : change.lines) append_line(line, &step.after);
   return step;
 }
 
@@ -131,12 +133,13 @@ TReplay TEditHistory::ReplayOf(const Step& step, TReplayDirection direction) con
   replay.line = undoing ? step.lineBefore : step.lineAfter;
   replay.change.first = step.first;
   replay.change.removed = undoing ? step.countAfter : step.countBefore;
-  replay.change.lines = split_lines(undoing ? step.before : step.after);
-  if (!step.areHeads) return replay;
-  const std::list<std::string> oldHeads = split_lines(undoing ? step.after : step.before);
-  auto oldHead = oldHeads.begin();
-  auto line = fLines.begin() + step.first;
-  for (std::string& head : replay.change.lines) head.append(*line++, oldHead++->size(), std::string::npos);
+  std::string_view text = undoing ? step.before : step.after;
+  std::string_view oldText = undoing ? step.after : step.before;
+  auto oldLine = fLines.begin() + step.first;
+  while (!text.empty()) {
+    std::string& line = replay.change.lines.emplace_back(take_line(&text));
+    if (step.areHeads) line.append(*oldLine++, take_line(&oldText).size(), std::string::npos);
+  }
   return replay;
 }
 
@@ -145,13 +148,10 @@ std::optional<TReplay> TEditHistory::Next(TReplayDirection direction) const {
   return ReplayOf(fSteps[direction == TReplayDirection::kUndo ? fDone - 1 : fDone], direction);
 }
 
-std::optional<TReplay> TEditHistory::Replay(TReplayDirection direction) {
-  std::optional<TReplay> replay = Next(direction);
-  if (!replay) return {};
-  Apply(replay->change);
+void TEditHistory::Replay(TReplayDirection direction, const TReplay& next) {
+  Apply(next.change);
   fDone = direction == TReplayDirection::kUndo ? fDone - 1 : fDone + 1;
   fCanJoin = false;
-  return replay;
 }
 
 std::optional<TEditKind> TEditHistory::LastKind() const {

@@ -19,8 +19,9 @@ struct TReplay {
     made in. No clock and no thread of its own. */
 class TEditHistory {
 public:
-  /** Starts with these lines, which count as saved, and nothing to undo. */
-  void Reset(std::list<std::string> lines);
+  /** Starts with these lines, which count as saved, and nothing to undo. Copied, not moved: what is copied lies
+     together in memory, and the nodes of a long list that is freed leave no gaps between its lines. */
+  void Reset(const std::list<std::string>& lines);
   const std::vector<std::string>& Lines() const { return fLines; }
 
   /** Records and applies a change. Typing in one line joins the previous step while it goes on without a pause, and is
@@ -33,8 +34,8 @@ public:
   }
   /** The next step in that direction, not yet applied; nothing when there is none. */
   std::optional<TReplay> Next(TReplayDirection direction) const;
-  /** Applies it. */
-  std::optional<TReplay> Replay(TReplayDirection direction);
+  /** Applies what Next has returned for the same direction. */
+  void Replay(TReplayDirection direction, const TReplay& next);
   /** The kind of the step that would be undone. */
   std::optional<TEditKind> LastKind() const;
 

@@ -13,13 +13,22 @@ int32 bounded(long ms) {
   return static_cast<int32>(std::min<long>(ms, INT32_MAX));
 }
 
+/** A tag in angle brackets belongs to a word. */
+template <typename Visit>
+void for_each_leading_time(const std::string& line, Visit visit) {
+  for (size_t at = 0; at < line.size() && line[at] == '[';) {
+    const std::optional<TTagSpan> tag = time_tag_at(line, at);
+    if (!tag) return;
+    visit(tag_time(line, *tag));
+    at = tag->End();
+  }
+}
+
 } // namespace
 
 std::vector<long> leading_times(const std::string& line) {
   std::vector<long> timesMs;
-  if (line.empty() || line.front() != '[') return timesMs;
-  const std::vector<TTagSpan> tags = time_tags_in(line);
-  for (size_t i = 0; i < count_leading_tags(line, tags); ++i) timesMs.push_back(tag_time(line, tags[i]));
+  for_each_leading_time(line, [&timesMs](long timeMs) { timesMs.push_back(timeMs); });
   return timesMs;
 }
 
@@ -49,12 +58,16 @@ void TLineTimes::Change(int32 row, const std::string& line) {
 }
 
 void TLineTimes::Store(int32 row, const std::string& line) {
-  std::vector<long> timesMs = leading_times(line);
-  fFirstMs[static_cast<size_t>(row)] = timesMs.empty() ? -1 : bounded(timesMs.front());
-  if (timesMs.size() > 1) {
-    timesMs.erase(timesMs.begin());
-    fFurtherMs[row] = std::move(timesMs);
-  }
+  int32 firstMs = -1;
+  std::vector<long> furtherMs;
+  for_each_leading_time(line, [&](long timeMs) {
+    if (firstMs < 0)
+      firstMs = bounded(timeMs);
+    else
+      furtherMs.push_back(timeMs);
+  });
+  fFirstMs[static_cast<size_t>(row)] = firstMs;
+  if (!furtherMs.empty()) fFurtherMs[row] = std::move(furtherMs);
   if (const std::optional<long> offsetMs = offset_header(line)) fOffsetsMs[row] = *offsetMs;
   fUntilMs = fFromMs; // invalidates the cached row
 }

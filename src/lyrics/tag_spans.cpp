@@ -32,18 +32,19 @@ constexpr TShape kShapes[] = {
 
 } // namespace
 
+std::optional<TTagSpan> time_tag_at(std::string_view line, size_t at) {
+  const std::string_view rest = line.substr(std::min(at, line.size()));
+  const auto* const shape = std::find_if(std::begin(kShapes), std::end(kShapes),
+                                         [rest](const TShape& each) { return begins_like(rest, each.pattern); });
+  if (shape == std::end(kShapes)) return {};
+  return TTagSpan{at, shape->pattern.size(), shape->isDotted};
+}
+
 std::vector<TTagSpan> time_tags_in(const std::string& line) {
   std::vector<TTagSpan> spans;
   for (size_t at = line.find_first_of("[<"); at != std::string::npos; at = line.find_first_of("[<", at)) {
-    const std::string_view rest = std::string_view(line).substr(at);
-    const auto* const shape = std::find_if(std::begin(kShapes), std::end(kShapes),
-                                           [&](const TShape& each) { return begins_like(rest, each.pattern); });
-    if (shape == std::end(kShapes)) {
-      ++at;
-      continue;
-    }
-    spans.push_back({at, shape->pattern.size(), shape->isDotted});
-    at += shape->pattern.size();
+    if (const std::optional<TTagSpan> tag = time_tag_at(line, at)) spans.push_back(*tag);
+    at = !spans.empty() && spans.back().begin == at ? spans.back().End() : at + 1;
   }
   return spans;
 }
@@ -71,8 +72,7 @@ long tag_time(const std::string& line, const TTagSpan& span) {
 
 TBracketKind bracket_kind(const std::string& line) {
   if (line.empty() || line.front() != '[') return TBracketKind::kNone;
-  const std::vector<TTagSpan> tags = time_tags_in(line);
-  if (!tags.empty() && tags.front().IsAtLineStart()) return TBracketKind::kTimeTag;
+  if (time_tag_at(line, 0)) return TBracketKind::kTimeTag;
   const size_t end = std::min(line.find(']'), line.size());
   const std::string_view content = std::string_view(line).substr(1, end - 1);
   const size_t name =
@@ -85,7 +85,8 @@ TBracketKind bracket_kind(const std::string& line) {
 
 std::optional<std::string> header_value(const std::string& line, const std::string& name) {
   const std::string start = "[" + name + ":";
+  if (!line.starts_with(start)) return {};
   const size_t end = line.find(']');
-  if (line.compare(0, start.size(), start) != 0 || end == std::string::npos) return {};
+  if (end == std::string::npos) return {};
   return line.substr(start.size(), end - start.size());
 }

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /** Finds all well-formed time tags of a line: `[mm:ss]`, `[mm:ss:cc]` and, as other programs write them, `[mm:ss.cc]`,
@@ -15,6 +16,9 @@ struct TTagSpan {
   bool IsAtLineStart() const { return begin == 0; }
   size_t End() const { return begin + length; }
 };
+
+/** The tag that begins at `at`, if any. */
+std::optional<TTagSpan> time_tag_at(std::string_view line, size_t at);
 
 /** From left to right. */
 std::vector<TTagSpan> time_tags_in(const std::string& line);

@@ -46,11 +46,14 @@ protected:
     const entry_ref ref = ref_of(fFolder.Write(name, bytes));
     std::optional<TOpenedLyrics> opened = open_lyrics(ref, ref);
     EXPECT_TRUE(opened.has_value());
-    if (opened) fDocument.Open(std::move(*opened));
+    if (opened) fDocument.Open(*opened);
     return ref;
   }
   void Replace(int32 row, const std::string& line, TEditKind kind = TEditKind::kOther) {
     EXPECT_TRUE(fDocument.Change({row, 1, {line}}, kind, row, row, 0));
+  }
+  void Replay(TReplayDirection direction) {
+    if (const std::optional<TReplay> next = fDocument.Next(direction)) fDocument.Replay(direction, *next);
   }
   TDiskState Compare() const {
     return fDocument.CompareWithDisk(file_state(fDocument.File().FullPath(), kMaxLyricsFileSize));
@@ -92,13 +95,13 @@ TEST_F(Document, EveryStepIsPublishedInBothDirections) {
   fDocument.Rewrite({"[00:02:00]one", "y"}, 0, 0);
   EXPECT_FALSE(fDocument.Change({9, 1, {"z"}}, TEditKind::kOther, 0, 0, 0));
   EXPECT_EQ(fFollower.fLines, fDocument.Lines());
-  while (fDocument.CanReplay(kUndo)) fDocument.Replay(kUndo);
+  while (fDocument.CanReplay(kUndo)) Replay(kUndo);
   EXPECT_THAT(fDocument.Lines(), ElementsAre("one", "two"));
   EXPECT_FALSE(fDocument.IsModified());
-  while (fDocument.CanReplay(kRedo)) fDocument.Replay(kRedo);
+  while (fDocument.CanReplay(kRedo)) Replay(kRedo);
   EXPECT_THAT(fDocument.Lines(), ElementsAre("[00:02:00]one", "y"));
   EXPECT_EQ(fFollower.fSteps, 8);
-  fDocument.Replay(kRedo); // nothing left
+  Replay(kRedo); // nothing left
   EXPECT_EQ(fFollower.fSteps, 8);
 }
 
@@ -107,14 +110,14 @@ TEST_F(Document, SavedStateIsModifiedAgainByUndoAndAFailedSaveByEverything) {
   Replace(0, "b");
   EXPECT_EQ(Save(file, fDocument.Form()).bytes, std::string("b\n\0", 3));
   EXPECT_FALSE(fDocument.IsModified());
-  fDocument.Replay(kUndo);
+  Replay(kUndo);
   EXPECT_TRUE(fDocument.IsModified());
-  fDocument.Replay(kRedo);
+  Replay(kRedo);
   EXPECT_FALSE(fDocument.IsModified());
   fDocument.SaveFailed();
   EXPECT_TRUE(fDocument.IsModified());
   Replace(0, "c");
-  fDocument.Replay(kUndo);
+  Replay(kUndo);
   EXPECT_TRUE(fDocument.IsModified()) << "no state is known to be on the disk";
 }
 
@@ -180,7 +183,7 @@ TEST_F(Document, RecoveredLinesAreNotSavedInTheFile) {
   const entry_ref copy = ref_of(fFolder.Write("copy.lrc", "the whole\n"));
   std::optional<TOpenedLyrics> opened = open_lyrics(file, copy);
   ASSERT_TRUE(opened.has_value());
-  fDocument.Open(std::move(*opened));
+  fDocument.Open(*opened);
   EXPECT_THAT(fDocument.Lines(), ElementsAre("the whole"));
   EXPECT_EQ(fDocument.File(), file);
   EXPECT_TRUE(fDocument.IsModified());
@@ -197,7 +200,7 @@ TEST_F(Document, AMillionLinesAreOpenedChangedAndUndone) {
   const std::string* const untouched = &fDocument.Lines()[7];
   Replace(999999, stamp("line", 1234, TTagForm::kExtended).line, TEditKind::kStamp);
   EXPECT_EQ(fDocument.Lines().back(), "[00:01:23]line");
-  fDocument.Replay(kUndo);
+  Replay(kUndo);
   EXPECT_FALSE(fDocument.IsModified());
   EXPECT_EQ(&fDocument.Lines()[7], untouched) << "one line's change copies no other";
 }
