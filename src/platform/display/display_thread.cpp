@@ -2,6 +2,7 @@
 
 #include "platform/app/nonblocking_thread.h"
 #include "platform/display/display_queue.h"
+#include "platform/kernel/wakeup_fd.h"
 #include "platform/support/log.h"
 
 #include <QSocketNotifier>
@@ -10,7 +11,6 @@
 #include <deque>
 #include <exception>
 #include <mutex>
-#include <sys/eventfd.h>
 #include <thread>
 #include <vector>
 
@@ -21,12 +21,12 @@ namespace {
 using TTasks = std::vector<std::function<void()>>;
 
 /** Tasks posted and not yet taken by the display thread. `lock` guards all fields; no task is called or destroyed with
-    it held. The first of a batch signals the eventfd. */
+    it held. The first of a batch wakes the display thread. */
 struct Inbox {
   std::mutex lock;
   TTasks tasks;
   TTasks questions; // with Turn::first
-  int wakeUp = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+  WakeupFd wakeUp;
   bool ended = false;
 };
 
@@ -37,11 +37,11 @@ Inbox& inbox() {
 
 std::atomic<std::thread::id> displayThread;
 
-/** Runs queued tasks in FIFO order when the eventfd fires, also inside Qt's nested event loops. Tasks posted meanwhile
-    run before the next repaint, at most kMostRounds times, so that painting is not starved. */
+/** Runs queued tasks in FIFO order when the thread is woken, also inside Qt's nested event loops. Tasks posted
+   meanwhile run before the next repaint, at most kMostRounds times, so that painting is not starved. */
 class TaskRunner {
 public:
-  TaskRunner() : fWakeUp(inbox().wakeUp, QSocketNotifier::Read) {
+  TaskRunner() : fWakeUp(inbox().wakeUp.Get(), QSocketNotifier::Read) {
     QObject::connect(&fWakeUp, &QSocketNotifier::activated, &fWakeUp, [this] { RunAll(); });
   }
 
@@ -61,8 +61,7 @@ private:
   }
 
   void TakeAll() {
-    eventfd_t count = 0;
-    eventfd_read(inbox().wakeUp, &count);
+    inbox().wakeUp.Clear();
     const std::scoped_lock hold(inbox().lock);
     for (auto& task : inbox().tasks) fTaken.push_back(std::move(task));
     inbox().tasks.clear();
@@ -105,7 +104,7 @@ void post(std::function<void()> task, Turn turn) {
   if (inbox().ended) return;
   TTasks& list = turn == Turn::first ? inbox().questions : inbox().tasks;
   list.push_back(std::move(task));
-  if (list.size() == 1) eventfd_write(inbox().wakeUp, 1);
+  if (list.size() == 1) inbox().wakeUp.Wake();
 }
 
 bool is_display_thread() {

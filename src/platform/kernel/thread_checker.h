@@ -3,17 +3,19 @@
 #include <cassert>
 #include <thread>
 
-/** Checks in debug builds that an object is only used on the thread that made it. */
+/** Asserts in debug builds that an object is used by one thread only: the first one that calls Check. It may have been
+    made by another. */
 class ThreadChecker {
 public:
 #ifdef NDEBUG
   void Check() const {}
 #else
   void Check() const {
-    assert(fOwner == std::this_thread::get_id());
+    if (fThread == std::thread::id()) fThread = std::this_thread::get_id();
+    assert(fThread == std::this_thread::get_id());
   }
 
 private:
-  std::thread::id fOwner = std::this_thread::get_id();
+  mutable std::thread::id fThread;
 #endif
 };

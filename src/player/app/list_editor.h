@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/kernel/thread_checker.h"
 #include "player/app/message_timer.h"
 #include "player/list/song_search.h"
 #include "player/model/playlist.h"
-#include "player/model/thread_checker.h"
 
 #include <map>
 #include <string>
@@ -46,7 +46,7 @@ private:
   void TakeTags(const BMessage& message);
   void Export(const BMessage& message);
 
-  TThreadChecker fThread;
+  ThreadChecker fThread;
   TPlaylist* const fSongs;
   TOwnTransport* const fTransport;
   TPlayerEvents* const fEvents;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/kernel/thread_checker.h"
 #include "player/app/kept_list.h"
 #include "player/app/message_timer.h"
-#include "player/model/thread_checker.h"
 
 /** Keeps the list on the disk from one run to the next. Saving is debounced: a list that is being put in order is
     written once. Application's thread. */
@@ -21,7 +21,7 @@ public:
   const std::string& Path() const { return fPath; }
 
 private:
-  TThreadChecker fThread;
+  ThreadChecker fThread;
   std::string fPath; // empty before Restore
   std::shared_ptr<const TSongs> fNotedSongs;
   int32 fNotedCurrent = -1;

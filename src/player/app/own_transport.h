@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/kernel/thread_checker.h"
 #include "player/app/transport.h"
-#include "player/model/thread_checker.h"
 
 #include <memory>
 
@@ -53,7 +53,7 @@ private:
   void PlayOn();
   void Failed(const BMessage& message);
 
-  TThreadChecker fThread;
+  ThreadChecker fThread;
   TPlaylist* const fSongs;
   std::shared_ptr<TSongSource> fSound;
   TPlayerEvents* const fEvents;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/kernel/thread_checker.h"
 #include "player/app/message_timer.h"
 #include "player/model/player_state.h"
-#include "player/model/thread_checker.h"
 #include "player/plugins/plugin_loader.h"
 
 class TPlayerEvents;
@@ -35,7 +35,7 @@ private:
   void ReportTexts();
   void WatchForAnswers();
 
-  TThreadChecker fThread;
+  ThreadChecker fThread;
   TPlayerEvents* const fEvents;
   TPluginLoader fLoader;
   std::vector<TPluginTexts> fTexts;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/kernel/thread_checker.h"
 #include "player/app/other_transport.h"
-#include "player/model/thread_checker.h"
 
 #include <optional>
 #include <string>
@@ -33,7 +33,7 @@ private:
   void TakePlayers(const BMessage& message);
   void CheckChosenIsThere();
 
-  TThreadChecker fThread;
+  ThreadChecker fThread;
   TOwnTransport* const fOwn;
   TBus* const fBus;
   TNowPlaying* const fNowPlaying;

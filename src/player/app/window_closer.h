@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/kernel/thread_checker.h"
 #include "player/app/message_timer.h"
-#include "player/model/thread_checker.h"
 
 #include <vector>
 
@@ -25,7 +25,7 @@ private:
   enum class TStage { kOpen, kAsking, kAgreed, kEnding };
   void Agree();
 
-  TThreadChecker fThread;
+  ThreadChecker fThread;
   const BMessenger fPlayer;
   TStage fStage = TStage::kOpen;
   std::vector<BMessenger> fAsked;

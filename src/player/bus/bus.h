@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/app/messenger.h"
+#include "platform/kernel/thread_checker.h"
 #include "player/bus/own_status.h"
 #include "player/bus/shared_position.h"
-#include "player/model/thread_checker.h"
 #include "player/sound/song_source.h"
 
 #include <functional>
@@ -46,7 +46,7 @@ private:
   void Run(std::promise<TActions*>* started);
   void Do(const std::function<void(TBusLink&)>& action);
 
-  TThreadChecker fOwnerThread;
+  ThreadChecker fOwnerThread;
   const BMessenger fPlayer;
   const std::function<int32()> fOwnPositionMs;
   const std::shared_ptr<TSharedPosition> fOtherPosition;

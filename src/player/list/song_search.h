@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/kernel/thread_checker.h"
 #include "player/model/playlist.h"
-#include "player/model/thread_checker.h"
 
 #include <atomic>
 #include <condition_variable>
@@ -43,7 +43,7 @@ private:
   void Run(const std::stop_token& end);
   void Add(int64 search, const std::function<void(TPiece&)>& addTo);
 
-  TThreadChecker fOwnerThread;
+  ThreadChecker fOwnerThread;
   const std::function<void()> fNews;
   std::mutex fMutex; // guards fWaiting, fFound
   std::deque<TSearch> fWaiting;

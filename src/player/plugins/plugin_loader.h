@@ -1,6 +1,6 @@
 #pragma once
 
-#include "player/model/thread_checker.h"
+#include "platform/kernel/thread_checker.h"
 #include "player/plugins/plugin_file.h"
 #include "player/plugins/plugin_thread.h"
 
@@ -62,7 +62,7 @@ private:
   static void Ask(TPlugin& plugin, TStage stage, TPluginCall call);
   void Report(const std::string& fileName, const std::string& reason);
 
-  TThreadChecker fThread;
+  ThreadChecker fThread;
   const std::function<void()> fAnswered;
   const bigtime_t fTimeoutUs;
   std::deque<TCandidate> fWaiting;
