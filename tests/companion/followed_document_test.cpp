@@ -2,6 +2,7 @@
 
 #include "platform/app/message.h"
 #include "plugin/message_codes.h"
+#include "tests/support/messages.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,23 +12,20 @@ using testing::ElementsAre;
 namespace {
 
 BMessage notice(uint32 code, int32 number, const std::vector<std::string>& lines) {
-  BMessage message(code);
-  message.AddInt32("Number", number);
+  BMessage message = message_of(code, "Number", number);
   for (const std::string& line : lines) message.AddString("Line", line);
   return message;
 }
 
 BMessage whole(int32 number, const std::vector<std::string>& lines) {
   BMessage message = notice(kMsgDocumentWhole, number, lines);
-  message.AddString("Title", "A Song");
-  message.AddString("Path", "/songs/a.lrc");
+  add_fields(&message, "Title", "A Song", "Path", "/songs/a.lrc");
   return message;
 }
 
 BMessage change(int32 number, int32 first, int32 removed, const std::vector<std::string>& lines) {
   BMessage message = notice(kMsgDocumentLines, number, lines);
-  message.AddInt32("First", first);
-  message.AddInt32("Removed", removed);
+  add_fields(&message, "First", first, "Removed", removed);
   return message;
 }
 

@@ -8,6 +8,8 @@
 #include "plugin/pref.h"
 #include "tests/support/hands.h"
 #include "tests/support/loaded_images.h"
+#include "tests/support/messages.h"
+#include "tests/support/output_of.h"
 
 #include <gmock/gmock.h>
 
@@ -15,13 +17,15 @@
 #include <string>
 #include <thread>
 
-using testing::EndsWith;
-using testing::StartsWith;
+using namespace testing;
 
 namespace {
 
-class BothPlugins : public LoadedImages {
-protected:
+struct BothPlugins : LoadedImages {
+  template <typename... Plugins>
+  static void End(Plugins*... plugins) {
+    (((*plugins)->Cleanup(), plugins->reset()), ...);
+  }
   TLyricsWindowState Stored() const {
     TLyricsWindowState state;
     state.Load(BEntry(fFolder.File("KOREVA/VesmoD/VesmoD_ExitStates.arc").c_str()));
@@ -29,30 +33,17 @@ protected:
   }
 };
 
-/** The names that an image exports, each with its line end. */
-std::string exports_of(const std::string& file) {
-  FILE* const names = popen(("nm -D --defined-only " + file + " | awk '{ print $3 }'").c_str(), "r");
-  std::string exported;
-  char line[512];
-  while (names && std::fgets(line, sizeof line, names)) exported += line;
-  if (names) pclose(names);
-  return exported;
-}
-
 } // namespace
 
 TEST_F(BothPlugins, PreferencesOfTheEditorAreThoseOfTheCompanionInEitherOrderOfLoading) {
-  for (const auto& [first, second] : {std::pair(EDITOR_FILE, DISPLAY_FILE), std::pair(DISPLAY_FILE, EDITOR_FILE)}) {
+  for (const auto& [first, second] : {std::pair(EDITOR_FILE, COMPANION_FILE), std::pair(COMPANION_FILE, EDITOR_FILE)}) {
     auto a = Load(first);
     auto b = Load(second);
     GeneralPlugin* const editor = std::string_view(first) == EDITOR_FILE ? a.get() : b.get();
     EXPECT_STREQ(editor->fName, "Vesmo Editor");
     editor->Prefs(false);
     hands::wait_for_window("Vesmo preferences");
-    for (auto* plugin : {&b, &a}) {
-      (*plugin)->Cleanup();
-      plugin->reset();
-    }
+    End(&b, &a);
     EXPECT_FALSE(HasWindows());
   }
 }
@@ -66,20 +57,17 @@ TEST_F(BothPlugins, MissingLanguageFileIsReportedOnce) {
   koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared");
   ASSERT_TRUE(settings.Save(entry));
   auto editor = Load(EDITOR_FILE);
-  auto companion = Load(DISPLAY_FILE);
+  auto companion = Load(COMPANION_FILE);
   EXPECT_THAT(hands::wait_for_question().text, EndsWith("/Language/Missing.llt"));
   EXPECT_TRUE(hands::answer_with_key("Escape"));
   hands::wait_for_display();
   EXPECT_FALSE(hands::answer_with_key("Escape")) << "the second one";
-  for (auto* plugin : {&companion, &editor}) {
-    (*plugin)->Cleanup();
-    plugin->reset();
-  }
+  End(&companion, &editor);
 }
 
 TEST_F(BothPlugins, NewAcceleratorFormatReachesEveryOpenWindowOfBothAtOnce) {
   auto editor = Load(EDITOR_FILE);
-  auto companion = Load(DISPLAY_FILE);
+  auto companion = Load(COMPANION_FILE);
   editor->Init();
   BWindow& main = hands::wait_for_window("Untitled - Vesmo Editor");
   editor->About(false);
@@ -90,9 +78,7 @@ TEST_F(BothPlugins, NewAcceleratorFormatReachesEveryOpenWindowOfBothAtOnce) {
   ASSERT_TRUE(hands::choose(main, {"Edit", "Shift all time tags…"}));
   BWindow& fineTag = hands::wait_for_window("Shift all time tags");
   for (const char* format : {"a) ", "a - "}) {
-    BMessage notice(kMsgIAPChanged);
-    notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");
-    notice.AddString("IAP:Value", format);
+    const BMessage notice = message_of(kMsgIAPChanged, "IAP:SrcIAPItem", "AccKeyFormat", "IAP:Value", format);
     EXPECT_EQ(BMessenger(gAppSignature).SendMessage(&notice), B_OK);
     const std::string behind(format + 1);
     const auto shows = [](BWindow& window, const char* view, const std::string& label) {
@@ -106,15 +92,12 @@ TEST_F(BothPlugins, NewAcceleratorFormatReachesEveryOpenWindowOfBothAtOnce) {
   }
   hands::click(prefs, "StayOnTop", {8, 8});
   EXPECT_TRUE(hands::until([&] { return hands::is_on_top(main); })) << "the editor takes the companion's settings over";
-  for (auto* plugin : {&companion, &editor}) {
-    (*plugin)->Cleanup();
-    plugin->reset();
-  }
+  End(&companion, &editor);
 }
 
 TEST_F(BothPlugins, SettingsThatCannotBeSavedAtTheEndAreReported) {
   std::filesystem::create_directories(fFolder.File("KOREVA/VesmoD/VesmoD_ExitStates.arc/in the way"));
-  auto companion = Load(DISPLAY_FILE);
+  auto companion = Load(COMPANION_FILE);
   companion->Cleanup();
   std::thread end([&companion] { companion.reset(); });
   EXPECT_THAT(hands::wait_for_question().text, StartsWith("The settings could not be saved."));
@@ -123,27 +106,25 @@ TEST_F(BothPlugins, SettingsThatCannotBeSavedAtTheEndAreReported) {
 }
 
 TEST_F(BothPlugins, LyricsWindowOpensAgainIfItWasOpenAtTheEnd) {
-  auto companion = Load(DISPLAY_FILE);
+  auto companion = Load(COMPANION_FILE);
   EXPECT_STREQ(companion->fName, "Vesmo Display");
   companion->Init();
-  companion->Cleanup();
-  companion.reset();
+  End(&companion);
   EXPECT_FALSE(Stored().fIsOpen) << "nobody has asked for it";
-  companion = Load(DISPLAY_FILE);
+  companion = Load(COMPANION_FILE);
   companion->Init();
   companion->Init();
   hands::wait_for_window("Vesmo Display");
-  companion->Cleanup();
-  companion.reset();
+  End(&companion);
   EXPECT_TRUE(Stored().fIsOpen);
-  companion = Load(DISPLAY_FILE);
+  companion = Load(COMPANION_FILE);
   companion->Init();
   hands::wait_for_window("Vesmo Display");
-  companion->Cleanup();
-  companion.reset();
+  End(&companion);
   EXPECT_FALSE(HasWindows());
 }
 
 TEST(PluginImages, ExportTheirEntryAlone) {
-  for (const char* file : {EDITOR_FILE, DISPLAY_FILE}) EXPECT_EQ(exports_of(file), "NewPlugin\n") << file;
+  for (const char* file : {EDITOR_FILE, COMPANION_FILE})
+    EXPECT_EQ(output_of(std::string("nm -D --defined-only ") + file + " | awk '{ print $3 }'"), "NewPlugin") << file;
 }

@@ -20,16 +20,13 @@ std::vector<std::string> wrapped(const std::string& text, float width) {
 
 } // namespace
 
-TEST(WrapText, BreaksAtBlanksAndDropsThem) {
+TEST(WrapText, BreaksAtBlanksAndJapaneseAnywhereExceptBeforeForbiddenCharacters) {
   EXPECT_THAT(wrapped("", 5), ElementsAre(""));
   EXPECT_THAT(wrapped("who has seen the wind", 21), ElementsAre("who has seen the wind"));
   EXPECT_THAT(wrapped("who has seen  the wind", 8), ElementsAre("who has", "seen", "the wind"));
   EXPECT_THAT(wrapped("who has ", 7), ElementsAre("who has"));
   EXPECT_THAT(wrapped("unbreakable so", 5), ElementsAre("unbre", "akabl", "e so")) << "a word that is too wide";
   EXPECT_THAT(wrapped("ab", 0), ElementsAre("a", "b")) << "one character at least";
-}
-
-TEST(WrapText, JapaneseBreaksAnywhereExceptBeforeForbiddenCharacters) {
   EXPECT_THAT(wrapped("誰が風を見たでしょう", 4), ElementsAre("誰が風を", "見たで", "しょう"));
   EXPECT_THAT(wrapped("木の葉、「風」は", 3), ElementsAre("木の", "葉、", "「風」", "は"));
   EXPECT_THAT(wrapped("夢　see the 風", 5), ElementsAre("夢　see", "the 風"));

@@ -8,10 +8,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::StartsWith;
+using namespace testing;
 
 using Opening = EditorByHand;
 
@@ -79,11 +76,6 @@ TEST_F(Opening, CopyFromBeforeAnInterruptedSaveIsOffered) {
   EXPECT_FALSE(IsModified());
 }
 
-TEST_F(Opening, ByteOrderMarkIsNoText) {
-  Open(fFolder.Write("marked.lrc", "\xef\xbb\xbf[00:01]x\n"));
-  EXPECT_THAT(Lines(), ElementsAre("[00:01]x"));
-}
-
 TEST_F(Opening, FileThatCannotBeMadeIsNamed) {
   const std::string path = fFolder.File("no folder/new.lrc");
   const auto asked = Answer({"Y", "U"}, [&] { Open(path); });
@@ -92,19 +84,16 @@ TEST_F(Opening, FileThatCannotBeMadeIsNamed) {
 }
 
 TEST_F(Opening, EmptyFileIsANewDocumentThatHasItsFile) {
-  TPrefValues settings = *gPref->Values();
-  settings.writeCRType = 1;
-  settings.writeEncoding = 1;
-  gPref->SetValues(settings);
+  SetPref([](TPrefValues* values) { values->writeCRType = values->writeEncoding = 1; });
   Open(fFolder.Write("empty.lrc", ""));
   EXPECT_THAT(Lines(), ElementsAre(""));
   EXPECT_EQ(Title(), "empty.lrc - Vesmo Editor");
   EXPECT_THAT(Status(), HasSubstr("Shift-JIS <CR LF>"));
 }
 
-TEST_F(Opening, DroppedFileIsOpened) {
-  const std::string path = fFolder.Write("dropped.lrc", "dropped\n");
-  hands::drop_files(*fWindow, {200, 200}, {path});
+TEST_F(Opening, DroppedFileIsOpenedAndTheOthersAreNot) {
+  const std::string path = fFolder.Write("詩 1.lrc", "dropped\n");
+  hands::drop_files(*fWindow, {200, 200}, {path, fFolder.Write("b.lrc", "other\n")});
   Settle();
   EXPECT_THAT(Lines(), ElementsAre("dropped"));
 }
@@ -118,12 +107,12 @@ TEST_F(Opening, PlayerThatNeverAnswersLeavesTheWindowAlive) {
   EXPECT_TRUE(Until([&] { return Status().ends_with("The player does not answer."); }));
 }
 
-TEST_F(Opening, PlayerWithoutASongIsToldOf) {
+TEST_F(Opening, PlayerWithoutASongIsReported) {
   EXPECT_EQ(Answer("Escape", [this] { SendToView(BMessage(kMsgNoSong)); }).text,
             "The player has no song file whose lyrics could be opened.");
 }
 
-TEST_F(Opening, UnknownEncodingInTheSettingsIsNoneOfTheDocuments) {
+TEST_F(Opening, UnknownEncodingInTheSettingsIsIgnored) {
   SetPref([](TPrefValues* values) { values->readEncoding = 3; });
   const std::string path = fFolder.Write("a.lrc", "[00:01]\x93\xFA\n");
   Open(path);

@@ -1,3 +1,4 @@
+#include "platform/app/looper_lock.h"
 #include "tests/support/editor_fixture.h"
 
 #include "document/editor_view.h"
@@ -5,22 +6,15 @@
 #include "plugin/message_codes.h"
 
 #include <gmock/gmock.h>
+#include <stdexcept>
 #include <sys/xattr.h>
 
-#include <stdexcept>
+using namespace testing;
 
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::StartsWith;
-
-class Saving : public EditorByHand {
-protected:
+struct Saving : EditorByHand {
   /** What a panel sends for a file of that name in the test's folder. */
   BMessage Answered(uint32 what, const char* name) const {
-    BMessage answer(what);
-    entry_ref folder;
-    get_ref_for_path(fFolder.Path().c_str(), &folder);
-    answer.AddRef("directory", &folder);
+    BMessage answer = message_of(what, "directory", ref_of(fFolder.Path()));
     if (name) answer.AddString("name", name);
     return answer;
   }
@@ -32,23 +26,19 @@ protected:
 };
 
 TEST_F(Saving, KeepsEncodingAndLineEndsToTheByte) {
-  struct {
-    const char* name;
-    std::string before;
-    std::string after;
-  } const rows[] = {
+  const std::tuple<const char*, std::string, std::string> rows[] = {
       {"utf8_lf.lrc", "[00:01:00]歌\nb\n", std::string("歌\nb\n\0", 7)},
       {"utf8_crlf.lrc", "[00:01]a\r\nb\r\n", std::string("a\r\nb\r\n\0", 7)},
       {"utf8_cr.lrc", "[00:01]a\rb\r", std::string("a\rb\r\0", 5)},
       {"sjis_crlf.lrc", "[00:01]\x89\xCC\x8C\xBE\x97\x74\r\nb\r\n", "\x89\xCC\x8C\xBE\x97\x74\r\nb\r\n"},
       {"jis_lf.lrc", "[00:01]\x1B$B2N\x1B(B\nb\n", "\x1B$B2N\x1B(B\nb\n"},
   };
-  for (const auto& row : rows) {
-    const std::string path = fFolder.Write(row.name, row.before);
+  for (const auto& [name, before, after] : rows) {
+    const std::string path = fFolder.Write(name, before);
     Open(path);
     Change();
     Press("Ctrl+S");
-    EXPECT_EQ(fFolder.Read(row.name), row.after) << row.name;
+    EXPECT_EQ(fFolder.Read(name), after) << name;
     EXPECT_FALSE(IsModified());
     EXPECT_THAT(Status(), EndsWith("Saved"));
     char type[64] = {};
@@ -131,26 +121,21 @@ TEST_F(Saving, ACommandDoesNotOvertakeTheKeyBeforeIt) {
   };
   press_then_send("x", BMessage(kMsgSave));
   EXPECT_EQ(fFolder.Read("a.lrc"), std::string("[00:10]one\nx\n\0", 14));
-  BMessage shift(kMsgShiftTags);
-  shift.AddString("_SmplIptData", "1000");
-  press_then_send("y", shift);
+  press_then_send("y", message_of(kMsgShiftTags, "_SmplIptData", "1000"));
   EXPECT_EQ(Lines(), (std::list<std::string>{"[00:11]one", "xy"}));
+  EXPECT_EQ(EditView().CurLine(), 1);
   Press("Ctrl+Z");
   EXPECT_EQ(Lines(), (std::list<std::string>{"[00:10]one", "xy"})) << "only the command is undone";
 }
 
 /** A changed document that was never saved: it goes through the panel. */
-class SavingNew : public EditorByHand {
-protected:
+struct SavingNew : EditorByHand {
   SavingNew() { Change(); }
   /** The only other window. */
   BWindow& Panel() const {
-    for (const BMessenger& address : fHost->WindowAddresses()) {
-      if (!address.LockTarget()) continue;
-      auto* const window = static_cast<BWindow*>(address.Target(nullptr));
-      window->Unlock();
-      if (window != fWindow) return *window;
-    }
+    for (const BMessenger& address : fHost->WindowAddresses())
+      if (const TLooperLock lock(address); lock && lock.Looper() != fWindow)
+        return *static_cast<BWindow*>(lock.Looper());
     throw std::runtime_error("no panel");
   }
 };
@@ -165,11 +150,7 @@ TEST_F(SavingNew, CloseWaitsForTheNameAndForNothingElse) {
 }
 
 TEST_F(SavingNew, SaveAsCarriesOutTheCommandThatItWasGiven) {
-  BMessage saveAs(kMsgSaveAs);
-  const BMessage next(B_QUIT_REQUESTED);
-  saveAs.AddMessage("NxtM", &next);
-  saveAs.AddPointer("NxtMT", static_cast<BHandler*>(fWindow));
-  Send(saveAs);
+  Send(message_of(kMsgSaveAs, "NxtM", BMessage(B_QUIT_REQUESTED), "NxtMT", static_cast<BHandler*>(fWindow)));
   hands::type_file_name(Panel(), "named.lrc");
   EXPECT_TRUE(Until([&] { return IsClosed(); }));
 }

@@ -1,14 +1,9 @@
 #include "document/editor_view.h"
-#include "platform/app/message.h"
 #include "tests/support/editor_fixture.h"
 
 #include <gmock/gmock.h>
 
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
-using testing::Pair;
+using namespace testing;
 
 using SongOfTheEditor = EditorByHand;
 

@@ -2,10 +2,13 @@
 #include "editor/shift_amount.h"
 #include "editor/vesmo_e_comm_man.h"
 #include "lyrics/reaction_time.h"
+#include "platform/app/looper_lock.h"
 #include "plugin/app_privacy.h"
 #include "plugin/message_codes.h"
 #include "tests/support/editor_world.h"
+#include "tests/support/hands.h"
 #include "tests/support/keeping.h"
+#include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 
 namespace {
@@ -17,12 +20,9 @@ constexpr const char* kFineTag = "Shift all time tags";
 using hands::windows_titled;
 
 /** The windows run on their threads; the test delivers the manager's messages one by one. */
-class ManagerByHand : public EditorWorld {
-protected:
+struct ManagerByHand : EditorWorld {
   ManagerByHand() {
-    gIAP->AddItem(new TIAPItemFlatToolBar);
     gIAP->SetString("AccKeyFormat", "a - ");
-    gAppPrivacy = new TAppPrivacy;
     gAppPrivacy->UpdateLanguageInfos();
     fManager = new TVesmoECommMan;
   }
@@ -31,28 +31,24 @@ protected:
     hands::wait_for_display();
     EXPECT_TRUE(windows_titled(kAbout).empty());
     EXPECT_TRUE(windows_titled(kFineTag).empty());
-    delete std::exchange(gAppPrivacy, nullptr);
   }
   /** The number of messages that this causes for the manager. */
   int32 Send(const BMessage& message) {
     fManager->PostMessage(&message);
     return fManager->DeliverAll();
   }
-  void WaitForApplication() {
-    const BMessage question('wait');
-    BMessage answer;
-    BMessenger(fHost).SendMessage(&question, &answer);
+  /** Through the application, by the editor's signature. */
+  void Tell(const BMessage& message) {
+    BMessenger(gAppSignature).SendMessage(&message);
+    wait_for(BMessenger(fHost));
   }
   BWindow& Only(const char* title) {
     const std::vector<BWindow*> found = windows_titled(title);
     EXPECT_EQ(found.size(), 1U) << title;
     return *found.front();
   }
-  static bool IsShown(BWindow& window) {
-    return hands::until([&] { return hands::is_shown(window); });
-  }
-  static bool IsHidden(BWindow& window) {
-    return hands::until([&] { return !hands::is_shown(window); });
+  static bool Becomes(bool isShown, BWindow& window) {
+    return hands::until([&] { return hands::is_shown(window) == isShown; });
   }
   void Type(BWindow& window, const std::string& text) {
     for (const char c : text) hands::press(window, std::string(1, c));
@@ -66,28 +62,24 @@ protected:
 TEST_F(ManagerByHand, AboutWindowIsMadeOnceAndShownAgain) {
   Send(BMessage(kMsgPrepareAbout));
   BWindow& about = Only(kAbout);
-  EXPECT_TRUE(IsShown(about));
+  EXPECT_TRUE(Becomes(true, about));
   EXPECT_TRUE(windows_titled(kEditor).empty()) << "it is shown without";
   hands::press(about, "Escape");
-  EXPECT_TRUE(IsHidden(about));
+  EXPECT_TRUE(Becomes(false, about));
   Send(BMessage(B_ABOUT_REQUESTED));
-  EXPECT_TRUE(IsShown(Only(kAbout)));
+  EXPECT_TRUE(Becomes(true, Only(kAbout)));
   EXPECT_EQ(&Only(kAbout), &about);
   Send(BMessage(kMsgCloseAbout));
   EXPECT_TRUE(windows_titled(kAbout).empty());
 }
 
 TEST_F(ManagerByHand, AboutWindowStandsBesideTheEditor) {
-  BMessage request(kMsgOpenAbout);
-  request.AddBool("BesideDlg", true);
-  request.AddRect("WinFrame", {0, 120, 200, 300});
-  Send(request);
+  Send(message_of(kMsgOpenAbout, "BesideDlg", true, "WinFrame", BRect{0, 120, 200, 300}));
   BWindow& about = Only(kAbout);
-  EXPECT_TRUE(IsShown(about));
-  EXPECT_TRUE(about.Lock());
+  EXPECT_TRUE(Becomes(true, about));
+  const TLooperLock lock{BMessenger(&about)};
   EXPECT_GT(about.Frame().left, 200);
   EXPECT_EQ(about.Frame().top, 120);
-  about.Unlock();
 }
 
 TEST_F(ManagerByHand, FineTagWindowShiftsTheTagsOfTheEditor) {
@@ -95,10 +87,10 @@ TEST_F(ManagerByHand, FineTagWindowShiftsTheTagsOfTheEditor) {
   Send(BMessage(kMsgFineTimeTag));
   Send(BMessage(kMsgFineTimeTag));
   BWindow& fineTag = Only(kFineTag);
-  EXPECT_TRUE(IsShown(fineTag));
+  EXPECT_TRUE(Becomes(true, fineTag));
   EXPECT_EQ(hands::spoken(fineTag, "Go").name, "G - Go");
   Type(fineTag, "-250");
-  EXPECT_TRUE(IsHidden(fineTag));
+  EXPECT_TRUE(Becomes(false, fineTag));
   BWindow& editor = Only(kEditor);
   EXPECT_TRUE(hands::until([&] { return hands::is_active(editor); })) << "the next keys are the editor's";
   EXPECT_TRUE(
@@ -118,30 +110,26 @@ TEST_F(ManagerByHand, FineTagWindowGoesWithItsEditor) {
   }));
 }
 
-TEST_F(ManagerByHand, ManagerGoesOnWhileItTellsThatThereAreNoPreferences) {
+TEST_F(ManagerByHand, ManagerKeepsRunningWhileItReportsThatThereAreNoPreferences) {
   Send(BMessage(kMsgPreparePref));
   int32 delivered = 0;
   EXPECT_TRUE(hands::until([&] { return (delivered += fManager->DeliverAll()) > 0; })) << "the companion has not come";
   EXPECT_NE(hands::wait_for_question().text.find("VesmoD"), std::string::npos);
   Send(BMessage(kMsgPrepareAbout));
-  EXPECT_TRUE(IsShown(Only(kAbout)));
+  EXPECT_TRUE(Becomes(true, Only(kAbout)));
   EXPECT_TRUE(hands::answer_with_key("Escape"));
 }
 
 TEST_F(ManagerByHand, PreferencesAreTheCompanionsToShow) {
   const OwnLooper<Keeping<BLooper>> companion(new Keeping<BLooper>);
-  BMessage greeting(kMsgPartnerConnects);
-  greeting.AddPointer("CSCommMan", companion.get());
   Send(BMessage(kMsgPreparePref)); // the request may come before the companion
-  Send(greeting);
+  Send(message_of(kMsgPartnerConnects, "CSCommMan", companion.get()));
   Send(BMessage(kMsgPreferences));
   Send(BMessage(kMsgStampHint)); // for that window
   companion->DeliverAll();
   EXPECT_EQ(companion->Codes(), (std::vector<uint32>{kMsgOpenPref, kMsgOpenPref, kMsgStampHint}));
   const BMessage& request = companion->fReceived.front();
-  bool beside = true;
-  EXPECT_EQ(request.FindBool("BesideDlg", &beside), B_OK);
-  EXPECT_FALSE(beside);
+  EXPECT_EQ(field<bool>(request, "BesideDlg"), false);
   EXPECT_FALSE(request.HasField("WinFrame"));
 }
 
@@ -149,27 +137,19 @@ TEST_F(ManagerByHand, ChangesOfTheCompanionReachTheSettings) {
   int32 offsetMs = 0;
   for (const uint32 code : {kMsgStayOnTop, kMsgDefaultStatBar, kMsgToolBar, kMsgAppearance, kMsgPollInterval,
                             kMsgStatBarStr, kMsgEncoding, kMsgLineEnds, kMsgReadEncoding, kMsgTimeOffset}) {
-    BMessage change(code);
-    change.AddInt32("TmDf", ++offsetMs);
-    Send(change);
+    Send(message_of(code, "TmDf", ++offsetMs));
     EXPECT_EQ(gPref->Values()->timeOffsetMs, offsetMs) << std::hex << code;
   }
 }
 
 TEST_F(ManagerByHand, AnotherLanguageFileIsLoadedAtOnce) {
-  BMessage change(kMsgLanguageChanged);
-  change.AddString("LLTF", ""); // from a file next to the plug-in to the built-in texts
-  Send(change);
+  Send(message_of(kMsgLanguageChanged, "LLTF", "")); // from a file next to the plug-in to the built-in texts
   EXPECT_FALSE(gAppPrivacy->ShouldBeLanguageChanged());
   EXPECT_EQ(Send(BMessage(kMsgLanguageNode)), 2) << "a change on the disk is one of the language";
 }
 
 TEST_F(ManagerByHand, SharedPreferencesArriveThroughTheApplication) {
-  BMessage notice(kMsgIAPChanged);
-  notice.AddString("IAP:SrcIAPItem", "FlatToolBar");
-  notice.AddBool("IAP:Value", false);
-  BMessenger(gAppSignature).SendMessage(&notice);
-  WaitForApplication();
+  Tell(message_of(kMsgIAPChanged, "IAP:SrcIAPItem", "FlatToolBar", "IAP:Value", false));
   EXPECT_EQ(fManager->DeliverAll(), 1) << "by the filter alone";
   bool flat = true;
   gIAP->GetBool("FlatToolBar", &flat);
@@ -178,14 +158,8 @@ TEST_F(ManagerByHand, SharedPreferencesArriveThroughTheApplication) {
 
 TEST_F(ManagerByHand, LastChangeOfASharedPreferenceArrivesAlsoWhenTheQueueIsFull) {
   while (fManager->PostMessage('none') == B_OK) continue;
-  BMessage notice(kMsgIAPChanged);
-  notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");
-  for (const char* format : {"a) ", "a\u30fb"}) {
-    notice.RemoveName("IAP:Value");
-    notice.AddString("IAP:Value", format);
-    BMessenger(gAppSignature).SendMessage(&notice);
-  }
-  WaitForApplication();
+  for (const char* format : {"a) ", "a\u30fb"})
+    Tell(message_of(kMsgIAPChanged, "IAP:SrcIAPItem", "AccKeyFormat", "IAP:Value", format));
   fManager->DeliverAll();
   std::string format;
   gIAP->GetString("AccKeyFormat", &format);
@@ -195,17 +169,15 @@ TEST_F(ManagerByHand, LastChangeOfASharedPreferenceArrivesAlsoWhenTheQueueIsFull
 TEST_F(ManagerByHand, FilesForTheEditorAreForwardedAndThoseForThePlayerAreNot) {
   const BMessage refs(B_REFS_RECEIVED);
   fHost->PostMessage(&refs);
-  WaitForApplication();
+  wait_for(BMessenger(fHost));
   EXPECT_EQ(fManager->CountMessages(), 0) << "the player's own";
-  BMessenger(gAppSignature).SendMessage(&refs);
-  BMessenger(gAppSignature).SendMessage(kMsgCloseMain); // not offered by that name
-  WaitForApplication();
+  Tell(refs);
+  Tell(BMessage(kMsgCloseMain)); // not offered by that name
   EXPECT_EQ(fManager->DeliverAll(), 1);
-  EXPECT_TRUE(IsShown(Only(kEditor)));
-  BMessenger(gAppSignature).SendMessage(B_ABOUT_REQUESTED);
-  WaitForApplication();
+  EXPECT_TRUE(Becomes(true, Only(kEditor)));
+  Tell(BMessage(B_ABOUT_REQUESTED));
   fManager->DeliverAll();
-  EXPECT_TRUE(IsShown(Only(kAbout)));
+  EXPECT_TRUE(Becomes(true, Only(kAbout)));
 }
 
 TEST_F(ManagerByHand, ClosingWhatIsNotOpenAsksForNothingFurther) {

@@ -7,7 +7,9 @@
 #include "plugin/app_privacy.h"
 #include "plugin/message_codes.h"
 #include "tests/support/editor_world.h"
+#include "tests/support/hands.h"
 #include "tests/support/keeping.h"
+#include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 
 #include <gmock/gmock.h>
@@ -39,12 +41,9 @@ BWindow* wait_for(const std::string& title) {
 }
 
 /** Manager, editor and the player's window run; the closing editor asks whether to save "a.lrc". */
-class OpenQuestion : public EditorWorld {
-protected:
+struct OpenQuestion : EditorWorld {
   OpenQuestion() {
     alarm(kPatienceSeconds);
-    gIAP->AddItem(new TIAPItemFlatToolBar);
-    gAppPrivacy = new TAppPrivacy;
     gAppPrivacy->UpdateLanguageInfos();
     fPlayer->Show();
     hands::wait_for_display();
@@ -59,23 +58,14 @@ protected:
     fManager.reset();
     fPlayer.reset();
     hands::wait_for_display();
-    delete std::exchange(gAppPrivacy, nullptr);
     alarm(0);
   }
   void Ask(uint32 code) { BMessenger(fManager.get()).SendMessage(code); }
   void OpenFile(const std::string& path) {
-    BMessage open(B_REFS_RECEIVED);
-    entry_ref ref;
-    get_ref_for_path(path.c_str(), &ref);
-    open.AddRef("refs", &ref);
+    const BMessage open = message_of(B_REFS_RECEIVED, "refs", ref_of(path));
     BMessenger(fManager.get()).SendMessage(&open);
   }
-  /** Waits until all earlier messages are handled. */
-  void WaitForManager() {
-    const BMessage question('wait');
-    BMessage answer;
-    EXPECT_EQ(BMessenger(fManager.get()).SendMessage(&question, &answer), B_OK);
-  }
+  void WaitForManager() { wait_for(BMessenger(fManager.get())); }
 
   OwnLooper<BWindow> fPlayer{new BWindow({100, 100, 299, 199}, "Sonivo - Song")};
   OwnLooper<TVesmoECommMan> fManager{new TVesmoECommMan};
@@ -88,9 +78,7 @@ TEST_F(OpenQuestion, PlayerDraggedAroundMeanwhileFreezesNothing) {
   const BMessenger player(fPlayer.get());
   for (int i = 0; i < kMoreMovesThanAQueueHolds; ++i) player.SendMessage(B_WINDOW_MOVED);
   hands::move_by_hand(*fPlayer, 130, 140);
-  const BMessage question('wait');
-  BMessage answer;
-  player.SendMessage(&question, &answer); // it has handled its moves
+  wait_for(player); // it has handled its moves
   EXPECT_LT(fEditor->CountMessages(), 100);
   hands::press_close_button(*fEditor);
   hands::press_close_button(*fEditor);
@@ -105,17 +93,14 @@ TEST_F(OpenQuestion, PlayerDraggedAroundMeanwhileFreezesNothing) {
 
 TEST_F(OpenQuestion, AboutPreferencesAndTheEditorItselfComeUpMeanwhile) {
   const OwnLooper<Keeping<BLooper>> companion(new Keeping<BLooper>);
-  BMessage greeting(kMsgPartnerConnects);
-  greeting.AddPointer("CSCommMan", companion.get());
+  const BMessage greeting = message_of(kMsgPartnerConnects, "CSCommMan", companion.get());
   BMessenger(fManager.get()).SendMessage(&greeting);
   for (const uint32 code : {uint32{kMsgPrepareAbout}, uint32{kMsgPreferences}, uint32{kMsgOpenMain}}) Ask(code);
   EXPECT_NE(wait_for("About Vesmo Editor"), nullptr);
   WaitForManager();
   companion->DeliverAll();
   ASSERT_THAT(companion->Codes(), Contains(uint32{kMsgOpenPref}));
-  BRect beside;
-  EXPECT_EQ(companion->fReceived.front().FindRect("WinFrame", &beside), B_OK);
-  EXPECT_EQ(beside, fEditor->Frame());
+  EXPECT_EQ(field<BRect>(companion->fReceived.front(), "WinFrame"), fEditor->Frame());
   EXPECT_TRUE(hands::answer_with_key("Escape"));
 }
 

@@ -6,9 +6,8 @@
 
 namespace {
 
-class Plugin : public LoadedImages {
-protected:
-  static std::unique_ptr<GeneralPlugin> Load() { return LoadedImages::Load(PLUGIN_FILE); }
+struct Plugin : LoadedImages {
+  static std::unique_ptr<GeneralPlugin> Load() { return LoadedImages::Load(EDITOR_FILE); }
   BRect StoredFrame() const {
     TExitState state;
     state.Load(BEntry(fFolder.File("KOREVA/VesmoE/VesmoE_ExitStates.arc").c_str()));
@@ -18,7 +17,7 @@ protected:
 
 } // namespace
 
-TEST_F(Plugin, TellsWhoItIsAndAnswersQueries) {
+TEST_F(Plugin, HasItsNameAndAnswersQueries) {
   const auto plugin = Load();
   EXPECT_STREQ(plugin->fName, "Vesmo Editor");
   EXPECT_TRUE(std::string(plugin->fInfo).starts_with("Vesmo Editor  "));

@@ -2,15 +2,12 @@
 
 #include "document/editor_view.h"
 #include "editviews/free_edit_view.h"
-#include "platform/app/message.h"
 
 #include <gmock/gmock.h>
 
-using testing::ElementsAre;
-using testing::StartsWith;
+using namespace testing;
 
-class FreeEdit : public EditorByHand {
-protected:
+struct FreeEdit : EditorByHand {
   void OpenFreely(const std::string& text) {
     Open(fFolder.Write("a.lrc", text));
     Press("Ctrl+E");
@@ -112,21 +109,4 @@ TEST_F(FreeEdit, TextIsSavedAsItIsShown) {
   Press("Ctrl+E");
   Press("q");
   EXPECT_THAT(Lines(), ElementsAre("q"));
-}
-
-TEST_F(FreeEdit, BrokenBytesSurviveTheModes) {
-  SetPref([](TPrefValues* values) { values->readEncoding = 0; });
-  OpenFreely("caf\xe9\n\xff\xfe\n");
-  Press("x");
-  Press("Ctrl+T");
-  EXPECT_THAT(Lines(), ElementsAre("xcaf\xe9", "\xff\xfe"));
-}
-
-TEST_F(FreeEdit, CommandsOverAllLinesWorkOnTheText) {
-  OpenFreely("[00:10]one\ntwo\n");
-  View().SetCurLine(1);
-  Shift("-2000");
-  EXPECT_EQ(View().Text(), "[00:08]one\ntwo\n");
-  EXPECT_EQ(View().CurLine(), 1);
-  EXPECT_TRUE(IsModified());
 }

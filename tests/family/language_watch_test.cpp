@@ -7,9 +7,9 @@
 #include "platform/app/node_monitor.h"
 #include "platform/kernel/threads.h"
 #include "plugin/app_privacy.h"
-#include "plugin/pref.h"
 #include "tests/support/hands.h"
 #include "tests/support/own_looper.h"
+#include "tests/support/plugin_globals.h"
 #include "tests/support/scratch_folder.h"
 
 #include <gtest/gtest.h>
@@ -29,8 +29,7 @@ std::string language_file(const std::string& fileText) {
 }
 
 /** Like the managers: checks for a change at every notice, and reloads. */
-class Manager : public BLooper {
-public:
+struct Manager : BLooper {
   explicit Manager(std::string pluginPath) : BLooper("manager"), fPluginPath(std::move(pluginPath)) {
     AddHandler(&fWatch);
     set_node_monitor_language(fPluginPath, &fWatch);
@@ -55,12 +54,8 @@ private:
   TNodeMonitorHandler fWatch{'note'};
 };
 
-class LanguageWatch : public testing::Test {
-protected:
+struct LanguageWatch : testing::Test, PluginGlobals {
   LanguageWatch() {
-    gAppPrivacy = new TAppPrivacy;
-    gPref = new TPref;
-    gLLT = new TLLT;
     mkdir((fFolder.Path() + "/Language").c_str(), 0700);
     Write(language_file("File"));
     set_language_alert([](const char*, const char*, const char*) { ++gAlerts; });
@@ -72,9 +67,6 @@ protected:
   ~LanguageWatch() override {
     fManager.reset();
     set_language_alert(nullptr);
-    delete std::exchange(gLLT, nullptr);
-    delete std::exchange(gPref, nullptr);
-    delete std::exchange(gAppPrivacy, nullptr);
   }
   std::string PluginPath() const { return fFolder.Path() + "/gen_Test.so"; }
   std::string File() const { return fFolder.Path() + "/Language/English.llt"; }
@@ -82,12 +74,9 @@ protected:
   bool Shows(const std::string& text) const {
     return hands::until([&] { return gLLT->Text("Menu_File") == text; });
   }
-  static std::atomic<int> gAlerts;
-  ScratchFolder fFolder;
+  static inline std::atomic<int> gAlerts;
   OwnLooper<Manager> fManager;
 };
-std::atomic<int> LanguageWatch::gAlerts;
-
 } // namespace
 
 TEST_F(LanguageWatch, AChangedFileIsReloaded) {

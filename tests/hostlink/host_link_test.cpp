@@ -6,6 +6,8 @@
 #include "plugin/message_codes.h"
 #include "tests/hostlink/strange_host.h"
 #include "tests/support/hands.h"
+#include "tests/support/keeping.h"
+#include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 #include "tests/support/scratch_folder.h"
 
@@ -15,19 +17,9 @@
 
 namespace {
 
-struct Asker : BLooper {
-  void MessageReceived(BMessage* message) override {
-    message->FindRef("refs", &fRef);
-    fWhat = message->what;
-  }
-  entry_ref fRef;
-  uint32 fWhat = 0;
-};
-
 constexpr int64 kHourUs = 3600000000;
 
-class HostLink : public testing::Test {
-protected:
+struct HostLink : testing::Test {
   HostLink() { StartHost(); }
   void StartHost() {
     fHost.reset(new StrangeHost);
@@ -42,10 +34,8 @@ protected:
   }
   /** Waits until the player has handled all messages, and the mailbox its answers. */
   void LetArrive() const {
-    const BMessage nothing('none');
-    BMessage answer;
-    BMessenger(fHost.get()).SendMessage(&nothing, &answer);
-    BMessenger(fLink->Receiver()).SendMessage(&nothing, &answer);
+    wait_for(BMessenger(fHost.get()));
+    wait_for(BMessenger(fLink->Receiver()));
   }
   bool HasArrived() const {
     LetArrive();
@@ -56,6 +46,12 @@ protected:
     fLink->Refresh();
     while (!HasArrived()) fLink->Refresh(); // the connection may not be complete yet
     fLink->Refresh();
+  }
+  bool GetsTo(int32 positionMs) {
+    return hands::until([&] {
+      fLink->Refresh();
+      return fLink->PositionMs() == positionMs;
+    });
   }
   /** The file of the current song; "none" without a song, "nameless" without a file name. */
   std::string CurrentFile() const {
@@ -68,10 +64,10 @@ protected:
   /** The code of the finder's next message. */
   uint32 Answer() {
     EXPECT_TRUE(hands::until([&] { return fAsker->DeliverNext(); }));
-    return fAsker->fWhat;
+    return fAsker->fReceived.back().what;
   }
   OwnLooper<StrangeHost> fHost;
-  OwnLooper<Asker> fAsker{new Asker};
+  OwnLooper<Keeping<BLooper>> fAsker{new Keeping<BLooper>};
   std::unique_ptr<Sonivo_FrontEnd> fLink;
 };
 
@@ -81,10 +77,7 @@ TEST_F(HostLink, APlayerInAnotherProcessIsReachedByTheSignatureOfItsAnswer) {
   fHost->fIsOutside = true;
   fHost->SetRecord(1000, "first");
   Connect();
-  EXPECT_TRUE(hands::until([this] {
-    fLink->Refresh();
-    return fLink->PositionMs() == 1000;
-  }));
+  EXPECT_TRUE(GetsTo(1000));
 }
 
 TEST_F(HostLink, OneRefreshTakesTheAnswerToTheOneBefore) {
@@ -118,7 +111,7 @@ TEST_F(HostLink, ShortAnswersAreIgnoredAndLongOnesCut) {
   EXPECT_EQ(fLink->Title(), std::string(112, 'x')) << "ends with the record";
 }
 
-TEST_F(HostLink, ReportsWhetherTheSongPlaysAsFarAsThePlayerDoes) {
+TEST_F(HostLink, ReportsWhetherTheSongPlaysIfThePlayerDoes) {
   fHost->SetRecord(1000, "t");
   Connect();
   for (const std::optional<bool> told : {std::optional(true), std::optional(false), std::optional<bool>()}) {
@@ -156,10 +149,7 @@ TEST_F(HostLink, HandshakeIsRepeatedWhenThePlayerComesBack) {
   EXPECT_EQ(fLink->CountEntries(), -1);
   StartHost();
   fHost->SetRecord(2, "b");
-  EXPECT_TRUE(hands::until([this] {
-    fLink->Refresh();
-    return fLink->PositionMs() == 2;
-  }));
+  EXPECT_TRUE(GetsTo(2));
 }
 
 TEST_F(HostLink, AnEntryWithATitleOfMegabytesIsTruncated) {
@@ -176,26 +166,23 @@ TEST_F(HostLink, ThePlayingSongIsTheFirstOfItsTitle) {
   fHost->SetRecord(1, "two");
   Connect();
   RefreshUntilArrived();
-  const struct {
-    const char* file;
-    std::vector<StrangeHost::Entry> entries;
-  } rows[] = {
+  const std::pair<const char*, std::vector<StrangeHost::Entry>> rows[] = {
       {"none", {}},
       {"none", {{"/m/1.mp3", "one"}}},
       {"/m/2.mp3", {{"/m/1.mp3", "one"}, {"/m/2.mp3", "two"}, {"/m/3.mp3", "two"}}},
       {"/m/1.mp3",
        {{"/m/1.mp3", "one"}, {"/m/2.mp3", "other", false}, {"/m/3.mp3", "two"}}}, // the last complete answer
   };
-  for (const auto& row : rows) {
-    fHost->fEntries = row.entries;
-    EXPECT_EQ(CurrentFile(), row.file) << row.entries.size() << " songs";
+  for (const auto& [file, entries] : rows) {
+    fHost->fEntries = entries;
+    EXPECT_EQ(CurrentFile(), file) << entries.size() << " songs";
   }
   fHost->fEntries.clear();
   fHost->fCount = -1;
   EXPECT_EQ(CurrentFile(), "nameless") << "how many there are is not told";
 }
 
-TEST_F(HostLink, APlayerThatNeverAnswersHoldsUpNothing) {
+TEST_F(HostLink, APlayerThatNeverAnswersBlocksNothing) {
   Connect();
   fHost->fAnswers = false;
   TCurrentSongFinder finder(fLink.get(), BMessenger(fAsker.get()));
@@ -215,7 +202,7 @@ TEST_F(HostLink, FinderReportsTheLyricsFileOrThatThereIsNone) {
   TCurrentSongFinder finder(fLink.get(), BMessenger(fAsker.get()));
   finder.Start();
   EXPECT_EQ(Answer(), kMsgSongFound);
-  EXPECT_EQ(fAsker->fRef.FullPath(), lyrics);
+  EXPECT_EQ(field<entry_ref>(fAsker->fReceived.back(), "refs"), ref_of(lyrics));
   fHost->fEntries = {{"", "song"}};
   EXPECT_TRUE(hands::until([&] { return finder.Start(); }));
   EXPECT_EQ(Answer(), kMsgNoSong) << "an entry without a file name";
@@ -236,8 +223,8 @@ TEST_F(HostLink, APlayerThatAnswersLateIsNotCalledSilent) {
     fLink->Refresh();
     return fAsker->DeliverNext();
   }));
-  EXPECT_EQ(fAsker->fWhat, kMsgSongFound);
-  EXPECT_EQ(fAsker->fRef.name, "song.txt");
+  EXPECT_EQ(fAsker->fReceived.back().what, kMsgSongFound);
+  EXPECT_EQ(field<entry_ref>(fAsker->fReceived.back(), "refs"), ref_of(folder.File("song.txt")));
 }
 
 TEST_F(HostLink, ARequestThatFindsThePlayersQueueFullIsSentWhenThereIsRoom) {
@@ -256,7 +243,7 @@ TEST_F(HostLink, ARequestThatFindsThePlayersQueueFullIsSentWhenThereIsRoom) {
   EXPECT_TRUE(hands::until([this] { return fLink->Receiver()->HasArrived(); }));
 }
 
-TEST_F(HostLink, APlayerThatHangsFreezesNobody) {
+TEST_F(HostLink, APlayerThatHangsBlocksNothing) {
   fHost->SetRecord(1, "song");
   Connect();
   RefreshUntilArrived();

@@ -14,10 +14,14 @@
 #include <vector>
 
 /** A fake player whose answers can be correct, late, short, or missing. */
-class StrangeHost : public BApplication {
-public:
+struct StrangeHost : BApplication {
   StrangeHost() : BApplication(kHostSignature) {}
 
+  template <typename Act>
+  auto Locked(const Act& act) {
+    const std::lock_guard lock(fMutex);
+    return act();
+  }
   /** Sets the bytes of "Info", with position and title in their places. */
   void SetRecord(int32 positionMs, const std::string& title, size_t size = THostInformation::kSize) {
     std::string record(size, '\0');
@@ -29,8 +33,7 @@ public:
   }
   /** How many answers with this record the asker's mailbox has handled. */
   int CountHeard() {
-    const std::lock_guard lock(fMutex);
-    return fHeard;
+    return Locked([this] { return fHeard; });
   }
 
   struct Entry {
@@ -40,18 +43,15 @@ public:
   };
   using Command = std::pair<uint32, int32>; // the code, and its number or -1
   std::vector<Command> Commands() {
-    const std::lock_guard lock(fMutex);
-    return fCommands;
+    return Locked([this] { return fCommands; });
   }
   /** The field "Playing"; empty as with players that do not have it. */
   void SetPlaying(std::optional<bool> isPlaying) {
-    const std::lock_guard lock(fMutex);
-    fIsPlaying = isPlaying;
+    Locked([&] { return fIsPlaying = isPlaying; });
   }
   /** Title and times of the last marks. */
   std::pair<std::string, std::vector<int32>> Marks() {
-    const std::lock_guard lock(fMutex);
-    return fMarks;
+    return Locked([this] { return fMarks; });
   }
   std::vector<Entry> fEntries;
   std::atomic<int> fCount{-2}; // -2: the number of entries; -1: no answer's field
@@ -101,7 +101,7 @@ private:
     message.SendReply(&answer);
   }
   void Inform(const BMessage& message) {
-    const auto [record, isPlaying] = Now();
+    const auto [record, isPlaying] = Locked([this] { return std::pair(fRecord, fIsPlaying); });
     BMessage answer(kMsgHostInformation);
     if (!record.empty()) answer.AddData("Info", B_STRING_TYPE, record.data(), record.size());
     if (isPlaying) answer.AddBool("Playing", *isPlaying);
@@ -109,10 +109,6 @@ private:
     WaitUntilTaken(message.ReturnAddress());
     const std::lock_guard lock(fMutex);
     if (fRecord == record) ++fHeard;
-  }
-  std::pair<std::string, std::optional<bool>> Now() {
-    const std::lock_guard lock(fMutex);
-    return {fRecord, fIsPlaying};
   }
   /** The mailbox answers only after it has handled all earlier messages. */
   static void WaitUntilTaken(const BMessenger& mailbox) {

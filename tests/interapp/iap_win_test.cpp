@@ -5,9 +5,10 @@
 #include "platform/app/roster.h"
 #include "platform/interface/menu_field.h"
 #include "platform/kernel/ports.h"
-#include "platform/kernel/threads.h"
 #include "plugin/message_codes.h"
 #include "tests/support/hands.h"
+#include "tests/support/messages.h"
+#include "tests/support/own_looper.h"
 #include "tests/support/scratch_folder.h"
 
 #include <gmock/gmock.h>
@@ -19,8 +20,7 @@ using testing::ElementsAre;
 namespace {
 
 /** An application of the family: applies change notices as the manager does. */
-class Family : public BLooper {
-public:
+struct Family : BLooper {
   explicit Family(const char* signature) : BLooper(signature), fSignature(signature) {
     fPrefs.SetAppSignatureRef(fSignature);
     fPrefs.AddItem(new TIAPItemAccKeyFormat);
@@ -45,8 +45,7 @@ public:
   TInterAppPrefs fPrefs;
 };
 
-class HandDrivenWindow : public TIAPWin {
-public:
+struct HandDrivenWindow : TIAPWin {
   explicit HandDrivenWindow(bool* isClosed) : fIsClosed(isClosed) { SetRunsOnShow(false); }
   ~HandDrivenWindow() override { *fIsClosed = true; }
 
@@ -54,20 +53,14 @@ private:
   bool* const fIsClosed;
 };
 
-class CommonWindow : public testing::Test {
-protected:
+struct CommonWindow : testing::Test {
   CommonWindow() {
-    setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
-    fFirst = new Family("application/x-vnd.test-first");
-    fSecond = new Family("application/x-vnd.test-second");
-    fFirst->Run();
-    fSecond->Run();
+    for (const auto& family : {fFirst.get(), fSecond.get()}) family->Run();
   }
   ~CommonWindow() override {
     if (fWindow && !fIsClosed && fWindow->Lock()) fWindow->Quit();
-    for (Family* family : {fFirst, fSecond}) {
-      if (family->Lock()) family->Quit();
-    }
+    fFirst.reset();
+    fSecond.reset();
     hands::wait_for_display();
   }
   /** A window whose messages the test delivers, with the controls of both applications. */
@@ -75,7 +68,7 @@ protected:
     fWindow = new HandDrivenWindow(&fIsClosed);
     fWindow->Show();
     EXPECT_TRUE(hands::until([this] { return fWindow->Port() != 0; }));
-    for (Family* family : {fFirst, fSecond}) EXPECT_EQ(family->fPrefs.ShowWindow({}), B_OK);
+    for (Family* family : {fFirst.get(), fSecond.get()}) EXPECT_EQ(family->fPrefs.ShowWindow({}), B_OK);
     EXPECT_TRUE(Until([this] { return fWindow->FindView("FlatToolBar") && port_count(fWindow->Port()) == 0; }));
     Settle();
   }
@@ -97,9 +90,10 @@ protected:
     Settle();
   }
 
-  ScratchFolder fFolder;
-  Family* fFirst;
-  Family* fSecond;
+  const ScratchFolder fFolder;
+  const int fSet = setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
+  OwnLooper<Family> fFirst{new Family("application/x-vnd.test-first")};
+  OwnLooper<Family> fSecond{new Family("application/x-vnd.test-second")};
   HandDrivenWindow* fWindow = nullptr;
   bool fIsClosed = false;
 };
@@ -123,7 +117,7 @@ TEST_F(CommonWindow, NotifiesEveryApplicationThatHasTheControl) {
   EXPECT_EQ(fFirst->Format(), "a) ");
 }
 
-TEST_F(CommonWindow, CancelBringsBackAndDefaultSetsWhatIsBuiltIn) {
+TEST_F(CommonWindow, CancelRestoresAndDefaultResets) {
   fFirst->fPrefs.SetString("AccKeyFormat", "<a> ");
   Open();
   auto* const field = static_cast<BMenuField*>(fWindow->FindView("AccKeyFormat"));
@@ -142,11 +136,7 @@ TEST_F(CommonWindow, CancelBringsBackAndDefaultSetsWhatIsBuiltIn) {
 TEST_F(CommonWindow, GarbageThroughThePortChangesNothing) {
   Open();
   EXPECT_EQ(write_port(fWindow->Port(), 0, "nonsense", 8), B_OK);
-  BMessage odd(kMsgIAPControls);
-  odd.AddString("FlatToolBar", "text");
-  BMessage half;
-  half.AddInt32("IAP:Kind", 7);
-  odd.AddMessage("half", &half);
+  BMessage odd = message_of(kMsgIAPControls, "FlatToolBar", "text", "half", message_of(0, "IAP:Kind", 7));
   fFirst->fPrefs.SendMessage(fWindow->Port(), &odd);
   Until([this] { return port_count(fWindow->Port()) == 0; });
   Click("FlatToolBar");
@@ -159,7 +149,7 @@ TEST_F(CommonWindow, IsClosedByItsMakerAloneUnlessForcedAndMadeAgain) {
     EXPECT_EQ(fSecond->fPrefs.ShowWindow({}), B_OK);
     EXPECT_EQ(fSecond->fPrefs.CloseWindow(false), -1);
     EXPECT_GE(find_port(kIAPPortName), 0);
-    EXPECT_EQ((isForced ? fSecond : fFirst)->fPrefs.CloseWindow(isForced), 0);
+    EXPECT_EQ((isForced ? *fSecond : *fFirst).fPrefs.CloseWindow(isForced), 0);
     EXPECT_TRUE(hands::until([] { return find_port(kIAPPortName) < 0; }));
     EXPECT_EQ(fSecond->fPrefs.CloseWindow(true), 0) << "nothing is open";
   }
@@ -179,21 +169,19 @@ TEST_F(CommonWindow, ItsEndDoesNotWaitForRoomInItsQueue) {
   EXPECT_LT(find_port(kIAPPortName), 0);
 }
 
-TEST_F(CommonWindow, ValuesAreAskedForAndToldByNameAndType) {
+TEST_F(CommonWindow, ValuesAreReadAndWrittenByNameAndType) {
   TInterAppPrefs& prefs = fFirst->fPrefs;
   bool flat = false;
   EXPECT_EQ(prefs.GetBool("AccKeyFormat", &flat), B_BAD_TYPE);
   EXPECT_EQ(prefs.SetBool("Unknown", true), B_NAME_NOT_FOUND);
-  BMessage notice(kMsgIAPChanged);
-  notice.AddString("IAP:Value", "a - ");
+  BMessage notice = message_of(kMsgIAPChanged, "IAP:Value", "a - ");
   EXPECT_EQ(prefs.SetValue(notice), -1) << "of nothing";
   notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");
   EXPECT_EQ(prefs.SetValue(notice), B_OK);
-  BMessage wrong(kMsgIAPChanged);
-  wrong.AddString("IAP:SrcIAPItem", "AccKeyFormat");
-  BMessage huge(wrong);
-  wrong.AddBool("IAP:Value", true);
-  huge.AddString("IAP:Value", std::string(1 << 20, 'x'));
-  for (const BMessage& refused : {wrong, huge}) EXPECT_NE(prefs.SetValue(refused), B_OK);
+  const char* const item = "AccKeyFormat";
+  for (const BMessage& refused :
+       {message_of(kMsgIAPChanged, "IAP:SrcIAPItem", item, "IAP:Value", true),
+        message_of(kMsgIAPChanged, "IAP:SrcIAPItem", item, "IAP:Value", std::string(1 << 20, 'x'))})
+    EXPECT_NE(prefs.SetValue(refused), B_OK);
   EXPECT_EQ(fFirst->Format(), "a - ");
 }

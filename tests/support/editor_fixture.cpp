@@ -60,9 +60,7 @@ void EditorByHand::SendToView(BMessage message) {
 }
 
 void EditorByHand::Shift(const char* amountMs) {
-  BMessage shift(kMsgShiftTags);
-  shift.AddString("_SmplIptData", amountMs);
-  Send(shift);
+  Send(message_of(kMsgShiftTags, "_SmplIptData", amountMs));
 }
 
 void EditorByHand::PressCloseButton() {
@@ -71,11 +69,7 @@ void EditorByHand::PressCloseButton() {
 }
 
 void EditorByHand::Open(const std::string& path) {
-  BMessage open(B_REFS_RECEIVED);
-  entry_ref ref;
-  get_ref_for_path(path.c_str(), &ref);
-  open.AddRef("refs", &ref);
-  Send(open);
+  Send(message_of(B_REFS_RECEIVED, "refs", ref_of(path)));
 }
 
 void EditorByHand::PlayAt(int32 positionMs, const std::string& title) {

@@ -2,7 +2,9 @@
 
 #include "editviews/edit_view_interface.h"
 #include "tests/support/editor_world.h"
+#include "tests/support/hands.h"
 #include "tests/support/keeping.h"
+#include "tests/support/messages.h"
 #include "window/editor_window.h"
 
 #include <atomic>
@@ -12,8 +14,7 @@
 #include <vector>
 
 /** The editor's real window, its messages delivered by the test. */
-class EditorByHand : public EditorWorld {
-protected:
+struct EditorByHand : EditorWorld {
   EditorByHand();
   ~EditorByHand() override;
 
@@ -45,7 +46,7 @@ protected:
   std::string Status() const { return hands::label_text(*fWindow, "StatusBar"); }
   bool IsClosed() const { return fClosed; }
 
-  Keeping<BLooper>* fManager; // does not run: what it is told waits in its queue
+  Keeping<BLooper>* fManager; // does not run: its messages stay in its queue
   TVesmoEWin* fWindow;
 
 private:

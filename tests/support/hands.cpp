@@ -46,6 +46,13 @@ bool until(const std::function<bool()>& isSo) {
   return true;
 }
 
+bool until(BWindow& window, const std::function<bool()>& isSo) {
+  return until([&] {
+    settle(window);
+    return isSo();
+  });
+}
+
 std::vector<BWindow*> windows_titled(const std::string& title) {
   std::vector<BWindow*> found;
   for (const BMessenger& address : be_app->WindowAddresses()) {

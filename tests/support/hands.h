@@ -16,6 +16,8 @@ namespace hands {
 void wait_for_display();
 /** Waits for the condition while the display runs; false after 20 s. */
 bool until(const std::function<bool()>& isSo);
+/** The same, while the messages of a window that does not run are delivered. */
+bool until(BWindow& window, const std::function<bool()>& isSo);
 /** All windows with that title, shown or not. */
 std::vector<BWindow*> windows_titled(const std::string& title);
 /** Waits until the window with that title is on the screen. */

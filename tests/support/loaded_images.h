@@ -11,8 +11,7 @@
 #include <memory>
 
 /** Loads the real plug-in images as the player does, with fresh settings. */
-class LoadedImages : public testing::Test {
-protected:
+struct LoadedImages : testing::Test {
   LoadedImages() {
     setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
     fApp.reset(new BApplication("application/x-vnd.test-host"));

@@ -9,8 +9,7 @@
 #include <string_view>
 
 /** A file that exists in memory only; opened for reading and writing, at its start. */
-class MemoryFile : public BFile {
-public:
+struct MemoryFile : BFile {
   explicit MemoryFile(std::string_view bytes) : fMemory(memfd_create("test", MFD_CLOEXEC)) {
     SetTo(("/proc/self/fd/" + std::to_string(fMemory.Get())).c_str(), B_READ_WRITE);
     [[maybe_unused]] const ssize_t written = pwrite(Descriptor(), bytes.data(), bytes.size(), 0);

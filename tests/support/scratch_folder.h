@@ -6,8 +6,7 @@
 #include <string>
 
 /** A folder that is there for one test. */
-class ScratchFolder {
-public:
+struct ScratchFolder {
   ScratchFolder() {
     std::string name = (std::filesystem::temp_directory_path() / "vesmo-test-XXXXXX").string();
     fPath = mkdtemp(name.data());

@@ -2,18 +2,12 @@
 
 #include "tests/support/eventually.h"
 
-#include <signal.h>
-#include <spawn.h>
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <stdexcept>
-#include <vector>
-
-extern char** environ;
 
 namespace {
 
@@ -38,40 +32,15 @@ SoundServer::SoundServer() {
 }
 
 SoundServer::~SoundServer() {
-  if (fProcess != 0) Kill();
   for (const char* const name : {"PULSE_SERVER", "PULSE_COOKIE", "PULSE_RUNTIME_PATH", "PULSE_STATE_PATH"})
     unsetenv(name);
 }
 
 void SoundServer::Start() {
   const std::string socket = fFolder.File("socket");
-  std::vector<std::string> words{"pulseaudio",
-                                 "-n",
-                                 "--daemonize=no",
-                                 "--exit-idle-time=-1",
-                                 "--use-pid-file=no",
-                                 "--disable-shm=yes",
-                                 "--realtime=no",
-                                 "--log-target=null",
-                                 "--load=module-null-sink rate=48000 channels=2",
-                                 "--load=module-native-protocol-unix socket=" + socket +
-                                     " auth-cookie=" + fFolder.File("cookie")};
-  std::vector<char*> arguments;
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  if (posix_spawnp(&fProcess, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0)
-    throw std::runtime_error("pulseaudio does not start");
+  fProcess.Start({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--disable-shm=yes",
+                  "--realtime=no", "--log-target=null", "--load=module-null-sink rate=48000 channels=2",
+                  "--load=module-native-protocol-unix socket=" + socket + " auth-cookie=" + fFolder.File("cookie")});
   if (!eventually([&] { return takes_connections(socket); }))
     throw std::runtime_error("pulseaudio takes no connections");
-}
-
-void SoundServer::Kill() {
-  kill(fProcess, SIGKILL);
-  waitpid(fProcess, nullptr, 0);
-  fProcess = 0;
-}
-
-void SoundServer::Freeze() const {
-  kill(fProcess, SIGSTOP);
-  waitpid(fProcess, nullptr, WUNTRACED);
 }

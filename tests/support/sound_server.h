@@ -1,13 +1,11 @@
 #pragma once
 
+#include "tests/support/child_process.h"
 #include "tests/support/scratch_folder.h"
-
-#include <sys/types.h>
 
 /** A sound server for the test, to which this process connects while it exists. Its only output is a null sink that
     plays in real time. Needs the program `pulseaudio`. */
-class SoundServer {
-public:
+struct SoundServer {
   SoundServer();
   SoundServer(const SoundServer&) = delete;
   SoundServer& operator=(const SoundServer&) = delete;
@@ -15,12 +13,11 @@ public:
 
   /** Returns once it accepts connections. */
   void Start();
-  /** SIGKILL, without a clean shutdown. */
-  void Kill();
+  void Kill() { fProcess.Kill(); }
   /** SIGSTOP: keeps its connections but no longer answers. */
-  void Freeze() const;
+  void Freeze() const { fProcess.Stop(); }
 
 private:
   const ScratchFolder fFolder;
-  pid_t fProcess = 0;
+  ChildProcess fProcess;
 };

@@ -32,8 +32,7 @@ inline pid_t thread_named(const std::string& name) {
 
 /** A thread that is meant to block in `call` until the test wakes it. One that is not woken is left behind: the test
    has failed by then. */
-class Waiter {
-public:
+struct Waiter {
   explicit Waiter(std::function<void()> call)
       : fThread([state = fState, call = std::move(call)] {
           state->thread = gettid();

@@ -1,6 +1,6 @@
+#include "tests/support/plugin_globals.h"
 #include "toolkit/krv_about_win.h"
 
-#include "language/builtin_texts.h"
 #include "language/llt.h"
 #include "platform/interface/text_view.h"
 #include "tests/support/hands.h"
@@ -8,20 +8,13 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-
-class AboutWin : public testing::Test {
-protected:
+struct AboutWin : testing::Test, PluginGlobals {
   AboutWin() {
-    gLLT = new TLLT;
-    const BResources texts = builtin_resources();
-    gLLT->Load(&texts, kBuiltinTextsId);
     fWindow = new TKRVAboutWin("Vesmo Editor", "Ver 3.26");
     fWindow->SetRunsOnShow(false);
   }
   ~AboutWin() override {
     if (fWindow->Lock()) fWindow->Quit();
-    delete std::exchange(gLLT, nullptr);
   }
   void Show(const std::string& usedFile) {
     fWindow->SetContent({"A team", fFolder.Path(), usedFile, "a - "});
@@ -36,7 +29,6 @@ protected:
   static std::string Language(const std::string& informations) {
     return "[Informations]\nHeader=LLT File Format 100\n" + informations + "[Data]\n";
   }
-  ScratchFolder fFolder;
   TKRVAboutWin* fWindow;
 };
 
@@ -75,11 +67,7 @@ TEST_F(AboutWin, ContentFollowsAResize) {
   hands::resize_by_hand(*fWindow, 800, 700);
   hands::settle(*fWindow);
   const BRect tabs = hands::control_frame(*fWindow, "AboutTabs");
-  const BRect close = hands::control_frame(*fWindow, "Close");
-  EXPECT_GT(tabs.Width(), 700);
-  EXPECT_GT(tabs.Height(), 600);
-  EXPECT_GT(close.top, tabs.bottom);
-  EXPECT_LT(close.bottom, 700);
-  EXPECT_EQ(hands::control_frame(*fWindow, "AppName").Width(),
-            static_cast<BView*>(fWindow->FindView("AppInfo"))->Bounds().Width());
+  EXPECT_GT(std::min(tabs.Width(), tabs.Height()), 600);
+  EXPECT_GT(hands::control_frame(*fWindow, "Close").top, tabs.bottom);
+  EXPECT_GT(hands::control_frame(*fWindow, "AppName").Width(), 600);
 }

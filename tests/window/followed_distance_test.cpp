@@ -7,8 +7,7 @@ namespace {
 constexpr BPoint kStart{448, 0};
 
 /** The editor's window next to a player's at 0,0; the display's reports are made by hand. */
-class FollowedDistance : public testing::Test {
-protected:
+struct FollowedDistance : testing::Test {
   FollowedDistance() { fDistance.Set(kStart, {0, 0}); }
   BPoint PlayerTo(BPoint place) { return fDistance.Follow(fPlayer = place); }
   void Report(BPoint place, std::optional<BPoint> end) {

@@ -24,8 +24,7 @@ TEST(FrameBeside, TakesTheSideWithRoomAndStaysOnTheScreen) {
 }
 
 /** The player's window is on the screen when the editor's opens. */
-class Following : public EditorWorld {
-protected:
+struct Following : EditorWorld {
   struct PlayerWindow : BWindow {
     explicit PlayerWindow(const char* title = "Sonivo - Song") : BWindow({100, 100, 299, 199}, title) {
       SetRunsOnShow(false);

@@ -1,3 +1,4 @@
+#include "tests/support/messages.h"
 #include "window/mruf.h"
 
 #include "platform/app/message.h"
@@ -40,16 +41,12 @@ TEST(RecentFiles, ComeBackInTheirOrder) {
   for (const char* path : {"/one", "/two", "/three"}) files.AddMRUF(path);
   BMessage archive;
   EXPECT_TRUE(files.Archive(&archive));
-  std::string first;
-  archive.FindString("MRUF", &first);
-  EXPECT_EQ(first, "/one") << "oldest first";
+  EXPECT_EQ(field<std::string>(archive, "MRUF"), "/one") << "oldest first";
   TMRUF read;
   read.AddMRUF("/gone");
   EXPECT_TRUE(read.Unarchive(archive));
   EXPECT_THAT(paths_of(read), ElementsAre("/three", "/two", "/one"));
-  BMessage odd;
-  odd.AddInt32("MRUF", 1);
-  EXPECT_FALSE(read.Unarchive(odd));
+  EXPECT_FALSE(read.Unarchive(message_of(0, "MRUF", 1)));
   EXPECT_EQ(read.CountMRUFs(), 0);
 }
 
@@ -72,10 +69,8 @@ TEST(RecentFiles, ItemsStandBeforeTheSeparatorOfTheirMenu) {
   EXPECT_EQ(menu.ItemAt(1)->ShortcutModifiers(), uint32{B_SHIFT_KEY});
   EXPECT_STREQ(menu.ItemAt(2)->Label(), "A) same.lrc");
   EXPECT_EQ(menu.ItemAt(2)->Shortcut(), 0);
-  entry_ref ref;
   EXPECT_EQ(menu.ItemAt(2)->Message()->what, uint32{'test'});
-  ASSERT_EQ(menu.ItemAt(2)->Message()->FindRef("refs", &ref), B_OK);
-  EXPECT_EQ(ref.FullPath(), "/x/same.lrc");
+  EXPECT_EQ(field<entry_ref>(*menu.ItemAt(2)->Message(), "refs"), ref_of("/x/same.lrc"));
   files.ClearMRUF();
   files.GenerateMenu();
   EXPECT_EQ(menu.CountItems(), 2);

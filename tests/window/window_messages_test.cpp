@@ -6,8 +6,7 @@
 
 #include <gmock/gmock.h>
 
-using testing::ElementsAre;
-using testing::EndsWith;
+using namespace testing;
 
 using WindowMessages = EditorByHand;
 
@@ -17,18 +16,10 @@ TEST_F(WindowMessages, MessagesWithoutTheirFieldsChangeNothing) {
        std::initializer_list<uint32>{B_REFS_RECEIVED, B_CANCEL, kMsgModeChanged, kMsgStatBarStr, kMsgShiftTags,
                                      kMsgIAPChanged, kMsgAddHistory, kMsgRemoveHistory, kMsgHostWindowMoved})
     Send(BMessage(code));
-  BMessage odd(B_CANCEL);
-  odd.AddPointer("source", this);
-  Send(odd);
-  BMessage mistyped(B_REFS_RECEIVED);
-  mistyped.AddString("refs", "/etc/passwd");
-  Send(mistyped);
+  Send(message_of(B_CANCEL, "source", this));
+  Send(message_of(B_REFS_RECEIVED, "refs", "/etc/passwd"));
   SendToView(BMessage(kMsgMode));
-  for (const int32 mode : {-1, 99}) {
-    BMessage unknown(kMsgMode);
-    unknown.AddInt32("Mode", mode);
-    SendToView(unknown);
-  }
+  for (const int32 mode : {-1, 99}) SendToView(message_of(kMsgMode, "Mode", mode));
   EXPECT_THAT(Lines(), ElementsAre("a"));
   EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
   EXPECT_TRUE(hands::menu_lines(*fWindow, {"M - Mode", "T - Tag input"}).front().isMarked);
@@ -36,23 +27,13 @@ TEST_F(WindowMessages, MessagesWithoutTheirFieldsChangeNothing) {
 
 TEST_F(WindowMessages, ACoalescedChangeOfOnePreferenceShowsTheOthersToo) {
   gIAP->SetString("AccKeyFormat", "a) ");
-  BMessage notice(kMsgIAPChanged);
-  notice.AddString("IAP:SrcIAPItem", "FlatToolBar");
-  Send(notice);
+  Send(message_of(kMsgIAPChanged, "IAP:SrcIAPItem", "FlatToolBar"));
   EXPECT_EQ(hands::menu_lines(*fWindow, {}).front().label, "F) File");
 }
 
 TEST_F(WindowMessages, AReportOfMegabytesIsTruncated) {
-  BMessage report(kMsgStatBarStr);
-  report.AddString("StatBarStr", std::string(5000000, 'x'));
-  Send(report);
+  Send(message_of(kMsgStatBarStr, "StatBarStr", std::string(5000000, 'x')));
   EXPECT_THAT(Status(), EndsWith(">   " + std::string(1024, 'x')));
-}
-
-TEST_F(WindowMessages, StaysOnTopWhenTheSettingsSaySo) {
-  SetPref([](TPrefValues* values) { values->stayOnTop = true; });
-  Send(BMessage(kMsgStayOnTop));
-  EXPECT_TRUE(hands::is_on_top(*fWindow));
 }
 
 TEST_F(WindowMessages, ClosingKeepsThePlaceOfTheWindowAndItsMode) {
@@ -67,8 +48,7 @@ TEST_F(WindowMessages, ClosingKeepsThePlaceOfTheWindowAndItsMode) {
 }
 
 TEST_F(WindowMessages, AModeChosenAMomentBeforeTheManagerClosesTheWindowIsKept) {
-  BMessage mode(kMsgMode);
-  mode.AddInt32("Mode", 2);
+  const BMessage mode = message_of(kMsgMode, "Mode", 2);
   fWindow->PostMessage(&mode, fWindow->FindView("VesmoEditorView"));
   ASSERT_TRUE(fWindow->DeliverNext()); // its button is pressed by the message after this one
   ASSERT_TRUE(fWindow->Lock());

@@ -8,9 +8,7 @@
 
 #include <filesystem>
 
-using testing::Each;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
 TEST_F(PrefWindow, SendsEachChangeAtOnceAndSavesItWhenClosed) {
   Open();
@@ -35,8 +33,7 @@ TEST_F(PrefWindow, ChangeIsResentWhileTheManagersQueueIsFull) {
   Click("StayOnTop");
   Notices();
   EXPECT_TRUE(gPref->Values()->showToolBar);
-  EXPECT_TRUE(hands::until([this] {
-    Settle();
+  EXPECT_TRUE(Until([this] {
     Notices();
     return !gPref->Values()->showToolBar && gPref->Values()->stayOnTop;
   }));
@@ -45,10 +42,7 @@ TEST_F(PrefWindow, ChangeIsResentWhileTheManagersQueueIsFull) {
 TEST_F(PrefWindow, SavesWithoutBeingClosed) {
   Open();
   Click("StayOnTop");
-  EXPECT_TRUE(hands::until([this] {
-    Settle();
-    return Stored().stayOnTop;
-  }));
+  EXPECT_TRUE(Until([this] { return Stored().stayOnTop; }));
 }
 
 TEST_F(PrefWindow, ChangeIsSavedWhenTheProgramEndsRightAfterIt) {
@@ -64,10 +58,7 @@ TEST_F(PrefWindow, ChangeThatCouldNotBeSavedIsReportedAndSavedWithTheNextOne) {
   std::filesystem::create_directories(file + "/in the way");
   Open();
   Click("ToolBar");
-  EXPECT_TRUE(hands::until([this] {
-    Settle();
-    return !Label("Error").empty();
-  }));
+  EXPECT_TRUE(Until([this] { return !Label("Error").empty(); }));
   std::filesystem::remove_all(file);
   BEntry entry;
   koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared");
@@ -104,10 +95,7 @@ TEST_F(PrefWindow, InvalidNumbersAreReportedAndChangeNothing) {
     Type("PollInterval", text);
     if (*text == '\0') Press("Delete");
     EXPECT_THAT(Label("Error"), IsEmpty()) << "not while the user may still be typing";
-    EXPECT_TRUE(hands::until([this] {
-      Settle();
-      return !Label("Error").empty();
-    })) << text;
+    EXPECT_TRUE(Until([this] { return !Label("Error").empty(); })) << text;
     EXPECT_NE(gPref->Values()->pollIntervalUs, 4000) << text;
   }
   Type("PollInterval", "40");

@@ -2,11 +2,11 @@
 
 #include "common/koreva.h"
 #include "companion/prefs/vesmo_d_pref_win.h"
-#include "language/llt.h"
 #include "platform/storage/entry.h"
 #include "tests/support/hands.h"
+#include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
-#include "tests/support/scratch_folder.h"
+#include "tests/support/plugin_globals.h"
 
 #include <gmock/gmock.h>
 
@@ -15,19 +15,10 @@
 #include <vector>
 
 /** The preferences window, its messages delivered by the test, with a manager that applies the notices. */
-class PrefWindow : public testing::Test {
-protected:
-  PrefWindow() {
-    setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
-    gPref = new TPref;
-    gLLT = new TLLT;
-    gLLT->Load(TEXTS_FOLDER "/English.llt");
-  }
+struct PrefWindow : testing::Test, PluginGlobals {
   ~PrefWindow() override {
     if (fWindow && fWindow->Lock()) fWindow->Quit();
     fManager.reset();
-    delete std::exchange(gLLT, nullptr);
-    delete std::exchange(gPref, nullptr);
   }
 
   void Open(TClickTrack::TOpen openOutput = {}) {
@@ -38,6 +29,10 @@ protected:
     Settle();
   }
   void Settle() { hands::settle(*fWindow); }
+  template <typename Condition>
+  bool Until(const Condition& holds) {
+    return hands::until(*fWindow, holds);
+  }
   void Click(const char* view) {
     hands::click(*fWindow, view, {8, 8});
     Settle();
@@ -88,7 +83,6 @@ protected:
     }
     std::vector<std::string> fNotices;
   };
-  ScratchFolder fFolder;
   OwnLooper<Manager> fManager{new Manager};
   TVesmoDPrefWin* fWindow = nullptr;
 };

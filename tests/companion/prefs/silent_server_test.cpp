@@ -15,8 +15,7 @@
 namespace {
 
 /** Accepts connections and never answers. */
-class SilentServer {
-public:
+struct SilentServer {
   SilentServer() {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
@@ -37,16 +36,14 @@ private:
   const int fSocket = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
 };
 
-class ClickCounter : public BLooper {
-public:
+struct ClickCounter : BLooper {
   void MessageReceived(BMessage* message) override { fClicks += message->what == kMsgClick; }
   std::atomic<int> fClicks = 0;
 };
 
 } // namespace
 
-class SilentSoundServer : public PrefWindow {
-protected:
+struct SilentSoundServer : PrefWindow {
   /** Less than the sound library's own time-out of 30 s. */
   SilentSoundServer() { alarm(25); }
   ~SilentSoundServer() override { alarm(0); }

@@ -4,100 +4,48 @@
 #include "plugin/message_codes.h"
 #include "tests/companion/prefs/pref_world.h"
 #include "tests/support/hands.h"
+#include "tests/support/keeping.h"
 #include "tests/support/own_looper.h"
 
+#include <algorithm>
 #include <atomic>
-#include <condition_variable>
-#include <mutex>
+#include <functional>
+#include <future>
 #include <thread>
 
 namespace {
 
-/** An audio output that blocks its track until LetGo and then fails. */
-class Gate {
-public:
-  TClickTrack::TOpen Open() {
-    return [this](const TIsCancelled&) { return std::make_unique<Output>(this); };
-  }
-  void LetGo() {
-    const std::lock_guard lock(fMutex);
-    fIsOpen = true;
-    fChanged.notify_all();
-  }
-
-private:
-  class Output : public TClickOutput {
-  public:
-    explicit Output(Gate* gate) : fGate(gate) {}
-    bool Write(std::span<const int16>) override {
-      std::unique_lock lock(fGate->fMutex);
-      fGate->fChanged.wait(lock, [this] { return fGate->fIsOpen; });
-      return false;
-    }
-    bigtime_t LatencyUs() override { return 0; }
-
-  private:
-    Gate* const fGate;
-  };
-  std::mutex fMutex; // guards fIsOpen
-  std::condition_variable fChanged;
-  bool fIsOpen = false;
-};
-
-/** Accepts all samples at once, with a latency, and records the positions of the clicks. */
-class Tape : public TClickOutput {
-public:
-  struct Heard {
-    std::vector<size_t> clicks;
-    size_t length = 0;
-  };
-  explicit Tape(Heard* heard) : fHeard(heard) {}
-  bool Write(std::span<const int16> samples) override {
-    if (samples[0] != 0) fHeard->clicks.push_back(fHeard->length);
-    fHeard->length += samples.size();
-    return true;
-  }
+/** An audio output that is what its function makes of the samples. */
+struct Output : TClickOutput {
+  using TTake = std::function<bool(std::span<const int16>)>;
+  explicit Output(TTake take) : fTake(std::move(take)) {}
+  bool Write(std::span<const int16> samples) override { return fTake(samples); }
   bigtime_t LatencyUs() override { return 20000; }
-
-private:
-  Heard* const fHeard;
+  const TTake fTake;
 };
 
-class Listener : public BLooper {
-public:
-  void MessageReceived(BMessage* message) override {
-    int64 whenUs = 0;
-    if (message->FindInt64("WhenUs", &whenUs) == B_OK) fIsPast &= whenUs <= system_time();
-    if (message->what == kMsgClick) ++fClicks;
-    fHasEnded |= message->what == kMsgTrackEnded;
-  }
-  int fClicks = 0;
-  bool fIsPast = true;
-  bool fHasEnded = false;
-};
+TClickTrack::TOpen output_to(const Output::TTake& take) {
+  return [take](const TIsCancelled&) { return std::make_unique<Output>(take); };
+}
 
 } // namespace
 
-class TimingPage : public PrefWindow {
-protected:
-  void Say(uint32 what, const char* field = nullptr, int64 value = 0, int32 test = 1) {
-    BMessage message(what);
-    message.AddInt32("Test", test);
-    if (field) message.AddInt64(field, value);
+struct TimingPage : PrefWindow {
+  void Say(uint32 what, const char* name = nullptr, int64 value = 0, int32 test = 1) {
+    BMessage message = message_of(what, "Test", test);
+    if (name) message.AddInt64(name, value);
     fWindow->PostMessage(&message, fWindow->FindView("Timing"));
     Settle();
   }
   void Tap(int64 whenUs) {
-    BMessage key(B_KEY_DOWN);
-    key.AddString("bytes", " ");
-    key.AddInt64("when", whenUs);
+    const BMessage key = message_of(B_KEY_DOWN, "bytes", " ", "when", whenUs);
     fWindow->PostMessage(&key, fWindow->FindView("TapPad"));
   }
 };
 
 TEST_F(TimingPage, LateTapsProposeAnOffsetThatIsSetOnlyByItsButton) {
-  Gate gate;
-  Open(gate.Open());
+  std::promise<void> gate;
+  Open(output_to([passes = gate.get_future().share()](const auto&) { return passes.wait(), false; }));
   SelectTab(kTiming);
   EXPECT_FALSE(hands::spoken(*fWindow, "UseTapResult").isEnabled);
   Click("StartTest");
@@ -107,11 +55,8 @@ TEST_F(TimingPage, LateTapsProposeAnOffsetThatIsSetOnlyByItsButton) {
     Tap(click * 750000 + 85000);
     if (click == 5) Say(kMsgClick, "WhenUs", 0, 0); // of a cancelled test
   }
-  gate.LetGo();
-  EXPECT_TRUE(hands::until([this] {
-    Settle();
-    return hands::spoken(*fWindow, "UseTapResult").isEnabled;
-  }));
+  gate.set_value();
+  EXPECT_TRUE(Until([this] { return hands::spoken(*fWindow, "UseTapResult").isEnabled; }));
   EXPECT_EQ(Label("TapResult"), "You tap about 85 ms after the click.");
   EXPECT_THAT(Notices(), testing::IsEmpty());
   Click("UseTapResult");
@@ -120,16 +65,11 @@ TEST_F(TimingPage, LateTapsProposeAnOffsetThatIsSetOnlyByItsButton) {
 }
 
 TEST_F(TimingPage, WithoutTapsNothingIsProposed) {
-  Gate gate;
-  gate.LetGo();
-  Open(gate.Open());
+  Open(output_to([](const auto&) { return false; }));
   SelectTab(kTiming);
   const std::string before = Label("TapResult");
   Click("StartTest");
-  EXPECT_TRUE(hands::until([&] {
-    Settle();
-    return Label("TapResult") != before;
-  }));
+  EXPECT_TRUE(Until([&] { return Label("TapResult") != before; }));
   EXPECT_FALSE(hands::spoken(*fWindow, "UseTapResult").isEnabled);
 }
 
@@ -148,10 +88,7 @@ TEST_F(TimingPage, ClosingTheWindowCancelsARunningTest) {
 
 TEST_F(TimingPage, LatencyMeasuredByTheEditorIsProposed) {
   Open();
-  BMessage hint(kMsgStampHint);
-  hint.AddInt32("LateMs", 140);
-  hint.AddInt32("TmDf", -20);
-  Post(hint);
+  Post(message_of(kMsgStampHint, "LateMs", 140, "TmDf", -20));
   SelectTab(kTiming);
   EXPECT_EQ(Label("StampHint"), "Your stamps are about 140 ms late");
   Click("UseStampHint");
@@ -160,19 +97,24 @@ TEST_F(TimingPage, LatencyMeasuredByTheEditorIsProposed) {
 }
 
 TEST(ClickTrack, ClicksAreEvenAndReportedWhenHeard) {
-  const OwnLooper<Listener> listener(new Listener);
-  Tape::Heard heard;
+  const OwnLooper<Keeping<BLooper>> listener(new Keeping<BLooper>);
+  std::vector<size_t> clicks;
+  size_t length = 0;
+  const auto record = [&](std::span<const int16> samples) {
+    if (samples[0] != 0) clicks.push_back(length);
+    length += samples.size();
+    return true;
+  };
   {
-    TClickTrack track(BMessenger(listener.get()), 1,
-                      [&heard](const TIsCancelled&) { return std::make_unique<Tape>(&heard); });
+    TClickTrack track(BMessenger(listener.get()), 1, output_to(record));
     track.Resume();
     EXPECT_TRUE(hands::until([&listener] {
-      listener->DeliverAll();
-      return listener->fHasEnded;
+      while (listener->DeliverNext())
+        EXPECT_LE(field<int64>(listener->fReceived.back(), "WhenUs").value_or(0), system_time());
+      return !listener->fReceived.empty() && listener->fReceived.back().what == kMsgTrackEnded;
     }));
   }
-  EXPECT_EQ(listener->fClicks, TClickTrack::kClicks);
-  EXPECT_TRUE(listener->fIsPast);
-  ASSERT_EQ(heard.clicks.size(), size_t{TClickTrack::kClicks});
-  for (size_t i = 1; i < heard.clicks.size(); ++i) EXPECT_EQ(heard.clicks[i] - heard.clicks[i - 1], 36000U);
+  EXPECT_EQ(std::ranges::count(listener->Codes(), uint32{kMsgClick}), TClickTrack::kClicks);
+  ASSERT_EQ(clicks.size(), size_t{TClickTrack::kClicks});
+  for (size_t i = 1; i < clicks.size(); ++i) EXPECT_EQ(clicks[i] - clicks[i - 1], 36000U);
 }

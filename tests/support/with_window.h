@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/interface/window.h"
+#include "tests/support/hands.h"
+#include "tests/support/own_looper.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/** A window whose messages are delivered by the test. */
+template <class Window>
+struct WithWindow : testing::Test {
+  WithWindow() : fWindow(new Window) {
+    fWindow->SetRunsOnShow(false);
+    fWindow->Show();
+    fWindow->Activate();
+    hands::settle(*fWindow);
+  }
+  void Press(const std::string& key) {
+    hands::press(*fWindow, key);
+    hands::settle(*fWindow);
+  }
+  /** The codes of the messages caused by `act`. */
+  std::vector<uint32> After(const std::function<void()>& act) {
+    fWindow->fReceived.clear();
+    act();
+    hands::settle(*fWindow);
+    return fWindow->Codes();
+  }
+  OwnLooper<Window> fWindow;
+};
