@@ -4,18 +4,15 @@
 #include "platform/app/remote_mail.h"
 #include "platform/kernel/threads.h"
 
-#include <poll.h>
 #include <sys/socket.h>
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace {
 
 /** Unflattens and flattens every message, and sends it back. */
-class Answerer : public BLooper {
-public:
+struct Answerer : BLooper {
   Answerer() : BLooper("answerer", B_NORMAL_PRIORITY, 2) {}
   void MessageReceived(BMessage* message) override {
     const std::vector<char> flat = message->Flatten();
@@ -27,8 +24,7 @@ public:
   bool QuitRequested() override { return false; } // any peer may request it
 };
 
-class ToAnswerer : public PortSink {
-public:
+struct ToAnswerer : PortSink {
   explicit ToAnswerer(BMessenger target) : fTarget(target) {}
   status_t Offer(PortFrame* frame, const std::shared_ptr<PortReturn>& sender) override {
     return RemoteMail::Deliver(*frame, sender, {fTarget, {'_ipc', 'ask?', B_COUNT_PROPERTIES}});

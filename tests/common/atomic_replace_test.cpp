@@ -2,6 +2,7 @@
 
 #include "common/safety_copy.h"
 
+#include "tests/support/full_disk.h"
 #include "tests/support/scratch_folder.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +12,6 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <set>
 
 namespace {
@@ -21,28 +21,6 @@ mode_t mode_of(const std::string& path) {
   stat(path.c_str(), &info);
   return info.st_mode & 07777;
 }
-
-size_t files_in(const std::string& folder) {
-  return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
-}
-
-/** Simulates a full disk: files of this process cannot grow beyond the limit. */
-class FullDisk {
-public:
-  explicit FullDisk(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &fBefore);
-    const rlimit limit{bytes, fBefore.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-    signal(SIGXFSZ, SIG_IGN);
-  }
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &fBefore);
-    signal(SIGXFSZ, SIG_DFL);
-  }
-
-private:
-  rlimit fBefore{};
-};
 
 /** Runs `act` in a child process and waits for it; returns its id. */
 template <typename Act>
@@ -78,16 +56,7 @@ TEST(AtomicReplace, WritesThroughASymbolicLinkAndKeepsPermissionsAndAttributes) 
   if (hasAttributes) {
     EXPECT_EQ(getxattr(path.c_str(), "user.mime_type", type, sizeof type), 11);
   }
-  EXPECT_EQ(files_in(folder.Path()), 2U) << "nothing is left beside them";
-}
-
-TEST(AtomicReplace, ShowsTheNewTextUnderEveryHardLink) {
-  const ScratchFolder folder;
-  folder.Write("a.lrc", "old");
-  std::filesystem::create_hard_link(folder.File("a.lrc"), folder.File("b.lrc"));
-  ASSERT_EQ(atomic_replace(folder.File("a.lrc"), "new"), B_OK);
-  EXPECT_EQ(folder.Read("b.lrc"), "new");
-  EXPECT_EQ(files_in(folder.Path()), 2U);
+  EXPECT_EQ(names_in(folder.Path()).size(), 2U) << "no other file is left";
 }
 
 TEST(AtomicReplace, TakesNamesAsLongAsNamesCanBe) {
@@ -101,7 +70,7 @@ TEST(AtomicReplace, TakesNamesAsLongAsNamesCanBe) {
   const std::string kept = keep_for_recovery(path, "precious");
   EXPECT_TRUE(kept.starts_with(folder.File("settings/KOREVA/VesmoE/")) && kept.ends_with("歌歌.lrc")) << kept;
   EXPECT_TRUE(file_holds(kept, "precious"));
-  EXPECT_EQ(files_in(folder.Path()), 2U) << "the file and the settings";
+  EXPECT_EQ(names_in(folder.Path()).size(), 2U) << "the file and the settings";
 }
 
 TEST(AtomicReplace, WritesAFileWhoseFolderTakesNoOther) {
@@ -113,7 +82,7 @@ TEST(AtomicReplace, WritesAFileWhoseFolderTakesNoOther) {
   setenv("XDG_CONFIG_HOME", settings.Path().c_str(), 1);
   EXPECT_EQ(atomic_replace(path, "new"), B_OK);
   EXPECT_EQ(folder.Read("a.lrc"), "new");
-  EXPECT_EQ(files_in(settings.File("KOREVA/VesmoE")), 0U) << "what was put aside is taken away again";
+  EXPECT_EQ(names_in(settings.File("KOREVA/VesmoE")).size(), 0U) << "what was put aside is taken away again";
 }
 
 TEST(AtomicReplace, LeavesTheOldFileWholeWhenItFails) {
@@ -121,7 +90,7 @@ TEST(AtomicReplace, LeavesTheOldFileWholeWhenItFails) {
   EXPECT_NE(atomic_replace(folder.Path(), "x"), B_OK) << "a folder";
   EXPECT_NE(atomic_replace(folder.File("missing/a.lrc"), "x"), B_OK);
   EXPECT_NE(atomic_replace("/dev/null", "x"), B_OK);
-  // A device that is always full stands for a disk that is.
+  // A device that behaves like a full disk.
   EXPECT_FALSE(file_holds("/dev/full", ""));
 }
 
@@ -152,7 +121,7 @@ TEST(AtomicReplace, WhatOthersHaveAtTheNameOfTheSafetyCopyIsLeftAlone) {
   EXPECT_EQ(folder.Read("precious"), "precious");
   EXPECT_TRUE(std::filesystem::is_symlink(folder.File("a.lrc.before-save")));
   EXPECT_EQ(folder.Read("a.lrc.before-save.2"), "the user's own");
-  EXPECT_EQ(files_in(folder.Path()), 5U);
+  EXPECT_EQ(names_in(folder.Path()).size(), 5U);
 
   std::filesystem::resize_file(folder.File("a.lrc"), 0);
   EXPECT_EQ(longer_safety_copy(folder.File("a.lrc")), folder.File("a.lrc.before-save.2")) << "no link is offered";
@@ -174,7 +143,7 @@ TEST(AtomicReplace, TheOnlyWholeCopySurvivesTheSaveAfterAKill) {
   ASSERT_EQ(atomic_replace(path, "short"), B_OK);
   EXPECT_EQ(folder.Read("a.lrc.before-save"), whole);
   EXPECT_EQ(longer_safety_copy(path), copy);
-  EXPECT_EQ(files_in(folder.Path()), 3U);
+  EXPECT_EQ(names_in(folder.Path()).size(), 3U);
   ASSERT_EQ(atomic_replace(path, whole), B_OK);
   EXPECT_EQ(longer_safety_copy(path), "") << "the file is whole again";
 }

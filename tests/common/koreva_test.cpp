@@ -3,19 +3,12 @@
 #include "platform/app/message.h"
 #include "platform/storage/entry.h"
 #include "platform/storage/path.h"
+#include "tests/support/keeping.h"
+#include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 #include "tests/support/scratch_folder.h"
 
 #include <gtest/gtest.h>
-
-namespace {
-
-struct Catcher : BLooper {
-  void MessageReceived(BMessage* message) override { fWhat = message->what; }
-  uint32 fWhat = 0;
-};
-
-} // namespace
 
 TEST(AcceleratorKey, TakesThePlaceOfTheFirstA) {
   EXPECT_EQ(koreva::merge_accelerator_key("a) ", "O", "Open"), "O) Open");
@@ -58,22 +51,20 @@ TEST(GetEntry, MakesTheFoldersOfTheSettings) {
 }
 
 TEST(NextMessage, WaitsInsideAMessageUntilInvoked) {
-  OwnLooper<Catcher> target(new Catcher);
+  OwnLooper<Keeping<BLooper>> target(new Keeping<BLooper>);
   BMessage save('_sav');
   koreva::add_next_msg(&save, BMessage('next'), target.get());
   BMessage copy('copy');
   EXPECT_TRUE(koreva::copy_next_msg(&copy, save));
   EXPECT_TRUE(koreva::invoke_next_msg(&copy));
   target->DeliverAll();
-  EXPECT_EQ(target->fWhat, uint32{'next'});
-  BMessage bare('bare'); // without the messenger that add_next_msg adds
-  const BMessage next('then');
-  bare.AddMessage("NextMsg", &next);
+  EXPECT_EQ(target->Codes(), std::vector<uint32>{'next'});
+  BMessage bare = message_of('bare', "NextMsg", BMessage('then')); // without the messenger that add_next_msg adds
   EXPECT_FALSE(koreva::invoke_next_msg(&bare));
   bare.AddPointer("NextMsgTgt", static_cast<BHandler*>(target.get()));
   EXPECT_TRUE(koreva::invoke_next_msg(&bare));
   target->DeliverAll();
-  EXPECT_EQ(target->fWhat, uint32{'then'});
+  EXPECT_EQ(target->Codes().back(), uint32{'then'});
   copy.RemoveName("NextMsgTgt");
   EXPECT_FALSE(koreva::invoke_next_msg(&copy));
   EXPECT_FALSE(koreva::copy_next_msg(&copy, copy));
@@ -82,11 +73,8 @@ TEST(NextMessage, WaitsInsideAMessageUntilInvoked) {
 }
 
 TEST(NextMessage, APointerFromAnotherProcessIsNeverFollowed) {
-  const OwnLooper<Catcher> target(new Catcher);
-  BMessage bare('bare');
-  const BMessage next('next');
-  bare.AddMessage("NextMsg", &next);
-  bare.AddPointer("NextMsgTgt", static_cast<BHandler*>(target.get()));
+  const OwnLooper<Keeping<BLooper>> target(new Keeping<BLooper>);
+  BMessage bare = message_of('bare', "NextMsg", BMessage('next'), "NextMsgTgt", static_cast<BHandler*>(target.get()));
   bare.SetDropped(true);
   ASSERT_TRUE(bare.IsSourceRemote());
   EXPECT_FALSE(koreva::invoke_next_msg(&bare));
@@ -98,9 +86,7 @@ TEST(NextMessage, APointerFromAnotherProcessIsNeverFollowed) {
 
 TEST(SaveRef, IsInTheFolderThatThePanelNames) {
   const auto path_of = [](const entry_ref& directory) {
-    BMessage answer(B_SAVE_REQUESTED);
-    answer.AddRef("directory", &directory);
-    answer.AddString("name", "a.lrc");
+    BMessage answer = message_of(B_SAVE_REQUESTED, "directory", directory, "name", "a.lrc");
     entry_ref ref;
     EXPECT_TRUE(koreva::get_save_ref(&answer, &ref));
     return ref.FullPath();

@@ -12,8 +12,7 @@
 namespace {
 
 /** Counts rounds until terminated; signals its first round and its destructor. */
-class Counter : public koreva::TThread {
-public:
+struct Counter : koreva::TThread {
   Counter() : TThread("counting", B_NORMAL_PRIORITY) {}
   ~Counter() override { fGone.set_value(); }
 

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -41,14 +40,6 @@ TEST(LocateSound, SoundThatIsNotInTheTrackIsUnlikeIt) {
   const auto place = locate(track, other, 20000, {1, 0.5, 1024});
   ASSERT_TRUE(place);
   EXPECT_LT(place->likeness, 0.5);
-}
-
-TEST(LocateSound, SilenceAndWindowsOutsideTheRecordingHaveNoPlace) {
-  const auto track = timed_noise(2);
-  const std::vector<float> silence(track.size());
-  EXPECT_FALSE(locate(track, silence, 20000, {1, 0.5, 1024}));
-  EXPECT_FALSE(locate(track, track, 100, {1, 0.5, 1024}));
-  EXPECT_FALSE(locate(track, track, track.size() - 100, {1, 0.5, 1024}));
 }
 
 } // namespace

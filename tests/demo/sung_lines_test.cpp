@@ -4,12 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
-
 namespace {
 
-class SungLines : public testing::Test {
-protected:
+struct SungLines : testing::Test {
   std::string Written(const std::string& text) { return fFolder.Write("lines", text); }
   ScratchFolder fFolder;
 };
@@ -23,22 +20,10 @@ TEST_F(SungLines, OnlyAWholeExtendedTagCounts) {
   EXPECT_EQ(lines[2].text, "plain");
 }
 
-TEST_F(SungLines, TheNulBehindTheTextIsNoLine) {
+TEST_F(SungLines, TheNulAfterTheTextIsNoLine) {
   using namespace std::string_literals;
   EXPECT_EQ(read_saved_lines(Written("[00:01:02]a\n[00:02:03]b\n\0"s)).size(), 2U);
   EXPECT_EQ(read_saved_lines(Written("[00:01:02]a\n[00:02:03]b"s)).size(), 2U);
-}
-
-TEST_F(SungLines, TrueTimesKeepTheTextBehindTheTab) {
-  const auto lines = read_true_times(Written("5736\tWho has seen the wind?\n8604\tNeither I nor you:\n"));
-  ASSERT_EQ(lines.size(), 2U);
-  EXPECT_EQ(lines[1].trueMs, 8604);
-  EXPECT_EQ(lines[1].text, "Neither I nor you:");
-}
-
-TEST_F(SungLines, AFileWithoutTimesIsAnError) {
-  EXPECT_THROW(read_true_times(Written("no tab here\n")), std::runtime_error);
-  EXPECT_THROW(read_true_times("/nonexistent/demo.times"), std::runtime_error);
 }
 
 } // namespace

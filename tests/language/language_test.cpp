@@ -5,6 +5,7 @@
 #include "platform/storage/resources.h"
 #include "plugin/app_privacy.h"
 #include "plugin/pref.h"
+#include "tests/support/plugin_globals.h"
 #include "tests/support/scratch_folder.h"
 
 #include <gmock/gmock.h>
@@ -12,8 +13,7 @@
 
 #include <thread>
 
-using testing::ElementsAre;
-using testing::Pair;
+using namespace testing;
 
 namespace {
 
@@ -110,29 +110,17 @@ TEST(BuiltInTexts, AreThoseOfTheEnglishFile) {
 
 namespace {
 
-class LanguageChoice : public testing::Test {
-protected:
+struct LanguageChoice : testing::Test, PluginGlobals {
   LanguageChoice() {
-    gPref = new TPref;
-    gLLT = new TLLT;
-    gAppPrivacy = new TAppPrivacy;
     std::filesystem::create_directory(fFolder.File("Language"));
     fShown.clear();
     set_language_alert([](const char* text, const char*, const char*) { fShown = text; });
   }
-  ~LanguageChoice() override {
-    set_language_alert(nullptr);
-    delete std::exchange(gPref, nullptr);
-    delete std::exchange(gLLT, nullptr);
-    delete std::exchange(gAppPrivacy, nullptr);
-  }
+  ~LanguageChoice() override { set_language_alert(nullptr); }
   void Choose(const std::string& stored) {
-    TPrefValues values = *gPref->Values();
-    values.languageFile = stored;
-    gPref->SetValues(values);
+    SetPref([&](TPrefValues* values) { values->languageFile = stored; });
     EXPECT_TRUE(load_language(fFolder.File("gen_VesmoE.so").c_str()));
   }
-  ScratchFolder fFolder;
   static inline std::string fShown;
 };
 
@@ -148,15 +136,10 @@ TEST_F(LanguageChoice, TakesTheFileOfThatNameBesideThePlugin) {
   EXPECT_TRUE(gAppPrivacy->ShouldBeLanguageChanged());
 }
 
-TEST_F(LanguageChoice, TellsTheUserWhenTheFileCannotBeLoaded) {
-  Choose("Missing.llt");
-  EXPECT_EQ(fShown, "Can't load language file:\n" + fFolder.File("Language/Missing.llt"));
-  EXPECT_STREQ(gLLT->Text("Button_Yes"), "! ERROR !") << "no fall-back";
-}
-
-TEST_F(LanguageChoice, AFileThatBothPluginsMissIsToldOfOnce) {
+TEST_F(LanguageChoice, AFileThatBothPluginsMissIsReportedOnce) {
   Choose("Missing.llt");
   EXPECT_EQ(std::exchange(fShown, {}), "Can't load language file:\n" + fFolder.File("Language/Missing.llt"));
+  EXPECT_STREQ(gLLT->Text("Button_Yes"), "! ERROR !") << "no fall-back";
   Choose("Missing.llt"); // as the second plug-in does
   EXPECT_EQ(fShown, "");
   const std::string path = fFolder.Write("Language/Missing.llt", kHead + std::string("A=Hallo\n"));

@@ -110,15 +110,6 @@ TEST(EditHistory, FastTypingInTwoLinesIsAStepForEach) {
   EXPECT_EQ(lines_of(history), (std::list<std::string>{"a", "b"}));
 }
 
-TEST(EditHistory, CommandWithoutEffectIsAStepThatLeadsBackToTheSavedState) {
-  TEditHistory history;
-  history.Reset({"no tag"});
-  history.Record({0, 1, {"no tag"}}, TEditKind::kOther, 0, 0, 0);
-  EXPECT_FALSE(history.IsSaved());
-  replay(&history, kUndo);
-  EXPECT_TRUE(history.IsSaved());
-}
-
 TEST(EditHistory, LinesComeBackWithTheLineThatWasCurrent) {
   TEditHistory history;
   history.Reset({"a", "b"});

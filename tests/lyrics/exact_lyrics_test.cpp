@@ -3,8 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 using enum TEncoding;
 
 namespace {
@@ -16,8 +15,7 @@ TEST(ExactLyrics, UnchangedFilesComeBackByteForByte) {
       "",
       "a",
       "a\r\nb\rc\n\nd",
-      "\xEF\xBB\xBF"
-      "[00:01]a\n",
+      "\xEF\xBB\xBF[00:01]a\n",
       std::string("a\n\0\0b", 6),
       "\x93\xfa\x96\x7b\r\n\xED\x40\n", // a doubled vendor code, which would be written as another
       "\x1b$@F|K\\\x1b(J\n"};

@@ -17,7 +17,7 @@ const Lines kWords = {"[00:01:00]One [00:01:50]two[00:02:00]", "[00:03]three"};
 
 } // namespace
 
-TEST(Export, DottedFormKeepsEverythingButTheTagsDress) {
+TEST(Export, DottedFormKeepsEverythingButTheFormatOfTheTags) {
   const Lines lines = {"[ti:Title]",        "[00:01:23]colon", "[00:02]standard", "[00:03.45]dotted",
                        "[00:04][01:04]two", "plain",           "[Chorus]",        "[00:05]"};
   EXPECT_EQ(exported(lines, TExportFormat::kDotted),
@@ -45,7 +45,7 @@ TEST(Export, FormatThatTheLyricsHaveNotEnoughForGivesNothing) {
   }
 }
 
-TEST(Export, SubtitlesLastUntilTheNextTagOrTheLinesOwnEnd) {
+TEST(Export, SubtitlesLastUntilTheNextTagOrTheirOwnEndAndObeyTheOffset) {
   EXPECT_EQ(exported(kWords, TExportFormat::kSubtitles), "1\n00:00:01,000 --> 00:00:02,000\nOne two\n\n"
                                                          "2\n00:00:03,000 --> 00:00:08,000\nthree\n\n");
   // A pause ends a line; lines of the same time and lines without a tag share a cue.
@@ -53,26 +53,20 @@ TEST(Export, SubtitlesLastUntilTheNextTagOrTheLinesOwnEnd) {
   EXPECT_EQ(exported(lines, TExportFormat::kSubtitles), "1\n00:00:02,000 --> 00:00:10,000\na\n\n"
                                                         "2\n00:00:10,000 --> 00:00:12,000\nb\nc\nmore\n\n"
                                                         "3\n01:10:00,050 --> 01:10:05,050\na\n\n");
-}
-
-TEST(Export, SubtitlesKeepTheirOwnEndsAlsoTheLastAndTheLongerOfTwoAtOnce) {
   EXPECT_EQ(exported({"[00:10]a[00:12]", "[00:10]b[00:15]", "[00:30]c[00:50]"}, TExportFormat::kSubtitles),
             "1\n00:00:10,000 --> 00:00:15,000\na\nb\n\n2\n00:00:30,000 --> 00:00:50,000\nc\n\n");
-}
-
-TEST(Export, SubtitlesObeyTheOffsetAndCountWhatHasNoPlace) {
   const auto made = export_lyrics({"[offset:500]", "early", "[00:01]a"}, TExportFormat::kSubtitles);
   ASSERT_TRUE(made.has_value());
   EXPECT_EQ(made->bytes, "1\n00:00:00,500 --> 00:00:05,500\na\n\n");
   EXPECT_EQ(made->linesLeftOut, 1);
 }
 
-TEST(Export, NamesTellTheFormat) {
+TEST(Export, NamesContainTheFormat) {
   EXPECT_EQ(export_name("/a.b/song.lrc", TExportFormat::kDotted), "/a.b/song.dotted.lrc");
   EXPECT_EQ(export_name("song.lrc", TExportFormat::kSubtitles), "song.srt");
 }
 
-TEST(BracketKind, TellsTagsFromWhatOnlyLooksLikeOne) {
+TEST(BracketKind, DistinguishesTagsFromWhatOnlyLooksLikeOne) {
   const std::pair<const char*, TBracketKind> rows[] = {
       {"[00:01]a", TBracketKind::kTimeTag}, {"[00:01.234]a", TBracketKind::kTimeTag},
       {"[1:02]a", TBracketKind::kOddTag},   {"[100:00]", TBracketKind::kOddTag},

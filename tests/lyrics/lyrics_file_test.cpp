@@ -1,17 +1,16 @@
 #include "lyrics/lyrics_file.h"
 
 #include "lyrics/lyrics_fname.h"
+#include "tests/support/messages.h"
 #include "tests/support/scratch_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 
 #include <random>
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 using Lines = std::list<std::string>;
 
 namespace {
@@ -24,15 +23,12 @@ struct Loaded {
 };
 
 Loaded load(const std::string& path, long wanted = kDetectEncoding) {
-  entry_ref ref;
   Loaded loaded;
-  EXPECT_EQ(get_ref_for_path(path.c_str(), &ref), B_OK);
-  loaded.ok = load_lyrics_as(wanted, ref, &loaded.lines, &loaded.crType, &loaded.encoding);
+  loaded.ok = load_lyrics_as(wanted, ref_of(path), &loaded.lines, &loaded.crType, &loaded.encoding);
   return loaded;
 }
 
-class LyricsFile : public testing::Test {
-protected:
+struct LyricsFile : testing::Test {
   Loaded Load(const std::string& bytes, long wanted = kDetectEncoding) {
     return load(fFolder.Write("a.lrc", bytes), wanted);
   }
@@ -42,24 +38,20 @@ protected:
 } // namespace
 
 TEST_F(LyricsFile, LineEndsAreFoundByCounting) {
-  struct {
-    const char* bytes;
-    long crType;
-    Lines lines;
-  } const files[] = {{"a\r\nb\r\n", 1, {"a", "b"}},
-                     {"a\rb\r", 2, {"a", "b"}},
-                     {"a\nb", 0, {"a", "b"}},
-                     {"a\r\nb\n", 0, {"a", "b"}},
-                     {"", 0, {}},
-                     {"a\n\nb\n", 0, {"a", "", "b"}},
-                     {"a\rb\n", 1, {"ab"}},
-                     {"a\rb\nc\n", 0, {"ab", "c"}},
-                     {"\n", 0, {""}}};
-  for (const auto& file : files) {
-    const Loaded loaded = Load(file.bytes);
+  const std::tuple<const char*, long, Lines> files[] = {{"a\r\nb\r\n", 1, {"a", "b"}},
+                                                        {"a\rb\r", 2, {"a", "b"}},
+                                                        {"a\nb", 0, {"a", "b"}},
+                                                        {"a\r\nb\n", 0, {"a", "b"}},
+                                                        {"", 0, {}},
+                                                        {"a\n\nb\n", 0, {"a", "", "b"}},
+                                                        {"a\rb\n", 1, {"ab"}},
+                                                        {"a\rb\nc\n", 0, {"ab", "c"}},
+                                                        {"\n", 0, {""}}};
+  for (const auto& [bytes, crType, lines] : files) {
+    const Loaded loaded = Load(bytes);
     EXPECT_TRUE(loaded.ok);
-    EXPECT_EQ(loaded.crType, file.crType) << testing::PrintToString(file.bytes);
-    EXPECT_EQ(loaded.lines, file.lines) << testing::PrintToString(file.bytes);
+    EXPECT_EQ(loaded.crType, crType) << testing::PrintToString(bytes);
+    EXPECT_EQ(loaded.lines, lines) << testing::PrintToString(bytes);
   }
 }
 
@@ -75,17 +67,10 @@ TEST_F(LyricsFile, EncodingIsFoundOutOrTakenAsTold) {
   EXPECT_THAT(Load("\x93\xfa\n", 9).lines, ElementsAre("\x93\xfa")) << "an unknown number converts nothing";
 }
 
-TEST_F(LyricsFile, TextEndsAtANulAndKeepsItsByteOrderMark) {
+TEST_F(LyricsFile, TextEndsAtANulKeepsItsByteOrderMarkAndIsCutAtTwiceItsLength) {
   EXPECT_THAT(Load(std::string("a\nb\0c\nd", 7)).lines, ElementsAre("a", "b"));
   EXPECT_THAT(Load(std::string("\0a", 2)).lines, IsEmpty());
-  EXPECT_THAT(Load("\xef\xbb\xbf"
-                   "a\n")
-                  .lines,
-              ElementsAre("\xef\xbb\xbf"
-                          "a"));
-}
-
-TEST_F(LyricsFile, ConvertedTextIsCutAtTwiceItsLength) {
+  EXPECT_THAT(Load("\xef\xbb\xbfx\n").lines, ElementsAre("\xef\xbb\xbfx"));
   // Half-width kana grow to three bytes each: only two thirds of them fit.
   const Loaded loaded = Load(std::string(30, '\xb1'), 1);
   EXPECT_EQ(loaded.lines.front().size(), 60U);
@@ -154,8 +139,4 @@ TEST_F(LyricsFile, LrcBesideTheSongWinsOverTxt) {
   fFolder.Write("a.b.txt", "x");
   fFolder.Write("a.b.lrc", "x");
   EXPECT_EQ(lyrics_fname(entry), fFolder.File("a.b.lrc"));
-}
-
-TEST(EncodingNumbers, ComeBackFromTheirConverters) {
-  for (const long number : {0, 1, 2}) EXPECT_EQ(cvt_enum_bconv_to_ec(cvt_enum_ec_to_bconv(number)), number);
 }

@@ -38,7 +38,7 @@ TEST(TypicalLateness, IsTheMiddleOfWhatAgrees) {
   EXPECT_EQ(typical_lateness({}, 0), std::nullopt);
 }
 
-TEST(TappedLateness, HeedsNeitherTheFirstClicksNorDoublePressesNorMissedOnes) {
+TEST(TappedLateness, IgnoresTheFirstClicksDoublePressesAndMissedOnes) {
   std::vector<int64> taps;
   const auto beat = clicks();
   for (size_t i = 0; i < beat.size(); ++i) {
@@ -51,7 +51,7 @@ TEST(TappedLateness, HeedsNeitherTheFirstClicksNorDoublePressesNorMissedOnes) {
   EXPECT_EQ(tapped_lateness({}, taps), std::nullopt);
 }
 
-TEST(StampCorrections, SixThatAgreeAreToldOnceAndAgainWhenTheyChange) {
+TEST(StampCorrections, SixThatAgreeAreReportedOnceAndAgainWhenTheyChange) {
   TStampCorrections corrections;
   EXPECT_EQ(finding_after(&corrections, {-130, -140, -150, -140, -150}), std::nullopt) << "too few";
   EXPECT_EQ(finding_after(&corrections, {-140}), 140);

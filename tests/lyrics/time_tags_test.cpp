@@ -4,13 +4,7 @@
 
 namespace {
 
-struct Read {
-  const char* line;
-  bool isTag;
-  long time;
-  bool extended;
-};
-constexpr Read kReads[] = {
+constexpr std::tuple<const char*, bool, long, bool> kReads[] = {
     {"[01:02]", true, 62000, false},
     {"[01:02:03]", true, 62030, true},
     {"[99:59:99]", true, 5999990, true},
@@ -33,31 +27,25 @@ constexpr Read kReads[] = {
 } // namespace
 
 TEST(TimeTags, AreReadByPositionAlone) {
-  for (const Read& read : kReads) {
-    SCOPED_TRACE(read.line);
+  for (const auto& [line, isTag, timeMs, isExtended] : kReads) {
     long time = -7;
     bool extended = true;
-    EXPECT_EQ(time_tag_to_time(read.line, &time, &extended), read.isTag);
-    EXPECT_EQ(time, read.time);
-    EXPECT_EQ(extended, read.extended);
+    EXPECT_EQ(time_tag_to_time(line, &time, &extended), isTag) << line;
+    EXPECT_EQ(std::pair(time, extended), std::pair(timeMs, isExtended)) << line;
   }
 }
 
 TEST(TimeTags, ArePrintedBoundedAndCut) {
-  struct {
-    long time;
-    const char* standard;
-    const char* extended;
-  } const prints[] = {{-5, "[00:00]", "[00:00:00]"},      {5, "[00:00]", "[00:00:00]"},
-                      {1239, "[00:01]", "[00:01:23]"},    {59999, "[00:59]", "[00:59:99]"},
-                      {60000, "[01:00]", "[01:00:00]"},   {5999990, "[99:59]", "[99:59:99]"},
-                      {6000000, "[99:59]", "[99:59:99]"}, {2147483647, "[99:59]", "[99:59:99]"}};
-  for (const auto& print : prints) {
+  const std::tuple<long, const char*, const char*> prints[] = {
+      {-5, "[00:00]", "[00:00:00]"},      {5, "[00:00]", "[00:00:00]"},         {1239, "[00:01]", "[00:01:23]"},
+      {59999, "[00:59]", "[00:59:99]"},   {60000, "[01:00]", "[01:00:00]"},     {5999990, "[99:59]", "[99:59:99]"},
+      {6000000, "[99:59]", "[99:59:99]"}, {2147483647, "[99:59]", "[99:59:99]"}};
+  for (const auto& [time, standard, extended] : prints) {
     std::string tag = "what was there before";
-    EXPECT_TRUE(time_to_time_tag(print.time, &tag, false));
-    EXPECT_EQ(tag, print.standard);
-    EXPECT_TRUE(time_to_time_tag(print.time, &tag, true));
-    EXPECT_EQ(tag, print.extended);
+    EXPECT_TRUE(time_to_time_tag(time, &tag, false));
+    EXPECT_EQ(tag, standard);
+    EXPECT_TRUE(time_to_time_tag(time, &tag, true));
+    EXPECT_EQ(tag, extended);
   }
 }
 

@@ -4,20 +4,14 @@
 
 namespace {
 
-using testing::ElementsAre;
-using testing::ElementsAreArray;
+using namespace testing;
 
 std::string entry(const std::string& exec) {
   return "# menu\n[Desktop Entry]\nType=Application\nExec[de]=nicht\nExec = " + exec +
          "\nX-KOREVA-Signature=a/b\n[Desktop Action New]\nExec=other\nX-KOREVA-Signature=c/d\n";
 }
 
-struct CommandRow {
-  const char* exec;
-  std::vector<std::string> arguments;
-};
-
-const CommandRow kCommands[] = {
+const std::pair<const char*, std::vector<std::string>> kCommands[] = {
     {"sonivo", {"sonivo"}},
     {"sonivo %F", {"sonivo"}},
     {"sonivo  --edit  %f --at=%u %%x ", {"sonivo", "--edit", "--at=", "%x"}},
@@ -36,10 +30,10 @@ const char* const kRefusedCommands[] = {
 } // namespace
 
 TEST(DesktopEntry, SplitsTheCommandWithoutAShell) {
-  for (const CommandRow& row : kCommands) {
-    const std::optional<DesktopEntry> found = parse_desktop_entry(entry(row.exec));
-    ASSERT_TRUE(found) << row.exec;
-    EXPECT_THAT(found->arguments, ElementsAreArray(row.arguments)) << row.exec;
+  for (const auto& [exec, arguments] : kCommands) {
+    const std::optional<DesktopEntry> found = parse_desktop_entry(entry(exec));
+    ASSERT_TRUE(found) << exec;
+    EXPECT_EQ(found->arguments, arguments) << exec;
     EXPECT_EQ(found->signature, "a/b");
   }
 }

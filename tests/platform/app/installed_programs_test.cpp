@@ -7,8 +7,7 @@
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
 namespace {
 
@@ -17,8 +16,7 @@ std::string entry(const std::string& exec) {
 }
 
 /** Two folders of desktop entries, the user's and the system's. */
-class InstalledPrograms : public testing::Test {
-protected:
+struct InstalledPrograms : testing::Test {
   std::vector<std::string> Command() const {
     return command_of("a/b", {fOwn.Path(), fOwn.File("none"), fSystem.Path()});
   }

@@ -1,6 +1,7 @@
 #include "platform/app/message.h"
 
 #include "tests/support/memory_file.h"
+#include "tests/support/messages.h"
 
 #include <gtest/gtest.h>
 
@@ -9,20 +10,18 @@
 namespace {
 
 BMessage sample() {
-  BMessage message('abcd');
-  message.AddString("text", "日本");
-  message.AddString("text", "second");
-  message.AddRect("rect", {1, 2, 3, 4});
-  message.AddInt64("wide", -5);
+  BMessage message = message_of('abcd', "text", "日本", "text", "second", "rect", BRect{1, 2, 3, 4}, "wide", int64{-5},
+                                "ref", entry_ref{"/folder", "name"}, "inside", message_of('in', "yes", true));
   message.AddData("real", B_DOUBLE_TYPE, "\x1\x2\x3\x4\x5\x6\x7", 8);
-  const entry_ref ref{"/folder", "name"};
-  message.AddRef("ref", &ref);
-  const uint8 color[] = {1, 2, 3, 4};
-  message.AddData("color", B_RAW_TYPE, color, sizeof color);
-  BMessage inside('in');
-  inside.AddBool("yes", true);
-  message.AddMessage("inside", &inside);
+  message.AddData("color", B_RAW_TYPE, "\1\2\3\4", 4);
   return message;
+}
+
+BMessage reread(const BMessage& message) {
+  const std::vector<char> flat = message.Flatten();
+  BMessage read;
+  EXPECT_EQ(read.Unflatten(flat.data(), flat.size()), B_OK);
+  return read;
 }
 
 } // namespace
@@ -44,56 +43,37 @@ TEST(Message, FindLeavesItsOutputUnchangedOnFailure) {
 
 TEST(Message, BytesOfTextTypeKeepTheirLength) {
   BMessage message;
-  const std::string bytes("a\0b", 3);
-  message.AddData("raw", B_STRING_TYPE, bytes.data(), bytes.size());
-  message.AddData("unended", B_STRING_TYPE, "abc", 3);
-  message.AddData("text", B_STRING_TYPE, "abc", 4);
-  BMessage copy;
-  const std::vector<char> flat = message.Flatten();
-  ASSERT_EQ(copy.Unflatten(flat.data(), flat.size()), B_OK);
-  for (const auto& [name, size] : {std::pair{"raw", 3}, {"unended", 3}, {"text", 4}}) {
+  for (const auto& [name, size] : {std::pair{"a\0b", 3}, {"abc", 3}, {"text", 5}})
+    message.AddData(name, B_STRING_TYPE, name, static_cast<size_t>(size));
+  const BMessage copy = reread(message);
+  for (const auto& [name, size] : {std::pair{"a", 3}, {"abc", 3}, {"text", 5}}) {
     const void* data = nullptr;
     ssize_t length = 0;
     EXPECT_EQ(copy.FindData(name, B_STRING_TYPE, &data, &length), B_OK);
     EXPECT_EQ(length, size) << name;
+    EXPECT_EQ(field<std::string>(copy, name), name) << "as text it ends at its NUL";
   }
-  std::string text;
-  EXPECT_EQ(copy.FindString("raw", &text), B_OK);
-  EXPECT_EQ(text, "a");
 }
 
 TEST(Message, NumbersAddedAsBytesAreFoundAsNumbersAlsoAfterSerialization) {
   BMessage message('numb');
   const int32 number = -7;
   const int64 wide = int64{1} << 40;
-  const uint8 yes = 1;
   EXPECT_EQ(message.AddData("int32", B_INT32_TYPE, &number, sizeof number), B_OK);
   EXPECT_EQ(message.AddData("int64", B_INT64_TYPE, &wide, sizeof wide), B_OK);
-  EXPECT_EQ(message.AddData("bool", B_BOOL_TYPE, &yes, sizeof yes), B_OK);
+  EXPECT_EQ(message.AddData("bool", B_BOOL_TYPE, "\1", 1), B_OK);
   EXPECT_EQ(message.AddData("ref", B_REF_TYPE, "/folder\0name", 12), B_OK);
   for (const type_code type : {B_INT32_TYPE, B_BOOL_TYPE, B_RECT_TYPE})
     EXPECT_EQ(message.AddData("other size", type, "12345", 5), B_BAD_VALUE);
   for (const type_code type : {B_POINTER_TYPE, B_MESSENGER_TYPE, B_MESSAGE_TYPE})
     EXPECT_EQ(message.AddData("no bytes", type, &wide, sizeof wide), B_BAD_TYPE);
   EXPECT_EQ(message.AddInt32(std::string(70000, 'n').c_str(), 1), B_BAD_VALUE) << "longer than the format allows";
-  const std::vector<char> flat = message.Flatten();
-  BMessage read;
-  ASSERT_EQ(read.Unflatten(flat.data(), flat.size()), B_OK);
-  for (const BMessage& each : {message, read}) {
+  for (const BMessage& each : {message, reread(message)}) {
     EXPECT_EQ(each.FieldNames(), (std::vector<std::string>{"int32", "int64", "bool", "ref"}));
-    int32 found = 0;
-    bool isSet = false;
-    entry_ref ref;
-    const void* bytes = nullptr;
-    ssize_t size = 0;
-    EXPECT_EQ(each.FindInt32("int32", &found), B_OK);
-    EXPECT_EQ(found, number);
-    EXPECT_EQ(each.FindBool("bool", &isSet), B_OK);
-    EXPECT_TRUE(isSet);
-    EXPECT_EQ(each.FindRef("ref", &ref), B_OK);
-    EXPECT_EQ(ref.FullPath(), "/folder/name");
-    ASSERT_EQ(each.FindData("int64", B_INT64_TYPE, &bytes, &size), B_OK);
-    EXPECT_TRUE(size == sizeof wide && std::memcmp(bytes, &wide, sizeof wide) == 0);
+    EXPECT_EQ(field<int32>(each, "int32"), number);
+    EXPECT_EQ(field<int64>(each, "int64"), wide);
+    EXPECT_EQ(field<bool>(each, "bool"), true);
+    EXPECT_EQ(field<entry_ref>(each, "ref").value_or(entry_ref()).FullPath(), "/folder/name");
   }
 }
 
@@ -110,12 +90,7 @@ TEST(Message, SurvivesSerialization) {
 }
 
 TEST(Message, PointersAreNotSerialized) {
-  BMessage message;
-  message.AddPointer("pointer", &message);
-  const std::vector<char> flat = message.Flatten();
-  BMessage read;
-  ASSERT_EQ(read.Unflatten(flat.data(), flat.size()), B_OK);
-  EXPECT_FALSE(read.HasField("pointer"));
+  EXPECT_FALSE(reread(message_of('ptr_', "pointer", static_cast<void*>(nullptr))).HasField("pointer"));
 }
 
 TEST(Message, TruncatedBytesAreRefused) {
@@ -129,11 +104,7 @@ TEST(Message, TruncatedBytesAreRefused) {
 
 TEST(Message, NestingIsBounded) {
   BMessage message('deep');
-  for (int i = 0; i < 40; ++i) {
-    BMessage outer('deep');
-    outer.AddMessage("in", &message);
-    message = outer;
-  }
+  for (int i = 0; i < 40; ++i) message = message_of('deep', "in", message);
   const std::vector<char> flat = message.Flatten();
   BMessage read;
   EXPECT_EQ(read.Unflatten(flat.data(), flat.size()), B_BAD_VALUE);

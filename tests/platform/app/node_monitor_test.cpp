@@ -2,42 +2,34 @@
 
 #include "platform/app/message.h"
 #include "tests/support/eventually.h"
+#include "tests/support/keeping.h"
+#include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 #include "tests/support/scratch_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <mutex>
 
 namespace {
 
 /** Records notices as "opcode name". */
-class Watching : public BLooper {
-public:
-  Watching() : BLooper("watching") { Run(); }
-  void MessageReceived(BMessage* message) override {
-    int32 opcode = 0;
-    std::string name;
-    if (message->what != B_NODE_MONITOR || message->FindInt32("opcode", &opcode) != B_OK) return;
-    message->FindString("name", &name);
-    const std::lock_guard lock(fMutex);
-    fNotices.push_back(std::to_string(opcode) + " " + name);
-  }
+struct Watching : Keeping<BLooper> {
   /** Waits for the notice and forgets it with those before it. */
-  bool Gets(const std::string& notice) {
+  bool Gets(const std::string& wanted) {
     return eventually([&] {
-      const std::lock_guard lock(fMutex);
-      const auto found = std::ranges::find(fNotices, notice);
-      if (found == fNotices.end()) return false;
-      fNotices.erase(fNotices.begin(), found + 1);
+      DeliverAll();
+      const auto is_wanted = [&](const BMessage& notice) {
+        return notice.what == B_NODE_MONITOR && std::to_string(field<int32>(notice, "opcode").value_or(0)) + " " +
+                                                        field<std::string>(notice, "name").value_or("") ==
+                                                    wanted;
+      };
+      const auto found = std::ranges::find_if(fReceived, is_wanted);
+      if (found == fReceived.end()) return false;
+      fReceived.erase(fReceived.begin(), found + 1);
       return true;
     });
   }
-
-private:
-  std::mutex fMutex;
-  std::vector<std::string> fNotices;
 };
 
 } // namespace

@@ -14,8 +14,7 @@
 namespace {
 
 /** A desktop whose document opener is a script. */
-class Launching : public testing::Test {
-protected:
+struct Launching : testing::Test {
   Launching() { setenv("PATH", (fFolder.Path() + ":" + fPath).c_str(), 1); }
   ~Launching() override { setenv("PATH", fPath.c_str(), 1); }
   status_t LaunchWith(const std::string& script) const {
@@ -31,8 +30,7 @@ private:
 };
 
 /** A desktop on which one program is installed, a script. */
-class LaunchingBySignature : public testing::Test {
-protected:
+struct LaunchingBySignature : testing::Test {
   LaunchingBySignature() { setenv("XDG_DATA_HOME", fFolder.Path().c_str(), 1); }
   ~LaunchingBySignature() override { setenv("XDG_DATA_HOME", fDataHome.c_str(), 1); }
 
@@ -58,12 +56,9 @@ bool has_no_children() {
 
 } // namespace
 
-TEST_F(Launching, ReportsWhetherTheDocumentWasOpened) {
+TEST_F(Launching, ReportsWhetherTheDocumentWasOpenedWithoutWaitingForTheEnd) {
   EXPECT_EQ(LaunchWith("exit 0\n"), B_OK);
   EXPECT_EQ(LaunchWith("exit 3\n"), B_LAUNCH_FAILED);
-}
-
-TEST_F(Launching, DoesNotWaitForAnOpenerThatKeepsRunning) {
   EXPECT_EQ(LaunchWith("while [ -e \"$0\" ]; do sleep 0.1; done\n"), B_OK); // ends with its folder
 }
 

@@ -2,6 +2,7 @@
 #include "platform/interface/alert.h"
 #include "platform/interface/window.h"
 #include "tests/support/hands.h"
+#include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 
 #include <gmock/gmock.h>
@@ -24,22 +25,15 @@ BAlert* save_question() {
 
 int32 asked(BAlert* alert, const std::function<void()>& answer) {
   auto result = std::async(std::launch::async, [alert] { return alert->Go(); });
-  hands::wait_for_question();
+  const hands::Question seen = hands::wait_for_question();
+  EXPECT_EQ(seen.caption, "Vesmo Editor");
+  EXPECT_EQ(seen.text, "\"song.lrc\" is not saved.");
+  EXPECT_THAT(seen.buttons, ElementsAre("Cancel(C)", "No(N)", "Yes(Y)"));
   answer();
   return result.get();
 }
 
 } // namespace
-
-TEST(Alert, ShowsCaptionTextAndButtonsFromLeftToRight) {
-  asked(save_question(), [] {
-    const hands::Question seen = hands::wait_for_question();
-    EXPECT_EQ(seen.caption, "Vesmo Editor");
-    EXPECT_EQ(seen.text, "\"song.lrc\" is not saved.");
-    EXPECT_THAT(seen.buttons, ElementsAre("Cancel(C)", "No(N)", "Yes(Y)"));
-    hands::answer_with_key("Escape");
-  });
-}
 
 TEST(Alert, EveryWayToAnswerReturnsTheIndexOfTheButton) {
   EXPECT_EQ(asked(save_question(), [] { hands::answer_with_button("No(N)"); }), 1);
@@ -52,13 +46,6 @@ TEST(Alert, AfterItsTimeOutItReturnsTheEscapeButtonAndStaysOpen) {
   EXPECT_EQ(save_question()->GoFor(1000), 0);
   hands::wait_for_question();
   EXPECT_TRUE(hands::answer_with_key("Escape"));
-}
-
-TEST(Alert, PostedAlertDoesNotBlock) {
-  (new BAlert("Vesmo Editor", "cannot be shown", "I see"))->Post();
-  EXPECT_EQ(hands::wait_for_question().text, "cannot be shown");
-  EXPECT_TRUE(hands::answer_with_key("Escape"));
-  EXPECT_FALSE(hands::answer_with_key("Escape")) << "gone";
 }
 
 TEST(Alert, WindowThatAsksIsBlockedAndOthersAreNot) {
@@ -77,9 +64,7 @@ TEST(Alert, WindowThatAsksIsBlockedAndOthersAreNot) {
   asker->PostMessage('ask_');
   hands::wait_for_question();
 
-  const BMessage ping('ping');
-  BMessage reply;
-  EXPECT_EQ(BMessenger(other.get()).SendMessage(&ping, &reply), B_OK) << "handled";
+  wait_for(BMessenger(other.get())); // it handles its messages
   EXPECT_TRUE(hands::is_shown(*other));
 
   hands::answer_with_key("Y");

@@ -54,11 +54,8 @@ TEST(DisplayThread, QuestionWithTurnFirstOvertakesQueuedTasks) {
   EXPECT_EQ(display::call([&made] { return made.load(); }), 100); // this one in its turn
 }
 
-TEST(DisplayThread, CallOnTheDisplayThreadItselfRunsAtOnce) {
+TEST(DisplayThread, CallRunsAtOnceOnTheThreadItselfAndAnExceptionReleasesItsCaller) {
   EXPECT_EQ(display::call([] { return display::call([] { return 7; }); }), 7);
-}
-
-TEST(DisplayThread, ExceptionInATaskReleasesItsCallerAndTheNextTasksRun) {
   EXPECT_EQ(display::call([]() -> int { throw std::runtime_error("this error is part of the test"); }, -5), -5);
   EXPECT_EQ(display::call([] { return 3; }), 3);
 }
@@ -82,17 +79,13 @@ TEST(DisplayThread, NeverWaitsForALooper) {
   EXPECT_EQ(display::call([&] { return looper.SendMessage('more'); }), B_WOULD_BLOCK);
 }
 
-TEST(DisplayAnswer, DestroyedUnansweredGivesTheDefault) {
-  auto answer = std::make_unique<display::Answer<int>>(-1);
-  auto waiter = answer->Waiter();
-  answer.reset();
+TEST(DisplayAnswer, OnlyTheFirstCountsAndTheDefaultWithoutAny) {
+  auto unanswered = std::make_unique<display::Answer<int>>(-1);
+  auto waiter = unanswered->Waiter();
+  unanswered.reset();
   EXPECT_EQ(waiter.get(), -1);
-}
-
-TEST(DisplayAnswer, OnlyTheFirstAnswerCounts) {
   display::Answer<int> answer(-1);
-  auto waiter = answer.Waiter();
-  answer.Give(1);
-  answer.Give(2);
+  waiter = answer.Waiter();
+  for (const int given : {1, 2}) answer.Give(given);
   EXPECT_EQ(waiter.get(), 1);
 }

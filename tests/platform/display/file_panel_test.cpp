@@ -1,5 +1,8 @@
 #include "platform/interface/file_panel.h"
+#include "platform/interface/window.h"
+#include "tests/support/hands.h"
 #include "tests/support/keeping.h"
+#include "tests/support/messages.h"
 #include "tests/support/scratch_folder.h"
 
 #include <atomic>
@@ -7,8 +10,7 @@
 #include <future>
 #include <thread>
 
-class FilePanel : public testing::Test {
-protected:
+struct FilePanel : testing::Test {
   /** The next message from the panel. */
   BMessage Next() {
     const bool hasCome = hands::until([this] { return fAnswers->DeliverNext(); });
@@ -22,8 +24,7 @@ protected:
 };
 
 TEST_F(FilePanel, SavePanelSendsFolderAndNameInAFreshCopyOfItsMessage) {
-  BMessage message(B_SAVE_REQUESTED);
-  message.AddInt32("Encoding", 2);
+  const BMessage message = message_of(B_SAVE_REQUESTED, "Encoding", 2);
   BFilePanel panel(B_SAVE_PANEL, &fTarget, nullptr, false, &message);
   panel.SetPanelDirectory(fFolder.c_str());
   panel.SetSaveText("new.lrc");
@@ -34,21 +35,13 @@ TEST_F(FilePanel, SavePanelSendsFolderAndNameInAFreshCopyOfItsMessage) {
     panel.Show();
     hands::type_file_name(*panel.Window(), name);
     const BMessage answer = Next();
-    ASSERT_EQ(answer.what, uint32{B_SAVE_REQUESTED});
-    entry_ref directory;
-    std::string chosen;
-    int32 encoding = 0;
-    EXPECT_EQ(answer.FindRef("directory", &directory), B_OK);
-    EXPECT_EQ(directory.FullPath(), fFolder);
-    EXPECT_EQ(answer.FindString("name", 0, &chosen), B_OK);
-    EXPECT_EQ(chosen, name);
-    EXPECT_EQ(answer.FindInt32("Encoding", &encoding), B_OK);
-    EXPECT_EQ(encoding, 2);
+    EXPECT_EQ(answer.what, uint32{B_SAVE_REQUESTED});
+    EXPECT_EQ(field<entry_ref>(answer, "directory"), ref_of(fFolder));
+    EXPECT_EQ(field<std::string>(answer, "name"), name);
+    EXPECT_EQ(field<int32>(answer, "Encoding"), 2);
     const BMessage closed = Next();
-    void* source = nullptr;
     EXPECT_EQ(closed.what, uint32{B_CANCEL});
-    EXPECT_EQ(closed.FindPointer("source", &source), B_OK);
-    EXPECT_EQ(source, &panel);
+    EXPECT_EQ(field<void*>(closed, "source"), &panel);
   }
 }
 
@@ -104,8 +97,7 @@ TEST_F(FilePanel, DerivedPanelDestroyedDuringItsHookIsStillComplete) {
 }
 
 /** An open panel that shows a folder with a file. */
-class OpenPanel : public FilePanel {
-protected:
+struct OpenPanel : FilePanel {
   OpenPanel() {
     fScratch.Write("song.lrc", "text");
     fPanel.SetPanelDirectory(fFolder.c_str());
@@ -121,10 +113,8 @@ TEST_F(OpenPanel, SendsTheFileAndRejectsAMissingOne) {
   hands::answer_with_key("Return");
   hands::type_file_name(*fPanel.Window(), "song.lrc");
   const BMessage answer = Next();
-  entry_ref file;
   EXPECT_EQ(answer.what, uint32{B_REFS_RECEIVED});
-  ASSERT_EQ(answer.FindRef("refs", &file), B_OK);
-  EXPECT_EQ(file.FullPath(), fFolder + "/song.lrc");
+  EXPECT_EQ(field<entry_ref>(answer, "refs"), ref_of(fFolder + "/song.lrc"));
 }
 
 TEST_F(OpenPanel, CompletionPopupClosesWithThePanelAndTakesNoMoreKeys) {
@@ -143,12 +133,7 @@ TEST_F(OpenPanel, CompletionPopupClosesWithThePanelAndTakesNoMoreKeys) {
 
 TEST_F(OpenPanel, EveryWayToCloseItIsReportedOnceAndItCanBeShownAgain) {
   const auto agreesToQuit = [this] {
-    const BMessage question(B_QUIT_REQUESTED);
-    BMessage answer;
-    bool agreed = false;
-    BMessenger(fPanel.Window()).SendMessage(&question, &answer);
-    EXPECT_EQ(answer.FindBool("result", &agreed), B_OK);
-    EXPECT_TRUE(agreed);
+    EXPECT_EQ(field<bool>(ask(BMessenger(fPanel.Window()), BMessage(B_QUIT_REQUESTED)), "result"), true);
   };
   const std::pair<const char*, std::function<void()>> ways[] = {
       {"key", [this] { hands::press(*fPanel.Window(), "Escape"); }},

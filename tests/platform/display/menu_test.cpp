@@ -1,6 +1,7 @@
 #include "platform/interface/menu_bar.h"
 #include "platform/kernel/modifiers.h"
 #include "tests/support/keeping.h"
+#include "tests/support/with_window.h"
 
 #include <gmock/gmock.h>
 
@@ -8,8 +9,7 @@ using testing::ElementsAre;
 
 namespace {
 
-class MenuWindow : public Keeping<BWindow> {
-public:
+struct MenuWindow : Keeping<BWindow> {
   MenuWindow() : Keeping({100, 100, 399, 299}, "menus") {
     auto* bar = new BMenuBar({0, 0, 299, 20}, "MenuBar");
     fFile = new BMenu("File & more");
@@ -35,78 +35,47 @@ public:
 
 } // namespace
 
-using Menus = WithWindow<MenuWindow>;
+struct Menus : WithWindow<MenuWindow> {
+  std::vector<uint32> AfterKey(const char* key) {
+    return After([&] { hands::press(*fWindow, key); });
+  }
+  std::vector<uint32> AfterClick(const std::vector<std::string>& labels) {
+    return After([&] { hands::choose(*fWindow, labels); });
+  }
+};
 
-TEST_F(Menus, ShortcutsReachTheWindow) {
-  EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+N"); }), ElementsAre('_new'));
-  EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+2"); }), ElementsAre('_sva'));
-  EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+Shift+0"); }), ElementsAre('frst'));
-  EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+O"); }), ElementsAre('_opn'));
-  EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+Q"); }), ElementsAre());
-}
-
-TEST_F(Menus, ClickAlsoChoosesAnItemWithASubmenu) {
-  EXPECT_THAT(After([&] { EXPECT_TRUE(hands::choose(*fWindow, {"File & more", "New"})); }), ElementsAre('_new'));
-  EXPECT_THAT(After([&] { EXPECT_TRUE(hands::choose(*fWindow, {"File & more", "Open"})); }), ElementsAre('_opn'));
-  EXPECT_THAT(After([&] {
-                EXPECT_TRUE(hands::choose(*fWindow, {"File & more", "Open", "newest"}));
-              }),
-              ElementsAre('frst'));
-}
-
-TEST_F(Menus, DisabledItemCannotBeChosen) {
-  fWindow->fFile->FindItem('_sva')->SetEnabled(false);
-  hands::settle(*fWindow);
-  EXPECT_FALSE(hands::choose(*fWindow, {"File & more", "Save as"}));
-  EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+2"); }), ElementsAre());
-}
-
-TEST_F(Menus, ItemDisabledWhileItsChoiceIsQueuedDoesNothing) {
-  EXPECT_THAT(After([&] {
-                hands::press(*fWindow, "Ctrl+2");
-                fWindow->fFile->FindItem('_sva')->SetEnabled(false);
-              }),
-              ElementsAre());
-}
-
-TEST_F(Menus, RadioMenuMarksTheChosenItem) {
-  hands::choose(*fWindow, {"Mode", "Std"});
-  hands::settle(*fWindow);
-  EXPECT_EQ(fWindow->fMode->FindMarked(), fWindow->fMode->ItemAt(1));
-  const auto lines = hands::menu_lines(*fWindow, {"Mode"});
-  EXPECT_FALSE(lines[0].isMarked);
-  EXPECT_TRUE(lines[1].isMarked);
-}
-
-TEST_F(Menus, OnlyTheProgramChangesMarksOutsideRadioMenus) {
-  BMenuItem* const item = fWindow->fFile->ItemAt(0);
-  item->SetMarked(true);
-  hands::settle(*fWindow);
-  hands::press(*fWindow, "Ctrl+N");
-  hands::settle(*fWindow);
-  EXPECT_TRUE(item->IsMarked());
+TEST_F(Menus, ShortcutsReachTheWindowAndChangeNoMarks) {
+  fWindow->fFile->ItemAt(0)->SetMarked(true);
+  for (const auto& [key, code] :
+       {std::pair{"Ctrl+N", '_new'}, {"Ctrl+2", '_sva'}, {"Ctrl+Shift+0", 'frst'}, {"Ctrl+O", '_opn'}})
+    EXPECT_THAT(AfterKey(key), ElementsAre(code)) << key;
+  EXPECT_THAT(AfterKey("Ctrl+Q"), ElementsAre());
   EXPECT_TRUE(hands::menu_lines(*fWindow, {"File & more"})[0].isMarked);
 }
 
+TEST_F(Menus, DisabledItemCannotBeChosenAlsoIfItIsDisabledWhileItsChoiceIsQueued) {
+  const auto disable = [this](bool isDisabled) { fWindow->fFile->FindItem('_sva')->SetEnabled(!isDisabled); };
+  EXPECT_THAT(After([&] {
+                hands::press(*fWindow, "Ctrl+2");
+                disable(true);
+              }),
+              ElementsAre());
+  EXPECT_THAT(AfterClick({"File & more", "Save as"}), ElementsAre());
+  EXPECT_THAT(AfterKey("Ctrl+2"), ElementsAre());
+  disable(false);
+  hands::settle(*fWindow);
+  EXPECT_THAT(AfterKey("Ctrl+2"), ElementsAre('_sva'));
+}
+
 TEST_F(Menus, RebuiltMenuIsShownAndWorks) {
-  BMenuItem* const old = fWindow->fFile->RemoveItem(0);
-  delete old;
+  delete fWindow->fFile->RemoveItem(int32{0});
   fWindow->fFile->AddItem(new BMenuItem("新規", new BMessage('neu_'), 'K'), 0);
   hands::settle(*fWindow);
   const auto lines = hands::menu_lines(*fWindow, {"File & more"});
   EXPECT_EQ(lines[0].label, "新規");
   EXPECT_EQ(lines[0].shortcut, "Ctrl+K");
-  EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+N"); }), ElementsAre());
-  EXPECT_THAT(After([&] { hands::press(*fWindow, "Ctrl+K"); }), ElementsAre('neu_'));
-}
-
-TEST_F(Menus, ItemsCanBeInsertedAndRemoved) {
-  fWindow->fOpen->AddItem(new BMenuItem("older", new BMessage('scnd')), 1);
-  hands::settle(*fWindow);
-  EXPECT_EQ(hands::menu_lines(*fWindow, {"File & more", "Open"}).size(), 4u);
-  delete fWindow->fOpen->RemoveItem(int32{0});
-  hands::settle(*fWindow);
-  EXPECT_EQ(hands::menu_lines(*fWindow, {"File & more", "Open"})[0].label, "older");
+  EXPECT_THAT(AfterKey("Ctrl+N"), ElementsAre());
+  EXPECT_THAT(AfterKey("Ctrl+K"), ElementsAre('neu_'));
 }
 
 TEST_F(Menus, EveryItemIsReachableByKeyboard) {

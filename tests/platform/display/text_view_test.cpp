@@ -1,10 +1,9 @@
 #include "platform/interface/text_view.h"
-#include "tests/support/keeping.h"
+#include "tests/support/with_window.h"
 
 namespace {
 
-class Editor : public BTextView {
-public:
+struct Editor : BTextView {
   using BTextView::BTextView;
   std::string fEntered;
   std::vector<text_change> fChanges;
@@ -17,8 +16,7 @@ protected:
   }
 };
 
-class TextWindow : public BWindow {
-public:
+struct TextWindow : BWindow {
   TextWindow() : BWindow({100, 100, 299, 299}, "text") {
     fEditor = new Editor({0, 0, 199, 199}, "editor", B_FOLLOW_ALL_SIDES);
     AddChild(fEditor);
@@ -29,17 +27,13 @@ public:
 
 } // namespace
 
-class TextView : public WithWindow<TextWindow> {
-protected:
+struct TextView : WithWindow<TextWindow> {
   Editor* const fEditor = fWindow->fEditor;
 };
 
 TEST_F(TextView, TypedPastedAndComposedTextPassesTheHook) {
-  hands::press(*fWindow, "a");
-  hands::press(*fWindow, "Return");
-  hands::settle(*fWindow);
+  for (const char* key : {"a", "Return"}) Press(key);
   hands::paste(*fWindow, "paste");
-  hands::settle(*fWindow);
   hands::compose(*fWindow, "に", "日本");
   hands::settle(*fWindow);
   EXPECT_EQ(fEditor->fEntered, "a\npaste日本");
@@ -52,19 +46,6 @@ TEST_F(TextView, CommandsDoNotOvertakeKeys) {
     hands::press(*fWindow, key);
   hands::settle(*fWindow);
   EXPECT_EQ(fEditor->Text(), "e twoo");
-}
-
-TEST_F(TextView, WrappedLineCountsAsOneInAWideTextRect) {
-  const std::string longLine(200, 'w');
-  fEditor->SetText("first\n" + longLine + "\nthird\n");
-  EXPECT_EQ(fEditor->CurrentLine(), 0) << "the caret goes to the start";
-  fEditor->SetTextRect({0, 0, 10000, 199});
-  fEditor->GoToLine(2);
-  EXPECT_EQ(fEditor->CurrentLine(), 2);
-  fEditor->GoToLine(1000);
-  EXPECT_EQ(fEditor->CurrentLine(), 3) << "the last one";
-  fEditor->SetTextRect({0, 0, 199, 199});
-  EXPECT_GT(fEditor->CurrentLine(), 3);
 }
 
 TEST_F(TextView, ReplayedChangesReproduceTheText) {
@@ -89,12 +70,7 @@ TEST_F(TextView, ReplayedChangesReproduceTheText) {
 }
 
 TEST_F(TextView, ReplacedLinesAreNotReported) {
-  struct Case {
-    const char* before;
-    text_change change;
-    const char* after;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, text_change, const char*> cases[] = {
       {"a\nb\nc\n", {1, 1, {"x", "y"}, 0}, "a\nx\ny\nc\n"},
       {"a\nb\nc", {2, 1, {"x"}, 0}, "a\nb\nx"},
       {"a\nb\nc", {1, 2, {}, 0}, "a"},
@@ -104,10 +80,10 @@ TEST_F(TextView, ReplacedLinesAreNotReported) {
       {"a\nb\n", {0, 1, {}, 0}, "b\n"},
       {"", {0, 1, {"n"}, 0}, "n"},
   };
-  for (const Case& one : cases) {
-    fEditor->SetText(one.before);
-    EXPECT_TRUE(fEditor->ReplaceLines(one.change));
-    EXPECT_EQ(fEditor->Text(), one.after) << one.before;
+  for (const auto& [before, change, after] : cases) {
+    fEditor->SetText(before);
+    EXPECT_TRUE(fEditor->ReplaceLines(change));
+    EXPECT_EQ(fEditor->Text(), after) << before;
   }
   hands::settle(*fWindow);
   EXPECT_TRUE(fEditor->fChanges.empty());

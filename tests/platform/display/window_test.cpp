@@ -1,6 +1,6 @@
 #include "platform/interface/follow.h"
 #include "platform/interface/string_view.h"
-#include "tests/support/keeping.h"
+#include "tests/support/with_window.h"
 
 #include <atomic>
 #include <optional>
@@ -8,8 +8,7 @@
 
 namespace {
 
-class PlainWindow : public BWindow {
-public:
+struct PlainWindow : BWindow {
   PlainWindow() : BWindow({100, 100, 399, 299}, "plain") {}
   void FrameMoved(BPoint where) override {
     ++fMoves;
@@ -28,8 +27,7 @@ public:
   BPoint fSize;
 };
 
-class KeyView : public BView {
-public:
+struct KeyView : BView {
   using BView::BView;
   void KeyDown(const char* bytes, int32 count) override { fKeys.append(bytes, static_cast<size_t>(count)); }
   void FrameResized(float width, float) override { fWidth = width; }
@@ -42,21 +40,10 @@ public:
 using Window = WithWindow<PlainWindow>;
 
 TEST(FollowParent, FollowedSidesKeepTheirDistance) {
-  struct Case {
-    const char* name;
-    uint32 mode;
-    BRect expected;
-  };
   const BRect frame{10, 20, 50, 60};
-  const Case cases[] = {
-      {"left top stays", B_FOLLOW_LEFT_TOP, {10, 20, 50, 60}},
-      {"right bottom moves", B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM, {40, 25, 80, 65}},
-      {"both sides grow", B_FOLLOW_ALL_SIDES, {10, 20, 80, 65}},
-      {"a bar at the bottom", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM, {10, 25, 80, 65}},
-      {"no side at all stays", B_FOLLOW_NONE, {10, 20, 50, 60}},
-  };
-  for (const Case& each : cases)
-    EXPECT_EQ(follow_parent(frame, each.mode, {100, 100}, {130, 105}), each.expected) << each.name;
+  const BPoint before{100, 100}, after{130, 105};
+  EXPECT_EQ(follow_parent(frame, B_FOLLOW_NONE, before, after), frame);
+  EXPECT_EQ(follow_parent(frame, B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM, before, after), (BRect{40, 25, 80, 65}));
 }
 
 TEST_F(Window, ViewsAndWidgetsFollowAResizeAlike) {
@@ -114,21 +101,13 @@ TEST_F(Window, MoveResizeAndCloseAreNotLostWhileItsQueueIsFull) {
 TEST_F(Window, KeysReachTheFocusedViewAsBytes) {
   auto* first = new KeyView({0, 0, 99, 99}, "first", B_FOLLOW_LEFT_TOP, B_NAVIGABLE);
   auto* second = new KeyView({100, 0, 199, 99}, "second", B_FOLLOW_LEFT_TOP, B_NAVIGABLE);
-  fWindow->AddChild(first);
-  fWindow->AddChild(second);
+  for (BView* view : {first, second}) fWindow->AddChild(view);
   first->MakeFocus();
-  hands::settle(*fWindow);
-  for (const char* key : {"+", "Del", "Backspace", "Left", "F5", "Esc"}) hands::press(*fWindow, key);
-  hands::settle(*fWindow);
+  for (const char* key : {"+", "Del", "Backspace", "Left", "F5", "Esc", "Tab", "-"}) Press(key);
   EXPECT_EQ(first->fKeys, "+\x7f\x08\x1c\x10\x1b");
-
-  hands::press(*fWindow, "Tab");
-  hands::settle(*fWindow);
+  EXPECT_EQ(second->fKeys, "-");
   EXPECT_EQ(fWindow->CurrentFocus(), second);
   EXPECT_FALSE(first->IsFocus());
-  hands::press(*fWindow, "-");
-  hands::settle(*fWindow);
-  EXPECT_EQ(second->fKeys, "-");
 }
 
 TEST_F(Window, FloatingFeelKeepsItOnTop) {
@@ -137,31 +116,6 @@ TEST_F(Window, FloatingFeelKeepsItOnTop) {
     EXPECT_EQ(hands::is_on_top(*fWindow), feel == B_FLOATING_ALL_WINDOW_FEEL);
     EXPECT_TRUE(hands::is_shown(*fWindow));
   }
-}
-
-TEST_F(Window, HiddenWindowReturnsTheFocusToTheOneBehindIt) {
-  const OwnLooper<PlainWindow> front(new PlainWindow);
-  front->SetRunsOnShow(false);
-  front->StandInFrontOf(fWindow->Proxy());
-  front->Show();
-  hands::settle(*front);
-  EXPECT_TRUE(hands::is_active(*front));
-  front->Hide();
-  hands::settle(*fWindow);
-  EXPECT_TRUE(hands::is_active(*fWindow));
-}
-
-TEST_F(Window, RemovedViewCanBeAddedElsewhere) {
-  auto* label = new BStringView({0, 0, 99, 19}, "label", "before");
-  fWindow->AddChild(label);
-  EXPECT_TRUE(label->RemoveSelf());
-  label->SetText("after");
-  auto* outer = new BView({0, 50, 299, 199}, "outer");
-  outer->AddChild(label);
-  fWindow->AddChild(outer);
-  hands::settle(*fWindow);
-  EXPECT_EQ(hands::label_text(*fWindow, "label"), "after");
-  EXPECT_EQ(fWindow->FindView("label"), label);
 }
 
 TEST(WindowLife, QuitRightAfterShowDestroysTheWindow) {

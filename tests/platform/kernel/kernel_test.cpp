@@ -1,4 +1,3 @@
-#include "platform/kernel/images.h"
 #include "platform/kernel/port_frame.h"
 #include "platform/kernel/ports.h"
 #include "platform/kernel/semaphores.h"
@@ -7,33 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <climits>
-#include <stdexcept>
-
-TEST(Threads, ThatThrowDoNotEndTheProcess) {
-  const thread_id thread =
-      spawn_thread([](void*) -> int32 { throw std::runtime_error("on purpose"); }, "thrower", 10, nullptr);
-  EXPECT_EQ(resume_thread(thread), B_OK);
-  wait_for_thread(thread, nullptr);
-  EXPECT_EQ(find_thread("thrower"), B_NAME_NOT_FOUND);
-}
-
-TEST(Threads, AreFoundByNameWhileTheyLive) {
-  static sem_id go;
-  go = create_sem(0, "go");
-  const thread_id thread = spawn_thread([](void*) { return acquire_sem(go); }, "a thread of a test", 10, nullptr);
-  EXPECT_EQ(find_thread("a thread of a test"), thread);
-  EXPECT_EQ(resume_thread(thread), B_OK);
-  EXPECT_EQ(set_thread_priority(thread, 15), B_OK);
-  EXPECT_EQ(get_thread_priority(thread), 15);
-  const Waiter waiter([thread] { EXPECT_EQ(wait_for_thread(thread, nullptr), B_OK); });
-  ASSERT_TRUE(waiter.Sleeps());
-  release_sem(go);
-  EXPECT_TRUE(waiter.IsWoken());
-  EXPECT_EQ(find_thread("a thread of a test"), B_NAME_NOT_FOUND);
-  delete_sem(go);
-}
 
 TEST(Semaphores, WakeAWaiterWhenReleasedAndWhenDeleted) {
   const sem_id sem = create_sem(1, "x");
@@ -51,20 +24,6 @@ TEST(Semaphores, WakeAWaiterWhenReleasedAndWhenDeleted) {
   delete_sem(sem);
   EXPECT_TRUE(waiter.IsWoken());
   EXPECT_EQ(release_sem(sem), B_BAD_SEM_ID);
-}
-
-TEST(Ports, CarryMessagesUpToTheirCapacity) {
-  const port_id port = create_port(1, "a port of a test");
-  EXPECT_EQ(find_port("a port of a test"), port);
-  EXPECT_EQ(write_port(port, 7, "abc", 3), B_OK);
-  EXPECT_EQ(write_port_etc(port, 8, "x", 1, 0), B_WOULD_BLOCK);
-  EXPECT_EQ(port_buffer_size(port), 3);
-  char bytes[2];
-  int32 code = 0;
-  EXPECT_EQ(read_port(port, &code, bytes, sizeof bytes), 2) << "what does not fit is lost";
-  EXPECT_EQ(code, 7);
-  delete_port(port);
-  EXPECT_EQ(find_port("a port of a test"), B_NAME_NOT_FOUND);
 }
 
 TEST(Ports, WakeAReaderOfAnEmptyPortAndAWriterToAFullOne) {
@@ -122,15 +81,4 @@ TEST(PortFrames, AreWholeHoweverTheirBytesArrive) {
     EXPECT_EQ(reader.HeldBytes(), 0U);
     EXPECT_FALSE(reader.IsBroken());
   }
-}
-
-TEST(Images, StartWithTheProgramItself) {
-  int32 cookie = 0;
-  image_info image;
-  ASSERT_EQ(get_next_image_info(&cookie, &image), B_OK);
-  EXPECT_NE(image.name.find(program_invocation_short_name), std::string::npos);
-  bool foundLibrary = false;
-  while (get_next_image_info(&cookie, &image) == B_OK)
-    foundLibrary |= image.name.find("libvesmo_platform") != std::string::npos;
-  EXPECT_TRUE(foundLibrary);
 }

@@ -35,35 +35,29 @@ TEST(ShiftJis, IsCodePage932) {
   EXPECT_EQ(from_utf8(kSjis, "日本ｱ①"), "\x93\xfa\x96\x7b\xb1\x87\x40");
 }
 
-TEST(ShiftJis, WritesBothCharactersThatShareACode) {
+TEST(ShiftJis, WritesBothCharactersThatShareACodeButNoYenSignAsABackslash) {
   EXPECT_EQ(from_utf8(kSjis, "〜～"), "\x81\x60\x81\x60");
   EXPECT_EQ(from_utf8(kSjis, "‖∥−－¢￠£￡¬￢"), from_utf8(kSjis, "∥∥－－￠￠￡￡￢￢"));
-}
-
-TEST(ShiftJis, NeverTurnsAYenSignIntoABackslash) {
-  EXPECT_EQ(from_utf8(kSjis, "¥100 ‾\\~"), "\x1a"
-                                           "100 \x1a\\~");
   EXPECT_EQ(from_utf8(kSjis, "—―"), "\x81\x5c\x81\x5c");
+  EXPECT_EQ(from_utf8(kSjis, "x¥ ‾\\~"), "x\x1a \x1a\\~");
 }
 
 TEST(ShiftJis, GivesOneSubstituteForAMalformedPairAndKeepsTheLineEnd) {
   EXPECT_EQ(to_utf8(kSjis, "\x93\nx"), "\x1a\nx");
   EXPECT_EQ(to_utf8(kSjis, "\x93"), "\x1a");
-  EXPECT_EQ(to_utf8(kSjis, "\xfd"
-                           "a"),
-            "\x1a"
-            "a");
-  EXPECT_EQ(from_utf8(kSjis, "a한b😀c"), "a\x1a"
-                                        "b\x1a"
-                                        "c");
+  EXPECT_EQ(to_utf8(kSjis, "\xfdx"), "\x1ax");
+  EXPECT_EQ(from_utf8(kSjis, "x한y😀z"), "x\x1ay\x1az");
   EXPECT_EQ(from_utf8(kSjis, "a\xff\xe3\x81z"), "a\x1a\x1az");
 }
 
-TEST(Jis, ReadsEveryEscape) {
+TEST(Jis, ReadsEveryEscapeAndSkipsWhatItCannotRead) {
   EXPECT_EQ(to_utf8(kJis, "a\x1b$BF|K\\\x1b(Bb"), "a日本b");
   EXPECT_EQ(to_utf8(kJis, "\x1b$@F|K\\\x1b(J\\~a\x1b(B\\"), "日本¥‾a\\");
   EXPECT_EQ(to_utf8(kJis, "\x1b(I123\x1b(B"), "ｱｲｳ");
   EXPECT_EQ(to_utf8(kJis, "\x1b$B!A\x1b(B"), "〜");
+  EXPECT_EQ(to_utf8(kJis, "x\x80y"), "x\x1ay");
+  EXPECT_EQ(to_utf8(kJis, "\x1bxy"), "\x1axy");
+  EXPECT_EQ(to_utf8(kJis, "\x1b$BF"), "\x1a");
 }
 
 TEST(Jis, AYenSignAndAnOverlineSurviveARoundTrip) {
@@ -78,15 +72,6 @@ TEST(Jis, ReturnsToAsciiAtALineEndAndAtTheEnd) {
   EXPECT_EQ(from_utf8(kJis, "ｱa"), "\x1b(I1\x1b(Ba");
   EXPECT_EQ(from_utf8(kJis, "日한"), "\x1b$BF|\x1b(B\x1a") << "the substitute is ASCII";
   EXPECT_EQ(to_utf8(kJis, "\x1b$BF|\nab"), "日\nab") << "a text without the return";
-}
-
-TEST(Jis, SkipsWhatItCannotRead) {
-  EXPECT_EQ(to_utf8(kJis, "a\x80"
-                          "b"),
-            "a\x1a"
-            "b");
-  EXPECT_EQ(to_utf8(kJis, "\x1bxy"), "\x1axy");
-  EXPECT_EQ(to_utf8(kJis, "\x1b$BF"), "\x1a");
 }
 
 TEST(TextEncoding, StopsBetweenCharactersWhenTheRoomEnds) {

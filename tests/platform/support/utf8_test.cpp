@@ -33,11 +33,3 @@ TEST(Utf8, TruncatesAtACharacterBoundary) {
     EXPECT_EQ(truncated_utf8("a日本"sv, static_cast<size_t>(maxBytes)), kept);
   EXPECT_EQ(truncated_utf8(std::string(100, '\x80'), 50).size(), 47U) << "bytes that are not UTF-8 are not all lost";
 }
-
-TEST(Utf8, CountsTheAsciiAtTheStart) {
-  for (size_t length = 0; length < 20; ++length) {
-    const std::string ascii(length, 'a');
-    EXPECT_EQ(ascii_length(ascii), length);
-    EXPECT_EQ(ascii_length(ascii + "\xc3\xa9" + std::string(9, 'b')), length);
-  }
-}

@@ -34,7 +34,7 @@ TOptions encode_to(TEncoding encoding) {
 
 } // namespace
 
-TEST(Rewrite, ShiftMovesEveryTagInItsOwnDress) {
+TEST(Rewrite, ShiftKeepsTheFormatOfEachTag) {
   const std::pair<const char*, const char*> rows[] = {
       {"[00:01]a", "[00:02]a"},
       {"[00:01:50]a", "[00:02:73]a"},
@@ -65,7 +65,7 @@ TEST(Rewrite, ConvertAndStripTakeEveryTagOfALine) {
   EXPECT_EQ(made("[00:01][00:05.20]a <00:06.00>b\n[ti:a]\n", options_for(TCommand::kStrip)), "a b\n[ti:a]\n");
 }
 
-TEST(Rewrite, EncodeWritesPlainTextAnew) {
+TEST(Rewrite, EncodeConvertsTheTextAndDropsByteOrderMarkAndNul) {
   EXPECT_EQ(made(std::string("\xEF\xBB\xBF日\r\nb\n\0", 11), encode_to(TEncoding::kUtf8)), "日\r\nb\n");
   EXPECT_EQ(made("日\n", encode_to(TEncoding::kShiftJis)), "\x93\xfa\n");
   TOptions lineEnds = options_for(TCommand::kEncode);
@@ -77,11 +77,7 @@ TEST(Rewrite, RefusesWhatWouldLoseSomething) {
   EXPECT_THAT(made("é\n日\nñé\n", encode_to(TEncoding::kShiftJis)),
               HasSubstr("Shift-JIS cannot hold line 1: é; line 3: ñ é"));
   EXPECT_THAT(made(std::string("a\0b", 3), encode_to(TEncoding::kUtf8)), HasSubstr("text after a NUL"));
-  EXPECT_THAT(made(std::string("\xFF\xFE"
-                               "a\0",
-                               4),
-                   shift_by(10)),
-              HasSubstr("UTF-16"));
+  EXPECT_THAT(made(std::string("\xFF\xFEx\0", 4), shift_by(10)), HasSubstr("UTF-16"));
   TOptions asJis = shift_by(10);
   asJis.readEncoding = TEncoding::kJis;
   EXPECT_THAT(made("[00:01:00]日\n", asJis), HasSubstr("line 1 is not valid JIS"));

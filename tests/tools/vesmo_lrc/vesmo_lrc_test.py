@@ -97,14 +97,6 @@ class VesmoLrc(unittest.TestCase):
         _, said = self.run_tool("shift", "--by", "30", path, code=1)
         self.assertIn("more than 500000 lines", said)
 
-    def test_what_a_killed_run_left_is_removed_with_the_next(self):
-        path = self.write("a.lrc", "[00:01]a\n")
-        gone = subprocess.Popen(["true"])
-        gone.wait()
-        self.write(f"a.lrc.saving-{gone.pid}-1", "[00:01]")
-        self.run_tool("shift", "--by", "1000", path)
-        self.assertEqual(self.files(), ["a.lrc"])
-
     def test_reports_are_whole_for_machines(self):
         self.write("a.lrc", "[00:01:00]a\n")
         self.write('b"\n.lrc', "[00:01.00]b\n")
