@@ -8,6 +8,8 @@
 #include "plugin/message_codes.h"
 #include "tests/player/app/player_questions.h"
 #include "tests/player/sound/still_source.h"
+#include "tests/support/messages.h"
+#include "tests/support/output_of.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/songs.h"
 
@@ -18,31 +20,20 @@
 
 namespace {
 
-constexpr const char* kSignature = "application/x-vnd.Marvik-Sonivo";
 constexpr int32 kDurationMs = StillSource::kDurationMs;
 constexpr const char* kOwnTitle = "Title of /music/song.mp3";
 
-std::string output_of(const char* program) {
-  FILE* const lines = popen(program, "r");
-  std::string output;
-  for (int c = 0; lines && (c = std::fgetc(lines)) != EOF;) output += static_cast<char>(c);
-  if (lines) pclose(lines);
-  return output;
-}
-
-class Commands : public testing::Test {
-protected:
+struct Commands : testing::Test {
   Commands() { wait_for_songs(1); }
 
-  static void Send(uint32 what) { BMessenger(kSignature).SendMessage(what); }
-  static void Send(uint32 what, const char* field, int32 value) {
-    BMessage command(what);
-    command.AddInt32(field, value);
-    BMessenger(kSignature).SendMessage(&command);
+  template <typename... Fields>
+  static void Send(uint32 what, const Fields&... fields) {
+    tell_player(message_of(what, fields...));
   }
+  static void Drop(const std::string& path) { Send(kMsgAddSongs, "path", path); }
   /** Gets the record once all earlier commands are done. */
   static BMessage Information() {
-    const BMessage handshake = ask_player(BMessage(kMsgHostHandshake), BMessenger(kSignature));
+    const BMessage handshake = ask_player(BMessage(kMsgHostHandshake));
     EXPECT_EQ(handshake.what, kMsgHostHandshake);
     BMessenger host;
     EXPECT_EQ(handshake.FindMessenger("Msgr", &host), B_OK);
@@ -51,11 +42,7 @@ protected:
     EXPECT_EQ(information.what, kMsgHostInformation);
     return information;
   }
-  static bool IsPlaying() {
-    bool isPlaying = false;
-    EXPECT_EQ(Information().FindBool("Playing", &isPlaying), B_OK);
-    return isPlaying;
-  }
+  static bool IsPlaying() { return field<bool>(Information(), "Playing").value(); }
   static int32 PositionMs() {
     const BMessage information = Information();
     const void* record = nullptr;
@@ -68,9 +55,7 @@ protected:
   }
 
   static std::string TitleOf(int32 index) {
-    std::string title;
-    EXPECT_EQ(entry_of_playlist(index).FindString("title", &title), B_OK);
-    return title;
+    return field<std::string>(entry_of_playlist(index), "title").value_or("none");
   }
 
   StillPlayer fPlayer{{"/music/song.mp3"}, false};
@@ -82,20 +67,14 @@ protected:
 TEST_F(Commands, ScriptsReadThePlaylist) {
   std::string name = "x";
   for (int i = 0; i < 50; ++i) name += "語";
-  BMessage drop(kMsgAddSongs);
-  drop.AddString("path", "/music/" + name + ".mp3");
-  BMessenger(kSignature).SendMessage(&drop);
+  Drop("/music/" + name + ".mp3");
   wait_for_songs(2);
   EXPECT_EQ(path_of_entry(1), "/music/" + name + ".mp3");
   EXPECT_EQ(TitleOf(1), name.substr(0, 109)) << "cut as in the record, between characters";
   const BMessage entry = entry_of_playlist(1);
-  int32 number = 0;
-  bool played = true;
-  EXPECT_EQ(entry.FindInt32("time", &number), B_OK);
-  EXPECT_EQ(entry.FindInt32("nr", &number), B_OK);
-  EXPECT_EQ(number, 1);
-  EXPECT_EQ(entry.FindBool("played", &played), B_OK);
-  EXPECT_FALSE(played);
+  EXPECT_EQ(field<int32>(entry, "time"), 0);
+  EXPECT_EQ(field<int32>(entry, "nr"), 1);
+  EXPECT_EQ(field<bool>(entry, "played"), false);
 }
 
 TEST_F(Commands, UnknownScriptsAreAnsweredByAnError) {
@@ -108,18 +87,8 @@ TEST_F(Commands, UnknownScriptsAreAnsweredByAnError) {
   for (const BMessage& answer : {ask_player(wrongName), ask_player(wrongForm), ask_player(BMessage(B_GET_PROPERTY)),
                                  entry_of_playlist(1), entry_of_playlist(-1)}) {
     EXPECT_EQ(answer.what, B_MESSAGE_NOT_UNDERSTOOD);
-    int32 error = B_OK;
-    EXPECT_EQ(answer.FindInt32("error", &error), B_OK);
-    EXPECT_NE(error, B_OK);
+    EXPECT_NE(field<int32>(answer, "error").value_or(B_OK), B_OK);
   }
-}
-
-TEST_F(Commands, PlayAndPauseTakeTurnsAndAreReported) {
-  EXPECT_FALSE(IsPlaying()) << "nothing is loaded";
-  Send(kMsgHostPlayPause);
-  EXPECT_TRUE(IsPlaying());
-  Send(kMsgHostPlayPause);
-  EXPECT_FALSE(IsPlaying());
 }
 
 TEST_F(Commands, AFrontEndInAnotherProcessGetsTheRecord) {
@@ -128,17 +97,16 @@ TEST_F(Commands, AFrontEndInAnotherProcessGetsTheRecord) {
   Send(kMsgHostSeek, "Time", 5000);
   EXPECT_EQ(PositionMs(), 5000);
   EXPECT_EQ(output_of(FRONT_END_PROGRAM),
-            std::string("124 bytes\n5000 ms\n") + kOwnTitle + "\nplaying\nnothing else is offered\n");
+            std::string("124 bytes\n5000 ms\n") + kOwnTitle + "\nplaying\nnothing else is offered");
 }
 
 TEST_F(Commands, SeeksStayWithinTheSong) {
+  Send(kMsgHostSeek, "Time", 5000);
+  EXPECT_EQ(PositionMs(), 0) << "nothing is loaded";
+  EXPECT_EQ(fAccount.seeks, 0);
   Send(kMsgHostPlayPause);
   IsPlaying(); // the report of the loaded song precedes what follows
-  struct {
-    uint32 command;
-    int32 timeMs;
-    int32 positionMs;
-  } const kSeeks[] = {
+  const std::tuple<uint32, int32, int32> kSeeks[] = {
       {kMsgHostSeek, 5000, 5000},
       {kMsgHostSeekBy, 2000, 7000},
       {kMsgHostSeekBy, -3000, 4000},
@@ -149,21 +117,15 @@ TEST_F(Commands, SeeksStayWithinTheSong) {
       {kMsgHostSeekBy, INT32_MAX, kDurationMs},
       {kMsgHostSeekBy, INT32_MIN, 0},
   };
-  for (const auto& seek : kSeeks) {
-    Send(seek.command, "Time", seek.timeMs);
-    EXPECT_EQ(PositionMs(), seek.positionMs) << seek.timeMs;
+  for (const auto& [command, timeMs, positionMs] : kSeeks) {
+    Send(command, "Time", timeMs);
+    EXPECT_EQ(PositionMs(), positionMs) << timeMs;
   }
   const int seeks = fAccount.seeks;
   Send(kMsgHostSeek);
   Send(kMsgHostSeekBy, "time", 1000);
   PositionMs();
   EXPECT_EQ(fAccount.seeks, seeks) << "ignored without its field";
-}
-
-TEST_F(Commands, NothingIsSoughtWithoutASong) {
-  Send(kMsgHostSeek, "Time", 5000);
-  EXPECT_EQ(PositionMs(), 0);
-  EXPECT_EQ(fAccount.seeks, 0);
 }
 
 TEST_F(Commands, AFileThatVanishesWhileItPlaysIsReported) {
@@ -189,22 +151,16 @@ TEST_F(Commands, SpeedGoesByPointsWithinItsBounds) {
 TEST_F(Commands, APartIsRepeatedWhicheverEndIsSetFirst) {
   Send(kMsgHostPlayPause);
   IsPlaying();
-  struct {
-    int32 positionMs;
-    uint32 command;
-    int32 fromMs;
-    int32 toMs;
-  } const kSteps[] = {
+  const std::tuple<int32, uint32, int32, int32> kSteps[] = {
       {5000, kMsgRepeatFrom, 5000, -1}, {9000, kMsgRepeatTo, 5000, 9000},   {3000, kMsgRepeatTo, 3000, 5000},
       {7000, kMsgRepeatFrom, 7000, -1}, {7010, kMsgRepeatTo, 7000, -1},     {4000, kMsgRepeatOff, -1, -1},
       {6000, kMsgRepeatTo, 0, 6000},    {2000, kMsgRepeatFrom, 2000, 6000},
   };
-  for (const auto& step : kSteps) {
-    Send(kMsgHostSeek, "Time", step.positionMs);
-    Send(step.command);
+  for (const auto& [positionMs, command, fromMs, toMs] : kSteps) {
+    Send(kMsgHostSeek, "Time", positionMs);
+    Send(command);
     IsPlaying();
-    EXPECT_EQ(fAccount.fromMs, step.fromMs) << step.positionMs;
-    EXPECT_EQ(fAccount.toMs, step.toMs) << step.positionMs;
+    EXPECT_EQ(std::pair(fAccount.fromMs.load(), fAccount.toMs.load()), std::pair(fromMs, toMs)) << positionMs;
   }
   Send(kMsgPlaySong, "index", 0);
   IsPlaying();
@@ -215,29 +171,22 @@ TEST_F(Commands, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
   const ScratchFolder folder;
   folder.Write("a.mp3", "");
   const std::string b = folder.Write("b.mp3", "");
-  BMessage drop(kMsgAddSongs);
-  drop.AddString("path", folder.Path());
-  drop.AddInt32("before", 0);
-  BMessenger(kSignature).SendMessage(&drop);
+  const BMessage drop = message_of(kMsgAddSongs, "path", folder.Path(), "before", 0);
+  tell_player(drop);
   wait_for_songs(3);
   EXPECT_EQ(path_of_entry(0), folder.File("a.mp3"));
   EXPECT_EQ(path_of_entry(2), "/music/song.mp3");
   EXPECT_FALSE(IsPlaying()) << "the list was not empty";
 
-  BMessage handedOver(kMsgHandedOver);
-  handedOver.AddString("path", b);
-  handedOver.AddString("path", folder.File("c.mp3"));
-  BMessenger(kSignature).SendMessage(&handedOver);
+  Send(kMsgHandedOver, "path", b, "path", folder.File("c.mp3"));
   wait_for_songs(4);
   EXPECT_TRUE(IsPlaying());
   EXPECT_EQ(path_of_entry(3), folder.File("c.mp3"));
   EXPECT_EQ(TitleOf(1), "Title of " + b) << "the song that was there already is the one that was begun";
 
-  BMessenger(kSignature).SendMessage(&drop);
+  tell_player(drop);
   Send(kMsgClearSongs);
-  handedOver = BMessage(kMsgHandedOver);
-  handedOver.AddString("path", folder.File("d.mp3"));
-  BMessenger(kSignature).SendMessage(&handedOver);
+  Send(kMsgHandedOver, "path", folder.File("d.mp3"));
   wait_for_songs(1);
   EXPECT_EQ(path_of_entry(0), folder.File("d.mp3"))
       << "what was still looked for when the list was cleared does not come";
@@ -245,9 +194,7 @@ TEST_F(Commands, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
 
 TEST_F(Commands, TagsOfFilesAreReportedExceptTheTitleOfTheSongThatPlays) {
   const ScratchFolder folder;
-  BMessage drop(kMsgAddSongs);
-  for (const char* name : {"b.mp3", "c.mp3"}) drop.AddString("path", folder.Write(name, ""));
-  BMessenger(kSignature).SendMessage(&drop);
+  for (const char* name : {"b.mp3", "c.mp3"}) Drop(folder.Write(name, ""));
   wait_for_songs(3);
   Send(kMsgHostPlayPause);
   IsPlaying();
@@ -257,29 +204,22 @@ TEST_F(Commands, TagsOfFilesAreReportedExceptTheTitleOfTheSongThatPlays) {
     found.AddInt64("id", ++id);
     add_tags(&found, {title, "", 5000});
   }
-  BMessenger(kSignature).SendMessage(&found);
+  tell_player(found);
   EXPECT_EQ(TitleOf(0), kOwnTitle) << "the sound's own tags take precedence";
   EXPECT_EQ(TitleOf(1), folder.File("b.mp3")) << "front ends find the song that plays by its title";
   EXPECT_EQ(TitleOf(2), "other");
-  int32 timeMs = 0;
-  EXPECT_EQ(entry_of_playlist(2).FindInt32("time", &timeMs), B_OK);
-  EXPECT_EQ(timeMs, 5000);
+  EXPECT_EQ(field<int32>(entry_of_playlist(2), "time"), 5000);
 }
 
 TEST_F(Commands, RemovingTheSongThatPlaysGoesToTheNextAndTheLastOneStops) {
   Send(kMsgHostPlayPause);
   EXPECT_TRUE(IsPlaying());
-  BMessage add(kMsgAddSongs);
-  add.AddString("path", "/music/next.mp3");
-  BMessenger(kSignature).SendMessage(&add);
+  Drop("/music/next.mp3");
   wait_for_songs(2);
-  BMessage remove(kMsgRemoveSongs);
-  remove.AddInt64("id", 1);
-  BMessenger(kSignature).SendMessage(&remove);
+  Send(kMsgRemoveSongs, "id", int64{1});
   EXPECT_TRUE(IsPlaying());
   EXPECT_EQ(TitleOf(0), "Title of /music/next.mp3") << "it was loaded";
-  remove.AddInt64("id", 2);
-  BMessenger(kSignature).SendMessage(&remove);
+  Send(kMsgRemoveSongs, "id", int64{2});
   EXPECT_FALSE(IsPlaying());
   Send(kMsgHostPlayPause);
   EXPECT_FALSE(IsPlaying()) << "there is nothing to play";
@@ -289,9 +229,7 @@ TEST_F(Commands, TheListOfTheLastRunIsRestoredAndChangesAreKept) {
   const ScratchFolder settings;
   setenv("XDG_CONFIG_HOME", settings.Path().c_str(), 1);
   ASSERT_TRUE(save_kept_list({songs_of({"/kept/a.mp3", "/kept/b.mp3"}), 1, 7000, 30}, kept_list_path()));
-  BMessage remove(kMsgRemoveSongs);
-  remove.AddInt64("id", 1);
-  BMessenger(kSignature).SendMessage(&remove);
+  Send(kMsgRemoveSongs, "id", int64{1});
   Send(kMsgFirstSong);
   wait_for_songs(2);
   EXPECT_EQ(PositionMs(), 7000);

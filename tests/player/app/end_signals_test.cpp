@@ -1,8 +1,9 @@
 #include "player/app/end_signals.h"
 
-#include "platform/app/message.h"
 #include "player/model/player_messages.h"
+#include "tests/support/keeping.h"
 #include "tests/support/own_looper.h"
+#include "tests/support/qt_application.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
@@ -10,12 +11,6 @@
 #include <csignal>
 
 namespace {
-
-/** The player's looper, its messages handed over one by one. */
-struct TPlayer : BLooper {
-  void MessageReceived(BMessage* message) override { fCodes.push_back(message->what); }
-  std::vector<uint32> fCodes;
-};
 
 bool is_left_to_the_system(int number) {
   struct sigaction now {};
@@ -26,11 +21,8 @@ bool is_left_to_the_system(int number) {
 } // namespace
 
 TEST(EndSignals, TheFirstAsksTheWindowsAndTheSecondEnds) {
-  int argc = 1;
-  char name[] = "test";
-  char* argv[] = {name, nullptr};
-  const QCoreApplication events(argc, argv);
-  const OwnLooper<TPlayer> player(new TPlayer);
+  const OwnApplication<QCoreApplication> events;
+  const OwnLooper<Keeping<BLooper>> player(new Keeping<BLooper>);
   {
     const TEndSignals watch(BMessenger(player.get()), nullptr);
     EXPECT_FALSE(is_left_to_the_system(SIGTERM));
@@ -39,7 +31,7 @@ TEST(EndSignals, TheFirstAsksTheWindowsAndTheSecondEnds) {
     EXPECT_FALSE(is_left_to_the_system(SIGINT));
     QCoreApplication::processEvents();
     player->DeliverAll();
-    EXPECT_EQ(player->fCodes, std::vector<uint32>{kMsgWindowCloses});
+    EXPECT_EQ(player->Codes(), std::vector<uint32>{kMsgWindowCloses});
   }
   EXPECT_TRUE(is_left_to_the_system(SIGINT)) << "as it was before";
 }

@@ -8,29 +8,18 @@
 #include <string>
 
 /** Records the reports of a source, and waits for them. */
-class SongListener : public TSongEvents {
-public:
+struct SongListener : TSongEvents {
   void SongLoaded(int64 load, const TSongTags& tags) override {
-    const std::lock_guard lock(fMutex);
-    fLoaded = load;
-    fTags = tags;
-    fChanged.notify_all();
+    Change([&] { fTags = tags, fLoaded = load; });
   }
   void SongEnded(int64 load) override {
-    const std::lock_guard lock(fMutex);
-    fEnded = load;
-    fChanged.notify_all();
+    Change([&] { fEnded = load; });
   }
   void SongFailed(int64 load, const std::string& reason) override {
-    const std::lock_guard lock(fMutex);
-    fFailed = load;
-    fReason = reason;
-    fChanged.notify_all();
+    Change([&] { fReason = reason, fFailed = load; });
   }
   void OutputChanged(bool isSilent) override {
-    const std::lock_guard lock(fMutex);
-    fIsSilent = isSilent;
-    fChanged.notify_all();
+    Change([&] { fIsSilent = isSilent; });
   }
   bool WaitForOutput(bool isSilent) {
     std::unique_lock lock(fMutex);
@@ -51,6 +40,13 @@ public:
   TSongTags fTags;
 
 private:
+  template <typename Act>
+  void Change(const Act& act) {
+    const std::lock_guard lock(fMutex);
+    act();
+    fChanged.notify_all();
+  }
+
   std::mutex fMutex;
   std::condition_variable fChanged;
   std::string fReason;

@@ -10,14 +10,13 @@
 #include "player/sound/now_playing.h"
 #include "tests/player/app/recorder.h"
 #include "tests/player/sound/still_source.h"
+#include "tests/support/messages.h"
 #include "tests/support/songs.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
+using namespace testing;
 
 namespace {
 
@@ -28,33 +27,22 @@ struct TUnheard : TSongEvents {
   void SongFailed(int64, const std::string&) override {}
 };
 
-class Transports : public testing::Test {
-protected:
+struct Transports : testing::Test {
   Transports() { fSongs.Insert(songs_of({"/a.mp3", "/b.mp3", "/c.mp3"}), 0); }
 
   void Report(uint32 what, int64 load) {
-    BMessage message(what);
-    message.AddInt64("load", load);
+    BMessage message = message_of(what, "load", load);
     add_tags(&message, {"Title", "Artist", StillSource::kDurationMs});
     EXPECT_TRUE(fOwn.Handle(message));
   }
   void ReportPlayers(std::initializer_list<const char*> ids, bool isReachable = true) {
-    BMessage message(kMsgBusPlayers);
-    message.AddBool("reachable", isReachable);
-    for (const char* const id : ids) {
-      message.AddString("id", id);
-      message.AddString("name", std::string("Player ") + id);
-    }
+    BMessage message = message_of(kMsgBusPlayers, "reachable", isReachable);
+    for (const char* const id : ids) add_fields(&message, "id", id, "name", std::string("Player ") + id);
     EXPECT_TRUE(fSource.Handle(message));
   }
   void ReportOther(const char* id, int32 state, bool isSilent = false) {
-    BMessage message(kMsgBusOtherIs);
-    message.AddString("id", id);
-    message.AddString("title", "Other song");
-    message.AddInt32("durationMs", 90000);
-    message.AddInt32("state", state);
-    message.AddBool("silent", isSilent);
-    EXPECT_TRUE(fSource.Handle(message));
+    EXPECT_TRUE(fSource.Handle(message_of(kMsgBusOtherIs, "id", id, "title", "Other song", "durationMs", 90000, "state",
+                                          state, "silent", isSilent)));
   }
   TPlayerState State() const {
     TPlayerState state;

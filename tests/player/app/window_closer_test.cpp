@@ -1,18 +1,14 @@
 #include "player/app/window_closer.h"
 
+#include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-class WindowCloser : public testing::Test {
-protected:
-  void Answer(bool agrees) {
-    BMessage answer(B_REPLY);
-    answer.AddBool("result", agrees);
-    fCloser.TakeAnswer(answer);
-  }
+struct WindowCloser : testing::Test {
+  void Answer(bool agrees) { fCloser.TakeAnswer(message_of(B_REPLY, "result", agrees)); }
   static BMessenger To(const OwnLooper<BLooper>& window) { return BMessenger(window.get()); }
 
   OwnLooper<BLooper> fPlayer{new BLooper};

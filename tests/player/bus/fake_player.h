@@ -5,7 +5,6 @@
 #include <QVariantMap>
 
 #include <functional>
-#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -14,8 +13,7 @@ class QEventLoop;
 class TActions;
 
 /** A scripted media player on the bus, with its own thread and connection. */
-class FakePlayer {
-public:
+struct FakePlayer {
   /** `positionUs` supplies the position on request. */
   FakePlayer(const std::string& id, QVariantMap properties, std::function<qlonglong()> positionUs = {});
   FakePlayer(const FakePlayer&) = delete;

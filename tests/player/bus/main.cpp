@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 
-/** The library behind the bus wants to know of an application; its loop need not run. */
+/** QtDBus needs an application object; its loop need not run. */
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   testing::InitGoogleMock(&argc, argv);

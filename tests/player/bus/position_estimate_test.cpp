@@ -25,8 +25,7 @@ TReported updated_every(int64 periodUs) {
 }
 
 /** Polls a player for a while when the estimate asks for it, over a bus with latency. */
-class TSession {
-public:
+struct TSession {
   explicit TSession(double rate = 1) : fRate(rate) {
     fEstimate.SetDuration(kDuration);
     fEstimate.SetRate(kStartUs, rate);
@@ -66,29 +65,23 @@ private:
 } // namespace
 
 TEST(PositionEstimate, PlayersThatUpdateTheirPositionSeldomAreFollowed) {
-  struct {
-    const char* name;
-    int64 periodUs;
-    double rate;
-    double within2sMs;
-    double laterMs;
-  } const kPlayers[] = {
+  const std::tuple<const char*, int64, double, double, double> kPlayers[] = {
       {"a running clock", 1, 1, 2, 1},         {"every 41 ms", 41000, 1, 10, 6},
       {"every 250 ms", 250700, 1, 12, 7},      {"whole seconds", 1000000, 1, 1000, 9},
       {"41 ms, half speed", 41000, 0.5, 6, 4}, {"250 ms, double speed", 250000, 2, 20, 14},
   };
-  for (const auto& player : kPlayers) {
-    TSession session(player.rate);
+  for (const auto& [name, periodUs, rate, within2sMs, laterMs] : kPlayers) {
+    TSession session(rate);
     session.fJumpedUs = 30 * kSecond; // it has played before it was chosen
-    session.Listen(2 * kSecond, updated_every(player.periodUs));
-    EXPECT_NEAR(session.ErrorMs(), 0, player.within2sMs) << player.name;
-    session.Listen(13 * kSecond, updated_every(player.periodUs));
+    session.Listen(2 * kSecond, updated_every(periodUs));
+    EXPECT_NEAR(session.ErrorMs(), 0, within2sMs) << name;
+    session.Listen(13 * kSecond, updated_every(periodUs));
     session.fQuestions = 0;
     for (int second = 0; second < 20; ++second) {
-      session.Listen(kSecond, updated_every(player.periodUs));
-      EXPECT_NEAR(session.ErrorMs(), 0, player.laterMs) << player.name << ", second " << second;
+      session.Listen(kSecond, updated_every(periodUs));
+      EXPECT_NEAR(session.ErrorMs(), 0, laterMs) << name << ", second " << second;
     }
-    EXPECT_LT(session.fQuestions, 20 * 40) << player.name;
+    EXPECT_LT(session.fQuestions, 20 * 40) << name;
   }
 }
 
@@ -146,7 +139,8 @@ TEST(SharedPosition, TheOtherPlayerIsPolledFromTheFirstReadOn) {
 TEST(PositionEstimate, ALiarsClockIsHeldToItsAnswers) {
   TSession stuck;
   stuck.Listen(4 * kSecond, [](bigtime_t, double) { return 12.0 * kSecond; });
-  EXPECT_EQ(stuck.fEstimate.PositionUs(stuck.fNowUs), 12 * kSecond) << "it says to play and stands";
+  EXPECT_EQ(stuck.fEstimate.PositionUs(stuck.fNowUs), 12 * kSecond)
+      << "it reports to be playing, but its position does not change";
   stuck.fJumpedUs = 12.0 * kSecond - stuck.TrueUs(stuck.fNowUs);
   stuck.Listen(2 * kSecond, updated_every(41000));
   EXPECT_NEAR(stuck.ErrorMs(), 0, 20) << "and moves on";

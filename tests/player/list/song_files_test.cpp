@@ -10,8 +10,7 @@
 
 #include <sys/stat.h>
 
-using testing::ElementsAre;
-using testing::HasSubstr;
+using namespace testing;
 
 namespace {
 
@@ -52,8 +51,7 @@ TEST(SongFiles, NestedListsEndAndReportWhatIsMissing) {
   for (const char* name : {"1.mp3", "in/2.mp3", "3.mp3"}) folder.Write(name, "");
   const std::string outer = folder.Write(
       "outer.m3u", "1.mp3\r\nin/inner.m3u8\r\n3.mp3\r\ngone.mp3\r\nalso gone.mp3\r\nhttp://radio.example/x\r\n");
-  folder.Write("in/inner.m3u8", "\xef\xbb\xbf"
-                                "#EXTM3U\n2.mp3\n../outer.m3u\nlost.m3u\n");
+  folder.Write("in/inner.m3u8", "\xef\xbb\xbf#EXTM3U\n2.mp3\n../outer.m3u\nlost.m3u\n");
   const TGathered gathered(outer);
   EXPECT_THAT(paths_of(gathered.songs),
               ElementsAre(folder.File("1.mp3"), folder.File("in/2.mp3"), folder.File("3.mp3"), folder.File("gone.mp3"),

@@ -1,6 +1,7 @@
 #include "player/list/song_list_view.h"
 
 #include "player/model/playlist.h"
+#include "tests/support/qt_application.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +11,7 @@
 
 namespace {
 
-class SongListView : public testing::Test {
-protected:
+struct SongListView : testing::Test {
   SongListView() {
     fSongs.Insert(TSongs(1000), 0);
     fView.resize(300, 200);
@@ -33,10 +33,7 @@ protected:
     QApplication::sendEvent(fView.viewport(), &wheel);
   }
 
-  int fCount = 1;
-  char fName[5] = "test";
-  char* fWords[1] = {fName};
-  QApplication fApplication{fCount, fWords};
+  const OwnApplication<QApplication> fApplication;
   TPlaylist fSongs;
   TSongListView fView{BMessenger()};
 };

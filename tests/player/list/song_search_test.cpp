@@ -7,13 +7,11 @@
 
 #include <semaphore>
 
-using testing::ElementsAre;
-using testing::HasSubstr;
+using namespace testing;
 
 namespace {
 
-class SongSearch : public testing::Test {
-protected:
+struct SongSearch : testing::Test {
   /** Everything up to the end of that search. */
   TSongs Until(int64 search) {
     TSongs songs;
@@ -50,14 +48,4 @@ TEST_F(SongSearch, FindsInTheOrderOfTheRequestsAndReportsWhatItCouldNot) {
   for (size_t i = 1; i <= 300; ++i) ASSERT_EQ(songs[i].title, std::to_string(99 + i));
   EXPECT_EQ(songs.back().title, "last");
   EXPECT_THAT(fErrors, ElementsAre(HasSubstr("No songs found in")));
-}
-
-TEST_F(SongSearch, ForgottenSearchesDeliverNothing) {
-  fFolder.Write("a.mp3", "");
-  for (int i = 0; i < 100; ++i) fSearch.Begin({fFolder.Path()});
-  fSearch.Forget();
-  const int64 wanted = fSearch.Begin({fFolder.File("b.mp3")});
-  const TSongs songs = Until(wanted);
-  ASSERT_EQ(songs.size(), 1U);
-  EXPECT_EQ(songs.front().title, "b");
 }

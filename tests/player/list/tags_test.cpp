@@ -4,6 +4,7 @@
 #include "player/list/tag_reader.h"
 #include "player/peaks/read_tags.h"
 
+#include "tests/support/qt_application.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/songs.h"
 #include "tests/support/wav.h"
@@ -15,8 +16,7 @@
 
 #include <sys/stat.h>
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
 namespace {
 
@@ -129,10 +129,7 @@ TEST(TagAsker, CachesTheTagsOfAFileUntilItChanges) {
 }
 
 TEST(TagReader, SkipsSongsThatItsHelperFailsOn) {
-  int count = 1;
-  char name[] = "test";
-  char* words[] = {name, nullptr};
-  const QCoreApplication events(count, words);
+  const OwnApplication<QCoreApplication> events;
   std::vector<std::string> titles;
   TTagReader reader(
       nullptr, [] { return 0; },

@@ -19,8 +19,7 @@ std::vector<int64> ids_at(const TPlaylist& list, const std::vector<int32>& rows)
   return ids;
 }
 
-class Playlist : public testing::Test {
-protected:
+struct Playlist : testing::Test {
   Playlist() {
     list.Insert(songs_of({"a", "b", "c", "d", "e"}), -1);
     list.SetCurrent(2);

@@ -75,7 +75,7 @@ const char* const kSchemes[] = {
 class SongAddress : public testing::TestWithParam<TCase> {};
 class RefusedScheme : public testing::TestWithParam<const char*> {};
 
-/** What is refused stays so when the list that has it is kept and read again, and is short and on one line. */
+/** Refused also after the list was saved and read again; its text is short and has one line. */
 void expect_refused_for_good(const TSongAddress& refused) {
   EXPECT_NE(refused.refusal, "");
   EXPECT_LE(refused.text.size(), 1024U);
@@ -90,7 +90,7 @@ void expect_refused_for_good(const TSongAddress& refused) {
 
 } // namespace
 
-TEST_P(SongAddress, IsAFileOrAnHttpUrlOrRefusedWithAWord) {
+TEST_P(SongAddress, IsAFileOrAnHttpUrlOrRefusedWithAReason) {
   const TSongAddress address = song_address(GetParam().text, "/list");
   if (GetParam().address.empty()) return expect_refused_for_good(address);
   EXPECT_EQ(address.text, GetParam().address);

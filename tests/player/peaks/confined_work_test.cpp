@@ -24,7 +24,6 @@
 #include <time.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstddef>
 #include <stdexcept>
 #include <vector>
@@ -156,7 +155,7 @@ TEST(ConfinedWork, ASongThatNamesAnotherFileGivesNothing) {
   EXPECT_FALSE(read_song_confined(open_song(other)).picture.loudness.empty());
 }
 
-TEST(ConfinedWork, IsSaidToBeLessConfinedWhereTheKernelHasNoFilter) {
+TEST(ConfinedWork, LogsThatItIsLessConfinedWithoutASystemCallFilter) {
   const ScratchFolder folder;
   const std::string song = folder.Write("a.wav", silent_wav());
   int status = 0;

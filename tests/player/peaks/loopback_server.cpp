@@ -8,7 +8,6 @@
 
 #include <array>
 #include <stdexcept>
-#include <utility>
 
 LoopbackServer::LoopbackServer(std::string body) : fSocket(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
   Serve(body);

@@ -6,8 +6,7 @@
 #include <thread>
 
 /** An HTTP server on this machine that answers every request alike and counts them. */
-class LoopbackServer {
-public:
+struct LoopbackServer {
   explicit LoopbackServer(std::string body);
   LoopbackServer(const LoopbackServer&) = delete;
   LoopbackServer& operator=(const LoopbackServer&) = delete;

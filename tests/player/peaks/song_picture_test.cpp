@@ -10,8 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using testing::Each;
-using testing::ElementsAre;
+using namespace testing;
 
 namespace {
 
@@ -47,7 +46,7 @@ TEST(SongPicture, TheCoverIsFoundBesideTheSongAndGivenOnAsAFile) {
   const std::string song = folder.Write("a.wav", silent_wav());
   folder.Write("cover.jpg", "no picture");
   EXPECT_TRUE(read_song_confined(open_song(song)).coverJpeg.empty());
-  // A thousand red points in a row, as the simplest of all picture files; that it is named as another harms nothing.
+  // A thousand red points in a row, in the simplest picture format; the wrong file name does not matter.
   std::string points("BM\xee\x0b\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\xe8\x03\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\xb8\x0b\0\0",
                      38);
   points.resize(54);

@@ -11,9 +11,7 @@
 #include <cstring>
 #include <semaphore>
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::StartsWith;
+using namespace testing;
 
 namespace {
 
@@ -28,8 +26,7 @@ std::string bad_plugin(const std::string& name) {
 }
 
 /** A plug-in folder, and the player's side of it. */
-class PluginLoader : public testing::Test {
-protected:
+struct PluginLoader : testing::Test {
   static constexpr bigtime_t kPatienceUs = 60000000; // of a plug-in that answers, on a machine however slow
 
   void Put(const std::string& plugin, const std::string& name = {}) const {
@@ -60,7 +57,7 @@ protected:
 
 } // namespace
 
-TEST_F(PluginLoader, SaysWhyEachBadImageIsLeftOutAndGoesOn) {
+TEST_F(PluginLoader, ReportsWhyEachBadImageIsSkipped) {
   for (const char* name : {"gen_empty.so", "gen_null.so", "gen_throwing.so"}) Put(name);
   fFolder.Write("other.so", "not looked at");
   EXPECT_THAT(Load(), ElementsAre("Plug-in gen_empty.so cannot be loaded: it has no NewPlugin function",
@@ -73,7 +70,7 @@ TEST_F(PluginLoader, SaysWhyEachBadImageIsLeftOutAndGoesOn) {
   EXPECT_THAT(Finish(), IsEmpty());
 }
 
-TEST_F(PluginLoader, OneThatFailsToStartOrToCleanUpTakesNothingDown) {
+TEST_F(PluginLoader, OneThatThrowsAtStartOrEndIsReported) {
   Put("gen_unwell.so");
   EXPECT_THAT(Load(), ElementsAre("Plug-in gen_unwell.so failed: no window to show"));
   ASSERT_EQ(fLoader.Count(), 1);
@@ -156,12 +153,7 @@ TEST_F(PluginLoader, AnImageThatIsCutOffAnywhereIsRefused) {
   EXPECT_NE(reason(whole.substr(0, whole.size() - 1)), "");
   EXPECT_EQ(reason("this is no image"), "it is not a shared library");
   EXPECT_EQ(reason(std::string(100, 'x')), "it is not a shared library");
-  struct {
-    const char* name;
-    size_t offset;
-    uint64_t value;
-    size_t bytes;
-  } const spoilt[] = {
+  const std::tuple<const char*, size_t, uint64_t, size_t> spoilt[] = {
       {"class", EI_CLASS, ELFCLASS32, 1},
       {"byte order", EI_DATA, ELFDATA2MSB, 1},
       {"kind", offsetof(Elf64_Ehdr, e_type), ET_EXEC, 2},
@@ -173,10 +165,10 @@ TEST_F(PluginLoader, AnImageThatIsCutOffAnywhereIsRefused) {
       {"length of a segment", sizeof(Elf64_Ehdr) + offsetof(Elf64_Phdr, p_filesz), ~0ULL, 8},
       {"place of a segment", sizeof(Elf64_Ehdr) + offsetof(Elf64_Phdr, p_offset), 1ULL << 40, 8},
   };
-  for (const auto& row : spoilt) {
+  for (const auto& [name, offset, value, size] : spoilt) {
     std::string bytes = whole;
-    std::memcpy(bytes.data() + row.offset, &row.value, row.bytes);
-    EXPECT_NE(reason(bytes), "") << row.name;
+    std::memcpy(bytes.data() + offset, &value, size);
+    EXPECT_NE(reason(bytes), "") << name;
   }
 }
 

@@ -8,8 +8,7 @@
 #include <vector>
 
 /** Fake sound: every song exists and is a minute long; the position changes by seeking only; records the calls. */
-class StillSource : public TSongSource {
-public:
+struct StillSource : TSongSource {
   struct Account {
     std::atomic<int32> positionMs{0};
     std::atomic<double> speed{1};
@@ -46,8 +45,7 @@ private:
 };
 
 /** The player without a display and with StillSource, until the test ends. */
-class StillPlayer {
-public:
+struct StillPlayer {
   StillPlayer(const std::vector<std::string>& songs, bool startsPaused) {
     TCommandLine line;
     line.songs = songs;

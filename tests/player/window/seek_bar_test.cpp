@@ -1,4 +1,5 @@
 #include "player/window/seek_bar.h"
+#include "tests/support/qt_application.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,8 +11,7 @@ namespace {
 
 constexpr int32 kDurationMs = 100000;
 
-class SeekBar : public testing::Test {
-protected:
+struct SeekBar : testing::Test {
   SeekBar() {
     fBar.resize(506, 58); // 500 points for 100 s
     TPlayerState state;
@@ -33,10 +33,7 @@ protected:
     Mouse(QEvent::MouseButtonRelease, x, y);
   }
 
-  int fCount = 1;
-  char fName[5] = "test";
-  char* fWords[1] = {fName};
-  QApplication fApplication{fCount, fWords};
+  const OwnApplication<QApplication> fApplication;
   TSeekBar fBar;
   std::vector<int> fRequests;
 };
@@ -46,7 +43,7 @@ constexpr double kInMarks = 54;
 
 } // namespace
 
-TEST_F(SeekBar, AClickOnAMarkGoesThereExactlyAndElsewhereToThatMoment) {
+TEST_F(SeekBar, AClickOnAMarkSeeksToItExactlyAndElsewhereToThatPosition) {
   Click(3 + 100, kInMarks);
   Click(3 + 302, kInMarks);
   Click(3 + 302, kInWave);

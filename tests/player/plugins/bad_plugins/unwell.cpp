@@ -4,8 +4,7 @@
 
 namespace {
 
-class Unwell : public GeneralPlugin {
-public:
+struct Unwell : GeneralPlugin {
   bool Init() override { throw std::runtime_error("no window to show"); }
   void Cleanup() override { throw std::runtime_error("nothing to clean"); }
   bool About(bool) override { return false; }
