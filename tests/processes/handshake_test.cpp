@@ -4,11 +4,10 @@
 #include "platform/app/message.h"
 #include "platform/kernel/threads.h"
 #include "plugin/message_codes.h"
-#include "tests/support/hands.h"
 #include "tests/support/loaded_images.h"
 #include "tests/support/long_tests.h"
+#include "tests/support/messages.h"
 
-#include <array>
 #include <random>
 
 namespace {
@@ -16,8 +15,7 @@ namespace {
 constexpr const char* kEditorManager = "VesmoE Communication Manager";
 constexpr const char* kDisplayManager = "VesmoD Communication Manager";
 
-class Handshake : public LoadedImages {
-protected:
+struct Handshake : LoadedImages {
   /** A plug-in and its image, unloaded together. */
   struct Image {
     explicit Image(const char* file) : plugin(Load(file)), handle(dlopen(file, RTLD_NOW | RTLD_NOLOAD)), path(file) {}
@@ -35,11 +33,6 @@ protected:
     const char* path;
   };
   BMessenger Manager(const char* name) const { return fApp->LooperOn(find_thread(name)); }
-  static void WaitFor(const BMessenger& looper) {
-    const BMessage question('wait');
-    BMessage answer;
-    looper.SendMessage(&question, &answer);
-  }
 };
 
 /** Blocks a manager, as a question to its user would. */
@@ -63,10 +56,9 @@ TEST_F(Handshake, AManagerThatWasBlockedWhileItsPartnerCameAndWentSurvives) {
   const BMessenger manager = Manager(kEditorManager);
   for (int i = 0; i < 3; ++i) {
     const Busy busy(manager);
-    const Image display(DISPLAY_FILE);
+    const Image display(COMPANION_FILE);
   }
-  WaitFor(manager);
-  EXPECT_TRUE(manager.IsValid());
+  wait_for(manager);
 }
 
 TEST_F(Handshake, EditorAndDisplayComeAndGoWithTheHandshakeDisturbed) {
@@ -78,7 +70,7 @@ TEST_F(Handshake, EditorAndDisplayComeAndGoWithTheHandshakeDisturbed) {
   for (int i = 0; i < rounds; ++i) {
     SCOPED_TRACE("seed " + std::to_string(seed) + ", round " + std::to_string(i));
     const bool editorFirst = chance(2);
-    auto first = std::make_unique<Image>(editorFirst ? EDITOR_FILE : DISPLAY_FILE);
+    auto first = std::make_unique<Image>(editorFirst ? EDITOR_FILE : COMPANION_FILE);
     const BMessenger early = Manager(editorFirst ? kEditorManager : kDisplayManager);
     BLooper* firstManager = nullptr;
     early.Target(&firstManager);
@@ -88,7 +80,7 @@ TEST_F(Handshake, EditorAndDisplayComeAndGoWithTheHandshakeDisturbed) {
       const BMessage greeting = odd_greeting(&random, this);
       early.SendMessage(&greeting, BMessenger(), 0);
     }
-    auto second = std::make_unique<Image>(editorFirst ? DISPLAY_FILE : EDITOR_FILE);
+    auto second = std::make_unique<Image>(editorFirst ? COMPANION_FILE : EDITOR_FILE);
     if (chance(2)) second->plugin->Init();
     if (chance(2)) second->plugin->About(false);
     if (chance(3)) second.reset();

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <random>
 #include <regex>
 #include <set>
@@ -36,8 +37,7 @@ uint32 code_of(const std::string& word) {
   return code;
 }
 
-class Writer {
-public:
+struct Writer {
   explicit Writer(const HostileLetters& letters)
       : fOrder(letters), fRandom(letters.seed), fCodes(words_of_sources(std::regex("'([^'\\\\\n]{4})'"))),
         fNames(words_of_sources(std::regex("\"([A-Za-z_:]{2,16})\""))) {
@@ -68,41 +68,26 @@ private:
     const std::string text = Text();
     const entry_ref ref;
     BMessage inner(static_cast<uint32>(fRandom()));
-    switch (Below(11)) {
-    case 0:
-      message->AddBool(name, Below(2) == 0);
-      return;
-    case 1:
-      message->AddInt32(name, Number());
-      return;
-    case 2:
-      message->AddInt64(name, int64{Number()} << Below(32));
-      return;
-    case 3:
-      message->AddFloat(name, decimal);
-      return;
-    case 4:
-      message->AddData(name, B_DOUBLE_TYPE, &real, sizeof real);
-      return;
-    case 5:
-      message->AddPoint(name, {decimal, decimal});
-      return;
-    case 6:
-      message->AddRect(name, {decimal, 0, 10, decimal});
-      return;
-    case 7:
-      message->AddData(name, B_RAW_TYPE, text.data(), text.size(), Below(2) == 0);
-      return;
-    case 8:
-      if (depth < 3) AddField(&inner, depth + 1);
-      message->AddMessage(name, &inner);
-      return;
-    case 9:
-      message->AddRef(name, &ref);
-      return;
-    default:
-      message->AddString(name, text);
-    }
+    const std::function<void()> kinds[] = {
+        [&] { message->AddBool(name, Below(2) == 0); },
+        [&] { message->AddInt32(name, Number()); },
+        [&] { message->AddInt64(name, int64{Number()} << Below(32)); },
+        [&] { message->AddFloat(name, decimal); },
+        [&] { message->AddData(name, B_DOUBLE_TYPE, &real, sizeof real); },
+        [&] {
+          message->AddPoint(name, {decimal, decimal});
+        },
+        [&] {
+          message->AddRect(name, {decimal, 0, 10, decimal});
+        },
+        [&] { message->AddData(name, B_RAW_TYPE, text.data(), text.size(), Below(2) == 0); },
+        [&] { message->AddMessage(name, &inner); },
+        [&] { message->AddRef(name, &ref); },
+        [&] { message->AddString(name, text); },
+    };
+    const size_t kind = Below(std::size(kinds));
+    if (kind == 8 && depth < 3) AddField(&inner, depth + 1);
+    kinds[kind]();
   }
 
   BMessage Letter(int i) {

@@ -1,15 +1,14 @@
 #pragma once
 
+#include "platform/kernel/unique_fd.h"
+#include "tests/support/child_process.h"
+
 #include <string>
-#include <sys/types.h>
 
 /** Another process, which executes commands, one per line; peer_main.cpp lists them. */
-class Peer {
+class Peer : public ChildProcess {
 public:
   Peer();
-  Peer(const Peer&) = delete;
-  Peer& operator=(const Peer&) = delete;
-  ~Peer() { Kill(); }
 
   void Send(const std::string& command);
   /** The answer to the oldest command without one; empty when the process has ended. */
@@ -18,14 +17,8 @@ public:
     Send(command);
     return Receive();
   }
-  /** By SIGKILL; returns when the process has ended. */
-  void Kill();
-  /** SIGSTOP and SIGCONT; return when the process has stopped or continued. */
-  void Stop() const;
-  void Continue() const;
 
 private:
-  pid_t fProcess = 0;
-  int fCommands = -1;
-  int fAnswers = -1;
+  UniqueFd fCommands;
+  UniqueFd fAnswers;
 };

