@@ -9,6 +9,12 @@ class Case(unittest.TestCase):
         self.stage = stage.Stage()
         self.addCleanup(self.stage.clear_away)
 
+    def start(self, text="one\n"):
+        """The stage, on which the program shows a file of that text."""
+        self.stage.lyrics_file = self.stage.file("a.lrc", text)
+        self.stage.start(self.stage.lyrics_file)
+        return self.stage
+
     def tearDown(self):
         outcome = self._outcome.result
         if any(test is self for test, _ in outcome.failures + outcome.errors):

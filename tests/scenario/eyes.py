@@ -1,4 +1,4 @@
-"""What a screen reader is told of the windows: names, roles, states and texts, read anew at every look."""
+"""What a screen reader gets of the windows: names, roles, states and texts, without a cache."""
 import time
 
 import gi

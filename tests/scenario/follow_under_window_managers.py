@@ -98,7 +98,7 @@ class Desk:
         shutil.rmtree(self.root, ignore_errors=True)
 
     def is_managed(self):
-        """A window manager's own window stands for it; the property alone may be left from another."""
+        """A window manager has a window of its own; the property alone may be left from another."""
         check = self.property(self.window, "_NET_SUPPORTING_WM_CHECK")
         return bool(check) and self.property(self.resource(check[0]), "_NET_SUPPORTING_WM_CHECK") == check
 
@@ -196,8 +196,19 @@ SLOW, FAST = (40, 0.01), (5, 0.02)  # steps, seconds between them
 class Rehearsal:
     """The player and the editor on a desk, and the cases they go through."""
 
-    CASES = ("player_slow", "player_fast", "player_keys", "editor_slow", "editor_fast", "editor_keys",
-             "edge_slow", "edge_fast", "edge_then_keys", "edge_then_drag")
+    CASES = {
+        "player_slow": lambda on: on.kept(lambda: on.drag(on.player, 50, 60, SLOW)),
+        "player_fast": lambda on: on.kept(*(lambda way=way: on.drag(on.player, *way, FAST)
+                                            for way in ((60, 40), (-80, -30), (40, 30)))),
+        "player_keys": lambda on: on.kept(lambda: on.push(on.player, *["Right"] * 4, *["Down"] * 3)),
+        "editor_slow": lambda on: on.remembered(lambda: on.drag(on.editor, -40, 50, SLOW)),
+        "editor_fast": lambda on: on.remembered(lambda: on.drag(on.editor, 30, 40, FAST)),
+        "editor_keys": lambda on: on.remembered(lambda: on.push(on.editor, *["Left"] * 2, *["Down"] * 3)),
+        "edge_slow": lambda on: on.edge(SLOW),
+        "edge_fast": lambda on: on.edge(FAST),
+        "edge_then_keys": lambda on: on.beyond(lambda: on.push(on.editor, *["Left"] * 3)),
+        "edge_then_drag": lambda on: on.beyond(lambda: on.drag(on.editor, -60, 0, SLOW)),
+    }
 
     def __init__(self, desk, performance):
         self.desk = desk
@@ -210,7 +221,7 @@ class Rehearsal:
         return {case: self.play(case) for case in self.CASES}
 
     def play(self, case):
-        outcome = getattr(self, case)()
+        outcome = self.CASES[case](self)
         print(f"{case}: {outcome}", file=sys.stderr, flush=True)
         return outcome
 
@@ -253,33 +264,8 @@ class Rehearsal:
         verdict = self.verdict(before, after, *done)
         return verdict if not verdict[1] else self.verdict(before, self.difference())
 
-    def player_slow(self):
-        return self.kept(lambda: self.drag(self.player, 50, 60, SLOW))
-
-    def player_fast(self):
-        ways = ((60, 40), (-80, -30), (40, 30))
-        return self.kept(*(lambda way=way: self.drag(self.player, *way, FAST) for way in ways))
-
-    def player_keys(self):
-        return self.kept(lambda: self.push(self.player, *["Right"] * 4, *["Down"] * 3))
-
-    def editor_slow(self):
-        return self.remembered(lambda: self.drag(self.editor, -40, 50, SLOW))
-
-    def editor_fast(self):
-        return self.remembered(lambda: self.drag(self.editor, 30, 40, FAST))
-
-    def editor_keys(self):
-        return self.remembered(lambda: self.push(self.editor, *["Left"] * 2, *["Down"] * 3))
-
     def edge(self, pace):
         return self.kept(lambda: self.drag(self.player, 300, 250, pace), lambda: self.drag(self.player, -300, -260, pace))
-
-    def edge_slow(self):
-        return self.edge(SLOW)
-
-    def edge_fast(self):
-        return self.edge(FAST)
 
     def beyond(self, move):
         """A move of the editor where the edge of the screen has stopped it, or lets it hang over."""
@@ -288,12 +274,6 @@ class Rehearsal:
         before = self.difference()
         back = self.drag(self.player, -300, 20, FAST)
         return self.verdict(before, self.difference(), way, done, back)
-
-    def edge_then_keys(self):
-        return self.beyond(lambda: self.push(self.editor, *["Left"] * 3))
-
-    def edge_then_drag(self):
-        return self.beyond(lambda: self.drag(self.editor, -60, 0, SLOW))
 
 
 def rehearse(name):

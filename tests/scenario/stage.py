@@ -58,7 +58,6 @@ class Stage:
             self.program = subprocess.Popen([*words, *songs], env={**self.own(), **(environment or {})}, stderr=log, stdout=log)
 
     def own(self):
-        """The environment of every program of this performance."""
         return {**os.environ, "HOME": str(self.home), "XDG_CONFIG_HOME": str(self.root / "settings")}
 
     def application(self):
@@ -155,7 +154,6 @@ class Stage:
         wait_until(lambda: not self.window(), "the editor's window gone")
 
     def button(self, name):
-        """A tool bar button."""
         bar = eyes.find(self.window(), "tool bar")
         return next(node for node in eyes.children(bar) if eyes.name(node) == name)
 
@@ -163,7 +161,6 @@ class Stage:
         hands.click(eyes.place(self.button(name)))
 
     def menu_item(self, *names):
-        """An item by the names of the menus it is in."""
         node = eyes.find(self.window(), "menu bar")
         for depth, name in enumerate(names):
             if depth:
@@ -215,7 +212,6 @@ class Stage:
         return wait_until(look, f"a question with {part!r}")
 
     def answer(self, part, label):
-        """Presses a button of a question, and waits until that is gone."""
         question = self.click_answer(part, label)
         wait_until(lambda: self._is_gone(question), f"the question {part!r} gone")
 
@@ -243,7 +239,6 @@ class Stage:
         self.wait_focus("Lyrics")
 
     def texts_in(self, window):
-        """Every text of a window that can be read."""
         return "\n".join(eyes.text_of(n) if eyes.role(n) == "text" else eyes.name(n) for n in eyes.below(window))
 
     def marked_in_menus(self, window):
@@ -285,7 +280,7 @@ class Stage:
         subprocess.run(["import", "-window", "root", str(PICTURES / f"{name}.png")], check=False)
 
     def close_player(self, then=lambda: None):
-        """Closes the player's window and waits for the program to end in good order."""
+        """Closes the player's window and waits for the program to end without an error."""
         hands.close_window(eyes.name(self.player()))
         then()
         status = self.program.wait(timeout=eyes.PATIENCE)

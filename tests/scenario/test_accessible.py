@@ -38,17 +38,3 @@ class Tree(Case):
         s.wait_status("[Tag, standard]")
         hands.press("shift+Tab")
         s.wait_focus(BUTTONS[4])
-
-    def test_tab_is_typed_in_free_edit_and_other_keys_leave_the_text(self):
-        s = self.stage
-        hands.press("ctrl+e")
-        s.wait_status("[Edit]")
-        before = s.text()
-        hands.press("Tab")
-        s.wait_text("\t" + before)
-        for key, name in ("ctrl+Tab", BUTTONS[0]), ("F6", BUTTONS[0]), ("ctrl+shift+Tab", BUTTONS[-1]), ("shift+Tab", BUTTONS[-1]):
-            s.wait_focus("Lyrics")
-            hands.press(key)
-            s.wait_focus(name)
-            hands.press("shift+Tab" if name == BUTTONS[0] else "Tab")
-        s.wait_text("\t" + before)

@@ -1,4 +1,4 @@
-"""The lyrics display beside the editor: in time with the song, and following what is edited."""
+"""The lyrics display next to the editor: in time with the song, and following what is edited."""
 import eyes
 import hands
 import settings
@@ -18,7 +18,7 @@ class Display(Case):
     def wait_line(self, line):
         self.stage.wait(lambda: self.view().get_description() == line, f"{line!r} in the display")
 
-    def start(self, lyrics):
+    def start_with_display(self, lyrics):
         """As after an end at which the display was open: it comes up by itself."""
         settings.write_record(self.stage.config / "VesmoD/VesmoD_ExitStates.arc", {"Open": settings.flag(True)})
         self.stage.start(lyrics)
@@ -27,7 +27,7 @@ class Display(Case):
     def test_what_is_stamped_is_shown_at_once_and_the_display_comes_back(self):
         s = self.stage
         lyrics = s.file("song.lrc", "one\n二行目\n")
-        self.start(lyrics)
+        self.start_with_display(lyrics)
         s.stamp(0, "[00:00:00]one")
         self.wait_line("one")
         s.forward(2)
@@ -44,7 +44,7 @@ class Display(Case):
 
     def test_a_colour_of_the_preferences_is_that_of_both_windows(self):
         s = self.stage
-        self.start(s.file("song.lrc", "one\n"))
+        self.start_with_display(s.file("song.lrc", "one\n"))
         hands.press("ctrl+p")
         window = s.wait_window(PREFERENCES)
         hands.click(eyes.place(eyes.find(window, "page tab", "Appearance")))

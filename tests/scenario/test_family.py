@@ -11,9 +11,6 @@ import stage
 from case import Case
 
 COMMON = "KOREVA Common Preferences"
-PREFERENCES = "Vesmo preferences"
-ABOUT = "About Vesmo Editor"
-SHIFT = "Shift all time tags"
 TOOLS = ("Tools", "KOREVA Common Preferences…")
 
 
@@ -94,45 +91,12 @@ class TwoApplications(Case):
         s.menu_item("File", "Save")
         s.come_back()
 
-    def wait_letters(self, shown):
-        """Every open window of both plug-ins shows its letters so."""
-        s = self.stage
-        s.wait(lambda: s.menu_item(f"F{shown}File"), f"the editor's menus with {shown!r}")
-        for title, label in (PREFERENCES, "C{}Close"), (ABOUT, "C{}Close"), (SHIFT, "G{}Go"):
-            button = label.format(shown)
-            s.wait(lambda: eyes.find(self.in_player(title), "push button", button), f"{button!r} in {title!r}")
-
-    def test_every_open_window_of_both_plugins_follows_whichever_process_shows_the_common_window(self):
-        s, example = self.stage, self.example
-        # Each moved off the editor, where the next one is asked for.
-        for button, title, left, top in ("About Vesmo Editor", ABOUT, 560, 500), ("Shift all time tags…", SHIFT, 1080, 300):
-            s.click_button(button)
-            s.wait_window(title)
-            hands.move_window(title, left, top)
-        hands.click(eyes.place(eyes.find(s.window(), "status bar")))
-        s.wait_focus("Lyrics")
-        hands.press("ctrl+p")
-        s.wait_window(PREFERENCES)
-        hands.move_window(PREFERENCES, 0, 60)
-        example.open_common()
-        self.controls(example.window)
-        hands.press("Tab", "Down")
-        self.wait_letters(") ")
-        hands.press("Return")
-        s.wait(lambda: not example.window(COMMON), "the example's window closed")
-        hands.click(eyes.place(eyes.find(s.window(), "status bar")))
-        s.wait_focus("Lyrics")
-        s.choose("T) Tools", "S) KOREVA Common Preferences…")
-        self.controls(self.in_player)
-        hands.press("Tab", "Down")
-        self.wait_letters("・")
-
     def test_who_has_never_opened_the_window_is_told_and_closing_leaves_the_others_window_alone(self):
         s, example = self.stage, self.example
         example.open_common()
         self.controls(example.window)
         hands.press("Tab", "Down", "Down")
-        s.wait(lambda: s.menu_item("F・File"), "the editor's menus anew")
+        s.wait(lambda: s.menu_item("F・File"), "the editor's menus updated")
         s.close_player()
         hands.click(eyes.place(self.controls(example.window)[1]))
         example.wait_shown("Labels look like this: O・Open", "Tool bars are raised.")
@@ -146,7 +110,7 @@ class TwoApplications(Case):
         example.open_common()
         self.controls(example.window)
         hands.press("Tab", "Down")
-        s.wait(lambda: s.menu_item("F) File"), "the editor's menus anew")
+        s.wait(lambda: s.menu_item("F) File"), "the editor's menus updated")
         example.end()
         hands.click(eyes.place(eyes.find(s.window(), "status bar")))
         s.wait_focus("Lyrics")
@@ -164,7 +128,7 @@ class TwoApplications(Case):
 
 
 class ThePort(Case):
-    """Where the window would be found. What stands there in its stead neither holds the editor up nor is trusted."""
+    """The port of the window. Whatever else has its name neither blocks the editor nor is trusted."""
 
     def listen(self):
         runtime = stage.pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "koreva"

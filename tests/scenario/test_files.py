@@ -36,20 +36,18 @@ class Opening(Case):
 
 class Saving(Case):
     def test_save_by_key_menu_and_button_keeps_encoding_and_line_ends(self):
-        s = self.stage
-        lyrics = s.file("a.lrc", "歌\r\n詞\r\n".encode("cp932"))
-        s.start(lyrics)
+        s = self.start("歌\r\n詞\r\n".encode("cp932"))
         s.wait_status("Shift-JIS <CR LF>")
         for row, way in enumerate((lambda: hands.press("ctrl+s"), lambda: s.click_button("Save"))):
             hands.press("space")
             s.wait_status(f"Stamped line {row + 1}")
             way()
             s.wait_status("Saved")
-        s.wait_bytes(lyrics, "[00:00:00]歌\r\n[00:00:00]詞\r\n".encode("cp932"))
+        s.wait_bytes(s.lyrics_file, "[00:00:00]歌\r\n[00:00:00]詞\r\n".encode("cp932"))
         hands.press("plus")
         s.wait_rows("[00:00:00]歌", "[00:00:01]詞")
         s.choose("File", "Save")
-        s.wait_bytes(lyrics, "[00:00:00]歌\r\n[00:00:01]詞\r\n".encode("cp932"))
+        s.wait_bytes(s.lyrics_file, "[00:00:00]歌\r\n[00:00:01]詞\r\n".encode("cp932"))
 
 
 class Exporting(Case):
@@ -60,10 +58,6 @@ class Exporting(Case):
         s.start(lyrics)
         hands.press("Delete")
         s.wait_rows("one", "[00:03:00]two")
-        s.choose("File", "Export…")
-        s.fill_panel("Export lyrics", s.root / "b.lrc")
-        s.wait_bytes(s.root / "b.lrc", b"one\n[00:03.00]two\n")
-        s.wait_status("Exported as b.lrc")
         s.choose("File", "Export…")
         panel = s.wait_panel("Export lyrics")
         self.assertEqual(eyes.text_of(eyes.find(panel, "text")), "a.dotted.lrc")

@@ -6,11 +6,6 @@ FREE_EDIT = "ctrl+e"
 
 
 class LyricsKeepTheKeyboard(Case):
-    def start(self, text="one\n"):
-        s = self.stage
-        s.start(s.file("a.lrc", text))
-        return s
-
     def test_text_typed_after_a_menu_was_left_and_the_mode_switched_is_in_the_lyrics(self):
         s = self.start()
         hands.press("F10", "Escape", FREE_EDIT)

@@ -12,7 +12,7 @@ FIRST_LIGHT = "First Light — The Sonivo Demo Band"
 
 
 def sound(seconds=60, **told):
-    """Silence that says of itself what is told: INAM its title, IART its artist."""
+    """Silence with tags: INAM the title, IART the artist."""
     chunks = b"".join(name.encode() + struct.pack("<I", len(text)) + text + b"\0" * (len(text) % 2)
                       for name, text in told.items())
     told = b"LIST" + struct.pack("<I", len(chunks) + 4) + b"INFO" + chunks
@@ -64,14 +64,6 @@ class ThePlayersList(Case):
         hands.press("Down", "Down", "Return")
         s.wait(lambda: eyes.name(s.player()) == "Sonivo – c", "the third song")
 
-    def test_a_second_start_hands_its_songs_to_the_first(self):
-        s = self.stage
-        s.start()
-        second = subprocess.run([stage.BIN / "sonivo", "--paused", "b.wav"], cwd=s.root, env=s.own(), timeout=eyes.PATIENCE, check=False)
-        self.assertEqual(second.returncode, 0)
-        self.wait_songs(FIRST_LIGHT, "b")
-        s.wait(lambda: eyes.name(s.player()) == "Sonivo – b", "the song handed over")
-
     def test_songs_that_were_never_played_show_what_their_files_say(self):
         s = self.stage
         album = s.root / "album"
@@ -119,7 +111,7 @@ class AnotherPlayerAsSource(Case):
         return text in self.stage.texts_in(self.stage.player())
 
     def choose_source(self):
-        """From the menu, by keys: the other player stands under the own sound. False when it was not there yet."""
+        """From the menu, by keys: the other player is the item after the own sound. False when it is not there yet."""
         hands.press("alt+m", "u", "Down", "Return")
         deadline = time.monotonic() + 3
         while not self.is_shown(self.TITLE) and time.monotonic() < deadline:

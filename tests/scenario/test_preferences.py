@@ -24,9 +24,7 @@ class Preferences(Case):
         return self.stage.wait(look, f"the control {label!r}")
 
     def test_a_language_is_chosen_by_mouse_acts_at_once_and_is_there_after_a_restart(self):
-        s = self.stage
-        lyrics = s.file("a.lrc", "one\n")
-        s.start(lyrics)
+        s = self.start()
         window = self.open()
         hands.click(eyes.place(self.control(window, "Language:")))
 
@@ -39,17 +37,16 @@ class Preferences(Case):
         hands.press("Escape")
         s.come_back()
         s.close_player()
-        s.start(lyrics)
+        s.start(s.lyrics_file)
         s.wait(lambda: s.menu_item("ファイル"), "Japanese after the restart")
         hands.press("space")
         s.wait_status("タグを打ちました：行 1")
         hands.press("ctrl+w")
         s.answer('"a.lrc"は変更されています', "はい")
-        s.wait_bytes(lyrics, b"[00:00:00]one\n\0")
+        s.wait_bytes(s.lyrics_file, b"[00:00:00]one\n\0")
 
     def test_the_time_offset_is_added_to_the_next_stamp(self):
-        s = self.stage
-        s.start(s.file("a.lrc", "one\ntwo\n"))
+        s = self.start("one\ntwo\n")
         s.forward(2)
         s.stamp(0, "[00:02:00]one")
         window = self.open()

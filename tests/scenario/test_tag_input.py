@@ -8,9 +8,7 @@ LYRICS = "one\ntwo\nthree\n"
 
 class Stamping(Case):
     def test_a_song_is_timed_corrected_and_saved(self):
-        s = self.stage
-        lyrics = s.file("a.lrc", LYRICS)
-        s.start(lyrics)
+        s = self.start(LYRICS)
         s.stamp(0, "[00:00:00]one")
         s.forward(2)
         s.stamp(1, "[00:02:00]two")
@@ -26,11 +24,10 @@ class Stamping(Case):
         s.wait_rows("one", "[00:02:00]two", "[00:04:01]three")
         s.wait_status("Tag deleted from line 1")
         hands.press("ctrl+s")
-        s.wait_bytes(lyrics, b"one\n[00:02:00]two\n[00:04:01]three\n\0")
+        s.wait_bytes(s.lyrics_file, b"one\n[00:02:00]two\n[00:04:01]three\n\0")
 
     def test_backspace_takes_the_last_stamp_back_and_the_song_to_before_it(self):
-        s = self.stage
-        s.start(s.file("a.lrc", LYRICS))
+        s = self.start(LYRICS)
         s.forward(2)
         s.forward(4)
         s.stamp(0, "[00:04:00]one")
@@ -46,8 +43,7 @@ class Stamping(Case):
 
 class ThePlayer(Case):
     def test_return_and_double_click_go_to_the_time_of_a_line(self):
-        s = self.stage
-        s.start(s.file("a.lrc", "[00:10:00]one\n[00:20]two\nthree\n"))
+        s = self.start("[00:10:00]one\n[00:20]two\nthree\n")
         hands.press("Return")
         s.wait_status("Playing from line 1")
         s.wait_position(10)
@@ -60,8 +56,7 @@ class ThePlayer(Case):
         s.wait_position(18)
 
     def test_control_and_space_plays_and_the_arrows_change_the_speed(self):
-        s = self.stage
-        s.start(s.file("a.lrc", LYRICS))
+        s = self.start(LYRICS)
         hands.press("ctrl+Up")
         s.wait_speed("1.05×")
         hands.press("ctrl+Down", "ctrl+Down")
@@ -85,8 +80,7 @@ class Modes(Case):
                 for nodes in (items, buttons) if sum("checked" in eyes.states(node) for node in nodes) == 1]
 
     def test_marks_of_menu_and_tool_bar_go_with_the_mode(self):
-        s = self.stage
-        s.start(s.file("a.lrc", LYRICS))
+        s = self.start(LYRICS)
         ways = [(1, lambda: hands.press("ctrl+d")), (2, lambda: hands.press("ctrl+e")), (0, lambda: hands.press("ctrl+t")),
                 (2, lambda: s.choose("Mode", self.NAMES[2])), (1, lambda: s.choose("Mode", "Tag input", self.NAMES[1])),
                 (2, lambda: s.click_button(self.NAMES[2])), (0, lambda: s.click_button(self.NAMES[0]))]

@@ -7,9 +7,7 @@ TAGGED = "[00:10]one\n[00:20:50]two\n[Chorus]\nplain\n"
 
 class FreeEdit(Case):
     def test_what_is_typed_cut_and_pasted_is_saved(self):
-        s = self.stage
-        lyrics = s.file("a.lrc", "one\ntwo\n")
-        s.start(lyrics)
+        s = self.start("one\ntwo\n")
         hands.press("ctrl+e")
         s.wait_status("[Edit]")
         hands.write("zero")
@@ -18,7 +16,7 @@ class FreeEdit(Case):
         hands.press("shift+Down", "ctrl+x", "ctrl+End", "ctrl+v")
         s.wait_text("zero\ntwo\none\n")
         hands.press("ctrl+s")
-        s.wait_bytes(lyrics, b"zero\ntwo\none\n\0")
+        s.wait_bytes(s.lyrics_file, b"zero\ntwo\none\n\0")
         hands.press("ctrl+z")
         s.wait_text("zero\ntwo\n")
         hands.press("ctrl+z")
@@ -31,9 +29,7 @@ class FreeEdit(Case):
 
 class EveryLine(Case):
     def test_tags_are_converted_both_ways_and_deleted_when_the_answer_is_yes(self):
-        s = self.stage
-        lyrics = s.file("a.lrc", TAGGED)
-        s.start(lyrics)
+        s = self.start(TAGGED)
         before = s.rows()
         for item in ("Convert standard tags to extended", "Delete all time tags"):
             s.choose("Edit", item)
@@ -47,7 +43,7 @@ class EveryLine(Case):
         s.answer('"extended time tags" to "standard time tags"', "Yes")
         s.wait_rows("[00:10]one", "[00:21]two", "[00:00]", "plain")
         hands.press("ctrl+s")
-        s.wait_bytes(lyrics, b"[00:10]one\n[00:21]two\n[00:00]\nplain\n\0")
+        s.wait_bytes(s.lyrics_file, b"[00:10]one\n[00:21]two\n[00:00]\nplain\n\0")
         s.choose("Edit", "Delete all time tags")
         s.answer("Delete all time tags?", "Yes")
         s.wait_status("All time tags deleted")

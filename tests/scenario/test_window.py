@@ -1,4 +1,4 @@
-"""The editor's window beside the player's: it follows, keeps its place, and has its say when the player closes."""
+"""The editor's window next to the player's: it follows, keeps its place, and asks when the player closes."""
 import signal
 import subprocess
 
@@ -11,8 +11,7 @@ from stage import BIN
 
 class BesideThePlayer(Case):
     def test_it_follows_the_player_and_comes_up_where_it_was_closed(self):
-        s = self.stage
-        s.start(s.file("a.lrc", "one\n"))
+        s = self.start()
         left, top, width, height = eyes.place(s.window())
         player = eyes.place(s.player())
         hands.move_window(eyes.name(s.player()), player[0] + 40, player[1] + 30)
@@ -23,8 +22,7 @@ class BesideThePlayer(Case):
         s.wait(lambda: eyes.place(s.window()) == place, f"the editor's window at {place} again")
 
     def test_it_stays_where_it_is_while_the_player_is_on_another_desktop(self):
-        s = self.stage
-        s.start(s.file("a.lrc", "one\n"))
+        s = self.start()
         left, top, width, height = eyes.place(s.window())
         x, y, *_ = eyes.place(s.player())
         hands.send_to_desktop(eyes.name(s.window()), 0)
@@ -48,9 +46,7 @@ class BesideThePlayer(Case):
         s.wait(lambda: eyes.place(s.lyrics())[1] == top + height, "the lyrics just below the menus")
 
     def test_closing_the_player_asks_for_changed_lyrics_first(self):
-        s = self.stage
-        lyrics = s.file("a.lrc", "one\n")
-        s.start(lyrics)
+        s = self.start()
         hands.press("space")
         s.wait_rows("[00:00:00]one")
         hands.close_window(eyes.name(s.player()))
@@ -58,11 +54,10 @@ class BesideThePlayer(Case):
         hands.press("plus")
         s.wait_rows("[00:00:01]one")
         s.close_player(lambda: s.click_answer("has unsaved changes", "Yes"))
-        s.wait_bytes(lyrics, b"[00:00:01]one\n\0")
+        s.wait_bytes(s.lyrics_file, b"[00:00:01]one\n\0")
 
     def test_a_file_handed_over_during_a_question_is_opened_also_when_the_answer_closes_the_window(self):
-        s = self.stage
-        s.start(s.file("a.lrc", "one\n"))
+        s = self.start()
         hands.press("space")
         s.wait_rows("[00:00:00]one")
         hands.press("ctrl+w")
