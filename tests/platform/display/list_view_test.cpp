@@ -126,6 +126,16 @@ TEST_F(ListView, QueuedKeysAndClicksApplyToTheRightRows) {
   EXPECT_EQ(fList->CurrentSelection(), 6);
 }
 
+TEST_F(ListView, ArrowAndPageKeysStopAtTheEnds) {
+  Fill(100);
+  const auto page = static_cast<int32>(200 / (fList->ItemFrame(0).Height() + 1));
+  for (const auto& [key, row] : std::initializer_list<std::pair<const char*, int32>>{
+           {"Down", 0}, {"Up", 0}, {"End", 99}, {"Down", 99}, {"PgUp", 99 - page}, {"Home", 0}, {"PgDown", page}}) {
+    Press(key);
+    EXPECT_EQ(fList->CurrentSelection(), row) << key;
+  }
+}
+
 TEST_F(ListView, OnlyVisibleRowsAreDrawn) {
   Fill(100000);
   const auto onScreen = RowsDrawn();

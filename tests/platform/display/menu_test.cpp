@@ -53,6 +53,12 @@ TEST_F(Menus, ShortcutsReachTheWindowAndChangeNoMarks) {
   EXPECT_TRUE(hands::menu_lines(*fWindow, {"File & more"})[0].isMarked);
 }
 
+TEST_F(Menus, RadioMenuMarksTheChosenItemAlone) {
+  AfterClick({"Mode", "Std"});
+  EXPECT_EQ(fWindow->fMode->FindMarked(), fWindow->fMode->ItemAt(1));
+  EXPECT_FALSE(hands::menu_lines(*fWindow, {"Mode"})[0].isMarked);
+}
+
 TEST_F(Menus, DisabledItemCannotBeChosenAlsoIfItIsDisabledWhileItsChoiceIsQueued) {
   const auto disable = [this](bool isDisabled) { fWindow->fFile->FindItem('_sva')->SetEnabled(!isDisabled); };
   EXPECT_THAT(After([&] {

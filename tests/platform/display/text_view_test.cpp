@@ -48,6 +48,15 @@ TEST_F(TextView, CommandsDoNotOvertakeKeys) {
   EXPECT_EQ(fEditor->Text(), "e twoo");
 }
 
+TEST_F(TextView, RowsOfAWrappedLineCountAsLines) {
+  fEditor->SetText(std::string(200, 'w') + "\nmiddle\nlast");
+  fEditor->GoToLine(1000);
+  const int32 last = fEditor->CurrentLine();
+  EXPECT_GT(last, 2);
+  fEditor->GoToLine(last - 1);
+  EXPECT_EQ(fEditor->CurrentLine(), last - 1);
+}
+
 TEST_F(TextView, ReplayedChangesReproduceTheText) {
   fEditor->SetText("a\nb\nc\n");
   hands::settle(*fWindow);

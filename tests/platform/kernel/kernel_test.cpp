@@ -1,3 +1,4 @@
+#include "platform/kernel/images.h"
 #include "platform/kernel/port_frame.h"
 #include "platform/kernel/ports.h"
 #include "platform/kernel/semaphores.h"
@@ -6,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <climits>
 
 TEST(Semaphores, WakeAWaiterWhenReleasedAndWhenDeleted) {
@@ -81,4 +83,15 @@ TEST(PortFrames, AreWholeHoweverTheirBytesArrive) {
     EXPECT_EQ(reader.HeldBytes(), 0U);
     EXPECT_FALSE(reader.IsBroken());
   }
+}
+
+TEST(Images, StartWithTheProgramItself) {
+  int32 cookie = 0;
+  image_info image;
+  ASSERT_EQ(get_next_image_info(&cookie, &image), B_OK);
+  EXPECT_NE(image.name.find(program_invocation_short_name), std::string::npos);
+  bool foundLibrary = false;
+  while (get_next_image_info(&cookie, &image) == B_OK)
+    foundLibrary |= image.name.find("libvesmo_platform") != std::string::npos;
+  EXPECT_TRUE(foundLibrary);
 }

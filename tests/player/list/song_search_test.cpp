@@ -49,3 +49,12 @@ TEST_F(SongSearch, FindsInTheOrderOfTheRequestsAndReportsWhatItCouldNot) {
   EXPECT_EQ(songs.back().title, "last");
   EXPECT_THAT(fErrors, ElementsAre(HasSubstr("No songs found in")));
 }
+
+TEST_F(SongSearch, ForgottenSearchesDeliverNothing) {
+  fFolder.Write("a.mp3", "");
+  for (int i = 0; i < 100; ++i) fSearch.Begin({fFolder.Path()});
+  fSearch.Forget();
+  const TSongs songs = Until(fSearch.Begin({fFolder.File("b.mp3")}));
+  ASSERT_EQ(songs.size(), 1U);
+  EXPECT_EQ(songs.front().title, "b");
+}
