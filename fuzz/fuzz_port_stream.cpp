@@ -4,6 +4,7 @@
 #include "platform/app/remote_mail.h"
 #include "platform/kernel/threads.h"
 
+#include <poll.h>
 #include <sys/socket.h>
 
 #include <algorithm>

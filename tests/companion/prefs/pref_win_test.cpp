@@ -42,7 +42,7 @@ TEST_F(PrefWindow, ChangeIsResentWhileTheManagersQueueIsFull) {
 TEST_F(PrefWindow, SavesWithoutBeingClosed) {
   Open();
   Click("StayOnTop");
-  EXPECT_TRUE(Until([this] { return Stored().stayOnTop; }));
+  EXPECT_TRUE(Until([] { return Stored().stayOnTop; }));
 }
 
 TEST_F(PrefWindow, ChangeIsSavedWhenTheProgramEndsRightAfterIt) {

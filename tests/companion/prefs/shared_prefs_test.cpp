@@ -9,7 +9,10 @@
 #include "tests/support/messages.h"
 #include "tests/support/scratch_folder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <map>
 
 using namespace testing;
 
