@@ -53,6 +53,7 @@ bool confine(const std::vector<int>& kept, rlim_t cpuSeconds) {
   limit(RLIMIT_AS, kMemoryBytes);
   limit(RLIMIT_CPU, cpuSeconds);
   limit(RLIMIT_FSIZE, 0);
+  signal(SIGXFSZ, SIG_IGN); // a line that the decoder logs into a file is lost, and does not end the work
   limit(RLIMIT_CORE, 0);
   limit(RLIMIT_NOFILE, 0); // open descriptors stay open
   return !filter() || filter_system_calls(*filter());

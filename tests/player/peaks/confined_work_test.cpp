@@ -115,6 +115,19 @@ TEST(ConfinedWork, ASystemCallThatNoSongNeedsEndsIt) {
   EXPECT_EQ(confined([] { return std::string("works"); }), "works") << "the one after it";
 }
 
+TEST(ConfinedWork, GoesOnWhenWhatItLogsCannotBeWrittenToAFile) {
+  const ScratchFolder folder;
+  const UniqueFd log(open(folder.File("log").c_str(), O_WRONLY | O_CREAT, 0600));
+  const UniqueFd before(dup(STDERR_FILENO));
+  dup2(log.Get(), STDERR_FILENO);
+  const auto result = confined([] {
+    const bool isLogged = write(STDERR_FILENO, "x", 1) == 1;
+    return std::string(isLogged ? "logged" : "not logged");
+  });
+  dup2(before.Get(), STDERR_FILENO);
+  EXPECT_EQ(result, "not logged");
+}
+
 TEST(ConfinedWork, EndsAtItsLimitsAndByErrors) {
   TWorkLimits brief = kLimits;
   brief.cpuSeconds = brief.wallSeconds = 1;
