@@ -20,8 +20,8 @@ namespace {
 constexpr int64 kFrontEndIntervalUs = 100000;
 } // namespace
 
-TVesmoEView::TVesmoEView(BRect frame)
-    : TKRVView(frame, "VesmoEditorView", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS),
+TVesmoEView::TVesmoEView(BRect frame, TNoticeBoard* notices)
+    : TKRVView(frame, "VesmoEditorView", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS), fNotices(notices),
       fFrontEnd(std::make_unique<Sonivo_FrontEnd>(false, kFrontEndIntervalUs)) {
   fFrontEnd->Start();
   fSession = std::make_unique<TEditSession>(this, fFrontEnd.get(), &fDocument, &fSong);

@@ -14,6 +14,7 @@ class Sonivo_FrontEnd;
 class TCurrentSongFinder;
 class TDocumentPublisher;
 class TEditSession;
+class TNoticeBoard;
 
 /** In a ref message: bool, the file was chosen among the recent ones. */
 inline constexpr const char* kFromRecentFiles = "FromMRUF";
@@ -22,7 +23,8 @@ inline constexpr const char* kFromRecentFiles = "FromMRUF";
     owners. Owned by the editor window, on its thread. */
 class TVesmoEView : public TKRVView {
 public:
-  explicit TVesmoEView(BRect frame);
+  /** `notices` is not owned, and outlives the view. */
+  TVesmoEView(BRect frame, TNoticeBoard* notices);
   ~TVesmoEView() override;
 
   void AttachedToWindow() override;
@@ -75,6 +77,7 @@ private:
   void MItemCvtTag(const BMessage& message);
   void MItemDelAllTimeTagClicked();
 
+  TNoticeBoard* const fNotices;
   TDocument fDocument;
   TDocumentSong fSong;
   TLyricsSaver fSaver{&fDocument};

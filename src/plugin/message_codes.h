@@ -82,6 +82,8 @@ enum : uint32 {
   kMsgExport = '_exp',          // opens the export panel
   kMsgExportFormat = '_exf',    // from the export panel's menu
   kMsgClearHistory = '_dam',    // clears the recent files, after a question
+  kMsgNoticeButton = 'ntbt',    // from the notice bar to itself: int32 "Notice", its number; int32 "Index", the button
+  kMsgNoticeClose = 'ntcl',     // from the notice bar to itself: the user closes the notice
   kMsgStatBarStr = 'Sssr',      // string "StatBarStr"; string "Finding", if any, is shown after it
   kMsgHostWindowMoved = 'Scwm', // the player's window moved
   /** From the tag input view through window and managers to the companion's preferences: int32 "LateMs", how late the

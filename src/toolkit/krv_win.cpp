@@ -21,7 +21,14 @@ float TKRVWin::BarsBottom() const {
 }
 
 void TKRVWin::PlaceMainChild() {
-  const float top = BarsBottom() + 1;
+  float top = 0;
+  for (int32 i = 0; i < CountChildren(); ++i) {
+    BView* const bar = ChildAt(i);
+    if (bar == fMainChild || bar->IsHiddenInParent()) continue;
+    bar->MoveTo(0, top);
+    bar->ResizeTo(Bounds().Width(), bar->Frame().Height());
+    top = bar->Frame().bottom + 1;
+  }
   fMainChild->MoveTo(0, top);
   fMainChild->ResizeTo(Bounds().Width(), std::max(0.0F, Bounds().bottom - top));
 }

@@ -73,8 +73,10 @@ void TVesmoEWin::UpdateToolBarCompos() {
   bool isFlat = true;
   gIAP->GetBool("FlatToolBar", &isFlat);
   fToolBar->SetFlat(isFlat);
+  // Without the notices, so that none of them makes the window grow.
+  const BView* const lowestBar = isWanted ? static_cast<const BView*>(fToolBar) : fMenuBar;
   SetSizeLimits(isWanted ? std::max(kMinWidth, fToolBar->PreferredWidth()) : kMinWidth, kNoLimit,
-                fEditorView->Frame().top + kMinTextHeight, kNoLimit);
+                lowestBar->Frame().bottom + 1 + kMinTextHeight, kNoLimit);
 }
 
 void TVesmoEWin::PrefToolBarChanged() {

@@ -16,6 +16,7 @@
 #include "toolkit/placement.h"
 #include "toolkit/tool_bar.h"
 #include "window/export_panel.h"
+#include "window/notice_bar.h"
 #include "window/save_panel.h"
 
 namespace {
@@ -54,7 +55,9 @@ TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
   fToolBar = new TToolBar(rest, "ToolBar");
   AddChild(fToolBar);
   rest.top = fToolBar->Frame().bottom + 1;
-  fEditorView = new TVesmoEView(rest);
+  fNoticeBar = new TNoticeBar(rest, "NoticeBar", [this] { fEditorView->FocusLyrics(); });
+  AddChild(fNoticeBar);
+  fEditorView = new TVesmoEView(rest, fNoticeBar);
   AddMainChild(fEditorView);
   fMenus = std::make_unique<TEditorMenus>(fMenuBar, TEditorMenus::TTargets{this, fEditorView, fManager});
   CreateMenu();
@@ -125,6 +128,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case kMsgLanguageChanged:
     SetToolTip();
     SetLabels();
+    fNoticeBar->LanguageChanged();
     return fEditorView->MessageReceived(message);
   default:
     TKRVWin::MessageReceived(message);

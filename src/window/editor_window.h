@@ -11,13 +11,14 @@
 class BFilePanel;
 class BMenuBar;
 class TExportPanel;
+class TNoticeBar;
 class TToolBar;
 class TToolButton;
 class TVesmoESavePanel;
 class TVesmoEView;
 
-/** The editor's window: menu bar, tool bar, editor view and file panels. Follows the player's window. Owned by the
-    manager. */
+/** The editor's window: menu bar, tool bar, notices, editor view and file panels. Follows the player's window. Owned by
+   the manager. */
 class TVesmoEWin : public TKRVWin {
 public:
   TVesmoEWin(BRect frame, BLooper* manager);
@@ -74,8 +75,9 @@ private:
   std::unique_ptr<TVesmoESavePanel> fSavePanel; // fSavePanel and fOpenPanel: created at first use
   std::unique_ptr<BFilePanel> fOpenPanel;
   std::unique_ptr<TExportPanel> fExportPanel; // a new one for each export
-  BMenuBar* fMenuBar;                         // fMenuBar, fToolBar and fEditorView are children
+  BMenuBar* fMenuBar;                         // fMenuBar, fToolBar, fNoticeBar and fEditorView are children
   TToolBar* fToolBar;
+  TNoticeBar* fNoticeBar;
   TVesmoEView* fEditorView;
   std::unique_ptr<TEditorMenus> fMenus;
   TMRUF fMRUF;

@@ -23,6 +23,10 @@ void ControlPeer::SetValue(int32 value) {
   Change([value](QWidget* widget) { control(widget).ShowValue(value); });
 }
 
+void ControlPeer::SetFocusByTabOnly() {
+  Change([](QWidget* widget) { widget->setFocusPolicy(Qt::TabFocus); });
+}
+
 void ControlPeer::SetChoices(const std::vector<std::string>& choices) {
   Change([choices](QWidget* widget) { control(widget).ShowChoices(choices); });
 }

@@ -12,6 +12,22 @@
 
 namespace display {
 
+namespace {
+
+QAccessible::Role qt_role_of(accessible_role role) {
+  switch (role) {
+  case B_TOOL_BAR_ROLE:
+    return QAccessible::ToolBar;
+  case B_STATUS_BAR_ROLE:
+    return QAccessible::StatusBar;
+  case B_NOTIFICATION_ROLE:
+    break;
+  }
+  return QAccessible::Notification;
+}
+
+} // namespace
+
 ViewPeer::ViewPeer(const BMessenger& view, Keys keys, std::function<QWidget*()> make)
     : fSlot(std::make_shared<Slot>()) {
   post([slot = fSlot, view, keys, make = std::move(make)] {
@@ -112,9 +128,7 @@ void ViewPeer::SetAccessibleTexts(const std::string& name, const std::string& de
 }
 
 void ViewPeer::SetAccessibleRole(accessible_role role) {
-  Change([role](QWidget* widget) {
-    set_accessible_role(widget, role == B_TOOL_BAR_ROLE ? QAccessible::ToolBar : QAccessible::StatusBar);
-  });
+  Change([role](QWidget* widget) { set_accessible_role(widget, qt_role_of(role)); });
 }
 
 void ViewPeer::SetPicture(BPicture picture) {

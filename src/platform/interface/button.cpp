@@ -6,5 +6,7 @@ BButton::BButton(BRect frame, const char* name, const char* label, BMessage* mes
     : BControl(frame, name, label, message, resizingMode) {}
 
 std::shared_ptr<display::ControlPeer> BButton::MakeControl() {
-  return display::make_button_peer(BMessenger(this));
+  auto peer = display::make_button_peer(BMessenger(this));
+  if (fIsFocusByTabOnly) peer->SetFocusByTabOnly();
+  return peer;
 }

@@ -10,7 +10,12 @@ public:
 
   /** Draws it as the button that Return means; the window's owner handles the key. */
   void MakeDefault(bool isDefault) { SetValue(isDefault ? 1 : 0); }
+  /** A click leaves the keyboard focus where it is. Before the button is attached. */
+  void SetFocusByTabOnly() { fIsFocusByTabOnly = true; }
 
 protected:
   std::shared_ptr<display::ControlPeer> MakeControl() override;
+
+private:
+  bool fIsFocusByTabOnly = false;
 };

@@ -17,6 +17,8 @@ public:
   /** Button: 1 marks it as the default. Check box: 1 is checked. Colour button: as in BColorControl. Menu field: index
       of the choice, -1 for none. Tool button: 1 is pressed in; the first call makes it a toggle for screen readers. */
   void SetValue(int32 value);
+  /** A click does not move the focus to the control. */
+  void SetFocusByTabOnly();
   /** Menu field. */
   void SetChoices(const std::vector<std::string>& choices);
   /** Text field. */

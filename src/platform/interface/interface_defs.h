@@ -49,4 +49,4 @@ enum : uint8 {
 };
 
 /** Role of a view for screen readers, where its control does not imply it. */
-enum accessible_role { B_TOOL_BAR_ROLE, B_STATUS_BAR_ROLE };
+enum accessible_role { B_TOOL_BAR_ROLE, B_STATUS_BAR_ROLE, B_NOTIFICATION_ROLE };
