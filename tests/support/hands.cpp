@@ -153,6 +153,14 @@ void compose(BWindow& window, const std::string& preedit, const std::string& com
   });
 }
 
+void compose_over(BWindow& window, const std::string& commit, int from, int length) {
+  with_widget(window, [=](QWidget* widget) {
+    QInputMethodEvent done;
+    done.setCommitString(q(commit), from, length);
+    QApplication::sendEvent(widget->focusWidget(), &done);
+  });
+}
+
 void rest_mouse_on(BWindow& window, const std::string& view) {
   with_widget(window, [view](QWidget* widget) {
     QWidget* control = control_of(widget, view);

@@ -39,6 +39,8 @@ void move_by_hand(BWindow& window, int x, int y);
 void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& paths);
 void paste(BWindow& window, const std::string& text);
 void compose(BWindow& window, const std::string& preedit, const std::string& commit);
+/** An input method replaces text, counted from the caret. */
+void compose_over(BWindow& window, const std::string& commit, int from, int length);
 
 /** A key for the open menu; no effect without one. */
 void press_in_menu(const std::string& key);

@@ -18,6 +18,9 @@ namespace display {
 
 namespace {
 
+/** On the clipboard, the text as the program stores it, for pasting in this program. */
+constexpr const char* kBytesFormat = "application/x-vesmo-lyrics-bytes";
+
 /** Only line feeds separate lines; a NUL would truncate the text. */
 QString with_line_feeds(QString text) {
   return text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
@@ -173,10 +176,14 @@ void TextArea::contextMenuEvent(QContextMenuEvent* event) {
   menu->popup(event->globalPos());
 }
 
-void TextArea::Report(const QString& text) const {
-  if (text.isEmpty() || isReadOnly()) return;
+void TextArea::Report(const QString& text, int replacedFrom, int replacedLength) const {
+  if ((text.isEmpty() && replacedLength <= 0) || isReadOnly()) return;
   BMessage entered(DISPLAY_TEXT_ENTERED);
   entered.AddString("text", bytes_from_text(text));
+  if (replacedLength > 0) {
+    entered.AddInt32("from", replacedFrom);
+    entered.AddInt32("length", replacedLength);
+  }
   fView.SendMessage(&entered, BMessenger(), 0);
 }
 
@@ -185,18 +192,37 @@ void TextArea::Enter(const QString& text) {
   ensureCursorVisible();
 }
 
+void TextArea::SelectFromCaret(int from, int length) {
+  const int end = document()->characterCount() - 1;
+  QTextCursor caret = textCursor();
+  const int start = std::clamp(caret.position() + from, 0, end);
+  caret.setPosition(start);
+  caret.setPosition(std::clamp(start + length, start, end), QTextCursor::KeepAnchor);
+  setTextCursor(caret);
+}
+
+/** Qt's own would replace no-break spaces by blanks, and bytes that are not UTF-8 by a replacement character. */
+QMimeData* TextArea::createMimeDataFromSelection() const {
+  const QString text = textCursor().selectedText().replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
+  auto* const content = new QMimeData;
+  content->setText(text);
+  content->setData(QLatin1String(kBytesFormat), QByteArray::fromStdString(bytes_from_text(text)));
+  return content;
+}
+
 bool TextArea::canInsertFromMimeData(const QMimeData* source) const {
   return !source->hasUrls() && QPlainTextEdit::canInsertFromMimeData(source); // dropped files go to the window
 }
 
 void TextArea::insertFromMimeData(const QMimeData* source) {
-  const QString text = with_line_feeds(source->text());
+  const QByteArray bytes = source->data(QLatin1String(kBytesFormat));
+  const QString text = with_line_feeds(bytes.isEmpty() ? source->text() : text_from_bytes(bytes.toStdString()));
   if (!fPasted) return Report(text);
   if (!isReadOnly()) *fPasted = text;
 }
 
 void TextArea::inputMethodEvent(QInputMethodEvent* event) {
-  Report(with_line_feeds(event->commitString()));
+  Report(with_line_feeds(event->commitString()), event->replacementStart(), event->replacementLength());
   QInputMethodEvent composition(event->preeditString(), event->attributes());
   QPlainTextEdit::inputMethodEvent(&composition);
   event->accept();

@@ -17,6 +17,8 @@ public:
 
   void SetBytes(const std::string& text);
   void Enter(const QString& text);
+  /** Selects what an input method replaces; positions in UTF-16 units, from the caret. */
+  void SelectFromCaret(int from, int length);
   /** Handles a key with Ctrl in its turn among the other keys. Returns the text it pastes, which is not inserted. */
   QString DoCommand(int key, int modifiers);
   std::vector<text_change> TakeChanges();
@@ -33,13 +35,14 @@ protected:
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  QMimeData* createMimeDataFromSelection() const override;
   bool canInsertFromMimeData(const QMimeData* source) const override;
   void insertFromMimeData(const QMimeData* source) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
 
 private:
   bool LeaveText(const QKeyEvent& key);
-  void Report(const QString& text) const;
+  void Report(const QString& text, int replacedFrom = 0, int replacedLength = 0) const;
   void NoteChange(int position, int added);
   /** Positions in the block at which its lines begin; the first is 0. */
   std::vector<int> LineStarts(const QTextBlock& block) const;

@@ -34,6 +34,10 @@ void TextPeer::Insert(const std::string& text) {
   Change([text](QWidget* widget) { area(widget).Enter(text_from_bytes(text)); });
 }
 
+void TextPeer::SelectFromCaret(int32 from, int32 length) {
+  Change([=](QWidget* widget) { area(widget).SelectFromCaret(from, length); });
+}
+
 std::string TextPeer::DoCommand(int32 key, int32 modifiers) {
   return asked(TheSlot(), [=](TextArea& text) { return bytes_from_text(text.DoCommand(key, modifiers)); });
 }

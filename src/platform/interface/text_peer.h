@@ -16,6 +16,8 @@ public:
   void SetText(const std::string& text);
   /** Replaces the selection. */
   void Insert(const std::string& text);
+  /** Selects what an input method replaces; positions in UTF-16 units, from the caret. */
+  void SelectFromCaret(int32 from, int32 length);
   /** Lets the widget handle a key with Ctrl; returns the text that it wants to insert (paste). */
   std::string DoCommand(int32 key, int32 modifiers);
   /** The user's changes since the last call, in order. */

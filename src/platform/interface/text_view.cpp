@@ -94,14 +94,22 @@ void BTextView::CommandPressed(const BMessage& message) {
   if (!pasted.empty()) InsertText(pasted);
 }
 
-void BTextView::MessageReceived(BMessage* message) {
+void BTextView::TextEntered(const BMessage& message) {
   std::string text;
+  int32 from = 0;
+  int32 length = 0;
+  if (message.FindString("text", &text) != B_OK) return;
+  if (Control() && message.FindInt32("from", &from) == B_OK && message.FindInt32("length", &length) == B_OK)
+    Control()->SelectFromCaret(from, length);
+  InsertText(text);
+}
+
+void BTextView::MessageReceived(BMessage* message) {
   switch (message->what) {
   case display::DISPLAY_TEXT_COMMAND:
     return CommandPressed(*message);
   case display::DISPLAY_TEXT_ENTERED:
-    if (message->FindString("text", &text) == B_OK) InsertText(text);
-    return;
+    return TextEntered(*message);
   case display::DISPLAY_TEXT_CHANGED:
     return FlushChanges();
   default:

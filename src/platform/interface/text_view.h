@@ -44,6 +44,7 @@ protected:
 
 private:
   void CommandPressed(const BMessage& message);
+  void TextEntered(const BMessage& message);
   display::TextPeer* Control() const;
 
   bool fEditable = true;

@@ -39,7 +39,7 @@ enum : uint32 {
   DISPLAY_ROWS_CHANGED = '_LRC',  // from the view to itself: send the rows
   DISPLAY_ROW_CHOSEN = '_LSL',    // int32 "row"
   DISPLAY_ROW_INVOKED = '_LIV',   // int32 "row"
-  DISPLAY_TEXT_ENTERED = '_TIN',  // string "text"
+  DISPLAY_TEXT_ENTERED = '_TIN',  // string "text"; int32 "from", "length": first selects that part, from the caret
   DISPLAY_TEXT_COMMAND = '_TCM',  // int32 "key", "modifiers": Qt's; to be returned in order
   DISPLAY_TEXT_CHANGED = '_TCH',  // call TakeChanges
   DISPLAY_ITEM_CHOSEN = '_MNI',   // int32 "id"
