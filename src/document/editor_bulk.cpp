@@ -4,18 +4,45 @@
 #include "document/editor_view.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
+#include "lyrics/bulk_preview.h"
 #include "lyrics/bulk_tags.h"
 #include "platform/app/message.h"
+#include "platform/support/cut_text.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 
 namespace {
 
+using TBulkChange = std::function<void(std::list<std::string>*)>;
+
 constexpr long kMaxShiftMs = 2147483647;
+
+/** More lines would only fill the screen. */
+constexpr size_t kMostShown = 5;
+/** Of a long line, what tells it from the others. */
+constexpr size_t kMostOfLine = 60;
 
 std::string quoted(const char* text) {
   return "\"" + std::string(text) + "\"";
+}
+
+std::string shortened(const std::string& line) {
+  const std::string_view start = cut_text(line, kMostOfLine);
+  return std::string(start) + (start.size() < line.size() ? "…" : "");
+}
+
+/** A paragraph for the question: how many lines the command changes, and the first ones before and after. */
+std::string what_changes(const std::vector<std::string>& before, const TBulkChange& change) {
+  std::list<std::string> after(before.begin(), before.end());
+  change(&after);
+  const TBulkPreview preview = bulk_preview(before, after, kMostShown);
+  std::string text = "\n\n" + (gLLT->Text("Hint_Lines_Change") + std::to_string(preview.changed));
+  if (preview.emptied > 0) text += "\n" + (gLLT->Text("Hint_Lines_Emptied") + std::to_string(preview.emptied));
+  for (const TBulkPreview::TLine& line : preview.first)
+    text += "\n" + std::to_string(line.number) + ":  " + shortened(line.before) + "  →  " + shortened(line.after);
+  return preview.changed > preview.first.size() ? text + "\n…" : text;
 }
 
 } // namespace
@@ -24,7 +51,16 @@ void TVesmoEView::FineTimeTagRqtd(const BMessage& message) {
   std::string typed;
   if (message.FindString("_SmplIptData", &typed) != B_OK) return;
   const long offsetMs = std::clamp(std::strtol(typed.c_str(), nullptr, 10), -kMaxShiftMs, kMaxShiftMs);
-  fSession->Rewrite([offsetMs](auto* lines) { shift_time_tags(lines, offsetMs); });
+  const TBulkChange shift = [offsetMs](auto* lines) { shift_time_tags(lines, offsetMs); };
+  fSession->Active().FlushEdits();
+  const size_t outOfRange = count_tags_out_of_range(fDocument.Lines(), offsetMs);
+  const auto question = [&] {
+    return gLLT->Text("Ask_Shift_Out_Of_Range") +
+           ("\n\n" + (gLLT->Text("Hint_Tags_Out_Of_Range") + std::to_string(outOfRange))) +
+           what_changes(fDocument.Lines(), shift);
+  };
+  if (outOfRange > 0 && !ask_no_yes(question())) return;
+  fSession->Rewrite(shift);
   const std::string report = gLLT->Text("StatBarStr_Fined_Time_Tag") + std::to_string(offsetMs) + " [ms]";
   SetStatBarStr(report.c_str());
 }
@@ -34,18 +70,21 @@ void TVesmoEView::MItemCvtTag(const BMessage& message) {
   if (message.FindBool("CvtTagS2E", &toExtended) != B_OK) return;
   const char* const from = gLLT->Text(toExtended ? "Std_Time_Tag" : "Ext_Time_Tag");
   const char* const to = gLLT->Text(toExtended ? "Ext_Time_Tag" : "Std_Time_Tag");
+  const TBulkChange convert = [toExtended](auto* lines) { convert_time_tags(lines, toExtended); };
+  fSession->Active().FlushEdits();
   if (!ask_no_yes(gLLT->Text("Ask_Cvt_Tag_1") + quoted(from) + gLLT->Text("Ask_Cvt_Tag_2") + quoted(to) +
-                  gLLT->Text("Ask_Cvt_Tag_3"))) {
+                  gLLT->Text("Ask_Cvt_Tag_3") + what_changes(fDocument.Lines(), convert))) {
     return;
   }
-  fSession->Rewrite([toExtended](auto* lines) { convert_time_tags(lines, toExtended); });
+  fSession->Rewrite(convert);
   const std::string report = std::string(gLLT->Text("StatBarStr_Cvted_Tag_1")) + from +
                              gLLT->Text("StatBarStr_Cvted_Tag_2") + to + gLLT->Text("StatBarStr_Cvted_Tag_3");
   SetStatBarStr(report.c_str());
 }
 
 void TVesmoEView::MItemDelAllTimeTagClicked() {
-  if (!ask_no_yes(gLLT->Text("Ask_Del_All_Time_Tag"))) return;
+  fSession->Active().FlushEdits();
+  if (!ask_no_yes(gLLT->Text("Ask_Del_All_Time_Tag") + what_changes(fDocument.Lines(), delete_time_tags))) return;
   fSession->Rewrite(delete_time_tags);
   SetStatBarStr(gLLT->Text("StatBarStr_Deled_All_Time_Tag"));
 }

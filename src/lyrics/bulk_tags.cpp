@@ -29,14 +29,35 @@ long rounded(long amount, long unit) {
   return amount < 0 ? -step : step;
 }
 
+/** How far a shift moves the tags of either form. */
+struct TShift {
+  explicit TShift(long offsetMs) : amount(std::clamp<long>(offsetMs, -INT32_MAX, INT32_MAX)) {}
+  long Step(bool isExtended) const { return isExtended ? extendedStep : standardStep; }
+
+  long amount;
+  long standardStep = rounded(amount, 1000);
+  long extendedStep = rounded(amount, 10);
+};
+
 } // namespace
 
 void shift_time_tags(std::list<std::string>* lines, long offsetMs) {
-  const long amount = std::clamp<long>(offsetMs, -INT32_MAX, INT32_MAX);
-  const long standardStep = rounded(amount, 1000);
-  const long extendedStep = rounded(amount, 10);
-  rewrite_tags(lines,
-               [=](long time, const bool* extended) { return time + (*extended ? extendedStep : standardStep); });
+  const TShift shift(offsetMs);
+  rewrite_tags(lines, [shift](long time, const bool* extended) { return time + shift.Step(*extended); });
+}
+
+size_t count_tags_out_of_range(const std::vector<std::string>& lines, long offsetMs) {
+  const TShift shift(offsetMs);
+  size_t count = 0;
+  for (const std::string& line : lines) {
+    long time = 0;
+    bool extended = false;
+    if (!time_tag_to_time(line, &time, &extended)) continue;
+    const long shifted = time + shift.Step(extended);
+    const bool isMovedOut = shift.amount < 0 ? shifted < 0 && time > 0 : shifted > kLastTagTime && time < kLastTagTime;
+    if (isMovedOut) ++count;
+  }
+  return count;
 }
 
 void convert_time_tags(std::list<std::string>* lines, bool toExtended) {
