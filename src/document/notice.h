@@ -8,7 +8,7 @@
 
 /** Numbers of the notices that can be shown in one window at a time; further ones may use numbers from kOtherNotices.
  */
-enum TNoticeId : int32 { kFileNotice, kOtherNotices = 100 };
+enum TNoticeId : int32 { kFileNotice, kRecentFilesNotice, kOtherNotices = 100 };
 
 struct TNoticeButton {
   std::string label;

@@ -12,6 +12,9 @@
 #include "platform/storage/entry_ref.h"
 #include "plugin/message_codes.h"
 #include "window/editor_window.h"
+#include "window/notice_bar.h"
+
+#include <utility>
 
 namespace {
 
@@ -44,8 +47,20 @@ void TVesmoEWin::GenerateMenuMRUF() {
   fMRUF.SetTgtMenu(fMenus->OpenMenu());
   fMRUF.GenerateMenu();
   fMenus->OpenMenu()->FindItem(kMsgClearHistory)->SetEnabled(fMRUF.CountMRUFs() > 0);
+  SaveMRUF();
+}
+
+/** Reported once, until it works again. */
+void TVesmoEWin::SaveMRUF() {
   BEntry archive;
-  if (find_archive(&archive)) fMRUF.Save(archive);
+  const bool isSaved = find_archive(&archive) && fMRUF.Save(archive);
+  if (isSaved) fNoticeBar->RemoveNotice(kRecentFilesNotice);
+  if (std::exchange(fIsMRUFSaved, isSaved) && !isSaved) {
+    TNotice notice;
+    notice.id = kRecentFilesNotice;
+    notice.text = gLLT->Text("Notice_Recent_Not_Saved");
+    fNoticeBar->ShowNotice(notice);
+  }
 }
 
 void TVesmoEWin::AddHistoryRqtd(const BMessage& message) {

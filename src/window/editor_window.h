@@ -44,6 +44,7 @@ private:
   // editor_recent.cpp
   void LoadMRUF();
   void GenerateMenuMRUF();
+  void SaveMRUF();
   void AddHistoryRqtd(const BMessage& message);
   void RemoveHistoryRqtd(const BMessage& message);
   void MItemDelAllMRUFClicked();
@@ -81,6 +82,7 @@ private:
   TVesmoEView* fEditorView;
   std::unique_ptr<TEditorMenus> fMenus;
   TMRUF fMRUF;
+  bool fIsMRUFSaved = true;
   bool fShowsToolBar = true;
   TToolButton* fFirstModeButton = nullptr; // the other modes' buttons follow it in the tool bar
   std::unique_ptr<THostFollower> fFollower;

@@ -111,3 +111,24 @@ TEST_F(Notices, ManyLongButtonsGetRowsOfTheirOwnInANarrowWindow) {
   for (const char* button : {"NoticeButton0", "NoticeButton1", "NoticeButton2", "NoticeClose"})
     EXPECT_LE(hands::control_frame(*fWindow, button).right, Bar().Bounds().right) << button;
 }
+
+TEST_F(Notices, RecentFilesThatCannotBeStoredAreReportedOnceAndUntilTheyCan) {
+  const std::string folder = fFolder.File("KOREVA/VesmoE");
+  std::filesystem::permissions(folder, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+  std::filesystem::permissions(folder + "/VesmoE_MRU.arc", std::filesystem::perms::owner_read);
+  Open(fFolder.Write("a.lrc", "a\n"));
+  EXPECT_EQ(Text(), "The list of recent files could not be saved. The log on standard error gives the reason.");
+  Click("NoticeClose");
+  Open(fFolder.Write("b.lrc", "b\n"));
+  EXPECT_EQ(Text(), "") << "once is enough";
+  std::filesystem::permissions(folder + "/VesmoE_MRU.arc", std::filesystem::perms::owner_all);
+  std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
+  Open(fFolder.Write("c.lrc", "c\n"));
+  std::filesystem::permissions(folder, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+  std::filesystem::permissions(folder + "/VesmoE_MRU.arc", std::filesystem::perms::owner_read);
+  Open(fFolder.Write("d.lrc", "d\n"));
+  EXPECT_NE(Text(), "") << "it worked meanwhile";
+  std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
+  Open(fFolder.Write("e.lrc", "e\n"));
+  EXPECT_EQ(Text(), "");
+}
