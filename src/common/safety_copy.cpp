@@ -45,7 +45,10 @@ std::string keep(const std::string& path, const std::function<std::string(const 
   std::string kept;
   if (koreva::get_entry("Recovered", &entry, koreva::kSettingsDir, "VesmoE") && entry.GetPath(&settings) == B_OK)
     kept = write(recovery_names(folder_of(settings.Path()), path));
-  return kept.empty() ? write(recovery_names(std::filesystem::temp_directory_path().string(), path)) : kept;
+  if (!kept.empty()) return kept;
+  std::error_code error; // TMPDIR may name no folder
+  const std::filesystem::path temporary = std::filesystem::temp_directory_path(error);
+  return write(recovery_names(error ? "/tmp" : temporary.string(), path));
 }
 
 } // namespace

@@ -165,6 +165,16 @@ void TEditSession::Rewrite(const std::function<void(std::list<std::string>*)>& r
   SendHistoryState();
 }
 
+void TEditSession::Reload(TOpenedLyrics opened) {
+  fActive->FlushEdits();
+  const int32 line = std::clamp(fActive->CurLine(), 0, static_cast<int32>(opened.lines.size()) - 1);
+  fActive->SetLines(opened.lines);
+  fActive->SetCurLine(line);
+  fDocument->Reload(std::move(opened), line, system_time());
+  fActive->SetModified(false);
+  SendHistoryState();
+}
+
 bool TEditSession::Replay(TReplayDirection direction) {
   for (int i = 0; i < kMaxReplayTries; ++i) {
     fActive->FlushEdits();

@@ -4,9 +4,12 @@
 #include "common/safety_copy.h"
 #include "document/edit_session.h"
 #include "document/editor_view.h"
+#include "document/file_watch.h"
 #include "hostlink/current_song_finder.h"
+#include "hostlink/host_link.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
+#include "lyrics/file_content.h"
 #include "lyrics/line_limit.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
@@ -85,6 +88,7 @@ void TVesmoEView::RefsReceived(const BMessage& message) {
   BMessage afterSave(message);
   afterSave.RemoveName(kFromRecentFiles); // keys held by then have no meaning for it
   if (!AskSave(afterSave, this) || !EnsureExists(ref)) return;
+  if (!IsTextOrWanted(ref)) return;
   const entry_ref source = copy_to_open_instead(ref).value_or(ref);
   if (has_too_many_lines(source)) return tell(too_many_lines_text(source));
   std::optional<TOpenedLyrics> opened = open_lyrics(ref, source);
@@ -106,6 +110,21 @@ bool TVesmoEView::EnsureExists(const entry_ref& ref) {
   return false;
 }
 
+/** A song or picture would be destroyed by saving it as lyrics. */
+bool TVesmoEView::IsTextOrWanted(const entry_ref& ref) {
+  const std::string path = ref.FullPath();
+  const TFileContent content = content_of_file(path);
+  if (content == TFileContent::kText) return true;
+  const bool isSong = content == TFileContent::kSong;
+  const std::string question =
+      gLLT->Text(isSong ? "Ask_No_Text_Song" : "Ask_No_Text") + path + "\n\n" + gLLT->Text("Hint_No_Text");
+  const auto open = text_button("Button_Open_Anyway", 'O');
+  const long answer = isSong ? ask(question, {cancel_button(), open, text_button("Button_Play", 'P')})
+                             : ask(question, {cancel_button(true), open});
+  if (answer == 2) fFrontEnd->PlayFile(path);
+  return answer == 1;
+}
+
 bool TVesmoEView::CreateNewLyricsFile(const entry_ref& ref) {
   BFile file(&ref, B_READ_WRITE | B_CREATE_FILE);
   if (file.InitCheck() != B_OK) return false;
@@ -122,10 +141,11 @@ void TVesmoEView::ShowOpened(const TOpenedLyrics& opened) {
     fDocument.Open(opened);
     fSession->DocumentStarted();
   }
+  fFileWatch->Follow();
   SendAddHistoryRqtd();
   SetWinTitle();
   ExpDefaultStatBarRqtd();
-  if (!fDocument.IsWhole())
+  if (!fDocument.Unread().IsTextWhole())
     notify(gLLT->Text("Err_Not_Whole") + ("\n" + fDocument.File().FullPath()) + "\n\n" + gLLT->Text("Hint_Not_Whole"));
 }
 

@@ -3,6 +3,8 @@
 #include "common/koreva.h"
 #include "document/edit_session.h"
 #include "document/editor_view.h"
+#include "document/file_watch.h"
+#include "document/save_guard.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "platform/app/message.h"
@@ -15,18 +17,27 @@ namespace {
 
 enum { kCancelButton, kNoButton, kYesButton };
 
-long ask_about_changes(const entry_ref& file) {
+/** Text without changes is lost as well when its file has gone. */
+std::string why_unsaved(TDiskState state) {
+  const bool isGone =
+      state != TDiskState::kUnchanged && state != TDiskState::kChanged && state != TDiskState::kNoAnswer;
+  return isGone ? gLLT->Text("Hint_File_Gone") : std::string();
+}
+
+long ask_about_changes(const entry_ref& file, const std::string& hint) {
   const std::string name = file.IsEmpty() ? gLLT->Text("New_Lyrics") : "\"" + file.name + "\"";
-  return ask(name + gLLT->Text("Ask_Save"),
-             {text_button("Button_Cancel", 'C', true), text_button("Button_No", 'N'), text_button("Button_Yes", 'Y')});
+  return ask(name + gLLT->Text("Ask_Save") + (hint.empty() ? "" : "\n\n" + hint),
+             {cancel_button(), text_button("Button_No", 'N'), text_button("Button_Yes", 'Y')});
 }
 
 } // namespace
 
 bool TVesmoEView::AskSave(const BMessage& next, const BHandler* target) {
-  if (!fSession->Active().IsModified()) return true;
+  const bool isModified = fSession->Active().IsModified();
+  const std::string whyAsked = isModified ? std::string() : why_unsaved(fFileWatch->StateNow());
+  if (!isModified && whyAsked.empty()) return true;
   if (!fSaveIsPending) {
-    const long answer = ask_about_changes(fDocument.File());
+    const long answer = ask_about_changes(fDocument.File(), whyAsked);
     if (answer == kNoButton) return true;
     fSaveIsPending = answer == kYesButton;
   }
@@ -45,27 +56,35 @@ void TVesmoEView::MItemSaveClicked(const BMessage& message) {
     saveAs.what = kMsgSaveAs;
     Window()->PostMessage(&saveAs);
   } else if (SaveAndVerify(fDocument.Info())) {
-    SetStatBarStr(gLLT->Text("StatBarStr_Saved_Lyrics"));
+    ReportSaved();
     koreva::invoke_next_msg(&message);
   }
+}
+
+bool TVesmoEView::IsForAnotherDocument(const BMessage& answer) const {
+  int32 number = 0;
+  if (answer.FindInt32("Document", &number) != B_OK || number == fDocument.Number()) return false;
+  tell(gLLT->Text("Err_Panel_Of_Another"));
+  return true;
 }
 
 void TVesmoEView::SaveRequested(const BMessage& message) {
   TLyricsInfo info = fDocument.Info();
   int32 number = 0;
+  if (IsForAnotherDocument(message)) return;
   if (message.FindInt32("CRType", &number) == B_OK) info.CRType = cvt_enum_cr_type_to_ct(number);
   if (message.FindInt32("Encoding", &number) == B_OK) info.Encoding = static_cast<long>(encoding_of(number));
   koreva::get_save_ref(&message, &info.File);
   if (info.File.IsEmpty() || info.File.directory.empty() || !SaveAndVerify(info)) return;
   SendAddHistoryRqtd();
   SetWinTitle();
-  SetStatBarStr(gLLT->Text("StatBarStr_Saved_Lyrics"));
+  ReportSaved();
   koreva::invoke_next_msg(&message);
 }
 
 status_t TVesmoEView::SaveLyrics(const TLyricsInfo& info) {
   fSession->Active().FlushEdits();
-  fSaver.Write(fDocument.PlanSave(info.File, {encoding_of(info.Encoding), line_end_of(info.CRType)}));
+  fSaver.Write(fDocument.PlanSave(info.File, {encoding_of(info.Encoding), line_end_of(info.CRType)}, {}));
   BFile file(info.File.FullPath().c_str(), B_READ_WRITE);
   if (file.InitCheck() == B_OK) SetLyricsMimeType(&file);
   fSession->Active().SetModified(false);
@@ -73,11 +92,18 @@ status_t TVesmoEView::SaveLyrics(const TLyricsInfo& info) {
 }
 
 /** The save itself always reports success; only the file on the disk proves it. */
-bool TVesmoEView::SaveAndVerify(const TLyricsInfo& info) {
+bool TVesmoEView::SaveAndVerify(TLyricsInfo info) {
+  fSession->Active().FlushEdits();
+  if (!fSaveGuard->Allow(&info)) return false;
   SaveLyrics(info);
   const bool isSaved = fSaver.Verify();
   if (!isSaved) fSession->Active().SetModified(true);
+  fFileWatch->Follow();
   return isSaved;
+}
+
+void TVesmoEView::ReportSaved() {
+  SetStatBarStr((gLLT->Text("StatBarStr_Saved_Lyrics") + fSaveGuard->Report()).c_str());
 }
 
 void TVesmoEView::SetLyricsMimeType(BFile* file) {

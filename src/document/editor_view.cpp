@@ -1,6 +1,9 @@
 #include "document/editor_view.h"
+#include "document/file_watch.h"
+#include "document/save_guard.h"
 
 #include "common/app_info.h"
+#include "document/differences_win.h"
 #include "document/document_publisher.h"
 #include "document/edit_session.h"
 #include "document/export_command.h"
@@ -28,6 +31,8 @@ TVesmoEView::TVesmoEView(BRect frame, TNoticeBoard* notices)
 }
 
 TVesmoEView::~TVesmoEView() {
+  if (fDifferences && fDifferences->Lock()) fDifferences->Quit();
+  fFileWatch.reset();
   fPoll.reset();
   fPublisher.reset();
   fFrontEnd->StopWaiting();
@@ -37,6 +42,8 @@ TVesmoEView::~TVesmoEView() {
 void TVesmoEView::AttachedToWindow() {
   fSongFinder = std::make_unique<TCurrentSongFinder>(fFrontEnd.get(), BMessenger(this));
   fPublisher = std::make_unique<TDocumentPublisher>(BMessenger(this), &fDocument, &fSong, fFrontEnd.get());
+  fFileWatch = std::make_unique<TFileWatch>(this, &fDocument, fNotices);
+  fSaveGuard = std::make_unique<TSaveGuard>(&fDocument, fFileWatch.get());
   const BMessage refresh(kMsgRefreshInfo);
   fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &refresh, gPref->Values()->pollIntervalUs);
 }
@@ -60,6 +67,20 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return LanguageChanged();
   case kMsgSave:
     return MItemSaveClicked(*message);
+  case B_NODE_MONITOR:
+    return fFileWatch->FolderChanged(*message);
+  case kMsgLookAtFile:
+    return fFileWatch->CheckNow();
+  case kMsgFileLooked:
+    return fFileWatch->Looked();
+  case kMsgFileLate:
+    return fFileWatch->Late();
+  case kMsgCompareFile:
+    return CompareFileRqtd();
+  case kMsgReloadFile:
+    return ReloadFileRqtd();
+  case kMsgKeepMine:
+    return fFileWatch->KeepMine();
   case B_SAVE_REQUESTED:
     return SaveRequested(*message);
   case kMsgMode:
@@ -79,6 +100,7 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   case kMsgDeleteTags:
     return MItemDelAllTimeTagClicked();
   case kMsgExportTo:
+    if (IsForAnotherDocument(*message)) return;
     fSession->Active().FlushEdits();
     if (const auto report = export_document(fDocument, *message)) SetStatBarStr(report->c_str());
     return;
@@ -147,6 +169,7 @@ void TVesmoEView::CreateNewLyrics() {
   fSession->Show({std::string()});
   fDocument.StartNew({encoding_of(settings->writeEncoding), line_end_of(settings->writeCRType)});
   fSession->DocumentStarted();
+  fFileWatch->Follow();
 }
 
 void TVesmoEView::SetWinTitle() {
@@ -177,7 +200,12 @@ void TVesmoEView::PrefAppearanceChanged() {
   fSession->SetAppearance();
 }
 
+void TVesmoEView::WindowActivated(bool active) {
+  if (active) fFileWatch->Check();
+}
+
 void TVesmoEView::LanguageChanged() {
+  fFileWatch->LanguageChanged();
   SetWinTitle();
   ExpDefaultStatBarRqtd();
 }

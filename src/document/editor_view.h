@@ -12,9 +12,12 @@ class BFile;
 class BMessageRunner;
 class Sonivo_FrontEnd;
 class TCurrentSongFinder;
+class TDifferencesWin;
 class TDocumentPublisher;
 class TEditSession;
+class TFileWatch;
 class TNoticeBoard;
+class TSaveGuard;
 
 /** In a ref message: bool, the file was chosen among the recent ones. */
 inline constexpr const char* kFromRecentFiles = "FromMRUF";
@@ -29,11 +32,14 @@ public:
 
   void AttachedToWindow() override;
   void MessageReceived(BMessage* message) override;
+  void WindowActivated(bool active) override;
 
   /** True when the caller may go on at once. After a Yes the lyrics are saved first, and `next` then goes to `target`.
    */
   bool AskSave(const BMessage& next, const BHandler* target);
   TLyricsInfo CurrentLyricsInfo() const { return fDocument.Info(); }
+  /** Another one for each document that is started or opened. */
+  int32 DocumentNumber() const { return fDocument.Number(); }
   TEditMode Mode() const;
   /** Ignores a number of no mode. */
   void SetMode(int32 mode);
@@ -57,6 +63,7 @@ private:
   void MItemOpenCurLyricsClicked();
   void RefsReceived(const BMessage& message);
   bool EnsureExists(const entry_ref& ref);
+  bool IsTextOrWanted(const entry_ref& ref);
   bool CreateNewLyricsFile(const entry_ref& ref);
   void ShowOpened(const TOpenedLyrics& opened);
   void PostOpen(const BMessage& message);
@@ -68,9 +75,18 @@ private:
   // editor_saving.cpp
   void MItemSaveClicked(const BMessage& message);
   void SaveRequested(const BMessage& message);
+  /** True, after a message, for the answer of a panel that was opened while another document was. */
+  bool IsForAnotherDocument(const BMessage& answer) const;
   status_t SaveLyrics(const TLyricsInfo& info);
-  bool SaveAndVerify(const TLyricsInfo& info);
+  /** False, after a message or the user's Cancel, when nothing was saved. */
+  bool SaveAndVerify(TLyricsInfo info);
+  void ReportSaved();
   void SetLyricsMimeType(BFile* file);
+
+  // editor_file.cpp
+  void CompareFileRqtd();
+  void ReloadFileRqtd();
+  std::optional<TOpenedLyrics> ReadFileAgain();
 
   // editor_bulk.cpp
   void FineTimeTagRqtd(const BMessage& message);
@@ -81,6 +97,9 @@ private:
   TDocument fDocument;
   TDocumentSong fSong;
   TLyricsSaver fSaver{&fDocument};
+  std::unique_ptr<TFileWatch> fFileWatch;
+  std::unique_ptr<TSaveGuard> fSaveGuard;
+  TDifferencesWin* fDifferences = nullptr; // created at first use
   std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
   std::unique_ptr<TCurrentSongFinder> fSongFinder;
   std::unique_ptr<TEditSession> fSession;

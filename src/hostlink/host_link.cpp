@@ -194,6 +194,12 @@ status_t Sonivo_FrontEnd::ChangeSpeed(int32 percent) const {
   return send_command(kMsgHostSpeedBy, "Percent", percent);
 }
 
+status_t Sonivo_FrontEnd::PlayFile(const std::string& path) const {
+  BMessage message(kMsgHostOpen);
+  message.AddString("path", path);
+  return send_command(message);
+}
+
 status_t Sonivo_FrontEnd::ShowMarks(const std::string& title, const std::vector<int32>& timesMs) const {
   BMessage message(kMsgHostMarks);
   message.AddString("Title", title);

@@ -49,6 +49,8 @@ public:
   status_t PlayPause() const;
   /** By that many percentage points of the normal speed. */
   status_t ChangeSpeed(int32 percent) const;
+  /** Adds the file to the playlist and plays it. */
+  status_t PlayFile(const std::string& path) const;
   /** Marks on the seek bar for the song of that title; times in ascending order. */
   status_t ShowMarks(const std::string& title, const std::vector<int32>& timesMs) const;
 

@@ -17,6 +17,10 @@ koreva::TAlertButton text_button(const char* key, char letter, bool isHarmless) 
   return {gLLT->Text(key), letter, isHarmless};
 }
 
+koreva::TAlertButton cancel_button(bool isDefault) {
+  return {gLLT->Text("Button_Cancel"), 'C', true, isDefault};
+}
+
 long ask(const std::string& text, std::initializer_list<koreva::TAlertButton> buttons) {
   return koreva::show_alert(text, gLLT->Text("Alert_Caption"), buttons, letter_format());
 }

@@ -9,6 +9,8 @@
 
 /** A button from its language key and its letter. */
 koreva::TAlertButton text_button(const char* key, char letter, bool isHarmless = false);
+/** Cancel, which Escape presses and, for questions whose other answers lose something, Return. */
+koreva::TAlertButton cancel_button(bool isDefault = false);
 /** Returns the index of the pressed button. */
 long ask(const std::string& text, std::initializer_list<koreva::TAlertButton> buttons);
 /** No and Yes; true for Yes. */

@@ -19,10 +19,11 @@ std::optional<TOpenedLyrics> open_lyrics(const entry_ref& file, const entry_ref&
   if (!load_lyrics(source, &opened.lines, &crType, &encoding, &report)) return {};
   opened.file = file;
   opened.form = {encoding_of(encoding), line_end_of(crType)};
-  opened.isWhole = report.isWhole;
+  opened.losses = report.losses;
   opened.isEmptyFile = report.state.size == 0;
   opened.isRecovered = source != file;
-  opened.state = opened.isRecovered ? file_state(file.FullPath(), kMaxLyricsFileSize) : report.state;
+  opened.state =
+      opened.isRecovered ? look_at_file(file.FullPath(), kMaxLyricsFileSize).state : std::optional(report.state);
   if (opened.lines.empty()) opened.lines.emplace_back();
   std::string& first = opened.lines.front();
   if (first.starts_with(kByteOrderMark)) first.erase(0, kByteOrderMark.size());
@@ -34,8 +35,9 @@ void TDocument::Begin(const std::list<std::string>& lines, const TLyricsForm& fo
   fForm = form;
   fFile = {};
   fState.reset();
-  fIsWhole = true;
-  fLostCharacters.clear();
+  fUnread = {};
+  fAccepted.clear();
+  ++fNumber;
 }
 
 void TDocument::StartNew(const TLyricsForm& form) {
@@ -51,7 +53,7 @@ void TDocument::BindToFile(const entry_ref& file, const std::optional<TFileState
 
 void TDocument::Open(const TOpenedLyrics& opened) {
   Begin(opened.lines, opened.form);
-  fIsWhole = opened.isWhole;
+  fUnread = opened.losses;
   if (opened.isRecovered) fHistory.MarkUnsaved();
   BindToFile(opened.file, opened.state);
 }
@@ -76,17 +78,34 @@ void TDocument::Replay(TReplayDirection direction, const TReplay& next) {
   if (fObserver) fObserver->LinesChanged(next.change);
 }
 
-TSavePlan TDocument::PlanSave(const entry_ref& file, const TLyricsForm& form) const {
-  TSavePlan plan{
-      file, form, Bytes(form), characters_outside(Lines(), form.encoding), false, !fIsWhole && file == fFile};
-  plan.hasNewLosses = !plan.lostCharacters.empty() && plan.lostCharacters != fLostCharacters;
+void TDocument::Reload(TOpenedLyrics opened, int32 line, bigtime_t nowUs) {
+  Rewrite(opened.lines, line, nowUs);
+  fHistory.MarkSaved();
+  fForm = opened.form;
+  fState = opened.state;
+  fUnread = opened.losses;
+}
+
+TSavePlan TDocument::PlanSave(const entry_ref& file, const TLyricsForm& form, const TSaveTarget& target) const {
+  TSavePlan plan{file, form, Bytes(form), characters_outside(Lines(), form.encoding), {}, {}, false};
+  for (const std::string& character : plan.lostCharacters) {
+    const bool isAccepted = file == fFile && form.encoding == fAcceptedIn && fAccepted.contains(character);
+    if (!isAccepted) plan.newLostCharacters.push_back(character);
+  }
+  if (!target.isDocumentsFile) return plan;
+  const TDiskState state = CompareWithDisk(target.now);
+  const bool isThere = state == TDiskState::kUnchanged || state == TDiskState::kChanged;
+  if (isThere) plan.unread = fUnread;
+  plan.overwrites = state == TDiskState::kChanged || state == TDiskState::kUnreadable;
   return plan;
 }
 
 void TDocument::Saved(const TSavePlan& plan, const std::optional<TFileState>& state) {
   fHistory.MarkSaved();
-  fIsWhole = true;
-  fLostCharacters = plan.lostCharacters;
+  fUnread = {};
+  if (fFile != plan.file || fAcceptedIn != plan.form.encoding) fAccepted.clear();
+  fAcceptedIn = plan.form.encoding;
+  fAccepted.insert(plan.lostCharacters.begin(), plan.lostCharacters.end());
   fForm = plan.form;
   fState = state;
   if (fFile == plan.file) return;
@@ -94,9 +113,25 @@ void TDocument::Saved(const TSavePlan& plan, const std::optional<TFileState>& st
   NotifyReplaced();
 }
 
-TDiskState TDocument::CompareWithDisk(const std::optional<TFileState>& now) const {
-  if (!now) return fState ? TDiskState::kMissing : TDiskState::kUnchanged;
-  return fState && fState->HasBytesOf(*now) ? TDiskState::kUnchanged : TDiskState::kChanged;
+TDiskState TDocument::CompareWithDisk(const TFileLook& now) const {
+  if (fFile.IsEmpty()) return TDiskState::kUnchanged;
+  switch (now.kind) {
+  case TFileKind::kRegular:
+    return fState && now.state && fState->HasBytesOf(*now.state) ? TDiskState::kUnchanged : TDiskState::kChanged;
+  case TFileKind::kTooLarge:
+    return TDiskState::kChanged;
+  case TFileKind::kMissing:
+    return TDiskState::kMissing;
+  case TFileKind::kFolderMissing:
+    return TDiskState::kFolderMissing;
+  case TFileKind::kNotRegular:
+    return TDiskState::kNotRegular;
+  case TFileKind::kUnreadable:
+    return TDiskState::kUnreadable;
+  case TFileKind::kNoAnswer:
+    break;
+  }
+  return TDiskState::kNoAnswer;
 }
 
 void TDocument::NotifyReplaced() {

@@ -7,6 +7,7 @@
 
 #include <list>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -28,7 +29,7 @@ struct TOpenedLyrics {
   entry_ref file;
   TLyricsForm form;
   std::list<std::string> lines; // at least one, without byte-order mark
-  bool isWhole = true;
+  TReadLosses losses;
   bool isEmptyFile = false;
   bool isRecovered = false; // the lines come from another file, and are not saved in this one
   std::optional<TFileState> state;
@@ -37,6 +38,12 @@ struct TOpenedLyrics {
 /** Reads `file` with the lines of `source`, usually the same file. Nothing when `source` cannot be read as lyrics. */
 std::optional<TOpenedLyrics> open_lyrics(const entry_ref& file, const entry_ref& source);
 
+/** The file of a save, as it was just before. */
+struct TSaveTarget {
+  bool isDocumentsFile = false; // under whichever name
+  TFileLook now{TFileKind::kNoAnswer, {}};
+};
+
 /** What a save writes, and what it loses. Made before anything is written. */
 struct TSavePlan {
   entry_ref file;
@@ -44,11 +51,15 @@ struct TSavePlan {
   std::string bytes;
   /** That the encoding cannot hold, each once, in the order of the text. */
   std::vector<std::string> lostCharacters;
-  bool hasNewLosses = false; // there are some, and not the same as in the last save
-  bool losesTail = false;    // replaces the document's file, which was not read whole
+  /** Those of them that no earlier save in this file and encoding has lost. */
+  std::vector<std::string> newLostCharacters;
+  /** Of the document's file, which is replaced by what was read of it. */
+  TReadLosses unread;
+  bool overwrites = false; // a version of the document's file that was never read
 };
 
-enum class TDiskState { kUnchanged, kChanged, kMissing };
+/** The document's file, compared with the one that was last read or written. */
+enum class TDiskState { kUnchanged, kChanged, kMissing, kFolderMissing, kNotRegular, kUnreadable, kNoAnswer };
 
 /** The open lyrics document: its lines with their history, its file as last read or written, its form, and what is lost
     in reading and saving. The only way to change the lines is a step of the history. No window, no thread, no clock:
@@ -69,8 +80,10 @@ public:
   /** Empty while the document was never saved. */
   const entry_ref& File() const { return fFile; }
   TLyricsInfo Info() const;
-  /** False when the file holds more than the lines show: a tail after a NUL, or bytes outside its encoding. */
-  bool IsWhole() const { return fIsWhole; }
+  /** What the lines do not hold of the file; nothing after it was saved. */
+  const TReadLosses& Unread() const { return fUnread; }
+  /** Another one for each document that is started or opened. */
+  int32 Number() const { return fNumber; }
   /** True when the lines differ from those in the file. */
   bool IsModified() const { return !fHistory.IsSaved(); }
 
@@ -85,7 +98,7 @@ public:
   std::optional<TEditKind> LastKind() const { return fHistory.LastKind(); }
 
   std::string Bytes(const TLyricsForm& form) const { return encoded_lines(Lines(), form); }
-  TSavePlan PlanSave(const entry_ref& file, const TLyricsForm& form) const;
+  TSavePlan PlanSave(const entry_ref& file, const TLyricsForm& form, const TSaveTarget& target) const;
   /** The plan's bytes are in its file, which is the document's from now on. */
   void Saved(const TSavePlan& plan, const std::optional<TFileState>& state);
   /** No state of the history counts as saved until the next save. */
@@ -93,9 +106,13 @@ public:
 
   /** The file when it was last read or written; nothing for a document without one. */
   const std::optional<TFileState>& StateOnDisk() const { return fState; }
-  /** Compares the file as it is now (nothing: it cannot be read) with the one that was last read or written, by its
-      bytes: a file that was only touched, or replaced by equal bytes, is unchanged. */
-  TDiskState CompareWithDisk(const std::optional<TFileState>& now) const;
+  /** Compares it with the file as it is now, by its bytes: a file that was only touched, or replaced by equal bytes, is
+      unchanged. A document without a file is. */
+  TDiskState CompareWithDisk(const TFileLook& now) const;
+  /** The unchanged file has another identity or time now. */
+  void SeenOnDisk(const TFileState& state) { fState = state; }
+  /** Replaces the lines by those of the file, in one step that can be undone; `line` is the current one. */
+  void Reload(TOpenedLyrics opened, int32 line, bigtime_t nowUs);
 
 private:
   void Begin(const std::list<std::string>& lines, const TLyricsForm& form);
@@ -105,7 +122,9 @@ private:
   TLyricsForm fForm;
   entry_ref fFile;
   std::optional<TFileState> fState;
-  bool fIsWhole = true;
-  std::vector<std::string> fLostCharacters; // in the last save
+  TReadLosses fUnread;
+  std::set<std::string> fAccepted; // characters that saves in fAcceptedIn have lost
+  TEncoding fAcceptedIn = TEncoding::kUtf8;
+  int32 fNumber = 0;
   TDocumentObserver* fObserver = nullptr;
 };

@@ -6,13 +6,16 @@
 
 #include <algorithm>
 #include <bit>
+#include <cerrno>
 #include <cstring>
+#include <vector>
 
 namespace {
 
 constexpr uint64 kDigestStart = 14695981039346656037U;
 constexpr uint64 kDigestPrime = 1099511628211U;
 constexpr int64 kNsPerS = 1000000000;
+constexpr size_t kPartSize = size_t{1} << 18;
 constexpr int kRotation = 29; // carries the high bits, which a multiplication never moves down
 
 /** Up to 8 bytes as a little-endian number. */
@@ -23,39 +26,83 @@ uint64 word_at(const char* bytes, size_t count) {
   return word;
 }
 
-} // namespace
+uint64 digest_start(uint64 size) {
+  return (kDigestStart ^ size) * kDigestPrime;
+}
 
-uint64 digest_of(std::string_view bytes) {
-  uint64 digest = (kDigestStart ^ bytes.size()) * kDigestPrime;
-  for (; !bytes.empty(); bytes.remove_prefix(std::min(bytes.size(), sizeof(uint64)))) {
-    const uint64 word = word_at(bytes.data(), std::min(bytes.size(), sizeof(uint64)));
+/** Every part but the last has a multiple of 8 bytes. */
+uint64 continued_digest(uint64 digest, std::string_view part) {
+  for (; !part.empty(); part.remove_prefix(std::min(part.size(), sizeof(uint64)))) {
+    const uint64 word = word_at(part.data(), std::min(part.size(), sizeof(uint64)));
     digest = std::rotl((digest ^ word) * kDigestPrime, kRotation);
   }
   return digest;
 }
 
+TFileState state_of(const struct stat& info, int64 size, uint64 digest) {
+  return {.device = info.st_dev,
+          .inode = info.st_ino,
+          .size = size,
+          .modifiedNs = info.st_mtim.tv_sec * kNsPerS + info.st_mtim.tv_nsec,
+          .digest = digest};
+}
+
+TFileKind kind_of_error(const std::string& path, int error) {
+  if (error != ENOENT && error != ENOTDIR) return TFileKind::kUnreadable;
+  struct stat folder {};
+  const std::string above = path.substr(0, path.rfind('/') + 1);
+  const bool hasFolder = stat(above.c_str(), &folder) == 0 && S_ISDIR(folder.st_mode);
+  return hasFolder ? TFileKind::kMissing : TFileKind::kFolderMissing;
+}
+
+/** Fills the part unless the file ends before. -1 on failure. */
+ssize_t read_part(BFile* file, std::vector<char>* part) {
+  size_t length = 0;
+  while (length < part->size()) {
+    const ssize_t count = file->Read(part->data() + length, part->size() - length);
+    if (count < 0) return -1;
+    if (count == 0) break;
+    length += static_cast<size_t>(count);
+  }
+  return static_cast<ssize_t>(length);
+}
+
+/** The digest of as many bytes as the file had when it was opened; nothing when it cannot be read. A file that is
+    written meanwhile gets the digest of neither version. */
+std::optional<uint64> digest_of_file(BFile* file, int64 size, std::atomic<int64>* progress) {
+  std::vector<char> part(kPartSize);
+  uint64 digest = digest_start(static_cast<uint64>(size));
+  for (;;) {
+    const ssize_t length = read_part(file, &part);
+    if (length < 0) return {};
+    digest = continued_digest(digest, {part.data(), static_cast<size_t>(length)});
+    if (progress) *progress += length;
+    if (static_cast<size_t>(length) < part.size()) return digest;
+  }
+}
+
+} // namespace
+
+uint64 digest_of(std::string_view bytes) {
+  return continued_digest(digest_start(bytes.size()), bytes);
+}
+
 TFileState file_state(int descriptor, std::string_view bytes) {
   struct stat info {};
   fstat(descriptor, &info);
-  return {.device = info.st_dev,
-          .inode = info.st_ino,
-          .size = static_cast<int64>(bytes.size()),
-          .modifiedNs = info.st_mtim.tv_sec * kNsPerS + info.st_mtim.tv_nsec,
-          .digest = digest_of(bytes)};
+  return state_of(info, static_cast<int64>(bytes.size()), digest_of(bytes));
 }
 
-std::optional<TFileState> file_state(const std::string& path, int64 maxSize) {
-  BFile file(path.c_str(), B_READ_ONLY);
-  off_t size = 0;
-  if (file.InitCheck() != B_OK || !file.IsRegular() || file.GetSize(&size) != B_OK || size > maxSize) return {};
-  std::string bytes(static_cast<size_t>(size), '\0');
-  size_t length = 0;
-  while (length < bytes.size()) {
-    const ssize_t count = file.Read(bytes.data() + length, bytes.size() - length);
-    if (count < 0) return {};
-    if (count == 0) break; // truncated meanwhile
-    length += static_cast<size_t>(count);
-  }
-  bytes.resize(length);
-  return file_state(file.Descriptor(), bytes);
+TFileLook look_at_file(const std::string& path, int64 maxSize, std::atomic<int64>* progress) {
+  struct stat info {};
+  if (stat(path.c_str(), &info) != 0) return {kind_of_error(path, errno), {}};
+  if (!S_ISREG(info.st_mode)) return {TFileKind::kNotRegular, {}};
+  if (progress) ++*progress;
+  BFile file(path.c_str(), B_READ_ONLY); // does not block, should a pipe have taken the place meanwhile
+  if (file.InitCheck() != B_OK || !file.IsRegular() || fstat(file.Descriptor(), &info) != 0)
+    return {TFileKind::kUnreadable, {}};
+  if (info.st_size > maxSize) return {TFileKind::kTooLarge, {}};
+  const std::optional<uint64> digest = digest_of_file(&file, info.st_size, progress);
+  if (!digest) return {TFileKind::kUnreadable, {}};
+  return {TFileKind::kRegular, state_of(info, info.st_size, *digest)};
 }

@@ -2,6 +2,7 @@
 
 #include "platform/support/types.h"
 
+#include <atomic>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +16,8 @@ struct TFileState {
   int64 modifiedNs = 0;
   uint64 digest = 0; // of the bytes
   bool HasBytesOf(const TFileState& other) const { return size == other.size && digest == other.digest; }
+  /** Under whichever name. */
+  bool IsSameFile(const TFileState& other) const { return device == other.device && inode == other.inode; }
 };
 
 /** A 64-bit digest (FNV-1a over words of 8 bytes), the same on every machine and in every version, so that it can be
@@ -23,5 +26,23 @@ uint64 digest_of(std::string_view bytes);
 
 /** Identity, size and time of the open file, with the digest of the bytes that were read from it. */
 TFileState file_state(int descriptor, std::string_view bytes);
-/** Reads the whole file. Nothing when it cannot be read, is no regular file, or is larger than `maxSize`. */
-std::optional<TFileState> file_state(const std::string& path, int64 maxSize);
+
+/** What is found under a path. */
+enum class TFileKind {
+  kRegular,
+  kMissing,
+  kFolderMissing, // also when it is not mounted
+  kNotRegular,    // a folder, pipe or device
+  kUnreadable,
+  kTooLarge,
+  kNoAnswer, // the disk or server does not answer; only reported by those who do not wait for it
+};
+
+struct TFileLook {
+  TFileKind kind = TFileKind::kMissing;
+  std::optional<TFileState> state; // of a regular file
+};
+
+/** Reads the whole file, without keeping its bytes. Blocks as long as the disk takes; `progress`, if any, is increased
+    with every part that was read. */
+TFileLook look_at_file(const std::string& path, int64 maxSize, std::atomic<int64>* progress = nullptr);

@@ -18,7 +18,6 @@ struct TBytes {
   std::string_view View() const { return {data.get(), length}; }
   std::unique_ptr<char[]> data;
   size_t length = 0;
-  bool isWhole = true; // nothing was dropped so far
 };
 
 /** The file up to its first NUL, ended by one; null when it cannot be read. */
@@ -38,8 +37,18 @@ std::unique_ptr<TBytes> read_text(const entry_ref& ref, TReadReport* report) {
   const std::string_view all = bytes->View();
   if (report) report->state = file_state(file.Descriptor(), all);
   bytes->length = std::strlen(bytes->data.get());
-  bytes->isWhole = all.find_first_not_of('\0', bytes->length) == std::string_view::npos;
+  const bool hasTail = all.find_first_not_of('\0', bytes->length) != std::string_view::npos;
+  if (report) report->losses = {.tailBytes = hasTail ? static_cast<int64>(all.size() - bytes->length - 1) : 0};
   return bytes;
+}
+
+/** True when the line ends as they will be treated join or split lines. */
+bool has_stray_cr(std::string_view text, long crType) {
+  for (size_t at = text.find('\r'); at != std::string_view::npos; at = text.find('\r', at + 1)) {
+    const bool isBeforeLf = at + 1 < text.size() && text[at + 1] == '\n';
+    if (isBeforeLf == (crType == 2)) return true;
+  }
+  return false;
 }
 
 /** Removes every CR, run by run; returns the new end. */
@@ -72,8 +81,18 @@ long count_substitutes(const TBytes& text) {
   return std::count(text.data.get(), text.data.get() + text.length, kSubstitute);
 }
 
-/** The text in UTF-8: converted or, where that fails, unchanged. Converted text is limited to twice the length. */
-std::unique_ptr<TBytes> to_utf8(std::unique_ptr<TBytes> text, long encoding) {
+/** True when writing the converted text gives the same bytes. */
+bool has_same_bytes(const TBytes& converted, const TBytes& source, uint32 converter) {
+  std::string back(worst_case_from_utf8(converted.length), '\0');
+  size_t sourceLength = converted.length;
+  size_t length = back.size();
+  return convert_from_utf8(converter, converted.data.get(), &sourceLength, back.data(), &length) == B_OK &&
+         std::string_view(back.data(), length) == source.View();
+}
+
+/** The text in UTF-8: converted or, where that fails, unchanged. Converted text is limited to twice the length.
+    `losses` is optional. */
+std::unique_ptr<TBytes> to_utf8(std::unique_ptr<TBytes> text, long encoding, TReadLosses* losses) {
   if (encoding == 0) return text;
   auto converted = std::make_unique<TBytes>(text->length * 2);
   size_t sourceLength = text->length;
@@ -82,8 +101,11 @@ std::unique_ptr<TBytes> to_utf8(std::unique_ptr<TBytes> text, long encoding) {
   if (convert_to_utf8(converter, text->data.get(), &sourceLength, converted->data.get(), &length) != B_OK) return text;
   converted->data[length] = '\0';
   converted->length = length;
-  const bool isCut = sourceLength < text->length;
-  converted->isWhole = text->isWhole && !isCut && count_substitutes(*converted) == count_substitutes(*text);
+  if (losses) {
+    losses->isCut = sourceLength < text->length;
+    losses->hasBrokenBytes = count_substitutes(*converted) != count_substitutes(*text);
+    if (losses->IsTextWhole() && !has_same_bytes(*converted, *text, converter)) losses->hasOddBytes = true;
+  }
   return converted;
 }
 
@@ -150,9 +172,9 @@ bool load_lyrics_as(long readEncoding, const entry_ref& file, std::list<std::str
   if (!text) return false;
   *crType = koreva::detect_cr_type(text->data.get());
   *encoding = readEncoding == kDetectEncoding ? koreva::detect_charset(text->data.get()) : readEncoding;
+  if (report) report->losses.hasOddBytes = has_stray_cr(text->View(), *crType);
   unify_line_ends(text.get(), *crType);
-  text = to_utf8(std::move(text), *encoding);
-  if (report) report->isWhole = text->isWhole;
+  text = to_utf8(std::move(text), *encoding, report ? &report->losses : nullptr);
   text_to_lines(text->data.get(), lines);
   return true;
 }

@@ -24,9 +24,22 @@ inline constexpr long kDetectEncoding = 4;
 /** Larger files are refused. */
 inline constexpr int64 kMaxLyricsFileSize = int64{1} << 30;
 
+/** What of a file's bytes its lines do not hold, so that saving them over the file loses it. */
+struct TReadLosses {
+  int64 tailBytes = 0;         // after the first NUL, unless all are NULs
+  bool isCut = false;          // the converted text was longer than its limit
+  bool hasBrokenBytes = false; // invalid in the encoding, read as substitutes
+  /** Written in another way than they were read: a CR that ends no line, a code that has a second spelling. */
+  bool hasOddBytes = false;
+
+  /** The lines show all of the text. */
+  bool IsTextWhole() const { return tailBytes == 0 && !isCut && !hasBrokenBytes; }
+  bool Any() const { return !IsTextWhole() || hasOddBytes; }
+};
+
 /** What reading a file reports besides its lines. */
 struct TReadReport {
-  bool isWhole = true; // only NULs after the first one, and every byte was converted
+  TReadLosses losses;
   TFileState state;
 };
 

@@ -17,6 +17,7 @@ enum : uint32 {
   kMsgHostSeekBy = 'SNsr',    // int32 "Time": ms, negative is back; bounded to the song
   kMsgHostPlayPause = 'SNpp', // no fields; loads the song if none is loaded
   kMsgHostSpeedBy = 'SNsp',   // int32 "Percent": points, bounded to 25 to 200 percent
+  kMsgHostOpen = 'plho',      // strings "path": songs to be added to the playlist, of which the first is played
   /** String "Title", as in the record; int32 "TimeMs", any number, ascending: the marks on the seek bar while that song
       plays, in place of earlier ones. */
   kMsgHostMarks = 'SNmk',
@@ -62,7 +63,7 @@ enum : uint32 {
   kMsgOpenCurrent = 'opcl',
   kMsgSave = '_sav',        // may carry a waiting command
   kMsgSaveAs = '_sva',      // to the window; may carry a waiting command
-  kMsgExportTo = '_ext',    // ref "directory", string "name", int32 "Format"
+  kMsgExportTo = '_ext',    // ref "directory", string "name", int32 "Format", int32 "Document" (its number)
   kMsgMode = 'mode',        // int32 "Mode"
   kMsgModeChanged = 'umcr', // to the window: int32 "Mode"
   kMsgRefreshInfo = 'rcir',
@@ -74,8 +75,15 @@ enum : uint32 {
   kMsgHistoryChanged = '_hch', // to the window: bool "CanUndo", bool "CanRedo"
   kMsgAddHistory = '_ahr',     // to the window: ref "refs"
   kMsgRemoveHistory = '_rhr',  // to the window: ref "refs"
-  kMsgSendDocument = 'dtwh',   // to itself, delayed: the whole document goes to the follower
-  kMsgSendMarks = 'dtmk',      // to itself, delayed: the marks go to the player
+  kMsgLookAtFile = 'flck',     // to itself, delayed: the file is compared with the document
+  kMsgFileLooked = 'flkd',     // from the thread that reads the file
+  kMsgFileLate = 'fllt',       // to itself, delayed: that thread may have got no answer
+  // The answers to the notice that the file was changed.
+  kMsgCompareFile = 'flcm',
+  kMsgReloadFile = 'flrl',
+  kMsgKeepMine = 'flkm',
+  kMsgSendDocument = 'dtwh', // to itself, delayed: the whole document goes to the follower
+  kMsgSendMarks = 'dtmk',    // to itself, delayed: the marks go to the player
 
   // To the editor window.
   kMsgOpenPanel = '_opn',       // opens the panel for a file to open

@@ -39,6 +39,7 @@ BAlert* make_alert(const std::string& text, const std::string& caption, std::ini
   for (const TAlertButton& button : buttons) {
     if (!format.empty()) alert->SetShortcut(index, button.letter);
     if (button.isHarmless) alert->SetEscapeButton(index);
+    if (button.isDefault) alert->SetDefaultButton(index);
     ++index;
   }
   return alert;

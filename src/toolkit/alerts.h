@@ -15,6 +15,8 @@ struct TAlertButton {
   char letter = 0;
   /** Pressed by Escape and the close button. */
   bool isHarmless = false;
+  /** Pressed by Return, instead of the last button. */
+  bool isDefault = false;
 };
 
 /** Asks a question with at most three buttons, from left to right, and blocks the calling thread until it is answered;

@@ -8,6 +8,7 @@
 #include "platform/storage/entry.h"
 #include "platform/storage/find_directory.h"
 #include "plugin/exit_state.h"
+#include "plugin/message_codes.h"
 #include "window/editor_window.h"
 #include "window/export_panel.h"
 #include "window/save_panel.h"
@@ -68,6 +69,7 @@ void TVesmoEWin::MItemSaveAsClicked(const BMessage& message) {
   SetSavePanelFolder(PanelFolder());
   SetSavePanelLabel();
   BMessage save(B_SAVE_REQUESTED);
+  save.AddInt32("Document", fEditorView->DocumentNumber());
   BMessage next;
   void* target = nullptr;
   if (!koreva::copy_next_msg(&save, message) && message.FindMessage("NxtM", &next) == B_OK &&
@@ -94,7 +96,9 @@ std::string TVesmoEWin::DocumentName() const {
 
 void TVesmoEWin::MItemExportClicked() {
   if (fExportPanel && fExportPanel->IsShowing()) return fExportPanel->Show(); // to the front
-  fExportPanel = std::make_unique<TExportPanel>(BMessenger(this), DocumentName());
+  BMessage answer(kMsgExportTo);
+  answer.AddInt32("Document", fEditorView->DocumentNumber());
+  fExportPanel = std::make_unique<TExportPanel>(BMessenger(this), answer, DocumentName());
   const TLyricsInfo info = fEditorView->CurrentLyricsInfo();
   const bool hasFolder = !info.File.IsEmpty() && BEntry(info.File.directory.c_str()).IsDirectory();
   fExportPanel->SetPanelDirectory(hasFolder ? info.File.directory.c_str() : PanelFolder().c_str());

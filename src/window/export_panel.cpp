@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <utility>
 
-TExportPanel::TExportPanel(const BMessenger& target, std::string name)
+TExportPanel::TExportPanel(const BMessenger& target, const BMessage& answer, std::string name)
     : BFilePanel(B_SAVE_PANEL, &target), fName(std::move(name)),
       fFormatMenu(new BMenu(gLLT->Text("Menu_Export_Format"))) {
   fFormatMenu->SetRadioMode(true);
@@ -21,7 +21,6 @@ TExportPanel::TExportPanel(const BMessenger& target, std::string name)
     item->SetTarget(target);
     fFormatMenu->AddItem(item);
   }
-  const BMessage answer(kMsgExportTo);
   SetMessage(&answer);
   SetTitle(gLLT->Text("Export_Panel_Title"));
   SetButtonLabel(B_CANCEL_BUTTON, gLLT->Text("Button_Cancel"));

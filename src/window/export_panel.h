@@ -11,8 +11,8 @@ class BMenu;
     proposes a file name for it. Any thread that does not hold the panel's lock. */
 class TExportPanel : public BFilePanel {
 public:
-  /** `name` is that of the document's file. */
-  TExportPanel(const BMessenger& target, std::string name);
+  /** `answer` gets the file and the format; `name` is that of the document's file. */
+  TExportPanel(const BMessenger& target, const BMessage& answer, std::string name);
   ~TExportPanel() override { End(); }
 
   /** Proposes the document's name in the marked format. */

@@ -33,17 +33,20 @@ TEST_F(Opening, FileThatIsNotReadWholeIsNamedAndKeptBeforeItIsSavedOver) {
     const char* name;
     std::string bytes;
     std::list<std::string> lines;
-  } rows[] = {{"nul.lrc", std::string("one\ntwo\0three\n", 14), {"one", "two"}},
-              {"broken.lrc", "\x93\xFA\x81\n", {"日\x1A"}},
-              {"long.lrc", std::string(6, '\xB1'), {"ｱｱｱｱ"}}}; // its text would fill more than the room there is
+    const char* loss;
+  } rows[] = {{"nul.lrc", std::string("one\ntwo\0three\n", 14), {"one", "two"}, "after a NUL, which are not shown: 6"},
+              {"broken.lrc", "\x93\xFA\x81\n", {"日\x1A"}, "shown as substitutes"},
+              {"long.lrc", std::string(6, '\xB1'), {"ｱｱｱｱ"}, "too long to be converted"}}; // fills more than its room
   for (const auto& row : rows) {
     const std::string path = fFolder.Write(row.name, row.bytes);
     EXPECT_THAT(Answer("Escape", [&] { Open(path); }).text,
                 StartsWith("Part of this file cannot be read as text:\n" + path));
     EXPECT_EQ(Lines(), row.lines);
-    const std::string told = Answer("Escape", [&] { Send(BMessage(kMsgSave)); }).text;
-    EXPECT_THAT(told, HasSubstr("A copy from before this save is here:\n"));
-    EXPECT_EQ(fFolder.Read(std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path())), row.bytes);
+    EXPECT_THAT(Answer("Escape", [&] { Send(BMessage(kMsgSave)); }).text, HasSubstr(row.loss));
+    EXPECT_EQ(fFolder.Read(row.name), row.bytes) << "cancelled";
+    Answer("A", [&] { Send(BMessage(kMsgSave)); });
+    const std::string kept = Status().substr(Status().find("previous file: ") + 15);
+    EXPECT_EQ(fFolder.Read(std::filesystem::relative(kept, fFolder.Path())), row.bytes);
     Send(BMessage(kMsgSave)); // now the file is as it is shown
     EXPECT_THAT(Status(), EndsWith("Saved"));
   }
@@ -120,4 +123,23 @@ TEST_F(Opening, UnknownEncodingInTheSettingsIsIgnored) {
   Change();
   Press("Ctrl+S");
   EXPECT_EQ(fFolder.Read("a.lrc"), std::string("\x93\xFA\n\0", 4));
+}
+
+TEST_F(Opening, SongsAndOtherFilesThatAreNoTextAreRefusedUnlessTheUserInsists) {
+  Open(fFolder.Write("song.lrc", "kept\n"));
+  const std::string song = fFolder.Write("song.mp3", std::string("ID3\4\0\0", 6) + std::string(9000, '\7'));
+  const std::string picture = fFolder.Write("cover.png", "\x89PNG\r\n");
+  hands::Question asked = Answer("Escape", [&] { Open(song); });
+  EXPECT_EQ(asked.text, "This seems to be a song, not a lyrics file:\n" + song +
+                            "\n\nOpened as lyrics and saved, it would lose its content.");
+  EXPECT_THAT(asked.buttons, ElementsAre("C - Cancel", "O - Open anyway", "P - Play"));
+  EXPECT_THAT(Lines(), ElementsAre("kept"));
+  Answer("P", [&] { Open(song); });
+  EXPECT_TRUE(Until([&] { return fHost->PlayedFile() == song; }));
+  EXPECT_THAT(Lines(), ElementsAre("kept"));
+  asked = Answer("Return", [&] { Open(picture); }); // the harmless answer
+  EXPECT_THAT(asked.text, StartsWith("This does not seem to be a text file:\n" + picture));
+  EXPECT_THAT(Lines(), ElementsAre("kept"));
+  Answer("O", [&] { Open(picture); });
+  EXPECT_EQ(Title(), "cover.png - Vesmo Editor");
 }

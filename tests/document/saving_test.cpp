@@ -49,22 +49,6 @@ TEST_F(Saving, KeepsEncodingAndLineEndsToTheByte) {
   EXPECT_EQ(CountFiles(), 5); // no temporary file remains
 }
 
-TEST_F(Saving, WhatTheEncodingCannotHoldIsNamedAndKept) {
-  const std::string path = fFolder.Write("a.lrc", "[00:01]한é\n日é\n");
-  Open(path);
-  BMessage save = Answered(B_SAVE_REQUESTED, "a.lrc");
-  save.AddInt32("Encoding", 1);
-  const std::string told = Answer("U", [&] { Send(save); }).text;
-  EXPECT_THAT(told, StartsWith("These characters do not exist in Shift-JIS and were replaced in the file:\n한 é\n\n"));
-  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01]\x1A\x1A\n\x93\xFA\x1A\n");
-  EXPECT_FALSE(IsModified());
-  const std::string kept = std::filesystem::relative(told.substr(told.rfind('\n') + 1), fFolder.Path());
-  EXPECT_EQ(fFolder.Read(kept), std::string("[00:01]한é\n日é\n\0", 20));
-  Change();
-  Send(BMessage(kMsgSave)); // no second warning about the same characters
-  EXPECT_THAT(Status(), EndsWith("Saved"));
-}
-
 TEST_F(Saving, AnswerWithoutAFileWritesNothing) {
   const std::string path = fFolder.Write("a.lrc", "[00:01]a\n");
   Open(path);

@@ -58,6 +58,11 @@ struct StrangeHost : BApplication {
   std::atomic<bool> fAnswers{true};
   std::atomic<bool> fIsOutside{false}; // answers a handshake as to another process
   std::atomic<bigtime_t> fLateUs{0};   // delay of the answers about entries
+  /** That a front end wanted to be played. */
+  std::string PlayedFile() {
+    const std::lock_guard lock(fMutex);
+    return fPlayedFile;
+  }
   std::atomic<int> fHandshakes{0};
   std::atomic<int> fPlayed{-1};
   std::atomic<bool> fFaded{false};
@@ -85,6 +90,8 @@ struct StrangeHost : BApplication {
       return Keep(*message);
     case kMsgHostMarks:
       return KeepMarks(*message);
+    case kMsgHostOpen:
+      return KeepFile(*message);
     default:
       BApplication::MessageReceived(message);
     }
@@ -121,6 +128,10 @@ private:
     if (command.FindInt32("Time", &number) != B_OK) command.FindInt32("Percent", &number);
     const std::lock_guard lock(fMutex);
     fCommands.emplace_back(command.what, number);
+  }
+  void KeepFile(const BMessage& message) {
+    const std::lock_guard lock(fMutex);
+    message.FindString("path", &fPlayedFile);
   }
   void KeepMarks(const BMessage& message) {
     const std::lock_guard lock(fMutex);
@@ -173,4 +184,5 @@ private:
   std::vector<Command> fCommands;
   std::pair<std::string, std::vector<int32>> fMarks;
   std::vector<BMessage> fUnanswered;
+  std::string fPlayedFile;
 };

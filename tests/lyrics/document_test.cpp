@@ -47,14 +47,16 @@ struct Document : testing::Test {
   void Replay(TReplayDirection direction) {
     if (const std::optional<TReplay> next = fDocument.Next(direction)) fDocument.Replay(direction, *next);
   }
-  TDiskState Compare() const {
-    return fDocument.CompareWithDisk(file_state(fDocument.File().FullPath(), kMaxLyricsFileSize));
+  TFileLook Look(const entry_ref& file) const { return look_at_file(file.FullPath(), kMaxLyricsFileSize); }
+  TDiskState Compare() const { return fDocument.CompareWithDisk(Look(fDocument.File())); }
+  TSavePlan Plan(const entry_ref& file, const TLyricsForm& form) const {
+    return fDocument.PlanSave(file, form, {file == fDocument.File(), Look(file)});
   }
   /** As a save does it. */
   TSavePlan Save(const entry_ref& file, const TLyricsForm& form) {
-    const TSavePlan plan = fDocument.PlanSave(file, form);
+    const TSavePlan plan = Plan(file, form);
     fFolder.Write(file.name, plan.bytes);
-    fDocument.Saved(plan, file_state(file.FullPath(), kMaxLyricsFileSize));
+    fDocument.Saved(plan, Look(file).state);
     return plan;
   }
   ScratchFolder fFolder;
@@ -115,32 +117,42 @@ TEST_F(Document, SavedStateIsModifiedAgainByUndoAndAFailedSaveByEverything) {
 
 TEST_F(Document, LossesOfASaveAreKnownBeforeItAndNewOnlyOnce) {
   const entry_ref file = Open("日é\n한é\n");
-  const TSavePlan utf8 = fDocument.PlanSave(file, {});
-  EXPECT_THAT(utf8.lostCharacters, IsEmpty());
-  EXPECT_FALSE(utf8.hasNewLosses);
-  const TSavePlan planned = fDocument.PlanSave(file, kSjisCrLf);
+  EXPECT_THAT(Plan(file, {}).lostCharacters, IsEmpty());
+  const TSavePlan planned = Plan(file, kSjisCrLf);
   EXPECT_THAT(planned.lostCharacters, ElementsAre("é", "한"));
   EXPECT_EQ(planned.bytes, "\x93\xfa\x1A\r\n\x1A\x1A\r\n");
-  EXPECT_TRUE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses) << "a save that did not succeed silences nothing";
+  EXPECT_THAT(Plan(file, kSjisCrLf).newLostCharacters, ElementsAre("é", "한")) << "only planned, not saved";
   Save(file, kSjisCrLf);
   EXPECT_EQ(fDocument.Form(), kSjisCrLf);
-  EXPECT_FALSE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses);
+  EXPECT_THAT(Plan(file, kSjisCrLf).newLostCharacters, IsEmpty());
   Replace(0, "日éñ");
-  EXPECT_TRUE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses);
+  EXPECT_THAT(Plan(file, kSjisCrLf).newLostCharacters, ElementsAre("ñ")) << "the others are known";
+  EXPECT_THAT(Plan(file, {TEncoding::kJis, {}}).newLostCharacters, ElementsAre("é", "ñ", "한")) << "another encoding";
+  EXPECT_THAT(Plan(ref_of(fFolder.File("b.lrc")), kSjisCrLf).newLostCharacters, ElementsAre("é", "ñ", "한"));
+  Replace(0, "日");
+  Save(file, kSjisCrLf);
+  Replace(0, "日é");
+  EXPECT_THAT(Plan(file, kSjisCrLf).newLostCharacters, IsEmpty()) << "lost in an earlier save of this file";
   Open("é한\n");
-  EXPECT_TRUE(fDocument.PlanSave(file, kSjisCrLf).hasNewLosses) << "of another document";
+  EXPECT_THAT(Plan(file, kSjisCrLf).newLostCharacters, ElementsAre("é", "한")) << "of another document";
 }
 
-TEST_F(Document, TailThatWasNotReadIsLostOnlyInItsOwnFileAndNotByTheNextDocument) {
+TEST_F(Document, WhatWasNotReadIsLostOnlyInItsOwnFileAndNotByTheNextDocument) {
   const entry_ref file = Open(std::string("a\n\0tail\n", 8));
-  EXPECT_FALSE(fDocument.IsWhole());
-  EXPECT_TRUE(fDocument.PlanSave(file, {}).losesTail);
-  EXPECT_FALSE(fDocument.PlanSave(ref_of(fFolder.File("b.lrc")), {}).losesTail);
+  EXPECT_EQ(fDocument.Unread().tailBytes, 5);
+  EXPECT_EQ(Plan(file, {}).unread.tailBytes, 5);
+  const entry_ref link = ref_of(fFolder.File("link.lrc"));
+  std::filesystem::create_symlink(file.FullPath(), link.FullPath());
+  EXPECT_TRUE(Look(link).state->IsSameFile(*fDocument.StateOnDisk()));
+  EXPECT_EQ(fDocument.PlanSave(link, {}, {true, Look(link)}).unread.tailBytes, 5) << "its own file by another name";
+  EXPECT_FALSE(Plan(ref_of(fFolder.File("b.lrc")), {}).unread.Any());
+  std::filesystem::remove(file.FullPath());
+  EXPECT_FALSE(Plan(file, {}).unread.Any()) << "nothing left to lose";
   fDocument.StartNew({});
-  EXPECT_TRUE(fDocument.IsWhole());
+  EXPECT_FALSE(fDocument.Unread().Any());
   Open(std::string("a\n\0tail\n", 8));
   Save(file, {});
-  EXPECT_FALSE(fDocument.PlanSave(file, {}).losesTail);
+  EXPECT_FALSE(Plan(file, {}).unread.Any());
 }
 
 TEST_F(Document, FileIsComparedByItsBytes) {
@@ -154,8 +166,16 @@ TEST_F(Document, FileIsComparedByItsBytes) {
     fFolder.Write("a.lrc", bytes);
     EXPECT_EQ(Compare(), TDiskState::kChanged) << testing::PrintToString(bytes);
   }
+  EXPECT_TRUE(Plan(file, {}).overwrites);
+  EXPECT_FALSE(fDocument.PlanSave(file, {}, {false, Look(file)}).overwrites);
   Save(file, {});
   EXPECT_EQ(Compare(), TDiskState::kUnchanged);
+  const std::pair<TFileKind, TDiskState> rows[] = {{TFileKind::kTooLarge, TDiskState::kChanged},
+                                                   {TFileKind::kFolderMissing, TDiskState::kFolderMissing},
+                                                   {TFileKind::kNotRegular, TDiskState::kNotRegular},
+                                                   {TFileKind::kUnreadable, TDiskState::kUnreadable},
+                                                   {TFileKind::kNoAnswer, TDiskState::kNoAnswer}};
+  for (const auto& [kind, state] : rows) EXPECT_EQ(fDocument.CompareWithDisk({kind, {}}), state);
   fDocument.StartNew({});
   EXPECT_EQ(fDocument.CompareWithDisk({}), TDiskState::kUnchanged) << "it has no file";
 }
@@ -185,6 +205,25 @@ TEST_F(Document, AMillionLinesAreOpenedChangedAndUndone) {
   Replay(kUndo);
   EXPECT_FALSE(fDocument.IsModified());
   EXPECT_EQ(&fDocument.Lines()[7], untouched) << "one line's change copies no other";
+}
+
+TEST(FileState, LookTellsWhatIsUnderThePath) {
+  const ScratchFolder folder;
+  EXPECT_EQ(look_at_file(folder.File("a"), 10).kind, TFileKind::kMissing);
+  EXPECT_EQ(look_at_file(folder.File("no/a"), 10).kind, TFileKind::kFolderMissing);
+  EXPECT_EQ(look_at_file(folder.Write("file", "x") + "/a", 10).kind, TFileKind::kFolderMissing);
+  EXPECT_EQ(look_at_file(folder.Path(), 10).kind, TFileKind::kNotRegular);
+  EXPECT_EQ(look_at_file("/dev/zero", 10).kind, TFileKind::kNotRegular);
+  EXPECT_EQ(look_at_file(folder.Write("large", std::string(11, 'a')), 10).kind, TFileKind::kTooLarge);
+  std::filesystem::permissions(folder.Write("closed", "x"), std::filesystem::perms::none);
+  EXPECT_EQ(look_at_file(folder.File("closed"), 10).kind, TFileKind::kUnreadable);
+  std::string bytes(1000001, '\0'); // more than one part, and no multiple of a word
+  for (size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 7);
+  std::atomic<int64> progress{0};
+  const TFileLook look = look_at_file(folder.Write("a", bytes), 2000000, &progress);
+  EXPECT_EQ(look.kind, TFileKind::kRegular);
+  EXPECT_EQ(look.state->digest, digest_of(bytes)) << "the same, read in parts";
+  EXPECT_GT(progress, 1000000);
 }
 
 TEST(FileState, DigestIsStableAndSeesEveryBit) {

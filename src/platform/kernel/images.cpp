@@ -1,5 +1,6 @@
 #include "platform/kernel/images.h"
 
+#include <dlfcn.h>
 #include <link.h>
 #include <unistd.h>
 
@@ -37,4 +38,10 @@ status_t get_next_image_info(int32* cookie, image_info* info) {
   info->name = std::move(search.name);
   ++*cookie;
   return B_OK;
+}
+
+void keep_image_mapped(const void* address) {
+  Dl_info image{};
+  // Never closed, on purpose. Fails for the program itself, which stays anyway.
+  if (dladdr(address, &image) != 0) dlopen(image.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
 }

@@ -1,0 +1,56 @@
+#include "document/differences_win.h"
+
+#include "interapp/inter_app_prefs.h"
+#include "language/llt.h"
+#include "platform/app/looper_lock.h"
+#include "platform/app/message.h"
+#include "platform/interface/button.h"
+#include "platform/interface/screen.h"
+#include "platform/interface/string_view.h"
+#include "platform/interface/text_view.h"
+#include "toolkit/krv_dlg_view.h"
+#include "toolkit/placement.h"
+
+namespace {
+
+constexpr float kWidth = 560;
+constexpr float kHeight = 400;
+
+} // namespace
+
+TDifferencesWin::TDifferencesWin(BRect frame)
+    : TKRVWin(frame, "", B_DOCUMENT_WINDOW_LOOK), fLegend(new BStringView({}, "DifferencesLegend", "")),
+      fText(new BTextView({}, "Differences", B_FOLLOW_ALL_SIDES)),
+      fClose(new BButton({}, "DifferencesClose", "", new BMessage(B_QUIT_REQUESTED))) {
+  KeepWhenClosed();
+  fText->MakeEditable(false);
+  auto* const view = new TKRVDlgView("DifferencesView");
+  view->AddRow({fLegend});
+  view->AddRow({fText});
+  view->AddButtons({fClose});
+  view->SetDefaultButton(fClose);
+  view->SetCancelButton(fClose);
+  AddMainChild(view);
+}
+
+void TDifferencesWin::SetContent(const std::string& name, const std::string& differences) {
+  SetTitle((gLLT->Text("Differences_Title") + name).c_str());
+  fLegend->SetText(gLLT->Text("Differences_Legend"));
+  fText->SetText(differences.empty() ? gLLT->Text("Differences_None") : differences);
+  fText->SetAccessibleName(gLLT->Text("Differences_Legend"));
+  fClose->SetLabel(accelerator_label("C", gLLT->Text("Button_Close")).c_str());
+  fText->MakeFocus();
+}
+
+void show_differences(TDifferencesWin** window, const BWindow* owner, const std::string& name,
+                      const std::string& differences) {
+  if (!*window) {
+    const BRect place = owner->Frame();
+    *window = new TDifferencesWin(frame_beside(place, kWidth, kHeight, screen_frame(place.LeftTop())));
+  }
+  const TLooperLock lock(*window);
+  if (!lock) return;
+  (*window)->SetContent(name, differences);
+  (*window)->StandInFrontOf(owner->Proxy());
+  (*window)->BringUp();
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "lyrics/file_state.h"
+#include "platform/app/messenger.h"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <thread>
+#include <utility>
+
+/** Reads files for comparison on a thread of its own, one at a time, so that a disk or server that does not answer
+    blocks nobody. Owned by the document's view, on its window's thread. */
+class TFileLooker {
+public:
+  using TRead = std::function<TFileLook(const std::string& path, int64 maxSize, std::atomic<int64>* progress)>;
+  /** How to read, and how long to wait without progress. */
+  struct TOptions {
+    TRead read = look_at_file;
+    std::chrono::milliseconds patience{4000}; // a disk may have to spin up
+  };
+  /** `asker` gets kMsgFileLooked after each look that was started by Start. */
+  TFileLooker(const BMessenger& asker, TOptions options) : fAsker(asker), fOptions(std::move(options)) {}
+  TFileLooker(const TFileLooker&) = delete;
+  TFileLooker& operator=(const TFileLooker&) = delete;
+  /** Waits a moment for a look that is not finished; if that gets no answer, its thread is abandoned. */
+  ~TFileLooker();
+
+  /** False while the previous look is not finished. */
+  bool Start(const std::string& path);
+  /** The result of the last look, if it was at that file; kNoAnswer while it is not finished. */
+  [[nodiscard]] TFileLook Result(const std::string& path) const;
+  /** Looks at once, and waits as long as the disk goes on delivering; kNoAnswer when it does not. */
+  [[nodiscard]] TFileLook LookNow(const std::string& path);
+
+private:
+  struct Job;
+  static void Run(const std::shared_ptr<Job>& job, const TRead& read);
+  bool Begin(const std::string& path, const BMessenger& asker);
+  /** False when the disk has delivered nothing for a while. */
+  [[nodiscard]] bool WaitForEnd() const;
+
+  const BMessenger fAsker;
+  const TOptions fOptions;
+  std::shared_ptr<Job> fJob; // the last one; null before the first
+  std::thread fThread;       // runs fJob
+};

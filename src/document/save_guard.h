@@ -1,0 +1,30 @@
+#pragma once
+
+#include "lyrics/document.h"
+
+#include <string>
+
+class TFileWatch;
+
+/** Before a save: asks when it would lose something, and backs up what it replaces or cannot write. Owned by the
+    document's view, on its window's thread; blocks while a question is shown. */
+class TSaveGuard {
+public:
+  TSaveGuard(const TDocument* document, TFileWatch* watch) : fDocument(document), fWatch(watch) {}
+
+  /** True when the save may go on; then the encoding may have become UTF-8, as the user wanted. False when the user
+      has cancelled, or after a message. */
+  [[nodiscard]] bool Allow(TLyricsInfo* info);
+  /** Of the last save, what was backed up and where, for the status bar. Empty when nothing was. */
+  const std::string& Report() const { return fReport; }
+
+private:
+  [[nodiscard]] TSavePlan Plan(const TLyricsInfo& info, const TSaveTarget& target) const;
+  [[nodiscard]] bool AskAboutLosses(TLyricsInfo* info, const TSavePlan& plan) const;
+  [[nodiscard]] bool KeepReplaced(const std::string& path);
+  void KeepWhole(const TSavePlan& plan);
+
+  const TDocument* const fDocument;
+  TFileWatch* const fWatch;
+  std::string fReport;
+};
