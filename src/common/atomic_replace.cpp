@@ -26,11 +26,13 @@ status_t replace_whole(TFileTarget target, std::string_view bytes, TFlush flush)
   return status;
 }
 
+/** Truncates last, so that a disk that takes nothing leaves the old bytes. */
 status_t write_over(const std::string& path, std::string_view bytes) {
-  const UniqueFd file(open(path.c_str(), O_WRONLY | O_TRUNC | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK));
+  const UniqueFd file(open(path.c_str(), O_WRONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK));
   if (!file) return status_of_errno(errno);
   const status_t status = write_all(file.Get(), bytes);
   if (status != B_OK) return status;
+  if (ftruncate(file.Get(), static_cast<off_t>(bytes.size())) != 0) return status_of_errno(errno);
   return fsync(file.Get()) == 0 ? B_OK : status_of_errno(errno);
 }
 

@@ -62,6 +62,8 @@ struct Question {
   std::vector<std::string> buttons;
 };
 Question wait_for_question();
+/** Empty when none is shown. */
+Question question_now();
 /** A key typed into the question; false when there is none. */
 bool answer_with_key(const std::string& key);
 bool answer_with_button(const std::string& label);

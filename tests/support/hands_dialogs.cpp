@@ -110,6 +110,10 @@ Question wait_for_question() {
   return seen.value_or(Question());
 }
 
+Question question_now() {
+  return display::call([] { return question_shown().value_or(Question{}); });
+}
+
 bool answer_with_key(const std::string& key) {
   return display::call([key] {
     QMessageBox* box = open_question();

@@ -128,6 +128,7 @@ TEST_F(Notices, RecentFilesThatCannotBeStoredAreReportedOnceAndUntilTheyCan) {
   std::filesystem::permissions(folder + "/VesmoE_MRU.arc", std::filesystem::perms::owner_read);
   Open(fFolder.Write("d.lrc", "d\n"));
   EXPECT_NE(Text(), "") << "it worked meanwhile";
+  std::filesystem::permissions(folder + "/VesmoE_MRU.arc", std::filesystem::perms::owner_all);
   std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
   Open(fFolder.Write("e.lrc", "e\n"));
   EXPECT_EQ(Text(), "");

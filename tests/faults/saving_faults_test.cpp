@@ -1,0 +1,198 @@
+/** Every system call of a save and of the settings made to fail, or to be the last one of the process. */
+
+#include "common/archivable.h"
+#include "common/atomic_replace.h"
+#include "platform/storage/entry.h"
+#include "plugin/message_codes.h"
+#include "tests/faults/failing_calls.h"
+#include "tests/support/editor_fixture.h"
+#include "tests/support/long_tests.h"
+#include "tests/support/scratch_folder.h"
+
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <future>
+
+using testing::AnyOf;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr int kMostCalls = 60;
+const std::string kOld = "[00:01]a line\n[00:02]another\n";
+const std::string kNew = std::string("a line\n[00:02]another\n\0", 23);
+
+struct Error {
+  int number;
+  const char* name;
+};
+
+/** The disk being full stands for the others in the quick run: the program treats all errors alike. */
+std::vector<Error> errors() {
+  if (!long_tests()) return {{ENOSPC, "ENOSPC"}};
+  return {{ENOSPC, "ENOSPC"}, {EIO, "EIO"}, {EROFS, "EROFS"}, {EDQUOT, "EDQUOT"}, {EACCES, "EACCES"}};
+}
+
+/** A row of the table that ./test --long prints. */
+void report(const std::string& what, int call, const std::string& name, const char* error, const std::string& outcome) {
+  if (long_tests()) std::printf("| %s | %d %s | %s | %s |\n", what.c_str(), call, name.c_str(), error, outcome.c_str());
+}
+
+class Saves : public EditorByHand {
+protected:
+  /** Does it, answering messages; returns the texts of these. */
+  std::vector<std::string> ToldBy(const std::function<void()>& act) {
+    std::atomic<bool> isDone{false};
+    auto told = std::async(std::launch::async, [&isDone] {
+      std::vector<std::string> texts;
+      hands::until([&] {
+        const std::string text = hands::question_now().text;
+        if (!text.empty() && hands::answer_with_key("U")) texts.push_back(text);
+        return isDone.load();
+      });
+      return texts;
+    });
+    act();
+    isDone = true;
+    return told.get();
+  }
+  void Prepare(const std::string& shape) {
+    const std::string folder = fFolder.File("lyrics");
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directory(folder);
+    fFolder.Write("lyrics/a.lrc", kOld);
+    if (shape == "two names") std::filesystem::create_hard_link(folder + "/a.lrc", folder + "/b.lrc");
+    Open(folder + "/a.lrc");
+    Change();
+  }
+  /** Saves with failing calls; false when there are no further calls. */
+  bool SaveFailing(const std::string& shape, int call, const Error& error, bool areAll) {
+    SCOPED_TRACE(shape + ", call " + std::to_string(call) + ", " + error.name + (areAll ? " from then on" : ""));
+    Prepare(shape);
+    failing_calls::arm(fFolder.Path(), call, error.number, failing_calls::Fate::kFails, areAll);
+    const auto told = ToldBy([&] {
+      SendToView(BMessage(kMsgSave));
+      failing_calls::disarm();
+    });
+    const std::string bytes = fFolder.Read("lyrics/a.lrc");
+    const bool isSaved = bytes == kNew;
+    // A file with two names is written in place; when that can be neither finished nor undone, its copy is whole.
+    const bool isTorn = bytes != kOld && bytes != kNew;
+    EXPECT_TRUE(!isTorn || (shape == "two names" && areAll && fFolder.Read("lyrics/a.lrc.before-save") == kOld))
+        << testing::PrintToString(bytes);
+    EXPECT_EQ(IsModified(), !isSaved);
+    EXPECT_EQ(told.empty(), isSaved);
+    if (!told.empty()) {
+      EXPECT_THAT(told.front(), AnyOf(HasSubstr("A copy was saved here:"), HasSubstr("still in the editor")));
+    }
+    report("save, " + shape + (areAll ? ", all calls from" : ""), call, failing_calls::failed_call(), error.name,
+           isSaved  ? "new file"
+           : isTorn ? "whole copy beside it, told"
+                    : "old file, told");
+    const auto leave = [&] { SendToView(BMessage(kMsgNew)); }; // before its file is removed
+    if (IsModified())
+      Answer("N", leave);
+    else
+      leave();
+    return !failing_calls::failed_call().empty();
+  }
+};
+
+} // namespace
+
+TEST_F(Saves, LeaveTheOldOrTheNewFileWhicheverCallFailsAndTheUserIsTold) {
+  for (const std::string shape : {"one name", "two names"}) {
+    for (const Error& error : errors()) {
+      for (const bool areAll : {false, true}) {
+        int call = 1;
+        while (call < kMostCalls && SaveFailing(shape, call, error, areAll)) ++call;
+        EXPECT_GT(call, 4) << "no calls were counted";
+      }
+    }
+  }
+}
+
+namespace {
+
+/** Runs in a child process that ends itself at that call; false when it made fewer. */
+bool killed_at(int call, const std::string& folder, const std::function<void()>& act) {
+  const pid_t child = fork();
+  if (child == 0) {
+    failing_calls::arm(folder, call, 0, failing_calls::Fate::kKills);
+    act();
+    _exit(0);
+  }
+  int status = 0;
+  EXPECT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFEXITED(status));
+  return WEXITSTATUS(status) != 0;
+}
+
+class Record : public koreva::TArchivable {
+public:
+  explicit Record(std::string text) : fText(std::move(text)) {}
+  bool Archive(BMessage* archive) override { return archive->AddString("Text", fText) == B_OK; }
+  bool Unarchive(const BMessage& archive) override { return archive.FindString("Text", &fText) == B_OK; }
+  std::string fText;
+};
+
+} // namespace
+
+TEST(KilledSaves, LeaveTheOldOrTheNewFileAndTheNextSaveWorks) {
+  const ScratchFolder folder;
+  const std::string path = folder.File("a.lrc");
+  const std::string copy = path + ".before-save";
+  for (const bool hasTwoNames : {false, true}) {
+    int call = 1;
+    for (bool isKilled = true; isKilled && call < kMostCalls; ++call) {
+      folder.Write("a.lrc", kOld);
+      std::filesystem::remove(folder.File("b.lrc"));
+      if (hasTwoNames) std::filesystem::create_hard_link(path, folder.File("b.lrc"));
+      isKilled = killed_at(call, folder.Path(), [&] { static_cast<void>(atomic_replace(path, kNew)); });
+      const std::string bytes = folder.Read("a.lrc");
+      const bool isWhole = bytes == kOld || bytes == kNew;
+      // A file with several names is written in place; then the copy beside it is whole.
+      EXPECT_TRUE(isWhole || (hasTwoNames && folder.Read("a.lrc.before-save") == kOld)) << call;
+      report(hasTwoNames ? "killed save, two names" : "killed save", call, "", "-",
+             bytes == kNew   ? "new file"
+             : bytes == kOld ? "old file"
+                             : "whole copy beside it");
+      EXPECT_EQ(atomic_replace(path, kNew), B_OK);
+      EXPECT_EQ(folder.Read("a.lrc"), kNew);
+      std::filesystem::remove(copy);
+    }
+    EXPECT_GT(call, 5) << "no calls were counted";
+  }
+}
+
+TEST(FailingSettings, LeaveTheOldOrTheNewRecordAndTheCallerIsTold) {
+  const ScratchFolder folder;
+  const BEntry entry(folder.File("record.arc").c_str());
+  const auto stored = [&entry] {
+    Record record("");
+    return record.Load(entry) ? record.fText : "unreadable";
+  };
+  for (const Error& error : errors()) {
+    int call = 0;
+    do {
+      ASSERT_TRUE(Record("old").Save(entry));
+      failing_calls::arm(folder.Path(), ++call, error.number);
+      const bool isSaved = Record("new").Save(entry);
+      failing_calls::disarm();
+      EXPECT_EQ(stored(), isSaved ? "new" : "old") << call;
+      report("settings", call, failing_calls::failed_call(), error.name, isSaved ? "new record" : "old record, told");
+    } while (!failing_calls::failed_call().empty() && call < kMostCalls);
+    EXPECT_GT(call, 5) << "no calls were counted";
+  }
+  int call = 1;
+  for (bool isKilled = true; isKilled && call < kMostCalls; ++call) {
+    ASSERT_TRUE(Record("old").Save(entry));
+    isKilled = killed_at(call, folder.Path(), [&] { static_cast<void>(Record("new").Save(entry)); });
+    EXPECT_THAT(stored(), AnyOf("old", "new")) << call;
+    report("killed settings", call, "", "-", stored() + " record");
+  }
+  EXPECT_GT(call, 4) << "no calls were counted";
+}
