@@ -165,12 +165,12 @@ void TEditSession::Rewrite(const std::function<void(std::list<std::string>*)>& r
   SendHistoryState();
 }
 
-void TEditSession::Reload(TOpenedLyrics opened) {
+void TEditSession::Reload(const TOpenedLyrics& opened) {
   fActive->FlushEdits();
   const int32 line = std::clamp(fActive->CurLine(), 0, static_cast<int32>(opened.lines.size()) - 1);
   fActive->SetLines(opened.lines);
   fActive->SetCurLine(line);
-  fDocument->Reload(std::move(opened), line, system_time());
+  fDocument->Reload(opened, line, system_time());
   fActive->SetModified(false);
   SendHistoryState();
 }

@@ -49,7 +49,7 @@ public:
   /** Changes every line in one step. The document counts as modified even if no line changed. */
   void Rewrite(const std::function<void(std::list<std::string>*)>& rewrite);
   /** Replaces the document by its file in one step. */
-  void Reload(TOpenedLyrics opened);
+  void Reload(const TOpenedLyrics& opened);
   void Undo();
   void Redo();
 

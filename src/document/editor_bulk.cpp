@@ -53,13 +53,12 @@ void TVesmoEView::FineTimeTagRqtd(const BMessage& message) {
   const long offsetMs = std::clamp(std::strtol(typed.c_str(), nullptr, 10), -kMaxShiftMs, kMaxShiftMs);
   const TBulkChange shift = [offsetMs](auto* lines) { shift_time_tags(lines, offsetMs); };
   fSession->Active().FlushEdits();
-  const size_t outOfRange = count_tags_out_of_range(fDocument.Lines(), offsetMs);
+  const size_t atZero = count_tags_piled_at_zero(fDocument.Lines(), offsetMs);
   const auto question = [&] {
-    return gLLT->Text("Ask_Shift_Out_Of_Range") +
-           ("\n\n" + (gLLT->Text("Hint_Tags_Out_Of_Range") + std::to_string(outOfRange))) +
+    return gLLT->Text("Ask_Shift_Past_Zero") + ("\n\n" + (gLLT->Text("Hint_Tags_At_Zero") + std::to_string(atZero))) +
            what_changes(fDocument.Lines(), shift);
   };
-  if (outOfRange > 0 && !ask_no_yes(question())) return;
+  if (atZero > 0 && !ask_no_yes(question())) return;
   fSession->Rewrite(shift);
   const std::string report = gLLT->Text("StatBarStr_Fined_Time_Tag") + std::to_string(offsetMs) + " [ms]";
   SetStatBarStr(report.c_str());

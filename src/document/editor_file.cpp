@@ -37,9 +37,9 @@ void TVesmoEView::CompareFileRqtd() {
 }
 
 void TVesmoEView::ReloadFileRqtd() {
-  std::optional<TOpenedLyrics> opened = ReadFileAgain();
+  const std::optional<TOpenedLyrics> opened = ReadFileAgain();
   if (!opened) return;
-  fSession->Reload(std::move(*opened));
+  fSession->Reload(*opened);
   fFileWatch->Follow();
   SetStatBarStr(gLLT->Text("StatBarStr_Reloaded"));
 }

@@ -3,12 +3,14 @@
 #include "family/about_content.h"
 #include "family/language_watch.h"
 #include "interapp/inter_app_prefs.h"
+#include "interapp/questions.h"
 #include "language/llt.h"
 #include "language/load_language.h"
 #include "platform/app/application.h"
 #include "platform/app/looper_lock.h"
 #include "platform/app/node_monitor.h"
 #include "platform/interface/display_language.h"
+#include "platform/support/reported_once.h"
 #include "plugin/app_privacy.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
@@ -16,6 +18,11 @@
 #include "toolkit/placement.h"
 
 #include <utility>
+
+namespace {
+/** Both plug-ins store the preference; one report is enough. */
+constexpr const char* kUnsaved = "common preferences not saved";
+} // namespace
 
 TFamilyCommMan::TFamilyCommMan(const char* name, const char* partnerName, std::string pluginPath)
     : TCommMan(name, partnerName), fPluginPath(std::move(pluginPath)), fIAPFilter(new TIAPFilter(BMessenger(this))),
@@ -63,7 +70,9 @@ void TFamilyCommMan::NodeLanguageChanged() {
 }
 
 void TFamilyCommMan::IAPChanged(const BMessage& message) {
-  gIAP->SetValue(message);
+  const status_t status = gIAP->SetValue(message);
+  if (status == B_OK) forget_reported(kUnsaved);
+  if (status == B_IO_ERROR && should_report(kUnsaved, kUnsaved)) notify(gLLT->Text("Err_Settings_Not_Saved"));
 }
 
 BMessage TFamilyCommMan::BesideRequest(uint32 code) const {

@@ -46,18 +46,19 @@ void shift_time_tags(std::list<std::string>* lines, long offsetMs) {
   rewrite_tags(lines, [shift](long time, const bool* extended) { return time + shift.Step(*extended); });
 }
 
-size_t count_tags_out_of_range(const std::vector<std::string>& lines, long offsetMs) {
+size_t count_tags_piled_at_zero(const std::vector<std::string>& lines, long offsetMs) {
   const TShift shift(offsetMs);
   size_t count = 0;
+  bool isAnyCut = false;
   for (const std::string& line : lines) {
     long time = 0;
     bool extended = false;
     if (!time_tag_to_time(line, &time, &extended)) continue;
     const long shifted = time + shift.Step(extended);
-    const bool isMovedOut = shift.amount < 0 ? shifted < 0 && time > 0 : shifted > kLastTagTime && time < kLastTagTime;
-    if (isMovedOut) ++count;
+    if (shifted <= 0) ++count;
+    if (shifted < 0 && time > 0) isAnyCut = true;
   }
-  return count;
+  return isAnyCut && count > 1 ? count : 0;
 }
 
 void convert_time_tags(std::list<std::string>* lines, bool toExtended) {

@@ -78,7 +78,7 @@ void TDocument::Replay(TReplayDirection direction, const TReplay& next) {
   if (fObserver) fObserver->LinesChanged(next.change);
 }
 
-void TDocument::Reload(TOpenedLyrics opened, int32 line, bigtime_t nowUs) {
+void TDocument::Reload(const TOpenedLyrics& opened, int32 line, bigtime_t nowUs) {
   Rewrite(opened.lines, line, nowUs);
   fHistory.MarkSaved();
   fForm = opened.form;

@@ -112,7 +112,7 @@ public:
   /** The unchanged file has another identity or time now. */
   void SeenOnDisk(const TFileState& state) { fState = state; }
   /** Replaces the lines by those of the file, in one step that can be undone; `line` is the current one. */
-  void Reload(TOpenedLyrics opened, int32 line, bigtime_t nowUs);
+  void Reload(const TOpenedLyrics& opened, int32 line, bigtime_t nowUs);
 
 private:
   void Begin(const std::list<std::string>& lines, const TLyricsForm& form);

@@ -27,13 +27,13 @@ TEST_F(BulkQuestions, NameHowManyLinesChangeAndShowTheFirst) {
 
 TEST_F(BulkQuestions, AShiftThatWouldPileUpTagsAsksFirst) {
   Open(fFolder.Write("a.lrc", "[00:01]a\n[00:02]b\n[00:09]c\n"));
-  const std::string asked = Answer("N", [&] { Shift("-3000"); }).text;
-  EXPECT_THAT(asked,
-              HasSubstr("Time tags that reach the limit: 2\n\nLines that change: 3\n1:  [00:01]a  →  [00:00]a\n"));
+  const std::string asked = Answer("N", [&] { Shift("-2000"); }).text;
+  EXPECT_THAT(asked, HasSubstr("Time tags that become 0: 2\n\nLines that change: 3\n1:  [00:01]a  →  [00:00]a\n"));
   EXPECT_THAT(Lines(), ElementsAre("[00:01]a", "[00:02]b", "[00:09]c"));
   Shift("-1000"); // the first one becomes exactly 0
   EXPECT_THAT(Lines(), ElementsAre("[00:00]a", "[00:01]b", "[00:08]c"));
-  Answer("Y", [&] { Shift("5995000"); });
+  Answer("Y", [&] { Shift("-3000"); });
+  EXPECT_THAT(Lines(), ElementsAre("[00:00]a", "[00:00]b", "[00:05]c"));
   Send(BMessage(kMsgSave));
   SendToView(BMessage(kMsgUndo));
   EXPECT_THAT(Lines(), ElementsAre("[00:00]a", "[00:01]b", "[00:08]c")) << "also after the save";

@@ -11,6 +11,8 @@
 #include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 
+#include <gmock/gmock.h>
+
 namespace {
 
 constexpr const char* kAbout = "About Vesmo Editor";
@@ -154,6 +156,22 @@ TEST_F(ManagerByHand, SharedPreferencesArriveThroughTheApplication) {
   bool flat = true;
   gIAP->GetBool("FlatToolBar", &flat);
   EXPECT_FALSE(flat);
+}
+
+TEST_F(ManagerByHand, SharedPreferencesThatCannotBeStoredAreReportedOnce) {
+  const std::string shared = fFolder.File("KOREVA/Shared");
+  std::filesystem::create_directories(shared);
+  std::filesystem::permissions(shared, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+  for (const bool isFlat : {false, true}) {
+    Tell(message_of(kMsgIAPChanged, "IAP:SrcIAPItem", "FlatToolBar", "IAP:Value", isFlat));
+    fManager->DeliverAll();
+  }
+  std::filesystem::permissions(shared, std::filesystem::perms::owner_all);
+  EXPECT_THAT(hands::wait_for_question().text, testing::StartsWith("The settings could not be saved."));
+  EXPECT_TRUE(hands::answer_with_key("Escape"));
+  EXPECT_EQ(hands::question_now().text, "") << "the second failure";
+  Tell(message_of(kMsgIAPChanged, "IAP:SrcIAPItem", "FlatToolBar", "IAP:Value", true));
+  fManager->DeliverAll();
 }
 
 TEST_F(ManagerByHand, LastChangeOfASharedPreferenceArrivesAlsoWhenTheQueueIsFull) {

@@ -1,5 +1,5 @@
 #include "platform/interface/text_view.h"
-#include "tests/support/keeping.h"
+#include "tests/support/with_window.h"
 
 namespace {
 
