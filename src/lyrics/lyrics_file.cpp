@@ -104,7 +104,8 @@ std::unique_ptr<TBytes> to_utf8(std::unique_ptr<TBytes> text, long encoding, TRe
   if (losses) {
     losses->isCut = sourceLength < text->length;
     losses->hasBrokenBytes = count_substitutes(*converted) != count_substitutes(*text);
-    if (losses->IsTextWhole() && !has_same_bytes(*converted, *text, converter)) losses->hasOddBytes = true;
+    if (!losses->isCut && !losses->hasBrokenBytes && !has_same_bytes(*converted, *text, converter))
+      losses->hasOddBytes = true;
   }
   return converted;
 }

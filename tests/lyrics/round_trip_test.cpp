@@ -82,5 +82,15 @@ TEST_P(RoundTrip, EveryOtherLineKeepsItsBytesOrTheLossIsKnownBeforehand) {
   EXPECT_GT(whole, kRounds / 10) << "too few files are as they should be";
 }
 
+TEST(ReadLosses, OddBytesAreNoticedAlsoInFrontOfATail) {
+  const ScratchFolder folder;
+  entry_ref file;
+  ASSERT_EQ(get_ref_for_path(folder.Write("a.lrc", std::string("\x87\x90\n\0tail", 8)).c_str(), &file), B_OK);
+  const std::optional<TOpenedLyrics> opened = open_lyrics(file, file);
+  ASSERT_TRUE(opened.has_value());
+  EXPECT_EQ(opened->losses.tailBytes, 4);
+  EXPECT_TRUE(opened->losses.hasOddBytes);
+}
+
 INSTANTIATE_TEST_SUITE_P(Encodings, RoundTrip, testing::Values(0L, 1L, 2L, kDetectEncoding),
                          [](const auto& row) { return "Encoding" + std::to_string(row.param); });
