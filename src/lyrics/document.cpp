@@ -11,6 +11,12 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 } // namespace
 
+void prepare_for_editing(std::list<std::string>* lines) {
+  if (lines->empty()) lines->emplace_back();
+  std::string& first = lines->front();
+  if (first.starts_with(kByteOrderMark)) first.erase(0, kByteOrderMark.size());
+}
+
 std::optional<TOpenedLyrics> open_lyrics(const entry_ref& file, const entry_ref& source) {
   TOpenedLyrics opened;
   TReadReport report;
@@ -24,9 +30,7 @@ std::optional<TOpenedLyrics> open_lyrics(const entry_ref& file, const entry_ref&
   opened.isRecovered = source != file;
   opened.state =
       opened.isRecovered ? look_at_file(file.FullPath(), kMaxLyricsFileSize).state : std::optional(report.state);
-  if (opened.lines.empty()) opened.lines.emplace_back();
-  std::string& first = opened.lines.front();
-  if (first.starts_with(kByteOrderMark)) first.erase(0, kByteOrderMark.size());
+  prepare_for_editing(&opened.lines);
   return opened;
 }
 
@@ -35,6 +39,7 @@ void TDocument::Begin(const std::list<std::string>& lines, const TLyricsForm& fo
   fForm = form;
   fFile = {};
   fState.reset();
+  fStart.reset();
   fUnread = {};
   fAccepted.clear();
   ++fNumber;
@@ -54,7 +59,19 @@ void TDocument::BindToFile(const entry_ref& file, const std::optional<TFileState
 void TDocument::Open(const TOpenedLyrics& opened) {
   Begin(opened.lines, opened.form);
   fUnread = opened.losses;
-  if (opened.isRecovered) fHistory.MarkUnsaved();
+  if (opened.isRecovered) {
+    fHistory.MarkUnsaved();
+  } else if (opened.state) {
+    fStart = {opened.file.FullPath(), opened.form.encoding, *opened.state};
+  }
+  BindToFile(opened.file, opened.state);
+}
+
+void TDocument::Recover(const TOpenedLyrics& opened, TEditHistory history) {
+  Begin({}, opened.form);
+  if (opened.file.IsEmpty()) history.MarkUnsaved();
+  fHistory.Replace(std::move(history));
+  fUnread = opened.losses;
   BindToFile(opened.file, opened.state);
 }
 

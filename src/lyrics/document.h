@@ -35,6 +35,16 @@ struct TOpenedLyrics {
   std::optional<TFileState> state;
 };
 
+/** The bytes that were opened, and their encoding. */
+struct TOpenedFile {
+  std::string path;
+  TEncoding encoding = TEncoding::kUtf8;
+  TFileState state;
+};
+
+/** Removes a byte-order mark, and makes the text one empty line if it has none: lines as an edit view shows them. */
+void prepare_for_editing(std::list<std::string>* lines);
+
 /** Reads `file` with the lines of `source`, usually the same file. Nothing when `source` cannot be read as lyrics. */
 std::optional<TOpenedLyrics> open_lyrics(const entry_ref& file, const entry_ref& source);
 
@@ -69,13 +79,20 @@ public:
   /** Not owned; null for none. */
   void SetObserver(TDocumentObserver* observer) { fObserver = observer; }
 
+  /** Not owned; null for none. */
+  void SetHistorySink(TEditHistorySink* sink) { fHistory.SetSink(sink); }
+
   /** One empty line. The file may exist already. */
   void StartNew(const TLyricsForm& form);
   void BindToFile(const entry_ref& file, const std::optional<TFileState>& state);
   void Open(const TOpenedLyrics& opened);
+  /** Continues a history that was restored. The lines of `opened` are not used; without a file it is a document that
+      was never saved. */
+  void Recover(const TOpenedLyrics& opened, TEditHistory history);
 
   const std::vector<std::string>& Lines() const { return fHistory.Lines(); }
   std::list<std::string> CopyLines() const { return {Lines().begin(), Lines().end()}; }
+  const TEditHistory& History() const { return fHistory; }
   const TLyricsForm& Form() const { return fForm; }
   /** Empty while the document was never saved. */
   const entry_ref& File() const { return fFile; }
@@ -106,6 +123,8 @@ public:
 
   /** The file when it was last read or written; nothing for a document without one. */
   const std::optional<TFileState>& StateOnDisk() const { return fState; }
+  /** The file whose lines the history started with, as it was then; nothing if they came from elsewhere. */
+  const std::optional<TOpenedFile>& Start() const { return fStart; }
   /** Compares it with the file as it is now, by its bytes: a file that was only touched, or replaced by equal bytes, is
       unchanged. A document without a file is. */
   TDiskState CompareWithDisk(const TFileLook& now) const;
@@ -122,6 +141,7 @@ private:
   TLyricsForm fForm;
   entry_ref fFile;
   std::optional<TFileState> fState;
+  std::optional<TOpenedFile> fStart;
   TReadLosses fUnread;
   std::set<std::string> fAccepted; // characters that saves in fAcceptedIn have lost
   TEncoding fAcceptedIn = TEncoding::kUtf8;

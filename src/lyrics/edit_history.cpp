@@ -10,6 +10,7 @@ constexpr bigtime_t kPauseUs = 1000000;
 /** The oldest steps are dropped beyond either limit; the last step is always kept. */
 constexpr size_t kMaxSteps = 20000;
 constexpr size_t kMaxBytes = 128 << 20;
+constexpr int64 kNoState = -1;
 
 void append_line(std::string_view line, std::string* text) {
   text->append(line);
@@ -38,6 +39,7 @@ void TEditHistory::Reset(const std::list<std::string>& lines) {
   fBytes = 0;
   fFirstState = fSavedState = ++fLastState;
   fCanJoin = false;
+  if (fSink) fSink->HistoryReset();
 }
 
 bool TEditHistory::Record(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter,
@@ -50,9 +52,8 @@ bool TEditHistory::Record(const TLinesChange& change, TEditKind kind, int32 line
   DropRedo();
   Apply(change);
   if (joins) {
-    fBytes += change.lines.front().size() + 1 - fSteps.back().after.size();
-    fSteps.back().after = change.lines.front() + '\n';
-    fSteps.back().whenUs = nowUs;
+    Extend(change.lines.front(), nowUs);
+    if (fSink) fSink->StepExtended(fSteps.back());
     return true;
   }
   step.kind = kind;
@@ -61,7 +62,15 @@ bool TEditHistory::Record(const TLinesChange& change, TEditKind kind, int32 line
   step.whenUs = nowUs;
   Push(std::move(step));
   fCanJoin = kind == TEditKind::kTyping;
+  if (fSink) fSink->StepRecorded(fSteps.back());
   return true;
+}
+
+void TEditHistory::Extend(const std::string& line, bigtime_t nowUs) {
+  Step& last = fSteps.back();
+  fBytes += line.size() + 1 - last.after.size();
+  last.after = line + '\n';
+  last.whenUs = nowUs;
 }
 
 TEditHistory::Step TEditHistory::MakeStep(const TLinesChange& change) const {
@@ -152,6 +161,7 @@ void TEditHistory::Replay(TReplayDirection direction, const TReplay& next) {
   Apply(next.change);
   fDone = direction == TReplayDirection::kUndo ? fDone - 1 : fDone + 1;
   fCanJoin = false;
+  if (fSink) fSink->StepReplayed(direction);
 }
 
 std::optional<TEditKind> TEditHistory::LastKind() const {
@@ -162,4 +172,10 @@ std::optional<TEditKind> TEditHistory::LastKind() const {
 void TEditHistory::MarkSaved() {
   fSavedState = CurrentState();
   fCanJoin = false;
+  if (fSink) fSink->SavedStateChanged(true);
+}
+
+void TEditHistory::MarkUnsaved() {
+  fSavedState = kNoState;
+  if (fSink) fSink->SavedStateChanged(false);
 }

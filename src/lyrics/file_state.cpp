@@ -4,40 +4,13 @@
 
 #include <sys/stat.h>
 
-#include <algorithm>
-#include <bit>
 #include <cerrno>
-#include <cstring>
 #include <vector>
 
 namespace {
 
-constexpr uint64 kDigestStart = 14695981039346656037U;
-constexpr uint64 kDigestPrime = 1099511628211U;
 constexpr int64 kNsPerS = 1000000000;
 constexpr size_t kPartSize = size_t{1} << 18;
-constexpr int kRotation = 29; // carries the high bits, which a multiplication never moves down
-
-/** Up to 8 bytes as a little-endian number. */
-uint64 word_at(const char* bytes, size_t count) {
-  uint64 word = 0;
-  std::memcpy(&word, bytes, count);
-  if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
-  return word;
-}
-
-uint64 digest_start(uint64 size) {
-  return (kDigestStart ^ size) * kDigestPrime;
-}
-
-/** Every part but the last has a multiple of 8 bytes. */
-uint64 continued_digest(uint64 digest, std::string_view part) {
-  for (; !part.empty(); part.remove_prefix(std::min(part.size(), sizeof(uint64)))) {
-    const uint64 word = word_at(part.data(), std::min(part.size(), sizeof(uint64)));
-    digest = std::rotl((digest ^ word) * kDigestPrime, kRotation);
-  }
-  return digest;
-}
 
 TFileState state_of(const struct stat& info, int64 size, uint64 digest) {
   return {.device = info.st_dev,
@@ -71,21 +44,17 @@ ssize_t read_part(BFile* file, std::vector<char>* part) {
     written meanwhile gets the digest of neither version. */
 std::optional<uint64> digest_of_file(BFile* file, int64 size, std::atomic<int64>* progress) {
   std::vector<char> part(kPartSize);
-  uint64 digest = digest_start(static_cast<uint64>(size));
+  TDigest digest(static_cast<uint64>(size));
   for (;;) {
     const ssize_t length = read_part(file, &part);
     if (length < 0) return {};
-    digest = continued_digest(digest, {part.data(), static_cast<size_t>(length)});
+    digest.Add({part.data(), static_cast<size_t>(length)});
     if (progress) *progress += length;
-    if (static_cast<size_t>(length) < part.size()) return digest;
+    if (static_cast<size_t>(length) < part.size()) return digest.Value();
   }
 }
 
 } // namespace
-
-uint64 digest_of(std::string_view bytes) {
-  return continued_digest(digest_start(bytes.size()), bytes);
-}
 
 TFileState file_state(int descriptor, std::string_view bytes) {
   struct stat info {};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lyrics/digest.h"
 #include "platform/support/types.h"
 
 #include <atomic>
@@ -19,10 +20,6 @@ struct TFileState {
   /** Under whichever name. */
   bool IsSameFile(const TFileState& other) const { return device == other.device && inode == other.inode; }
 };
-
-/** A 64-bit digest (FNV-1a over words of 8 bytes), the same on every machine and in every version, so that it can be
-    stored. Detects changes; not cryptographic. */
-uint64 digest_of(std::string_view bytes);
 
 /** Identity, size and time of the open file, with the digest of the bytes that were read from it. */
 TFileState file_state(int descriptor, std::string_view bytes);

@@ -167,6 +167,18 @@ bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crT
   return load_lyrics_as(wanted, file, lines, crType, encoding, report);
 }
 
+std::list<std::string> lines_of_bytes(std::string_view bytes, TEncoding encoding) {
+  auto text = std::make_unique<TBytes>(bytes.size());
+  bytes.copy(text->data.get(), bytes.size());
+  text->data[bytes.size()] = '\0';
+  text->length = std::strlen(text->data.get());
+  unify_line_ends(text.get(), koreva::detect_cr_type(text->data.get()));
+  text = to_utf8(std::move(text), static_cast<long>(encoding), nullptr);
+  std::list<std::string> lines;
+  split_lines(text->data.get(), &lines);
+  return lines;
+}
+
 bool load_lyrics_as(long readEncoding, const entry_ref& file, std::list<std::string>* lines, long* crType,
                     long* encoding, TReadReport* report) {
   std::unique_ptr<TBytes> text = read_text(file, report);

@@ -6,6 +6,7 @@
 
 #include <list>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /** Lyrics as files: bytes in one of three encodings with one of three line ends, and back. In memory a document is a
@@ -52,6 +53,9 @@ bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crT
 /** The same in a given encoding: 0 to 2, or kDetectEncoding. An unknown number leaves the bytes as they are. */
 bool load_lyrics_as(long readEncoding, const entry_ref& file, std::list<std::string>* lines, long* crType,
                     long* encoding, TReadReport* report = nullptr);
+
+/** The lines that reading a file of these bytes in that encoding gives. */
+std::list<std::string> lines_of_bytes(std::string_view bytes, TEncoding encoding);
 
 /** Clears the list and splits a NUL-terminated text at line feeds; a final line feed begins no further line. */
 void text_to_lines(const char* text, std::list<std::string>* lines);

@@ -1,0 +1,326 @@
+#include "lyrics/bulk_tags.h"
+#include "tests/journal/memory_disk.h"
+#include "tests/support/scratch_folder.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using enum TReplayDirection;
+
+namespace {
+
+/** What a user does: stamps, types, edits lines, changes all lines, goes back and forth, saves. */
+void work(JournaledDocument* world, std::mt19937* random) {
+  const auto below = [random](size_t bound) { return static_cast<int32>((*random)() % bound); };
+  TDocument& document = world->document;
+  const auto count = static_cast<int32>(document.Lines().size());
+  const int32 row = count > 0 ? below(document.Lines().size()) : 0;
+  switch (count > 0 ? below(10) : 0) {
+  case 0:
+    return world->Change({row, 0, {"new " + std::to_string(below(100)), ""}});
+  case 1:
+    return world->Change({row, std::min(2, count - row), {"joined"}});
+  case 2:
+  case 3:
+    return world->Change({row, 1, {"[00:" + std::to_string(10 + below(50)) + ":00]sung"}}, TEditKind::kStamp);
+  case 4:
+  case 5:
+    return world->Change({0, 1, {document.Lines()[0] + "x"}}, TEditKind::kTyping);
+  case 6: {
+    std::list<std::string> lines = document.CopyLines();
+    shift_time_tags(&lines, below(5000));
+    document.Rewrite(lines, row, world->nowUs);
+    return world->HandleReports();
+  }
+  case 7:
+    return below(4) > 0 ? world->Replay(kRedo) : world->Save();
+  default:
+    return world->Replay(kUndo);
+  }
+}
+
+std::optional<TRecoveredDocument> recovered(const JournaledDocument& world) {
+  const auto named = world.disk.Named();
+  if (named.empty()) return {};
+  EXPECT_THAT(named, SizeIs(1));
+  return recover_document(named.back()->bytes);
+}
+
+/** A journal whose records were written one by one, with the lines after each of them. */
+struct Journal {
+  Journal() {
+    TJournalWriter writer(&disk, [](TJournalReport) { FAIL(); });
+    TDocument document;
+    document.StartNew({});
+    const auto write = [&](TJournalCommand command) {
+      writer.Execute(std::move(command), 0);
+      ends.push_back(disk.files[0]->bytes.size());
+    };
+    write(
+        TJournalStart{{"/a.lrc", {}, {}, {}}, 2, std::vector<TJournalAppend>{{TRecordType::kLines, 1, "one\ntwo\n"}}});
+    write(TJournalAppend{TRecordType::kHistory, 1, encoded_history({0, 0})});
+    const std::string three = encoded_step({.first = 2, .countAfter = 1, .before = "", .after = "three\n"});
+    const std::string typed = encoded_step(
+        {.kind = TEditKind::kTyping, .countBefore = 1, .countAfter = 1, .before = "one\n", .after = "ones\n"});
+    write(TJournalAppend{TRecordType::kStep, 2, three});
+    write(TJournalAppend{TRecordType::kStep, 3, typed});
+    write(TJournalAppend{TRecordType::kTyping, 4, "onesy"});
+    write(TJournalAppend{TRecordType::kView, 5, encoded_view({1, 2})});
+    write(TJournalAppend{TRecordType::kUndo, 6, ""});
+    bytes = disk.files[0]->bytes;
+  }
+  /** After so many records. */
+  static std::list<std::string> LinesAfter(size_t records) {
+    const std::list<std::string> first{"one", "two"};
+    const std::list<std::string> last{"one", "two", "three"};
+    const std::list<std::string> states[] = {
+        first, first, last, {"ones", "two", "three"}, {"onesy", "two", "three"}, {"onesy", "two", "three"}, last};
+    return states[records - 1];
+  }
+  /** Of the records that end before. */
+  size_t RecordsBefore(size_t position) const {
+    return static_cast<size_t>(std::count_if(ends.begin(), ends.end(), [=](size_t end) { return end <= position; }));
+  }
+  MemoryDisk disk;
+  std::vector<size_t> ends;
+  std::string bytes;
+};
+
+void expect_prefix(const std::string& bytes, size_t records) {
+  const auto document = recover_document(bytes);
+  ASSERT_EQ(document.has_value(), records > 0);
+  if (document) {
+    ASSERT_EQ(lines_of(*document), Journal::LinesAfter(records));
+    ASSERT_EQ(document->nextNumber, records);
+  }
+}
+
+} // namespace
+
+TEST(Journal, AnyWorkIsRepeatedExactlyWithItsHistory) {
+  const unsigned seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  JournaledDocument world;
+  for (int i = 0; i < 300; ++i) {
+    work(&world, &random);
+    world.nowUs += static_cast<bigtime_t>(random() % 2000000);
+    const auto document = recovered(world);
+    ASSERT_EQ(document.has_value(), world.document.IsModified()) << "after " << i;
+    if (!document) continue;
+    ASSERT_FALSE(document->isDamaged) << "after " << i;
+    ASSERT_EQ(lines_of(*document), world.Lines()) << "after " << i;
+    ASSERT_EQ(document->history.SavedAfter(), world.document.History().SavedAfter());
+    ASSERT_EQ(document->history.CountDone(), world.document.History().CountDone());
+    if (i % 50 == 0) {
+      ASSERT_EQ(all_states(document->history), all_states(world.document.History()));
+    }
+  }
+}
+
+TEST(Journal, WorkGoesOnInTheJournalAfterARecovery) {
+  JournaledDocument first;
+  first.Change({0, 1, {"one"}});
+  first.Save();
+  first.Change({1, 0, {"two"}});
+  first.journal.SetView(2, 1);
+  const auto found = first.disk.Named().at(0);
+  const auto document = recover_document(found->bytes);
+  EXPECT_EQ(document->view.mode, 2);
+  EXPECT_EQ(document->view.line, 1);
+
+  JournaledDocument second;
+  second.document.Recover({}, document->history);
+  second.journal.Continue(found, *document);
+  EXPECT_FALSE(found->isNamed) << "the new journal has all of it";
+  second.Change({0, 1, {"ONE"}});
+  const auto again = recovered(second);
+  EXPECT_THAT(lines_of(*again), ElementsAre("ONE", "two"));
+  EXPECT_EQ(all_states(again->history), all_states(second.document.History()));
+  EXPECT_THAT(all_states(again->history), Contains(ElementsAre(""))) << "as before the save";
+  EXPECT_FALSE(again->history.SavedAfter()) << "a document of its own was never saved";
+}
+
+TEST(Journal, CutAnywhereItsLongestValidPrefixIsRecovered) {
+  const Journal journal;
+  for (size_t size = 0; size <= journal.bytes.size(); ++size) {
+    SCOPED_TRACE(size);
+    expect_prefix(journal.bytes.substr(0, size), journal.RecordsBefore(size));
+  }
+}
+
+TEST(Journal, DamagedAnywhereNothingIsInvented) {
+  const Journal journal;
+  for (size_t bit = 0; bit < journal.bytes.size() * 8; ++bit) {
+    SCOPED_TRACE(bit);
+    std::string bytes = journal.bytes;
+    bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << bit % 8));
+    const bool isInHeader = !recover_document(bytes);
+    // The base is the header and the first record.
+    expect_prefix(bytes, isInHeader && bit / 8 < journal.ends[0] ? 0 : journal.RecordsBefore(bit / 8));
+  }
+}
+
+TEST(Journal, StepsThatDoNotFitTheDocumentEndIt) {
+  const auto records_read = [](TRecordType type, const std::string& payload) {
+    MemoryDisk disk;
+    TJournalWriter writer(&disk, [](TJournalReport) {});
+    writer.Execute(TJournalStart{{},
+                                 0,
+                                 std::vector<TJournalAppend>{{TRecordType::kLines, 1, "one\ntwo\n"},
+                                                             {TRecordType::kHistory, 1, encoded_history({})},
+                                                             {type, 1, payload}}},
+                   0);
+    return recover_document(disk.files[0]->bytes)->nextNumber;
+  };
+  const TEditStep good{.countBefore = 2, .countAfter = 2, .areHeads = true, .before = "o\n\n", .after = "O\nx\n"};
+  EXPECT_EQ(records_read(TRecordType::kStep, encoded_step(good)), 3u);
+  TEditStep step = good;
+  const auto is_refused = [&](auto change) {
+    step = good;
+    change();
+    return records_read(TRecordType::kStep, encoded_step(step)) == 2;
+  };
+  EXPECT_TRUE(is_refused([&] { step.first = 1; }));
+  EXPECT_TRUE(is_refused([&] { step.first = -1; }));
+  EXPECT_TRUE(is_refused([&] { step.countBefore = INT32_MAX; }));
+  EXPECT_TRUE(is_refused([&] { step.countBefore = -1; }));
+  EXPECT_TRUE(is_refused([&] { step.before = "x\n\n"; }));
+  EXPECT_TRUE(is_refused([&] { step.before = "only me too long\n\n"; }));
+  EXPECT_TRUE(is_refused([&] { step.after = "one\n"; }));
+  EXPECT_TRUE(is_refused([&] { step.areHeads = false; }));
+  EXPECT_EQ(records_read(TRecordType::kTyping, "x"), 2u) << "nothing was typed before";
+  EXPECT_EQ(records_read(TRecordType::kUndo, ""), 2u);
+  EXPECT_EQ(records_read(TRecordType::kTarget, "short"), 2u);
+}
+
+TEST(Journal, APowerCutLosesAtMostASecond) {
+  const unsigned seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  JournaledDocument world;
+  constexpr bigtime_t kTickUs = 50000;
+  constexpr int kFlushTicks = 10; // a slow disk: half a second
+  std::shared_ptr<TJournalFile> flushing;
+  int flushTicks = 0;
+  std::deque<std::pair<std::list<std::string>, bool>> states; // of the last second: lines, and if they were unsaved
+  for (int tick = 0; tick < 2000; ++tick, world.nowUs += kTickUs) {
+    if (random() % 8 == 0) work(&world, &random);
+    if (flushing && ++flushTicks >= kFlushTicks) std::exchange(flushing, {})->Flush();
+    if (!flushing) {
+      flushTicks = 0;
+      flushing = world.writer.TakeDueFlush(world.nowUs);
+    }
+    states.emplace_back(world.Lines(), world.document.IsModified());
+    if (states.size() > 1000000 / kTickUs) states.pop_front();
+    const bool isUnsaved = std::all_of(states.begin(), states.end(), [](const auto& state) { return state.second; });
+    if (!isUnsaved || states.size() < 1000000 / kTickUs || random() % 10 != 0) continue;
+    const auto file = world.disk.Named().at(0);
+    const auto document = recover_document(file->bytes.substr(0, file->flushed));
+    ASSERT_TRUE(document) << "at tick " << tick;
+    const auto is_it = [&](const auto& state) { return state.first == lines_of(*document); };
+    ASSERT_TRUE(std::any_of(states.begin(), states.end(), is_it)) << "at tick " << tick;
+  }
+}
+
+TEST(Journal, ADiskThatIsFullAtAnyByteCostsNoMoreThanTheStepsSince) {
+  for (size_t room = 0; room < 900; room += 7) {
+    JournaledDocument world;
+    world.disk.room = room;
+    std::vector<std::list<std::string>> states{world.Lines()};
+    for (const char* line : {"one", "two", "three"}) {
+      world.Change({0, 0, {line}});
+      states.push_back(world.Lines());
+    }
+    const auto document = recovered(world);
+    if (document) {
+      EXPECT_THAT(states, Contains(lines_of(*document))) << room;
+    }
+    const bool isWhole = document && lines_of(*document) == world.Lines();
+    if (isWhole) continue;
+    world.disk.room = SIZE_MAX; // other files were deleted
+    world.journal.CatchUp();
+    EXPECT_EQ(recovered(world).has_value(), document.has_value()) << "not at once: each attempt copies the document";
+    world.nowUs += 10000000;
+    world.journal.CatchUp();
+    ASSERT_TRUE(recovered(world)) << room;
+    EXPECT_EQ(lines_of(*recovered(world)), world.Lines()) << room;
+    EXPECT_EQ(all_states(recovered(world)->history), all_states(world.document.History()));
+  }
+}
+
+TEST(Journal, FileThatWasOpenedIsTheBaseUnlessItHasChanged) {
+  const ScratchFolder folder;
+  const std::string path = folder.Write("a.lrc", "one\r\ntwo\r\n");
+  entry_ref file;
+  ASSERT_EQ(get_ref_for_path(path.c_str(), &file), B_OK);
+  for (const char* now : {"one\r\ntwo\r\n", "short\n", "OTHER\n1234", "one\r\ntwo\r\nand more\n"}) {
+    SCOPED_TRACE(now);
+    JournaledDocument world;
+    folder.Write("a.lrc", "one\r\ntwo\r\n");
+    world.document.Open(*open_lyrics(file, file));
+    folder.Write("a.lrc", now);
+    world.Change({0, 1, {"ONE"}});
+    world.Change({2, 0, {"three"}});
+    const auto document = recovered(world);
+    EXPECT_THAT(lines_of(*document), ElementsAre("ONE", "two", "three"));
+    EXPECT_EQ(document->target.path, path);
+    EXPECT_EQ(document->target.form.lineEnd, TLineEnd::kCrLf);
+    EXPECT_TRUE(document->target.state->HasBytesOf(*world.document.StateOnDisk()));
+    EXPECT_EQ(all_states(document->history).front().size(), 3u);
+    EXPECT_THAT(all_states(document->history), Contains(ElementsAre("one", "two")));
+  }
+}
+
+TEST(Journal, GoesWithTheDocumentUnlessUnsavedChangesWouldBeLost) {
+  enum { kNothing, kSaved, kUndone, kClosed, kLossAllowed };
+  for (const int how : {kNothing, kSaved, kUndone, kClosed, kLossAllowed}) {
+    MemoryDisk disk;
+    TJournalWriter writer(&disk, [](TJournalReport) {});
+    const bigtime_t nowUs = 0;
+    {
+      TDocument document;
+      document.StartNew({});
+      TDocumentJournal journal(&document, std::make_unique<DirectQueue>(&writer, &nowUs));
+      document.Change({0, 1, {"one"}}, TEditKind::kOther, 0, 0, 0);
+      EXPECT_THAT(disk.Named(), SizeIs(1));
+      if (how == kSaved) document.Saved(document.PlanSave({}, {}, {}), {});
+      if (how == kUndone) document.Replay(kUndo, *document.Next(kUndo));
+      if (how == kClosed) document.StartNew({});
+      if (how == kLossAllowed) journal.AllowLoss();
+    }
+    EXPECT_THAT(disk.Named(), SizeIs(how == kNothing ? 1 : 0)) << how;
+  }
+}
+
+TEST(Journal, BehindItsDocumentItBeginsAgainWithEverything) {
+  struct FullQueue : DirectQueue {
+    using DirectQueue::DirectQueue;
+    bool Push(TJournalCommand command) override { return !isFull && DirectQueue::Push(std::move(command)); }
+    bool isFull = false;
+  };
+  MemoryDisk disk;
+  TJournalWriter writer(&disk, [](TJournalReport) {});
+  const bigtime_t nowUs = 0;
+  auto made = std::make_unique<FullQueue>(&writer, &nowUs);
+  FullQueue& queue = *made;
+  TDocument document;
+  document.StartNew({});
+  TDocumentJournal journal(&document, std::move(made));
+  const auto add = [&](const char* line) { document.Change({0, 0, {line}}, TEditKind::kOther, 0, 0, 0); };
+  add("one");
+  queue.isFull = true;
+  add("two");
+  add("three");
+  queue.isFull = false;
+  add("four");
+  ASSERT_THAT(disk.Named(), SizeIs(1));
+  const auto document2 = recover_document(disk.Named()[0]->bytes);
+  EXPECT_THAT(lines_of(*document2), ElementsAre("four", "three", "two", "one", ""));
+  EXPECT_EQ(all_states(document2->history), all_states(document.History()));
+}
