@@ -8,7 +8,7 @@ bin=$1
 scratch=$(mktemp -d)
 trap 'stop_display; rm -rf "$scratch"' EXIT
 start_display "$scratch"
-export XDG_CONFIG_HOME=$scratch/settings XDG_RUNTIME_DIR=$scratch HOME=$scratch LC_ALL=C.UTF-8
+export XDG_CONFIG_HOME=$scratch/settings XDG_STATE_HOME=$scratch/state XDG_RUNTIME_DIR=$scratch HOME=$scratch LC_ALL=C.UTF-8
 chmod 700 "$scratch"
 echo "one line" >"$scratch/short.lrc"
 for ((i = 0; i < 100000; i++)); do echo "[00:10:00]This is line $i, sung to the end of it"; done >"$scratch/long.lrc"

@@ -40,7 +40,7 @@ set_stage() { # display, sound, bus: in this order
       bus) start_bus ;;
     esac
   done
-  export XDG_CONFIG_HOME=$scratch/settings XDG_CACHE_HOME=$scratch/cache HOME=$scratch LC_ALL=C.UTF-8
+  export XDG_CONFIG_HOME=$scratch/settings XDG_STATE_HOME=$scratch/state XDG_CACHE_HOME=$scratch/cache HOME=$scratch LC_ALL=C.UTF-8
   mkdir "$XDG_CONFIG_HOME" "$XDG_CACHE_HOME"
 }
 

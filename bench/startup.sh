@@ -9,7 +9,7 @@ runs=${2:-21}
 scratch=$(mktemp -d)
 trap 'stop_display; rm -rf "$scratch"' EXIT
 start_display "$scratch"
-export XDG_CACHE_HOME=$scratch/cache XDG_RUNTIME_DIR=$scratch
+export XDG_STATE_HOME=$scratch/state XDG_CACHE_HOME=$scratch/cache XDG_RUNTIME_DIR=$scratch
 cp demo/demo.txt "$scratch/demo.lrc"
 cp demo/demo.opus "$scratch/"
 

@@ -46,7 +46,7 @@ perform() {
   mkdir -p "$work/settings"
   cp demo/demo.opus "$work/"
   cp demo/demo.txt "$work/demo.lrc"
-  XDG_CONFIG_HOME=$work/settings XDG_CACHE_HOME=$work/cache "$bin/sonivo" --paused --edit "$work/demo.lrc" "$work/demo.opus" 2>"$work/player.log" &
+  XDG_CONFIG_HOME=$work/settings XDG_STATE_HOME=$work/state XDG_CACHE_HOME=$work/cache "$bin/sonivo" --paused --edit "$work/demo.lrc" "$work/demo.opus" 2>"$work/player.log" &
   player_pid=$!
   "$bin/sing" "$work/demo.opus" demo/demo.times "$work/demo.lrc" "$out/window.png" "$scratch/errors" || status=1
   if [ "$status" -eq 0 ] || ! kill -0 "$player_pid" 2>/dev/null; then end_player || status=1; fi

@@ -5,6 +5,7 @@
 #include "document/edit_session.h"
 #include "document/editor_view.h"
 #include "document/file_watch.h"
+#include "document/recovery_offers.h"
 #include "hostlink/current_song_finder.h"
 #include "hostlink/host_link.h"
 #include "interapp/questions.h"
@@ -143,6 +144,7 @@ void TVesmoEView::ShowOpened(const TOpenedLyrics& opened) {
   }
   fFileWatch->Follow();
   SendAddHistoryRqtd();
+  fRecovery->Search(fDocument.File().FullPath());
   SetWinTitle();
   ExpDefaultStatBarRqtd();
   if (!fDocument.Unread().IsTextWhole())

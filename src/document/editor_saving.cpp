@@ -6,6 +6,7 @@
 #include "document/file_watch.h"
 #include "document/save_guard.h"
 #include "interapp/questions.h"
+#include "journal/document_journal.h"
 #include "language/llt.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
@@ -38,6 +39,7 @@ bool TVesmoEView::AskSave(const BMessage& next, const BHandler* target) {
   if (!isModified && whyAsked.empty()) return true;
   if (!fSaveIsPending) {
     const long answer = ask_about_changes(fDocument.File(), whyAsked);
+    if (answer == kNoButton) fJournal->AllowLoss();
     if (answer == kNoButton) return true;
     fSaveIsPending = answer == kYesButton;
   }

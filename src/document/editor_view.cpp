@@ -7,10 +7,12 @@
 #include "document/document_publisher.h"
 #include "document/edit_session.h"
 #include "document/export_command.h"
+#include "document/recovery_offers.h"
 #include "editviews/tag_input_view.h"
 #include "hostlink/current_song_finder.h"
 #include "hostlink/host_link.h"
 #include "interapp/questions.h"
+#include "journal/document_journal.h"
 #include "language/llt.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
@@ -33,6 +35,8 @@ TVesmoEView::TVesmoEView(BRect frame, TNoticeBoard* notices)
 TVesmoEView::~TVesmoEView() {
   if (fDifferences && fDifferences->Lock()) fDifferences->Quit();
   fFileWatch.reset();
+  fRecovery.reset();
+  fJournal.reset();
   fPoll.reset();
   fPublisher.reset();
   fFrontEnd->StopWaiting();
@@ -44,6 +48,7 @@ void TVesmoEView::AttachedToWindow() {
   fPublisher = std::make_unique<TDocumentPublisher>(BMessenger(this), &fDocument, &fSong, fFrontEnd.get());
   fFileWatch = std::make_unique<TFileWatch>(this, &fDocument, fNotices);
   fSaveGuard = std::make_unique<TSaveGuard>(&fDocument, fFileWatch.get());
+  StartJournal();
   const BMessage refresh(kMsgRefreshInfo);
   fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &refresh, gPref->Values()->pollIntervalUs);
 }
@@ -119,8 +124,10 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return;
   case kMsgLanguageChanged:
     return LanguageChanged();
+  case kMsgJournalReport:
+    return JournalReported(*message);
   default:
-    TKRVView::MessageReceived(message);
+    if (!RecoveryRqtd(*message)) TKRVView::MessageReceived(message);
   }
 }
 
@@ -142,6 +149,7 @@ void TVesmoEView::SetMode(int32 mode) {
 /** The window marks the mode in its menus and tool bar. */
 void TVesmoEView::ModeChanged() {
   ExpDefaultStatBarRqtd();
+  if (fJournal) fJournal->SetView(static_cast<int32>(Mode()), fSession->Active().CurLine());
   BMessage changed(kMsgModeChanged);
   changed.AddInt32("Mode", static_cast<int32>(Mode()));
   if (Window()) Window()->PostMessage(&changed);
@@ -194,6 +202,9 @@ void TVesmoEView::RefreshSonivoInfoRqtd() {
   fFrontEnd->Refresh();
   if (fSong.Adopt(fFrontEnd->Title())) fPublisher->DocumentReplaced();
   fSession->TagInput().SetSongPosition(fFrontEnd->SungPositionMs());
+  // In free edit the line is known to the display only, and comes with the next step.
+  if (Mode() != TEditMode::kFreeEdit) fJournal->SetView(static_cast<int32>(Mode()), fSession->TagInput().CurLine());
+  fJournal->CatchUp();
 }
 
 void TVesmoEView::PrefAppearanceChanged() {
@@ -206,6 +217,7 @@ void TVesmoEView::WindowActivated(bool active) {
 
 void TVesmoEView::LanguageChanged() {
   fFileWatch->LanguageChanged();
+  fRecovery->LanguageChanged();
   SetWinTitle();
   ExpDefaultStatBarRqtd();
 }

@@ -13,11 +13,14 @@ class BMessageRunner;
 class Sonivo_FrontEnd;
 class TCurrentSongFinder;
 class TDifferencesWin;
+class TDocumentJournal;
 class TDocumentPublisher;
 class TEditSession;
 class TFileWatch;
 class TNoticeBoard;
 class TSaveGuard;
+class TRecoveryOffers;
+struct TFoundJournal;
 
 /** In a ref message: bool, the file was chosen among the recent ones. */
 inline constexpr const char* kFromRecentFiles = "FromMRUF";
@@ -87,6 +90,13 @@ private:
   void CompareFileRqtd();
   void ReloadFileRqtd();
   std::optional<TOpenedLyrics> ReadFileAgain();
+  // editor_recovery.cpp
+  void StartJournal();
+  void JournalReported(const BMessage& message);
+  /** False for another message. */
+  bool RecoveryRqtd(const BMessage& message);
+  void ViewChanges(const TFoundJournal& offer);
+  void Recover(const TFoundJournal& offer);
 
   // editor_bulk.cpp
   void FineTimeTagRqtd(const BMessage& message);
@@ -104,6 +114,9 @@ private:
   std::unique_ptr<TCurrentSongFinder> fSongFinder;
   std::unique_ptr<TEditSession> fSession;
   std::unique_ptr<TDocumentPublisher> fPublisher;
+  std::unique_ptr<TDocumentJournal> fJournal;
+  bool fJournalHasFailed = false; // and the user was notified
+  std::unique_ptr<TRecoveryOffers> fRecovery;
   std::unique_ptr<BMessageRunner> fPoll;
   bool fSaveIsPending = false; // the user answered Yes, and the kMsgSave is on its way
 };

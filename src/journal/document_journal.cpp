@@ -34,6 +34,7 @@ bool TDocumentJournal::Push(TJournalCommand command) {
 }
 
 void TDocumentJournal::SetView(int32 mode, int32 line) {
+  if (fView.mode == mode && fView.line == line) return;
   fView = {mode, line};
   if (fState == TState::kWriting) Push(record(TRecordType::kView, encoded_view(fView)));
 }

@@ -96,14 +96,6 @@ bool expire(TFoundJournal* found, int64 nowS) {
   return false;
 }
 
-bool is_same_file(const std::string& one, const std::string& other) {
-  struct stat first {};
-  struct stat second {};
-  if (one == other) return true;
-  return stat(one.c_str(), &first) == 0 && stat(other.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
-         first.st_ino == second.st_ino;
-}
-
 } // namespace
 
 std::vector<TFoundJournal> find_journals(const TJournalFolder& folder, int64 nowS) {
@@ -120,6 +112,14 @@ std::vector<TFoundJournal> find_journals(const TJournalFolder& folder, int64 now
 
 bool has_file_changed(const TJournalTarget& target) {
   return is_changed(target, on_disk(target));
+}
+
+bool is_same_file(const std::string& one, const std::string& other) {
+  struct stat first {};
+  struct stat second {};
+  if (one == other) return true;
+  return stat(one.c_str(), &first) == 0 && stat(other.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
+         first.st_ino == second.st_ino;
 }
 
 std::optional<int32> process_editing(const TJournalFolder& folder, const std::string& path) {

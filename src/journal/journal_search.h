@@ -27,5 +27,8 @@ std::vector<TFoundJournal> find_journals(const TJournalFolder& folder, int64 now
 /** True if the file on the disk is another one than the journal's document was read from or saved in. */
 bool has_file_changed(const TJournalTarget& target);
 
+/** True if both paths lead to one file, by whichever names. */
+bool is_same_file(const std::string& one, const std::string& other);
+
 /** The process that has unsaved changes in the file at `path`; nothing if there is none, or it is this one. */
 std::optional<int32> process_editing(const TJournalFolder& folder, const std::string& path);

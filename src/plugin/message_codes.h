@@ -84,6 +84,13 @@ enum : uint32 {
   kMsgKeepMine = 'flkm',
   kMsgSendDocument = 'dtwh', // to itself, delayed: the whole document goes to the follower
   kMsgSendMarks = 'dtmk',    // to itself, delayed: the marks go to the player
+  /** From the journal's writer to the editor view: int32 "Report", a TJournalReport. */
+  kMsgJournalReport = 'jrep',
+  kMsgJournalsFound = 'jfnd', // from the search for journals to the editor view
+  // From the notice that unsaved changes were found, to the editor view: int32 "Offer", its number.
+  kMsgRecover = 'rvrc',
+  kMsgDiscardChanges = 'rvds', // after a question
+  kMsgRecoverLater = 'rvlt',   // the notice was closed
 
   // To the editor window.
   kMsgOpenPanel = '_opn',       // opens the panel for a file to open

@@ -83,7 +83,8 @@ class Desk:
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_text(text)
         self.log = open(self.root / "log", "wb")
-        own = {"HOME": str(self.root / "home"), "XDG_CONFIG_HOME": str(self.root / "settings")}
+        own = {"HOME": str(self.root / "home"), "XDG_CONFIG_HOME": str(self.root / "settings"),
+               "XDG_STATE_HOME": str(self.root / "state")}
         self.process = subprocess.Popen(["dbus-run-session", "--", *manager.command], env={**os.environ, **own},
                                         stdout=self.log, stderr=self.log, start_new_session=True)
         wait_until(self.is_managed, f"{manager.command[0]} on the display")

@@ -58,7 +58,9 @@ class Stage:
             self.program = subprocess.Popen([*words, *songs], env={**self.own(), **(environment or {})}, stderr=log, stdout=log)
 
     def own(self):
-        return {**os.environ, "HOME": str(self.home), "XDG_CONFIG_HOME": str(self.root / "settings")}
+        """The environment of every program of this performance."""
+        return {**os.environ, "HOME": str(self.home), "XDG_CONFIG_HOME": str(self.root / "settings"),
+                "XDG_STATE_HOME": str(self.root / "state")}
 
     def application(self):
         if self.program.poll() is not None:

@@ -14,6 +14,7 @@
 struct PluginGlobals {
   PluginGlobals() {
     setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
+    setenv("XDG_STATE_HOME", fFolder.File("state").c_str(), 1);
     gExitState = new TExitState;
     gPref = new TPref;
     gLLT = new TLLT;

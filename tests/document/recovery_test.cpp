@@ -1,0 +1,154 @@
+#include "journal/document_journal.h"
+#include "journal/journal_search.h"
+#include "journal/journal_thread.h"
+#include "plugin/message_codes.h"
+#include "tests/support/editor_fixture.h"
+#include "window/notice_bar.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
+
+/** Journals as killed processes have left them, and the editor that finds them. */
+class Recovery : public EditorByHand {
+protected:
+  /** Of the file, or of a document without one: its first line was changed, and another was added. */
+  void LeaveJournal(const std::string& path = {}) const {
+    TDocument document;
+    TDocumentJournal journal(
+        &document, std::make_unique<TJournalThread>(std::make_unique<TJournalFolder>(), [](TJournalReport) {}));
+    document.StartNew({});
+    entry_ref ref;
+    if (get_ref_for_path(path.c_str(), &ref) == B_OK) document.Open(*open_lyrics(ref, ref));
+    journal.SetView(1, 0);
+    document.Change({0, 1, {"changed"}}, TEditKind::kOther, 0, 0, 0);
+    document.Change({1, 0, {"added"}}, TEditKind::kOther, 0, 1, 0);
+  }
+  std::string Notice() const {
+    auto& bar = *static_cast<TNoticeBar*>(fWindow->FindView("NoticeBar"));
+    return bar.IsHidden() ? std::string() : hands::label_text(*fWindow, "NoticeText");
+  }
+  void WaitForNotice(const std::string& part) {
+    EXPECT_TRUE(Until([&] { return Notice().find(part) != std::string::npos; })) << Notice();
+  }
+  void Click(const char* button) {
+    hands::click(*fWindow, button, {8, 8});
+    Settle();
+  }
+  static constexpr const char* kRecover = "NoticeButton0";
+  static constexpr const char* kDiscard = "NoticeButton1";
+  std::vector<std::string> Journals() const { return TJournalFolder().Names(); }
+  void WaitForJournals(size_t count) {
+    EXPECT_TRUE(Until([&] { return Journals().size() == count; })) << Journals().size();
+  }
+};
+
+TEST_F(Recovery, LinesSelectionModeAndUndoComeBackAndCountAsUnsaved) {
+  const std::string path = fFolder.Write("a.lrc", "one\n");
+  LeaveJournal(path);
+  Open(path);
+  WaitForNotice("a.lrc");
+  EXPECT_THAT(Notice(), StartsWith("Unsaved changes of "));
+  EXPECT_THAT(Lines(), ElementsAre("one"));
+  Click(kRecover);
+  EXPECT_THAT(Lines(), ElementsAre("changed", "added"));
+  EXPECT_EQ(EditView().CurLine(), 1);
+  EXPECT_EQ(EditView().StatBarSymbol(), "Tag, standard");
+  EXPECT_TRUE(IsModified());
+  EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
+  EXPECT_EQ(Notice(), "");
+  WaitForJournals(1); // its own now
+  Press("Ctrl+Z");
+  Press("Ctrl+Z");
+  EXPECT_THAT(Lines(), ElementsAre("one"));
+  EXPECT_FALSE(IsModified());
+  WaitForJournals(0);
+  Press("Ctrl+Shift+Z");
+  WaitForJournals(1);
+  Press("Ctrl+S");
+  EXPECT_EQ(fFolder.Read("a.lrc"), std::string("changed\n") + '\0');
+  WaitForJournals(0);
+}
+
+TEST_F(Recovery, FileThatHasBecomeAnotherIsNeverOverwritten) {
+  const std::string path = fFolder.Write("a.lrc", "one\n");
+  LeaveJournal(path);
+  fFolder.Write("a.lrc", "other\n");
+  Open(path);
+  WaitForNotice("the file has changed since");
+  Click(kRecover);
+  EXPECT_THAT(Lines(), ElementsAre("changed", "added"));
+  EXPECT_EQ(Title(), "Untitled - Vesmo Editor");
+  EXPECT_TRUE(IsModified());
+  for (int i = 0; i < 2; ++i) Press("Ctrl+Z");
+  EXPECT_TRUE(IsModified()) << "not even what was read is saved anywhere";
+  EXPECT_EQ(fFolder.Read("a.lrc"), "other\n");
+}
+
+TEST_F(Recovery, SeveralAreOfferedOneAfterTheOtherAndAreOnlyDiscardedAfterAQuestion) {
+  const std::string path = fFolder.Write("a.lrc", "one\n");
+  LeaveJournal(path);
+  LeaveJournal(path);
+  LeaveJournal(path);
+  LeaveJournal(); // offered at the next start
+  Open(path);
+  Press("Ctrl+E");
+  Press("x");
+  EXPECT_THAT(Lines(), ElementsAre("xone"));
+  WaitForNotice("a.lrc – more: 2");
+  EXPECT_EQ(Answer("N", [&] { Click(kDiscard); }).text, "Discard these unsaved changes for good?");
+  WaitForNotice("more: 2");
+  Answer("Y", [&] { Click(kDiscard); });
+  WaitForNotice("more: 1");
+  WaitForJournals(4); // one is of the open document
+  Click("NoticeClose");
+  EXPECT_THAT(Notice(), HasSubstr("a.lrc"));
+  EXPECT_THAT(Notice(), Not(HasSubstr("more")));
+  EXPECT_THAT(Journals(), SizeIs(4)) << "put off";
+  Answer("Escape", [&] { Click(kRecover); });
+  EXPECT_THAT(Lines(), ElementsAre("xone")) << "cancelled: nothing is replaced";
+  Answer("N", [&] { Click(kRecover); });
+  EXPECT_THAT(Lines(), ElementsAre("changed", "added"));
+  EXPECT_EQ(Notice(), "");
+}
+
+TEST_F(Recovery, JournalStaysWhenTheWindowIsClosedWithoutAnAnswerAndGoesAfterANo) {
+  Open(fFolder.Write("a.lrc", "[00:10]one\n"));
+  EXPECT_THAT(Journals(), IsEmpty());
+  Change();
+  WaitForJournals(1);
+  Answer("Escape", [&] { PressCloseButton(); });
+  EXPECT_FALSE(IsClosed());
+  EXPECT_THAT(Journals(), SizeIs(1));
+  Answer("N", [&] { PressCloseButton(); });
+  EXPECT_TRUE(Until([&] { return IsClosed(); }));
+  EXPECT_THAT(Journals(), IsEmpty());
+}
+
+TEST_F(Recovery, WindowThatIsMadeToCloseLeavesTheJournal) {
+  Open(fFolder.Write("a.lrc", "[00:10]one\n"));
+  Change();
+  ASSERT_TRUE(fWindow->Lock());
+  fWindow->Quit();
+  const auto found = find_journals(TJournalFolder(), 0);
+  ASSERT_THAT(found, SizeIs(1));
+  EXPECT_EQ(found[0].target.path, fFolder.File("a.lrc"));
+}
+
+TEST_F(Recovery, JournalThatCannotBeWrittenIsReportedOnce) {
+  Open(fFolder.Write("a.lrc", "[00:10]one\n[00:20]two\n"));
+  fFolder.Write("state", "a file where the folder should be");
+  Change();
+  WaitForNotice("can no longer be recorded");
+  Click("NoticeClose");
+  Press("Down");
+  Change();
+  Settle();
+  EXPECT_EQ(Notice(), "");
+  EXPECT_THAT(Lines(), ElementsAre("one", "two")) << "the work goes on";
+}
