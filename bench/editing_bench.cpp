@@ -180,6 +180,7 @@ int main(int argc, char** argv) {
   char folder[] = "/tmp/editing_benchXXXXXX";
   if (mkdtemp(folder) == nullptr) return 1;
   setenv("XDG_CONFIG_HOME", folder, 1);
+  setenv("XDG_STATE_HOME", folder, 1);
   std::thread work;
   const int exitCode = display::run(argc, argv, [&] {
     work = std::thread([&] {

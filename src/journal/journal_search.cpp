@@ -122,11 +122,17 @@ bool is_same_file(const std::string& one, const std::string& other) {
          first.st_ino == second.st_ino;
 }
 
-std::optional<int32> process_editing(const TJournalFolder& folder, const std::string& path) {
+std::vector<TJournalInUse> journals_in_use(const TJournalFolder& folder) {
+  std::vector<TJournalInUse> journals;
   for (const std::string& name : folder.Names()) {
     const std::optional<TJournalHeader> header = folder.HeaderInUse(name);
-    if (!header || header->process.id == getpid() || header->target.path.empty()) continue;
-    if (is_same_file(header->target.path, path)) return header->process.id;
+    if (header && !header->target.path.empty()) journals.push_back({header->target.path, header->process.id});
   }
+  return journals;
+}
+
+std::optional<int32> process_editing(const TJournalFolder& folder, const std::string& path) {
+  for (const TJournalInUse& journal : journals_in_use(folder))
+    if (journal.process != getpid() && is_same_file(journal.path, path)) return journal.process;
   return {};
 }

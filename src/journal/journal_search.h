@@ -30,5 +30,13 @@ bool has_file_changed(const TJournalTarget& target);
 /** True if both paths lead to one file, by whichever names. */
 bool is_same_file(const std::string& one, const std::string& other);
 
+/** A journal that a living process writes for a file. */
+struct TJournalInUse {
+  std::string path; // of the document's file
+  int32 process = 0;
+};
+/** Documents without a file are left out. */
+std::vector<TJournalInUse> journals_in_use(const TJournalFolder& folder);
+
 /** The process that has unsaved changes in the file at `path`; nothing if there is none, or it is this one. */
 std::optional<int32> process_editing(const TJournalFolder& folder, const std::string& path);

@@ -61,10 +61,10 @@ const std::vector<TCommandName>& commands() {
   static const std::vector<TCommandName> all = {
       {"info", TCommand::kInfo, {kFormat}},
       {"check", TCommand::kCheck, {kTo, kLength, kFormat}},
-      {"shift", TCommand::kShift, {kBy, kDryRun, kLikeEditor}},
-      {"convert", TCommand::kConvert, {kTo, kDryRun, kLikeEditor}},
-      {"strip", TCommand::kStrip, {kDryRun, kLikeEditor}},
-      {"encode", TCommand::kEncode, {kTo, kEol, kDryRun}},
+      {"shift", TCommand::kShift, {kBy, kForce, kDryRun, kLikeEditor}},
+      {"convert", TCommand::kConvert, {kTo, kForce, kDryRun, kLikeEditor}},
+      {"strip", TCommand::kStrip, {kForce, kDryRun, kLikeEditor}},
+      {"encode", TCommand::kEncode, {kTo, kEol, kForce, kDryRun}},
       {"export", TCommand::kExport, {kTo, kOutput, kForce, kDryRun}},
   };
   return all;

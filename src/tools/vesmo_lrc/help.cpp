@@ -26,7 +26,8 @@ Options:
   -n, --dry-run         show what would change, write nothing
   -o, --output=PATH     export: output file, or output folder for several files (default for one file: standard
                         output)
-  -f, --force           export: overwrite existing files
+  -f, --force           export: overwrite existing files; shift, convert, strip, encode: also change files in which
+                        an editor has unsaved changes
       --from=ENCODING   utf-8, sjis, jis or auto (detected for each file; the default)
       --like-editor     shift, convert, strip: treat every line that begins with a bracket as tagged, as the editor
                         does

@@ -15,6 +15,10 @@ TOutcome failed(std::string error) {
   return outcome;
 }
 
+std::string edited_text(int32 process) {
+  return "an editor (process " + std::to_string(process) + ") has unsaved changes in it; --force changes it anyway";
+}
+
 TOutcome info(const TInput& input, const TExactLyrics& lyrics, const TOptions& options) {
   TOutcome outcome;
   outcome.state = TOutcome::kAsItWas;
@@ -39,7 +43,7 @@ std::string difference(const TInput& input, const TExactLyrics& lyrics, const TR
 }
 
 TOutcome changed(const TInput& input, const struct stat& asRead, const TExactLyrics& lyrics, const TOptions& options,
-                 size_t id, TReplacementBatch* batch) {
+                 const TEditedFiles& edited, size_t id, TReplacementBatch* batch) {
   const TRewritten made = rewrite(lyrics, options);
   if (!made.bytes) return failed(made.refusal);
   TOutcome outcome;
@@ -50,6 +54,8 @@ TOutcome changed(const TInput& input, const struct stat& asRead, const TExactLyr
   } else if (input.path == "-") {
     outcome.printed = *made.bytes;
   } else if (outcome.state == TOutcome::kChanged) {
+    const std::optional<int32> process = options.overwrites ? std::nullopt : edited.ProcessOf(asRead);
+    if (process) return failed(edited_text(*process));
     const status_t status = batch->Add(id, input.path, asRead, *made.bytes);
     if (status != B_OK) return failed(error_text(status));
   }
@@ -78,8 +84,8 @@ TOutcome exported(const TInput& input, const std::string& path, const TExactLyri
 
 } // namespace
 
-TOutcome work_on(const TOptions& options, const TInput& input, const std::string& exportPath, size_t id,
-                 TReplacementBatch* batch) {
+TOutcome work_on(const TOptions& options, const TInput& input, const std::string& exportPath,
+                 const TEditedFiles& edited, size_t id, TReplacementBatch* batch) {
   std::string bytes;
   struct stat asRead {};
   const status_t status = read_input(input.path, &bytes, &asRead);
@@ -94,6 +100,6 @@ TOutcome work_on(const TOptions& options, const TInput& input, const std::string
   case TCommand::kExport:
     return exported(input, exportPath, lyrics, options, id, batch);
   default:
-    return changed(input, asRead, lyrics, options, id, batch);
+    return changed(input, asRead, lyrics, options, edited, id, batch);
   }
 }

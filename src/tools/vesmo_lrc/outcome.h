@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/vesmo_lrc/edited_files.h"
 #include "tools/vesmo_lrc/files.h"
 #include "tools/vesmo_lrc/options.h"
 
@@ -15,5 +16,5 @@ struct TOutcome {
 
 /** Runs the command on one file. New content is added to the batch; the outcome is valid once that is committed.
     `exportPath` is empty for the standard output. Thread-safe with one batch per thread. */
-TOutcome work_on(const TOptions& options, const TInput& input, const std::string& exportPath, size_t id,
-                 TReplacementBatch* batch);
+TOutcome work_on(const TOptions& options, const TInput& input, const std::string& exportPath,
+                 const TEditedFiles& edited, size_t id, TReplacementBatch* batch);

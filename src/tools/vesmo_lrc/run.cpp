@@ -119,8 +119,8 @@ private:
 
   TOutcome WorkOnOne(size_t index, TReplacementBatch* batch) {
     try {
-      return work_on(fOptions, fInputs[index], fExportPaths.empty() ? std::string() : fExportPaths[index], index,
-                     batch);
+      return work_on(fOptions, fInputs[index], fExportPaths.empty() ? std::string() : fExportPaths[index], fEdited,
+                     index, batch);
     } catch (const std::exception&) {
       TOutcome outcome;
       outcome.state = TOutcome::kFailed;
@@ -190,6 +190,7 @@ private:
 
   const TOptions& fOptions;
   const TReportFrame fFrame;
+  const TEditedFiles fEdited;
   std::vector<TInput> fInputs;
   std::vector<std::string> fExportPaths; // empty for other commands
   std::vector<TOutcome> fOutcomes;       // each written by the worker of its run

@@ -1,10 +1,12 @@
 #!/usr/bin/env python3
 """The program vesmo-lrc on real files: what it writes, says and ends with."""
+import fcntl
 import json
 import os
 import pathlib
 import pty
 import signal
+import struct
 import subprocess
 import sys
 import tempfile
@@ -13,6 +15,25 @@ import unittest
 
 TOOL = sys.argv.pop(1)
 PATIENCE = 240
+
+
+def digest_of(data):
+    """As lyrics/digest.h computes it."""
+    mask = (1 << 64) - 1
+    value = ((14695981039346656037 ^ len(data)) * 1099511628211) & mask
+    for i in range(0, len(data), 8):
+        value = ((value ^ int.from_bytes(data[i:i + 8], "little")) * 1099511628211) & mask
+        value = (value << 29 | value >> 35) & mask
+    return value
+
+
+def journal_header(process, path):
+    """As docs/file-formats.md describes it."""
+    text = str(path).encode()
+    body = struct.pack("<QQQiQI", 1, 1, 1, process, 0, 0)
+    body += struct.pack("<I", len(text)) + text + struct.pack("<iiqBBBBQQqqQ", 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0) + struct.pack("<i", 0)
+    head = b"VESMOJNL" + struct.pack("<II", 1, len(body)) + body
+    return head + struct.pack("<Q", digest_of(head))
 
 
 class VesmoLrc(unittest.TestCase):
@@ -34,6 +55,24 @@ class VesmoLrc(unittest.TestCase):
 
     def files(self):
         return sorted(path.relative_to(self.root).as_posix() for path in self.root.rglob("*") if path.is_file())
+
+    def test_file_that_an_editor_has_changed_is_left_alone_unless_forced(self):
+        a, b = self.write("a.lrc", "[00:01]a\n"), self.write("b.lrc", "[00:01]b\n")
+        (self.root / "link.lrc").symlink_to(a)
+        journals = self.root / "state/KOREVA/VesmoE/Journal"
+        journals.mkdir(parents=True, mode=0o700)
+        own = {**os.environ, "XDG_STATE_HOME": str(self.root / "state")}
+        with open(journals / "1-a-1.journal", "wb") as journal:
+            journal.write(journal_header(os.getpid(), self.root / "link.lrc"))
+            journal.flush()
+            fcntl.flock(journal, fcntl.LOCK_EX)
+            said = self.run_tool("shift", "--by=1s", a, b, code=1, env=own)[1]
+            self.assertIn(f"a.lrc: an editor (process {os.getpid()}) has unsaved changes in it", said)
+            self.assertEqual((a.read_text(), b.read_text()), ("[00:01]a\n", "[00:02]b\n"))
+            self.run_tool("shift", "--by=1s", "--force", a, env=own)
+            self.assertEqual(a.read_text(), "[00:02]a\n")
+        self.run_tool("shift", "--by=1s", a, env=own)
+        self.assertEqual(a.read_text(), "[00:03]a\n")
 
     def test_folders_are_worked_on_as_a_whole_and_each_file_once(self):
         a, b = self.write("a.lrc", "[00:01.00]a\n"), self.write("x/y/b.LRC", "[00:01]b\n")

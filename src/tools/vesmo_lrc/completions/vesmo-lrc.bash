@@ -25,10 +25,10 @@ _vesmo_lrc() {
     case $command in
       info) options+=" --format" ;;
       check) options+=" --format --to --length" ;;
-      shift) options+=" --by --dry-run --like-editor" ;;
-      convert) options+=" --to --dry-run --like-editor" ;;
-      strip) options+=" --dry-run --like-editor" ;;
-      encode) options+=" --to --eol --dry-run" ;;
+      shift) options+=" --by --force --dry-run --like-editor" ;;
+      convert) options+=" --to --force --dry-run --like-editor" ;;
+      strip) options+=" --force --dry-run --like-editor" ;;
+      encode) options+=" --to --eol --force --dry-run" ;;
       export) options+=" --to --output --force --dry-run" ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")

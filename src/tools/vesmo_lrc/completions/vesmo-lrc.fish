@@ -25,3 +25,4 @@ complete -c vesmo-lrc -n "$command_is encode" -l eol -x -a 'lf crlf cr' -d 'Line
 complete -c vesmo-lrc -n "$command_is export" -l to -x -a 'lrc enhanced srt' -d Format
 complete -c vesmo-lrc -n "$command_is export" -s o -l output -r -d 'File or folder'
 complete -c vesmo-lrc -n "$command_is export" -s f -l force -d 'Overwrite existing files'
+complete -c vesmo-lrc -n "$command_is shift convert strip encode" -s f -l force -d 'Also change files that an editor has changed'
