@@ -33,24 +33,24 @@ TDifferencesWin::TDifferencesWin(BRect frame)
   AddMainChild(view);
 }
 
-void TDifferencesWin::SetContent(const std::string& name, const std::string& differences) {
+void TDifferencesWin::SetContent(const std::string& name, const std::string& legend, const std::string& differences) {
   SetTitle((gLLT->Text("Differences_Title") + name).c_str());
-  fLegend->SetText(gLLT->Text("Differences_Legend"));
+  fLegend->SetText(legend.c_str());
   fText->SetText(differences.empty() ? gLLT->Text("Differences_None") : differences);
-  fText->SetAccessibleName(gLLT->Text("Differences_Legend"));
+  fText->SetAccessibleName(legend);
   fClose->SetLabel(accelerator_label("C", gLLT->Text("Button_Close")).c_str());
   fText->MakeFocus();
 }
 
 void show_differences(TDifferencesWin** window, const BWindow* owner, const std::string& name,
-                      const std::string& differences) {
+                      const std::string& legend, const std::string& differences) {
   if (!*window) {
     const BRect place = owner->Frame();
     *window = new TDifferencesWin(frame_beside(place, kWidth, kHeight, screen_frame(place.LeftTop())));
   }
   const TLooperLock lock(*window);
   if (!lock) return;
-  (*window)->SetContent(name, differences);
+  (*window)->SetContent(name, legend, differences);
   (*window)->StandInFrontOf(owner->Proxy());
   (*window)->BringUp();
 }

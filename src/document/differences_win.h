@@ -13,8 +13,8 @@ class TDifferencesWin : public TKRVWin {
 public:
   explicit TDifferencesWin(BRect frame);
 
-  /** With the window locked. `name` is that of the file. */
-  void SetContent(const std::string& name, const std::string& differences);
+  /** With the window locked. `name` is that of the file; `legend` tells what "-" and "+" mean. */
+  void SetContent(const std::string& name, const std::string& legend, const std::string& differences);
 
 private:
   BStringView* fLegend; // fLegend to fClose: in the window
@@ -24,4 +24,4 @@ private:
 
 /** Shows the differences in front of `owner`, in the window of the pointer, which is created when it is null. */
 void show_differences(TDifferencesWin** window, const BWindow* owner, const std::string& name,
-                      const std::string& differences);
+                      const std::string& legend, const std::string& differences);

@@ -33,7 +33,7 @@ void TVesmoEView::CompareFileRqtd() {
   if (!opened) return;
   const std::vector<std::string> theirs(opened->lines.begin(), opened->lines.end());
   const std::string differences = diff_text(theirs, fDocument.Lines(), kMostLinesShown);
-  show_differences(&fDifferences, Window(), fDocument.File().name, differences);
+  show_differences(&fDifferences, Window(), fDocument.File().name, gLLT->Text("Differences_Legend"), differences);
 }
 
 void TVesmoEView::ReloadFileRqtd() {

@@ -1,5 +1,6 @@
 /** The journal of the document, and the recovery of unsaved changes from the journals of earlier processes. */
 
+#include "document/differences_win.h"
 #include "document/edit_session.h"
 #include "document/editor_view.h"
 #include "document/file_watch.h"
@@ -9,6 +10,7 @@
 #include "journal/document_journal.h"
 #include "journal/journal_thread.h"
 #include "language/llt.h"
+#include "lyrics/line_diff.h"
 #include "platform/app/message.h"
 #include "plugin/message_codes.h"
 
@@ -17,10 +19,20 @@
 namespace {
 
 constexpr int32 kJournalNotice = kOtherNotices + 10;
+/** More lines are not read by anyone. */
+constexpr int kMostLinesShown = 5000;
 
 std::optional<TRecoveredDocument> read(const TFoundJournal& offer) {
   const std::optional<std::string> bytes = read_journal(*offer.file);
   return bytes ? recover_document(*bytes) : std::nullopt;
+}
+
+/** The lines as they were last saved or, when no step leads there, as they were first. */
+std::vector<std::string> saved_lines(TEditHistory history) {
+  const size_t saved = history.SavedAfter().value_or(0);
+  while (history.CountDone() > saved) history.ReplayNext(TReplayDirection::kUndo);
+  while (history.CountDone() < saved) history.ReplayNext(TReplayDirection::kRedo);
+  return history.Lines();
 }
 
 } // namespace
@@ -57,6 +69,9 @@ bool TVesmoEView::RecoveryRqtd(const BMessage& message) {
   }
   const TFoundJournal* const offer = fRecovery->OfferOf(message);
   switch (message.what) {
+  case kMsgViewChanges:
+    if (offer) ViewChanges(*offer);
+    return true;
   case kMsgRecover:
     if (offer && AskSave(message, this)) Recover(*offer);
     return true;
@@ -69,6 +84,14 @@ bool TVesmoEView::RecoveryRqtd(const BMessage& message) {
   default:
     return false;
   }
+}
+
+void TVesmoEView::ViewChanges(const TFoundJournal& offer) {
+  const std::optional<TRecoveredDocument> found = read(offer);
+  if (!found) return tell(gLLT->Text("Err_Cannot_Recover"));
+  show_differences(&fDifferences, Window(), name_of_document(offer.target.path),
+                   gLLT->Text("Differences_Legend_Recover"),
+                   diff_text(saved_lines(found->history), found->history.Lines(), kMostLinesShown));
 }
 
 /** A file that has become another one meanwhile is not bound to the document, so that it cannot be overwritten. */

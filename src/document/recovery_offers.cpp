@@ -14,10 +14,6 @@ namespace {
 
 enum : int32 { kRecoveryNotice = kOtherNotices, kOtherEditorNotice };
 
-std::string name_of(const std::string& path) {
-  return path.empty() ? gLLT->Text("New_Lyrics") : BPath(path.c_str()).Leaf();
-}
-
 /** "14:32" today, else with the date in front. */
 std::string moment(int64 whenS) {
   const std::time_t times[] = {static_cast<std::time_t>(whenS), std::time(nullptr)};
@@ -32,6 +28,10 @@ std::string moment(int64 whenS) {
 }
 
 } // namespace
+
+std::string name_of_document(const std::string& path) {
+  return path.empty() ? gLLT->Text("New_Lyrics") : BPath(path.c_str()).Leaf();
+}
 
 TRecoveryOffers::TRecoveryOffers(const BMessenger& owner, TNoticeBoard* notices)
     : fOwner(owner), fNotices(notices), fSearch(owner) {}
@@ -82,7 +82,8 @@ void TRecoveryOffers::Show() {
     return TNoticeButton{gLLT->Text(key), message};
   };
   TNotice notice{kRecoveryNotice, TextOf(offer), {}, fOwner, button("Button_Close", kMsgRecoverLater).message};
-  notice.buttons = {button("Button_Recover", kMsgRecover), button("Button_Discard", kMsgDiscardChanges)};
+  notice.buttons = {button("Button_View_Changes", kMsgViewChanges), button("Button_Recover", kMsgRecover),
+                    button("Button_Discard", kMsgDiscardChanges)};
   fNotices->ShowNotice(notice);
   const auto mark = offer.expires ? TJournalMark::kExpiryAnnounced : TJournalMark::kOffered;
   fSearch.Do([file = offer.file, mark] { file->SetMark(mark); });
@@ -90,7 +91,7 @@ void TRecoveryOffers::Show() {
 
 std::string TRecoveryOffers::TextOf(const TFoundJournal& found) const {
   std::string text = gLLT->Text("Notice_Unsaved_Found_1") + moment(found.lastChangeS) +
-                     gLLT->Text("Notice_Unsaved_Found_2") + name_of(found.target.path);
+                     gLLT->Text("Notice_Unsaved_Found_2") + name_of_document(found.target.path);
   if (found.isFileChanged) text += gLLT->Text("Notice_Unsaved_File_Changed");
   if (found.expires) text += gLLT->Text("Notice_Unsaved_Expires");
   if (fOffers.size() > 1) text += gLLT->Text("Notice_Unsaved_More") + std::to_string(fOffers.size() - 1);
@@ -99,8 +100,8 @@ std::string TRecoveryOffers::TextOf(const TFoundJournal& found) const {
 
 void TRecoveryOffers::ShowOtherEditor(const std::string& path, int32 process) {
   fNotices->ShowNotice({kOtherEditorNotice,
-                        gLLT->Text("Notice_Other_Editor_1") + name_of(path) + gLLT->Text("Notice_Other_Editor_2") +
-                            std::to_string(process),
+                        gLLT->Text("Notice_Other_Editor_1") + name_of_document(path) +
+                            gLLT->Text("Notice_Other_Editor_2") + std::to_string(process),
                         {},
                         fOwner,
                         BMessage()});

@@ -8,6 +8,9 @@
 class BMessage;
 class TNoticeBoard;
 
+/** Of the file, or that of a document without one. */
+std::string name_of_document(const std::string& path);
+
 /** Offers unsaved changes of earlier processes in a notice, one journal after the other; the journals stay locked and
    on the disk until they are settled. Owned by the editor view, on its thread. */
 class TRecoveryOffers {

@@ -88,6 +88,7 @@ enum : uint32 {
   kMsgJournalReport = 'jrep',
   kMsgJournalsFound = 'jfnd', // from the search for journals to the editor view
   // From the notice that unsaved changes were found, to the editor view: int32 "Offer", its number.
+  kMsgViewChanges = 'rvvw',
   kMsgRecover = 'rvrc',
   kMsgDiscardChanges = 'rvds', // after a question
   kMsgRecoverLater = 'rvlt',   // the notice was closed

@@ -1,6 +1,8 @@
 #include "journal/document_journal.h"
 #include "journal/journal_search.h"
 #include "journal/journal_thread.h"
+#include "platform/app/looper_lock.h"
+#include "platform/interface/text_view.h"
 #include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 #include "window/notice_bar.h"
@@ -40,8 +42,9 @@ protected:
     hands::click(*fWindow, button, {8, 8});
     Settle();
   }
-  static constexpr const char* kRecover = "NoticeButton0";
-  static constexpr const char* kDiscard = "NoticeButton1";
+  static constexpr const char* kView = "NoticeButton0";
+  static constexpr const char* kRecover = "NoticeButton1";
+  static constexpr const char* kDiscard = "NoticeButton2";
   std::vector<std::string> Journals() const { return TJournalFolder().Names(); }
   void WaitForJournals(size_t count) {
     EXPECT_TRUE(Until([&] { return Journals().size() == count; })) << Journals().size();
@@ -73,6 +76,22 @@ TEST_F(Recovery, LinesSelectionModeAndUndoComeBackAndCountAsUnsaved) {
   Press("Ctrl+S");
   EXPECT_EQ(fFolder.Read("a.lrc"), std::string("changed\n") + '\0');
   WaitForJournals(0);
+}
+
+TEST_F(Recovery, ChangesCanBeViewedBeforeADecision) {
+  const std::string path = fFolder.Write("a.lrc", "one\n");
+  LeaveJournal(path);
+  Open(path);
+  WaitForNotice("a.lrc");
+  Click(kView);
+  BWindow& shown = hands::wait_for_window("Differences – a.lrc");
+  EXPECT_EQ(hands::spoken(shown, "Differences").name, "- as saved, + with the unsaved changes");
+  {
+    const TLooperLock lock(&shown);
+    EXPECT_THAT(static_cast<BTextView*>(shown.FindView("Differences"))->Text(), HasSubstr("+ added"));
+  }
+  EXPECT_THAT(Lines(), ElementsAre("one"));
+  EXPECT_THAT(Notice(), HasSubstr("a.lrc"));
 }
 
 TEST_F(Recovery, FileThatHasBecomeAnotherIsNeverOverwritten) {
