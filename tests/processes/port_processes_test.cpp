@@ -195,7 +195,8 @@ TEST(PortsBetweenProcesses, LeaveNoDescriptorsWhenPeersComeAndGo) {
     ASSERT_EQ(peer.Ask("write steady hello 0"), "ok");
   }
   EXPECT_LT(find_port("nobody"), 0);
-  EXPECT_TRUE(eventually([&] { return open_descriptors() == before; })) << open_descriptors() << " from " << before;
+  // Fewer, if what an earlier test left was closed meanwhile.
+  EXPECT_TRUE(eventually([&] { return open_descriptors() <= before; })) << open_descriptors() << " from " << before;
 }
 
 TEST(PortsBetweenProcesses, BoundTheSizeOfAMessage) {

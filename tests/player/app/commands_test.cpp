@@ -232,7 +232,7 @@ TEST_F(Commands, TheListOfTheLastRunIsRestoredAndChangesAreKept) {
   Send(kMsgRemoveSongs, "id", int64{1});
   Send(kMsgFirstSong);
   wait_for_songs(2);
-  EXPECT_EQ(PositionMs(), 7000);
+  EXPECT_TRUE(eventually([] { return PositionMs() == 7000; })) << PositionMs();
   EXPECT_FALSE(IsPlaying());
   Send(kMsgPlaySong, "index", 0);
   Send(kMsgHostSeek, "Time", 1000);
