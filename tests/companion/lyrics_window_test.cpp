@@ -9,6 +9,8 @@
 #include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
+#include <set>
+
 namespace {
 
 /** The lyrics window and the editor's window, both with their messages delivered by the test. */
@@ -112,11 +114,20 @@ TEST_F(LyricsWindowByHand, SongThatBeginsDuringASearchIsSearchedForNext) {
   }
 }
 
-TEST_F(LyricsWindowByHand, AppliesTheFontAtOnce) {
-  hands::settle(*fLyrics);
-  const std::string before = hands::pixels(*fLyrics, "Lyrics");
-  SetPref([](TPrefValues* values) { values->fontSize = 20; });
-  fLyrics->PostMessage(kMsgAppearance);
-  hands::settle(*fLyrics);
-  EXPECT_NE(hands::pixels(*fLyrics, "Lyrics"), before);
+TEST_F(LyricsWindowByHand, AppliesFontAndColoursAtOnce) {
+  std::set<std::string> seen;
+  const auto changes = [&](void (*set)(TPrefValues*)) {
+    seen.insert(hands::pixels(*fLyrics, "Lyrics"));
+    SetPref(set);
+    fLyrics->PostMessage(kMsgAppearance);
+    hands::settle(*fLyrics);
+    return !seen.contains(hands::pixels(*fLyrics, "Lyrics"));
+  };
+  fFolder.Write("song.lrc", "[00:01]one\n[00:02]two\n");
+  fHost->SetRecord(2600, "song");
+  EXPECT_TRUE(Shows("two"));
+  EXPECT_TRUE(changes([](TPrefValues* values) { values->lyrics = {0, 200, 0, 255}; }));
+  EXPECT_TRUE(changes([](TPrefValues* values) { values->activeLyrics = {0, 0, 200, 255}; }));
+  EXPECT_TRUE(changes([](TPrefValues* values) { values->background = {90, 90, 90, 255}; }));
+  EXPECT_TRUE(changes([](TPrefValues* values) { values->fontSize = 20; }));
 }

@@ -41,10 +41,6 @@ TEST_F(Saving, KeepsEncodingAndLineEndsToTheByte) {
     EXPECT_EQ(fFolder.Read(name), after) << name;
     EXPECT_FALSE(IsModified());
     EXPECT_THAT(Status(), EndsWith("Saved"));
-    char type[64] = {};
-    if (getxattr(path.c_str(), "user.mime_type", type, sizeof type) > 0) {
-      EXPECT_STREQ(type, "text/plain");
-    }
   }
   EXPECT_EQ(CountFiles(), 5); // no temporary file remains
 }
@@ -186,4 +182,18 @@ TEST_F(Saving, ExportWritesACopyAndTouchesNothingElse) {
   EXPECT_TRUE(IsModified());
   EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01:50]a\n[00:03]b\n");
+}
+
+TEST_F(Saving, SetsTheTypeOfTheFileUnlessItHasOne) {
+  const std::string path = fFolder.Write("a.lrc", "[00:01]a\n");
+  if (setxattr(path.c_str(), "user.test", "1", 1, 0) != 0) GTEST_SKIP() << "no extended attributes here";
+  Open(path);
+  for (const std::string type : {"text/plain", "text/x-own"}) {
+    Change();
+    Press("Ctrl+S");
+    char found[64] = {};
+    EXPECT_GT(getxattr(path.c_str(), "user.mime_type", found, sizeof found), 0);
+    EXPECT_EQ(found, type);
+    setxattr(path.c_str(), "user.mime_type", "text/x-own", 10, 0);
+  }
 }

@@ -18,3 +18,12 @@ TEST(Drawing, UsesTheInkColourAndItsOwnColours) {
     EXPECT_GT(image.pixelColor(30, 18).green(), 220);
   }
 }
+
+TEST(Drawing, InvalidTextIsRejected) {
+  EXPECT_TRUE(read_drawing("drawing 2400 2400\nink M 0 0 C 1 2 3 4 5 6 Z\n", Qt::black));
+  for (const char* text :
+       {"", "drawing 2400", "drawing 0 2400", "drawing 2400 99999999999", "drawing 2400.5 2400", "<svg/>",
+        "drawing 2400 2400\n\n", "drawing 2400 2400\nnone M 1 1", "drawing 2400 2400\nink M 5",
+        "drawing 2400 2400\nink Q 5 5", "drawing 2400 2400\nink ML 5 5", "drawing 2400 2400\nink/ink/ink M 5 5"})
+    EXPECT_FALSE(read_drawing(text, Qt::black)) << text;
+}

@@ -167,3 +167,14 @@ TEST_F(ListView, RefilledListShowsTheNewRowsFromTheTop) {
   EXPECT_EQ(fList->CurrentSelection(), -1);
   EXPECT_EQ(Drawn(2), "row 2");
 }
+
+TEST_F(ListView, RowsOfDifferentHeightsAreStacked) {
+  Fill(3);
+  fRows[1]->SetHeight(49);
+  fList->AddList({}); // lays the list out again
+  hands::settle(*fWindow);
+  EXPECT_EQ(fList->ItemFrame(2).top, fList->ItemFrame(1).top + 50);
+  hands::click(*fWindow, "list", {10, fList->ItemFrame(2).top + 2});
+  hands::settle(*fWindow);
+  EXPECT_EQ(fList->CurrentSelection(), 2);
+}
