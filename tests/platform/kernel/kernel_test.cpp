@@ -61,6 +61,15 @@ TEST(Ports, WakeAReaderOfAnEmptyPortAndAWriterToAFullOne) {
   EXPECT_TRUE(reader.IsWoken());
 }
 
+TEST(Ports, AMessageLongerThanTheBufferIsTruncated) {
+  const port_id port = create_port(1, "a port of a test");
+  EXPECT_EQ(write_port(port, 7, "abc", 3), B_OK);
+  char bytes[] = "...";
+  EXPECT_EQ(read_port(port, nullptr, bytes, 2), 2);
+  EXPECT_STREQ(bytes, "ab.");
+  delete_port(port);
+}
+
 TEST(PortFrames, AreWholeHoweverTheirBytesArrive) {
   std::string stream;
   for (const std::string text : {"first", "", "third, and longest"}) {

@@ -102,6 +102,16 @@ TEST_F(OtherPlayers, ThePositionOfAPausedSongIsKnownWhenItIsReported) {
   EXPECT_EQ(fBus->PositionMs(), 8000) << "at once, for the next time tag";
 }
 
+TEST_F(OtherPlayers, ATitleOfMegabytesIsTruncatedAtACharacter) {
+  const QString longText(1000000, u'語');
+  QVariantMap song = playing_song("file:///a.mp3");
+  song["Metadata"] = QVariantMap{{"xesam:title", longText}, {"xesam:artist", QStringList{longText}}};
+  const FakePlayer player("fake", song, {});
+  fBus->Start();
+  Choose("fake");
+  for (const char* name : {"title", "artist"}) EXPECT_EQ(Text(name), longText.left(341).toStdString()) << name;
+}
+
 TEST_F(OtherPlayers, CommandsReachThemAsFarAsTheySupportThem) {
   QVariantMap song = playing_song("file:///a.mp3");
   FakePlayer player("fake", song, [] { return 3000000; });
