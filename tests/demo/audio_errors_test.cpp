@@ -39,4 +39,9 @@ TEST(AudioErrors, APositionInAPauseIsComparedWithTheLastSound) {
   EXPECT_NEAR(errors.ms[0], kMistakeMs, 0.2);
 }
 
+TEST(AudioErrors, ProbesWithoutSoundAreCountedAsLost) {
+  const auto probes = mistaken_probes(2);
+  EXPECT_EQ(noise_errors(probes, {std::vector<float>(3 * kSignalRate), kStartUs}, false).lost, probes.size());
+}
+
 } // namespace

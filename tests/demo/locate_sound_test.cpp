@@ -42,4 +42,11 @@ TEST(LocateSound, SoundThatIsNotInTheTrackIsUnlikeIt) {
   EXPECT_LT(place->likeness, 0.5);
 }
 
+TEST(LocateSound, SilenceAndWindowsOutsideTheRecordingHaveNoPlace) {
+  const auto track = timed_noise(2);
+  EXPECT_FALSE(locate(track, std::vector<float>(track.size()), 20000, {1, 0.5, 1024}));
+  for (const size_t middle : {size_t{100}, track.size() - 100})
+    EXPECT_FALSE(locate(track, track, middle, {1, 0.5, 1024}));
+}
+
 } // namespace

@@ -26,4 +26,12 @@ TEST_F(SungLines, TheNulAfterTheTextIsNoLine) {
   EXPECT_EQ(read_saved_lines(Written("[00:01:02]a\n[00:02:03]b"s)).size(), 2U);
 }
 
+TEST_F(SungLines, TrueTimesKeepTheTextAfterTheTabAndAreNeverEmpty) {
+  const auto lines = read_true_times(Written("5736\tWho has seen the wind?\n8604\tNeither I nor you:\n"));
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[1].trueMs, 8604);
+  EXPECT_EQ(lines[1].text, "Neither I nor you:");
+  EXPECT_THROW(read_true_times(Written("no tab here\n")), std::runtime_error);
+}
+
 } // namespace
