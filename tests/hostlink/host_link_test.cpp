@@ -259,6 +259,16 @@ TEST_F(HostLink, APlayerThatHangsBlocksNothing) {
   fHost->Unlock();
 }
 
+TEST_F(HostLink, ItsEndDoesNotWaitForAPlayerThatHangs) {
+  fLink = std::make_unique<Sonivo_FrontEnd>(true, 1); // its worker fills the player's queue, and waits for room
+  fLink->Start();
+  ASSERT_TRUE(hands::until([this] { return fHost->fHandshakes > 0; }));
+  EXPECT_TRUE(fHost->Lock());
+  EXPECT_TRUE(hands::until([this] { return fHost->CountMessages() == B_LOOPER_PORT_DEFAULT_CAPACITY; }));
+  fLink.reset();
+  fHost->Unlock();
+}
+
 TEST_F(HostLink, AWorkerThatSleepsUntilItsNextPollIsWokenAtTheEnd) {
   fHost->SetRecord(1000, "song");
   Connect(true);

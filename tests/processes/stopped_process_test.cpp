@@ -63,6 +63,20 @@ TEST(IAPPort, EndsWhileItsWindowReadsNothing) {
   manager.Stop(); // returns
 }
 
+TEST(IAPPort, LosesNothingWhileItsWindowIsBusy) {
+  const OwnLooper<Taker> window(new Taker);
+  TIAPPortManager manager{BMessenger(window.get())};
+  manager.Resume();
+  ASSERT_TRUE(eventually([&] { return manager.Port() != 0; }));
+  const std::vector<char> flat = BMessage(kMsgIAPActivate).Flatten();
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(write_port(manager.Port(), 0, flat.data(), flat.size()), B_OK);
+  snooze(150000); // busy for longer than an attempt waits
+  EXPECT_TRUE(eventually([&] {
+    window->DeliverAll();
+    return window->fActivations == 3;
+  }));
+}
+
 TEST(IAPPort, PassesOnOnlyWhatTheFamilySends) {
   const OwnLooper<Taker> window(new Taker);
   window->Run();

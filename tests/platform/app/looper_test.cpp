@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <optional>
 #include <stdexcept>
 #include <thread>
 
@@ -316,6 +317,24 @@ TEST(MessageRunner, BeatsUntilItIsDestroyedAndNeverPilesUp) {
   looper->DeliverAll();
   waitFiveTicks();
   EXPECT_EQ(looper->CountMessages(), 0);
+}
+
+TEST(MessageRunner, SendsNothingOnceItIsDestroyed) {
+  OwnLooper<Recorder> first(new Recorder), looper(new Recorder), last(new Recorder);
+  BMessage beat('beat');
+  beat.AddString("text", std::string(1 << 20, 'x'));
+  const BMessage tick('tick');
+  for (int i = 0; i < 100; ++i) {
+    const BMessageRunner before(BMessenger(first.get()), &tick, 1000, 1);
+    std::optional<BMessageRunner> runner(std::in_place, BMessenger(looper.get()), &beat, 1000, 1);
+    while (!first->DeliverNext()) continue; // the next beat is being posted
+    runner.reset();
+    const int32 sent = looper->CountMessages();
+    const BMessageRunner after(BMessenger(last.get()), &tick, 1000, 1);
+    while (!last->DeliverNext()) std::this_thread::yield();
+    ASSERT_EQ(looper->CountMessages(), sent);
+    looper->DeliverAll();
+  }
 }
 
 TEST(MessageRunner, BeatsSoonWhenItsIntervalBecomesShort) {
