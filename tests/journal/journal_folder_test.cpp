@@ -1,6 +1,8 @@
 #include "journal/document_journal.h"
 #include "journal/journal_search.h"
 #include "journal/journal_thread.h"
+#include "tests/journal/memory_disk.h"
+#include "tests/support/eventually.h"
 #include "tests/support/scratch_folder.h"
 
 #include <fcntl.h>
@@ -8,6 +10,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include <atomic>
 #include <future>
 
 using testing::ElementsAre;
@@ -234,4 +237,23 @@ TEST(JournalThread, NeverWaitsForADiskThatHangsAndIsBoundedInMemory) {
   EXPECT_LT(accepted, 2000);
   EXPECT_TRUE(thread.Push(TJournalRest())) << "the document was saved";
   release.set_value();
+}
+
+TEST(JournalThread, AFlushThatFailsIsReported) {
+  struct Disk : TJournalDisk {
+    struct File : MemoryJournal {
+      bool Flush() override { return false; }
+    };
+    std::shared_ptr<TJournalFile> Create() override {
+      const auto file = std::make_shared<File>();
+      file->room = &room;
+      return file;
+    }
+    size_t room = SIZE_MAX;
+  };
+  std::atomic<bool> isReported{false};
+  TJournalThread thread(std::make_unique<Disk>(),
+                        [&](TJournalReport report) { isReported = report == TJournalReport::kFailed; });
+  ASSERT_TRUE(thread.Push(TJournalStart{{}, 0, std::vector<TJournalAppend>{}}));
+  EXPECT_TRUE(eventually([&] { return isReported.load(); }));
 }
