@@ -70,12 +70,18 @@ struct LanguageWatch : testing::Test, PluginGlobals {
   }
   std::string PluginPath() const { return fFolder.Path() + "/gen_Test.so"; }
   std::string File() const { return fFolder.Path() + "/Language/English.llt"; }
-  void Write(const std::string& text) { fFolder.Write("Language/English.llt", text); }
+  /** With a time of its own: what is written within one tick of the kernel's clock has the same one. */
+  void Write(const std::string& text, const std::string& name = "English.llt") {
+    const std::string path = fFolder.Write("Language/" + name, text);
+    const timespec times[] = {{0, UTIME_OMIT}, {1700000000, ++fWrites}};
+    utimensat(AT_FDCWD, path.c_str(), times, 0);
+  }
   bool Shows(const std::string& text) const {
     return hands::until([&] { return gLLT->Text("Menu_File") == text; });
   }
   static inline std::atomic<int> gAlerts;
   OwnLooper<Manager> fManager;
+  long fWrites = 0;
 };
 } // namespace
 
@@ -87,7 +93,7 @@ TEST_F(LanguageWatch, AChangedFileIsReloaded) {
 }
 
 TEST_F(LanguageWatch, EditorsWaysToSaveCauseNoAlert) {
-  fFolder.Write("Language/new", language_file("renamed"));
+  Write(language_file("renamed"), "new");
   rename((fFolder.Path() + "/Language/new").c_str(), File().c_str());
   EXPECT_TRUE(Shows("renamed"));
 
