@@ -102,7 +102,7 @@ class Round:
         except Exception:
             return False
 
-    def check_file(self, states):
+    def check_file(self):
         data = self.path.read_bytes()
         text = data.rstrip(b"\0").decode()
         lines = text.split("\n")[:-1]
@@ -132,7 +132,7 @@ def recovered(current, last):
 
 
 def check(current, last):
-    on_disk = last.check_file(None)
+    on_disk = last.check_file()
     if not recovered(current, last):
         if last.seen != on_disk and not any(key in ("ctrl+s", "ctrl+z", "ctrl+shift+z") for key in last.keys):
             raise AssertionError(f"lost: {last.seen} was seen before {last.keys}, the file has {on_disk}")
