@@ -1,5 +1,6 @@
 #include "companion/vesmo_d.h"
 
+#include "commands/key_bindings.h"
 #include "companion/lyrics_window_state.h"
 #include "companion/vesmo_d_comm_man.h"
 #include "family/family_globals.h"
@@ -22,6 +23,7 @@ TVesmoD::TVesmoD(PluginConstructorStruct*) : TFamilyPlugin(kCompanionName) {
   if (!are_settings_held_off()) {
     load_record(gLyricsWindowState, kStateFolder, kStateFile);
     load_shared_prefs();
+    load_key_bindings();
   }
   const std::string path = image_path_with("gen_VesmoD");
   make_texts(path);

@@ -96,6 +96,10 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return fPublisher->PublishWhole();
   case kMsgSendMarks:
     return fPublisher->PublishMarks();
+  case kMsgTagCommand:
+    return TagCommandRqtd(*message);
+  case kMsgKeys:
+    return fSession->TagInput().KeysChanged();
   case kMsgUndo:
     return fSession->Undo();
   case kMsgRedo:
@@ -162,6 +166,13 @@ void TVesmoEView::MItemModeClicked(const BMessage& message) {
   if (!mode) return;
   fSession->SwitchMode(*mode);
   ModeChanged();
+}
+
+/** From a menu, in whichever mode: the command is of the view that is shown. */
+void TVesmoEView::TagCommandRqtd(const BMessage& message) {
+  int32 number = 0;
+  if (message.FindInt32("Command", &number) == B_OK && Mode() != TEditMode::kFreeEdit)
+    fSession->TagInput().ShortcutPressed(number);
 }
 
 void TVesmoEView::MItemNewClicked() {

@@ -56,6 +56,7 @@ private:
   // editor_view.cpp
   void MItemNewClicked();
   void MItemModeClicked(const BMessage& message);
+  void TagCommandRqtd(const BMessage& message);
   void ModeChanged();
   void SetStatBarStrRqtd(const BMessage& message);
   void ExpDefaultStatBarRqtd();

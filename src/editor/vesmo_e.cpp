@@ -1,10 +1,12 @@
 #include "editor/vesmo_e.h"
 
+#include "commands/key_bindings.h"
 #include "common/app_info.h"
 #include "editor/show_help.h"
 #include "editor/vesmo_e_comm_man.h"
 #include "family/family_globals.h"
 #include "plugin/exit_state.h"
+#include "plugin/kept_record.h"
 #include "plugin/message_codes.h"
 
 #include <utility>
@@ -22,6 +24,7 @@ TVesmoE::TVesmoE(PluginConstructorStruct*) : TFamilyPlugin(gAppName) {
   gExitState = new TExitState;
   make_settings();
   load_global(kStateFolder, kStateFile);
+  if (!are_settings_held_off()) load_key_bindings();
   make_texts(vesmo_editor_fname());
   StartManager(new TVesmoECommMan);
 }

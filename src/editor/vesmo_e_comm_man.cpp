@@ -1,5 +1,6 @@
 #include "editor/vesmo_e_comm_man.h"
 
+#include "commands/key_bindings.h"
 #include "editor/show_help.h"
 #include "interapp/iap_win.h"
 #include "interapp/inter_app_prefs.h"
@@ -105,6 +106,10 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
   case kMsgPollInterval:
     gPref->Unarchive(*message);
     if (fMainWindow) fMainAddress.SendCoalesced(*message); // it reads the settings, so one notice is enough
+    return true;
+  case kMsgKeys:
+    gKeyBindings->Unarchive(*message);
+    if (fMainWindow) fMainAddress.SendCoalesced(*message);
     return true;
   case kMsgStatBarStr:
     gPref->Unarchive(*message);

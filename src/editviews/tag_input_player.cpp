@@ -1,36 +1,9 @@
-/** The tag input view's commands to the player, and its highlight of the line that is sung. */
+/** The tag input view's way to the player, and its highlight of the line that is sung. */
 
 #include "editviews/tag_input_item.h"
 #include "editviews/tag_input_view.h"
 #include "hostlink/host_link.h"
 #include "language/llt.h"
-
-namespace {
-constexpr int32 kSkipMs = 2000;
-constexpr int32 kSpeedPoints = 5;
-} // namespace
-
-bool TTagInputView::PlayerKey(char key) {
-  switch (key) {
-  case B_SPACE:
-    if (!IsKeyRepeat()) fFrontEnd->PlayPause();
-    return true;
-  case B_LEFT_ARROW:
-    fFrontEnd->SeekBy(-kSkipMs);
-    return true;
-  case B_RIGHT_ARROW:
-    fFrontEnd->SeekBy(kSkipMs);
-    return true;
-  case B_UP_ARROW:
-    fFrontEnd->ChangeSpeed(kSpeedPoints);
-    return true;
-  case B_DOWN_ARROW:
-    fFrontEnd->ChangeSpeed(-kSpeedPoints);
-    return true;
-  default:
-    return false;
-  }
-}
 
 void TTagInputView::Invoke() {
   if (SelectedItem() == nullptr) return;

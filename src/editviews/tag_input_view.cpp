@@ -90,6 +90,7 @@ void TTagInputView::SetAppearance() {
 void TTagInputView::AttachedToWindow() {
   BListView::AttachedToWindow();
   SetAppearance();
+  KeysChanged();
 }
 
 void TTagInputView::FrameResized(float width, float height) {
@@ -101,29 +102,6 @@ bool TTagInputView::IsKeyRepeat() const {
   const BMessage* const key = Window() ? Window()->CurrentMessage() : nullptr;
   int32 repeat = 0;
   return key && key->FindInt32("key_repeat", &repeat) == B_OK && repeat > 0;
-}
-
-void TTagInputView::KeyDown(const char* bytes, int32 count) {
-  if (IsCommand()) {
-    if (!PlayerKey(bytes[0])) BListView::KeyDown(bytes, count);
-    return;
-  }
-  switch (count > 0 ? bytes[0] : '\0') {
-  case '+':
-  case '-':
-    return IncDecTagRqtd(bytes[0]);
-  case B_SPACE:
-    // One press, one tag, however long the key is held.
-    if (!IsKeyRepeat()) InputTagRqtd();
-    return;
-  case B_DELETE:
-    return RemoveTagRqtd();
-  case B_BACKSPACE:
-    if (Listener() && !IsKeyRepeat()) Listener()->RetakeRqtd();
-    return;
-  default:
-    BListView::KeyDown(bytes, count);
-  }
 }
 
 TTagInputItem* TTagInputView::Item(int32 row) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/command_table.h"
 #include "editviews/tracked_edit_view.h"
 #include "lyrics/line_times.h"
 #include "lyrics/reaction_time.h"
@@ -35,6 +36,10 @@ public:
   void SetSongPosition(std::optional<int32> positionMs);
 
   void KeyDown(const char* bytes, int32 count) override;
+  /** A command of this view, by its number. */
+  void ShortcutPressed(int32 number) override;
+  /** Another key was given to a command. */
+  void KeysChanged();
   void AttachedToWindow() override;
   void FrameResized(float width, float height) override;
 
@@ -50,8 +55,10 @@ private:
   TTagInputItem* SelectedItem() const;
   TTagInputItem* Item(int32 row) const;
   int32 StampTimeMs() const;
-  /** A key with the Command modifier; false for one that is not a command to the player. */
-  bool PlayerKey(char key);
+  // tag_input_commands.cpp
+  void RunCommand(TCommandId id);
+  void RetakeRqtd();
+
   void MarkSung(int32 row);
   void SetText(int32 row, const std::string& text);
   bool IsKeyRepeat() const;

@@ -1,5 +1,6 @@
 #include "family/family_globals.h"
 
+#include "commands/key_bindings.h"
 #include "common/app_info.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
@@ -44,6 +45,7 @@ void make_settings() {
   gIAP->AddItem(new TIAPItemAccKeyFormat);
   gIAP->AddItem(new TIAPItemFlatToolBar);
   gPref = new TPref;
+  gKeyBindings = new TKeyBindings;
 }
 
 void make_texts(const std::string& pluginPath) {
@@ -58,4 +60,5 @@ void delete_settings_and_texts() {
   destroy(&gIAP);
   destroy(&gLLT);
   destroy(&gPref);
+  destroy(&gKeyBindings);
 }

@@ -7,7 +7,7 @@
 
 /** gAppPrivacy; the first to be created. */
 void make_app_privacy();
-/** gIAP with its items, and gPref, with default values. */
+/** gIAP with its items, gPref and gKeyBindings, with default values. */
 void make_settings();
 /** gLLT, in the language of the settings. With $VESMO_SHOW_DB_INFO set, missing texts are also shown in an alert. */
 void make_texts(const std::string& pluginPath);

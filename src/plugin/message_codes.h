@@ -57,6 +57,7 @@ enum : uint32 {
   kMsgLineEnds = 'Spcc',
   kMsgTimeOffset = 'Sptc',
   kMsgLanguageChanged = '_lgc',
+  kMsgKeys = 'Skyc', // all changed keys of commands, as TKeyBindings stores them
 
   // To the editor view, from menus, panels and edit views; where noted, from it to the window.
   kMsgNew = '_new',
@@ -70,6 +71,7 @@ enum : uint32 {
   kMsgConvertTags = 'cvtt', // bool "CvtTagS2E": to the extended form
   kMsgDeleteTags = 'datt',
   kMsgShiftTags = 'fttr', // string "_SmplIptData": ms, decimal
+  kMsgTagCommand = 'tgcm', // int32 "Command": a TCommandId of the tag input view
   kMsgUndo = '_udo',
   kMsgRedo = '_rdo',
   kMsgHistoryChanged = '_hch', // to the window: bool "CanUndo", bool "CanRedo"

@@ -12,8 +12,9 @@ std::shared_ptr<display::ControlPeer> TToolButton::MakeControl() {
   return peer;
 }
 
-void TToolButton::SetTip(const char* tip) {
+void TToolButton::SetTip(const char* tip, const std::string& keys) {
   TToolTip::SetTip(this, tip);
+  if (!keys.empty()) SetToolTip(tip + (" (" + keys + ")"));
 }
 
 void TToolButton::SetFlat(bool flat) {

@@ -11,8 +11,8 @@ public:
   TToolButton(BRect frame, const char* name, const BBitmap& bitmap, BMessage* message);
 
   float LeastWidth() const { return fLeastWidth; }
-  /** Sets the tool tip and the accessible name. */
-  void SetTip(const char* tip);
+  /** Sets the tool tip and the accessible name; the tip also shows the keys of the command, if any. */
+  void SetTip(const char* tip, const std::string& keys = {});
   /** Flat: framed only under the mouse, with the focus, or while on. */
   void SetFlat(bool flat);
 

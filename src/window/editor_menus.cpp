@@ -1,112 +1,124 @@
 #include "window/editor_menus.h"
 
-#include "document/editor_view.h"
+#include "commands/key_bindings.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
 #include "platform/app/message.h"
 #include "platform/interface/menu_bar.h"
 #include "platform/interface/menu_item.h"
-#include "platform/kernel/modifiers.h"
 #include "plugin/message_codes.h"
-#include "window/editor_window.h"
 
 namespace {
+
+using enum TCommandId;
 
 std::string label_of(const char* key, const char* letter) {
   return accelerator_label(letter, gLLT->Text(key));
 }
 
-BMenuItem* make_item(const char* key, const char* letter, uint32 code, char shortcut, BHandler* target,
-                     uint32 modifiers = 0) {
-  auto* const item = new BMenuItem(label_of(key, letter).c_str(), new BMessage(code), shortcut, modifiers);
-  item->SetTarget(BMessenger(target));
-  return item;
+std::string label_of(TCommandId id) {
+  return label_of(command(id).textKey, command(id).letter);
 }
 
 } // namespace
 
-BMenuItem* TEditorMenus::MakeOpenSubmenu() {
-  fOpenMenu = new BMenu(label_of("Menu_Open", "O").c_str());
-  fOpenMenu->AddSeparatorItem();
-  fOpenMenu->AddItem(make_item("MItem_Del_All_MRUF", "D", kMsgClearHistory, 0, fTargets.window));
-  // Choosing the item itself opens the panel; the submenu lists the recent files.
-  auto* const item = new BMenuItem(fOpenMenu, new BMessage(kMsgOpenPanel), 'O');
-  item->SetTarget(BMessenger(fTargets.window));
+BHandler* TEditorMenus::Target(TCommandId id) const {
+  switch (command(id).target) {
+  case TCommandTarget::kWindow:
+    return fTargets.window;
+  case TCommandTarget::kManager:
+    return fTargets.manager;
+  case TCommandTarget::kView:
+  case TCommandTarget::kTagInput:
+    break;
+  }
+  return fTargets.view;
+}
+
+BMenuItem* TEditorMenus::Adopt(TCommandId id, BMenuItem* item) {
+  item->SetTarget(BMessenger(Target(id)));
+  item->SetKeys(fKeys->Of(id), command(id).target == TCommandTarget::kTagInput);
+  fItems[static_cast<size_t>(id)] = item;
   return item;
+}
+
+BMenuItem* TEditorMenus::MakeItem(TCommandId id) {
+  return Adopt(id, new BMenuItem(label_of(id).c_str(), new BMessage(message_of_command(id))));
+}
+
+BMenuItem* TEditorMenus::MakeItem(TCommandId id, BMenu* submenu) {
+  return Adopt(id, new BMenuItem(submenu, new BMessage(message_of_command(id))));
+}
+
+BMenuItem* TEditorMenus::MakeOpenSubmenu() {
+  fOpenMenu = new BMenu(label_of(kOpen).c_str());
+  fOpenMenu->AddSeparatorItem();
+  auto* const clear = new BMenuItem(label_of("MItem_Del_All_MRUF", "D").c_str(), new BMessage(kMsgClearHistory));
+  clear->SetTarget(BMessenger(fTargets.window));
+  fOpenMenu->AddItem(clear);
+  // Choosing the item itself opens the panel; the submenu lists the recent files.
+  return MakeItem(kOpen, fOpenMenu);
 }
 
 BMenu* TEditorMenus::MakeFileMenu() {
   auto* const menu = new BMenu(label_of("Menu_File", "F").c_str());
-  menu->AddItem(make_item("MItem_New", "N", kMsgNew, 'N', fTargets.view));
+  menu->AddItem(MakeItem(kNew));
   menu->AddSeparatorItem();
-  menu->AddItem(make_item("MItem_Open_Cur", "L", kMsgOpenCurrent, 'L', fTargets.view));
+  menu->AddItem(MakeItem(kOpenCurrent));
   menu->AddItem(MakeOpenSubmenu());
   menu->AddSeparatorItem();
-  menu->AddItem(make_item("MItem_Save", "S", kMsgSave, 'S', fTargets.view));
-  menu->AddItem(make_item("MItem_Save_As", "A", kMsgSaveAs, '2', fTargets.window));
-  menu->AddItem(make_item("MItem_Export", "E", kMsgExport, 0, fTargets.window));
+  menu->AddItem(MakeItem(kSave));
+  menu->AddItem(MakeItem(kSaveAs));
+  menu->AddItem(MakeItem(kExport));
   menu->AddSeparatorItem();
-  menu->AddItem(make_item("MItem_Close", "W", B_QUIT_REQUESTED, 'W', fTargets.window));
+  menu->AddItem(MakeItem(kClose));
   return menu;
-}
-
-BMenuItem* TEditorMenus::MakeConvertItem(const char* key, const char* letter, bool toExtended) {
-  BMenuItem* const item = make_item(key, letter, kMsgConvertTags, 0, fTargets.view);
-  item->Message()->AddBool("CvtTagS2E", toExtended);
-  return item;
 }
 
 BMenu* TEditorMenus::MakeEditMenu() {
   auto* const menu = new BMenu(label_of("Menu_Edit", "E").c_str());
-  fUndoItem = make_item("MItem_Undo", "U", kMsgUndo, 'Z', fTargets.view);
-  fRedoItem = make_item("MItem_Redo", "R", kMsgRedo, 'Z', fTargets.view, B_SHIFT_KEY);
-  menu->AddItem(fUndoItem);
-  menu->AddItem(fRedoItem);
+  menu->AddItem(MakeItem(kUndo));
+  menu->AddItem(MakeItem(kRedo));
   menu->AddSeparatorItem();
-  menu->AddItem(make_item("MItem_Fine_Time_Tag", "F", kMsgFineTimeTag, 0, fTargets.manager));
-  menu->AddItem(make_item("MItem_Del_All_Time_Tag", "D", kMsgDeleteTags, 0, fTargets.view));
+  menu->AddItem(MakeItem(kShiftAll));
+  menu->AddItem(MakeItem(kDeleteAllTags));
   menu->AddSeparatorItem();
-  menu->AddItem(MakeConvertItem("MItem_Cvt_Tag_Std_To_Ext", "E", true));
-  menu->AddItem(MakeConvertItem("MItem_Cvt_Tag_Ext_To_Std", "S", false));
+  menu->AddItem(MakeItem(kToExtended));
+  menu->AddItem(MakeItem(kToStandard));
   return menu;
-}
-
-BMenuItem* TEditorMenus::MakeModeItem(const char* key, const char* letter, char shortcut, TEditMode mode) {
-  BMenuItem* const item = make_item(key, letter, kMsgMode, shortcut, fTargets.view);
-  item->Message()->AddInt32("Mode", static_cast<int32>(mode));
-  fModeItems[static_cast<int32>(mode)] = item;
-  return item;
 }
 
 BMenu* TEditorMenus::MakeModeMenu() {
   auto* const tagInput = new BMenu(label_of("Menu_Tag_Input_Mode", "T").c_str());
-  tagInput->AddItem(MakeModeItem("MItem_Tag_Input_Ext_Mode", "T", 'T', TEditMode::kTagInputExtended));
-  tagInput->AddItem(MakeModeItem("MItem_Tag_Input_Std_Mode", "D", 'D', TEditMode::kTagInputStandard));
-  auto* const tagInputItem = new BMenuItem(tagInput, new BMessage(*fModeItems[0]->Message()));
+  tagInput->AddItem(MakeItem(kModeExtended));
+  tagInput->AddItem(MakeItem(kModeStandard));
+  auto* const tagInputItem = new BMenuItem(tagInput, new BMessage(message_of_command(kModeExtended)));
   tagInputItem->SetTarget(BMessenger(fTargets.view));
   auto* const menu = new BMenu(label_of("Menu_Mode", "M").c_str());
   menu->AddItem(tagInputItem);
-  menu->AddItem(MakeModeItem("MItem_Free_Edit_Mode", "E", 'E', TEditMode::kFreeEdit));
+  menu->AddItem(MakeItem(kModeFree));
   return menu;
 }
 
 BMenu* TEditorMenus::MakeToolMenu() {
   auto* const menu = new BMenu(label_of("Menu_Tool", "T").c_str());
-  menu->AddItem(make_item("MItem_Preferences", "P", kMsgPreferences, 'P', fTargets.manager));
-  menu->AddItem(make_item("MItem_KOREVA_Common_Preferences", "S", kMsgCommonPref, 0, fTargets.manager));
+  menu->AddItem(MakeItem(kPreferences));
+  menu->AddItem(MakeItem(kCommonPreferences));
   return menu;
 }
 
 BMenu* TEditorMenus::MakeHelpMenu() {
   auto* const menu = new BMenu(label_of("Menu_Help", "H").c_str());
-  menu->AddItem(make_item("MItem_Help", "H", kMsgHelp, 0, fTargets.manager));
+  menu->AddItem(MakeItem(kHelp));
   menu->AddSeparatorItem();
-  menu->AddItem(make_item("MItem_About", "A", B_ABOUT_REQUESTED, 0, fTargets.manager));
+  menu->AddItem(MakeItem(kAbout));
   return menu;
 }
 
 void TEditorMenus::Build() {
   while (BMenuItem* const item = fBar->RemoveItem(int32{0})) delete item;
+  fKeys = current_keys();
+  fItems = {};
   fBar->AddItem(MakeFileMenu());
   fBar->AddItem(MakeEditMenu());
   fBar->AddItem(MakeModeMenu());
@@ -116,12 +128,13 @@ void TEditorMenus::Build() {
 }
 
 void TEditorMenus::MarkMode(int32 mode) {
-  for (int32 i = 0; i < kEditModes; ++i) fModeItems[i]->SetMarked(i == mode);
+  constexpr TCommandId kModes[] = {kModeExtended, kModeStandard, kModeFree};
+  for (int32 i = 0; i < kEditModes; ++i) Item(kModes[i])->SetMarked(i == mode);
 }
 
 void TEditorMenus::EnableHistory(bool canUndo, bool canRedo) {
   fCanUndo = canUndo;
   fCanRedo = canRedo;
-  fUndoItem->SetEnabled(canUndo);
-  fRedoItem->SetEnabled(canRedo);
+  Item(kUndo)->SetEnabled(canUndo);
+  Item(kRedo)->SetEnabled(canRedo);
 }

@@ -1,14 +1,20 @@
 #pragma once
 
+#include "commands/command_table.h"
 #include "editviews/edit_mode.h"
+
+#include <array>
+#include <memory>
 
 class BHandler;
 class BMenu;
 class BMenuBar;
 class BMenuItem;
 
-/** The editor window's menus. Every label is a language text with its accelerator letter. Owned by the window, on its
-    thread; the menu bar owns menus and items. */
+class TKeys;
+
+/** The editor window's menus: the commands of the table with their current keys. Every label is a language text with
+   its accelerator letter. Owned by the window, on its thread; the menu bar owns menus and items. */
 class TEditorMenus {
 public:
   /** Handlers that the items send their messages to; not owned. */
@@ -20,8 +26,12 @@ public:
 
   TEditorMenus(BMenuBar* bar, const TTargets& targets) : fBar(bar), fTargets(targets) {}
 
-  /** Replaces all menus by new ones in the current language. */
+  /** Replaces all menus by new ones, in the current language and with the current keys. */
   void Build();
+  /** The handler of the command's message. */
+  BHandler* Target(TCommandId id) const;
+  /** The command's item; null if no menu has it. */
+  BMenuItem* Item(TCommandId id) const { return fItems[static_cast<size_t>(id)]; }
   /** The submenu that lists the recent files. */
   BMenu* OpenMenu() const { return fOpenMenu; }
   /** Marks none for a number of no mode. */
@@ -35,14 +45,15 @@ private:
   BMenu* MakeModeMenu();
   BMenu* MakeToolMenu();
   BMenu* MakeHelpMenu();
-  BMenuItem* MakeConvertItem(const char* key, const char* letter, bool toExtended);
-  BMenuItem* MakeModeItem(const char* key, const char* letter, char shortcut, TEditMode mode);
+  BMenuItem* MakeItem(TCommandId id);
+  /** The item of a command that opens a submenu, too. */
+  BMenuItem* MakeItem(TCommandId id, BMenu* submenu);
+  BMenuItem* Adopt(TCommandId id, BMenuItem* item);
 
   BMenuBar* const fBar;
   const TTargets fTargets;
-  BMenuItem* fModeItems[kEditModes] = {}; // fModeItems to fOpenMenu: in the menu bar
-  BMenuItem* fUndoItem = nullptr;
-  BMenuItem* fRedoItem = nullptr;
+  std::shared_ptr<const TKeys> fKeys;            // as last built
+  std::array<BMenuItem*, kCommands> fItems = {}; // in the menu bar, like fOpenMenu
   BMenu* fOpenMenu = nullptr;
   bool fCanUndo = false;
   bool fCanRedo = false;

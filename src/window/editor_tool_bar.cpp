@@ -1,18 +1,21 @@
 /** The editor window's tool bar. */
 
+#include "commands/key_bindings.h"
 #include "document/editor_view.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
 #include "platform/app/message.h"
+#include "platform/interface/key_text.h"
 #include "platform/interface/menu_bar.h"
-#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "toolkit/tool_bar.h"
 #include "window/editor_window.h"
 #include "window/tool_bar_images.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -21,44 +24,42 @@ constexpr float kMinWidth = 260;
 /** Three lines of text and the status bar. */
 constexpr float kMinTextHeight = 85;
 
+using enum TCommandId;
+constexpr TVesmoEWin::TBarButton kButtons[] = {
+    {"TBOpenCurLyrics", kOpenCurrent},
+    {"TBOpen", kOpen},
+    {"TBSave", kSave, true},
+    {"TBFineTimeTag", kShiftAll, true},
+    {"TBTagInputExtMode", kModeExtended, true},
+    {"TBTagInputStdMode", kModeStandard},
+    {"TBFreeEditMode", kModeFree},
+    {"TBHelp", kHelp, true},
+    {"TBAbout", kAbout},
+};
+
 } // namespace
 
-void TVesmoEWin::AddButton(const char* name, uint32 code, BHandler* target, int32 mode) {
-  auto* const message = new BMessage(code);
-  if (mode >= 0) message->AddInt32("Mode", mode);
-  fToolBar->AppendButton({}, name, GetBitmap(name), message)->SetTarget(BMessenger(target));
+void TVesmoEWin::AddButton(const TBarButton& button) {
+  auto* const message = new BMessage(message_of_command(button.command));
+  fToolBar->AppendButton({}, button.name, GetBitmap(button.name), message)
+      ->SetTarget(BMessenger(fMenus->Target(button.command)));
 }
 
 void TVesmoEWin::CreateToolBar() {
-  AddButton("TBOpenCurLyrics", kMsgOpenCurrent, fEditorView);
-  AddButton("TBOpen", kMsgOpenPanel, this);
-  fToolBar->AppendSeparator();
-  AddButton("TBSave", kMsgSave, fEditorView);
-  fToolBar->AppendSeparator();
-  AddButton("TBFineTimeTag", kMsgFineTimeTag, fManager);
-  fToolBar->AppendSeparator();
-  AddButton("TBTagInputExtMode", kMsgMode, fEditorView, 0);
-  AddButton("TBTagInputStdMode", kMsgMode, fEditorView, 1);
-  AddButton("TBFreeEditMode", kMsgMode, fEditorView, 2);
-  fToolBar->AppendSeparator();
-  AddButton("TBHelp", kMsgHelp, fManager);
-  AddButton("TBAbout", B_ABOUT_REQUESTED, fManager);
+  for (const TBarButton& button : kButtons) {
+    if (button.beginsGroup) fToolBar->AppendSeparator();
+    AddButton(button);
+  }
   fFirstModeButton = fToolBar->FindItem("TBTagInputExtMode");
 }
 
 void TVesmoEWin::SetToolTip() {
-  constexpr std::pair<const char*, const char*> kTips[] = {
-      {"TBOpenCurLyrics", "MItem_Open_Cur"},
-      {"TBOpen", "Menu_Open"},
-      {"TBSave", "MItem_Save"},
-      {"TBFineTimeTag", "MItem_Fine_Time_Tag"},
-      {"TBTagInputExtMode", "MItem_Tag_Input_Ext_Mode"},
-      {"TBTagInputStdMode", "MItem_Tag_Input_Std_Mode"},
-      {"TBFreeEditMode", "MItem_Free_Edit_Mode"},
-      {"TBHelp", "MItem_Help"},
-      {"TBAbout", "MItem_About"},
-  };
-  for (const auto& [button, key] : kTips) fToolBar->FindItem(button)->SetTip(gLLT->Text(key));
+  const auto keys = current_keys();
+  std::vector<std::string> ofButtons;
+  for (const TBarButton& button : kButtons) ofButtons.push_back(keys->Of(button.command));
+  ofButtons = shown_keys(ofButtons);
+  for (size_t i = 0; i < std::size(kButtons); ++i)
+    fToolBar->FindItem(kButtons[i].name)->SetTip(gLLT->Text(command(kButtons[i].command).textKey), ofButtons[i]);
 }
 
 void TVesmoEWin::PressModeButton(int32 mode) {

@@ -125,6 +125,10 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     return UpdateModeComposRqtd(*message);
   case kMsgIAPChanged:
     return IAPChanged();
+  case kMsgKeys:
+    SetToolTip();
+    SetLabels();
+    return fEditorView->MessageReceived(message);
   case kMsgLanguageChanged:
     SetToolTip();
     SetLabels();

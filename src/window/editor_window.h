@@ -30,6 +30,12 @@ public:
   void Quit() override;
   void FrameMoved(BPoint leftTop) override;
 
+  struct TBarButton {
+    const char* name; // of its image, too
+    TCommandId command;
+    bool beginsGroup = false;
+  };
+
 private:
   // editor_window.cpp
   void CreateMenu();
@@ -51,7 +57,7 @@ private:
 
   // editor_tool_bar.cpp
   void CreateToolBar();
-  void AddButton(const char* name, uint32 code, BHandler* target, int32 mode = -1);
+  void AddButton(const TBarButton& button);
   void SetToolTip();
   void PressModeButton(int32 mode);
   void UpdateToolBarCompos();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/key_bindings.h"
 #include "language/builtin_texts.h"
 #include "language/llt.h"
 #include "plugin/app_privacy.h"
@@ -17,6 +18,7 @@ struct PluginGlobals {
     setenv("XDG_STATE_HOME", fFolder.File("state").c_str(), 1);
     gExitState = new TExitState;
     gPref = new TPref;
+    gKeyBindings = new TKeyBindings;
     gLLT = new TLLT;
     const BResources texts = builtin_resources();
     gLLT->Load(&texts, kBuiltinTextsId);
@@ -27,6 +29,7 @@ struct PluginGlobals {
   ~PluginGlobals() {
     delete std::exchange(gAppPrivacy, nullptr);
     delete std::exchange(gLLT, nullptr);
+    delete std::exchange(gKeyBindings, nullptr);
     delete std::exchange(gPref, nullptr);
     delete std::exchange(gExitState, nullptr);
   }

@@ -1,5 +1,6 @@
 #include "tests/support/editor_fixture.h"
 
+#include "commands/key_bindings.h"
 #include "document/editor_view.h"
 #include "family/message_filters.h"
 #include "plugin/message_codes.h"
@@ -67,4 +68,26 @@ TEST_F(WindowMessages, ShiftedTagsKeepTheCurrentLineAndAreReportedAsTyped) {
   EXPECT_THAT(Status(), EndsWith("line 2"));
   Shift("99999999999999999999");
   EXPECT_THAT(Lines(), ElementsAre("[99:59]a", "b", "c"));
+}
+
+TEST_F(WindowMessages, ChangedKeysAreInMenusTipsAndRowsAtOnce) {
+  Open(fFolder.Write("a.lrc", "a\nb\n"));
+  gKeyBindings->Unarchive(message_of(0, "stamp", "S", "save", "F4", "later", ".", "play-from", ""));
+  Send(BMessage(kMsgKeys));
+  const auto save = hands::menu_lines(*fWindow, {"F - File"})[5];
+  EXPECT_EQ(save.label, "S - Save");
+  EXPECT_EQ(save.shortcut, "F4");
+  EXPECT_EQ(fWindow->FindView("TBSave")->ToolTip(), "Save (F4)");
+  EXPECT_EQ(hands::spoken(*fWindow, "TBSave").name, "Save");
+  PlayAt(1000);
+  for (const char* key : {"Space", "+"}) Press(key);
+  EXPECT_THAT(Lines(), ElementsAre("a", "b")) << "the keys have lost their meaning";
+  hands::press(*fWindow, "S");
+  hands::repeat(*fWindow, "S");
+  Settle();
+  EditView().SetCurLine(0);
+  Press(".");
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:01]a", "b"));
+  Press("F4");
+  EXPECT_FALSE(IsModified());
 }

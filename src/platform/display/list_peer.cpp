@@ -35,4 +35,8 @@ void ListPeer::Invalidate(int32 first, int32 last) {
   Change([first, last](QWidget* widget) { list(widget).InvalidateRows(first, last); });
 }
 
+void ListPeer::SetShortcuts(std::vector<ListShortcut> shortcuts) {
+  Change([shortcuts = std::move(shortcuts)](QWidget* widget) { list(widget).SetShortcuts(shortcuts); });
+}
+
 } // namespace display

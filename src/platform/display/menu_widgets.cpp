@@ -2,6 +2,7 @@
 
 #include "platform/app/message.h"
 #include "platform/display/accelerators.h"
+#include "platform/display/convert.h"
 #include "platform/kernel/modifiers.h"
 
 #include <QActionGroup>
@@ -18,13 +19,27 @@ namespace {
 /** Property of submenu actions that can be chosen themselves. */
 constexpr const char* kChoosable = "choosable";
 
+QKeySequence keys_of(const MenuEntry& entry) {
+  return QKeySequence(to_qstring(entry.keys), QKeySequence::PortableText);
+}
+
 QKeySequence shortcut_of(const MenuEntry& entry) {
+  if (!entry.keys.empty()) return entry.showsKeysOnly ? QKeySequence() : keys_of(entry);
   if (entry.shortcut == 0) return {};
   int keys = Qt::CTRL | QChar::fromLatin1(entry.shortcut).toUpper().unicode();
   if (entry.modifiers & B_SHIFT_KEY) keys |= Qt::SHIFT;
   if (entry.modifiers & B_CONTROL_KEY) keys |= Qt::ALT;
   if (entry.modifiers & B_OPTION_KEY) keys |= Qt::META;
   return QKeySequence(keys);
+}
+
+/** What follows a tab is shown where shortcuts are. */
+QString label_of(const MenuEntry& entry, bool inBar) {
+  if (inBar) return title_in_bar(entry.label);
+  const QString label = accelerated_label(entry.label);
+  return entry.showsKeysOnly && !entry.keys.empty()
+             ? label + QLatin1Char('\t') + keys_of(entry).toString(QKeySequence::NativeText)
+             : label;
 }
 
 /** The same items in the same places, ignoring labels and marks. */
@@ -35,7 +50,7 @@ bool same_items(const std::vector<MenuEntry>& left, const std::vector<MenuEntry>
 }
 
 void show_state(QAction* action, const MenuEntry& entry, bool inBar) {
-  action->setText(inBar ? title_in_bar(entry.label) : accelerated_label(entry.label));
+  action->setText(label_of(entry, inBar));
   action->setEnabled(entry.isEnabled);
   action->setCheckable(entry.isMarked || entry.isRadio);
   action->setChecked(entry.isMarked);

@@ -1,12 +1,14 @@
 #include "platform/display/row_list.h"
 
 #include "platform/app/message.h"
+#include "platform/display/convert.h"
 #include "platform/display/picture_painter.h"
 
 #include <QAbstractItemDelegate>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTimer>
 
 #include <algorithm>
@@ -86,6 +88,23 @@ void RowList::ScrollToRow(int row) {
 void RowList::InvalidateRows(int first, int last) {
   fModel.Invalidate(first, last);
   AskSoon();
+}
+
+/** Qt finds the key of a shortcut on every keyboard layout, also where Shift changes its character. */
+void RowList::SetShortcuts(const std::vector<ListShortcut>& shortcuts) {
+  qDeleteAll(fShortcuts);
+  fShortcuts.clear();
+  for (const ListShortcut& each : shortcuts) {
+    const QKeySequence keys(to_qstring(each.keys), QKeySequence::PortableText);
+    auto* const shortcut = new QShortcut(keys, this, nullptr, nullptr, Qt::WidgetShortcut);
+    shortcut->setAutoRepeat(each.repeats);
+    connect(shortcut, &QShortcut::activated, this, [this, command = each.command] {
+      BMessage pressed(DISPLAY_SHORTCUT);
+      pressed.AddInt32("command", command);
+      fView.SendMessage(&pressed, BMessenger(), 0);
+    });
+    fShortcuts.push_back(shortcut);
+  }
 }
 
 void RowList::paintEvent(QPaintEvent* event) {

@@ -4,6 +4,8 @@
 
 #include <QListView>
 
+class QShortcut;
+
 namespace display {
 
 /** A list that shows the pictures recorded by its view. Clicks are reported to the view, which does the selecting.
@@ -17,6 +19,7 @@ public:
   void SelectRow(int row);
   void ScrollToRow(int row);
   void InvalidateRows(int first, int last);
+  void SetShortcuts(const std::vector<ListShortcut>& shortcuts);
 
 protected:
   void paintEvent(QPaintEvent* event) override;
@@ -36,6 +39,7 @@ private:
   void ReportRow(uint32 code, const QPoint& where);
 
   RowModel fModel;
+  std::vector<QShortcut*> fShortcuts;
   BMessenger fView;
   bool fAsked = false; // until the pictures come
   bool fWillAsk = false;

@@ -2,6 +2,7 @@
 
 #include "platform/interface/view_peer.h"
 
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -14,6 +15,17 @@ struct RowLayout {
   std::vector<float> heights;
   int32 selected = -1;
 };
+
+/** A key that the list reports by itself, in order with the keys that its view gets. */
+struct ListShortcut {
+  std::string keys; // in portable notation
+  int32 command = 0;
+  bool repeats = false; // while held down
+
+  friend bool operator==(const ListShortcut&, const ListShortcut&) = default;
+};
+
+enum : uint32 { DISPLAY_SHORTCUT = '_KSC' }; // int32 "command"
 
 /** Thread-safe handle to a list widget. */
 class ListPeer : public ViewPeer {
@@ -28,6 +40,8 @@ public:
   void ScrollTo(int32 row);
   /** The pictures of these rows are out of date. */
   void Invalidate(int32 first, int32 last);
+  /** Replaces all. They work while the list has the focus. */
+  void SetShortcuts(std::vector<ListShortcut> shortcuts);
   void SetFont(const BFont&) override {} // pictures have their own
 };
 

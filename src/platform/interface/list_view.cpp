@@ -22,6 +22,12 @@ display::ListPeer* BListView::Rows() const {
 void BListView::AllAttached() {
   for (BListItem* item : fItems) Measure(item);
   RowsChanged(0);
+  Rows()->SetShortcuts(fShortcuts);
+}
+
+void BListView::SetShortcuts(std::vector<display::ListShortcut> shortcuts) {
+  fShortcuts = std::move(shortcuts);
+  if (Rows()) Rows()->SetShortcuts(fShortcuts);
 }
 
 void BListView::Measure(BListItem* item) {
@@ -59,7 +65,11 @@ int32 BListView::IndexOf(const BListItem* item) const {
 
 void BListView::MessageReceived(BMessage* message) {
   int32 row = -1;
+  int32 command = 0;
   switch (message->what) {
+  case display::DISPLAY_SHORTCUT:
+    if (message->FindInt32("command", &command) == B_OK) ShortcutPressed(command);
+    return;
   case display::DISPLAY_ROWS_CHANGED:
     return FlushRows();
   case display::DISPLAY_ROWS_WANTED:

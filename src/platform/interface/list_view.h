@@ -10,7 +10,8 @@
 class BMessage;
 namespace display {
 class ListPeer;
-}
+struct ListShortcut;
+} // namespace display
 
 enum list_view_type { B_SINGLE_SELECTION_LIST };
 
@@ -50,6 +51,11 @@ public:
   /** Hook: the user or the program has changed the selection. */
   virtual void SelectionChanged() {}
 
+  /** Keys that work while the list has the focus, before KeyDown. */
+  void SetShortcuts(std::vector<display::ListShortcut> shortcuts);
+  /** Hook: one of them was pressed. */
+  virtual void ShortcutPressed(int32) {}
+
   void SetFont(const BFont* font) override;
   void AllAttached() override;
   void KeyDown(const char* bytes, int32 count) override;
@@ -75,6 +81,7 @@ private:
   bool MoveSelection(uint8 key);
 
   std::vector<BListItem*> fItems;
+  std::vector<display::ListShortcut> fShortcuts;
   int32 fSelection = -1;
   /** Row heights in pixels as last laid out, one for all or one per row; the latter also have their tops in fTops. */
   std::vector<float> fHeights;

@@ -117,6 +117,8 @@ std::vector<display::MenuEntry> BMenu::Snapshot() const {
     entry.label = item->Label();
     entry.shortcut = item->Shortcut();
     entry.modifiers = item->ShortcutModifiers();
+    entry.keys = item->Keys();
+    entry.showsKeysOnly = item->AreKeysOnlyShown();
     entry.isSeparator = item->IsSeparator();
     entry.isEnabled = item->IsEnabled();
     entry.isMarked = item->IsMarked();

@@ -44,6 +44,12 @@ void BMenuItem::SetMarked(bool marked) {
   Changed();
 }
 
+void BMenuItem::SetKeys(const std::string& keys, bool areOnlyShown) {
+  fKeys = keys;
+  fShowsKeysOnly = areOnlyShown;
+  Changed();
+}
+
 void BMenuItem::SetTarget(const BHandler* handler) {
   fTarget = BMessenger(handler);
 }

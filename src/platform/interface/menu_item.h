@@ -28,6 +28,11 @@ public:
   bool IsMarked() const { return fMarked; }
   char Shortcut() const { return fShortcut; }
   uint32 ShortcutModifiers() const { return fModifiers; }
+  /** Keys in Qt's portable notation, such as "Ctrl+Shift+M" or "F8", instead of a shortcut. Keys that are only shown
+     work elsewhere, in the view with the focus. */
+  void SetKeys(const std::string& keys, bool areOnlyShown = false);
+  const std::string& Keys() const { return fKeys; }
+  bool AreKeysOnlyShown() const { return fShowsKeysOnly; }
   BMessage* Message() const { return fMessage.get(); }
   /** Without a target the message goes to the window. */
   void SetTarget(const BMessenger& target) { fTarget = target; }
@@ -49,6 +54,8 @@ private:
   std::unique_ptr<BMenu> fSubmenu;
   char fShortcut;
   uint32 fModifiers;
+  std::string fKeys;
+  bool fShowsKeysOnly = false;
   bool fEnabled = true;
   bool fMarked = false;
   /** Identifies the item to the display; never reused. */

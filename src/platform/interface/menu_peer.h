@@ -13,6 +13,10 @@ struct MenuEntry {
   std::string label;
   char shortcut = 0;
   uint32 modifiers = 0;
+  /** In portable notation, instead of the shortcut. */
+  std::string keys;
+  /** The keys are shown, but work elsewhere. */
+  bool showsKeysOnly = false;
   bool isSeparator = false;
   bool isEnabled = true;
   bool isMarked = false;

@@ -1,0 +1,89 @@
+#include "commands/command_table.h"
+
+#include "plugin/message_codes.h"
+
+#include <array>
+
+namespace {
+
+using enum TCommandId;
+using enum TCommandTarget;
+
+constexpr bool kRepeats = true;
+
+constexpr TCommandField flag(const char* name, bool value) {
+  return {name, B_BOOL_TYPE, value ? 1 : 0};
+}
+
+constexpr TCommandField mode(int32 number) {
+  return {"Mode", B_INT32_TYPE, number};
+}
+
+constexpr TCommand tag_input(TCommandId id, const char* name, const char* textKey, const char* letter, const char* keys,
+                             bool repeats = false) {
+  return {id, name, textKey, letter, keys, kTagInput, kMsgTagCommand, {"Command", B_INT32_TYPE, int32(id)}, repeats};
+}
+
+constexpr std::array<TCommand, kCommands> kTable{{
+    {kNew, "new", "MItem_New", "N", "Ctrl+N", kView, kMsgNew},
+    {kOpenCurrent, "open-current", "MItem_Open_Cur", "L", "Ctrl+L", kView, kMsgOpenCurrent},
+    {kOpen, "open", "Menu_Open", "O", "Ctrl+O", kWindow, kMsgOpenPanel},
+    {kSave, "save", "MItem_Save", "S", "Ctrl+S", kView, kMsgSave},
+    {kSaveAs, "save-as", "MItem_Save_As", "A", "Ctrl+2", kWindow, kMsgSaveAs},
+    {kExport, "export", "MItem_Export", "E", "", kWindow, kMsgExport},
+    {kClose, "close", "MItem_Close", "W", "Ctrl+W", kWindow, B_QUIT_REQUESTED},
+    {kUndo, "undo", "MItem_Undo", "U", "Ctrl+Z", kView, kMsgUndo},
+    {kRedo, "redo", "MItem_Redo", "R", "Ctrl+Shift+Z", kView, kMsgRedo},
+    {kShiftAll, "shift-all", "MItem_Fine_Time_Tag", "F", "", kManager, kMsgFineTimeTag},
+    {kDeleteAllTags, "delete-all-tags", "MItem_Del_All_Time_Tag", "D", "", kView, kMsgDeleteTags},
+    {kToExtended, "to-extended", "MItem_Cvt_Tag_Std_To_Ext", "E", "", kView, kMsgConvertTags, flag("CvtTagS2E", true)},
+    {kToStandard, "to-standard", "MItem_Cvt_Tag_Ext_To_Std", "S", "", kView, kMsgConvertTags, flag("CvtTagS2E", false)},
+    {kModeExtended, "mode-extended", "MItem_Tag_Input_Ext_Mode", "T", "Ctrl+T", kView, kMsgMode, mode(0)},
+    {kModeStandard, "mode-standard", "MItem_Tag_Input_Std_Mode", "D", "Ctrl+D", kView, kMsgMode, mode(1)},
+    {kModeFree, "mode-free", "MItem_Free_Edit_Mode", "E", "Ctrl+E", kView, kMsgMode, mode(2)},
+    {kPreferences, "preferences", "MItem_Preferences", "P", "Ctrl+P", kManager, kMsgPreferences},
+    {kCommonPreferences, "common-preferences", "MItem_KOREVA_Common_Preferences", "S", "", kManager, kMsgCommonPref},
+    {kHelp, "help", "MItem_Help", "H", "", kManager, kMsgHelp},
+    {kAbout, "about", "MItem_About", "A", "", kManager, B_ABOUT_REQUESTED},
+    tag_input(kStamp, "stamp", "Command_Stamp", "", "Space"),
+    tag_input(kRetake, "retake", "Command_Retake", "", "Backspace"),
+    tag_input(kLater, "later", "Command_Later", "", "+", kRepeats),
+    tag_input(kEarlier, "earlier", "Command_Earlier", "", "-", kRepeats),
+    tag_input(kRemoveTag, "remove-tag", "Command_Remove_Tag", "", "Del", kRepeats),
+    tag_input(kPlayFrom, "play-from", "Command_Play_From", "", "Return", kRepeats),
+    tag_input(kPlayPause, "play-pause", "Command_Play_Pause", "", "Ctrl+Space"),
+    tag_input(kBack, "back", "Command_Back", "", "Ctrl+Left", kRepeats),
+    tag_input(kForward, "forward", "Command_Forward", "", "Ctrl+Right", kRepeats),
+    tag_input(kFaster, "faster", "Command_Faster", "", "Ctrl+Up", kRepeats),
+    tag_input(kSlower, "slower", "Command_Slower", "", "Ctrl+Down", kRepeats),
+}};
+
+constexpr bool is_in_order() {
+  for (size_t i = 0; i < kTable.size(); ++i)
+    if (kTable[i].id != static_cast<TCommandId>(i)) return false;
+  return true;
+}
+static_assert(is_in_order(), "the table is indexed by TCommandId");
+
+} // namespace
+
+std::span<const TCommand> all_commands() {
+  return kTable;
+}
+
+const TCommand& command(TCommandId id) {
+  return kTable[static_cast<size_t>(id)];
+}
+
+std::optional<TCommandId> command_of(int32 number) {
+  if (number < 0 || number >= static_cast<int32>(kCommands)) return {};
+  return static_cast<TCommandId>(number);
+}
+
+BMessage message_of_command(TCommandId id) {
+  const TCommand& wanted = command(id);
+  BMessage message(wanted.code);
+  if (wanted.field.type == B_BOOL_TYPE) message.AddBool(wanted.field.name, wanted.field.value != 0);
+  if (wanted.field.type == B_INT32_TYPE) message.AddInt32(wanted.field.name, wanted.field.value);
+  return message;
+}
