@@ -157,12 +157,14 @@ TEST(AtomicReplace, WhatKilledProcessesLeftIsRemovedAndNothingElse) {
   for (const std::string& name : kept) folder.Write(name, "kept");
   const std::string link = "a.lrc.saving-" + gone + "-2";
   std::filesystem::create_symlink("a.lrc", folder.File(link));
+  const std::string secondName = "a.lrc.saving-" + gone + "-3";
+  std::filesystem::create_hard_link(folder.Write("b.lrc", "somebody's file"), folder.File(secondName));
   folder.Write("a.lrc.saving-" + gone + "-1", "left");
   folder.Write("s.arc." + gone + ".new", "left by an earlier version");
   ASSERT_EQ(atomic_replace(folder.File("a.lrc"), "new"), B_OK);
   ASSERT_EQ(atomic_replace(folder.File("s.arc"), "new"), B_OK);
   std::set<std::string> expected = kept;
-  expected.insert({"a.lrc", "s.arc", link});
+  expected.insert({"a.lrc", "b.lrc", "s.arc", link, secondName});
   EXPECT_EQ(names_in(folder.Path()), expected);
 }
 

@@ -114,7 +114,7 @@ TEST_F(HostLink, ShortAnswersAreIgnoredAndLongOnesCut) {
 TEST_F(HostLink, ReportsWhetherTheSongPlaysIfThePlayerDoes) {
   fHost->SetRecord(1000, "t");
   Connect();
-  for (const std::optional<bool> told : {std::optional(true), std::optional(false), std::optional<bool>()}) {
+  for (const std::optional<bool> told : {std::optional(true), std::optional<bool>(), std::optional(false)}) {
     LetArrive();
     fHost->SetPlaying(told);
     RefreshUntilArrived();

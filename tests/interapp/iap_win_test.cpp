@@ -100,9 +100,12 @@ struct CommonWindow : testing::Test {
 
 } // namespace
 
-TEST_F(CommonWindow, NotifiesEveryApplicationThatHasTheControl) {
+TEST_F(CommonWindow, NotifiesEveryApplicationThatHasThePreference) {
+  const OwnLooper<Family> withoutControls{new Family("application/x-vnd.KOREVA-third")};
+  withoutControls->Run();
   Open();
   Click("FlatToolBar");
+  EXPECT_TRUE(Until([&] { return !withoutControls->IsFlat(); }));
   EXPECT_TRUE(Until([this] { return !fFirst->IsFlat() && !fSecond->IsFlat(); }));
   fWindow->FindView("AccKeyFormat")->MakeFocus();
   Settle();

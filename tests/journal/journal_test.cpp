@@ -250,6 +250,11 @@ TEST(Journal, ADiskThatIsFullAtAnyByteCostsNoMoreThanTheStepsSince) {
     world.journal.CatchUp();
     ASSERT_TRUE(recovered(world)) << room;
     EXPECT_EQ(lines_of(*recovered(world)), world.Lines()) << room;
+    EXPECT_THAT(world.reports, Contains(TJournalReport::kWorksAgain));
+    const auto named = world.disk.Named().at(0);
+    if (document) {
+      EXPECT_EQ(named->flushed, named->bytes.size()) << "on the disk before the previous one is removed";
+    }
     EXPECT_EQ(all_states(recovered(world)->history), all_states(world.document.History()));
   }
 }

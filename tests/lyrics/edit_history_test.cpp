@@ -99,6 +99,18 @@ TEST(EditHistory, TypingInOneLineIsOneStepUntilItPausesOrIsSaved) {
   EXPECT_EQ(history.Lines()[0], "z") << "nor after a redo";
 }
 
+TEST(EditHistory, RecoveredTypingJoinsOnlyAStepOfOneLine) {
+  for (const int32 count : {1, 2}) {
+    TEditHistory history;
+    history.Reset({"one", "two"});
+    const std::string after = count == 1 ? "on\n" : "on\ntw\n";
+    const std::string before = count == 1 ? "one\n" : "one\ntwo\n";
+    ASSERT_TRUE(history.RestoreStep(
+        {.kind = TEditKind::kTyping, .countBefore = count, .countAfter = count, .before = before, .after = after}));
+    EXPECT_EQ(history.RestoreTyping("o"), count == 1);
+  }
+}
+
 TEST(EditHistory, FastTypingInTwoLinesIsAStepForEach) {
   TEditHistory history;
   history.Reset({"a", "b"});

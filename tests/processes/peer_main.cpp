@@ -68,11 +68,11 @@ int32 read_many(port_id port, int32 count) {
   return inOrder;
 }
 
-/** 'ask?' is answered with the same text, 'drop' not at all, 'keep' when the next 'free' comes, 'twic' twice; 'note' is
-    counted, 'stop' is answered and blocks the application until the process ends. */
+/** 'ask?' is answered with the same text, 'drop' not at all, 'keep' when the next 'free' comes, 'twic' twice, 'odd?' by
+   a code of its own; 'note' is counted, 'stop' is answered and blocks the application until the process ends. */
 struct Echo : BLooper {
   Echo(const char* signature, int32 capacity) : BLooper("echo", B_NORMAL_PRIORITY, capacity) {
-    const std::vector<uint32> offered{'ask?', 'drop', 'keep', 'free', 'twic', 'note', 'stop'};
+    const std::vector<uint32> offered{'ask?', 'drop', 'keep', 'free', 'twic', 'note', 'stop', 'odd?'};
     if (be_roster->AddName(signature, BMessenger(this), offered) == B_OK) Run();
   }
 
@@ -88,6 +88,9 @@ struct Echo : BLooper {
     case 'twic':
       message->SendReply(&answer);
       message->ReturnAddress().SendMessage(&answer, BMessenger());
+      break;
+    case 'odd?':
+      message->SendReply('quit');
       break;
     case 'keep':
       fKept = *message;

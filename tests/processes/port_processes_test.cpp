@@ -1,3 +1,4 @@
+#include "platform/kernel/port_folder.h"
 #include "platform/kernel/port_frame.h"
 #include "platform/kernel/ports.h"
 #include "platform/kernel/unique_fd.h"
@@ -143,6 +144,20 @@ TEST(PortsBetweenProcesses, DropTheMessageOfAWriterThatWasKilledWhileItWaited) {
   EXPECT_EQ(read_text(ours), "two");
 }
 
+TEST(PortsBetweenProcesses, TakeWhatAWriterSentWithoutWaiting) {
+  const OwnPort ours(1, "narrow");
+  std::string frames;
+  for (const char* text : {"one", "two", "three"}) {
+    const auto head = frame_head(PortFrame{0, 0, B_INFINITE_TIMEOUT, {}}, std::strlen(text));
+    frames.append(head.data(), head.size()).append(text);
+  }
+  const UniqueFd line = raw_line("narrow", frames);
+  for (const char* text : {"one", "two", "three"}) {
+    ASSERT_TRUE(eventually([&] { return port_count(ours) > 0; })) << text;
+    EXPECT_EQ(read_text(ours), text);
+  }
+}
+
 TEST(PortsBetweenProcesses, AWriterToAFullPortBlocksNoOther) {
   Peer stuck;
   Peer free;
@@ -257,6 +272,19 @@ TEST(PortFolder, ThatIsOpenToOthersIsRefused) {
   EXPECT_EQ(find_port("exposed"), B_PERMISSION_DENIED);
   chmod(folder.c_str(), 0700);
   const OwnPort port(1, "exposed");
+}
+
+TEST(PortFolder, KeepsTheNameThatASuccessorHasTaken) {
+  port_folder::Listener first;
+  port_folder::Listener second;
+  ASSERT_EQ(port_folder::listen_as("heir", &first), B_OK);
+  shutdown(first.socket.Get(), SHUT_RDWR); // as after a crash; open, so that its inode is not used again
+  ASSERT_EQ(port_folder::listen_as("heir", &second), B_OK);
+  port_folder::remove_name("heir", first.inode);
+  UniqueFd connected;
+  EXPECT_EQ(port_folder::connect_to("heir", &connected), B_OK);
+  port_folder::remove_name("heir", second.inode);
+  EXPECT_EQ(port_folder::connect_to("heir", &connected), B_NAME_NOT_FOUND);
 }
 
 TEST(PortFolder, ThatBelongsToAnotherUserIsRefused) {

@@ -3,6 +3,7 @@
 #include "platform/app/message_runner.h"
 #include "platform/app/remote_letter.h"
 #include "platform/app/roster.h"
+#include "platform/kernel/port_frame.h"
 #include "platform/kernel/ports.h"
 #include "tests/processes/peer.h"
 #include "tests/support/eventually.h"
@@ -31,9 +32,10 @@ struct Recorder : BLooper {
     }
     const std::lock_guard lock(fMutex);
     fReceived.push_back(*message);
-    if (fAnswers && message->IsSourceWaiting()) message->SendReply(message);
+    if (fAnswers && message->IsSourceWaiting()) message->SendReply(fHugeAnswer ? fHugeAnswer.get() : message);
   }
   std::atomic<bool> fAnswers{true};
+  std::unique_ptr<BMessage> fHugeAnswer; // to any question
   std::atomic<int> fBeats{0};
 
   std::vector<BMessage> Received() {
@@ -104,7 +106,16 @@ TEST_F(SignaturesBetweenProcesses, AreAskedFromOutside) {
   EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "failed");
 }
 
+TEST_F(SignaturesBetweenProcesses, ReleaseAnAskerWhoseAnswerIsTooLarge) {
+  fLooper->fHugeAnswer = std::make_unique<BMessage>(text_message('answ', std::string(kMaxPortMessage, 'x')));
+  ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK);
+  EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "nothing");
+  be_roster->RemoveName(kOurs);
+}
+
 TEST_F(SignaturesBetweenProcesses, AnswerALooperLater) {
+  const BMessage unexpected('odd?'); // answered by a code that the looper does not expect
+  EXPECT_EQ(fTheirs.SendMessage(&unexpected, BMessenger(fLooper.get())), B_OK);
   const BMessage question = text_message('twic', "echo");
   EXPECT_EQ(fTheirs.SendMessage(&question, BMessenger(fLooper.get())), B_OK);
   EXPECT_TRUE(eventually([&] { return fLooper->Received().size() == 2; })) << "as often as they like";

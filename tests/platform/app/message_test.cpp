@@ -102,6 +102,17 @@ TEST(Message, TruncatedBytesAreRefused) {
   }
 }
 
+TEST(Message, AFieldThatComesTwiceIsRefused) {
+  BMessage message('twic');
+  message.AddInt32("first", 1);
+  message.AddInt32("other", 2);
+  const std::vector<char> flat = message.Flatten();
+  std::string bytes(flat.begin(), flat.end());
+  bytes.replace(bytes.find("other"), 5, "first");
+  BMessage read;
+  EXPECT_EQ(read.Unflatten(bytes.data(), bytes.size()), B_BAD_VALUE);
+}
+
 TEST(Message, NestingIsBounded) {
   BMessage message('deep');
   for (int i = 0; i < 40; ++i) message = message_of('deep', "in", message);

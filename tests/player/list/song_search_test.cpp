@@ -58,3 +58,24 @@ TEST_F(SongSearch, ForgottenSearchesDeliverNothing) {
   ASSERT_EQ(songs.size(), 1U);
   EXPECT_EQ(songs.front().title, "b");
 }
+
+TEST_F(SongSearch, WhatIsFoundAfterItsSearchWasForgottenIsDropped) {
+  std::counting_semaphore<> found(0);
+  std::counting_semaphore<> goOn(0);
+  TSongSearch search([&] {
+    found.release();
+    goOn.acquire();
+  });
+  search.Begin({fFolder.File("a.mp3")});
+  found.acquire(); // the search goes on to its end after Forget
+  search.Forget();
+  goOn.release(100);
+  const int64 second = search.Begin({fFolder.File("b.mp3")});
+  for (bool isOver = false; !isOver;) {
+    ASSERT_TRUE(found.try_acquire_for(std::chrono::seconds(30)));
+    for (const TSongSearch::TPiece& piece : search.Take()) {
+      EXPECT_EQ(piece.search, second);
+      isOver |= piece.search == second && piece.isLast;
+    }
+  }
+}

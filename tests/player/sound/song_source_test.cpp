@@ -77,6 +77,15 @@ TEST_F(SongSource, PausedStaysWhereItWasSoughtToUntilItMoves) {
   EXPECT_GT(fSource->PositionMs(), 5000);
 }
 
+TEST_F(SongSource, IsWhereItWasSoughtToAtOnce) {
+  LoadSilence(40, false);
+  ASSERT_TRUE(eventually([this] { return fSource->PositionMs() > 0; }));
+  for (const int32 positionMs : {15000, 3000}) {
+    fSource->SeekTo(positionMs);
+    EXPECT_EQ(fSource->PositionMs(), positionMs);
+  }
+}
+
 TEST_F(SongSource, ARangeIsRepeatedUntilThatIsCancelled) {
   const int64 load = LoadSilence(2, true);
   fSource->SetRepeat(500, 1000);
