@@ -19,27 +19,14 @@ namespace {
 /** Property of submenu actions that can be chosen themselves. */
 constexpr const char* kChoosable = "choosable";
 
-QKeySequence keys_of(const MenuEntry& entry) {
-  return QKeySequence(to_qstring(entry.keys), QKeySequence::PortableText);
-}
-
 QKeySequence shortcut_of(const MenuEntry& entry) {
-  if (!entry.keys.empty()) return entry.showsKeysOnly ? QKeySequence() : keys_of(entry);
+  if (!entry.keys.empty()) return QKeySequence(to_qstring(entry.keys), QKeySequence::PortableText);
   if (entry.shortcut == 0) return {};
   int keys = Qt::CTRL | QChar::fromLatin1(entry.shortcut).toUpper().unicode();
   if (entry.modifiers & B_SHIFT_KEY) keys |= Qt::SHIFT;
   if (entry.modifiers & B_CONTROL_KEY) keys |= Qt::ALT;
   if (entry.modifiers & B_OPTION_KEY) keys |= Qt::META;
   return QKeySequence(keys);
-}
-
-/** What follows a tab is shown where shortcuts are. */
-QString label_of(const MenuEntry& entry, bool inBar) {
-  if (inBar) return title_in_bar(entry.label);
-  const QString label = accelerated_label(entry.label);
-  return entry.showsKeysOnly && !entry.keys.empty()
-             ? label + QLatin1Char('\t') + keys_of(entry).toString(QKeySequence::NativeText)
-             : label;
 }
 
 /** The same items in the same places, ignoring labels and marks. */
@@ -50,11 +37,13 @@ bool same_items(const std::vector<MenuEntry>& left, const std::vector<MenuEntry>
 }
 
 void show_state(QAction* action, const MenuEntry& entry, bool inBar) {
-  action->setText(label_of(entry, inBar));
+  action->setText(inBar ? title_in_bar(entry.label) : accelerated_label(entry.label));
   action->setEnabled(entry.isEnabled);
   action->setCheckable(entry.isMarked || entry.isRadio);
   action->setChecked(entry.isMarked);
   action->setShortcut(shortcut_of(entry));
+  // With the context of a widget that never has the focus the keys are shown but have no effect.
+  action->setShortcutContext(entry.showsKeysOnly ? Qt::WidgetShortcut : Qt::WindowShortcut);
   action->setProperty(kChoosable, entry.hasSubmenu && entry.hasMessage);
 }
 
