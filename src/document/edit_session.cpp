@@ -20,6 +20,7 @@
 namespace {
 
 constexpr float kStatusBarHeight = 14;
+constexpr float kMarkMargin = 4;
 /** Changes by a user who goes on typing while a step is replayed come first; this limits how often. */
 constexpr int kMaxReplayTries = 100;
 /** How far before the line the song is rewound for another try. */
@@ -65,6 +66,10 @@ TEditSession::TEditSession(BView* parent, Sonivo_FrontEnd* frontEnd, TDocument* 
   fStatusBar = new BStringView(bar, "StatusBar", "", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
   fStatusBar->SetAccessibleRole(B_STATUS_BAR_ROLE);
   parent->AddChild(fStatusBar);
+  fUnsavedMark = new BStringView(bar, "UnsavedMark", "", B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM);
+  fUnsavedMark->SetAlignment(B_ALIGN_RIGHT);
+  fUnsavedMark->Hide();
+  parent->AddChild(fUnsavedMark);
 }
 
 TEditSession::~TEditSession() {
@@ -118,6 +123,32 @@ void TEditSession::ReportDefault() {
   Report(fActive->DefaultStatBarStr());
 }
 
+void TEditSession::ShowModified() {
+  const bool isModified = fActive->IsModified();
+  if (isModified == fShowsUnsaved || !fScroll->Window()) return;
+  fShowsUnsaved = isModified;
+  PlaceUnsavedMark();
+  BMessage changed(kMsgModifiedChanged);
+  changed.AddBool("Modified", isModified);
+  fScroll->Window()->PostMessage(&changed);
+}
+
+/** At the right end of the status bar, which becomes shorter. */
+void TEditSession::PlaceUnsavedMark() {
+  BRect bar = fStatusBar->Frame();
+  bar.right = fScroll->Frame().right;
+  if (fShowsUnsaved) {
+    fUnsavedMark->SetText(gLLT->Text("Label_Not_Saved"));
+    BRect mark = bar;
+    mark.left = mark.right - fUnsavedMark->PreferredSize().x - kMarkMargin;
+    fUnsavedMark->MoveTo(mark.LeftTop());
+    fUnsavedMark->ResizeTo(mark.Width() - kMarkMargin, mark.Height());
+    bar.right = mark.left - 1;
+  }
+  fStatusBar->ResizeTo(bar.Width(), bar.Height());
+  if (fShowsUnsaved == fUnsavedMark->IsHiddenInParent()) fShowsUnsaved ? fUnsavedMark->Show() : fUnsavedMark->Hide();
+}
+
 void TEditSession::ReportFromView(const BMessage& message) {
   std::string text;
   if (message.FindString("StatBarStr", &text) != B_OK) return;
@@ -138,12 +169,29 @@ void TEditSession::DocumentStarted() {
   SendHistoryState();
 }
 
-void TEditSession::LinesEdited(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter) {
+void TEditSession::LinesEdited(const TLinesChange& change, TEditKind kind, TSelectedLines before,
+                               TSelectedLines after) {
   if (kind == TEditKind::kStamp) CheckSong();
-  fDocument->Change(change, kind, lineBefore, lineAfter, system_time());
+  fDocument->Change(change, kind, before, after, system_time());
   // Also after a change without a key, as by the mouse.
   if (fDocument->IsModified()) fActive->SetModified(true);
   SendHistoryState();
+}
+
+void TEditSession::ViewCommand(int32 number) {
+  if (fActive == fTagInput) return fTagInput->ShortcutPressed(number);
+  switch (command_of(number).value_or(TCommandId::kCount)) {
+  case TCommandId::kCut:
+    return fFreeEdit->Cut();
+  case TCommandId::kCopy:
+    return fFreeEdit->Copy();
+  case TCommandId::kPaste:
+    return fFreeEdit->Paste();
+  case TCommandId::kSelectAll:
+    return fFreeEdit->SelectAll();
+  default:
+    return;
+  }
 }
 
 void TEditSession::CheckSong() {

@@ -40,6 +40,9 @@ public:
   /** The status bar shows the text after the mode and the file's form. */
   void Report(const std::string& text);
   void ReportDefault();
+  /** Shows in the status bar whether there are unsaved changes, and notifies the window when that has changed. To be
+      called at every poll: the mark is set and cleared in many places. */
+  void ShowModified();
   /** The text of an edit view's kMsgStatBarStr, with a warning when a line was stamped to another song. */
   void ReportFromView(const BMessage& message);
 
@@ -50,15 +53,19 @@ public:
   void Rewrite(const std::function<void(std::list<std::string>*)>& rewrite);
   /** Replaces the document by its file in one step. */
   void Reload(const TOpenedLyrics& opened);
+  /** Runs a command of the edit view that is shown, by its number in the command table; no effect for one that it does
+      not have. */
+  void ViewCommand(int32 number);
   void Undo();
   void Redo();
 
 private:
-  void LinesEdited(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter) override;
+  void LinesEdited(const TLinesChange& change, TEditKind kind, TSelectedLines before, TSelectedLines after) override;
   void RetakeRqtd() override;
   bool Replay(TReplayDirection direction);
   void CheckSong();
   void SendHistoryState();
+  void PlaceUnsavedMark();
 
   Sonivo_FrontEnd* const fFrontEnd;
   TDocument* const fDocument;
@@ -68,8 +75,10 @@ private:
   TTrackedEditView* fActive;
   BScrollView* fScroll;
   BStringView* fStatusBar;
+  BStringView* fUnsavedMark;
   TEditMode fMode = TEditMode::kTagInputExtended;
   bool fCanUndo = false; // fCanUndo and fCanRedo: as last sent to the window
   bool fCanRedo = false;
+  bool fShowsUnsaved = false;
   std::string fSongWarning; // appended to the next report of the view
 };

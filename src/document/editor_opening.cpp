@@ -12,6 +12,7 @@
 #include "language/llt.h"
 #include "lyrics/file_content.h"
 #include "lyrics/line_limit.h"
+#include "lyrics/lyrics_fname.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/interface/window.h"
@@ -19,6 +20,7 @@
 #include "platform/storage/entry.h"
 #include "platform/storage/file.h"
 #include "platform/storage/node_info.h"
+#include "platform/support/cut_text.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
 

@@ -7,6 +7,7 @@
 #include "document/document_publisher.h"
 #include "document/edit_session.h"
 #include "document/export_command.h"
+#include "document/line_split_win.h"
 #include "document/recovery_offers.h"
 #include "editviews/tag_input_view.h"
 #include "hostlink/current_song_finder.h"
@@ -34,6 +35,7 @@ TVesmoEView::TVesmoEView(BRect frame, TNoticeBoard* notices)
 
 TVesmoEView::~TVesmoEView() {
   if (fDifferences && fDifferences->Lock()) fDifferences->Quit();
+  if (fLineSplit && fLineSplit->Lock()) fLineSplit->Quit();
   fFileWatch.reset();
   fRecovery.reset();
   fJournal.reset();
@@ -60,9 +62,7 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   case kMsgOpenCurrent:
     return MItemOpenCurLyricsClicked();
   case kMsgSongFound:
-    return PostOpen(*message);
   case kMsgNoSong:
-    return tell(gLLT->Text("Err_No_Current_Song"));
   case kMsgPlayerSilent:
     return SetStatBarStr(gLLT->Text("Err_Player_Does_Not_Answer"));
   case B_REFS_RECEIVED:
@@ -100,6 +100,10 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return TagCommandRqtd(*message);
   case kMsgKeys:
     return fSession->TagInput().KeysChanged();
+  case kMsgSplitLine:
+    return SplitLineRqtd(*message);
+  case kMsgSplitLineAt:
+    return SplitLine(*message);
   case kMsgUndo:
     return fSession->Undo();
   case kMsgRedo:
@@ -171,8 +175,22 @@ void TVesmoEView::MItemModeClicked(const BMessage& message) {
 /** From a menu, in whichever mode: the command is of the view that is shown. */
 void TVesmoEView::TagCommandRqtd(const BMessage& message) {
   int32 number = 0;
-  if (message.FindInt32("Command", &number) == B_OK && Mode() != TEditMode::kFreeEdit)
-    fSession->TagInput().ShortcutPressed(number);
+  if (message.FindInt32("Command", &number) == B_OK) fSession->ViewCommand(number);
+}
+
+void TVesmoEView::SplitLineRqtd(const BMessage& request) {
+  std::string text;
+  if (request.FindString("Text", &text) != B_OK) return;
+  BMessage answer(request);
+  answer.what = kMsgSplitLineAt;
+  answer.AddInt32("Document", fDocument.Number());
+  ask_where_to_split(&fLineSplit, Window(), text, answer, BMessenger(this));
+}
+
+void TVesmoEView::SplitLine(const BMessage& answer) {
+  if (IsForAnotherDocument(answer)) return;
+  if (Mode() == TEditMode::kFreeEdit) return SetStatBarStr(gLLT->Text("StatBarStr_Line_Has_Changed"));
+  fSession->TagInput().SplitLine(answer);
 }
 
 void TVesmoEView::MItemNewClicked() {

@@ -17,6 +17,7 @@ class TDocumentJournal;
 class TDocumentPublisher;
 class TEditSession;
 class TFileWatch;
+class TLineSplitWin;
 class TNoticeBoard;
 class TSaveGuard;
 class TRecoveryOffers;
@@ -57,6 +58,8 @@ private:
   void MItemNewClicked();
   void MItemModeClicked(const BMessage& message);
   void TagCommandRqtd(const BMessage& message);
+  void SplitLineRqtd(const BMessage& request);
+  void SplitLine(const BMessage& answer);
   void ModeChanged();
   void SetStatBarStrRqtd(const BMessage& message);
   void ExpDefaultStatBarRqtd();
@@ -111,6 +114,7 @@ private:
   std::unique_ptr<TFileWatch> fFileWatch;
   std::unique_ptr<TSaveGuard> fSaveGuard;
   TDifferencesWin* fDifferences = nullptr; // created at first use
+  TLineSplitWin* fLineSplit = nullptr;     // the same
   std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
   std::unique_ptr<TCurrentSongFinder> fSongFinder;
   std::unique_ptr<TEditSession> fSession;

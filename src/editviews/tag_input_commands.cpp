@@ -61,6 +61,8 @@ void TTagInputView::KeysChanged() {
 }
 
 void TTagInputView::KeyDown(const char* bytes, int32 count) {
+  const bool isShiftInsert = count == 1 && bytes[0] == B_INSERT && HasModifier(B_SHIFT_KEY);
+  if (isShiftInsert && !IsKeyRepeat()) return RunCommand(kPaste); // the older key for it
   const auto id = count > 0 ? command_of_byte(bytes[0], IsCommand()) : std::nullopt;
   if (!id) return BListView::KeyDown(bytes, count);
   if (!current_keys()->IsDefault(*id)) return BView::KeyDown(bytes, count); // without a meaning here
@@ -102,6 +104,6 @@ void TTagInputView::RunCommand(TCommandId id) {
     fFrontEnd->ChangeSpeed(id == kFaster ? kSpeedPoints : -kSpeedPoints);
     return;
   default:
-    return;
+    return RunLineCommand(id);
   }
 }

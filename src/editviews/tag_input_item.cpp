@@ -22,7 +22,7 @@ void TTagInputItem::DrawItem(BView* view, BRect frame, bool) {
   const rgb_color background = IsSelected() ? look->activeBackground : look->background;
   view->SetHighColor(background);
   view->FillRect(frame);
-  if (IsSelected() && look->useActiveFrame) {
+  if (IsCurrent() && look->useActiveFrame) {
     view->SetHighColor(look->activeFrame);
     view->StrokeRect(frame);
   }

@@ -23,7 +23,7 @@ constexpr bigtime_t kAnswerUs = 20000;
 } // namespace
 
 TTagInputView::TTagInputView(BRect frame, Sonivo_FrontEnd* frontEnd)
-    : BListView(frame, "TagInputView", B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL_SIDES,
+    : BListView(frame, "TagInputView", B_RANGE_SELECTION_LIST, B_FOLLOW_ALL_SIDES,
                 B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE),
       fFrontEnd(frontEnd) {
   SetAccessibleName("Lyrics");
@@ -166,21 +166,10 @@ void TTagInputView::ChangeRow(int32 row, const std::string& text, TEditKind kind
 
 bool TTagInputView::Replay(const TReplay& replay) {
   const TLinesChange& step = replay.change;
-  if (step.removed == static_cast<int32>(step.lines.size())) {
-    int32 row = step.first;
-    for (const std::string& line : step.lines) SetText(row++, line);
-    BRect changed = ItemFrame(step.first);
-    changed.bottom = ItemFrame(row - 1).bottom;
-    Invalidate(changed);
-    NoteReplay(step.first, step.lines);
-  } else {
-    std::list<std::string> lines;
-    GetLines(&lines);
-    const auto first = std::next(lines.begin(), step.first);
-    lines.insert(lines.erase(first, std::next(first, step.removed)), step.lines.begin(), step.lines.end());
-    SetLines(lines);
-  }
+  ChangeLines(step);
+  if (step.removed == static_cast<int32>(step.lines.size())) NoteReplay(step.first, step.lines);
   SetCurLine(replay.line);
+  if (replay.anchor != replay.line) SelectLines({replay.line, replay.anchor});
   return true;
 }
 

@@ -9,6 +9,7 @@
 
 #include <optional>
 
+class BMessage;
 class Sonivo_FrontEnd;
 class TTagInputItem;
 
@@ -48,6 +49,8 @@ public:
   /** Moves its tag by one step: '+' or '-'. */
   void IncDecTagRqtd(char key);
   void RemoveTagRqtd();
+  /** The answer to kMsgSplitLine: the line's text in two parts. Refused when the line has changed meanwhile. */
+  void SplitLine(const BMessage& answer);
   /** Return or a double click: the player seeks to the line's time. */
   void Invoke() override;
 

@@ -12,7 +12,7 @@ public:
   virtual ~TEditListener() = default;
 
   /** The user has changed lines in an edit view, which already shows them. */
-  virtual void LinesEdited(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter) = 0;
+  virtual void LinesEdited(const TLinesChange& change, TEditKind kind, TSelectedLines before, TSelectedLines after) = 0;
   /** Undo the last stamp and rewind the song, for another try. */
   virtual void RetakeRqtd() = 0;
 };

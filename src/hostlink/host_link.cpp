@@ -196,7 +196,7 @@ status_t Sonivo_FrontEnd::ChangeSpeed(int32 percent) const {
 
 status_t Sonivo_FrontEnd::PlayFile(const std::string& path) const {
   BMessage message(kMsgHostOpen);
-  message.AddString("path", path);
+  for (const std::string& path : paths) message.AddString("path", path);
   return send_command(message);
 }
 

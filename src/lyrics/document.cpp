@@ -79,8 +79,9 @@ TLyricsInfo TDocument::Info() const {
   return {static_cast<long>(fForm.lineEnd), static_cast<long>(fForm.encoding), fFile};
 }
 
-bool TDocument::Change(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter, bigtime_t nowUs) {
-  if (!fHistory.Record(change, kind, lineBefore, lineAfter, nowUs)) return false;
+bool TDocument::Change(const TLinesChange& change, TEditKind kind, TSelectedLines before, TSelectedLines after,
+                       bigtime_t nowUs) {
+  if (!fHistory.Record(change, kind, before, after, nowUs)) return false;
   if (fObserver) fObserver->LinesChanged(change);
   return true;
 }

@@ -105,7 +105,7 @@ public:
   bool IsModified() const { return !fHistory.IsSaved(); }
 
   /** A step, as `TEditHistory::Record`. */
-  bool Change(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter, bigtime_t nowUs);
+  bool Change(const TLinesChange& change, TEditKind kind, TSelectedLines before, TSelectedLines after, bigtime_t nowUs);
   /** Replaces every line in one step; `line` is the current one before and after. */
   void Rewrite(const std::list<std::string>& lines, int32 line, bigtime_t nowUs);
   /** The step to undo or redo next, if any; the document changes with Replay. */

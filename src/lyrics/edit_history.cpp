@@ -42,7 +42,7 @@ void TEditHistory::Reset(const std::list<std::string>& lines) {
   if (fSink) fSink->HistoryReset();
 }
 
-bool TEditHistory::Record(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter,
+bool TEditHistory::Record(const TLinesChange& change, TEditKind kind, TSelectedLines before, TSelectedLines after,
                           bigtime_t nowUs) {
   const auto count = static_cast<int64>(fLines.size());
   if (change.first < 0 || change.removed < 0 || int64{change.first} + change.removed > count) return false;
@@ -57,8 +57,10 @@ bool TEditHistory::Record(const TLinesChange& change, TEditKind kind, int32 line
     return true;
   }
   step.kind = kind;
-  step.lineBefore = lineBefore;
-  step.lineAfter = lineAfter;
+  step.lineBefore = before.current;
+  step.lineAfter = after.current;
+  step.reachBefore = before.anchor - before.current;
+  step.reachAfter = after.anchor - after.current;
   step.whenUs = nowUs;
   Push(std::move(step));
   fCanJoin = kind == TEditKind::kTyping;
@@ -140,6 +142,7 @@ TReplay TEditHistory::ReplayOf(const Step& step, TReplayDirection direction) con
   const bool undoing = direction == TReplayDirection::kUndo;
   TReplay replay;
   replay.line = undoing ? step.lineBefore : step.lineAfter;
+  replay.anchor = replay.line + (undoing ? step.reachBefore : step.reachAfter);
   replay.change.first = step.first;
   replay.change.removed = undoing ? step.countAfter : step.countBefore;
   std::string_view text = undoing ? step.before : step.after;

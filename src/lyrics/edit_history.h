@@ -9,10 +9,11 @@
 
 enum class TReplayDirection { kUndo, kRedo };
 
-/** A change to carry out, and the line that is current after it. */
+/** A change to carry out, and the lines that are selected after it. */
 struct TReplay {
   TLinesChange change;
-  int32 line = 0;
+  int32 line = 0; // the current one
+  int32 anchor = 0;
 };
 
 /** A step as the history stores it: the lines before and after, each with a line feed; with `areHeads` without the end
@@ -28,6 +29,9 @@ struct TEditStep {
   std::string after;
   int32 lineBefore = 0;
   int32 lineAfter = 0;
+  // From the current line to the other end of the selection; no journal stores it.
+  int32 reachBefore = 0;
+  int32 reachAfter = 0;
   bigtime_t whenUs = 0;
   size_t Bytes() const { return sizeof(TEditStep) + before.size() + after.size(); }
 };
@@ -59,9 +63,10 @@ public:
   const std::vector<std::string>& Lines() const { return fLines; }
 
   /** Records and applies a change. Typing in one line joins the previous step while it goes on without a pause, and is
-      no step when the lines stay the same; every other command is a step of its own. The line numbers are the current
-      line before and after. Returns false, with nothing recorded, for a change outside the document. */
-  bool Record(const TLinesChange& change, TEditKind kind, int32 lineBefore, int32 lineAfter, bigtime_t nowUs);
+      no step when the lines stay the same; every other command is a step of its own. Undo and redo
+      select the lines that were selected before and after. Returns false, with nothing recorded, for a change outside
+      the document. */
+  bool Record(const TLinesChange& change, TEditKind kind, TSelectedLines before, TSelectedLines after, bigtime_t nowUs);
 
   bool Can(TReplayDirection direction) const {
     return direction == TReplayDirection::kUndo ? fDone > 0 : fDone < fSteps.size();

@@ -12,5 +12,15 @@ struct TLinesChange {
   std::list<std::string> lines;
 };
 
+/** The selected lines: the current one, up or down to the other end. */
+struct TSelectedLines {
+  /** The current line alone. */
+  TSelectedLines(int32 line) : current(line), anchor(line) {} // implicit: most commands work on one line
+  TSelectedLines(int32 currentLine, int32 otherEnd) : current(currentLine), anchor(otherEnd) {}
+
+  int32 current;
+  int32 anchor;
+};
+
 /** The kind of command that made a change. */
 enum class TEditKind { kTyping, kStamp, kOther };

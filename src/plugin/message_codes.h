@@ -70,16 +70,20 @@ enum : uint32 {
   kMsgRefreshInfo = 'rcir',
   kMsgConvertTags = 'cvtt', // bool "CvtTagS2E": to the extended form
   kMsgDeleteTags = 'datt',
-  kMsgShiftTags = 'fttr', // string "_SmplIptData": ms, decimal
+  kMsgShiftTags = 'fttr',  // string "_SmplIptData": ms, decimal
   kMsgTagCommand = 'tgcm', // int32 "Command": a TCommandId of the tag input view
   kMsgUndo = '_udo',
   kMsgRedo = '_rdo',
-  kMsgHistoryChanged = '_hch', // to the window: bool "CanUndo", bool "CanRedo"
-  kMsgAddHistory = '_ahr',     // to the window: ref "refs"
-  kMsgRemoveHistory = '_rhr',  // to the window: ref "refs"
-  kMsgLookAtFile = 'flck',     // to itself, delayed: the file is compared with the document
-  kMsgFileLooked = 'flkd',     // from the thread that reads the file
-  kMsgFileLate = 'fllt',       // to itself, delayed: that thread may have got no answer
+  // To the editor view: a line of the tag input view is to be split.
+  kMsgSplitLine = 'lnsp',       // int32 "Row", string "Text" (without tags)
+  kMsgSplitLineAt = 'lnsa',     // the dialog's answer: these and int32 "Document", strings "Before", "After"
+  kMsgHistoryChanged = '_hch',  // to the window: bool "CanUndo", bool "CanRedo"
+  kMsgModifiedChanged = 'mdch', // to the window: bool "Modified", the document has unsaved changes
+  kMsgAddHistory = '_ahr',      // to the window: ref "refs"
+  kMsgRemoveHistory = '_rhr',   // to the window: ref "refs"
+  kMsgLookAtFile = 'flck',      // to itself, delayed: the file is compared with the document
+  kMsgFileLooked = 'flkd',      // from the thread that reads the file
+  kMsgFileLate = 'fllt',        // to itself, delayed: that thread may have got no answer
   // The answers to the notice that the file was changed.
   kMsgCompareFile = 'flcm',
   kMsgReloadFile = 'flrl',

@@ -9,6 +9,7 @@ TToolButton::TToolButton(BRect frame, const char* name, const BBitmap& bitmap, B
 std::shared_ptr<display::ControlPeer> TToolButton::MakeControl() {
   auto peer = std::make_shared<display::ToolButtonPeer>(BMessenger(this), fBitmap);
   peer->SetFlat(fIsFlat);
+  peer->SetBadge(fHasBadge);
   return peer;
 }
 
@@ -20,6 +21,12 @@ void TToolButton::SetTip(const char* tip, const std::string& keys) {
 void TToolButton::SetFlat(bool flat) {
   fIsFlat = flat;
   if (Peer()) static_cast<display::ToolButtonPeer*>(Peer())->SetFlat(flat);
+}
+
+void TToolButton::SetBadge(const std::string& description) {
+  SetAccessibleDescription(description);
+  fHasBadge = !description.empty();
+  if (Peer()) static_cast<display::ToolButtonPeer*>(Peer())->SetBadge(fHasBadge);
 }
 
 TSeparatorButton::TSeparatorButton(BRect frame) : BView(frame, "Separator") {}

@@ -16,6 +16,9 @@ public:
   /** Flat: framed only under the mouse, with the focus, or while on. */
   void SetFlat(bool flat);
 
+  /** A dot at the corner of the image; screen readers get the description, which is empty without one. */
+  void SetBadge(const std::string& description);
+
 protected:
   std::shared_ptr<display::ControlPeer> MakeControl() override;
 
@@ -23,6 +26,7 @@ private:
   const float fLeastWidth;
   BBitmap fBitmap;
   bool fIsFlat = true;
+  bool fHasBadge = false;
 };
 
 /** A line between two groups of buttons. */

@@ -75,10 +75,21 @@ BMenu* TEditorMenus::MakeFileMenu() {
   return menu;
 }
 
+BMenuItem* TEditorMenus::MakeLinesMenu() {
+  auto* const menu = new BMenu(label_of("Menu_Lines", "L").c_str());
+  for (const TCommandId id : {kInsertLine, kDeleteLines, kMoveLinesUp, kMoveLinesDown, kJoinLines, kSplitLine})
+    menu->AddItem(MakeItem(id));
+  return new BMenuItem(menu);
+}
+
 BMenu* TEditorMenus::MakeEditMenu() {
   auto* const menu = new BMenu(label_of("Menu_Edit", "E").c_str());
   menu->AddItem(MakeItem(kUndo));
   menu->AddItem(MakeItem(kRedo));
+  menu->AddSeparatorItem();
+  for (const TCommandId id : {kCut, kCopy, kPaste, kSelectAll}) menu->AddItem(MakeItem(id));
+  fLinesItem = MakeLinesMenu();
+  menu->AddItem(fLinesItem);
   menu->AddSeparatorItem();
   menu->AddItem(MakeItem(kShiftAll));
   menu->AddItem(MakeItem(kDeleteAllTags));
@@ -130,6 +141,7 @@ void TEditorMenus::Build() {
 void TEditorMenus::MarkMode(int32 mode) {
   constexpr TCommandId kModes[] = {kModeExtended, kModeStandard, kModeFree};
   for (int32 i = 0; i < kEditModes; ++i) Item(kModes[i])->SetMarked(i == mode);
+  fLinesItem->SetEnabled(edit_mode_of(mode) != TEditMode::kFreeEdit);
 }
 
 void TEditorMenus::EnableHistory(bool canUndo, bool canRedo) {

@@ -42,6 +42,7 @@ private:
   BMenu* MakeFileMenu();
   BMenuItem* MakeOpenSubmenu();
   BMenu* MakeEditMenu();
+  BMenuItem* MakeLinesMenu();
   BMenu* MakeModeMenu();
   BMenu* MakeToolMenu();
   BMenu* MakeHelpMenu();
@@ -54,6 +55,7 @@ private:
   const TTargets fTargets;
   std::shared_ptr<const TKeys> fKeys;            // as last built
   std::array<BMenuItem*, kCommands> fItems = {}; // in the menu bar, like fOpenMenu
+  BMenuItem* fLinesItem = nullptr;
   BMenu* fOpenMenu = nullptr;
   bool fCanUndo = false;
   bool fCanRedo = false;

@@ -62,6 +62,10 @@ void TVesmoEWin::SetToolTip() {
     fToolBar->FindItem(kButtons[i].name)->SetTip(gLLT->Text(command(kButtons[i].command).textKey), ofButtons[i]);
 }
 
+void TVesmoEWin::MarkSaveButton() {
+  fToolBar->FindItem("TBSave")->SetBadge(fIsModified ? gLLT->Text("Label_Not_Saved") : "");
+}
+
 void TVesmoEWin::PressModeButton(int32 mode) {
   const int32 first = fToolBar->IndexOf(fFirstModeButton);
   for (int32 i = 0; i < kEditModes; ++i) fToolBar->ButtonAt(first + i)->SetValue(i == mode);

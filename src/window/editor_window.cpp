@@ -118,6 +118,8 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     return RemoveHistoryRqtd(*message);
   case kMsgHistoryChanged:
     return HistoryChanged(*message);
+  case kMsgModifiedChanged:
+    return ModifiedChanged(*message);
   case kMsgFollowDocument:
   case kMsgSave: // as the follow-up of another command
     return fEditorView->MessageReceived(message);
@@ -131,6 +133,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     return fEditorView->MessageReceived(message);
   case kMsgLanguageChanged:
     SetToolTip();
+    MarkSaveButton();
     SetLabels();
     fNoticeBar->LanguageChanged();
     return fEditorView->MessageReceived(message);
@@ -189,6 +192,10 @@ void TVesmoEWin::HistoryChanged(const BMessage& message) {
   message.FindBool("CanUndo", &canUndo);
   message.FindBool("CanRedo", &canRedo);
   fMenus->EnableHistory(canUndo, canRedo);
+}
+
+void TVesmoEWin::ModifiedChanged(const BMessage& message) {
+  if (message.FindBool("Modified", &fIsModified) == B_OK) MarkSaveButton();
 }
 
 void TVesmoEWin::UpdateWinPosDiffe() {

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class BFilePanel;
 class BMenuBar;
@@ -43,6 +44,8 @@ private:
   void UpdateModeComposRqtd(const BMessage& message);
   void MarkMode(int32 mode);
   void HistoryChanged(const BMessage& message);
+  void ModifiedChanged(const BMessage& message);
+  void MarkSaveButton();
   void UpdateWinPosDiffe();
   void PrefStayOnTopChanged();
   void IAPChanged();
@@ -90,6 +93,7 @@ private:
   TMRUF fMRUF;
   bool fIsMRUFSaved = true;
   bool fShowsToolBar = true;
+  bool fIsModified = false;                // as last reported by the editor view
   TToolButton* fFirstModeButton = nullptr; // the other modes' buttons follow it in the tool bar
   std::unique_ptr<THostFollower> fFollower;
   int32 fFilesTaken = 0; // files that the manager sent to be opened

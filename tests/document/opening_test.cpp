@@ -8,6 +8,8 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <future>
+
 using namespace testing;
 
 using Opening = EditorByHand;

@@ -2,6 +2,7 @@
 
 #include "platform/app/message.h"
 #include "platform/display/control_widget.h"
+#include "platform/display/view_peer_slot.h"
 
 #include <QWidget>
 
@@ -37,6 +38,15 @@ void ControlPeer::SetText(const std::string& text) {
 
 void ControlPeer::SelectAll() {
   Change([](QWidget* widget) { control(widget).SelectAll(); });
+}
+
+void ControlPeer::PlaceCaretAfter(const std::string& start) {
+  Change([start](QWidget* widget) { control(widget).PlaceCaretAfter(start); });
+}
+
+std::pair<std::string, std::string> ControlPeer::TextAroundCaret() const {
+  using TTexts = std::pair<std::string, std::string>;
+  return call([slot = TheSlot()] { return *slot->widget ? control(*slot->widget).TextAroundCaret() : TTexts(); });
 }
 
 void send_value(const BMessenger& view, int32 value) {

@@ -18,6 +18,9 @@ public:
   virtual void ShowChoices(const std::vector<std::string>&) {}
   virtual void ShowText(const std::string&) {}
   virtual void SelectAll() {}
+  virtual void PlaceCaretAfter(const std::string&) {}
+  /** In UTF-8, up to the caret and from it on. */
+  virtual std::pair<std::string, std::string> TextAroundCaret() const { return {}; }
 };
 
 /** A button that Return clicks too while it has the focus, instead of the window's default button. */

@@ -1,5 +1,6 @@
 #include "platform/interface/list_peer.h"
 
+#include "platform/display/convert.h"
 #include "platform/display/row_list.h"
 
 namespace display {
@@ -12,8 +13,8 @@ RowList& list(QWidget* widget) {
 
 } // namespace
 
-ListPeer::ListPeer(const BMessenger& view)
-    : ViewPeer(view, Keys::to_program_with_commands, [view]() -> QWidget* { return new RowList(view); }) {}
+ListPeer::ListPeer(const BMessenger& view, bool selectsSeveral)
+    : ViewPeer(view, Keys::to_program_with_commands, [=]() -> QWidget* { return new RowList(view, selectsSeveral); }) {}
 
 void ListPeer::SetRows(RowLayout layout, int32 firstChanged) {
   Change([layout = std::move(layout), firstChanged](QWidget* widget) { list(widget).SetRows(layout, firstChanged); });
@@ -23,8 +24,8 @@ void ListPeer::SetPictures(std::vector<std::pair<int32, BPicture>> pictures) {
   Change([pictures = std::move(pictures)](QWidget* widget) { list(widget).SetPictures(pictures); });
 }
 
-void ListPeer::Select(int32 row) {
-  Change([row](QWidget* widget) { list(widget).SelectRow(row); });
+void ListPeer::Select(const row_selection& rows) {
+  Change([rows](QWidget* widget) { list(widget).SelectRows(rows); });
 }
 
 void ListPeer::ScrollTo(int32 row) {

@@ -44,10 +44,11 @@ private:
 
 } // namespace
 
-RowList::RowList(const BMessenger& view) : fView(view) {
+RowList::RowList(const BMessenger& view, bool selectsSeveral) : fView(view) {
   setModel(&fModel);
   setItemDelegate(new RowPainter(fModel, this));
   setEditTriggers(NoEditTriggers);
+  setSelectionMode(selectsSeveral ? ContiguousSelection : SingleSelection);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollMode(ScrollPerPixel);
   setFrameShape(NoFrame);
@@ -59,7 +60,7 @@ void RowList::SetRows(const RowLayout& layout, int firstChanged) {
   const int offset = verticalOffset();
   fModel.SetRows(layout, firstChanged);
   verticalScrollBar()->setSingleStep(std::max(1, fModel.HeightOf(0)));
-  SelectRow(layout.selected);
+  SelectRows(layout.selected);
   doItemsLayout();
   verticalScrollBar()->setValue(offset);
   AskSoon();
@@ -73,12 +74,15 @@ void RowList::SetPictures(const std::vector<std::pair<int32, BPicture>>& picture
   AskSoon();
 }
 
-void RowList::SelectRow(int row) {
-  const QModelIndex index = fModel.index(row);
-  if (!index.isValid()) return clearSelection();
+void RowList::SelectRows(const row_selection& rows) {
+  const QModelIndex current = fModel.index(rows.current);
+  if (!current.isValid()) return clearSelection();
   // Selecting does not scroll: the program decides that.
   setAutoScroll(false);
-  selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+  if (rows.Count() == 1) return selectionModel()->setCurrentIndex(current, QItemSelectionModel::ClearAndSelect);
+  const QItemSelection all(fModel.index(rows.first), fModel.index(rows.last));
+  selectionModel()->select(all, QItemSelectionModel::ClearAndSelect);
+  selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
 }
 
 void RowList::ScrollToRow(int row) {
@@ -124,11 +128,11 @@ void RowList::resizeEvent(QResizeEvent* event) {
 
 void RowList::mousePressEvent(QMouseEvent* event) {
   fReportedRow = -1;
-  if (event->button() == Qt::LeftButton) ReportRow(DISPLAY_ROW_CHOSEN, event->position().toPoint());
+  if (event->button() == Qt::LeftButton) ReportRow(DISPLAY_ROW_CHOSEN, *event);
 }
 
 void RowList::mouseMoveEvent(QMouseEvent* event) {
-  if (event->buttons() & Qt::LeftButton) ReportRow(DISPLAY_ROW_CHOSEN, event->position().toPoint());
+  if (event->buttons() & Qt::LeftButton) ReportRow(DISPLAY_ROW_CHOSEN, *event);
 }
 
 void RowList::mouseReleaseEvent(QMouseEvent*) {
@@ -137,15 +141,16 @@ void RowList::mouseReleaseEvent(QMouseEvent*) {
 
 void RowList::mouseDoubleClickEvent(QMouseEvent* event) {
   fReportedRow = -1;
-  if (event->button() == Qt::LeftButton) ReportRow(DISPLAY_ROW_INVOKED, event->position().toPoint());
+  if (event->button() == Qt::LeftButton) ReportRow(DISPLAY_ROW_INVOKED, *event);
 }
 
-void RowList::ReportRow(uint32 code, const QPoint& where) {
-  const int row = indexAt(where).row();
+void RowList::ReportRow(uint32 code, const QMouseEvent& event) {
+  const int row = indexAt(event.position().toPoint()).row();
   if (row < 0 || row == fReportedRow) return;
   fReportedRow = row;
   BMessage chosen(code);
   chosen.AddInt32("row", row);
+  if (event.modifiers() & Qt::ShiftModifier) chosen.AddBool("extends", true);
   fView.SendMessage(&chosen, BMessenger(), 0);
 }
 

@@ -12,11 +12,11 @@ namespace display {
     Missing pictures are requested in one batch, the next only after it was answered. */
 class RowList : public QListView {
 public:
-  explicit RowList(const BMessenger& view);
+  RowList(const BMessenger& view, bool selectsSeveral);
 
   void SetRows(const RowLayout& layout, int firstChanged);
   void SetPictures(const std::vector<std::pair<int32, BPicture>>& pictures);
-  void SelectRow(int row);
+  void SelectRows(const row_selection& rows);
   void ScrollToRow(int row);
   void InvalidateRows(int first, int last);
   void SetShortcuts(const std::vector<ListShortcut>& shortcuts);
@@ -36,7 +36,7 @@ private:
   std::pair<int, int> RowsOnScreen() const;
   void AskForPictures();
   void AskSoon();
-  void ReportRow(uint32 code, const QPoint& where);
+  void ReportRow(uint32 code, const QMouseEvent& event);
 
   RowModel fModel;
   std::vector<QShortcut*> fShortcuts;

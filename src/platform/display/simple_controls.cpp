@@ -60,6 +60,13 @@ public:
   }
   void ShowText(const std::string& text) override { setText(to_qstring(text)); }
   void SelectAll() override { selectAll(); }
+  void PlaceCaretAfter(const std::string& start) override {
+    setCursorPosition(static_cast<int>(to_qstring(start).size()));
+  }
+  std::pair<std::string, std::string> TextAroundCaret() const override {
+    const int caret = cursorPosition();
+    return {text().left(caret).toStdString(), text().mid(caret).toStdString()};
+  }
 };
 
 template <class Widget>

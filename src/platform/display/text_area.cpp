@@ -2,12 +2,14 @@
 
 #include "platform/app/message.h"
 #include "platform/display/text_bytes.h"
+#include "platform/display/text_mime.h"
 #include "platform/interface/view_peer.h"
 
 #include <QContextMenuEvent>
 #include <QInputMethodEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 #include <QTextBlock>
 #include <QTextLayout>
 
@@ -17,18 +19,6 @@
 namespace display {
 
 namespace {
-
-/** On the clipboard, the text as the program stores it, for pasting in this program. */
-constexpr const char* kBytesFormat = "application/x-vesmo-lyrics-bytes";
-
-/** Only line feeds separate lines; a NUL would truncate the text. */
-QString with_line_feeds(QString text) {
-  return text.replace(QLatin1String("\r\n"), QLatin1String("\n"))
-      .replace(QLatin1Char('\r'), QLatin1Char('\n'))
-      .replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'))
-      .replace(QChar(QChar::LineSeparator), QLatin1Char('\n'))
-      .remove(QChar(QChar::Null));
-}
 
 /** The text of blocks as the widget stores it. */
 QString raw_text(const QTextDocument& document, int first, int count) {
@@ -203,11 +193,7 @@ void TextArea::SelectFromCaret(int from, int length) {
 
 /** Qt's own would replace no-break spaces by blanks, and bytes that are not UTF-8 by a replacement character. */
 QMimeData* TextArea::createMimeDataFromSelection() const {
-  const QString text = textCursor().selectedText().replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
-  auto* const content = new QMimeData;
-  content->setText(text);
-  content->setData(QLatin1String(kBytesFormat), QByteArray::fromStdString(bytes_from_text(text)));
-  return content;
+  return mime_of_text(textCursor().selectedText().replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n')));
 }
 
 bool TextArea::canInsertFromMimeData(const QMimeData* source) const {
@@ -215,8 +201,7 @@ bool TextArea::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void TextArea::insertFromMimeData(const QMimeData* source) {
-  const QByteArray bytes = source->data(QLatin1String(kBytesFormat));
-  const QString text = with_line_feeds(bytes.isEmpty() ? source->text() : text_from_bytes(bytes.toStdString()));
+  const QString text = text_of_mime(*source);
   if (!fPasted) return Report(text);
   if (!isReadOnly()) *fPasted = text;
 }

@@ -39,6 +39,7 @@ protected:
   bool canInsertFromMimeData(const QMimeData* source) const override;
   void insertFromMimeData(const QMimeData* source) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
 private:
   bool LeaveText(const QKeyEvent& key);

@@ -42,6 +42,10 @@ std::string TextPeer::DoCommand(int32 key, int32 modifiers) {
   return asked(TheSlot(), [=](TextArea& text) { return bytes_from_text(text.DoCommand(key, modifiers)); });
 }
 
+std::string TextPeer::DoCtrlKey(char letter) {
+  return DoCommand(letter, static_cast<int32>(QFlags(Qt::ControlModifier).toInt()));
+}
+
 bool TextPeer::ReplaceLines(const text_change& change) {
   return asked(TheSlot(), [change](TextArea& text) { return text.ReplaceLines(change); });
 }

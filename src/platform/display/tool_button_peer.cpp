@@ -17,6 +17,9 @@ namespace {
 constexpr int kImageSize = 24;
 
 constexpr int kOnMark = 2;
+constexpr qreal kBadgeRadius = 4;
+/** Seen on light and dark palettes. */
+constexpr QColor kBadgeColor(0xe0, 0x6c, 0x1f);
 
 /** Only the program changes whether it is on. On is also marked by a line, since some palettes hardly show a pressed
     button. */
@@ -31,16 +34,34 @@ public:
     setCheckable(true);
     setChecked(value != 0);
   }
+  void SetBadge(bool shown) {
+    fHasBadge = shown;
+    update();
+  }
 
 protected:
   void nextCheckState() override {}
   void paintEvent(QPaintEvent* event) override {
     QToolButton::paintEvent(event);
+    if (fHasBadge) PaintBadge();
     if (!isChecked()) return;
     const QRect inside = rect().adjusted(kOnMark, 0, -kOnMark, 0);
     QPainter(this).fillRect(inside.left(), inside.bottom() + 1 - kOnMark, inside.width(), kOnMark,
                             palette().highlight());
   }
+
+private:
+  void PaintBadge() {
+    QRect image(QPoint(), iconSize());
+    image.moveCenter(rect().center());
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(palette().color(QPalette::Window));
+    painter.setBrush(kBadgeColor);
+    painter.drawEllipse(QPointF(image.topRight()), kBadgeRadius, kBadgeRadius);
+  }
+
+  bool fHasBadge = false;
 };
 
 class Separator : public QWidget {
@@ -65,6 +86,10 @@ ToolButtonPeer::ToolButtonPeer(const BMessenger& view, const BBitmap& image)
 
 void ToolButtonPeer::SetFlat(bool flat) {
   Change([flat](QWidget* widget) { static_cast<ToolButton*>(widget)->setAutoRaise(flat); });
+}
+
+void ToolButtonPeer::SetBadge(bool shown) {
+  Change([shown](QWidget* widget) { static_cast<ToolButton*>(widget)->SetBadge(shown); });
 }
 
 std::shared_ptr<ViewPeer> make_separator_peer(const BMessenger& view) {

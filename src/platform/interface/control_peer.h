@@ -24,6 +24,10 @@ public:
   /** Text field. */
   void SetText(const std::string& text);
   void SelectAll();
+  /** After that start of the text. */
+  void PlaceCaretAfter(const std::string& start);
+  /** The text up to the caret and from it on. Blocks on the display thread. */
+  std::pair<std::string, std::string> TextAroundCaret() const;
 };
 
 std::shared_ptr<ControlPeer> make_button_peer(const BMessenger& view);

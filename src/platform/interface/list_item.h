@@ -21,6 +21,8 @@ public:
   float Height() const { return fHeight; }
   void SetHeight(float height) { fHeight = height; }
   bool IsSelected() const { return fSelected; }
+  /** Of the selected rows, the one that keys move from. */
+  bool IsCurrent() const { return fCurrent; }
   bool IsEnabled() const { return fEnabled; }
   void SetEnabled(bool enabled) { fEnabled = enabled; }
 
@@ -28,5 +30,6 @@ private:
   friend class BListView;
   float fHeight = 0;
   bool fSelected = false;
+  bool fCurrent = false;
   bool fEnabled = true;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/interface/row_selection.h"
 #include "platform/interface/view_peer.h"
 
 #include <string>
@@ -13,7 +14,7 @@ struct RowLayout {
   int32 count = 0;
   /** One height for all rows, or one per row. */
   std::vector<float> heights;
-  int32 selected = -1;
+  row_selection selected;
 };
 
 /** A key that the list reports by itself, in order with the keys that its view gets. */
@@ -30,13 +31,12 @@ enum : uint32 { DISPLAY_SHORTCUT = '_KSC' }; // int32 "command"
 /** Thread-safe handle to a list widget. */
 class ListPeer : public ViewPeer {
 public:
-  explicit ListPeer(const BMessenger& view);
+  ListPeer(const BMessenger& view, bool selectsSeveral);
 
   /** Replaces the rows. Those before `firstChanged` keep their pictures, the others show theirs until new ones come. */
   void SetRows(RowLayout layout, int32 firstChanged);
   void SetPictures(std::vector<std::pair<int32, BPicture>> pictures);
-  /** -1 for none. */
-  void Select(int32 row);
+  void Select(const row_selection& rows);
   void ScrollTo(int32 row);
   /** The pictures of these rows are out of date. */
   void Invalidate(int32 first, int32 last);

@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
-BListView::BListView(BRect frame, const char* name, list_view_type, uint32 resizingMode, uint32 flags)
-    : BView(frame, name, resizingMode, flags) {}
+BListView::BListView(BRect frame, const char* name, list_view_type type, uint32 resizingMode, uint32 flags)
+    : BView(frame, name, resizingMode, flags), fType(type) {}
 
 BListView::~BListView() = default;
 
@@ -46,9 +46,9 @@ void BListView::AddList(const std::vector<BListItem*>& items) {
 
 void BListView::MakeEmpty() {
   if (fItems.empty()) return;
-  const bool hadSelection = fSelection >= 0;
-  if (hadSelection) fItems[static_cast<size_t>(fSelection)]->fSelected = false;
-  fSelection = -1;
+  const bool hadSelection = fSelection.Count() > 0;
+  MarkSelected(false);
+  fSelection = {};
   fItems.clear();
   RowsChanged(0);
   if (hadSelection) SelectionChanged();
@@ -75,7 +75,8 @@ void BListView::MessageReceived(BMessage* message) {
   case display::DISPLAY_ROWS_WANTED:
     return DrawRows(*message);
   case display::DISPLAY_ROW_CHOSEN:
-    if (message->FindInt32("row", &row) == B_OK) Select(row);
+    if (message->FindInt32("row", &row) == B_OK)
+      SelectRange(message->HasField("extends") ? fSelection.Anchor() : row, row);
     return;
   case display::DISPLAY_ROW_INVOKED:
     if (message->FindInt32("row", &row) != B_OK) return;

@@ -2,7 +2,9 @@
 
 #include "platform/app/messenger.h"
 #include "platform/interface/list_item.h"
+#include "platform/interface/row_selection.h"
 #include "platform/interface/view.h"
+#include "platform/kernel/modifiers.h"
 
 #include <memory>
 #include <vector>
@@ -13,11 +15,12 @@ class ListPeer;
 struct ListShortcut;
 } // namespace display
 
-enum list_view_type { B_SINGLE_SELECTION_LIST };
+/** A range selection list lets the user select consecutive rows, with Shift. */
+enum list_view_type { B_SINGLE_SELECTION_LIST, B_RANGE_SELECTION_LIST };
 
-/** A list of rows with at most one selected; does not own its items. Rows are drawn lazily: the display asks for
-    pictures of the visible ones. Keys select on the window's thread; a click on the display thread arrives as a
-    message, in order with the keys. */
+/** A list of rows, of which one, or consecutive ones, can be selected; does not own its items. Rows are drawn lazily:
+    the display asks for pictures of the visible ones. Keys select on the window's thread; a click on the display thread
+    arrives as a message, in order with the keys. */
 class BListView : public BView {
 public:
   BListView(BRect frame, const char* name, list_view_type type = B_SINGLE_SELECTION_LIST,
@@ -33,10 +36,14 @@ public:
   /** -1 for an item that is not in the list. */
   int32 IndexOf(const BListItem* item) const;
 
-  /** Ignores an index outside the list. */
+  /** Selects that row alone. Ignores an index outside the list. */
   void Select(int32 index);
-  /** -1 when nothing is selected. */
-  int32 CurrentSelection() const { return fSelection; }
+  /** Selects the rows between the two, `current` being the current one. Ignores an index outside the list. */
+  void SelectRange(int32 anchor, int32 current);
+  void SelectAll();
+  /** The current row: of several selected ones, that which keys and mouse selected last. -1 when none is selected. */
+  int32 CurrentSelection() const { return fSelection.current; }
+  const row_selection& Selection() const { return fSelection; }
   void ScrollToSelection();
   void ScrollTo(int32 index);
   using BView::Invalidate;
@@ -63,7 +70,8 @@ public:
 
 protected:
   /** The key event being handled has the Command modifier. */
-  bool IsCommand() const;
+  bool IsCommand() const { return HasModifier(B_COMMAND_KEY); }
+  bool HasModifier(uint32 modifier) const;
   std::shared_ptr<display::ViewPeer> MakePeer() override;
 
 private:
@@ -77,7 +85,8 @@ private:
   bool HasOneHeight() const { return fHeights.size() <= 1; }
   int32 RowAt(float y) const;
   void DrawRows(const BMessage& request);
-  void ChangeSelection(int32 index);
+  void ChangeSelection(const row_selection& rows);
+  void MarkSelected(bool selected);
   bool MoveSelection(uint8 key);
 
   std::vector<BListItem*> fItems;

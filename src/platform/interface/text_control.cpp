@@ -27,6 +27,14 @@ void BTextControl::SelectAll() {
   if (Control()) Control()->SelectAll();
 }
 
+void BTextControl::PlaceCaretAfter(const std::string& start) {
+  if (Control()) Control()->PlaceCaretAfter(start);
+}
+
+std::pair<std::string, std::string> BTextControl::TextAroundCaret() const {
+  return Control() ? Control()->TextAroundCaret() : std::pair(fText, std::string());
+}
+
 void BTextControl::MessageReceived(BMessage* message) {
   if (message->what != display::DISPLAY_FIELD_CHANGED) return BControl::MessageReceived(message);
   message->FindString("text", &fText);

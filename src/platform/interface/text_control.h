@@ -13,6 +13,10 @@ public:
   /** As of the last message handled. */
   const std::string& Text() const { return fText; }
   void SelectAll();
+  /** After that start of the text. */
+  void PlaceCaretAfter(const std::string& start);
+  /** The text up to the caret and from it on, as it is shown now. Blocks on the display thread. */
+  std::pair<std::string, std::string> TextAroundCaret() const;
   /** Sent to the target after each change by the user. Takes ownership. */
   void SetModificationMessage(BMessage* message) { fModificationMessage.reset(message); }
 

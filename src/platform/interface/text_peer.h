@@ -20,6 +20,8 @@ public:
   void SelectFromCaret(int32 from, int32 length);
   /** Lets the widget handle a key with Ctrl; returns the text that it wants to insert (paste). */
   std::string DoCommand(int32 key, int32 modifiers);
+  /** The same for a letter with Ctrl that was not pressed, e.g. of a menu's command. */
+  std::string DoCtrlKey(char letter);
   /** The user's changes since the last call, in order. */
   std::vector<text_change> TakeChanges();
   /** False when the user has changed the text meanwhile: call TakeChanges first. */

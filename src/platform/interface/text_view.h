@@ -43,6 +43,8 @@ protected:
   std::shared_ptr<display::ViewPeer> MakePeer() override;
 
 private:
+  /** As if the user had pressed that key with Ctrl. */
+  void DoCommand(char letter);
   void CommandPressed(const BMessage& message);
   void TextEntered(const BMessage& message);
   display::TextPeer* Control() const;

@@ -12,6 +12,8 @@ public:
 
   /** Flat: framed only under the mouse, with the focus, or while pressed. */
   void SetFlat(bool flat);
+  /** A dot at the corner of the image. */
+  void SetBadge(bool shown);
 };
 
 /** The line between two groups of buttons. */

@@ -37,7 +37,7 @@ enum : uint32 {
   DISPLAY_FOCUS_CHANGED = '_FOC', // bool "focused", "byTab" (by the Tab key)
   DISPLAY_ROWS_WANTED = '_LRW',   // int32 "row" (one or more), float "width", int32 "page" (visible rows)
   DISPLAY_ROWS_CHANGED = '_LRC',  // from the view to itself: send the rows
-  DISPLAY_ROW_CHOSEN = '_LSL',    // int32 "row"
+  DISPLAY_ROW_CHOSEN = '_LSL',    // int32 "row"; bool "extends": up to it, with Shift
   DISPLAY_ROW_INVOKED = '_LIV',   // int32 "row"
   DISPLAY_TEXT_ENTERED = '_TIN',  // string "text"; int32 "from", "length": first selects that part, from the caret
   DISPLAY_TEXT_COMMAND = '_TCM',  // int32 "key", "modifiers": Qt's; to be returned in order

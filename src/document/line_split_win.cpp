@@ -1,0 +1,72 @@
+#include "document/line_split_win.h"
+
+#include "interapp/inter_app_prefs.h"
+#include "language/llt.h"
+#include "lyrics/line_parts.h"
+#include "platform/app/looper_lock.h"
+#include "platform/app/message.h"
+#include "platform/interface/button.h"
+#include "platform/interface/string_view.h"
+#include "platform/interface/text_control.h"
+#include "plugin/message_codes.h"
+#include "toolkit/krv_dlg_view.h"
+#include "toolkit/placement.h"
+
+TLineSplitWin::TLineSplitWin()
+    : TKRVDlgWin(""), fView(new TKRVDlgView("SplitLine")), fLabel(new BStringView({}, "SplitLabel", "")),
+      fField(new BTextControl({}, "SplitText", "", "")),
+      fCancel(new BButton({}, "SplitCancel", "", new BMessage(B_QUIT_REQUESTED))),
+      fGo(new BButton({}, "SplitGo", "", new BMessage(kMsgInputGo))) {
+  fView->AddRow({fLabel});
+  fView->AddRow({fField});
+  fView->AddButtons({fCancel, fGo});
+  fView->SetDefaultButton(fGo);
+  fView->SetCancelButton(fCancel);
+  AddMainChild(fView);
+}
+
+void TLineSplitWin::Relabel() {
+  SetTitle(gLLT->Text("Split_Line_Win_Title"));
+  fLabel->SetText(gLLT->Text("StrView_Split_Line"));
+  fField->SetLabel(gLLT->Text("StrView_Split_Line"));
+  fGo->SetLabel(accelerator_label("S", gLLT->Text("Button_Split")).c_str());
+  fCancel->SetLabel(accelerator_label("C", gLLT->Text("Button_Cancel")).c_str());
+  Fit();
+}
+
+void TLineSplitWin::Ask(const std::string& text, const BMessage& request, const BMessenger& target) {
+  fRequest = std::make_unique<BMessage>(request);
+  fTarget = target;
+  Relabel();
+  fField->SetText(text.c_str());
+  fField->MakeFocus();
+  fField->PlaceCaretAfter(first_half(text));
+}
+
+void TLineSplitWin::MessageReceived(BMessage* message) {
+  if (message->what == kMsgInputGo) return Answer();
+  TKRVDlgWin::MessageReceived(message);
+}
+
+void TLineSplitWin::Answer() {
+  if (!fRequest) return;
+  const auto [before, after] = fField->TextAroundCaret();
+  BMessage answer(*fRequest);
+  answer.AddString("Before", before);
+  answer.AddString("After", after);
+  fTarget.SendMessage(&answer, BMessenger(), 0);
+  PutAway();
+}
+
+void ask_where_to_split(TLineSplitWin** window, const BWindow* owner, const std::string& text, const BMessage& request,
+                        const BMessenger& target) {
+  if (!*window) {
+    *window = new TLineSplitWin;
+    move_beside(*window, owner->Frame());
+  }
+  const TLooperLock lock(*window);
+  if (!lock) return;
+  (*window)->Ask(text, request, target);
+  (*window)->StandInFrontOf(owner->Proxy());
+  (*window)->BringUp();
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+/** The text on the desktop's clipboard. */
+struct clipboard_text {
+  std::string text;       // only line feeds separate its lines; no NUL
+  bool isTooLong = false; // then `text` is empty
+};
+
+/** Empty when the clipboard holds no text, or files. What this program copied comes back byte for byte. Blocks on the
+    display thread. */
+clipboard_text get_clipboard_text(size_t maxBytes);
+/** Blocks on the display thread, so that what is pasted next is this text. */
+void set_clipboard_text(const std::string& text);
