@@ -115,6 +115,12 @@ void TEditSession::SetAppearance() {
   fFreeEdit->SetAppearance();
 }
 
+void TEditSession::LanguageChanged() {
+  fTagInput->LanguageChanged();
+  fFreeEdit->LanguageChanged();
+  PlaceUnsavedMark();
+}
+
 void TEditSession::Report(const std::string& text) {
   fStatusBar->SetText(status_text(fActive->StatBarSymbol(), fDocument->Form(), text).c_str());
 }

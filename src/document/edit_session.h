@@ -36,6 +36,7 @@ public:
   void SwitchMode(TEditMode mode);
   void MakeFocus();
   void SetAppearance();
+  void LanguageChanged();
 
   /** The status bar shows the text after the mode and the file's form. */
   void Report(const std::string& text);

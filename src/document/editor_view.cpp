@@ -247,6 +247,7 @@ void TVesmoEView::WindowActivated(bool active) {
 void TVesmoEView::LanguageChanged() {
   fFileWatch->LanguageChanged();
   fRecovery->LanguageChanged();
+  fSession->LanguageChanged();
   SetWinTitle();
   ExpDefaultStatBarRqtd();
 }

@@ -26,6 +26,7 @@ public:
   virtual int32 CurLine() = 0;
   /** Applies font and colours from the settings. */
   virtual void SetAppearance() = 0;
+  virtual void LanguageChanged() = 0;
   virtual std::string StatBarSymbol() const = 0;
   virtual std::string DefaultStatBarStr() const = 0;
   /** Empties the view and clears the modified flag. */

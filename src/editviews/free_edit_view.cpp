@@ -37,6 +37,11 @@ bool leaves_text_alone(char key) {
 TFreeEditView::TFreeEditView(BRect frame)
     : BTextView(frame, "FreeEditView", B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE) {
   SetAccessibleName("Lyrics");
+  LanguageChanged();
+}
+
+void TFreeEditView::LanguageChanged() {
+  SetPlaceholder(gLLT->Text("Hint_Empty_Document"));
 }
 
 void TFreeEditView::SetLines(const std::list<std::string>& lines) {

@@ -17,6 +17,7 @@ public:
   void SetCurLine(int32 line) override;
   int32 CurLine() override;
   void SetAppearance() override;
+  void LanguageChanged() override;
   std::string StatBarSymbol() const override;
   std::string DefaultStatBarStr() const override;
   void Clear() override;

@@ -53,6 +53,11 @@ void TTagInputView::SetLines(const std::list<std::string>& lines) {
     fLineTimes.Append(line);
   }
   AddList(items);
+  ShowPlaceholder();
+}
+
+void TTagInputView::ShowPlaceholder() {
+  SetPlaceholder(IsEmptyDocument() ? gLLT->Text("Hint_Empty_Document") : "", gPref->Values()->lyrics);
 }
 
 void TTagInputView::GetLines(std::list<std::string>* lines) const {
@@ -85,6 +90,7 @@ void TTagInputView::SetAppearance() {
   GetFont(&font);
   font = lyrics_font(font, *look);
   SetFont(&font); // measures the rows and lays out the list again
+  ShowPlaceholder();
 }
 
 void TTagInputView::AttachedToWindow() {
@@ -155,6 +161,7 @@ void TTagInputView::RemoveTagRqtd() {
 void TTagInputView::SetText(int32 row, const std::string& text) {
   Item(row)->SetText(text);
   fLineTimes.Change(row, text);
+  if (CountItems() == 1) ShowPlaceholder();
 }
 
 void TTagInputView::ChangeRow(int32 row, const std::string& text, TEditKind kind) {

@@ -32,6 +32,8 @@ public:
   std::string DefaultStatBarStr() const override;
   void Clear() override;
 
+  void LanguageChanged() override { ShowPlaceholder(); }
+
   bool Replay(const TReplay& replay) override;
   /** Highlights the line that is sung at this position; none while the song does not play. */
   void SetSongPosition(std::optional<int32> positionMs);
@@ -69,6 +71,29 @@ private:
   /** Changes the row's text and reports it to the listener. */
   void ChangeRow(int32 row, const std::string& text, TEditKind kind);
   void Report(const std::string& text, const std::string& finding = {});
+
+  // tag_input_lines.cpp
+  /** A command on the selected lines; no effect for others. */
+  void RunLineCommand(TCommandId id);
+  std::list<std::string> LinesAt(int32 first, int32 last) const;
+  TSelectedLines SelectedLines() const;
+  void SelectLines(const TSelectedLines& lines);
+  /** Shows the change. */
+  void ChangeLines(const TLinesChange& change);
+  /** Makes the change by the user's command. */
+  void EditLines(const TLinesChange& change, const TSelectedLines& selectedAfter);
+  bool IsEmptyDocument() const;
+  /** An empty document says how to fill it. */
+  void ShowPlaceholder();
+  void CutLines();
+  void CopyLines();
+  void PasteLines();
+  void DeleteLines();
+  void InsertLine();
+  void MoveLines(bool down);
+  void JoinLines();
+  void SplitLineRqtd();
+  void ReportLines(const char* key, int32 count);
 
   // tag_input_habit.cpp
   void NoteStamp(int32 row, int32 timeMs);

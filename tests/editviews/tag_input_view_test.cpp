@@ -177,3 +177,14 @@ TEST_F(TagInputView, RepeatedCorrectionsOfFreshStampsAreReportedOnceAsLateness) 
   }
   EXPECT_EQ(hints, 1);
 }
+
+TEST_F(TagInputView, EmptyDocumentSaysHowToFillItInBothModes) {
+  const std::string empty = hands::pixels(*fWindow, "TagInputView");
+  Press("Ctrl+E");
+  const std::string emptyText = hands::pixels(*fWindow, "FreeEditView");
+  Press("x");
+  EXPECT_NE(hands::pixels(*fWindow, "FreeEditView"), emptyText);
+  Press("Backspace");
+  Press("Ctrl+T");
+  EXPECT_EQ(hands::pixels(*fWindow, "TagInputView"), empty) << "and again once it is empty";
+}

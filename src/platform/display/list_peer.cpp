@@ -40,4 +40,8 @@ void ListPeer::SetShortcuts(std::vector<ListShortcut> shortcuts) {
   Change([shortcuts = std::move(shortcuts)](QWidget* widget) { list(widget).SetShortcuts(shortcuts); });
 }
 
+void ListPeer::SetPlaceholder(const std::string& text, rgb_color color) {
+  Change([=](QWidget* widget) { list(widget).SetPlaceholder(to_qstring(text), to_qcolor(color)); });
+}
+
 } // namespace display

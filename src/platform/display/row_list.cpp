@@ -3,6 +3,7 @@
 #include "platform/app/message.h"
 #include "platform/display/convert.h"
 #include "platform/display/picture_painter.h"
+#include "platform/display/placeholder.h"
 
 #include <QAbstractItemDelegate>
 #include <QMouseEvent>
@@ -111,9 +112,20 @@ void RowList::SetShortcuts(const std::vector<ListShortcut>& shortcuts) {
   }
 }
 
+void RowList::SetPlaceholder(const QString& text, const QColor& color) {
+  fPlaceholder = text;
+  fPlaceholderColor = color;
+  setAccessibleDescription(text);
+  viewport()->update();
+}
+
 void RowList::paintEvent(QPaintEvent* event) {
   QListView::paintEvent(event);
   AskForPictures();
+  if (fPlaceholder.isEmpty()) return;
+  QPainter painter(viewport());
+  const int top = fModel.rowCount() > 0 ? fModel.HeightOf(0) : 0;
+  paint_placeholder(&painter, viewport()->rect().adjusted(0, top, 0, 0), fPlaceholder, fPlaceholderColor);
 }
 
 void RowList::keyPressEvent(QKeyEvent* event) {

@@ -20,6 +20,8 @@ public:
   void ScrollToRow(int row);
   void InvalidateRows(int first, int last);
   void SetShortcuts(const std::vector<ListShortcut>& shortcuts);
+  /** Shown in the room below the first row; empty for none. */
+  void SetPlaceholder(const QString& text, const QColor& color);
 
 protected:
   void paintEvent(QPaintEvent* event) override;
@@ -40,6 +42,8 @@ private:
 
   RowModel fModel;
   std::vector<QShortcut*> fShortcuts;
+  QString fPlaceholder;
+  QColor fPlaceholderColor;
   BMessenger fView;
   bool fAsked = false; // until the pictures come
   bool fWillAsk = false;

@@ -1,6 +1,7 @@
 #include "platform/display/text_area.h"
 
 #include "platform/app/message.h"
+#include "platform/display/placeholder.h"
 #include "platform/display/text_bytes.h"
 #include "platform/display/text_mime.h"
 #include "platform/interface/view_peer.h"
@@ -49,6 +50,32 @@ TextArea::TextArea(const BMessenger& view) : fView(view) {
   setUndoRedoEnabled(false); // the program has its own history
   connect(document(), &QTextDocument::contentsChange, this,
           [this](int position, int, int added) { NoteChange(position, added); });
+  connect(this, &QPlainTextEdit::textChanged, this, &TextArea::DescribePlaceholder);
+}
+
+/** The document's last line end is an empty block. */
+bool TextArea::HasNoText() const {
+  return document()->blockCount() <= 2 && document()->characterCount() == document()->blockCount();
+}
+
+void TextArea::SetPlaceholder(const QString& text) {
+  fPlaceholder = text;
+  DescribePlaceholder();
+}
+
+void TextArea::DescribePlaceholder() {
+  const QString description = HasNoText() ? fPlaceholder : QString();
+  if (fPlaceholder.isEmpty() || description == accessibleDescription()) return;
+  setAccessibleDescription(description);
+  viewport()->update();
+}
+
+void TextArea::paintEvent(QPaintEvent* event) {
+  QPlainTextEdit::paintEvent(event);
+  if (fPlaceholder.isEmpty() || !HasNoText()) return;
+  QPainter painter(viewport());
+  const int top = 2 * fontMetrics().lineSpacing();
+  paint_placeholder(&painter, viewport()->rect().adjusted(0, top, 0, 0), fPlaceholder, palette().color(QPalette::Text));
 }
 
 void TextArea::SetBytes(const std::string& text) {

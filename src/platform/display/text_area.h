@@ -30,6 +30,8 @@ public:
   void SetCountWidth(int width) { fCountWidth = width; }
   void GoToLine(int line);
   int CurrentLine() const;
+  /** Shown while the text is empty, or only one empty line. */
+  void SetPlaceholder(const QString& text);
 
 protected:
   bool event(QEvent* event) override;
@@ -42,6 +44,8 @@ protected:
   void paintEvent(QPaintEvent* event) override;
 
 private:
+  bool HasNoText() const;
+  void DescribePlaceholder();
   bool LeaveText(const QKeyEvent& key);
   void Report(const QString& text, int replacedFrom = 0, int replacedLength = 0) const;
   void NoteChange(int position, int added);
@@ -50,6 +54,7 @@ private:
   int LinesIn(const QTextBlock& block) const;
 
   BMessenger fView;
+  QString fPlaceholder;
   std::vector<text_change> fChanges;
   int fBlockCount = 1;
   QString* fPasted = nullptr; // during DoCommand

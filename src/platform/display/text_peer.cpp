@@ -70,6 +70,10 @@ void TextPeer::SetTextColor(rgb_color color) {
   });
 }
 
+void TextPeer::SetPlaceholder(const std::string& text) {
+  Change([text](QWidget* widget) { area(widget).SetPlaceholder(to_qstring(text)); });
+}
+
 void TextPeer::GoToLine(int32 line) {
   Change([line](QWidget* widget) { area(widget).GoToLine(line); });
 }

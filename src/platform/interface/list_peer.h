@@ -42,6 +42,7 @@ public:
   void Invalidate(int32 first, int32 last);
   /** Replaces all. They work while the list has the focus. */
   void SetShortcuts(std::vector<ListShortcut> shortcuts);
+  void SetPlaceholder(const std::string& text, rgb_color color);
   void SetFont(const BFont&) override {} // pictures have their own
 };
 

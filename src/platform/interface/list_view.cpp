@@ -12,7 +12,16 @@ BListView::BListView(BRect frame, const char* name, list_view_type type, uint32 
 BListView::~BListView() = default;
 
 std::shared_ptr<display::ViewPeer> BListView::MakePeer() {
-  return std::make_shared<display::ListPeer>(BMessenger(this));
+  auto peer = std::make_shared<display::ListPeer>(BMessenger(this), fType == B_RANGE_SELECTION_LIST);
+  if (!fPlaceholder.empty()) peer->SetPlaceholder(fPlaceholder, fPlaceholderColor);
+  return peer;
+}
+
+void BListView::SetPlaceholder(const std::string& text, rgb_color color) {
+  if (text == fPlaceholder && (text.empty() || color == fPlaceholderColor)) return;
+  fPlaceholder = text;
+  fPlaceholderColor = color;
+  if (Rows()) Rows()->SetPlaceholder(text, color);
 }
 
 display::ListPeer* BListView::Rows() const {

@@ -53,6 +53,9 @@ public:
   /** In the coordinates of the whole list (row 0 starts at 0). An invalid rectangle outside the list. */
   BRect ItemFrame(int32 index) const;
 
+  /** A text in the middle of the list, for one that is empty; none if it is empty itself. */
+  void SetPlaceholder(const std::string& text, rgb_color color);
+
   /** Hook: a double click, or Return with a row selected. */
   virtual void Invoke() {}
   /** Hook: the user or the program has changed the selection. */
@@ -91,7 +94,10 @@ private:
 
   std::vector<BListItem*> fItems;
   std::vector<display::ListShortcut> fShortcuts;
-  int32 fSelection = -1;
+  const list_view_type fType;
+  row_selection fSelection;
+  std::string fPlaceholder;
+  rgb_color fPlaceholderColor{0, 0, 0, 255};
   /** Row heights in pixels as last laid out, one for all or one per row; the latter also have their tops in fTops. */
   std::vector<float> fHeights;
   std::vector<float> fTops;

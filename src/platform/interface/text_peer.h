@@ -30,6 +30,7 @@ public:
   void SetCountWidth(int width);
   void SetEditable(bool editable);
   void SetTextColor(rgb_color color);
+  void SetPlaceholder(const std::string& text);
   void GoToLine(int32 line);
   void ScrollToSelection();
 

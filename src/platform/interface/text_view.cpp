@@ -13,6 +13,7 @@ std::shared_ptr<display::ViewPeer> BTextView::MakePeer() {
   peer->SetText(fDetachedText);
   peer->SetEditable(fEditable);
   if (fHasTextColor) peer->SetTextColor(HighColor());
+  if (!fPlaceholder.empty()) peer->SetPlaceholder(fPlaceholder);
   return peer;
 }
 
@@ -91,6 +92,17 @@ void BTextView::CommandPressed(const BMessage& message) {
   if (!Control() || message.FindInt32("key", &key) != B_OK || message.FindInt32("modifiers", &modifiers) != B_OK)
     return;
   const std::string pasted = Control()->DoCommand(key, modifiers);
+  if (!pasted.empty()) InsertText(pasted);
+}
+
+void BTextView::SetPlaceholder(const std::string& text) {
+  fPlaceholder = text;
+  if (Control()) Control()->SetPlaceholder(text);
+}
+
+void BTextView::DoCommand(char letter) {
+  if (!Control()) return;
+  const std::string pasted = Control()->DoCtrlKey(letter);
   if (!pasted.empty()) InsertText(pasted);
 }
 

@@ -29,6 +29,12 @@ public:
   /** Reports all changes made so far to the hook. Blocks on the display thread. */
   void FlushChanges();
   void MakeEditable(bool editable);
+  /** Shown while the text is empty; none if it is empty itself. */
+  void SetPlaceholder(const std::string& text);
+  void Cut() { DoCommand('X'); }
+  void Copy() { DoCommand('C'); }
+  void Paste() { DoCommand('V'); }
+  void SelectAll() { DoCommand('A'); }
   void SetFontAndColor(const BFont& font, rgb_color color);
 
   void DetachedFromWindow() override;
@@ -51,6 +57,7 @@ private:
 
   bool fEditable = true;
   bool fHasTextColor = false; // else the display's own
+  std::string fPlaceholder;
   /** Holds the text while the view is detached. */
   std::string fDetachedText;
 };
