@@ -76,6 +76,7 @@ bool is_removal(const BMessage& message) {
 } // namespace
 
 void TVesmoEView::MItemOpenCurLyricsClicked() {
+  fSearchesByItself = false; // a search that is running already becomes the user's
   fSongFinder->Start();
 }
 

@@ -29,6 +29,7 @@ constexpr int64 kFrontEndIntervalUs = 100000;
 TVesmoEView::TVesmoEView(BRect frame, TNoticeBoard* notices)
     : TKRVView(frame, "VesmoEditorView", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS), fNotices(notices),
       fFrontEnd(std::make_unique<Sonivo_FrontEnd>(false, kFrontEndIntervalUs)) {
+  fOpeningPref.LoadStored();
   fFrontEnd->Start();
   fSession = std::make_unique<TEditSession>(this, fFrontEnd.get(), &fDocument, &fSong);
 }
@@ -64,7 +65,12 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   case kMsgSongFound:
   case kMsgNoSong:
   case kMsgPlayerSilent:
-    return SetStatBarStr(gLLT->Text("Err_Player_Does_Not_Answer"));
+    return SongSearched(*message);
+  case kMsgOpenSongLyrics:
+    return OpenSongLyrics(*message);
+  case kMsgSongOpening:
+    fOpeningPref.Unarchive(*message);
+    return;
   case B_REFS_RECEIVED:
     return RefsReceived(*message);
   case B_SIMPLE_DATA:
@@ -230,7 +236,10 @@ void TVesmoEView::ExpDefaultStatBarRqtd() {
 void TVesmoEView::RefreshSonivoInfoRqtd() {
   fFrontEnd->Refresh();
   if (fSong.Adopt(fFrontEnd->Title())) fPublisher->DocumentReplaced();
-  fSession->TagInput().SetSongPosition(fFrontEnd->SungPositionMs());
+  const std::optional<int32> sungMs = fFrontEnd->SungPositionMs();
+  fSession->TagInput().SetSongPosition(sungMs);
+  OpenSongLyricsIfDue(sungMs.has_value());
+  fSession->ShowModified();
   // In free edit the line is known to the display only, and comes with the next step.
   if (Mode() != TEditMode::kFreeEdit) fJournal->SetView(static_cast<int32>(Mode()), fSession->TagInput().CurLine());
   fJournal->CatchUp();

@@ -2,8 +2,10 @@
 
 #include "document/document_song.h"
 #include "document/lyrics_saver.h"
+#include "document/song_opener.h"
 #include "editviews/edit_mode.h"
 #include "lyrics/document.h"
+#include "plugin/opening_pref.h"
 #include "toolkit/krv_view.h"
 
 #include <memory>
@@ -68,6 +70,7 @@ private:
 
   // editor_opening.cpp
   void MItemOpenCurLyricsClicked();
+  void SongSearched(const BMessage& answer);
   void RefsReceived(const BMessage& message);
   bool EnsureExists(const entry_ref& ref);
   bool IsTextOrWanted(const entry_ref& ref);
@@ -78,6 +81,13 @@ private:
   /** Ask the window to add the document's file to the recent files, or to remove a file from them. */
   void SendAddHistoryRqtd();
   void SendRemoveHistoryRqtd(const entry_ref& ref);
+
+  // song_opening.cpp
+  [[nodiscard]] bool IsDocumentUntouched() const;
+  bool MayOpenByItself();
+  void OpenSongLyricsIfDue(bool isPlaying);
+  void OfferSongLyrics(const BMessage& found);
+  void OpenSongLyrics(const BMessage& message);
 
   // editor_saving.cpp
   void MItemSaveClicked(const BMessage& message);

@@ -71,6 +71,9 @@ bool TVesmoECommMan::HandleRequest(BMessage* message) {
   case kMsgFineTimeTag:
     MItemFineTimeTagClicked();
     return true;
+  case kMsgOfferSongLyrics:
+    OfferSongLyrics(message);
+    return true;
   case kMsgHelp:
     MItemHelpClicked();
     return true;
@@ -116,6 +119,7 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
     Forward(message);
     return true;
   case kMsgFollowDocument:
+  case kMsgSongOpening:
     Forward(message);
     return true;
   case kMsgEncoding:

@@ -44,6 +44,7 @@ protected:
   // vesmo_e_dialogs.cpp
   TKRVAboutWin* MakeAboutWindow() const override;
   /** In front of the main window, if there is one. */
+  void OfferSongLyrics(BMessage* offer);
   void BringUp(TKRVWin* window) const override;
 
 private:

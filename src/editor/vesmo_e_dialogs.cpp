@@ -42,6 +42,13 @@ void TVesmoECommMan::MItemFineTimeTagClicked() {
   BringUp(fFineTagWindow);
 }
 
+/** Not while a shift is being typed that is meant for the open document. */
+void TVesmoECommMan::OfferSongLyrics(BMessage* offer) {
+  if (const TLooperLock lock(fFineTagWindow); lock && !fFineTagWindow->IsHidden()) return;
+  offer->what = kMsgOpenSongLyrics;
+  Forward(offer);
+}
+
 void TVesmoECommMan::BringUp(TKRVWin* window) const {
   const TLooperLock lock(window);
   if (!lock) return;

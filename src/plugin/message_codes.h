@@ -124,6 +124,12 @@ enum : uint32 {
   kMsgDocumentLines = 'Sdln',
   kMsgDocumentClosed = 'Sdcl',
 
+  /** The lyrics of the playing song, which may open by themselves: ref "refs", int32 "Document". From the editor view
+      through its window to the manager, */
+  kMsgOfferSongLyrics = 'slof',
+  kMsgOpenSongLyrics = 'slop', // and back
+  kMsgSongOpening = 'Spso',    // notice of a changed setting: int32 "OpSg", a TSongOpening
+
   // From the search for the current song to the window that started it.
   kMsgSongFound = 'csfd', // ref "refs"
   kMsgNoSong = 'csno',

@@ -106,6 +106,13 @@ void TVesmoEWin::MItemExportClicked() {
   fExportPanel->Show();
 }
 
+void TVesmoEWin::OfferSongLyrics(const BMessage& offer) {
+  for (const BFilePanel* panel :
+       {fOpenPanel.get(), static_cast<BFilePanel*>(fSavePanel.get()), static_cast<BFilePanel*>(fExportPanel.get())})
+    if (panel && panel->IsShowing()) return;
+  fManager->PostMessage(&offer);
+}
+
 void TVesmoEWin::PanelClosed(const BMessage& message) {
   void* source = nullptr;
   if (message.FindPointer("source", &source) != B_OK) return;

@@ -84,6 +84,9 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case kMsgDefaultStatBar:
   case kMsgAppearance:
   case kMsgStatBarStr:
+  case kMsgOpenSongLyrics:
+  case kMsgSongOpening:
+  case kMsgSplitLine:
   case kMsgShiftTags:
   case kMsgExportTo:
     return fEditorView->MessageReceived(message);
@@ -101,6 +104,8 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     return fFollower->Follow();
   case B_CANCEL:
     return PanelClosed(*message);
+  case kMsgOfferSongLyrics:
+    return OfferSongLyrics(*message);
   case kMsgOpenPanel:
     return MItemOpenClicked();
   case kMsgSaveAs:

@@ -73,6 +73,8 @@ private:
   void SetOpenPanelLabel();
   void SetSavePanelLabel();
   void PanelClosed(const BMessage& message);
+  /** The lyrics of the playing song do not open under a panel. */
+  void OfferSongLyrics(const BMessage& offer);
   /** The folder that a panel shows, which is stored for the next time. */
   void SetOpenPanelFolder(const std::string& folder);
   void SetSavePanelFolder(const std::string& folder);
