@@ -5,6 +5,15 @@
 #include "hostlink/host_link.h"
 #include "language/llt.h"
 
+#include <utility>
+
+std::string TTagInputView::StampRemark(int32 timeMs) {
+  const bool isSameAgain = std::exchange(fLastStampMs, timeMs) == timeMs;
+  if (!fFrontEnd->IsKnownToRest()) return {};
+  if (fFrontEnd->Title().empty()) return gLLT->Text("StatBarStr_Nothing_Plays");
+  return isSameAgain ? gLLT->Text("StatBarStr_Stamped_In_Pause") : "";
+}
+
 void TTagInputView::Invoke() {
   if (SelectedItem() == nullptr) return;
   const std::optional<int32> timeMs = fLineTimes.TimeOf(CurrentSelection());

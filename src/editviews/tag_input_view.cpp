@@ -136,7 +136,7 @@ void TTagInputView::InputTagRqtd() {
   ScrollToSelection();
   ChangeRow(row, stamped.line, TEditKind::kStamp);
   NoteStamp(row, timeMs);
-  Report(stamp_report(row, stamped), NewFinding());
+  Report(stamp_report(row, stamped) + StampRemark(timeMs), NewFinding());
 }
 
 void TTagInputView::IncDecTagRqtd(char key) {

@@ -100,6 +100,8 @@ private:
   void NoteMove(int32 row, int32 timeMs);
   /** Lines from `first` on were changed by a step of the history. */
   void NoteReplay(int32 first, const std::list<std::string>& lines);
+  /** Something that the user should know about a stamp of that time; nearly always empty. */
+  std::string StampRemark(int32 timeMs);
   /** A newly found lateness of the user's stamps, to be shown after a report; nearly always empty. */
   std::string NewFinding();
 
@@ -108,5 +110,6 @@ private:
   TLineTimes fLineTimes;
   int32 fSungRow = -1;
   TStampCorrections fCorrections;
+  std::optional<int32> fLastStampMs;
   Sonivo_FrontEnd* const fFrontEnd;
 };

@@ -36,6 +36,9 @@ public:
       that the position has changed since the previous call. On the owner thread. */
   std::optional<int32> SungPositionMs();
 
+  /** True if the player reports that no song is playing; false if it does not report its state. */
+  bool IsKnownToRest() const { return Information().isPlaying == false; }
+
   /** Scripting. Block until the player answers or `StopWaiting` is called. -1 without an answer. */
   int32 CountEntries();
   /** Sets `entry`, freeing its previous texts, only if the answer is complete. */

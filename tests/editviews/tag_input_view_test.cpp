@@ -37,6 +37,19 @@ TEST_F(TagInputView, OffsetIsAddedAndStopsAtZero) {
   EXPECT_THAT(Lines(), ElementsAre("[00:00:00]a", "[00:01:00]b"));
 }
 
+TEST_F(TagInputView, AStampSaysThatNothingPlaysOrThatAPauseGivesTheSameTime) {
+  fHost->SetPlaying(false);
+  Show("a\nb\nc\n");
+  PressAt(1000, "Space");
+  EXPECT_THAT(Status(), EndsWith("Stamped line 1"));
+  Press("Space");
+  EXPECT_THAT(Status(), EndsWith("Stamped line 2 – the same time again: the song is paused"));
+  PlayAt(0, "");
+  Press("Space");
+  EXPECT_THAT(Status(), EndsWith("Stamped line 3 – nothing is playing"));
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:00]a", "[00:01:00]b", "[00:00:00]c"));
+}
+
 TEST_F(TagInputView, AStampHasThePositionOfItsKeyNotOfTheLastPoll) {
   Show("a\n");
   bool isCurrent = false;

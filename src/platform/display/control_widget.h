@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace display {

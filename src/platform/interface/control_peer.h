@@ -3,6 +3,7 @@
 #include "platform/interface/view_peer.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace display {

@@ -2,6 +2,8 @@
 
 #include "platform/interface/control.h"
 
+#include <utility>
+
 /** A one-line text field. The label is the accessible name; a visible label is a view of its own. */
 class BTextControl : public BControl {
 public:
