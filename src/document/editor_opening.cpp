@@ -64,6 +64,18 @@ std::optional<entry_ref> copy_to_open_instead(const entry_ref& ref) {
   return ask_no_yes(question) ? std::optional(found) : std::nullopt;
 }
 
+/** More are not looked at: each takes an access to the disk. */
+constexpr int32 kMostDropped = 1000;
+
+std::optional<entry_ref> lyrics_beside(const std::string& song) {
+  SonivoSongEntry entry;
+  std::string path = song;
+  entry.filename = path.data();
+  entry_ref ref;
+  if (get_ref_for_path(lyrics_fname(entry).c_str(), &ref) != B_OK || !BEntry(&ref).Exists()) return {};
+  return ref;
+}
+
 std::string cannot_load_text(const entry_ref& ref) {
   return gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + ref.FullPath());
 }
@@ -163,8 +175,36 @@ void TVesmoEView::PostOpen(const BMessage& message) {
 
 bool TVesmoEView::SimpleData(const BMessage& message) {
   if (!message.WasDropped() || !message.IsSourceRemote() || !message.HasField("refs")) return false;
-  PostOpen(message);
+  FilesDropped(message);
   return true;
+}
+
+/** Songs and folders go to the player. The first other file is opened; without one, the first song's lyrics. */
+void TVesmoEView::FilesDropped(const BMessage& message) {
+  std::vector<std::string> songs;
+  std::optional<entry_ref> lyrics;
+  entry_ref ref;
+  for (int32 i = 0; message.FindRef("refs", i, &ref) == B_OK && i < kMostDropped; ++i) {
+    const std::string path = ref.FullPath();
+    if (BEntry(&ref).IsDirectory() || content_of_file(path) == TFileContent::kSong)
+      songs.push_back(path);
+    else if (!lyrics)
+      lyrics = ref;
+  }
+  if (songs.empty()) return PostOpen(message);
+  PlayDropped(songs);
+  if (!lyrics) lyrics = lyrics_beside(songs.front());
+  if (!lyrics) return;
+  BMessage open;
+  open.AddRef("refs", &*lyrics);
+  PostOpen(open);
+}
+
+void TVesmoEView::PlayDropped(const std::vector<std::string>& songs) {
+  const bool isSent = fFrontEnd->PlayFiles(songs) == B_OK;
+  const std::string name = songs.front().substr(songs.front().rfind('/') + 1);
+  SetStatBarStr(isSent ? (gLLT->Text("StatBarStr_Given_To_Player") + std::string(cut_text(name))).c_str()
+                       : gLLT->Text("Err_Player_Does_Not_Answer"));
 }
 
 void TVesmoEView::SendAddHistoryRqtd() {

@@ -78,6 +78,8 @@ private:
   void ShowOpened(const TOpenedLyrics& opened);
   void PostOpen(const BMessage& message);
   bool SimpleData(const BMessage& message);
+  void FilesDropped(const BMessage& message);
+  void PlayDropped(const std::vector<std::string>& songs);
   /** Ask the window to add the document's file to the recent files, or to remove a file from them. */
   void SendAddHistoryRqtd();
   void SendRemoveHistoryRqtd(const entry_ref& ref);

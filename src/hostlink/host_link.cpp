@@ -194,7 +194,7 @@ status_t Sonivo_FrontEnd::ChangeSpeed(int32 percent) const {
   return send_command(kMsgHostSpeedBy, "Percent", percent);
 }
 
-status_t Sonivo_FrontEnd::PlayFile(const std::string& path) const {
+status_t Sonivo_FrontEnd::PlayFiles(const std::vector<std::string>& paths) const {
   BMessage message(kMsgHostOpen);
   for (const std::string& path : paths) message.AddString("path", path);
   return send_command(message);

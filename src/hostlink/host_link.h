@@ -53,7 +53,9 @@ public:
   /** By that many percentage points of the normal speed. */
   status_t ChangeSpeed(int32 percent) const;
   /** Adds the file to the playlist and plays it. */
-  status_t PlayFile(const std::string& path) const;
+  status_t PlayFile(const std::string& path) const { return PlayFiles({path}); }
+  /** Adds files and folders to the playlist and plays the first song. */
+  status_t PlayFiles(const std::vector<std::string>& paths) const;
   /** Marks on the seek bar for the song of that title; times in ascending order. */
   status_t ShowMarks(const std::string& title, const std::vector<int32>& timesMs) const;
 

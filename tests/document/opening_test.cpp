@@ -145,3 +145,38 @@ TEST_F(Opening, SongsAndOtherFilesThatAreNoTextAreRefusedUnlessTheUserInsists) {
   Answer("O", [&] { Open(picture); });
   EXPECT_EQ(Title(), "cover.png - Vesmo Editor");
 }
+
+TEST_F(Opening, CurrentSongsLyricsCanBeMadeAsLrcAndASpaceBarMeantForAStampMakesNothing) {
+  const BMessage found = message_of(kMsgSongFound, "refs", ref_of(fFolder.File("song.txt")));
+  auto asked = std::async(std::launch::async, [] {
+    const hands::Question question = hands::wait_for_question();
+    hands::answer_with_key("Space");
+    hands::answer_with_key("L");
+    return question;
+  });
+  SendToView(found);
+  EXPECT_THAT(asked.get().buttons, ElementsAre("N - No", "Y - Yes", "L - Create .lrc instead"));
+  EXPECT_EQ(Title(), "song.lrc - Vesmo Editor");
+  EXPECT_TRUE(std::filesystem::exists(fFolder.File("song.lrc")));
+  EXPECT_FALSE(std::filesystem::exists(fFolder.File("song.txt")));
+  Answer("Return", [&] { SendToView(found); });
+  EXPECT_EQ(Title(), "song.txt - Vesmo Editor") << "Return still means Yes";
+}
+
+TEST_F(Opening, DroppedSongsAreGivenToThePlayerAndTheLyricsOfTheFirstAreOpened) {
+  const std::string song = fFolder.Write("a.mp3", std::string("ID3\x03\0\0\0\0\0\0", 10));
+  fFolder.Write("a.lrc", "sung\n");
+  const std::string other = fFolder.Write("b.lrc", "other\n");
+  const auto drop = [this](const std::vector<std::string>& paths) {
+    hands::drop_files(*fWindow, {200, 200}, paths);
+    Settle();
+  };
+  drop({song});
+  EXPECT_TRUE(Until([&] { return fHost->PlayedFile() == song; }));
+  EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
+  drop({song, other});
+  EXPECT_EQ(Title(), "b.lrc - Vesmo Editor");
+  drop({fFolder.Path()});
+  EXPECT_TRUE(Until([&] { return fHost->PlayedFile() == fFolder.Path(); }));
+  EXPECT_EQ(Title(), "b.lrc - Vesmo Editor");
+}

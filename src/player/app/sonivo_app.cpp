@@ -3,6 +3,7 @@
 #include "platform/display/display.h"
 #include "platform/display/display_thread.h"
 #include "platform/interface/window.h"
+#include "platform/support/cut_text.h"
 #include "platform/support/log.h"
 #include "player/app/open_questions.h"
 #include "player/app/program_icon.h"
@@ -10,7 +11,9 @@
 #include "player/app/transport_commands.h"
 #include "player/frontend/front_end_host.h"
 #include "player/model/bus_messages.h"
+#include "player/model/file_kind.h"
 #include "player/model/player_messages.h"
+#include "player/model/song_address.h"
 #include "player/window/player_window.h"
 #include "plugin/message_codes.h"
 
@@ -26,6 +29,13 @@ constexpr const char* kSilent = "No sound device: playing silently";
 const std::vector<uint32> kOffered = {kMsgHostHandshake, kMsgHostSeek,      kMsgHostSeekBy, kMsgHostPlayPause,
                                       kMsgHostSpeedBy,   kMsgHostMarks,     kMsgHandedOver, B_COUNT_PROPERTIES,
                                       B_GET_PROPERTY,    B_EXECUTE_PROPERTY};
+/** One line, however many files there are. */
+std::string refusal_of(const std::vector<std::string>& files) {
+  const std::string first(cut_text(files.front()));
+  if (files.size() == 1) return "Neither a song nor lyrics: " + first;
+  return std::to_string(files.size()) + " files are neither songs nor lyrics, the first: " + first;
+}
+
 constexpr int64 kFirstSearch = 1; // for the songs of the command line
 constexpr bigtime_t kPositionIntervalUs = 100000;
 /** Windows first: loading the audio library takes longer than everything they need themselves. */
@@ -122,6 +132,9 @@ bool TSonivoApp::HandleChoice(const BMessage& message) {
     UserChose();
     if (message.FindInt32("index", &index) == B_OK) fOwn.PlaySong(index, false);
     return true;
+  case kMsgDropFiles:
+    TakeDrop(message);
+    return true;
   case kMsgHandedOver:
     TakeOver(message);
     return true;
@@ -190,6 +203,24 @@ void TSonivoApp::LoadOthers() {
   show_program_icon();
   // Returns the memory that only the start needed.
   display::post([] { malloc_trim(0); });
+}
+
+void TSonivoApp::TakeDrop(const BMessage& message) {
+  std::vector<std::string> songs;
+  std::vector<std::string> lyrics;
+  std::vector<std::string> others;
+  for (std::string& path : paths_in(message)) {
+    const TFileKind kind = file_kind(path);
+    auto& group = kind == TFileKind::kSong ? songs : kind == TFileKind::kLyrics ? lyrics : others;
+    group.push_back(std::move(path));
+  }
+  BMessage add(message);
+  add.what = kMsgAddSongs;
+  add.RemoveName("path");
+  for (const std::string& path : songs) add.AddString("path", path);
+  if (!songs.empty()) fList.Handle(add);
+  if (!lyrics.empty()) fPlugins.ShowLyrics(local_path(lyrics.front()));
+  if (!others.empty()) ErrorOccurred(refusal_of(others));
 }
 
 /** The songs of another start of the program are played here. */

@@ -59,6 +59,8 @@ private:
   bool HandleChoice(const BMessage& message);
   bool HandleDesktop(const BMessage& message);
   void TakeOver(const BMessage& message);
+  /** Songs go to the list, lyrics to the editor; other files are refused with a word. */
+  void TakeDrop(const BMessage& message);
   void SaveList();
   void CloseRequested();
   void EndIfAgreed();

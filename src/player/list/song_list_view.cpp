@@ -150,7 +150,7 @@ void TSongListView::dragLeaveEvent(QDragLeaveEvent*) {
 }
 
 void TSongListView::dropEvent(QDropEvent* event) {
-  ask_about_paths(fPlayer, kMsgAddSongs, dropped_files(*event), RowForDrop(event->position().toPoint()));
+  ask_about_paths(fPlayer, kMsgDropFiles, dropped_files(*event), RowForDrop(event->position().toPoint()));
   event->acceptProposedAction();
   ShowDrop(-1);
 }

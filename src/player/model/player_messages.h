@@ -14,6 +14,7 @@ enum : unsigned int {
   kMsgRepeatOff = 'plrx',
   // The list. Songs are identified by int64 "id", one or more.
   kMsgAddSongs = 'plad',    // string "path", one or more; int32 "before" (absent: at the end)
+  kMsgDropFiles = 'pldf',   // the same fields: songs are added, lyrics opened in the editor, other files refused
   kMsgSongsFound = 'plfd',  // the search has results
   kMsgRemoveSongs = 'plrm', // "id"
   kMsgMoveSongs = 'plmv',   // "id"; int32 "before"

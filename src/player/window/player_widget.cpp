@@ -245,6 +245,6 @@ void TPlayerWidget::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void TPlayerWidget::dropEvent(QDropEvent* event) {
-  ask_about_paths(fPlayer, kMsgAddSongs, dropped_files(*event));
+  ask_about_paths(fPlayer, kMsgDropFiles, dropped_files(*event));
   event->acceptProposedAction();
 }
