@@ -80,6 +80,19 @@ std::string cannot_load_text(const entry_ref& ref) {
   return gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + ref.FullPath());
 }
 
+enum TCreation : long { kCreateNone, kCreate, kCreateLrc };
+
+/** The answers No and Yes; for the current song, whose user may be pressing the space bar, a third one. */
+TCreation ask_to_create(const entry_ref& ref, bool isForSong) {
+  const std::string question = gLLT->Text("Ask_Create_New_1") + ref.FullPath() + gLLT->Text("Ask_Create_New_2");
+  if (!isForSong) return ask_no_yes(question) ? kCreate : kCreateNone;
+  koreva::TAlertButton no = text_button("Button_No", 'N', true);
+  koreva::TAlertButton yes = text_button("Button_Yes", 'Y');
+  no.ignoresSpace = true;
+  yes.isDefault = true;
+  return static_cast<TCreation>(ask(question, {no, yes, text_button("Button_Create_Lrc", 'L')}));
+}
+
 /** A recent file chosen with the Control key held is to be removed from the list. */
 bool is_removal(const BMessage& message) {
   return message.HasField(kFromRecentFiles) && !message.IsSourceRemote() && (modifiers() & B_CONTROL_KEY);
@@ -90,6 +103,24 @@ bool is_removal(const BMessage& message) {
 void TVesmoEView::MItemOpenCurLyricsClicked() {
   fSearchesByItself = false; // a search that is running already becomes the user's
   fSongFinder->Start();
+}
+
+void TVesmoEView::SongSearched(const BMessage& answer) {
+  const bool isByItself = fSearchesByItself;
+  if (answer.what != kMsgPlayerSilent) fSearchesByItself = false; // else the search goes on
+  entry_ref lyrics;
+  if (answer.FindRef("refs", &lyrics) == B_OK) fSongFolder = lyrics.directory;
+  if (isByItself) {
+    if (answer.what == kMsgSongFound) OfferSongLyrics(answer);
+    return;
+  }
+  if (answer.what == kMsgSongFound) {
+    BMessage open(answer);
+    open.AddBool(kForCurrentSong, true);
+    return PostOpen(open);
+  }
+  if (answer.what == kMsgNoSong) return tell(gLLT->Text("Err_No_Current_Song"));
+  SetStatBarStr(gLLT->Text("Err_Player_Does_Not_Answer"));
 }
 
 void TVesmoEView::RefsReceived(const BMessage& message) {
@@ -103,7 +134,7 @@ void TVesmoEView::RefsReceived(const BMessage& message) {
   }
   BMessage afterSave(message);
   afterSave.RemoveName(kFromRecentFiles); // keys held by then have no meaning for it
-  if (!AskSave(afterSave, this) || !EnsureExists(ref)) return;
+  if (!AskSave(afterSave, this) || !EnsureExists(&ref, message.HasField(kForCurrentSong))) return;
   if (!IsTextOrWanted(ref)) return;
   const entry_ref source = copy_to_open_instead(ref).value_or(ref);
   if (has_too_many_lines(source)) return tell(too_many_lines_text(source));
@@ -113,16 +144,16 @@ void TVesmoEView::RefsReceived(const BMessage& message) {
   koreva::invoke_next_msg(&message);
 }
 
-/** Offers to create a missing file. */
-bool TVesmoEView::EnsureExists(const entry_ref& ref) {
-  if (BEntry(&ref).Exists()) return true;
-  const std::string question = gLLT->Text("Ask_Create_New_1") + ref.FullPath() + gLLT->Text("Ask_Create_New_2");
-  if (!ask_no_yes(question)) {
-    SendRemoveHistoryRqtd(ref);
+bool TVesmoEView::EnsureExists(entry_ref* ref, bool isForSong) {
+  if (BEntry(ref).Exists()) return true;
+  const TCreation creation = ask_to_create(*ref, isForSong);
+  if (creation == kCreateNone) {
+    SendRemoveHistoryRqtd(*ref);
     return false;
   }
-  if (CreateNewLyricsFile(ref)) return true;
-  tell(cannot_load_text(ref));
+  if (creation == kCreateLrc) ref->name = koreva::reext(ref->name, "lrc");
+  if (CreateNewLyricsFile(*ref)) return true;
+  tell(cannot_load_text(*ref));
   return false;
 }
 

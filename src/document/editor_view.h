@@ -27,6 +27,8 @@ struct TFoundJournal;
 
 /** In a ref message: bool, the file was chosen among the recent ones. */
 inline constexpr const char* kFromRecentFiles = "FromMRUF";
+/** In a ref message: bool, the file belongs to the current song. */
+inline constexpr const char* kForCurrentSong = "ForSong";
 
 /** The open document with its edit views, its file and the link to the player. Dispatches the commands to their
     owners. Owned by the editor window, on its thread. */
@@ -72,7 +74,8 @@ private:
   void MItemOpenCurLyricsClicked();
   void SongSearched(const BMessage& answer);
   void RefsReceived(const BMessage& message);
-  bool EnsureExists(const entry_ref& ref);
+  /** Offers to create a missing file; for the current song's lyrics also `ref` with the other extension. */
+  bool EnsureExists(entry_ref* ref, bool isForSong);
   bool IsTextOrWanted(const entry_ref& ref);
   bool CreateNewLyricsFile(const entry_ref& ref);
   void ShowOpened(const TOpenedLyrics& opened);

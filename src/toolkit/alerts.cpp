@@ -40,6 +40,7 @@ BAlert* make_alert(const std::string& text, const std::string& caption, std::ini
     if (!format.empty()) alert->SetShortcut(index, button.letter);
     if (button.isHarmless) alert->SetEscapeButton(index);
     if (button.isDefault) alert->SetDefaultButton(index);
+    if (button.ignoresSpace) alert->IgnoreSpace();
     ++index;
   }
   return alert;

@@ -17,6 +17,8 @@ struct TAlertButton {
   bool isHarmless = false;
   /** Pressed by Return, instead of the last button. */
   bool isDefault = false;
+  /** The space bar presses no button of the question before the user has moved the focus. */
+  bool ignoresSpace = false;
 };
 
 /** Asks a question with at most three buttons, from left to right, and blocks the calling thread until it is answered;

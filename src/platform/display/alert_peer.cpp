@@ -5,9 +5,11 @@
 #include "platform/display/display_thread.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <algorithm>
 #include <chrono>
 
 namespace display {
@@ -29,6 +31,26 @@ QMessageBox::Icon icon_of(alert_type type) {
   return QMessageBox::NoIcon;
 }
 
+bool moves_focus(int key) {
+  constexpr int kKeys[] = {Qt::Key_Tab, Qt::Key_Backtab, Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
+  return std::ranges::find(kKeys, key) != std::end(kKeys);
+}
+
+/** Swallows the space bar until the user has moved the focus. */
+class SpaceFilter : public QObject {
+public:
+  using QObject::QObject;
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    fHasMoved |= moves_focus(key);
+    return key == Qt::Key_Space && !fHasMoved;
+  }
+
+private:
+  bool fHasMoved = false;
+};
+
 void add_buttons(QMessageBox& box, const AlertText& question) {
   for (size_t i = 0; i < question.buttons.size(); ++i) {
     const QString label = plain_label(question.buttons[i]);
@@ -47,6 +69,10 @@ void show(const AlertText& question, QWidget* window, const std::shared_ptr<Answ
   box->setTextFormat(Qt::PlainText);
   box->setAttribute(Qt::WA_DeleteOnClose);
   add_buttons(*box, question);
+  if (question.ignoresSpace) {
+    auto* const filter = new SpaceFilter(box);
+    for (QAbstractButton* button : box->buttons()) button->installEventFilter(filter);
+  }
   QObject::connect(box, &QMessageBox::buttonClicked, box, [box, answer](QAbstractButton* pressed) {
     if (box->parentWidget()) box->parentWidget()->activateWindow(); // if no window manager does
     answer->Give(static_cast<int32>(box->buttons().indexOf(pressed)));

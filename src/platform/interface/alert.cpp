@@ -20,7 +20,7 @@ void BAlert::SetShortcut(int32 button, char letter) {
 }
 
 display::AlertText BAlert::Content() const {
-  return {fCaption, fText, fButtons, fLetters, fEscapeButton, fDefaultButton, fType};
+  return {fCaption, fText, fButtons, fLetters, fEscapeButton, fDefaultButton, fType, fIgnoresSpace};
 }
 
 void BAlert::Post() {

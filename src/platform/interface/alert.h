@@ -27,6 +27,9 @@ public:
   void SetEscapeButton(int32 button) { fEscapeButton = button; }
   /** The button that Return presses; by default the last one. */
   void SetDefaultButton(int32 button) { fDefaultButton = button; }
+  /** The space bar presses no button before the user has moved the focus by a key: for a question that comes
+     unexpectedly to a user who is pressing it. */
+  void IgnoreSpace() { fIgnoresSpace = true; }
 
   /** Shows the alert and blocks until it is answered; not on the display thread. Returns the index of the button, from
       left to right, or that of the Escape button (-1 without one) when the display has ended. */
@@ -47,4 +50,5 @@ private:
   int32 fEscapeButton = -1;
   int32 fDefaultButton;
   alert_type fType;
+  bool fIgnoresSpace = false;
 };

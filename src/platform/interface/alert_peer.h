@@ -18,6 +18,7 @@ struct AlertText {
   int32 escapeButton = -1;
   int32 defaultButton = 0;
   alert_type type = B_INFO_ALERT;
+  bool ignoresSpace = false;
 };
 
 /** Shows the question in front of the window that `inFrontOf` returns (empty: without a parent) and blocks until it is
