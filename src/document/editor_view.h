@@ -48,6 +48,8 @@ public:
   TLyricsInfo CurrentLyricsInfo() const { return fDocument.Info(); }
   /** Another one for each document that is started or opened. */
   int32 DocumentNumber() const { return fDocument.Number(); }
+  /** Of the song whose lyrics were last searched for; empty if unknown. */
+  const std::string& SongFolder() const { return fSongFolder; }
   TEditMode Mode() const;
   /** Ignores a number of no mode. */
   void SetMode(int32 mode);
@@ -132,6 +134,10 @@ private:
   TLineSplitWin* fLineSplit = nullptr;     // the same
   std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
   std::unique_ptr<TCurrentSongFinder> fSongFinder;
+  bool fSearchesByItself = false; // the search for the current song was not a command of the user
+  std::string fSongFolder;
+  TOpeningPref fOpeningPref;
+  TSongOpener fSongOpener;
   std::unique_ptr<TEditSession> fSession;
   std::unique_ptr<TDocumentPublisher> fPublisher;
   std::unique_ptr<TDocumentJournal> fJournal;

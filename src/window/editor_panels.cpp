@@ -39,6 +39,10 @@ std::string TVesmoEWin::PanelFolder() const {
   return home.Path();
 }
 
+std::vector<std::string> TVesmoEWin::Places() const {
+  return {fEditorView->CurrentLyricsInfo().File.directory, fEditorView->SongFolder()};
+}
+
 void TVesmoEWin::SetOpenPanelLabel() {
   if (!fOpenPanel) return;
   fOpenPanel->SetTitle(gLLT->Text("Open_Panel_Title"));
@@ -60,6 +64,7 @@ void TVesmoEWin::MItemOpenClicked() {
   }
   SetOpenPanelFolder(PanelFolder());
   SetOpenPanelLabel();
+  fOpenPanel->SetPlaces(Places());
   set_priority(*fOpenPanel, kShownPriority);
   fOpenPanel->Show();
 }
@@ -81,6 +86,7 @@ void TVesmoEWin::MItemSaveAsClicked(const BMessage& message) {
   fSavePanel->SetEncoding(static_cast<int32>(info.Encoding));
   fSavePanel->SetCRType(static_cast<int32>(info.CRType));
   SetSavePanelFileName();
+  fSavePanel->SetPlaces(Places());
   set_priority(*fSavePanel, kShownPriority);
   fSavePanel->Show();
 }
@@ -102,6 +108,7 @@ void TVesmoEWin::MItemExportClicked() {
   const TLyricsInfo info = fEditorView->CurrentLyricsInfo();
   const bool hasFolder = !info.File.IsEmpty() && BEntry(info.File.directory.c_str()).IsDirectory();
   fExportPanel->SetPanelDirectory(hasFolder ? info.File.directory.c_str() : PanelFolder().c_str());
+  fExportPanel->SetPlaces(Places());
   set_priority(*fExportPanel, kShownPriority);
   fExportPanel->Show();
 }

@@ -81,6 +81,8 @@ private:
   void SetSavePanelFileName();
   void RememberPanelFolders() const;
   std::string PanelFolder() const;
+  /** Folders that the panels list at their side. */
+  std::vector<std::string> Places() const;
   std::string DocumentName() const;
 
   BLooper* const fManager;

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QUrl>
 
 namespace display {
 
@@ -27,6 +28,19 @@ void PanelPeer::SetDirectory(const std::string& path) {
   Change([path](QWidget* widget) {
     const QString folder = to_qstring(path);
     dialog(widget).setDirectory(QFileInfo(folder).isDir() ? folder : QDir::homePath());
+  });
+}
+
+void PanelPeer::SetPlaces(const std::vector<std::string>& folders) {
+  Change([folders](QWidget* widget) {
+    QList<QUrl> places;
+    for (const std::string& folder : folders) {
+      const QUrl place = QUrl::fromLocalFile(to_qstring(folder));
+      if (QFileInfo(place.toLocalFile()).isDir() && !places.contains(place)) places.append(place);
+    }
+    const QUrl home = QUrl::fromLocalFile(QDir::homePath());
+    if (!places.contains(home)) places.append(home);
+    dialog(widget).setSidebarUrls(places);
   });
 }
 

@@ -126,6 +126,10 @@ void BFilePanel::SetPanelDirectory(const char* path) {
   fWindow->Dialog()->SetDirectory(path);
 }
 
+void BFilePanel::SetPlaces(const std::vector<std::string>& folders) {
+  fWindow->Dialog()->SetPlaces(folders);
+}
+
 void BFilePanel::GetPanelDirectory(entry_ref* directory) const {
   const std::string path = fWindow->Dialog()->Directory();
   if (!path.empty()) get_ref_for_path(path.c_str(), directory);

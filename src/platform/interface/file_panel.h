@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class BMessage;
 class BWindow;
@@ -37,6 +38,8 @@ public:
   void SetMessage(const BMessage* message);
   void SetPanelDirectory(const entry_ref* directory);
   void SetPanelDirectory(const char* path);
+  /** The folders listed at the side, existing ones only; the user's home follows them. */
+  void SetPlaces(const std::vector<std::string>& folders);
   /** The folder that is or was last shown. Blocks on the display thread. */
   void GetPanelDirectory(entry_ref* directory) const;
   /** Sets the file name and selects it. */

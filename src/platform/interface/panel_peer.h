@@ -4,6 +4,7 @@
 #include "platform/interface/window_peer.h"
 
 #include <string>
+#include <vector>
 
 namespace display {
 
@@ -14,6 +15,7 @@ public:
 
   /** Falls back to the user's home if the folder does not exist. */
   void SetDirectory(const std::string& path);
+  void SetPlaces(const std::vector<std::string>& folders);
   /** Blocks on the display thread; empty when the display has ended. */
   std::string Directory() const;
   void SetSaveText(const std::string& name);
