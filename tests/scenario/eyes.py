@@ -59,6 +59,10 @@ def name(node):
     return node.get_name()
 
 
+def description(node):
+    return node.get_description()
+
+
 def states(node):
     return {state.value_nick for state in node.get_state_set().get_states()}
 

@@ -1,5 +1,6 @@
 """The user's hands: real keys and mouse buttons on the display."""
 import subprocess
+import threading
 
 from Xlib import X, Xatom
 from Xlib.display import Display
@@ -84,6 +85,49 @@ def drop_files(title, box, paths):
     tell("XdndDrop", 0, X.CurrentTime)
     serve_until("XdndFinished")
     display.close()
+
+
+class Clipboard:
+    """Holds a text on the clipboard, as a browser does from which it was copied: with Clipboard("text"): ..."""
+
+    def __init__(self, text):
+        self.text = text.encode()
+        self.display = Display()
+        self.owner = self.display.screen().root.create_window(0, 0, 1, 1, 0, self.display.screen().root_depth)
+        self.thread = threading.Thread(target=self._serve, daemon=True)
+
+    def __enter__(self):
+        self.owner.set_selection_owner(self.display.intern_atom("CLIPBOARD"), X.CurrentTime)
+        self.display.sync()
+        self.thread.start()
+        return self
+
+    def _serve(self):
+        targets, text = self.display.intern_atom("TARGETS"), self.display.intern_atom("UTF8_STRING")
+        while True:
+            event = self.display.next_event()
+            if event.type == X.SelectionClear:
+                return
+            if event.type != X.SelectionRequest:
+                continue
+            place = event.property
+            if event.target == targets:
+                event.requestor.change_property(place, Xatom.ATOM, 32, [targets, text])
+            elif event.target == text:
+                event.requestor.change_property(place, text, 8, self.text)
+            else:
+                place = X.NONE
+            event.requestor.send_event(SelectionNotify(time=event.time, requestor=event.requestor, property=place,
+                                                       selection=event.selection, target=event.target))
+            self.display.flush()
+
+    def __exit__(self, *_):
+        other = Display()  # whoever owns it next ends the thread
+        window = other.screen().root.create_window(0, 0, 1, 1, 0, other.screen().root_depth)
+        window.set_selection_owner(other.intern_atom("CLIPBOARD"), X.CurrentTime)
+        other.sync()
+        self.thread.join(timeout=20)
+        other.close()
 
 
 def title_under(box):
