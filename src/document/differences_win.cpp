@@ -2,6 +2,7 @@
 
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
+#include "lyrics/line_diff.h"
 #include "platform/app/looper_lock.h"
 #include "platform/app/message.h"
 #include "platform/interface/button.h"
@@ -15,6 +16,8 @@ namespace {
 
 constexpr float kWidth = 560;
 constexpr float kHeight = 400;
+/** More lines are not read by anyone. */
+constexpr int kMostLinesShown = 5000;
 
 } // namespace
 
@@ -42,15 +45,21 @@ void TDifferencesWin::SetContent(const std::string& name, const std::string& leg
   fText->MakeFocus();
 }
 
-void show_differences(TDifferencesWin** window, const BWindow* owner, const std::string& name,
-                      const std::string& legend, const std::string& differences) {
-  if (!*window) {
+TDifferences::~TDifferences() {
+  if (fWindow && fWindow->Lock()) fWindow->Quit();
+}
+
+void TDifferences::Show(const std::string& name, const char* legendKey, const std::vector<std::string>& before,
+                        const std::vector<std::string>& after) {
+  const std::string differences = diff_text(before, after, kMostLinesShown);
+  const BWindow* const owner = fOwner->Window();
+  if (!fWindow) {
     const BRect place = owner->Frame();
-    *window = new TDifferencesWin(frame_beside(place, kWidth, kHeight, screen_frame(place.LeftTop())));
+    fWindow = new TDifferencesWin(frame_beside(place, kWidth, kHeight, screen_frame(place.LeftTop())));
   }
-  const TLooperLock lock(*window);
+  const TLooperLock lock(fWindow);
   if (!lock) return;
-  (*window)->SetContent(name, legend, differences);
-  (*window)->StandInFrontOf(owner->Proxy());
-  (*window)->BringUp();
+  fWindow->SetContent(name, gLLT->Text(legendKey), differences);
+  fWindow->StandInFrontOf(owner->Proxy());
+  fWindow->BringUp();
 }

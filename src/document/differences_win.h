@@ -3,12 +3,14 @@
 #include "toolkit/krv_win.h"
 
 #include <string>
+#include <vector>
 
 class BButton;
 class BStringView;
 class BTextView;
+class BView;
 
-/** Shows how the file and the document differ, as text. Closing hides it; the document's view owns and quits it. */
+/** Shows how the file and the document differ, as text. Closing hides it. */
 class TDifferencesWin : public TKRVWin {
 public:
   explicit TDifferencesWin(BRect frame);
@@ -22,6 +24,21 @@ private:
   BButton* fClose;
 };
 
-/** Shows the differences in front of `owner`, in the window of the pointer, which is created when it is null. */
-void show_differences(TDifferencesWin** window, const BWindow* owner, const std::string& name,
-                      const std::string& legend, const std::string& differences);
+/** Shows differences in front of a view's window. The window for them is created at first use, and quit by the
+    destructor. On the view's thread. */
+class TDifferences {
+public:
+  /** `owner` is attached when something is shown; not owned. */
+  explicit TDifferences(const BView* owner) : fOwner(owner) {}
+  TDifferences(const TDifferences&) = delete;
+  TDifferences& operator=(const TDifferences&) = delete;
+  ~TDifferences();
+
+  /** `name` is that of the file; `legendKey` names the text that tells what "-" and "+" mean. */
+  void Show(const std::string& name, const char* legendKey, const std::vector<std::string>& before,
+            const std::vector<std::string>& after);
+
+private:
+  const BView* const fOwner;
+  TDifferencesWin* fWindow = nullptr;
+};

@@ -2,10 +2,10 @@
 
 #include "common/koreva.h"
 #include "common/safety_copy.h"
+#include "document/document_file.h"
+#include "document/document_recovery.h"
 #include "document/edit_session.h"
 #include "document/editor_view.h"
-#include "document/file_watch.h"
-#include "document/recovery_offers.h"
 #include "hostlink/current_song_finder.h"
 #include "hostlink/host_link.h"
 #include "interapp/questions.h"
@@ -188,9 +188,9 @@ void TVesmoEView::ShowOpened(const TOpenedLyrics& opened) {
     fDocument.Open(opened);
     fSession->DocumentStarted();
   }
-  fFileWatch->Follow();
+  fFile->Follow();
   SendAddHistoryRqtd();
-  fRecovery->Search(fDocument.File().FullPath());
+  fRecovery->DocumentOpened();
   SetWinTitle();
   ExpDefaultStatBarRqtd();
   if (!fDocument.Unread().IsTextWhole())

@@ -1,12 +1,11 @@
 /** Saving the document, and asking before unsaved changes are lost. */
 
 #include "common/koreva.h"
+#include "document/document_file.h"
+#include "document/document_recovery.h"
 #include "document/edit_session.h"
 #include "document/editor_view.h"
-#include "document/file_watch.h"
-#include "document/save_guard.h"
 #include "interapp/questions.h"
-#include "journal/document_journal.h"
 #include "language/llt.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
@@ -18,13 +17,6 @@ namespace {
 
 enum { kCancelButton, kNoButton, kYesButton };
 
-/** Text without changes is lost as well when its file has gone. */
-std::string why_unsaved(TDiskState state) {
-  const bool isGone =
-      state != TDiskState::kUnchanged && state != TDiskState::kChanged && state != TDiskState::kNoAnswer;
-  return isGone ? gLLT->Text("Hint_File_Gone") : std::string();
-}
-
 long ask_about_changes(const entry_ref& file, const std::string& hint) {
   const std::string name = file.IsEmpty() ? gLLT->Text("New_Lyrics") : "\"" + file.name + "\"";
   return ask(name + gLLT->Text("Ask_Save") + (hint.empty() ? "" : "\n\n" + hint),
@@ -35,11 +27,12 @@ long ask_about_changes(const entry_ref& file, const std::string& hint) {
 
 bool TVesmoEView::AskSave(const BMessage& next, const BHandler* target) {
   const bool isModified = fSession->Active().IsModified();
-  const std::string whyAsked = isModified ? std::string() : why_unsaved(fFileWatch->StateNow());
+  // Text without changes is lost as well when its file has gone.
+  const std::string whyAsked = !isModified && fFile->IsGone() ? gLLT->Text("Hint_File_Gone") : std::string();
   if (!isModified && whyAsked.empty()) return true;
   if (!fSaveIsPending) {
     const long answer = ask_about_changes(fDocument.File(), whyAsked);
-    if (answer == kNoButton) fJournal->AllowLoss();
+    if (answer == kNoButton) fRecovery->AllowLoss();
     if (answer == kNoButton) return true;
     fSaveIsPending = answer == kYesButton;
   }
@@ -96,16 +89,16 @@ status_t TVesmoEView::SaveLyrics(const TLyricsInfo& info) {
 /** The save itself always reports success; only the file on the disk proves it. */
 bool TVesmoEView::SaveAndVerify(TLyricsInfo info) {
   fSession->Active().FlushEdits();
-  if (!fSaveGuard->Allow(&info)) return false;
+  if (!fFile->MaySave(&info)) return false;
   SaveLyrics(info);
   const bool isSaved = fSaver.Verify();
   if (!isSaved) fSession->Active().SetModified(true);
-  fFileWatch->Follow();
+  fFile->Follow();
   return isSaved;
 }
 
 void TVesmoEView::ReportSaved() {
-  SetStatBarStr((gLLT->Text("StatBarStr_Saved_Lyrics") + fSaveGuard->Report()).c_str());
+  SetStatBarStr((gLLT->Text("StatBarStr_Saved_Lyrics") + fFile->SaveReport()).c_str());
 }
 
 void TVesmoEView::SetLyricsMimeType(BFile* file) {

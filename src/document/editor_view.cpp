@@ -1,19 +1,17 @@
 #include "document/editor_view.h"
-#include "document/file_watch.h"
-#include "document/save_guard.h"
 
 #include "common/app_info.h"
 #include "document/differences_win.h"
+#include "document/document_file.h"
 #include "document/document_publisher.h"
+#include "document/document_recovery.h"
 #include "document/edit_session.h"
 #include "document/export_command.h"
 #include "document/line_split_win.h"
-#include "document/recovery_offers.h"
 #include "editviews/tag_input_view.h"
 #include "hostlink/current_song_finder.h"
 #include "hostlink/host_link.h"
 #include "interapp/questions.h"
-#include "journal/document_journal.h"
 #include "language/llt.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
@@ -35,11 +33,10 @@ TVesmoEView::TVesmoEView(BRect frame, TNoticeBoard* notices)
 }
 
 TVesmoEView::~TVesmoEView() {
-  if (fDifferences && fDifferences->Lock()) fDifferences->Quit();
   if (fLineSplit && fLineSplit->Lock()) fLineSplit->Quit();
-  fFileWatch.reset();
+  fFile.reset();
   fRecovery.reset();
-  fJournal.reset();
+  fDifferences.reset();
   fPoll.reset();
   fPublisher.reset();
   fFrontEnd->StopWaiting();
@@ -49,9 +46,9 @@ TVesmoEView::~TVesmoEView() {
 void TVesmoEView::AttachedToWindow() {
   fSongFinder = std::make_unique<TCurrentSongFinder>(fFrontEnd.get(), BMessenger(this));
   fPublisher = std::make_unique<TDocumentPublisher>(BMessenger(this), &fDocument, &fSong, fFrontEnd.get());
-  fFileWatch = std::make_unique<TFileWatch>(this, &fDocument, fNotices);
-  fSaveGuard = std::make_unique<TSaveGuard>(&fDocument, fFileWatch.get());
-  StartJournal();
+  fDifferences = std::make_unique<TDifferences>(this);
+  fFile = std::make_unique<TDocumentFile>(this, &fDocument, fSession.get(), fNotices, fDifferences.get());
+  fRecovery = std::make_unique<TDocumentRecovery>(this, &fDocument, fSession.get(), fNotices, fDifferences.get());
   const BMessage refresh(kMsgRefreshInfo);
   fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &refresh, gPref->Values()->pollIntervalUs);
 }
@@ -78,20 +75,6 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return LanguageChanged();
   case kMsgSave:
     return MItemSaveClicked(*message);
-  case B_NODE_MONITOR:
-    return fFileWatch->FolderChanged(*message);
-  case kMsgLookAtFile:
-    return fFileWatch->CheckNow();
-  case kMsgFileLooked:
-    return fFileWatch->Looked();
-  case kMsgFileLate:
-    return fFileWatch->Late();
-  case kMsgCompareFile:
-    return CompareFileRqtd();
-  case kMsgReloadFile:
-    return ReloadFileRqtd();
-  case kMsgKeepMine:
-    return fFileWatch->KeepMine();
   case B_SAVE_REQUESTED:
     return SaveRequested(*message);
   case kMsgMode:
@@ -138,10 +121,10 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return;
   case kMsgLanguageChanged:
     return LanguageChanged();
-  case kMsgJournalReport:
-    return JournalReported(*message);
+  case kMsgRecover:
+    return RecoverRqtd(*message);
   default:
-    if (!RecoveryRqtd(*message)) TKRVView::MessageReceived(message);
+    if (!fFile->Handle(*message) && !fRecovery->Handle(*message)) TKRVView::MessageReceived(message);
   }
 }
 
@@ -163,7 +146,7 @@ void TVesmoEView::SetMode(int32 mode) {
 /** The window marks the mode in its menus and tool bar. */
 void TVesmoEView::ModeChanged() {
   ExpDefaultStatBarRqtd();
-  if (fJournal) fJournal->SetView(static_cast<int32>(Mode()), fSession->Active().CurLine());
+  if (fRecovery) fRecovery->ViewChanged();
   BMessage changed(kMsgModeChanged);
   changed.AddInt32("Mode", static_cast<int32>(Mode()));
   if (Window()) Window()->PostMessage(&changed);
@@ -212,7 +195,7 @@ void TVesmoEView::CreateNewLyrics() {
   fSession->Show({std::string()});
   fDocument.StartNew({encoding_of(settings->writeEncoding), line_end_of(settings->writeCRType)});
   fSession->DocumentStarted();
-  fFileWatch->Follow();
+  fFile->Follow();
 }
 
 void TVesmoEView::SetWinTitle() {
@@ -240,21 +223,31 @@ void TVesmoEView::RefreshSonivoInfoRqtd() {
   fSession->TagInput().SetSongPosition(sungMs);
   OpenSongLyricsIfDue(sungMs.has_value());
   fSession->ShowModified();
-  // In free edit the line is known to the display only, and comes with the next step.
-  if (Mode() != TEditMode::kFreeEdit) fJournal->SetView(static_cast<int32>(Mode()), fSession->TagInput().CurLine());
-  fJournal->CatchUp();
+  fRecovery->Poll();
 }
 
 void TVesmoEView::PrefAppearanceChanged() {
   fSession->SetAppearance();
 }
 
+/** The offer is settled already if its notice was answered twice. */
+void TVesmoEView::RecoverRqtd(const BMessage& message) {
+  if (!fRecovery->HasOffer(message) || !AskSave(message, this)) return;
+  const std::optional<std::string> report = fRecovery->Recover(message);
+  if (!report) return;
+  ModeChanged();
+  fFile->Follow();
+  if (!fDocument.File().IsEmpty()) SendAddHistoryRqtd();
+  SetWinTitle();
+  SetStatBarStr(report->c_str());
+}
+
 void TVesmoEView::WindowActivated(bool active) {
-  if (active) fFileWatch->Check();
+  if (active) fFile->Check();
 }
 
 void TVesmoEView::LanguageChanged() {
-  fFileWatch->LanguageChanged();
+  fFile->LanguageChanged();
   fRecovery->LanguageChanged();
   fSession->LanguageChanged();
   SetWinTitle();

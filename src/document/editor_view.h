@@ -14,16 +14,13 @@ class BFile;
 class BMessageRunner;
 class Sonivo_FrontEnd;
 class TCurrentSongFinder;
-class TDifferencesWin;
-class TDocumentJournal;
+class TDifferences;
+class TDocumentFile;
 class TDocumentPublisher;
+class TDocumentRecovery;
 class TEditSession;
-class TFileWatch;
 class TLineSplitWin;
 class TNoticeBoard;
-class TSaveGuard;
-class TRecoveryOffers;
-struct TFoundJournal;
 
 /** In a ref message: bool, the file was chosen among the recent ones. */
 inline constexpr const char* kFromRecentFiles = "FromMRUF";
@@ -71,6 +68,7 @@ private:
   void ExpDefaultStatBarRqtd();
   void RefreshSonivoInfoRqtd();
   void PrefAppearanceChanged();
+  void RecoverRqtd(const BMessage& message);
 
   // editor_opening.cpp
   void MItemOpenCurLyricsClicked();
@@ -107,18 +105,6 @@ private:
   void ReportSaved();
   void SetLyricsMimeType(BFile* file);
 
-  // editor_file.cpp
-  void CompareFileRqtd();
-  void ReloadFileRqtd();
-  std::optional<TOpenedLyrics> ReadFileAgain();
-  // editor_recovery.cpp
-  void StartJournal();
-  void JournalReported(const BMessage& message);
-  /** False for another message. */
-  bool RecoveryRqtd(const BMessage& message);
-  void ViewChanges(const TFoundJournal& offer);
-  void Recover(const TFoundJournal& offer);
-
   // editor_bulk.cpp
   void FineTimeTagRqtd(const BMessage& message);
   void MItemCvtTag(const BMessage& message);
@@ -128,10 +114,7 @@ private:
   TDocument fDocument;
   TDocumentSong fSong;
   TLyricsSaver fSaver{&fDocument};
-  std::unique_ptr<TFileWatch> fFileWatch;
-  std::unique_ptr<TSaveGuard> fSaveGuard;
-  TDifferencesWin* fDifferences = nullptr; // created at first use
-  TLineSplitWin* fLineSplit = nullptr;     // the same
+  TLineSplitWin* fLineSplit = nullptr; // created at first use
   std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
   std::unique_ptr<TCurrentSongFinder> fSongFinder;
   bool fSearchesByItself = false; // the search for the current song was not a command of the user
@@ -140,9 +123,9 @@ private:
   TSongOpener fSongOpener;
   std::unique_ptr<TEditSession> fSession;
   std::unique_ptr<TDocumentPublisher> fPublisher;
-  std::unique_ptr<TDocumentJournal> fJournal;
-  bool fJournalHasFailed = false; // and the user was notified
-  std::unique_ptr<TRecoveryOffers> fRecovery;
+  std::unique_ptr<TDifferences> fDifferences;
+  std::unique_ptr<TDocumentFile> fFile;
+  std::unique_ptr<TDocumentRecovery> fRecovery;
   std::unique_ptr<BMessageRunner> fPoll;
   bool fSaveIsPending = false; // the user answered Yes, and the kMsgSave is on its way
 };

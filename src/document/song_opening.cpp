@@ -1,9 +1,9 @@
 /** Opening the lyrics of the playing song without a command. */
 
 #include "common/safety_copy.h"
+#include "document/document_file.h"
 #include "document/edit_session.h"
 #include "document/editor_view.h"
-#include "document/file_watch.h"
 #include "hostlink/current_song_finder.h"
 #include "hostlink/host_link.h"
 #include "language/llt.h"
@@ -40,7 +40,7 @@ bool TVesmoEView::MayOpenByItself() {
   if (fSession->Active().IsModified() || fDocument.IsModified()) return false;
   if (IsDocumentUntouched()) return true;
   return fOpeningPref.Opening() == TSongOpening::kWithEverySong && !fDocument.File().IsEmpty() &&
-         fFileWatch->StateNow() == TDiskState::kUnchanged;
+         fFile->StateNow() == TDiskState::kUnchanged;
 }
 
 void TVesmoEView::OpenSongLyricsIfDue(bool isPlaying) {

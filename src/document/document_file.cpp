@@ -1,0 +1,74 @@
+#include "document/document_file.h"
+
+#include "document/differences_win.h"
+#include "document/edit_session.h"
+#include "interapp/questions.h"
+#include "language/llt.h"
+#include "lyrics/line_limit.h"
+#include "platform/app/message.h"
+#include "plugin/message_codes.h"
+
+TDocumentFile::TDocumentFile(const BHandler* owner, TDocument* document, TEditSession* session, TNoticeBoard* notices,
+                             TDifferences* differences)
+    : fDocument(document), fSession(session), fDifferences(differences), fWatch(owner, document, notices),
+      fSaveGuard(document, &fWatch) {}
+
+bool TDocumentFile::Handle(const BMessage& message) {
+  switch (message.what) {
+  case B_NODE_MONITOR:
+    fWatch.FolderChanged(message);
+    return true;
+  case kMsgLookAtFile:
+    fWatch.CheckNow();
+    return true;
+  case kMsgFileLooked:
+    fWatch.Looked();
+    return true;
+  case kMsgFileLate:
+    fWatch.Late();
+    return true;
+  case kMsgCompareFile:
+    Compare();
+    return true;
+  case kMsgReloadFile:
+    Reload();
+    return true;
+  case kMsgKeepMine:
+    fWatch.KeepMine();
+    return true;
+  default:
+    return false;
+  }
+}
+
+bool TDocumentFile::IsGone() {
+  const TDiskState state = fWatch.StateNow();
+  return state != TDiskState::kUnchanged && state != TDiskState::kChanged && state != TDiskState::kNoAnswer;
+}
+
+/** First on another thread, which waits for a slow disk with a limit; from then on the bytes are in memory. */
+std::optional<TOpenedLyrics> TDocumentFile::ReadAgain() {
+  const entry_ref file = fDocument->File();
+  const TDiskState state = fWatch.StateNow();
+  const bool isThere = state == TDiskState::kUnchanged || state == TDiskState::kChanged;
+  std::optional<TOpenedLyrics> opened;
+  if (isThere && !has_too_many_lines(file)) opened = open_lyrics(file, file);
+  if (!opened) tell(gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + file.FullPath()));
+  return opened;
+}
+
+void TDocumentFile::Compare() {
+  fSession->Active().FlushEdits();
+  const std::optional<TOpenedLyrics> opened = ReadAgain();
+  if (!opened) return;
+  const std::vector<std::string> theirs(opened->lines.begin(), opened->lines.end());
+  fDifferences->Show(fDocument->File().name, "Differences_Legend", theirs, fDocument->Lines());
+}
+
+void TDocumentFile::Reload() {
+  const std::optional<TOpenedLyrics> opened = ReadAgain();
+  if (!opened) return;
+  fSession->Reload(*opened);
+  fWatch.Follow();
+  fSession->Report(gLLT->Text("StatBarStr_Reloaded"));
+}
