@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/abandonable_thread.h"
 #include "lyrics/file_state.h"
 #include "platform/app/messenger.h"
 
@@ -7,7 +8,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <thread>
 #include <utility>
 
 /** Reads files for comparison on a thread of its own, one at a time, so that a disk or server that does not answer
@@ -21,11 +21,8 @@ public:
     std::chrono::milliseconds patience{4000}; // a disk may have to spin up
   };
   /** `asker` gets kMsgFileLooked after each look that was started by Start. */
-  TFileLooker(const BMessenger& asker, TOptions options) : fAsker(asker), fOptions(std::move(options)) {}
-  TFileLooker(const TFileLooker&) = delete;
-  TFileLooker& operator=(const TFileLooker&) = delete;
-  /** Waits a moment for a look that is not finished; if that gets no answer, its thread is abandoned. */
-  ~TFileLooker();
+  TFileLooker(const BMessenger& asker, TOptions options)
+      : fAsker(asker), fRead(std::move(options.read)), fThread(options.patience) {}
 
   /** False while the previous look is not finished. */
   bool Start(const std::string& path);
@@ -36,13 +33,10 @@ public:
 
 private:
   struct Job;
-  static void Run(const std::shared_ptr<Job>& job, const TRead& read);
   bool Begin(const std::string& path, const BMessenger& asker);
-  /** False when the disk has delivered nothing for a while. */
-  [[nodiscard]] bool WaitForEnd() const;
 
   const BMessenger fAsker;
-  const TOptions fOptions;
+  const TRead fRead;
   std::shared_ptr<Job> fJob; // the last one; null before the first
-  std::thread fThread;       // runs fJob
+  TAbandonableThread fThread;
 };

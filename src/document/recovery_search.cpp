@@ -4,70 +4,80 @@
 #include "platform/support/log.h"
 #include "plugin/message_codes.h"
 
-#include <pthread.h>
-
 #include <ctime>
+#include <deque>
 #include <exception>
+#include <mutex>
 #include <utility>
 
-TRecoverySearch::TRecoverySearch(const BMessenger& owner) : fOwner(owner) {}
+struct TRecoverySearch::TShared {
+  const BMessenger owner;
+  const TJournalFolder folder;
+  std::mutex mutex; // guards work, results, isRunning
+  std::deque<std::function<void()>> work;
+  std::vector<TResult> results;
+  bool isRunning = false;
+
+  explicit TShared(const BMessenger& theOwner) : owner(theOwner) {}
+  void Run(TAbandonableThread::TProgress* progress);
+  void Search(const std::string& path);
+};
+
+void TRecoverySearch::TShared::Run(TAbandonableThread::TProgress* progress) {
+  while (true) {
+    std::function<void()> next;
+    {
+      const std::lock_guard lock(mutex);
+      isRunning = !work.empty();
+      if (!isRunning) return;
+      next = std::move(work.front());
+      work.pop_front();
+    }
+    try {
+      next();
+    } catch (const std::exception& error) {
+      log_error("recovery", error.what());
+    }
+    ++*progress;
+  }
+}
+
+void TRecoverySearch::TShared::Search(const std::string& path) {
+  TResult result{path, find_journals(folder, std::time(nullptr)), {}};
+  if (!path.empty()) {
+    std::erase_if(result.journals, [&path](const auto& one) { return !is_same_file(one.target.path, path); });
+    result.otherProcess = process_editing(folder, path);
+  }
+  {
+    const std::lock_guard lock(mutex);
+    results.push_back(std::move(result));
+  }
+  const BMessage found(kMsgJournalsFound);
+  owner.SendMessage(&found, BMessenger(), 0);
+}
+
+TRecoverySearch::TRecoverySearch(const BMessenger& owner, std::chrono::milliseconds timeout)
+    : fShared(std::make_shared<TShared>(owner)), fThread(timeout) {}
 
 TRecoverySearch::~TRecoverySearch() {
-  {
-    const std::lock_guard lock(fMutex);
-    fWork.clear();
-  }
-  if (fThread.joinable()) fThread.join();
+  const std::lock_guard lock(fShared->mutex);
+  fShared->work.clear();
 }
 
 void TRecoverySearch::Start(const std::string& path) {
-  Do([this, path] { Search(path); });
+  Do([shared = fShared.get(), path] { shared->Search(path); }); // the queue is part of what it points to
 }
 
 void TRecoverySearch::Do(std::function<void()> work) {
   {
-    const std::lock_guard lock(fMutex);
-    fWork.push_back(std::move(work));
-    if (std::exchange(fIsRunning, true)) return;
+    const std::lock_guard lock(fShared->mutex);
+    fShared->work.push_back(std::move(work));
+    if (std::exchange(fShared->isRunning, true)) return;
   }
-  if (fThread.joinable()) fThread.join(); // it has nothing left to do
-  fThread = std::thread(&TRecoverySearch::Run, this);
-}
-
-void TRecoverySearch::Run() {
-  pthread_setname_np(pthread_self(), "recovery");
-  while (true) {
-    std::function<void()> work;
-    {
-      const std::lock_guard lock(fMutex);
-      fIsRunning = !fWork.empty();
-      if (!fIsRunning) return;
-      work = std::move(fWork.front());
-      fWork.pop_front();
-    }
-    try {
-      work();
-    } catch (const std::exception& error) {
-      log_error("recovery", error.what());
-    }
-  }
-}
-
-void TRecoverySearch::Search(const std::string& path) {
-  TResult result{path, find_journals(fFolder, std::time(nullptr)), {}};
-  if (!path.empty()) {
-    std::erase_if(result.journals, [&path](const auto& one) { return !is_same_file(one.target.path, path); });
-    result.otherProcess = process_editing(fFolder, path);
-  }
-  {
-    const std::lock_guard lock(fMutex);
-    fResults.push_back(std::move(result));
-  }
-  const BMessage found(kMsgJournalsFound);
-  fOwner.SendMessage(&found, BMessenger(), 0);
+  fThread.Start("recovery", [shared = fShared](auto* progress) { shared->Run(progress); });
 }
 
 std::vector<TRecoverySearch::TResult> TRecoverySearch::Take() {
-  const std::lock_guard lock(fMutex);
-  return std::exchange(fResults, {});
+  const std::lock_guard lock(fShared->mutex);
+  return std::exchange(fShared->results, {});
 }

@@ -1,24 +1,25 @@
 #pragma once
 
+#include "common/abandonable_thread.h"
 #include "journal/journal_search.h"
 #include "platform/app/messenger.h"
 
-#include <deque>
 #include <functional>
-#include <mutex>
+#include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
 /** Looks for journals on a thread of its own, so that the window never waits for the disk. Sends kMsgJournalsFound
     after each search. Owned by the editor view, on its thread. */
 class TRecoverySearch {
 public:
-  explicit TRecoverySearch(const BMessenger& owner);
+  /** `timeout`: how long the destructor waits for a disk that does not answer. A search may be ended at any point, as
+      by a crash, so not long. */
+  explicit TRecoverySearch(const BMessenger& owner, std::chrono::milliseconds timeout = std::chrono::seconds(1));
   TRecoverySearch(const TRecoverySearch&) = delete;
   TRecoverySearch& operator=(const TRecoverySearch&) = delete;
-  /** Waits for what is running, and drops the rest. */
+  /** Waits for what is running, with the timeout, and drops the rest. */
   ~TRecoverySearch();
 
   struct TResult {
@@ -28,20 +29,14 @@ public:
   };
   /** For all journals, or only for those of the file at `path`. */
   void Start(const std::string& path);
-  /** Runs it after the searches. */
+  /** Runs it after the searches. It must own everything it uses. */
   void Do(std::function<void()> work);
   /** What was found since the last call. */
   std::vector<TResult> Take();
 
 private:
-  void Search(const std::string& path);
-  void Run();
+  struct TShared;
 
-  const BMessenger fOwner;
-  const TJournalFolder fFolder;
-  std::mutex fMutex; // guards fWork, fResults, fIsRunning
-  std::deque<std::function<void()>> fWork;
-  std::vector<TResult> fResults;
-  bool fIsRunning = false;
-  std::thread fThread;
+  const std::shared_ptr<TShared> fShared; // also with an abandoned thread
+  TAbandonableThread fThread;
 };

@@ -3,10 +3,10 @@
 #include "platform/kernel/threads.h"
 #include "platform/support/log.h"
 
-#include <pthread.h>
-
-#include <chrono>
+#include <condition_variable>
+#include <deque>
 #include <exception>
+#include <mutex>
 #include <utility>
 
 namespace {
@@ -32,100 +32,133 @@ bool is_removal(const TJournalCommand& command) {
 
 } // namespace
 
-TJournalThread::TJournalThread(std::unique_ptr<TJournalDisk> disk, TJournalWriter::TReporter report)
-    : fDisk(std::move(disk)), fReport(std::move(report)), fWriter(fDisk.get(), fReport),
-      fWriting(&TJournalThread::Write, this), fFlushing(&TJournalThread::Flush, this) {}
+/** Used by both threads, and by the owner. */
+struct TJournalThread::TShared {
+  TShared(std::unique_ptr<TJournalDisk> theDisk, TJournalWriter::TReporter report)
+      : disk(std::move(theDisk)), writer(disk.get(), std::move(report)) {}
+
+  void Write(TAbandonableThread::TProgress* progress);
+  void Flush(TAbandonableThread::TProgress* progress);
+  void WaitForWork(std::unique_lock<std::mutex>* lock);
+  void Execute(TJournalCommand command);
+  void HandOverDueFlush();
+
+  const std::unique_ptr<TJournalDisk> disk;
+  TJournalWriter writer;                // used by the thread "journal" only
+  std::mutex mutex;                     // guards queue, queuedBytes, toFlush, flushFailed, isEnding, isWritten
+  std::condition_variable changed;      // the thread "journal" waits for it
+  std::condition_variable flushChanged; // the thread "journal flush" waits for it
+  std::deque<TJournalCommand> queue;
+  size_t queuedBytes = 0;
+  std::shared_ptr<TJournalFile> toFlush;
+  bool flushFailed = false;
+  bool isEnding = false;
+  bool isWritten = false; // nothing more will be flushed
+};
+
+TJournalThread::TJournalThread(std::unique_ptr<TJournalDisk> disk, TJournalWriter::TReporter report, TTimeouts timeouts)
+    : fShared(std::make_shared<TShared>(std::move(disk), std::move(report))), fWriting(timeouts.write),
+      fFlushing(timeouts.flush) {
+  fWriting.Start("journal", [shared = fShared](auto* progress) { shared->Write(progress); });
+  fFlushing.Start("journal flush", [shared = fShared](auto* progress) { shared->Flush(progress); });
+}
 
 TJournalThread::~TJournalThread() {
   {
-    const std::lock_guard lock(fMutex);
-    fIsEnding = true;
-    fChanged.notify_one();
+    const std::lock_guard lock(fShared->mutex);
+    fShared->isEnding = true;
+    fShared->changed.notify_one();
   }
-  fWriting.join();
-  fFlushing.join();
+  if (fWriting.WaitForEnd()) return;
+  const std::lock_guard lock(fShared->mutex);
+  fShared->isWritten = true;
+  fShared->flushChanged.notify_one();
 }
 
 bool TJournalThread::Push(TJournalCommand command) {
   const size_t size = bytes_of(command);
   {
-    const std::lock_guard lock(fMutex);
-    if (fQueuedBytes + size > kMostQueuedBytes && !fQueue.empty() && !is_removal(command)) return false;
-    fQueue.push_back(std::move(command));
-    fQueuedBytes += size;
+    const std::lock_guard lock(fShared->mutex);
+    if (fShared->queuedBytes + size > kMostQueuedBytes && !fShared->queue.empty() && !is_removal(command)) return false;
+    fShared->queue.push_back(std::move(command));
+    fShared->queuedBytes += size;
   }
-  fChanged.notify_one(); // without the lock, so that the woken thread does not wait for it
+  fShared->changed.notify_one(); // without the lock, so that the woken thread does not wait for it
   return true;
 }
 
 bool TJournalThread::HasRoom() {
-  const std::lock_guard lock(fMutex);
-  return fQueuedBytes < kFewQueuedBytes;
+  const std::lock_guard lock(fShared->mutex);
+  return fShared->queuedBytes < kFewQueuedBytes;
 }
 
 /** Returns when there is something to do, and sometimes before. */
-void TJournalThread::WaitForWork(std::unique_lock<std::mutex>* lock) {
-  if (!fQueue.empty() || fFlushFailed) return;
-  const std::optional<bigtime_t> due = fWriter.FlushDueUs();
-  const bool isFlushFree = due && !fToFlush;
-  if (isFlushFree && (fIsEnding || *due <= system_time())) return;
-  if (fIsEnding && !due) return;
+void TJournalThread::TShared::WaitForWork(std::unique_lock<std::mutex>* lock) {
+  if (!queue.empty() || flushFailed) return;
+  const std::optional<bigtime_t> due = writer.FlushDueUs();
+  const bool isFlushFree = due && !toFlush;
+  if (isFlushFree && (isEnding || *due <= system_time())) return;
+  if (isEnding && !due) return;
   if (isFlushFree)
-    fChanged.wait_for(*lock, std::chrono::microseconds(*due - system_time()));
+    changed.wait_for(*lock, std::chrono::microseconds(*due - system_time()));
   else
-    fChanged.wait(*lock);
+    changed.wait(*lock);
 }
 
-void TJournalThread::HandOverDueFlush() {
-  if (fToFlush) return;
-  const bigtime_t now = fIsEnding ? B_INFINITE_TIMEOUT : system_time();
-  fToFlush = fWriter.TakeDueFlush(now);
-  if (fToFlush) fFlushChanged.notify_one();
+void TJournalThread::TShared::HandOverDueFlush() {
+  if (toFlush) return;
+  const bigtime_t now = isEnding ? B_INFINITE_TIMEOUT : system_time();
+  toFlush = writer.TakeDueFlush(now);
+  if (toFlush) flushChanged.notify_one();
 }
 
-void TJournalThread::Write() {
-  pthread_setname_np(pthread_self(), "journal");
-  std::unique_lock lock(fMutex);
+void TJournalThread::TShared::Execute(TJournalCommand command) {
+  try {
+    writer.Execute(std::move(command), system_time());
+  } catch (const std::exception& error) {
+    log_error("journal", error.what());
+    writer.FlushFailed();
+  }
+}
+
+void TJournalThread::TShared::Write(TAbandonableThread::TProgress* progress) {
+  std::unique_lock lock(mutex);
   while (true) {
     WaitForWork(&lock);
-    while (!fQueue.empty()) {
-      TJournalCommand command = std::move(fQueue.front());
-      fQueue.pop_front();
-      fQueuedBytes -= bytes_of(command);
+    while (!queue.empty()) {
+      TJournalCommand command = std::move(queue.front());
+      queue.pop_front();
+      queuedBytes -= bytes_of(command);
       lock.unlock();
-      try {
-        fWriter.Execute(std::move(command), system_time());
-      } catch (const std::exception& error) {
-        log_error("journal", error.what());
-        fWriter.FlushFailed();
-      }
+      Execute(std::move(command));
+      ++*progress;
       lock.lock();
       HandOverDueFlush();
     }
-    if (std::exchange(fFlushFailed, false)) {
+    if (std::exchange(flushFailed, false)) {
       lock.unlock();
-      fWriter.FlushFailed();
+      writer.FlushFailed();
       lock.lock();
     }
     HandOverDueFlush();
-    if (fIsEnding && fQueue.empty() && !fWriter.FlushDueUs()) break;
+    if (isEnding && queue.empty() && !writer.FlushDueUs()) break;
   }
-  fIsWritten = true;
-  fFlushChanged.notify_one();
+  isWritten = true;
+  flushChanged.notify_one();
 }
 
-void TJournalThread::Flush() {
-  pthread_setname_np(pthread_self(), "journal flush");
-  std::unique_lock lock(fMutex);
+void TJournalThread::TShared::Flush(TAbandonableThread::TProgress* progress) {
+  std::unique_lock lock(mutex);
   while (true) {
-    fFlushChanged.wait(lock, [this] { return fToFlush || fIsWritten; });
-    if (!fToFlush) return;
-    const std::shared_ptr<TJournalFile> file = fToFlush;
+    flushChanged.wait(lock, [this] { return toFlush || isWritten; });
+    if (!toFlush) return;
+    const std::shared_ptr<TJournalFile> file = toFlush;
     lock.unlock();
     const bool isFlushed = file->Flush();
+    ++*progress;
     lock.lock();
-    fFlushFailed |= !isFlushed;
-    fToFlush.reset();
-    fChanged.notify_one();
+    flushFailed |= !isFlushed;
+    toFlush.reset();
+    changed.notify_one();
   }
 }

@@ -1,20 +1,26 @@
 #pragma once
 
+#include "common/abandonable_thread.h"
 #include "journal/journal_writer.h"
 
-#include <condition_variable>
-#include <deque>
+#include <chrono>
 #include <memory>
-#include <mutex>
-#include <thread>
 
 /** Runs a TJournalWriter on a thread of its own, and its flushes on another one, so that neither the caller nor the
-   next record waits for the disk. Owned by one thread, whose calls never block. */
+    next record waits for the disk. Owned by one thread, whose calls never block. */
 class TJournalThread : public TJournalQueue {
 public:
-  /** `report` is called on the writer's thread. */
-  TJournalThread(std::unique_ptr<TJournalDisk> disk, TJournalWriter::TReporter report);
-  /** Executes and flushes what is queued, and joins the threads. */
+  /** How long the destructor waits for a disk that does not answer. What was written survives the process without the
+      flush. */
+  struct TTimeouts {
+    std::chrono::milliseconds write{4000}; // a disk may have to spin up
+    std::chrono::milliseconds flush{1000};
+  };
+  /** `report` is called on the writer's thread, and by one that was abandoned even after the destructor. */
+  TJournalThread(std::unique_ptr<TJournalDisk> disk, TJournalWriter::TReporter report, TTimeouts timeouts);
+  TJournalThread(std::unique_ptr<TJournalDisk> disk, TJournalWriter::TReporter report)
+      : TJournalThread(std::move(disk), std::move(report), TTimeouts()) {}
+  /** Executes and flushes what is queued, unless the disk does not answer within the timeouts. */
   ~TJournalThread() override;
 
   /** A single large command is accepted. */
@@ -22,23 +28,10 @@ public:
   bool HasRoom() override;
 
 private:
-  void Write();
-  void Flush();
-  void WaitForWork(std::unique_lock<std::mutex>* lock);
-  void HandOverDueFlush();
+  struct TShared;
 
-  const std::unique_ptr<TJournalDisk> fDisk;
-  const TJournalWriter::TReporter fReport;
-  TJournalWriter fWriter;                // used by fWriting only
-  std::mutex fMutex;                     // guards fQueue, fQueuedBytes, fToFlush, fFlushFailed, fIsEnding, fIsWritten
-  std::condition_variable fChanged;      // fWriting waits for it
-  std::condition_variable fFlushChanged; // fFlushing waits for it
-  std::deque<TJournalCommand> fQueue;
-  size_t fQueuedBytes = 0;
-  std::shared_ptr<TJournalFile> fToFlush;
-  bool fFlushFailed = false;
-  bool fIsEnding = false;
-  bool fIsWritten = false; // fWriting has ended
-  std::thread fWriting;    // fWriting and fFlushing: last, since they use all other members. Not started with the first
-  std::thread fFlushing;   // change, which must not take longer than any other
+  const std::shared_ptr<TShared> fShared; // also with abandoned threads
+  // Started by the constructor, since the first change must not take longer than any other.
+  TAbandonableThread fWriting;
+  TAbandonableThread fFlushing;
 };

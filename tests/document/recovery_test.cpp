@@ -1,3 +1,4 @@
+#include "document/recovery_search.h"
 #include "journal/document_journal.h"
 #include "journal/journal_search.h"
 #include "journal/journal_thread.h"
@@ -8,6 +9,8 @@
 #include "window/notice_bar.h"
 
 #include <gmock/gmock.h>
+
+#include <future>
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -157,6 +160,23 @@ TEST_F(Recovery, WindowThatIsMadeToCloseLeavesTheJournal) {
   const auto found = find_journals(TJournalFolder(), 0);
   ASSERT_THAT(found, SizeIs(1));
   EXPECT_EQ(found[0].target.path, fFolder.File("a.lrc"));
+}
+
+TEST(RecoverySearch, ADiskThatNeverAnswersDoesNotKeepTheWindowOpen) {
+  std::promise<void> release;
+  const auto begun = std::make_shared<std::promise<void>>();
+  const auto ended = std::make_shared<std::promise<void>>();
+  {
+    TRecoverySearch search(BMessenger(), std::chrono::milliseconds(1));
+    search.Do([until = release.get_future().share(), begun, ended] {
+      begun->set_value();
+      until.wait();
+      ended->set_value();
+    });
+    begun->get_future().wait();
+  }
+  release.set_value();
+  ended->get_future().wait();
 }
 
 TEST_F(Recovery, JournalThatCannotBeWrittenIsReportedOnce) {

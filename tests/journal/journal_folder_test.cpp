@@ -239,6 +239,20 @@ TEST(JournalThread, NeverWaitsForADiskThatHangsAndIsBoundedInMemory) {
   release.set_value();
 }
 
+TEST(JournalThread, ADiskThatNeverAnswersDoesNotKeepTheWindowOpen) {
+  std::promise<void> release;
+  const auto alive = std::make_shared<int>();
+  const std::chrono::milliseconds soon(1);
+  {
+    TJournalThread thread(std::make_unique<HangingDisk>(release.get_future().share()), [alive](TJournalReport) {},
+                          {soon, soon});
+    ASSERT_TRUE(thread.Push(TJournalStart{{}, 0, std::vector<TJournalAppend>{}}));
+  }
+  EXPECT_GT(alive.use_count(), 1) << "what the abandoned thread uses is still there";
+  release.set_value();
+  EXPECT_TRUE(eventually([&] { return alive.use_count() == 1; }));
+}
+
 TEST(JournalThread, AFlushThatFailsIsReported) {
   struct Disk : TJournalDisk {
     struct File : MemoryJournal {
