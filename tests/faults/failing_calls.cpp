@@ -102,6 +102,27 @@ ssize_t write(int file, const void* bytes, size_t size) {
   return next<ssize_t (*)(int, const void*, size_t)>("write")(file, bytes, size);
 }
 
+int openat(int folder, const char* name, int flags, ...) {
+  va_list rest;
+  va_start(rest, flags);
+  const mode_t mode = (flags & O_CREAT) ? va_arg(rest, mode_t) : 0;
+  va_end(rest);
+  if ((flags & O_CREAT) && fails_on("openat", folder)) return -1;
+  const int file = next<int (*)(int, const char*, int, ...)>("openat")(folder, name, flags, mode);
+  if (file >= 0 && tPlan && tPlan->files.contains(folder)) tPlan->files.insert(file);
+  return file;
+}
+
+int unlinkat(int folder, const char* name, int flags) noexcept {
+  if (fails_on("unlinkat", folder)) return -1;
+  return next<int (*)(int, const char*, int)>("unlinkat")(folder, name, flags);
+}
+
+int fdatasync(int file) {
+  if (fails_on("fdatasync", file)) return -1;
+  return next<int (*)(int)>("fdatasync")(file);
+}
+
 int fsync(int file) {
   if (fails_on("fsync", file)) return -1;
   return next<int (*)(int)>("fsync")(file);

@@ -4,16 +4,12 @@
 #include "common/atomic_replace.h"
 #include "platform/storage/entry.h"
 #include "plugin/message_codes.h"
-#include "tests/faults/failing_calls.h"
+#include "tests/faults/fault_table.h"
 #include "tests/support/editor_fixture.h"
-#include "tests/support/long_tests.h"
 #include "tests/support/scratch_folder.h"
 
 #include <gmock/gmock.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <future>
 
 using testing::AnyOf;
@@ -21,25 +17,8 @@ using testing::HasSubstr;
 
 namespace {
 
-constexpr int kMostCalls = 60;
 const std::string kOld = "[00:01]a line\n[00:02]another\n";
 const std::string kNew = std::string("a line\n[00:02]another\n\0", 23);
-
-struct Error {
-  int number;
-  const char* name;
-};
-
-/** The disk being full stands for the others in the quick run: the program treats all errors alike. */
-std::vector<Error> errors() {
-  if (!long_tests()) return {{ENOSPC, "ENOSPC"}};
-  return {{ENOSPC, "ENOSPC"}, {EIO, "EIO"}, {EROFS, "EROFS"}, {EDQUOT, "EDQUOT"}, {EACCES, "EACCES"}};
-}
-
-/** A row of the table that ./test --long prints. */
-void report(const std::string& what, int call, const std::string& name, const char* error, const std::string& outcome) {
-  if (long_tests()) std::printf("| %s | %d %s | %s | %s |\n", what.c_str(), call, name.c_str(), error, outcome.c_str());
-}
 
 class Saves : public EditorByHand {
 protected:
@@ -122,20 +101,6 @@ TEST_F(Saves, LeaveTheOldOrTheNewFileWhicheverCallFailsAndTheUserIsTold) {
 }
 
 namespace {
-
-/** Runs in a child process that ends itself at that call; false when it made fewer. */
-bool killed_at(int call, const std::string& folder, const std::function<void()>& act) {
-  const pid_t child = fork();
-  if (child == 0) {
-    failing_calls::arm(folder, call, 0, failing_calls::Fate::kKills);
-    act();
-    _exit(0);
-  }
-  int status = 0;
-  EXPECT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_TRUE(WIFEXITED(status));
-  return WEXITSTATUS(status) != 0;
-}
 
 class Record : public koreva::TArchivable {
 public:

@@ -64,9 +64,10 @@ struct DirectQueue : TJournalQueue {
   const bigtime_t* const nowUs;
 };
 
-/** A document with a journal in memory. */
-struct JournaledDocument {
-  JournaledDocument() { document.StartNew({}); }
+/** A document with a journal on a disk of that type. */
+template <typename Disk>
+struct JournaledDocumentOn {
+  JournaledDocumentOn() { document.StartNew({}); }
 
   void Change(TLinesChange change, TEditKind kind = TEditKind::kOther) {
     document.Change(change, kind, 0, change.first, nowUs);
@@ -80,19 +81,31 @@ struct JournaledDocument {
     document.Saved(document.PlanSave(document.File(), document.Form(), {}), document.StateOnDisk());
     HandleReports();
   }
+  /** A second later, when all is due to be flushed. */
+  void Flush() {
+    nowUs += 1000000;
+    const auto file = writer.TakeDueFlush(nowUs);
+    if (file && !file->Flush()) writer.FlushFailed();
+    HandleReports();
+  }
   /** As messages bring them to the document's thread. */
   void HandleReports() {
-    for (const TJournalReport report : std::exchange(reports, {})) journal.Handle(report);
+    for (const TJournalReport report : std::exchange(reports, {})) {
+      journal.Handle(report);
+      if (report == TJournalReport::kFailed) isUserTold = true;
+    }
   }
   std::list<std::string> Lines() const { return document.CopyLines(); }
 
   bigtime_t nowUs = 1;
   std::vector<TJournalReport> reports;
+  bool isUserTold = false; // that changes are not recorded
   TDocument document;
-  MemoryDisk disk;
+  Disk disk;
   TJournalWriter writer{&disk, [this](TJournalReport report) { reports.push_back(report); }};
   TDocumentJournal journal{&document, std::make_unique<DirectQueue>(&writer, &nowUs), [this] { return nowUs; }};
 };
+using JournaledDocument = JournaledDocumentOn<MemoryDisk>;
 
 inline std::list<std::string> lines_of(const TRecoveredDocument& recovered) {
   return {recovered.history.Lines().begin(), recovered.history.Lines().end()};
