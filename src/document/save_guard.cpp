@@ -39,21 +39,29 @@ std::string list_of_losses(const TSavePlan& plan) {
   return list;
 }
 
+bool is_lossy(const TSavePlan& plan) {
+  return !plan.newLostCharacters.empty() || plan.unread.Any();
+}
+
+/** What another program has changed, and what the encoding or the reading loses. */
+std::string question_about(const TSavePlan& plan) {
+  std::string text;
+  if (plan.overwrites) text = "\"" + plan.file.name + "\"" + gLLT->Text("Ask_Overwrite");
+  if (!is_lossy(plan)) return text;
+  if (!text.empty()) text += "\n\n";
+  text += gLLT->Text("Ask_Lossy_Save_1") + encoding_name(plan.form.encoding) + gLLT->Text("Ask_Lossy_Save_2") +
+          list_of_losses(plan);
+  if (plan.unread.Any() && !plan.overwrites) text += "\n\n" + std::string(gLLT->Text("Hint_Version_Kept"));
+  return text;
+}
+
 TSaveAnswer ask_about(const TSavePlan& plan) {
-  const std::string copy = plan.unread.Any() ? "\n\n" + std::string(gLLT->Text("Hint_Version_Kept")) : std::string();
-  const std::string question = gLLT->Text("Ask_Lossy_Save_1") + encoding_name(plan.form.encoding) +
-                               gLLT->Text("Ask_Lossy_Save_2") + list_of_losses(plan) + copy;
+  const std::string question = question_about(plan);
   const auto anyway = text_button("Button_Save_Anyway", 'A');
   const long answer = plan.newLostCharacters.empty()
                           ? ask(question, {cancel_button(true), anyway})
                           : ask(question, {cancel_button(), anyway, text_button("Button_Save_UTF8", 'U')});
   return answer == 1 ? TSaveAnswer::kAnyway : answer == 2 ? TSaveAnswer::kAsUtf8 : TSaveAnswer::kCancel;
-}
-
-/** The file was changed by another program. */
-bool may_overwrite(const entry_ref& file) {
-  const std::string question = "\"" + file.name + "\"" + gLLT->Text("Ask_Overwrite");
-  return ask(question, {cancel_button(true), text_button("Button_Save_Anyway", 'A')}) == 1;
 }
 
 } // namespace
@@ -70,15 +78,14 @@ bool TSaveGuard::Allow(TLyricsInfo* info) {
     tell_not_saved(*fDocument, plan, gLLT->Text("Hint_Disk_Silent"));
     return false;
   }
-  if (plan.overwrites && !may_overwrite(info->File)) return false;
-  if (!AskAboutLosses(info, plan)) return false;
+  if (!Ask(info, plan)) return false;
   if ((plan.overwrites || plan.unread.Any()) && !KeepReplaced(info->File.FullPath())) return false;
   if (static_cast<TEncoding>(info->Encoding) == plan.form.encoding && !plan.newLostCharacters.empty()) KeepWhole(plan);
   return true;
 }
 
-bool TSaveGuard::AskAboutLosses(TLyricsInfo* info, const TSavePlan& plan) const {
-  if (plan.newLostCharacters.empty() && !plan.unread.Any()) return true;
+bool TSaveGuard::Ask(TLyricsInfo* info, const TSavePlan& plan) const {
+  if (!plan.overwrites && !is_lossy(plan)) return true;
   const TSaveAnswer answer = ask_about(plan);
   if (answer == TSaveAnswer::kAsUtf8) info->Encoding = static_cast<long>(TEncoding::kUtf8);
   return answer != TSaveAnswer::kCancel;

@@ -6,8 +6,8 @@
 
 class TFileWatch;
 
-/** Before a save: asks when it would lose something, and backs up what it replaces or cannot write. Owned by the
-    document's view, on its window's thread; blocks while a question is shown. */
+/** Before a save: asks, in one question, when it would overwrite or lose something, and backs up what it replaces or
+   cannot write. Owned by the document's view, on its window's thread; blocks while a question is shown. */
 class TSaveGuard {
 public:
   TSaveGuard(const TDocument* document, TFileWatch* watch) : fDocument(document), fWatch(watch) {}
@@ -20,7 +20,7 @@ public:
 
 private:
   [[nodiscard]] TSavePlan Plan(const TLyricsInfo& info, const TSaveTarget& target) const;
-  [[nodiscard]] bool AskAboutLosses(TLyricsInfo* info, const TSavePlan& plan) const;
+  [[nodiscard]] bool Ask(TLyricsInfo* info, const TSavePlan& plan) const;
   [[nodiscard]] bool KeepReplaced(const std::string& path);
   void KeepWhole(const TSavePlan& plan);
 

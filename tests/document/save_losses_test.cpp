@@ -125,3 +125,17 @@ TEST_F(SaveLosses, TextIsKeptEvenIfTheTemporaryFolderDoesNotExist) {
   EXPECT_THAT(told, HasSubstr("A copy was saved here:\n/tmp/Recovered_"));
   std::filesystem::remove(told.substr(told.rfind('\n') + 1));
 }
+
+TEST_F(SaveLosses, AndAVersionOfAnotherProgramAreOneQuestion) {
+  Open(fFolder.Write("a.lrc", "[00:01]\x93\xFA\n"));
+  Type("é");
+  fFolder.Write("a.lrc", "theirs\n");
+  const hands::Question asked = Answer("C", [&] { Save(); });
+  EXPECT_THAT(asked.text, HasSubstr("\"a.lrc\" was changed by another program."));
+  EXPECT_THAT(asked.text,
+              EndsWith("Saving as Shift-JIS would lose:\n\n• characters that this encoding does not have: é"));
+  EXPECT_EQ(fFolder.Read("a.lrc"), "theirs\n");
+  Answer("U", [&] { Save(); });
+  EXPECT_THAT(fFolder.Read("a.lrc"), HasSubstr("日\né"));
+  EXPECT_EQ(FileAtEndOf(Status(), "previous file: "), "theirs\n");
+}
