@@ -308,3 +308,32 @@ TEST_F(SilentDisk, IsReportedWithoutWaitingAndForgottenWhenItAnswers) {
   }
   EXPECT_EQ(fBoard.fText, "");
 }
+
+TEST_F(SilentDisk, AFileThatHasTheNumberOfTheOneItReplacesIsWatchedInItsPlace) {
+  const auto withOneNumber = [](const std::string& path, int64 maxSize, std::atomic<int64>* progress) {
+    TFileLook look = look_at_file(path, maxSize, progress);
+    if (look.state) look.state->inode = 1;
+    return look;
+  };
+  TFileWatch watch(fOwner.get(), &fDocument, &fBoard, {withOneNumber});
+  int looks = 0;
+  const auto until = [&](const auto& holds) {
+    return hands::until([&] {
+      fOwner->DeliverAll();
+      for (const BMessage& message : fOwner->Taken()) {
+        if (message.what == B_NODE_MONITOR) watch.FolderChanged(message);
+        if (message.what == kMsgLookAtFile) watch.CheckNow();
+        if (message.what != kMsgFileLooked) continue;
+        ++looks;
+        watch.Looked();
+      }
+      return holds();
+    });
+  };
+  watch.Check();
+  ASSERT_TRUE(until([&] { return looks == 2; })) << "watched from then on";
+  std::filesystem::rename(fFolder.Write("b.tmp", "a\n"), fFolder.File("a.lrc"));
+  ASSERT_TRUE(until([&] { return looks == 4; })) << "watched again";
+  fFolder.Write("a.lrc", kTheirs);
+  EXPECT_TRUE(until([&] { return fBoard.fText.ends_with(kChangedText); }));
+}
