@@ -106,6 +106,19 @@ std::optional<TJournalHeader> decoded_header(std::string_view bytes, size_t* siz
   return header;
 }
 
+std::optional<TJournalHeader> guessed_header(std::string_view bytes, size_t* size) {
+  TByteReader reader(bytes);
+  reader.GetBytes(kMagic.size());
+  const auto version = reader.Get<uint32>();
+  const auto length = reader.Get<uint32>();
+  *size = bytes.size() - reader.Left() + length + sizeof(uint64);
+  TJournalHeader header;
+  reader.GetBytes(sizeof header.document + sizeof header.generation);
+  header.seed = reader.Get<uint64>();
+  if (!reader.IsValid() || version != kJournalVersion || length > kMaxHeaderSize || *size > bytes.size()) return {};
+  return header;
+}
+
 bool is_cut_header(std::string_view bytes) {
   const std::string_view magic = bytes.substr(0, kMagic.size());
   if (!kMagic.starts_with(magic)) return false;

@@ -64,6 +64,9 @@ inline constexpr size_t kRecordTail = 8;
 std::string encoded_header(const TJournalHeader& header);
 /** Nothing for bytes that are damaged, incomplete or of another version; else their size as well. */
 std::optional<TJournalHeader> decoded_header(std::string_view bytes, size_t* size);
+/** What the first record has to confirm of a header that is damaged: the seed, in a header without a target, and its
+    size. Nothing for one of another version. */
+std::optional<TJournalHeader> guessed_header(std::string_view bytes, size_t* size);
 /** True for the beginning of a header, which was not written to its end. */
 bool is_cut_header(std::string_view bytes);
 

@@ -121,7 +121,20 @@ private:
 } // namespace
 
 TJournalReader::TJournalReader(std::string_view bytes)
-    : fBytes(bytes), fHeader(decoded_header(bytes, &fHeaderSize)), fPosition(fHeaderSize) {}
+    : fBytes(bytes), fHeader(decoded_header(bytes, &fHeaderSize)), fPosition(fHeaderSize) {
+  if (!fHeader) GuessHeader();
+}
+
+void TJournalReader::GuessHeader() {
+  size_t size = 0;
+  fHeader = guessed_header(fBytes, &size);
+  fPosition = size;
+  if (!Next()) fHeader.reset();
+  fIsHeaderDamaged = fHeader.has_value();
+  fIsDamaged = false;
+  fNumber = 0;
+  fHeaderSize = fPosition = fHeader ? size : 0;
+}
 
 std::optional<TJournalRecord> TJournalReader::Next() {
   if (!fHeader || fIsDamaged) return {};
@@ -159,7 +172,8 @@ std::optional<TRecoveredDocument> recover_document(std::string_view journal) {
     document.validSize = reader.Position();
     document.nextNumber = reader.CountRead();
   }
-  document.isDamaged |= reader.IsDamaged();
+  document.isDamaged |= reader.IsDamaged() || reader.IsHeaderDamaged();
+  if (reader.IsHeaderDamaged()) document.target = {{}, document.target.form, {}, {}};
   if (!repeater.HasBase()) return {};
   return document;
 }

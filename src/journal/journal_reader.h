@@ -17,8 +17,10 @@ class TJournalReader {
 public:
   explicit TJournalReader(std::string_view bytes);
 
-  /** Nothing without a valid header; then there are no records either. */
+  /** Nothing for bytes that are no journal; then there are no records either. A damaged header is replaced by one
+      without a target, if that leads to a valid record. */
   const std::optional<TJournalHeader>& Header() const { return fHeader; }
+  bool IsHeaderDamaged() const { return fIsHeaderDamaged; }
   size_t HeaderSize() const { return fHeaderSize; }
   /** The next record; nothing after the last valid one. */
   std::optional<TJournalRecord> Next();
@@ -29,9 +31,12 @@ public:
   bool IsDamaged() const { return fIsDamaged; }
 
 private:
+  void GuessHeader();
+
   const std::string_view fBytes;
   size_t fHeaderSize = 0;
   std::optional<TJournalHeader> fHeader; // reading it sets fHeaderSize
+  bool fIsHeaderDamaged = false;
   size_t fPosition = 0;
   uint64 fNumber = 0;
   bool fIsDamaged = false;
@@ -45,7 +50,7 @@ struct TRecoveredDocument {
   TJournalView view;
   int64 lastChangeS = 0;   // since 1970
   bool isComplete = false; // false: the history before the base is missing
-  bool isDamaged = false;  // records after the prefix are damaged
+  bool isDamaged = false;  // the header is damaged, so that the target is unknown, or records after the prefix are
   // For appending to the journal.
   size_t bodyStart = 0;
   size_t validSize = 0;
@@ -53,5 +58,5 @@ struct TRecoveredDocument {
 };
 
 /** Repeats every step of the longest valid prefix. A record that does not fit the document ends the prefix. Nothing
-    without a header and a base. */
+    without a base. With a damaged header it is a document without a file. */
 std::optional<TRecoveredDocument> recover_document(std::string_view journal);

@@ -154,16 +154,25 @@ TEST(Journal, CutAnywhereItsLongestValidPrefixIsRecovered) {
   }
 }
 
-TEST(Journal, DamagedAnywhereNothingIsInvented) {
+TEST(Journal, DamagedAnywhereNothingIsInventedAndADamagedHeaderCostsOnlyTheName) {
   const Journal journal;
+  const size_t headerSize = TJournalReader(journal.bytes).HeaderSize();
+  size_t recoveredBits = 0;
   for (size_t bit = 0; bit < journal.bytes.size() * 8; ++bit) {
     SCOPED_TRACE(bit);
     std::string bytes = journal.bytes;
     bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << bit % 8));
-    const bool isInHeader = !recover_document(bytes);
-    // The base is the header and the first record.
-    expect_prefix(bytes, isInHeader && bit / 8 < journal.ends[0] ? 0 : journal.RecordsBefore(bit / 8));
+    const auto document = recover_document(bytes);
+    if (bit / 8 < headerSize && document) {
+      ++recoveredBits;
+      ASSERT_EQ(lines_of(*document), Journal::LinesAfter(journal.ends.size()));
+      ASSERT_EQ(document->target.path, "");
+      ASSERT_TRUE(document->isDamaged);
+    } else {
+      expect_prefix(bytes, bit / 8 < headerSize ? 0 : journal.RecordsBefore(bit / 8));
+    }
   }
+  EXPECT_GT(recoveredBits, headerSize * 8 / 2);
 }
 
 TEST(Journal, StepsThatDoNotFitTheDocumentEndIt) {
