@@ -85,6 +85,19 @@ bool TDocumentRecovery::Handle(const BMessage& message) {
   }
 }
 
+/** Announced before the search, so that of two editors that open a file at the same time both learn of it. */
+void TDocumentRecovery::DocumentOpened() {
+  AnnounceFile();
+  fOffers.Search(fDocument->File().FullPath());
+}
+
+void TDocumentRecovery::AnnounceFile() {
+  const std::string path = fDocument->File().FullPath();
+  if (path == fAnnounced) return;
+  fAnnounced = path;
+  fOffers.AnnounceOpen(path);
+}
+
 void TDocumentRecovery::JournalReported(const BMessage& message) {
   int32 number = 0;
   if (message.IsSourceRemote() || message.FindInt32("Report", &number) != B_OK) return;
@@ -131,6 +144,7 @@ void TDocumentRecovery::Poll() {
   // In free edit the line is known to the display only, and comes with the next step.
   if (fSession->Mode() != TEditMode::kFreeEdit) ViewChanged();
   fJournal->CatchUp();
+  AnnounceFile();
 }
 
 void TDocumentRecovery::AllowLoss() {

@@ -29,12 +29,12 @@ public:
   /** The document becomes the one of the message's offer. Returns the report for the status bar; nothing, after a
       message, when the offer cannot be read. */
   std::optional<std::string> Recover(const BMessage& message);
-  /** Looks for journals of the document's file. */
-  void DocumentOpened() { fOffers.Search(fDocument->File().FullPath()); }
+  /** Looks for journals of the document's file, and for other editors of it. */
+  void DocumentOpened();
 
   /** The mode or the current line has changed. */
   void ViewChanged();
-  /** Called now and then: catches up with what could not be recorded. */
+  /** Called now and then: catches up with what could not be recorded, and with the document's file. */
   void Poll();
   /** The user agreed to lose the changes that are unsaved now. */
   void AllowLoss();
@@ -43,6 +43,7 @@ public:
 private:
   void JournalReported(const BMessage& message);
   void ViewChanges(const TFoundJournal& offer);
+  void AnnounceFile();
 
   TDocument* const fDocument;
   TEditSession* const fSession;
@@ -52,4 +53,5 @@ private:
   bool fHasFailed = false; // the journal, and the user was notified
   std::unique_ptr<TDocumentJournal> fJournal;
   TRecoveryOffers fOffers;
+  std::string fAnnounced; // path of the file that other processes know to be open
 };

@@ -12,7 +12,7 @@
 
 namespace {
 
-enum : int32 { kRecoveryNotice = kOtherNotices, kOtherEditorNotice };
+enum : int32 { kRecoveryNotice = kOtherNotices, kOtherEditorNotice, kUnreadableNotice };
 
 /** "14:32" today, else with the date in front. */
 std::string moment(int64 whenS) {
@@ -47,7 +47,8 @@ void TRecoveryOffers::Found() {
       std::stable_partition(fOffers.begin(), fOffers.end(),
                             [&result](const TOffer& one) { return is_same_file(one.found.target.path, result.path); });
     }
-    if (result.otherProcess) ShowOtherEditor(result.path, *result.otherProcess);
+    if (result.otherEditor) ShowOtherEditor(result.path, *result.otherEditor);
+    if (!result.unreadable.empty()) ShowUnreadable(result.unreadable);
   }
   Show();
 }
@@ -98,11 +99,22 @@ std::string TRecoveryOffers::TextOf(const TFoundJournal& found) const {
   return text;
 }
 
-void TRecoveryOffers::ShowOtherEditor(const std::string& path, int32 process) {
-  fNotices->ShowNotice({kOtherEditorNotice,
-                        gLLT->Text("Notice_Other_Editor_1") + name_of_document(path) +
-                            gLLT->Text("Notice_Other_Editor_2") + std::to_string(process),
-                        {},
-                        fOwner,
-                        BMessage()});
+void TRecoveryOffers::ShowOtherEditor(const std::string& path, const TOtherEditor& editor) {
+  const char* const key = editor.hasUnsavedChanges ? "Notice_Other_Editor_1" : "Notice_Also_Open";
+  fNotices->ShowNotice(
+      {kOtherEditorNotice,
+       gLLT->Text(key) + name_of_document(path) + gLLT->Text("Notice_Other_Editor_2") + std::to_string(editor.process),
+       {},
+       fOwner,
+       BMessage()});
+}
+
+/** Once for each: it stays where it is, for somebody who can read it. */
+void TRecoveryOffers::ShowUnreadable(const TJournalFiles& files) {
+  std::string text = gLLT->Text("Notice_Unsaved_Unreadable") + files.front()->Path();
+  if (files.size() > 1) text += gLLT->Text("Notice_Unsaved_More") + std::to_string(files.size() - 1);
+  fNotices->ShowNotice({kUnreadableNotice, text, {}, fOwner, BMessage()});
+  fSearch.Do([files] {
+    for (const auto& file : files) file->SetMark(TJournalMark::kOffered);
+  });
 }

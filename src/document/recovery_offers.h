@@ -20,6 +20,8 @@ public:
 
   /** Looks for all journals, or for those of the file at `path`, which are offered first. */
   void Search(const std::string& path = {});
+  /** Other processes learn that the file at `path` is open, if any, instead of the previous one. */
+  void AnnounceOpen(const std::string& path) { fSearch.AnnounceOpen(path); }
   /** Handles kMsgJournalsFound. */
   void Found();
   /** The offer that a button's message names; null if it is settled already. */
@@ -32,7 +34,8 @@ public:
 
 private:
   void Show();
-  void ShowOtherEditor(const std::string& path, int32 process);
+  void ShowOtherEditor(const std::string& path, const TOtherEditor& editor);
+  void ShowUnreadable(const TJournalFiles& files);
   std::string TextOf(const TFoundJournal& found) const;
 
   struct TOffer {

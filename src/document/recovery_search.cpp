@@ -12,8 +12,9 @@
 
 struct TRecoverySearch::TShared {
   const BMessenger owner;
-  const TJournalFolder folder;
-  std::mutex mutex; // guards work, results, isRunning
+  TJournalFolder folder;
+  std::shared_ptr<TJournalFile> openFile; // of AnnounceOpen; used by the thread "recovery" only
+  std::mutex mutex;                       // guards work, results, isRunning
   std::deque<std::function<void()>> work;
   std::vector<TResult> results;
   bool isRunning = false;
@@ -21,6 +22,7 @@ struct TRecoverySearch::TShared {
   explicit TShared(const BMessenger& theOwner) : owner(theOwner) {}
   void Run(TAbandonableThread::TProgress* progress);
   void Search(const std::string& path);
+  void AnnounceOpen(const std::string& path);
 };
 
 void TRecoverySearch::TShared::Run(TAbandonableThread::TProgress* progress) {
@@ -43,10 +45,12 @@ void TRecoverySearch::TShared::Run(TAbandonableThread::TProgress* progress) {
 }
 
 void TRecoverySearch::TShared::Search(const std::string& path) {
-  TResult result{path, find_journals(folder, std::time(nullptr)), {}};
+  TResult result{path, {}, {}, {}};
+  result.journals = find_journals(folder, std::time(nullptr), &result.unreadable);
+  std::erase_if(result.unreadable, [](const auto& one) { return one->MarkedAtS(TJournalMark::kOffered).has_value(); });
   if (!path.empty()) {
     std::erase_if(result.journals, [&path](const auto& one) { return !is_same_file(one.target.path, path); });
-    result.otherProcess = process_editing(folder, path);
+    result.otherEditor = other_editor_of(folder, path);
   }
   {
     const std::lock_guard lock(mutex);
@@ -56,16 +60,28 @@ void TRecoverySearch::TShared::Search(const std::string& path) {
   owner.SendMessage(&found, BMessenger(), 0);
 }
 
+void TRecoverySearch::TShared::AnnounceOpen(const std::string& path) {
+  if (openFile) openFile->Remove();
+  openFile = path.empty() ? nullptr : announce_open(&folder, path);
+}
+
 TRecoverySearch::TRecoverySearch(const BMessenger& owner, std::chrono::milliseconds timeout)
     : fShared(std::make_shared<TShared>(owner)), fThread(timeout) {}
 
 TRecoverySearch::~TRecoverySearch() {
-  const std::lock_guard lock(fShared->mutex);
-  fShared->work.clear();
+  {
+    const std::lock_guard lock(fShared->mutex);
+    fShared->work.clear();
+  }
+  AnnounceOpen({});
 }
 
 void TRecoverySearch::Start(const std::string& path) {
   Do([shared = fShared.get(), path] { shared->Search(path); }); // the queue is part of what it points to
+}
+
+void TRecoverySearch::AnnounceOpen(const std::string& path) {
+  Do([shared = fShared.get(), path] { shared->AnnounceOpen(path); });
 }
 
 void TRecoverySearch::Do(std::function<void()> work) {

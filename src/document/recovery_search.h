@@ -19,16 +19,19 @@ public:
   explicit TRecoverySearch(const BMessenger& owner, std::chrono::milliseconds timeout = std::chrono::seconds(1));
   TRecoverySearch(const TRecoverySearch&) = delete;
   TRecoverySearch& operator=(const TRecoverySearch&) = delete;
-  /** Waits for what is running, with the timeout, and drops the rest. */
+  /** Waits for what is running, with the timeout, and drops the rest. The file is no longer shown as open. */
   ~TRecoverySearch();
 
   struct TResult {
     std::string path; // of the document that was opened, if any
     std::vector<TFoundJournal> journals;
-    std::optional<int32> otherProcess; // has unsaved changes in that file
+    TJournalFiles unreadable;                // that the user has not been told of
+    std::optional<TOtherEditor> otherEditor; // has that file open
   };
   /** For all journals, or only for those of the file at `path`. */
   void Start(const std::string& path);
+  /** Shows other processes that this file is open, instead of the previous one; an empty path for none. */
+  void AnnounceOpen(const std::string& path);
   /** Runs it after the searches. It must own everything it uses. */
   void Do(std::function<void()> work);
   /** What was found since the last call. */

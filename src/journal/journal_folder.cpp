@@ -19,7 +19,6 @@
 namespace {
 
 constexpr const char* kFolder = "KOREVA/VesmoE/Journal";
-constexpr std::string_view kEnd = ".journal";
 constexpr mode_t kFolderMode = 0700;
 constexpr mode_t kFileMode = 0600;
 constexpr int kMostNames = 1000;
@@ -58,13 +57,17 @@ std::string mark_name(const std::string& name, TJournalMark mark) {
   return name + (mark == TJournalMark::kOffered ? ".offered" : ".expires");
 }
 
-std::string next_name(const TJournalProcess& process) {
-  return std::to_string(process.id) + "-" + process.bootId.substr(0, kBootIdPart) + "-" +
-         std::to_string(gNextNumber++) + std::string(kEnd);
+std::string_view end_of(TJournalKind kind) {
+  return kind == TJournalKind::kJournal ? ".journal" : ".open";
 }
 
-bool is_journal_name(std::string_view name) {
-  return name.size() > kEnd.size() && name.ends_with(kEnd) && name.front() != '.' &&
+std::string next_name(const TJournalProcess& process, TJournalKind kind) {
+  return std::to_string(process.id) + "-" + process.bootId.substr(0, kBootIdPart) + "-" +
+         std::to_string(gNextNumber++) + std::string(end_of(kind));
+}
+
+bool is_name_of(std::string_view name, TJournalKind kind) {
+  return name.size() > end_of(kind).size() && name.ends_with(end_of(kind)) && name.front() != '.' &&
          name.find('/') == std::string_view::npos;
 }
 
@@ -111,6 +114,10 @@ void TFolderJournalFile::Remove() {
     unlinkat(fFolder->Get(), mark_name(fName, mark).c_str(), 0);
 }
 
+std::string TFolderJournalFile::Path() const {
+  return folder_path() + "/" + fName;
+}
+
 std::optional<int64> TFolderJournalFile::MarkedAtS(TJournalMark mark) const {
   struct stat info {};
   if (fstatat(fFolder->Get(), mark_name(fName, mark).c_str(), &info, AT_SYMLINK_NOFOLLOW) != 0) return {};
@@ -134,7 +141,7 @@ std::shared_ptr<UniqueFd> TJournalFolder::OpenExisting() const {
   return {};
 }
 
-std::shared_ptr<TJournalFile> TJournalFolder::Create() {
+std::shared_ptr<TJournalFile> TJournalFolder::Create(TJournalKind kind) {
   std::shared_ptr<UniqueFd> folder = OpenExisting();
   if (!folder) {
     create_folders(folder_path());
@@ -143,7 +150,7 @@ std::shared_ptr<TJournalFile> TJournalFolder::Create() {
   if (!folder) return {};
   const TJournalProcess process = this_process();
   for (int i = 0; i < kMostNames; ++i) {
-    const std::string name = next_name(process);
+    const std::string name = next_name(process, kind);
     UniqueFd file(
         openat(folder->Get(), name.c_str(), O_RDWR | O_APPEND | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kFileMode));
     if (!file && errno != EEXIST) return {};
@@ -157,14 +164,14 @@ std::shared_ptr<TJournalFile> TJournalFolder::Create() {
   return {};
 }
 
-std::vector<std::string> TJournalFolder::Names() const {
+std::vector<std::string> TJournalFolder::Names(TJournalKind kind) const {
   std::vector<std::string> names;
   const std::shared_ptr<UniqueFd> folder = OpenExisting();
   const int copy = folder ? openat(folder->Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC) : -1;
   DIR* const entries = copy >= 0 ? fdopendir(copy) : nullptr;
   if (entries == nullptr) return names;
   while (const dirent* const entry = readdir(entries)) {
-    if (is_journal_name(entry->d_name) && names.size() < kMostFiles) names.emplace_back(entry->d_name);
+    if (is_name_of(entry->d_name, kind) && names.size() < kMostFiles) names.emplace_back(entry->d_name);
   }
   closedir(entries); // closes `copy`, too
   std::sort(names.begin(), names.end());

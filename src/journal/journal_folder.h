@@ -13,6 +13,9 @@
 /** What is known of a journal on the disk, in files next to it whose modification time is the moment. */
 enum class TJournalMark { kOffered, kExpiryAnnounced };
 
+/** A file in the folder that shows that a document is open has the header of a journal, and no records. */
+enum class TJournalKind { kJournal, kOpenDocument };
+
 /** A journal in the folder. */
 class TFolderJournalFile : public TJournalFile {
 public:
@@ -23,6 +26,7 @@ public:
   ssize_t Read(off_t from, char* bytes, size_t size) const override;
   void Remove() override;
   const std::string& Name() const { return fName; }
+  std::string Path() const;
   /** When it was marked, s since 1970; nothing if it was not. */
   std::optional<int64> MarkedAtS(TJournalMark mark) const;
   /** Has no effect if it is marked already. */
@@ -40,10 +44,11 @@ private:
 class TJournalFolder : public TJournalDisk {
 public:
   /** Creates a missing folder only for `Create`. */
-  std::shared_ptr<TJournalFile> Create() override;
+  std::shared_ptr<TJournalFile> Create() override { return Create(TJournalKind::kJournal); }
+  std::shared_ptr<TJournalFile> Create(TJournalKind kind);
 
   /** Sorted. */
-  std::vector<std::string> Names() const;
+  std::vector<std::string> Names(TJournalKind kind = TJournalKind::kJournal) const;
   /** The journal, locked by this object from now on; null if it is in use, not readable, or not this user's. */
   std::shared_ptr<TFolderJournalFile> Lock(const std::string& name) const;
   /** The header of a journal that a living process has locked; nothing for all others. */

@@ -1,5 +1,6 @@
 #include "journal/journal_search.h"
 
+#include "journal/journal_process.h"
 #include "lyrics/lyrics_file.h"
 
 #include <sys/stat.h>
@@ -50,13 +51,19 @@ struct TCandidate {
 };
 
 /** Nothing for a journal that is not offered. */
-std::optional<TCandidate> candidate(const TJournalFolder& folder, const std::string& name) {
+std::optional<TCandidate> candidate(const TJournalFolder& folder, const std::string& name, TJournalFiles* unreadable) {
   std::shared_ptr<TFolderJournalFile> file = folder.Lock(name);
   if (!file) return {};
   const std::optional<std::string> bytes = read_journal(*file);
-  if (bytes && !has_change(*bytes)) file->Remove();
+  if (bytes && !has_change(*bytes)) {
+    file->Remove();
+    return {};
+  }
   const std::optional<TRecoveredDocument> document = bytes ? recover_document(*bytes) : std::nullopt;
-  if (!document) return {};
+  if (!document) {
+    if (unreadable) unreadable->push_back(std::move(file));
+    return {};
+  }
   const TFileLook onDisk = on_disk(document->target);
   if (is_saved(*document, onDisk)) {
     file->Remove();
@@ -98,10 +105,10 @@ bool expire(TFoundJournal* found, int64 nowS) {
 
 } // namespace
 
-std::vector<TFoundJournal> find_journals(const TJournalFolder& folder, int64 nowS) {
+std::vector<TFoundJournal> find_journals(const TJournalFolder& folder, int64 nowS, TJournalFiles* unreadable) {
   std::vector<TCandidate> candidates;
   for (const std::string& name : folder.Names())
-    if (auto one = candidate(folder, name)) candidates.push_back(std::move(*one));
+    if (auto one = candidate(folder, name, unreadable)) candidates.push_back(std::move(*one));
   std::vector<TFoundJournal> journals;
   for (TCandidate& one : without_superseded(std::move(candidates)))
     if (!expire(&one.found, nowS)) journals.push_back(std::move(one.found));
@@ -122,17 +129,29 @@ bool is_same_file(const std::string& one, const std::string& other) {
          first.st_ino == second.st_ino;
 }
 
-std::vector<TJournalInUse> journals_in_use(const TJournalFolder& folder) {
+std::vector<TJournalInUse> journals_in_use(const TJournalFolder& folder, TJournalKind kind) {
   std::vector<TJournalInUse> journals;
-  for (const std::string& name : folder.Names()) {
+  for (const std::string& name : folder.Names(kind)) {
     const std::optional<TJournalHeader> header = folder.HeaderInUse(name);
     if (header && !header->target.path.empty()) journals.push_back({header->target.path, header->process.id});
   }
   return journals;
 }
 
-std::optional<int32> process_editing(const TJournalFolder& folder, const std::string& path) {
-  for (const TJournalInUse& journal : journals_in_use(folder))
-    if (journal.process != getpid() && is_same_file(journal.path, path)) return journal.process;
+std::optional<TOtherEditor> other_editor_of(const TJournalFolder& folder, const std::string& path) {
+  for (const auto kind : {TJournalKind::kJournal, TJournalKind::kOpenDocument}) {
+    for (const TJournalInUse& one : journals_in_use(folder, kind))
+      if (one.process != getpid() && is_same_file(one.path, path))
+        return TOtherEditor{one.process, kind == TJournalKind::kJournal};
+  }
+  return {};
+}
+
+std::shared_ptr<TJournalFile> announce_open(TJournalFolder* folder, const std::string& path) {
+  for (const std::string& name : folder->Names(TJournalKind::kOpenDocument))
+    if (const auto left = folder->Lock(name)) left->Remove();
+  std::shared_ptr<TJournalFile> file = folder->Create(TJournalKind::kOpenDocument);
+  if (file && file->Append(encoded_header({.process = this_process(), .target = {path, {}, {}, {}}}))) return file;
+  if (file) file->Remove();
   return {};
 }

@@ -162,6 +162,23 @@ TEST_F(Recovery, WindowThatIsMadeToCloseLeavesTheJournal) {
   EXPECT_EQ(found[0].target.path, fFolder.File("a.lrc"));
 }
 
+TEST_F(Recovery, WhoElseHasTheFileOpenIsToldAndOnceWhatCannotBeRead) {
+  const std::string path = fFolder.Write("a.lrc", "one\n");
+  TJournalFolder folder;
+  const auto other = folder.Create(TJournalKind::kOpenDocument);
+  other->Append(encoded_header({.process = {1, 0, {}}, .target = {path, {}, {}, {}}}));
+  folder.Create()->Append("damaged");
+  Open(path);
+  WaitForNotice("Also open in another editor: a.lrc – process 1");
+  Click("NoticeClose");
+  WaitForNotice("cannot be read. It is kept here: " + fFolder.File("state/KOREVA/VesmoE/Journal/"));
+  Click("NoticeClose");
+  Open(path);
+  WaitForNotice("Also open");
+  Click("NoticeClose");
+  EXPECT_EQ(Notice(), "");
+}
+
 TEST(RecoverySearch, ADiskThatNeverAnswersDoesNotKeepTheWindowOpen) {
   std::promise<void> release;
   const auto begun = std::make_shared<std::promise<void>>();
@@ -180,8 +197,8 @@ TEST(RecoverySearch, ADiskThatNeverAnswersDoesNotKeepTheWindowOpen) {
 }
 
 TEST_F(Recovery, JournalThatCannotBeWrittenIsReportedOnce) {
-  Open(fFolder.Write("a.lrc", "[00:10]one\n[00:20]two\n"));
   fFolder.Write("state", "a file where the folder should be");
+  Open(fFolder.Write("a.lrc", "[00:10]one\n[00:20]two\n"));
   Change();
   WaitForNotice("can no longer be recorded");
   Click("NoticeClose");

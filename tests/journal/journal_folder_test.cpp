@@ -113,7 +113,9 @@ TEST_F(JournalFolder, StrangeThingsInItAreLeftAlone) {
   std::ofstream(Path("1-noise-1.journal")) << std::string(1000, 'x');
   std::ofstream(Path("1-newer-1.journal")) << std::string("VESMOJNL\x02\0\0\0\x01\0\0\0more, of a later format", 40);
   std::ofstream(Path("1-cut-1.journal")) << "VESMO";
-  EXPECT_THAT(Find(), SizeIs(1));
+  TJournalFiles unreadable;
+  EXPECT_THAT(find_journals(fFolder, kNowS, &unreadable), SizeIs(1));
+  EXPECT_THAT(unreadable, SizeIs(2));
   EXPECT_THAT(fFolder.Names(), SizeIs(6)) << "only the one that was cut off before its first change is gone";
 }
 
@@ -158,34 +160,44 @@ TEST_F(JournalFolder, UnwantedForAMonthItIsAnnouncedOnceAndThenRemoved) {
   EXPECT_TRUE(std::filesystem::is_empty(Path()));
 }
 
-TEST_F(JournalFolder, AnotherProcessThatChangesTheFileIsKnown) {
-  EXPECT_FALSE(process_editing(fFolder, fFile));
+TEST_F(JournalFolder, AnotherProcessThatHasTheFileOpenOrChangesItIsKnown) {
+  EXPECT_FALSE(other_editor_of(fFolder, fFile));
   int ready[2];
   int done[2];
   ASSERT_EQ(pipe(ready), 0);
   ASSERT_EQ(pipe(done), 0);
   const pid_t other = fork();
   if (other == 0) {
+    const auto announced = announce_open(&fFolder, fFile);
+    char byte = 0;
+    [[maybe_unused]] auto moved = write(ready[1], &byte, 1) + read(done[0], &byte, 1);
     Open();
     auto journal = MakeJournal();
     Add("x");
     while (fFolder.Names().empty()) std::this_thread::yield();
-    char byte = 0;
-    [[maybe_unused]] const auto written = write(ready[1], &byte, 1);
-    [[maybe_unused]] const auto got = read(done[0], &byte, 1);
+    moved = write(ready[1], &byte, 1) + read(done[0], &byte, 1);
     journal.reset();
     _exit(0);
   }
   char byte = 0;
   ASSERT_EQ(read(ready[0], &byte, 1), 1);
-  std::optional<int32> found;
-  while (!found) found = process_editing(fFolder, fState.Path() + "/./a.lrc"); // the header may be on its way
-  EXPECT_EQ(found, other);
-  EXPECT_FALSE(process_editing(fFolder, fState.File("b.lrc")));
+  const std::string path = fState.Path() + "/./a.lrc";
+  const auto found = other_editor_of(fFolder, path);
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->process, other);
+  EXPECT_FALSE(found->hasUnsavedChanges);
+  EXPECT_FALSE(other_editor_of(fFolder, fState.File("b.lrc")));
+  EXPECT_THAT(fFolder.Names(), IsEmpty()) << "no journal before the first change";
+  ASSERT_EQ(write(done[1], &byte, 1), 1);
+  ASSERT_EQ(read(ready[0], &byte, 1), 1);
+  EXPECT_TRUE(eventually([&] { return other_editor_of(fFolder, path)->hasUnsavedChanges; }))
+      << "or its header is missing";
   ASSERT_EQ(write(done[1], &byte, 1), 1);
   waitpid(other, nullptr, 0);
-  EXPECT_FALSE(process_editing(fFolder, fFile)) << "the lock has died with its process";
+  EXPECT_FALSE(other_editor_of(fFolder, fFile)) << "the locks have died with their process";
   EXPECT_THAT(Find(), SizeIs(1));
+  const auto own = announce_open(&fFolder, fFile);
+  EXPECT_THAT(fFolder.Names(TJournalKind::kOpenDocument), SizeIs(1)) << "what that process left is gone";
   for (const int end : {ready[0], ready[1], done[0], done[1]}) close(end);
 }
 
