@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 std::string folder_of(const std::string& path) {
   return path.substr(0, path.rfind('/') + 1);
 }

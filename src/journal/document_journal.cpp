@@ -48,6 +48,7 @@ void TDocumentJournal::HistoryReset() {
   fState = TState::kNone;
   fLossIsAllowed = false;
   fRetryAtUs = 0;
+  fSourceNumber = fDocument->SourceNumber(); // that of the base
 }
 
 void TDocumentJournal::StepRecorded(const TEditStep& step) {
@@ -76,15 +77,26 @@ void TDocumentJournal::Note(TRecordType type, std::string payload) {
   } else {
     const bool isGoingOn = fState == TState::kWriting || !isModified ||
                            Push(TJournalStart{Target(), fView.mode, TJournalStart::TSameDocument()});
-    if (isGoingOn && Push(record(type, std::move(payload)))) fState = isModified ? TState::kWriting : fState;
+    if (isGoingOn && Push(record(type, std::move(payload))) && NoteForm())
+      fState = isModified ? TState::kWriting : fState;
   }
   if (!isModified) Rest();
+}
+
+/** A step may have changed the dialect, or be a file that was read again. */
+bool TDocumentJournal::NoteForm() {
+  if (fForm != fDocument->Form() && !Push(record(TRecordType::kTarget, encoded_target(Target())))) return false;
+  fForm = fDocument->Form();
+  if (fSourceNumber == fDocument->SourceNumber()) return true;
+  fSourceNumber = fDocument->SourceNumber();
+  return Push(record(TRecordType::kSource, encoded_source(fDocument->Source())));
 }
 
 /** The writer copies the file that was opened, so that no line is copied here. False if the lines came from elsewhere.
  */
 bool TDocumentJournal::BeginWithFile() {
   if (!fDocument->Start() || !Push(TJournalStart{Target(), fView.mode, *fDocument->Start()})) return false;
+  fForm = fDocument->Form();
   fState = TState::kWriting;
   return true;
 }
@@ -93,8 +105,11 @@ bool TDocumentJournal::BeginWithFile() {
 void TDocumentJournal::BeginWithSnapshot() {
   if (!fQueue->HasRoom())
     fState = TState::kBehind;
-  else if (Push(TJournalStart{Target(), fView.mode, Snapshot()}))
+  else if (Push(TJournalStart{Target(), fView.mode, Snapshot()})) {
     fState = TState::kWriting;
+    fForm = fDocument->Form();
+    fSourceNumber = fDocument->SourceNumber();
+  }
 }
 
 void TDocumentJournal::Rest() {
@@ -134,5 +149,7 @@ std::vector<TJournalAppend> TDocumentJournal::Snapshot() const {
   const std::optional<size_t> saved = history.SavedAfter();
   records.push_back(record(TRecordType::kHistory, encoded_history({history.CountDone(), saved})));
   records.push_back(record(TRecordType::kView, encoded_view(fView)));
+  if (!fDocument->Source().IsEmpty())
+    records.push_back(record(TRecordType::kSource, encoded_source(fDocument->Source())));
   return records;
 }

@@ -46,6 +46,7 @@ private:
   };
 
   void Note(TRecordType type, std::string payload);
+  bool NoteForm();
   bool BeginWithFile();
   void BeginWithSnapshot();
   void Rest();
@@ -56,6 +57,8 @@ private:
   TDocument* const fDocument;
   TState fState = TState::kNone;
   TJournalView fView;
+  TLyricsForm fForm; // fForm and fSourceNumber: of the document, as recorded
+  int32 fSourceNumber = 0;
   bool fLossIsAllowed = false;
   bigtime_t fRetryAtUs = 0; // of a snapshot after a failure
   const std::function<bigtime_t()> fClock;

@@ -17,7 +17,7 @@ std::string number_text(uint64 number) {
 
 void add_target(TByteWriter* bytes, const TJournalTarget& target) {
   bytes->AddText(target.path);
-  bytes->Add(static_cast<int32>(target.form.encoding));
+  bytes->Add(stored_number(target.form.encoding, target.form.dialect));
   bytes->Add(static_cast<int32>(target.form.lineEnd));
   bytes->Add(target.unread.tailBytes);
   bytes->AddBool(target.unread.isCut);
@@ -39,7 +39,9 @@ bool is_path(std::string_view text) {
 std::optional<TJournalTarget> get_target(TByteReader* bytes) {
   TJournalTarget target;
   target.path = bytes->GetText();
-  target.form.encoding = encoding_of(bytes->Get<int32>());
+  const auto number = bytes->Get<int32>();
+  target.form.encoding = stored_encoding(number);
+  target.form.dialect = stored_dialect(number);
   target.form.lineEnd = line_end_of(bytes->Get<int32>());
   target.unread.tailBytes = bytes->Get<int64>();
   target.unread.isCut = bytes->GetBool();
@@ -233,6 +235,33 @@ std::optional<TJournalView> decoded_view(std::string_view payload) {
   view.line = bytes.Get<int32>();
   if (!bytes.IsAtEnd()) return {};
   return view;
+}
+
+std::string encoded_source(const TCommonSource& source) {
+  TByteWriter bytes;
+  bytes.AddBool(source.hasByteOrderMark);
+  bytes.AddBool(source.lacksLastLineEnd);
+  bytes.Add(source.lineCount);
+  for (const TCommonSource::TLine& line : source.lines) {
+    bytes.Add(line.index);
+    bytes.AddText(line.text);
+  }
+  return bytes.Take();
+}
+
+std::optional<TCommonSource> decoded_source(std::string_view payload) {
+  TByteReader bytes(payload);
+  TCommonSource source;
+  source.hasByteOrderMark = bytes.GetBool();
+  source.lacksLastLineEnd = bytes.GetBool();
+  source.lineCount = bytes.Get<int32>();
+  while (bytes.IsValid() && !bytes.IsAtEnd()) {
+    const auto index = bytes.Get<int32>();
+    source.lines.push_back({index, std::string(bytes.GetText())});
+    if (source.lines.back().text.find('\n') != std::string::npos) return {};
+  }
+  if (!bytes.IsAtEnd()) return {};
+  return source;
 }
 
 std::string encoded_target(const TJournalTarget& target) {

@@ -51,6 +51,7 @@ enum class TRecordType : uint8 {
   kUnsaved = 10,
   kView = 11,   // mode, current line
   kTarget = 12, // another target
+  kSource = 13, // what the lines do not hold of a file in the common dialect
 };
 
 inline constexpr uint32 kJournalVersion = 1;
@@ -102,6 +103,9 @@ struct TJournalView {
 };
 std::string encoded_view(const TJournalView& view);
 std::optional<TJournalView> decoded_view(std::string_view payload);
+
+std::string encoded_source(const TCommonSource& source);
+std::optional<TCommonSource> decoded_source(std::string_view payload);
 
 std::string encoded_target(const TJournalTarget& target);
 std::optional<TJournalTarget> decoded_target(std::string_view payload);

@@ -9,7 +9,7 @@
 namespace {
 
 bool is_known(uint8 type) {
-  return type >= static_cast<uint8>(TRecordType::kFileBytes) && type <= static_cast<uint8>(TRecordType::kTarget);
+  return type >= static_cast<uint8>(TRecordType::kFileBytes) && type <= static_cast<uint8>(TRecordType::kSource);
 }
 
 /** Applies the records of a journal, one after the other. */
@@ -37,9 +37,8 @@ private:
       fIsPast = true;
     } else if (record.type == TRecordType::kFileBytes) {
       TByteReader bytes(record.payload);
-      const auto encoding = encoding_of(bytes.Get<int32>());
-      if (bytes.IsValid()) lines = lines_of_bytes(bytes.GetBytes(bytes.Left()), encoding);
-      if (lines) prepare_for_editing(&*lines);
+      const auto form = bytes.Get<int32>();
+      if (bytes.IsValid()) lines = ReadFile(bytes.GetBytes(bytes.Left()), form);
       fDocument->isComplete = true;
     }
     if (!lines) return false;
@@ -47,6 +46,13 @@ private:
     if (fIsPast) fDocument->history.MarkUnsaved(); // until kHistory tells
     fDocument->lastChangeS = record.whenS;
     return true;
+  }
+
+  std::list<std::string> ReadFile(std::string_view bytes, int32 form) {
+    std::list<std::string> lines = lines_of_bytes(bytes, stored_encoding(form));
+    fDocument->source = prepare_file(&lines, {stored_encoding(form), TLineEnd::kLf, stored_dialect(form)},
+                                     lacks_last_line_end(bytes, stored_encoding(form)));
+    return lines;
   }
 
   bool ApplyPast(const TJournalRecord& record) {
@@ -86,6 +92,8 @@ private:
       return Assign(decoded_view(record.payload), &fDocument->view);
     case TRecordType::kTarget:
       return Assign(decoded_target(record.payload), &fDocument->target);
+    case TRecordType::kSource:
+      return Assign(decoded_source(record.payload), &fDocument->source);
     default:
       return false;
     }

@@ -48,6 +48,7 @@ struct TRecoveredDocument {
   TJournalTarget target;
   TEditHistory history;
   TJournalView view;
+  TCommonSource source;
   int64 lastChangeS = 0;   // since 1970
   bool isComplete = false; // false: the history before the base is missing
   bool isDamaged = false;  // the header is damaged, so that the target is unknown, or records after the prefix are

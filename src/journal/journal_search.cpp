@@ -24,7 +24,7 @@ bool is_saved(const TRecoveredDocument& document, const TFileLook& onDisk) {
   if (document.isDamaged || !document.isComplete) return false;
   if (document.history.IsSaved()) return true;
   return onDisk.state && !document.target.unread.Any() &&
-         has_bytes(*onDisk.state, encoded_lines(document.history.Lines(), document.target.form));
+         has_bytes(*onDisk.state, encoded_lines(document.history.Lines(), document.target.form, document.source));
 }
 
 TFileLook on_disk(const TJournalTarget& target) {

@@ -118,7 +118,7 @@ bool TJournalWriter::CopyFile(const TOpenedFile& source, TBody* body) {
   BFile file(source.path.c_str(), B_READ_ONLY);
   const auto size = static_cast<size_t>(source.state.size);
   TByteWriter encoding;
-  encoding.Add(static_cast<int32>(source.encoding));
+  encoding.Add(stored_number(source.encoding, source.dialect));
   const std::string before = encoding.Take();
   const std::string head = record_head(TRecordType::kFileBytes, before.size() + size, std::time(nullptr));
   TRecordDigest recordDigest(body->seed, body->number++, head, before.size() + size);

@@ -2,12 +2,13 @@
 
 #include "lyrics/exact_lyrics.h"
 
-#include <string_view>
 #include <utility>
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+bool has_byte_order_mark(const std::list<std::string>& lines) {
+  return !lines.empty() && lines.front().starts_with(kByteOrderMark);
+}
 
 } // namespace
 
@@ -17,24 +18,41 @@ void prepare_for_editing(std::list<std::string>* lines) {
   if (first.starts_with(kByteOrderMark)) first.erase(0, kByteOrderMark.size());
 }
 
-std::optional<TOpenedLyrics> open_lyrics(const entry_ref& file, const entry_ref& source) {
+TCommonSource prepare_file(std::list<std::string>* lines, const TLyricsForm& form, bool lacksLastLineEnd) {
+  const bool isCommon = form.dialect == TDialect::kCommon;
+  const bool hasByteOrderMark = has_byte_order_mark(*lines);
+  prepare_for_editing(lines);
+  TCommonSource source = isCommon ? show_as_family(lines) : TCommonSource();
+  source.hasByteOrderMark = hasByteOrderMark && (isCommon || is_foreign(form.encoding));
+  source.lacksLastLineEnd = isCommon && lacksLastLineEnd;
+  return source;
+}
+
+std::optional<TOpenedLyrics> open_lyrics(const entry_ref& file, const entry_ref& source, const TReadChoice& choice) {
   TOpenedLyrics opened;
   TReadReport report;
   long crType = 0;
   long encoding = 0;
-  if (!load_lyrics(source, &opened.lines, &crType, &encoding, &report)) return {};
+  const bool isRead = choice.encoding ? load_lyrics_as(static_cast<long>(*choice.encoding), source, &opened.lines,
+                                                       &crType, &encoding, &report)
+                                      : load_lyrics(source, &opened.lines, &crType, &encoding, &report);
+  if (!isRead) return {};
   opened.file = file;
-  opened.form = {encoding_of(encoding), line_end_of(crType)};
+  opened.form = {any_encoding_of(encoding), line_end_of(crType), TDialect::kFamily};
   opened.losses = report.losses;
   opened.isEmptyFile = report.state.size == 0;
   opened.isRecovered = source != file;
   opened.state =
       opened.isRecovered ? look_at_file(file.FullPath(), kMaxLyricsFileSize).state : std::optional(report.state);
-  prepare_for_editing(&opened.lines);
+  const TTagUse tags = choice.recognisesCommon ? tags_used_in(opened.lines) : TTagUse();
+  opened.hasMixedTags = tags.IsMixed();
+  if (tags.IsCommon()) opened.form.dialect = TDialect::kCommon;
+  opened.source = prepare_file(&opened.lines, opened.form, report.lacksLastLineEnd);
   return opened;
 }
 
 void TDocument::Begin(const std::list<std::string>& lines, const TLyricsForm& form) {
+  ++fSourceNumber;
   fHistory.Reset(lines);
   fForm = form;
   fFile = {};
@@ -42,6 +60,8 @@ void TDocument::Begin(const std::list<std::string>& lines, const TLyricsForm& fo
   fStart.reset();
   fUnread = {};
   fAccepted.clear();
+  fSource = {};
+  fUnified.reset();
   ++fNumber;
 }
 
@@ -59,10 +79,11 @@ void TDocument::BindToFile(const entry_ref& file, const std::optional<TFileState
 void TDocument::Open(const TOpenedLyrics& opened) {
   Begin(opened.lines, opened.form);
   fUnread = opened.losses;
+  fSource = opened.source;
   if (opened.isRecovered) {
     fHistory.MarkUnsaved();
   } else if (opened.state) {
-    fStart = {opened.file.FullPath(), opened.form.encoding, *opened.state};
+    fStart = {opened.file.FullPath(), opened.form.encoding, opened.form.dialect, *opened.state};
   }
   BindToFile(opened.file, opened.state);
 }
@@ -72,6 +93,7 @@ void TDocument::Recover(const TOpenedLyrics& opened, TEditHistory history) {
   if (opened.file.IsEmpty()) history.MarkUnsaved();
   fHistory.Replace(std::move(history));
   fUnread = opened.losses;
+  fSource = opened.source;
   BindToFile(opened.file, opened.state);
 }
 
@@ -91,15 +113,34 @@ void TDocument::Rewrite(const std::list<std::string>& lines, int32 line, bigtime
   NotifyReplaced();
 }
 
+/** The undone step, or the one that is redone. */
+int64 TDocument::StateReplayed(TReplayDirection direction) const {
+  const size_t done = fHistory.CountDone();
+  return fHistory.Steps()[direction == TReplayDirection::kUndo ? done - 1 : done].state;
+}
+
 void TDocument::Replay(TReplayDirection direction, const TReplay& next) {
+  if (fUnified && StateReplayed(direction) == fUnified->state)
+    fForm.dialect = direction == TReplayDirection::kUndo ? TDialect::kFamily : fUnified->dialect;
   fHistory.Replay(direction, next);
   if (fObserver) fObserver->LinesChanged(next.change);
 }
 
+void TDocument::Unify(TDialect dialect, int32 line, bigtime_t nowUs) {
+  std::list<std::string> lines = CopyLines();
+  show_as_family(&lines);
+  fForm.dialect = dialect;
+  Rewrite(lines, line, nowUs);
+  fUnified = {fHistory.Steps().back().state, dialect};
+}
+
+/** The form and the source are set first, so that the journal has them with the step. */
 void TDocument::Reload(const TOpenedLyrics& opened, int32 line, bigtime_t nowUs) {
+  fForm = opened.form;
+  fSource = opened.source;
+  ++fSourceNumber;
   Rewrite(opened.lines, line, nowUs);
   fHistory.MarkSaved();
-  fForm = opened.form;
   fState = opened.state;
   fUnread = opened.losses;
 }

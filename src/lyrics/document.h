@@ -29,6 +29,8 @@ struct TOpenedLyrics {
   entry_ref file;
   TLyricsForm form;
   std::list<std::string> lines; // at least one, without byte-order mark
+  TCommonSource source;         // of a file in the common dialect
+  bool hasMixedTags = false;    // of both dialects; the lines are as in the file
   TReadLosses losses;
   bool isEmptyFile = false;
   bool isRecovered = false; // the lines come from another file, and are not saved in this one
@@ -39,14 +41,25 @@ struct TOpenedLyrics {
 struct TOpenedFile {
   std::string path;
   TEncoding encoding = TEncoding::kUtf8;
+  TDialect dialect = TDialect::kFamily;
   TFileState state;
 };
 
 /** Removes a byte-order mark, and makes the text one empty line if it has none: lines as an edit view shows them. */
 void prepare_for_editing(std::list<std::string>* lines);
 
+/** The same for the lines of a file in that form: the tags of the common dialect are converted. */
+TCommonSource prepare_file(std::list<std::string>* lines, const TLyricsForm& form, bool lacksLastLineEnd);
+
+/** How a file is to be read. */
+struct TReadChoice {
+  bool recognisesCommon = true;      // detect the dialect
+  std::optional<TEncoding> encoding; // none: as the settings ask
+};
+
 /** Reads `file` with the lines of `source`, usually the same file. Nothing when `source` cannot be read as lyrics. */
-std::optional<TOpenedLyrics> open_lyrics(const entry_ref& file, const entry_ref& source);
+std::optional<TOpenedLyrics> open_lyrics(const entry_ref& file, const entry_ref& source,
+                                         const TReadChoice& choice = {});
 
 /** The file of a save, as it was just before. */
 struct TSaveTarget {
@@ -114,7 +127,13 @@ public:
   void Replay(TReplayDirection direction, const TReplay& next);
   std::optional<TEditKind> LastKind() const { return fHistory.LastKind(); }
 
-  std::string Bytes(const TLyricsForm& form) const { return encoded_lines(Lines(), form); }
+  /** Gives the time tags of a file with mixed ones the same form, in one step; saves write that dialect. */
+  void Unify(TDialect dialect, int32 line, bigtime_t nowUs);
+  const TCommonSource& Source() const { return fSource; }
+  /** Another one whenever the source is. */
+  int32 SourceNumber() const { return fSourceNumber; }
+
+  std::string Bytes(const TLyricsForm& form) const { return encoded_lines(Lines(), form, fSource); }
   TSavePlan PlanSave(const entry_ref& file, const TLyricsForm& form, const TSaveTarget& target) const;
   /** The plan's bytes are in its file, which is the document's from now on. */
   void Saved(const TSavePlan& plan, const std::optional<TFileState>& state);
@@ -136,6 +155,12 @@ public:
 private:
   void Begin(const std::list<std::string>& lines, const TLyricsForm& form);
   void NotifyReplaced();
+  int64 StateReplayed(TReplayDirection direction) const;
+
+  struct TUnified {
+    int64 state = 0; // after the step
+    TDialect dialect = TDialect::kFamily;
+  };
 
   TEditHistory fHistory;
   TLyricsForm fForm;
@@ -143,7 +168,10 @@ private:
   std::optional<TFileState> fState;
   std::optional<TOpenedFile> fStart;
   TReadLosses fUnread;
-  std::set<std::string> fAccepted; // characters that saves in fAcceptedIn have lost
+  TCommonSource fSource; // also after saves: lines that an undo brings back are written as they were
+  int32 fSourceNumber = 0;
+  std::optional<TUnified> fUnified; // undoing that step brings the mixed tags back
+  std::set<std::string> fAccepted;  // characters that saves in fAcceptedIn have lost
   TEncoding fAcceptedIn = TEncoding::kUtf8;
   int32 fNumber = 0;
   TDocumentObserver* fObserver = nullptr;

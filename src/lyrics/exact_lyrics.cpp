@@ -1,6 +1,7 @@
 #include "lyrics/exact_lyrics.h"
 
 #include "common/koreva.h"
+#include "lyrics/foreign_encoding.h"
 #include "lyrics/lyrics_file.h"
 #include "platform/support/text_encoding.h"
 #include "platform/support/utf8.h"
@@ -11,7 +12,6 @@
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr char kSubstitute = 0x1A;
 
 using Converter = status_t (*)(uint32, const char*, size_t*, char*, size_t*, char);
@@ -51,6 +51,16 @@ std::string as_hexadecimal(char byte) {
   char text[8];
   std::snprintf(text, sizeof text, "\\x%02X", static_cast<unsigned>(static_cast<unsigned char>(byte)));
   return text;
+}
+
+/** UTF-16 has every character, and bytes that look like substitutes. */
+std::optional<std::string> encoded_foreign_line(const std::string& line, TEncoding encoding) {
+  std::optional<std::string> made = foreign_from_utf8(line, encoding);
+  const bool hasLoss =
+      foreign_name(encoding) == std::string_view("UTF-16LE") || foreign_name(encoding) == std::string_view("UTF-16BE")
+          ? !is_utf8(line)
+          : made && has_more_substitutes(*made, line);
+  return hasLoss ? std::nullopt : made;
 }
 
 /** Appends the line's characters that the encoding cannot hold and that were not seen before. */
@@ -143,6 +153,7 @@ std::optional<std::string> TExactLyrics::InEncoding(TEncoding encoding, std::opt
 
 std::optional<std::string> encoded_line(const std::string& line, TEncoding encoding) {
   if (encoding == TEncoding::kUtf8) return line;
+  if (is_foreign(encoding)) return encoded_foreign_line(line, encoding);
   // In JIS an ESC in the text would be read as a change of the character set.
   if (encoding == TEncoding::kJis && line.find('\x1B') != std::string::npos) return {};
   std::string made = converted(convert_from_utf8, line, encoding);

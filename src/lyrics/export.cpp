@@ -95,3 +95,7 @@ std::string export_name(const std::string& name, TExportFormat format) {
   constexpr const char* kExtensions[kExportFormats] = {"dotted.lrc", "enhanced.lrc", "srt"};
   return koreva::reext(name, kExtensions[static_cast<int>(format)]);
 }
+
+std::string plain_export_name(const std::string& name) {
+  return koreva::reext(name, "lrc");
+}

@@ -25,3 +25,6 @@ std::optional<TExported> export_lyrics(const std::list<std::string>& lines, TExp
 
 /** "song.lrc" to "song.dotted.lrc", "song.enhanced.lrc", "song.srt". */
 std::string export_name(const std::string& name, TExportFormat format);
+
+/** "song.txt" and "song.lrc" to "song.lrc", for the dotted form where no such file exists. */
+std::string plain_export_name(const std::string& name);

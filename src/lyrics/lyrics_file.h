@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lyrics/dialect.h"
 #include "lyrics/file_state.h"
 #include "lyrics/lyrics_form.h"
 #include "platform/storage/entry_ref.h"
@@ -18,6 +19,8 @@ struct TLyricsInfo {
   long Encoding = 0; // 0 UTF-8, 1 Shift-JIS, 2 JIS
   entry_ref File;    // empty while the document was never saved
 };
+
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; // in UTF-8
 
 /** The value of the setting for opening that means: detect the encoding. */
 inline constexpr long kDetectEncoding = 4;
@@ -41,6 +44,7 @@ struct TReadLosses {
 /** What reading a file reports besides its lines. */
 struct TReadReport {
   TReadLosses losses;
+  bool lacksLastLineEnd = false;
   TFileState state;
 };
 
@@ -50,9 +54,13 @@ struct TReadReport {
 bool load_lyrics(const entry_ref& file, std::list<std::string>* lines, long* crType, long* encoding,
                  TReadReport* report = nullptr);
 
-/** The same in a given encoding: 0 to 2, or kDetectEncoding. An unknown number leaves the bytes as they are. */
+/** The same in a given encoding: 0 to 2, a foreign one, or kDetectEncoding. An unknown number leaves the bytes as they
+    are. */
 bool load_lyrics_as(long readEncoding, const entry_ref& file, std::list<std::string>* lines, long* crType,
                     long* encoding, TReadReport* report = nullptr);
+
+/** True when the text up to a NUL has a last line without a line end. */
+bool lacks_last_line_end(std::string_view bytes, TEncoding encoding);
 
 /** The lines that reading a file of these bytes in that encoding gives. */
 std::list<std::string> lines_of_bytes(std::string_view bytes, TEncoding encoding);
@@ -62,7 +70,9 @@ void text_to_lines(const char* text, std::list<std::string>* lines);
 
 /** The bytes that a save writes: every line with its line end, converted. UTF-8 ends with one NUL, on purpose. */
 std::string lines_to_bytes(const std::list<std::string>& lines, long crType, long encoding);
-std::string encoded_lines(const std::vector<std::string>& lines, const TLyricsForm& form);
+/** The same for a document, whose dialect may be the common one: without the NUL, with what `source` tells. */
+std::string encoded_lines(const std::vector<std::string>& lines, const TLyricsForm& form,
+                          const TCommonSource& source = {});
 
 /** Maps the program's encoding numbers to the converter's (an unknown one to 0), and back (all but Shift-JIS and JIS to
     0). */

@@ -338,3 +338,40 @@ TEST(Journal, BehindItsDocumentItBeginsAgainWithEverything) {
   EXPECT_THAT(lines_of(*document2), ElementsAre("four", "three", "two", "one", ""));
   EXPECT_EQ(all_states(document2->history), all_states(document.History()));
 }
+
+TEST(Journal, ThousandthsOfACommonFileComeBackWithTheLines) {
+  const ScratchFolder folder;
+  const std::string bytes = "\xEF\xBB\xBF[00:01.234]a\n[0:02.5]b";
+  entry_ref ref;
+  ASSERT_EQ(get_ref_for_path(folder.Write("a.lrc", bytes).c_str(), &ref), B_OK);
+  const auto open = [&] { return *open_lyrics(ref, ref); };
+  const auto saved_after_crash = [](const JournaledDocument& world) {
+    const auto found = recovered(world);
+    return found ? encoded_lines(found->history.Lines(), found->target.form, found->source) : std::string("no journal");
+  };
+  JournaledDocument fromFile;
+  fromFile.document.Open(open());
+  fromFile.Change({0, 0, {"[00:09:00]new"}});
+  EXPECT_EQ(saved_after_crash(fromFile), "\xEF\xBB\xBF[00:09.00]new\n[00:01.234]a\n[0:02.5]b");
+
+  folder.Write("a.lrc", "[00:05:00]family\n[00:06.00]mixed\n");
+  JournaledDocument unified;
+  unified.document.Open(open());
+  unified.document.Unify(TDialect::kCommon, 0, 1);
+  unified.HandleReports();
+  EXPECT_EQ(saved_after_crash(unified), "[00:05.00]family\n[00:06.00]mixed\n");
+
+  JournaledDocument reloaded;
+  reloaded.document.Open(open());
+  reloaded.Change({0, 1, {"mine"}});
+  folder.Write("a.lrc", bytes);
+  reloaded.document.Reload(open(), 0, 1);
+  reloaded.Change({2, 0, {"c"}});
+  EXPECT_EQ(saved_after_crash(reloaded), bytes + "\nc");
+
+  JournaledDocument snapshot;
+  snapshot.document.Open(open());
+  folder.Write("a.lrc", "other bytes"); // so that the file cannot be the base
+  snapshot.Change({2, 0, {"c"}});
+  EXPECT_EQ(saved_after_crash(snapshot), bytes + "\nc");
+}

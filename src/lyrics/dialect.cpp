@@ -1,0 +1,364 @@
+#include "lyrics/dialect.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+namespace {
+
+/** Length of `[mm:ss:cc]` and `[mm:ss.cc]`, and where they differ. */
+constexpr size_t kTagLength = 10;
+constexpr size_t kSeparator = 6;
+
+bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+/** Reads the parts of a tag, one after the other. */
+class TTagReader {
+public:
+  TTagReader(std::string_view line, size_t at) : fLine(line), fAt(at) {}
+
+  bool Skip(char c) {
+    const bool isThere = fAt < fLine.size() && fLine[fAt] == c;
+    fAt += isThere ? 1 : 0;
+    return isThere;
+  }
+  void SkipBlanks() {
+    for (int i = 0; i < kMostBlanks && Skip(' '); ++i) continue;
+  }
+  /** At most `most` digits. */
+  std::string_view Digits(size_t most) {
+    const size_t start = fAt;
+    while (fAt < fLine.size() && fAt - start < most && is_digit(fLine[fAt])) ++fAt;
+    return fLine.substr(start, fAt - start);
+  }
+  size_t Position() const { return fAt; }
+
+private:
+  static constexpr int kMostBlanks = 2;
+  std::string_view fLine;
+  size_t fAt;
+};
+
+/** A time tag of the common dialect. */
+struct TCommonTag {
+  size_t length = 0;
+  bool isWellFormed = false;
+  std::array<char, kTagLength + 1> shown{}; // `[mm:ss:cc]`
+};
+
+void put_two_digits(std::string_view digits, char* to) {
+  to[0] = digits.size() > 1 ? digits[0] : '0';
+  to[1] = digits.back();
+}
+
+std::optional<TCommonTag> common_tag_at(std::string_view line, size_t at) {
+  TTagReader reader(line, at);
+  if (!reader.Skip('[')) return {};
+  reader.SkipBlanks();
+  const std::string_view minutes = reader.Digits(2);
+  if (minutes.empty() || !reader.Skip(':')) return {};
+  const std::string_view seconds = reader.Digits(2);
+  if (seconds.empty() || !reader.Skip('.')) return {};
+  const std::string_view fraction = reader.Digits(3);
+  reader.SkipBlanks();
+  if (fraction.empty() || !reader.Skip(']')) return {};
+  TCommonTag tag{reader.Position() - at, false, {"[00:00:00]"}};
+  tag.isWellFormed = fraction.size() > 1 && tag.length == kTagLength - 2 + fraction.size();
+  put_two_digits(minutes, &tag.shown[1]);
+  put_two_digits(seconds, &tag.shown[4]);
+  tag.shown[7] = fraction[0];
+  if (fraction.size() > 1) tag.shown[8] = fraction[1];
+  return tag;
+}
+
+bool are_digits(const char* two) {
+  return is_digit(two[0]) && is_digit(two[1]);
+}
+
+/** True for `[mm:ss` and the separator; nearly every tag of a long file begins like that. */
+bool begins_tag(std::string_view line, size_t at, char separator) {
+  const char* const tag = line.data() + at;
+  return line.size() - at > kSeparator && tag[0] == '[' && are_digits(tag + 1) && tag[3] == ':' &&
+         are_digits(tag + 4) && tag[kSeparator] == separator;
+}
+
+/** True for the rest of `[mm:ss:cc]` or `[mm:ss.cc]`. */
+bool ends_tag(std::string_view line, size_t at) {
+  return line.size() - at >= kTagLength && are_digits(line.data() + at + kSeparator + 1) &&
+         line[at + kTagLength - 1] == ']';
+}
+
+bool is_exact_tag(std::string_view line, size_t at) {
+  return begins_tag(line, at, '.') && ends_tag(line, at);
+}
+
+/** The family's tag at that position; its length, or 0. */
+size_t family_tag_length(std::string_view line, size_t at) {
+  if (begins_tag(line, at, ']')) return kSeparator + 1;
+  return begins_tag(line, at, ':') && ends_tag(line, at) ? kTagLength : 0;
+}
+
+/** A set of the times that `[mm:ss:cc]` can hold. */
+class TTimes {
+public:
+  void Add(std::string_view tag) {
+    if (fHas.empty()) fHas.resize(kCount);
+    fHas[IndexOf(tag)] = true;
+  }
+  bool IsEmpty() const { return fHas.empty(); }
+  bool Has(std::string_view tag) const { return fHas[IndexOf(tag)]; }
+
+private:
+  static constexpr size_t kCount = 1000000;
+  static size_t IndexOf(std::string_view tag) {
+    size_t index = 0;
+    for (const size_t at : {1, 2, 4, 5, 7, 8}) index = index * 10 + static_cast<size_t>(tag[at] - '0');
+    return index;
+  }
+  std::vector<bool> fHas;
+};
+
+/** Calls `visit(position)` for each `[mm:ss:cc]` until it returns false. */
+template <typename Visit>
+void for_each_extended_tag(std::string_view line, Visit visit) {
+  for (size_t at = line.find('['); at != std::string_view::npos; at = line.find('[', at)) {
+    const size_t length = family_tag_length(line, at);
+    if (length == kTagLength && !visit(at)) return;
+    at += std::max(length, size_t{1});
+  }
+}
+
+bool has_one_of(std::string_view line, const TTimes& times) {
+  bool hasOne = false;
+  for_each_extended_tag(line, [&](size_t at) { return !(hasOne = times.Has(line.substr(at, kTagLength))); });
+  return hasOne;
+}
+
+/** Writes the tags of a line. `tag_at(position)` returns the text for a `[mm:ss:cc]`, or an empty one for the usual
+    form. */
+template <typename TagAt>
+void write_line(std::string* line, TagAt tag_at) {
+  for (size_t at = line->find('['); at != std::string::npos; at = line->find('[', at)) {
+    const size_t length = family_tag_length(*line, at);
+    const std::string_view text = length == kTagLength ? tag_at(at) : std::string_view();
+    if (!text.empty()) {
+      line->replace(at, length, text);
+    } else if (length == kTagLength) {
+      (*line)[at + kSeparator] = '.';
+    } else if (length > 0) {
+      line->insert(at + kSeparator, ".00");
+    }
+    at += text.empty() ? (length > 0 ? kTagLength : 1) : text.size();
+  }
+}
+
+void write_line(std::string* line) {
+  write_line(line, [](size_t) { return std::string_view(); });
+}
+
+std::string written(std::string line) {
+  write_line(&line);
+  return line;
+}
+
+/** Calls `odd(tag)` for each tag that is not written as a save writes it, before it is replaced. */
+template <typename Odd>
+void show_line(std::string* line, Odd odd) {
+  for (size_t at = line->find('['); at != std::string::npos; at = line->find('[', at)) {
+    if (is_exact_tag(*line, at)) {
+      (*line)[at + kSeparator] = ':';
+      at += kTagLength;
+    } else if (const std::optional<TCommonTag> tag = common_tag_at(*line, at)) {
+      odd(*tag);
+      line->replace(at, tag->length, tag->shown.data());
+      at += kTagLength;
+    } else {
+      ++at;
+    }
+  }
+}
+
+std::string shown(std::string line) {
+  show_line(&line, [](const TCommonTag&) {});
+  return line;
+}
+
+/** Writes a changed line with those tags of its original that are the same; nothing without any. */
+std::optional<std::string> written_like(std::string line, const std::string& original) {
+  std::vector<std::pair<std::string, std::string>> tags; // as shown, as in the file
+  for (size_t at = original.find('['); at != std::string::npos; at = original.find('[', at + 1)) {
+    if (const auto tag = common_tag_at(original, at))
+      tags.emplace_back(tag->shown.data(), original.substr(at, tag->length));
+  }
+  std::vector<bool> isUsed(tags.size());
+  write_line(&line, [&](size_t at) {
+    const std::string_view text = std::string_view(line).substr(at, kTagLength);
+    for (size_t i = 0; i < tags.size(); ++i) {
+      if (!isUsed[i] && tags[i].first == text) {
+        isUsed[i] = true;
+        return std::string_view(tags[i].second);
+      }
+    }
+    return std::string_view();
+  });
+  if (std::ranges::none_of(isUsed, std::identity())) return {};
+  return line;
+}
+
+/** Finds for each line of a document the line of the source that it was. First those that were not changed, in the
+    order of the file; then, for those with another text, the line in the same place. */
+class TSourceLines {
+public:
+  TSourceLines(const TCommonSource& source, size_t lineCount) : fSource(source), fLineCount(lineCount) {
+    const size_t count = source.lines.size();
+    fShown.reserve(count);
+    fFirstEqual.reserve(count);
+    for (const TCommonSource::TLine& line : source.lines) {
+      fShown.push_back(shown(line.text));
+      for_each_extended_tag(fShown.back(), [this](size_t at) {
+        fTimes.Add(std::string_view(fShown.back()).substr(at, kTagLength));
+        return true;
+      });
+    }
+    fNextEqual.resize(count, kNone);
+    fUsed.resize(count);
+    for (size_t i = count; i-- > 0;) {
+      size_t& first = fFirstEqual.try_emplace(fShown[i], kNone).first->second;
+      fNextEqual[i] = std::exchange(first, i);
+    }
+  }
+
+  /** Without a time of the source a line has no original. */
+  bool MayHave(std::string_view line) const { return !fTimes.IsEmpty() && has_one_of(line, fTimes); }
+
+  /** The original of a line that was not changed; each is returned once. */
+  std::optional<size_t> TakeEqual(const std::string& line) {
+    const auto found = fFirstEqual.find(line);
+    if (found == fFirstEqual.end() || found->second == kNone) return {};
+    const size_t original = found->second;
+    found->second = fNextEqual[original];
+    fUsed[original] = true;
+    return original;
+  }
+
+  /** Writes a line with another text like the line of that number in the file. Nothing if that has none of its tags, or
+      is another line's original. */
+  std::optional<std::string> WrittenLike(const std::string& line, int64 index) {
+    const auto found = std::ranges::lower_bound(fSource.lines, index, {}, &TCommonSource::TLine::index);
+    const auto original = static_cast<size_t>(found - fSource.lines.begin());
+    if (found == fSource.lines.end() || found->index != index || fUsed[original]) return {};
+    std::optional<std::string> written = written_like(line, found->text);
+    fUsed[original] = written.has_value();
+    return written;
+  }
+
+  /** By how much the lines at the end have moved. */
+  int64 EndShift() const { return int64{fSource.lineCount} - static_cast<int64>(fLineCount); }
+  int64 ShiftOf(size_t original, size_t line) const {
+    return int64{fSource.lines[original].index} - static_cast<int64>(line);
+  }
+  const std::string& Text(size_t original) const { return fSource.lines[original].text; }
+
+private:
+  static constexpr size_t kNone = static_cast<size_t>(-1);
+
+  const TCommonSource& fSource;
+  const size_t fLineCount; // of the document
+  std::vector<std::string> fShown;
+  std::unordered_map<std::string_view, size_t> fFirstEqual; // that was not taken
+  std::vector<size_t> fNextEqual;
+  std::vector<bool> fUsed;
+  TTimes fTimes;
+};
+
+/** For each line without an original: by how much the next line that has one has moved. */
+std::vector<int64> shifts_of_next(const std::vector<std::optional<size_t>>& originals, const TSourceLines& source) {
+  std::vector<int64> shifts(originals.size());
+  int64 shift = source.EndShift();
+  for (size_t i = originals.size(); i-- > 0;) {
+    if (originals[i]) shift = source.ShiftOf(*originals[i], i);
+    shifts[i] = shift;
+  }
+  return shifts;
+}
+
+} // namespace
+
+TTagUse tags_used_in(const std::list<std::string>& lines) {
+  TTagUse use;
+  for (const std::string& line : lines) {
+    for (size_t at = line.find('['); at != std::string::npos; at = line.find('[', at + 1)) {
+      if (is_exact_tag(line, at))
+        use.hasCommon = true;
+      else if (family_tag_length(line, at) > 0)
+        use.hasFamily = true;
+      else if (const auto tag = common_tag_at(line, at))
+        use.hasCommon |= tag->isWellFormed;
+    }
+    if (use.IsMixed()) break;
+  }
+  return use;
+}
+
+TCommonSource show_as_family(std::list<std::string>* lines) {
+  TCommonSource source;
+  TTimes oddTimes;
+  std::vector<TCommonSource::TLine> oddLines;
+  for (std::string& line : *lines) {
+    show_line(&line, [&](const TCommonTag& tag) {
+      oddTimes.Add(tag.shown.data());
+      // The tags before this one are converted already; they were written as a save writes them, or the line is known.
+      const bool isKnown = !oddLines.empty() && oddLines.back().index == source.lineCount;
+      if (!isKnown) oddLines.push_back({source.lineCount, written(line)});
+    });
+    ++source.lineCount;
+  }
+  if (oddLines.empty()) return source;
+  int32 index = 0;
+  auto odd = oddLines.begin();
+  for (const std::string& line : *lines) {
+    if (odd != oddLines.end() && odd->index == index)
+      source.lines.push_back(std::move(*odd++));
+    else if (has_one_of(line, oddTimes))
+      source.lines.push_back({index, written(line)});
+    ++index;
+  }
+  return source;
+}
+
+std::vector<std::string> written_as_common(const std::vector<std::string>& lines, const TCommonSource& source) {
+  std::vector<std::string> result = lines;
+  if (source.lines.empty()) {
+    for (std::string& line : result) write_line(&line);
+    return result;
+  }
+  TSourceLines sourceLines(source, lines.size());
+  std::vector<std::optional<size_t>> originals(lines.size());
+  for (size_t i = 0; i < lines.size(); ++i) originals[i] = sourceLines.TakeEqual(lines[i]);
+  const std::vector<int64> nextShifts = shifts_of_next(originals, sourceLines);
+  int64 lastShift = 0;
+  for (size_t i = 0; i < lines.size(); ++i) {
+    const auto number = static_cast<int64>(i);
+    if (originals[i]) {
+      lastShift = sourceLines.ShiftOf(*originals[i], i);
+      result[i] = sourceLines.Text(*originals[i]);
+      continue;
+    }
+    std::optional<std::string> written;
+    if (sourceLines.MayHave(lines[i])) {
+      written = sourceLines.WrittenLike(lines[i], number + lastShift);
+      if (!written) written = sourceLines.WrittenLike(lines[i], number + nextShifts[i]);
+    }
+    if (written)
+      result[i] = std::move(*written);
+    else
+      write_line(&result[i]);
+  }
+  return result;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/support/types.h"
+
+#include <list>
+#include <string>
+#include <vector>
+
+/** The two dialects of lyrics files, which differ in their time tags: the family's `[mm:ss]` and `[mm:ss:cc]`, and the
+    common one of most other programs, `[mm:ss.cc]` and `[mm:ss.ccc]`. The lines of a document always have the family's
+    tags; those of a common file are converted when it is read and written. Pure: any thread. */
+
+/** Which well-formed tags occur, in square brackets. */
+struct TTagUse {
+  bool hasFamily = false;
+  bool hasCommon = false;
+  bool IsCommon() const { return hasCommon && !hasFamily; }
+  bool IsMixed() const { return hasCommon && hasFamily; }
+};
+TTagUse tags_used_in(const std::list<std::string>& lines);
+
+/** What the converted lines do not hold of a common file, so that lines and tags that were not changed can be written
+    back byte for byte. */
+struct TCommonSource {
+  struct TLine {
+    int32 index = 0; // in the file
+    std::string text;
+    friend bool operator==(const TLine&, const TLine&) = default;
+  };
+  bool hasByteOrderMark = false; // of UTF-8
+  bool lacksLastLineEnd = false;
+  int32 lineCount = 0;
+  /** Only those with a tag that was written in another way than a save would write it, as `[00:01.234]` or `[0:01.2]`,
+      and those with an equal tag. In the order of the file. */
+  std::vector<TLine> lines;
+
+  bool IsEmpty() const { return !hasByteOrderMark && !lacksLastLineEnd && lines.empty(); }
+  friend bool operator==(const TCommonSource&, const TCommonSource&) = default;
+};
+
+/** Converts common tags, including some that are not well-formed (one digit instead of two, blanks inside the
+    brackets), to `[mm:ss:cc]`; thousandths are cut. */
+TCommonSource show_as_family(std::list<std::string>* lines);
+
+/** The lines with common tags. A tag that is the same as in the source is written as it was there. */
+std::vector<std::string> written_as_common(const std::vector<std::string>& lines, const TCommonSource& source);
