@@ -20,6 +20,7 @@ public:
     if (fLyrics.IsUtf16()) return fFindings;
     LookAtLineEnds();
     FindSongLength();
+    LookAtDialect();
     for (const std::string& line : fLyrics.Lines()) {
       ++fNumber;
       LookAtBracket(line);
@@ -65,6 +66,12 @@ private:
     } else if (counts[2] > 0) {
       Find("cr-line-ends", "lines end with CR alone, which most players do not treat as a line ending");
     }
+  }
+
+  void LookAtDialect() {
+    if (std::string_view(dialect_of(fLyrics)) != "mixed") return;
+    Find("mixed-dialects",
+         "time tags of both dialects, [mm:ss:cc] and [mm:ss.cc]; convert --dialect gives them one form");
   }
 
   void FindSongLength() {

@@ -32,6 +32,7 @@ enum TOptionId {
   kLikeEditor,
   kLength,
   kFormat,
+  kDialect,
   kVersion,
 };
 
@@ -48,6 +49,7 @@ const option kLongOptions[] = {{"dry-run", no_argument, nullptr, kDryRun},
                                {"like-editor", no_argument, nullptr, kLikeEditor},
                                {"length", required_argument, nullptr, kLength},
                                {"format", required_argument, nullptr, kFormat},
+                               {"dialect", required_argument, nullptr, kDialect},
                                {"version", no_argument, nullptr, kVersion},
                                {nullptr, 0, nullptr, 0}};
 
@@ -62,7 +64,7 @@ const std::vector<TCommandName>& commands() {
       {"info", TCommand::kInfo, {kFormat}},
       {"check", TCommand::kCheck, {kTo, kLength, kFormat}},
       {"shift", TCommand::kShift, {kBy, kForce, kDryRun, kLikeEditor}},
-      {"convert", TCommand::kConvert, {kTo, kForce, kDryRun, kLikeEditor}},
+      {"convert", TCommand::kConvert, {kTo, kDialect, kForce, kDryRun, kLikeEditor}},
       {"strip", TCommand::kStrip, {kForce, kDryRun, kLikeEditor}},
       {"encode", TCommand::kEncode, {kTo, kEol, kForce, kDryRun}},
       {"export", TCommand::kExport, {kTo, kOutput, kForce, kDryRun}},
@@ -149,13 +151,22 @@ unsigned threads_of(const std::string& text) {
   return static_cast<unsigned>(count);
 }
 
+void read_conversion(const TGiven& given, TOptions* options) {
+  if (given.contains(kTo) == given.contains(kDialect)) throw UsageError("convert needs either --to or --dialect");
+  if (given.contains(kTo)) {
+    options->toExtended = chosen<bool>(given, kTo, {{"std", false}, {"ext", true}});
+    return;
+  }
+  if (given.contains(kLikeEditor)) throw UsageError("--dialect changes well-formed tags only, without --like-editor");
+  options->toDialect =
+      chosen<TDialect>(given, kDialect, {{"family", TDialect::kFamily}, {"common", TDialect::kCommon}});
+}
+
 void read_target(const TGiven& given, TOptions* options) {
   const bool hasTarget = given.contains(kTo);
   switch (options->command) {
   case TCommand::kConvert:
-    if (!hasTarget) throw UsageError("convert needs --to std or --to ext");
-    options->toExtended = chosen<bool>(given, kTo, {{"std", false}, {"ext", true}});
-    break;
+    return read_conversion(given, options);
   case TCommand::kEncode:
     if (!hasTarget && !given.contains(kEol)) throw UsageError("encode needs --to, --eol or both");
     if (hasTarget) options->toEncoding = chosen_encoding(given, kTo);

@@ -12,6 +12,8 @@ Commands:
   check     report what other players may misread
   shift     move all time tags             --by MS (such as 250, -1500, 1.5s)
   convert   give all tags the same form    --to std|ext   [mm:ss] or [mm:ss:cc]
+                                           --dialect family|common   [mm:ss:cc], or [mm:ss.cc] as in most
+                                           other players
   strip     remove the time tags
   encode    change encoding or line endings
                                            --to utf-8|sjis|jis, --eol lf|crlf|cr

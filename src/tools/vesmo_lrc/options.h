@@ -17,6 +17,7 @@ struct TOptions {
 
   long shiftMs = 0;
   bool toExtended = false;
+  std::optional<TDialect> toDialect; // of convert, in place of a form
   std::optional<TEncoding> toEncoding;
   std::optional<TLineEnd> toLineEnd;
   TExportFormat exportFormat = TExportFormat::kDotted;

@@ -84,7 +84,7 @@ std::string or_null(const std::optional<long>& number) {
 }
 
 constexpr const char* kInfoColumns =
-    "file\tform\tlines\ttagged lines\tstandard tags\tcolon tags\tdotted tags\tfirst\tlast\n";
+    "file\tform\tlines\ttagged lines\tstandard tags\tcolon tags\tdotted tags\tfirst\tlast\tdialect\n";
 constexpr const char* kCheckColumns = "file\tline\tcode\tmessage\n";
 
 } // namespace
@@ -94,22 +94,25 @@ std::string info_report(const std::string& name, const TExactLyrics& lyrics, TRe
   const std::string form = lyrics.IsUtf16() ? "UTF-16" : form_of(lyrics);
   const auto number = [](size_t value) { return std::to_string(value); };
   const std::string lines = number(lyrics.Lines().size());
+  const std::string dialect = dialect_of(lyrics);
   switch (format) {
   case TReportFormat::kText:
     return printable(name) + ": " + form + "; " + lines + " lines, " + number(tags.lines) +
            " tagged; tags: " + number(tags.standard) + " standard, " + number(tags.colon) + " with colon, " +
-           number(tags.dotted) + " with period; " + time_text(tags.firstMs) + " to " + time_text(tags.lastMs) + "\n";
+           number(tags.dotted) + " with period; dialect: " + dialect + "; " + time_text(tags.firstMs) + " to " +
+           time_text(tags.lastMs) + "\n";
   case TReportFormat::kTable:
     return field(name) + "\t" + form + "\t" + lines + "\t" + number(tags.lines) + "\t" + number(tags.standard) + "\t" +
            number(tags.colon) + "\t" + number(tags.dotted) + "\t" + time_text(tags.firstMs) + "\t" +
-           time_text(tags.lastMs) + "\n";
+           time_text(tags.lastMs) + "\t" + dialect + "\n";
   case TReportFormat::kJson:
     break;
   }
   return "{\"file\": " + quoted(name) + ", \"form\": " + quoted(form) + ", \"lines\": " + lines +
          ", \"taggedLines\": " + number(tags.lines) + ", \"standardTags\": " + number(tags.standard) +
          ", \"colonTags\": " + number(tags.colon) + ", \"dottedTags\": " + number(tags.dotted) +
-         ", \"firstMs\": " + or_null(tags.firstMs) + ", \"lastMs\": " + or_null(tags.lastMs) + "}";
+         ", \"firstMs\": " + or_null(tags.firstMs) + ", \"lastMs\": " + or_null(tags.lastMs) + ", \"dialect\": \"" +
+         dialect + "\"}";
 }
 
 std::string check_report(const std::string& name, const std::vector<TFinding>& findings, TReportFormat format) {

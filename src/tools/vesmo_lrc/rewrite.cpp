@@ -1,6 +1,7 @@
 #include "tools/vesmo_lrc/rewrite.h"
 
 #include "lyrics/bulk_tags.h"
+#include "lyrics/dialect.h"
 #include "lyrics/tag_spans.h"
 #include "lyrics/time_tags.h"
 
@@ -58,7 +59,23 @@ bool editor_takes_for_tag(const std::string& line) {
   return bracket_kind(line) != TBracketKind::kTimeTag && time_tag_to_time(line, &time, &isExtended);
 }
 
+void change_dialect(TDialect dialect, std::list<std::string>* lines) {
+  if (dialect == TDialect::kFamily) {
+    show_as_family(lines);
+    return;
+  }
+  std::vector<std::string> written = written_as_common({lines->begin(), lines->end()}, {});
+  std::move(written.begin(), written.end(), lines->begin());
+}
+
+/** The NUL at the end is of the family's dialect. */
+void remove_final_nul(const TExactLyrics& lyrics, std::string* bytes) {
+  if (lyrics.Rest().find_first_not_of('\0') == std::string_view::npos)
+    bytes->resize(bytes->size() - lyrics.Rest().size());
+}
+
 void change_lines(const TOptions& options, TRewritten* result) {
+  if (options.toDialect) return change_dialect(*options.toDialect, &result->lines);
   const TBulkCommand change = bulk_command(options);
   if (options.likeEditor) {
     change(&result->lines);
@@ -115,6 +132,8 @@ TRewritten rewrite(const TExactLyrics& lyrics, const TOptions& options) {
   } else {
     change_lines(options, &result);
     result.bytes = lyrics.WithLines(result.lines);
+    if (result.bytes && options.toDialect == TDialect::kCommon) remove_final_nul(lyrics, &*result.bytes);
+    if (result.bytes) result.form = form_of(TExactLyrics(*result.bytes, lyrics.Encoding()));
     if (!result.bytes) result.refusal = refusal_for_characters(result.lines, lyrics.Encoding());
   }
   return result;
@@ -131,6 +150,11 @@ std::string unreadable_text(const TExactLyrics& lyrics) {
 std::string encoding_name(TEncoding encoding) {
   constexpr const char* kNames[] = {"UTF-8", "Shift-JIS", "JIS"};
   return kNames[static_cast<size_t>(encoding)];
+}
+
+const char* dialect_of(const TExactLyrics& lyrics) {
+  const TTagUse use = tags_used_in(lyrics.Lines());
+  return use.IsMixed() ? "mixed" : use.hasCommon ? "common" : use.hasFamily ? "family" : "none";
 }
 
 std::string form_of(const TExactLyrics& lyrics) {

@@ -17,6 +17,9 @@ TRewritten rewrite(const TExactLyrics& lyrics, const TOptions& options);
 
 std::string encoding_name(TEncoding encoding);
 
+/** Which time tags occur: "family", "common", "mixed" or "none". */
+const char* dialect_of(const TExactLyrics& lyrics);
+
 /** Encoding and line end, such as "Shift-JIS, CR LF". */
 std::string form_of(const TExactLyrics& lyrics);
 

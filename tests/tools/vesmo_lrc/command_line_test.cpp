@@ -48,6 +48,8 @@ TEST(CommandLine, WhatMakesNoSenseIsSaid) {
       {{"shift", "--by", "nan", "a"}, "not 'nan'"},
       {{"shift", "--by"}, "'--by' needs a value"},
       {{"convert", "--to", "dotted", "a"}, "one of std, ext"},
+      {{"convert", "--to", "std", "--dialect", "family", "a"}, "either --to or --dialect"},
+      {{"convert", "--dialect", "common", "--like-editor", "a"}, "without --like-editor"},
       {{"encode", "a"}, "--to, --eol or both"},
       {{"encode", "--eol", "nl", "a"}, "one of lf, crlf, cr"},
       {{"check", "--length", "long", "a"}, "not 'long'"},

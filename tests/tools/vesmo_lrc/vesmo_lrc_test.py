@@ -143,7 +143,7 @@ class VesmoLrc(unittest.TestCase):
         found = {pathlib.Path(file["file"]).name: [f["code"] for f in file["findings"]] for file in json.loads(shown)}
         self.assertEqual(found, {"a.lrc": ["colon-tags"], 'b"\n.lrc': []})
         shown, _ = self.run_tool("info", "--format", "tsv", self.root)
-        self.assertEqual([len(row.split("\t")) for row in shown.decode().splitlines()], [9, 9, 9])
+        self.assertEqual([len(row.split("\t")) for row in shown.decode().splitlines()], [10, 10, 10])
 
     def test_copies_are_written_beside_nothing_that_is_there(self):
         self.write("in/a.lrc", "[00:01]a\n")

@@ -13,6 +13,7 @@ _vesmo_lrc() {
         export) values="lrc enhanced srt" ;;
         *) values="utf-8 sjis jis" ;;
       esac ;;
+    --dialect) values="family common" ;;
     --from) values="utf-8 sjis jis auto" ;;
     --eol) values="lf crlf cr" ;;
     --format) values="text tsv json" ;;
@@ -26,7 +27,7 @@ _vesmo_lrc() {
       info) options+=" --format" ;;
       check) options+=" --format --to --length" ;;
       shift) options+=" --by --force --dry-run --like-editor" ;;
-      convert) options+=" --to --force --dry-run --like-editor" ;;
+      convert) options+=" --to --dialect --force --dry-run --like-editor" ;;
       strip) options+=" --force --dry-run --like-editor" ;;
       encode) options+=" --to --eol --force --dry-run" ;;
       export) options+=" --to --output --force --dry-run" ;;

@@ -20,6 +20,7 @@ complete -c vesmo-lrc -n "$command_is info check" -l format -x -a 'text tsv json
 complete -c vesmo-lrc -n "$command_is check" -l length -x -d 'Length of the song'
 complete -c vesmo-lrc -n "$command_is shift" -l by -x -d 'Milliseconds'
 complete -c vesmo-lrc -n "$command_is convert" -l to -x -a 'std ext' -d Form
+complete -c vesmo-lrc -n "$command_is convert" -l dialect -x -a 'family common' -d Dialect
 complete -c vesmo-lrc -n "$command_is encode check" -l to -x -a 'utf-8 sjis jis' -d Encoding
 complete -c vesmo-lrc -n "$command_is encode" -l eol -x -a 'lf crlf cr' -d 'Line endings'
 complete -c vesmo-lrc -n "$command_is export" -l to -x -a 'lrc enhanced srt' -d Format
