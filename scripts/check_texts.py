@@ -59,7 +59,7 @@ def check_help(path, texts, sections):
         faults.append(f"{path}: the help has no section for it")
         return
     for key, text in texts.items():
-        if re.match(r"Menu_|MItem_", key) and not re.match(r"MItem_(Encoding|CR_Type|Export_Format)_", key):
+        if re.match(r"Menu_|MItem_", key) and not re.match(r"MItem_(Encoding|CR_Type|Dialect|Export_Format)_", key):
             if text not in section:
                 faults.append(f"{path}: the help does not name {key}, {text}")
 

@@ -31,6 +31,7 @@ constexpr std::array<TCommand, kCommands> kTable{{
     {kSave, "save", "MItem_Save", "S", "Ctrl+S", kView, kMsgSave},
     {kSaveAs, "save-as", "MItem_Save_As", "A", "Ctrl+2", kWindow, kMsgSaveAs},
     {kExport, "export", "MItem_Export", "E", "", kWindow, kMsgExport},
+    {kCopyForPlayers, "copy-for-players", "MItem_Copy_For_Players", "P", "Ctrl+Shift+E", kView, kMsgCopyForPlayers},
     {kClose, "close", "MItem_Close", "W", "Ctrl+W", kWindow, B_QUIT_REQUESTED},
     {kUndo, "undo", "MItem_Undo", "U", "Ctrl+Z", kView, kMsgUndo},
     {kRedo, "redo", "MItem_Redo", "R", "Ctrl+Shift+Z", kView, kMsgRedo},

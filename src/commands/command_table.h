@@ -15,6 +15,7 @@ enum class TCommandId : int32 {
   kSave,
   kSaveAs,
   kExport,
+  kCopyForPlayers,
   kClose,
   kUndo,
   kRedo,

@@ -6,7 +6,18 @@
 #include "language/llt.h"
 #include "lyrics/line_limit.h"
 #include "platform/app/message.h"
+#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
+
+namespace {
+
+/** In the encoding that the user has chosen, if it is one that is not detected. */
+TReadChoice choice_for(const TDocument& document) {
+  const TEncoding encoding = document.Form().encoding;
+  return {load_file_choices().recognisesCommon, is_foreign(encoding) ? std::optional(encoding) : std::nullopt};
+}
+
+} // namespace
 
 TDocumentFile::TDocumentFile(const BHandler* owner, TDocument* document, TEditSession* session, TNoticeBoard* notices,
                              TDifferences* differences)
@@ -52,7 +63,7 @@ std::optional<TOpenedLyrics> TDocumentFile::ReadAgain() {
   const TDiskState state = fWatch.StateNow();
   const bool isThere = state == TDiskState::kUnchanged || state == TDiskState::kChanged;
   std::optional<TOpenedLyrics> opened;
-  if (isThere && !has_too_many_lines(file)) opened = open_lyrics(file, file);
+  if (isThere && !has_too_many_lines(file)) opened = open_lyrics(file, file, choice_for(*fDocument));
   if (!opened) tell(gLLT->Text("Err_Cannot_Load_Lyrics") + ("\n" + file.FullPath()));
   return opened;
 }

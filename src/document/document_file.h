@@ -27,7 +27,7 @@ public:
   bool IsGone();
 
   /** Asks when the save would lose something; see TSaveGuard. */
-  [[nodiscard]] bool MaySave(TLyricsInfo* info) { return fSaveGuard.Allow(info); }
+  [[nodiscard]] bool MaySave(TLyricsInfo* info, TDialect dialect) { return fSaveGuard.Allow(info, dialect); }
   /** What the last save has backed up, for the status bar. */
   const std::string& SaveReport() const { return fSaveGuard.Report(); }
 

@@ -126,7 +126,9 @@ std::optional<std::string> TDocumentRecovery::Recover(const BMessage& message) {
   }
   const bool isFileChanged = has_file_changed(found->target);
   fSession->Active().Clear();
-  fDocument->Recover(opened_for(found->target, isFileChanged), std::move(found->history));
+  TOpenedLyrics opened = opened_for(found->target, isFileChanged);
+  opened.source = std::move(found->source);
+  fDocument->Recover(opened, std::move(found->history));
   fSession->SetMode(edit_mode_of(found->view.mode).value_or(fSession->Mode()));
   fSession->Show(fDocument->CopyLines());
   fSession->Active().SetCurLine(found->view.line);

@@ -2,6 +2,7 @@
 
 #include "document/document_song.h"
 #include "document/editor_view.h"
+#include "document/encoding_name.h"
 #include "editviews/free_edit_view.h"
 #include "editviews/tag_input_view.h"
 #include "hostlink/host_link.h"
@@ -42,12 +43,14 @@ std::list<std::string> lines_of(const TEditViewInterface& view) {
   return lines;
 }
 
-/** " [mode] encoding <line end>   text" */
+/** " [mode] encoding <line end>   text"; the common dialect is named in front of the text. */
 std::string status_text(const std::string& symbol, const TLyricsForm& form, const std::string& text) {
   const auto number = [](auto value) { return std::to_string(static_cast<int32>(value)); };
-  const std::string encodingKey = "StatBarSymbol_Encoding_" + number(form.encoding);
   const std::string lineEndKey = "StatBarSymbol_CR_Type_" + number(form.lineEnd);
-  return " [" + symbol + "] " + gLLT->Text(encodingKey.c_str()) + " <" + gLLT->Text(lineEndKey.c_str()) + ">   " + text;
+  const bool isCommon = form.dialect == TDialect::kCommon;
+  const std::string dialect = isCommon ? std::string(" ") + gLLT->Text("StatBarSymbol_Dialect_1") : std::string();
+  return " [" + symbol + "] " + encoding_name(form.encoding) + " <" + gLLT->Text(lineEndKey.c_str()) + ">" + dialect +
+         "   " + text;
 }
 
 } // namespace
@@ -215,6 +218,16 @@ void TEditSession::Rewrite(const std::function<void(std::list<std::string>*)>& r
   fActive->SetLines(lines);
   fActive->SetCurLine(line);
   fDocument->Rewrite(lines, line, system_time());
+  fActive->SetModified(true);
+  SendHistoryState();
+}
+
+void TEditSession::UnifyTags(TDialect dialect) {
+  fActive->FlushEdits();
+  const int32 line = fActive->CurLine();
+  fDocument->Unify(dialect, line, system_time());
+  fActive->SetLines(fDocument->CopyLines());
+  fActive->SetCurLine(line);
   fActive->SetModified(true);
   SendHistoryState();
 }

@@ -52,6 +52,8 @@ public:
   void DocumentStarted();
   /** Changes every line in one step. The document counts as modified even if no line changed. */
   void Rewrite(const std::function<void(std::list<std::string>*)>& rewrite);
+  /** Gives all time tags the form of that dialect, in one step. */
+  void UnifyTags(TDialect dialect);
   /** Replaces the document by its file in one step. */
   void Reload(const TOpenedLyrics& opened);
   /** Runs a command of the edit view that is shown, by its number in the command table; no effect for one that it does

@@ -21,6 +21,7 @@
 #include "platform/storage/file.h"
 #include "platform/storage/node_info.h"
 #include "platform/support/cut_text.h"
+#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
@@ -138,7 +139,7 @@ void TVesmoEView::RefsReceived(const BMessage& message) {
   if (!IsTextOrWanted(ref)) return;
   const entry_ref source = copy_to_open_instead(ref).value_or(ref);
   if (has_too_many_lines(source)) return tell(too_many_lines_text(source));
-  std::optional<TOpenedLyrics> opened = open_lyrics(ref, source);
+  std::optional<TOpenedLyrics> opened = open_lyrics(ref, source, {load_file_choices().recognisesCommon, {}});
   if (!opened) return tell(cannot_load_text(ref));
   ShowOpened(*opened);
   koreva::invoke_next_msg(&message);
@@ -187,6 +188,8 @@ void TVesmoEView::ShowOpened(const TOpenedLyrics& opened) {
     fSession->Show(opened.lines);
     fDocument.Open(opened);
     fSession->DocumentStarted();
+    opened.hasMixedTags ? OfferToUnifyTags() : WithdrawUnifyOffer();
+    OfferEncoding();
   }
   fFile->Follow();
   SendAddHistoryRqtd();

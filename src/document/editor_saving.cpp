@@ -5,12 +5,14 @@
 #include "document/document_recovery.h"
 #include "document/edit_session.h"
 #include "document/editor_view.h"
+#include "document/player_copier.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/storage/file.h"
 #include "platform/storage/node_info.h"
+#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
 
 namespace {
@@ -50,10 +52,18 @@ void TVesmoEView::MItemSaveClicked(const BMessage& message) {
     BMessage saveAs(message);
     saveAs.what = kMsgSaveAs;
     Window()->PostMessage(&saveAs);
-  } else if (SaveAndVerify(fDocument.Info())) {
+  } else if (SaveAndVerify(InfoToSave(), Dialect())) {
     ReportSaved();
     koreva::invoke_next_msg(&message);
   }
+}
+
+/** A foreign encoding is replaced by UTF-8 if the user prefers that. */
+TLyricsInfo TVesmoEView::InfoToSave() const {
+  TLyricsInfo info = fDocument.Info();
+  if (is_foreign(fDocument.Form().encoding) && load_file_choices().savesForeignAsUtf8)
+    info.Encoding = static_cast<long>(TEncoding::kUtf8);
+  return info;
 }
 
 bool TVesmoEView::IsForAnotherDocument(const BMessage& answer) const {
@@ -68,18 +78,20 @@ void TVesmoEView::SaveRequested(const BMessage& message) {
   int32 number = 0;
   if (IsForAnotherDocument(message)) return;
   if (message.FindInt32("CRType", &number) == B_OK) info.CRType = cvt_enum_cr_type_to_ct(number);
-  if (message.FindInt32("Encoding", &number) == B_OK) info.Encoding = static_cast<long>(encoding_of(number));
+  if (message.FindInt32("Encoding", &number) == B_OK) info.Encoding = static_cast<long>(any_encoding_of(number));
+  const bool hasDialect = message.FindInt32("Dialect", &number) == B_OK;
+  const TDialect dialect = hasDialect ? dialect_of(number) : Dialect();
   koreva::get_save_ref(&message, &info.File);
-  if (info.File.IsEmpty() || info.File.directory.empty() || !SaveAndVerify(info)) return;
+  if (info.File.IsEmpty() || info.File.directory.empty() || !SaveAndVerify(info, dialect)) return;
   SendAddHistoryRqtd();
   SetWinTitle();
   ReportSaved();
   koreva::invoke_next_msg(&message);
 }
 
-status_t TVesmoEView::SaveLyrics(const TLyricsInfo& info) {
+status_t TVesmoEView::SaveLyrics(const TLyricsInfo& info, TDialect dialect) {
   fSession->Active().FlushEdits();
-  fSaver.Write(fDocument.PlanSave(info.File, {encoding_of(info.Encoding), line_end_of(info.CRType)}, {}));
+  fSaver.Write(fDocument.PlanSave(info.File, {any_encoding_of(info.Encoding), line_end_of(info.CRType), dialect}, {}));
   BFile file(info.File.FullPath().c_str(), B_READ_WRITE);
   if (file.InitCheck() == B_OK) SetLyricsMimeType(&file);
   fSession->Active().SetModified(false);
@@ -87,10 +99,10 @@ status_t TVesmoEView::SaveLyrics(const TLyricsInfo& info) {
 }
 
 /** The save itself always reports success; only the file on the disk proves it. */
-bool TVesmoEView::SaveAndVerify(TLyricsInfo info) {
+bool TVesmoEView::SaveAndVerify(TLyricsInfo info, TDialect dialect) {
   fSession->Active().FlushEdits();
-  if (!fFile->MaySave(&info)) return false;
-  SaveLyrics(info);
+  if (!fFile->MaySave(&info, dialect)) return false;
+  SaveLyrics(info, dialect);
   const bool isSaved = fSaver.Verify();
   if (!isSaved) fSession->Active().SetModified(true);
   fFile->Follow();
@@ -98,7 +110,7 @@ bool TVesmoEView::SaveAndVerify(TLyricsInfo info) {
 }
 
 void TVesmoEView::ReportSaved() {
-  SetStatBarStr((gLLT->Text("StatBarStr_Saved_Lyrics") + fFile->SaveReport()).c_str());
+  SetStatBarStr((gLLT->Text("StatBarStr_Saved_Lyrics") + fFile->SaveReport() + fCopier->Renew()).c_str());
 }
 
 void TVesmoEView::SetLyricsMimeType(BFile* file) {

@@ -8,6 +8,7 @@
 #include "document/edit_session.h"
 #include "document/export_command.h"
 #include "document/line_split_win.h"
+#include "document/player_copier.h"
 #include "editviews/tag_input_view.h"
 #include "hostlink/current_song_finder.h"
 #include "hostlink/host_link.h"
@@ -16,6 +17,7 @@
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/interface/window.h"
+#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
@@ -41,6 +43,7 @@ TVesmoEView::~TVesmoEView() {
   fPublisher.reset();
   fFrontEnd->StopWaiting();
   fSongFinder.reset();
+  fCopier.reset();
 }
 
 void TVesmoEView::AttachedToWindow() {
@@ -49,6 +52,7 @@ void TVesmoEView::AttachedToWindow() {
   fDifferences = std::make_unique<TDifferences>(this);
   fFile = std::make_unique<TDocumentFile>(this, &fDocument, fSession.get(), fNotices, fDifferences.get());
   fRecovery = std::make_unique<TDocumentRecovery>(this, &fDocument, fSession.get(), fNotices, fDifferences.get());
+  fCopier = std::make_unique<TPlayerCopier>(this, fFrontEnd.get(), fSession.get(), &fDocument, fNotices);
   const BMessage refresh(kMsgRefreshInfo);
   fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &refresh, gPref->Values()->pollIntervalUs);
 }
@@ -106,6 +110,12 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     fSession->Active().FlushEdits();
     if (const auto report = export_document(fDocument, *message)) SetStatBarStr(report->c_str());
     return;
+  case kMsgCopyForPlayers:
+    return fCopier->Start();
+  case kMsgReopenAs:
+    return ReopenRqtd(*message);
+  case kMsgUnifyTags:
+    return UnifyTagsRqtd(*message);
   case kMsgShiftTags:
     return FineTimeTagRqtd(*message);
   case kMsgStatBarStr:
@@ -193,8 +203,11 @@ void TVesmoEView::CreateNewLyrics() {
   const auto settings = gPref->Values();
   fSession->Active().Clear();
   fSession->Show({std::string()});
-  fDocument.StartNew({encoding_of(settings->writeEncoding), line_end_of(settings->writeCRType)});
+  fDocument.StartNew({encoding_of(settings->writeEncoding), line_end_of(settings->writeCRType),
+                      dialect_of(load_file_choices().newDialect)});
   fSession->DocumentStarted();
+  WithdrawUnifyOffer();
+  WithdrawEncodingOffer();
   fFile->Follow();
 }
 
@@ -250,6 +263,8 @@ void TVesmoEView::LanguageChanged() {
   fFile->LanguageChanged();
   fRecovery->LanguageChanged();
   fSession->LanguageChanged();
+  fCopier->LanguageChanged();
+  RelabelUnifyOffer();
   SetWinTitle();
   ExpDefaultStatBarRqtd();
 }

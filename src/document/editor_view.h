@@ -21,6 +21,7 @@ class TDocumentRecovery;
 class TEditSession;
 class TLineSplitWin;
 class TNoticeBoard;
+class TPlayerCopier;
 
 /** In a ref message: bool, the file was chosen among the recent ones. */
 inline constexpr const char* kFromRecentFiles = "FromMRUF";
@@ -43,6 +44,7 @@ public:
    */
   bool AskSave(const BMessage& next, const BHandler* target);
   TLyricsInfo CurrentLyricsInfo() const { return fDocument.Info(); }
+  TDialect Dialect() const { return fDocument.Form().dialect; }
   /** Another one for each document that is started or opened. */
   int32 DocumentNumber() const { return fDocument.Number(); }
   /** Of the song whose lyrics were last searched for; empty if unknown. */
@@ -99,11 +101,23 @@ private:
   void SaveRequested(const BMessage& message);
   /** True, after a message, for the answer of a panel that was opened while another document was. */
   bool IsForAnotherDocument(const BMessage& answer) const;
-  status_t SaveLyrics(const TLyricsInfo& info);
+  status_t SaveLyrics(const TLyricsInfo& info, TDialect dialect);
   /** False, after a message or the user's Cancel, when nothing was saved. */
-  bool SaveAndVerify(TLyricsInfo info);
+  bool SaveAndVerify(TLyricsInfo info, TDialect dialect);
+  TLyricsInfo InfoToSave() const;
   void ReportSaved();
   void SetLyricsMimeType(BFile* file);
+
+  // editor_dialect.cpp
+  void OfferToUnifyTags();
+  void WithdrawUnifyOffer();
+  void RelabelUnifyOffer();
+  void UnifyTagsRqtd(const BMessage& message);
+
+  // editor_encoding.cpp
+  void OfferEncoding();
+  void WithdrawEncodingOffer();
+  void ReopenRqtd(const BMessage& message);
 
   // editor_bulk.cpp
   void FineTimeTagRqtd(const BMessage& message);
@@ -126,6 +140,7 @@ private:
   std::unique_ptr<TDifferences> fDifferences;
   std::unique_ptr<TDocumentFile> fFile;
   std::unique_ptr<TDocumentRecovery> fRecovery;
+  std::unique_ptr<TPlayerCopier> fCopier;
   std::unique_ptr<BMessageRunner> fPoll;
   bool fSaveIsPending = false; // the user answered Yes, and the kMsgSave is on its way
 };

@@ -43,8 +43,8 @@ void tell_not_saved(const TDocument& document, const TSavePlan& plan, const std:
   const std::string path = plan.file.FullPath();
   // With substitutes in place of characters, the copy would not be the text.
   const bool isLossy = !plan.lostCharacters.empty();
-  const std::string copy =
-      keep_for_recovery(path, isLossy ? document.Bytes({TEncoding::kUtf8, plan.form.lineEnd}) : plan.bytes);
+  const std::string copy = keep_for_recovery(
+      path, isLossy ? document.Bytes({TEncoding::kUtf8, plan.form.lineEnd, plan.form.dialect}) : plan.bytes);
   const std::string place =
       copy.empty() ? gLLT->Text("Hint_Not_Recovered") : gLLT->Text("Hint_Recovered") + ("\n" + copy);
   tell(gLLT->Text("Err_Cannot_Save_Lyrics") + ("\n" + path) + "\n\n" + (reason.empty() ? "" : reason + "\n\n") + place);

@@ -1,6 +1,7 @@
 #include "document/save_guard.h"
 
 #include "common/safety_copy.h"
+#include "document/encoding_name.h"
 #include "document/file_watch.h"
 #include "document/lyrics_saver.h"
 #include "interapp/questions.h"
@@ -15,10 +16,6 @@ enum class TSaveAnswer { kCancel, kAnyway, kAsUtf8 };
 
 /** More would only fill the screen; the rest is counted. */
 constexpr size_t kMostNamed = 30;
-
-std::string encoding_name(TEncoding encoding) {
-  return gLLT->Text(("StatBarSymbol_Encoding_" + std::to_string(static_cast<int32>(encoding))).c_str());
-}
 
 std::string named(const std::vector<std::string>& characters) {
   std::string text;
@@ -66,14 +63,11 @@ TSaveAnswer ask_about(const TSavePlan& plan) {
 
 } // namespace
 
-TSavePlan TSaveGuard::Plan(const TLyricsInfo& info, const TSaveTarget& target) const {
-  return fDocument->PlanSave(info.File, {encoding_of(info.Encoding), line_end_of(info.CRType)}, target);
-}
-
-bool TSaveGuard::Allow(TLyricsInfo* info) {
+bool TSaveGuard::Allow(TLyricsInfo* info, TDialect dialect) {
   fReport.clear();
   const TSaveTarget target = fWatch->TargetNow(info->File);
-  const TSavePlan plan = Plan(*info, target);
+  const TLyricsForm form{any_encoding_of(info->Encoding), line_end_of(info->CRType), dialect};
+  const TSavePlan plan = fDocument->PlanSave(info->File, form, target);
   if (target.now.kind == TFileKind::kNoAnswer) {
     tell_not_saved(*fDocument, plan, gLLT->Text("Hint_Disk_Silent"));
     return false;
@@ -104,7 +98,7 @@ bool TSaveGuard::KeepReplaced(const std::string& path) {
 
 /** The text that the encoding cannot hold. The user has agreed to the loss: a failure ends nothing. */
 void TSaveGuard::KeepWhole(const TSavePlan& plan) {
-  const std::string copy =
-      keep_for_recovery(plan.file.FullPath(), fDocument->Bytes({TEncoding::kUtf8, plan.form.lineEnd}));
+  const std::string copy = keep_for_recovery(
+      plan.file.FullPath(), fDocument->Bytes({TEncoding::kUtf8, plan.form.lineEnd, plan.form.dialect}));
   if (!copy.empty()) fReport += gLLT->Text("StatBarStr_Whole_Kept") + copy;
 }

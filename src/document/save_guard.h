@@ -14,12 +14,11 @@ public:
 
   /** True when the save may go on; then the encoding may have become UTF-8, as the user wanted. False when the user
       has cancelled, or after a message. */
-  [[nodiscard]] bool Allow(TLyricsInfo* info);
+  [[nodiscard]] bool Allow(TLyricsInfo* info, TDialect dialect);
   /** Of the last save, what was backed up and where, for the status bar. Empty when nothing was. */
   const std::string& Report() const { return fReport; }
 
 private:
-  [[nodiscard]] TSavePlan Plan(const TLyricsInfo& info, const TSaveTarget& target) const;
   [[nodiscard]] bool Ask(TLyricsInfo* info, const TSavePlan& plan) const;
   [[nodiscard]] bool KeepReplaced(const std::string& path);
   void KeepWhole(const TSavePlan& plan);

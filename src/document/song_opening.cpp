@@ -13,6 +13,7 @@
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
 #include "platform/storage/entry.h"
+#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
 
 #include <utility>
@@ -63,7 +64,7 @@ void TVesmoEView::OpenSongLyrics(const BMessage& message) {
   if (ref.FullPath() == fDocument.File().FullPath() || document != fDocument.Number() || !MayOpenByItself() ||
       !opens_without_question(ref))
     return;
-  const std::optional<TOpenedLyrics> opened = open_lyrics(ref, ref);
+  const std::optional<TOpenedLyrics> opened = open_lyrics(ref, ref, {load_file_choices().recognisesCommon, {}});
   if (!opened) return;
   ShowOpened(*opened);
   SetStatBarStr((gLLT->Text("StatBarStr_Opened_For_Song") + ref.name).c_str());

@@ -62,11 +62,15 @@ enum : uint32 {
   // To the editor view, from menus, panels and edit views; where noted, from it to the window.
   kMsgNew = '_new',
   kMsgOpenCurrent = 'opcl',
-  kMsgSave = '_sav',        // may carry a waiting command
-  kMsgSaveAs = '_sva',      // to the window; may carry a waiting command
-  kMsgExportTo = '_ext',    // ref "directory", string "name", int32 "Format", int32 "Document" (its number)
-  kMsgMode = 'mode',        // int32 "Mode"
-  kMsgModeChanged = 'umcr', // to the window: int32 "Mode"
+  kMsgSave = '_sav',           // may carry a waiting command
+  kMsgSaveAs = '_sva',         // to the window; may carry a waiting command
+  kMsgExportTo = '_ext',       // ref "directory", string "name", int32 "Format", int32 "Document" (its number)
+  kMsgCopyForPlayers = '_cpp', // saves a copy for other players
+  kMsgRenewCopies = 'cprn',    // from the notice after a copy: it is renewed at every save from now on
+  kMsgReopenAs = 'rpen',       // int32 "Encoding", a TEncoding: reads the file again
+  kMsgUnifyTags = 'tgun',      // from the notice about mixed time tags: int32 "Dialect"
+  kMsgMode = 'mode',           // int32 "Mode"
+  kMsgModeChanged = 'umcr',    // to the window: int32 "Mode"
   kMsgRefreshInfo = 'rcir',
   kMsgConvertTags = 'cvtt', // bool "CvtTagS2E": to the extended form
   kMsgDeleteTags = 'datt',

@@ -3,6 +3,7 @@
 #include "commands/key_bindings.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
+#include "lyrics/foreign_encoding.h"
 #include "platform/app/message.h"
 #include "platform/interface/menu_bar.h"
 #include "platform/interface/menu_item.h"
@@ -60,6 +61,20 @@ BMenuItem* TEditorMenus::MakeOpenSubmenu() {
   return MakeItem(kOpen, fOpenMenu);
 }
 
+BMenu* TEditorMenus::MakeReopenMenu() {
+  auto* const menu = new BMenu(label_of("Menu_Reopen_As", "R").c_str());
+  const auto add = [this, menu](const std::string& label, TEncoding encoding) {
+    auto* const item = new BMenuItem(label.c_str(), new BMessage(kMsgReopenAs));
+    item->Message()->AddInt32("Encoding", static_cast<int32>(encoding));
+    item->SetTarget(BMessenger(fTargets.view));
+    menu->AddItem(item);
+  };
+  for (int32 i = 0; i < 3; ++i) add(gLLT->Text(("MItem_Encoding_" + std::to_string(i)).c_str()), encoding_of(i));
+  menu->AddSeparatorItem();
+  for (const TForeignEncoding& foreign : foreign_encodings()) add(foreign.name, foreign.encoding);
+  return menu;
+}
+
 BMenu* TEditorMenus::MakeFileMenu() {
   auto* const menu = new BMenu(label_of("Menu_File", "F").c_str());
   menu->AddItem(MakeItem(kNew));
@@ -70,6 +85,9 @@ BMenu* TEditorMenus::MakeFileMenu() {
   menu->AddItem(MakeItem(kSave));
   menu->AddItem(MakeItem(kSaveAs));
   menu->AddItem(MakeItem(kExport));
+  menu->AddItem(MakeItem(kCopyForPlayers));
+  menu->AddSeparatorItem();
+  menu->AddItem(MakeReopenMenu());
   menu->AddSeparatorItem();
   menu->AddItem(MakeItem(kClose));
   return menu;

@@ -39,6 +39,7 @@ public:
   void EnableHistory(bool canUndo, bool canRedo);
 
 private:
+  BMenu* MakeReopenMenu();
   BMenu* MakeFileMenu();
   BMenuItem* MakeOpenSubmenu();
   BMenu* MakeEditMenu();

@@ -85,6 +85,7 @@ void TVesmoEWin::MItemSaveAsClicked(const BMessage& message) {
   const TLyricsInfo info = fEditorView->CurrentLyricsInfo();
   fSavePanel->SetEncoding(static_cast<int32>(info.Encoding));
   fSavePanel->SetCRType(static_cast<int32>(info.CRType));
+  fSavePanel->SetDialect(static_cast<int32>(fEditorView->Dialect()));
   SetSavePanelFileName();
   fSavePanel->SetPlaces(Places());
   set_priority(*fSavePanel, kShownPriority);
@@ -104,10 +105,10 @@ void TVesmoEWin::MItemExportClicked() {
   if (fExportPanel && fExportPanel->IsShowing()) return fExportPanel->Show(); // to the front
   BMessage answer(kMsgExportTo);
   answer.AddInt32("Document", fEditorView->DocumentNumber());
-  fExportPanel = std::make_unique<TExportPanel>(BMessenger(this), answer, DocumentName());
   const TLyricsInfo info = fEditorView->CurrentLyricsInfo();
   const bool hasFolder = !info.File.IsEmpty() && BEntry(info.File.directory.c_str()).IsDirectory();
-  fExportPanel->SetPanelDirectory(hasFolder ? info.File.directory.c_str() : PanelFolder().c_str());
+  const std::string folder = hasFolder ? info.File.directory : PanelFolder();
+  fExportPanel = std::make_unique<TExportPanel>(BMessenger(this), answer, folder, DocumentName());
   fExportPanel->SetPlaces(Places());
   set_priority(*fExportPanel, kShownPriority);
   fExportPanel->Show();

@@ -6,12 +6,14 @@
 #include "platform/app/message.h"
 #include "platform/interface/menu_bar.h"
 #include "platform/interface/window.h"
+#include "platform/storage/entry.h"
 #include "plugin/message_codes.h"
 
 #include <algorithm>
 #include <utility>
 
-TExportPanel::TExportPanel(const BMessenger& target, const BMessage& answer, std::string name)
+TExportPanel::TExportPanel(const BMessenger& target, const BMessage& answer, const std::string& folder,
+                           std::string name)
     : BFilePanel(B_SAVE_PANEL, &target), fName(std::move(name)),
       fFormatMenu(new BMenu(gLLT->Text("Menu_Export_Format"))) {
   fFormatMenu->SetRadioMode(true);
@@ -22,6 +24,7 @@ TExportPanel::TExportPanel(const BMessenger& target, const BMessage& answer, std
     fFormatMenu->AddItem(item);
   }
   SetMessage(&answer);
+  SetPanelDirectory(folder.c_str());
   SetTitle(gLLT->Text("Export_Panel_Title"));
   SetButtonLabel(B_CANCEL_BUTTON, gLLT->Text("Button_Cancel"));
   SetButtonLabel(B_DEFAULT_BUTTON, gLLT->Text("Button_Save"));
@@ -41,7 +44,12 @@ void TExportPanel::ProposeName() {
   if (!Window()->Lock()) return;
   const int32 format = Format();
   Window()->Unlock();
-  SetSaveText(export_name(fName, static_cast<TExportFormat>(format)).c_str());
+  entry_ref folder;
+  GetPanelDirectory(&folder);
+  const entry_ref plain = {folder.FullPath(), plain_export_name(fName)};
+  const bool isFree = !folder.IsEmpty() && !BEntry(&plain).Exists();
+  const bool isPlain = isFree && static_cast<TExportFormat>(format) == TExportFormat::kDotted;
+  SetSaveText((isPlain ? plain.name : export_name(fName, static_cast<TExportFormat>(format))).c_str());
 }
 
 void TExportPanel::SendMessage(const BMessenger* target, BMessage* message) {

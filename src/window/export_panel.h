@@ -12,10 +12,10 @@ class BMenu;
 class TExportPanel : public BFilePanel {
 public:
   /** `answer` gets the file and the format; `name` is that of the document's file. */
-  TExportPanel(const BMessenger& target, const BMessage& answer, std::string name);
+  TExportPanel(const BMessenger& target, const BMessage& answer, const std::string& folder, std::string name);
   ~TExportPanel() override { End(); }
 
-  /** Proposes the document's name in the marked format. */
+  /** Proposes the document's name in the marked format; "song.lrc" only if the shown folder has no such file. */
   void ProposeName();
   void SendMessage(const BMessenger* target, BMessage* message) override;
 

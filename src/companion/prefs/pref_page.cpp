@@ -33,13 +33,21 @@ void place(BView* view, float left, float top, float width, float height) {
 TPrefPage::TPrefPage(const char* name) : TKRVView({}, name) {}
 
 void TPrefPage::AddCheckBox(const char* name, const char* key, bool TPrefValues::*field) {
+  AddFreeCheckBox(
+      name, key, [field](const TPrefValues& values) { return values.*field; },
+      [field](bool isOn, TPrefValues* values) { values->*field = isOn; });
+}
+
+void TPrefPage::AddFreeCheckBox(const char* name, const char* key, std::function<bool(const TPrefValues&)> show,
+                                std::function<void(bool, TPrefValues*)> take) {
   auto* const box = new BCheckBox({}, name, "", new BMessage(kMsgSettingChanged));
   fRelabels.push_back([box, key] { box->SetLabel(gLLT->Text(key)); });
-  fBindings.push_back({box, [box, field](const TPrefValues& values) { box->SetValue(values.*field ? 1 : 0); },
-                       [box, field](TPrefValues* values) {
-                         values->*field = box->Value() != 0;
-                         return true;
-                       }});
+  fBindings.push_back(
+      {box, [box, show = std::move(show)](const TPrefValues& values) { box->SetValue(show(values) ? 1 : 0); },
+       [box, take = std::move(take)](TPrefValues* values) {
+         take(box->Value() != 0, values);
+         return true;
+       }});
   AddWide(box);
 }
 
@@ -58,13 +66,21 @@ BMenuField* TPrefPage::AddFreeMenu(const char* name, const char* key, std::funct
 
 void TPrefPage::AddMenu(const char* name, const char* key, int32 TPrefValues::*field,
                         const std::vector<TChoice>& choices) {
-  const auto index_of = [choices, field](const TPrefValues& values) {
-    const auto found = std::ranges::find(choices, values.*field, &TChoice::value);
+  AddChoices(
+      name, key, [field](const TPrefValues& values) { return values.*field; },
+      [field](int32 value, TPrefValues* values) { values->*field = value; }, choices);
+}
+
+void TPrefPage::AddChoices(const char* name, const char* key, std::function<int32(const TPrefValues&)> show,
+                           std::function<void(int32, TPrefValues*)> take, const std::vector<TChoice>& choices) {
+  const auto index_of = [choices, show = std::move(show)](const TPrefValues& values) {
+    const auto found = std::ranges::find(choices, show(values), &TChoice::value);
     return found == choices.end() ? -1 : static_cast<int32>(found - choices.begin());
   };
-  BMenuField* const menu = AddFreeMenu(name, key, index_of, [choices, field](int32 index, TPrefValues* values) {
-    if (index >= 0) values->*field = choices[static_cast<size_t>(index)].value;
-  });
+  const auto take_index = [choices, take = std::move(take)](int32 index, TPrefValues* values) {
+    if (index >= 0) take(choices[static_cast<size_t>(index)].value, values);
+  };
+  BMenuField* const menu = AddFreeMenu(name, key, index_of, take_index);
   fRelabels.push_back([menu, choices] {
     const int32 chosen = menu->Value();
     std::vector<std::string> shown;

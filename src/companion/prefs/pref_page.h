@@ -26,12 +26,22 @@ public:
   /** Copies the control's value into `values`. Returns kInvalid, and changes nothing, if the text is invalid. */
   TTaken Take(const void* source, TPrefValues* values) const;
 
+  // For pages whose settings are in a record of their own.
+  /** The window opens: Revert returns to the current settings. */
+  virtual void Opened() {}
+  virtual void Revert() {}
+  virtual void SetDefaults() {}
+  /** Saves the settings if they have changed. False if that fails. */
+  virtual bool Store() { return true; }
+
   BPoint PreferredSize() override;
   void AllAttached() override;
 
 protected:
   /** `key` is the language key of the label, which is also the control's accessible name. */
   void AddCheckBox(const char* name, const char* key, bool TPrefValues::*field);
+  void AddFreeCheckBox(const char* name, const char* key, std::function<bool(const TPrefValues&)> show,
+                       std::function<void(bool, TPrefValues*)> take);
   struct TChoice {
     int32 value;
     const char* key;
@@ -41,6 +51,9 @@ protected:
   /** `take` parses the text; false if it is invalid. */
   void AddText(const char* name, const char* key, std::function<std::string(const TPrefValues&)> show,
                std::function<bool(const std::string&, TPrefValues*)> take);
+  /** A menu of fixed choices, by their numbers. */
+  void AddChoices(const char* name, const char* key, std::function<int32(const TPrefValues&)> show,
+                  std::function<void(int32, TPrefValues*)> take, const std::vector<TChoice>& choices);
   /** A menu whose choices the page sets itself; `show` returns the index for the values, -1 for none. */
   BMenuField* AddFreeMenu(const char* name, const char* key, std::function<int32(const TPrefValues&)> show,
                           std::function<void(int32, TPrefValues*)> take);

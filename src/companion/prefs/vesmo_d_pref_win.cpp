@@ -1,6 +1,7 @@
 #include "companion/prefs/vesmo_d_pref_win.h"
 
 #include "companion/prefs/appearance_page.h"
+#include "companion/prefs/files_page.h"
 #include "companion/prefs/general_page.h"
 #include "companion/prefs/notices.h"
 #include "companion/prefs/shared_prefs.h"
@@ -41,7 +42,8 @@ TVesmoDPrefWin::TVesmoDPrefWin(const std::string& languageFolder, const BMesseng
     : TKRVDlgWin(""), fManager(manager), fAppearance(new TAppearancePage),
       fTiming(new TTimingPage(std::move(openOutput))), fPages{{new TGeneralPage(languageFolder), "Pref_Tab_General"},
                                                               {fAppearance, "Pref_Tab_Appearance"},
-                                                              {fTiming, "Pref_Tab_Timing"}},
+                                                              {fTiming, "Pref_Tab_Timing"},
+                                                              {new TFilesPage, "Pref_Tab_Files"}},
       fTabs(new BTabView({}, "PrefTabs")), fError(new BStringView({}, "Error", "")),
       fDefaults(new BButton({}, "Defaults", "", new BMessage(kMsgPrefDefaults))),
       fRevert(new BButton({}, "Revert", "", new BMessage(kMsgPrefRevert))),
@@ -62,6 +64,7 @@ TVesmoDPrefWin::~TVesmoDPrefWin() = default;
 void TVesmoDPrefWin::Show() {
   if (!fSendLater) fValues = fSent = current_settings();
   fOpened = fValues;
+  for (const TTab& tab : fPages) tab.page->Opened();
   ShowError(nullptr);
   Relabel();
   TKRVDlgWin::Show();
@@ -88,8 +91,10 @@ void TVesmoDPrefWin::MessageReceived(BMessage* message) {
   case kMsgStampHint:
     return TakeStampHint(*message);
   case kMsgPrefDefaults:
+    for (const TTab& tab : fPages) tab.page->SetDefaults();
     return SetAll(TPrefValues());
   case kMsgPrefRevert:
+    for (const TTab& tab : fPages) tab.page->Revert();
     return SetAll(fOpened);
   case kMsgPrefStore:
     return StoreNow();
@@ -147,14 +152,16 @@ void TVesmoDPrefWin::TakeStampHint(const BMessage& message) {
 }
 
 void TVesmoDPrefWin::SetAll(const TPrefValues& values) {
-  Change(values);
   ShowError(nullptr);
+  Change(values);
   for (const TTab& tab : fPages) tab.page->ShowValues(fValues);
 }
 
 void TVesmoDPrefWin::Change(const TPrefValues& values) {
   for (const BMessage& notice : notices_of_change(fValues, values)) fUnstored.push_back(notice);
   fValues = values;
+  for (const TTab& tab : fPages)
+    if (!tab.page->Store()) ShowError("Pref_Err_Store");
   SendChanges();
   if (!fUnstored.empty()) StoreSoon();
 }

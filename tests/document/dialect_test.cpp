@@ -1,0 +1,125 @@
+#include "common/koreva.h"
+#include "platform/interface/view.h"
+#include "plugin/file_choices.h"
+#include "plugin/message_codes.h"
+#include "tests/support/editor_fixture.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gmock/gmock.h>
+
+using namespace std::string_literals;
+using namespace testing;
+
+/** Lyrics in the form of other players, in the editor. */
+struct CommonLyrics : EditorByHand {
+  std::string Notice() const {
+    return fWindow->FindView("NoticeBar")->IsHidden() ? std::string() : hands::label_text(*fWindow, "NoticeText");
+  }
+  void ClickNotice(const char* button) {
+    hands::click(*fWindow, button, {8, 8});
+    Settle();
+  }
+  /** The copy command, until the player has named its song. */
+  void Copy() {
+    const std::string before = Status();
+    SendToView(BMessage(kMsgCopyForPlayers));
+    EXPECT_TRUE(Until([&] { return Status() != before; })) << Status();
+  }
+  static constexpr const char* kFirst = "NoticeButton0";
+};
+
+TEST_F(CommonLyrics, OpenedEditedAndSavedEveryOtherByteIsAsBefore) {
+  Open(fFolder.Write("a.lrc", "[ar:x]\r\n[00:01.204]one\r\n[00:02.50]two\r\n\r\n[0:03.1]three"));
+  EXPECT_THAT(Lines(), ElementsAre("[ar:x]", "[00:01:20]one", "[00:02:50]two", "", "[00:03:10]three"));
+  EXPECT_THAT(Status(), HasSubstr("UTF-8 <CR LF> [mm:ss.cc]   "));
+  EXPECT_FALSE(IsModified());
+  for (const char* key : {"Down", "Down", "+", "Ctrl+S"}) Press(key);
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[ar:x]\r\n[00:01.204]one\r\n[00:02.51]two\r\n\r\n[0:03.1]three");
+  Press("Ctrl+Z");
+  Press("Ctrl+S");
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[ar:x]\r\n[00:01.204]one\r\n[00:02.50]two\r\n\r\n[0:03.1]three");
+  BMessage saveAs = message_of(B_SAVE_REQUESTED, "directory", ref_of(fFolder.Path()));
+  saveAs.AddString("name", "b.lrc");
+  saveAs.AddInt32("Dialect", 0);
+  Send(saveAs);
+  EXPECT_EQ(fFolder.Read("b.lrc"), "[ar:x]\r\n[00:01:20]one\r\n[00:02:50]two\r\n\r\n[00:03:10]three\r\n"s + '\0');
+  EXPECT_THAT(Status(), HasSubstr("<CR LF>   "));
+}
+
+TEST_F(CommonLyrics, MixedTagsAreMadeOneByTheBarAndUndoneInOneStep) {
+  Open(fFolder.Write("a.lrc", "[00:01.20]one\n[00:02:50]two\n"));
+  EXPECT_THAT(Lines(), ElementsAre("[00:01.20]one", "[00:02:50]two"));
+  EXPECT_THAT(Notice(), HasSubstr("two forms"));
+  ClickNotice(kFirst);
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:20]one", "[00:02:50]two"));
+  EXPECT_EQ(Notice(), "");
+  Press("Ctrl+S");
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.20]one\n[00:02.50]two\n");
+  Press("Ctrl+Z");
+  EXPECT_THAT(Lines(), ElementsAre("[00:01.20]one", "[00:02:50]two"));
+}
+
+TEST_F(CommonLyrics, SettingsDecideAboutNewDocumentsAndRecognition) {
+  TFileChoices choices;
+  choices.newDialect = 1;
+  choices.recognisesCommon = false;
+  ASSERT_TRUE(store_file_choices(choices));
+  const std::string path = fFolder.Write("a.lrc", "[00:01.20]one\n");
+  Open(path);
+  EXPECT_THAT(Lines(), ElementsAre("[00:01.20]one"));
+  SendToView(BMessage(kMsgNew));
+  EXPECT_THAT(Status(), HasSubstr("<LF> [mm:ss.cc]   "));
+}
+
+TEST_F(CommonLyrics, CopyForPlayersIsRenewedAndNeverReplacesAnotherFile) {
+  Open(fFolder.Write("a.txt", "[00:01:20]one\n"));
+  Copy();
+  EXPECT_THAT(Status(), HasSubstr("Copy for other players: " + fFolder.File("a.lrc")));
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.20]one\n");
+  EXPECT_THAT(Notice(), StartsWith("a.lrc was saved for other players"));
+  ClickNotice(kFirst);
+  Press("+");
+  Press("Ctrl+S");
+  EXPECT_THAT(Status(), HasSubstr("copy renewed: a.lrc"));
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.21]one\n");
+
+  fFolder.Write("a.lrc", "foreign\n");
+  Press("+");
+  Press("Ctrl+S");
+  EXPECT_THAT(Notice(), StartsWith("a.lrc was not renewed"));
+  EXPECT_EQ(fFolder.Read("a.lrc"), "foreign\n");
+  EXPECT_THAT(Answer("R", [&] { Copy(); }).text, HasSubstr("already exists"));
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.22]one\n");
+  const auto kept = fFolder.File("KOREVA/VesmoE");
+  EXPECT_TRUE(std::ranges::any_of(std::filesystem::directory_iterator(kept), [](const auto& entry) {
+    return entry.path().filename().string().starts_with("Recovered_") && entry.file_size() == 8;
+  })) << "the foreign file was backed up";
+}
+
+TEST_F(CommonLyrics, LyricsUnderTheNameOfTheCopyAreOfferedToBeSavedInItsForm) {
+  Open(fFolder.Write("a.lrc", "[00:01:20]one\n"));
+  EXPECT_THAT(Answer("Y", [&] { Copy(); }).text, HasSubstr("the file that you are editing"));
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.20]one\n");
+  Copy();
+  EXPECT_THAT(Status(), HasSubstr("already in the form"));
+}
+
+TEST_F(CommonLyrics, ChineseFileIsOfferedInItsEncodingAndSavedInIt) {
+  std::string bytes;
+  for (int i = 0; i < 20; ++i) bytes += "[00:01.20]\xCE\xD2\xB5\xC4\xD0\xC4\xCC\xAB\xC2\xD2\n";
+  Open(fFolder.Write("a.lrc", bytes));
+  EXPECT_EQ(Notice(), "This file is probably GB18030.");
+  ClickNotice(kFirst);
+  EXPECT_EQ(Lines().front(), "[00:01:20]我的心太乱");
+  EXPECT_THAT(Status(), HasSubstr("] GB18030 <LF> [mm:ss.cc]"));
+  EXPECT_EQ(Notice(), "");
+  Press("+");
+  Press("Ctrl+S");
+  EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.21" + bytes.substr(9));
+  TFileChoices choices;
+  choices.savesForeignAsUtf8 = true;
+  ASSERT_TRUE(store_file_choices(choices));
+  Press("Ctrl+S");
+  EXPECT_THAT(fFolder.Read("a.lrc"), StartsWith("[00:01.21]我的心太乱\n"));
+}
