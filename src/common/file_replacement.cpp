@@ -61,7 +61,7 @@ int create_beside(const TFileTarget& target, std::string* path) {
   int file = -1;
   for (int i = 0; i < kMostTries; ++i) {
     *path = prefix + std::to_string(++count);
-    file = open(path->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, target.old ? 0600 : 0666);
+    file = open(path->c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, target.old ? 0600 : 0666);
     if (file >= 0 || errno != EEXIST) break; // EEXIST: left by a killed process with the same id
   }
   return file;
@@ -122,13 +122,18 @@ TFileReplacement::~TFileReplacement() {
 }
 
 status_t TFileReplacement::Write(TFileTarget target, std::string_view bytes, bool flush) {
+  return WriteBy(
+      std::move(target), [bytes](int file) { return write_all(file, bytes); }, flush);
+}
+
+status_t TFileReplacement::WriteBy(TFileTarget target, const std::function<status_t(int file)>& fill, bool flush) {
   fTarget = std::move(target);
   std::string path;
   const int file = create_beside(fTarget, &path);
   if (file < 0) return status_of_errno(errno);
   fWritten = std::move(path);
   if (fTarget.old) copy_metadata(fTarget, file);
-  status_t status = write_all(file, bytes);
+  status_t status = fill(file);
   if (status == B_OK && flush && fsync(file) != 0) status = status_of_errno(errno);
   // close() may report an error of a delayed write.
   if (close(file) != 0 && status == B_OK) status = status_of_errno(errno);

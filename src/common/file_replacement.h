@@ -2,6 +2,7 @@
 
 #include "platform/support/types.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,6 +40,8 @@ public:
   /** Writes the temporary file, with the target's permissions, extended attributes and, where allowed, its owner.
       Without `flush` the caller must flush it before the commit. */
   [[nodiscard]] status_t Write(TFileTarget target, std::string_view bytes, bool flush);
+  /** The same for content that `fill` writes to the empty file, which is also open for reading. */
+  [[nodiscard]] status_t WriteBy(TFileTarget target, const std::function<status_t(int file)>& fill, bool flush);
   [[nodiscard]] status_t Commit();
   const TFileTarget& Target() const { return fTarget; }
 

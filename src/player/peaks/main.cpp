@@ -2,7 +2,7 @@
     (player/pictures/song_picture.h) and to the cache file KEEP-AS, with the cover as an image file next to it.
     sonivo-peaks --tags: answers questions about tags (player/pictures/tag_talk.h).
     This process opens files and writes the cache; decoding is done by a sandboxed child process per song
-    (player/peaks/confined_work.h). */
+    (confined/confined_work.h). */
 
 #include "player/peaks/read_song.h"
 #include "player/peaks/read_tags.h"

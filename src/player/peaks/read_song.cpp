@@ -1,6 +1,6 @@
 #include "player/peaks/read_song.h"
 
-#include "player/peaks/confined_work.h"
+#include "confined/confined_work.h"
 #include "player/peaks/cover.h"
 #include "player/peaks/loudness.h"
 

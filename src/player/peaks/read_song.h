@@ -10,5 +10,5 @@ struct TSeenSong {
 
 /** Decodes the whole song and its cover, embedded or next to it. Empty if it is no song. */
 TSeenSong read_song(const TSongFile& file);
-/** Does so in a sandbox (player/peaks/confined_work.h). */
+/** Does so in a sandbox (confined/confined_work.h). */
 TSeenSong read_song_confined(const TSongFile& file);

@@ -1,7 +1,7 @@
 #include "player/peaks/read_tags.h"
 
+#include "confined/confined_work.h"
 #include "player/peaks/av_file.h"
-#include "player/peaks/confined_work.h"
 #include "player/peaks/song_file.h"
 
 #include <sys/stat.h>

@@ -1,8 +1,5 @@
 #include "player/peaks/song_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <filesystem>
 
 namespace {
@@ -14,13 +11,6 @@ std::vector<int> TSongFile::Descriptors() const {
   std::vector<int> descriptors{sound.Get()};
   for (const UniqueFd& cover : covers) descriptors.push_back(cover.Get());
   return descriptors;
-}
-
-UniqueFd open_regular_file(const std::string& path) {
-  UniqueFd file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-  struct stat state {};
-  const bool isRegular = file && fstat(file.Get(), &state) == 0 && S_ISREG(state.st_mode);
-  return isRegular && fcntl(file.Get(), F_SETFL, 0) == 0 ? std::move(file) : UniqueFd();
 }
 
 TSongFile open_song(const std::string& path) {

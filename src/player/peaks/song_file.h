@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/kernel/unique_fd.h"
+#include "confined/regular_file.h"
 
 #include <string>
 #include <vector>
@@ -14,6 +14,4 @@ struct TSongFile {
   std::vector<int> Descriptors() const;
 };
 
-/** Empty unless it is a regular file. Never blocks on a FIFO. */
-UniqueFd open_regular_file(const std::string& path);
 TSongFile open_song(const std::string& path);

@@ -1,7 +1,7 @@
 /** The sandbox for decoding untrusted songs: what it blocks, and that the player works without it. */
 
+#include "confined/confined_work.h"
 #include "platform/support/sanitizers.h"
-#include "player/peaks/confined_work.h"
 #include "player/peaks/read_song.h"
 #include "player/peaks/read_tags.h"
 

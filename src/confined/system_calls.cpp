@@ -1,4 +1,4 @@
-#include "player/peaks/system_calls.h"
+#include "confined/system_calls.h"
 
 #include "platform/kernel/unique_fd.h"
 
@@ -23,6 +23,7 @@ constexpr int kAllowed[] = {
     SCMP_SYS(lseek),
     SCMP_SYS(write),
     SCMP_SYS(writev),
+    SCMP_SYS(pwrite64),
     SCMP_SYS(close),
     SCMP_SYS(fstat),
     SCMP_SYS(brk),
@@ -102,7 +103,10 @@ bool add_rules(scmp_filter_ctx filter) {
     return seccomp_rule_add_array(filter, SCMP_ACT_ALLOW, call, 1, &isNotExecutable) == 0;
   };
   const auto refuse = [filter](int call) { return seccomp_rule_add(filter, SCMP_ACT_ERRNO(EACCES), call, 0) == 0; };
+  // Standard error, which stays open, may be a log file.
+  const scmp_arg_cmp isNoLog{0, SCMP_CMP_NE, STDERR_FILENO, 0};
   return std::all_of(std::begin(kAllowed), std::end(kAllowed), allow) &&
+         seccomp_rule_add_array(filter, SCMP_ACT_ALLOW, SCMP_SYS(ftruncate), 1, &isNoLog) == 0 &&
          std::all_of(std::begin(kAllowedWithoutExec), std::end(kAllowedWithoutExec), allowWithoutExec) &&
          std::all_of(std::begin(kRefused), std::end(kRefused), refuse);
 }
@@ -125,7 +129,8 @@ TFilterProgram compiled(scmp_filter_ctx filter) {
 
 std::optional<TFilterProgram> computing_only() {
   if (!kernel_can_filter()) {
-    std::fputs("sonivo-peaks: no system call filter available here; reading songs without it\n", stderr);
+    std::fprintf(stderr, "%s: no system call filter available here; reading songs without it\n",
+                 program_invocation_short_name);
     return std::nullopt;
   }
   const scmp_filter_ctx filter = seccomp_init(SCMP_ACT_KILL_PROCESS);

@@ -1,8 +1,8 @@
-#include "player/peaks/confined_work.h"
+#include "confined/confined_work.h"
 
+#include "confined/system_calls.h"
 #include "platform/kernel/unique_fd.h"
 #include "platform/support/sanitizers.h"
-#include "player/peaks/system_calls.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -47,13 +47,13 @@ void keep_only(std::vector<int> kept) {
 }
 
 /** False if the kernel supports system call filters and this one could not be set. */
-bool confine(const std::vector<int>& kept, rlim_t cpuSeconds) {
+bool confine(const std::vector<int>& kept, const TWorkLimits& limits) {
   keep_only(kept);
   prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
   limit(RLIMIT_AS, kMemoryBytes);
-  limit(RLIMIT_CPU, cpuSeconds);
-  limit(RLIMIT_FSIZE, 0);
-  signal(SIGXFSZ, SIG_IGN); // a line that the decoder logs into a file is lost, and does not end the work
+  limit(RLIMIT_CPU, limits.cpuSeconds);
+  limit(RLIMIT_FSIZE, limits.fileBytes);
+  signal(SIGXFSZ, SIG_IGN); // a line that a library logs into a file is lost, and does not end the work
   limit(RLIMIT_CORE, 0);
   limit(RLIMIT_NOFILE, 0); // open descriptors stay open
   return !filter() || filter_system_calls(*filter());
@@ -69,12 +69,12 @@ bool write_all(int fd, std::string_view bytes) {
 }
 
 /** Runs in the child. Uses _exit, since exit handlers belong to the parent. */
-[[noreturn]] void work_and_exit(pid_t parent, std::vector<int> files, int result, rlim_t cpuSeconds,
+[[noreturn]] void work_and_exit(pid_t parent, std::vector<int> files, int result, const TWorkLimits& limits,
                                 const std::function<std::string()>& work) {
   try {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     files.push_back(result);
-    if (getppid() == parent && confine(files, cpuSeconds) && write_all(result, work())) _exit(0);
+    if (getppid() == parent && confine(files, limits) && write_all(result, work())) _exit(0);
   } catch (...) { // mostly std::bad_alloc
   }
   _exit(1);
@@ -110,7 +110,7 @@ std::optional<std::string> confined_work(const std::vector<int>& files, const TW
   const pid_t parent = getpid();
   const pid_t child = fork();
   if (child < 0) return std::nullopt;
-  if (child == 0) work_and_exit(parent, files, writeEnd.Get(), limits.cpuSeconds, work);
+  if (child == 0) work_and_exit(parent, files, writeEnd.Get(), limits, work);
   writeEnd = UniqueFd();
   auto result = read_all(readEnd.Get(), limits);
   if (!result) kill(child, SIGKILL);
