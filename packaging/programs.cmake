@@ -4,7 +4,7 @@ function(install_linked target where rpath)
   install(TARGETS ${target} RUNTIME DESTINATION ${where} LIBRARY DESTINATION ${where})
 endfunction()
 
-foreach(target vesmo_platform vesmo_display sonivo sonivo-peaks vesmo_lrc)
+foreach(target vesmo_platform vesmo_display sonivo sonivo-peaks vesmo_lrc vesmo-songtags)
   install_linked(${target} ${home} "$ORIGIN")
 endforeach()
 install_linked(gen_VesmoE ${home}/plugins "$ORIGIN/..")

@@ -12,16 +12,11 @@ namespace {
 
 using TReport = std::function<void(const std::string&)>;
 
-bool has_lyrics_name(const fs::path& path) {
-  std::string extension = path.extension().string();
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return extension == ".lrc";
-}
+using TFilter = std::function<bool(const std::string&)>;
 
 class TCollector {
 public:
-  explicit TCollector(const TReport& report) : fReport(report) {}
+  TCollector(const TFilter& isWanted, const TReport& report) : fIsWanted(isWanted), fReport(report) {}
 
   void Add(const std::string& path) {
     std::error_code error;
@@ -48,7 +43,7 @@ private:
       const std::string below = relative + entry.path().filename().string();
       if (entry.is_directory(none) && !entry.is_symlink(none)) {
         LookInto(entry.path().string(), below + "/");
-      } else if (has_lyrics_name(entry.path()) && entry.is_regular_file(none)) {
+      } else if (fIsWanted(entry.path().string()) && entry.is_regular_file(none)) {
         AddFile(entry.path().string(), below);
       }
     }
@@ -61,6 +56,7 @@ private:
     if (!isKnown || fSeen.emplace(info.st_dev, info.st_ino).second) fInputs.push_back({path, relative});
   }
 
+  const TFilter& fIsWanted;
   const TReport& fReport;
   std::vector<TInput> fInputs;
   std::set<std::pair<dev_t, ino_t>> fSeen;
@@ -68,8 +64,16 @@ private:
 
 } // namespace
 
-std::vector<TInput> collect_files(const std::vector<std::string>& paths, const TReport& report) {
-  TCollector collector(report);
+bool has_lyrics_name(const std::string& path) {
+  std::string extension = fs::path(path).extension().string();
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return extension == ".lrc";
+}
+
+std::vector<TInput> collect_files(const std::vector<std::string>& paths, const TFilter& isWanted,
+                                  const TReport& report) {
+  TCollector collector(isWanted, report);
   for (const std::string& path : paths) collector.Add(path);
   return collector.Take();
 }

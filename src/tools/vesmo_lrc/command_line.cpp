@@ -33,6 +33,7 @@ enum TOptionId {
   kLength,
   kFormat,
   kDialect,
+  kLyrics,
   kVersion,
 };
 
@@ -50,6 +51,7 @@ const option kLongOptions[] = {{"dry-run", no_argument, nullptr, kDryRun},
                                {"length", required_argument, nullptr, kLength},
                                {"format", required_argument, nullptr, kFormat},
                                {"dialect", required_argument, nullptr, kDialect},
+                               {"lyrics", required_argument, nullptr, kLyrics},
                                {"version", no_argument, nullptr, kVersion},
                                {nullptr, 0, nullptr, 0}};
 
@@ -68,6 +70,8 @@ const std::vector<TCommandName>& commands() {
       {"strip", TCommand::kStrip, {kForce, kDryRun, kLikeEditor}},
       {"encode", TCommand::kEncode, {kTo, kEol, kForce, kDryRun}},
       {"export", TCommand::kExport, {kTo, kOutput, kForce, kDryRun}},
+      {"extract", TCommand::kExtract, {kOutput, kForce, kDryRun}},
+      {"embed", TCommand::kEmbed, {kLyrics, kDryRun}},
   };
   return all;
 }
@@ -202,6 +206,8 @@ void read_values(const TGiven& given, TOptions* options) {
         given, kFormat,
         {{"text", TReportFormat::kText}, {"tsv", TReportFormat::kTable}, {"json", TReportFormat::kJson}});
   }
+  if (given.contains(kLyrics)) options->lyrics = given.at(kLyrics);
+  if (given.contains(kLyrics) && options->lyrics.empty()) throw UsageError("--lyrics needs a path");
   if (given.contains(kOutput)) options->output = given.at(kOutput);
   if (given.contains(kOutput) && options->output.empty()) throw UsageError("--output needs a path");
   if (given.contains(kJobs)) options->threads = threads_of(given.at(kJobs));
@@ -226,6 +232,8 @@ TOptions options_of(const TGiven& given, const std::vector<std::string>& words) 
   if (options.paths.empty()) throw UsageError("name at least one file or folder, or - for standard input");
   if (std::count(options.paths.begin(), options.paths.end(), "-") > 1) throw UsageError("- can be given only once");
   read_values(given, &options);
+  if (options.IsAboutSongs() && std::count(options.paths.begin(), options.paths.end(), "-") > 0)
+    throw UsageError("songs cannot be read from standard input");
   return options;
 }
 

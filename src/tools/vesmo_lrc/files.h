@@ -16,14 +16,18 @@ struct TInput {
   std::string Name() const { return path == "-" ? "(standard input)" : path; }
 };
 
-/** The files of the given paths, each once, even if it has several names. Unreadable folders are passed to `report`, a
-    line each. */
+/** The files of the given paths, each once, even if it has several names. Folders are searched for files whose path
+    `isWanted`. Unreadable folders are passed to `report`, a line each. */
 std::vector<TInput> collect_files(const std::vector<std::string>& paths,
+                                  const std::function<bool(const std::string&)>& isWanted,
                                   const std::function<void(const std::string&)>& report);
 
 /** The whole file and its state at that time; "-" reads the standard input. Refuses files that are not regular or
     larger than 1 GiB. */
 [[nodiscard]] status_t read_input(const std::string& path, std::string* bytes, struct stat* info);
+
+/** True for *.lrc. */
+bool has_lyrics_name(const std::string& path);
 
 /** Error message for a status code. */
 std::string error_text(status_t status);

@@ -5,7 +5,7 @@ const char* const kVersionText = "vesmo-lrc (Vesmo Editor) 3.26\n";
 const char* const kHelpText = R"(Usage: vesmo-lrc COMMAND [OPTION]... FILE|FOLDER|-...
 
 Inspect, change and export timed lyrics, one file or many at once. Folders are searched for *.lrc files, with their
-subfolders. "-" reads standard input and writes standard output.
+subfolders; extract and embed search for songs instead. "-" reads standard input and writes standard output.
 
 Commands:
   info      show encoding, line endings, lines, tags and times
@@ -20,21 +20,25 @@ Commands:
   export    write a copy for other programs
                                            --to lrc|enhanced|srt
                                            [mm:ss.cc], the same with <mm:ss.cc> at words, or subtitles
+  extract   write the lyrics inside songs to files or standard output
+  embed     write the .lrc or .txt next to each song into the song
+                                           (MP3, FLAC, Ogg, Opus, MP4)
 
 shift, convert, strip and encode replace each file atomically and keep its permissions. A file that would lose
-something is left unchanged. So are lines with a bracket that is not a time tag, such as [ti:Title] or [Chorus].
+something is left unchanged, also by embed, which never changes the sound or other tags. So are lines with a bracket that is not a time tag, such as [ti:Title] or [Chorus].
 
 Options:
   -n, --dry-run         show what would change, write nothing
-  -o, --output=PATH     export: output file, or output folder for several files (default for one file: standard
+  -o, --output=PATH     export, extract: output file, or output folder for several files (default for one file: standard
                         output)
-  -f, --force           export: overwrite existing files; shift, convert, strip, encode: also change files in which
+  -f, --force           export, extract: overwrite existing files; shift, convert, strip, encode: also change files in which
                         an editor has unsaved changes
       --from=ENCODING   utf-8, sjis, jis or auto (detected for each file; the default)
       --like-editor     shift, convert, strip: treat every line that begins with a bracket as tagged, as the editor
                         does
       --to=ENCODING     check: encoding that must be able to hold the lyrics
       --length=TIME     check: song length (mm:ss); default: the [length:mm:ss] line
+      --lyrics=FILE     embed: the lyrics for a single song, instead of those next to it
       --format=FORMAT   info, check: text, tsv or json
   -j, --jobs=N          number of files processed in parallel (default: one per core)
   -q, --quiet           no summary and no progress bar

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-enum class TCommand { kInfo, kShift, kConvert, kStrip, kEncode, kCheck, kExport };
+enum class TCommand { kInfo, kShift, kConvert, kStrip, kEncode, kCheck, kExport, kExtract, kEmbed };
 enum class TReportFormat { kText, kTable, kJson };
 
 /** The parsed command line. */
@@ -26,12 +26,16 @@ struct TOptions {
   std::optional<long> songLengthMs;
   TReportFormat reportFormat = TReportFormat::kText;
   std::string output;      // file, folder, or empty
+  std::string lyrics;      // embed: the file to take; empty: the one next to each song
   bool likeEditor = false; // treat every line that begins with a bracket as tagged
   bool overwrites = false;
   bool isDryRun = false;
   bool isQuiet = false;
   unsigned threads = 0; // 0: one per core
 
+  bool IsAboutSongs() const { return command == TCommand::kExtract || command == TCommand::kEmbed; }
+  /** Writes copies to other paths. */
+  bool WritesCopies() const { return command == TCommand::kExport || command == TCommand::kExtract; }
   bool ChangesFiles() const {
     return command == TCommand::kShift || command == TCommand::kConvert || command == TCommand::kStrip ||
            command == TCommand::kEncode;

@@ -5,15 +5,9 @@
 #include "tools/vesmo_lrc/diff.h"
 #include "tools/vesmo_lrc/report.h"
 #include "tools/vesmo_lrc/rewrite.h"
+#include "tools/vesmo_lrc/songs.h"
 
 namespace {
-
-TOutcome failed(std::string error) {
-  TOutcome outcome;
-  outcome.state = TOutcome::kFailed;
-  outcome.error = std::move(error);
-  return outcome;
-}
 
 std::string edited_text(int32 process) {
   return "an editor (process " + std::to_string(process) + ") has unsaved changes in it; --force changes it anyway";
@@ -84,8 +78,17 @@ TOutcome exported(const TInput& input, const std::string& path, const TExactLyri
 
 } // namespace
 
+TOutcome failed(std::string error) {
+  TOutcome outcome;
+  outcome.state = TOutcome::kFailed;
+  outcome.error = std::move(error);
+  return outcome;
+}
+
 TOutcome work_on(const TOptions& options, const TInput& input, const std::string& exportPath,
                  const TEditedFiles& edited, size_t id, TReplacementBatch* batch) {
+  if (options.command == TCommand::kExtract) return extract_lyrics(options, input, exportPath, id, batch);
+  if (options.command == TCommand::kEmbed) return embed_lyrics(options, input);
   std::string bytes;
   struct stat asRead {};
   const status_t status = read_input(input.path, &bytes, &asRead);

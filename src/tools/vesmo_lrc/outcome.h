@@ -14,6 +14,8 @@ struct TOutcome {
   long linesLeftOut = 0;   // see TExported
 };
 
+TOutcome failed(std::string error);
+
 /** Runs the command on one file. New content is added to the batch; the outcome is valid once that is committed.
     `exportPath` is empty for the standard output. Thread-safe with one batch per thread. */
 TOutcome work_on(const TOptions& options, const TInput& input, const std::string& exportPath,

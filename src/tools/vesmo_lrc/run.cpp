@@ -1,5 +1,7 @@
 #include "tools/vesmo_lrc/run.h"
 
+#include "common/koreva.h"
+#include "songtags/song_file_names.h"
 #include "tools/vesmo_lrc/count_of.h"
 #include "tools/vesmo_lrc/outcome.h"
 #include "tools/vesmo_lrc/parallel.h"
@@ -30,10 +32,12 @@ std::vector<std::string> export_paths(const TOptions& options, const std::vector
   if (options.output.empty() || options.output == "-") return paths;
   std::error_code error;
   const bool isFolder = inputs.size() > 1 || options.output.back() == '/' || fs::is_directory(options.output, error);
+  const auto copy_name = [&options](const std::string& name) {
+    return options.IsAboutSongs() ? koreva::reext(name, "lrc") : export_name(name, options.exportFormat);
+  };
   for (size_t i = 0; i < inputs.size(); ++i) {
     const std::string name = inputs[i].path == "-" ? "lyrics" : inputs[i].relative;
-    paths[i] =
-        isFolder ? (fs::path(options.output) / export_name(name, options.exportFormat)).string() : options.output;
+    paths[i] = isFolder ? (fs::path(options.output) / copy_name(name)).string() : options.output;
   }
   return paths;
 }
@@ -43,9 +47,15 @@ public:
   explicit TRun(const TOptions& options) : fOptions(options), fFrame(report_frame(options)) {}
 
   int Run() {
-    fInputs = collect_files(fOptions.paths, [this](const std::string& text) { ReportError(text); });
-    if (fInputs.empty()) ReportError("no lyrics files found");
-    if (fOptions.command == TCommand::kExport && !CanExport()) return kExitUsage;
+    const bool isAboutSongs = fOptions.IsAboutSongs();
+    fInputs = collect_files(fOptions.paths, isAboutSongs ? has_song_name : has_lyrics_name,
+                            [this](const std::string& text) { ReportError(text); });
+    if (fInputs.empty()) ReportError(isAboutSongs ? "no songs found" : "no lyrics files found");
+    if (fOptions.WritesCopies() && !CanExport()) return kExitUsage;
+    if (!fOptions.lyrics.empty() && fInputs.size() > 1) {
+      Say("--lyrics is for one song only");
+      return kExitUsage;
+    }
     fOutcomes.resize(fInputs.size());
     Print(fFrame.before);
     WorkOnAll();
@@ -90,7 +100,7 @@ private:
     TParallelWork work;
     work.count = fInputs.size();
     work.threads = static_cast<unsigned>(std::min<size_t>(fOptions.threads > 0 ? fOptions.threads : cores, work.count));
-    const bool writes = fOptions.ChangesFiles() || fOptions.command == TCommand::kExport;
+    const bool writes = fOptions.ChangesFiles() || fOptions.WritesCopies();
     const size_t share = (work.count + work.threads - 1) / work.threads;
     work.runLength = std::min(share, writes ? kMostFilesAtOnce : kFewFiles);
     work.work = [this](size_t first, size_t last) { WorkOn(first, last); };
@@ -176,9 +186,9 @@ private:
       return count_of(Count(TOutcome::kFindings), "file", "files") + " with findings, " + number(TOutcome::kAsItWas) +
              " without, " + failed + notDone;
     }
-    const char* const done = fOptions.command == TCommand::kExport ? " written, "
-                             : fOptions.isDryRun                   ? " would change, "
-                                                                   : " changed, ";
+    const char* const done = fOptions.WritesCopies() ? " written, "
+                             : fOptions.isDryRun     ? " would change, "
+                                                     : " changed, ";
     return count_of(Count(TOutcome::kChanged), "file", "files") + done + number(TOutcome::kAsItWas) + " unchanged, " +
            failed + notDone;
   }
