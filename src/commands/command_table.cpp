@@ -32,6 +32,7 @@ constexpr std::array<TCommand, kCommands> kTable{{
     {kSaveAs, "save-as", "MItem_Save_As", "A", "Ctrl+2", kWindow, kMsgSaveAs},
     {kExport, "export", "MItem_Export", "E", "", kWindow, kMsgExport},
     {kCopyForPlayers, "copy-for-players", "MItem_Copy_For_Players", "P", "Ctrl+Shift+E", kView, kMsgCopyForPlayers},
+    {kWriteIntoSong, "write-into-song", "MItem_Write_Song", "I", "", kView, kMsgWriteIntoSong},
     {kClose, "close", "MItem_Close", "W", "Ctrl+W", kWindow, B_QUIT_REQUESTED},
     {kUndo, "undo", "MItem_Undo", "U", "Ctrl+Z", kView, kMsgUndo},
     {kRedo, "redo", "MItem_Redo", "R", "Ctrl+Shift+Z", kView, kMsgRedo},

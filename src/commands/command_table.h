@@ -16,6 +16,7 @@ enum class TCommandId : int32 {
   kSaveAs,
   kExport,
   kCopyForPlayers,
+  kWriteIntoSong,
   kClose,
   kUndo,
   kRedo,

@@ -115,6 +115,7 @@ void TVesmoEView::SongSearched(const BMessage& answer) {
     if (answer.what == kMsgSongFound) OfferSongLyrics(answer);
     return;
   }
+  if (TakeSong(answer)) return;
   if (answer.what == kMsgSongFound) {
     BMessage open(answer);
     open.AddBool(kForCurrentSong, true);

@@ -9,6 +9,7 @@
 #include "document/export_command.h"
 #include "document/line_split_win.h"
 #include "document/player_copier.h"
+#include "document/song_lyrics_job.h"
 #include "editviews/tag_input_view.h"
 #include "hostlink/current_song_finder.h"
 #include "hostlink/host_link.h"
@@ -44,9 +45,11 @@ TVesmoEView::~TVesmoEView() {
   fFrontEnd->StopWaiting();
   fSongFinder.reset();
   fCopier.reset();
+  fSongLyrics.reset();
 }
 
 void TVesmoEView::AttachedToWindow() {
+  fSongLyrics = std::make_unique<TSongLyricsJob>(BMessenger(this));
   fSongFinder = std::make_unique<TCurrentSongFinder>(fFrontEnd.get(), BMessenger(this));
   fPublisher = std::make_unique<TDocumentPublisher>(BMessenger(this), &fDocument, &fSong, fFrontEnd.get());
   fDifferences = std::make_unique<TDifferences>(this);
@@ -67,6 +70,12 @@ void TVesmoEView::MessageReceived(BMessage* message) {
   case kMsgNoSong:
   case kMsgPlayerSilent:
     return SongSearched(*message);
+  case kMsgWriteIntoSong:
+    return MItemWriteIntoSongClicked();
+  case kMsgSongLyricsRead:
+    return SongLyricsRead();
+  case kMsgSongLyricsWritten:
+    return SongLyricsWritten();
   case kMsgOpenSongLyrics:
     return OpenSongLyrics(*message);
   case kMsgSongOpening:

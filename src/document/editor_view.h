@@ -22,6 +22,7 @@ class TEditSession;
 class TLineSplitWin;
 class TNoticeBoard;
 class TPlayerCopier;
+class TSongLyricsJob;
 
 /** In a ref message: bool, the file was chosen among the recent ones. */
 inline constexpr const char* kFromRecentFiles = "FromMRUF";
@@ -142,5 +143,7 @@ private:
   std::unique_ptr<TDocumentRecovery> fRecovery;
   std::unique_ptr<TPlayerCopier> fCopier;
   std::unique_ptr<BMessageRunner> fPoll;
-  bool fSaveIsPending = false; // the user answered Yes, and the kMsgSave is on its way
+  std::unique_ptr<TSongLyricsJob> fSongLyrics;
+  bool fSongIsForWriting = false; // the one that is searched for
+  bool fSaveIsPending = false;    // the user answered Yes, and the kMsgSave is on its way
 };

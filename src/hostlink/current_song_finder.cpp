@@ -39,9 +39,10 @@ BMessage TCurrentSongFinder::Searched() const {
   entry_ref ref;
   const bool found = get_current_song_entry(fFrontEnd, &entry) && entry.filename && *entry.filename &&
                      get_ref_for_path(lyrics_fname(entry).c_str(), &ref) == B_OK;
-  free_song_entry(&entry);
   BMessage answer(found ? kMsgSongFound : kMsgNoSong);
   if (found) answer.AddRef("refs", &ref);
+  if (found) answer.AddString("song", entry.filename);
+  free_song_entry(&entry);
   return answer;
 }
 

@@ -62,15 +62,18 @@ enum : uint32 {
   // To the editor view, from menus, panels and edit views; where noted, from it to the window.
   kMsgNew = '_new',
   kMsgOpenCurrent = 'opcl',
-  kMsgSave = '_sav',           // may carry a waiting command
-  kMsgSaveAs = '_sva',         // to the window; may carry a waiting command
-  kMsgExportTo = '_ext',       // ref "directory", string "name", int32 "Format", int32 "Document" (its number)
-  kMsgCopyForPlayers = '_cpp', // saves a copy for other players
-  kMsgRenewCopies = 'cprn',    // from the notice after a copy: it is renewed at every save from now on
-  kMsgReopenAs = 'rpen',       // int32 "Encoding", a TEncoding: reads the file again
-  kMsgUnifyTags = 'tgun',      // from the notice about mixed time tags: int32 "Dialect"
-  kMsgMode = 'mode',           // int32 "Mode"
-  kMsgModeChanged = 'umcr',    // to the window: int32 "Mode"
+  kMsgWriteIntoSong = 'slwr',     // the lyrics, into the song that is playing, after a question
+  kMsgSongLyricsRead = 'slrd',    // from the thread that reads lyrics inside a song
+  kMsgSongLyricsWritten = 'slwn', // from the thread that writes them
+  kMsgSave = '_sav',              // may carry a waiting command
+  kMsgSaveAs = '_sva',            // to the window; may carry a waiting command
+  kMsgExportTo = '_ext',          // ref "directory", string "name", int32 "Format", int32 "Document" (its number)
+  kMsgCopyForPlayers = '_cpp',    // saves a copy for other players
+  kMsgRenewCopies = 'cprn',       // from the notice after a copy: it is renewed at every save from now on
+  kMsgReopenAs = 'rpen',          // int32 "Encoding", a TEncoding: reads the file again
+  kMsgUnifyTags = 'tgun',         // from the notice about mixed time tags: int32 "Dialect"
+  kMsgMode = 'mode',              // int32 "Mode"
+  kMsgModeChanged = 'umcr',       // to the window: int32 "Mode"
   kMsgRefreshInfo = 'rcir',
   kMsgConvertTags = 'cvtt', // bool "CvtTagS2E": to the extended form
   kMsgDeleteTags = 'datt',
@@ -135,7 +138,7 @@ enum : uint32 {
   kMsgSongOpening = 'Spso',    // notice of a changed setting: int32 "OpSg", a TSongOpening
 
   // From the search for the current song to the window that started it.
-  kMsgSongFound = 'csfd', // ref "refs"
+  kMsgSongFound = 'csfd', // ref "refs", its lyrics file, which may not exist; string "song", its own path
   kMsgNoSong = 'csno',
   kMsgPlayerSilent = 'cssl', // no answer for two seconds; the search goes on
 

@@ -86,6 +86,7 @@ BMenu* TEditorMenus::MakeFileMenu() {
   menu->AddItem(MakeItem(kSaveAs));
   menu->AddItem(MakeItem(kExport));
   menu->AddItem(MakeItem(kCopyForPlayers));
+  menu->AddItem(MakeItem(kWriteIntoSong));
   menu->AddSeparatorItem();
   menu->AddItem(MakeReopenMenu());
   menu->AddSeparatorItem();
