@@ -85,6 +85,12 @@ bool TLineTimes::HasTimes() const {
   return std::any_of(fFirstMs.begin(), fFirstMs.end(), [](int32 timeMs) { return timeMs >= 0; });
 }
 
+std::optional<int32> TLineTimes::OnlyTagOf(int32 row) const {
+  const int32 timeMs = fFirstMs[static_cast<size_t>(row)];
+  if (timeMs < 0 || fFurtherMs.contains(row)) return {};
+  return timeMs;
+}
+
 std::optional<int32> TLineTimes::TimeOf(int32 row) const {
   const int32 timeMs = fFirstMs[static_cast<size_t>(row)];
   if (timeMs < 0) return {};

@@ -27,6 +27,9 @@ public:
   void Append(const std::string& line);
   void Change(int32 row, const std::string& line);
 
+  int32 CountRows() const { return static_cast<int32>(fFirstMs.size()); }
+  /** As written, without the offset; nothing for a row with no tag or several. */
+  std::optional<int32> OnlyTagOf(int32 row) const;
   bool HasTimes() const;
   /** The time of the row's first tag. */
   std::optional<int32> TimeOf(int32 row) const;

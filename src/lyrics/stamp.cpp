@@ -30,7 +30,13 @@ std::optional<TNudgedLine> nudge(const std::string& line, bool isLater) {
   bool isExtended = false;
   if (!time_tag_to_time(line, &timeMs, &isExtended)) return {};
   const long sizeMs = isExtended ? kExtendedStepMs : kStandardStepMs;
-  const long stepMs = isLater ? sizeMs : -sizeMs;
+  return nudge_by(line, isLater ? sizeMs : -sizeMs);
+}
+
+std::optional<TNudgedLine> nudge_by(const std::string& line, long stepMs) {
+  long timeMs = 0;
+  bool isExtended = false;
+  if (!time_tag_to_time(line, &timeMs, &isExtended)) return {};
   return TNudgedLine{with_tag(line, timeMs + stepMs, isExtended), timeMs + stepMs, stepMs,
                      isExtended ? TTagForm::kExtended : TTagForm::kStandard};
 }

@@ -26,3 +26,5 @@ struct TNudgedLine {
 
 /** Moves the line's tag by one unit of its own form. Nothing for a line without a tag. */
 std::optional<TNudgedLine> nudge(const std::string& line, bool isLater);
+/** Moves it by that many ms, which a tag without hundredths may not be able to show. */
+std::optional<TNudgedLine> nudge_by(const std::string& line, long stepMs);
