@@ -70,6 +70,7 @@ bool answer_with_button(const std::string& label);
 
 /** The text of a list row for screen readers; empty when it was never drawn. */
 std::string row_text(BWindow& window, const std::string& list, int row);
+std::string row_description(BWindow& window, const std::string& list, int row);
 /** What screen readers get for a control; the role as named by Qt. */
 struct Spoken {
   std::string name;

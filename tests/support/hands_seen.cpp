@@ -11,11 +11,19 @@
 /** What a user or a screen reader sees of windows. */
 namespace hands {
 
-std::string row_text(BWindow& window, const std::string& list, int row) {
+static std::string row_data(BWindow& window, const std::string& list, int row, int role) {
   return with_widget(window, [=](QWidget* widget) {
     const auto* model = qobject_cast<QListView*>(control_of(widget, list))->model();
-    return model->data(model->index(row, 0), Qt::AccessibleTextRole).toString().toStdString();
+    return model->data(model->index(row, 0), role).toString().toStdString();
   });
+}
+
+std::string row_text(BWindow& window, const std::string& list, int row) {
+  return row_data(window, list, row, Qt::AccessibleTextRole);
+}
+
+std::string row_description(BWindow& window, const std::string& list, int row) {
+  return row_data(window, list, row, Qt::AccessibleDescriptionRole);
 }
 
 Spoken spoken(BWindow& window, const std::string& view) {

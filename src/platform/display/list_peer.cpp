@@ -32,6 +32,10 @@ void ListPeer::ScrollTo(int32 row) {
   Change([row](QWidget* widget) { list(widget).ScrollToRow(row); });
 }
 
+void ListPeer::KeepInSight(int32 row) {
+  Change([row](QWidget* widget) { list(widget).KeepInSight(row); });
+}
+
 void ListPeer::Invalidate(int32 first, int32 last) {
   Change([first, last](QWidget* widget) { list(widget).InvalidateRows(first, last); });
 }

@@ -5,14 +5,27 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace display {
 
 namespace {
 
 void paint_string(QPainter& painter, const picture_op& op) {
   painter.setFont(to_qfont(op.font));
-  painter.setPen(to_qcolor(op.color));
-  draw_runs(painter, QPointF(static_cast<qreal>(op.rect.left), static_cast<qreal>(op.rect.top)), to_qstring(op.text));
+  QPointF start(static_cast<qreal>(op.rect.left), static_cast<qreal>(op.rect.top));
+  qreal widthLeft = static_cast<qreal>(op.maxWidth);
+  const auto draw = [&](const std::string& part, rgb_color color) {
+    QString text = to_qstring(part);
+    if (op.maxWidth > 0) text = elided_runs(painter.font(), text, widthLeft);
+    painter.setPen(to_qcolor(color));
+    draw_runs(painter, start, text);
+    const qreal width = runs_width(painter.font(), text);
+    start.rx() += width;
+    widthLeft -= width;
+  };
+  if (op.leadBytes > 0) draw(op.text.substr(0, op.leadBytes), op.leadColor);
+  draw(op.text.substr(std::min(op.leadBytes, op.text.size())), op.color);
 }
 
 void paint_outline(QPainter& painter, const picture_op& op) {
@@ -22,6 +35,19 @@ void paint_outline(QPainter& painter, const picture_op& op) {
 }
 
 } // namespace
+
+std::string elided_text(const BPicture& picture) {
+  for (const picture_op& op : picture.ops)
+    if (op.maxWidth > 0 && runs_width(to_qfont(op.font), to_qstring(op.text)) > static_cast<qreal>(op.maxWidth))
+      return op.text;
+  return {};
+}
+
+std::string meaning_of_signs(const BPicture& picture) {
+  std::string meaning;
+  for (const picture_op& op : picture.ops) meaning += op.spoken;
+  return meaning;
+}
 
 void paint_picture(QPainter& painter, const BPicture& picture) {
   for (const picture_op& op : picture.ops) {

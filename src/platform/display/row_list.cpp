@@ -6,11 +6,13 @@
 #include "platform/display/placeholder.h"
 
 #include <QAbstractItemDelegate>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QTimer>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -20,6 +22,15 @@ namespace {
 
 /** Backoff when the window's queue is full. */
 constexpr int kRetryMs = 50;
+/** Characters; more would cover the screen. */
+constexpr int kMostInTip = 1000;
+/** So long the list stays where the user has scrolled it. */
+constexpr int kLeftAloneMs = 4000;
+
+/** Rich text is wrapped. */
+QString as_rich_text(const QString& text) {
+  return QStringLiteral("<qt>%1</qt>").arg(text.left(kMostInTip).toHtmlEscaped());
+}
 
 class RowPainter : public QAbstractItemDelegate {
 public:
@@ -54,6 +65,7 @@ RowList::RowList(const BMessenger& view, bool selectsSeveral) : fView(view) {
   setVerticalScrollMode(ScrollPerPixel);
   setFrameShape(NoFrame);
   setAttribute(Qt::WA_InputMethodEnabled, false);
+  connect(verticalScrollBar(), &QAbstractSlider::actionTriggered, this, [this] { fScrolled.start(); });
 }
 
 void RowList::SetRows(const RowLayout& layout, int firstChanged) {
@@ -90,6 +102,16 @@ void RowList::ScrollToRow(int row) {
   scrollTo(fModel.index(row));
 }
 
+void RowList::KeepInSight(int row) {
+  if (fScrolled.isValid() && fScrolled.elapsed() < kLeftAloneMs) return;
+  const QRect place = visualRect(fModel.index(row));
+  const int height = viewport()->height();
+  const int margin = std::min(2 * place.height(), height / 4);
+  if (place.isEmpty() || (place.top() >= margin && place.bottom() < height - margin)) return;
+  // A third from the top, so that the lines to come are in sight for longer.
+  verticalScrollBar()->setValue(verticalScrollBar()->value() + place.top() - height / 3);
+}
+
 void RowList::InvalidateRows(int first, int last) {
   fModel.Invalidate(first, last);
   AskSoon();
@@ -101,7 +123,8 @@ void RowList::SetShortcuts(const std::vector<ListShortcut>& shortcuts) {
   fShortcuts.clear();
   for (const ListShortcut& each : shortcuts) {
     const QKeySequence keys(to_qstring(each.keys), QKeySequence::PortableText);
-    auto* const shortcut = new QShortcut(keys, this, nullptr, nullptr, Qt::WidgetShortcut);
+    auto* const shortcut = new QShortcut(keys, this);
+    shortcut->setContext(Qt::WidgetShortcut);
     shortcut->setAutoRepeat(each.repeats);
     connect(shortcut, &QShortcut::activated, this, [this, command = each.command] {
       BMessage pressed(DISPLAY_SHORTCUT);
@@ -117,6 +140,19 @@ void RowList::SetPlaceholder(const QString& text, const QColor& color) {
   fPlaceholderColor = color;
   setAccessibleDescription(text);
   viewport()->update();
+}
+
+bool RowList::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QListView::viewportEvent(event);
+  const auto* const help = static_cast<QHelpEvent*>(event);
+  const QModelIndex index = indexAt(help->pos());
+  const BPicture* const picture = index.isValid() ? fModel.PictureOf(index.row()) : nullptr;
+  const std::string whole = picture ? elided_text(*picture) : std::string();
+  if (whole.empty())
+    QToolTip::hideText();
+  else
+    QToolTip::showText(help->globalPos(), as_rich_text(to_qstring(whole)), viewport(), visualRect(index));
+  return true;
 }
 
 void RowList::paintEvent(QPaintEvent* event) {

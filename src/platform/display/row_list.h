@@ -2,6 +2,7 @@
 
 #include "platform/display/row_model.h"
 
+#include <QElapsedTimer>
 #include <QListView>
 
 class QShortcut;
@@ -18,12 +19,15 @@ public:
   void SetPictures(const std::vector<std::pair<int32, BPicture>>& pictures);
   void SelectRows(const row_selection& rows);
   void ScrollToRow(int row);
+  void KeepInSight(int row);
   void InvalidateRows(int first, int last);
   void SetShortcuts(const std::vector<ListShortcut>& shortcuts);
   /** Shown in the room below the first row; empty for none. */
   void SetPlaceholder(const QString& text, const QColor& color);
 
 protected:
+  /** A row whose text does not fit shows it in its tooltip. */
+  bool viewportEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   /** The view handles all keys; those it returns have no meaning here. */
   void keyPressEvent(QKeyEvent* event) override;
@@ -44,6 +48,7 @@ private:
   std::vector<QShortcut*> fShortcuts;
   QString fPlaceholder;
   QColor fPlaceholderColor;
+  QElapsedTimer fScrolled; // since the user scrolled; invalid before
   BMessenger fView;
   bool fAsked = false; // until the pictures come
   bool fWillAsk = false;

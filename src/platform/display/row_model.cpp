@@ -1,6 +1,7 @@
 #include "platform/display/row_model.h"
 
 #include "platform/display/convert.h"
+#include "platform/display/picture_painter.h"
 
 #include <algorithm>
 
@@ -20,6 +21,7 @@ int RowModel::rowCount(const QModelIndex& parent) const {
 QVariant RowModel::data(const QModelIndex& index, int role) const {
   const BPicture* picture = PictureOf(index.row());
   if (picture && (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)) return to_qstring(picture->Text());
+  if (picture && role == Qt::AccessibleDescriptionRole) return to_qstring(meaning_of_signs(*picture));
   return {};
 }
 

@@ -218,6 +218,19 @@ void TextArea::SelectFromCaret(int from, int length) {
   setTextCursor(caret);
 }
 
+void TextArea::SelectInLine(int line, const std::string& before, const std::string& text) {
+  const QTextBlock block = document()->findBlockByNumber(line);
+  if (!block.isValid()) return;
+  const int end = block.length() - 1;
+  const int start = std::min(static_cast<int>(text_from_bytes(before).size()), end);
+  QTextCursor caret(block);
+  caret.setPosition(block.position() + start);
+  caret.setPosition(block.position() + std::min(start + static_cast<int>(text_from_bytes(text).size()), end),
+                    QTextCursor::KeepAnchor);
+  setTextCursor(caret);
+  centerCursor();
+}
+
 /** Qt's own would replace no-break spaces by blanks, and bytes that are not UTF-8 by a replacement character. */
 QMimeData* TextArea::createMimeDataFromSelection() const {
   return mime_of_text(textCursor().selectedText().replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n')));

@@ -17,6 +17,8 @@ public:
 
   void SetBytes(const std::string& text);
   void Enter(const QString& text);
+  /** Selects `text`, which follows `before` in that line. */
+  void SelectInLine(int line, const std::string& before, const std::string& text);
   /** Selects what an input method replaces; positions in UTF-16 units, from the caret. */
   void SelectFromCaret(int from, int length);
   /** Handles a key with Ctrl in its turn among the other keys. Returns the text it pastes, which is not inserted. */

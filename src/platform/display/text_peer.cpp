@@ -82,6 +82,10 @@ void TextPeer::ScrollToSelection() {
   Change([](QWidget* widget) { area(widget).ensureCursorVisible(); });
 }
 
+void TextPeer::SelectInLine(int32 line, const std::string& before, const std::string& text) {
+  Change([line, before, text](QWidget* widget) { area(widget).SelectInLine(line, before, text); });
+}
+
 std::string TextPeer::Text() const {
   return asked(TheSlot(), [](TextArea& text) { return bytes_from_text(text.document()->toRawText()); });
 }

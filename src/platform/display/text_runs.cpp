@@ -40,6 +40,21 @@ qreal runs_width(const QFont& font, const QString& text) {
   return width;
 }
 
+QString elided_runs(const QFont& font, const QString& text, qreal width) {
+  if (runs_width(font, text) <= width) return text;
+  const QFontMetricsF metrics(font);
+  const QString ellipsis(QChar(0x2026));
+  qreal leftOver = width - metrics.horizontalAdvance(ellipsis);
+  QString elided;
+  for (const QString& run : text_runs(text)) {
+    const qreal runWidth = metrics.horizontalAdvance(run);
+    if (runWidth > leftOver) return elided + metrics.elidedText(run, Qt::ElideRight, width - runs_width(font, elided));
+    elided += run;
+    leftOver -= runWidth;
+  }
+  return elided + ellipsis;
+}
+
 void draw_runs(QPainter& painter, QPointF baseLineStart, const QString& text) {
   const QFontMetricsF metrics(painter.font(), painter.device());
   for (const QString& run : text_runs(text)) {

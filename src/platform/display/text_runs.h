@@ -15,6 +15,8 @@ namespace display {
 std::vector<QString> text_runs(const QString& text);
 
 qreal runs_width(const QFont& font, const QString& text);
+/** The text, or as much of it as fits into that width with an ellipsis. */
+QString elided_runs(const QFont& font, const QString& text, qreal width);
 /** Draws with the painter's font and pen. */
 void draw_runs(QPainter& painter, QPointF baseLineStart, const QString& text);
 

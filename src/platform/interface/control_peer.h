@@ -36,5 +36,6 @@ std::shared_ptr<ControlPeer> make_check_box_peer(const BMessenger& view);
 std::shared_ptr<ControlPeer> make_color_peer(const BMessenger& view);
 std::shared_ptr<ControlPeer> make_menu_field_peer(const BMessenger& view);
 std::shared_ptr<ControlPeer> make_text_field_peer(const BMessenger& view);
+std::shared_ptr<ControlPeer> make_key_field_peer(const BMessenger& view);
 
 } // namespace display

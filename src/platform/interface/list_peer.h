@@ -38,6 +38,8 @@ public:
   void SetPictures(std::vector<std::pair<int32, BPicture>> pictures);
   void Select(const row_selection& rows);
   void ScrollTo(int32 row);
+  /** Scrolls if the row is not clearly in sight, unless the user has just scrolled. */
+  void KeepInSight(int32 row);
   /** The pictures of these rows are out of date. */
   void Invalidate(int32 first, int32 last);
   /** Replaces all. They work while the list has the focus. */

@@ -46,6 +46,8 @@ public:
   const row_selection& Selection() const { return fSelection; }
   void ScrollToSelection();
   void ScrollTo(int32 index);
+  /** Scrolls if the row is not in sight with a margin, unless the user has just scrolled. */
+  void KeepInSight(int32 index);
   using BView::Invalidate;
   /** Redraws the rows in the rectangle, which is in the coordinates of the whole list. */
   void Invalidate(BRect rect) override;
@@ -60,6 +62,17 @@ public:
   virtual void Invoke() {}
   /** Hook: the user or the program has changed the selection. */
   virtual void SelectionChanged() {}
+
+  /** Text of a row, for DrawItem: as DrawString, but it can be limited and in two colours. */
+  struct row_text {
+    std::string text;
+    BPoint baseLineStart;
+    float maxWidth = 0;   // a wider text ends with an ellipsis and is whole in a tooltip; 0: no limit
+    size_t leadBytes = 0; // its beginning, which is drawn in leadColor
+    rgb_color leadColor{};
+    std::string spoken{}; // of a sign: its meaning, a description for screen readers
+  };
+  void DrawRowText(const row_text& text);
 
   /** Keys that work while the list has the focus, before KeyDown. */
   void SetShortcuts(std::vector<display::ListShortcut> shortcuts);

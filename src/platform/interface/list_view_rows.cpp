@@ -72,6 +72,16 @@ void BListView::SetFont(const BFont* font) {
   RowsChanged(0);
 }
 
+void BListView::DrawRowText(const row_text& text) {
+  DrawString(text.text, text.baseLineStart);
+  if (!fRecording || text.text.empty()) return;
+  picture_op& op = fRecording->ops.back();
+  op.maxWidth = text.maxWidth;
+  op.leadBytes = text.leadBytes;
+  op.leadColor = text.leadColor;
+  op.spoken = text.spoken;
+}
+
 void BListView::DrawRows(const BMessage& request) {
   FlushRows();
   float width = Bounds().Width();

@@ -53,6 +53,11 @@ void BListView::ScrollTo(int32 index) {
   if (Rows() && ItemAt(index)) Rows()->ScrollTo(index);
 }
 
+void BListView::KeepInSight(int32 index) {
+  FlushRows();
+  if (Rows() && ItemAt(index)) Rows()->KeepInSight(index);
+}
+
 bool BListView::HasModifier(uint32 modifier) const {
   const BMessage* const key = Window() ? Window()->CurrentMessage() : nullptr;
   int32 held = 0;

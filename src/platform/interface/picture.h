@@ -16,6 +16,13 @@ struct picture_op {
   BRect rect;
   std::string text;
   BFont font;
+  /** Of a string: a wider one ends with an ellipsis. 0 for no limit. */
+  float maxWidth = 0;
+  /** Of a string: its first bytes, which have a colour of their own. */
+  size_t leadBytes = 0;
+  rgb_color leadColor{};
+  /** Of a sign: its meaning in words, a description for screen readers. */
+  std::string spoken{};
 };
 
 /** The recorded drawing of a view or list row: recorded on the window's thread, painted on the display thread.

@@ -33,6 +33,7 @@ public:
   void SetPlaceholder(const std::string& text);
   void GoToLine(int32 line);
   void ScrollToSelection();
+  void SelectInLine(int32 line, const std::string& before, const std::string& text);
 
   std::string Text() const;
   int32 CurrentLine() const;

@@ -52,6 +52,10 @@ int32 BTextView::CurrentLine() const {
   return Control() ? Control()->CurrentLine() : 0;
 }
 
+void BTextView::SelectInLine(int32 line, std::string_view before, std::string_view text) {
+  if (Control()) Control()->SelectInLine(line, std::string(before), std::string(text));
+}
+
 void BTextView::SetTextRect(BRect rect) {
   if (Control()) Control()->SetCountWidth(rect.Width() > Bounds().Width() ? static_cast<int>(rect.Width()) : 0);
 }

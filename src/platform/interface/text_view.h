@@ -21,6 +21,8 @@ public:
   /** Lines as wrapped at the text rectangle's width, from 0. */
   void GoToLine(int32 line);
   int32 CurrentLine() const;
+  /** Selects `text`, which follows `before` in that line of the text, and scrolls to it. */
+  void SelectInLine(int32 line, std::string_view before, std::string_view text);
   /** Affects the counting of lines only: the text is always shown as wide as the view. */
   void SetTextRect(BRect rect);
   /** Replaces lines, e.g. to undo a change, without calling a hook; but first reports the user's pending changes to the
