@@ -23,6 +23,7 @@ TVesmoD::TVesmoD(PluginConstructorStruct*) : TFamilyPlugin(kCompanionName) {
   if (!are_settings_held_off()) {
     load_record(gLyricsWindowState, kStateFolder, kStateFile);
     load_shared_prefs();
+    load_options();
     load_key_bindings();
   }
   const std::string path = image_path_with("gen_VesmoD");

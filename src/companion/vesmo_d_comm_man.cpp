@@ -1,5 +1,6 @@
 #include "companion/vesmo_d_comm_man.h"
 
+#include "commands/key_bindings.h"
 #include "common/app_info.h"
 #include "companion/lyrics_window.h"
 #include "companion/lyrics_window_state.h"
@@ -80,6 +81,13 @@ bool TVesmoDCommMan::HandleNotice(BMessage* message) {
   case kMsgTimeOffset:
     SettingsChanged(message);
     return true;
+  case kMsgKeys:
+    KeysChanged();
+    return true;
+  case kMsgOptions:
+    gPref->UnarchiveOptions(*message);
+    SendMessage(message);
+    return true;
   default:
     return false;
   }
@@ -95,6 +103,13 @@ void TVesmoDCommMan::SettingsChanged(BMessage* message) {
   gPref->Unarchive(*message);
   SendMessage(message);
   Forward(message);
+}
+
+// The page has applied and stored them; the editor's image has its own copy.
+void TVesmoDCommMan::KeysChanged() {
+  BMessage keys(kMsgKeys);
+  gKeyBindings->Archive(&keys);
+  SendMessage(&keys);
 }
 
 void TVesmoDCommMan::LanguageChanged(const BMessage& message) {

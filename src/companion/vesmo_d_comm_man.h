@@ -33,6 +33,7 @@ private:
   void ClosePrefWindowRqtd();
   void StampHintCame(const BMessage& message);
   void SettingsChanged(BMessage* message);
+  void KeysChanged();
 
   TLyricsWindow* fMainWindow = nullptr;  // null until first opened; hidden when closed
   TVesmoDPrefWin* fPrefWindow = nullptr; // likewise

@@ -45,22 +45,73 @@ std::string what_changes(const std::vector<std::string>& before, const TBulkChan
   return preview.changed > preview.first.size() ? text + "\n…" : text;
 }
 
+/** Some lines of a document; bounded to those that there are. */
+struct TLineRange {
+  size_t first = 0;
+  size_t end = SIZE_MAX; // the first line behind
+
+  template <typename Lines>
+  auto Begin(Lines& lines) const {
+    return std::next(lines.begin(), static_cast<ptrdiff_t>(std::min(first, lines.size())));
+  }
+  template <typename Lines>
+  auto End(Lines& lines) const {
+    return std::next(lines.begin(),
+                     static_cast<ptrdiff_t>(std::clamp(end, std::min(first, lines.size()), lines.size())));
+  }
+};
+
+/** All lines if the message names none. */
+TLineRange range_in(const BMessage& message) {
+  int32 first = 0;
+  int32 count = 0;
+  if (message.FindInt32("First", &first) != B_OK || message.FindInt32("Count", &count) != B_OK) return {};
+  const auto begin = static_cast<size_t>(std::max(first, int32{0}));
+  return {begin, begin + static_cast<size_t>(std::max(count, int32{0}))};
+}
+
+/** Says which lines, up to the amount. */
+std::string shift_report(const BMessage& message) {
+  int32 first = 0;
+  int32 count = 0;
+  if (message.FindInt32("First", &first) != B_OK || message.FindInt32("Count", &count) != B_OK)
+    return gLLT->Text("StatBarStr_Fined_Time_Tag");
+  const std::string line = std::to_string(first + 1);
+  if (count == INT32_MAX)
+    return gLLT->Text("StatBarStr_Shifted_From_1") + line + gLLT->Text("StatBarStr_Shifted_From_2");
+  return gLLT->Text("StatBarStr_Shifted_Lines_1") + line + "–" + std::to_string(int64{first} + count) +
+         gLLT->Text("StatBarStr_Shifted_Lines_2");
+}
+
+void shift_range(std::list<std::string>* lines, const TLineRange& range, long offsetMs) {
+  std::list<std::string> shifted;
+  const auto end = range.End(*lines);
+  shifted.splice(shifted.end(), *lines, range.Begin(*lines), end);
+  shift_time_tags(&shifted, offsetMs);
+  lines->splice(end, shifted);
+}
+
 } // namespace
 
 void TVesmoEView::FineTimeTagRqtd(const BMessage& message) {
   std::string typed;
   if (message.FindString("_SmplIptData", &typed) != B_OK) return;
+  int32 document = fDocument.Number();
+  message.FindInt32("Document", &document);
+  if (document != fDocument.Number()) return SetStatBarStr(gLLT->Text("StatBarStr_Shift_Of_Another"));
   const long offsetMs = std::clamp(std::strtol(typed.c_str(), nullptr, 10), -kMaxShiftMs, kMaxShiftMs);
-  const TBulkChange shift = [offsetMs](auto* lines) { shift_time_tags(lines, offsetMs); };
+  const TLineRange range = range_in(message);
+  const TBulkChange shift = [&](auto* lines) { shift_range(lines, range, offsetMs); };
   fSession->Active().FlushEdits();
-  const size_t atZero = count_tags_piled_at_zero(fDocument.Lines(), offsetMs);
+  const std::vector<std::string>& all = fDocument.Lines();
+  const size_t atZero = count_tags_piled_at_zero({range.Begin(all), range.End(all)}, offsetMs);
   const auto question = [&] {
     return gLLT->Text("Ask_Shift_Past_Zero") + ("\n\n" + (gLLT->Text("Hint_Tags_At_Zero") + std::to_string(atZero))) +
            what_changes(fDocument.Lines(), shift);
   };
   if (atZero > 0 && !ask_no_yes(question())) return;
   fSession->Rewrite(shift);
-  const std::string report = gLLT->Text("StatBarStr_Fined_Time_Tag") + std::to_string(offsetMs) + " [ms]";
+  const std::string report = shift_report(message) + std::to_string(offsetMs) + " [ms]";
   SetStatBarStr(report.c_str());
 }
 

@@ -10,6 +10,7 @@
 #include "document/line_split_win.h"
 #include "document/player_copier.h"
 #include "document/song_lyrics_job.h"
+#include "document/text_finder.h"
 #include "editviews/tag_input_view.h"
 #include "hostlink/current_song_finder.h"
 #include "hostlink/host_link.h"
@@ -33,6 +34,7 @@ TVesmoEView::TVesmoEView(BRect frame, TNoticeBoard* notices)
   fOpeningPref.LoadStored();
   fFrontEnd->Start();
   fSession = std::make_unique<TEditSession>(this, fFrontEnd.get(), &fDocument, &fSong);
+  fFinder = std::make_unique<TTextFinder>(fSession.get(), &fDocument);
 }
 
 TVesmoEView::~TVesmoEView() {
@@ -98,6 +100,10 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return fPublisher->PublishWhole();
   case kMsgSendMarks:
     return fPublisher->PublishMarks();
+  case kMsgFind:
+    return fFinder->Find(*message);
+  case kMsgReplace:
+    return fFinder->Replace(*message);
   case kMsgTagCommand:
     return TagCommandRqtd(*message);
   case kMsgKeys:

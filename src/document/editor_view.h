@@ -23,6 +23,7 @@ class TLineSplitWin;
 class TNoticeBoard;
 class TPlayerCopier;
 class TSongLyricsJob;
+class TTextFinder;
 
 /** In a ref message: bool, the file was chosen among the recent ones. */
 inline constexpr const char* kFromRecentFiles = "FromMRUF";
@@ -137,6 +138,7 @@ private:
   TOpeningPref fOpeningPref;
   TSongOpener fSongOpener;
   std::unique_ptr<TEditSession> fSession;
+  std::unique_ptr<TTextFinder> fFinder;
   std::unique_ptr<TDocumentPublisher> fPublisher;
   std::unique_ptr<TDifferences> fDifferences;
   std::unique_ptr<TDocumentFile> fFile;

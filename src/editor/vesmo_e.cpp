@@ -24,7 +24,10 @@ TVesmoE::TVesmoE(PluginConstructorStruct*) : TFamilyPlugin(gAppName) {
   gExitState = new TExitState;
   make_settings();
   load_global(kStateFolder, kStateFile);
-  if (!are_settings_held_off()) load_key_bindings();
+  if (!are_settings_held_off()) {
+    load_options();
+    load_key_bindings();
+  }
   make_texts(vesmo_editor_fname());
   StartManager(new TVesmoECommMan);
 }

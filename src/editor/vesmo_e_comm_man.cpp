@@ -69,7 +69,7 @@ bool TVesmoECommMan::HandleRequest(BMessage* message) {
     PrepareOpenPrefWindowRqtd();
     return true;
   case kMsgFineTimeTag:
-    MItemFineTimeTagClicked();
+    MItemFineTimeTagClicked(*message);
     return true;
   case kMsgOfferSongLyrics:
     OfferSongLyrics(message);
@@ -109,6 +109,10 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
   case kMsgPollInterval:
     gPref->Unarchive(*message);
     if (fMainWindow) fMainAddress.SendCoalesced(*message); // it reads the settings, so one notice is enough
+    return true;
+  case kMsgOptions:
+    gPref->UnarchiveOptions(*message);
+    if (fMainWindow) fMainAddress.SendCoalesced(*message);
     return true;
   case kMsgKeys:
     gKeyBindings->Unarchive(*message);

@@ -27,7 +27,7 @@ public:
   void RefsReceived(BMessage* message);
   void PrepareOpenAboutWindowRqtd();
   void PrepareOpenPrefWindowRqtd();
-  void MItemFineTimeTagClicked();
+  void MItemFineTimeTagClicked(const BMessage& message);
   void SetFineTagWinLabel();
   void LanguageChanged(const BMessage& message) override;
   void IAPChanged(const BMessage& message) override;
@@ -67,6 +67,7 @@ private:
   /** Of all main windows, since a window closed by its user is forgotten before its thread ends. */
   std::vector<thread_id> fWindowThreads;
   TSimpleInputWin* fFineTagWindow = nullptr; // created lazily
+  BMessage fShift;                           // for which it was last opened: with the lines, if not all
   const bigtime_t fMadeUs = system_time();
   std::unique_ptr<BMessageRunner> fPrefRetry; // while the companion is not loaded yet
 };

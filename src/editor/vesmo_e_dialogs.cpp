@@ -23,22 +23,48 @@ std::string check_shift(const std::string& text) {
   return is_shift_amount(text) ? "" : gLLT->Text("Err_No_Number");
 }
 
+/** The fields of a request, checked. Without them the shift is of all lines. */
+BMessage shift_of_lines(const BMessage& request) {
+  BMessage shift(kMsgShiftTags);
+  int32 first = 0;
+  int32 count = 0;
+  int32 document = 0;
+  if (request.FindInt32("First", &first) != B_OK || request.FindInt32("Count", &count) != B_OK ||
+      request.FindInt32("Document", &document) != B_OK)
+    return shift;
+  shift.AddInt32("First", first);
+  shift.AddInt32("Count", count);
+  shift.AddInt32("Document", document);
+  return shift;
+}
+
+/** Says which lines, if not all. */
+std::string title_of(const BMessage& shift) {
+  int32 first = 0;
+  int32 count = 0;
+  if (shift.FindInt32("First", &first) != B_OK || shift.FindInt32("Count", &count) != B_OK)
+    return gLLT->Text("Fine_Tag_Win_Title");
+  if (count == INT32_MAX) return gLLT->Text("Shift_From_Win_Title") + std::to_string(first + 1);
+  return gLLT->Text("Shift_Lines_Win_Title") + (std::to_string(first + 1) + "–" + std::to_string(int64{first} + count));
+}
+
 } // namespace
 
 TKRVAboutWin* TVesmoECommMan::MakeAboutWindow() const {
   return new TKRVAboutWin(gAppName, gAppVer, GetBitmap(kAppIcon));
 }
 
-void TVesmoECommMan::MItemFineTimeTagClicked() {
+void TVesmoECommMan::MItemFineTimeTagClicked(const BMessage& message) {
   BRect neighbour;
   if (!FindMainWindowFrame(&neighbour)) return; // no tags to shift
+  fShift = shift_of_lines(message);
   if (fFineTagWindow == nullptr) {
     fFineTagWindow = new TSimpleInputWin;
     fFineTagWindow->SetCheck(check_shift);
-    SetFineTagWinLabel();
     move_beside(fFineTagWindow, neighbour);
   }
-  if (const TLooperLock lock(fFineTagWindow); lock) fFineTagWindow->SetMessage(BMessage(kMsgShiftTags), fMainAddress);
+  SetFineTagWinLabel();
+  if (const TLooperLock lock(fFineTagWindow); lock) fFineTagWindow->SetMessage(fShift, fMainAddress);
   BringUp(fFineTagWindow);
 }
 
@@ -59,7 +85,7 @@ void TVesmoECommMan::BringUp(TKRVWin* window) const {
 void TVesmoECommMan::SetFineTagWinLabel() {
   const TLooperLock lock(fFineTagWindow);
   if (!lock) return;
-  fFineTagWindow->SetLabels({gLLT->Text("Fine_Tag_Win_Title"), gLLT->Text("StrView_Delta_Time"),
+  fFineTagWindow->SetLabels({title_of(fShift), gLLT->Text("StrView_Delta_Time"),
                              accelerator_label("G", gLLT->Text("Button_Go")),
                              accelerator_label("C", gLLT->Text("Button_Cancel"))});
 }

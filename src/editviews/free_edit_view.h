@@ -24,6 +24,9 @@ public:
 
   void FlushEdits() override { FlushChanges(); }
   bool Replay(const TReplay& replay) override;
+  void ShowMatch(int32 line, const std::string& before, const std::string& match) override {
+    SelectInLine(line, before, match);
+  }
 
   void KeyDown(const char* bytes, int32 count) override;
   void AttachedToWindow() override;

@@ -1,9 +1,14 @@
 /** The tag input view's keys and the commands that they run. */
 
 #include "commands/key_bindings.h"
+#include "editviews/tag_input_item.h"
 #include "editviews/tag_input_view.h"
 #include "hostlink/host_link.h"
+#include "platform/app/message.h"
 #include "platform/interface/list_peer.h"
+#include "platform/interface/window.h"
+#include "platform/kernel/threads.h"
+#include "plugin/message_codes.h"
 
 #include <algorithm>
 #include <array>
@@ -15,6 +20,8 @@ using enum TCommandId;
 
 constexpr int32 kSkipMs = 2000;
 constexpr int32 kSpeedPoints = 5;
+/** For a listener who wants to hear the line before. */
+constexpr int32 kLeadInMs = 1000;
 
 /** Default keys that reach KeyDown as a byte, whichever keyboard layout types them. */
 struct TKeyByte {
@@ -60,7 +67,14 @@ void TTagInputView::KeysChanged() {
   SetShortcuts(std::move(shortcuts));
 }
 
+void TTagInputView::MessageReceived(BMessage* message) {
+  if (message->what == kMsgReplayBeat) return fReplay.Beat();
+  if (message->what == display::DISPLAY_ROWS_WANTED) MarkProblems(*message);
+  BListView::MessageReceived(message);
+}
+
 void TTagInputView::KeyDown(const char* bytes, int32 count) {
+  fFollowing.KeyPressed(system_time());
   const bool isShiftInsert = count == 1 && bytes[0] == B_INSERT && HasModifier(B_SHIFT_KEY);
   if (isShiftInsert && !IsKeyRepeat()) return RunCommand(kPaste); // the older key for it
   const auto id = count > 0 ? command_of_byte(bytes[0], IsCommand()) : std::nullopt;
@@ -71,6 +85,7 @@ void TTagInputView::KeyDown(const char* bytes, int32 count) {
 }
 
 void TTagInputView::ShortcutPressed(int32 number) {
+  fFollowing.KeyPressed(system_time());
   const auto id = command_of(number);
   if (id && command(*id).target == TCommandTarget::kTagInput) RunCommand(*id);
 }
@@ -92,11 +107,59 @@ void TTagInputView::RunCommand(TCommandId id) {
     return RemoveTagRqtd();
   case kPlayFrom:
     return Invoke();
+  case kPlayBefore:
+    return PlayFrom(kLeadInMs);
+  case kLater10:
+    return NudgeBy(10);
+  case kEarlier10:
+    return NudgeBy(-10);
+  case kLater100:
+    return NudgeBy(100);
+  case kEarlier100:
+    return NudgeBy(-100);
+  case kLater500:
+    return NudgeBy(500);
+  case kEarlier500:
+    return NudgeBy(-500);
+  case kFollow:
+    return ToggleFollowing();
+  case kGoToSung:
+    return GoToSungRow();
+  case kFromStart:
+    return GoToStart();
+  case kNextProblem:
+  case kPreviousProblem:
+    return GoToProblem(id == kNextProblem);
+  case kNextUntagged:
+  case kPreviousUntagged:
+    return GoToUntagged(id == kNextUntagged);
+  case kShiftFromHere:
+    return ShiftRqtd(CurrentSelection(), INT32_MAX);
+  case kShiftSelected:
+    return ShiftRqtd(Selection().first, Selection().Count());
+  default:
+    return RunPlayerCommand(id);
+  }
+}
+
+/** The window adds what the view does not know, and asks for the amount. */
+void TTagInputView::ShiftRqtd(int32 firstRow, int32 count) {
+  if (Item(firstRow) == nullptr || !Window()) return;
+  BMessage shift(kMsgFineTimeTag);
+  shift.AddInt32("First", firstRow);
+  shift.AddInt32("Count", count);
+  Window()->PostMessage(&shift);
+}
+
+void TTagInputView::RunPlayerCommand(TCommandId id) {
+  switch (id) {
   case kPlayPause:
+    fReplay.Cancel();
     fFrontEnd->PlayPause();
     return;
   case kBack:
   case kForward:
+    fReplay.Cancel();
     fFrontEnd->SeekBy(id == kForward ? kSkipMs : -kSkipMs);
     return;
   case kFaster:

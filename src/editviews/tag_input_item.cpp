@@ -1,11 +1,30 @@
 #include "editviews/tag_input_item.h"
 
-#include "platform/interface/view.h"
+#include "editviews/problem_texts.h"
+#include "editviews/row_colors.h"
+#include "lyrics/tag_spans.h"
+#include "platform/interface/list_view.h"
 #include "plugin/pref.h"
+
+#include <algorithm>
 
 namespace {
 /** A bar at the right edge, clear of the text. */
 constexpr float kSungMarkWidth = 5;
+constexpr float kMargin = 4;
+/** Between the text and the mark at the right edge. */
+constexpr float kSignWidth = 14;
+
+/** The tags at the start of a line, with their brackets. */
+size_t bytes_of_tags(const std::string& line) {
+  size_t end = 0;
+  while (end < line.size() && line[end] == '[') {
+    const std::optional<TTagSpan> tag = time_tag_at(line, end);
+    if (!tag) break;
+    end = tag->End();
+  }
+  return end;
+}
 } // namespace
 
 font_height TTagInputItem::smFontH;
@@ -30,7 +49,25 @@ void TTagInputItem::DrawItem(BView* view, BRect frame, bool) {
     view->SetHighColor(look->activeFrame);
     view->FillRect({frame.right - kSungMarkWidth, frame.top + 1, frame.right - 1, frame.bottom - 1});
   }
-  view->SetHighColor(IsSelected() ? look->activeLyrics : look->lyrics);
+  DrawText(view, frame, background);
+  if (fProblem.problem != TLineProblem::kNone) DrawSign(view, frame, background);
+}
+
+void TTagInputItem::DrawText(BView* view, BRect frame, rgb_color background) {
+  const auto look = gPref->Values();
+  const rgb_color color = IsSelected() ? look->activeLyrics : look->lyrics;
+  view->SetHighColor(color);
   view->SetLowColor(background);
-  view->DrawString(fText, BPoint{frame.left, frame.top + smFontH.ascent});
+  const float right = frame.right - kSungMarkWidth - kSignWidth;
+  static_cast<BListView*>(view)->DrawRowText({fText, BPoint{frame.left + kMargin, frame.top + smFontH.ascent},
+                                              std::max(right - frame.left - kMargin, 1.0F), bytes_of_tags(fText),
+                                              quiet_color(color, background)});
+}
+
+/** Screen readers get its meaning as the description of the row. */
+void TTagInputItem::DrawSign(BView* view, BRect frame, rgb_color background) {
+  view->SetHighColor(warning_color(background));
+  const float left = frame.right - kSungMarkWidth - kSignWidth + kMargin;
+  static_cast<BListView*>(view)->DrawRowText(
+      {problem_sign(fProblem.problem), BPoint{left, frame.top + smFontH.ascent}, 0, 0, {}, problem_text(fProblem)});
 }

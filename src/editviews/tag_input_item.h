@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lyrics/line_problems.h"
 #include "platform/interface/font.h"
 #include "platform/interface/list_item.h"
 
@@ -16,11 +17,18 @@ public:
   /** Marks the line that is being sung. */
   void SetSung(bool sung) { fIsSung = sung; }
 
+  /** Before the row is drawn: what its sign shows. */
+  void SetProblem(const TFoundProblem& problem) { fProblem = problem; }
+
   void DrawItem(BView* view, BRect frame, bool drawsEverything) override;
   void Update(BView* view, const BFont* font) override;
 
 private:
+  void DrawText(BView* view, BRect frame, rgb_color background);
+  void DrawSign(BView* view, BRect frame, rgb_color background);
+
   std::string fText;
+  TFoundProblem fProblem;
   bool fIsSung = false;
   /** Of the font of all rows; set by Update on the window's thread. */
   static font_height smFontH;

@@ -77,7 +77,8 @@ void TTagInputView::ChangeLines(const TLinesChange& change) {
     for (const std::string& line : change.lines) SetText(row++, line);
     BRect changed = ItemFrame(change.first);
     changed.bottom = ItemFrame(row - 1).bottom;
-    return Invalidate(changed);
+    Invalidate(changed);
+    return InvalidateNextTagged(row - 1);
   }
   std::list<std::string> lines;
   GetLines(&lines);

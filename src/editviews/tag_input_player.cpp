@@ -4,6 +4,10 @@
 #include "editviews/tag_input_view.h"
 #include "hostlink/host_link.h"
 #include "language/llt.h"
+#include "platform/kernel/threads.h"
+#include "plugin/pref.h"
+
+#include <algorithm>
 
 #include <utility>
 
@@ -15,15 +19,21 @@ std::string TTagInputView::StampRemark(int32 timeMs) {
 }
 
 void TTagInputView::Invoke() {
+  PlayFrom(gPref->Values()->leadInMs);
+}
+
+void TTagInputView::PlayFrom(int32 leadInMs) {
   if (SelectedItem() == nullptr) return;
+  fReplay.Cancel();
   const std::optional<int32> timeMs = fLineTimes.TimeOf(CurrentSelection());
   if (!timeMs) return Report(gLLT->Text("StatBarStr_No_Tag_To_Play"));
-  fFrontEnd->SeekTo(*timeMs);
+  fFrontEnd->SeekTo(std::max(*timeMs - leadInMs, int32{0}));
   Report(gLLT->Text("StatBarStr_Playing_From") + std::to_string(CurrentSelection() + 1));
 }
 
 void TTagInputView::SetSongPosition(std::optional<int32> positionMs) {
   MarkSung(positionMs ? fLineTimes.RowAt(*positionMs) : -1);
+  if (const auto row = fFollowing.RowToShow(fSungRow, system_time())) KeepInSight(*row);
 }
 
 void TTagInputView::MarkSung(int32 row) {

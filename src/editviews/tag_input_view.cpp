@@ -25,7 +25,7 @@ constexpr bigtime_t kAnswerUs = 20000;
 TTagInputView::TTagInputView(BRect frame, Sonivo_FrontEnd* frontEnd)
     : BListView(frame, "TagInputView", B_RANGE_SELECTION_LIST, B_FOLLOW_ALL_SIDES,
                 B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE),
-      fFrontEnd(frontEnd) {
+      fFrontEnd(frontEnd), fReplay(this, frontEnd) {
   SetAccessibleName("Lyrics");
 }
 
@@ -97,6 +97,7 @@ void TTagInputView::AttachedToWindow() {
   BListView::AttachedToWindow();
   SetAppearance();
   KeysChanged();
+  ReportFollowing();
 }
 
 void TTagInputView::FrameResized(float width, float height) {
@@ -144,9 +145,24 @@ void TTagInputView::IncDecTagRqtd(char key) {
   const int32 row = CurrentSelection();
   const std::optional<TNudgedLine> nudged = nudge(Item(row)->Text(), key == '+');
   if (!nudged) return;
-  ChangeRow(row, nudged->line, TEditKind::kOther);
-  if (nudged->form == TTagForm::kExtended) NoteMove(row, static_cast<int32>(nudged->timeMs));
-  Report(nudge_report(*nudged), NewFinding());
+  Nudged(row, *nudged);
+}
+
+void TTagInputView::NudgeBy(int32 stepMs) {
+  if (SelectedItem() == nullptr) return;
+  const int32 row = CurrentSelection();
+  const std::optional<TNudgedLine> nudged = nudge_by(Item(row)->Text(), stepMs);
+  if (!nudged) return Report(gLLT->Text("StatBarStr_No_Tag_To_Play"));
+  if (nudged->form == TTagForm::kStandard) return Report(gLLT->Text("StatBarStr_Whole_Seconds"));
+  Nudged(row, *nudged);
+}
+
+void TTagInputView::Nudged(int32 row, const TNudgedLine& nudged) {
+  ChangeRow(row, nudged.line, TEditKind::kOther);
+  if (nudged.form == TTagForm::kExtended) NoteMove(row, static_cast<int32>(nudged.timeMs));
+  Report(nudge_report(nudged), NewFinding());
+  const std::optional<int32> timeMs = fLineTimes.TimeOf(row);
+  if (gPref->Values()->replaysNudges && timeMs) fReplay.Nudged(*timeMs);
 }
 
 void TTagInputView::RemoveTagRqtd() {
@@ -167,6 +183,7 @@ void TTagInputView::SetText(int32 row, const std::string& text) {
 void TTagInputView::ChangeRow(int32 row, const std::string& text, TEditKind kind) {
   SetText(row, text);
   InvalidateItem(row);
+  InvalidateNextTagged(row);
   SetModified(true);
   if (Listener()) Listener()->LinesEdited({row, 1, {text}}, kind, row, CurrentSelection());
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "commands/command_table.h"
+#include "editviews/following.h"
+#include "editviews/nudge_replay.h"
 #include "editviews/tracked_edit_view.h"
 #include "lyrics/line_times.h"
 #include "lyrics/reaction_time.h"
@@ -35,6 +37,7 @@ public:
   void LanguageChanged() override { ShowPlaceholder(); }
 
   bool Replay(const TReplay& replay) override;
+  void ShowMatch(int32 line, const std::string&, const std::string&) override { GoTo(line); }
   /** Highlights the line that is sung at this position; none while the song does not play. */
   void SetSongPosition(std::optional<int32> positionMs);
 
@@ -43,6 +46,7 @@ public:
   void ShortcutPressed(int32 number) override;
   /** Another key was given to a command. */
   void KeysChanged();
+  void MessageReceived(BMessage* message) override;
   void AttachedToWindow() override;
   void FrameResized(float width, float height) override;
 
@@ -62,6 +66,7 @@ private:
   int32 StampTimeMs() const;
   // tag_input_commands.cpp
   void RunCommand(TCommandId id);
+  void RunPlayerCommand(TCommandId id);
   void RetakeRqtd();
 
   void MarkSung(int32 row);
@@ -95,6 +100,27 @@ private:
   void SplitLineRqtd();
   void ReportLines(const char* key, int32 count);
 
+  /** Moves the tag of the line by so much, if its form can show that. */
+  void NudgeBy(int32 stepMs);
+  void Nudged(int32 row, const TNudgedLine& nudged);
+  void PlayFrom(int32 leadInMs);
+  void ShiftRqtd(int32 firstRow, int32 count);
+
+  // tag_input_follow.cpp
+  void ToggleFollowing();
+  void ReportFollowing();
+  void GoToSungRow();
+  void GoToStart();
+
+  // tag_input_problems.cpp
+  /** Sets the signs of the rows that are about to be drawn. */
+  void MarkProblems(const BMessage& rowsWanted);
+  /** The row's time has changed, and so has the distance to it of the next tagged row. */
+  void InvalidateNextTagged(int32 row);
+  void GoToProblem(bool below);
+  void GoToUntagged(bool below);
+  void GoTo(int32 row);
+
   // tag_input_habit.cpp
   void NoteStamp(int32 row, int32 timeMs);
   void NoteMove(int32 row, int32 timeMs);
@@ -111,5 +137,7 @@ private:
   int32 fSungRow = -1;
   TStampCorrections fCorrections;
   std::optional<int32> fLastStampMs;
+  TFollowing fFollowing;
   Sonivo_FrontEnd* const fFrontEnd;
+  TNudgeReplay fReplay;
 };

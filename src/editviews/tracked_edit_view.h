@@ -27,6 +27,8 @@ public:
   /** Shows a step of the history, which is not reported back. Returns false when the user has changed something in the
       meantime; the listener has been notified by then. */
   virtual bool Replay(const TReplay& replay) = 0;
+  /** Brings a place of a line into sight, selected as far as the view can: `match`, which follows `before`. */
+  virtual void ShowMatch(int32 line, const std::string& before, const std::string& match) = 0;
 
 protected:
   TEditListener* Listener() const { return fListener; }

@@ -120,6 +120,10 @@ std::optional<int32> Sonivo_FrontEnd::SungPositionMs() {
   return isPlaying ? std::optional(positionMs) : std::nullopt;
 }
 
+bool Sonivo_FrontEnd::IsPaused() const {
+  return Information().isPlaying == false && !Title().empty();
+}
+
 std::string Sonivo_FrontEnd::Title() const {
   const THostInformation information = Information();
   const char* const title = information.bytes + THostInformation::kTitleAt;

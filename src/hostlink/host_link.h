@@ -38,6 +38,8 @@ public:
 
   /** True if the player reports that no song is playing; false if it does not report its state. */
   bool IsKnownToRest() const { return Information().isPlaying == false; }
+  /** The player has a song and reports that it does not play. */
+  bool IsPaused() const;
 
   /** Scripting. Block until the player answers or `StopWaiting` is called. -1 without an answer. */
   int32 CountEntries();

@@ -21,6 +21,17 @@ bool save_record(koreva::TArchivable* record, const char* folder, const char* na
          record->Save(entry);
 }
 
+namespace {
+struct TOptionsRecord : koreva::TArchivable {
+  bool Unarchive(const BMessage& archive) override { return gPref->UnarchiveOptions(archive); }
+};
+} // namespace
+
+bool load_options() {
+  TOptionsRecord options;
+  return load_record(&options, "Shared", "Vesmo_Options.arc");
+}
+
 bool load_shared_prefs() {
   return load_record(gPref, "Shared", "VesmoShared_Prefs.arc");
 }

@@ -11,3 +11,5 @@ bool load_record(koreva::TArchivable* record, const char* folder, const char* na
 bool save_record(koreva::TArchivable* record, const char* folder, const char* name);
 /** Loads gPref from the family's shared file. */
 bool load_shared_prefs();
+/** Loads the options of gPref from their own file. */
+bool load_options();

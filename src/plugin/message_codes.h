@@ -40,7 +40,7 @@ enum : uint32 {
   kMsgPartnerConnects = 'Scmc',
   kMsgWait = 'wait', // not handled: its reply shows that all earlier messages have been
   // From the editor window's menus and tool bar, no fields.
-  kMsgFineTimeTag = 'fttg', // opens the window that asks for the shift
+  kMsgFineTimeTag = 'fttg', // opens the window that asks for the shift: of all lines, or with fields of kMsgShiftTags
   kMsgHelp = '_hlp',
   kMsgCommonPref = '_scp',
   kMsgPreferences = '_prf',
@@ -56,6 +56,7 @@ enum : uint32 {
   kMsgReadEncoding = 'Sprc',
   kMsgLineEnds = 'Spcc',
   kMsgTimeOffset = 'Sptc',
+  kMsgOptions = 'Sopc', // the options of TPref, which have a record of their own
   kMsgLanguageChanged = '_lgc',
   kMsgKeys = 'Skyc', // all changed keys of commands, as TKeyBindings stores them
 
@@ -77,10 +78,18 @@ enum : uint32 {
   kMsgRefreshInfo = 'rcir',
   kMsgConvertTags = 'cvtt', // bool "CvtTagS2E": to the extended form
   kMsgDeleteTags = 'datt',
-  kMsgShiftTags = 'fttr',  // string "_SmplIptData": ms, decimal
+  /** String "_SmplIptData": ms, decimal. Of some lines only: int32 "First", "Count" (INT32_MAX: to the end); int32
+      "Document", its number. */
+  kMsgShiftTags = 'fttr',
+  kMsgReplayBeat = 'rpbt', // from the timer of a replay after a nudge to the tag input view
   kMsgTagCommand = 'tgcm', // int32 "Command": a TCommandId of the tag input view
+  /** From the find bar to the editor view: strings "Text" and, to replace, "With"; bools "Case", "NoTags", "Backward";
+      "All": replaces every match. */
+  kMsgFind = 'fdtx',
+  kMsgReplace = 'fdrp',
   kMsgUndo = '_udo',
   kMsgRedo = '_rdo',
+  kMsgFollowChanged = 'flwc', // to the window: bool "Follows"
   // To the editor view: a line of the tag input view is to be split.
   kMsgSplitLine = 'lnsp',       // int32 "Row", string "Text" (without tags)
   kMsgSplitLineAt = 'lnsa',     // the dialog's answer: these and int32 "Document", strings "Before", "After"
@@ -110,6 +119,9 @@ enum : uint32 {
   kMsgOpenPanel = '_opn',       // opens the panel for a file to open
   kMsgExport = '_exp',          // opens the export panel
   kMsgExportFormat = '_exf',    // from the export panel's menu
+  kMsgShowFind = 'fdbr',        // bool "Replace": with the field for the replacement
+  kMsgFindNext = 'fdnx',        // bool "Backward": the text of the find bar
+  kMsgCloseFind = 'fdcl',       // from the find bar to itself
   kMsgClearHistory = '_dam',    // clears the recent files, after a question
   kMsgNoticeButton = 'ntbt',    // from the notice bar to itself: int32 "Notice", its number; int32 "Index", the button
   kMsgNoticeClose = 'ntcl',     // from the notice bar to itself: the user closes the notice
@@ -147,6 +159,11 @@ enum : uint32 {
   kMsgLyricsAnimation = 'dvmv', // the animation timer of its view
   kMsgSettingChanged = 'prch',  // from a control to the preferences window: pointer "source"
   kMsgUseOffset = 'prus',       // from the timing page to the window: int32 "TmDf", the accepted time offset
+  // From the keys page's controls to the page.
+  kMsgKeyPressed = 'prky',
+  kMsgNoKey = 'prkn',
+  kMsgDefaultKey = 'prkd',
+  kMsgDefaultKeys = 'prka',
   kMsgPrefDefaults = 'prdf',
   kMsgPrefRevert = 'prrv',
   kMsgPrefStore = 'prst',

@@ -3,6 +3,8 @@
 #include "platform/app/message.h"
 #include "platform/support/cut_text.h"
 
+#include <algorithm>
+
 TPref* gPref = nullptr;
 
 namespace {
@@ -65,6 +67,13 @@ bool for_each_appearance(Values* v, Visit visit) {
   return all;
 }
 
+template <typename Values, typename Visit>
+bool for_each_option(Values* v, Visit visit) {
+  bool all = visit("LdIn", &v->leadInMs);
+  all &= visit("RpNd", &v->replaysNudges);
+  return all;
+}
+
 } // namespace
 
 TPref::TPref() : fValues(std::make_shared<TPrefValues>()) {}
@@ -77,6 +86,7 @@ std::shared_ptr<const TPrefValues> TPref::Values() const {
 void TPref::SetValues(const TPrefValues& values) {
   auto replaced = std::make_shared<TPrefValues>(values);
   cut_family(&replaced->fontFamily);
+  replaced->leadInMs = std::clamp(replaced->leadInMs, int32{0}, kLongestLeadInMs);
   const std::lock_guard lock(fMutex);
   fValues = std::move(replaced);
 }
@@ -92,6 +102,18 @@ bool TPref::ArchiveAppearance(BMessage* archive) const {
   const auto values = Values();
   return for_each_appearance(values.get(),
                              [&](const char* key, const auto* field) { return add(archive, key, *field); });
+}
+
+bool TPref::ArchiveOptions(BMessage* archive) const {
+  const auto values = Values();
+  return for_each_option(values.get(), [&](const char* key, const auto* field) { return add(archive, key, *field); });
+}
+
+bool TPref::UnarchiveOptions(const BMessage& archive) {
+  TPrefValues values = *Values();
+  const bool all = for_each_option(&values, [&](const char* key, auto* field) { return Read(archive, key, field); });
+  SetValues(values);
+  return all;
 }
 
 bool TPref::Unarchive(const BMessage& archive) {

@@ -5,7 +5,10 @@
 #include <memory>
 #include <mutex>
 
-/** The settings shared by the editor and the lyrics display. Names in quotes are the fields on disk. */
+inline constexpr int32 kLongestLeadInMs = 10000;
+
+/** The settings shared by the editor and the lyrics display. Names in quotes are the fields on disk, in
+    "VesmoShared_Prefs.arc" and, for the last group, in "Vesmo_Options.arc". */
 struct TPrefValues {
   bool stayOnTop = false;                   // "SoTp"
   int32 fontLevel = 0;                      // "FntL", used by the display only
@@ -30,6 +33,9 @@ struct TPrefValues {
   rgb_color background{0, 0, 0, 255};         // "BGCl"
   rgb_color lyrics{255, 255, 255, 255};       // "LyCl"
   std::string backgroundImage;                // "BGIF"
+
+  int32 leadInMs = 0;         // "LdIn": playing from a line begins that much before its tag
+  bool replaysNudges = false; // "RpNd": a nudged line is played for half a second
 };
 
 /** The plug-in's settings, read from "VesmoShared_Prefs.arc" on start and updated by messages of the companion; the
@@ -48,6 +54,9 @@ public:
   bool ArchiveAppearance(BMessage* archive) const;
   /** Applies the appearance fields in the message. */
   bool UnarchiveAppearance(const BMessage& archive);
+  /** The last group, which the two above leave alone. */
+  bool ArchiveOptions(BMessage* archive) const;
+  bool UnarchiveOptions(const BMessage& archive);
 
 private:
   mutable std::mutex fMutex; // guards fValues

@@ -109,8 +109,12 @@ BMenu* TEditorMenus::MakeEditMenu() {
   for (const TCommandId id : {kCut, kCopy, kPaste, kSelectAll}) menu->AddItem(MakeItem(id));
   fLinesItem = MakeLinesMenu();
   menu->AddItem(fLinesItem);
+  for (const TCommandId id : {kFind, kReplace, kFindNext, kFindPrevious}) menu->AddItem(MakeItem(id));
+  menu->AddItem(MakeGoMenu());
   menu->AddSeparatorItem();
   menu->AddItem(MakeItem(kShiftAll));
+  menu->AddItem(MakeItem(kShiftFromHere));
+  menu->AddItem(MakeItem(kShiftSelected));
   menu->AddItem(MakeItem(kDeleteAllTags));
   menu->AddSeparatorItem();
   menu->AddItem(MakeItem(kToExtended));
@@ -127,6 +131,17 @@ BMenu* TEditorMenus::MakeModeMenu() {
   auto* const menu = new BMenu(label_of("Menu_Mode", "M").c_str());
   menu->AddItem(tagInputItem);
   menu->AddItem(MakeItem(kModeFree));
+  return menu;
+}
+
+BMenu* TEditorMenus::MakeGoMenu() {
+  auto* const menu = new BMenu(label_of("Menu_Go", "G").c_str());
+  menu->AddItem(MakeItem(kFollow));
+  menu->AddItem(MakeItem(kGoToSung));
+  menu->AddItem(MakeItem(kFromStart));
+  menu->AddSeparatorItem();
+  for (const TCommandId id : {kNextProblem, kPreviousProblem, kNextUntagged, kPreviousUntagged})
+    menu->AddItem(MakeItem(id));
   return menu;
 }
 
@@ -154,6 +169,7 @@ void TEditorMenus::Build() {
   fBar->AddItem(MakeModeMenu());
   fBar->AddItem(MakeToolMenu());
   fBar->AddItem(MakeHelpMenu());
+  MarkFollowing(fFollows);
   EnableHistory(fCanUndo, fCanRedo);
 }
 
@@ -161,6 +177,11 @@ void TEditorMenus::MarkMode(int32 mode) {
   constexpr TCommandId kModes[] = {kModeExtended, kModeStandard, kModeFree};
   for (int32 i = 0; i < kEditModes; ++i) Item(kModes[i])->SetMarked(i == mode);
   fLinesItem->SetEnabled(edit_mode_of(mode) != TEditMode::kFreeEdit);
+}
+
+void TEditorMenus::MarkFollowing(bool follows) {
+  fFollows = follows;
+  Item(kFollow)->SetMarked(follows);
 }
 
 void TEditorMenus::EnableHistory(bool canUndo, bool canRedo) {

@@ -36,6 +36,7 @@ public:
   BMenu* OpenMenu() const { return fOpenMenu; }
   /** Marks none for a number of no mode. */
   void MarkMode(int32 mode);
+  void MarkFollowing(bool follows);
   void EnableHistory(bool canUndo, bool canRedo);
 
 private:
@@ -45,6 +46,7 @@ private:
   BMenu* MakeEditMenu();
   BMenuItem* MakeLinesMenu();
   BMenu* MakeModeMenu();
+  BMenu* MakeGoMenu();
   BMenu* MakeToolMenu();
   BMenu* MakeHelpMenu();
   BMenuItem* MakeItem(TCommandId id);
@@ -58,6 +60,7 @@ private:
   std::array<BMenuItem*, kCommands> fItems = {}; // in the menu bar, like fOpenMenu
   BMenuItem* fLinesItem = nullptr;
   BMenu* fOpenMenu = nullptr;
+  bool fFollows = false;
   bool fCanUndo = false;
   bool fCanRedo = false;
 };

@@ -16,6 +16,7 @@
 #include "toolkit/placement.h"
 #include "toolkit/tool_bar.h"
 #include "window/export_panel.h"
+#include "window/find_bar.h"
 #include "window/notice_bar.h"
 #include "window/save_panel.h"
 
@@ -58,6 +59,8 @@ TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
   fNoticeBar = new TNoticeBar(rest, "NoticeBar", [this] { fEditorView->FocusLyrics(); });
   AddChild(fNoticeBar);
   fEditorView = new TVesmoEView(rest, fNoticeBar);
+  fFindBar = new TFindBar(rest, "FindBar", fEditorView, [this] { fEditorView->FocusLyrics(); });
+  AddChild(fFindBar);
   AddMainChild(fEditorView);
   fMenus = std::make_unique<TEditorMenus>(fMenuBar, TEditorMenus::TTargets{this, fEditorView, fManager});
   CreateMenu();
@@ -97,6 +100,15 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     return fEditorView->MessageReceived(message);
   case kMsgStayOnTop:
     return PrefStayOnTopChanged();
+  case kMsgFineTimeTag:
+    message->AddInt32("Document", fEditorView->DocumentNumber());
+    fManager->PostMessage(message);
+    return;
+  case kMsgShowFind:
+  case kMsgFindNext:
+    return FindRqtd(*message);
+  case kMsgFollowChanged:
+    return FollowChanged(*message);
   case kMsgStampHint:
     fManager->PostMessage(message);
     return;
@@ -141,6 +153,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     MarkSaveButton();
     SetLabels();
     fNoticeBar->LanguageChanged();
+    fFindBar->LanguageChanged();
     return fEditorView->MessageReceived(message);
   default:
     TKRVWin::MessageReceived(message);
@@ -201,6 +214,17 @@ void TVesmoEWin::HistoryChanged(const BMessage& message) {
 
 void TVesmoEWin::ModifiedChanged(const BMessage& message) {
   if (message.FindBool("Modified", &fIsModified) == B_OK) MarkSaveButton();
+}
+
+void TVesmoEWin::FindRqtd(const BMessage& message) {
+  bool flag = false;
+  if (message.what == kMsgShowFind && message.FindBool("Replace", &flag) == B_OK) return fFindBar->Open(flag);
+  if (message.FindBool("Backward", &flag) == B_OK) fFindBar->FindNext(flag);
+}
+
+void TVesmoEWin::FollowChanged(const BMessage& message) {
+  bool follows = false;
+  if (message.FindBool("Follows", &follows) == B_OK) fMenus->MarkFollowing(follows);
 }
 
 void TVesmoEWin::UpdateWinPosDiffe() {

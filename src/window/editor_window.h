@@ -12,6 +12,7 @@
 class BFilePanel;
 class BMenuBar;
 class TExportPanel;
+class TFindBar;
 class TNoticeBar;
 class TToolBar;
 class TToolButton;
@@ -46,6 +47,8 @@ private:
   void HistoryChanged(const BMessage& message);
   void ModifiedChanged(const BMessage& message);
   void MarkSaveButton();
+  void FindRqtd(const BMessage& message);
+  void FollowChanged(const BMessage& message);
   void UpdateWinPosDiffe();
   void PrefStayOnTopChanged();
   void IAPChanged();
@@ -89,9 +92,10 @@ private:
   std::unique_ptr<TVesmoESavePanel> fSavePanel; // fSavePanel and fOpenPanel: created at first use
   std::unique_ptr<BFilePanel> fOpenPanel;
   std::unique_ptr<TExportPanel> fExportPanel; // a new one for each export
-  BMenuBar* fMenuBar;                         // fMenuBar, fToolBar, fNoticeBar and fEditorView are children
+  BMenuBar* fMenuBar;                         // fMenuBar to fEditorView are children
   TToolBar* fToolBar;
   TNoticeBar* fNoticeBar;
+  TFindBar* fFindBar;
   TVesmoEView* fEditorView;
   std::unique_ptr<TEditorMenus> fMenus;
   TMRUF fMRUF;

@@ -8,7 +8,16 @@
 
 namespace {
 
+BMessage options_of(const TPrefValues& values) {
+  TPref record;
+  record.SetValues(values);
+  BMessage options;
+  record.ArchiveOptions(&options);
+  return options;
+}
+
 uint32 notice_of(const std::string& field) {
+  static const BMessage kOptions = options_of({});
   static const std::map<std::string, uint32> kNoticeOf = {
       {"SoTp", kMsgStayOnTop},       {"STlB", kMsgToolBar},        {"MTmI", kMsgPollInterval},
       {"FntL", kMsgDefaultStatBar},  {"DbBf", kMsgDefaultStatBar}, {"WEnc", kMsgEncoding},
@@ -16,7 +25,8 @@ uint32 notice_of(const std::string& field) {
       {"LLTF", kMsgLanguageChanged},
   };
   const auto found = kNoticeOf.find(field);
-  return found == kNoticeOf.end() ? kMsgAppearance : found->second;
+  if (found != kNoticeOf.end()) return found->second;
+  return kOptions.HasField(field.c_str()) ? kMsgOptions : kMsgAppearance;
 }
 
 BMessage fields_of(const TPrefValues& values) {
@@ -24,6 +34,7 @@ BMessage fields_of(const TPrefValues& values) {
   record.SetValues(values);
   BMessage fields;
   record.Archive(&fields);
+  record.ArchiveOptions(&fields);
   return fields;
 }
 

@@ -25,6 +25,16 @@ bool take_offset(const std::string& text, TPrefValues* values) {
   return ms.has_value();
 }
 
+std::string lead_in(const TPrefValues& values) {
+  return std::to_string(values.leadInMs);
+}
+
+bool take_lead_in(const std::string& text, TPrefValues* values) {
+  const auto ms = whole_number(text, 0, kLongestLeadInMs);
+  if (ms) values->leadInMs = static_cast<int32>(*ms);
+  return ms.has_value();
+}
+
 std::string use_label(int32 offsetMs) {
   return gLLT->Text("Pref_Use_1") + std::to_string(offsetMs) + gLLT->Text("Pref_Use_2");
 }
@@ -39,6 +49,8 @@ TTimingPage::TTimingPage(TClickTrack::TOpen openOutput)
   AddWide(fNote, fStart);
   AddWide(fPad);
   fTaps = AddProposal("TapResult", "UseTapResult");
+  AddText("LeadIn", "Pref_Lead_In", lead_in, take_lead_in);
+  AddCheckBox("ReplayNudges", "Pref_Replay_Nudges", &TPrefValues::replaysNudges);
 }
 
 TTimingPage::~TTimingPage() = default;

@@ -3,6 +3,7 @@
 #include "common/koreva.h"
 #include "companion/prefs/vesmo_d_pref_win.h"
 #include "platform/storage/entry.h"
+#include "plugin/message_codes.h"
 #include "tests/support/hands.h"
 #include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
@@ -48,7 +49,7 @@ struct PrefWindow : testing::Test, PluginGlobals {
     Press("Ctrl+A");
     for (const char c : text) Press(std::string(1, c));
   }
-  enum Tab { kGeneral, kAppearance, kTiming };
+  enum Tab { kGeneral, kAppearance, kTiming, kKeys };
   void SelectTab(Tab index) {
     hands::select_tab(*fWindow, "PrefTabs", index);
     Settle();
@@ -74,7 +75,7 @@ struct PrefWindow : testing::Test, PluginGlobals {
 
   struct Manager : BLooper {
     void MessageReceived(BMessage* message) override {
-      gPref->Unarchive(*message);
+      message->what == kMsgOptions ? gPref->UnarchiveOptions(*message) : gPref->Unarchive(*message);
       std::string notice;
       for (int shift = 24; shift >= 0; shift -= 8) notice += static_cast<char>(message->what >> shift);
       notice += ":";

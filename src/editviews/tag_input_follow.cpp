@@ -1,0 +1,35 @@
+/** How the tag input view follows the song. */
+
+#include "editviews/tag_input_view.h"
+#include "hostlink/host_link.h"
+#include "language/llt.h"
+#include "platform/app/message.h"
+#include "platform/interface/window.h"
+#include "plugin/message_codes.h"
+
+void TTagInputView::ToggleFollowing() {
+  fFollowing.Toggle();
+  ReportFollowing();
+  Report(gLLT->Text(fFollowing.IsOn() ? "StatBarStr_Follows" : "StatBarStr_Follows_Not"));
+}
+
+/** The menu shows it. */
+void TTagInputView::ReportFollowing() {
+  BMessage changed(kMsgFollowChanged);
+  changed.AddBool("Follows", fFollowing.IsOn());
+  if (Window()) Window()->PostMessage(&changed);
+}
+
+/** Also while the song is paused, when no line is marked. */
+void TTagInputView::GoToSungRow() {
+  const int32 row = fLineTimes.RowAt(fFrontEnd->PositionMs());
+  if (row < 0) return Report(gLLT->Text("StatBarStr_Nothing_Sung"));
+  GoTo(row);
+}
+
+void TTagInputView::GoToStart() {
+  fReplay.Cancel();
+  fFrontEnd->SeekTo(0);
+  GoTo(0);
+  Report(gLLT->Text("StatBarStr_From_Start"));
+}
