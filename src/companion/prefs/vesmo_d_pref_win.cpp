@@ -3,6 +3,7 @@
 #include "companion/prefs/appearance_page.h"
 #include "companion/prefs/files_page.h"
 #include "companion/prefs/general_page.h"
+#include "companion/prefs/keys_page.h"
 #include "companion/prefs/notices.h"
 #include "companion/prefs/shared_prefs.h"
 #include "companion/prefs/timing_page.h"
@@ -43,7 +44,8 @@ TVesmoDPrefWin::TVesmoDPrefWin(const std::string& languageFolder, const BMesseng
       fTiming(new TTimingPage(std::move(openOutput))), fPages{{new TGeneralPage(languageFolder), "Pref_Tab_General"},
                                                               {fAppearance, "Pref_Tab_Appearance"},
                                                               {fTiming, "Pref_Tab_Timing"},
-                                                              {new TFilesPage, "Pref_Tab_Files"}},
+                                                              {new TFilesPage, "Pref_Tab_Files"},
+                                                              {new TKeysPage(manager), "Pref_Tab_Keys"}},
       fTabs(new BTabView({}, "PrefTabs")), fError(new BStringView({}, "Error", "")),
       fDefaults(new BButton({}, "Defaults", "", new BMessage(kMsgPrefDefaults))),
       fRevert(new BButton({}, "Revert", "", new BMessage(kMsgPrefRevert))),

@@ -139,3 +139,30 @@ TEST_F(PrefWindow, DefaultsAndRevertSetEveryPage) {
   Press("Escape");
   EXPECT_EQ(Stored().timeOffsetMs, -140);
 }
+
+TEST_F(PrefWindow, AKeyIsTakenFromAnotherCommandOnlyWhenPressedTwice) {
+  Open();
+  SelectTab(kKeys);
+  fWindow->FindView("Commands")->MakeFocus();
+  Settle();
+  Press("Down"); // the second command
+  fWindow->FindView("CommandKey")->MakeFocus();
+  Settle();
+  Press("F9");
+  EXPECT_EQ(current_keys()->Of(TCommandId::kOpenCurrent), "F9");
+  EXPECT_THAT(Notices(), ElementsAre("Skyc:"));
+  Press("Ctrl+S");
+  EXPECT_EQ(current_keys()->Of(TCommandId::kOpenCurrent), "F9");
+  EXPECT_THAT(Label("KeyNote"), HasSubstr("Ctrl+S belongs to “Save”"));
+  Press("Ctrl+S");
+  EXPECT_EQ(current_keys()->Of(TCommandId::kOpenCurrent), "Ctrl+S");
+  EXPECT_EQ(current_keys()->Of(TCommandId::kSave), "");
+  Press("F10");
+  EXPECT_THAT(Label("KeyNote"), HasSubstr("fixed meaning"));
+  const TKeys chosen = *current_keys();
+  gKeyBindings->SetValues({});
+  EXPECT_TRUE(load_key_bindings());
+  EXPECT_EQ(*current_keys(), chosen) << "what is stored";
+  Click("DefaultKeys");
+  EXPECT_EQ(*current_keys(), TKeys());
+}
