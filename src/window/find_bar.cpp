@@ -80,7 +80,7 @@ void TFindBar::LanguageChanged() {
   fClose->SetLabel(kCloseSign);
   fClose->SetToolTip(gLLT->Text("Button_Close"));
   fClose->SetAccessibleName(gLLT->Text("Button_Close"));
-  fReplace->SetLabel(gLLT->Text("Button_Replace"));
+  fReplace->SetLabel(gLLT->Text("Button_Replace_Match"));
   fReplaceAll->SetLabel(gLLT->Text("Button_Replace_All"));
   for (BTextControl* field : {fText, fWith}) field->SetToolTip(field->Label());
   LayOut();
