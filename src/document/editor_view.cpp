@@ -263,6 +263,8 @@ void TVesmoEView::RecoverRqtd(const BMessage& message) {
   if (!fRecovery->HasOffer(message) || !AskSave(message, this)) return;
   const std::optional<std::string> report = fRecovery->Recover(message);
   if (!report) return;
+  WithdrawUnifyOffer();
+  WithdrawEncodingOffer();
   ModeChanged();
   fFile->Follow();
   if (!fDocument.File().IsEmpty()) SendAddHistoryRqtd();
