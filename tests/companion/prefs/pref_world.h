@@ -49,7 +49,7 @@ struct PrefWindow : testing::Test, PluginGlobals {
     Press("Ctrl+A");
     for (const char c : text) Press(std::string(1, c));
   }
-  enum Tab { kGeneral, kAppearance, kTiming, kKeys };
+  enum Tab { kGeneral, kAppearance, kTiming, kFiles, kKeys };
   void SelectTab(Tab index) {
     hands::select_tab(*fWindow, "PrefTabs", index);
     Settle();
