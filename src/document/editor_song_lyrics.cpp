@@ -11,6 +11,7 @@
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/storage/entry.h"
+#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "songtags/song_text.h"
@@ -113,7 +114,8 @@ void TVesmoEView::ShowLyricsInside(const std::string& text) {
   if (!AskSave(BMessage(kMsgSongLyricsRead), this)) return;
   const auto settings = gPref->Values();
   TOpenedLyrics opened;
-  opened.form = {encoding_of(settings->writeEncoding), line_end_of(settings->writeCRType)};
+  opened.form = {encoding_of(settings->writeEncoding), line_end_of(settings->writeCRType),
+                 dialect_of(load_file_choices().newDialect)};
   opened.lines = document_lines(text);
   prepare_for_editing(&opened.lines);
   fSession->Show(opened.lines);

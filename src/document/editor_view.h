@@ -121,6 +121,16 @@ private:
   void WithdrawEncodingOffer();
   void ReopenRqtd(const BMessage& message);
 
+  // editor_song_lyrics.cpp
+  void MItemWriteIntoSongClicked();
+  /** True if the answer to the search for the current song was taken: lyrics are to be written into the song, or it has
+      no lyrics file. */
+  bool TakeSong(const BMessage& answer);
+  void SongLyricsRead();
+  void ShowLyricsInside(const std::string& text);
+  void AskWriteIntoSong();
+  void SongLyricsWritten();
+
   // editor_bulk.cpp
   void FineTimeTagRqtd(const BMessage& message);
   void MItemCvtTag(const BMessage& message);
