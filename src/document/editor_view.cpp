@@ -31,7 +31,6 @@ constexpr int64 kFrontEndIntervalUs = 100000;
 TVesmoEView::TVesmoEView(BRect frame, TNoticeBoard* notices)
     : TKRVView(frame, "VesmoEditorView", B_FOLLOW_ALL_SIDES, B_FRAME_EVENTS), fNotices(notices),
       fFrontEnd(std::make_unique<Sonivo_FrontEnd>(false, kFrontEndIntervalUs)) {
-  fOpeningPref.LoadStored();
   fFrontEnd->Start();
   fSession = std::make_unique<TEditSession>(this, fFrontEnd.get(), &fDocument, &fSong);
   fFinder = std::make_unique<TTextFinder>(fSession.get(), &fDocument);
@@ -80,9 +79,6 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return SongLyricsWritten();
   case kMsgOpenSongLyrics:
     return OpenSongLyrics(*message);
-  case kMsgSongOpening:
-    fOpeningPref.Unarchive(*message);
-    return;
   case B_REFS_RECEIVED:
     return RefsReceived(*message);
   case B_SIMPLE_DATA:

@@ -5,7 +5,6 @@
 #include "document/song_opener.h"
 #include "editviews/edit_mode.h"
 #include "lyrics/document.h"
-#include "plugin/opening_pref.h"
 #include "toolkit/krv_view.h"
 
 #include <memory>
@@ -145,7 +144,6 @@ private:
   std::unique_ptr<TCurrentSongFinder> fSongFinder;
   bool fSearchesByItself = false; // the search for the current song was not a command of the user
   std::string fSongFolder;
-  TOpeningPref fOpeningPref;
   TSongOpener fSongOpener;
   std::unique_ptr<TEditSession> fSession;
   std::unique_ptr<TTextFinder> fFinder;

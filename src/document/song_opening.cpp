@@ -15,6 +15,7 @@
 #include "platform/storage/entry.h"
 #include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
+#include "plugin/pref.h"
 
 #include <utility>
 
@@ -36,12 +37,12 @@ bool TVesmoEView::IsDocumentUntouched() const {
 }
 
 bool TVesmoEView::MayOpenByItself() {
-  if (fOpeningPref.Opening() == TSongOpening::kNever) return false;
+  const int32 wanted = gPref->Values()->songOpening;
+  if (wanted == kNeverOpen) return false;
   fSession->Active().FlushEdits();
   if (fSession->Active().IsModified() || fDocument.IsModified()) return false;
   if (IsDocumentUntouched()) return true;
-  return fOpeningPref.Opening() == TSongOpening::kWithEverySong && !fDocument.File().IsEmpty() &&
-         fFile->StateNow() == TDiskState::kUnchanged;
+  return wanted == kOpenWithEverySong && !fDocument.File().IsEmpty() && fFile->StateNow() == TDiskState::kUnchanged;
 }
 
 void TVesmoEView::OpenSongLyricsIfDue(bool isPlaying) {

@@ -123,7 +123,6 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
     Forward(message);
     return true;
   case kMsgFollowDocument:
-  case kMsgSongOpening:
     Forward(message);
     return true;
   case kMsgEncoding:

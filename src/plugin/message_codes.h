@@ -147,7 +147,6 @@ enum : uint32 {
       through its window to the manager, */
   kMsgOfferSongLyrics = 'slof',
   kMsgOpenSongLyrics = 'slop', // and back
-  kMsgSongOpening = 'Spso',    // notice of a changed setting: int32 "OpSg", a TSongOpening
 
   // From the search for the current song to the window that started it.
   kMsgSongFound = 'csfd', // ref "refs", its lyrics file, which may not exist; string "song", its own path

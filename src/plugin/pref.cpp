@@ -71,6 +71,7 @@ template <typename Values, typename Visit>
 bool for_each_option(Values* v, Visit visit) {
   bool all = visit("LdIn", &v->leadInMs);
   all &= visit("RpNd", &v->replaysNudges);
+  all &= visit("OpSg", &v->songOpening);
   return all;
 }
 
@@ -86,6 +87,8 @@ std::shared_ptr<const TPrefValues> TPref::Values() const {
 void TPref::SetValues(const TPrefValues& values) {
   auto replaced = std::make_shared<TPrefValues>(values);
   cut_family(&replaced->fontFamily);
+  const bool isKnown = replaced->songOpening >= kNeverOpen && replaced->songOpening <= kOpenWithEverySong;
+  if (!isKnown) replaced->songOpening = kOpenInNewDocument;
   replaced->leadInMs = std::clamp(replaced->leadInMs, int32{0}, kLongestLeadInMs);
   const std::lock_guard lock(fMutex);
   fValues = std::move(replaced);

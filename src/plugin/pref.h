@@ -7,6 +7,13 @@
 
 inline constexpr int32 kLongestLeadInMs = 10000;
 
+/** When the lyrics of the playing song open by themselves. The numbers are stored. */
+enum : int32 {
+  kNeverOpen = 0,
+  kOpenInNewDocument = 1, // while the document is new and untouched
+  kOpenWithEverySong = 2  // while nothing is unsaved
+};
+
 /** The settings shared by the editor and the lyrics display. Names in quotes are the fields on disk, in
     "VesmoShared_Prefs.arc" and, for the last group, in "Vesmo_Options.arc". */
 struct TPrefValues {
@@ -34,8 +41,9 @@ struct TPrefValues {
   rgb_color lyrics{255, 255, 255, 255};       // "LyCl"
   std::string backgroundImage;                // "BGIF"
 
-  int32 leadInMs = 0;         // "LdIn": playing from a line begins that much before its tag
-  bool replaysNudges = false; // "RpNd": a nudged line is played for half a second
+  int32 leadInMs = 0;                     // "LdIn": playing from a line begins that much before its tag
+  bool replaysNudges = false;             // "RpNd": a nudged line is played for half a second
+  int32 songOpening = kOpenInNewDocument; // "OpSg": when the playing song's lyrics open by themselves
 };
 
 /** The plug-in's settings, read from "VesmoShared_Prefs.arc" on start and updated by messages of the companion; the

@@ -88,7 +88,6 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case kMsgAppearance:
   case kMsgStatBarStr:
   case kMsgOpenSongLyrics:
-  case kMsgSongOpening:
   case kMsgSplitLine:
   case kMsgShiftTags:
   case kMsgExportTo:

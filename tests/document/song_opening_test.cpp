@@ -32,11 +32,6 @@ struct SongOpening : EditorByHand {
     fFolder.Write("a.txt", "one\ntwo\n");
     fFolder.Write("b.txt", "b\n");
   }
-  void Set(TSongOpening opening) {
-    BMessage notice(kMsgSongOpening);
-    notice.AddInt32("OpSg", static_cast<int32>(opening));
-    Send(notice);
-  }
   /** As the manager does once a search has found them. */
   void Offer(const std::string& name, int32 document) {
     BMessage found = message_of(kMsgOpenSongLyrics, "refs", ref_of(fFolder.File(name)));
@@ -66,26 +61,25 @@ TEST_F(SongOpening, LyricsOfThePlayingSongOpenInANewWindow) {
 }
 
 TEST_F(SongOpening, NothingOpensOverWhatTheUserHasInTheWindow) {
-  using enum TSongOpening;
   const auto type = [this] { Press("Insert"); };
   const struct {
     const char* what;
-    TSongOpening setting;
+    int32 setting;
     std::function<void()> act;
     bool opens;
   } rows[] = {
-      {"new", kIntoNewDocument, [] {}, true},
-      {"never", kNever, [] {}, false},
-      {"typed", kWithEverySong, type, false},
-      {"typed and undone", kIntoNewDocument, [&] { type(), Press("Ctrl+Z"); }, false},
-      {"opened", kIntoNewDocument, [&] { Open(fFolder.File("b.txt")); }, false},
-      {"opened, with every song", kWithEverySong, [&] { Open(fFolder.File("b.txt")); }, true},
-      {"changed", kWithEverySong, [&] { Open(fFolder.File("b.txt")), Change(); }, false},
+      {"new", kOpenInNewDocument, [] {}, true},
+      {"never", kNeverOpen, [] {}, false},
+      {"typed", kOpenWithEverySong, type, false},
+      {"typed and undone", kOpenInNewDocument, [&] { type(), Press("Ctrl+Z"); }, false},
+      {"opened", kOpenInNewDocument, [&] { Open(fFolder.File("b.txt")); }, false},
+      {"opened, with every song", kOpenWithEverySong, [&] { Open(fFolder.File("b.txt")); }, true},
+      {"changed", kOpenWithEverySong, [&] { Open(fFolder.File("b.txt")), Change(); }, false},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.what);
     fFolder.Write("b.txt", "b\n");
-    Set(row.setting);
+    SetPref([&](TPrefValues* values) { values->songOpening = row.setting; });
     row.act();
     const int32 before = Document();
     Offer("a.txt", before - 1);

@@ -46,6 +46,10 @@ TGeneralPage::TGeneralPage(std::string languageFolder) : TPrefPage("General"), f
           {{0, "MItem_Encoding_0"}, {1, "MItem_Encoding_1"}, {2, "MItem_Encoding_2"}});
   AddMenu("LineEnds", "Pref_Line_Ends", &TPrefValues::writeCRType,
           {{0, "MItem_CR_Type_0"}, {1, "MItem_CR_Type_1"}, {2, "MItem_CR_Type_2"}});
+  AddMenu("SongOpening", "Pref_Song_Opening", &TPrefValues::songOpening,
+          {{kNeverOpen, "Pref_Open_Never"},
+           {kOpenInNewDocument, "Pref_Open_In_New"},
+           {kOpenWithEverySong, "Pref_Open_With_Every"}});
   AddText("PollInterval", "Pref_Poll_Interval", poll_interval, take_poll_interval);
   AddCheckBox("ToolBar", "Pref_Tool_Bar", &TPrefValues::showToolBar);
   AddCheckBox("StayOnTop", "Pref_Stay_On_Top", &TPrefValues::stayOnTop);
