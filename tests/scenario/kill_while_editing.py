@@ -203,14 +203,14 @@ def main():
     chance = random.Random(seed)
     print(f"{rounds} rounds of {', '.join(kills)}, seed {seed}", flush=True)
     home_display = os.environ["DISPLAY"]
-    stage, last = None, None
+    stage, current, last = None, None, None
     try:
         for number in range(rounds + 1):
             os.environ["DISPLAY"] = home_display
             if stage is None:
                 stage = Stage()
                 file = File(stage.file("a.lrc", "".join(line + "\n" for line in LINES)))
-            current = Round(stage, file, kills[number % len(kills)], chance)
+            current = Round(stage, file, kills[number % len(kills)] if number < rounds else "kill", chance)
             current.start(last)
             if number == rounds:
                 break
@@ -227,6 +227,8 @@ def main():
         print(f"round {number}, {stage.said()}", flush=True)
         raise
     finally:
+        if current and current.display:
+            current.display.kill()
         if stage:
             stage.clear_away()
     print(f"{rounds} of {rounds}: nothing was lost", flush=True)
