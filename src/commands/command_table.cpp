@@ -19,12 +19,12 @@ constexpr TCommandField mode(int32 number) {
   return {"Mode", B_INT32_TYPE, number};
 }
 
-constexpr TCommand tag_input(TCommandId id, const char* name, const char* textKey, const char* letter, const char* keys,
-                             bool repeats = false) {
+constexpr TEditorCommand tag_input(TCommandId id, const char* name, const char* textKey, const char* letter,
+                                   const char* keys, bool repeats = false) {
   return {id, name, textKey, letter, keys, kTagInput, kMsgTagCommand, {"Command", B_INT32_TYPE, int32(id)}, repeats};
 }
 
-constexpr std::array<TCommand, kCommands> kTable{{
+constexpr std::array<TEditorCommand, kCommands> kTable{{
     {kNew, "new", "MItem_New", "N", "Ctrl+N", kView, kMsgNew},
     {kOpenCurrent, "open-current", "MItem_Open_Cur", "L", "Ctrl+L", kView, kMsgOpenCurrent},
     {kOpen, "open", "Menu_Open", "O", "Ctrl+O", kWindow, kMsgOpenPanel},
@@ -100,11 +100,11 @@ static_assert(is_in_order(), "the table is indexed by TCommandId");
 
 } // namespace
 
-std::span<const TCommand> all_commands() {
+std::span<const TEditorCommand> all_commands() {
   return kTable;
 }
 
-const TCommand& command(TCommandId id) {
+const TEditorCommand& command(TCommandId id) {
   return kTable[static_cast<size_t>(id)];
 }
 
@@ -114,7 +114,7 @@ std::optional<TCommandId> command_of(int32 number) {
 }
 
 BMessage message_of_command(TCommandId id) {
-  const TCommand& wanted = command(id);
+  const TEditorCommand& wanted = command(id);
   BMessage message(wanted.code);
   if (wanted.field.type == B_BOOL_TYPE) message.AddBool(wanted.field.name, wanted.field.value != 0);
   if (wanted.field.type == B_INT32_TYPE) message.AddInt32(wanted.field.name, wanted.field.value);

@@ -87,7 +87,7 @@ struct TCommandField {
   int32 value = 0;
 };
 
-struct TCommand {
+struct TEditorCommand {
   TCommandId id;
   const char* name;    // in the settings; never changes
   const char* textKey; // its label
@@ -100,8 +100,8 @@ struct TCommand {
 };
 
 /** Indexed by TCommandId. Immutable: any thread. */
-std::span<const TCommand> all_commands();
-const TCommand& command(TCommandId id);
+std::span<const TEditorCommand> all_commands();
+const TEditorCommand& command(TCommandId id);
 /** Nothing for a number of no command. */
 std::optional<TCommandId> command_of(int32 number);
 /** The message of a menu item or button. */

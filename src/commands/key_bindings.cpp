@@ -12,12 +12,12 @@ constexpr const char* kFile = "Vesmo_Keys.arc";
 } // namespace
 
 TKeys::TKeys() {
-  for (const TCommand& each : all_commands()) Set(each.id, each.keys);
+  for (const TEditorCommand& each : all_commands()) Set(each.id, each.keys);
 }
 
 std::optional<TCommandId> TKeys::OtherWith(const std::string& keys, TCommandId id) const {
   if (keys.empty()) return {};
-  for (const TCommand& each : all_commands())
+  for (const TEditorCommand& each : all_commands())
     if (each.id != id && Of(each.id) == keys) return each.id;
   return {};
 }
@@ -25,7 +25,7 @@ std::optional<TCommandId> TKeys::OtherWith(const std::string& keys, TCommandId i
 /** Each round gives one command its default, and the defaults do not conflict: so it ends. */
 void TKeys::ResolveConflicts() {
   const auto reset_one = [this] {
-    for (const TCommand& each : all_commands()) {
+    for (const TEditorCommand& each : all_commands()) {
       if (IsDefault(each.id) || !OtherWith(Of(each.id), each.id)) continue;
       Set(each.id, each.keys);
       return true;
@@ -51,7 +51,7 @@ void TKeyBindings::SetValues(const TKeys& keys) {
 
 bool TKeyBindings::Archive(BMessage* archive) {
   const auto keys = Values();
-  for (const TCommand& each : all_commands())
+  for (const TEditorCommand& each : all_commands())
     if (!keys->IsDefault(each.id) && archive->AddString(each.name, keys->Of(each.id)) != B_OK) return false;
   return true;
 }
@@ -59,7 +59,7 @@ bool TKeyBindings::Archive(BMessage* archive) {
 bool TKeyBindings::Unarchive(const BMessage& archive) {
   TKeys keys;
   bool isRead = true;
-  for (const TCommand& each : all_commands()) {
+  for (const TEditorCommand& each : all_commands()) {
     std::string text = each.keys;
     isRead &= Read(archive, each.name, &text);
     const std::optional<std::string> changed = text.empty() ? text : normalized_keys(text);

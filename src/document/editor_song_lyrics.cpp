@@ -70,7 +70,7 @@ std::string list_of(const std::vector<TEmbeddedLyrics>& lyrics) {
 
 /** What writing changes. */
 std::string preview_text(const TSongLyricsJob& job, const std::string& text) {
-  const TSongLyrics& song = job.Reading().lyrics;
+  const TLyricsInSong& song = job.Reading().lyrics;
   std::string preview = gLLT->Text("Ask_Write_Song") + ("\n" + job.Song()) + "\n\n" + gLLT->Text("Hint_Song_Written") +
                         list_of(lyrics_to_write(song.format, text));
   if (!song.found.empty()) preview += std::string("\n\n") + gLLT->Text("Hint_Song_Replaced") + list_of(song.found);

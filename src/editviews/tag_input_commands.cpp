@@ -59,7 +59,7 @@ bool has_key_byte(TCommandId id) {
 void TTagInputView::KeysChanged() {
   const auto keys = current_keys();
   std::vector<display::ListShortcut> shortcuts;
-  for (const TCommand& each : all_commands()) {
+  for (const TEditorCommand& each : all_commands()) {
     if (each.target != TCommandTarget::kTagInput || keys->Of(each.id).empty()) continue;
     if (has_key_byte(each.id) && keys->IsDefault(each.id)) continue; // comes to KeyDown
     shortcuts.push_back({keys->Of(each.id), static_cast<int32>(each.id), each.repeats});

@@ -56,7 +56,7 @@ const char* place_name(TLyricsPlace place) {
   return kNames[static_cast<size_t>(place)];
 }
 
-const TEmbeddedLyrics* best_lyrics(const TSongLyrics& song) {
+const TEmbeddedLyrics* best_lyrics(const TLyricsInSong& song) {
   const auto rank = [](const TEmbeddedLyrics& lyrics) {
     const bool isTimed = !synced_lines(lyrics.text).empty();
     return isTimed ? (lyrics.place == TLyricsPlace::kSylt ? 1 : 0) : 2;
@@ -84,7 +84,7 @@ std::vector<TEmbeddedLyrics> lyrics_to_write(TSongFormat format, const std::stri
   }
 }
 
-std::string song_lyrics_bytes(const TSongLyrics& song) {
+std::string song_lyrics_bytes(const TLyricsInSong& song) {
   std::string bytes(kMark);
   put(&bytes, song.state);
   bytes.push_back(static_cast<char>(song.format));
@@ -95,10 +95,10 @@ std::string song_lyrics_bytes(const TSongLyrics& song) {
   return bytes;
 }
 
-std::optional<TSongLyrics> parse_song_lyrics(std::string_view bytes) {
+std::optional<TLyricsInSong> parse_song_lyrics(std::string_view bytes) {
   if (!bytes.starts_with(kMark) || bytes.size() > kMostAnswerBytes) return {};
   TFields fields(bytes.substr(kMark.size()));
-  TSongLyrics song;
+  TLyricsInSong song;
   song.state = fields.Text(kLongestState);
   song.format = static_cast<TSongFormat>(fields.Byte(4));
   while (fields.HasMore()) {

@@ -20,7 +20,7 @@ struct TEmbeddedLyrics {
 };
 
 /** Each place at most once. */
-struct TSongLyrics {
+struct TLyricsInSong {
   std::string state; // identifies this version of the file
   TSongFormat format = TSongFormat::kNone;
   std::vector<TEmbeddedLyrics> found;
@@ -34,11 +34,11 @@ inline constexpr size_t kMostAnswerBytes = 5 * kMostLyricsBytes + 1024;
 const char* place_name(TLyricsPlace place);
 
 /** The lyrics to show: those with time tags, complete texts before the timed lines of SYLT. Null if there are none. */
-const TEmbeddedLyrics* best_lyrics(const TSongLyrics& song);
+const TEmbeddedLyrics* best_lyrics(const TLyricsInSong& song);
 
 /** The lyrics that a song of this format has after `text` was written into it. */
 std::vector<TEmbeddedLyrics> lyrics_to_write(TSongFormat format, const std::string& text);
 
-std::string song_lyrics_bytes(const TSongLyrics& song);
+std::string song_lyrics_bytes(const TLyricsInSong& song);
 /** Empty unless the bytes are exactly of that form and within its limits. */
-std::optional<TSongLyrics> parse_song_lyrics(std::string_view bytes);
+std::optional<TLyricsInSong> parse_song_lyrics(std::string_view bytes);

@@ -24,7 +24,7 @@ enum class TSongStatus : int {
 
 struct TSongReading {
   TSongStatus status = TSongStatus::kFailed;
-  TSongLyrics lyrics;
+  TLyricsInSong lyrics;
 };
 
 /** When stopped, the process is killed and the status is kFailed. */

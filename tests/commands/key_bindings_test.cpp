@@ -38,7 +38,7 @@ TEST(KeyNames, AreNormalizedAndRefusedWhenTheyNameNoKey) {
 TEST(CommandTable, DefaultKeysAreValidFreeAndOfOneCommandEach) {
   std::set<std::string> names;
   const TKeys defaults;
-  for (const TCommand& each : all_commands()) {
+  for (const TEditorCommand& each : all_commands()) {
     EXPECT_TRUE(names.insert(each.name).second) << each.name;
     const std::string keys = each.keys;
     if (keys.empty()) continue;

@@ -15,7 +15,7 @@ struct Form {
   TLines reopened;
 };
 
-TSongLyrics some_lyrics() {
+TLyricsInSong some_lyrics() {
   return {"1.2.3.4.5.", TSongFormat::kId3, {{TLyricsPlace::kUslt, "a\nb"}, {TLyricsPlace::kSylt, "[00:01.00]a"}}};
 }
 
@@ -60,7 +60,7 @@ TEST(SongText, EachFormOfLyricsBecomesWhatSongsHoldAndComesBack) {
 }
 
 TEST(SongLyrics, TimedCompleteLyricsArePreferred) {
-  TSongLyrics song{"", TSongFormat::kId3, {{TLyricsPlace::kUslt, "a"}, {TLyricsPlace::kSylt, "[00:01.00]a"}}};
+  TLyricsInSong song{"", TSongFormat::kId3, {{TLyricsPlace::kUslt, "a"}, {TLyricsPlace::kSylt, "[00:01.00]a"}}};
   EXPECT_EQ(best_lyrics(song)->place, TLyricsPlace::kSylt);
   song.found[0].text = "[00:01.00]a";
   EXPECT_EQ(best_lyrics(song)->place, TLyricsPlace::kUslt);
@@ -78,7 +78,7 @@ TEST(SongLyrics, OnlyAWholeAnswerOfTheProgramIsAccepted) {
   const size_t oneLyrics = noLyrics + 1 + 4 + 3;
   for (size_t size = 0; size < whole.size(); ++size)
     EXPECT_EQ(parse_song_lyrics(whole.substr(0, size)).has_value(), size == noLyrics || size == oneLyrics) << size;
-  const auto refused = [](const TSongLyrics& song) { return !parse_song_lyrics(song_lyrics_bytes(song)); };
+  const auto refused = [](const TLyricsInSong& song) { return !parse_song_lyrics(song_lyrics_bytes(song)); };
   EXPECT_TRUE(refused({std::string(121, 'x'), TSongFormat::kId3, {}}));
   EXPECT_TRUE(refused({"", static_cast<TSongFormat>(4), {}}));
   EXPECT_TRUE(refused({"", TSongFormat::kId3, {{static_cast<TLyricsPlace>(5), "a"}}}));

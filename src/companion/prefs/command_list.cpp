@@ -55,7 +55,7 @@ TCommandList::~TCommandList() {
 void TCommandList::ShowKeys(const TKeys& keys) {
   SetViewColor(gPref->Values()->background);
   std::vector<std::string> shown;
-  for (const TCommand& each : all_commands()) shown.push_back(keys.Of(each.id));
+  for (const TEditorCommand& each : all_commands()) shown.push_back(keys.Of(each.id));
   shown = shown_keys(shown);
   for (size_t i = 0; i < kCommands; ++i) {
     fRows[i]->Show(gLLT->Text(all_commands()[i].textKey), shown[i]);

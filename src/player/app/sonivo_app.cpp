@@ -210,8 +210,8 @@ void TSonivoApp::TakeDrop(const BMessage& message) {
   std::vector<std::string> lyrics;
   std::vector<std::string> others;
   for (std::string& path : paths_in(message)) {
-    const TFileKind kind = file_kind(path);
-    auto& group = kind == TFileKind::kSong ? songs : kind == TFileKind::kLyrics ? lyrics : others;
+    const TDroppedKind kind = file_kind(path);
+    auto& group = kind == TDroppedKind::kSong ? songs : kind == TDroppedKind::kLyrics ? lyrics : others;
     group.push_back(std::move(path));
   }
   BMessage add(message);

@@ -22,8 +22,8 @@ std::string extension_of(std::string_view path) {
 
 } // namespace
 
-TFileKind file_kind(std::string_view path) {
+TDroppedKind file_kind(std::string_view path) {
   const std::string extension = extension_of(path);
-  if (std::ranges::find(kLyrics, extension) != std::end(kLyrics)) return TFileKind::kLyrics;
-  return std::ranges::find(kOthers, extension) != std::end(kOthers) ? TFileKind::kOther : TFileKind::kSong;
+  if (std::ranges::find(kLyrics, extension) != std::end(kLyrics)) return TDroppedKind::kLyrics;
+  return std::ranges::find(kOthers, extension) != std::end(kOthers) ? TDroppedKind::kOther : TDroppedKind::kSong;
 }

@@ -12,7 +12,7 @@
 namespace {
 
 TSongStatus read_command(const std::string& path) {
-  TSongLyrics lyrics;
+  TLyricsInSong lyrics;
   const TSongStatus status = read_song(path, &lyrics);
   if (status != TSongStatus::kDone) return status;
   const std::string bytes = song_lyrics_bytes(lyrics);

@@ -46,7 +46,7 @@ TFile open_tags(TagLib::IOStream* stream) {
   return nullptr;
 }
 
-void add(TLyricsPlace place, const std::string& raw, TSongLyrics* song) {
+void add(TLyricsPlace place, const std::string& raw, TLyricsInSong* song) {
   const std::string text = normalized_text(raw);
   if (!text.empty() && text.size() <= kMostLyricsBytes) song->found.push_back({place, text});
 }
@@ -71,7 +71,7 @@ std::vector<TSyncedLine> lines_of(const TSylt& frame) {
   return lines;
 }
 
-void read_id3(TagLib::MPEG::File* file, TSongLyrics* song) {
+void read_id3(TagLib::MPEG::File* file, TLyricsInSong* song) {
   const TagLib::ID3v2::Tag* const tag = file->ID3v2Tag();
   if (tag == nullptr) return;
   for (const auto* const frame : tag->frameList("USLT")) {
@@ -90,7 +90,7 @@ void read_id3(TagLib::MPEG::File* file, TSongLyrics* song) {
   }
 }
 
-void read_comment(const TagLib::Ogg::XiphComment* comment, TSongLyrics* song) {
+void read_comment(const TagLib::Ogg::XiphComment* comment, TLyricsInSong* song) {
   if (comment == nullptr) return;
   for (const TLyricsPlace place : {TLyricsPlace::kLyrics, TLyricsPlace::kUnsyncedLyrics}) {
     const auto& fields = comment->fieldListMap();
@@ -99,7 +99,7 @@ void read_comment(const TagLib::Ogg::XiphComment* comment, TSongLyrics* song) {
   }
 }
 
-void read_mp4(const TagLib::MP4::File& file, TSongLyrics* song) {
+void read_mp4(const TagLib::MP4::File& file, TLyricsInSong* song) {
   const TagLib::MP4::Tag* const tag = file.tag();
   const TagLib::String name("\251lyr", TagLib::String::Latin1);
   if (tag == nullptr || !tag->contains(name)) return;
@@ -113,8 +113,8 @@ bool is_lyrics_property(const TagLib::String& name) {
 
 } // namespace
 
-TSongLyrics read_lyrics(TagLib::IOStream* stream) {
-  TSongLyrics song;
+TLyricsInSong read_lyrics(TagLib::IOStream* stream) {
+  TLyricsInSong song;
   song.format = format_of(song_kind(stream));
   const TFile file = open_tags(stream);
   if (!file || !file->isValid()) return {};

@@ -23,7 +23,7 @@ std::string digest_text(const std::string& tags) {
 
 std::string seen_bytes(int file, bool withOtherTags) {
   TDescriptorStream stream(file);
-  const TSongLyrics lyrics = read_lyrics(&stream);
+  const TLyricsInSong lyrics = read_lyrics(&stream);
   const std::string digest = withOtherTags ? digest_text(read_other_tags(&stream)) : std::string();
   return stream.HasFailed() ? std::string() : digest + song_lyrics_bytes(lyrics);
 }
@@ -38,7 +38,7 @@ std::optional<TSeenTags> read_in_sandbox(int file) {
   return lyrics ? std::optional(TSeenTags{*lyrics, bytes->substr(0, digestSize)}) : std::nullopt;
 }
 
-std::optional<TSongLyrics> read_lyrics_in_sandbox(int file) {
+std::optional<TLyricsInSong> read_lyrics_in_sandbox(int file) {
   const auto bytes = confined_work({file}, kReading, [file] { return seen_bytes(file, false); });
   return bytes ? parse_song_lyrics(*bytes) : std::nullopt;
 }

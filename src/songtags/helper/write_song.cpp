@@ -106,7 +106,7 @@ TSongStatus replace_song(const TFileTarget& target, const UniqueFd& song, const 
 
 } // namespace
 
-TSongStatus read_song(const std::string& path, TSongLyrics* lyrics) {
+TSongStatus read_song(const std::string& path, TLyricsInSong* lyrics) {
   struct stat state {};
   TSongStatus status{};
   const UniqueFd song = open_song(path, &state, &status);

@@ -6,7 +6,7 @@
 /** The commands of vesmo-songtags. This process opens, copies and replaces files; their content is only looked at in a
     sandbox (songtags/helper/song_in_sandbox.h). */
 
-TSongStatus read_song(const std::string& path, TSongLyrics* lyrics);
+TSongStatus read_song(const std::string& path, TLyricsInSong* lyrics);
 
 /** Writes the lyrics into a copy of the song, reads the copy again, and renames it over the song if it has these lyrics
     and otherwise the same tags. The song must still be in the state in which it was read. Its permissions, extended

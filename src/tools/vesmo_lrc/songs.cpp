@@ -85,7 +85,7 @@ std::string lines_text(const std::string& text) {
 
 /** What embedding changes. */
 std::string preview(const TInput& input, const std::string& lyricsPath, const std::string& text,
-                    const std::vector<TEmbeddedLyrics>& made, const TSongLyrics& old) {
+                    const std::vector<TEmbeddedLyrics>& made, const TLyricsInSong& old) {
   std::string places;
   for (const TEmbeddedLyrics& lyrics : made)
     places += (places.empty() ? "" : ", ") + std::string(place_name(lyrics.place));

@@ -3,16 +3,16 @@
 #include <gtest/gtest.h>
 
 TEST(FileKind, GoesByTheNameAndLeavesTheUnknownToThePlayer) {
-  const std::pair<const char*, TFileKind> rows[] = {{"/m/a.mp3", TFileKind::kSong},
-                                                    {"file:///m/a%20b.LRC", TFileKind::kLyrics},
-                                                    {"/m/a.txt", TFileKind::kLyrics},
-                                                    {"/m/cover.JPG", TFileKind::kOther},
-                                                    {"/m/album", TFileKind::kSong},
-                                                    {"/m/list.m3u8", TFileKind::kSong},
-                                                    {"/m.png/album", TFileKind::kSong},
-                                                    {"/m/.txt", TFileKind::kSong},
-                                                    {"/m/a.tta", TFileKind::kSong},
-                                                    {"http://host/a", TFileKind::kSong},
-                                                    {"", TFileKind::kSong}};
+  const std::pair<const char*, TDroppedKind> rows[] = {{"/m/a.mp3", TDroppedKind::kSong},
+                                                       {"file:///m/a%20b.LRC", TDroppedKind::kLyrics},
+                                                       {"/m/a.txt", TDroppedKind::kLyrics},
+                                                       {"/m/cover.JPG", TDroppedKind::kOther},
+                                                       {"/m/album", TDroppedKind::kSong},
+                                                       {"/m/list.m3u8", TDroppedKind::kSong},
+                                                       {"/m.png/album", TDroppedKind::kSong},
+                                                       {"/m/.txt", TDroppedKind::kSong},
+                                                       {"/m/a.tta", TDroppedKind::kSong},
+                                                       {"http://host/a", TDroppedKind::kSong},
+                                                       {"", TDroppedKind::kSong}};
   for (const auto& [path, kind] : rows) EXPECT_EQ(file_kind(path), kind) << path;
 }
