@@ -44,9 +44,9 @@ def keys_for(worlds):
     return [key for key in TEXT_KEYS if (can_go_down or key != "down") and (can_erase or key != "back")]
 
 
-def after_key(worlds, key, tag):
-    """`tag` is what a stamp writes."""
-    return {after for world in worlds for after in _after(world, key, tag)}
+def after_key(worlds, key, tags):
+    """`tags`: what a stamp may write."""
+    return {after for world in worlds for tag in (tags if key == "stamp" else tags[:1]) for after in _after(world, key, tag)}
 
 
 def _after(world, key, tag):

@@ -109,10 +109,11 @@ class Round:
         is_text = eyes.role(self.stage.lyrics()) == "text"
         hands.press(edit_model.FIRST_LINE[is_text])
         position = self.stage.position()
+        self.tags = [f"[00:{position:02}:00]"]  # a busy player may answer as before its last seek
         for _ in range(0 if is_text else self.chance.randrange(3)):  # the key moves the caret in a text
             position += 2
             self.stage.forward(position)
-        self.tag = f"[00:{position:02}:00]"
+            self.tags.append(f"[00:{position:02}:00]")
         self.keys = []    # pressed so far
         self.worlds = [{world._replace(is_text=is_text, line=0) for world in worlds}]  # before, and after each key
         self.low = 0      # so many keys have had their effect on the screen, at least
@@ -120,7 +121,7 @@ class Round:
 
     def press(self, key):
         self.keys.append(key)
-        self.worlds.append(edit_model.after_key(self.worlds[-1], key, self.tag))
+        self.worlds.append(edit_model.after_key(self.worlds[-1], key, self.tags))
         hands.press(*edit_model.presses(key, self.is_text(-2)))
 
     def is_text(self, index=-1):
@@ -144,7 +145,7 @@ class Round:
     def forget_all_but(self, index, lines):
         self.worlds[index] = {world for world in self.worlds[index] if world.lines == lines}
         for i in range(index, len(self.keys)):
-            self.worlds[i + 1] = edit_model.after_key(self.worlds[i], self.keys[i], self.tag)
+            self.worlds[i + 1] = edit_model.after_key(self.worlds[i], self.keys[i], self.tags)
 
     def work(self):
         """Presses keys, and looks after each, until the program is gone."""
