@@ -27,9 +27,10 @@ class Shift(Case):
 class SavePanel(Case):
     def test_encoding_and_line_ends_are_chosen_and_come_back_with_the_next_panel(self):
         s = self.start("歌\n詞\n")
+        own = "[mm:ss:cc] (Vesmo Editor)"
         for key, marked, name, data in (
-                ("Down", ["Shift-JIS", "CR LF (Windows)"], "b.lrc", "歌\r\n詞\r\n".encode("cp932")),
-                ("Up", ["JIS (ISO-2022-JP)", "CR"], "c.lrc", "歌\r詞\r".encode("iso2022_jp"))):
+                ("Down", ["Shift-JIS", "CR LF (Windows)", own], "b.lrc", "歌\r\n詞\r\n".encode("cp932")),
+                ("Up", ["JIS (ISO-2022-JP)", "CR", own], "c.lrc", "歌\r詞\r".encode("iso2022_jp"))):
             hands.press("ctrl+2")
             panel = s.wait_panel("Save lyrics")
             for menu in ("alt+e", "alt+r"):
@@ -40,7 +41,7 @@ class SavePanel(Case):
             s.wait_bytes(s.root / name, data)
         hands.press("ctrl+2")
         panel = s.wait_panel("Save lyrics")
-        self.assertEqual(s.marked_in_menus(panel), ["JIS (ISO-2022-JP)", "CR"])
+        self.assertEqual(s.marked_in_menus(panel), ["JIS (ISO-2022-JP)", "CR", own])
 
 
 class Others(Case):
