@@ -49,7 +49,12 @@ TCommandList::TCommandList(std::function<void()> whenSelected)
 }
 
 TCommandList::~TCommandList() {
+  fWhenSelected = nullptr; // the page that deletes its views is gone already
   MakeEmpty();
+}
+
+void TCommandList::SelectionChanged() {
+  if (fWhenSelected) fWhenSelected();
 }
 
 void TCommandList::ShowKeys(const TKeys& keys) {

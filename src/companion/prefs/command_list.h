@@ -17,11 +17,11 @@ public:
   /** Shows names and keys again, in the current language. */
   void ShowKeys(const TKeys& keys);
   TCommandId Selected() const;
-  void SelectionChanged() override { fWhenSelected(); }
+  void SelectionChanged() override;
 
 private:
   class TRow;
 
-  const std::function<void()> fWhenSelected;
+  std::function<void()> fWhenSelected; // empty while the list is deleted
   std::vector<std::unique_ptr<TRow>> fRows;
 };
