@@ -130,20 +130,20 @@ void round_trips() {
     std::printf("%-14s %10d %10d %10d %10d\n", kind.c_str(), count.identical, count.told, count.required, count.silent);
 }
 
-std::string many_lines(const char* tag) {
+/** `period` stands in front of the hundredths, `more` behind them. */
+std::string many_lines(char period, const char* more = "") {
   std::string bytes;
   for (int i = 0; i < kLines; ++i) {
     char text[64];
-    std::snprintf(text, sizeof text, tag, i / 6000 % 100, i / 100 % 60, i % 100);
+    std::snprintf(text, sizeof text, "[%02d:%02d%c%02d%s]", i / 6000 % 100, i / 100 % 60, period, i % 100, more);
     bytes += std::string(text) + "Who has seen the wind? Neither I nor you\n";
   }
   return bytes;
 }
 
 void compare_dialects() {
-  const std::pair<const char*, std::string> forms[] = {{"[mm:ss:cc]", many_lines("[%02d:%02d:%02d]")},
-                                                       {"[mm:ss.cc]", many_lines("[%02d:%02d.%02d]")},
-                                                       {"[mm:ss.ccc]", many_lines("[%02d:%02d.%02d5]")}};
+  const std::pair<const char*, std::string> forms[] = {
+      {"[mm:ss:cc]", many_lines(':')}, {"[mm:ss.cc]", many_lines('.')}, {"[mm:ss.ccc]", many_lines('.', "5")}};
   std::vector<double> opening[3];
   std::vector<double> saving[3];
   for (int round = 0; round < kRounds; ++round) {

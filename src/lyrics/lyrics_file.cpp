@@ -220,7 +220,7 @@ std::string encoded_common(const std::vector<std::string>& lines, const TLyricsF
   const std::string_view lineEnd = line_end_text(static_cast<long>(form.lineEnd));
   std::string text = joined(written_as_common(lines, source), lineEnd);
   // An empty last line would be lost without its line end.
-  if (source.lacksLastLineEnd && !lines.empty() && !lines.back().empty()) text.resize(text.size() - lineEnd.size());
+  if (source.lacksLastLineEnd && !lines.empty() && !lines.back().empty()) text.erase(text.size() - lineEnd.size());
   if (source.hasByteOrderMark && can_have_byte_order_mark(form.encoding)) text.insert(0, kByteOrderMark);
   return converted(text, static_cast<long>(form.encoding)).value_or(text);
 }

@@ -170,7 +170,7 @@ std::string start_of_fields(const TTag& tag, const TLyricsName& name) {
 
 std::string uslt_frame(const TTag& tag, const TLyricsName& name, const std::string& text) {
   std::string words = text_bytes(text, tag.version.encoding);
-  words.resize(words.size() - (tag.version.major == 4 ? 1 : 2)); // the last field has no end
+  words.erase(words.size() - (tag.version.major == 4 ? 1 : 2)); // the last field has no end
   return frame_bytes(tag, tag.version.uslt,
                      start_of_fields(tag, name) + text_bytes(name.description, tag.version.encoding) + words);
 }

@@ -53,8 +53,9 @@ std::string with_child(std::string_view body, std::string_view name, const TEdit
 }
 
 std::string new_meta_start() {
-  const std::string handler = std::string(8, '\0') + "mdirappl" + std::string(9, '\0');
-  return std::string(4, '\0') + atom("hdlr", handler);
+  std::string handler(8, '\0');
+  handler.append("mdirappl").append(9, '\0');
+  return std::string(4, '\0').append(atom("hdlr", handler));
 }
 
 /** In files of the older QuickTime format the atom has no version in front of its children. */
