@@ -61,6 +61,7 @@ constexpr std::array<TEditorCommand, kCommands> kTable{{
     {kModeStandard, "mode-standard", "MItem_Tag_Input_Std_Mode", "D", "Ctrl+D", kView, kMsgMode, mode(1)},
     {kModeFree, "mode-free", "MItem_Free_Edit_Mode", "E", "Ctrl+E", kView, kMsgMode, mode(2)},
     tag_input(kFollow, "follow", "MItem_Follow", "F", "F"),
+    {kShowClock, "show-clock", "MItem_Show_Clock", "C", "", kView, kMsgShowClock},
     tag_input(kGoToSung, "go-to-sung", "MItem_Go_To_Sung", "G", "G"),
     tag_input(kFromStart, "from-start", "MItem_From_Start", "S", "Ctrl+Home"),
     tag_input(kNextProblem, "next-problem", "MItem_Next_Problem", "N", "F8", kRepeats),

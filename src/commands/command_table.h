@@ -44,6 +44,7 @@ enum class TCommandId : int32 {
   kModeStandard,
   kModeFree,
   kFollow,
+  kShowClock,
   kGoToSung,
   kFromStart,
   kNextProblem,

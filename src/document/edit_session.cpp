@@ -58,7 +58,7 @@ std::string status_text(const std::string& symbol, const TLyricsForm& form, cons
 TEditSession::TEditSession(BView* parent, Sonivo_FrontEnd* frontEnd, TDocument* document, TDocumentSong* song)
     : fFrontEnd(frontEnd), fDocument(document), fSong(song) {
   const BRect frame = above_status_bar(parent->Bounds());
-  fTagInput = new TTagInputView(frame, frontEnd);
+  fTagInput = new TTagInputView(frame, frontEnd, &fChoices);
   fFreeEdit = new TFreeEditView(frame);
   fTagInput->SetListener(this);
   fFreeEdit->SetListener(this);
@@ -73,6 +73,8 @@ TEditSession::TEditSession(BView* parent, Sonivo_FrontEnd* frontEnd, TDocument* 
   fUnsavedMark->SetAlignment(B_ALIGN_RIGHT);
   fUnsavedMark->Hide();
   parent->AddChild(fUnsavedMark);
+  fClock = std::make_unique<TSongClock>(parent, bar, frontEnd);
+  ShowClock();
 }
 
 TEditSession::~TEditSession() {
@@ -121,7 +123,20 @@ void TEditSession::SetAppearance() {
 void TEditSession::LanguageChanged() {
   fTagInput->LanguageChanged();
   fFreeEdit->LanguageChanged();
-  PlaceUnsavedMark();
+  fClock->LanguageChanged();
+  PlaceStatusBar();
+}
+
+void TEditSession::ToggleClock() {
+  fChoices.showsClock = !fChoices.showsClock;
+  fChoices.Store();
+  report_view_choices(fChoices, fScroll->Window());
+  ShowClock();
+}
+
+void TEditSession::ShowClock() {
+  fClock->SetShown(fChoices.showsClock);
+  PlaceStatusBar();
 }
 
 void TEditSession::Report(const std::string& text) {
@@ -136,16 +151,17 @@ void TEditSession::ShowModified() {
   const bool isModified = fActive->IsModified();
   if (isModified == fShowsUnsaved || !fScroll->Window()) return;
   fShowsUnsaved = isModified;
-  PlaceUnsavedMark();
+  PlaceStatusBar();
   BMessage changed(kMsgModifiedChanged);
   changed.AddBool("Modified", isModified);
   fScroll->Window()->PostMessage(&changed);
 }
 
-/** At the right end of the status bar, which becomes shorter. */
-void TEditSession::PlaceUnsavedMark() {
+/** The text, then the mark of unsaved changes, then the clock. */
+void TEditSession::PlaceStatusBar() {
   BRect bar = fStatusBar->Frame();
   bar.right = fScroll->Frame().right;
+  bar = fClock->PlaceIn(bar);
   if (fShowsUnsaved) {
     fUnsavedMark->SetText(gLLT->Text("Label_Not_Saved"));
     BRect mark = bar;

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "document/song_clock.h"
 #include "editviews/edit_mode.h"
 #include "editviews/tracked_edit_view.h"
+#include "editviews/view_choices.h"
 #include "lyrics/document.h"
 
 #include <functional>
 #include <list>
+#include <memory>
 #include <string>
 
 class BMessage;
@@ -56,6 +59,9 @@ public:
   void UnifyTags(TDialect dialect);
   /** Replaces the document by its file in one step. */
   void Reload(const TOpenedLyrics& opened);
+  /** Shows or hides position and seek bar in the status bar. */
+  void ToggleClock();
+  TSongClock& Clock() const { return *fClock; }
   /** Runs a command of the edit view that is shown, by its number in the command table; no effect for one that it does
       not have. */
   void ViewCommand(int32 number);
@@ -68,17 +74,20 @@ private:
   bool Replay(TReplayDirection direction);
   void CheckSong();
   void SendHistoryState();
-  void PlaceUnsavedMark();
+  void PlaceStatusBar();
+  void ShowClock();
 
   Sonivo_FrontEnd* const fFrontEnd;
   TDocument* const fDocument;
   TDocumentSong* const fSong;
+  TViewChoices fChoices;
   TTagInputView* fTagInput; // fTagInput and fFreeEdit: the one that is not shown is owned
   TFreeEditView* fFreeEdit;
   TTrackedEditView* fActive;
   BScrollView* fScroll;
   BStringView* fStatusBar;
   BStringView* fUnsavedMark;
+  std::unique_ptr<TSongClock> fClock;
   TEditMode fMode = TEditMode::kTagInputExtended;
   bool fCanUndo = false; // fCanUndo and fCanRedo: as last sent to the window
   bool fCanRedo = false;

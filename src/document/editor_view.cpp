@@ -108,6 +108,10 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     return SplitLineRqtd(*message);
   case kMsgSplitLineAt:
     return SplitLine(*message);
+  case kMsgShowClock:
+    return fSession->ToggleClock();
+  case kMsgSeekInSong:
+    return fSession->Clock().Seek();
   case kMsgUndo:
     return fSession->Undo();
   case kMsgRedo:
@@ -246,6 +250,7 @@ void TVesmoEView::RefreshSonivoInfoRqtd() {
   const std::optional<int32> sungMs = fFrontEnd->SungPositionMs();
   fSession->TagInput().SetSongPosition(sungMs);
   OpenSongLyricsIfDue(sungMs.has_value());
+  fSession->Clock().Update();
   fSession->ShowModified();
   fRecovery->Poll();
 }

@@ -1,18 +1,17 @@
 #pragma once
 
-#include "common/archivable.h"
-#include "platform/support/types.h"
+#include "editviews/view_choices.h"
 
 #include <optional>
 
 /** Decides when the list of lines follows the song: the sung line is kept in sight unless the user has pressed a key
-    within the last seconds. The choice is stored in "VesmoE_View.arc". One thread at a time. */
-class TFollowing : private koreva::TArchivable {
+    within the last seconds. One thread at a time. */
+class TFollowing {
 public:
-  /** Loads the user's choice. */
-  TFollowing();
+  /** `choices` is not owned. */
+  explicit TFollowing(TViewChoices* choices) : fChoices(choices) {}
 
-  bool IsOn() const { return fIsOn; }
+  bool IsOn() const { return fChoices->follows; }
   /** Turns it on or off, and saves that. */
   void Toggle();
   void KeyPressed(bigtime_t nowUs) { fLastKeyUs = nowUs; }
@@ -20,10 +19,7 @@ public:
   std::optional<int32> RowToShow(int32 sungRow, bigtime_t nowUs);
 
 private:
-  bool Archive(BMessage* archive) override;
-  bool Unarchive(const BMessage& archive) override;
-
-  bool fIsOn = true; // "Flow"
+  TViewChoices* const fChoices;
   int32 fShownRow = -1;
   bigtime_t fLastKeyUs = INT64_MIN / 2;
 };

@@ -9,15 +9,8 @@
 
 void TTagInputView::ToggleFollowing() {
   fFollowing.Toggle();
-  ReportFollowing();
+  report_view_choices(*fChoices, Window());
   Report(gLLT->Text(fFollowing.IsOn() ? "StatBarStr_Follows" : "StatBarStr_Follows_Not"));
-}
-
-/** The menu shows it. */
-void TTagInputView::ReportFollowing() {
-  BMessage changed(kMsgFollowChanged);
-  changed.AddBool("Follows", fFollowing.IsOn());
-  if (Window()) Window()->PostMessage(&changed);
 }
 
 /** Also while the song is paused, when no line is marked. */

@@ -22,10 +22,10 @@ constexpr bigtime_t kAnswerUs = 20000;
 
 } // namespace
 
-TTagInputView::TTagInputView(BRect frame, Sonivo_FrontEnd* frontEnd)
+TTagInputView::TTagInputView(BRect frame, Sonivo_FrontEnd* frontEnd, TViewChoices* choices)
     : BListView(frame, "TagInputView", B_RANGE_SELECTION_LIST, B_FOLLOW_ALL_SIDES,
                 B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE),
-      fFrontEnd(frontEnd), fReplay(this, frontEnd) {
+      fChoices(choices), fFollowing(choices), fFrontEnd(frontEnd), fReplay(this, frontEnd) {
   SetAccessibleName("Lyrics");
 }
 
@@ -97,7 +97,7 @@ void TTagInputView::AttachedToWindow() {
   BListView::AttachedToWindow();
   SetAppearance();
   KeysChanged();
-  ReportFollowing();
+  report_view_choices(*fChoices, Window());
 }
 
 void TTagInputView::FrameResized(float width, float height) {

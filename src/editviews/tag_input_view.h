@@ -19,7 +19,8 @@ class TTagInputItem;
     thread; owns its items but not the link to the player. */
 class TTagInputView : public BListView, public TTrackedEditView {
 public:
-  TTagInputView(BRect frame, Sonivo_FrontEnd* frontEnd);
+  /** `frontEnd` and `choices` are not owned. */
+  TTagInputView(BRect frame, Sonivo_FrontEnd* frontEnd, TViewChoices* choices);
   ~TTagInputView() override;
 
   void SetMode(int32 mode) override { fForm = mode == 0 ? TTagForm::kExtended : TTagForm::kStandard; }
@@ -108,7 +109,6 @@ private:
 
   // tag_input_follow.cpp
   void ToggleFollowing();
-  void ReportFollowing();
   void GoToSungRow();
   void GoToStart();
 
@@ -137,6 +137,7 @@ private:
   int32 fSungRow = -1;
   TStampCorrections fCorrections;
   std::optional<int32> fLastStampMs;
+  const TViewChoices* const fChoices;
   TFollowing fFollowing;
   Sonivo_FrontEnd* const fFrontEnd;
   TNudgeReplay fReplay;

@@ -106,11 +106,19 @@ THostInformation Sonivo_FrontEnd::Information() const {
   return fInformation;
 }
 
-int32 Sonivo_FrontEnd::PositionMs() const {
+int32 Sonivo_FrontEnd::NumberAt(size_t offset) const {
   const THostInformation information = Information();
-  int32 positionMs = 0;
-  std::memcpy(&positionMs, information.bytes + THostInformation::kPositionAt, sizeof positionMs);
-  return positionMs;
+  int32 number = 0;
+  std::memcpy(&number, information.bytes + offset, sizeof number);
+  return number;
+}
+
+int32 Sonivo_FrontEnd::PositionMs() const {
+  return NumberAt(THostInformation::kPositionAt);
+}
+
+int32 Sonivo_FrontEnd::DurationMs() const {
+  return NumberAt(THostInformation::kDurationAt);
 }
 
 std::optional<int32> Sonivo_FrontEnd::SungPositionMs() {

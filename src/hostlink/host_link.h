@@ -31,6 +31,8 @@ public:
   void Refresh();
   /** From the last applied record. */
   int32 PositionMs() const;
+  /** As the player reports it; 0 or less without a song. */
+  int32 DurationMs() const;
   std::string Title() const;
   /** The position while a song is playing, otherwise nothing. If the player does not report its state, playing means
       that the position has changed since the previous call. On the owner thread. */
@@ -73,6 +75,7 @@ public:
 private:
   bool Ask(const BMessage& question, BMessage* answer);
   THostInformation Information() const;
+  int32 NumberAt(size_t offset) const;
 
   SNFE_Receiver* fReceiver;
   sem_id fDataLock;

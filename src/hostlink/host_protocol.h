@@ -11,6 +11,7 @@ inline constexpr const char* kHostSignature = "application/x-vnd.Marvik-Sonivo";
 struct THostInformation {
   static constexpr size_t kSize = 124;
   static constexpr size_t kPositionAt = 4; // int32, ms
+  static constexpr size_t kDurationAt = 8; // int32, ms
   static constexpr size_t kTitleAt = 12;   // up to its NUL or the end
   char bytes[kSize] = {};
   /** Not part of the bytes; empty if the player does not report it. */

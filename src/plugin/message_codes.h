@@ -89,7 +89,9 @@ enum : uint32 {
   kMsgReplace = 'fdrp',
   kMsgUndo = '_udo',
   kMsgRedo = '_rdo',
-  kMsgFollowChanged = 'flwc', // to the window: bool "Follows"
+  kMsgViewChoices = 'flwc', // to the window, which marks them in its menu: bools "Follows", "Clock"
+  kMsgShowClock = 'clok',   // shows or hides position and seek bar in the status bar
+  kMsgSeekInSong = 'clsk',  // from that seek bar
   // To the editor view: a line of the tag input view is to be split.
   kMsgSplitLine = 'lnsp',       // int32 "Row", string "Text" (without tags)
   kMsgSplitLineAt = 'lnsa',     // the dialog's answer: these and int32 "Document", strings "Before", "After"

@@ -137,6 +137,7 @@ BMenu* TEditorMenus::MakeModeMenu() {
 BMenu* TEditorMenus::MakeGoMenu() {
   auto* const menu = new BMenu(label_of("Menu_Go", "G").c_str());
   menu->AddItem(MakeItem(kFollow));
+  menu->AddItem(MakeItem(kShowClock));
   menu->AddItem(MakeItem(kGoToSung));
   menu->AddItem(MakeItem(kFromStart));
   menu->AddSeparatorItem();
@@ -169,7 +170,7 @@ void TEditorMenus::Build() {
   fBar->AddItem(MakeModeMenu());
   fBar->AddItem(MakeToolMenu());
   fBar->AddItem(MakeHelpMenu());
-  MarkFollowing(fFollows);
+  for (const auto& [id, isOn] : fMarks) Item(id)->SetMarked(isOn);
   EnableHistory(fCanUndo, fCanRedo);
 }
 
@@ -179,9 +180,9 @@ void TEditorMenus::MarkMode(int32 mode) {
   fLinesItem->SetEnabled(edit_mode_of(mode) != TEditMode::kFreeEdit);
 }
 
-void TEditorMenus::MarkFollowing(bool follows) {
-  fFollows = follows;
-  Item(kFollow)->SetMarked(follows);
+void TEditorMenus::Mark(TCommandId id, bool isOn) {
+  fMarks[id] = isOn;
+  Item(id)->SetMarked(isOn);
 }
 
 void TEditorMenus::EnableHistory(bool canUndo, bool canRedo) {

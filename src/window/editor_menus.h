@@ -4,6 +4,7 @@
 #include "editviews/edit_mode.h"
 
 #include <array>
+#include <map>
 #include <memory>
 
 class BHandler;
@@ -36,7 +37,8 @@ public:
   BMenu* OpenMenu() const { return fOpenMenu; }
   /** Marks none for a number of no mode. */
   void MarkMode(int32 mode);
-  void MarkFollowing(bool follows);
+  /** A command that is switched on or off; also after the menus are built again. */
+  void Mark(TCommandId id, bool isOn);
   void EnableHistory(bool canUndo, bool canRedo);
 
 private:
@@ -60,7 +62,7 @@ private:
   std::array<BMenuItem*, kCommands> fItems = {}; // in the menu bar, like fOpenMenu
   BMenuItem* fLinesItem = nullptr;
   BMenu* fOpenMenu = nullptr;
-  bool fFollows = false;
+  std::map<TCommandId, bool> fMarks;
   bool fCanUndo = false;
   bool fCanRedo = false;
 };

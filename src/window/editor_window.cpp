@@ -89,6 +89,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case kMsgStatBarStr:
   case kMsgOpenSongLyrics:
   case kMsgSplitLine:
+  case kMsgSeekInSong:
   case kMsgShiftTags:
   case kMsgExportTo:
     return fEditorView->MessageReceived(message);
@@ -106,8 +107,8 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case kMsgShowFind:
   case kMsgFindNext:
     return FindRqtd(*message);
-  case kMsgFollowChanged:
-    return FollowChanged(*message);
+  case kMsgViewChoices:
+    return ViewChoicesChanged(*message);
   case kMsgStampHint:
     fManager->PostMessage(message);
     return;
@@ -221,9 +222,10 @@ void TVesmoEWin::FindRqtd(const BMessage& message) {
   if (message.FindBool("Backward", &flag) == B_OK) fFindBar->FindNext(flag);
 }
 
-void TVesmoEWin::FollowChanged(const BMessage& message) {
-  bool follows = false;
-  if (message.FindBool("Follows", &follows) == B_OK) fMenus->MarkFollowing(follows);
+void TVesmoEWin::ViewChoicesChanged(const BMessage& message) {
+  bool isMarked = false;
+  if (message.FindBool("Follows", &isMarked) == B_OK) fMenus->Mark(TCommandId::kFollow, isMarked);
+  if (message.FindBool("Clock", &isMarked) == B_OK) fMenus->Mark(TCommandId::kShowClock, isMarked);
 }
 
 void TVesmoEWin::UpdateWinPosDiffe() {

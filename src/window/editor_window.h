@@ -48,7 +48,7 @@ private:
   void ModifiedChanged(const BMessage& message);
   void MarkSaveButton();
   void FindRqtd(const BMessage& message);
-  void FollowChanged(const BMessage& message);
+  void ViewChoicesChanged(const BMessage& message);
   void UpdateWinPosDiffe();
   void PrefStayOnTopChanged();
   void IAPChanged();

@@ -1,4 +1,6 @@
 #include "document/editor_view.h"
+#include "editviews/view_choices.h"
+#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
 #include <gmock/gmock.h>
@@ -36,4 +38,27 @@ TEST_F(SongOfTheEditor, ThePlayerMarksWhereTheLinesAreSung) {
   EXPECT_TRUE(marks({9000, 10000, 10500}));
   Answer("N", [this] { PressCloseButton(); });
   EXPECT_TRUE(marks({})) << "with the document they go";
+}
+
+TEST_F(SongOfTheEditor, PositionAndSeekBarAreShownByChoiceAndAClickSeeks) {
+  const auto play = [&](int32 positionMs, int32 durationMs) {
+    fHost->SetRecord(positionMs, "song", THostInformation::kSize, durationMs);
+    EXPECT_TRUE(Until([&] {
+      SendToView(BMessage(kMsgRefreshInfo));
+      return fHost->CountHeard() > 1;
+    }));
+  };
+  play(61500, 600000);
+  EXPECT_TRUE(fWindow->FindView("SeekBar")->IsHidden());
+  SendToView(BMessage(kMsgShowClock));
+  EXPECT_EQ(hands::label_text(*fWindow, "SongTime"), "01:01 / 10:00");
+  const BRect bar = fWindow->FindView("SeekBar")->Bounds();
+  hands::click(*fWindow, "SeekBar", {bar.Width() / 2, bar.Height() / 2});
+  EXPECT_TRUE(Until([&] {
+    const auto told = fHost->Commands();
+    return !told.empty() && told.back().first == kMsgHostSeek && std::abs(told.back().second - 300000) < 10000;
+  }));
+  play(61500, 0);
+  EXPECT_EQ(hands::label_text(*fWindow, "SongTime"), "");
+  EXPECT_TRUE(TViewChoices().showsClock) << "the choice is kept";
 }

@@ -143,7 +143,8 @@ TEST_F(TagCommands, GoToTheSungLineAndToTheStartWhileTheSongIsPaused) {
 }
 
 TEST_F(TagCommands, FollowingShowsEachSungRowOnceAndWaitsForTheUser) {
-  TFollowing following;
+  TViewChoices choices;
+  TFollowing following(&choices);
   EXPECT_EQ(following.RowToShow(5, 0), 5);
   EXPECT_FALSE(following.RowToShow(5, 100)) << "the row has not changed";
   following.KeyPressed(1000000);
@@ -152,7 +153,7 @@ TEST_F(TagCommands, FollowingShowsEachSungRowOnceAndWaitsForTheUser) {
   EXPECT_FALSE(following.RowToShow(-1, 9000000));
   following.Toggle();
   EXPECT_FALSE(following.RowToShow(7, 9000000));
-  EXPECT_FALSE(TFollowing().IsOn()) << "the choice is kept";
+  EXPECT_FALSE(TViewChoices().follows) << "the choice is kept";
 }
 
 TEST_F(TagCommands, TheSungLineComesIntoSightWhileNoKeyIsPressed) {

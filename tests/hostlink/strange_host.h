@@ -23,9 +23,11 @@ struct StrangeHost : BApplication {
     return act();
   }
   /** Sets the bytes of "Info", with position and title in their places. */
-  void SetRecord(int32 positionMs, const std::string& title, size_t size = THostInformation::kSize) {
+  void SetRecord(int32 positionMs, const std::string& title, size_t size = THostInformation::kSize,
+                 int32 durationMs = 0) {
     std::string record(size, '\0');
     if (size >= 8) std::memcpy(record.data() + 4, &positionMs, 4);
+    if (size > 12) std::memcpy(record.data() + 8, &durationMs, 4);
     if (size > 12) record.replace(12, std::min(title.size(), size - 12), title, 0, size - 12);
     const std::lock_guard lock(fMutex);
     fRecord = record;

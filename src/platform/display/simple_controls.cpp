@@ -6,10 +6,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QSlider>
+#include <QStyle>
 
-/** Buttons, check boxes and one-line fields: Qt's own widgets. They report what the user does, not what the program
-    sets. */
+/** Buttons, check boxes, sliders and one-line fields: Qt's own widgets. They report what the user does, not what the
+   program sets. */
 
 namespace display {
 
@@ -49,6 +52,43 @@ public:
   void ShowValue(int32 index) override { setCurrentIndex(index >= 0 && index < count() ? index : -1); }
 };
 
+class Slider : public QSlider, public ControlWidget {
+public:
+  explicit Slider(const BMessenger& view) : QSlider(Qt::Horizontal) {
+    setRange(0, kSliderSteps);
+    setPageStep(kSliderSteps / 20);
+    setSingleStep(kSliderSteps / 100);
+    setFocusPolicy(Qt::TabFocus);
+    connect(this, &QSlider::actionTriggered, this, [this, view](int action) {
+      if (action != SliderMove) send_value(view, sliderPosition());
+    });
+    connect(this, &QSlider::sliderReleased, this, [this, view] { send_value(view, value()); });
+  }
+  void ShowLabel(const std::string& label) override { setAccessibleName(to_qstring(label)); }
+  void ShowValue(int32 value) override {
+    if (!isSliderDown()) setValue(value);
+  }
+
+protected:
+  void mousePressEvent(QMouseEvent* event) override {
+    if (event->button() != Qt::LeftButton) return event->ignore();
+    setSliderDown(true);
+    MoveTo(*event);
+  }
+  void mouseMoveEvent(QMouseEvent* event) override {
+    if (isSliderDown()) MoveTo(*event);
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton) setSliderDown(false);
+  }
+
+private:
+  void MoveTo(const QMouseEvent& event) {
+    setSliderPosition(QStyle::sliderValueFromPosition(minimum(), maximum(), event.position().toPoint().x(), width(),
+                                                      isRightToLeft()));
+  }
+};
+
 class TextField : public QLineEdit, public ControlWidget {
 public:
   explicit TextField(const BMessenger& view) {
@@ -86,6 +126,10 @@ std::shared_ptr<ControlPeer> make_check_box_peer(const BMessenger& view) {
 
 std::shared_ptr<ControlPeer> make_menu_field_peer(const BMessenger& view) {
   return make_peer<MenuField>(view);
+}
+
+std::shared_ptr<ControlPeer> make_slider_peer(const BMessenger& view) {
+  return make_peer<Slider>(view);
 }
 
 std::shared_ptr<ControlPeer> make_text_field_peer(const BMessenger& view) {

@@ -8,6 +8,9 @@
 
 namespace display {
 
+/** The range of a slider's values. */
+inline constexpr int32 kSliderSteps = 10000;
+
 /** Thread-safe handle to a simple control. A setter without meaning for the kind of control has no effect. */
 class ControlPeer : public ViewPeer {
 public:
@@ -16,7 +19,7 @@ public:
   /** Text of a button or check box; title of a colour button's dialog. */
   void SetLabel(const std::string& label);
   /** Button: 1 marks it as the default. Check box: 1 is checked. Colour button: as in BColorControl. Menu field: index
-      of the choice, -1 for none. Tool button: 1 is pressed in; the first call makes it a toggle for screen readers. */
+      of the choice, -1 for none. Slider: 0 to kSliderSteps. Tool button: 1 is pressed in; the first call makes it a toggle for screen readers. */
   void SetValue(int32 value);
   /** A click does not move the focus to the control. */
   void SetFocusByTabOnly();
@@ -35,6 +38,7 @@ std::shared_ptr<ControlPeer> make_button_peer(const BMessenger& view);
 std::shared_ptr<ControlPeer> make_check_box_peer(const BMessenger& view);
 std::shared_ptr<ControlPeer> make_color_peer(const BMessenger& view);
 std::shared_ptr<ControlPeer> make_menu_field_peer(const BMessenger& view);
+std::shared_ptr<ControlPeer> make_slider_peer(const BMessenger& view);
 std::shared_ptr<ControlPeer> make_text_field_peer(const BMessenger& view);
 std::shared_ptr<ControlPeer> make_key_field_peer(const BMessenger& view);
 

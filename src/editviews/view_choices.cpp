@@ -1,0 +1,35 @@
+#include "editviews/view_choices.h"
+
+#include "platform/app/message.h"
+#include "platform/interface/window.h"
+#include "plugin/kept_record.h"
+#include "plugin/message_codes.h"
+
+namespace {
+constexpr const char* kFolder = "VesmoE";
+constexpr const char* kFile = "VesmoE_View.arc";
+} // namespace
+
+TViewChoices::TViewChoices() {
+  if (!are_settings_held_off()) load_record(this, kFolder, kFile);
+}
+
+void TViewChoices::Store() {
+  save_record(this, kFolder, kFile);
+}
+
+bool TViewChoices::Archive(BMessage* archive) {
+  return archive->AddBool("Flow", follows) == B_OK && archive->AddBool("Clok", showsClock) == B_OK;
+}
+
+bool TViewChoices::Unarchive(const BMessage& archive) {
+  const bool isFlowRead = Read(archive, "Flow", &follows);
+  return Read(archive, "Clok", &showsClock) && isFlowRead;
+}
+
+void report_view_choices(const TViewChoices& choices, BWindow* window) {
+  BMessage changed(kMsgViewChoices);
+  changed.AddBool("Follows", choices.follows);
+  changed.AddBool("Clock", choices.showsClock);
+  if (window) window->PostMessage(&changed);
+}
