@@ -33,6 +33,22 @@ TDocumentPublisher::~TDocumentPublisher() {
   ShowMarks({}, fMarksTitle);
 }
 
+bool TDocumentPublisher::Handle(const BMessage& message) {
+  switch (message.what) {
+  case kMsgFollowDocument:
+    FollowRqtd(message);
+    return true;
+  case kMsgSendDocument:
+    PublishWhole();
+    return true;
+  case kMsgSendMarks:
+    PublishMarks();
+    return true;
+  default:
+    return false;
+  }
+}
+
 void TDocumentPublisher::FollowRqtd(const BMessage& request) {
   fSubscriber = BMessenger();
   request.FindMessenger("Follower", &fSubscriber);

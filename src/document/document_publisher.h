@@ -20,15 +20,15 @@ public:
   /** Publishes that the document is closed. */
   ~TDocumentPublisher() override;
 
-  void FollowRqtd(const BMessage& request);
+  /** False for a message that is not about publishing. */
+  bool Handle(const BMessage& message);
   void LinesChanged(const TLinesChange& change) override;
   void DocumentReplaced() override;
 
-  /** Handle the messages to the owner. */
+private:
+  void FollowRqtd(const BMessage& request);
   void PublishWhole();
   void PublishMarks();
-
-private:
   void Send(BMessage* notice);
   void ScheduleMarks();
   void ShowMarks(std::vector<int32> timesMs, const std::string& title);

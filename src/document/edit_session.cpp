@@ -1,7 +1,6 @@
 #include "document/edit_session.h"
 
 #include "document/document_song.h"
-#include "document/editor_view.h"
 #include "document/encoding_name.h"
 #include "editviews/free_edit_view.h"
 #include "editviews/tag_input_view.h"

@@ -1,25 +1,28 @@
 #include "document/editor_view.h"
 
-#include "common/app_info.h"
+#include "document/bulk_commands.h"
 #include "document/differences_win.h"
+#include "document/document_answer.h"
 #include "document/document_file.h"
+#include "document/document_loader.h"
 #include "document/document_publisher.h"
 #include "document/document_recovery.h"
 #include "document/edit_session.h"
 #include "document/export_command.h"
+#include "document/file_drop.h"
+#include "document/form_offers.h"
 #include "document/line_split_win.h"
+#include "document/lyrics_opener.h"
 #include "document/player_copier.h"
-#include "document/song_lyrics_job.h"
+#include "document/save_commands.h"
+#include "document/song_lyrics_opener.h"
+#include "document/song_writer.h"
 #include "document/text_finder.h"
 #include "editviews/tag_input_view.h"
-#include "hostlink/current_song_finder.h"
 #include "hostlink/host_link.h"
-#include "interapp/questions.h"
-#include "language/llt.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/interface/window.h"
-#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
@@ -36,121 +39,120 @@ TVesmoEView::TVesmoEView(BRect frame, TNoticeBoard* notices)
   fFinder = std::make_unique<TTextFinder>(fSession.get(), &fDocument);
 }
 
+/** The player loses its marks before nothing waits for it any more; the other parts go in reverse order. */
 TVesmoEView::~TVesmoEView() {
-  if (fLineSplit && fLineSplit->Lock()) fLineSplit->Quit();
-  fFile.reset();
-  fRecovery.reset();
-  fDifferences.reset();
-  fPoll.reset();
   fPublisher.reset();
   fFrontEnd->StopWaiting();
-  fSongFinder.reset();
-  fCopier.reset();
-  fSongLyrics.reset();
 }
 
 void TVesmoEView::AttachedToWindow() {
-  fSongLyrics = std::make_unique<TSongLyricsJob>(BMessenger(this));
-  fSongFinder = std::make_unique<TCurrentSongFinder>(fFrontEnd.get(), BMessenger(this));
-  fPublisher = std::make_unique<TDocumentPublisher>(BMessenger(this), &fDocument, &fSong, fFrontEnd.get());
-  fDifferences = std::make_unique<TDifferences>(this);
-  fFile = std::make_unique<TDocumentFile>(this, &fDocument, fSession.get(), fNotices, fDifferences.get());
-  fRecovery = std::make_unique<TDocumentRecovery>(this, &fDocument, fSession.get(), fNotices, fDifferences.get());
-  fCopier = std::make_unique<TPlayerCopier>(this, fFrontEnd.get(), fSession.get(), &fDocument, fNotices);
+  const BMessenger self(this);
   const BMessage refresh(kMsgRefreshInfo);
-  fPoll = std::make_unique<BMessageRunner>(BMessenger(this), &refresh, gPref->Values()->pollIntervalUs);
+  Sonivo_FrontEnd* const frontEnd = fFrontEnd.get();
+  TEditSession* const session = fSession.get();
+  fPoll = std::make_unique<BMessageRunner>(self, &refresh, gPref->Values()->pollIntervalUs);
+  fBulk = std::make_unique<TBulkCommands>(&fDocument, session);
+  fSplitter = std::make_unique<TLineSplitter>(this, &fDocument, session);
+  fDrop = std::make_unique<TFileDrop>(this, frontEnd, session);
+  fPublisher = std::make_unique<TDocumentPublisher>(self, &fDocument, &fSong, frontEnd);
+  fDifferences = std::make_unique<TDifferences>(this);
+  fOffers = std::make_unique<TFormOffers>(self, &fDocument, session, fNotices);
+  fFile = std::make_unique<TDocumentFile>(this, &fDocument, session, fNotices, fDifferences.get());
+  fRecovery = std::make_unique<TDocumentRecovery>(this, &fDocument, session, fNotices, fDifferences.get());
+  fLoader = std::make_unique<TDocumentLoader>(
+      this, TDocumentLoader::TParts{&fDocument, session, fFile.get(), fRecovery.get(), fOffers.get()});
+  fCopier = std::make_unique<TPlayerCopier>(this, frontEnd, session, &fDocument, fNotices);
+  fSaving = std::make_unique<TSaveCommands>(
+      this, TSaveCommands::TParts{&fDocument, session, fFile.get(), fRecovery.get(), fLoader.get(), fCopier.get()});
+  fOpener = std::make_unique<TLyricsOpener>(this, TLyricsOpener::TParts{fPoll.get(), frontEnd, &fDocument, session,
+                                                                        fOffers.get(), fSaving.get(), fLoader.get()});
+  fSongLyrics = std::make_unique<TSongLyricsOpener>(
+      this, TSongLyricsOpener::TParts{frontEnd, &fDocument, session, fFile.get(), fSaving.get(), fLoader.get()});
+  fSongWriter = std::make_unique<TSongWriter>(Window(), frontEnd, session, &fDocument);
 }
 
 void TVesmoEView::MessageReceived(BMessage* message) {
-  switch (message->what) {
-  case kMsgNew:
-    return MItemNewClicked();
-  case kMsgOpenCurrent:
-    return MItemOpenCurLyricsClicked();
-  case kMsgSongFound:
-  case kMsgNoSong:
-  case kMsgPlayerSilent:
-    return SongSearched(*message);
-  case kMsgWriteIntoSong:
-    return MItemWriteIntoSongClicked();
-  case kMsgSongLyricsRead:
-    return SongLyricsRead();
-  case kMsgSongLyricsWritten:
-    return SongLyricsWritten();
-  case kMsgOpenSongLyrics:
-    return OpenSongLyrics(*message);
-  case B_REFS_RECEIVED:
-    return RefsReceived(*message);
-  case B_SIMPLE_DATA:
-    if (!SimpleData(*message)) TKRVView::MessageReceived(message);
+  if (message->what == B_SIMPLE_DATA) {
+    if (!fDrop->SimpleData(*message)) TKRVView::MessageReceived(message);
     return LanguageChanged();
-  case kMsgSave:
-    return MItemSaveClicked(*message);
-  case B_SAVE_REQUESTED:
-    return SaveRequested(*message);
+  }
+  if (!HandleByPart(*message) && !HandleOwn(*message)) TKRVView::MessageReceived(message);
+}
+
+bool TVesmoEView::HandleByPart(const BMessage& message) {
+  return fOpener->Handle(message) || fSaving->Handle(message) || fSongLyrics->Handle(message) ||
+         fBulk->Handle(message) || fSplitter->Handle(message) || fPublisher->Handle(message) ||
+         fFinder->Handle(message) || fOffers->Handle(message) || fFile->Handle(message) || fRecovery->Handle(message);
+}
+
+bool TVesmoEView::HandleOwn(const BMessage& message) {
+  switch (message.what) {
+  case kMsgNew:
+    MItemNewClicked();
+    break;
   case kMsgMode:
-    return MItemModeClicked(*message);
-  case kMsgFollowDocument:
-    return fPublisher->FollowRqtd(*message);
-  case kMsgSendDocument:
-    return fPublisher->PublishWhole();
-  case kMsgSendMarks:
-    return fPublisher->PublishMarks();
-  case kMsgFind:
-    return fFinder->Find(*message);
-  case kMsgReplace:
-    return fFinder->Replace(*message);
+    MItemModeClicked(message);
+    break;
   case kMsgTagCommand:
-    return TagCommandRqtd(*message);
+    TagCommandRqtd(message);
+    break;
   case kMsgKeys:
-    return fSession->TagInput().KeysChanged();
-  case kMsgSplitLine:
-    return SplitLineRqtd(*message);
-  case kMsgSplitLineAt:
-    return SplitLine(*message);
+    fSession->TagInput().KeysChanged();
+    break;
   case kMsgShowClock:
-    return fSession->ToggleClock();
+    fSession->ToggleClock();
+    break;
   case kMsgSeekInSong:
-    return fSession->Clock().Seek();
+    fSession->Clock().Seek();
+    break;
   case kMsgUndo:
-    return fSession->Undo();
+    fSession->Undo();
+    break;
   case kMsgRedo:
-    return fSession->Redo();
-  case kMsgConvertTags:
-    return MItemCvtTag(*message);
-  case kMsgDeleteTags:
-    return MItemDelAllTimeTagClicked();
+    fSession->Redo();
+    break;
   case kMsgExportTo:
-    if (IsForAnotherDocument(*message)) return;
-    fSession->Active().FlushEdits();
-    if (const auto report = export_document(fDocument, *message)) SetStatBarStr(report->c_str());
-    return;
+    ExportRqtd(message);
+    break;
   case kMsgCopyForPlayers:
-    return fCopier->Start();
-  case kMsgReopenAs:
-    return ReopenRqtd(*message);
-  case kMsgUnifyTags:
-    return UnifyTagsRqtd(*message);
-  case kMsgShiftTags:
-    return FineTimeTagRqtd(*message);
+    fCopier->Start();
+    break;
+  case kMsgWriteIntoSong:
+    fSongWriter->Start();
+    break;
   case kMsgStatBarStr:
-    return SetStatBarStrRqtd(*message);
+    fSession->ReportFromView(message);
+    break;
   case kMsgDefaultStatBar:
-    return ExpDefaultStatBarRqtd();
+    fSession->ReportDefault();
+    break;
   case kMsgRefreshInfo:
-    return RefreshSonivoInfoRqtd();
+    RefreshSonivoInfoRqtd();
+    break;
   case kMsgAppearance:
-    return PrefAppearanceChanged();
+    fSession->SetAppearance();
+    break;
   case kMsgPollInterval:
     fPoll->SetInterval(gPref->Values()->pollIntervalUs);
-    return;
+    break;
   case kMsgLanguageChanged:
-    return LanguageChanged();
+    LanguageChanged();
+    break;
   case kMsgRecover:
-    return RecoverRqtd(*message);
+    RecoverRqtd(message);
+    break;
   default:
-    if (!fFile->Handle(*message) && !fRecovery->Handle(*message)) TKRVView::MessageReceived(message);
+    return false;
   }
+  return true;
+}
+
+bool TVesmoEView::AskSave(const BMessage& next, const BHandler* target) {
+  return fSaving->AskSave(next, target);
+}
+
+const std::string& TVesmoEView::SongFolder() const {
+  return fSongLyrics->SongFolder();
 }
 
 TEditMode TVesmoEView::Mode() const {
@@ -159,6 +161,14 @@ TEditMode TVesmoEView::Mode() const {
 
 void TVesmoEView::FocusLyrics() {
   fSession->MakeFocus();
+}
+
+void TVesmoEView::SetWinTitle() {
+  fLoader->SetWinTitle();
+}
+
+void TVesmoEView::CreateNewLyrics() {
+  fLoader->CreateNewLyrics();
 }
 
 void TVesmoEView::SetMode(int32 mode) {
@@ -170,11 +180,11 @@ void TVesmoEView::SetMode(int32 mode) {
 
 /** The window marks the mode in its menus and tool bar. */
 void TVesmoEView::ModeChanged() {
-  ExpDefaultStatBarRqtd();
-  if (fRecovery) fRecovery->ViewChanged();
+  fSession->ReportDefault();
+  fRecovery->ViewChanged();
   BMessage changed(kMsgModeChanged);
   changed.AddInt32("Mode", static_cast<int32>(Mode()));
-  if (Window()) Window()->PostMessage(&changed);
+  Window()->PostMessage(&changed);
 }
 
 void TVesmoEView::MItemModeClicked(const BMessage& message) {
@@ -192,56 +202,17 @@ void TVesmoEView::TagCommandRqtd(const BMessage& message) {
   if (message.FindInt32("Command", &number) == B_OK) fSession->ViewCommand(number);
 }
 
-void TVesmoEView::SplitLineRqtd(const BMessage& request) {
-  std::string text;
-  if (request.FindString("Text", &text) != B_OK) return;
-  BMessage answer(request);
-  answer.what = kMsgSplitLineAt;
-  answer.AddInt32("Document", fDocument.Number());
-  ask_where_to_split(&fLineSplit, Window(), text, answer, BMessenger(this));
-}
-
-void TVesmoEView::SplitLine(const BMessage& answer) {
-  if (IsForAnotherDocument(answer)) return;
-  if (Mode() == TEditMode::kFreeEdit) return SetStatBarStr(gLLT->Text("StatBarStr_Line_Has_Changed"));
-  fSession->TagInput().SplitLine(answer);
-}
-
 void TVesmoEView::MItemNewClicked() {
   if (!AskSave(BMessage(kMsgNew), this)) return;
   CreateNewLyrics();
   SetWinTitle();
-  ExpDefaultStatBarRqtd();
-}
-
-void TVesmoEView::CreateNewLyrics() {
-  const auto settings = gPref->Values();
-  fSession->Active().Clear();
-  fSession->Show({std::string()});
-  fDocument.StartNew({encoding_of(settings->writeEncoding), line_end_of(settings->writeCRType),
-                      dialect_of(load_file_choices().newDialect)});
-  fSession->DocumentStarted();
-  WithdrawUnifyOffer();
-  WithdrawEncodingOffer();
-  fFile->Follow();
-}
-
-void TVesmoEView::SetWinTitle() {
-  const entry_ref& file = fDocument.File();
-  const std::string name = file.IsEmpty() ? gLLT->Text("New_Lyrics") : file.name;
-  if (Window()) Window()->SetTitle((name + " - " + gAppName).c_str());
-}
-
-void TVesmoEView::SetStatBarStr(const char* text) {
-  fSession->Report(text);
-}
-
-void TVesmoEView::SetStatBarStrRqtd(const BMessage& message) {
-  fSession->ReportFromView(message);
-}
-
-void TVesmoEView::ExpDefaultStatBarRqtd() {
   fSession->ReportDefault();
+}
+
+void TVesmoEView::ExportRqtd(const BMessage& message) {
+  if (is_for_another_document(message, fDocument)) return;
+  fSession->Active().FlushEdits();
+  if (const auto report = export_document(fDocument, message)) fSession->Report(*report);
 }
 
 void TVesmoEView::RefreshSonivoInfoRqtd() {
@@ -249,14 +220,10 @@ void TVesmoEView::RefreshSonivoInfoRqtd() {
   if (fSong.Adopt(fFrontEnd->Title())) fPublisher->DocumentReplaced();
   const std::optional<int32> sungMs = fFrontEnd->SungPositionMs();
   fSession->TagInput().SetSongPosition(sungMs);
-  OpenSongLyricsIfDue(sungMs.has_value());
+  fSongLyrics->Poll(sungMs.has_value());
   fSession->Clock().Update();
   fSession->ShowModified();
   fRecovery->Poll();
-}
-
-void TVesmoEView::PrefAppearanceChanged() {
-  fSession->SetAppearance();
 }
 
 /** The offer is settled already if its notice was answered twice. */
@@ -264,13 +231,9 @@ void TVesmoEView::RecoverRqtd(const BMessage& message) {
   if (!fRecovery->HasOffer(message) || !AskSave(message, this)) return;
   const std::optional<std::string> report = fRecovery->Recover(message);
   if (!report) return;
-  WithdrawUnifyOffer();
-  WithdrawEncodingOffer();
   ModeChanged();
-  fFile->Follow();
-  if (!fDocument.File().IsEmpty()) SendAddHistoryRqtd();
-  SetWinTitle();
-  SetStatBarStr(report->c_str());
+  fLoader->Recovered();
+  fSession->Report(*report);
 }
 
 void TVesmoEView::WindowActivated(bool active) {
@@ -282,7 +245,7 @@ void TVesmoEView::LanguageChanged() {
   fRecovery->LanguageChanged();
   fSession->LanguageChanged();
   fCopier->LanguageChanged();
-  RelabelUnifyOffer();
+  fOffers->LanguageChanged();
   SetWinTitle();
-  ExpDefaultStatBarRqtd();
+  fSession->ReportDefault();
 }

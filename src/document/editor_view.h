@@ -1,36 +1,34 @@
 #pragma once
 
 #include "document/document_song.h"
-#include "document/lyrics_saver.h"
-#include "document/song_opener.h"
 #include "editviews/edit_mode.h"
 #include "lyrics/document.h"
 #include "toolkit/krv_view.h"
 
 #include <memory>
 
-class BFile;
 class BMessageRunner;
 class Sonivo_FrontEnd;
-class TCurrentSongFinder;
+class TBulkCommands;
 class TDifferences;
 class TDocumentFile;
+class TDocumentLoader;
 class TDocumentPublisher;
 class TDocumentRecovery;
 class TEditSession;
-class TLineSplitWin;
+class TFileDrop;
+class TFormOffers;
+class TLineSplitter;
+class TLyricsOpener;
 class TNoticeBoard;
 class TPlayerCopier;
-class TSongLyricsJob;
+class TSaveCommands;
+class TSongLyricsOpener;
+class TSongWriter;
 class TTextFinder;
 
-/** In a ref message: bool, the file was chosen among the recent ones. */
-inline constexpr const char* kFromRecentFiles = "FromMRUF";
-/** In a ref message: bool, the file belongs to the current song. */
-inline constexpr const char* kForCurrentSong = "ForSong";
-
-/** The open document with its edit views, its file and the link to the player. Dispatches the commands to their
-    owners. Owned by the editor window, on its thread. */
+/** The open document with its edit views, its file and the link to the player. Owns the parts that work on them, and
+    passes each message on to its part. Owned by the editor window, on its thread. */
 class TVesmoEView : public TKRVView {
 public:
   /** `notices` is not owned, and outlives the view. */
@@ -49,111 +47,48 @@ public:
   /** Another one for each document that is started or opened. */
   int32 DocumentNumber() const { return fDocument.Number(); }
   /** Of the song whose lyrics were last searched for; empty if unknown. */
-  const std::string& SongFolder() const { return fSongFolder; }
+  const std::string& SongFolder() const;
   TEditMode Mode() const;
   /** Ignores a number of no mode. */
   void SetMode(int32 mode);
   void FocusLyrics();
-  void SetStatBarStr(const char* text);
   void SetWinTitle();
   void CreateNewLyrics();
   void LanguageChanged();
 
 private:
-  // editor_view.cpp
+  /** False for a message that is for one of the parts. */
+  bool HandleOwn(const BMessage& message);
+  bool HandleByPart(const BMessage& message);
   void MItemNewClicked();
   void MItemModeClicked(const BMessage& message);
   void TagCommandRqtd(const BMessage& message);
-  void SplitLineRqtd(const BMessage& request);
-  void SplitLine(const BMessage& answer);
   void ModeChanged();
-  void SetStatBarStrRqtd(const BMessage& message);
-  void ExpDefaultStatBarRqtd();
+  void ExportRqtd(const BMessage& message);
   void RefreshSonivoInfoRqtd();
-  void PrefAppearanceChanged();
   void RecoverRqtd(const BMessage& message);
-
-  // editor_opening.cpp
-  void MItemOpenCurLyricsClicked();
-  void SongSearched(const BMessage& answer);
-  void RefsReceived(const BMessage& message);
-  /** Offers to create a missing file; for the current song's lyrics also `ref` with the other extension. */
-  bool EnsureExists(entry_ref* ref, bool isForSong);
-  bool IsTextOrWanted(const entry_ref& ref);
-  bool CreateNewLyricsFile(const entry_ref& ref);
-  void ShowOpened(const TOpenedLyrics& opened);
-  void PostOpen(const BMessage& message);
-  bool SimpleData(const BMessage& message);
-  void FilesDropped(const BMessage& message);
-  void PlayDropped(const std::vector<std::string>& songs);
-  /** Ask the window to add the document's file to the recent files, or to remove a file from them. */
-  void SendAddHistoryRqtd();
-  void SendRemoveHistoryRqtd(const entry_ref& ref);
-
-  // song_opening.cpp
-  [[nodiscard]] bool IsDocumentUntouched() const;
-  bool MayOpenByItself();
-  void OpenSongLyricsIfDue(bool isPlaying);
-  void OfferSongLyrics(const BMessage& found);
-  void OpenSongLyrics(const BMessage& message);
-
-  // editor_saving.cpp
-  void MItemSaveClicked(const BMessage& message);
-  void SaveRequested(const BMessage& message);
-  /** True, after a message, for the answer of a panel that was opened while another document was. */
-  bool IsForAnotherDocument(const BMessage& answer) const;
-  status_t SaveLyrics(const TLyricsInfo& info, TDialect dialect);
-  /** False, after a message or the user's Cancel, when nothing was saved. */
-  bool SaveAndVerify(TLyricsInfo info, TDialect dialect);
-  TLyricsInfo InfoToSave() const;
-  void ReportSaved();
-  void SetLyricsMimeType(BFile* file);
-
-  // editor_dialect.cpp
-  void OfferToUnifyTags();
-  void WithdrawUnifyOffer();
-  void RelabelUnifyOffer();
-  void UnifyTagsRqtd(const BMessage& message);
-
-  // editor_encoding.cpp
-  void OfferEncoding();
-  void WithdrawEncodingOffer();
-  void ReopenRqtd(const BMessage& message);
-
-  // editor_song_lyrics.cpp
-  void MItemWriteIntoSongClicked();
-  /** True if the answer to the search for the current song was taken: lyrics are to be written into the song, or it has
-      no lyrics file. */
-  bool TakeSong(const BMessage& answer);
-  void SongLyricsRead();
-  void ShowLyricsInside(const std::string& text);
-  void AskWriteIntoSong();
-  void SongLyricsWritten();
-
-  // editor_bulk.cpp
-  void FineTimeTagRqtd(const BMessage& message);
-  void MItemCvtTag(const BMessage& message);
-  void MItemDelAllTimeTagClicked();
 
   TNoticeBoard* const fNotices;
   TDocument fDocument;
   TDocumentSong fSong;
-  TLyricsSaver fSaver{&fDocument};
-  TLineSplitWin* fLineSplit = nullptr; // created at first use
+  // Created in this order, the session and the finder with the view, the others when it is attached. Each uses those
+  // above it.
   std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
-  std::unique_ptr<TCurrentSongFinder> fSongFinder;
-  bool fSearchesByItself = false; // the search for the current song was not a command of the user
-  std::string fSongFolder;
-  TSongOpener fSongOpener;
   std::unique_ptr<TEditSession> fSession;
   std::unique_ptr<TTextFinder> fFinder;
+  std::unique_ptr<BMessageRunner> fPoll;
+  std::unique_ptr<TBulkCommands> fBulk;
+  std::unique_ptr<TLineSplitter> fSplitter;
+  std::unique_ptr<TFileDrop> fDrop;
   std::unique_ptr<TDocumentPublisher> fPublisher;
   std::unique_ptr<TDifferences> fDifferences;
+  std::unique_ptr<TFormOffers> fOffers;
   std::unique_ptr<TDocumentFile> fFile;
   std::unique_ptr<TDocumentRecovery> fRecovery;
+  std::unique_ptr<TDocumentLoader> fLoader;
   std::unique_ptr<TPlayerCopier> fCopier;
-  std::unique_ptr<BMessageRunner> fPoll;
-  std::unique_ptr<TSongLyricsJob> fSongLyrics;
-  bool fSongIsForWriting = false; // the one that is searched for
-  bool fSaveIsPending = false;    // the user answered Yes, and the kMsgSave is on its way
+  std::unique_ptr<TSaveCommands> fSaving;
+  std::unique_ptr<TLyricsOpener> fOpener;
+  std::unique_ptr<TSongLyricsOpener> fSongLyrics;
+  std::unique_ptr<TSongWriter> fSongWriter;
 };

@@ -1,13 +1,18 @@
 #include "document/line_split_win.h"
 
+#include "document/document_answer.h"
+#include "document/edit_session.h"
+#include "editviews/tag_input_view.h"
 #include "interapp/inter_app_prefs.h"
 #include "language/llt.h"
+#include "lyrics/document.h"
 #include "lyrics/line_parts.h"
 #include "platform/app/looper_lock.h"
 #include "platform/app/message.h"
 #include "platform/interface/button.h"
 #include "platform/interface/string_view.h"
 #include "platform/interface/text_control.h"
+#include "platform/interface/view.h"
 #include "plugin/message_codes.h"
 #include "toolkit/krv_dlg_view.h"
 #include "toolkit/placement.h"
@@ -58,15 +63,39 @@ void TLineSplitWin::Answer() {
   PutAway();
 }
 
-void ask_where_to_split(TLineSplitWin** window, const BWindow* owner, const std::string& text, const BMessage& request,
-                        const BMessenger& target) {
-  if (!*window) {
-    *window = new TLineSplitWin;
-    move_beside(*window, owner->Frame());
+TLineSplitter::~TLineSplitter() {
+  if (fWindow && fWindow->Lock()) fWindow->Quit();
+}
+
+bool TLineSplitter::Handle(const BMessage& message) {
+  if (message.what == kMsgSplitLine) {
+    Ask(message);
+    return true;
   }
-  const TLooperLock lock(*window);
+  if (message.what != kMsgSplitLineAt) return false;
+  Split(message);
+  return true;
+}
+
+void TLineSplitter::Ask(const BMessage& request) {
+  std::string text;
+  if (request.FindString("Text", &text) != B_OK) return;
+  BMessage answer(request);
+  answer.what = kMsgSplitLineAt;
+  answer.AddInt32("Document", fDocument->Number());
+  if (!fWindow) {
+    fWindow = new TLineSplitWin;
+    move_beside(fWindow, fOwner->Window()->Frame());
+  }
+  const TLooperLock lock(fWindow);
   if (!lock) return;
-  (*window)->Ask(text, request, target);
-  (*window)->StandInFrontOf(owner->Proxy());
-  (*window)->BringUp();
+  fWindow->Ask(text, answer, BMessenger(fOwner));
+  fWindow->StandInFrontOf(fOwner->Window()->Proxy());
+  fWindow->BringUp();
+}
+
+void TLineSplitter::Split(const BMessage& answer) {
+  if (is_for_another_document(answer, *fDocument)) return;
+  if (fSession->Mode() == TEditMode::kFreeEdit) return fSession->Report(gLLT->Text("StatBarStr_Line_Has_Changed"));
+  fSession->TagInput().SplitLine(answer);
 }

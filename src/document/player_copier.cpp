@@ -4,7 +4,6 @@
 #include "common/koreva.h"
 #include "common/safety_copy.h"
 #include "document/edit_session.h"
-#include "document/editor_view.h"
 #include "document/notice.h"
 #include "document/player_copies.h"
 #include "hostlink/current_song_finder.h"
@@ -14,6 +13,7 @@
 #include "lyrics/export.h"
 #include "platform/app/looper.h"
 #include "platform/app/message.h"
+#include "platform/interface/view.h"
 #include "platform/interface/window.h"
 #include "platform/storage/entry.h"
 #include "plugin/file_choices.h"
@@ -38,8 +38,8 @@ bool is_same_file(const entry_ref& a, const entry_ref& b) {
 
 } // namespace
 
-TPlayerCopier::TPlayerCopier(TVesmoEView* view, Sonivo_FrontEnd* frontEnd, TEditSession* session,
-                             const TDocument* document, TNoticeBoard* notices)
+TPlayerCopier::TPlayerCopier(BView* view, Sonivo_FrontEnd* frontEnd, TEditSession* session, const TDocument* document,
+                             TNoticeBoard* notices)
     : BHandler("PlayerCopier"), fView(view), fSession(session), fDocument(document), fNotices(notices) {
   view->Window()->AddHandler(this);
   fFinder = std::make_unique<TCurrentSongFinder>(frontEnd, BMessenger(this));
@@ -56,7 +56,7 @@ void TPlayerCopier::MessageReceived(BMessage* message) {
   case kMsgNoSong:
     return Copy({});
   case kMsgPlayerSilent:
-    return fView->SetStatBarStr(gLLT->Text("Err_Player_Does_Not_Answer"));
+    return fSession->Report(gLLT->Text("Err_Player_Does_Not_Answer"));
   case kMsgRenewCopies:
     return RenewRqtd();
   default:
@@ -91,7 +91,7 @@ void TPlayerCopier::Copy(const entry_ref& songLyrics) {
   if (!Write(path, copy->bytes)) return tell(gLLT->Text("Err_Cannot_Export") + ("\n" + path));
   fUnsavedCopy = fDocument->File().IsEmpty() ? path : std::string();
   fUnsavedNumber = fDocument->Number();
-  fView->SetStatBarStr((gLLT->Text("StatBarStr_Copied_For_Players") + path).c_str());
+  fSession->Report(gLLT->Text("StatBarStr_Copied_For_Players") + path);
   if (!load_file_choices().renewsCopies) OfferToRenew(target.name);
 }
 
@@ -99,7 +99,7 @@ void TPlayerCopier::Copy(const entry_ref& songLyrics) {
 void TPlayerCopier::OfferToSaveAsCommon() {
   const TLyricsInfo info = fDocument->Info();
   if (fDocument->Form().dialect == TDialect::kCommon)
-    return fView->SetStatBarStr((info.File.name + gLLT->Text("StatBarStr_Is_For_Players")).c_str());
+    return fSession->Report(info.File.name + gLLT->Text("StatBarStr_Is_For_Players"));
   if (!ask_no_yes("\"" + info.File.name + "\"" + gLLT->Text("Ask_Save_As_Common"))) return;
   BMessage save(B_SAVE_REQUESTED);
   entry_ref folder;
@@ -150,7 +150,7 @@ void TPlayerCopier::RenewRqtd() {
   TFileChoices choices = load_file_choices();
   choices.renewsCopies = true;
   const bool isStored = store_file_choices(choices);
-  fView->SetStatBarStr(gLLT->Text(isStored ? "StatBarStr_Copies_Renewed" : "Pref_Err_Store"));
+  fSession->Report(gLLT->Text(isStored ? "StatBarStr_Copies_Renewed" : "Pref_Err_Store"));
 }
 
 std::string TPlayerCopier::Renew() {

@@ -6,12 +6,12 @@
 #include <memory>
 #include <string>
 
+class BView;
 class Sonivo_FrontEnd;
 class TCurrentSongFinder;
 class TDocument;
 class TEditSession;
 class TNoticeBoard;
-class TVesmoEView;
 
 /** "Save a copy for other players": the lyrics as they read them, `song.lrc` next to the song, without a question for
     the name. Offers to renew the copy at every save. Owned by the document's view, on its window's thread; handles the
@@ -19,7 +19,7 @@ class TVesmoEView;
 class TPlayerCopier : public BHandler {
 public:
   /** Nothing that is passed is owned. The view is attached to its window. */
-  TPlayerCopier(TVesmoEView* view, Sonivo_FrontEnd* frontEnd, TEditSession* session, const TDocument* document,
+  TPlayerCopier(BView* view, Sonivo_FrontEnd* frontEnd, TEditSession* session, const TDocument* document,
                 TNoticeBoard* notices);
   /** `Sonivo_FrontEnd::StopWaiting` must have been called. */
   ~TPlayerCopier() override;
@@ -41,7 +41,7 @@ private:
   void OfferToRenew(const std::string& name);
   void RenewRqtd();
 
-  TVesmoEView* const fView;
+  BView* const fView;
   TEditSession* const fSession;
   const TDocument* const fDocument;
   TNoticeBoard* const fNotices;

@@ -17,14 +17,13 @@ void TSongLyricsJob::Start(uint32 doneCode, std::function<void(const std::stop_t
       log_error("song lyrics", error.what());
     }
     fIsDone = true;
-    if (!stop.stop_requested()) fView.SendCoalesced(doneCode);
+    if (!stop.stop_requested()) fOwner.SendCoalesced(doneCode);
   });
 }
 
-void TSongLyricsJob::Read(const std::string& song, const entry_ref& lyricsFile) {
+void TSongLyricsJob::Read(const std::string& song) {
   if (fIsRunning) return;
   fSong = song;
-  fLyricsFile = lyricsFile;
   fReading = {};
   Start(kMsgSongLyricsRead, [this](const std::stop_token& stop) { fReading = read_song_lyrics(fSong, stop); });
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/app/messenger.h"
-#include "platform/storage/entry_ref.h"
 #include "songtags/songtags_program.h"
 
 #include <atomic>
@@ -9,21 +8,19 @@
 #include <string>
 #include <thread>
 
-/** Reads the lyrics inside a song, or writes lyrics into it, on a thread, one song at a time. Owned by the editor view,
-   on its window's thread; the thread works on fields that are not used until it is joined. */
+/** Reads the lyrics inside a song, or writes lyrics into it, on a thread, one song at a time. Used on its
+   owner's looper; the thread works on fields that are not used until it is joined. */
 class TSongLyricsJob {
 public:
-  /** Sends kMsgSongLyricsRead and kMsgSongLyricsWritten to `view`. */
-  explicit TSongLyricsJob(const BMessenger& view) : fView(view) {}
+  /** Sends kMsgSongLyricsRead and kMsgSongLyricsWritten to `owner`. */
+  explicit TSongLyricsJob(const BMessenger& owner) : fOwner(owner) {}
   TSongLyricsJob(const TSongLyricsJob&) = delete;
   TSongLyricsJob& operator=(const TSongLyricsJob&) = delete;
 
   /** Whether the thread has work. */
   bool IsRunning() const { return fIsRunning; }
 
-  /** Starts reading. `lyricsFile` is what is opened if there are no lyrics inside the song; empty if they are only read
-      before others are written. */
-  void Read(const std::string& song, const entry_ref& lyricsFile);
+  void Read(const std::string& song);
   /** Starts writing into the song that was read, if it is still the same. */
   void Write(const std::string& text);
   /** To be called when a message of the thread arrives. False if the work is not done: the message came from elsewhere.
@@ -31,17 +28,15 @@ public:
   bool Finish();
 
   const std::string& Song() const { return fSong; }
-  const entry_ref& LyricsFile() const { return fLyricsFile; }
   const TSongReading& Reading() const { return fReading; }
   TSongStatus Written() const { return fWritten; }
 
 private:
   void Start(uint32 doneCode, std::function<void(const std::stop_token&)> work);
 
-  const BMessenger fView;
+  const BMessenger fOwner;
   bool fIsRunning = false;
   std::string fSong;
-  entry_ref fLyricsFile;
   TSongReading fReading;
   TSongStatus fWritten = TSongStatus::kFailed;
   std::atomic<bool> fIsDone{false};

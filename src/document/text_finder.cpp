@@ -5,6 +5,7 @@
 #include "lyrics/document.h"
 #include "platform/app/message.h"
 #include "platform/support/cut_text.h"
+#include "plugin/message_codes.h"
 
 #include <algorithm>
 #include <iterator>
@@ -42,6 +43,16 @@ TFindPlace TTextFinder::Place(bool backward) const {
   if (!isAtShown) return {line, 0};
   const TMatch& match = fShown.match;
   return {line, backward ? match.begin : match.begin + match.length};
+}
+
+bool TTextFinder::Handle(const BMessage& message) {
+  if (message.what == kMsgFind) {
+    Find(message);
+    return true;
+  }
+  if (message.what != kMsgReplace) return false;
+  Replace(message);
+  return true;
 }
 
 void TTextFinder::Find(const BMessage& message) {

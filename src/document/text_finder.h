@@ -15,12 +15,14 @@ public:
   /** Neither is owned. */
   TTextFinder(TEditSession* session, const TDocument* document) : fSession(session), fDocument(document) {}
 
-  /** kMsgFind: shows the next match, and reports it in the status bar. */
-  void Find(const BMessage& message);
-  /** kMsgReplace: replaces the match that is shown and goes to the next one, or all of them in one step. */
-  void Replace(const BMessage& message);
+  /** False for a message that is neither kMsgFind nor kMsgReplace. */
+  bool Handle(const BMessage& message);
 
 private:
+  /** Shows the next match, and reports it in the status bar. */
+  void Find(const BMessage& message);
+  /** Replaces the match that is shown and goes to the next one, or all of them in one step. */
+  void Replace(const BMessage& message);
   void ShowNext(const TFindOptions& options, bool backward);
   /** No effect when no match is shown, or its line has changed since. */
   void ReplaceShown(const TFindOptions& options, const std::string& by);

@@ -2,6 +2,7 @@
 
 #include "common/koreva.h"
 #include "document/editor_view.h"
+#include "document/lyrics_opener.h"
 #include "interapp/inter_app_prefs.h"
 #include "interapp/questions.h"
 #include "language/llt.h"

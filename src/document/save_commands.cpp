@@ -1,14 +1,16 @@
-/** Saving the document, and asking before unsaved changes are lost. */
+#include "document/save_commands.h"
 
 #include "common/koreva.h"
+#include "document/document_answer.h"
 #include "document/document_file.h"
+#include "document/document_loader.h"
 #include "document/document_recovery.h"
 #include "document/edit_session.h"
-#include "document/editor_view.h"
 #include "document/player_copier.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "platform/app/message.h"
+#include "platform/interface/view.h"
 #include "platform/interface/window.h"
 #include "platform/storage/file.h"
 #include "platform/storage/node_info.h"
@@ -27,93 +29,99 @@ long ask_about_changes(const entry_ref& file, const std::string& hint) {
 
 } // namespace
 
-bool TVesmoEView::AskSave(const BMessage& next, const BHandler* target) {
-  const bool isModified = fSession->Active().IsModified();
+bool TSaveCommands::Handle(const BMessage& message) {
+  switch (message.what) {
+  case kMsgSave:
+    MItemSaveClicked(message);
+    return true;
+  case B_SAVE_REQUESTED:
+    SaveRequested(message);
+    return true;
+  default:
+    return false;
+  }
+}
+
+bool TSaveCommands::AskSave(const BMessage& next, const BHandler* target) {
+  const bool isModified = fParts.session->Active().IsModified();
   // Text without changes is lost as well when its file has gone.
-  const std::string whyAsked = !isModified && fFile->IsGone() ? gLLT->Text("Hint_File_Gone") : std::string();
+  const std::string whyAsked = !isModified && fParts.file->IsGone() ? gLLT->Text("Hint_File_Gone") : std::string();
   if (!isModified && whyAsked.empty()) return true;
   if (!fSaveIsPending) {
-    const long answer = ask_about_changes(fDocument.File(), whyAsked);
-    if (answer == kNoButton) fRecovery->AllowLoss();
+    const long answer = ask_about_changes(fParts.document->File(), whyAsked);
+    if (answer == kNoButton) fParts.recovery->AllowLoss();
     if (answer == kNoButton) return true;
     fSaveIsPending = answer == kYesButton;
   }
   if (fSaveIsPending) {
     BMessage save(kMsgSave);
     koreva::add_next_msg(&save, next, target);
-    Window()->PostMessage(&save, this);
+    fOwner->Window()->PostMessage(&save, fOwner);
   }
   return false;
 }
 
-void TVesmoEView::MItemSaveClicked(const BMessage& message) {
+void TSaveCommands::MItemSaveClicked(const BMessage& message) {
   fSaveIsPending = false;
-  if (fDocument.File().IsEmpty()) {
+  if (fParts.document->File().IsEmpty()) {
     BMessage saveAs(message);
     saveAs.what = kMsgSaveAs;
-    Window()->PostMessage(&saveAs);
-  } else if (SaveAndVerify(InfoToSave(), Dialect())) {
+    fOwner->Window()->PostMessage(&saveAs);
+  } else if (SaveAndVerify(InfoToSave(), fParts.document->Form().dialect)) {
     ReportSaved();
     koreva::invoke_next_msg(&message);
   }
 }
 
 /** A foreign encoding is replaced by UTF-8 if the user prefers that. */
-TLyricsInfo TVesmoEView::InfoToSave() const {
-  TLyricsInfo info = fDocument.Info();
-  if (is_foreign(fDocument.Form().encoding) && load_file_choices().savesForeignAsUtf8)
+TLyricsInfo TSaveCommands::InfoToSave() const {
+  TLyricsInfo info = fParts.document->Info();
+  if (is_foreign(fParts.document->Form().encoding) && load_file_choices().savesForeignAsUtf8)
     info.Encoding = static_cast<long>(TEncoding::kUtf8);
   return info;
 }
 
-bool TVesmoEView::IsForAnotherDocument(const BMessage& answer) const {
+void TSaveCommands::SaveRequested(const BMessage& message) {
+  TLyricsInfo info = fParts.document->Info();
   int32 number = 0;
-  if (answer.FindInt32("Document", &number) != B_OK || number == fDocument.Number()) return false;
-  tell(gLLT->Text("Err_Panel_Of_Another"));
-  return true;
-}
-
-void TVesmoEView::SaveRequested(const BMessage& message) {
-  TLyricsInfo info = fDocument.Info();
-  int32 number = 0;
-  if (IsForAnotherDocument(message)) return;
+  if (is_for_another_document(message, *fParts.document)) return;
   if (message.FindInt32("CRType", &number) == B_OK) info.CRType = cvt_enum_cr_type_to_ct(number);
   if (message.FindInt32("Encoding", &number) == B_OK) info.Encoding = static_cast<long>(any_encoding_of(number));
   const bool hasDialect = message.FindInt32("Dialect", &number) == B_OK;
-  const TDialect dialect = hasDialect ? dialect_of(number) : Dialect();
+  const TDialect dialect = hasDialect ? dialect_of(number) : fParts.document->Form().dialect;
   koreva::get_save_ref(&message, &info.File);
   if (info.File.IsEmpty() || info.File.directory.empty() || !SaveAndVerify(info, dialect)) return;
-  SendAddHistoryRqtd();
-  SetWinTitle();
+  fParts.loader->Renamed();
   ReportSaved();
   koreva::invoke_next_msg(&message);
 }
 
-status_t TVesmoEView::SaveLyrics(const TLyricsInfo& info, TDialect dialect) {
-  fSession->Active().FlushEdits();
-  fSaver.Write(fDocument.PlanSave(info.File, {any_encoding_of(info.Encoding), line_end_of(info.CRType), dialect}, {}));
+status_t TSaveCommands::SaveLyrics(const TLyricsInfo& info, TDialect dialect) {
+  fParts.session->Active().FlushEdits();
+  fSaver.Write(
+      fParts.document->PlanSave(info.File, {any_encoding_of(info.Encoding), line_end_of(info.CRType), dialect}, {}));
   BFile file(info.File.FullPath().c_str(), B_READ_WRITE);
   if (file.InitCheck() == B_OK) SetLyricsMimeType(&file);
-  fSession->Active().SetModified(false);
+  fParts.session->Active().SetModified(false);
   return B_OK;
 }
 
 /** The save itself always reports success; only the file on the disk proves it. */
-bool TVesmoEView::SaveAndVerify(TLyricsInfo info, TDialect dialect) {
-  fSession->Active().FlushEdits();
-  if (!fFile->MaySave(&info, dialect)) return false;
+bool TSaveCommands::SaveAndVerify(TLyricsInfo info, TDialect dialect) {
+  fParts.session->Active().FlushEdits();
+  if (!fParts.file->MaySave(&info, dialect)) return false;
   SaveLyrics(info, dialect);
   const bool isSaved = fSaver.Verify();
-  if (!isSaved) fSession->Active().SetModified(true);
-  fFile->Follow();
+  if (!isSaved) fParts.session->Active().SetModified(true);
+  fParts.file->Follow();
   return isSaved;
 }
 
-void TVesmoEView::ReportSaved() {
-  SetStatBarStr((gLLT->Text("StatBarStr_Saved_Lyrics") + fFile->SaveReport() + fCopier->Renew()).c_str());
+void TSaveCommands::ReportSaved() {
+  fParts.session->Report(gLLT->Text("StatBarStr_Saved_Lyrics") + fParts.file->SaveReport() + fParts.copier->Renew());
 }
 
-void TVesmoEView::SetLyricsMimeType(BFile* file) {
+void TSaveCommands::SetLyricsMimeType(BFile* file) {
   BNodeInfo info(file);
   std::string type;
   if (info.GetType(&type) == B_ENTRY_NOT_FOUND) info.SetType("text/plain");

@@ -1,13 +1,14 @@
-/** Commands on every line of the document. */
+#include "document/bulk_commands.h"
 
 #include "document/edit_session.h"
-#include "document/editor_view.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "lyrics/bulk_preview.h"
 #include "lyrics/bulk_tags.h"
+#include "lyrics/document.h"
 #include "platform/app/message.h"
 #include "platform/support/cut_text.h"
+#include "plugin/message_codes.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -93,29 +94,45 @@ void shift_range(std::list<std::string>* lines, const TLineRange& range, long of
 
 } // namespace
 
-void TVesmoEView::FineTimeTagRqtd(const BMessage& message) {
+bool TBulkCommands::Handle(const BMessage& message) {
+  switch (message.what) {
+  case kMsgShiftTags:
+    FineTimeTagRqtd(message);
+    return true;
+  case kMsgConvertTags:
+    MItemCvtTag(message);
+    return true;
+  case kMsgDeleteTags:
+    MItemDelAllTimeTagClicked();
+    return true;
+  default:
+    return false;
+  }
+}
+
+void TBulkCommands::FineTimeTagRqtd(const BMessage& message) {
   std::string typed;
   if (message.FindString("_SmplIptData", &typed) != B_OK) return;
-  int32 document = fDocument.Number();
+  int32 document = fDocument->Number();
   message.FindInt32("Document", &document);
-  if (document != fDocument.Number()) return SetStatBarStr(gLLT->Text("StatBarStr_Shift_Of_Another"));
+  if (document != fDocument->Number()) return fSession->Report(gLLT->Text("StatBarStr_Shift_Of_Another"));
   const long offsetMs = std::clamp(std::strtol(typed.c_str(), nullptr, 10), -kMaxShiftMs, kMaxShiftMs);
   const TLineRange range = range_in(message);
   const TBulkChange shift = [&](auto* lines) { shift_range(lines, range, offsetMs); };
   fSession->Active().FlushEdits();
-  const std::vector<std::string>& all = fDocument.Lines();
+  const std::vector<std::string>& all = fDocument->Lines();
   const size_t atZero = count_tags_piled_at_zero({range.Begin(all), range.End(all)}, offsetMs);
   const auto question = [&] {
     return gLLT->Text("Ask_Shift_Past_Zero") + ("\n\n" + (gLLT->Text("Hint_Tags_At_Zero") + std::to_string(atZero))) +
-           what_changes(fDocument.Lines(), shift);
+           what_changes(fDocument->Lines(), shift);
   };
   if (atZero > 0 && !ask_no_yes(question())) return;
   fSession->Rewrite(shift);
   const std::string report = shift_report(message) + std::to_string(offsetMs) + " [ms]";
-  SetStatBarStr(report.c_str());
+  fSession->Report(report);
 }
 
-void TVesmoEView::MItemCvtTag(const BMessage& message) {
+void TBulkCommands::MItemCvtTag(const BMessage& message) {
   bool toExtended = false;
   if (message.FindBool("CvtTagS2E", &toExtended) != B_OK) return;
   const char* const from = gLLT->Text(toExtended ? "Std_Time_Tag" : "Ext_Time_Tag");
@@ -123,18 +140,18 @@ void TVesmoEView::MItemCvtTag(const BMessage& message) {
   const TBulkChange convert = [toExtended](auto* lines) { convert_time_tags(lines, toExtended); };
   fSession->Active().FlushEdits();
   if (!ask_no_yes(gLLT->Text("Ask_Cvt_Tag_1") + quoted(from) + gLLT->Text("Ask_Cvt_Tag_2") + quoted(to) +
-                  gLLT->Text("Ask_Cvt_Tag_3") + what_changes(fDocument.Lines(), convert))) {
+                  gLLT->Text("Ask_Cvt_Tag_3") + what_changes(fDocument->Lines(), convert))) {
     return;
   }
   fSession->Rewrite(convert);
   const std::string report = std::string(gLLT->Text("StatBarStr_Cvted_Tag_1")) + from +
                              gLLT->Text("StatBarStr_Cvted_Tag_2") + to + gLLT->Text("StatBarStr_Cvted_Tag_3");
-  SetStatBarStr(report.c_str());
+  fSession->Report(report);
 }
 
-void TVesmoEView::MItemDelAllTimeTagClicked() {
+void TBulkCommands::MItemDelAllTimeTagClicked() {
   fSession->Active().FlushEdits();
-  if (!ask_no_yes(gLLT->Text("Ask_Del_All_Time_Tag") + what_changes(fDocument.Lines(), delete_time_tags))) return;
+  if (!ask_no_yes(gLLT->Text("Ask_Del_All_Time_Tag") + what_changes(fDocument->Lines(), delete_time_tags))) return;
   fSession->Rewrite(delete_time_tags);
-  SetStatBarStr(gLLT->Text("StatBarStr_Deled_All_Time_Tag"));
+  fSession->Report(gLLT->Text("StatBarStr_Deled_All_Time_Tag"));
 }
