@@ -2,6 +2,7 @@
 
 #include "platform/support/cut_text.h"
 #include "player/model/song_address.h"
+#include "player/model/song_tags.h"
 
 #include <QByteArray>
 #include <QString>
@@ -17,6 +18,8 @@ namespace {
 
 constexpr std::string_view kInfo = "#EXTINF:";
 constexpr std::string_view kArtist = "#EXTART:";
+constexpr std::string_view kAlbum = "#EXTALB:";
+constexpr std::string_view kTrack = "#SONIVO-TRACK:"; // no directive in common use
 constexpr std::string_view kBetween = " - ";
 constexpr std::string_view kFile = "file://";
 
@@ -38,6 +41,8 @@ std::string_view trimmed(std::string_view line) {
 struct TDirectives {
   std::string title;
   std::string artist;
+  std::string album;
+  int32 track = 0;
   int32 durationMs = 0;
 };
 
@@ -46,6 +51,24 @@ void read_info(std::string_view info, TDirectives* directives) {
   const double seconds = std::strtod(std::string(info.substr(0, comma)).c_str(), nullptr);
   if (seconds > 0 && seconds < 2e6) directives->durationMs = static_cast<int32>(std::lround(seconds * 1000));
   if (comma < info.size()) directives->title = cut_text(trimmed(info.substr(comma + 1)));
+}
+
+bool read_directive(std::string_view line, TDirectives* directives) {
+  const auto text_after = [line](std::string_view name) {
+    return std::string(cut_text(trimmed(line.substr(name.size()))));
+  };
+  if (line.starts_with(kInfo)) {
+    read_info(line.substr(kInfo.size()), directives);
+  } else if (line.starts_with(kArtist)) {
+    directives->artist = text_after(kArtist);
+  } else if (line.starts_with(kAlbum)) {
+    directives->album = text_after(kAlbum);
+  } else if (line.starts_with(kTrack)) {
+    directives->track = track_number(text_after(kTrack));
+  } else {
+    return false;
+  }
+  return true;
 }
 
 /** A single invalid byte would make the parser read the whole list as Latin 1. */
@@ -69,6 +92,8 @@ TSong song_of(std::string_view line, const std::string& folder, const TDirective
   song.path = std::move(address.text);
   song.error = std::move(address.refusal);
   song.artist = directives.artist;
+  song.album = directives.album;
+  song.track = directives.track;
   song.durationMs = directives.durationMs;
   const std::string artistFirst = directives.artist + std::string(kBetween);
   const bool namesArtist = !directives.artist.empty() && directives.title.starts_with(artistFirst);
@@ -103,13 +128,8 @@ TSongs parse_m3u(std::string_view bytes, const std::string& folder) {
     const size_t end = std::min(rest.find('\n'), rest.size());
     const std::string_view line = trimmed(rest.substr(0, end));
     rest.remove_prefix(std::min(end + 1, rest.size()));
-    if (line.starts_with(kInfo)) {
-      read_info(line.substr(kInfo.size()), &directives);
-    } else if (line.starts_with(kArtist)) {
-      directives.artist = cut_text(trimmed(line.substr(kArtist.size())));
-    } else if (!line.empty() && line.front() != '#') {
-      songs.push_back(song_of(line, folder, std::exchange(directives, {})));
-    }
+    if (read_directive(line, &directives) || line.empty() || line.front() == '#') continue;
+    songs.push_back(song_of(line, folder, std::exchange(directives, {})));
   }
   return songs;
 }
@@ -119,6 +139,8 @@ std::string m3u_text(const TSongs& songs, const std::string& folder) {
   for (const TSong& song : songs) {
     const std::string artist = on_one_line(song.artist);
     if (!artist.empty()) text.append(kArtist).append(artist).append("\n");
+    if (!song.album.empty()) text.append(kAlbum).append(on_one_line(song.album)).append("\n");
+    if (song.track > 0) text.append(kTrack).append(std::to_string(song.track)).append("\n");
     text.append(kInfo).append(std::to_string(song.durationMs > 0 ? song.durationMs / 1000 : -1)).append(",");
     if (!artist.empty()) text.append(artist).append(kBetween);
     text.append(on_one_line(song.title)).append("\n").append(line_of(song.path, folder)).append("\n");

@@ -4,7 +4,7 @@
 
 class BMessage;
 
-/** Message fields: strings "title" and "artist", int32 "durationMs", of one or several songs. */
+/** Message fields: strings "title", "artist" and "album", int32 "durationMs" and "track", of one or several songs. */
 void add_tags(BMessage* message, const TSongTags& tags);
 /** Missing fields are left empty. */
 TSongTags tags_in(const BMessage& message, int32 number = 0);

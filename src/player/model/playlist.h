@@ -12,6 +12,8 @@ struct TSong {
   std::string path;
   std::string title; // the file name without its extension, until the tags are known
   std::string artist;
+  std::string album = {};
+  int32 track = 0; // within the album; 0 if unknown
   int32 durationMs = 0;
   bool played = false;
   std::string error; // why it cannot be played, in a few words; empty if nothing is known against it

@@ -57,6 +57,8 @@ void take_tags(const TSongTags& tags, TSong* song) {
   const std::string title = clean_text(tags.title);
   if (!title.empty()) song->title = title;
   song->artist = clean_text(tags.artist);
+  song->album = clean_text(tags.album);
+  song->track = tags.track > 0 && tags.track <= kHighestTrack ? tags.track : 0;
   song->durationMs = tags.durationMs;
 }
 

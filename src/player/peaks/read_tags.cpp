@@ -36,7 +36,8 @@ TSongTags read_tags(int file, const std::string& name) {
   if (number < 0) return {};
   const AVStream* const sound = input->streams[number];
   const int64_t durationMs = std::clamp<int64_t>(input->duration / (AV_TIME_BASE / 1000), 0, INT32_MAX);
-  return {text_of(input.get(), sound, "title"), text_of(input.get(), sound, "artist"), static_cast<int32>(durationMs)};
+  return {text_of(input.get(), sound, "title"), text_of(input.get(), sound, "artist"), static_cast<int32>(durationMs),
+          text_of(input.get(), sound, "album"), track_number(text_of(input.get(), sound, "track"))};
 }
 
 } // namespace

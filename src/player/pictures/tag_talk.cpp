@@ -10,14 +10,14 @@ namespace {
 
 constexpr size_t kLongestState = 80;
 constexpr size_t kLongestNumber = 10;
-constexpr size_t kFields = 4;
-constexpr size_t kLongestAnswer = kLongestState + kLongestNumber + 2 * kLongestText + kFields;
+constexpr size_t kFields = 6;
+constexpr size_t kLongestAnswer = kLongestState + 2 * kLongestNumber + 3 * kLongestText + kFields;
 
 std::string field(std::string_view text) {
   return std::string(text) + '\0';
 }
 
-std::optional<int32> length_of(std::string_view digits) {
+std::optional<int32> number_of(std::string_view digits) {
   int32 number = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
   if (error != std::errc() || end != digits.data() + digits.size() || number < 0) return std::nullopt;
@@ -32,7 +32,8 @@ std::string question_bytes(const TTagQuestion& question) {
 
 std::string answer_bytes(const TTagAnswer& answer) {
   return field(answer.state) + field(std::to_string(answer.tags.durationMs)) + field(cut_text(answer.tags.title)) +
-         field(cut_text(answer.tags.artist));
+         field(cut_text(answer.tags.artist)) + field(cut_text(answer.tags.album)) +
+         field(std::to_string(answer.tags.track));
 }
 
 TAnswerForm read_answer(std::string_view bytes, TTagAnswer* answer) {
@@ -44,8 +45,10 @@ TAnswerForm read_answer(std::string_view bytes, TTagAnswer* answer) {
     one = bytes.substr(0, end);
     bytes.remove_prefix(end + 1);
   }
-  const std::optional<int32> durationMs = length_of(fields[1]);
-  if (!bytes.empty() || !durationMs) return TAnswerForm::kBroken;
-  *answer = {std::string(fields[0]), {std::string(fields[2]), std::string(fields[3]), *durationMs}};
+  const std::optional<int32> durationMs = number_of(fields[1]);
+  const std::optional<int32> track = number_of(fields[5]);
+  if (!bytes.empty() || !durationMs || !track) return TAnswerForm::kBroken;
+  *answer = {std::string(fields[0]),
+             {std::string(fields[2]), std::string(fields[3]), *durationMs, std::string(fields[4]), *track}};
   return TAnswerForm::kWhole;
 }

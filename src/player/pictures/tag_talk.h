@@ -8,8 +8,8 @@
 /** Protocol between the player and the program `sonivo-peaks --tags` over its standard input and output: one question,
     its answer, the next question. Fields are NUL-terminated; neither paths nor tags contain a NUL.
     Question: the file's state as last seen by the player (empty for none), and its path. Answer: the file's state, its
-    duration in ms, title, artist. The state is empty if the path is no readable regular file; if it equals the known
-    state, the other fields are meaningless. */
+    duration in ms, title, artist, album, track number. The state is empty if the path is no readable regular file; if
+   it equals the known state, the other fields are meaningless. */
 struct TTagQuestion {
   std::string knownState;
   std::string path;

@@ -46,19 +46,24 @@ std::string tagged_wav(const std::string& title, const std::string& artist) {
 } // namespace
 
 TEST(TagTalk, AnswersMayComeInPiecesAndOthersAreRejected) {
-  const std::string bytes = answer_bytes({"12 34", {"a\ntitle", "語", 61000}});
+  const std::string bytes = answer_bytes({"12 34", {"a\ntitle", "語", 61000, "album", 3}});
   TTagAnswer read;
   for (size_t size = 0; size < bytes.size(); ++size)
     EXPECT_EQ(read_answer(bytes.substr(0, size), &read), TAnswerForm::kIncomplete) << size;
   EXPECT_EQ(read.state, "");
   EXPECT_EQ(read_answer(bytes, &read), TAnswerForm::kWhole);
   EXPECT_EQ(read.state, "12 34");
-  EXPECT_EQ(read.tags, (TSongTags{"a\ntitle", "語", 61000}));
-  for (const std::string& spoilt : {bytes + "x", std::string(5000, 'x'), std::string("1\0x\0a\0b\0", 8),
-                                    std::string("1\0\0a\0b\0", 7), std::string("1\0-5\0a\0b\0", 9),
-                                    std::string("1\x00"
-                                                "4294967296\0a\0b\0",
-                                                17)}) {
+  EXPECT_EQ(read.tags, (TSongTags{"a\ntitle", "語", 61000, "album", 3}));
+  const auto with_numbers = [](const std::string& duration, const std::string& track) {
+    std::string fields;
+    for (const std::string& field :
+         {std::string("1"), duration, std::string("a"), std::string("b"), std::string("c"), track})
+      fields += field + '\0';
+    return fields;
+  };
+  for (const std::string& spoilt :
+       {bytes + "x", std::string(9000, 'x'), with_numbers("x", "1"), with_numbers("", "1"), with_numbers("-5", "1"),
+        with_numbers("4294967296", "1"), with_numbers("1", "x"), with_numbers("1", "-1")}) {
     EXPECT_EQ(read_answer(spoilt, &read), TAnswerForm::kBroken) << spoilt;
   }
   std::string endless = "x";
