@@ -19,6 +19,9 @@ for track in "${noise_tracks[@]}"; do
   for condition in play seeks paused; do "$chain" engine "$condition" "$scratch/$track"; done
 done
 for condition in play@0.75 seeks@0.75; do "$chain" engine "$condition" "$scratch/clicks.wav"; done
+for track in noise.wav noise-vbr.mp3 noise.ogg; do
+  for condition in play seeks paused; do "$chain" engine+filters "$condition" "$scratch/$track"; done
+done
 for track in clicks-44100.wav clicks.ogg; do "$chain" engine play@0.75 "$scratch/$track"; done
 for speed in 0.5 0.9 1.1 1.25 1.5; do "$chain" engine "play@$speed" "$scratch/clicks.wav"; done
 [ "${2:-}" = --library ] || exit 0

@@ -6,7 +6,9 @@
 /** The player's own source of sound and position, without the player's windows and protocol. */
 class TEngineSource : public TPositionSource {
 public:
-  TEngineSource() : fEngine(make_mpv_source(&fEvents)) {}
+  explicit TEngineSource(const TSoundChoices& choices = {}) : fEngine(make_mpv_source(&fEvents)) {
+    fEngine->SetSound(choices);
+  }
   void Play(const std::string& path) override;
   void Seek(double seconds) override { fEngine->SeekTo(static_cast<int32>(seconds * 1000)); }
   void SetPaused(bool paused) override { fEngine->SetPaused(paused); }

@@ -4,6 +4,9 @@ if(TARGET heard_sound)
     player_run.cpp engine_source.cpp)
   target_link_libraries(audio_chain PRIVATE heard_sound sonivo_app)
 
+  add_executable(gapless_join gapless_join.cpp audio_signal.cpp)
+  target_link_libraries(gapless_join PRIVATE heard_sound sonivo_app)
+
   add_executable(stamp_chain stamp_chain.cpp audio_signal.cpp)
   target_link_libraries(stamp_chain PRIVATE heard_sound x_window)
 

@@ -8,9 +8,18 @@ namespace {
 constexpr size_t kShown = 3; // more would push the playlist off a small window
 }
 
-void TErrors::Add(const std::string& error) {
+void TErrors::Add(const std::string& error, TLife life) {
   const std::string_view text = cut_text(error);
-  if (std::find(fErrors.begin(), fErrors.end(), text) == fErrors.end()) fErrors.emplace_back(text);
+  const auto known = std::ranges::find(fErrors, text, &TError::text);
+  if (known == fErrors.end())
+    fErrors.push_back({std::string(text), life});
+  else
+    known->isOld = false;
+}
+
+void TErrors::SongIsHeard() {
+  std::erase_if(fErrors, [](const TError& error) { return error.isOld && error.life == TLife::kOfSong; });
+  for (TError& error : fErrors) error.isOld = true;
 }
 
 bool TErrors::Clear() {
@@ -23,6 +32,6 @@ std::string TErrors::Text() const {
   const size_t hidden = fErrors.size() - std::min(fErrors.size(), kShown);
   std::string text;
   if (hidden > 0) text = std::to_string(hidden) + (hidden == 1 ? " earlier message:" : " earlier messages:");
-  for (size_t i = hidden; i < fErrors.size(); ++i) text += (text.empty() ? "" : "\n") + fErrors[i];
+  for (size_t i = hidden; i < fErrors.size(); ++i) text += (text.empty() ? "" : "\n") + fErrors[i].text;
   return text;
 }

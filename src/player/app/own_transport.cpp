@@ -22,29 +22,60 @@ constexpr int64 kTicksPerFileCheck = 10;
 constexpr int32 kPreviousSongWithinMs = 3000;
 /** A shorter range comes from a key pressed twice. */
 constexpr int32 kShortestRepeatMs = 50;
+/** The rest of a song in which the next one of the album is queued. */
+constexpr int32 kQueuedBeforeEndMs = 8000;
+
+bool are_of_one_album(const TSong& a, const TSong& b) {
+  const auto folder_of = [](const TSong& song) { return song.path.substr(0, song.path.rfind('/') + 1); };
+  return !a.album.empty() && a.album == b.album && is_file_path(a.path) && folder_of(a) == folder_of(b);
+}
 
 } // namespace
 
 TOwnTransport::TOwnTransport(TPlaylist* songs, std::shared_ptr<TSongSource> sound, TPlayerEvents* events)
-    : fSongs(songs), fSound(std::move(sound)), fEvents(events) {}
+    : fSongs(songs), fSound(std::move(sound)), fEvents(events), fOrder(songs) {}
+
+void TOwnTransport::SetChoices(const TPlayerChoices& choices) {
+  fThread.Check();
+  fChoices = choices;
+  fOrder.SetModes(choices.modes);
+  if (fPlayback.isLoaded) ApplySound();
+  fEvents->StateChanged();
+}
+
+/** Not before the first song: it would load the audio library. */
+void TOwnTransport::ApplySound() {
+  if (fAppliedSound == fChoices.sound) return;
+  fAppliedSound = fChoices.sound;
+  fSound->SetSound(fAppliedSound);
+}
 
 void TOwnTransport::PlaySong(int32 index, bool paused, int32 fromMs) {
   fThread.Check();
-  if (!fSongs->SetCurrent(index)) return;
-  fEvents->SongBegins();
-  const TSong* const song = fSongs->CurrentSong();
+  const TSong* const song = fSongs->At(index);
+  if (song == nullptr) return;
   fResumeMs = fromMs;
-  fPlayback.isLoaded = true;
-  fPlayback.isPlaying = !paused;
-  fPlayback.durationMs = song->durationMs;
+  ApplySound();
   ForgetRepeat();
-  fLoad = fSound->Load(song->path, paused);
+  Begin(index, paused, fSound->Load(song->path, paused));
   fSound->SetVolume(fPlayback.volumePercent);
   fEvents->StateChanged();
 }
 
+void TOwnTransport::Begin(int32 index, bool paused, int64 load) {
+  fSongs->SetCurrent(index);
+  fOrder.SongBegins();
+  fEvents->SongBegins();
+  fLoad = load;
+  fFollower = {};
+  fPlayback.isLoaded = true;
+  fPlayback.isPlaying = !paused;
+  fPlayback.durationMs = fSongs->CurrentSong()->durationMs;
+}
+
 void TOwnTransport::Stop() {
   if (fPlayback.isLoaded) fSound->Stop();
+  fFollower = {};
   fLoad = 0; // what the sound still reports concerns no song any more
   fPlayback.isLoaded = false;
   fPlayback.isPlaying = false;
@@ -85,7 +116,7 @@ void TOwnTransport::PlayPause() {
 
 void TOwnTransport::Skip(int direction) {
   if (direction < 0 && fPlayback.isLoaded && PositionMs() > kPreviousSongWithinMs) return Seek(0);
-  PlaySong(fSongs->Neighbour(direction), false);
+  PlaySong(fOrder.SkipTarget(direction), false);
 }
 
 void TOwnTransport::Seek(int64 positionMs) {
@@ -137,7 +168,10 @@ bool TOwnTransport::Handle(const BMessage& message) {
     if (IsAboutThisLoad(message)) Loaded(message);
     return true;
   case kMsgSongEnded:
-    if (IsAboutThisLoad(message)) Ended();
+    if (IsAboutThisLoad(message)) Ended(PositionMs());
+    return true;
+  case kMsgSongJoined:
+    if (IsAboutThisLoad(message)) Joined(message);
     return true;
   case kMsgSongFailed:
     if (IsAboutThisLoad(message)) Failed(message);
@@ -145,9 +179,35 @@ bool TOwnTransport::Handle(const BMessage& message) {
   case kMsgOutputChanged:
     if (message.FindBool("silent", &fHasNoDevice) == B_OK) fEvents->StateChanged();
     return true;
+  case kMsgFindDevices:
+    fSound->FindDevices();
+    return true;
+  case kMsgDevices:
+    TakeDevices(message);
+    return true;
+  case kMsgDeviceLost:
+    DeviceLost(message);
+    return true;
   default:
     return false;
   }
+}
+
+void TOwnTransport::TakeDevices(const BMessage& message) {
+  fDevices.clear();
+  TSoundDevice device;
+  for (int32 i = 0; message.FindString("name", i, &device.name) == B_OK; ++i) {
+    if (message.FindString("description", i, &device.description) == B_OK) fDevices.push_back(device);
+  }
+  fEvents->StateChanged();
+}
+
+void TOwnTransport::DeviceLost(const BMessage& message) {
+  std::string name;
+  message.FindString("device", &name);
+  const auto known = std::ranges::find(fDevices, name, &TSoundDevice::name);
+  if (known != fDevices.end()) name = known->description;
+  fEvents->ErrorOccurred("The output device “" + name + "” is not available: playing on the default device");
 }
 
 /** The sound reports asynchronously: the song may have been replaced meanwhile. */
@@ -163,18 +223,40 @@ void TOwnTransport::Loaded(const BMessage& message) {
   song->error.clear();
   fPlayback.durationMs = song->durationMs;
   fLoadedLoad = fLoad;
+  fEvents->SongIsHeard();
   fEvents->StateChanged();
   if (fResumeMs > 0) Seek(std::exchange(fResumeMs, 0));
 }
 
-void TOwnTransport::Ended() {
-  const std::string error = early_end(*fSongs->CurrentSong(), PositionMs());
-  if (!error.empty()) fEvents->ErrorOccurred(error);
+void TOwnTransport::Ended(int32 positionMs) {
+  const std::string error = early_end(*fSongs->CurrentSong(), positionMs);
+  if (!error.empty()) fEvents->SongErrorOccurred(error);
   PlayOn();
 }
 
+/** The queued song is taken unless the list or the modes have changed at the last moment. */
+void TOwnTransport::Joined(const BMessage& message) {
+  int64 begun = 0;
+  int32 endedMs = 0;
+  message.FindInt64("next", &begun);
+  message.FindInt32("endedMs", &endedMs);
+  const int32 next = fOrder.SongAfterEnd();
+  const TSong* const song = fSongs->At(next);
+  if (song == nullptr || TFollower{song->path, begun} != fFollower) {
+    fSound->Stop();
+    return Ended(endedMs);
+  }
+  const std::string error = early_end(*fSongs->CurrentSong(), endedMs);
+  if (!error.empty()) fEvents->SongErrorOccurred(error);
+  ForgetRepeat();
+  Begin(next, !fPlayback.isPlaying, begun);
+  fEvents->StateChanged();
+}
+
 void TOwnTransport::PlayOn() {
-  const int32 next = fSongs->Neighbour(1);
+  const int32 next = fOrder.SongAfterEnd();
+  fChoices.modes.stopsAfterSong = false;
+  fOrder.SetModes(fChoices.modes);
   // After a song that failed while paused the next one waits too.
   if (next >= 0) return PlaySong(next, !fPlayback.isPlaying);
   fPlayback.isLoaded = false;
@@ -187,16 +269,36 @@ void TOwnTransport::Failed(const BMessage& message) {
   message.FindString("reason", &reason);
   TSong* const song = fSongs->Edit(fSongs->Current());
   song->error = file_error(song->path, reason);
-  fEvents->ErrorOccurred("Cannot play " + song->path + ": " + song->error);
+  fEvents->SongErrorOccurred("Cannot play " + song->path + ": " + song->error);
   PlayOn();
 }
 
-/** A file that was removed plays on to its end, but could not be played again: warns while the user can still act. */
 void TOwnTransport::Tick() {
-  const bool isDone = !fPlayback.isLoaded || fLoadedLoad != fLoad || fMissingLoad == fLoad;
-  if (++fTicks % kTicksPerFileCheck != 0 || isDone) return;
+  const bool isHeard = fPlayback.isLoaded && fLoadedLoad == fLoad;
+  ++fTicks;
+  if (!isHeard) return;
+  QueueFollower();
+  if (fTicks % kTicksPerFileCheck == 0 && fMissingLoad != fLoad) WarnOfMissingFile();
+}
+
+void TOwnTransport::QueueFollower() {
+  const std::string path = FollowerPath();
+  if (path != fFollower.path) fFollower = {path, fSound->Follow(path)};
+}
+
+/** Near the end of a song, the next one of the album; else empty. */
+std::string TOwnTransport::FollowerPath() {
+  const bool isNearEnd = fPlayback.durationMs > 0 && fPlayback.durationMs - PositionMs() < kQueuedBeforeEndMs;
+  if (!fChoices.sound.isGapless || !isNearEnd || fPlayback.repeatToMs >= 0) return {};
+  const int32 next = fOrder.SongAfterEnd();
+  const bool follows = next >= 0 && are_of_one_album(*fSongs->CurrentSong(), *fSongs->At(next));
+  return follows ? fSongs->At(next)->path : std::string();
+}
+
+/** A file that was removed plays on to its end, but could not be played again: warns while the user can still act. */
+void TOwnTransport::WarnOfMissingFile() {
   const std::string& path = fSongs->CurrentSong()->path;
   if (!is_file_path(path) || access(path.c_str(), F_OK) == 0 || errno != ENOENT) return;
   fMissingLoad = fLoad;
-  fEvents->ErrorOccurred("The file being played was moved or deleted: " + path);
+  fEvents->SongErrorOccurred("The file being played was moved or deleted: " + path);
 }

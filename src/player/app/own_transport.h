@@ -23,6 +23,10 @@ public:
   void SeekBy(int32 byMs);
   /** For the next song; does not load the audio library yet. */
   void RestoreVolume(int32 percent) { fPlayback.volumePercent = percent; }
+  const TPlayerChoices& Choices() const { return fChoices; }
+  const std::vector<TSoundDevice>& Devices() const { return fDevices; }
+  void SetChoices(const TPlayerChoices& choices);
+  bool CanSkip(int direction) { return fOrder.SkipTarget(direction) >= 0; }
   /** What the sound reports; false for any other message. */
   bool Handle(const BMessage& message);
   /** Ten times a second while a song plays. */
@@ -46,10 +50,24 @@ public:
   void SetRepeat(uint32 request) override;
 
 private:
+  /** The song that the sound has queued, to begin without a gap. */
+  struct TFollower {
+    std::string path; // empty for none
+    int64 load = 0;
+    bool operator==(const TFollower&) const = default;
+  };
+  void Begin(int32 index, bool paused, int64 load);
   void ForgetRepeat();
+  void ApplySound();
+  void QueueFollower();
+  std::string FollowerPath();
+  void TakeDevices(const BMessage& message);
+  void DeviceLost(const BMessage& message);
+  void Joined(const BMessage& message);
+  void WarnOfMissingFile();
   bool IsAboutThisLoad(const BMessage& message) const;
   void Loaded(const BMessage& message);
-  void Ended();
+  void Ended(int32 positionMs);
   void PlayOn();
   void Failed(const BMessage& message);
 
@@ -57,6 +75,11 @@ private:
   TPlaylist* const fSongs;
   std::shared_ptr<TSongSource> fSound;
   TPlayerEvents* const fEvents;
+  TPlayerChoices fChoices;
+  std::vector<TSoundDevice> fDevices;
+  TSoundChoices fAppliedSound; // as the sound has it
+  TPlayingOrder fOrder;
+  TFollower fFollower;
   TPlayback fPlayback;
   bool fHasNoDevice = false;
   int64 fLoad = 0;

@@ -54,8 +54,9 @@ TSonivoApp::TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource)
       fOwn(&fSongs, makeSource(&fSoundMessages), this),
       fBus(BMessenger(this), [sound = fOwn.Sound()] { return sound->PositionMs(); }), fNowPlaying(fOwn.Sound()),
       fSource(&fOwn, &fBus, &fNowPlaying, this, fCommandLine.source), fList(&fSongs, &fOwn, BMessenger(this), this),
-      fSaver(BMessenger(this)), fPlugins(BMessenger(this), this), fCloser(BMessenger(this)),
-      fHost(new TFrontEndHost(&fNowPlaying)), fStartTimer(BMessenger(this)), fPositionTimer(BMessenger(this)) {
+      fSaver(BMessenger(this)), fChoiceSaver(BMessenger(this)), fPlugins(BMessenger(this), this),
+      fCloser(BMessenger(this)), fHost(new TFrontEndHost(&fNowPlaying)), fStartTimer(BMessenger(this)),
+      fPositionTimer(BMessenger(this)) {
   if (!fCommandLine.songs.empty()) fList.Open(fCommandLine.songs, starts_paused(fCommandLine));
   fHost->Run();
 }
@@ -99,6 +100,9 @@ bool TSonivoApp::HandleProgress(const BMessage& message) {
   case kMsgKeep:
     SaveList();
     return true;
+  case kMsgKeepChoices:
+    SaveChoices();
+    return true;
   case kMsgLookAtPlugins:
     fPlugins.Proceed();
     if (fPlugins.HasEnded()) EndAfterPlugins();
@@ -131,6 +135,9 @@ bool TSonivoApp::HandleChoice(const BMessage& message) {
   case kMsgPlaySong:
     UserChose();
     if (message.FindInt32("index", &index) == B_OK) fOwn.PlaySong(index, false);
+    return true;
+  case kMsgChoose:
+    Choose(message);
     return true;
   case kMsgDropFiles:
     TakeDrop(message);
@@ -191,6 +198,7 @@ void TSonivoApp::PlayFirstSong() {
   const std::string wanted = first ? first->path : std::string();
   const TKeptList kept = fSaver.Restore(&fSongs);
   fOwn.RestoreVolume(kept.volumePercent);
+  fOwn.SetChoices(fChoiceSaver.Load());
   StateChanged();
   if (fOwn.Playback().isLoaded) return; // the user was quicker
   if (!wanted.empty()) return fOwn.PlaySong(fSongs.GoodFrom(fSongs.Find(wanted)), starts_paused(fCommandLine));
@@ -243,6 +251,12 @@ void TSonivoApp::ErrorOccurred(const std::string& error) {
   StateChanged();
 }
 
+void TSonivoApp::SongErrorOccurred(const std::string& error) {
+  log_error("player", error);
+  fErrors.Add(error, TErrors::TLife::kOfSong);
+  StateChanged();
+}
+
 void TSonivoApp::ErrorsResolved() {
   if (fErrors.Clear()) StateChanged();
 }
@@ -254,6 +268,10 @@ void TSonivoApp::UserChose() {
 
 void TSonivoApp::SongBegins() {
   fSource.UseOwn();
+}
+
+void TSonivoApp::SongIsHeard() {
+  fErrors.SongIsHeard();
 }
 
 void TSonivoApp::SongSought(int32 positionMs) {
@@ -279,6 +297,8 @@ TPlayerState TSonivoApp::State() const {
   state.current = fSongs.Current();
   state.isSearching = fList.IsSearching();
   state.plugins = fPlugins.Texts();
+  state.choices = fOwn.Choices();
+  state.devices = fOwn.Devices();
   state.errors = fErrors.Text();
   if (fOwn.HasNoDevice()) state.errors += (state.errors.empty() ? "" : "\n") + std::string(kSilent);
   fSource.AddTo(&state);
@@ -287,22 +307,27 @@ TPlayerState TSonivoApp::State() const {
 }
 
 /** On the bus this player reports its own sound only: two players that were each other's source would loop. */
-TOwnStatus TSonivoApp::OwnStatus() const {
+TOwnStatus TSonivoApp::OwnStatus() {
   const TPlayback playback = fOwn.Playback();
   TOwnStatus status;
   status.canPlay = fSongs.Count() > 0 && !fSource.IsOther();
   status.speedPercent = playback.speedPercent;
   status.volumePercent = playback.volumePercent;
+  status.shuffles = fOwn.Choices().modes.shuffles;
+  status.repeat = fOwn.Choices().modes.repeat;
   const TSong* const song = fSongs.CurrentSong();
   if (song == nullptr || !playback.isLoaded || fSource.IsOther()) return status;
   status.state = playback.isPlaying ? TInfoRecord::kPlaying : TInfoRecord::kPaused;
+  status.keepsAwake = playback.isPlaying && fOwn.Choices().keepsAwake;
   status.track = fOwn.LoadNumber();
   status.title = song->title;
   status.artist = song->artist;
+  status.album = song->album;
+  status.albumTrack = song->track;
   status.path = song->path;
   if (song->path == fCover.song) status.picture = fCover.file;
   status.durationMs = playback.durationMs;
-  status.canGoNext = fSongs.Neighbour(1) >= 0;
+  status.canGoNext = fOwn.CanSkip(1);
   status.canGoPrevious = true; // at least to its own beginning
   return status;
 }
@@ -319,6 +344,17 @@ void TSonivoApp::Publish(const TPlayerState& state) {
     fPositionTimer.KeepRunning(kMsgTick, kPositionIntervalUs);
   else
     fPositionTimer.Stop();
+}
+
+void TSonivoApp::Choose(const BMessage& message) {
+  TPlayerChoices choices = fOwn.Choices();
+  take_choices(message, &choices);
+  fChoiceSaver.Note(choices);
+  fOwn.SetChoices(choices);
+}
+
+void TSonivoApp::SaveChoices() {
+  if (!fChoiceSaver.Save()) ErrorOccurred("Cannot save the settings of the player");
 }
 
 void TSonivoApp::SaveList() {
@@ -347,6 +383,7 @@ void TSonivoApp::CloseRequested() {
 void TSonivoApp::EndIfAgreed() {
   if (!fCloser.TakeConsent()) return;
   SaveList();
+  SaveChoices();
   fStartTimer.Stop();
   fPlugins.BeginEnd();
   fPlugins.Proceed();

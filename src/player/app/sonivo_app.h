@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/app/application.h"
+#include "player/app/choice_saver.h"
 #include "player/app/command_line.h"
 #include "player/app/errors.h"
 #include "player/app/list_editor.h"
@@ -45,14 +46,16 @@ private:
 
   void StateChanged() override;
   void ErrorOccurred(const std::string& error) override;
+  void SongErrorOccurred(const std::string& error) override;
   void ErrorsResolved() override;
   void UserChose() override;
   void SongBegins() override;
+  void SongIsHeard() override;
   void SongSought(int32 positionMs) override;
   void PositionJumped(int32 positionMs) override;
 
   TPlayerState State() const;
-  TOwnStatus OwnStatus() const;
+  TOwnStatus OwnStatus();
   void Publish(const TPlayerState& state);
 
   bool HandleProgress(const BMessage& message);
@@ -61,7 +64,9 @@ private:
   void TakeOver(const BMessage& message);
   /** Songs go to the list, lyrics to the editor; other files are refused with a word. */
   void TakeDrop(const BMessage& message);
+  void Choose(const BMessage& message);
   void SaveList();
+  void SaveChoices();
   void CloseRequested();
   void EndIfAgreed();
   void EndAfterPlugins();
@@ -75,6 +80,7 @@ private:
   TSourceSwitch fSource;
   TListEditor fList;
   TListSaver fSaver;
+  TChoiceSaver fChoiceSaver;
   TPluginHost fPlugins;
   TWindowCloser fCloser;
   TErrors fErrors;

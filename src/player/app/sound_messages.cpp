@@ -28,6 +28,13 @@ void TSoundMessages::SongEnded(int64 load) {
   Send(about(load, kMsgSongEnded));
 }
 
+void TSoundMessages::SongJoined(int64 load, int64 next, int32 endedMs) {
+  BMessage message = about(load, kMsgSongJoined);
+  message.AddInt64("next", next);
+  message.AddInt32("endedMs", endedMs);
+  Send(message);
+}
+
 void TSoundMessages::SongFailed(int64 load, const std::string& reason) {
   BMessage message = about(load, kMsgSongFailed);
   message.AddString("reason", reason);
@@ -37,5 +44,20 @@ void TSoundMessages::SongFailed(int64 load, const std::string& reason) {
 void TSoundMessages::OutputChanged(bool isSilent) {
   BMessage message(kMsgOutputChanged);
   message.AddBool("silent", isSilent);
+  Send(message);
+}
+
+void TSoundMessages::DevicesFound(const std::vector<TSoundDevice>& devices) {
+  BMessage message(kMsgDevices);
+  for (const TSoundDevice& device : devices) {
+    message.AddString("name", device.name);
+    message.AddString("description", device.description);
+  }
+  Send(message);
+}
+
+void TSoundMessages::DeviceLost(const std::string& device) {
+  BMessage message(kMsgDeviceLost);
+  message.AddString("device", device);
   Send(message);
 }

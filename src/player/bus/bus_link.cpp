@@ -59,6 +59,7 @@ TBusLink::~TBusLink() {
 void TBusLink::Leave() {
   fOther.reset();
   fList.reset();
+  fSleep.reset();
   fBus->unregisterObject(mpris::kPath);
   QCoreApplication::removePostedEvents(fObject.get());
   fBus.reset();
@@ -79,6 +80,8 @@ void TBusLink::Connect() {
   fBus->connect(QString(), kLocalPath, kLocal, "Disconnected", this, SLOT(Disconnected()));
   fBus->registerVirtualObject(mpris::kPath, fObject.get());
   fObject->Show(fStatus, *fBus);
+  fSleep = std::make_unique<TSleepInhibitor>(*fBus);
+  fSleep->Set(fStatus.keepsAwake);
   ClaimName();
   fList =
       std::make_unique<TPlayerList>(*fBus, [this](const TPlayerList::TPlayers& players) { ReportPlayers(players); });
@@ -108,7 +111,9 @@ void TBusLink::Disconnected() {
 
 void TBusLink::Show(const TOwnStatus& status) {
   fStatus = status;
-  if (fBus) fObject->Show(status, *fBus);
+  if (!fBus) return;
+  fObject->Show(status, *fBus);
+  fSleep->Set(status.keepsAwake);
 }
 
 void TBusLink::SignalSeeked(int32 positionMs) {

@@ -3,6 +3,7 @@
 #include "player/bus/other_player.h"
 #include "player/bus/player_list.h"
 #include "player/bus/player_object.h"
+#include "player/bus/sleep_inhibitor.h"
 
 #include <QObject>
 #include <QTimer>
@@ -42,6 +43,7 @@ private:
   TSharedPosition* const fOtherPosition;
   std::unique_ptr<TPlayerObject> fObject;
   std::optional<QDBusConnection> fBus; // empty while disconnected
+  std::unique_ptr<TSleepInhibitor> fSleep;
   std::unique_ptr<TPlayerList> fList;
   std::unique_ptr<TOtherPlayer> fOther;
   TOwnStatus fStatus;

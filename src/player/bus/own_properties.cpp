@@ -7,10 +7,16 @@
 #include <QStringList>
 #include <QUrl>
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 constexpr double kSlowest = 0.25;
 constexpr double kFastest = 2;
+
+/** Indexed by TRepeat. */
+const std::array<QString, 3> kLoopNames{QStringLiteral("None"), QStringLiteral("Track"), QStringLiteral("Playlist")};
 
 QString state_name(int32 state) {
   if (state == TInfoRecord::kPlaying) return QStringLiteral("Playing");
@@ -28,6 +34,8 @@ QVariantMap metadata(const TOwnStatus& status) {
   map["xesam:title"] = QString::fromStdString(status.title);
   map["xesam:url"] = url_of(status.path);
   if (!status.artist.empty()) map["xesam:artist"] = QStringList{QString::fromStdString(status.artist)};
+  if (!status.album.empty()) map["xesam:album"] = QString::fromStdString(status.album);
+  if (status.albumTrack > 0) map["xesam:trackNumber"] = int{status.albumTrack};
   if (status.durationMs > 0) map["mpris:length"] = qlonglong{status.durationMs} * 1000;
   if (!status.picture.empty()) map["mpris:artUrl"] = url_of(status.picture);
   return map;
@@ -37,6 +45,13 @@ QVariantMap metadata(const TOwnStatus& status) {
 
 QString track_path(int64 track) {
   return track == 0 ? mpris::kNoTrack : QStringLiteral("/org/sonivo/track/%1").arg(track);
+}
+
+std::optional<TRepeat> repeat_of(const QVariant& loopStatus) {
+  const bool isText = loopStatus.typeId() == QMetaType::QString;
+  const auto found = std::ranges::find(kLoopNames, isText ? loopStatus.toString() : QString());
+  if (found == kLoopNames.end()) return std::nullopt;
+  return static_cast<TRepeat>(found - kLoopNames.begin());
 }
 
 QVariantMap root_properties() {
@@ -56,8 +71,8 @@ QVariantMap root_properties() {
 QVariantMap player_properties(const TOwnStatus& status) {
   return {
       {"PlaybackStatus", state_name(status.state)},
-      {"LoopStatus", QStringLiteral("None")},
-      {"Shuffle", false},
+      {"LoopStatus", kLoopNames.at(static_cast<size_t>(status.repeat))},
+      {"Shuffle", status.shuffles},
       {"Metadata", metadata(status)},
       {"Rate", status.speedPercent / 100.0},
       {"MinimumRate", kSlowest},

@@ -4,6 +4,7 @@
 #include "player/bus/mpris_names.h"
 #include "player/bus/own_properties.h"
 #include "player/model/bus_messages.h"
+#include "player/model/player_choices.h"
 #include "player/model/player_messages.h"
 #include "player/model/song_address.h"
 
@@ -142,11 +143,25 @@ QDBusMessage TPlayerObject::Set(const QDBusMessage& call, const QString& name, c
   } else if (name == "Rate") {
     send_int(fPlayer, kMsgSpeed, "percent", static_cast<int32>(std::lround(std::clamp(number, 0.0, 10.0) * 100)));
   } else if (name == "LoopStatus" || name == "Shuffle") {
-    return call.createErrorReply(QDBusError::NotSupported, "Songs are played once, in order");
+    if (!ChooseMode(name, value)) return call.createErrorReply(QDBusError::InvalidArgs, "Not a value of " + name);
   } else {
     return call.createErrorReply(QDBusError::PropertyReadOnly, name + " is read-only");
   }
   return call.createReply();
+}
+
+bool TPlayerObject::ChooseMode(const QString& name, const QVariant& value) const {
+  BMessage message(kMsgChoose);
+  const std::optional<TRepeat> repeat = repeat_of(value);
+  if (name == "Shuffle" && value.typeId() == QMetaType::Bool) {
+    message.AddBool(choice::kShuffle, value.toBool());
+  } else if (name == "LoopStatus" && repeat) {
+    message.AddInt32(choice::kRepeat, static_cast<int32>(*repeat));
+  } else {
+    return false;
+  }
+  fPlayer.SendMessage(&message, BMessenger(), 0);
+  return true;
 }
 
 bool TPlayerObject::DoRoot(const QString& method) const {

@@ -27,6 +27,7 @@ private:
   QDBusMessage AnswerProperties(const QDBusMessage& call);
   QVariantMap All(const QString& interface) const;
   QDBusMessage Set(const QDBusMessage& call, const QString& name, const QVariant& value) const;
+  bool ChooseMode(const QString& name, const QVariant& value) const;
   bool DoRoot(const QString& method) const;
   bool DoPlayer(const QString& method, const QVariantList& arguments) const;
   void SetPosition(const QVariantList& arguments) const;

@@ -12,6 +12,8 @@ enum : unsigned int {
   kMsgRepeatFrom = 'plra', // from the current position
   kMsgRepeatTo = 'plrb',   // up to the current position
   kMsgRepeatOff = 'plrx',
+  kMsgChoose = 'plch',      // the changed fields of player/model/player_choices.h
+  kMsgFindDevices = 'plfo', // look for output devices
   // The list. Songs are identified by int64 "id", one or more.
   kMsgAddSongs = 'plad',    // string "path", one or more; int32 "before" (absent: at the end)
   kMsgDropFiles = 'pldf',   // the same fields: songs are added, lyrics opened in the editor, other files refused
@@ -19,10 +21,11 @@ enum : unsigned int {
   kMsgRemoveSongs = 'plrm', // "id"
   kMsgMoveSongs = 'plmv',   // "id"; int32 "before"
   kMsgClearSongs = 'plcl',
-  kMsgSaveList = 'plsv',  // string "path"
-  kMsgTagsFound = 'pltg', // of the songs "id": strings "title", "artist", int32 "durationMs"
-  kMsgCover = 'plcv',     // strings "path" of the song and "file" of its cover
-  kMsgKeep = 'plkp',      // timer: save the list for the next run
+  kMsgSaveList = 'plsv',    // string "path"
+  kMsgTagsFound = 'pltg',   // of the songs "id": the fields of player/list/tag_fields.h
+  kMsgCover = 'plcv',       // strings "path" of the song and "file" of its cover
+  kMsgKeep = 'plkp',        // timer: save the list for the next run
+  kMsgKeepChoices = 'plkc', // timer: save the choices of the menu
   kMsgHandedOver =
       'plho', // from another start of the program: strings "path", string "lyrics", bool "paused"; answered
   // Plug-ins: int32 "index".
@@ -33,10 +36,13 @@ enum : unsigned int {
   kMsgWindowCloses = 'plwc',  // the player is to end
   kMsgLookAtWindows = 'pllw', // timer: have the asked windows gone?
   // From the sound; concerning a song: int64 "load".
-  kMsgSongLoaded = 'psld', // string "title", "artist", int32 "durationMs"
+  kMsgSongLoaded = 'psld', // the fields of player/list/tag_fields.h
   kMsgSongEnded = 'psen',
+  kMsgSongJoined = 'psjn',    // the song ended at int32 "endedMs", and the queued one, int64 "next", has begun
   kMsgSongFailed = 'psfl',    // string "reason"
   kMsgOutputChanged = 'psou', // bool "silent": there is no sound device
+  kMsgDevices = 'psdv',       // output devices: strings "name" and "description"
+  kMsgDeviceLost = 'psdl',    // string "device"
   kMsgTick = 'tick',          // timer: show the position
   kMsgStart = 'plst',
   kMsgFirstSong = 'plfs',    // timer: begin the first song

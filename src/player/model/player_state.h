@@ -1,5 +1,6 @@
 #pragma once
 
+#include "player/model/player_choices.h"
 #include "player/model/playlist.h"
 
 #include <memory>
@@ -44,7 +45,9 @@ struct TPlayerState : TPlayback {
   /** The other player's song, shown instead of the list's; null for this player's own sound. */
   std::shared_ptr<const TSong> otherSong;
   std::vector<TPluginTexts> plugins;
-  std::string errors; // a line each
+  TPlayerChoices choices;
+  std::vector<TSoundDevice> devices; // as found when last asked for
+  std::string errors;                // a line each
 };
 
 /** The song that the window shows as playing; null for none. */

@@ -4,8 +4,8 @@
 #include "player/model/timed_question.h"
 #include "player/sound/mpv_library.h"
 #include "player/sound/song_source.h"
+#include "player/sound/sound_chain.h"
 #include "player/sound/sound_devices.h"
-#include "player/sound/speed_bias.h"
 
 #include "platform/kernel/threads.h"
 #include "platform/support/cut_text.h"
@@ -26,7 +26,6 @@
 
 namespace {
 
-constexpr const char* kStretchFilter = "rubberband";
 /** Seeks take 35 to 90 ms to be heard; a load may have to wait for a slow disk. */
 constexpr bigtime_t kLongestStartUs = 1000000;
 
@@ -75,6 +74,7 @@ constexpr const char* kPlayOptions[][2] = {
     // In order of preference; without a sound device the song plays in real time to the null output.
     {"ao", "pulse,pipewire,alsa,null"}, // the last is kNoDevice
     {"gapless-audio", "weak"},
+    {"prefetch-playlist", "yes"}, // opens the song that follows before the current one ends
     {"audio-fallback-to-null", "yes"},
 };
 
@@ -119,6 +119,17 @@ public:
   void Stop() override {
     Do([this] { StopNow(); });
   }
+  int64 Follow(const std::string& path) override {
+    const int64 load = path.empty() ? 0 : ++fLastLoad;
+    Do([=, this] { Queue(load, path); });
+    return load;
+  }
+  void SetSound(const TSoundChoices& choices) override {
+    Do([=, this] { fChain.Apply(choices); });
+  }
+  void FindDevices() override {
+    Do([this] { Report([devices = fChain.Devices()](TSongEvents& events) { events.DevicesFound(devices); }); });
+  }
   void SetPaused(bool paused) override {
     fPaused = paused;
     Do([=, this] { SetFlag("pause", paused); });
@@ -128,7 +139,7 @@ public:
     Do([=, this] { Command({"seek", std::to_string(positionMs / 1000.0).c_str(), "absolute+exact"}); });
   }
   void SetSpeed(double speed) override {
-    Do([=, this] { ChangeSpeed(speed); });
+    Do([=, this] { fBiasMs = fChain.SetSpeed(speed); });
   }
   void SetVolume(double percent) override {
     Do([=, this] { SetNumber("volume", percent); });
@@ -225,6 +236,7 @@ private:
     }
     library->observe_property(mpv, kOutputProperty, "current-ao", MPV_FORMAT_STRING);
     fTriedDevices = sound_devices();
+    fChain.Begin(mpv);
     fMpv = mpv;
     return true;
   }
@@ -275,8 +287,11 @@ private:
   void Handle(const mpv_event* event) {
     switch (event->event_id) {
     case MPV_EVENT_START_FILE:
-      fEntryId = static_cast<const mpv_event_start_file*>(event->data)->playlist_entry_id;
-      fLoad = fLoadOfEntry[fEntryId];
+      Started(static_cast<const mpv_event_start_file*>(event->data)->playlist_entry_id);
+      break;
+    case MPV_EVENT_IDLE:
+      if (fEndedLoad != 0) // its follower was taken out of the queue at the last moment
+        Report([load = std::exchange(fEndedLoad, 0)](TSongEvents& events) { events.SongEnded(load); });
       break;
     case MPV_EVENT_PLAYBACK_RESTART:
       fExpectedUntil = 0;
@@ -302,6 +317,7 @@ private:
   void PositionAnswered(const mpv_event& event) {
     std::optional<double> seconds;
     if (event.error >= 0) seconds = *static_cast<double*>(static_cast<const mpv_event_property*>(event.data)->data);
+    if (seconds) fHeardMs = static_cast<int32>(std::lround(*seconds * 1000));
     fPosition.Answer(event.reply_userdata, seconds);
   }
 
@@ -309,6 +325,8 @@ private:
   void OutputChanged(const mpv_event_property& output) {
     if (output.format != MPV_FORMAT_STRING) return;
     const bool isSilent = std::string_view(*static_cast<char**>(output.data)) == kNoDevice;
+    if (isSilent && fChain.UseDefaultDevice())
+      Report([this](TSongEvents& events) { events.DeviceLost(fChain.ChosenDevice()); });
     if (std::exchange(fIsSilent, isSilent) == isSilent) return;
     log_error("audio", isSilent ? "no sound device: playing silently" : "a sound device is back");
     Report([isSilent](TSongEvents& events) { events.OutputChanged(isSilent); });
@@ -337,19 +355,47 @@ private:
       return Report([&](TSongEvents& events) { events.SongFailed(load, error); });
     }
     SetFlag("pause", paused);
+    fChain.RetryDevice();
     if (fIsSilent) LookForDevice();
-    fLoadOfEntry[LoadFile(song.text)] = load;
+    fQueuedEntry = -1;
+    fEndedLoad = 0;
+    fLoadOfEntry[LoadFile(song.text, "replace")] = load;
+  }
+
+  void Queue(int64 load, const std::string& path) {
+    if (std::exchange(fQueuedEntry, -1) >= 0) Call({"playlist-clear"}); // keeps the current one
+    const TSongAddress song = song_address(path, "/");
+    if (load == 0 || !song.refusal.empty() || !file_error(song.text, {}).empty()) return;
+    fQueuedEntry = LoadFile(song.text, "append");
+    fLoadOfEntry[fQueuedEntry] = load;
+  }
+
+  void Started(int64 entryId) {
+    fEntryId = entryId;
+    fLoad = fLoadOfEntry[entryId];
+    const int64 ended = std::exchange(fEndedLoad, 0);
+    if (fQueuedEntry == entryId) fQueuedEntry = -1;
+    if (ended == 0) return;
+    ExpectPosition(0);
+    Report([&](TSongEvents& events) { events.SongJoined(ended, fLoad, fHeardMs); });
   }
 
   /** Synchronous: an asynchronous command could be executed after a following load. */
   void StopNow() {
-    const char* arguments[] = {"stop", nullptr};
-    mpv_library()->command_ret(fMpv, arguments, nullptr);
+    fQueuedEntry = -1;
+    fEndedLoad = 0;
+    Call({"stop"});
+  }
+
+  void Call(std::initializer_list<const char*> words) {
+    std::vector<const char*> arguments(words);
+    arguments.push_back(nullptr);
+    mpv_library()->command_ret(fMpv, arguments.data(), nullptr);
   }
 
   /** Returns the library's id for this load, as used by its events. */
-  int64 LoadFile(const std::string& path) {
-    const char* arguments[] = {"loadfile", path.c_str(), "replace", nullptr};
+  int64 LoadFile(const std::string& path, const char* how) {
+    const char* arguments[] = {"loadfile", path.c_str(), how, nullptr};
     mpv_node result{};
     int64 entryId = -1;
     if (mpv_library()->command_ret(fMpv, arguments, &result) < 0) return entryId;
@@ -363,14 +409,20 @@ private:
   void Ended(const mpv_event_end_file& end) {
     if (end.playlist_entry_id != fEntryId) return;
     fLoadOfEntry.erase(fEntryId);
-    if (end.reason == MPV_END_FILE_REASON_EOF) Report([this](TSongEvents& events) { events.SongEnded(fLoad); });
+    const bool isAtEnd = end.reason == MPV_END_FILE_REASON_EOF;
+    if (isAtEnd && fQueuedEntry >= 0) {
+      fEndedLoad = fLoad;
+    } else if (isAtEnd) {
+      Report([this](TSongEvents& events) { events.SongEnded(fLoad); });
+    }
     if (end.reason == MPV_END_FILE_REASON_ERROR) {
       Report([&](TSongEvents& events) { events.SongFailed(fLoad, mpv_library()->error_string(end.error)); });
     }
   }
 
   TSongTags ReadTags() {
-    TSongTags tags{Text("metadata/by-key/title"), Text("metadata/by-key/artist"), 0};
+    TSongTags tags{Text("metadata/by-key/title"), Text("metadata/by-key/artist"), 0, Text("metadata/by-key/album"),
+                   track_number(Text("metadata/by-key/track"))};
     double seconds = 0;
     if (mpv_library()->get_property(fMpv, "duration", MPV_FORMAT_DOUBLE, &seconds) >= 0) {
       tags.durationMs = static_cast<int32>(std::clamp(seconds * 1000, 0.0, 2147483647.0));
@@ -383,20 +435,6 @@ private:
     std::string text(cut_text(value ? value : ""));
     mpv_library()->free(value);
     return text;
-  }
-
-  /** The library's own time stretching is off by up to 14 ms, audibly; the filter's offset is constant. */
-  void ChangeSpeed(double speed) {
-    const bool stretched = speed != 1.0;
-    if (stretched != fStretched) {
-      fHasFilter = stretched && mpv_library()->set_property_string(fMpv, "af", kStretchFilter) >= 0;
-      if (!stretched) mpv_library()->set_property_string(fMpv, "af", "");
-      if (stretched && !fHasFilter)
-        log_error("audio", "no filter 'rubberband': positions at other speeds are less exact");
-      fStretched = stretched;
-    }
-    SetNumber("speed", speed);
-    fBiasMs = fHasFilter ? speed_bias_ms(speed) : 0;
   }
 
   void Command(std::initializer_list<const char*> words) {
@@ -443,8 +481,10 @@ private:
   bigtime_t fNextLookUs = 0;
   std::string fTriedDevices; // fingerprint at the last try
   int fTriesLeft = 0;
-  bool fStretched = false;
-  bool fHasFilter = false;
+  TSoundChain fChain;
+  int64 fQueuedEntry = -1;
+  int64 fEndedLoad = 0; // its queued follower is about to start; 0 for none
+  int32 fHeardMs = 0;   // as last reported
 };
 
 } // namespace

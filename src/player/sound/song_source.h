@@ -1,9 +1,11 @@
 #pragma once
 
+#include "player/model/player_choices.h"
 #include "player/model/song_tags.h"
 
 #include <memory>
 #include <string>
+#include <vector>
 
 /** Callbacks of a source, on its own thread; they must not block. `load` is the number that `Load` returned, so that
     reports about a song that was replaced meanwhile can be discarded. */
@@ -15,9 +17,15 @@ public:
   virtual ~TSongEvents() = default;
   virtual void SongLoaded(int64 load, const TSongTags& tags) = 0;
   virtual void SongEnded(int64 load) = 0;
+  /** `load` ended at that position, and `next`, which Follow had queued, has begun without a gap. */
+  virtual void SongJoined(int64 /*load*/, int64 /*next*/, int32 /*endedMs*/) {}
   virtual void SongFailed(int64 load, const std::string& reason) = 0;
   /** `isSilent`: there is no sound device; the song plays on in real time without sound. */
   virtual void OutputChanged(bool /*isSilent*/) {}
+  virtual void DevicesFound(const std::vector<TSoundDevice>& /*devices*/) {}
+  /** The chosen device cannot be used: the song plays on the default one. The chosen one is tried again with the next
+      song. */
+  virtual void DeviceLost(const std::string& /*device*/) {}
 };
 
 /** Controls a loaded song, whichever player outputs its sound. No call waits for the sound. */
@@ -47,6 +55,12 @@ public:
   /** Begins the song, replacing the current one. Returns the number of this load, which differs each time. */
   virtual int64 Load(const std::string& path, bool paused) = 0;
   virtual void Stop() = 0;
+  /** Queues the song that follows the current one without a gap, replacing the one queued before; an empty path for
+      none. Load and Stop clear the queue, too. Returns the load number of that song. */
+  virtual int64 Follow(const std::string& /*path*/) { return 0; }
+  virtual void SetSound(const TSoundChoices& /*choices*/) {}
+  /** Reported by DevicesFound. */
+  virtual void FindDevices() {}
 };
 
 /** A source over the audio library, which is loaded lazily, at the first song, on a thread of its own. Releasing the

@@ -205,9 +205,9 @@ void TPlayerWidget::ShowErrors(const std::string& errors) {
   fErrorLabel->setVisible(!errors.empty());
 }
 
-/** Only of songs that the sound could begin. */
+/** Only of songs that the sound could begin; they stay when the song has ended. */
 void TPlayerWidget::ShowPictures(const TPlayerState& state) {
-  const TSong* const song = state.isLoaded ? shown_song(state) : nullptr;
+  const TSong* const song = shown_song(state);
   const bool isKnown = song && song->played && song->error.empty();
   if (fPictures == nullptr && !isKnown) return;
   if (fPictures == nullptr) {

@@ -13,3 +13,16 @@ TEST(Errors, TheLastFewAreShownAndTheOthersCounted) {
   EXPECT_FALSE(errors.Clear());
   EXPECT_EQ(errors.Text(), "");
 }
+
+TEST(Errors, ThatOfASongStayedForTheWholeAlbum) {
+  TErrors errors;
+  errors.Add("no session bus");
+  errors.Add("a cannot be played", TErrors::TLife::kOfSong);
+  errors.SongIsHeard();
+  errors.Add("b is truncated", TErrors::TLife::kOfSong);
+  EXPECT_EQ(errors.Text(), "no session bus\na cannot be played\nb is truncated");
+  errors.SongIsHeard();
+  EXPECT_EQ(errors.Text(), "no session bus\nb is truncated");
+  errors.SongIsHeard();
+  EXPECT_EQ(errors.Text(), "no session bus");
+}

@@ -12,6 +12,12 @@ struct SongListener : TSongEvents {
   void SongLoaded(int64 load, const TSongTags& tags) override {
     Change([&] { fTags = tags, fLoaded = load; });
   }
+  void SongJoined(int64 load, int64 next, int32) override {
+    Change([&] { fEnded = load, fJoined = next; });
+  }
+  void DeviceLost(const std::string& device) override {
+    Change([&] { fLostDevice = device; });
+  }
   void SongEnded(int64 load) override {
     Change([&] { fEnded = load; });
   }
@@ -25,9 +31,10 @@ struct SongListener : TSongEvents {
     std::unique_lock lock(fMutex);
     return fChanged.wait_for(lock, std::chrono::seconds(30), [&] { return fIsSilent == isSilent; });
   }
-  bool Wait(const int64& which, int64 load) {
+  template <typename Value>
+  bool Wait(const Value& which, const Value& expected) {
     std::unique_lock lock(fMutex);
-    return fChanged.wait_for(lock, std::chrono::seconds(30), [&] { return which == load; });
+    return fChanged.wait_for(lock, std::chrono::seconds(30), [&] { return which == expected; });
   }
   std::string Reason() {
     const std::lock_guard lock(fMutex);
@@ -36,6 +43,8 @@ struct SongListener : TSongEvents {
   int64 fLoaded = 0;
   int64 fEnded = 0;
   int64 fFailed = 0;
+  int64 fJoined = 0;
+  std::string fLostDevice;
   bool fIsSilent = false;
   TSongTags fTags;
 

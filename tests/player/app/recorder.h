@@ -9,9 +9,11 @@
 struct TRecorder final : TPlayerEvents {
   void StateChanged() override {}
   void ErrorOccurred(const std::string& error) override { errors.push_back(error); }
+  void SongErrorOccurred(const std::string& error) override { errors.push_back(error); }
   void ErrorsResolved() override { errors.clear(); }
   void UserChose() override { ++choices; }
   void SongBegins() override { ++begun; }
+  void SongIsHeard() override {}
   void SongSought(int32 positionMs) override { soughtMs.push_back(positionMs); }
   void PositionJumped(int32 positionMs) override { shownMs.push_back(positionMs); }
 

@@ -32,7 +32,7 @@ struct Transports : testing::Test {
 
   void Report(uint32 what, int64 load) {
     BMessage message = message_of(what, "load", load);
-    add_tags(&message, {"Title", "Artist", StillSource::kDurationMs});
+    add_tags(&message, {"Title", "Artist", StillSource::kDurationMs, "Album", 1});
     EXPECT_TRUE(fOwn.Handle(message));
   }
   void ReportPlayers(std::initializer_list<const char*> ids, bool isReachable = true) {
@@ -103,6 +103,35 @@ TEST_F(Transports, PreviousGoesToTheBeginningFirst) {
   Report(kMsgSongLoaded, fOwn.LoadNumber());
   fOwn.SeekBy(StillSource::kDurationMs + 1);
   EXPECT_EQ(fSongs.Current(), 1) << "beyond the end the next song follows";
+}
+
+TEST_F(Transports, TheNextSongOfTheAlbumIsQueuedNearTheEndAndTakenWhenItHasBegun) {
+  const auto play_to_the_end = [this](int32 index) {
+    fOwn.PlaySong(index, false);
+    Report(kMsgSongLoaded, fOwn.LoadNumber());
+    fAccount.positionMs = StillSource::kDurationMs - 1000;
+    fOwn.Tick();
+  };
+  const auto join = [this](int64 next) {
+    fOwn.Handle(
+        message_of(kMsgSongJoined, "load", fOwn.LoadNumber(), "next", next, "endedMs", StillSource::kDurationMs));
+  };
+  for (int32 i = 0; i < 3; ++i) fSongs.Edit(i)->album = i < 2 ? "Album" : "Other album";
+  play_to_the_end(0);
+  EXPECT_EQ(fAccount.followed, "/b.mp3");
+  const int64 first = fOwn.LoadNumber();
+  join(first + 1);
+  EXPECT_EQ(fSongs.Current(), 1);
+  EXPECT_EQ(fOwn.LoadNumber(), first + 1) << "not loaded a second time";
+  fAccount.followed.clear();
+  play_to_the_end(1);
+  EXPECT_EQ(fAccount.followed, "") << "another album";
+  play_to_the_end(0);
+  fOwn.SetChoices({.modes = {.stopsAfterSong = true}});
+  join(fOwn.LoadNumber() + 1); // too late to take the song out of the queue
+  EXPECT_FALSE(fOwn.Playback().isLoaded);
+  EXPECT_FALSE(fOwn.Choices().modes.stopsAfterSong) << "this once";
+  EXPECT_THAT(fRecorder.errors, IsEmpty());
 }
 
 TEST_F(Transports, TheKeptPositionIsResumedInTheListsSongEvenIfAnotherPlayerIsTheSourceByThen) {

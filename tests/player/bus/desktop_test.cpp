@@ -1,5 +1,6 @@
 /** The player as the desktop sees it: driven by playerctl and dbus-send. */
 
+#include "player/app/choice_saver.h"
 #include "player/model/bus_messages.h"
 #include "player/model/player_messages.h"
 #include "plugin/message_codes.h"
@@ -97,9 +98,31 @@ TEST_F(Desktop, SeeksAndSetsVolumeAndRateWithinTheirBounds) {
   Expect("0.400000", [] { return playerctl("volume"); });
   property("Rate", "double:9");
   Expect("   variant       double 2", [] { return property("Rate"); });
-  EXPECT_NE(property("LoopStatus", "string:Track").find("NotSupported"), std::string::npos);
   EXPECT_NE(property("Metadata", "string:x").find("PropertyReadOnly"), std::string::npos);
   EXPECT_NE(property("Nonsense").find("UnknownProperty"), std::string::npos);
+}
+
+TEST_F(Desktop, TheOrderIsChosenAndKeptForTheNextStart) {
+  const auto modes = [] { return playerctl("shuffle") + " " + playerctl("loop"); };
+  EXPECT_EQ(modes(), "Off None");
+  EXPECT_EQ(playerctl("metadata --format '{{xesam:album}}|{{xesam:trackNumber}}'"), "Album|7");
+  playerctl("next");
+  ExpectTitle("/music/two.mp3");
+  playerctl("loop Playlist");
+  Expect("Off Playlist", modes);
+  playerctl("next");
+  ExpectTitle("/music/one song.mp3");
+  playerctl("shuffle On");
+  playerctl("loop Track");
+  Expect("On Track", modes);
+  for (const char* value : {"string:Never", "int32:1", "boolean:true"})
+    EXPECT_NE(property("LoopStatus", value).find("InvalidArgs"), std::string::npos) << value;
+  for (const char* value : {"string:true", "int32:1"})
+    EXPECT_NE(property("Shuffle", value).find("InvalidArgs"), std::string::npos) << value;
+  tell_player(BMessage(kMsgKeepChoices));
+  wait_for(BMessenger(TSonivoApp::kSignature));
+  const TPlayerChoices kept = TChoiceSaver(BMessenger()).Load();
+  EXPECT_EQ(kept.modes, (TPlayingModes{.shuffles = true, .repeat = TRepeat::kSong}));
 }
 
 TEST_F(Desktop, OpensAFileAndGoesOnWithoutTheBus) {

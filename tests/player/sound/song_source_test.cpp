@@ -105,3 +105,28 @@ TEST_F(SongSource, ARangeIsRepeatedUntilThatIsCancelled) {
   fSource->SetRepeat(-1, -1);
   EXPECT_TRUE(fListener.Wait(fListener.fEnded, load)) << "it goes on to its end";
 }
+
+TEST_F(SongSource, TheSongThatFollowsBeginsByItself) {
+  const int64 first = LoadSilence(2, false);
+  fSource->Follow(fFolder.Write("no.wav", silent_wav(2)));
+  const int64 second = fSource->Follow(fFolder.Write("b.wav", silent_wav(6)));
+  EXPECT_TRUE(fListener.Wait(fListener.fJoined, second)) << "the one queued last";
+  EXPECT_EQ(fListener.fEnded, first);
+  EXPECT_TRUE(fListener.Wait(fListener.fLoaded, second));
+  EXPECT_LT(fSource->PositionMs(), 1000) << "of the second song";
+  fSource->Follow(fFolder.File("no.wav"));
+  fSource->Follow({});
+  EXPECT_TRUE(fListener.Wait(fListener.fEnded, second));
+  EXPECT_EQ(fListener.fJoined, second) << "nothing follows";
+}
+
+TEST_F(SongSource, WithFiltersTheSongPlaysOnAndAMissingDeviceIsReplaced) {
+  SoundServer server;
+  fSource->SetSound({TReplayGain::kAlbum, 40, true, {6, -3}, true, "pulse/none"});
+  const int64 load = LoadSilence(4, false);
+  EXPECT_TRUE(fListener.Wait(fListener.fLostDevice, std::string("pulse/none")));
+  EXPECT_TRUE(fListener.WaitForOutput(false));
+  fSource->SetSpeed(2);
+  fSource->SetSound({});
+  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load));
+}

@@ -15,16 +15,21 @@ struct StillSource : TSongSource {
     std::atomic<int> seeks{0};
     std::atomic<int32> fromMs{-1};
     std::atomic<int32> toMs{-1};
+    std::string followed; // queued by Follow; for tests that call the source's user themselves
   };
   static constexpr int32 kDurationMs = 60000;
 
   StillSource(TSongEvents* events, Account* account) : fEvents(events), fAccount(account) {}
   int64 Load(const std::string& path, bool) override {
     fAccount->positionMs = 0;
-    fEvents->SongLoaded(++fLoads, {"Title of " + path, "Somebody", kDurationMs});
+    fEvents->SongLoaded(++fLoads, {"Title of " + path, "Somebody", kDurationMs, "Album", 7});
     return fLoads;
   }
-  void Stop() override {}
+  void Stop() override { fAccount->followed.clear(); }
+  int64 Follow(const std::string& path) override {
+    fAccount->followed = path;
+    return path.empty() ? 0 : ++fLoads;
+  }
   void SetPaused(bool) override {}
   void SeekTo(int32 positionMs) override {
     ++fAccount->seeks;

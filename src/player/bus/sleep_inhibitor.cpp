@@ -1,0 +1,83 @@
+#include "player/bus/sleep_inhibitor.h"
+
+#include "platform/support/log.h"
+
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+
+#include <array>
+#include <utility>
+
+namespace {
+
+const QString kApplication = QStringLiteral("Sonivo");
+const QString kReason = QStringLiteral("Playing music");
+constexpr uint kSuspend = 4;
+
+struct TService {
+  const char* name;
+  const char* path;
+  const char* interface;
+  const char* release; // the method that takes the cookie; null: the answer is an object with the method Close
+};
+
+constexpr std::array kServices{
+    TService{"org.freedesktop.PowerManagement", "/org/freedesktop/PowerManagement/Inhibit",
+             "org.freedesktop.PowerManagement.Inhibit", "UnInhibit"},
+    TService{"org.gnome.SessionManager", "/org/gnome/SessionManager", "org.gnome.SessionManager", "Uninhibit"},
+    TService{"org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Inhibit",
+             nullptr},
+};
+
+QVariantList arguments_for(size_t service) {
+  if (service == 0) return {kApplication, kReason};
+  if (service == 1) return {kApplication, 0U, kReason, kSuspend};
+  return {QString(), kSuspend, QVariantMap{{"reason", kReason}}};
+}
+
+QDBusMessage call_of(const TService& service, const char* method) {
+  QDBusMessage call = QDBusMessage::createMethodCall(service.name, service.path, service.interface, method);
+  call.setAutoStartService(false);
+  return call;
+}
+
+std::optional<QDBusMessage> release_call(const TService& service, const QVariant& answer) {
+  if (service.release == nullptr) {
+    const QString request = answer.value<QDBusObjectPath>().path();
+    if (request.isEmpty()) return std::nullopt;
+    return QDBusMessage::createMethodCall(service.name, request, "org.freedesktop.portal.Request", "Close");
+  }
+  if (answer.typeId() != QMetaType::UInt) return std::nullopt;
+  QDBusMessage call = call_of(service, service.release);
+  call.setArguments({answer});
+  return call;
+}
+
+} // namespace
+
+void TSleepInhibitor::Set(bool isOn) {
+  if (std::exchange(fIsWanted, isOn) == isOn) return;
+  if (!isOn && fRelease) fBus.send(*std::exchange(fRelease, std::nullopt));
+  if (isOn && !fIsAsking) Ask(0);
+}
+
+void TSleepInhibitor::Ask(size_t service) {
+  fIsAsking = service < kServices.size();
+  if (!fIsAsking) return log_error("bus", "no service on the session bus keeps the computer awake");
+  QDBusMessage call = call_of(kServices[service], "Inhibit");
+  call.setArguments(arguments_for(service));
+  auto* const watcher = new QDBusPendingCallWatcher(fBus.asyncCall(call), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, service](QDBusPendingCallWatcher* finished) {
+    finished->deleteLater();
+    Granted(service, finished->reply());
+  });
+}
+
+/** It may not be wanted any more, or again, by the time of the answer. */
+void TSleepInhibitor::Granted(size_t service, const QDBusMessage& answer) {
+  const bool isGranted = answer.type() == QDBusMessage::ReplyMessage;
+  if (isGranted) fRelease = release_call(kServices[service], answer.arguments().value(0));
+  if (!isGranted && fIsWanted) return Ask(service + 1);
+  fIsAsking = false;
+  if (!fIsWanted && fRelease) fBus.send(*std::exchange(fRelease, std::nullopt));
+}

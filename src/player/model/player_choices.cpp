@@ -1,0 +1,65 @@
+#include "player/model/player_choices.h"
+
+#include "platform/app/message.h"
+
+namespace {
+
+constexpr bool is_allowed(status_t status) {
+  return status == B_OK || status == B_NAME_NOT_FOUND;
+}
+
+bool take(const BMessage& archive, const char* name, bool* value) {
+  return is_allowed(archive.FindBool(name, value));
+}
+
+bool take(const BMessage& archive, const char* name, int32 lowest, int32 highest, int32* value, int32 index = 0) {
+  int32 found = *value;
+  if (!is_allowed(archive.FindInt32(name, index, &found)) || found < lowest || found > highest) return false;
+  *value = found;
+  return true;
+}
+
+template <typename Enum>
+bool take(const BMessage& archive, const char* name, Enum highest, Enum* value) {
+  auto number = static_cast<int32>(*value);
+  if (!take(archive, name, 0, static_cast<int32>(highest), &number)) return false;
+  *value = static_cast<Enum>(number);
+  return true;
+}
+
+bool take_device(const BMessage& archive, std::string* device) {
+  std::string found = *device;
+  if (!is_allowed(archive.FindString(choice::kDevice, &found)) || found.size() > kLongestDevice) return false;
+  *device = found;
+  return true;
+}
+
+} // namespace
+
+bool archive_choices(const TPlayerChoices& choices, BMessage* archive) {
+  const TSoundChoices& sound = choices.sound;
+  bool all = archive->AddBool(choice::kShuffle, choices.modes.shuffles) == B_OK;
+  all &= archive->AddInt32(choice::kRepeat, static_cast<int32>(choices.modes.repeat)) == B_OK;
+  all &= archive->AddInt32(choice::kReplayGain, static_cast<int32>(sound.replayGain)) == B_OK;
+  all &= archive->AddInt32(choice::kBalance, sound.balancePercent) == B_OK;
+  all &= archive->AddBool(choice::kEqualizer, sound.isEqualized) == B_OK;
+  for (const int32 db : sound.bandsDb) all &= archive->AddInt32(choice::kBand, db) == B_OK;
+  all &= archive->AddBool(choice::kGapless, sound.isGapless) == B_OK;
+  all &= archive->AddString(choice::kDevice, sound.device) == B_OK;
+  return all && archive->AddBool(choice::kKeepsAwake, choices.keepsAwake) == B_OK;
+}
+
+bool take_choices(const BMessage& archive, TPlayerChoices* choices) {
+  TSoundChoices& sound = choices->sound;
+  bool all = take(archive, choice::kShuffle, &choices->modes.shuffles);
+  all &= take(archive, choice::kRepeat, TRepeat::kList, &choices->modes.repeat);
+  all &= take(archive, choice::kStopAfter, &choices->modes.stopsAfterSong);
+  all &= take(archive, choice::kReplayGain, TReplayGain::kAlbum, &sound.replayGain);
+  all &= take(archive, choice::kBalance, -100, 100, &sound.balancePercent);
+  all &= take(archive, choice::kEqualizer, &sound.isEqualized);
+  for (size_t i = 0; i < kBandsHz.size(); ++i)
+    all &= take(archive, choice::kBand, -kMostBandDb, kMostBandDb, &sound.bandsDb[i], static_cast<int32>(i));
+  all &= take(archive, choice::kGapless, &sound.isGapless);
+  all &= take_device(archive, &sound.device);
+  return all & take(archive, choice::kKeepsAwake, &choices->keepsAwake);
+}

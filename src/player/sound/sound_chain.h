@@ -1,0 +1,38 @@
+#pragma once
+
+#include "player/model/player_choices.h"
+
+#include <string>
+#include <vector>
+
+struct mpv_handle;
+
+/** What the audio library does with the sound before it puts it out: speed, filters, ReplayGain, and the device. Used
+   by the source's thread only, since a sound server that hangs blocks the library. */
+class TSoundChain {
+public:
+  /** `mpv` outlives the last call. */
+  void Begin(mpv_handle* mpv) { fMpv = mpv; }
+  void Apply(const TSoundChoices& choices);
+  /** The devices of the sound server, or else of the system. */
+  std::vector<TSoundDevice> Devices() const;
+  /** Leaves the chosen device for the default one. False if that was used already. */
+  bool UseDefaultDevice();
+  /** Uses the chosen device again if it has come back. */
+  void RetryDevice();
+  const std::string& ChosenDevice() const { return fChoices.device; }
+  /** Returns by how many ms the reported position is ahead of the sound at that speed. */
+  double SetSpeed(double speed);
+
+private:
+  bool SetFilters(const std::string& filters);
+  void UpdateFilters();
+  void SetText(const char* name, const std::string& value);
+
+  mpv_handle* fMpv = nullptr;
+  TSoundChoices fChoices;
+  double fSpeed = 1;
+  bool fHasStretchFilter = false;
+  std::string fFilters;       // as set
+  bool fIsDeviceLost = false; // the chosen one
+};
