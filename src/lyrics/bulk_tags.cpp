@@ -46,6 +46,10 @@ void shift_time_tags(std::list<std::string>* lines, long offsetMs) {
   rewrite_tags(lines, [shift](long time, const bool* extended) { return time + shift.Step(*extended); });
 }
 
+long shift_step(long offsetMs, bool isExtended) {
+  return TShift(offsetMs).Step(isExtended);
+}
+
 size_t count_tags_piled_at_zero(const std::vector<std::string>& lines, long offsetMs) {
   const TShift shift(offsetMs);
   size_t count = 0;

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <list>
+#include <string>
+#include <vector>
+
+/** Commands on the times within lines. A line's own tag is changed by bulk_tags.h. Pure: any thread. */
+
+/** What bulk_tags.h does to the lines, with the times within them. */
+void shift_tags_and_words(std::list<std::string>* lines, long offsetMs);
+void convert_tags_and_words(std::list<std::string>* lines, bool toExtended);
+void delete_tags_and_words(std::list<std::string>* lines);
+
+/** The line without any time tag. */
+std::string without_times(const std::string& line);
+
+bool has_word_times(const std::string& line);
+
+/** The line `to` with the word times of `from`, as far from its own tag as there; `to` unchanged unless both have a tag
+    and the same text. */
+std::string with_word_times_of(const std::string& from, const std::string& to);
