@@ -22,6 +22,9 @@ const std::string kNew = std::string("a line\n[00:02]another\n\0", 23);
 
 class Saves : public EditorByHand {
 protected:
+  Saves() { setenv("TMPDIR", fTemporary.Path().c_str(), 1); }
+  ~Saves() override { unsetenv("TMPDIR"); }
+
   /** Does it, answering messages; returns the texts of these. */
   std::vector<std::string> ToldBy(const std::function<void()>& act) {
     std::atomic<bool> isDone{false};
@@ -47,6 +50,7 @@ protected:
     Open(folder + "/a.lrc");
     Change();
   }
+  const ScratchFolder fTemporary; // the last resort for texts that no file takes
   /** Saves with failing calls; false when there are no further calls. */
   bool SaveFailing(const std::string& shape, int call, const Error& error, bool areAll) {
     SCOPED_TRACE(shape + ", call " + std::to_string(call) + ", " + error.name + (areAll ? " from then on" : ""));

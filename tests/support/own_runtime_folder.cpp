@@ -11,7 +11,6 @@ struct OwnRuntimeFolder {
   OwnRuntimeFolder() {
     setenv("XDG_RUNTIME_DIR", fFolder.Path().c_str(), 1);
     setenv("XDG_STATE_HOME", fFolder.File("state").c_str(), 1);
-    setenv("TMPDIR", fFolder.Path().c_str(), 1); // where texts are kept that no other folder takes
     setenv("XDG_DATA_HOME", fFolder.File("data").c_str(), 1);
     setenv("XDG_DATA_DIRS", fFolder.File("data").c_str(), 1);
   }

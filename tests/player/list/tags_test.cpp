@@ -107,7 +107,7 @@ TEST(TagAsker, BeginsWithVisibleSongsAndAsksOnceAboutEachWithoutTags) {
   EXPECT_EQ(asker.Ask(3), question("/a")) << "after the last row from the start";
   asker.GiveUp();
   EXPECT_EQ(asker.Ask(-1), question("/b")) << "the one that was given up is not asked about again";
-  EXPECT_FALSE(asker.Take(std::string("a\0b\0c\0d\0", 8))) << "no answer";
+  EXPECT_FALSE(asker.Take(std::string("a\0b\0c\0d\0e\0f\0", 12))) << "no answer";
   asker.GiveUp();
   EXPECT_EQ(asker.Ask(0), "");
   EXPECT_FALSE(asker.Take("x")) << "nothing was asked";
