@@ -7,38 +7,49 @@
 #include <exception>
 #include <utility>
 
-void TSongLyricsJob::Start(uint32 doneCode, std::function<void(const std::stop_token&)> work) {
-  fIsRunning = true;
-  fIsDone = false;
-  fThread = std::jthread([this, doneCode, work = std::move(work)](const std::stop_token& stop) {
+namespace {
+/** A killed program ends at once, unless the kernel is waiting for its disk. */
+constexpr std::chrono::seconds kPatience{1};
+} // namespace
+
+TSongLyricsJob::TSongLyricsJob(const BMessenger& owner, TReader read)
+    : fOwner(owner), fRead(std::move(read)), fThread(kPatience) {}
+
+TSongLyricsJob::~TSongLyricsJob() {
+  fWork->stop.request_stop();
+}
+
+void TSongLyricsJob::Start(uint32 doneCode, std::function<void(TWork&)> work) {
+  fWork->isDone = false;
+  const auto run = [owner = fOwner, doneCode, state = fWork, doWork = std::move(work)](TAbandonableThread::TProgress*) {
     try {
-      work(stop);
+      doWork(*state);
     } catch (const std::exception& error) {
       log_error("song lyrics", error.what());
     }
-    fIsDone = true;
-    if (!stop.stop_requested()) fOwner.SendCoalesced(doneCode);
-  });
+    state->isDone = true;
+    if (!state->stop.stop_requested()) owner.SendCoalesced(doneCode);
+  };
+  fIsRunning = fThread.Start("song lyrics", run);
 }
 
 void TSongLyricsJob::Read(const std::string& song) {
   if (fIsRunning) return;
-  fSong = song;
-  fReading = {};
-  Start(kMsgSongLyricsRead, [this](const std::stop_token& stop) { fReading = read_song_lyrics(fSong, stop); });
+  fWork->song = song;
+  fWork->reading = {};
+  Start(kMsgSongLyricsRead, [read = fRead](TWork& work) { work.reading = read(work.song, work.stop.get_token()); });
 }
 
 void TSongLyricsJob::Write(const std::string& text) {
   if (fIsRunning) return;
-  fWritten = TSongStatus::kFailed;
-  Start(kMsgSongLyricsWritten, [this, text](const std::stop_token& stop) {
-    fWritten = write_song_lyrics(fSong, fReading.lyrics.state, text, stop);
+  fWork->written = TSongStatus::kFailed;
+  Start(kMsgSongLyricsWritten, [text](TWork& work) {
+    work.written = write_song_lyrics(work.song, work.reading.lyrics.state, text, work.stop.get_token());
   });
 }
 
 bool TSongLyricsJob::Finish() {
-  if (!fIsDone) return false;
-  if (fThread.joinable()) fThread.join(); // it only ends now
+  if (!fWork->isDone) return false;
   fIsRunning = false;
   return true;
 }
