@@ -70,6 +70,9 @@ bool TVesmoDCommMan::HandleNotice(BMessage* message) {
   case kMsgStampHint:
     StampHintCame(*message);
     return true;
+  case kMsgOptionsChosen:
+    gPref->UnarchiveOptions(*message);
+    return true;
   case kMsgStayOnTop:
   case kMsgToolBar:
   case kMsgPollInterval:

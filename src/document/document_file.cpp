@@ -6,15 +6,16 @@
 #include "language/llt.h"
 #include "lyrics/line_limit.h"
 #include "platform/app/message.h"
-#include "plugin/file_choices.h"
+
 #include "plugin/message_codes.h"
+#include "plugin/pref.h"
 
 namespace {
 
 /** In the encoding that the user has chosen, if it is one that is not detected. */
 TReadChoice choice_for(const TDocument& document) {
   const TEncoding encoding = document.Form().encoding;
-  return {load_file_choices().recognisesCommon, is_foreign(encoding) ? std::optional(encoding) : std::nullopt};
+  return {gPref->Values()->recognisesCommon, is_foreign(encoding) ? std::optional(encoding) : std::nullopt};
 }
 
 } // namespace

@@ -11,7 +11,6 @@
 #include "platform/app/message.h"
 #include "platform/interface/view.h"
 #include "platform/interface/window.h"
-#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
@@ -21,8 +20,7 @@ namespace {
 
 TLyricsForm form_of_new_documents() {
   const auto settings = gPref->Values();
-  return {encoding_of(settings->writeEncoding), line_end_of(settings->writeCRType),
-          dialect_of(load_file_choices().newDialect)};
+  return {encoding_of(settings->writeEncoding), line_end_of(settings->writeCRType), dialect_of(settings->newDialect)};
 }
 
 } // namespace

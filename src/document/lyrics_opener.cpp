@@ -20,7 +20,6 @@
 #include "platform/storage/entry.h"
 #include "platform/storage/file.h"
 #include "platform/storage/node_info.h"
-#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
@@ -122,7 +121,7 @@ void TLyricsOpener::RefsReceived(const BMessage& message) {
   if (!IsTextOrWanted(ref)) return;
   const entry_ref source = copy_to_open_instead(ref).value_or(ref);
   if (has_too_many_lines(source)) return tell(too_many_lines_text(source));
-  std::optional<TOpenedLyrics> opened = open_lyrics(ref, source, {load_file_choices().recognisesCommon, {}});
+  std::optional<TOpenedLyrics> opened = open_lyrics(ref, source, {gPref->Values()->recognisesCommon, {}});
   if (!opened) return tell(cannot_load_text(ref));
   fParts.loader->Show(*opened);
   koreva::invoke_next_msg(&message);
@@ -136,7 +135,7 @@ void TLyricsOpener::ReopenRqtd(const BMessage& message) {
   if (!fParts.saving->AskSave(message, fOwner)) return;
   std::optional<TOpenedLyrics> opened;
   if (!has_too_many_lines(file))
-    opened = open_lyrics(file, file, {load_file_choices().recognisesCommon, any_encoding_of(number)});
+    opened = open_lyrics(file, file, {gPref->Values()->recognisesCommon, any_encoding_of(number)});
   if (!opened) return tell(cannot_load_text(file));
   fParts.loader->Show(*opened);
   fParts.offers->WithdrawEncoding(); // the user has chosen

@@ -16,8 +16,9 @@
 #include "platform/interface/view.h"
 #include "platform/interface/window.h"
 #include "platform/storage/entry.h"
-#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
+#include "plugin/pref.h"
+#include "plugin/shared_prefs.h"
 
 #include <filesystem>
 
@@ -92,7 +93,7 @@ void TPlayerCopier::Copy(const entry_ref& songLyrics) {
   fUnsavedCopy = fDocument->File().IsEmpty() ? path : std::string();
   fUnsavedNumber = fDocument->Number();
   fSession->Report(gLLT->Text("StatBarStr_Copied_For_Players") + path);
-  if (!load_file_choices().renewsCopies) OfferToRenew(target.name);
+  if (!gPref->Values()->renewsCopies) OfferToRenew(target.name);
 }
 
 /** The document has the very name that other players look for. */
@@ -147,15 +148,18 @@ void TPlayerCopier::OfferToRenew(const std::string& name) {
 
 void TPlayerCopier::RenewRqtd() {
   fNotices->RemoveNotice(kRenewNotice);
-  TFileChoices choices = load_file_choices();
-  choices.renewsCopies = true;
-  const bool isStored = store_file_choices(choices);
+  BMessage change(kMsgOptions);
+  change.AddBool("RnwC", true);
+  gPref->UnarchiveOptions(change);
+  const bool isStored = store_shared_prefs({change}, *gPref->Values());
+  change.what = kMsgOptionsChosen;
+  fView->Window()->PostMessage(&change);
   fSession->Report(gLLT->Text(isStored ? "StatBarStr_Copies_Renewed" : "Pref_Err_Store"));
 }
 
 std::string TPlayerCopier::Renew() {
   fNotices->RemoveNotice(kChangedCopyNotice);
-  if (!load_file_choices().renewsCopies) return {};
+  if (!gPref->Values()->renewsCopies) return {};
   TPlayerCopies copies = TPlayerCopies::Stored();
   const auto copy = copies.Of(fDocument->File().FullPath());
   const bool wasUnsaved = fUnsavedNumber == fDocument->Number();

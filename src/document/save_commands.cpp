@@ -14,8 +14,8 @@
 #include "platform/interface/window.h"
 #include "platform/storage/file.h"
 #include "platform/storage/node_info.h"
-#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
+#include "plugin/pref.h"
 
 namespace {
 
@@ -76,7 +76,7 @@ void TSaveCommands::MItemSaveClicked(const BMessage& message) {
 /** A foreign encoding is replaced by UTF-8 if the user prefers that. */
 TLyricsInfo TSaveCommands::InfoToSave() const {
   TLyricsInfo info = fParts.document->Info();
-  if (is_foreign(fParts.document->Form().encoding) && load_file_choices().savesForeignAsUtf8)
+  if (is_foreign(fParts.document->Form().encoding) && gPref->Values()->savesForeignAsUtf8)
     info.Encoding = static_cast<long>(TEncoding::kUtf8);
   return info;
 }

@@ -16,7 +16,6 @@
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
 #include "platform/storage/entry.h"
-#include "plugin/file_choices.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "songtags/song_text.h"
@@ -148,7 +147,7 @@ void TSongLyricsOpener::OpenOffered(const BMessage& message) {
   if (message.FindRef("refs", &ref) != B_OK || message.FindInt32("Document", &document) != B_OK) return;
   const bool isOpen = ref.FullPath() == fParts.document->File().FullPath();
   if (isOpen || document != fParts.document->Number() || !MayOpenByItself() || !opens_without_question(ref)) return;
-  const std::optional<TOpenedLyrics> opened = open_lyrics(ref, ref, {load_file_choices().recognisesCommon, {}});
+  const std::optional<TOpenedLyrics> opened = open_lyrics(ref, ref, {gPref->Values()->recognisesCommon, {}});
   if (!opened) return;
   fParts.loader->Show(*opened);
   fParts.session->Report(gLLT->Text("StatBarStr_Opened_For_Song") + ref.name);

@@ -132,6 +132,7 @@ bool TVesmoECommMan::HandleNotice(BMessage* message) {
     gPref->Unarchive(*message);
     return true;
   case kMsgStampHint:
+  case kMsgOptionsChosen:
     SendMessage(message); // for its preferences window
     return true;
   default:

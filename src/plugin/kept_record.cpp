@@ -29,6 +29,7 @@ struct TOptionsRecord : koreva::TArchivable {
 
 bool load_options() {
   TOptionsRecord options;
+  load_record(&options, "Shared", "VesmoShared_Files.arc"); // where earlier versions stored those of the page Files
   return load_record(&options, "Shared", "Vesmo_Options.arc");
 }
 

@@ -132,6 +132,9 @@ enum : uint32 {
   /** From the tag input view through window and managers to the companion's preferences: int32 "LateMs", how late the
       user's stamps seem to be; int32 "TmDf", the time offset they were made with. Rarely sent. */
   kMsgStampHint = 'Srth',
+  /** From the editor's window to the companion's manager: options that the user has changed in the editor, which are
+      applied and stored already; fields as kMsgOptions. */
+  kMsgOptionsChosen = 'Sopw',
 
   // Following an open document. A follower subscribes once, and again after a gap in the numbers.
   /** To the document, through the managers: messenger "Follower"; without it the subscription ends. */

@@ -72,6 +72,10 @@ bool for_each_option(Values* v, Visit visit) {
   bool all = visit("LdIn", &v->leadInMs);
   all &= visit("RpNd", &v->replaysNudges);
   all &= visit("OpSg", &v->songOpening);
+  all &= visit("NDlc", &v->newDialect);
+  all &= visit("RCmn", &v->recognisesCommon);
+  all &= visit("FUt8", &v->savesForeignAsUtf8);
+  all &= visit("RnwC", &v->renewsCopies);
   return all;
 }
 
@@ -85,13 +89,28 @@ std::shared_ptr<const TPrefValues> TPref::Values() const {
 }
 
 void TPref::SetValues(const TPrefValues& values) {
+  const std::lock_guard lock(fMutex);
+  Replace(values);
+}
+
+/** With the mutex held. */
+void TPref::Replace(const TPrefValues& values) {
   auto replaced = std::make_shared<TPrefValues>(values);
   cut_family(&replaced->fontFamily);
   const bool isKnown = replaced->songOpening >= kNeverOpen && replaced->songOpening <= kOpenWithEverySong;
   if (!isKnown) replaced->songOpening = kOpenInNewDocument;
   replaced->leadInMs = std::clamp(replaced->leadInMs, int32{0}, kLongestLeadInMs);
-  const std::lock_guard lock(fMutex);
   fValues = std::move(replaced);
+}
+
+/** `change(values)` must not call back. */
+template <typename Change>
+bool TPref::Update(Change change) {
+  const std::lock_guard lock(fMutex);
+  TPrefValues values = *fValues;
+  const bool result = change(&values);
+  Replace(values);
+  return result;
 }
 
 bool TPref::Archive(BMessage* archive) {
@@ -113,24 +132,20 @@ bool TPref::ArchiveOptions(BMessage* archive) const {
 }
 
 bool TPref::UnarchiveOptions(const BMessage& archive) {
-  TPrefValues values = *Values();
-  const bool all = for_each_option(&values, [&](const char* key, auto* field) { return Read(archive, key, field); });
-  SetValues(values);
-  return all;
+  return Update([&](TPrefValues* values) {
+    return for_each_option(values, [&](const char* key, auto* field) { return Read(archive, key, field); });
+  });
 }
 
 bool TPref::Unarchive(const BMessage& archive) {
-  TPrefValues values = *Values();
-  const bool general =
-      for_each_general(&values, [&](const char* key, auto* field) { return Read(archive, key, field); });
-  SetValues(values);
+  const bool general = Update([&](TPrefValues* values) {
+    return for_each_general(values, [&](const char* key, auto* field) { return Read(archive, key, field); });
+  });
   return UnarchiveAppearance(archive) && general;
 }
 
 bool TPref::UnarchiveAppearance(const BMessage& archive) {
-  TPrefValues values = *Values();
-  const bool appearance =
-      for_each_appearance(&values, [&](const char* key, auto* field) { return Read(archive, key, field); });
-  SetValues(values);
-  return appearance;
+  return Update([&](TPrefValues* values) {
+    return for_each_appearance(values, [&](const char* key, auto* field) { return Read(archive, key, field); });
+  });
 }

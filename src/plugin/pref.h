@@ -44,10 +44,15 @@ struct TPrefValues {
   int32 leadInMs = 0;                     // "LdIn": playing from a line begins that much before its tag
   bool replaysNudges = false;             // "RpNd": a nudged line is played for half a second
   int32 songOpening = kOpenInNewDocument; // "OpSg": when the playing song's lyrics open by themselves
+  int32 newDialect = 0;                   // "NDlc": of new documents, a TDialect
+  bool recognisesCommon = true;           // "RCmn": files with [mm:ss.cc] are opened in their own dialect
+  bool savesForeignAsUtf8 = false;        // "FUt8": files in a foreign encoding (lyrics/foreign_encoding.h)
+  bool renewsCopies = false;              // "RnwC": a copy for other players is renewed at every save
 };
 
-/** The plug-in's settings, read from "VesmoShared_Prefs.arc" on start and updated by messages of the companion; the
-    editor never writes them. Thread-safe: `Values` returns an immutable snapshot. */
+/** The plug-in's settings, read from the two files on start and updated by messages of the companion, which stores them
+    (plugin/shared_prefs.h). Thread-safe: `Values` returns an immutable snapshot, and each of the other calls is atomic.
+ */
 class TPref : public koreva::TArchivable {
 public:
   TPref();
@@ -67,6 +72,10 @@ public:
   bool UnarchiveOptions(const BMessage& archive);
 
 private:
+  template <typename Change>
+  bool Update(Change change);
+  void Replace(const TPrefValues& values);
+
   mutable std::mutex fMutex; // guards fValues
   std::shared_ptr<const TPrefValues> fValues;
 };

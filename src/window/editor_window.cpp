@@ -110,6 +110,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
   case kMsgViewChoices:
     return ViewChoicesChanged(*message);
   case kMsgStampHint:
+  case kMsgOptionsChosen:
     fManager->PostMessage(message);
     return;
   case kMsgHostWindowMoved:

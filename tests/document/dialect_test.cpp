@@ -1,6 +1,6 @@
 #include "common/koreva.h"
 #include "platform/interface/view.h"
-#include "plugin/file_choices.h"
+#include "plugin/kept_record.h"
 #include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
@@ -61,10 +61,7 @@ TEST_F(CommonLyrics, MixedTagsAreMadeOneByTheBarAndUndoneInOneStep) {
 }
 
 TEST_F(CommonLyrics, SettingsDecideAboutNewDocumentsAndRecognition) {
-  TFileChoices choices;
-  choices.newDialect = 1;
-  choices.recognisesCommon = false;
-  ASSERT_TRUE(store_file_choices(choices));
+  SetPref([](TPrefValues* values) { values->newDialect = 1, values->recognisesCommon = false; });
   const std::string path = fFolder.Write("a.lrc", "[00:01.20]one\n");
   Open(path);
   EXPECT_THAT(Lines(), ElementsAre("[00:01.20]one"));
@@ -117,9 +114,7 @@ TEST_F(CommonLyrics, ChineseFileIsOfferedInItsEncodingAndSavedInIt) {
   Press("+");
   Press("Ctrl+S");
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.21" + bytes.substr(9));
-  TFileChoices choices;
-  choices.savesForeignAsUtf8 = true;
-  ASSERT_TRUE(store_file_choices(choices));
+  SetPref([](TPrefValues* values) { values->savesForeignAsUtf8 = true; });
   Press("Ctrl+S");
   EXPECT_THAT(fFolder.Read("a.lrc"), StartsWith("[00:01.21]我的心太乱\n"));
 }

@@ -2,8 +2,12 @@
 #include "platform/app/message.h"
 #include "platform/kernel/modifiers.h"
 #include "platform/storage/entry.h"
+#include "platform/storage/file.h"
 #include "plugin/exit_state.h"
+#include "plugin/kept_record.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
+#include "plugin/shared_prefs.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/messages.h"
 #include "tests/support/plugin_globals.h"
@@ -30,6 +34,24 @@ TEST_F(Settings, AbsentFieldsKeepTheirValuesAndWrongOnesAreReported) {
   EXPECT_FALSE(gPref->Unarchive(archive));
   EXPECT_EQ(gPref->Values()->writeCRType, 2) << "the rest is read all the same";
   EXPECT_EQ(gPref->Values()->fontFamily, std::string(63, 'x')) << "cut between characters";
+}
+
+TEST_F(Settings, OptionsOfTheEarlierRecordHoldUntilTheyAreStoredWithTheOthers) {
+  const auto write = [](const char* name, const BMessage& fields) {
+    BEntry entry;
+    ASSERT_TRUE(koreva::get_entry(name, &entry, koreva::kSettingsDir, "Shared"));
+    BFile file(&entry, B_WRITE_ONLY | B_CREATE_FILE);
+    ASSERT_EQ(fields.Flatten(&file), B_OK);
+  };
+  write("VesmoShared_Files.arc", message_of(0, "NDlc", 1, "RCmn", false));
+  load_options();
+  EXPECT_EQ(gPref->Values()->newDialect, 1);
+  EXPECT_FALSE(gPref->Values()->recognisesCommon);
+  ASSERT_TRUE(store_shared_prefs({message_of(kMsgOptions, "NDlc", 0)}, *gPref->Values()));
+  gPref->SetValues({});
+  load_options();
+  EXPECT_EQ(gPref->Values()->newDialect, 0);
+  EXPECT_FALSE(gPref->Values()->recognisesCommon);
 }
 
 TEST_F(Settings, FourModifiersHoldTheSettingsOff) {

@@ -31,8 +31,6 @@ public:
   virtual void Opened() {}
   virtual void Revert() {}
   virtual void SetDefaults() {}
-  /** Saves the settings if they have changed. False if that fails. */
-  virtual bool Store() { return true; }
 
   BPoint PreferredSize() override;
   void AllAttached() override;

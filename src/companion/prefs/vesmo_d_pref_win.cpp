@@ -5,7 +5,6 @@
 #include "companion/prefs/general_page.h"
 #include "companion/prefs/keys_page.h"
 #include "companion/prefs/notices.h"
-#include "companion/prefs/shared_prefs.h"
 #include "companion/prefs/timing_page.h"
 #include "family/message_filters.h"
 #include "interapp/inter_app_prefs.h"
@@ -16,6 +15,7 @@
 #include "platform/interface/string_view.h"
 #include "platform/interface/tab_view.h"
 #include "plugin/message_codes.h"
+#include "plugin/shared_prefs.h"
 #include "toolkit/krv_dlg_view.h"
 
 #include <algorithm>
@@ -162,8 +162,6 @@ void TVesmoDPrefWin::SetAll(const TPrefValues& values) {
 void TVesmoDPrefWin::Change(const TPrefValues& values) {
   for (const BMessage& notice : notices_of_change(fValues, values)) fUnstored.push_back(notice);
   fValues = values;
-  for (const TTab& tab : fPages)
-    if (!tab.page->Store()) ShowError("Pref_Err_Store");
   SendChanges();
   if (!fUnstored.empty()) StoreSoon();
 }

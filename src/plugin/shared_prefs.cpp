@@ -1,4 +1,4 @@
-#include "companion/prefs/shared_prefs.h"
+#include "plugin/shared_prefs.h"
 
 #include "common/koreva.h"
 #include "platform/app/message.h"
