@@ -59,9 +59,10 @@ bool TSongLyricsOpener::Handle(const BMessage& message) {
   }
 }
 
-/** A search that is running already becomes the user's. */
+/** What is going on already becomes the user's. */
 void TSongLyricsOpener::MItemOpenCurLyricsClicked() {
   fSearchesByItself = false;
+  fReadsByItself = false;
   fFinder.Start();
 }
 
@@ -79,11 +80,15 @@ void TSongLyricsOpener::SongFound(const BMessage& answer, bool isByItself) {
   std::string song;
   if (answer.FindRef("refs", &file) != B_OK) return;
   fSongFolder = file.directory;
-  if (isByItself) return OfferSongLyrics(file);
   const bool isSongKnown = answer.FindString("song", &song) == B_OK && !song.empty();
-  if (!isSongKnown || fReader.IsRunning() || BEntry(&file).Exists()) return OpenFile(file);
-  fMissingFile = file;
-  fReader.Read(song);
+  if (!isSongKnown || BEntry(&file).Exists()) return isByItself ? OfferSongLyrics(file) : OpenFile(file);
+  if (!fReader.IsRunning()) {
+    fMissingFile = file;
+    fReadsByItself = isByItself;
+    fReader.Read(song);
+  } else if (!isByItself && song != fReader.Song()) {
+    fParts.session->Report(gLLT->Text("StatBarStr_Song_Busy"));
+  }
 }
 
 /** Offers to create it if it is missing. */
@@ -96,6 +101,7 @@ void TSongLyricsOpener::OpenFile(const entry_ref& file) {
 
 void TSongLyricsOpener::SongLyricsRead() {
   if (!fReader.Finish()) return;
+  if (fReadsByItself) return OfferSongLyrics(fMissingFile);
   if (!LyricsInside()) return OpenFile(fMissingFile);
   if (fParts.saving->AskSave(BMessage(kMsgSongLyricsRead), fOwner)) ShowLyricsInside();
 }
@@ -108,6 +114,7 @@ const TEmbeddedLyrics* TSongLyricsOpener::LyricsInside() const {
 /** As a document without a file; nothing is lost as long as it is not changed. */
 void TSongLyricsOpener::ShowLyricsInside() {
   fParts.loader->ShowWithoutFile(document_lines(LyricsInside()->text));
+  fInsideNumber = fParts.document->Number();
   fParts.session->Report(gLLT->Text("StatBarStr_From_Song") + leaf_of(fReader.Song()));
 }
 
@@ -123,8 +130,9 @@ bool TSongLyricsOpener::MayOpenByItself() {
   fParts.session->Active().FlushEdits();
   if (fParts.session->Active().IsModified() || fParts.document->IsModified()) return false;
   if (IsDocumentUntouched()) return true;
-  return wanted == kOpenWithEverySong && !fParts.document->File().IsEmpty() &&
-         fParts.file->StateNow() == TDiskState::kUnchanged;
+  if (wanted != kOpenWithEverySong) return false;
+  if (fParts.document->File().IsEmpty()) return fParts.document->Number() == fInsideNumber;
+  return fParts.file->StateNow() == TDiskState::kUnchanged;
 }
 
 void TSongLyricsOpener::Poll(bool isPlaying) {
@@ -146,7 +154,10 @@ void TSongLyricsOpener::OpenOffered(const BMessage& message) {
   int32 document = 0;
   if (message.FindRef("refs", &ref) != B_OK || message.FindInt32("Document", &document) != B_OK) return;
   const bool isOpen = ref.FullPath() == fParts.document->File().FullPath();
-  if (isOpen || document != fParts.document->Number() || !MayOpenByItself() || !opens_without_question(ref)) return;
+  if (isOpen || document != fParts.document->Number() || !MayOpenByItself()) return;
+  const bool isRead = ref == fMissingFile && !fReader.IsRunning() && LyricsInside();
+  if (isRead && !BEntry(&ref).Exists()) return ShowLyricsInside();
+  if (!opens_without_question(ref)) return;
   const std::optional<TOpenedLyrics> opened = open_lyrics(ref, ref, {gPref->Values()->recognisesCommon, {}});
   if (!opened) return;
   fParts.loader->Show(*opened);

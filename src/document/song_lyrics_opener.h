@@ -56,6 +56,8 @@ private:
   TCurrentSongFinder fFinder;
   TSongLyricsJob fReader;
   bool fSearchesByItself = false; // the search was not a command of the user
+  bool fReadsByItself = false;    // nor was reading inside the song
+  int32 fInsideNumber = -1;       // of the document that shows the lyrics inside a song
   std::string fSongFolder;
   entry_ref fMissingFile; // of the song that fReader reads
 };

@@ -32,6 +32,22 @@ struct SongOpening : EditorByHand {
     fFolder.Write("a.txt", "one\ntwo\n");
     fFolder.Write("b.txt", "b\n");
   }
+  /** Plays the song, and passes what the editor offers then back to it, as the manager does. */
+  void PlayUntilOpened(const std::string& title) {
+    PlayAt(1000, title);
+    const auto offer = [this]() -> const BMessage* {
+      fManager->DeliverAll();
+      const auto found = std::ranges::find(fManager->fReceived, kMsgOfferSongLyrics, &BMessage::what);
+      return found == fManager->fReceived.end() ? nullptr : &*found;
+    };
+    ASSERT_TRUE(Until([&] {
+      SendToView(BMessage(kMsgRefreshInfo));
+      return offer() != nullptr;
+    }));
+    BMessage passedOn(*offer());
+    passedOn.what = kMsgOpenSongLyrics;
+    Send(passedOn);
+  }
   /** As the manager does once a search has found them. */
   void Offer(const std::string& name, int32 document) {
     BMessage found = message_of(kMsgOpenSongLyrics, "refs", ref_of(fFolder.File(name)));
@@ -42,22 +58,25 @@ struct SongOpening : EditorByHand {
 };
 
 TEST_F(SongOpening, LyricsOfThePlayingSongOpenInANewWindow) {
-  PlayAt(1000, "a");
-  const auto offer = [this]() -> const BMessage* {
-    fManager->DeliverAll();
-    const auto found = std::ranges::find(fManager->fReceived, kMsgOfferSongLyrics, &BMessage::what);
-    return found == fManager->fReceived.end() ? nullptr : &*found;
-  };
-  ASSERT_TRUE(Until([&] {
-    SendToView(BMessage(kMsgRefreshInfo));
-    return offer() != nullptr;
-  }));
-  BMessage passedOn(*offer());
-  passedOn.what = kMsgOpenSongLyrics;
-  Send(passedOn);
+  PlayUntilOpened("a");
   EXPECT_THAT(Lines(), ElementsAre("one", "two"));
   EXPECT_EQ(Title(), "a.txt - Vesmo Editor");
   EXPECT_THAT(Status(), EndsWith("Opened the lyrics of the current song: a.txt"));
+}
+
+TEST_F(SongOpening, LyricsInsideThePlayingSongOpenWhereItHasNoFile) {
+  const std::string frame = std::string("USLT\0\0\0\x0F\0\0\0eng\0", 15) + "inside\ntwo";
+  fHost->fEntries = {{fFolder.Write("c.mp3", std::string("ID3\x03\0\0\0\0\0\x19", 10) + frame), "c"}};
+  PlayUntilOpened("c");
+  EXPECT_THAT(Lines(), ElementsAre("inside", "two"));
+  EXPECT_EQ(Title(), "Untitled - Vesmo Editor");
+  EXPECT_FALSE(IsModified());
+  EXPECT_THAT(Status(), EndsWith("Lyrics from inside the song c.mp3"));
+  Offer("a.txt", Document());
+  EXPECT_EQ(Lines().front(), "inside") << "the document is no longer a new one";
+  SetPref([](TPrefValues* values) { values->songOpening = kOpenWithEverySong; });
+  Offer("a.txt", Document());
+  EXPECT_EQ(Lines().front(), "one") << "it was not changed, and is still in its song";
 }
 
 TEST_F(SongOpening, NothingOpensOverWhatTheUserHasInTheWindow) {
