@@ -2,11 +2,11 @@
 
 #include "document/differences_win.h"
 #include "document/edit_session.h"
+#include "document/form_offers.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "lyrics/line_limit.h"
 #include "platform/app/message.h"
-
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
@@ -21,9 +21,9 @@ TReadChoice choice_for(const TDocument& document) {
 } // namespace
 
 TDocumentFile::TDocumentFile(const BHandler* owner, TDocument* document, TEditSession* session, TNoticeBoard* notices,
-                             TDifferences* differences)
-    : fDocument(document), fSession(session), fDifferences(differences), fWatch(owner, document, notices),
-      fSaveGuard(document, &fWatch) {}
+                             TDifferences* differences, TFormOffers* offers)
+    : fDocument(document), fSession(session), fDifferences(differences), fOffers(offers),
+      fWatch(owner, document, notices), fSaveGuard(document, &fWatch) {}
 
 bool TDocumentFile::Handle(const BMessage& message) {
   switch (message.what) {
@@ -81,6 +81,7 @@ void TDocumentFile::Reload() {
   const std::optional<TOpenedLyrics> opened = ReadAgain();
   if (!opened) return;
   fSession->Reload(*opened);
+  fOffers->CheckTags(opened->hasMixedTags);
   fWatch.Follow();
   fSession->Report(gLLT->Text("StatBarStr_Reloaded"));
 }

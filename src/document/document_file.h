@@ -5,6 +5,7 @@
 
 class TDifferences;
 class TEditSession;
+class TFormOffers;
 
 /** The file under the open document: what other programs do to it, what the user decides about that, and what a save
     would overwrite or lose. Owned by the document's view, on its window's thread. */
@@ -12,7 +13,7 @@ class TDocumentFile {
 public:
   /** `owner` is attached, and passes its messages on. Nothing is owned. */
   TDocumentFile(const BHandler* owner, TDocument* document, TEditSession* session, TNoticeBoard* notices,
-                TDifferences* differences);
+                TDifferences* differences, TFormOffers* offers);
 
   /** False for a message that is not about the file. */
   bool Handle(const BMessage& message);
@@ -39,6 +40,7 @@ private:
   TDocument* const fDocument;
   TEditSession* const fSession;
   TDifferences* const fDifferences;
+  TFormOffers* const fOffers;
   TFileWatch fWatch;
   TSaveGuard fSaveGuard;
 };

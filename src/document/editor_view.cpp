@@ -57,7 +57,7 @@ void TVesmoEView::AttachedToWindow() {
   fPublisher = std::make_unique<TDocumentPublisher>(self, &fDocument, &fSong, frontEnd);
   fDifferences = std::make_unique<TDifferences>(this);
   fOffers = std::make_unique<TFormOffers>(self, &fDocument, session, fNotices);
-  fFile = std::make_unique<TDocumentFile>(this, &fDocument, session, fNotices, fDifferences.get());
+  fFile = std::make_unique<TDocumentFile>(this, &fDocument, session, fNotices, fDifferences.get(), fOffers.get());
   fRecovery = std::make_unique<TDocumentRecovery>(this, &fDocument, session, fNotices, fDifferences.get());
   fLoader = std::make_unique<TDocumentLoader>(
       this, TDocumentLoader::TParts{&fDocument, session, fFile.get(), fRecovery.get(), fOffers.get()});

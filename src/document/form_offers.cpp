@@ -3,6 +3,7 @@
 #include "document/edit_session.h"
 #include "document/encoding_name.h"
 #include "language/llt.h"
+#include "lyrics/dialect.h"
 #include "lyrics/document.h"
 #include "lyrics/foreign_encoding.h"
 #include "platform/storage/file.h"
@@ -112,6 +113,9 @@ void TFormOffers::Unify(const BMessage& message) {
   int32 dialect = 0;
   if (message.FindInt32("Dialect", &dialect) != B_OK || !fNotices->HasNotice(kMixedTagsNotice)) return;
   Remove(kMixedTagsNotice);
+  fSession->Active().FlushEdits();
+  const bool isCut = dialect_of(dialect) == TDialect::kFamily && has_thousandths(fDocument->CopyLines());
   fSession->UnifyTags(dialect_of(dialect));
-  fSession->Report(gLLT->Text("StatBarStr_Tags_Unified"));
+  fSession->Report(std::string(gLLT->Text("StatBarStr_Tags_Unified")) +
+                   (isCut ? gLLT->Text("StatBarStr_Thousandths_Cut") : ""));
 }

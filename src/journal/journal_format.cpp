@@ -60,7 +60,7 @@ std::optional<TJournalTarget> get_target(TByteReader* bytes) {
 }
 
 std::optional<TEditKind> kind_of(uint8 number) {
-  if (number > static_cast<uint8>(TEditKind::kOther)) return {};
+  if (number > static_cast<uint8>(TEditKind::kUnifyAsCommon)) return {};
   return static_cast<TEditKind>(number);
 }
 

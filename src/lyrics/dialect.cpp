@@ -49,6 +49,7 @@ private:
 struct TCommonTag {
   size_t length = 0;
   bool isWellFormed = false;
+  bool hasThousandths = false;
   std::array<char, kTagLength + 1> shown{}; // `[mm:ss:cc]`
 };
 
@@ -68,8 +69,9 @@ std::optional<TCommonTag> common_tag_at(std::string_view line, size_t at) {
   const std::string_view fraction = reader.Digits(3);
   reader.SkipBlanks();
   if (fraction.empty() || !reader.Skip(']')) return {};
-  TCommonTag tag{reader.Position() - at, false, {"[00:00:00]"}};
+  TCommonTag tag{reader.Position() - at, false, false, {"[00:00:00]"}};
   tag.isWellFormed = fraction.size() > 1 && tag.length == kTagLength - 2 + fraction.size();
+  tag.hasThousandths = fraction.size() > 2 && fraction[2] != '0';
   put_two_digits(minutes, &tag.shown[1]);
   put_two_digits(seconds, &tag.shown[4]);
   tag.shown[7] = fraction[0];
@@ -299,11 +301,19 @@ TTagUse tags_used_in(const std::list<std::string>& lines) {
       else if (family_tag_length(line, at) > 0)
         use.hasFamily = true;
       else if (const auto tag = common_tag_at(line, at))
-        use.hasCommon |= tag->isWellFormed;
+        (tag->isWellFormed ? use.hasCommon : use.hasOddCommon) |= tag->isWellFormed || at == 0;
     }
     if (use.IsMixed()) break;
   }
   return use;
+}
+
+bool has_thousandths(const std::list<std::string>& lines) {
+  return std::ranges::any_of(lines, [](const std::string& line) {
+    for (size_t at = line.find('['); at != std::string::npos; at = line.find('[', at + 1))
+      if (const auto tag = common_tag_at(line, at); tag && tag->hasThousandths) return true;
+    return false;
+  });
 }
 
 TCommonSource show_as_family(std::list<std::string>* lines) {

@@ -10,11 +10,12 @@
     common one of most other programs, `[mm:ss.cc]` and `[mm:ss.ccc]`. The lines of a document always have the family's
     tags; those of a common file are converted when it is read and written. Pure: any thread. */
 
-/** Which well-formed tags occur, in square brackets. */
+/** Which tags occur, in square brackets. */
 struct TTagUse {
   bool hasFamily = false;
   bool hasCommon = false;
-  bool IsCommon() const { return hasCommon && !hasFamily; }
+  bool hasOddCommon = false; // at the start of a line, not well-formed, as `[0:01.5]`
+  bool IsCommon() const { return (hasCommon || hasOddCommon) && !hasFamily; }
   bool IsMixed() const { return hasCommon && hasFamily; }
 };
 TTagUse tags_used_in(const std::list<std::string>& lines);
@@ -37,6 +38,9 @@ struct TCommonSource {
   bool IsEmpty() const { return !hasByteOrderMark && !lacksLastLineEnd && lines.empty(); }
   friend bool operator==(const TCommonSource&, const TCommonSource&) = default;
 };
+
+/** True when one of the common tags has thousandths, other than 0, which the family's tags cannot hold. */
+bool has_thousandths(const std::list<std::string>& lines);
 
 /** Converts common tags, including some that are not well-formed (one digit instead of two, blanks inside the
     brackets), to `[mm:ss:cc]`; thousandths are cut. */

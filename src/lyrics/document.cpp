@@ -61,7 +61,6 @@ void TDocument::Begin(const std::list<std::string>& lines, const TLyricsForm& fo
   fUnread = {};
   fAccepted.clear();
   fSource = {};
-  fUnified.reset();
   ++fNumber;
 }
 
@@ -108,30 +107,36 @@ bool TDocument::Change(const TLinesChange& change, TEditKind kind, TSelectedLine
   return true;
 }
 
-void TDocument::Rewrite(const std::list<std::string>& lines, int32 line, bigtime_t nowUs) {
-  fHistory.Record({0, static_cast<int32>(Lines().size()), lines}, TEditKind::kOther, line, line, nowUs);
+void TDocument::Rewrite(const std::list<std::string>& lines, int32 line, bigtime_t nowUs, TEditKind kind) {
+  fHistory.Record({0, static_cast<int32>(Lines().size()), lines}, kind, line, line, nowUs);
   NotifyReplaced();
 }
 
-/** The undone step, or the one that is redone. */
-int64 TDocument::StateReplayed(TReplayDirection direction) const {
+/** Of the undone step, or the one that is redone. */
+TEditKind TDocument::KindReplayed(TReplayDirection direction) const {
   const size_t done = fHistory.CountDone();
-  return fHistory.Steps()[direction == TReplayDirection::kUndo ? done - 1 : done].state;
+  return fHistory.Steps()[direction == TReplayDirection::kUndo ? done - 1 : done].kind;
 }
 
 void TDocument::Replay(TReplayDirection direction, const TReplay& next) {
-  if (fUnified && StateReplayed(direction) == fUnified->state)
-    fForm.dialect = direction == TReplayDirection::kUndo ? TDialect::kFamily : fUnified->dialect;
+  if (KindReplayed(direction) == TEditKind::kUnifyAsCommon)
+    fForm.dialect = direction == TReplayDirection::kUndo ? TDialect::kFamily : TDialect::kCommon;
   fHistory.Replay(direction, next);
   if (fObserver) fObserver->LinesChanged(next.change);
 }
 
+/** The form and the source are set first, so that the journal has them with the step. */
 void TDocument::Unify(TDialect dialect, int32 line, bigtime_t nowUs) {
   std::list<std::string> lines = CopyLines();
-  show_as_family(&lines);
+  TCommonSource source = show_as_family(&lines);
+  const bool isCommon = dialect == TDialect::kCommon;
+  if (isCommon) {
+    source.hasByteOrderMark = fSource.hasByteOrderMark;
+    fSource = std::move(source);
+    ++fSourceNumber;
+  }
   fForm.dialect = dialect;
-  Rewrite(lines, line, nowUs);
-  fUnified = {fHistory.Steps().back().state, dialect};
+  Rewrite(lines, line, nowUs, isCommon ? TEditKind::kUnifyAsCommon : TEditKind::kOther);
 }
 
 /** The form and the source are set first, so that the journal has them with the step. */

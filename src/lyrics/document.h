@@ -120,14 +120,15 @@ public:
   /** A step, as `TEditHistory::Record`. */
   bool Change(const TLinesChange& change, TEditKind kind, TSelectedLines before, TSelectedLines after, bigtime_t nowUs);
   /** Replaces every line in one step; `line` is the current one before and after. */
-  void Rewrite(const std::list<std::string>& lines, int32 line, bigtime_t nowUs);
+  void Rewrite(const std::list<std::string>& lines, int32 line, bigtime_t nowUs, TEditKind kind = TEditKind::kOther);
   /** The step to undo or redo next, if any; the document changes with Replay. */
   std::optional<TReplay> Next(TReplayDirection direction) const { return fHistory.Next(direction); }
   bool CanReplay(TReplayDirection direction) const { return fHistory.Can(direction); }
   void Replay(TReplayDirection direction, const TReplay& next);
   std::optional<TEditKind> LastKind() const { return fHistory.LastKind(); }
 
-  /** Gives the time tags of a file with mixed ones the same form, in one step; saves write that dialect. */
+  /** Gives the time tags of a file with mixed ones the same form, in one step; saves write that dialect, the common one
+      with the thousandths that the file has. */
   void Unify(TDialect dialect, int32 line, bigtime_t nowUs);
   const TCommonSource& Source() const { return fSource; }
   /** Another one whenever the source is. */
@@ -155,12 +156,7 @@ public:
 private:
   void Begin(const std::list<std::string>& lines, const TLyricsForm& form);
   void NotifyReplaced();
-  int64 StateReplayed(TReplayDirection direction) const;
-
-  struct TUnified {
-    int64 state = 0; // after the step
-    TDialect dialect = TDialect::kFamily;
-  };
+  TEditKind KindReplayed(TReplayDirection direction) const;
 
   TEditHistory fHistory;
   TLyricsForm fForm;
@@ -170,8 +166,7 @@ private:
   TReadLosses fUnread;
   TCommonSource fSource; // also after saves: lines that an undo brings back are written as they were
   int32 fSourceNumber = 0;
-  std::optional<TUnified> fUnified; // undoing that step brings the mixed tags back
-  std::set<std::string> fAccepted;  // characters that saves in fAcceptedIn have lost
+  std::set<std::string> fAccepted; // characters that saves in fAcceptedIn have lost
   TEncoding fAcceptedIn = TEncoding::kUtf8;
   int32 fNumber = 0;
   TDocumentObserver* fObserver = nullptr;

@@ -22,5 +22,6 @@ struct TSelectedLines {
   int32 anchor;
 };
 
-/** The kind of command that made a change. */
-enum class TEditKind { kTyping, kStamp, kOther };
+/** The kind of command that made a change. The numbers are stored in journals. kUnifyAsCommon gives mixed time tags one
+    form, and the document the common dialect (lyrics/dialect.h). */
+enum class TEditKind { kTyping, kStamp, kOther, kUnifyAsCommon };

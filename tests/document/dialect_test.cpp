@@ -48,7 +48,9 @@ TEST_F(CommonLyrics, OpenedEditedAndSavedEveryOtherByteIsAsBefore) {
 }
 
 TEST_F(CommonLyrics, MixedTagsAreMadeOneByTheBarAndUndoneInOneStep) {
-  Open(fFolder.Write("a.lrc", "[00:01.20]one\n[00:02:50]two\n"));
+  Open(fFolder.Write("a.lrc", "[00:01.20]one\n"));
+  fFolder.Write("a.lrc", "[00:01.20]one\n[00:02:50]two\n");
+  SendToView(BMessage(kMsgReloadFile));
   EXPECT_THAT(Lines(), ElementsAre("[00:01.20]one", "[00:02:50]two"));
   EXPECT_THAT(Notice(), HasSubstr("two forms"));
   ClickNotice(kFirst);
@@ -58,6 +60,13 @@ TEST_F(CommonLyrics, MixedTagsAreMadeOneByTheBarAndUndoneInOneStep) {
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.20]one\n[00:02.50]two\n");
   Press("Ctrl+Z");
   EXPECT_THAT(Lines(), ElementsAre("[00:01.20]one", "[00:02:50]two"));
+}
+
+TEST_F(CommonLyrics, ThousandthsThatTheOtherFormCannotHoldAreNotCutInSilence) {
+  Open(fFolder.Write("a.lrc", "[00:01.204]one\n[00:02:50]two\n"));
+  ClickNotice("NoticeButton1");
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:20]one", "[00:02:50]two"));
+  EXPECT_THAT(Status(), EndsWith("(thousandths of a second were cut to hundredths)"));
 }
 
 TEST_F(CommonLyrics, SettingsDecideAboutNewDocumentsAndRecognition) {
@@ -76,6 +85,8 @@ TEST_F(CommonLyrics, CopyForPlayersIsRenewedAndNeverReplacesAnotherFile) {
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.20]one\n");
   EXPECT_THAT(Notice(), StartsWith("a.lrc was saved for other players"));
   ClickNotice(kFirst);
+  SetPref([](TPrefValues* values) { *values = {}; });
+  EXPECT_TRUE(load_options() && gPref->Values()->renewsCopies) << "after a restart, too";
   Press("+");
   Press("Ctrl+S");
   EXPECT_THAT(Status(), HasSubstr("copy renewed: a.lrc"));

@@ -23,7 +23,8 @@ using testing::StartsWith;
 class Recovery : public EditorByHand {
 protected:
   /** Of the file, or of a document without one: its first line was changed, and another was added. */
-  void LeaveJournal(const std::string& path = {}) const {
+  static void LeaveJournal(const std::string& path = {},
+                           const std::function<void(TDocument*)>& change = change_and_add) {
     TDocument document;
     TDocumentJournal journal(
         &document, std::make_unique<TJournalThread>(std::make_unique<TJournalFolder>(), [](TJournalReport) {}));
@@ -31,8 +32,11 @@ protected:
     entry_ref ref;
     if (get_ref_for_path(path.c_str(), &ref) == B_OK) document.Open(*open_lyrics(ref, ref));
     journal.SetView(1, 0);
-    document.Change({0, 1, {"changed"}}, TEditKind::kOther, 0, 0, 0);
-    document.Change({1, 0, {"added"}}, TEditKind::kOther, 0, 1, 0);
+    change(&document);
+  }
+  static void change_and_add(TDocument* document) {
+    document->Change({0, 1, {"changed"}}, TEditKind::kOther, 0, 0, 0);
+    document->Change({1, 0, {"added"}}, TEditKind::kOther, 0, 1, 0);
   }
   std::string Notice() const {
     auto& bar = *static_cast<TNoticeBar*>(fWindow->FindView("NoticeBar"));
@@ -79,6 +83,19 @@ TEST_F(Recovery, LinesSelectionModeAndUndoComeBackAndCountAsUnsaved) {
   Press("Ctrl+S");
   EXPECT_EQ(fFolder.Read("a.lrc"), std::string("changed\n") + '\0');
   WaitForJournals(0);
+}
+
+TEST_F(Recovery, UndoingUnifiedTagsAfterACrashBringsTheirDialectBack) {
+  const std::string path = fFolder.Write("a.lrc", "[00:01.20]a\n[00:02:30]b\n");
+  LeaveJournal(path, [](TDocument* document) { document->Unify(TDialect::kCommon, 0, 0); });
+  Open(path);
+  Click("NoticeClose"); // the offer to unify them
+  WaitForNotice("Unsaved changes");
+  Click(kRecover);
+  EXPECT_THAT(Status(), HasSubstr("[mm:ss.cc]"));
+  Press("Ctrl+Z");
+  EXPECT_THAT(Lines(), ElementsAre("[00:01.20]a", "[00:02:30]b"));
+  EXPECT_THAT(Status(), Not(HasSubstr("[mm:ss.cc]")));
 }
 
 TEST_F(Recovery, ChangesCanBeViewedBeforeADecision) {

@@ -53,7 +53,9 @@ TEST_F(Dialect, FileIsCommonOnlyWithItsOwnTagsAndIsSavedAsItWas) {
       {"[00:01.20]\x93\xFA\r\n[00:01.209]b", true, {"[00:01:20]日", "[00:01:20]b"}},
       {"[00:01:20]a\n", false, {"[00:01:20]a"}},
       {"<00:01.20>a\n", false, {"<00:01.20>a"}},
-      {"[0:02.5]only odd\n", false, {"[0:02.5]only odd"}},
+      {"[0:02.5]only odd\n", true, {"[00:02:50]only odd"}},
+      {"text [0:02.5] in a line\n", false, {"text [0:02.5] in a line"}},
+      {"[0:02.5]odd\n[00:01]a\n", false, {"[0:02.5]odd", "[00:01]a"}},
   };
   for (const auto& [bytes, isCommon, lines] : rows) {
     Open(bytes);
@@ -135,18 +137,18 @@ TEST_F(Dialect, WhateverIsEditedEveryUntouchedLineKeepsItsBytes) {
 }
 
 TEST_F(Dialect, MixedFileIsShownAsItIsUntilItsTagsAreMadeOneInAStep) {
-  const std::string bytes = "[00:01.20]a\n[00:02:30]b\n";
+  const std::string bytes = "[00:01.204]a\n[00:02:30]b\n";
   Open(bytes);
   EXPECT_TRUE(fHasMixedTags);
   EXPECT_FALSE(IsCommon());
   EXPECT_EQ(Saved(), bytes + '\0');
   fDocument.Unify(TDialect::kCommon, 0, 0);
   EXPECT_THAT(fDocument.Lines(), ElementsAre("[00:01:20]a", "[00:02:30]b"));
-  EXPECT_EQ(Saved(), "[00:01.20]a\n[00:02.30]b\n");
+  EXPECT_EQ(Saved(), "[00:01.204]a\n[00:02.30]b\n");
   Replay(TReplayDirection::kUndo);
   EXPECT_EQ(Saved(), bytes + '\0');
   Replay(TReplayDirection::kRedo);
-  EXPECT_EQ(Saved(), "[00:01.20]a\n[00:02.30]b\n");
+  EXPECT_EQ(Saved(), "[00:01.204]a\n[00:02.30]b\n");
 }
 
 TEST_F(Dialect, SavedInTheOtherDialectAndBackALineIsAsItWas) {

@@ -154,7 +154,7 @@ std::string encoding_name(TEncoding encoding) {
 
 const char* dialect_of(const TExactLyrics& lyrics) {
   const TTagUse use = tags_used_in(lyrics.Lines());
-  return use.IsMixed() ? "mixed" : use.hasCommon ? "common" : use.hasFamily ? "family" : "none";
+  return use.IsMixed() ? "mixed" : use.IsCommon() ? "common" : use.hasFamily ? "family" : "none";
 }
 
 std::string form_of(const TExactLyrics& lyrics) {
