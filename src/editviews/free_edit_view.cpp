@@ -2,7 +2,11 @@
 
 #include "family/appearance.h"
 #include "language/llt.h"
+#include "lyrics/line_limit.h"
 #include "lyrics/lyrics_file.h"
+#include "platform/app/message.h"
+#include "platform/interface/window.h"
+#include "plugin/message_codes.h"
 #include "plugin/pref.h"
 
 #include <algorithm>
@@ -110,8 +114,15 @@ void TFreeEditView::KeyDown(const char* bytes, int32 count) {
 }
 
 void TFreeEditView::InsertText(std::string_view text) {
+  if (fLineCount + std::ranges::count(text, '\n') > kMostLines) return PasteRefused();
   BTextView::InsertText(text);
   SetModified(true);
+}
+
+void TFreeEditView::PasteRefused() {
+  BMessage report(kMsgStatBarStr);
+  report.AddString("StatBarStr", gLLT->Text("Err_Paste_Too_Long"));
+  if (Window()) Window()->PostMessage(&report);
 }
 
 void TFreeEditView::AttachedToWindow() {

@@ -33,7 +33,9 @@ public:
   void FrameResized(float width, float height) override;
 
 protected:
+  /** Refuses what would make the document longer than any that can be opened. */
   void InsertText(std::string_view text) override;
+  void PasteRefused() override;
   void TextChanged(const text_change& change) override;
 
 private:

@@ -15,8 +15,6 @@
 #include <algorithm>
 
 namespace {
-/** Much more than any lyrics; beyond it, pasting would block the window for seconds. */
-constexpr size_t kMostPastedBytes = 16 << 20;
 
 bool is_valid_utf8(std::string_view text) {
   while (!text.empty()) {

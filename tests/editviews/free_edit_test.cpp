@@ -2,6 +2,10 @@
 
 #include "document/editor_view.h"
 #include "editviews/free_edit_view.h"
+#include "language/llt.h"
+#include "lyrics/line_limit.h"
+#include "platform/interface/clipboard.h"
+#include "plugin/message_codes.h"
 
 #include <gmock/gmock.h>
 
@@ -54,6 +58,18 @@ TEST_F(FreeEdit, TabIsTypedAndOtherKeysLeaveTheText) {
   EXPECT_EQ(next[2], next[3]);
   EXPECT_NE(next[0], next[2]);
   EXPECT_EQ(View().Text(), "\tone\n");
+}
+
+TEST_F(FreeEdit, PastingMoreThanADocumentHoldsIsRefusedWithAWord) {
+  OpenFreely("kept\n");
+  for (const std::string& text : {std::string(kMostLines, '\n'), std::string(kMostPastedBytes + 1, 'x')}) {
+    hands::paste(*fWindow, text);
+    Settle();
+    EXPECT_THAT(Status(), EndsWith(gLLT->Text("Err_Paste_Too_Long")));
+    EXPECT_EQ(View().Text(), "kept\n");
+    EXPECT_FALSE(IsModified());
+    SendToView(BMessage(kMsgDefaultStatBar));
+  }
 }
 
 TEST_F(FreeEdit, OnlyKeysThatMayChangeTheTextMarkIt) {

@@ -48,7 +48,7 @@ TEST_F(TagInputLines, PastingNothingOrTooMuchIsRefusedWithAWord) {
   set_clipboard_text("");
   Press("Shift+Insert");
   EXPECT_THAT(Status(), EndsWith(gLLT->Text("StatBarStr_Nothing_To_Paste")));
-  for (const std::string& text : {std::string(kMostLines, '\n'), std::string((16 << 20) + 1, 'x')}) {
+  for (const std::string& text : {std::string(kMostLines, '\n'), std::string(kMostPastedBytes + 1, 'x')}) {
     set_clipboard_text(text);
     Press("Shift+Insert");
     EXPECT_THAT(Status(), EndsWith(gLLT->Text("Err_Paste_Too_Long")));

@@ -12,10 +12,9 @@ clipboard_text get_clipboard_text(size_t maxBytes) {
   return display::call([maxBytes]() -> clipboard_text {
     const QMimeData* const content = QGuiApplication::clipboard()->mimeData();
     if (!content || content->hasUrls()) return {};
-    const QString text = display::text_of_mime(*content);
-    // No character has fewer bytes than UTF-16 units.
-    if (static_cast<size_t>(text.size()) > maxBytes) return {{}, true};
-    std::string bytes = display::bytes_from_text(text);
+    const std::optional<QString> text = display::text_of_mime(*content, maxBytes);
+    if (!text) return {{}, true};
+    std::string bytes = display::bytes_from_text(*text);
     return bytes.size() > maxBytes ? clipboard_text{{}, true} : clipboard_text{std::move(bytes)};
   });
 }

@@ -4,7 +4,8 @@
 #include "platform/display/placeholder.h"
 #include "platform/display/text_bytes.h"
 #include "platform/display/text_mime.h"
-#include "platform/interface/view_peer.h"
+#include "platform/interface/clipboard.h"
+#include "platform/interface/text_peer.h"
 
 #include <QContextMenuEvent>
 #include <QInputMethodEvent>
@@ -204,6 +205,11 @@ void TextArea::Report(const QString& text, int replacedFrom, int replacedLength)
   fView.SendMessage(&entered, BMessenger(), 0);
 }
 
+void TextArea::ReportTooLong() const {
+  const BMessage refused(DISPLAY_TEXT_TOO_LONG);
+  if (!isReadOnly()) fView.SendMessage(&refused, BMessenger(), 0);
+}
+
 void TextArea::Enter(const QString& text) {
   textCursor().insertText(text);
   ensureCursorVisible();
@@ -241,9 +247,10 @@ bool TextArea::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void TextArea::insertFromMimeData(const QMimeData* source) {
-  const QString text = text_of_mime(*source);
-  if (!fPasted) return Report(text);
-  if (!isReadOnly()) *fPasted = text;
+  const std::optional<QString> text = text_of_mime(*source, kMostPastedBytes);
+  if (!text) return ReportTooLong();
+  if (!fPasted) return Report(*text);
+  if (!isReadOnly()) *fPasted = *text;
 }
 
 void TextArea::inputMethodEvent(QInputMethodEvent* event) {

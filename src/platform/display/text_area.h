@@ -49,6 +49,7 @@ private:
   bool HasNoText() const;
   void DescribePlaceholder();
   bool LeaveText(const QKeyEvent& key);
+  void ReportTooLong() const;
   void Report(const QString& text, int replacedFrom = 0, int replacedLength = 0) const;
   void NoteChange(int position, int added);
   /** Positions in the block at which its lines begin; the first is 0. */

@@ -28,9 +28,14 @@ QMimeData* mime_of_text(const QString& text) {
   return content;
 }
 
-QString text_of_mime(const QMimeData& content) {
+std::optional<QString> text_of_mime(const QMimeData& content, size_t maxBytes) {
+  const auto isTooLong = [maxBytes](const auto& text) { return static_cast<size_t>(text.size()) > maxBytes; };
   const QByteArray bytes = content.data(QLatin1String(kBytesFormat));
-  return with_line_feeds(bytes.isEmpty() ? content.text() : text_from_bytes(bytes.toStdString()));
+  if (isTooLong(bytes)) return {};
+  if (!bytes.isEmpty()) return with_line_feeds(text_from_bytes(bytes.toStdString()));
+  const QString text = content.text();
+  if (isTooLong(text)) return {}; // no character has fewer bytes than UTF-16 units
+  return with_line_feeds(text);
 }
 
 } // namespace display

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 class QMimeData;
 
 namespace display {
@@ -10,8 +12,8 @@ namespace display {
 
 /** With the text's bytes besides, for pasting in this program without a loss. The caller takes ownership. */
 QMimeData* mime_of_text(const QString& text);
-/** Only line feeds separate its lines; without NUL. */
-QString text_of_mime(const QMimeData& content);
+/** Only line feeds separate its lines; without NUL. Nothing, before any conversion, if its bytes are certainly more. */
+std::optional<QString> text_of_mime(const QMimeData& content, size_t maxBytes);
 /** The same for a text from elsewhere. */
 QString with_line_feeds(QString text);
 

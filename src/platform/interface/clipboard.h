@@ -8,6 +8,9 @@ struct clipboard_text {
   bool isTooLong = false; // then `text` is empty
 };
 
+/** Much more than any lyrics; beyond it, pasting would block the window for seconds. */
+inline constexpr size_t kMostPastedBytes = size_t{16} << 20;
+
 /** Empty when the clipboard holds no text, or files. What this program copied comes back byte for byte. Blocks on the
     display thread. */
 clipboard_text get_clipboard_text(size_t maxBytes);

@@ -8,6 +8,9 @@
 
 namespace display {
 
+/** From the widget to its view: a text was pasted or dropped that is longer than kMostPastedBytes; no fields. */
+inline constexpr uint32 DISPLAY_TEXT_TOO_LONG = '_TTL';
+
 /** Thread-safe handle to a text editing widget. Calls that return a value block on the display thread. */
 class TextPeer : public ViewPeer {
 public:

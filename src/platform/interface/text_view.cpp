@@ -126,6 +126,8 @@ void BTextView::MessageReceived(BMessage* message) {
     return CommandPressed(*message);
   case display::DISPLAY_TEXT_ENTERED:
     return TextEntered(*message);
+  case display::DISPLAY_TEXT_TOO_LONG:
+    return PasteRefused();
   case display::DISPLAY_TEXT_CHANGED:
     return FlushChanges();
   default:

@@ -48,6 +48,8 @@ protected:
   virtual void TextChanged(const text_change&) {}
   /** Hook: text is typed, pasted, dropped or committed by an input method. The base inserts it. */
   virtual void InsertText(std::string_view text);
+  /** Hook: more than kMostPastedBytes were to be pasted or dropped, and are not. */
+  virtual void PasteRefused() {}
   std::shared_ptr<display::ViewPeer> MakePeer() override;
 
 private:
