@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <ctime>
 #include <filesystem>
 #include <functional>
@@ -39,12 +40,34 @@ TNameOf recovery_names(const std::string& folder, const std::string& path) {
   return [=](int number) { return prefix + (number == 1 ? "" : std::to_string(number) + "_") + leaf; };
 }
 
-std::string keep(const std::string& path, const std::function<std::string(const TNameOf&)>& write) {
+/** Empty if there is none. */
+std::string recovery_folder() {
   BEntry entry;
-  BPath settings;
-  std::string kept;
-  if (koreva::get_entry("Recovered", &entry, koreva::kSettingsDir, "VesmoE") && entry.GetPath(&settings) == B_OK)
-    kept = write(recovery_names(folder_of(settings.Path()), path));
+  BPath path;
+  const bool isThere =
+      koreva::get_entry("Recovered", &entry, koreva::kSettingsDir, "VesmoE") && entry.GetPath(&path) == B_OK;
+  return isThere ? folder_of(path.Path()) : std::string();
+}
+
+/** FNV-1a. */
+uint64 hash_of(std::string_view text) {
+  uint64 hash = 0xcbf29ce484222325U;
+  for (const char c : text) hash = (hash ^ static_cast<uint8>(c)) * 0x100000001b3U;
+  return hash;
+}
+
+/** In the recovery folder, of a file in whose folder none can be created; its path, as a hash, finds it again. */
+TNameOf distant_safety_names(const std::string& folder, const std::string& path) {
+  char hash[17];
+  std::snprintf(hash, sizeof hash, "%016llx", static_cast<unsigned long long>(hash_of(path)));
+  const std::string prefix = folder + "/Recovered_before-save-" + hash + "_";
+  const std::string leaf = name_beside(BPath(path.c_str()).Leaf(), "");
+  return [=](int number) { return prefix + (number == 1 ? "" : std::to_string(number) + "_") + leaf; };
+}
+
+std::string keep(const std::string& path, const std::function<std::string(const TNameOf&)>& write) {
+  const std::string folder = recovery_folder();
+  const std::string kept = folder.empty() ? folder : write(recovery_names(folder, path));
   if (!kept.empty()) return kept;
   std::error_code error; // TMPDIR may name no folder
   const std::filesystem::path temporary = std::filesystem::temp_directory_path(error);
@@ -54,8 +77,10 @@ std::string keep(const std::string& path, const std::function<std::string(const 
 } // namespace
 
 std::string make_safety_copy(const std::string& path) {
-  const std::string beside = copy_to_unique_file(path, safety_names(path));
-  return beside.empty() ? keep_file_for_recovery(path) : beside;
+  std::string copy = copy_to_unique_file(path, safety_names(path));
+  const std::string folder = copy.empty() ? recovery_folder() : std::string();
+  if (!folder.empty()) copy = copy_to_unique_file(path, distant_safety_names(folder, path));
+  return copy.empty() ? keep_file_for_recovery(path) : copy;
 }
 
 bool restore_safety_copy(const std::string& copy, const std::string& path) {
@@ -66,15 +91,16 @@ bool restore_safety_copy(const std::string& copy, const std::string& path) {
 std::string longer_safety_copy(const std::string& path) {
   TFileTarget target;
   if (find_file_target(path, &target) != B_OK || !target.old) return {};
-  const TNameOf nameOf = safety_names(target.path);
   std::string longest;
   off_t most = target.old->st_size;
-  for (int number = 1; number <= kMostUniqueNames; ++number) {
-    const std::string copy = nameOf(number);
-    const off_t size = own_file_size(copy);
-    if (size <= most) continue;
-    longest = copy;
-    most = size;
+  for (const TNameOf& nameOf : {safety_names(target.path), distant_safety_names(recovery_folder(), target.path)}) {
+    for (int number = 1; number <= kMostUniqueNames; ++number) {
+      const std::string copy = nameOf(number);
+      const off_t size = own_file_size(copy);
+      if (size <= most) continue;
+      longest = copy;
+      most = size;
+    }
   }
   return longest;
 }

@@ -168,6 +168,20 @@ TEST(AtomicReplace, WhatKilledProcessesLeftIsRemovedAndNothingElse) {
   EXPECT_EQ(names_in(folder.Path()), expected);
 }
 
+TEST(SafetyCopy, OfAFileInAClosedFolderIsFoundAgainAndOnlyForThatFile) {
+  const ScratchFolder folder;
+  setenv("XDG_CONFIG_HOME", folder.File("settings").c_str(), 1);
+  for (const char* name : {"closed", "other"}) std::filesystem::create_directory(folder.File(name));
+  const std::string path = folder.Write("closed/a.lrc", "whole");
+  std::filesystem::permissions(folder.File("closed"), std::filesystem::perms(0500));
+  const std::string copy = make_safety_copy(path);
+  std::filesystem::resize_file(path, 1); // the interrupted write
+  EXPECT_EQ(std::filesystem::path(copy).parent_path(), folder.File("settings/KOREVA/VesmoE"));
+  EXPECT_EQ(longer_safety_copy(path), copy);
+  EXPECT_EQ(longer_safety_copy(folder.Write("other/a.lrc", "w")), "");
+  std::filesystem::permissions(folder.File("closed"), std::filesystem::perms(0700));
+}
+
 TEST(SafetyCopy, RecoveryFilesNeverFollowALinkOrReplaceEachOther) {
   const ScratchFolder folder;
   setenv("XDG_CONFIG_HOME", folder.File("settings").c_str(), 1);
