@@ -98,9 +98,14 @@ TEST_F(Opening, EmptyFileIsANewDocumentThatHasItsFile) {
 
 TEST_F(Opening, DroppedFileIsOpenedAndTheOthersAreNot) {
   const std::string path = fFolder.Write("詩 1.lrc", "dropped\n");
-  hands::drop_files(*fWindow, {200, 200}, {path, fFolder.Write("b.lrc", "other\n")});
+  const std::string other = fFolder.Write("b.lrc", "other\n");
+  hands::drop_files(*fWindow, {200, 200}, {path, other});
   Settle();
   EXPECT_THAT(Lines(), ElementsAre("dropped"));
+  Press("Ctrl+E"); // the free text takes dropped texts itself
+  hands::drop_files(*fWindow, {200, 200}, {other});
+  Settle();
+  EXPECT_THAT(Lines(), ElementsAre("other"));
 }
 
 TEST_F(Opening, PlayerThatNeverAnswersLeavesTheWindowAlive) {

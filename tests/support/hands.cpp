@@ -129,10 +129,13 @@ void drop_files(BWindow& window, BPoint where, const std::vector<std::string>& p
     for (const std::string& path : paths) urls << QUrl::fromLocalFile(q(path));
     files.setUrls(urls);
     const QPoint point(qRound(where.x), qRound(where.y));
+    // To the native window, as the desktop does: Qt finds the widget at that place.
     QDragEnterEvent enter(point, Qt::CopyAction, &files, Qt::LeftButton, {});
-    QApplication::sendEvent(widget, &enter);
+    QApplication::sendEvent(widget->windowHandle(), &enter);
+    QDragMoveEvent move(point, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QApplication::sendEvent(widget->windowHandle(), &move);
     QDropEvent drop(point, Qt::CopyAction, &files, Qt::LeftButton, {});
-    QApplication::sendEvent(widget, &drop);
+    QApplication::sendEvent(widget->windowHandle(), &drop);
   });
 }
 
