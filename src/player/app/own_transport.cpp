@@ -1,4 +1,5 @@
 #include "player/app/own_transport.h"
+#include "player/texts/player_texts.h"
 
 #include "platform/app/message.h"
 #include "player/app/player_events.h"
@@ -211,7 +212,7 @@ void TOwnTransport::DeviceLost(const BMessage& message) {
   message.FindString("device", &name);
   const auto known = std::ranges::find(fDevices, name, &TSoundDevice::name);
   if (known != fDevices.end()) name = known->description;
-  fEvents->ErrorOccurred("The output device “" + name + "” is not available: playing on the default device");
+  fEvents->ErrorOccurred(player_text("Player_Err_No_Output", {name}));
 }
 
 /** The sound reports asynchronously: the song may have been replaced meanwhile. */
@@ -273,7 +274,7 @@ void TOwnTransport::Failed(const BMessage& message) {
   message.FindString("reason", &reason);
   TSong* const song = fSongs->Edit(fSongs->Current());
   song->error = file_error(song->path, reason);
-  fEvents->SongErrorOccurred("Cannot play " + song->path + ": " + song->error);
+  fEvents->SongErrorOccurred(player_text("Player_Err_Cannot_Play", {song->path, song->error}));
   PlayOn();
 }
 
@@ -304,5 +305,5 @@ void TOwnTransport::WarnOfMissingFile() {
   const std::string& path = fSongs->CurrentSong()->path;
   if (!is_file_path(path) || access(path.c_str(), F_OK) == 0 || errno != ENOENT) return;
   fMissingLoad = fLoad;
-  fEvents->SongErrorOccurred("The file being played was moved or deleted: " + path);
+  fEvents->SongErrorOccurred(player_text("Player_Err_Song_Gone", {path}));
 }

@@ -26,7 +26,6 @@
 
 namespace {
 
-constexpr const char* kSilent = "No sound device: playing silently";
 /** What other programs may send; docs/protocol.md says what it means. */
 const std::vector<uint32> kOffered = {kMsgHostHandshake, kMsgHostSeek,      kMsgHostSeekBy, kMsgHostPlayPause,
                                       kMsgHostSpeedBy,   kMsgHostMarks,     kMsgHandedOver, B_COUNT_PROPERTIES,
@@ -34,8 +33,8 @@ const std::vector<uint32> kOffered = {kMsgHostHandshake, kMsgHostSeek,      kMsg
 /** One line, however many files there are. */
 std::string refusal_of(const std::vector<std::string>& files) {
   const std::string first(cut_text(files.front()));
-  if (files.size() == 1) return "Neither a song nor lyrics: " + first;
-  return std::to_string(files.size()) + " files are neither songs nor lyrics, the first: " + first;
+  if (files.size() == 1) return player_text("Player_Err_Not_Media", {first});
+  return player_text("Player_Err_Not_Media_Many", {std::to_string(files.size()), first});
 }
 
 constexpr int64 kFirstSearch = 1; // for the songs of the command line
@@ -331,7 +330,8 @@ TPlayerState TSonivoApp::State() const {
   state.choices = fOwn.Choices();
   state.devices = fOwn.Devices();
   state.errors = fErrors.Text();
-  if (fOwn.HasNoDevice()) state.errors += (state.errors.empty() ? "" : "\n") + std::string(kSilent);
+  if (fOwn.HasNoDevice())
+    state.errors.append(state.errors.empty() ? "" : "\n").append(player_text("Player_Err_Silent"));
   fSource.AddTo(&state);
   state.marksMs = fMarks.Of(shown_song(state));
   return state;
@@ -385,13 +385,13 @@ void TSonivoApp::Choose(const BMessage& message) {
 }
 
 void TSonivoApp::SaveChoices() {
-  if (!fChoiceSaver.Save()) ErrorOccurred("Cannot save the settings of the player");
+  if (!fChoiceSaver.Save()) ErrorOccurred(player_text("Player_Err_Save_Settings"));
 }
 
 void TSonivoApp::SaveList() {
   const TPlayback playback = fOwn.Playback();
   if (!fSaver.Save(fSongs, playback.isLoaded ? fOwn.PositionMs() : 0, playback.volumePercent))
-    ErrorOccurred("Cannot save the playlist " + fSaver.Path());
+    ErrorOccurred(player_text("Player_Err_Save_List", {fSaver.Path()}));
 }
 
 /** Sent by an editor, too, that held up the closing and has saved its lyrics meanwhile: then it starts over. */

@@ -34,6 +34,8 @@ private:
   void DrawLoudness(QPainter* painter, const QRect& dirty) const;
   void DrawRepeat(QPainter* painter) const;
   void DrawMarks(QPainter* painter) const;
+  void DrawMark(QPainter* painter, size_t index) const;
+  bool IsCrowded(size_t index) const;
   void DrawPlace(QPainter* painter) const;
   QRect Wave() const;
   double XOf(int32 timeMs) const;
