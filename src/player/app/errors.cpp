@@ -1,4 +1,5 @@
 #include "player/app/errors.h"
+#include "player/texts/player_texts.h"
 
 #include "platform/support/cut_text.h"
 
@@ -31,7 +32,9 @@ bool TErrors::Clear() {
 std::string TErrors::Text() const {
   const size_t hidden = fErrors.size() - std::min(fErrors.size(), kShown);
   std::string text;
-  if (hidden > 0) text = std::to_string(hidden) + (hidden == 1 ? " earlier message:" : " earlier messages:");
+  if (hidden > 0)
+    text = hidden == 1 ? player_text("Player_Err_Earlier_One", {})
+                       : player_text("Player_Err_Earlier", {std::to_string(hidden)});
   for (size_t i = hidden; i < fErrors.size(); ++i) text += (text.empty() ? "" : "\n") + fErrors[i].text;
   return text;
 }

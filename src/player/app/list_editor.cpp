@@ -1,4 +1,5 @@
 #include "player/app/list_editor.h"
+#include "player/texts/player_texts.h"
 
 #include "common/atomic_replace.h"
 #include "platform/kernel/threads.h"
@@ -169,5 +170,5 @@ void TListEditor::Export(const BMessage& message) {
   if (message.FindString("path", &path) != B_OK) return;
   const std::string folder = std::filesystem::path(path).parent_path().string();
   if (atomic_replace(path, m3u_text(*fSongs->Songs(), folder)) != B_OK)
-    fEvents->ErrorOccurred("Cannot save the playlist " + path);
+    fEvents->ErrorOccurred(player_text("Player_Err_Save_List", {path}));
 }

@@ -1,4 +1,5 @@
 #include "player/app/other_transport.h"
+#include "player/texts/player_texts.h"
 
 #include "platform/app/message.h"
 #include "player/app/player_events.h"
@@ -31,7 +32,7 @@ void TOtherTransport::TakeReport(const BMessage& message) {
   fPlayback.durationMs = fSong.durationMs;
   fPlayback.isLoaded = state != TInfoRecord::kStopped;
   fPlayback.isPlaying = state == TInfoRecord::kPlaying && !fIsSilent;
-  if (fIsSilent && !wasSilent) return fEvents->ErrorOccurred(Name() + " is not responding");
+  if (fIsSilent && !wasSilent) return fEvents->ErrorOccurred(player_text("Player_Err_Not_Responding", {Name()}));
   if (wasSilent && !fIsSilent) fEvents->ErrorsResolved();
   fEvents->StateChanged();
   fEvents->PositionJumped(PositionMs());

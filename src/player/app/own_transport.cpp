@@ -1,4 +1,5 @@
 #include "player/app/own_transport.h"
+#include "player/texts/player_texts.h"
 
 #include "platform/app/message.h"
 #include "player/app/player_events.h"
@@ -22,6 +23,8 @@ constexpr int64 kTicksPerFileCheck = 10;
 constexpr int32 kPreviousSongWithinMs = 3000;
 /** A shorter range comes from a key pressed twice. */
 constexpr int32 kShortestRepeatMs = 50;
+/** More than a key is ever held back. */
+constexpr int32 kLongestAgoMs = 2000;
 /** The rest of a song in which the next one of the album is queued. */
 constexpr int32 kQueuedBeforeEndMs = 8000;
 
@@ -140,9 +143,11 @@ void TOwnTransport::SetVolume(int32 percent) {
 }
 
 /** Either end may be set first: set after the end, an earlier position becomes the start. */
-void TOwnTransport::SetRepeat(uint32 request) {
+void TOwnTransport::SetRepeat(uint32 request, int32 agoMs) {
   if (!fPlayback.isLoaded) return;
-  const int32 positionMs = PositionMs();
+  const int32 played =
+      fPlayback.isPlaying ? std::clamp(agoMs, int32{0}, kLongestAgoMs) * fPlayback.speedPercent / 100 : 0;
+  const int32 positionMs = std::max(PositionMs() - played, int32{0});
   int32& fromMs = fPlayback.repeatFromMs;
   int32& toMs = fPlayback.repeatToMs;
   if (request == kMsgRepeatOff) fromMs = toMs = -1;
@@ -207,7 +212,7 @@ void TOwnTransport::DeviceLost(const BMessage& message) {
   message.FindString("device", &name);
   const auto known = std::ranges::find(fDevices, name, &TSoundDevice::name);
   if (known != fDevices.end()) name = known->description;
-  fEvents->ErrorOccurred("The output device “" + name + "” is not available: playing on the default device");
+  fEvents->ErrorOccurred(player_text("Player_Err_No_Output", {name}));
 }
 
 /** The sound reports asynchronously: the song may have been replaced meanwhile. */
@@ -269,7 +274,7 @@ void TOwnTransport::Failed(const BMessage& message) {
   message.FindString("reason", &reason);
   TSong* const song = fSongs->Edit(fSongs->Current());
   song->error = file_error(song->path, reason);
-  fEvents->SongErrorOccurred("Cannot play " + song->path + ": " + song->error);
+  fEvents->SongErrorOccurred(player_text("Player_Err_Cannot_Play", {song->path, song->error}));
   PlayOn();
 }
 
@@ -300,5 +305,5 @@ void TOwnTransport::WarnOfMissingFile() {
   const std::string& path = fSongs->CurrentSong()->path;
   if (!is_file_path(path) || access(path.c_str(), F_OK) == 0 || errno != ENOENT) return;
   fMissingLoad = fLoad;
-  fEvents->SongErrorOccurred("The file being played was moved or deleted: " + path);
+  fEvents->SongErrorOccurred(player_text("Player_Err_Song_Gone", {path}));
 }

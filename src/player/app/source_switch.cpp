@@ -1,4 +1,5 @@
 #include "player/app/source_switch.h"
+#include "player/texts/player_texts.h"
 
 #include "platform/app/message.h"
 #include "player/app/own_transport.h"
@@ -48,7 +49,7 @@ void TSourceSwitch::Choose(const std::string& id) {
   if (id.empty()) return UseOwn();
   if (fOther && fOther->Id() == id) return;
   const TSourceName* const player = Find(id);
-  if (player == nullptr) return fEvents->ErrorOccurred("No player “" + id + "” on the session bus");
+  if (player == nullptr) return fEvents->ErrorOccurred(player_text("Player_Err_No_Player", {id}));
   fOwn->Pause();
   fOther.emplace(fBus, fEvents, *player);
   fBus->Choose(id);
@@ -79,19 +80,18 @@ void TSourceSwitch::TakePlayers(const BMessage& message) {
     return Choose(std::string(fWanted));
   }
   if (!fWanted.empty()) {
-    fEvents->ErrorOccurred(fIsBusReachable
-                               ? "Waiting for the player “" + fWanted + "”; its song is used as soon as it opens"
-                               : "Without a session bus other players cannot be used");
+    fEvents->ErrorOccurred(fIsBusReachable ? player_text("Player_Err_Waiting", {fWanted})
+                                           : player_text("Player_Err_No_Bus"));
   }
   fEvents->StateChanged();
 }
 
 void TSourceSwitch::CheckChosenIsThere() {
   if (!fOther || Find(fOther->Id())) return;
-  const std::string lost = fIsBusReachable ? fOther->Name() + " was closed."
-                                           : "The session bus was lost, and " + fOther->Name() + " with it.";
+  const std::string lost =
+      player_text(fIsBusReachable ? "Player_Err_Player_Closed" : "Player_Err_Bus_Lost", {fOther->Name()});
   UseOwn();
-  fEvents->ErrorOccurred(lost + " The source is this player again.");
+  fEvents->ErrorOccurred(lost);
 }
 
 void TSourceSwitch::AddTo(TPlayerState* state) const {

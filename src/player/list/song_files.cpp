@@ -1,4 +1,5 @@
 #include "player/list/song_files.h"
+#include "player/texts/player_texts.h"
 
 #include "platform/support/cut_text.h"
 #include "player/list/m3u.h"
@@ -55,9 +56,8 @@ public:
     } else {
       ReadSong(address);
     }
-    if (fSongs == 0 && !fHasErrors && !fTaker->HasEnough()) Report("No songs found in " + path);
-    if (fSongs == kMostSongs)
-      Report("Only the first " + std::to_string(kMostSongs) + " songs of " + path + " were added");
+    if (fSongs == 0 && !fHasErrors && !fTaker->HasEnough()) Report(player_text("Player_Err_No_Songs", {path}));
+    if (fSongs == kMostSongs) Report(player_text("Player_Err_Many_Songs", {std::to_string(kMostSongs), path}));
   }
 
 private:
@@ -67,7 +67,7 @@ private:
     std::error_code error;
     const bool isThere = address.refusal.empty() && is_file_path(song.path) && fs::exists(song.path, error);
     song.error = isThere ? file_type_error(song.path) : address.refusal;
-    if (!song.error.empty()) Report("Cannot play " + song.path + ": " + song.error);
+    if (!song.error.empty()) Report(player_text("Player_Err_Cannot_Play", {song.path, song.error}));
     Give(std::move(song));
   }
 
@@ -97,7 +97,7 @@ private:
         names.push_back(name);
       }
     }
-    if (error) Report("Cannot read the folder " + folder.string() + ": " + error.message());
+    if (error) Report(player_text("Player_Err_Read_Folder", {folder.string(), error.message()}));
     std::sort(names.begin(), names.end());
     return names;
   }
@@ -106,15 +106,15 @@ private:
     std::error_code error;
     const std::string real = fs::canonical(path, error).string();
     if (std::find(fBeingRead.begin(), fBeingRead.end(), real) != fBeingRead.end()) {
-      return Report("The playlist " + path + " contains itself; the repetition was skipped");
+      return Report(player_text("Player_Err_List_Loop", {path}));
     }
     if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestListBytes || ++fLists > kMostLists) {
-      return Report("Cannot read the playlist " + path);
+      return Report(player_text("Player_Err_Read_List", {path}));
     }
     const std::optional<std::string> bytes = read_file(path);
-    if (!bytes) return Report("Cannot read the playlist " + path);
+    if (!bytes) return Report(player_text("Player_Err_Read_List", {path}));
     if (std::ranges::count(*bytes, '\n') > static_cast<ptrdiff_t>(kMostListLines))
-      Report("Only the first " + std::to_string(kMostListLines) + " lines of the playlist " + path + " were read");
+      Report(player_text("Player_Err_Many_Lines", {std::to_string(kMostListLines), path}));
     fBeingRead.push_back(real);
     TakeList(path, parse_m3u(*bytes, fs::path(real).parent_path().string()));
     fBeingRead.pop_back();
@@ -134,9 +134,8 @@ private:
       if (!song.error.empty() && ++dead == 1) firstDead = song.path + ": " + song.error;
       Give(std::move(song));
     }
-    if (dead == 1) Report("1 song of the playlist " + list + " cannot be played: " + firstDead);
-    if (dead > 1)
-      Report(std::to_string(dead) + " songs of the playlist " + list + " cannot be played, the first: " + firstDead);
+    if (dead == 1) Report(player_text("Player_Err_Dead_Song", {list, firstDead}));
+    if (dead > 1) Report(player_text("Player_Err_Dead_Songs", {std::to_string(dead), list, firstDead}));
   }
 
   bool IsDone() const { return fSongs >= kMostSongs || fTaker->HasEnough(); }

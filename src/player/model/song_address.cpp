@@ -1,4 +1,5 @@
 #include "player/model/song_address.h"
+#include "player/texts/player_texts.h"
 
 #include "platform/support/cut_text.h"
 
@@ -84,8 +85,8 @@ TSongAddress refused(std::string_view text, const char* reason) {
 }
 
 TSongAddress file_address(std::string_view path) {
-  if (path.find('\0') != std::string_view::npos) return refused(path, "its name contains a NUL");
-  if (path.size() > kLongestAddress) return refused(path, "its name is too long");
+  if (path.find('\0') != std::string_view::npos) return refused(path, player_text("Player_Err_Name_NUL"));
+  if (path.size() > kLongestAddress) return refused(path, player_text("Player_Err_Name_Long"));
   return {normal(path), {}};
 }
 
@@ -94,10 +95,10 @@ TSongAddress file_url(std::string_view rest, std::string_view url) {
   if (rest.starts_with("//")) {
     rest.remove_prefix(2);
     const std::string host = lower_case(rest.substr(0, std::min(rest.find('/'), rest.size())));
-    if (!host.empty() && host != "localhost") return refused(url, "it is on another machine");
+    if (!host.empty() && host != "localhost") return refused(url, player_text("Player_Err_Elsewhere"));
     rest.remove_prefix(host.size());
   }
-  if (!rest.starts_with('/')) return refused(url, "its address has no path");
+  if (!rest.starts_with('/')) return refused(url, player_text("Player_Err_No_Path"));
   return file_address(percent_decoded(rest));
 }
 
@@ -111,12 +112,12 @@ bool is_host(std::string_view authority) {
 
 TSongAddress network_address(const std::string& scheme, std::string_view url) {
   std::string_view rest = url.substr(scheme.size() + 1);
-  if (!rest.starts_with("//")) return refused(url, "its address has no host");
+  if (!rest.starts_with("//")) return refused(url, player_text("Player_Err_No_Host"));
   rest.remove_prefix(2);
   const std::string_view host = rest.substr(0, std::min(rest.find_first_of("/?#"), rest.size()));
-  if (!is_host(host)) return refused(url, "its address has no host");
+  if (!is_host(host)) return refused(url, player_text("Player_Err_No_Host"));
   std::string whole = scheme + "://" + std::string(host) + percent_encoded(rest.substr(host.size()));
-  if (whole.size() > kLongestAddress) return refused(whole, "its address is too long");
+  if (whole.size() > kLongestAddress) return refused(whole, player_text("Player_Err_Address_Long"));
   return {std::move(whole), {}};
 }
 
@@ -127,7 +128,7 @@ TSongAddress song_address(std::string_view text, const std::string& folder) {
   if (scheme == "file") return file_url(text.substr(scheme.size() + 1), text);
   if (scheme == "http" || scheme == "https") return network_address(scheme, text);
   const bool namesScheme = !scheme.empty() && text.substr(scheme.size() + 1).starts_with("//");
-  if (namesScheme) return refused(text, "only files and http(s) addresses are songs");
+  if (namesScheme) return refused(text, player_text("Player_Err_Scheme"));
   return file_address((std::filesystem::path(folder) / text).string());
 }
 

@@ -1,4 +1,5 @@
 #include "player/model/song_text.h"
+#include "player/texts/player_texts.h"
 
 #include "platform/support/cut_text.h"
 #include "player/model/song_address.h"
@@ -20,23 +21,22 @@ constexpr int32 kEarlyMs = 3000;
 std::string file_type_error(const std::string& path) {
   struct stat file {};
   if (stat(path.c_str(), &file) != 0) return std::strerror(errno);
-  if (S_ISDIR(file.st_mode)) return "this is a folder";
-  return S_ISREG(file.st_mode) ? "" : "this is a pipe or a device, not a file";
+  if (S_ISDIR(file.st_mode)) return player_text("Player_Err_Is_Folder");
+  return S_ISREG(file.st_mode) ? "" : player_text("Player_Err_Is_Device");
 }
 
 std::string file_error(const std::string& path, const std::string& librarySays) {
   if (!is_file_path(path)) return librarySays;
   if (std::string error = file_type_error(path); !error.empty()) return error;
   struct stat file {};
-  if (stat(path.c_str(), &file) == 0 && file.st_size == 0) return "the file is empty";
+  if (stat(path.c_str(), &file) == 0 && file.st_size == 0) return player_text("Player_Err_Is_Empty");
   if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);
   return librarySays;
 }
 
 std::string early_end(const TSong& song, int32 positionMs) {
   if (song.durationMs - positionMs < kEarlyMs) return {};
-  return song.path + " ends at " + clock_text(positionMs) + " instead of " + clock_text(song.durationMs) +
-         ": the file may be truncated";
+  return player_text("Player_Err_Ends_Early", {song.path, clock_text(positionMs), clock_text(song.durationMs)});
 }
 
 std::string clean_text(std::string_view text) {

@@ -6,6 +6,7 @@
 #include "player/sound/song_source.h"
 #include "player/sound/sound_chain.h"
 #include "player/sound/sound_devices.h"
+#include "player/texts/player_texts.h"
 
 #include "platform/kernel/threads.h"
 #include "platform/support/cut_text.h"
@@ -256,7 +257,7 @@ private:
       if (const int64 load = fLastLoad; load != reported) {
         reported = load;
         lock.unlock();
-        Report([load](TSongEvents& events) { events.SongFailed(load, "the audio library could not be started"); });
+        Report([load](TSongEvents& events) { events.SongFailed(load, player_text("Player_Err_No_Sound_Library")); });
         lock.lock();
       }
       fChanges.clear();

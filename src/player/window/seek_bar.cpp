@@ -2,6 +2,7 @@
 
 #include "player/model/display_thread_check.h"
 #include "player/model/song_text.h"
+#include "player/widgets/shown_text.h"
 
 #include <QAccessible>
 #include <QMouseEvent>
@@ -21,11 +22,38 @@ constexpr int kBarStep = 3;
 constexpr int kBarWidth = 2;
 constexpr int kGrooveHeight = 6;
 constexpr double kMarkReach = 5;
+constexpr double kMarkWidth = 5;
+constexpr double kCrowdedStrength = 0.35;
 constexpr int kStepMs = 5000;
 constexpr int kPageMs = 30000;
 
 QColor faint(QColor color, double part) {
   color.setAlphaF(static_cast<float>(part));
+  return color;
+}
+
+/** WCAG contrast ratio of two opaque colours. */
+double contrast(const QColor& a, const QColor& b) {
+  const auto luminance = [](const QColor& color) {
+    const auto linear = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+  };
+  const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+  return (lighter + 0.05) / (darker + 0.05);
+}
+
+/** The theme's accent for the played part, shifted towards the text colour until it stands out: in dark themes it may
+    be as dark as the rest of the waveform. */
+QColor played_color(const QPalette& palette) {
+  constexpr double kEnough = 4.5;
+  const QColor window = palette.color(QPalette::Window);
+  const QColor text = palette.color(QPalette::WindowText);
+  const QColor accent = palette.color(QPalette::Highlight);
+  QColor color = accent;
+  for (int percent = 10; percent < 100 && contrast(color, window) < kEnough; percent += 10) {
+    const auto mix = [percent](int from, int to) { return from + (to - from) * percent / 100; };
+    color = QColor(mix(accent.red(), text.red()), mix(accent.green(), text.green()), mix(accent.blue(), text.blue()));
+  }
   return color;
 }
 
@@ -37,14 +65,23 @@ QString exact_text(int32 timeMs) {
 } // namespace
 
 TSeekBar::TSeekBar() : QSlider(Qt::Horizontal) {
-  setAccessibleName(tr("Playback position"));
-  setToolTip(tr("Playback position (Left, Right: 5 s; Page Up, Page Down: 30 s)"));
+  ShowTexts();
   setFocusPolicy(Qt::TabFocus);
   setMouseTracking(true);
   setTracking(false); // seeks when the mouse button is released
   setSingleStep(kStepMs);
   setPageStep(kPageMs);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void TSeekBar::ShowTexts() {
+  setAccessibleName(shown_text("Player_Position"));
+  setToolTip(shown_text("Player_Position_Tip"));
+}
+
+void TSeekBar::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::LanguageChange) ShowTexts();
+  QSlider::changeEvent(event);
 }
 
 QSize TSeekBar::sizeHint() const {
@@ -73,7 +110,7 @@ void TSeekBar::ShowPosition(int32 positionMs) {
   setValue(positionMs);
   if (!newSecond || !QAccessible::isActive()) return;
   setAccessibleDescription(
-      tr("%1 of %2")
+      shown_text("Player_Time_Of")
           .arg(QString::fromStdString(clock_text(positionMs)), QString::fromStdString(clock_text(maximum()))));
 }
 
@@ -125,7 +162,7 @@ void TSeekBar::ShowMoment(const QPointF& where, const QPoint& onScreen) {
   if (maximum() == 0) return;
   const int32* const mark = MarkAt(where);
   setCursor(mark ? Qt::PointingHandCursor : Qt::ArrowCursor);
-  const QString text = mark ? tr("Line at %1").arg(exact_text(*mark)) : exact_text(MomentAt(where));
+  const QString text = mark ? shown_text("Player_Line_At").arg(exact_text(*mark)) : exact_text(MomentAt(where));
   QToolTip::showText(onScreen, text, this);
 }
 
@@ -166,7 +203,7 @@ void TSeekBar::paintEvent(QPaintEvent* event) {
 void TSeekBar::DrawLoudness(QPainter* painter, const QRect& dirty) const {
   const QRect wave = Wave();
   const double place = XOf(sliderPosition());
-  const QColor played = palette().color(QPalette::Highlight);
+  const QColor played = played_color(palette());
   const QColor coming = faint(palette().color(QPalette::WindowText), 0.3);
   painter->setPen(Qt::NoPen);
   if (fLoudness.empty()) {
@@ -203,16 +240,35 @@ void TSeekBar::DrawRepeat(QPainter* painter) const {
   if (fRepeatToMs >= 0) painter->fillRect(QRectF(right - 1, 0, 2, Wave().bottom() + 2), faint(color, 0.8));
 }
 
+/** The triangles of this mark and a neighbour would overlap. */
+bool TSeekBar::IsCrowded(size_t index) const {
+  const std::vector<int32>& marks = *fMarksMs;
+  const auto isNear = [&](size_t other) { return std::abs(XOf(marks[other]) - XOf(marks[index])) < kMarkWidth + 1; };
+  return (index > 0 && isNear(index - 1)) || (index + 1 < marks.size() && isNear(index + 1));
+}
+
+/** A triangle; where these would overlap, a line of one device pixel. Lines at the same pixel add up, so that a denser
+    passage is darker instead of one black band. */
+void TSeekBar::DrawMark(QPainter* painter, size_t index) const {
+  const int32 markMs = (*fMarksMs)[index];
+  if (markMs < 0 || markMs > maximum()) return;
+  const double top = height() - kMarksHeight + 2;
+  const double x = XOf(markMs);
+  if (!IsCrowded(index)) {
+    const double half = kMarkWidth / 2;
+    painter->drawPolygon(QPolygonF({QPointF(x, top), QPointF(x + half, top + 7), QPointF(x - half, top + 7)}));
+    return;
+  }
+  const double pixel = 1 / devicePixelRatioF();
+  painter->fillRect(QRectF(std::floor(x / pixel) * pixel, top, pixel, 7),
+                    faint(palette().color(QPalette::WindowText), kCrowdedStrength));
+}
+
 void TSeekBar::DrawMarks(QPainter* painter) const {
   if (!fMarksMs || maximum() == 0) return;
-  const double top = height() - kMarksHeight + 2;
   painter->setPen(Qt::NoPen);
   painter->setBrush(palette().color(QPalette::WindowText));
-  for (const int32 markMs : *fMarksMs) {
-    if (markMs < 0 || markMs > maximum()) continue;
-    const double x = XOf(markMs);
-    painter->drawPolygon(QPolygonF({QPointF(x, top), QPointF(x + 2.5, top + 7), QPointF(x - 2.5, top + 7)}));
-  }
+  for (size_t i = 0; i < fMarksMs->size(); ++i) DrawMark(painter, i);
 }
 
 void TSeekBar::DrawPlace(QPainter* painter) const {

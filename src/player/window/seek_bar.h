@@ -27,11 +27,15 @@ protected:
   void leaveEvent(QEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void sliderChange(SliderChange change) override;
+  void changeEvent(QEvent* event) override;
 
 private:
+  void ShowTexts();
   void DrawLoudness(QPainter* painter, const QRect& dirty) const;
   void DrawRepeat(QPainter* painter) const;
   void DrawMarks(QPainter* painter) const;
+  void DrawMark(QPainter* painter, size_t index) const;
+  bool IsCrowded(size_t index) const;
   void DrawPlace(QPainter* painter) const;
   QRect Wave() const;
   double XOf(int32 timeMs) const;

@@ -63,3 +63,39 @@ TEST_F(SeekBar, OnlyTheUserSeeks) {
   Mouse(QEvent::MouseButtonRelease, 3 + 200, kInWave);
   EXPECT_THAT(fRequests, testing::ElementsAre(40000));
 }
+
+TEST_F(SeekBar, ThePlayedPartStandsOutInADarkTheme) {
+  QPalette dark;
+  dark.setColor(QPalette::Window, QColor(0x20, 0x20, 0x20));
+  dark.setColor(QPalette::WindowText, Qt::white);
+  dark.setColor(QPalette::Highlight, QColor(0x10, 0x20, 0x60));
+  fBar.setPalette(dark);
+  fBar.ShowLoudness(std::vector<unsigned char>(500, 255));
+  fBar.ShowPosition(kDurationMs / 2);
+  const QImage picture = fBar.grab().toImage();
+  const auto lightest = [&](int from, int to) {
+    int most = 0;
+    for (int x = from; x < to; ++x) most = std::max(most, picture.pixelColor(x, 10).lightness());
+    return most;
+  };
+  EXPECT_GT(lightest(50, 200), lightest(300, 450));
+}
+
+TEST_F(SeekBar, ThousandsOfMarksShowWhereTheyAreDense) {
+  TPlayerState state;
+  state.current = 0;
+  state.durationMs = kDurationMs;
+  std::vector<int32> marks;
+  for (int i = 0; i < 2000; ++i) marks.push_back(10000 + i * 10);
+  for (int i = 0; i < 100; ++i) marks.push_back(50000 + i * 400);
+  state.marksMs = std::make_shared<std::vector<int32>>(marks);
+  fBar.ShowSong(state);
+  const QImage picture = fBar.grab().toImage();
+  const auto darkness = [&](int from, int to) {
+    int sum = 0;
+    for (int x = from; x < to; ++x) sum += 255 - picture.pixelColor(x, 53).lightness();
+    return sum / (to - from);
+  };
+  EXPECT_GT(darkness(60, 140), 2 * darkness(260, 440));
+  EXPECT_GT(darkness(260, 440), darkness(460, 500)) << "no marks there";
+}
