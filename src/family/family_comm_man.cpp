@@ -120,5 +120,8 @@ bool TFamilyCommMan::ReloadLanguage() {
   load_language(fPluginPath.c_str());
   set_display_language(gLLT->Text("Locale"));
   set_node_monitor_language(fPluginPath, fLanguageWatch.get()); // the chosen file may have changed
+  BMessage notice(kMsgHostLanguage);
+  notice.AddString("path", gPref->Values()->languageFile);
+  BMessenger(be_app).SendMessage(&notice, BMessenger(), 0);
   return true;
 }

@@ -21,6 +21,7 @@ enum : uint32 {
   /** String "Title", as in the record; int32 "TimeMs", any number, ascending: the marks on the seek bar while that song
       plays, in place of earlier ones. */
   kMsgHostMarks = 'SNmk',
+  kMsgHostLanguage = 'SNlg', // string "path": the language file now used by the plug-ins; empty: built-in English
 
   // To either plug-in's manager, from the plug-in object, the menus or the other manager.
   kMsgOpenMain = 'Somr',

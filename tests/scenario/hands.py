@@ -25,13 +25,13 @@ def write(text):
     _do("type", "--delay", 5, "--", text)
 
 
-def click(box, count=1, held=None):
+def click(box, count=1, held=None, button=1):
     """Clicks into the middle of a box, with a key held down if one is named."""
     move(box)
     if held:
         _do("keydown", held)
     try:
-        _do("click", "--repeat", count, "--delay", 40, 1)
+        _do("click", "--repeat", count, "--delay", 40, button)
     finally:
         if held:
             _do("keyup", held)
@@ -144,6 +144,25 @@ def raise_window(title):
 
 def move_window(title, left, top):
     _do("search", "--name", f"^{title}$", "windowmove", left, top)
+
+
+def place_window(title, left, top, width, height):
+    """Without a window manager the size is exact, unless the program limits it."""
+    _do("search", "--name", f"^{title}$", "windowmove", "--sync", left, top, "windowsize", width, height)
+
+
+def count_windows():
+    """Of the program, on the screen; open menus are windows, too."""
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "sonivo"], check=False, capture_output=True)
+    return len(found.stdout.split())
+
+
+def smallest_size(title):
+    """Width and height below which a window manager would not go."""
+    display = Display()
+    hints = _window(display, title).get_wm_normal_hints()
+    display.close()
+    return hints.min_width, hints.min_height
 
 
 def send_to_desktop(title, number):

@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
   // Most threads are idle; limit malloc to two arenas so that freed memory is shared.
   mallopt(M_ARENA_MAX, 2);
   auto* const app = new TSonivoApp(commandLine);
+  app->PostMessage(kMsgPrepare); // while the display starts
   const thread_id thread = app->Run();
   const int exitCode = display::run(argc, argv, [app] {
     // Qt has set the desktop's locale; the audio library needs the C locale for numbers.

@@ -22,6 +22,8 @@ constexpr int64 kTicksPerFileCheck = 10;
 constexpr int32 kPreviousSongWithinMs = 3000;
 /** A shorter range comes from a key pressed twice. */
 constexpr int32 kShortestRepeatMs = 50;
+/** More than a key is ever held back. */
+constexpr int32 kLongestAgoMs = 2000;
 /** The rest of a song in which the next one of the album is queued. */
 constexpr int32 kQueuedBeforeEndMs = 8000;
 
@@ -140,9 +142,11 @@ void TOwnTransport::SetVolume(int32 percent) {
 }
 
 /** Either end may be set first: set after the end, an earlier position becomes the start. */
-void TOwnTransport::SetRepeat(uint32 request) {
+void TOwnTransport::SetRepeat(uint32 request, int32 agoMs) {
   if (!fPlayback.isLoaded) return;
-  const int32 positionMs = PositionMs();
+  const int32 played =
+      fPlayback.isPlaying ? std::clamp(agoMs, int32{0}, kLongestAgoMs) * fPlayback.speedPercent / 100 : 0;
+  const int32 positionMs = std::max(PositionMs() - played, int32{0});
   int32& fromMs = fPlayback.repeatFromMs;
   int32& toMs = fPlayback.repeatToMs;
   if (request == kMsgRepeatOff) fromMs = toMs = -1;

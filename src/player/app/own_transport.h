@@ -47,7 +47,7 @@ public:
   void Seek(int64 positionMs) override;
   void SetSpeed(int64 percent) override;
   void SetVolume(int32 percent) override;
-  void SetRepeat(uint32 request) override;
+  void SetRepeat(uint32 request, int32 agoMs) override;
 
 private:
   /** The song that the sound has queued, to begin without a gap. */

@@ -1,8 +1,11 @@
 #include "player/app/plugin_host.h"
 
+#include "common/koreva.h"
+#include "platform/storage/entry.h"
 #include "player/app/player_events.h"
 #include "player/list/requests.h"
 #include "player/model/player_messages.h"
+#include "player/model/song_address.h"
 
 #include <utility>
 
@@ -74,6 +77,14 @@ void TPluginHost::ShowLyrics(const std::string& path) {
   BMessage open(B_REFS_RECEIVED);
   open.AddRef("refs", &ref);
   BMessenger(kEditorSignature).SendMessage(&open, BMessenger(), 0);
+}
+
+void TPluginHost::ShowLyricsOf(const std::string& song) {
+  if (!is_file_path(song)) return;
+  const std::string lrc = koreva::reext(song, "lrc");
+  const std::string txt = koreva::reext(song, "txt");
+  const bool isOnlyText = !BEntry(lrc.c_str()).Exists() && BEntry(txt.c_str()).Exists();
+  ShowLyrics(isOnlyText ? txt : lrc);
 }
 
 bool TPluginHost::Handle(const BMessage& message) {

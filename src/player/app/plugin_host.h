@@ -17,6 +17,8 @@ public:
   void LoadEditor();
   void LoadOthers();
   /** Opens the file in the editor, once that is loaded. */
+  /** Has the editor open the lyrics file of a song, which may not exist yet. */
+  void ShowLyricsOf(const std::string& song);
   void ShowLyrics(const std::string& path);
   /** Takes the plug-ins' answers. To be called after each one, and regularly while one is pending. */
   void Proceed();

@@ -14,6 +14,8 @@
 #include "player/model/file_kind.h"
 #include "player/model/player_messages.h"
 #include "player/model/song_address.h"
+#include "player/texts/chosen_language.h"
+#include "player/texts/player_texts.h"
 #include "player/window/player_window.h"
 #include "plugin/message_codes.h"
 
@@ -54,9 +56,9 @@ TSonivoApp::TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource)
       fOwn(&fSongs, makeSource(&fSoundMessages), this),
       fBus(BMessenger(this), [sound = fOwn.Sound()] { return sound->PositionMs(); }), fNowPlaying(fOwn.Sound()),
       fSource(&fOwn, &fBus, &fNowPlaying, this, fCommandLine.source), fList(&fSongs, &fOwn, BMessenger(this), this),
-      fSaver(BMessenger(this)), fChoiceSaver(BMessenger(this)), fPlugins(BMessenger(this), this),
-      fCloser(BMessenger(this)), fHost(new TFrontEndHost(&fNowPlaying)), fStartTimer(BMessenger(this)),
-      fPositionTimer(BMessenger(this)) {
+      fSaver(BMessenger(this)), fChoiceSaver(BMessenger(this)), fKeptWindow(BMessenger(this)),
+      fPlugins(BMessenger(this), this), fCloser(BMessenger(this)), fHost(new TFrontEndHost(&fNowPlaying)),
+      fStartTimer(BMessenger(this)), fPositionTimer(BMessenger(this)) {
   if (!fCommandLine.songs.empty()) fList.Open(fCommandLine.songs, starts_paused(fCommandLine));
   fHost->Run();
 }
@@ -84,6 +86,9 @@ void TSonivoApp::MessageReceived(BMessage* message) {
 /** Start, timers and end. */
 bool TSonivoApp::HandleProgress(const BMessage& message) {
   switch (message.what) {
+  case kMsgPrepare:
+    Prepare();
+    return true;
   case kMsgStart:
     Start();
     return true;
@@ -102,6 +107,12 @@ bool TSonivoApp::HandleProgress(const BMessage& message) {
     return true;
   case kMsgKeepChoices:
     SaveChoices();
+    return true;
+  case kMsgWindowPlaced:
+    fKeptWindow.TakePlace(message);
+    return true;
+  case kMsgKeepWindow:
+    fKeptWindow.SaveChanges();
     return true;
   case kMsgLookAtPlugins:
     fPlugins.Proceed();
@@ -139,6 +150,9 @@ bool TSonivoApp::HandleChoice(const BMessage& message) {
   case kMsgChoose:
     Choose(message);
     return true;
+  case kMsgSongLyrics:
+    for (const std::string& path : paths_in(message)) fPlugins.ShowLyricsOf(path);
+    return true;
   case kMsgDropFiles:
     TakeDrop(message);
     return true;
@@ -171,6 +185,9 @@ bool TSonivoApp::HandleDesktop(const BMessage& message) {
   case kMsgBusRaise:
     if (fWindow) fWindow->BringToFront();
     return true;
+  case kMsgHostLanguage:
+    TakeLanguage(message);
+    return true;
   case kMsgCover:
     message.FindString("path", &fCover.song);
     message.FindString("file", &fCover.file);
@@ -181,8 +198,14 @@ bool TSonivoApp::HandleDesktop(const BMessage& message) {
   }
 }
 
+void TSonivoApp::Prepare() {
+  std::string error; // reported when the plug-ins are loaded
+  load_player_texts(chosen_language_file(plugin_folder(&error) + "/Language"));
+  fKeptWindow.Restore();
+}
+
 void TSonivoApp::Start() {
-  fWindow = new TPlayerWindow(BMessenger(this));
+  fWindow = new TPlayerWindow(BMessenger(this), fKeptWindow.OpeningFrame(), fKeptWindow.IsMaximized());
   // Before the plug-ins: their windows look for this one, which they are placed next to and follow. They are made on
   // threads of their own while this one comes up.
   fWindow->Show();
@@ -229,6 +252,14 @@ void TSonivoApp::TakeDrop(const BMessage& message) {
   if (!songs.empty()) fList.Handle(add);
   if (!lyrics.empty()) fPlugins.ShowLyrics(local_path(lyrics.front()));
   if (!others.empty()) ErrorOccurred(refusal_of(others));
+}
+
+/** The plug-ins have loaded another language. */
+void TSonivoApp::TakeLanguage(const BMessage& message) {
+  std::string path;
+  if (message.FindString("path", &path) != B_OK || !load_player_texts(path) || !fWindow) return;
+  fWindow->LanguageChanged();
+  StateChanged();
 }
 
 /** The songs of another start of the program are played here. */
@@ -384,6 +415,7 @@ void TSonivoApp::EndIfAgreed() {
   if (!fCloser.TakeConsent()) return;
   SaveList();
   SaveChoices();
+  fKeptWindow.SaveChanges();
   fStartTimer.Stop();
   fPlugins.BeginEnd();
   fPlugins.Proceed();

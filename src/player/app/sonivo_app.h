@@ -4,6 +4,7 @@
 #include "player/app/choice_saver.h"
 #include "player/app/command_line.h"
 #include "player/app/errors.h"
+#include "player/app/kept_window.h"
 #include "player/app/list_editor.h"
 #include "player/app/list_saver.h"
 #include "player/app/own_transport.h"
@@ -40,6 +41,8 @@ private:
     std::string file;
   };
 
+  /** Settings and texts that the window needs. */
+  void Prepare();
   void Start();
   void PlayFirstSong();
   void LoadOthers();
@@ -65,6 +68,7 @@ private:
   /** Songs go to the list, lyrics to the editor; other files are refused with a word. */
   void TakeDrop(const BMessage& message);
   void Choose(const BMessage& message);
+  void TakeLanguage(const BMessage& message);
   void SaveList();
   void SaveChoices();
   void CloseRequested();
@@ -81,6 +85,7 @@ private:
   TListEditor fList;
   TListSaver fSaver;
   TChoiceSaver fChoiceSaver;
+  TKeptWindow fKeptWindow;
   TPluginHost fPlugins;
   TWindowCloser fCloser;
   TErrors fErrors;

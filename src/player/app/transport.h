@@ -23,8 +23,9 @@ public:
   virtual void SetSpeed(int64 percent) = 0;
   /** Bounded to 0 to 100. */
   virtual void SetVolume(int32 percent) = 0;
-  /** kMsgRepeatFrom, kMsgRepeatTo: sets that end of the A-B repeat to the current position; kMsgRepeatOff. */
-  virtual void SetRepeat(uint32 /*request*/) {}
+  /** kMsgRepeatFrom, kMsgRepeatTo: sets that end of the A-B repeat to the position of `agoMs`
+      ago; kMsgRepeatOff. */
+  virtual void SetRepeat(uint32 /*request*/, int32 /*agoMs*/) {}
 };
 
 inline constexpr int64 kSlowestPercent = 25;

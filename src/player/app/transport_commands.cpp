@@ -24,6 +24,13 @@ const char* field_of(uint32 command) {
   }
 }
 
+bool set_repeat(const BMessage& message, TTransport* transport) {
+  int32 agoMs = 0;
+  message.FindInt32("agoMs", &agoMs);
+  transport->SetRepeat(message.what, agoMs);
+  return true;
+}
+
 void carry_out(uint32 command, int32 number, TTransport* transport) {
   switch (command) {
   case kMsgSeek:
@@ -51,8 +58,7 @@ bool handle_transport_command(const BMessage& message, TTransport* transport) {
   case kMsgRepeatFrom:
   case kMsgRepeatTo:
   case kMsgRepeatOff:
-    transport->SetRepeat(message.what);
-    return true;
+    return set_repeat(message, transport);
   default:
     break;
   }

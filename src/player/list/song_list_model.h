@@ -11,6 +11,7 @@ public:
   void Show(std::shared_ptr<const TSongs> songs, int32 current);
 
   const TSong& At(int row) const { return (*fSongs)[static_cast<size_t>(row)]; }
+  int Current() const { return fCurrent; }
   bool IsCurrent(int row) const { return row == fCurrent; }
 
   int rowCount(const QModelIndex& parent = {}) const override;

@@ -1,9 +1,11 @@
 #include "player/list/song_list_view.h"
 
 #include "player/list/requests.h"
+#include "player/list/song_actions.h"
 #include "player/list/song_row_painter.h"
 #include "player/model/player_messages.h"
 #include "player/widgets/dropped_files.h"
+#include "player/widgets/shown_text.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -24,7 +26,7 @@ constexpr qint64 kInUseMs = 10000;
 TSongListView::TSongListView(const BMessenger& player) : fPlayer(player) {
   setModel(&fModel);
   setItemDelegate(new TSongRowPainter(this));
-  setAccessibleName(tr("Playlist"));
+  setAccessibleName(shown_text("Player_Playlist"));
   setUniformItemSizes(true); // fast layout of ten thousand songs
   setAlternatingRowColors(true);
   setSelectionMode(ExtendedSelection);
@@ -39,6 +41,7 @@ TSongListView::TSongListView(const BMessenger& player) : fPlayer(player) {
 void TSongListView::Show(const TPlayerState& state) {
   if (std::exchange(fIsSearching, state.isSearching) != fIsSearching) viewport()->update();
   fModel.Show(state.songs, state.current);
+  if (!fFilter.IsEmpty()) FilterRows();
   const bool hasCurrent = state.current >= 0 && state.current < fModel.rowCount();
   const int64 id = hasCurrent ? fModel.At(state.current).id : 0;
   if (std::exchange(fCurrentId, id) != id && id != 0 && !IsInUse()) scrollTo(fModel.index(state.current));
@@ -57,7 +60,9 @@ bool TSongListView::viewportEvent(QEvent* event) {
 
 std::vector<int> TSongListView::SelectedRows() const {
   std::vector<int> rows;
-  for (const QModelIndex& index : selectionModel()->selectedRows()) rows.push_back(index.row());
+  for (const QModelIndex& index : selectionModel()->selectedRows()) {
+    if (!isRowHidden(index.row())) rows.push_back(index.row()); // "select all" includes what the filter hides
+  }
   std::sort(rows.begin(), rows.end());
   return rows;
 }
@@ -66,6 +71,51 @@ std::vector<int64> TSongListView::SelectedIds() const {
   std::vector<int64> ids;
   for (const int row : SelectedRows()) ids.push_back(fModel.At(row).id);
   return ids;
+}
+
+void TSongListView::SetFilter(const QString& words) {
+  fFilter = TSongFilter(words);
+  FilterRows();
+  scrollTo(currentIndex());
+}
+
+/** Moves the cursor to the first visible song if its own is hidden. */
+void TSongListView::FilterRows() {
+  int first = -1;
+  for (int row = fModel.rowCount() - 1; row >= 0; --row) {
+    const bool matches = fFilter.Matches(fModel.At(row));
+    if (isRowHidden(row) == matches) setRowHidden(row, !matches);
+    if (matches) first = row;
+  }
+  const bool isSeen = currentIndex().isValid() && !isRowHidden(currentIndex().row());
+  if (!isSeen && !fFilter.IsEmpty()) setCurrentIndex(fModel.index(first));
+  viewport()->update();
+}
+
+/** The first song from the current one on whose title, or else whose artist or any word in them, begins like that. */
+void TSongListView::FindTyped(const QString& typed) {
+  const QString wanted = folded_text(typed);
+  const int count = fModel.rowCount();
+  const int from = std::max(currentIndex().row(), 0);
+  int found = -1;
+  for (int i = 0; i < count; ++i) {
+    const int row = (from + i) % count;
+    if (isRowHidden(row)) continue;
+    const TSong& song = fModel.At(row);
+    const QString title = folded_text(QString::fromStdString(song.title));
+    if (title.startsWith(wanted)) return setCurrentIndex(fModel.index(row));
+    const QString all = ' ' + title + ' ' + folded_text(QString::fromStdString(song.artist));
+    if (found < 0 && all.contains(' ' + wanted)) found = row;
+  }
+  if (found >= 0) setCurrentIndex(fModel.index(found));
+}
+
+void TSongListView::PlayCurrent() {
+  if (currentIndex().isValid()) ask(fPlayer, kMsgPlaySong, "index", currentIndex().row());
+}
+
+void TSongListView::PlayNext() {
+  ask_about_songs(fPlayer, kMsgMoveSongs, SelectedIds(), fModel.Current() + 1);
 }
 
 void TSongListView::RemoveSelected() {
@@ -116,14 +166,19 @@ void TSongListView::ShowDrop(int row) {
   viewport()->update();
 }
 
+/** What an empty list says. */
+QString TSongListView::HintText() const {
+  if (fModel.rowCount() == 0) return shown_text(fIsSearching ? "Player_Searching" : "Player_Drop_Hint");
+  const bool isAllHidden = !fFilter.IsEmpty() && (!currentIndex().isValid() || isRowHidden(currentIndex().row()));
+  return isAllHidden ? shown_text("Player_No_Match") : QString();
+}
+
 void TSongListView::paintEvent(QPaintEvent* event) {
   QListView::paintEvent(event);
   QPainter painter(viewport());
-  if (fModel.rowCount() == 0) {
+  if (const QString hint = HintText(); !hint.isEmpty()) {
     painter.setOpacity(kHintStrength);
-    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
-                     fIsSearching ? tr("Searching for songs…")
-                                  : tr("Drop songs, folders or playlists here,\nor press Ctrl+O"));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, hint);
     painter.setOpacity(1);
   }
   if (fDropRow < 0) return;
@@ -155,8 +210,19 @@ void TSongListView::dropEvent(QDropEvent* event) {
   ShowDrop(-1);
 }
 
+bool TSongListView::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && fTypeAhead.Takes(*static_cast<QKeyEvent*>(event))) event->accept();
+  return QListView::event(event);
+}
+
+void TSongListView::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::LanguageChange) setAccessibleName(shown_text("Player_Playlist"));
+  QListView::changeEvent(event);
+}
+
 void TSongListView::keyPressEvent(QKeyEvent* event) {
   fUsed.start();
+  if (fTypeAhead.Press(*event)) return;
   const bool alone = event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier;
   if (event->key() == Qt::Key_Delete && alone) return RemoveSelected();
   QListView::keyPressEvent(event);
@@ -168,13 +234,18 @@ void TSongListView::contextMenuEvent(QContextMenuEvent* event) {
   if (!index.isValid()) return;
   auto* const menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->addAction(tr("&Play\tReturn"), this, [this, id = fModel.At(index.row()).id] {
+  const TSong song = fModel.At(index.row());
+  menu->addAction(menu_text("Player_Play", Qt::Key_Return), this, [this, id = song.id] {
     for (int row = 0; row < fModel.rowCount(); ++row) {
       if (fModel.At(row).id == id) ask(fPlayer, kMsgPlaySong, "index", row);
     }
   });
-  menu->addAction(tr("Move &up\tAlt+Up"), this, [this] { MoveSelected(-1); });
-  menu->addAction(tr("Move &down\tAlt+Down"), this, [this] { MoveSelected(1); });
-  menu->addAction(tr("&Remove from playlist\tDelete"), this, [this] { RemoveSelected(); });
+  menu->addAction(shown_text("Player_Play_Next"), this, [this] { PlayNext(); });
+  menu->addAction(menu_text("Player_Move_Up", Qt::ALT | Qt::Key_Up), this, [this] { MoveSelected(-1); });
+  menu->addAction(menu_text("Player_Move_Down", Qt::ALT | Qt::Key_Down), this, [this] { MoveSelected(1); });
+  menu->addSeparator();
+  add_song_actions(menu, fPlayer, song);
+  menu->addSeparator();
+  menu->addAction(menu_text("Player_Remove", Qt::Key_Delete), this, [this] { RemoveSelected(); });
   menu->popup(isByKey ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos());
 }

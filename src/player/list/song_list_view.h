@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/app/messenger.h"
+#include "player/list/song_filter.h"
 #include "player/list/song_list_model.h"
+#include "player/list/type_ahead.h"
 
 #include <QElapsedTimer>
 #include <QListView>
@@ -17,11 +19,20 @@ public:
   /** Scrolls to the next song that becomes current in any case, since the user has asked for it. */
   void FollowNextSong() { fUsed.invalidate(); }
   int32 FirstSeenRow() const { return indexAt(QPoint(0, 0)).row(); }
+  /** Hides all other songs. */
+  void SetFilter(const QString& words);
+  void PlayCurrent();
+  /** The letters that are commands when no name is being typed. */
+  void SetCommands(const QString& letters, TTypeAhead::TCommand command) {
+    fTypeAhead.SetCommands(letters, std::move(command));
+  }
   void RemoveSelected();
   /** By one place up (-1) or down (1). */
   void MoveSelected(int direction);
 
 protected:
+  bool event(QEvent* event) override;
+  void changeEvent(QEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -35,6 +46,10 @@ protected:
   void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+  void FilterRows();
+  void FindTyped(const QString& typed);
+  void PlayNext();
+  QString HintText() const;
   std::vector<int> SelectedRows() const;
   std::vector<int64> SelectedIds() const;
   /** The row before which a drop here inserts. */
@@ -44,6 +59,8 @@ private:
 
   const BMessenger fPlayer;
   TSongListModel fModel;
+  TSongFilter fFilter;
+  TTypeAhead fTypeAhead{[this](const QString& typed) { FindTyped(typed); }};
   int64 fCurrentId = 0;
   bool fIsSearching = false;
   QElapsedTimer fUsed; // since the last action in the list; invalid after the pointer has left it

@@ -5,12 +5,13 @@ enum : unsigned int {
   kMsgPlayPause = 'plpp',
   kMsgNext = 'plnx',
   kMsgPrevious = 'plpv',
-  kMsgPlaySong = 'plgo',   // int32 "index"
-  kMsgSeek = 'plsk',       // int32 "positionMs"
-  kMsgVolume = 'plvo',     // int32 "percent"
-  kMsgSpeed = 'plsp',      // int32 "percent"
-  kMsgRepeatFrom = 'plra', // from the current position
-  kMsgRepeatTo = 'plrb',   // up to the current position
+  kMsgPlaySong = 'plgo', // int32 "index"
+  kMsgSeek = 'plsk',     // int32 "positionMs"
+  kMsgVolume = 'plvo',   // int32 "percent"
+  kMsgSpeed = 'plsp',    // int32 "percent"
+  // The position at which the user pressed the key, int32 "agoMs" ago (absent: 0).
+  kMsgRepeatFrom = 'plra', // from there
+  kMsgRepeatTo = 'plrb',   // up to there
   kMsgRepeatOff = 'plrx',
   kMsgChoose = 'plch',      // the changed fields of player/model/player_choices.h
   kMsgFindDevices = 'plfo', // look for output devices
@@ -23,6 +24,7 @@ enum : unsigned int {
   kMsgClearSongs = 'plcl',
   kMsgSaveList = 'plsv',    // string "path"
   kMsgTagsFound = 'pltg',   // of the songs "id": the fields of player/list/tag_fields.h
+  kMsgSongLyrics = 'plsl',  // string "path": the editor opens that song's lyrics
   kMsgCover = 'plcv',       // strings "path" of the song and "file" of its cover
   kMsgKeep = 'plkp',        // timer: save the list for the next run
   kMsgKeepChoices = 'plkc', // timer: save the choices of the menu
@@ -34,6 +36,8 @@ enum : unsigned int {
   kMsgAboutPlugin = 'pgab',
   kMsgLookAtPlugins = 'pgla', // a plug-in has answered, or timer
   kMsgWindowCloses = 'plwc',  // the player is to end
+  kMsgWindowPlaced = 'plwp',  // rect "frame", without its decoration and while not maximized; bool "maximized"
+  kMsgKeepWindow = 'plkw',    // timer: save the window's place
   kMsgLookAtWindows = 'pllw', // timer: have the asked windows gone?
   // From the sound; concerning a song: int64 "load".
   kMsgSongLoaded = 'psld', // the fields of player/list/tag_fields.h
@@ -44,6 +48,7 @@ enum : unsigned int {
   kMsgDevices = 'psdv',       // output devices: strings "name" and "description"
   kMsgDeviceLost = 'psdl',    // string "device"
   kMsgTick = 'tick',          // timer: show the position
+  kMsgPrepare = 'plpr',       // before kMsgStart: loads what the windows need
   kMsgStart = 'plst',
   kMsgFirstSong = 'plfs',    // timer: begin the first song
   kMsgOtherPlugins = 'plop', // timer: load the plug-ins other than the editor

@@ -1,7 +1,9 @@
 #include "player/window/cover_view.h"
 
+#include "player/widgets/shown_text.h"
 #include "player/window/player_icons.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -13,7 +15,8 @@ constexpr int kNoteSide = 36;
 
 TCoverView::TCoverView() {
   setFixedSize(kSide, kSide);
-  setAccessibleName(tr("Cover art"));
+  setAccessibleName(shown_text("Player_Cover"));
+  setContextMenuPolicy(Qt::CustomContextMenu);
 }
 
 QSize TCoverView::sizeHint() const {
@@ -23,6 +26,11 @@ QSize TCoverView::sizeHint() const {
 void TCoverView::Show(const QImage& picture) {
   fPicture = picture;
   update();
+}
+
+void TCoverView::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::LanguageChange) setAccessibleName(shown_text("Player_Cover"));
+  QWidget::changeEvent(event);
 }
 
 void TCoverView::paintEvent(QPaintEvent*) {

@@ -3,7 +3,7 @@
 #include <QImage>
 #include <QWidget>
 
-/** The song's cover, or a placeholder. */
+/** The song's cover, or a placeholder. Its owner provides the context menu. */
 class TCoverView : public QWidget {
 public:
   TCoverView();
@@ -12,6 +12,7 @@ public:
 
 protected:
   void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
 private:
   QImage fPicture;

@@ -2,6 +2,7 @@
 
 #include "player/list/requests.h"
 #include "player/model/player_messages.h"
+#include "player/widgets/shown_text.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -22,21 +23,21 @@ QFileDialog* new_dialog(QWidget* parent, const BMessenger& player, const QString
 } // namespace
 
 void choose_songs(QWidget* parent, const BMessenger& player) {
-  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Open songs or playlists"), kMsgAddSongs);
+  QFileDialog* const dialog = new_dialog(parent, player, shown_text("Player_Open_Title"), kMsgAddSongs);
   dialog->setFileMode(QFileDialog::ExistingFiles);
   dialog->open();
 }
 
 void choose_folder(QWidget* parent, const BMessenger& player) {
-  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Open folder"), kMsgAddSongs);
+  QFileDialog* const dialog = new_dialog(parent, player, shown_text("Player_Open_Folder_Title"), kMsgAddSongs);
   dialog->setFileMode(QFileDialog::Directory);
   dialog->open();
 }
 
 void choose_list_file(QWidget* parent, const BMessenger& player) {
-  QFileDialog* const dialog = new_dialog(parent, player, QObject::tr("Save playlist"), kMsgSaveList);
+  QFileDialog* const dialog = new_dialog(parent, player, shown_text("Player_Save_List_Title"), kMsgSaveList);
   dialog->setAcceptMode(QFileDialog::AcceptSave);
-  dialog->setNameFilter(QObject::tr("Playlists (*.m3u8 *.m3u)"));
+  dialog->setNameFilter(shown_text("Player_List_Files"));
   dialog->setDefaultSuffix(QStringLiteral("m3u8"));
   dialog->open();
 }

@@ -2,6 +2,7 @@
 
 #include "player/list/requests.h"
 #include "player/model/player_messages.h"
+#include "player/widgets/shown_text.h"
 #include "player/window/player_icons.h"
 
 #include <QComboBox>
@@ -46,53 +47,49 @@ protected:
   }
 };
 
-QString tip_of(const QString& name, const QString& key) {
-  return key.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, key);
-}
-
 } // namespace
 
 TPlayerControls::TPlayerControls(const BMessenger& player) : fPlayer(player) {
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(2);
-  AddButton("previous", tr("Previous song"), tr("P"), kMsgPrevious);
-  fPlayButton = AddButton("play", tr("Play / pause"), tr("Space"), kMsgPlayPause);
-  AddButton("next", tr("Next song"), tr("N"), kMsgNext);
+  AddButton("previous", "Player_Previous", Qt::Key_P, kMsgPrevious);
+  fPlayButton = AddButton("play", "Player_Play_Pause", Qt::Key_Space, kMsgPlayPause);
+  AddButton("next", "Player_Next", Qt::Key_N, kMsgNext);
   row->addSpacing(8);
-  fFromButton = AddRepeatButton("A", tr("Repeat: start here"), kMsgRepeatFrom);
-  fToButton = AddRepeatButton("B", tr("Repeat: end here"), kMsgRepeatTo);
+  fFromButton = AddRepeatButton("A", "Player_Repeat_From", kMsgRepeatFrom);
+  fToButton = AddRepeatButton("B", "Player_Repeat_To", kMsgRepeatTo);
   row->addStretch(1);
   AddSpeed();
   AddVolume();
   row->addSpacing(4);
-  fMenuButton = AddButton("menu", tr("Menu"), tr("Alt+M"), 0);
+  fMenuButton = AddButton("menu", "Player_Menu", Qt::ALT | Qt::Key_M, 0);
+  ShowTexts();
 }
 
-QToolButton* TPlayerControls::AddButton(const QString& icon, const QString& name, const QString& key, uint32 request) {
+QToolButton* TPlayerControls::AddButton(const QString& icon, const char* name, const QKeySequence& key,
+                                        uint32 request) {
   auto* const button = new QToolButton;
   button->setIcon(player_icon(icon));
   button->setIconSize(QSize(20, 20));
   button->setMinimumSize(36, 34);
   button->setAutoRaise(true);
-  button->setToolTip(tip_of(name, key));
-  button->setAccessibleName(name);
   button->setFocusPolicy(Qt::TabFocus);
+  fButtons.push_back({button, name, key, false});
   if (request != 0) connect(button, &QToolButton::clicked, this, [this, request] { ask(fPlayer, request); });
   layout()->addWidget(button);
   return button;
 }
 
 /** Checked while its end is set; clicking it again cancels the repeat. The letter is its shortcut, too. */
-QToolButton* TPlayerControls::AddRepeatButton(const QString& letter, const QString& name, uint32 request) {
+QToolButton* TPlayerControls::AddRepeatButton(const QString& letter, const char* name, uint32 request) {
   auto* const button = new QToolButton;
   button->setText(letter);
   button->setMinimumSize(30, 34);
   button->setAutoRaise(true);
   button->setCheckable(true);
-  button->setToolTip(tip_of(name, tr("%1; X: stop repeating").arg(letter)));
-  button->setAccessibleName(name);
   button->setFocusPolicy(Qt::TabFocus);
+  fButtons.push_back({button, name, QKeySequence(letter), true});
   connect(button, &QToolButton::clicked, this,
           [this, request](bool wanted) { ask(fPlayer, wanted ? request : kMsgRepeatOff); });
   layout()->addWidget(button);
@@ -102,8 +99,6 @@ QToolButton* TPlayerControls::AddRepeatButton(const QString& letter, const QStri
 void TPlayerControls::AddSpeed() {
   fSpeed = new QComboBox;
   show_speed(fSpeed, 100);
-  fSpeed->setToolTip(tr("Speed, same pitch (Ctrl+Up, Ctrl+Down: 5%; Ctrl+0: normal)"));
-  fSpeed->setAccessibleName(tr("Speed"));
   fSpeed->setFocusPolicy(Qt::TabFocus);
   connect(fSpeed, &QComboBox::activated, this,
           [this] { ask(fPlayer, kMsgSpeed, "percent", fSpeed->currentData().toInt()); });
@@ -111,18 +106,35 @@ void TPlayerControls::AddSpeed() {
 }
 
 void TPlayerControls::AddVolume() {
-  QToolButton* const mute = AddButton("volume", tr("Mute / unmute"), tr("M"), 0);
+  QToolButton* const mute = AddButton("volume", "Player_Mute", Qt::Key_M, 0);
   mute->setIconSize(QSize(16, 16));
   mute->setMinimumSize(28, 34);
   connect(mute, &QToolButton::clicked, this, [this] { Mute(); });
   fVolume = new TClickSlider;
   fVolume->setRange(0, 100);
   fVolume->setFixedWidth(kVolumeWidth);
-  fVolume->setToolTip(tr("Volume (+, −)"));
-  fVolume->setAccessibleName(tr("Volume"));
   fVolume->setFocusPolicy(Qt::TabFocus);
   connect(fVolume, &QSlider::valueChanged, this, [this](int value) { ask(fPlayer, kMsgVolume, "percent", value); });
   layout()->addWidget(fVolume);
+}
+
+void TPlayerControls::ShowTexts() {
+  for (const TNamedButton& named : fButtons) {
+    const QString name = shown_text(named.name);
+    const QString letter = shown_key(named.key);
+    named.button->setAccessibleName(name);
+    named.button->setToolTip(
+        QStringLiteral("%1 (%2)").arg(name, named.isRepeat ? shown_text("Player_Repeat_Keys").arg(letter) : letter));
+  }
+  fSpeed->setToolTip(shown_text("Player_Speed_Tip"));
+  fSpeed->setAccessibleName(shown_text("Player_Speed"));
+  fVolume->setToolTip(shown_text("Player_Volume_Tip"));
+  fVolume->setAccessibleName(shown_text("Player_Volume"));
+}
+
+void TPlayerControls::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::LanguageChange) ShowTexts();
+  QWidget::changeEvent(event);
 }
 
 void TPlayerControls::ChangeVolume(int percent) {

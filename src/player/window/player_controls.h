@@ -3,7 +3,10 @@
 #include "platform/app/messenger.h"
 #include "player/model/player_state.h"
 
+#include <QKeySequence>
 #include <QWidget>
+
+#include <vector>
 
 class QComboBox;
 class QSlider;
@@ -20,13 +23,24 @@ public:
   void ChangeVolume(int percent);
   void Mute();
 
+protected:
+  void changeEvent(QEvent* event) override;
+
 private:
-  QToolButton* AddButton(const QString& icon, const QString& name, const QString& key, uint32 request);
-  QToolButton* AddRepeatButton(const QString& letter, const QString& name, uint32 request);
+  struct TNamedButton {
+    QToolButton* button;
+    const char* name; // key of its text
+    QKeySequence key;
+    bool isRepeat;
+  };
+  QToolButton* AddButton(const QString& icon, const char* name, const QKeySequence& key, uint32 request);
+  QToolButton* AddRepeatButton(const QString& letter, const char* name, uint32 request);
+  void ShowTexts();
   void AddSpeed();
   void AddVolume();
 
   const BMessenger fPlayer;
+  std::vector<TNamedButton> fButtons;
   QToolButton* fPlayButton = nullptr;
   QToolButton* fFromButton = nullptr;
   QToolButton* fToButton = nullptr;

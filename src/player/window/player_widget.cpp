@@ -1,6 +1,9 @@
 #include "player/window/player_widget.h"
 
+#include "common/app_info.h"
+#include "platform/app/message.h"
 #include "player/list/requests.h"
+#include "player/list/song_actions.h"
 #include "player/list/song_list_view.h"
 #include "player/list/tag_reader.h"
 #include "player/model/display_thread_check.h"
@@ -8,9 +11,11 @@
 #include "player/model/song_text.h"
 #include "player/widgets/dropped_files.h"
 #include "player/widgets/elided_label.h"
+#include "player/widgets/shown_text.h"
 #include "player/widgets/tool_tip.h"
 #include "player/window/cover_view.h"
 #include "player/window/file_choosers.h"
+#include "player/window/filter_bar.h"
 #include "player/window/player_controls.h"
 #include "player/window/seek_bar.h"
 #include "player/window/song_pictures.h"
@@ -21,6 +26,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QShortcut>
 #include <QTimer>
@@ -35,8 +41,11 @@ constexpr double kArtistStrength = 0.65;
 constexpr int kSeekStepMs = 5000;
 constexpr int kSpeedStep = 5;
 constexpr int kVolumeStep = 5;
+constexpr QLatin1String kLetters("NPABXM");
 /** After what the first song needs. */
 constexpr int kReadTagsAfterMs = 1000;
+constexpr int kMinWidth = 360;
+constexpr int kMinHeight = 320;
 
 QLabel* new_label(const QString& text = {}) {
   auto* const label = new QLabel(text);
@@ -56,6 +65,7 @@ TPlayerWidget::TPlayerWidget(const BMessenger& player) : fPlayer(player) {
   connect(fControls->MenuButton(), &QToolButton::clicked, this, [this] { OpenMenu(); });
   column->addWidget(fControls);
   fList = new TSongListView(player);
+  fList->SetCommands(kLetters, [this](Qt::Key key, int heldMs) { RunLetter(key, heldMs); });
   column->addWidget(fList, 1);
   MakeShortcuts();
   setAcceptDrops(true);
@@ -64,6 +74,7 @@ TPlayerWidget::TPlayerWidget(const BMessenger& player) : fPlayer(player) {
 
 void TPlayerWidget::MakeHead() {
   fCover = new TCoverView;
+  connect(fCover, &QWidget::customContextMenuRequested, this, [this](const QPoint& where) { OpenCoverMenu(where); });
   fTitle = new TElidedLabel;
   QFont large = fTitle->font();
   large.setPointSizeF(large.pointSizeF() * 1.5); // not bold: loading a second font delays the start
@@ -102,15 +113,11 @@ void TPlayerWidget::MakeShortcuts() {
     add(key, [this, request] { ask(fPlayer, request); });
   };
   addRequest(Qt::Key_Space, kMsgPlayPause);
-  for (const auto& [key, request] : {std::pair{Qt::Key_N, kMsgNext}, {Qt::Key_P, kMsgPrevious}}) {
-    add(key, [this, request = request] {
-      fList->FollowNextSong();
-      ask(fPlayer, request);
-    });
+  // The list handles the letters itself while it has the focus, to tell them from a name that is being typed.
+  for (const QChar letter : kLetters) {
+    const auto key = static_cast<Qt::Key>(letter.unicode());
+    add(key, [this, key] { RunLetter(key, 0); });
   }
-  addRequest(Qt::Key_A, kMsgRepeatFrom);
-  addRequest(Qt::Key_B, kMsgRepeatTo);
-  addRequest(Qt::Key_X, kMsgRepeatOff);
   add(Qt::Key_Left, [this] { SeekBy(-kSeekStepMs); });
   add(Qt::Key_Right, [this] { SeekBy(kSeekStepMs); });
   add(Qt::CTRL | Qt::Key_Up, [this] { ask(fPlayer, kMsgHostSpeedBy, "Percent", kSpeedStep); });
@@ -118,14 +125,65 @@ void TPlayerWidget::MakeShortcuts() {
   add(Qt::CTRL | Qt::Key_0, [this] { ask(fPlayer, kMsgSpeed, "percent", 100); });
   add(Qt::Key_Plus, [this] { fControls->ChangeVolume(kVolumeStep); });
   add(Qt::Key_Minus, [this] { fControls->ChangeVolume(-kVolumeStep); });
-  add(Qt::Key_M, [this] { fControls->Mute(); });
   add(Qt::ALT | Qt::Key_Up, [this] { fList->MoveSelected(-1); });
   add(Qt::ALT | Qt::Key_Down, [this] { fList->MoveSelected(1); });
   add(Qt::CTRL | Qt::Key_O, [this] { choose_songs(this, fPlayer); });
   add(Qt::CTRL | Qt::SHIFT | Qt::Key_O, [this] { choose_folder(this, fPlayer); });
   add(Qt::CTRL | Qt::Key_S, [this] { choose_list_file(this, fPlayer); });
   add(Qt::CTRL | Qt::Key_Delete, [this] { ask(fPlayer, kMsgClearSongs); });
+  add(Qt::CTRL | Qt::Key_F, [this] { OpenFilter(); });
+  addRequest(Qt::CTRL | Qt::Key_Q, kMsgWindowCloses);
   add(Qt::ALT | Qt::Key_M, [this] { OpenMenu(); });
+}
+
+void TPlayerWidget::RunLetter(Qt::Key key, int agoMs) {
+  switch (key) {
+  case Qt::Key_N:
+    return Skip(kMsgNext);
+  case Qt::Key_P:
+    return Skip(kMsgPrevious);
+  case Qt::Key_A:
+    return ask(fPlayer, kMsgRepeatFrom, "agoMs", agoMs);
+  case Qt::Key_B:
+    return ask(fPlayer, kMsgRepeatTo, "agoMs", agoMs);
+  case Qt::Key_X:
+    return ask(fPlayer, kMsgRepeatOff);
+  default:
+    return fControls->Mute();
+  }
+}
+
+void TPlayerWidget::Skip(uint32 request) {
+  fList->FollowNextSong();
+  ask(fPlayer, request);
+}
+
+void TPlayerWidget::OpenFilter() {
+  if (fFilterBar == nullptr) {
+    fFilterBar = new TFilterBar(fList);
+    auto* const column = static_cast<QVBoxLayout*>(layout());
+    column->insertWidget(column->indexOf(fList), fFilterBar);
+  }
+  fFilterBar->Open();
+}
+
+void TPlayerWidget::OpenCoverMenu(const QPoint& where) {
+  if (!fShown) return;
+  auto* const menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->addAction(menu_text("Player_Play_Pause", Qt::Key_Space), this, [this] { ask(fPlayer, kMsgPlayPause); });
+  menu->addSeparator();
+  add_song_actions(menu, fPlayer, *fShown);
+  menu->popup(fCover->mapToGlobal(where));
+}
+
+void TPlayerWidget::ShowAbout() {
+  auto* const box =
+      new QMessageBox(QMessageBox::NoIcon, "Sonivo", QStringLiteral("Sonivo  %1").arg(gAppVer), QMessageBox::Ok, this);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setIconPixmap(windowIcon().pixmap(64));
+  box->setInformativeText(shown_text("Player_About_Text"));
+  box->open();
 }
 
 void TPlayerWidget::SeekBy(int ms) {
@@ -142,14 +200,24 @@ void TPlayerWidget::OpenMenu() {
 /** The keys after the tabs are only labels: MakeShortcuts makes them work before the menu exists. */
 void TPlayerWidget::MakeMenu() {
   fMenu = new QMenu(this);
-  fMenu->addAction(tr("&Open songs or playlists…\tCtrl+O"), this, [this] { choose_songs(this, fPlayer); });
-  fMenu->addAction(tr("Open &folder…\tCtrl+Shift+O"), this, [this] { choose_folder(this, fPlayer); });
-  fMenu->addAction(tr("&Save playlist…\tCtrl+S"), this, [this] { choose_list_file(this, fPlayer); });
+  fMenu->addAction(menu_text("Player_Open", Qt::CTRL | Qt::Key_O), this, [this] { choose_songs(this, fPlayer); });
+  fMenu->addAction(menu_text("Player_Open_Folder", Qt::CTRL | Qt::SHIFT | Qt::Key_O), this,
+                   [this] { choose_folder(this, fPlayer); });
+  fMenu->addAction(menu_text("Player_Save_List", Qt::CTRL | Qt::Key_S), this,
+                   [this] { choose_list_file(this, fPlayer); });
   fMenu->addSeparator();
-  fMenu->addAction(tr("&Remove selected songs\tDelete"), this, [this] { fList->RemoveSelected(); });
-  fMenu->addAction(tr("&Clear playlist\tCtrl+Delete"), this, [this] { ask(fPlayer, kMsgClearSongs); });
+  fMenu->addAction(menu_text("Player_Filter", Qt::CTRL | Qt::Key_F), this, [this] { OpenFilter(); });
+  fMenu->addAction(menu_text("Player_Remove_Selected", Qt::Key_Delete), this, [this] { fList->RemoveSelected(); });
+  fMenu->addAction(menu_text("Player_Clear_List", Qt::CTRL | Qt::Key_Delete), this,
+                   [this] { ask(fPlayer, kMsgClearSongs); });
   fMenu->addSeparator();
-  fMenu->addMenu(new_source_menu(this, fPlayer, &fSources));
+  fMenu->addMenu(new_source_menu(fMenu, fPlayer, &fSources));
+  fMenu->addSeparator();
+  // The plug-ins have one window of preferences together; any of them opens it.
+  fMenu->addAction(shown_text("Player_Preferences"), this, [this] { ask(fPlayer, kMsgPluginPrefs, "index", 0); });
+  fMenu->addAction(shown_text("Player_About_Sonivo"), this, [this] { ShowAbout(); });
+  fMenu->addAction(menu_text("Player_Quit", Qt::CTRL | Qt::Key_Q), this, [this] { ask(fPlayer, kMsgWindowCloses); });
+  fPluginPlace = fMenu->insertSeparator(fMenu->actions().at(fMenu->actions().size() - 3));
   fMenu->setToolTipsVisible(true);
 }
 
@@ -157,11 +225,13 @@ void TPlayerWidget::AddPluginMenus() {
   qDeleteAll(std::exchange(fPluginMenus, {}));
   for (size_t i = 0; i < fPlugins.size(); ++i) {
     const auto index = static_cast<int32>(i);
-    QMenu* const menu = fMenu->addMenu(QString::fromStdString(fPlugins[i].name));
+    auto* const menu = new QMenu(QString::fromStdString(fPlugins[i].name), fMenu);
+    fMenu->insertMenu(fPluginPlace, menu);
     menu->menuAction()->setToolTip(QString::fromStdString(fPlugins[i].info));
-    menu->addAction(tr("&Show"), this, [this, index] { ask(fPlayer, kMsgShowPlugin, "index", index); });
-    menu->addAction(tr("&Preferences…"), this, [this, index] { ask(fPlayer, kMsgPluginPrefs, "index", index); });
-    menu->addAction(tr("&About"), this, [this, index] { ask(fPlayer, kMsgAboutPlugin, "index", index); });
+    menu->addAction(shown_text("Player_Show"), this, [this, index] { ask(fPlayer, kMsgShowPlugin, "index", index); });
+    menu->addAction(shown_text("Player_Preferences"), this,
+                    [this, index] { ask(fPlayer, kMsgPluginPrefs, "index", index); });
+    menu->addAction(shown_text("Player_About"), this, [this, index] { ask(fPlayer, kMsgAboutPlugin, "index", index); });
     fPluginMenus.push_back(menu);
   }
 }
@@ -170,8 +240,9 @@ void TPlayerWidget::ShowState(const TPlayerState& state) {
   check_display_thread();
   fPlugins = state.plugins;
   const TSong* const shown = shown_song(state);
-  const TSong song = shown ? *shown : TSong();
-  fTitle->setText(shown ? QString::fromStdString(song.title) : tr("No song"));
+  fShown = shown ? std::optional(*shown) : std::nullopt;
+  const TSong song = fShown.value_or(TSong());
+  fTitle->setText(shown ? QString::fromStdString(song.title) : shown_text("Player_No_Song"));
   fTitle->setToolTip(tool_tip(song.path));
   fArtist->setText(QString::fromStdString(song.artist));
   fArtist->setVisible(!song.artist.empty());
@@ -228,8 +299,40 @@ void TPlayerWidget::ShowPosition(int32 positionMs) {
 /** The initial focus is on the list; a widget without a window cannot have it. */
 void TPlayerWidget::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
+  window()->installEventFilter(this);
+  LimitSize();
   if (window()->focusWidget() == nullptr) fList->setFocus();
   if (fTagReader == nullptr) QTimer::singleShot(kReadTagsAfterMs, this, [this] { ReadTags(); });
+}
+
+/** The menu is built again in the new language when it opens; the window's texts come with the next state. */
+void TPlayerWidget::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::LanguageChange) return;
+  fPluginMenus.clear();
+  delete std::exchange(fMenu, nullptr);
+  if (!fShown) fTitle->setText(shown_text("Player_No_Song"));
+  if (isVisible()) QTimer::singleShot(0, this, [this] { LimitSize(); }); // after the other widgets have changed
+}
+
+/** The window cannot be made so small that its parts overlap, in any language and font. */
+void TPlayerWidget::LimitSize() {
+  window()->setMinimumSize(minimumSizeHint().expandedTo(QSize(kMinWidth, kMinHeight)));
+}
+
+bool TPlayerWidget::eventFilter(QObject* watched, QEvent* event) {
+  const QEvent::Type type = event->type();
+  if (type == QEvent::Move || type == QEvent::Resize || type == QEvent::WindowStateChange) ReportPlace();
+  return QWidget::eventFilter(watched, event);
+}
+
+void TPlayerWidget::ReportPlace() {
+  const QRect place = window()->normalGeometry();
+  if (!place.isValid() || !isVisible()) return;
+  BMessage message(kMsgWindowPlaced);
+  message.AddRect("frame", {float(place.left()), float(place.top()), float(place.right()), float(place.bottom())});
+  message.AddBool("maximized", window()->isMaximized());
+  fPlayer.SendMessage(&message, BMessenger(), 0);
 }
 
 void TPlayerWidget::ReadTags() {

@@ -6,11 +6,13 @@
 
 #include <QWidget>
 
+#include <optional>
 #include <vector>
 
 class QLabel;
 class QMenu;
 class TCoverView;
+class TFilterBar;
 class TPlayerControls;
 class TSeekBar;
 class TSongListView;
@@ -29,6 +31,8 @@ protected:
   void showEvent(QShowEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
   void MakeHead();
@@ -41,6 +45,14 @@ private:
   void ShowPictures(const TPlayerState& state);
   void ReadTags();
   void SeekBy(int ms);
+  void Skip(uint32 request);
+  /** A letter that is a command, pressed `agoMs` ago. */
+  void RunLetter(Qt::Key key, int agoMs);
+  void OpenFilter();
+  void OpenCoverMenu(const QPoint& where);
+  void ShowAbout();
+  void ReportPlace();
+  void LimitSize();
 
   const BMessenger fPlayer;
   TCoverView* fCover = nullptr;
@@ -52,11 +64,14 @@ private:
   TSeekBar* fSeekBar = nullptr;
   TPlayerControls* fControls = nullptr;
   TSongListView* fList = nullptr;
+  TFilterBar* fFilterBar = nullptr; // lazy
   std::vector<TPluginTexts> fPlugins;
   std::vector<QMenu*> fPluginMenus;   // in fMenu, rebuilt when it opens
-  QMenu* fMenu = nullptr;             // lazy
+  QMenu* fMenu = nullptr;             // lazy; of the current language
+  QAction* fPluginPlace = nullptr;    // in fMenu; the plug-ins' menus are before it
   TSongPictures* fPictures = nullptr; // lazy, with the first song
   std::shared_ptr<const TSongs> fSongs;
+  std::optional<TSong> fShown;      // the song shown as playing
   TTagReader* fTagReader = nullptr; // lazy, some time after the window is shown
   TSources fSources;
 };

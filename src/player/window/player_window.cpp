@@ -7,6 +7,8 @@
 #include "player/model/player_messages.h"
 #include "player/window/player_widget.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QPointer>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -19,16 +21,17 @@ struct TPlayerWindow::TWidgetSlot {
 
   /** An empty placeholder that gets its content when the display thread is idle: at the start the user waits for the
       editor's window, which is built at the same time. */
-  static QWidget* MakePlace(const std::shared_ptr<TWidgetSlot>& slot, const BMessenger& player) {
+  static QWidget* MakePlace(const std::shared_ptr<TWidgetSlot>& slot, const BMessenger& player, bool isMaximized) {
     auto* const place = new QWidget;
     auto* const layout = new QVBoxLayout(place);
     layout->setContentsMargins(0, 0, 0, 0);
     auto* const whenIdle = new QTimer(place);
     whenIdle->setSingleShot(true);
-    QObject::connect(whenIdle, &QTimer::timeout, place, [slot, player, layout] {
+    QObject::connect(whenIdle, &QTimer::timeout, place, [slot, player, layout, isMaximized] {
       slot->widget = new TPlayerWidget(player);
       slot->widget->ShowState(std::exchange(slot->state, {}));
       layout->addWidget(slot->widget);
+      if (isMaximized) slot->widget->window()->setWindowState(Qt::WindowMaximized);
     });
     whenIdle->start(0);
     return place;
@@ -36,16 +39,16 @@ struct TPlayerWindow::TWidgetSlot {
 };
 
 namespace {
-constexpr BRect kFirstFrame{60, 80, 500, 560};
 constexpr float kMinWidth = 360;
 constexpr float kMinHeight = 320;
 constexpr float kNoLimit = 32767;
 } // namespace
 
-TPlayerWindow::TPlayerWindow(const BMessenger& player)
-    : BWindow(kFirstFrame, "Sonivo"), fPlayer(player), fSlot(std::make_shared<TWidgetSlot>()) {
-  AddChild(new display::NativeView(Bounds(), "Player", B_FOLLOW_ALL_SIDES,
-                                   [player, slot = fSlot] { return TWidgetSlot::MakePlace(slot, player); }));
+TPlayerWindow::TPlayerWindow(const BMessenger& player, const BRect& frame, bool isMaximized)
+    : BWindow(frame, "Sonivo"), fPlayer(player), fSlot(std::make_shared<TWidgetSlot>()) {
+  AddChild(new display::NativeView(Bounds(), "Player", B_FOLLOW_ALL_SIDES, [player, isMaximized, slot = fSlot] {
+    return TWidgetSlot::MakePlace(slot, player, isMaximized);
+  }));
   SetSizeLimits(kMinWidth, kNoLimit, kMinHeight, kNoLimit);
 }
 
@@ -69,6 +72,13 @@ void TPlayerWindow::ShowPosition(int32 positionMs) {
 
 void TPlayerWindow::BringToFront() {
   if (const TLooperLock lock(this); lock) Activate();
+}
+
+void TPlayerWindow::LanguageChanged() {
+  display::post([slot = fSlot] {
+    QEvent change(QEvent::LanguageChange);
+    if (slot->widget) QCoreApplication::sendEvent(slot->widget, &change);
+  });
 }
 
 bool TPlayerWindow::QuitRequested() {

@@ -9,12 +9,14 @@
     application. */
 class TPlayerWindow : public BWindow {
 public:
-  explicit TPlayerWindow(const BMessenger& player);
+  TPlayerWindow(const BMessenger& player, const BRect& frame, bool isMaximized);
 
   /** On any thread but the display thread; shown in the order of the calls. */
   void ShowState(const TPlayerState& state);
   void ShowPosition(int32 positionMs);
   void BringToFront();
+  /** The texts have changed. */
+  void LanguageChanged();
 
   bool QuitRequested() override;
 

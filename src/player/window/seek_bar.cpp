@@ -2,6 +2,7 @@
 
 #include "player/model/display_thread_check.h"
 #include "player/model/song_text.h"
+#include "player/widgets/shown_text.h"
 
 #include <QAccessible>
 #include <QMouseEvent>
@@ -37,14 +38,23 @@ QString exact_text(int32 timeMs) {
 } // namespace
 
 TSeekBar::TSeekBar() : QSlider(Qt::Horizontal) {
-  setAccessibleName(tr("Playback position"));
-  setToolTip(tr("Playback position (Left, Right: 5 s; Page Up, Page Down: 30 s)"));
+  ShowTexts();
   setFocusPolicy(Qt::TabFocus);
   setMouseTracking(true);
   setTracking(false); // seeks when the mouse button is released
   setSingleStep(kStepMs);
   setPageStep(kPageMs);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void TSeekBar::ShowTexts() {
+  setAccessibleName(shown_text("Player_Position"));
+  setToolTip(shown_text("Player_Position_Tip"));
+}
+
+void TSeekBar::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::LanguageChange) ShowTexts();
+  QSlider::changeEvent(event);
 }
 
 QSize TSeekBar::sizeHint() const {
@@ -73,7 +83,7 @@ void TSeekBar::ShowPosition(int32 positionMs) {
   setValue(positionMs);
   if (!newSecond || !QAccessible::isActive()) return;
   setAccessibleDescription(
-      tr("%1 of %2")
+      shown_text("Player_Time_Of")
           .arg(QString::fromStdString(clock_text(positionMs)), QString::fromStdString(clock_text(maximum()))));
 }
 
@@ -125,7 +135,7 @@ void TSeekBar::ShowMoment(const QPointF& where, const QPoint& onScreen) {
   if (maximum() == 0) return;
   const int32* const mark = MarkAt(where);
   setCursor(mark ? Qt::PointingHandCursor : Qt::ArrowCursor);
-  const QString text = mark ? tr("Line at %1").arg(exact_text(*mark)) : exact_text(MomentAt(where));
+  const QString text = mark ? shown_text("Player_Line_At").arg(exact_text(*mark)) : exact_text(MomentAt(where));
   QToolTip::showText(onScreen, text, this);
 }
 

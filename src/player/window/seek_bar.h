@@ -27,8 +27,10 @@ protected:
   void leaveEvent(QEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void sliderChange(SliderChange change) override;
+  void changeEvent(QEvent* event) override;
 
 private:
+  void ShowTexts();
   void DrawLoudness(QPainter* painter, const QRect& dirty) const;
   void DrawRepeat(QPainter* painter) const;
   void DrawMarks(QPainter* painter) const;

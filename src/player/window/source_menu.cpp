@@ -2,16 +2,12 @@
 
 #include "platform/app/message.h"
 #include "player/model/bus_messages.h"
+#include "player/widgets/shown_text.h"
 
 #include <QAction>
-#include <QCoreApplication>
 #include <QMenu>
 
 namespace {
-
-QString text(const char* words) {
-  return QCoreApplication::translate("TSourceMenu", words);
-}
 
 void add_source(QMenu* menu, const QString& name, const std::string& id, const std::string& chosen,
                 const BMessenger& player) {
@@ -27,20 +23,19 @@ void add_source(QMenu* menu, const QString& name, const std::string& id, const s
 
 void fill(QMenu* menu, const TSources& sources, const BMessenger& player) {
   menu->clear();
-  add_source(menu, text("This player"), {}, sources.chosen, player);
+  add_source(menu, shown_text("Player_Own_Sound"), {}, sources.chosen, player);
   menu->addSeparator();
   for (const TSourceName& source : sources.players)
     add_source(menu, QString::fromStdString(source.name), source.id, sources.chosen, player);
   if (!sources.players.empty()) return;
-  const char* const why =
-      sources.isBusReachable ? "No other player is open" : "The session bus (D-Bus) is not available";
-  menu->addAction(text(why))->setEnabled(false);
+  const char* const why = sources.isBusReachable ? "Player_No_Other" : "Player_No_Bus";
+  menu->addAction(shown_text(why))->setEnabled(false);
 }
 
 } // namespace
 
 QMenu* new_source_menu(QWidget* parent, const BMessenger& player, const TSources* sources) {
-  auto* const menu = new QMenu(text("So&urce"), parent);
+  auto* const menu = new QMenu(shown_text("Player_Source"), parent);
   QObject::connect(menu, &QMenu::aboutToShow, menu, [=] { fill(menu, *sources, player); });
   return menu;
 }

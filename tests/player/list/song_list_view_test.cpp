@@ -58,3 +58,43 @@ TEST_F(SongListView, GoesToTheSongThatPlaysUnlessTheUserIsThere) {
   Play(703);
   EXPECT_TRUE(IsSeen(703)) << "the pointer has left the list";
 }
+
+TEST_F(SongListView, FilterAndTypedNamesFindSongsWhateverTheirAccents) {
+  const auto name = [&](int32 index, const char* title, const char* artist) {
+    fSongs.Edit(index)->title = title;
+    fSongs.Edit(index)->artist = artist;
+  };
+  name(300, "Élan vital", "Others");
+  name(500, "Evening", "The Ｅlan Band");
+  name(600, "Elan again", "");
+  Play(0);
+  const auto typed = [&](const char* text) {
+    fView.setCurrentIndex(fView.model()->index(0, 0));
+    for (const QChar c : QString(text)) {
+      QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+      QApplication::sendEvent(&fView, &key);
+    }
+    QKeyEvent end(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(&fView, &end);
+    return fView.currentIndex().row();
+  };
+  EXPECT_EQ(typed("elan"), 300) << "titles come before artists";
+  EXPECT_EQ(typed("elan a"), 600);
+  EXPECT_EQ(typed("elan b"), 500) << "a word of the artist";
+  EXPECT_EQ(typed("xyz"), 0) << "what is nowhere moves nothing";
+
+  const auto shown = [&] {
+    std::vector<int> rows;
+    for (int row = 0; row < 1000; ++row)
+      if (!fView.isRowHidden(row)) rows.push_back(row);
+    return rows;
+  };
+  fView.SetFilter("ELAN band");
+  EXPECT_EQ(shown(), std::vector<int>{500});
+  EXPECT_EQ(fView.currentIndex().row(), 500) << "Return plays a song that is shown";
+  name(700, "Band of Elan", "");
+  Play(0);
+  EXPECT_EQ(shown(), (std::vector<int>{500, 700})) << "tags are read while the filter is set";
+  fView.SetFilter("");
+  EXPECT_EQ(shown().size(), 1000U);
+}

@@ -1,0 +1,68 @@
+#include "player/window/filter_bar.h"
+
+#include "player/list/song_list_view.h"
+#include "player/widgets/shown_text.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+
+namespace {
+
+bool is_for_list(int key) {
+  return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
+}
+
+bool is_return(int key) {
+  return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+} // namespace
+
+TFilterBar::TFilterBar(TSongListView* list) : fList(list) {
+  constexpr int kLongest = 200;
+  setMaxLength(kLongest);
+  setClearButtonEnabled(true);
+  ShowTexts();
+  connect(this, &QLineEdit::textChanged, list, [list](const QString& words) { list->SetFilter(words); });
+}
+
+void TFilterBar::ShowTexts() {
+  setPlaceholderText(shown_text("Player_Filter_Hint"));
+  setAccessibleName(shown_text("Player_Filter").remove('&'));
+}
+
+void TFilterBar::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::LanguageChange) ShowTexts();
+  QLineEdit::changeEvent(event);
+}
+
+void TFilterBar::Open() {
+  show();
+  setFocus(Qt::ShortcutFocusReason);
+  selectAll();
+}
+
+void TFilterBar::Close() {
+  clear();
+  hide();
+  fList->setFocus();
+}
+
+/** Keys without Control or Alt are the field's, not the window's shortcuts. */
+bool TFilterBar::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto* const key = static_cast<QKeyEvent*>(event);
+    if (!(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) event->accept();
+  }
+  return QLineEdit::event(event);
+}
+
+void TFilterBar::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) return Close();
+  if (is_return(event->key())) return fList->PlayCurrent();
+  if (is_for_list(event->key())) {
+    QCoreApplication::sendEvent(fList, event);
+    return;
+  }
+  QLineEdit::keyPressEvent(event);
+}

@@ -1,0 +1,135 @@
+"""The manners of the player's window: its keys and menus, its language, and that it comes back where it was."""
+import eyes
+import hands
+from case import Case
+from test_player import sound
+
+GERMAN = {"LC_ALL": "", "LC_CTYPE": "C.UTF-8", "LC_MESSAGES": "de_DE.UTF-8"}
+
+
+class ThePlayersManners(Case):
+    def songs(self):
+        """First Light and four others, whose names begin with letters that are commands as well."""
+        names = ("Night", "Nirvana", "Pumpkin", "Band on the Run")
+        files = [str(self.stage.file(f"{name}.wav", sound(INAM=name.encode(), IART=b"Various"))) for name in names]
+        return [str(self.stage.song), *files]
+
+    def list(self):
+        return eyes.find(self.stage.player(), "list", "Playlist")
+
+    def rows(self):
+        """Those that are not hidden."""
+        return [eyes.name(row) for row in eyes.children(self.list()) if eyes.place(row)[3] > 0]
+
+    def start_in_list(self):
+        self.stage.start(songs=self.songs())
+        self.stage.wait(lambda: len(eyes.children(self.list())) == 5 and "Various" in self.rows()[4], "all songs")
+        self.focus()
+
+    def focus(self):
+        hands.click(eyes.place(self.list()))
+        self.stage.wait(lambda: "active" in eyes.states(self.stage.player()), "the player with the keyboard")
+
+    def wait_song(self, title):
+        self.stage.wait(lambda: eyes.name(self.stage.player()) == f"Sonivo – {title}", f"the song {title}")
+
+    def chosen(self):
+        return next((eyes.name(n).split(" — ")[0] for n in eyes.children(self.list()) if "selected" in eyes.states(n)), None)
+
+    def pick(self, opens, letter):
+        """The item with that letter underlined, of the menu that is opened by `opens`."""
+        before = hands.count_windows()
+        opens()
+        self.stage.wait(lambda: hands.count_windows() > before, "the menu")
+        hands.press(letter)
+
+    def open_menu(self):
+        hands.press("alt+m")
+
+    def on(self, node):
+        return lambda: hands.click(eyes.place(node), button=3)
+
+    def on_row(self, index):
+        return self.on(eyes.children(self.list())[index])
+
+    def wait_clipboard(self, text):
+        hands.press("ctrl+f", "ctrl+v")
+        self.stage.wait(lambda: eyes.text_of(eyes.find(self.stage.player(), "text")) == text, f"{text} on the clipboard")
+        hands.press("Escape")
+
+    def test_a_typed_name_is_found_and_is_no_command(self):
+        s = self.stage
+        self.start_in_list()
+        hands.write("nirvaxpan")  # mistyped, and full of commands
+        s.wait(lambda: self.chosen() == "Nirvana", "the song that was meant")
+        self.wait_song("First Light")
+        hands.press("Escape")
+        hands.press("n")
+        self.wait_song("Night")
+        hands.press("ctrl+f")
+        hands.write("pum van")
+        s.wait(lambda: not self.rows(), "no song")
+        hands.press("BackSpace", "BackSpace", "BackSpace", "BackSpace")
+        s.wait(lambda: [row.split(" — ")[0] for row in self.rows()] == ["Pumpkin"], "the one song")
+        hands.press("Return")
+        self.wait_song("Pumpkin")
+        hands.press("Escape")
+        s.wait(lambda: len(self.rows()) == 5, "all songs again")
+
+    def test_the_menus_of_a_song_and_of_the_cover(self):
+        s = self.stage
+        self.start_in_list()
+        self.pick(self.on_row(3), "n")
+        s.wait(lambda: "Pumpkin" in self.rows()[1], "the song in the next place")
+        self.pick(self.on_row(1), "c")
+        self.wait_clipboard("Pumpkin — Various")
+        s.file("Night.lrc", "night\n")
+        self.pick(self.on_row(2), "l")
+        s.wait_title("Night.lrc")
+        self.pick(self.on(eyes.find(s.player(), "filler", "Cover art") or eyes.find(s.player(), "panel", "Cover art")), "c")
+        self.wait_clipboard("First Light — The Sonivo Demo Band")
+        self.pick(self.on_row(4), "r")
+        s.wait(lambda: len(self.rows()) == 4, "the song gone")
+
+    def test_preferences_about_and_quitting_by_menu_and_key(self):
+        s = self.stage
+        s.lyrics_file = s.file("a.lrc", "one\n")
+        s.start(s.lyrics_file)
+        s.stamp(0, "[00:00:00]one")
+        self.focus()
+        self.pick(self.open_menu, "a")
+        s.wait(lambda: any("Sonivo  Ver" in eyes.name(n) for n in eyes.find_all(s.application(), "label")), "its version")
+        hands.press("Return")
+        self.focus()
+        self.pick(self.open_menu, "p")
+        s.wait_window("Vesmo preferences")
+        hands.press("Escape")
+        self.focus()
+        hands.press("ctrl+q")
+        s.click_answer("has unsaved changes", "No")
+        self.assertEqual(s.program.wait(timeout=eyes.PATIENCE), 0)
+
+    def test_it_speaks_the_desktops_language_until_another_is_chosen(self):
+        s = self.stage
+        s.launch(environment=GERMAN)
+        s.wait(lambda: eyes.find(s.player(), "list", "Wiedergabeliste"), "the desktop's language")
+        s.stop()
+        s.set_language("Japanese.llt")
+        s.launch(environment=GERMAN)
+        s.wait(lambda: eyes.find(s.player(), "list", "プレイリスト"), "the chosen language")
+
+    def test_its_place_and_size_come_back_and_the_editor_stays_beside_it(self):
+        s = self.stage
+        s.start()
+        def places():
+            return eyes.place(s.player()), eyes.place(s.window())
+        hands.place_window(eyes.name(s.player()), 120, 60, 520, 440)
+        s.wait(lambda: eyes.place(s.player())[2:] == (520, 440), "the new size")
+        before = places()
+        s.close_player()
+        s.start()
+        s.wait(lambda: places() == before, "both windows where they were")
+        hands.place_window(eyes.name(s.player()), 120, 60, *hands.smallest_size(eyes.name(s.player())))
+        s.wait(lambda: eyes.place(s.player())[2] < 520, "the smallest size")
+        volume, menu = (eyes.place(eyes.find(s.player(), *what)) for what in (("slider", "Volume"), ("push button", "Menu")))
+        self.assertLessEqual(volume[0] + volume[2], menu[0], "the menu button is on the volume")
