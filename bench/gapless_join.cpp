@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr double kHz = 50.3; // a period is longer than any gap that is not obvious
+constexpr double kHz = 50; // a period is longer than any gap that is not obvious, and windows are whole periods
 constexpr double kRadians = 2 * std::numbers::pi * kHz / kSignalRate;
 constexpr size_t kSplit = 2 * kSignalRate + 12345;
 constexpr size_t kLength = 5 * kSignalRate;

@@ -136,3 +136,31 @@ class AnotherPlayerAsSource(Case):
         s.wait_position(0)
         s.forward(2)
         s.stamp(1, "[00:02:00]two")
+
+
+class ThePlaybackMenu(Case):
+    def bus(self, name):
+        answer = subprocess.run(["dbus-send", "--session", "--print-reply=literal", "--dest=org.mpris.MediaPlayer2.sonivo",
+                                 "/org/mpris/MediaPlayer2", "org.freedesktop.DBus.Properties.Get",
+                                 "string:org.mpris.MediaPlayer2.Player", f"string:{name}"], capture_output=True, text=True)
+        return answer.stdout.split()[-1:]
+
+    def choose(self, letter):
+        hands.press("alt+m", "b", letter)
+
+    def test_order_and_sound_are_chosen_and_found_again(self):
+        s = self.stage
+        s.start()
+        s.wait(lambda: self.bus("Shuffle") == ["false"], "the bus")
+        hands.click(eyes.place(eyes.find(s.player(), "list", "Playlist")))
+        for letter, name, value in [("s", "Shuffle", "true"), ("p", "LoopStatus", "Playlist"), ("o", "LoopStatus", "Track")]:
+            self.choose(letter)
+            s.wait(lambda: self.bus(name) == [value], f"{name} {value}")
+        self.choose("u")
+        s.wait_window("Sound")
+        s.picture("sound")
+        hands.press("Escape")
+        s.wait_no_window()
+        s.close_player()
+        s.start(songs=[])
+        s.wait(lambda: self.bus("Shuffle") + self.bus("LoopStatus") == ["true", "Track"], "the order of the last run")

@@ -9,6 +9,7 @@
 #include "player/list/requests.h"
 #include "player/list/tag_fields.h"
 #include "player/model/player_messages.h"
+#include "player/model/song_sorting.h"
 #include "player/model/song_text.h"
 
 #include <filesystem>
@@ -70,6 +71,9 @@ bool TListEditor::Handle(const BMessage& message) {
     return true;
   case kMsgMoveSongs:
     if (fSongs->Move(ids_in(message), place_in(message))) fEvents->StateChanged();
+    return true;
+  case kMsgSortSongs:
+    Sort(message);
     return true;
   case kMsgClearSongs:
     Clear();
@@ -142,6 +146,12 @@ void TListEditor::Remove(const BMessage& message) {
   } else {
     fTransport->PlaySong(fSongs->Current(), !playback.isPlaying);
   }
+}
+
+void TListEditor::Sort(const BMessage& message) {
+  int32 by = 0;
+  if (message.FindInt32("by", &by) != B_OK || by < 0 || by > static_cast<int32>(TSortKey::kPath)) return;
+  if (fSongs->Arrange(sorted_ids(*fSongs->Songs(), static_cast<TSortKey>(by)))) fEvents->StateChanged();
 }
 
 void TListEditor::Clear() {

@@ -42,6 +42,7 @@ private:
   void PlayFound(const std::string& firstPath, bool startPaused);
   void Add(const BMessage& message);
   void Remove(const BMessage& message);
+  void Sort(const BMessage& message);
   void Clear();
   void TakeTags(const BMessage& message);
   void Export(const BMessage& message);

@@ -120,6 +120,9 @@ bool TSonivoApp::HandleProgress(const BMessage& message) {
   case kMsgWindowCloses:
     CloseRequested();
     return true;
+  case kMsgCloseButton:
+    CloseButtonPressed();
+    return true;
   case kMsgLookAtWindows:
     fCloser.CheckWindows();
     EndIfAgreed();
@@ -182,7 +185,13 @@ bool TSonivoApp::HandleDesktop(const BMessage& message) {
     if (message.FindInt32("byMs", &byMs) == B_OK) fOwn.SeekBy(byMs);
     return true;
   case kMsgBusRaise:
-    if (fWindow) fWindow->BringToFront();
+    BringToFront();
+    return true;
+  case kMsgBusTray:
+    TakeTray(message);
+    return true;
+  case kMsgHostLanguage:
+    TakeLanguage(message);
     return true;
   case kMsgHostLanguage:
     TakeLanguage(message);
@@ -271,7 +280,7 @@ void TSonivoApp::TakeOver(const BMessage& message) {
     fList.PlayWhenFound(fList.Open(std::move(paths), paused));
   std::string lyrics;
   if (message.FindString("lyrics", &lyrics) == B_OK) fPlugins.ShowLyrics(lyrics);
-  if (fWindow) fWindow->BringToFront();
+  BringToFront();
   StateChanged();
 }
 
@@ -344,6 +353,7 @@ TOwnStatus TSonivoApp::OwnStatus() {
   status.canPlay = fSongs.Count() > 0 && !fSource.IsOther();
   status.speedPercent = playback.speedPercent;
   status.volumePercent = playback.volumePercent;
+  status.wantsTray = fOwn.Choices().closesToTray;
   status.shuffles = fOwn.Choices().modes.shuffles;
   status.repeat = fOwn.Choices().modes.repeat;
   const TSong* const song = fSongs.CurrentSong();
@@ -399,6 +409,23 @@ bool TSonivoApp::QuitRequested() {
   if (fWindow == nullptr) return true; // never shown, and without plug-ins then
   PostMessage(kMsgWindowCloses);
   return false;
+}
+
+void TSonivoApp::CloseButtonPressed() {
+  if (!fIsInTray || !fOwn.Choices().closesToTray || fCloser.IsClosing()) return CloseRequested();
+  fWindow->HideInTray();
+  fIsHidden = true;
+}
+
+/** Without the tray nobody could get a hidden window back. */
+void TSonivoApp::TakeTray(const BMessage& message) {
+  message.FindBool("shown", &fIsInTray);
+  if (!fIsInTray && fIsHidden) BringToFront();
+}
+
+void TSonivoApp::BringToFront() {
+  fIsHidden = false;
+  if (fWindow) fWindow->BringToFront();
 }
 
 void TSonivoApp::CloseRequested() {

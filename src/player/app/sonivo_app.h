@@ -71,6 +71,9 @@ private:
   void TakeLanguage(const BMessage& message);
   void SaveList();
   void SaveChoices();
+  void CloseButtonPressed();
+  void BringToFront();
+  void TakeTray(const BMessage& message);
   void CloseRequested();
   void EndIfAgreed();
   void EndAfterPlugins();
@@ -91,6 +94,8 @@ private:
   TErrors fErrors;
   TSongMarks fMarks;
   TCover fCover;
+  bool fIsInTray = false; // the desktop's tray shows the player
+  bool fIsHidden = false; // in the tray
   TFrontEndHost* fHost;
   TPlayerWindow* fWindow = nullptr; // between the start and the end
   TMessageTimer fStartTimer;        // delays what the first windows need not wait for

@@ -60,6 +60,7 @@ void TBusLink::Leave() {
   fOther.reset();
   fList.reset();
   fSleep.reset();
+  fTray.reset();
   fBus->unregisterObject(mpris::kPath);
   QCoreApplication::removePostedEvents(fObject.get());
   fBus.reset();
@@ -79,9 +80,8 @@ void TBusLink::Connect() {
   fBus = bus;
   fBus->connect(QString(), kLocalPath, kLocal, "Disconnected", this, SLOT(Disconnected()));
   fBus->registerVirtualObject(mpris::kPath, fObject.get());
-  fObject->Show(fStatus, *fBus);
   fSleep = std::make_unique<TSleepInhibitor>(*fBus);
-  fSleep->Set(fStatus.keepsAwake);
+  ShowOnDesktop();
   ClaimName();
   fList =
       std::make_unique<TPlayerList>(*fBus, [this](const TPlayerList::TPlayers& players) { ReportPlayers(players); });
@@ -111,9 +111,17 @@ void TBusLink::Disconnected() {
 
 void TBusLink::Show(const TOwnStatus& status) {
   fStatus = status;
-  if (!fBus) return;
-  fObject->Show(status, *fBus);
-  fSleep->Set(status.keepsAwake);
+  if (fBus) ShowOnDesktop();
+}
+
+void TBusLink::ShowOnDesktop() {
+  fObject->Show(fStatus, *fBus);
+  fSleep->Set(fStatus.keepsAwake);
+  if (!fStatus.wantsTray) {
+    fTray.reset();
+  } else if (!fTray) {
+    fTray = std::make_unique<TTrayItem>(fPlayer, bus_address());
+  }
 }
 
 void TBusLink::SignalSeeked(int32 positionMs) {

@@ -4,6 +4,7 @@
 #include "player/bus/player_list.h"
 #include "player/bus/player_object.h"
 #include "player/bus/sleep_inhibitor.h"
+#include "player/bus/tray_item.h"
 
 #include <QObject>
 #include <QTimer>
@@ -31,6 +32,7 @@ private slots:
   void Disconnected();
 
 private:
+  void ShowOnDesktop();
   void Leave();
   void RetryLater(const std::string& logged);
   void ClaimName();
@@ -44,6 +46,7 @@ private:
   std::unique_ptr<TPlayerObject> fObject;
   std::optional<QDBusConnection> fBus; // empty while disconnected
   std::unique_ptr<TSleepInhibitor> fSleep;
+  std::unique_ptr<TTrayItem> fTray; // while the user wants it
   std::unique_ptr<TPlayerList> fList;
   std::unique_ptr<TOtherPlayer> fOther;
   TOwnStatus fStatus;

@@ -20,6 +20,7 @@ struct TOwnStatus {
   int32 volumePercent = 100;
   bool shuffles = false;
   TRepeat repeat = TRepeat::kOff;
+  bool wantsTray = false;  // an icon in the desktop's tray
   bool keepsAwake = false; // the computer is not to suspend itself now
   bool canPlay = false;
   bool canGoNext = false;

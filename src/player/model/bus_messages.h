@@ -8,6 +8,7 @@ enum : unsigned int {
   kMsgBusStop = 'bstP',
   kMsgBusSeekBy = 'bskB', // int32 "byMs"
   kMsgBusRaise = 'braI',
+  kMsgBusTray = 'btrY', // bool "shown": the desktop's tray shows the player's icon
   // The other players.
   kMsgBusPlayers = 'blsT',   // bool "reachable", string "id" and "name", one pair a player
   kMsgBusOtherIs = 'botH',   // string "id", "title", "artist", "path", int32 "durationMs", "state", "volumePercent",

@@ -46,6 +46,7 @@ bool archive_choices(const TPlayerChoices& choices, BMessage* archive) {
   for (const int32 db : sound.bandsDb) all &= archive->AddInt32(choice::kBand, db) == B_OK;
   all &= archive->AddBool(choice::kGapless, sound.isGapless) == B_OK;
   all &= archive->AddString(choice::kDevice, sound.device) == B_OK;
+  all &= archive->AddBool(choice::kTray, choices.closesToTray) == B_OK;
   return all && archive->AddBool(choice::kKeepsAwake, choices.keepsAwake) == B_OK;
 }
 
@@ -61,5 +62,6 @@ bool take_choices(const BMessage& archive, TPlayerChoices* choices) {
     all &= take(archive, choice::kBand, -kMostBandDb, kMostBandDb, &sound.bandsDb[i], static_cast<int32>(i));
   all &= take(archive, choice::kGapless, &sound.isGapless);
   all &= take_device(archive, &sound.device);
+  all &= take(archive, choice::kTray, &choices->closesToTray);
   return all & take(archive, choice::kKeepsAwake, &choices->keepsAwake);
 }

@@ -35,7 +35,8 @@ struct TSoundChoices {
 struct TPlayerChoices {
   TPlayingModes modes{};
   TSoundChoices sound{};
-  bool keepsAwake = false; // the computer does not suspend itself while a song plays
+  bool closesToTray = false; // the window is hidden instead of the player ending, where the desktop has a tray
+  bool keepsAwake = false;   // the computer does not suspend itself while a song plays
   bool operator==(const TPlayerChoices&) const = default;
 };
 
@@ -50,6 +51,7 @@ inline constexpr const char* kEqualizer = "Eqlz";  // bool
 inline constexpr const char* kBand = "Band";       // int32, dB, one for each band
 inline constexpr const char* kGapless = "Gpls";    // bool
 inline constexpr const char* kDevice = "Dvic";     // string
+inline constexpr const char* kTray = "Tray";       // bool
 inline constexpr const char* kKeepsAwake = "Awak"; // bool
 } // namespace choice
 

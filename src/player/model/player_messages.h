@@ -21,6 +21,7 @@ enum : unsigned int {
   kMsgSongsFound = 'plfd',  // the search has results
   kMsgRemoveSongs = 'plrm', // "id"
   kMsgMoveSongs = 'plmv',   // "id"; int32 "before"
+  kMsgSortSongs = 'plso',   // int32 "by", a TSortKey
   kMsgClearSongs = 'plcl',
   kMsgSaveList = 'plsv',    // string "path"
   kMsgTagsFound = 'pltg',   // of the songs "id": the fields of player/list/tag_fields.h
@@ -38,6 +39,7 @@ enum : unsigned int {
   kMsgWindowCloses = 'plwc',  // the player is to end
   kMsgWindowPlaced = 'plwp',  // rect "frame", without its decoration and while not maximized; bool "maximized"
   kMsgKeepWindow = 'plkw',    // timer: save the window's place
+  kMsgCloseButton = 'plcb',   // of the player's window: hides it in the tray or ends the player
   kMsgLookAtWindows = 'pllw', // timer: have the asked windows gone?
   // From the sound; concerning a song: int64 "load".
   kMsgSongLoaded = 'psld', // the fields of player/list/tag_fields.h

@@ -1,6 +1,8 @@
 #include "player/model/playlist.h"
 
 #include <algorithm>
+#include <unordered_map>
+#include <utility>
 
 namespace {
 
@@ -73,6 +75,22 @@ bool TPlaylist::Move(const std::vector<int64>& ids, int32 before) {
   fCurrent = IndexOf(currentId);
   return !std::equal(own.begin(), own.end(), old->begin(), old->end(),
                      [](const TSong& a, const TSong& b) { return a.id == b.id; });
+}
+
+bool TPlaylist::Arrange(const std::vector<int64>& ids) {
+  const std::unordered_set<int64> different(ids.begin(), ids.end());
+  const bool areAll = different.size() == fSongs->size() && ids.size() == fSongs->size() &&
+                      std::ranges::all_of(*fSongs, is_one_of(different));
+  if (!areAll || std::ranges::equal(ids, *fSongs, {}, {}, &TSong::id)) return false;
+  std::unordered_map<int64, const TSong*> songs;
+  for (const TSong& song : *fSongs) songs.emplace(song.id, &song);
+  auto arranged = std::make_shared<TSongs>();
+  for (const int64 id : ids) arranged->push_back(*songs.at(id));
+  const TSong* const current = CurrentSong();
+  const int64 currentId = current ? current->id : 0;
+  fSongs = std::move(arranged);
+  fCurrent = IndexOf(currentId);
+  return true;
 }
 
 void TPlaylist::Clear() {

@@ -36,6 +36,8 @@ public:
   bool Remove(const std::vector<int64>& ids);
   /** Moves them before that index, in list order. False if the order does not change. */
   bool Move(const std::vector<int64>& ids, int32 before);
+  /** Puts the songs into the order of these ids, which must be those of all songs. False if nothing changes. */
+  bool Arrange(const std::vector<int64>& ids);
   void Clear();
 
   int32 Count() const { return static_cast<int32>(fSongs->size()); }

@@ -2,6 +2,7 @@
 
 #include "common/app_info.h"
 #include "platform/app/message.h"
+#include "player/list/list_total.h"
 #include "player/list/requests.h"
 #include "player/list/song_actions.h"
 #include "player/list/song_list_view.h"
@@ -16,9 +17,12 @@
 #include "player/window/cover_view.h"
 #include "player/window/file_choosers.h"
 #include "player/window/filter_bar.h"
+#include "player/window/playback_menu.h"
 #include "player/window/player_controls.h"
 #include "player/window/seek_bar.h"
 #include "player/window/song_pictures.h"
+#include "player/window/sort_menu.h"
+#include "player/window/sound_dialog.h"
 #include "player/window/source_menu.h"
 #include "plugin/message_codes.h"
 
@@ -67,6 +71,10 @@ TPlayerWidget::TPlayerWidget(const BMessenger& player) : fPlayer(player) {
   fList = new TSongListView(player);
   fList->SetCommands(kLetters, [this](Qt::Key key, int heldMs) { RunLetter(key, heldMs); });
   column->addWidget(fList, 1);
+  fListTotal = new_label();
+  fListTotal->setAlignment(Qt::AlignRight);
+  fListTotal->setForegroundRole(QPalette::PlaceholderText);
+  column->addWidget(fListTotal);
   MakeShortcuts();
   setAcceptDrops(true);
   ShowState({});
@@ -211,6 +219,9 @@ void TPlayerWidget::MakeMenu() {
   fMenu->addAction(menu_text("Player_Clear_List", Qt::CTRL | Qt::Key_Delete), this,
                    [this] { ask(fPlayer, kMsgClearSongs); });
   fMenu->addSeparator();
+  fMenu->addMenu(new_sort_menu(fMenu, fPlayer));
+  fMenu->addSeparator();
+  fMenu->addMenu(new_playback_menu(fMenu, fPlayer, &fState.choices, [this] { OpenSound(); }));
   fMenu->addMenu(new_source_menu(fMenu, fPlayer, &fSources));
   fMenu->addSeparator();
   // The plug-ins have one window of preferences together; any of them opens it.
@@ -238,6 +249,7 @@ void TPlayerWidget::AddPluginMenus() {
 
 void TPlayerWidget::ShowState(const TPlayerState& state) {
   check_display_thread();
+  fState = state;
   fPlugins = state.plugins;
   const TSong* const shown = shown_song(state);
   fShown = shown ? std::optional(*shown) : std::nullopt;
@@ -252,9 +264,26 @@ void TPlayerWidget::ShowState(const TPlayerState& state) {
   fControls->ShowState(state);
   fList->Show(state);
   ShowPictures(state);
-  fSongs = state.songs;
+  if (std::exchange(fSongs, state.songs) != state.songs) ShowTotal();
+  if (fSoundDialog) fSoundDialog->ShowState(state);
   if (fTagReader) fTagReader->Show(fSongs);
   fSources = {state.sources, state.source, state.isBusReachable};
+}
+
+void TPlayerWidget::OpenSound() {
+  ask(fPlayer, kMsgFindDevices);
+  if (fSoundDialog == nullptr) {
+    fSoundDialog = new TSoundDialog(this, fPlayer);
+    fSoundDialog->setAttribute(Qt::WA_DeleteOnClose);
+    fSoundDialog->ShowState(fState);
+  }
+  fSoundDialog->show();
+  fSoundDialog->activateWindow();
+}
+
+void TPlayerWidget::ShowTotal() {
+  fListTotal->setText(list_total(*fSongs));
+  fListTotal->setVisible(!fSongs->empty());
 }
 
 /** The label is created lazily. */
@@ -312,6 +341,7 @@ void TPlayerWidget::changeEvent(QEvent* event) {
   fPluginMenus.clear();
   delete std::exchange(fMenu, nullptr);
   if (!fShown) fTitle->setText(shown_text("Player_No_Song"));
+  if (fSongs) ShowTotal();
   if (isVisible()) QTimer::singleShot(0, this, [this] { LimitSize(); }); // after the other widgets have changed
 }
 

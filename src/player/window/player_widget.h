@@ -4,6 +4,7 @@
 #include "player/model/player_state.h"
 #include "player/window/source_menu.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <optional>
@@ -17,6 +18,7 @@ class TPlayerControls;
 class TSeekBar;
 class TSongListView;
 class TSongPictures;
+class TSoundDialog;
 class TTagReader;
 
 /** The content of the player's window. Sends the user's requests to `player`. Display thread. */
@@ -41,6 +43,8 @@ private:
   void OpenMenu();
   void MakeMenu();
   void AddPluginMenus();
+  void OpenSound();
+  void ShowTotal();
   void ShowErrors(const std::string& errors);
   void ShowPictures(const TPlayerState& state);
   void ReadTags();
@@ -74,4 +78,7 @@ private:
   std::optional<TSong> fShown;      // the song shown as playing
   TTagReader* fTagReader = nullptr; // lazy, some time after the window is shown
   TSources fSources;
+  QLabel* fListTotal = nullptr;
+  QPointer<TSoundDialog> fSoundDialog; // while it is open
+  TPlayerState fState;
 };

@@ -71,7 +71,21 @@ void TPlayerWindow::ShowPosition(int32 positionMs) {
 }
 
 void TPlayerWindow::BringToFront() {
-  if (const TLooperLock lock(this); lock) Activate();
+  const TLooperLock lock(this);
+  if (!lock) return;
+  if (IsHidden()) Show();
+  Activate();
+}
+
+void TPlayerWindow::HideInTray() {
+  if (const TLooperLock lock(this); lock && !IsHidden()) Hide();
+}
+
+void TPlayerWindow::LanguageChanged() {
+  display::post([slot = fSlot] {
+    QEvent change(QEvent::LanguageChange);
+    if (slot->widget) QCoreApplication::sendEvent(slot->widget, &change);
+  });
 }
 
 void TPlayerWindow::LanguageChanged() {
@@ -82,7 +96,7 @@ void TPlayerWindow::LanguageChanged() {
 }
 
 bool TPlayerWindow::QuitRequested() {
-  const BMessage message(kMsgWindowCloses);
+  const BMessage message(kMsgCloseButton);
   fPlayer.SendMessage(&message, BMessenger(), 0);
   return false;
 }

@@ -17,6 +17,8 @@ public:
   void BringToFront();
   /** The texts have changed. */
   void LanguageChanged();
+  /** Until BringToFront. */
+  void HideInTray();
 
   bool QuitRequested() override;
 

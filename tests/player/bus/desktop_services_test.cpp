@@ -1,0 +1,99 @@
+/** What the player asks of the desktop: to stay awake, and a place in the tray. */
+
+#include "platform/app/looper.h"
+#include "platform/app/message.h"
+#include "player/bus/sleep_inhibitor.h"
+#include "player/bus/tray_item.h"
+#include "player/model/bus_messages.h"
+#include "tests/player/bus/private_bus.h"
+#include "tests/support/own_looper.h"
+
+#include <QCoreApplication>
+#include <QDBusVariant>
+#include <QElapsedTimer>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::ElementsAre;
+
+namespace {
+
+/** A service of the desktop that answers every call by `answer`, and notes it: its name and its last argument. */
+struct Service : QDBusVirtualObject {
+  Service(QDBusConnection bus, const char* name, const char* path, QVariant answer) : fAnswer(std::move(answer)) {
+    bus.registerVirtualObject(path, this);
+    bus.registerService(name);
+  }
+  bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
+    fCalls.push_back((call.member() + ' ' + call.arguments().last().toString()).toStdString());
+    return bus.send(call.createReply(fAnswer));
+  }
+  QString introspect(const QString&) const override { return {}; }
+  const QVariant fAnswer;
+  std::vector<std::string> fCalls;
+};
+
+struct DesktopServices : testing::Test {
+  static QString Address() { return qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"); }
+  static QDBusConnection Connect(const char* name) { return QDBusConnection::connectToBus(Address(), name); }
+  ~DesktopServices() override {
+    for (const char* const name : {"desktop", "player"}) QDBusConnection::disconnectFromBus(name);
+  }
+  template <typename Condition>
+  static bool Wait(const Condition& condition) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition() && timer.elapsed() < 10000) QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+    return condition();
+  }
+  PrivateBus fDaemon;
+};
+
+struct TrayListener : BLooper {
+  void MessageReceived(BMessage* message) override {
+    if (message->what == kMsgBusTray) message->FindBool("shown", &fIsShown);
+    if (message->what == kMsgBusRaise) fIsRaised = true;
+  }
+  bool fIsShown = false;
+  bool fIsRaised = false;
+};
+
+} // namespace
+
+TEST_F(DesktopServices, SleepIsInhibitedByTheServiceThatThereIsAndReleasedAgain) {
+  Service desktop(Connect("desktop"), "org.gnome.SessionManager", "/org/gnome/SessionManager", 7U);
+  TSleepInhibitor inhibitor(Connect("player"));
+  const auto wait_for_calls = [&](size_t count) { return Wait([&] { return desktop.fCalls.size() == count; }); };
+  inhibitor.Set(true);
+  inhibitor.Set(true);
+  ASSERT_TRUE(wait_for_calls(1));
+  inhibitor.Set(false); // before the answer
+  inhibitor.Set(true);
+  inhibitor.Set(false);
+  ASSERT_TRUE(wait_for_calls(2));
+  inhibitor.Set(true);
+  ASSERT_TRUE(wait_for_calls(3));
+  EXPECT_THAT(desktop.fCalls, ElementsAre("Inhibit 4", "Uninhibit 7", "Inhibit 4"));
+}
+
+TEST_F(DesktopServices, TheTrayShowsThePlayerWhileThereIsOne) {
+  const OwnLooper<TrayListener> player(new TrayListener);
+  const auto deliver = [&] {
+    while (player->CountMessages() > 0) player->DeliverNext();
+  };
+  TTrayItem item(BMessenger(player.get()), Address());
+  {
+    Service tray(Connect("desktop"), "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
+                 QVariant::fromValue(QDBusVariant(true)));
+    ASSERT_TRUE(Wait([&] { return deliver(), player->fIsShown; })) << "a tray that comes later";
+    const std::string registered = tray.fCalls.front();
+    const QString name = QString::fromStdString(registered.substr(registered.find(' ') + 1));
+    QDBusMessage click =
+        QDBusMessage::createMethodCall(name, "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate");
+    Connect("player").send(click << 1 << 2);
+    EXPECT_TRUE(Wait([&] { return deliver(), player->fIsRaised; }));
+    QDBusConnection::disconnectFromBus("desktop");
+  }
+  EXPECT_TRUE(Wait([&] { return deliver(), !player->fIsShown; }));
+}
