@@ -88,13 +88,6 @@ void TPlayerWindow::LanguageChanged() {
   });
 }
 
-void TPlayerWindow::LanguageChanged() {
-  display::post([slot = fSlot] {
-    QEvent change(QEvent::LanguageChange);
-    if (slot->widget) QCoreApplication::sendEvent(slot->widget, &change);
-  });
-}
-
 bool TPlayerWindow::QuitRequested() {
   const BMessage message(kMsgCloseButton);
   fPlayer.SendMessage(&message, BMessenger(), 0);
