@@ -7,7 +7,6 @@
 #include "lyrics/reaction_time.h"
 #include "platform/app/application.h"
 #include "platform/app/message.h"
-#include "platform/interface/file_panel.h"
 #include "platform/interface/menu_bar.h"
 #include "platform/interface/screen.h"
 #include "plugin/exit_state.h"
@@ -15,10 +14,10 @@
 #include "plugin/pref.h"
 #include "toolkit/placement.h"
 #include "toolkit/tool_bar.h"
-#include "window/export_panel.h"
+#include "window/editor_panels.h"
 #include "window/find_bar.h"
 #include "window/notice_bar.h"
-#include "window/save_panel.h"
+#include "window/recent_files.h"
 
 namespace {
 
@@ -67,8 +66,9 @@ TVesmoEWin::TVesmoEWin(BRect frame, BLooper* manager)
   CreateToolBar();
   SetToolTip();
   UpdateToolBarCompos();
-  LoadMRUF();
-  GenerateMenuMRUF();
+  fRecent = std::make_unique<TRecentFiles>(this, fMenus.get(), fNoticeBar);
+  fRecent->GenerateMenuMRUF();
+  fPanels = std::make_unique<TEditorPanels>(this, fEditorView);
   fEditorView->CreateNewLyrics();
   fEditorView->SetMode(static_cast<int32>(edit_mode_of(gExitState->fMode).value_or(TEditMode::kTagInputExtended)));
   fEditorView->SetWinTitle();
@@ -115,25 +115,9 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     return;
   case kMsgHostWindowMoved:
     return fFollower->Follow();
-  case B_CANCEL:
-    return PanelClosed(*message);
   case kMsgOfferSongLyrics:
-    return OfferSongLyrics(*message);
-  case kMsgOpenPanel:
-    return MItemOpenClicked();
-  case kMsgSaveAs:
-    return MItemSaveAsClicked(*message);
-  case kMsgExport:
-    return MItemExportClicked();
-  case kMsgExportFormat:
-    if (fExportPanel) fExportPanel->ProposeName();
+    if (!fPanels->IsOneShowing()) fManager->PostMessage(message); // lyrics do not open under a panel
     return;
-  case kMsgClearHistory:
-    return MItemDelAllMRUFClicked();
-  case kMsgAddHistory:
-    return AddHistoryRqtd(*message);
-  case kMsgRemoveHistory:
-    return RemoveHistoryRqtd(*message);
   case kMsgHistoryChanged:
     return HistoryChanged(*message);
   case kMsgModifiedChanged:
@@ -157,7 +141,7 @@ void TVesmoEWin::MessageReceived(BMessage* message) {
     fFindBar->LanguageChanged();
     return fEditorView->MessageReceived(message);
   default:
-    TKRVWin::MessageReceived(message);
+    if (!fPanels->Handle(*message) && !fRecent->Handle(*message)) TKRVWin::MessageReceived(message);
   }
 }
 
@@ -173,7 +157,7 @@ void TVesmoEWin::Quit() {
   gExitState->fWindowFrame = Frame();
   // Not from the pressed button: between a change of the mode and 'umcr' that is still the previous mode's.
   gExitState->fMode = static_cast<int32>(fEditorView->Mode());
-  RememberPanelFolders();
+  fPanels->RememberFolders();
   // Posted only after the record is complete: from this message on the manager no longer waits for the window, and
   // other threads may write the record to the disk or read it for the next window.
   BMessage closed(kMsgMainClosed);
@@ -189,10 +173,9 @@ void TVesmoEWin::CreateMenu() {
 
 void TVesmoEWin::SetLabels() {
   CreateMenu();
-  GenerateMenuMRUF();
+  fRecent->GenerateMenuMRUF();
   MarkMode(static_cast<int32>(fEditorView->Mode()));
-  SetOpenPanelLabel();
-  SetSavePanelLabel();
+  fPanels->LanguageChanged();
 }
 
 void TVesmoEWin::UpdateModeComposRqtd(const BMessage& message) {

@@ -1,8 +1,8 @@
-/** The editor window's list of recent files. */
+#include "window/recent_files.h"
 
 #include "common/koreva.h"
-#include "document/editor_view.h"
 #include "document/lyrics_opener.h"
+#include "document/notice.h"
 #include "interapp/inter_app_prefs.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
@@ -12,8 +12,7 @@
 #include "platform/storage/entry.h"
 #include "platform/storage/entry_ref.h"
 #include "plugin/message_codes.h"
-#include "window/editor_window.h"
-#include "window/notice_bar.h"
+#include "window/editor_menus.h"
 
 #include <utility>
 
@@ -30,10 +29,11 @@ std::string path_in(const BMessage& message) {
 
 } // namespace
 
-void TVesmoEWin::LoadMRUF() {
+TRecentFiles::TRecentFiles(BHandler* opener, const TEditorMenus* menus, TNoticeBoard* notices)
+    : fMenus(menus), fNotices(notices) {
   fMRUF.SetShowSC(true);
   fMRUF.SetMaxMRUF(10);
-  fMRUF.SetTgtHandler(this);
+  fMRUF.SetTgtHandler(opener);
   auto* const open = new BMessage(B_REFS_RECEIVED);
   open->AddBool(kFromRecentFiles, true);
   fMRUF.SetMessage(open);
@@ -41,7 +41,23 @@ void TVesmoEWin::LoadMRUF() {
   if (find_archive(&archive)) fMRUF.Load(archive);
 }
 
-void TVesmoEWin::GenerateMenuMRUF() {
+bool TRecentFiles::Handle(const BMessage& message) {
+  switch (message.what) {
+  case kMsgClearHistory:
+    MItemDelAllMRUFClicked();
+    return true;
+  case kMsgAddHistory:
+    AddHistoryRqtd(message);
+    return true;
+  case kMsgRemoveHistory:
+    RemoveHistoryRqtd(message);
+    return true;
+  default:
+    return false;
+  }
+}
+
+void TRecentFiles::GenerateMenuMRUF() {
   std::string format;
   gIAP->GetString("AccKeyFormat", &format);
   fMRUF.SetSeparator(format);
@@ -52,33 +68,33 @@ void TVesmoEWin::GenerateMenuMRUF() {
 }
 
 /** Reported once, until it works again. */
-void TVesmoEWin::SaveMRUF() {
+void TRecentFiles::SaveMRUF() {
   BEntry archive;
   const bool isSaved = find_archive(&archive) && fMRUF.Save(archive);
-  if (isSaved) fNoticeBar->RemoveNotice(kRecentFilesNotice);
-  if (std::exchange(fIsMRUFSaved, isSaved) && !isSaved) {
+  if (isSaved) fNotices->RemoveNotice(kRecentFilesNotice);
+  if (std::exchange(fIsSaved, isSaved) && !isSaved) {
     TNotice notice;
     notice.id = kRecentFilesNotice;
     notice.text = gLLT->Text("Notice_Recent_Not_Saved");
-    fNoticeBar->ShowNotice(notice);
+    fNotices->ShowNotice(notice);
   }
 }
 
-void TVesmoEWin::AddHistoryRqtd(const BMessage& message) {
+void TRecentFiles::AddHistoryRqtd(const BMessage& message) {
   const std::string path = path_in(message);
   if (path.empty()) return;
   fMRUF.AddMRUF(path.c_str());
   GenerateMenuMRUF();
 }
 
-void TVesmoEWin::RemoveHistoryRqtd(const BMessage& message) {
+void TRecentFiles::RemoveHistoryRqtd(const BMessage& message) {
   const std::string path = path_in(message);
   if (path.empty()) return;
   delete[] fMRUF.RemoveMRUF(path.c_str());
   GenerateMenuMRUF();
 }
 
-void TVesmoEWin::MItemDelAllMRUFClicked() {
+void TRecentFiles::MItemDelAllMRUFClicked() {
   const std::string question = gLLT->Text("Ask_Del_All_MRUF") + std::string("\n\n") + gLLT->Text("Hint_Del_One_MRUF");
   enum { kClearButton };
   if (ask(question, {text_button("Button_Del_All", 'A'), text_button("Button_No", 'N', true)}) != kClearButton) return;
