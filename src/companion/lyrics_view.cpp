@@ -4,6 +4,8 @@
 #include "family/appearance.h"
 #include "language/llt.h"
 #include "lyrics/sung_lines.h"
+#include "lyrics/timed_line.h"
+#include "lyrics/word_lines.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/kernel/threads.h"
@@ -73,7 +75,10 @@ void TLyricsView::SetLines(const std::vector<std::string>& lines, const std::str
   fPlaceholder = placeholder;
   fLines.clear();
   fLineTimes.Clear();
+  fWordLines.clear();
   for (const std::string& line : lines) {
+    const auto row = static_cast<int32>(fLines.size());
+    if (has_word_times(line) && !leading_times(line).empty()) fWordLines.emplace(row, line);
     fLines.push_back(without_tags(line));
     fLineTimes.Append(line);
   }
@@ -88,7 +93,8 @@ void TLyricsView::SetPosition(int32 positionMs) {
   fPositionMs = positionMs;
   if (!fIsTimed) return;
   const int32 line = fLineTimes.RowAt(positionMs);
-  if (line != fCurrent) AnimateTo(line);
+  if (line != fCurrent) return AnimateTo(line);
+  if (SungBytes() != fSungBytes) Invalidate();
 }
 
 void TLyricsView::FrameResized(float width, float height) {
@@ -113,9 +119,13 @@ std::vector<TLyricsView::TRow> TLyricsView::RowsOf(int32 line) const {
   const std::string& text = fLines.empty() ? fPlaceholder : fLines[static_cast<size_t>(line)];
   const auto measure = [&font](std::string_view part) { return font.StringWidth(part); };
   std::vector<TRow> rows;
+  size_t at = 0;
   for (std::string& row : wrap_text(text, std::max(1.0F, Bounds().Width() - 2 * kMargin), measure)) {
     const float width = measure(row);
-    rows.push_back({line, static_cast<float>(rows.size()) * FaceOf(line).RowHeight(), std::move(row), width});
+    at = std::min(text.find(row, at), text.size()); // blanks between rows are left out
+    const size_t end = at + row.size();
+    rows.push_back({line, static_cast<float>(rows.size()) * FaceOf(line).RowHeight(), std::move(row), width, at});
+    at = end;
   }
   return rows;
 }
@@ -222,17 +232,37 @@ rgb_color TLyricsView::ColorOf(int32 line) const {
   return mixed(look->lyrics, look->background, line > fCurrent ? kNextOpacity : kSungOpacity);
 }
 
+size_t TLyricsView::SungBytes() const {
+  const auto line = fWordLines.find(fCurrent);
+  if (line == fWordLines.end()) return SIZE_MAX;
+  const long writtenMs = fPositionMs + fLineTimes.OffsetMs();
+  return TTimedLine(line->second).BytesSungAt(writtenMs, sung_start(line->second, writtenMs));
+}
+
+/** The words to come are dimmed, in the line that is being sung. */
+void TLyricsView::DrawRow(const TRow& row, const TFace& face, float baseLine, size_t sungBytes) {
+  const float left = (Bounds().Width() - row.width) / 2;
+  const rgb_color color = ColorOf(row.line);
+  const size_t sung = row.line == fCurrent && sungBytes > row.at ? std::min(sungBytes - row.at, row.text.size()) : 0;
+  SetHighColor(color);
+  if (row.line != fCurrent || sung == row.text.size()) return DrawString(row.text, BPoint{left, baseLine});
+  const std::string first = row.text.substr(0, sung);
+  DrawString(first, BPoint{left, baseLine});
+  SetHighColor(mixed(color, gPref->Values()->background, kSungOpacity));
+  DrawString(row.text.substr(sung), BPoint{left + face.font.StringWidth(first), baseLine});
+}
+
 void TLyricsView::Draw(BRect) {
   SetHighColor(gPref->Values()->background);
   FillRect(Bounds());
   const float middle = Bounds().Height() / 2;
   const TFace* used = nullptr;
+  fSungBytes = SungBytes();
   for (const TRow& row : fRows) {
     const TFace& face = FaceOf(row.line);
     const float top = middle + row.top + fShift;
     if (top > Bounds().Height() || top + face.RowHeight() < 0) continue;
     if (std::exchange(used, &face) != &face) SetFont(&face.font);
-    SetHighColor(ColorOf(row.line));
-    DrawString(row.text, BPoint{(Bounds().Width() - row.width) / 2, top + face.height.ascent});
+    DrawRow(row, face, top + face.height.ascent, fIsTimed ? fSungBytes : SIZE_MAX);
   }
 }

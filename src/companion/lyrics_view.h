@@ -4,6 +4,7 @@
 #include "platform/interface/view.h"
 #include "platform/support/types.h"
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -38,6 +39,7 @@ private:
     float top;
     std::string text;
     float width;
+    size_t at = 0; // in bytes of the line
   };
   struct TFace {
     BFont font;
@@ -56,13 +58,18 @@ private:
   void AnimationStep();
   void ScrollBy(int32 lines);
   rgb_color ColorOf(int32 line) const;
+  /** The sung part of the current line, in bytes; all of it without times of its words. */
+  size_t SungBytes() const;
+  void DrawRow(const TRow& row, const TFace& face, float baseLine, size_t sungBytes);
 
-  std::vector<std::string> fLines; // without their tags
+  std::vector<std::string> fLines;         // without their tags
+  std::map<int32, std::string> fWordLines; // those with times within them, as written
   std::string fPlaceholder;
   TLineTimes fLineTimes;
   bool fIsTimed = false;
   int32 fCurrent = -1; // the line being sung; in a plain text the topmost one
   int32 fPositionMs = 0;
+  size_t fSungBytes = SIZE_MAX; // of the current line, as drawn
   TFace fSmall;
   TFace fLarge;
   std::vector<TRow> fRows; // the visible ones and a few more

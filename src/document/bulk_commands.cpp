@@ -1,11 +1,13 @@
 #include "document/bulk_commands.h"
 
 #include "document/edit_session.h"
+#include "editviews/tag_input_view.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
 #include "lyrics/bulk_preview.h"
 #include "lyrics/bulk_tags.h"
 #include "lyrics/document.h"
+#include "lyrics/word_lines.h"
 #include "platform/app/message.h"
 #include "platform/support/cut_text.h"
 #include "plugin/message_codes.h"
@@ -46,6 +48,11 @@ std::string what_changes(const std::vector<std::string>& before, const TBulkChan
   return preview.changed > preview.first.size() ? text + "\n…" : text;
 }
 
+/** A paragraph for the question: the times within the lines change as well. */
+std::string words_too(bool withWords) {
+  return withWords ? std::string("\n\n") + gLLT->Text("Hint_Words_Too") : std::string();
+}
+
 /** Some lines of a document; bounded to those that there are. */
 struct TLineRange {
   size_t first = 0;
@@ -84,11 +91,11 @@ std::string shift_report(const BMessage& message) {
          gLLT->Text("StatBarStr_Shifted_Lines_2");
 }
 
-void shift_range(std::list<std::string>* lines, const TLineRange& range, long offsetMs) {
+void shift_range(std::list<std::string>* lines, const TLineRange& range, long offsetMs, bool withWords) {
   std::list<std::string> shifted;
   const auto end = range.End(*lines);
   shifted.splice(shifted.end(), *lines, range.Begin(*lines), end);
-  shift_time_tags(&shifted, offsetMs);
+  withWords ? shift_tags_and_words(&shifted, offsetMs) : shift_time_tags(&shifted, offsetMs);
   lines->splice(end, shifted);
 }
 
@@ -118,13 +125,14 @@ void TBulkCommands::FineTimeTagRqtd(const BMessage& message) {
   if (document != fDocument->Number()) return fSession->Report(gLLT->Text("StatBarStr_Shift_Of_Another"));
   const long offsetMs = std::clamp(std::strtol(typed.c_str(), nullptr, 10), -kMaxShiftMs, kMaxShiftMs);
   const TLineRange range = range_in(message);
-  const TBulkChange shift = [&](auto* lines) { shift_range(lines, range, offsetMs); };
+  const bool withWords = fSession->TagInput().IsWordByWord();
+  const TBulkChange shift = [&](auto* lines) { shift_range(lines, range, offsetMs, withWords); };
   fSession->Active().FlushEdits();
   const std::vector<std::string>& all = fDocument->Lines();
   const size_t atZero = count_tags_piled_at_zero({range.Begin(all), range.End(all)}, offsetMs);
   const auto question = [&] {
     return gLLT->Text("Ask_Shift_Past_Zero") + ("\n\n" + (gLLT->Text("Hint_Tags_At_Zero") + std::to_string(atZero))) +
-           what_changes(fDocument->Lines(), shift);
+           words_too(withWords) + what_changes(fDocument->Lines(), shift);
   };
   if (atZero > 0 && !ask_no_yes(question())) return;
   fSession->Rewrite(shift);
@@ -137,10 +145,13 @@ void TBulkCommands::MItemCvtTag(const BMessage& message) {
   if (message.FindBool("CvtTagS2E", &toExtended) != B_OK) return;
   const char* const from = gLLT->Text(toExtended ? "Std_Time_Tag" : "Ext_Time_Tag");
   const char* const to = gLLT->Text(toExtended ? "Ext_Time_Tag" : "Std_Time_Tag");
-  const TBulkChange convert = [toExtended](auto* lines) { convert_time_tags(lines, toExtended); };
+  const bool withWords = fSession->TagInput().IsWordByWord();
+  const TBulkChange convert = [=](auto* lines) {
+    withWords ? convert_tags_and_words(lines, toExtended) : convert_time_tags(lines, toExtended);
+  };
   fSession->Active().FlushEdits();
   if (!ask_no_yes(gLLT->Text("Ask_Cvt_Tag_1") + quoted(from) + gLLT->Text("Ask_Cvt_Tag_2") + quoted(to) +
-                  gLLT->Text("Ask_Cvt_Tag_3") + what_changes(fDocument->Lines(), convert))) {
+                  gLLT->Text("Ask_Cvt_Tag_3") + words_too(withWords) + what_changes(fDocument->Lines(), convert))) {
     return;
   }
   fSession->Rewrite(convert);
@@ -151,7 +162,11 @@ void TBulkCommands::MItemCvtTag(const BMessage& message) {
 
 void TBulkCommands::MItemDelAllTimeTagClicked() {
   fSession->Active().FlushEdits();
-  if (!ask_no_yes(gLLT->Text("Ask_Del_All_Time_Tag") + what_changes(fDocument->Lines(), delete_time_tags))) return;
-  fSession->Rewrite(delete_time_tags);
+  const bool withWords = fSession->TagInput().IsWordByWord();
+  const TBulkChange deletion = withWords ? delete_tags_and_words : delete_time_tags;
+  if (!ask_no_yes(gLLT->Text("Ask_Del_All_Time_Tag") + words_too(withWords) +
+                  what_changes(fDocument->Lines(), deletion)))
+    return;
+  fSession->Rewrite(deletion);
   fSession->Report(gLLT->Text("StatBarStr_Deled_All_Time_Tag"));
 }

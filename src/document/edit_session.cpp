@@ -2,6 +2,7 @@
 
 #include "document/document_song.h"
 #include "document/encoding_name.h"
+#include "document/word_strip.h"
 #include "editviews/free_edit_view.h"
 #include "editviews/tag_input_view.h"
 #include "hostlink/host_link.h"
@@ -73,6 +74,7 @@ TEditSession::TEditSession(BView* parent, Sonivo_FrontEnd* frontEnd, TDocument* 
   fUnsavedMark->Hide();
   parent->AddChild(fUnsavedMark);
   fClock = std::make_unique<TSongClock>(parent, bar, frontEnd);
+  fWordStrip = std::make_unique<TWordStrip>(parent, fScroll);
   ShowClock();
 }
 
@@ -92,6 +94,7 @@ void TEditSession::SetMode(TEditMode mode) {
   BView* const shown = isFree ? static_cast<BView*>(fFreeEdit) : fTagInput;
   if (shown == fScroll->Target()) return;
   const bool hadFocus = fScroll->Target()->IsFocus();
+  fWordStrip->Show({});
   fScroll->SetTarget(shown);
   if (hadFocus) shown->MakeFocus();
 }
@@ -279,6 +282,14 @@ void TEditSession::Undo() {
 void TEditSession::Redo() {
   const bool isDone = Replay(TReplayDirection::kRedo);
   Report(gLLT->Text(isDone ? "StatBarStr_Redone" : "StatBarStr_Nothing_To_Redo"));
+}
+
+TWordForm TEditSession::WordForm() const {
+  return fDocument->Form().dialect == TDialect::kCommon ? TWordForm::kCommon : TWordForm::kFamily;
+}
+
+void TEditSession::ShowWordTimes(const std::optional<std::string>& text) {
+  fWordStrip->Show(text);
 }
 
 void TEditSession::RetakeRqtd() {

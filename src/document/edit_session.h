@@ -19,6 +19,7 @@ class Sonivo_FrontEnd;
 class TDocumentSong;
 class TFreeEditView;
 class TTagInputView;
+class TWordStrip;
 
 /** The two edit views of a document, of which one is shown, with the status bar. Turns the user's changes into steps of
     the document and replays the document's steps in the view. Owned by the editor view, on its window's thread. */
@@ -70,6 +71,8 @@ public:
 
 private:
   void LinesEdited(const TLinesChange& change, TEditKind kind, TSelectedLines before, TSelectedLines after) override;
+  TWordForm WordForm() const override;
+  void ShowWordTimes(const std::optional<std::string>& text) override;
   void RetakeRqtd() override;
   bool Replay(TReplayDirection direction);
   void CheckSong();
@@ -88,6 +91,7 @@ private:
   BStringView* fStatusBar;
   BStringView* fUnsavedMark;
   std::unique_ptr<TSongClock> fClock;
+  std::unique_ptr<TWordStrip> fWordStrip;
   TEditMode fMode = TEditMode::kTagInputExtended;
   bool fCanUndo = false; // fCanUndo and fCanRedo: as last sent to the window
   bool fCanRedo = false;

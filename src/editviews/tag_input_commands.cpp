@@ -50,6 +50,15 @@ std::optional<TCommandId> command_of_byte(char byte, bool withCommandKey) {
   return found == kKeyBytes.end() ? std::nullopt : std::optional(found->id);
 }
 
+bool is_for_words(TCommandId id) {
+  constexpr TCommandId kCommandsForWords[] = {kJoinWords, kSplitWord, kClearWords, kUnstampFromHere, kCopyWordTimes};
+  return std::ranges::find(kCommandsForWords, id) != std::end(kCommandsForWords);
+}
+
+bool is_caret_key(char byte) {
+  return byte == B_LEFT_ARROW || byte == B_RIGHT_ARROW;
+}
+
 bool has_key_byte(TCommandId id) {
   return std::ranges::find(kKeyBytes, id, &TKeyByte::id) != kKeyBytes.end();
 }
@@ -61,6 +70,7 @@ void TTagInputView::KeysChanged() {
   std::vector<display::ListShortcut> shortcuts;
   for (const TEditorCommand& each : all_commands()) {
     if (each.target != TCommandTarget::kTagInput || keys->Of(each.id).empty()) continue;
+    if (is_for_words(each.id) && !fChoices->timesWords) continue;
     if (has_key_byte(each.id) && keys->IsDefault(each.id)) continue; // comes to KeyDown
     shortcuts.push_back({keys->Of(each.id), static_cast<int32>(each.id), each.repeats});
   }
@@ -69,7 +79,11 @@ void TTagInputView::KeysChanged() {
 
 void TTagInputView::MessageReceived(BMessage* message) {
   if (message->what == kMsgReplayBeat) return fReplay.Beat();
-  if (message->what == display::DISPLAY_ROWS_WANTED) MarkProblems(*message);
+  if (message->what == display::DISPLAY_KEY_RELEASED) return KeyReleased(*message);
+  if (message->what == display::DISPLAY_ROWS_WANTED) {
+    MarkProblems(*message);
+    MarkWords(*message);
+  }
   BListView::MessageReceived(message);
 }
 
@@ -78,6 +92,8 @@ void TTagInputView::KeyDown(const char* bytes, int32 count) {
   const bool isShiftInsert = count == 1 && bytes[0] == B_INSERT && HasModifier(B_SHIFT_KEY);
   if (isShiftInsert && !IsKeyRepeat()) return RunCommand(kPaste); // the older key for it
   const auto id = count > 0 ? command_of_byte(bytes[0], IsCommand()) : std::nullopt;
+  if (fChoices->timesWords && !IsCommand() && count == 1 && is_caret_key(bytes[0]))
+    return MoveCaret(bytes[0] == B_RIGHT_ARROW);
   if (!id) return BListView::KeyDown(bytes, count);
   if (!current_keys()->IsDefault(*id)) return BView::KeyDown(bytes, count); // without a meaning here
   // One press of the space bar, one tag, however long it is held.
@@ -97,9 +113,9 @@ void TTagInputView::RetakeRqtd() {
 void TTagInputView::RunCommand(TCommandId id) {
   switch (id) {
   case kStamp:
-    return InputTagRqtd();
+    return fChoices->timesWords ? TapWord() : InputTagRqtd();
   case kRetake:
-    return RetakeRqtd();
+    return fChoices->timesWords ? TakeBackWord() : RetakeRqtd();
   case kLater:
   case kEarlier:
     return IncDecTagRqtd(id == kLater ? '+' : '-');
@@ -121,6 +137,8 @@ void TTagInputView::RunCommand(TCommandId id) {
     return NudgeBy(500);
   case kEarlier500:
     return NudgeBy(-500);
+  case kWordByWord:
+    return ToggleWordByWord();
   case kFollow:
     return ToggleFollowing();
   case kGoToSung:
@@ -138,7 +156,7 @@ void TTagInputView::RunCommand(TCommandId id) {
   case kShiftSelected:
     return ShiftRqtd(Selection().first, Selection().Count());
   default:
-    return RunPlayerCommand(id);
+    return is_for_words(id) ? RunWordCommand(id) : RunPlayerCommand(id);
   }
 }
 

@@ -49,7 +49,7 @@ void TTagInputItem::DrawItem(BView* view, BRect frame, bool) {
     view->SetHighColor(look->activeFrame);
     view->FillRect({frame.right - kSungMarkWidth, frame.top + 1, frame.right - 1, frame.bottom - 1});
   }
-  DrawText(view, frame, background);
+  fWords ? DrawWords(view, frame, background) : DrawText(view, frame, background);
   if (fProblem.problem != TLineProblem::kNone) DrawSign(view, frame, background);
 }
 
@@ -62,6 +62,17 @@ void TTagInputItem::DrawText(BView* view, BRect frame, rgb_color background) {
   static_cast<BListView*>(view)->DrawRowText({fText, BPoint{frame.left + kMargin, frame.top + smFontH.ascent},
                                               std::max(right - frame.left - kMargin, 1.0F), bytes_of_tags(fText),
                                               quiet_color(color, background)});
+}
+
+void TTagInputItem::DrawWords(BView* view, BRect frame, rgb_color background) {
+  const auto look = gPref->Values();
+  auto* const list = static_cast<BListView*>(view);
+  const BPoint start{frame.left + kMargin, frame.top + smFontH.ascent};
+  view->SetLowColor(background);
+  draw_word_row(list, TTimedLine(fText), *fWords,
+                {IsSelected() ? look->activeLyrics : look->lyrics, background, look->activeFrame, start,
+                 frame.right - kSungMarkWidth - kSignWidth, smFontH});
+  if (!fWords->spoken.empty()) list->DrawRowText({" ", start, 0, 0, {}, fWords->spoken});
 }
 
 /** Screen readers get its meaning as the description of the row. */

@@ -33,6 +33,7 @@ void TTagInputView::PlayFrom(int32 leadInMs) {
 
 void TTagInputView::SetSongPosition(std::optional<int32> positionMs) {
   MarkSung(positionMs ? fLineTimes.RowAt(*positionMs) : -1);
+  if (fChoices->timesWords) MarkSungWord(positionMs);
   if (const auto row = fFollowing.RowToShow(fSungRow, system_time())) KeepInSight(*row);
 }
 

@@ -6,6 +6,7 @@
 #include "hostlink/host_link.h"
 #include "language/llt.h"
 #include "lyrics/time_tags.h"
+#include "lyrics/word_lines.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/kernel/threads.h"
@@ -19,6 +20,8 @@ namespace {
 
 /** The time that the player has to answer the request for its position. */
 constexpr bigtime_t kAnswerUs = 20000;
+/** The longest that a key event may have waited to be corrected for it. */
+constexpr bigtime_t kLongestWaitUs = 5000000;
 
 } // namespace
 
@@ -41,6 +44,9 @@ void TTagInputView::ClearLines() {
   fLineTimes.Clear();
   fCorrections.ForgetLines();
   fSungRow = -1;
+  fWordsRow = -1;
+  fWordTimes.reset();
+  fHeldKey.reset();
   for (const BListItem* item : items) delete item;
 }
 
@@ -97,6 +103,7 @@ void TTagInputView::AttachedToWindow() {
   BListView::AttachedToWindow();
   SetAppearance();
   KeysChanged();
+  ReportReleases(fChoices->timesWords);
   report_view_choices(*fChoices, Window());
 }
 
@@ -119,12 +126,16 @@ TTagInputItem* TTagInputView::SelectedItem() const {
   return Item(CurrentSelection());
 }
 
-int32 TTagInputView::StampTimeMs() const {
+int32 TTagInputView::StampTimeMs(std::optional<bigtime_t> whenUs) const {
   // The second refresh takes over the answer to the first request: the position at the moment of the key.
+  const bigtime_t askedUs = system_time();
   fFrontEnd->Refresh();
   snooze(kAnswerUs);
   fFrontEnd->Refresh();
-  const int64 timeMs = int64{fFrontEnd->PositionMs()} + gPref->Values()->timeOffsetMs;
+  const bool isMoving = whenUs && !fFrontEnd->IsKnownToRest();
+  const int64 sinceUs = isMoving ? std::clamp<bigtime_t>(askedUs - *whenUs, 0, kLongestWaitUs) : 0;
+  const int64 playedMs = (sinceUs * fFrontEnd->SpeedPercent() / 100 + 500) / 1000;
+  const int64 timeMs = fFrontEnd->PositionMs() - playedMs + gPref->Values()->timeOffsetMs;
   return static_cast<int32>(std::clamp<int64>(timeMs, 0, INT32_MAX));
 }
 
@@ -158,7 +169,8 @@ void TTagInputView::NudgeBy(int32 stepMs) {
 }
 
 void TTagInputView::Nudged(int32 row, const TNudgedLine& nudged) {
-  ChangeRow(row, nudged.line, TEditKind::kOther);
+  const bool movesWords = fChoices->timesWords && has_word_times(nudged.line);
+  ChangeRow(row, movesWords ? with_words_moved(Item(row)->Text(), nudged.line) : nudged.line, TEditKind::kOther);
   if (nudged.form == TTagForm::kExtended) NoteMove(row, static_cast<int32>(nudged.timeMs));
   Report(nudge_report(nudged), NewFinding());
   const std::optional<int32> timeMs = fLineTimes.TimeOf(row);
@@ -169,6 +181,7 @@ void TTagInputView::RemoveTagRqtd() {
   if (SelectedItem() == nullptr) return;
   const int32 row = CurrentSelection();
   std::string line = Item(row)->Text();
+  if (fChoices->timesWords) line = without_word_times(line);
   remove_time_tag(&line); // a line without a tag does not change, but is reported as well
   ChangeRow(row, line, TEditKind::kOther);
   Report(removal_report(row));
@@ -190,10 +203,13 @@ void TTagInputView::ChangeRow(int32 row, const std::string& text, TEditKind kind
 
 bool TTagInputView::Replay(const TReplay& replay) {
   const TLinesChange& step = replay.change;
+  const bool isOneLine = fChoices->timesWords && step.removed == 1 && step.lines.size() == 1 && Item(step.first);
+  const std::string before = isOneLine ? Item(step.first)->Text() : std::string();
   ChangeLines(step);
   if (step.removed == static_cast<int32>(step.lines.size())) NoteReplay(step.first, step.lines);
   SetCurLine(replay.line);
   if (replay.anchor != replay.line) SelectLines({replay.line, replay.anchor});
+  if (isOneLine) SetWordsFrom(step.first, before, step.lines.front());
   return true;
 }
 

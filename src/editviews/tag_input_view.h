@@ -7,6 +7,7 @@
 #include "lyrics/line_times.h"
 #include "lyrics/reaction_time.h"
 #include "lyrics/stamp.h"
+#include "lyrics/word_stamper.h"
 #include "platform/interface/list_view.h"
 
 #include <optional>
@@ -14,6 +15,7 @@
 class BMessage;
 class Sonivo_FrontEnd;
 class TTagInputItem;
+struct TWordRow;
 
 /** The lyrics as a list, one line selected: a key press writes the play position in front of it. On the window's
     thread; owns its items but not the link to the player. */
@@ -48,6 +50,8 @@ public:
   /** Another key was given to a command. */
   void KeysChanged();
   void MessageReceived(BMessage* message) override;
+  bool IsWordByWord() const { return fChoices->timesWords; }
+  void SelectionChanged() override;
   void AttachedToWindow() override;
   void FrameResized(float width, float height) override;
 
@@ -64,7 +68,8 @@ public:
 private:
   TTagInputItem* SelectedItem() const;
   TTagInputItem* Item(int32 row) const;
-  int32 StampTimeMs() const;
+  /** The play position, or that of a moment ago. Blocks for 20 ms. */
+  int32 StampTimeMs(std::optional<bigtime_t> whenUs = {}) const;
   // tag_input_commands.cpp
   void RunCommand(TCommandId id);
   void RunPlayerCommand(TCommandId id);
@@ -121,6 +126,29 @@ private:
   void GoToUntagged(bool below);
   void GoTo(int32 row);
 
+  // tag_input_words.cpp
+  void ToggleWordByWord();
+  /** A command that works only word by word; says so otherwise. */
+  void RunWordCommand(TCommandId id);
+  void TapWord();
+  void TakeBackWord();
+  /** Ends the line if the key that has stamped its last word was held long enough. */
+  void KeyReleased(const BMessage& release);
+  void ClearWords();
+  void UnstampFromHere();
+  void CopyWordTimes();
+  void MoveCaret(bool right);
+  /** Makes fWords that of the current row. */
+  void ReadWords();
+  void SetWordsFrom(int32 row, const std::string& before, const std::string& after);
+  /** Sets how the rows that are about to be drawn show words. */
+  void MarkWords(const BMessage& rowsWanted);
+  std::optional<TWordRow> WordRow(int32 row);
+  void ReportWordTimes();
+  void MarkSungWord(std::optional<int32> positionMs);
+  TStampForms StampForms() const;
+  void ReportWord(int32 row, size_t unit, const char* key);
+
   // tag_input_habit.cpp
   void NoteStamp(int32 row, int32 timeMs);
   void NoteMove(int32 row, int32 timeMs);
@@ -137,8 +165,21 @@ private:
   int32 fSungRow = -1;
   TStampCorrections fCorrections;
   std::optional<int32> fLastStampMs;
-  const TViewChoices* const fChoices;
+  TViewChoices* const fChoices;
   TFollowing fFollowing;
   Sonivo_FrontEnd* const fFrontEnd;
   TNudgeReplay fReplay;
+
+  /** The key that has stamped the last word of a line and may still be held. */
+  struct THeldKey {
+    int32 row;
+    std::string line;
+    bigtime_t sinceUs;
+  };
+  TWordStamper fWords;
+  int32 fWordsRow = -1;
+  int32 fTappedRow = -1; // by the last tap, unless another row was selected since
+  std::optional<THeldKey> fHeldKey;
+  std::optional<size_t> fSungWord;       // of fSungRow
+  std::optional<std::string> fWordTimes; // as last reported to the listener
 };

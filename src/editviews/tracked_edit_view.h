@@ -2,6 +2,7 @@
 
 #include "editviews/edit_view_interface.h"
 #include "lyrics/edit_history.h"
+#include "lyrics/timed_line.h"
 
 /** Receives the user's changes in an edit view. On the window's thread. */
 class TEditListener {
@@ -13,6 +14,10 @@ public:
 
   /** The user has changed lines in an edit view, which already shows them. */
   virtual void LinesEdited(const TLinesChange& change, TEditKind kind, TSelectedLines before, TSelectedLines after) = 0;
+  /** How times within lines are written in the document. */
+  virtual TWordForm WordForm() const = 0;
+  /** The times of the current line's words, while the view works word by word. */
+  virtual void ShowWordTimes(const std::optional<std::string>& text) = 0;
   /** Undo the last stamp and rewind the song, for another try. */
   virtual void RetakeRqtd() = 0;
 };

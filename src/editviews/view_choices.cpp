@@ -19,17 +19,20 @@ void TViewChoices::Store() {
 }
 
 bool TViewChoices::Archive(BMessage* archive) {
-  return archive->AddBool("Flow", follows) == B_OK && archive->AddBool("Clok", showsClock) == B_OK;
+  return archive->AddBool("Flow", follows) == B_OK && archive->AddBool("Clok", showsClock) == B_OK &&
+         archive->AddBool("Word", timesWords) == B_OK;
 }
 
 bool TViewChoices::Unarchive(const BMessage& archive) {
   const bool isFlowRead = Read(archive, "Flow", &follows);
-  return Read(archive, "Clok", &showsClock) && isFlowRead;
+  const bool isClockRead = Read(archive, "Clok", &showsClock);
+  return Read(archive, "Word", &timesWords) && isFlowRead && isClockRead;
 }
 
 void report_view_choices(const TViewChoices& choices, BWindow* window) {
   BMessage changed(kMsgViewChoices);
   changed.AddBool("Follows", choices.follows);
   changed.AddBool("Clock", choices.showsClock);
+  changed.AddBool("Words", choices.timesWords);
   if (window) window->PostMessage(&changed);
 }

@@ -13,6 +13,7 @@ struct TViewChoices : koreva::TArchivable {
 
   bool follows = true;     // "Flow": the list follows the song
   bool showsClock = false; // "Clok": position and seek bar in the status bar
+  bool timesWords = false; // "Word": the space bar times words, which the rows show
 
 private:
   bool Archive(BMessage* archive) override;

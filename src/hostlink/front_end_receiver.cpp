@@ -5,11 +5,15 @@
 #include "platform/app/roster.h"
 #include "plugin/message_codes.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
 constexpr int32 kPriority = 15;
 constexpr int32 kCapacity = 100;
+/** Of the speed, in percent; a player may report nonsense. */
+constexpr int32 kNormalPercent = 100;
+constexpr int32 kFastestPercent = 1000;
 /** Time for the answer to a handshake to arrive. */
 constexpr bigtime_t kHandshakeUs = 20000;
 /** Waiting for room in the player's queue is unlimited, but cancellable at this interval. */
@@ -98,8 +102,11 @@ void SNFE_Receiver::StoreInformation(const BMessage& message) {
   if (size < static_cast<ssize_t>(THostInformation::kSize)) return;
   bool isPlaying = false;
   const bool hasPlaying = message.FindBool("Playing", &isPlaying) == B_OK;
+  int32 speedPercent = 0;
+  const bool hasSpeed = message.FindInt32("Speed", &speedPercent) == B_OK && speedPercent > 0;
   const TDataLock lock(fLock);
   std::memcpy(fInformation.bytes, bytes, THostInformation::kSize);
+  fInformation.speedPercent = hasSpeed ? std::min(speedPercent, kFastestPercent) : kNormalPercent;
   fInformation.isPlaying = hasPlaying ? std::optional(isPlaying) : std::nullopt;
   fArrived = true;
 }

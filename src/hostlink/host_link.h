@@ -40,6 +40,8 @@ public:
 
   /** True if the player reports that no song is playing; false if it does not report its state. */
   bool IsKnownToRest() const { return Information().isPlaying == false; }
+  /** 100 if the player does not report it. */
+  int32 SpeedPercent() const { return Information().speedPercent; }
   /** The player has a song and reports that it does not play. */
   bool IsPaused() const;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/support/types.h"
+
 #include <cstddef>
 #include <optional>
 
@@ -16,4 +18,6 @@ struct THostInformation {
   char bytes[kSize] = {};
   /** Not part of the bytes; empty if the player does not report it. */
   std::optional<bool> isPlaying;
+  /** Not part of the bytes either. */
+  int32 speedPercent = 100;
 };

@@ -30,6 +30,8 @@ public:
   int32 CountRows() const { return static_cast<int32>(fFirstMs.size()); }
   /** As written, without the offset; nothing for a row with no tag or several. */
   std::optional<int32> OnlyTagOf(int32 row) const;
+  /** Of the header that counts. */
+  long OffsetMs() const { return Offset(); }
   bool HasTimes() const;
   /** The time of the row's first tag. */
   std::optional<int32> TimeOf(int32 row) const;

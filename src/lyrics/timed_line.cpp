@@ -1,10 +1,12 @@
 #include "lyrics/timed_line.h"
 
+#include "lyrics/line_times.h"
 #include "lyrics/tag_spans.h"
 #include "lyrics/time_tags.h"
 #include "lyrics/word_units.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace {
 
@@ -126,6 +128,21 @@ size_t TTimedLine::CountTimed() const {
   return count;
 }
 
+std::optional<size_t> TTimedLine::UnitSungAt(long positionMs, long startMs) const {
+  const long atFirstMs = AtFirst(positionMs, startMs);
+  std::optional<size_t> sung;
+  if (fTags.empty() || EndMs().value_or(LONG_MAX) <= atFirstMs) return sung;
+  for (size_t unit = 0; unit < fStarts.size(); ++unit)
+    if (TimeOf(unit).value_or(LONG_MAX) <= atFirstMs) sung = unit;
+  return sung;
+}
+
+size_t TTimedLine::BytesSungAt(long positionMs, long startMs) const {
+  if (EndMs().value_or(LONG_MAX) <= AtFirst(positionMs, startMs)) return fText.size();
+  const std::optional<size_t> unit = UnitSungAt(positionMs, startMs);
+  return unit ? StartOf(*unit + 1) : 0;
+}
+
 TWordForm TTimedLine::FormOr(TWordForm form) const {
   if (fTags.empty()) return form;
   return fTags.front().text.front() == '<' ? TWordForm::kCommon : TWordForm::kFamily;
@@ -229,4 +246,12 @@ bool TTimedLine::SplitAt(size_t byte) {
   }
   if (!std::ranges::binary_search(fStarts, byte)) ReplaceText(byte, 0, kSplitMark);
   return true;
+}
+
+long sung_start(const std::string& line, long positionMs) {
+  const std::vector<long> starts = leading_times(line);
+  long sungMs = starts.empty() ? 0 : starts.front();
+  for (const long startMs : starts)
+    if (startMs <= positionMs) sungMs = std::max(sungMs, startMs);
+  return sungMs;
 }

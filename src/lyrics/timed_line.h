@@ -35,6 +35,11 @@ public:
   /** Of a tag at the end of the line. */
   std::optional<long> EndMs() const;
   size_t CountTimed() const;
+  /** The unit with the latest time up to that position, in a line sung at `startMs` (one of its own tags). Nothing
+     before the first one and after the end. */
+  std::optional<size_t> UnitSungAt(long positionMs, long startMs) const;
+  /** The length of the text up to the end of that unit; after the end of the line all of it. */
+  size_t BytesSungAt(long positionMs, long startMs) const;
   bool HasWordTimes() const { return !fTags.empty(); }
 
   /** Times a unit, the first one by the tag of the line as `stamp` does. Not before the times in front of it; later
@@ -63,6 +68,8 @@ private:
     std::string text; // as written
   };
 
+  /** The position by the times of the line's first tag. */
+  long AtFirst(long positionMs, long startMs) const { return positionMs - startMs + LineMs().value_or(startMs); }
   void FindUnits();
   bool IsBlankFrom(size_t byte, size_t end) const;
   std::optional<long> LineMs() const;
@@ -79,3 +86,6 @@ private:
   std::vector<TTag> fTags; // by position
   std::vector<size_t> fStarts;
 };
+
+/** Of the tags that the line begins with, the one that is sung at the position: the latest up to it. 0 without any. */
+long sung_start(const std::string& line, long positionMs);

@@ -60,12 +60,21 @@ void convert_tags_and_words(std::list<std::string>* lines, bool toExtended) {
 }
 
 void delete_tags_and_words(std::list<std::string>* lines) {
-  for (std::string& line : *lines) {
-    TTimedLine timed(line);
-    timed.ClearWordTimes();
-    line = timed.Line();
-  }
+  for (std::string& line : *lines)
+    if (has_word_times(line)) line = without_word_times(line);
   delete_time_tags(lines);
+}
+
+std::string with_words_moved(const std::string& before, const std::string& after) {
+  TTimedLine timed(after);
+  timed.ShiftWordTimes(own_time(after).value_or(0) - own_time(before).value_or(0));
+  return timed.Line();
+}
+
+std::string without_word_times(const std::string& line) {
+  TTimedLine timed(line);
+  timed.ClearWordTimes();
+  return timed.Line();
 }
 
 std::string without_times(const std::string& line) {

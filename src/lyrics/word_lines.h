@@ -11,7 +11,12 @@ void shift_tags_and_words(std::list<std::string>* lines, long offsetMs);
 void convert_tags_and_words(std::list<std::string>* lines, bool toExtended);
 void delete_tags_and_words(std::list<std::string>* lines);
 
-/** The line without any time tag. */
+/** `after` is `before` with another time in its own tag: the words are moved as far. */
+std::string with_words_moved(const std::string& before, const std::string& after);
+
+/** The line with its own tag only. */
+std::string without_word_times(const std::string& line);
+/** Without any time tag. */
 std::string without_times(const std::string& line);
 
 bool has_word_times(const std::string& line);

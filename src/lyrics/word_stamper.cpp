@@ -16,6 +16,15 @@ void TWordStamper::Update(const std::string& line) {
   if (fLine.Text() != before) fCaret = fLine.StartOf(fLine.UnitAt(std::min(fCaret, fLine.Text().size())));
 }
 
+void TWordStamper::Follow(const std::string& before, const std::string& after) {
+  const TTimedLine old(before);
+  Start(after);
+  if (fLine.Text() != old.Text()) return;
+  size_t unit = 0;
+  while (unit < fLine.CountUnits() && fLine.TimeOf(unit) == old.TimeOf(unit)) ++unit;
+  if (unit < fLine.CountUnits()) fCaret = fLine.StartOf(fLine.TimeOf(unit) ? unit + 1 : unit);
+}
+
 size_t TWordStamper::NextUnit() const {
   return fLine.UnitAt(fCaret);
 }

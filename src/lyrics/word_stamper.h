@@ -18,6 +18,10 @@ public:
   /** The line was changed from elsewhere; the caret stays where it was, as far as the text allows. */
   void Update(const std::string& line);
 
+  /** A step of the history has changed the line: the caret goes to the unit whose time it removed, or behind the one
+      that it stamped. */
+  void Follow(const std::string& before, const std::string& after);
+
   const TTimedLine& Line() const { return fLine; }
   /** The unit that the next tap stamps; the last one again when all were tapped. */
   size_t NextUnit() const;

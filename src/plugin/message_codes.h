@@ -10,7 +10,7 @@ enum : uint32 {
       "Signature", by which that looper is reached. */
   kMsgHostHandshake = 'SNVm',
   /** To either address, no fields. Reply: data "Info" of type 'CSTR', the information record of 124 bytes; Sonivo adds
-      bool "Playing", which other players omit. */
+      bool "Playing" and int32 "Speed" (percent), which other players omit. */
   kMsgHostInformation = 'SNVi',
   // Fire-and-forget commands; players that do not support them ignore them.
   kMsgHostSeek = 'SNsk',      // int32 "Time": ms, bounded to the song
@@ -90,7 +90,7 @@ enum : uint32 {
   kMsgReplace = 'fdrp',
   kMsgUndo = '_udo',
   kMsgRedo = '_rdo',
-  kMsgViewChoices = 'flwc', // to the window, which marks them in its menu: bools "Follows", "Clock"
+  kMsgViewChoices = 'flwc', // to the window, which marks them in its menu: bools "Follows", "Clock", "Words"
   kMsgShowClock = 'clok',   // shows or hides position and seek bar in the status bar
   kMsgSeekInSong = 'clsk',  // from that seek bar
   // To the editor view: a line of the tag input view is to be split.

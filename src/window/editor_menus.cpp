@@ -122,6 +122,13 @@ BMenu* TEditorMenus::MakeEditMenu() {
   return menu;
 }
 
+BMenu* TEditorMenus::MakeWordsMenu() {
+  auto* const menu = new BMenu(label_of("Menu_Words", "O").c_str());
+  for (const TCommandId id : {kJoinWords, kSplitWord, kClearWords, kUnstampFromHere, kCopyWordTimes})
+    menu->AddItem(MakeItem(id));
+  return menu;
+}
+
 BMenu* TEditorMenus::MakeModeMenu() {
   auto* const tagInput = new BMenu(label_of("Menu_Tag_Input_Mode", "T").c_str());
   tagInput->AddItem(MakeItem(kModeExtended));
@@ -131,6 +138,9 @@ BMenu* TEditorMenus::MakeModeMenu() {
   auto* const menu = new BMenu(label_of("Menu_Mode", "M").c_str());
   menu->AddItem(tagInputItem);
   menu->AddItem(MakeItem(kModeFree));
+  menu->AddSeparatorItem();
+  menu->AddItem(MakeItem(kWordByWord));
+  menu->AddItem(MakeWordsMenu());
   return menu;
 }
 

@@ -47,6 +47,7 @@ private:
   BMenuItem* MakeOpenSubmenu();
   BMenu* MakeEditMenu();
   BMenuItem* MakeLinesMenu();
+  BMenu* MakeWordsMenu();
   BMenu* MakeModeMenu();
   BMenu* MakeGoMenu();
   BMenu* MakeToolMenu();

@@ -33,6 +33,7 @@ constexpr TVesmoEWin::TBarButton kButtons[] = {
     {"TBTagInputExtMode", kModeExtended, true},
     {"TBTagInputStdMode", kModeStandard},
     {"TBFreeEditMode", kModeFree},
+    {"TBWordByWord", kWordByWord},
     {"TBHelp", kHelp, true},
     {"TBAbout", kAbout},
 };

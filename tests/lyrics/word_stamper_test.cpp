@@ -176,3 +176,11 @@ TEST(WordLines, EqualLinesGetTheSameSpacingFromTheirOwnTag) {
   EXPECT_EQ(with_word_times_of(chorus, "[01:00:00]la la"), "[01:00:00]la [01:00:50]la\u2060[01:01:00]");
   for (const char* other : {"la la", "[01:00:00]la la la"}) EXPECT_EQ(with_word_times_of(chorus, other), other);
 }
+
+TEST(WordLines, TheSungPartFollowsThePositionAtEachTagOfTheLine) {
+  const std::string line = "[00:10:00][01:00:00]one [00:11:00]two [00:12:00]three[00:13:00]";
+  const std::pair<long, size_t> rows[] = {{9990, 0}, {10000, 4}, {11500, 8}, {12990, 13}, {13000, 13}, {61000, 8}};
+  for (const auto& [positionMs, sung] : rows)
+    EXPECT_EQ(TTimedLine(line).BytesSungAt(positionMs, sung_start(line, positionMs)), sung) << positionMs;
+  EXPECT_FALSE(TTimedLine(line).UnitSungAt(13000, 10000)) << "after the end";
+}

@@ -21,6 +21,12 @@ def press(*keys):
     _do("key", "--delay", 5, *keys)
 
 
+def tap(key, times, held=0.06):
+    """Presses a key that many times, holding it down for so many seconds."""
+    for _ in range(times):
+        _do("keydown", key, "sleep", held, "keyup", key)
+
+
 def write(text):
     _do("type", "--delay", 5, "--", text)
 

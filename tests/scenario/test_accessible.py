@@ -4,7 +4,7 @@ import hands
 from case import Case
 
 BUTTONS = ["Open lyrics of current song", "Open…", "Save", "Shift all time tags…", "Tag input, extended tags",
-           "Tag input, standard tags", "Free edit", "Help", "About Vesmo Editor"]
+           "Tag input, standard tags", "Free edit", "Word by word", "Help", "About Vesmo Editor"]
 
 
 class Tree(Case):

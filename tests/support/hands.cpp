@@ -1,6 +1,7 @@
 #include "tests/support/hands.h"
 
 #include "platform/app/application.h"
+#include "platform/kernel/threads.h"
 #include "tests/support/hands_widgets.h"
 
 #include <QAbstractScrollArea>
@@ -83,6 +84,18 @@ void settle(BWindow& window) {
 
 void press(BWindow& window, const std::string& key) {
   with_widget(window, [key](QWidget* widget) { send_key(widget, key); });
+}
+
+void hold(BWindow& window, const std::string& key, int agoMs, int heldMs) {
+  with_widget(window, [=](QWidget* widget) {
+    const QKeyCombination keys = combination(key);
+    const auto pressedMs = static_cast<quint64>(system_time() / 1000 - agoMs);
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, keys.key(), keys.keyboardModifiers(), q(key == "Space" ? " " : key));
+      event.setTimestamp(type == QEvent::KeyPress ? pressedMs : pressedMs + static_cast<quint64>(heldMs));
+      QApplication::sendEvent(widget->focusWidget(), &event);
+    }
+  });
 }
 
 void repeat(BWindow& window, const std::string& key) {

@@ -27,6 +27,8 @@ void settle(BWindow& window);
 
 /** A key in Qt's notation: "Down", "Space", "Ctrl+Shift+0", "a". Goes to the control with the focus. */
 void press(BWindow& window, const std::string& key);
+/** Presses the key that many ms ago and releases it when it was held for so long. */
+void hold(BWindow& window, const std::string& key, int agoMs, int heldMs);
 /** Auto-repeat of a key that is held down. */
 void repeat(BWindow& window, const std::string& key);
 /** `where` is in the coordinates of the view. */

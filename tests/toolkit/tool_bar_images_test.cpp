@@ -10,8 +10,9 @@
 
 namespace {
 
-constexpr const char* kNames[] = {"TBOpenCurLyrics",   "TBOpen",         "TBSave", "TBFineTimeTag", "TBTagInputExtMode",
-                                  "TBTagInputStdMode", "TBFreeEditMode", "TBHelp", "TBAbout"};
+constexpr const char* kNames[] = {
+    "TBOpenCurLyrics",   "TBOpen",         "TBSave",       "TBFineTimeTag", "TBTagInputExtMode",
+    "TBTagInputStdMode", "TBFreeEditMode", "TBWordByWord", "TBHelp",        "TBAbout"};
 
 double linear(int channel) {
   const double share = channel / 255.0;

@@ -44,6 +44,10 @@ void ListPeer::SetShortcuts(std::vector<ListShortcut> shortcuts) {
   Change([shortcuts = std::move(shortcuts)](QWidget* widget) { list(widget).SetShortcuts(shortcuts); });
 }
 
+void ListPeer::ReportReleases(bool reports) {
+  Change([reports](QWidget* widget) { list(widget).ReportReleases(reports); });
+}
+
 void ListPeer::SetPlaceholder(const std::string& text, rgb_color color) {
   Change([=](QWidget* widget) { list(widget).SetPlaceholder(to_qstring(text), to_qcolor(color)); });
 }

@@ -2,6 +2,7 @@
 
 #include "platform/display/convert.h"
 #include "platform/display/text_runs.h"
+#include "platform/interface/picture_parts.h"
 
 #include <QPainter>
 
@@ -37,9 +38,15 @@ void paint_outline(QPainter& painter, const picture_op& op) {
 } // namespace
 
 std::string elided_text(const BPicture& picture) {
-  for (const picture_op& op : picture.ops)
+  std::string text;
+  const picture_op* last = nullptr;
+  for (const picture_op& op : picture.ops) {
+    if (op.what != picture_op::kind::string) continue;
+    text = continues_text(op, last) ? text + op.text : op.text;
     if (op.maxWidth > 0 && runs_width(to_qfont(op.font), to_qstring(op.text)) > static_cast<qreal>(op.maxWidth))
-      return op.text;
+      return text;
+    last = &op;
+  }
   return {};
 }
 

@@ -2,11 +2,13 @@
 
 #include "platform/app/message.h"
 #include "platform/display/convert.h"
+#include "platform/display/event_time.h"
 #include "platform/display/picture_painter.h"
 #include "platform/display/placeholder.h"
 
 #include <QAbstractItemDelegate>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -26,6 +28,10 @@ constexpr int kRetryMs = 50;
 constexpr int kMostInTip = 1000;
 /** So long the list stays where the user has scrolled it. */
 constexpr int kLeftAloneMs = 4000;
+
+bool is_modifier(int key) {
+  return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_Meta;
+}
 
 /** Rich text is wrapped. */
 QString as_rich_text(const QString& text) {
@@ -166,6 +172,14 @@ void RowList::paintEvent(QPaintEvent* event) {
 
 void RowList::keyPressEvent(QKeyEvent* event) {
   event->ignore();
+}
+
+void RowList::keyReleaseEvent(QKeyEvent* event) {
+  event->ignore();
+  if (!fReportsReleases || event->isAutoRepeat() || is_modifier(event->key())) return;
+  BMessage released(DISPLAY_KEY_RELEASED);
+  released.AddInt64("when", time_of(*event));
+  fView.SendMessage(&released, BMessenger(), 0);
 }
 
 void RowList::resizeEvent(QResizeEvent* event) {

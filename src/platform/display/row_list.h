@@ -22,6 +22,7 @@ public:
   void KeepInSight(int row);
   void InvalidateRows(int first, int last);
   void SetShortcuts(const std::vector<ListShortcut>& shortcuts);
+  void ReportReleases(bool reports) { fReportsReleases = reports; }
   /** Shown in the room below the first row; empty for none. */
   void SetPlaceholder(const QString& text, const QColor& color);
 
@@ -31,6 +32,7 @@ protected:
   void paintEvent(QPaintEvent* event) override;
   /** The view handles all keys; those it returns have no meaning here. */
   void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -52,6 +54,7 @@ private:
   BMessenger fView;
   bool fAsked = false; // until the pictures come
   bool fWillAsk = false;
+  bool fReportsReleases = false;
   int fReportedRow = -1; // of the current drag
 };
 

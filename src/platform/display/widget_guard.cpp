@@ -3,10 +3,10 @@
 #include "platform/app/message.h"
 #include "platform/display/convert.h"
 #include "platform/display/display_thread.h"
+#include "platform/display/event_time.h"
 #include "platform/display/key_bytes.h"
 #include "platform/interface/follow.h"
 #include "platform/kernel/modifiers.h"
-#include "platform/kernel/threads.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -98,7 +98,7 @@ bool WidgetGuard::SendKey(const QKeyEvent& event) {
   key.AddString("bytes", bytes);
   key.AddInt32("modifiers", static_cast<int32>(modifiers()));
   key.AddInt32("key_repeat", fRepeat);
-  key.AddInt64("when", system_time());
+  key.AddInt64("when", time_of(event));
   key.AddInt32("key_code", event.key());
   fView.SendMessage(&key, BMessenger(), 0);
   return true;

@@ -26,7 +26,10 @@ struct ListShortcut {
   friend bool operator==(const ListShortcut&, const ListShortcut&) = default;
 };
 
-enum : uint32 { DISPLAY_SHORTCUT = '_KSC' }; // int32 "command"
+enum : uint32 {
+  DISPLAY_SHORTCUT = '_KSC',    // int32 "command"
+  DISPLAY_KEY_RELEASED = '_KYU' // int64 "when" (µs); for every key but modifiers
+};
 
 /** Thread-safe handle to a list widget. */
 class ListPeer : public ViewPeer {
@@ -44,6 +47,8 @@ public:
   void Invalidate(int32 first, int32 last);
   /** Replaces all. They work while the list has the focus. */
   void SetShortcuts(std::vector<ListShortcut> shortcuts);
+  /** The view gets key releases as well. */
+  void ReportReleases(bool reports);
   void SetPlaceholder(const std::string& text, rgb_color color);
   void SetFont(const BFont&) override {} // pictures have their own
 };

@@ -32,11 +32,17 @@ void BListView::AllAttached() {
   for (BListItem* item : fItems) Measure(item);
   RowsChanged(0);
   Rows()->SetShortcuts(fShortcuts);
+  Rows()->ReportReleases(fReportsReleases);
 }
 
 void BListView::SetShortcuts(std::vector<display::ListShortcut> shortcuts) {
   fShortcuts = std::move(shortcuts);
   if (Rows()) Rows()->SetShortcuts(fShortcuts);
+}
+
+void BListView::ReportReleases(bool reports) {
+  fReportsReleases = reports;
+  if (Rows()) Rows()->ReportReleases(reports);
 }
 
 void BListView::Measure(BListItem* item) {

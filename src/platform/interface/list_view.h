@@ -76,6 +76,8 @@ public:
 
   /** Keys that work while the list has the focus, before KeyDown. */
   void SetShortcuts(std::vector<display::ListShortcut> shortcuts);
+  /** The view gets a message DISPLAY_KEY_RELEASED for each key that is released. */
+  void ReportReleases(bool reports);
   /** Hook: one of them was pressed. */
   virtual void ShortcutPressed(int32) {}
 
@@ -107,6 +109,7 @@ private:
 
   std::vector<BListItem*> fItems;
   std::vector<display::ListShortcut> fShortcuts;
+  bool fReportsReleases = false;
   const list_view_type fType;
   row_selection fSelection;
   std::string fPlaceholder;

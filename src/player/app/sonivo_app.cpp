@@ -376,6 +376,7 @@ void TSonivoApp::Publish(const TPlayerState& state) {
   // Until its tags are read a song has only its file's name, and front ends must not take that for another song.
   fNowPlaying.Set(state.isLoaded ? playing : TInfoRecord::kStopped, state.durationMs,
                   song && song->played ? song->title : std::string());
+  fNowPlaying.SetSpeed(state.speedPercent);
   fBus.Show(OwnStatus());
   // No wake-ups while the position does not change.
   if (state.isPlaying && fWindow)

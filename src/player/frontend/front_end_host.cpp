@@ -33,5 +33,6 @@ void TFrontEndHost::MessageReceived(BMessage* message) {
   BMessage answer(kMsgHostInformation);
   answer.AddData("Info", B_STRING_TYPE, &record, sizeof record);
   answer.AddBool("Playing", record.state == TInfoRecord::kPlaying);
+  answer.AddInt32("Speed", fNowPlaying->SpeedPercent());
   message->SendReply(&answer);
 }

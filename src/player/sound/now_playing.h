@@ -2,6 +2,7 @@
 
 #include "player/model/info_record.h"
 
+#include <atomic>
 #include <mutex>
 
 class TSongControl;
@@ -16,9 +17,12 @@ public:
   /** Everything but the position, which Record queries from the sound each time. */
   void Set(int32 state, int32 durationMs, std::string_view title);
   TInfoRecord Record() const;
+  void SetSpeed(int32 percent) { fSpeedPercent = percent; }
+  int32 SpeedPercent() const { return fSpeedPercent; }
 
 private:
   mutable std::mutex fMutex; // guards fSound, fRecord
   TSongControl* fSound;
   TInfoRecord fRecord;
+  std::atomic<int32> fSpeedPercent{100};
 };

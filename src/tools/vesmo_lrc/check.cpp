@@ -107,6 +107,10 @@ private:
     if (tags.empty() || !tags.front().IsAtLineStart()) return;
     const bool hasSecond = tags.size() > 1 && tags[1].begin == tags[0].End() && line[tags[1].begin] == '[';
     if (hasSecond) return Find("several-tags", "the editor uses only the first of several tags");
+    const auto earlier = std::ranges::adjacent_find(
+        tags, [&line](const TTagSpan& a, const TTagSpan& b) { return tag_time(line, b) < tag_time(line, a); });
+    if (earlier != tags.end())
+      Find("word-order", tag_text(line, *std::next(earlier)) + " is earlier than a time before it in the line");
     const long time = tag_time(line, tags.front());
     if (time < fLatestMs) Find("order", tag_text(line, tags.front()) + " is earlier than a line before it");
     fLatestMs = std::max(fLatestMs, time);

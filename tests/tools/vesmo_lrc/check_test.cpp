@@ -36,6 +36,7 @@ TEST(Check, FindsByteProblemsAndTagsThatPlayersReadDifferently) {
 TEST(Check, FindsTimesOutOfOrderAndPastTheEnd) {
   const std::string song = "[00:05.00]a\n[00:04.00]b\n[00:06.00]c\n";
   EXPECT_THAT(findings(song), ElementsAre("2 order"));
+  EXPECT_THAT(findings("[00:01.00]a <00:02.00>b <00:01.50>c\n[00:02.00]a[00:03.00]\n"), ElementsAre("1 word-order"));
   TOptions options;
   options.songLengthMs = 5000;
   EXPECT_THAT(findings(song, options), ElementsAre("2 order", "3 past-end"));
