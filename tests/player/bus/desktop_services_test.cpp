@@ -20,8 +20,9 @@ using testing::ElementsAre;
 namespace {
 
 /** A service of the desktop that answers every call by `answer`, and notes it: its name and its last argument. */
-struct Service : QDBusVirtualObject {
-  Service(QDBusConnection bus, const char* name, const char* path, QVariant answer) : fAnswer(std::move(answer)) {
+struct FakeDesktopService : QDBusVirtualObject {
+  FakeDesktopService(QDBusConnection bus, const char* name, const char* path, QVariant answer)
+      : fAnswer(std::move(answer)) {
     bus.registerVirtualObject(path, this);
     bus.registerService(name);
   }
@@ -62,7 +63,7 @@ struct TrayListener : BLooper {
 } // namespace
 
 TEST_F(DesktopServices, SleepIsInhibitedByTheServiceThatThereIsAndReleasedAgain) {
-  Service desktop(Connect("desktop"), "org.gnome.SessionManager", "/org/gnome/SessionManager", 7U);
+  FakeDesktopService desktop(Connect("desktop"), "org.gnome.SessionManager", "/org/gnome/SessionManager", 7U);
   TSleepInhibitor inhibitor(Connect("player"));
   const auto wait_for_calls = [&](size_t count) { return Wait([&] { return desktop.fCalls.size() == count; }); };
   inhibitor.Set(true);
@@ -84,8 +85,8 @@ TEST_F(DesktopServices, TheTrayShowsThePlayerWhileThereIsOne) {
   };
   TTrayItem item(BMessenger(player.get()), Address());
   {
-    Service tray(Connect("desktop"), "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
-                 QVariant::fromValue(QDBusVariant(true)));
+    FakeDesktopService tray(Connect("desktop"), "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
+                            QVariant::fromValue(QDBusVariant(true)));
     ASSERT_TRUE(Wait([&] { return deliver(), player->fIsShown; })) << "a tray that comes later";
     const std::string registered = tray.fCalls.front();
     const QString name = QString::fromStdString(registered.substr(registered.find(' ') + 1));
