@@ -193,9 +193,6 @@ bool TSonivoApp::HandleDesktop(const BMessage& message) {
   case kMsgHostLanguage:
     TakeLanguage(message);
     return true;
-  case kMsgHostLanguage:
-    TakeLanguage(message);
-    return true;
   case kMsgCover:
     message.FindString("path", &fCover.song);
     message.FindString("file", &fCover.file);
