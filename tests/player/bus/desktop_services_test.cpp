@@ -15,23 +15,28 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 using testing::ElementsAre;
 
 namespace {
 
 /** A service of the desktop that answers every call by `answer`, and notes it: its name and its last argument. */
-struct Service : QDBusVirtualObject {
-  Service(QDBusConnection bus, const char* name, const char* path, QVariant answer) : fAnswer(std::move(answer)) {
+struct FakeDesktopService : QDBusVirtualObject {
+  FakeDesktopService(QDBusConnection bus, const char* name, const char* path, QVariant answer)
+      : fAnswer(std::move(answer)) {
     bus.registerVirtualObject(path, this);
     bus.registerService(name);
   }
   bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
     fCalls.push_back((call.member() + ' ' + call.arguments().last().toString()).toStdString());
+    fBeforeAnswer();
     return bus.send(call.createReply(fAnswer));
   }
   QString introspect(const QString&) const override { return {}; }
   const QVariant fAnswer;
   std::vector<std::string> fCalls;
+  std::function<void()> fBeforeAnswer = [] {};
 };
 
 struct DesktopServices : testing::Test {
@@ -62,19 +67,18 @@ struct TrayListener : BLooper {
 } // namespace
 
 TEST_F(DesktopServices, SleepIsInhibitedByTheServiceThatThereIsAndReleasedAgain) {
-  Service desktop(Connect("desktop"), "org.gnome.SessionManager", "/org/gnome/SessionManager", 7U);
+  FakeDesktopService desktop(Connect("desktop"), "org.gnome.SessionManager", "/org/gnome/SessionManager", 7U);
   TSleepInhibitor inhibitor(Connect("player"));
   const auto wait_for_calls = [&](size_t count) { return Wait([&] { return desktop.fCalls.size() == count; }); };
   inhibitor.Set(true);
   inhibitor.Set(true);
   ASSERT_TRUE(wait_for_calls(1));
-  inhibitor.Set(false); // before the answer
-  inhibitor.Set(true);
   inhibitor.Set(false);
   ASSERT_TRUE(wait_for_calls(2));
+  desktop.fBeforeAnswer = [&] { inhibitor.Set(false); };
   inhibitor.Set(true);
-  ASSERT_TRUE(wait_for_calls(3));
-  EXPECT_THAT(desktop.fCalls, ElementsAre("Inhibit 4", "Uninhibit 7", "Inhibit 4"));
+  ASSERT_TRUE(wait_for_calls(4)) << "not wanted any more by the time of the answer";
+  EXPECT_THAT(desktop.fCalls, ElementsAre("Inhibit 4", "Uninhibit 7", "Inhibit 4", "Uninhibit 7"));
 }
 
 TEST_F(DesktopServices, TheTrayShowsThePlayerWhileThereIsOne) {
@@ -84,8 +88,8 @@ TEST_F(DesktopServices, TheTrayShowsThePlayerWhileThereIsOne) {
   };
   TTrayItem item(BMessenger(player.get()), Address());
   {
-    Service tray(Connect("desktop"), "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
-                 QVariant::fromValue(QDBusVariant(true)));
+    FakeDesktopService tray(Connect("desktop"), "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
+                            QVariant::fromValue(QDBusVariant(true)));
     ASSERT_TRUE(Wait([&] { return deliver(), player->fIsShown; })) << "a tray that comes later";
     const std::string registered = tray.fCalls.front();
     const QString name = QString::fromStdString(registered.substr(registered.find(' ') + 1));
