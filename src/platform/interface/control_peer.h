@@ -19,7 +19,8 @@ public:
   /** Text of a button or check box; title of a colour button's dialog. */
   void SetLabel(const std::string& label);
   /** Button: 1 marks it as the default. Check box: 1 is checked. Colour button: as in BColorControl. Menu field: index
-      of the choice, -1 for none. Slider: 0 to kSliderSteps. Tool button: 1 is pressed in; the first call makes it a toggle for screen readers. */
+      of the choice, -1 for none. Slider: 0 to kSliderSteps. Tool button: 1 is pressed in; the first call makes it a
+      toggle for screen readers. */
   void SetValue(int32 value);
   /** A click does not move the focus to the control. */
   void SetFocusByTabOnly();
