@@ -78,7 +78,7 @@ class Display(Case):
         hands.press("ctrl+plus")
         s.wait(lambda: ink() > before * 1.2, "larger text by a key")
         large = ink()
-        s.close_player(lambda: s.answer("has unsaved changes", "Yes"))
+        s.close_player(lambda: s.click_answer("has unsaved changes", "Yes"))
         s.start(lyrics)
         s.wait(lambda: self.window() and ink() == large, "the same size again")
         windows = hands.count_windows()
