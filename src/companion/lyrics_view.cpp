@@ -1,5 +1,6 @@
 #include "companion/lyrics_view.h"
 
+#include "companion/lyrics_window_state.h"
 #include "companion/wrap_text.h"
 #include "family/appearance.h"
 #include "language/llt.h"
@@ -26,6 +27,8 @@ constexpr float kLargePerSmall = 1.5F;
 /** Per level of the setting "FntL". */
 constexpr float kSizePerLevel = 1.2F;
 constexpr int32 kLastLevel = 8;
+/** Of the window's own zoom, in the same steps. */
+constexpr int32 kMostZoom = 12;
 constexpr float kMargin = 16;
 /** Gap between two lines, in rows. */
 constexpr float kGap = 0.3F;
@@ -61,7 +64,8 @@ TLyricsView::~TLyricsView() = default;
 
 void TLyricsView::SetAppearance() {
   const auto look = gPref->Values();
-  const auto level = static_cast<float>(std::clamp(look->fontLevel, -kLastLevel, kLastLevel));
+  const int32 zoom = gLyricsWindowState ? std::clamp(gLyricsWindowState->fZoom, -kMostZoom, kMostZoom) : 0;
+  const auto level = static_cast<float>(std::clamp(look->fontLevel, -kLastLevel, kLastLevel) + zoom);
   const BFont font = lyrics_font(BFont(), *look);
   const float small = std::max(font.Size(), 1.0F) * kSmallPerEditor * std::pow(kSizePerLevel, level);
   fSmall.font = sized(font, small);

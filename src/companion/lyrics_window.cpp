@@ -12,6 +12,7 @@
 #include "platform/app/message_runner.h"
 #include "platform/app/node_monitor.h"
 #include "platform/interface/screen.h"
+#include "platform/interface/viewer_input.h"
 #include "plugin/message_codes.h"
 #include "toolkit/placement.h"
 
@@ -28,6 +29,7 @@ constexpr float kGapToHost = 32;
 constexpr float kMinWidth = 200;
 constexpr float kMinHeight = 80;
 constexpr float kNoLimit = 32767;
+constexpr int32 kMostZoom = 12;
 
 /** The stored frame; without one, or when its screen is gone, below the player but on the screen. */
 BRect opening_frame(const BRect& stored) {
@@ -50,6 +52,7 @@ TLyricsWindow::TLyricsWindow(BRect frame, const BMessenger& manager)
   SetSizeLimits(kMinWidth, kNoLimit, kMinHeight, kNoLimit);
   AddMainChild(fView);
   fView->MakeFocus();
+  display::add_viewer_input(this, {kMsgLyricsFullScreen, kMsgLyricsZoom, kMsgLyricsMenu});
   fFrontEnd->Start();
 }
 
@@ -105,6 +108,12 @@ void TLyricsWindow::MessageReceived(BMessage* message) {
   case kMsgDocumentOpened:
     if (fPoll) Follow(true);
     return;
+  case kMsgLyricsFullScreen:
+    return FullScreenChanged(*message);
+  case kMsgLyricsZoom:
+    return Zoom(*message);
+  case kMsgLyricsMenu:
+    return ShowMenu();
   case kMsgAppearance:
   case kMsgDefaultStatBar:
     return fView->SetAppearance();
@@ -135,6 +144,24 @@ void TLyricsWindow::ShowLyrics() {
                                   : fSong->HasTooManyLines() ? "Hint_Long_Lyrics_To_Display"
                                                              : "Hint_No_Lyrics_To_Display";
   fView->SetLines(isEdited ? fDocument.Lines() : fSong->Lines(), gLLT->Text(placeholder));
+}
+
+void TLyricsWindow::FullScreenChanged(const BMessage& message) {
+  BRect frame;
+  fFrameBefore = message.FindRect("frame", &frame) == B_OK ? std::optional(frame) : std::nullopt;
+}
+
+void TLyricsWindow::Zoom(const BMessage& message) {
+  int32 by = 0;
+  if (message.FindInt32("By", &by) != B_OK) return;
+  int32& zoom = gLyricsWindowState->fZoom;
+  zoom = by == 0 ? 0 : std::clamp(zoom + std::clamp(by, -kMostZoom, kMostZoom), -kMostZoom, kMostZoom);
+  fView->SetAppearance();
+}
+
+void TLyricsWindow::ShowMenu() {
+  display::show_viewer_menu(this, {gLLT->Text("Display_Full_Screen"), gLLT->Text("Display_Larger"),
+                                   gLLT->Text("Display_Smaller"), gLLT->Text("Display_Normal_Size")});
 }
 
 void TLyricsWindow::LanguageChanged() {

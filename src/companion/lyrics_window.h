@@ -5,6 +5,7 @@
 #include "toolkit/krv_win.h"
 
 #include <memory>
+#include <optional>
 
 class BMessageRunner;
 class Sonivo_FrontEnd;
@@ -22,6 +23,8 @@ public:
   /** Ignored when the player is closing: then the window must be open again after the next start. */
   void PutAway() override;
   void MessageReceived(BMessage* message) override;
+  /** Where it is, or returns to from full screen. */
+  BRect NormalFrame() const { return fFrameBefore.value_or(Frame()); }
 
 private:
   void Follow(bool follows);
@@ -29,6 +32,9 @@ private:
   void SetPollRate(bool isPlaying);
   void ShowLyrics();
   void LanguageChanged();
+  void FullScreenChanged(const BMessage& message);
+  void Zoom(const BMessage& message);
+  void ShowMenu();
 
   const BMessenger fManager;
   std::unique_ptr<Sonivo_FrontEnd> fFrontEnd;
@@ -37,4 +43,5 @@ private:
   TLyricsView* fView; // the main child
   std::unique_ptr<BMessageRunner> fPoll;
   bool fPollsFast = false;
+  std::optional<BRect> fFrameBefore; // while it is in full screen
 };

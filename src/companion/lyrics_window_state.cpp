@@ -5,10 +5,11 @@
 TLyricsWindowState* gLyricsWindowState = nullptr;
 
 bool TLyricsWindowState::Archive(BMessage* archive) {
-  return archive->AddBool("Open", fIsOpen) == B_OK && archive->AddRect("_WFr", fWindowFrame) == B_OK;
+  return archive->AddBool("Open", fIsOpen) == B_OK && archive->AddRect("_WFr", fWindowFrame) == B_OK &&
+         archive->AddInt32("Zoom", fZoom) == B_OK;
 }
 
 bool TLyricsWindowState::Unarchive(const BMessage& archive) {
   const bool isReadable = Read(archive, "Open", &fIsOpen);
-  return Read(archive, "_WFr", &fWindowFrame) && isReadable;
+  return Read(archive, "Zoom", &fZoom) && Read(archive, "_WFr", &fWindowFrame) && isReadable;
 }

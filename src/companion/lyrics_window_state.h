@@ -11,6 +11,7 @@ public:
 
   bool fIsOpen = false;                   // "Open": when the program ended
   BRect fWindowFrame{120, 520, 759, 759}; // "_WFr"
+  int32 fZoom = 0;                        // "Zoom": steps of the text size
 };
 
 /** Null before start. */

@@ -170,7 +170,7 @@ void TVesmoDCommMan::StampHintCame(const BMessage& message) {
 void TVesmoDCommMan::CloseMainWindowRqtd() {
   if (fMainWindow && fMainWindow->Lock()) {
     gLyricsWindowState->fIsOpen = !fMainWindow->IsHidden();
-    gLyricsWindowState->fWindowFrame = fMainWindow->Frame();
+    gLyricsWindowState->fWindowFrame = fMainWindow->NormalFrame();
     fMainWindow->Unlock();
   }
   BWindow* window = std::exchange(fMainWindow, nullptr);

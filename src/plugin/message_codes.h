@@ -162,8 +162,12 @@ enum : uint32 {
   // The companion's windows.
   kMsgLyricsPoll = 'dwpl',      // the lyrics window's timer
   kMsgLyricsAnimation = 'dvmv', // the animation timer of its view
-  kMsgSettingChanged = 'prch',  // from a control to the preferences window: pointer "source"
-  kMsgUseOffset = 'prus',       // from the timing page to the window: int32 "TmDf", the accepted time offset
+  // From the lyrics window's input (platform/interface/viewer_input.h).
+  kMsgLyricsFullScreen = 'dvfs', // rect "frame", to which the window returns; without it full screen has ended
+  kMsgLyricsZoom = 'dvzm',       // int32 "By": steps of the text size; 0: normal size
+  kMsgLyricsMenu = 'dvmn',       // its context menu is wanted
+  kMsgSettingChanged = 'prch',   // from a control to the preferences window: pointer "source"
+  kMsgUseOffset = 'prus',        // from the timing page to the window: int32 "TmDf", the accepted time offset
   // From the keys page's controls to the page.
   kMsgKeyPressed = 'prky',
   kMsgNoKey = 'prkn',

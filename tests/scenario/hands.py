@@ -196,3 +196,12 @@ def color_at(left, top):
     display.close()
     blue, green, red = image.data[:3]
     return red, green, blue
+
+
+def bright_points(box):
+    """How many points of a box are light: light text on a dark ground."""
+    left, top, width, height = box
+    display = Display()
+    image = display.screen().root.get_image(left, top, width, height, X.ZPixmap, 0xFFFFFFFF)
+    display.close()
+    return sum(green > 127 for green in image.data[1::4])

@@ -52,6 +52,9 @@ class ThePlayersManners(Case):
     def on_row(self, index):
         return self.on(eyes.children(self.list())[index])
 
+    def cover(self):
+        return next(n for n in eyes.below(self.stage.player()) if eyes.name(n) == "Cover art")
+
     def wait_clipboard(self, text):
         hands.press("ctrl+f", "ctrl+v")
         self.stage.wait(lambda: eyes.text_of(eyes.find(self.stage.player(), "text")) == text, f"{text} on the clipboard")
@@ -86,7 +89,7 @@ class ThePlayersManners(Case):
         s.file("Night.lrc", "night\n")
         self.pick(self.on_row(2), "l")
         s.wait_title("Night.lrc")
-        self.pick(self.on(eyes.find(s.player(), "filler", "Cover art") or eyes.find(s.player(), "panel", "Cover art")), "c")
+        self.pick(self.on(self.cover()), "c")
         self.wait_clipboard("First Light — The Sonivo Demo Band")
         self.pick(self.on_row(4), "r")
         s.wait(lambda: len(self.rows()) == 4, "the song gone")
@@ -133,3 +136,11 @@ class ThePlayersManners(Case):
         s.wait(lambda: eyes.place(s.player())[2] < 520, "the smallest size")
         volume, menu = (eyes.place(eyes.find(s.player(), *what)) for what in (("slider", "Volume"), ("push button", "Menu")))
         self.assertLessEqual(volume[0] + volume[2], menu[0], "the menu button is on the volume")
+        self.focus()
+        hands.press("ctrl+f")
+        def parts():
+            message = eyes.find(s.player(), "label", "No sound device: playing silently")
+            return [eyes.place(part) for part in (self.cover(), message) if part]
+        s.wait(lambda: all(above[1] + above[3] <= below[1] for above, below in zip(parts(), parts()[1:])),
+               "room for the message and the filter")
+        s.wait(lambda: eyes.place(self.list())[3] > 20, "some rows of the list")

@@ -334,6 +334,13 @@ void TPlayerWidget::showEvent(QShowEvent* event) {
   if (fTagReader == nullptr) QTimer::singleShot(kReadTagsAfterMs, this, [this] { ReadTags(); });
 }
 
+/** A part has appeared or needs more room. */
+bool TPlayerWidget::event(QEvent* event) {
+  const bool isHandled = QWidget::event(event);
+  if (event->type() == QEvent::LayoutRequest && isVisible()) LimitSize();
+  return isHandled;
+}
+
 /** The menu is built again in the new language when it opens; the window's texts come with the next state. */
 void TPlayerWidget::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
@@ -342,7 +349,6 @@ void TPlayerWidget::changeEvent(QEvent* event) {
   delete std::exchange(fMenu, nullptr);
   if (!fShown) fTitle->setText(shown_text("Player_No_Song"));
   if (fSongs) ShowTotal();
-  if (isVisible()) QTimer::singleShot(0, this, [this] { LimitSize(); }); // after the other widgets have changed
 }
 
 /** The window cannot be made so small that its parts overlap, in any language and font. */
