@@ -39,7 +39,7 @@ void TPlayingOrder::Update() {
   fRows.clear();
   for (const TSong& song : *fKnown) fRows.emplace(song.id, static_cast<int32>(fRows.size()));
   const auto isGone = [this](int64 id) { return !fRows.contains(id); };
-  fPlace -= std::count_if(fRound.begin(), fRound.begin() + fPlace + 1, isGone);
+  fPlace -= std::count_if(fRound.begin(), fRound.begin() + (fPlace + 1), isGone);
   std::erase_if(fRound, isGone);
   const int64 before = Count();
   const std::unordered_set<int64> known(fRound.begin(), fRound.end());
@@ -77,10 +77,10 @@ void TPlayingOrder::SongBegins() {
   if (NextShuffled(1) == fSongs->Current() || NextShuffled(-1) == fSongs->Current()) {
     fPlace = place;
   } else if (place > fPlace) {
-    std::rotate(fRound.begin() + fPlace + 1, at, at + 1);
+    std::rotate(fRound.begin() + (fPlace + 1), at, at + 1);
     ++fPlace;
   } else {
-    std::rotate(at, at + 1, fRound.begin() + fPlace + 1);
+    std::rotate(at, at + 1, fRound.begin() + (fPlace + 1));
   }
   if (fModes.repeat == TRepeat::kList && fPlace + 1 == Count()) Shuffle(0, Count() - 2);
 }
