@@ -37,7 +37,8 @@ std::string refusal_of(const std::vector<std::string>& files) {
   return player_text("Player_Err_Not_Media_Many", {std::to_string(files.size()), first});
 }
 
-constexpr int64 kFirstSearch = 1; // for the songs of the command line
+constexpr const char* kLanguageFolder = "/Language"; // in that of the plug-ins
+constexpr int64 kFirstSearch = 1;                    // for the songs of the command line
 constexpr bigtime_t kPositionIntervalUs = 100000;
 /** Windows first: loading the audio library takes longer than everything they need themselves. */
 constexpr bigtime_t kFirstSongDelayUs = 250000;
@@ -205,7 +206,7 @@ bool TSonivoApp::HandleDesktop(const BMessage& message) {
 
 void TSonivoApp::Prepare() {
   std::string error; // reported when the plug-ins are loaded
-  load_player_texts(chosen_language_file(plugin_folder(&error) + "/Language"));
+  load_player_texts(chosen_language_file(plugin_folder(&error) + kLanguageFolder));
   fKeptWindow.Restore();
 }
 
@@ -262,7 +263,9 @@ void TSonivoApp::TakeDrop(const BMessage& message) {
 /** The plug-ins have loaded another language. */
 void TSonivoApp::TakeLanguage(const BMessage& message) {
   std::string path;
-  if (message.FindString("path", &path) != B_OK || !load_player_texts(path) || !fWindow) return;
+  std::string error;
+  if (message.FindString("path", &path) != B_OK) return;
+  if (!load_player_texts(named_language_file(plugin_folder(&error) + kLanguageFolder, path)) || !fWindow) return;
   fWindow->LanguageChanged();
   StateChanged();
 }

@@ -47,6 +47,11 @@ std::string desktop_language() {
   return {};
 }
 
+std::string named_language_file(const std::string& folder, const std::string& path) {
+  const std::string name = path.substr(path.rfind('/') + 1);
+  return name.empty() ? std::string() : folder + "/" + name;
+}
+
 std::string chosen_language_file(const std::string& folder) {
   TLanguageChoice choice;
   load_record(&choice, "Shared", "VesmoShared_Prefs.arc");
@@ -54,6 +59,5 @@ std::string chosen_language_file(const std::string& folder) {
     const std::string language = desktop_language();
     return language.empty() ? std::string() : file_of_language(folder, language);
   }
-  // Only the name counts, as for the plug-ins: language files are in one folder.
-  return choice.file->empty() ? std::string() : folder + "/" + choice.file->substr(choice.file->rfind('/') + 1);
+  return named_language_file(folder, *choice.file);
 }

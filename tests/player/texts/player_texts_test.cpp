@@ -65,4 +65,5 @@ TEST_F(PlayerTexts, TheDesktopsLanguageIsTakenUntilOneIsChosen) {
   stored.file.clear();
   ASSERT_TRUE(save_record(&stored, "Shared", "VesmoShared_Prefs.arc"));
   EXPECT_EQ(chosen("de_DE"), "") << "the built-in English";
+  EXPECT_EQ(named_language_file("/texts", "/proc/self/../French.llt"), "/texts/French.llt") << "from another process";
 }
