@@ -22,12 +22,15 @@ struct TStoredLanguage : koreva::TArchivable {
 };
 
 struct PlayerTexts : testing::Test {
+  PlayerTexts() { setenv("XDG_CONFIG_HOME", fFolder.File("settings").c_str(), 1); }
   ~PlayerTexts() override {
+    setenv("XDG_CONFIG_HOME", fSettings.c_str(), 1);
     load_player_texts("");
     for (const char* name : {"LC_ALL", "LANG"}) unsetenv(name);
     setenv("LC_ALL", "C.UTF-8", 1);
   }
   ScratchFolder fFolder;
+  const std::string fSettings = std::getenv("XDG_CONFIG_HOME") ? std::getenv("XDG_CONFIG_HOME") : "";
 };
 
 } // namespace
