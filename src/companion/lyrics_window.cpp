@@ -31,6 +31,11 @@ constexpr float kMinHeight = 80;
 constexpr float kNoLimit = 32767;
 constexpr int32 kMostZoom = 12;
 
+/** The stored one may be any number. */
+int32 limited_zoom(int32 steps) {
+  return std::clamp(steps, -kMostZoom, kMostZoom);
+}
+
 /** The stored frame; without one, or when its screen is gone, below the player but on the screen. */
 BRect opening_frame(const BRect& stored) {
   const BRect first = TLyricsWindowState().fWindowFrame;
@@ -155,7 +160,7 @@ void TLyricsWindow::Zoom(const BMessage& message) {
   int32 by = 0;
   if (message.FindInt32("By", &by) != B_OK) return;
   int32& zoom = gLyricsWindowState->fZoom;
-  zoom = by == 0 ? 0 : std::clamp(zoom + std::clamp(by, -kMostZoom, kMostZoom), -kMostZoom, kMostZoom);
+  zoom = by == 0 ? 0 : limited_zoom(limited_zoom(zoom) + limited_zoom(by));
   fView->SetAppearance();
 }
 
