@@ -67,6 +67,7 @@ enum : uint32 {
   kMsgWriteIntoSong = 'slwr',     // the lyrics, into the song that is playing, after a question
   kMsgSongLyricsRead = 'slrd',    // from the thread that reads lyrics inside a song
   kMsgSongLyricsWritten = 'slwn', // from the thread that writes them
+  kMsgSongSound = 'slsd',         // from the thread that reads a song's sound: more of it is known
   kMsgSave = '_sav',              // may carry a waiting command
   kMsgSaveAs = '_sva',            // to the window; may carry a waiting command
   kMsgExportTo = '_ext',          // ref "directory", string "name", int32 "Format", int32 "Document" (its number)

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/support/types.h"
+
+/** A moment at which a sound starts in a song: a note, a drum, a syllable. */
+struct TOnset {
+  int32 timeMs = 0;
+  uint8 strength = 0; // 255: as clear as the clearest of its song
+  friend bool operator==(const TOnset&, const TOnset&) = default;
+};
