@@ -80,5 +80,6 @@ TDecoder open_decoder(const AVStream* stream) {
   TDecoder decoder(codec ? avcodec_alloc_context3(codec) : nullptr);
   if (!decoder || avcodec_parameters_to_context(decoder.get(), stream->codecpar) < 0) return nullptr;
   decoder->thread_count = 1;
+  decoder->pkt_timebase = stream->time_base; // or frames that lose the encoder's delay would keep their timestamps
   return avcodec_open2(decoder.get(), codec, nullptr) < 0 ? nullptr : std::move(decoder);
 }

@@ -1,5 +1,6 @@
 /** Waveform and cover: decoding, serialization, cache. */
 
+#include "common/song_cache.h"
 #include "player/peaks/loudness.h"
 #include "player/peaks/read_song.h"
 #include "player/pictures/picture_cache.h"
@@ -92,11 +93,11 @@ TEST(SongPicture, TheCacheKeepsTheNewestWithinItsLimit) {
   const std::string second = cached_picture_path(song);
   EXPECT_NE(second, first) << "the song has changed";
   EXPECT_EQ(cached_picture_path(folder.File("none")), "");
-  keep_picture(first, std::string(600, 'x'), 1000);
+  keep_cached(first, std::string(600, 'x'), 1000);
   std::filesystem::last_write_time(first, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
-  keep_picture(second, std::string(300, 'x'), 1000);
+  keep_cached(second, std::string(300, 'x'), 1000);
   EXPECT_TRUE(std::filesystem::exists(first));
-  keep_picture(second, std::string(500, 'x'), 1000);
+  keep_cached(second, std::string(500, 'x'), 1000);
   EXPECT_FALSE(std::filesystem::exists(first)) << "used longest ago";
   EXPECT_EQ(std::filesystem::file_size(second), 500U);
 }
