@@ -8,6 +8,7 @@
 #include "plugin/message_codes.h"
 #include "tests/player/app/player_questions.h"
 #include "tests/player/sound/still_source.h"
+#include "tests/support/eventually.h"
 #include "tests/support/messages.h"
 #include "tests/support/output_of.h"
 #include "tests/support/scratch_folder.h"
