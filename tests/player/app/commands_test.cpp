@@ -193,6 +193,16 @@ TEST_F(Commands, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
       << "what was still looked for when the list was cleared does not come";
 }
 
+TEST_F(Commands, SongsThatAreFoundWhileTheFirstPlaysDoNotBeginAnew) {
+  const ScratchFolder folder;
+  for (int i = 0; i < 300; ++i) folder.Write(std::to_string(i) + ".mp3", "");
+  Send(kMsgHandedOver, "path", "/music/first.mp3", "path", folder.Path());
+  wait_for_songs(302);
+  int played = 0;
+  for (int32 i = 0; i < 302; ++i) played += field<bool>(entry_of_playlist(i), "played").value_or(false) ? 1 : 0;
+  EXPECT_EQ(played, 1);
+}
+
 TEST_F(Commands, TagsOfFilesAreReportedExceptTheTitleOfTheSongThatPlays) {
   const ScratchFolder folder;
   for (const char* name : {"b.mp3", "c.mp3"}) Drop(folder.Write(name, ""));
