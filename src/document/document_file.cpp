@@ -53,11 +53,6 @@ bool TDocumentFile::Handle(const BMessage& message) {
   }
 }
 
-bool TDocumentFile::IsGone() {
-  const TDiskState state = fWatch.StateNow();
-  return state != TDiskState::kUnchanged && state != TDiskState::kChanged && state != TDiskState::kNoAnswer;
-}
-
 /** First on another thread, which waits for a slow disk with a limit; from then on the bytes are in memory. */
 std::optional<TOpenedLyrics> TDocumentFile::ReadAgain() {
   const entry_ref file = fDocument->File();

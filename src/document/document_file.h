@@ -24,8 +24,7 @@ public:
   void LanguageChanged() { fWatch.LanguageChanged(); }
   /** Compares now; blocks as long as the disk delivers. */
   TDiskState StateNow() { return fWatch.StateNow(); }
-  /** True, after a comparison, when the text of an unmodified document is no longer in its file. */
-  bool IsGone();
+  bool IsGone() { return fWatch.IsGone(); }
 
   /** Asks when the save would lose something; see TSaveGuard. */
   [[nodiscard]] bool MaySave(TLyricsInfo* info, TDialect dialect) { return fSaveGuard.Allow(info, dialect); }

@@ -167,6 +167,12 @@ TDiskState TFileWatch::StateNow() {
   return fDocument->CompareWithDisk(fLooker.LookNow(Path()));
 }
 
+/** A disk that does not answer may still have it. */
+bool TFileWatch::IsGone() {
+  const TDiskState state = StateNow();
+  return state != TDiskState::kUnchanged && state != TDiskState::kChanged && state != TDiskState::kNoAnswer;
+}
+
 TSaveTarget TFileWatch::TargetNow(const entry_ref& file) {
   const TFileLook now = fLooker.LookNow(file.FullPath());
   if (file == fDocument->File()) return {true, now};

@@ -40,6 +40,8 @@ public:
 
   /** Compares now; blocks as long as the disk delivers. */
   TDiskState StateNow();
+  /** True, after a comparison, when the text of an unmodified document is no longer in its file. */
+  bool IsGone();
   /** The file of a save. */
   TSaveTarget TargetNow(const entry_ref& file);
 

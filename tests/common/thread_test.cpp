@@ -59,6 +59,7 @@ TEST(Thread, IsHeldWhileSuspendedAndCanStillBeEnded) {
   ASSERT_EQ(counter.Resume(), B_OK);
   while (counter.fRounds <= rounds + 1) snooze(100);
   counter.Suspend();
+  snooze(20000); // most likely it is held by now; the test holds either way
   counter.Terminate();
   counter.Wait();
 }

@@ -1,6 +1,7 @@
 #include "common/app_info.h"
 #include "common/koreva.h"
 #include "companion/lyrics_window_state.h"
+#include "platform/app/application.h"
 #include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/storage/entry.h"
@@ -93,6 +94,17 @@ TEST_F(BothPlugins, NewAcceleratorFormatReachesEveryOpenWindowOfBothAtOnce) {
   hands::click(prefs, "StayOnTop", {8, 8});
   EXPECT_TRUE(hands::until([&] { return hands::is_on_top(main); })) << "the editor takes the companion's settings over";
   End(&companion, &editor);
+}
+
+TEST_F(BothPlugins, LatenessMeasuredBeforeThePreferencesWereOpenedIsShownInThem) {
+  auto companion = Load(COMPANION_FILE);
+  const BMessage hint = message_of(kMsgStampHint, "LateMs", 140, "TmDf", -20);
+  const BMessenger manager = be_app->LooperOn(find_thread("VesmoD Communication Manager"));
+  EXPECT_EQ(manager.SendMessage(&hint), B_OK);
+  companion->Prefs(false);
+  BWindow& prefs = hands::wait_for_window("Vesmo preferences");
+  EXPECT_TRUE(hands::until([&] { return hands::label_text(prefs, "StampHint").find("140 ms") != std::string::npos; }));
+  End(&companion);
 }
 
 TEST_F(BothPlugins, SettingsThatCannotBeSavedAtTheEndAreReported) {

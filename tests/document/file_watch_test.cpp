@@ -297,6 +297,7 @@ TEST_F(SilentDisk, IsReportedWithoutWaitingAndForgottenWhenItAnswers) {
   TFileWatch watch(fOwner.get(), &fDocument, &fBoard, {fRead, std::chrono::milliseconds(1)});
   watch.Check();
   EXPECT_EQ(watch.StateNow(), TDiskState::kNoAnswer);
+  EXPECT_FALSE(watch.IsGone()) << "closing asks about a file that was removed only";
   EXPECT_EQ(watch.TargetNow(fDocument.File()).now.kind, TFileKind::kNoAnswer);
   watch.Late();
   EXPECT_THAT(fBoard.fText, EndsWith("cannot be checked: the disk or server does not answer."));

@@ -117,6 +117,14 @@ TEST_F(Opening, PlayerThatNeverAnswersLeavesTheWindowAlive) {
   EXPECT_TRUE(Until([&] { return Status().ends_with("The player does not answer."); }));
 }
 
+TEST_F(Opening, TheSongIsFollowedAgainAfterwards) {
+  SetPref([](TPrefValues* values) { values->pollIntervalUs = 50000; });
+  SendToView(BMessage(kMsgPollInterval));
+  Open(fFolder.Write("a.lrc", "[00:01]a\n"));
+  fHost->SetRecord(2000, "song");
+  EXPECT_TRUE(Until([this] { return fHost->CountHeard() > 2; }));
+}
+
 TEST_F(Opening, PlayerWithoutASongIsReported) {
   EXPECT_EQ(Answer("Escape", [this] { SendToView(BMessage(kMsgNoSong)); }).text,
             "The player has no song file whose lyrics could be opened.");

@@ -196,6 +196,15 @@ TEST_F(Recovery, WhoElseHasTheFileOpenIsToldAndOnceWhatCannotBeRead) {
   EXPECT_EQ(Notice(), "");
 }
 
+TEST_F(Recovery, OtherEditorsAreToldOfTheFileOnlyWhileItIsOpen) {
+  const auto announced = [] { return TJournalFolder().Names(TJournalKind::kOpenDocument).size(); };
+  Open(fFolder.Write("a.lrc", "one\n"));
+  EXPECT_TRUE(Until([&] { return announced() == 1; }));
+  SendToView(BMessage(kMsgNew));
+  SendToView(BMessage(kMsgRefreshInfo));
+  EXPECT_TRUE(Until([&] { return announced() == 0; }));
+}
+
 TEST(RecoverySearch, ADiskThatNeverAnswersDoesNotKeepTheWindowOpen) {
   std::promise<void> release;
   const auto begun = std::make_shared<std::promise<void>>();
@@ -224,4 +233,7 @@ TEST_F(Recovery, JournalThatCannotBeWrittenIsReportedOnce) {
   Settle();
   EXPECT_EQ(Notice(), "");
   EXPECT_THAT(Lines(), ElementsAre("one", "two")) << "the work goes on";
+  for (const auto report : {TJournalReport::kWorksAgain, TJournalReport::kFailed})
+    SendToView(message_of(kMsgJournalReport, "Report", static_cast<int32>(report)));
+  WaitForNotice("can no longer be recorded");
 }

@@ -1,8 +1,24 @@
 #include "document/song_lyrics_job.h"
+#include "songtags/songtags_program.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/waiter.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <semaphore>
+
+namespace {
+
+/** Stops a child process of this one; false if there is none. */
+bool stop_child() {
+  pid_t child = 0;
+  for (const auto& task : std::filesystem::directory_iterator("/proc/self/task"))
+    if (child == 0) std::ifstream(task.path() / "children") >> child;
+  return child > 0 && kill(child, SIGSTOP) == 0;
+}
+
+} // namespace
 
 TEST(SongLyricsJob, ClosingTheWindowDoesNotWaitForAHelperProgramThatNeverEnds) {
   const auto killed = std::make_shared<std::counting_semaphore<>>(0);
@@ -16,4 +32,23 @@ TEST(SongLyricsJob, ClosingTheWindowDoesNotWaitForAHelperProgramThatNeverEnds) {
     EXPECT_TRUE(job.IsRunning());
   }
   killed->release(); // the abandoned thread ends
+}
+
+TEST(SongLyricsJob, AHelperProgramThatHangsIsKilledWhenItsAnswerIsNoLongerWanted) {
+  const ScratchFolder folder;
+  const std::string song = folder.Write("song.mp3", "ID3");
+  std::stop_source stop;
+  for (bool hangs = false; !hangs;) { // it may be done before it is stopped
+    std::atomic<bool> isDone{false};
+    const Waiter reader([&] {
+      read_song_lyrics(song, stop.get_token());
+      isDone = true;
+    });
+    while (!isDone && !stop_child()) {
+    }
+    hangs = reader.Sleeps();
+    stop.request_stop();
+    EXPECT_TRUE(reader.IsWoken());
+    if (!hangs) stop = std::stop_source();
+  }
 }

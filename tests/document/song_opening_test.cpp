@@ -110,6 +110,18 @@ TEST_F(SongOpening, NothingOpensOverWhatTheUserHasInTheWindow) {
   }
 }
 
+TEST_F(SongOpening, ASearchThatNobodyAskedForEndsWithoutAWordHoweverSlowThePlayerIs) {
+  PlayAt(1000, "a");
+  ASSERT_TRUE(fHost->Lock()); // it answers nothing more
+  const bigtime_t due = system_time() + 600000;
+  Until([due] { return system_time() >= due; });
+  SendToView(BMessage(kMsgRefreshInfo)); // begins the search
+  SendToView(BMessage(kMsgPlayerSilent));
+  EXPECT_THAT(Status(), Not(HasSubstr("does not answer")));
+  SendToView(BMessage(kMsgNoSong)); // does not return while an error is shown
+  fHost->Unlock();
+}
+
 TEST_F(SongOpening, WhatWouldRaiseAQuestionStaysClosed) {
   fFolder.Write("short.txt", "");
   fFolder.Write("short.txt.before-save", "longer\n");

@@ -80,6 +80,7 @@ protected:
     if (found) {
       EXPECT_THAT(fStates, Contains(*found));
     }
+    EXPECT_TRUE(isTold || !failing_calls::failed_call().ends_with("sync")) << "it may not be on the disk";
     EXPECT_EQ(fFolder.Read("a.lrc"), "one\n");
     if (!goesOn) {
       report(std::string("journal") + (areAll ? ", all calls from" : ""), call, failing_calls::failed_call(),

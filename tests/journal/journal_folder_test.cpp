@@ -13,6 +13,7 @@
 #include <atomic>
 #include <future>
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -158,6 +159,22 @@ TEST_F(JournalFolder, UnwantedForAMonthItIsAnnouncedOnceAndThenRemoved) {
   SetAge(name + ".expires", kDayS);
   EXPECT_THAT(Find(), IsEmpty());
   EXPECT_TRUE(std::filesystem::is_empty(Path()));
+}
+
+TEST_F(JournalFolder, ASnapshotThatACrashHasCutDoesNotReplaceTheWholeJournalBeforeIt) {
+  Crash();
+  size_t size = 0;
+  TJournalHeader header = *decoded_header(fState.Read("state/KOREVA/VesmoE/Journal/" + fFolder.Names().at(0)), &size);
+  ++header.generation;
+  const std::string lines = encoded_lines_payload({"two"});
+  const std::string head = record_head(TRecordType::kLines, lines.size(), kNowS);
+  TRecordDigest digest(header.seed, 0, head, lines.size());
+  digest.Add(lines);
+  fState.Write("state/KOREVA/VesmoE/Journal/1-cut-2.journal", encoded_header(header) + head + lines + digest.Tail());
+  std::vector<size_t> steps;
+  for (const TFoundJournal& one : Find())
+    steps.push_back(recover_document(*read_journal(*one.file))->history.Steps().size());
+  EXPECT_THAT(steps, Contains(1)) << "with its history";
 }
 
 TEST_F(JournalFolder, AnotherProcessThatHasTheFileOpenOrChangesItIsKnown) {

@@ -292,8 +292,8 @@ TEST(Journal, FileThatWasOpenedIsTheBaseUnlessItHasChanged) {
 }
 
 TEST(Journal, GoesWithTheDocumentUnlessUnsavedChangesWouldBeLost) {
-  enum { kNothing, kSaved, kUndone, kClosed, kLossAllowed };
-  for (const int how : {kNothing, kSaved, kUndone, kClosed, kLossAllowed}) {
+  enum { kNothing, kSaved, kUndone, kClosed, kLossAllowed, kChangedAfterThat };
+  for (const int how : {kNothing, kSaved, kUndone, kClosed, kLossAllowed, kChangedAfterThat}) {
     MemoryDisk disk;
     TJournalWriter writer(&disk, [](TJournalReport) {});
     const bigtime_t nowUs = 0;
@@ -306,9 +306,10 @@ TEST(Journal, GoesWithTheDocumentUnlessUnsavedChangesWouldBeLost) {
       if (how == kSaved) document.Saved(document.PlanSave({}, {}, {}), {});
       if (how == kUndone) document.Replay(kUndo, *document.Next(kUndo));
       if (how == kClosed) document.StartNew({});
-      if (how == kLossAllowed) journal.AllowLoss();
+      if (how >= kLossAllowed) journal.AllowLoss();
+      if (how == kChangedAfterThat) document.Change({0, 1, {"two"}}, TEditKind::kOther, 0, 0, 0);
     }
-    EXPECT_THAT(disk.Named(), SizeIs(how == kNothing ? 1 : 0)) << how;
+    EXPECT_THAT(disk.Named(), SizeIs(how == kNothing || how == kChangedAfterThat ? 1 : 0)) << how;
   }
 }
 

@@ -9,6 +9,7 @@
 #include <linux/sockios.h>
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -142,6 +143,23 @@ TEST(PortsBetweenProcesses, DropTheMessageOfAWriterThatWasKilledWhileItWaited) {
   EXPECT_EQ(read_text(ours), "one");
   EXPECT_EQ(other.Ask("write full two 100000000"), "ok");
   EXPECT_EQ(read_text(ours), "two");
+}
+
+TEST(PortsBetweenProcesses, AreServedAgainAfterALackOfDescriptors) {
+  Peer peer;
+  peer.Ask("write nobody one 0"); // it runs
+  const OwnPort ours(1, "starved");
+  rlimit before{};
+  getrlimit(RLIMIT_NOFILE, &before);
+  const rlimit few{128, before.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+  std::vector<UniqueFd> taken;
+  for (int fd = 0; (fd = dup(0)) >= 0;) taken.emplace_back(fd);
+  peer.Send("write starved one 100000000");
+  snooze(50000); // most likely it has asked by now; the test holds either way
+  taken.clear();
+  setrlimit(RLIMIT_NOFILE, &before);
+  EXPECT_TRUE(eventually([&] { return port_count(ours) == 1; }));
 }
 
 TEST(PortsBetweenProcesses, TakeWhatAWriterSentWithoutWaiting) {

@@ -210,6 +210,25 @@ class SongTags(unittest.TestCase):
         self.assertEqual(song.stat().st_mode & 0o777, 0o640)
         self.assertFalse([name for name in os.listdir(self.root) if "saving" in name])
 
+    def test_a_song_that_changes_while_it_is_written_is_not_replaced(self):
+        song = self.song("end.m4a")
+        is_writing = lambda: any("saving" in name for name in os.listdir(self.root))
+        is_before = False
+        while not is_before:  # it may be done before it is stopped
+            tool = subprocess.Popen([BIN / "vesmo-songtags", "write", song, self.state_of(song)], stdin=subprocess.PIPE)
+            tool.stdin.write(b"[00:01.00]x")
+            tool.stdin.close()
+            while tool.poll() is None and not is_writing():
+                pass
+            tool.send_signal(signal.SIGSTOP)
+            is_before = is_writing()
+            os.utime(song, (1, 1))
+            content = song.read_bytes()
+            tool.send_signal(signal.SIGCONT)
+            code = tool.wait(PATIENCE)
+        self.assertEqual(code, 14, "changed")
+        self.assertEqual(song.read_bytes(), content)
+
     def test_killed_at_any_moment_the_song_is_the_old_or_the_new_one(self):
         seed = random.randrange(1 << 30)
         dice = random.Random(seed)

@@ -236,6 +236,12 @@ TEST(Looper, CoalescedNoticeIsQueuedOnceEvenInAFullQueue) {
   messenger.SendCoalesced('move'); // the first has been delivered
   looper->DeliverAll();
   EXPECT_THAT(looper->fReceived, ElementsAre('full', 'move', 'size', 'move'));
+  BHandler handlers[2];
+  for (BHandler& handler : handlers) {
+    looper->AddHandler(&handler);
+    BMessenger(&handler).SendCoalesced('move');
+  }
+  EXPECT_EQ(looper->CountMessages(), 2) << "each handler gets its own";
 }
 
 TEST(Looper, NonblockingThreadNeverWaitsForALooper) {

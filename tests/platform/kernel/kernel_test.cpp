@@ -21,10 +21,12 @@ TEST(Semaphores, WakeAWaiterWhenReleasedAndWhenDeleted) {
     EXPECT_EQ(release_sem(sem), B_OK);
     EXPECT_TRUE(waiter.IsWoken());
   }
-  const Waiter waiter([sem] { EXPECT_EQ(acquire_sem(sem), B_BAD_SEM_ID); });
-  ASSERT_TRUE(waiter.Sleeps());
+  const auto wait = [sem] { EXPECT_EQ(acquire_sem(sem), B_BAD_SEM_ID); };
+  const Waiter waiter(wait);
+  const Waiter other(wait);
+  ASSERT_TRUE(waiter.Sleeps() && other.Sleeps());
   delete_sem(sem);
-  EXPECT_TRUE(waiter.IsWoken());
+  EXPECT_TRUE(waiter.IsWoken() && other.IsWoken());
   EXPECT_EQ(release_sem(sem), B_BAD_SEM_ID);
 }
 

@@ -8,6 +8,7 @@
 #include "plugin/message_codes.h"
 #include "tests/player/app/player_questions.h"
 #include "tests/player/sound/still_source.h"
+#include "tests/support/eventually.h"
 #include "tests/support/messages.h"
 #include "tests/support/output_of.h"
 #include "tests/support/scratch_folder.h"
@@ -190,6 +191,16 @@ TEST_F(Commands, SongsThatAreFoundComeBeforeTheSongTheyWereDroppedAt) {
   wait_for_songs(1);
   EXPECT_EQ(path_of_entry(0), folder.File("d.mp3"))
       << "what was still looked for when the list was cleared does not come";
+}
+
+TEST_F(Commands, SongsThatAreFoundWhileTheFirstPlaysDoNotBeginAnew) {
+  const ScratchFolder folder;
+  for (int i = 0; i < 300; ++i) folder.Write(std::to_string(i) + ".mp3", "");
+  Send(kMsgHandedOver, "path", "/music/first.mp3", "path", folder.Path());
+  wait_for_songs(302);
+  int played = 0;
+  for (int32 i = 0; i < 302; ++i) played += field<bool>(entry_of_playlist(i), "played").value_or(false) ? 1 : 0;
+  EXPECT_EQ(played, 1);
 }
 
 TEST_F(Commands, TagsOfFilesAreReportedExceptTheTitleOfTheSongThatPlays) {

@@ -8,6 +8,7 @@
 #include "tests/player/bus/fake_player.h"
 #include "tests/player/bus/private_bus.h"
 #include "tests/player/sound/still_source.h"
+#include "tests/support/eventually.h"
 #include "tests/support/messages.h"
 #include "tests/support/output_of.h"
 #include "tests/support/scratch_folder.h"

@@ -171,8 +171,12 @@ TEST_F(OtherPlayers, ABusThatStartsAfterThePlayerIsFound) {
   EXPECT_TRUE(Wait([&] { return fListener->fNews > 0; }));
   EXPECT_FALSE(IsReachable());
   fDaemon.Start();
-  FakePlayer late("late", {}, {});
-  EXPECT_TRUE(Wait([&] { return Knows("late"); }));
+  {
+    FakePlayer late("late", {}, {});
+    EXPECT_TRUE(Wait([&] { return Knows("late"); }));
+  }
+  fDaemon.End();
+  EXPECT_TRUE(Wait([&] { return !IsReachable(); })) << "reported, though an earlier attempt had failed";
 }
 
 TEST_F(OtherPlayers, ALostOrMissingBusIsReported) {

@@ -3,6 +3,7 @@
 #include "platform/kernel/threads.h"
 #include "tests/player/app/listener.h"
 #include "tests/support/eventually.h"
+#include "tests/support/output_of.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/sound_server.h"
 #include "tests/support/wav.h"
@@ -10,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 
 namespace {
 
@@ -129,4 +132,22 @@ TEST_F(SongSource, WithFiltersTheSongPlaysOnAndAMissingDeviceIsReplaced) {
   fSource->SetSpeed(2);
   fSource->SetSound({});
   EXPECT_TRUE(fListener.Wait(fListener.fEnded, load));
+}
+
+/** In a process of its own, whose linker finds something else under the library's name. */
+TEST_F(SongSource, WithoutTheAudioLibraryEverySongFails) {
+  constexpr const char* kIsWithout = "VESMO_TEST_WITHOUT_LIBRARY";
+  if (std::getenv(kIsWithout) == nullptr) {
+    fFolder.Write("libmpv.so.2", "no library");
+    const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
+    const std::string said =
+        output_of(std::string(kIsWithout) + "=1 LD_LIBRARY_PATH=" + fFolder.Path() + " " + program +
+                  " --gtest_filter=SongSource.WithoutTheAudioLibraryEverySongFails 2>&1");
+    EXPECT_NE(said.find("[  PASSED  ] 1 test"), std::string::npos) << said;
+    return;
+  }
+  for (int i = 0; i < 2; ++i) {
+    const int64 load = fSource->Load("/a.wav", false);
+    EXPECT_TRUE(fListener.Wait(fListener.fFailed, load));
+  }
 }

@@ -188,17 +188,20 @@ class VesmoLrc(unittest.TestCase):
         for number in range(1500):
             self.write(f"{number}.lrc", old)
         for stop in (signal.SIGTERM, signal.SIGKILL):
-            tool = subprocess.Popen([TOOL, "shift", "--by", "1s", self.root], stderr=subprocess.DEVNULL)
+            tool = subprocess.Popen([TOOL, "shift", "--by", "1s", self.root], stderr=subprocess.PIPE)
             # As soon as it writes.
             while tool.poll() is None and not any(name.count(".saving-") for name in os.listdir(self.root)):
                 time.sleep(0.001)
             tool.send_signal(stop)
-            code = tool.wait(PATIENCE)
-            self.assertIn(code, (-stop, 128 + stop, 0))
+            said = tool.communicate(timeout=PATIENCE)[1].decode()
+            self.assertIn(tool.returncode, (-stop, 128 + stop, 0))
+            changed = 0
             for path in self.root.glob("*.lrc"):
                 self.assertIn(path.read_bytes(), (old, new))
+                changed += path.read_bytes() == new
                 path.write_bytes(old)
             if stop == signal.SIGTERM:
+                self.assertRegex(said, rf"\b{changed} files? changed", "what was rolled back is not counted")
                 self.assertFalse([name for name in self.files() if not name.endswith(".lrc")], "nothing is left")
 
 
