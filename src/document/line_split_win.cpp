@@ -97,5 +97,5 @@ void TLineSplitter::Ask(const BMessage& request) {
 void TLineSplitter::Split(const BMessage& answer) {
   if (is_for_another_document(answer, *fDocument)) return;
   if (fSession->Mode() == TEditMode::kFreeEdit) return fSession->Report(gLLT->Text("StatBarStr_Line_Has_Changed"));
-  fSession->TagInput().SplitLine(answer);
+  fSession->TagInput().LineCommands().SplitLine(answer);
 }

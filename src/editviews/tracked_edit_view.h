@@ -27,6 +27,7 @@ class TTrackedEditView : public TEditViewInterface {
 public:
   /** Not owned; null for none. */
   void SetListener(TEditListener* listener) { fListener = listener; }
+  TEditListener* Listener() const { return fListener; }
   /** Reports every change that the user has made so far to the listener. */
   virtual void FlushEdits() {}
   /** Shows a step of the history, which is not reported back. Returns false when the user has changed something in the
@@ -34,9 +35,6 @@ public:
   virtual bool Replay(const TReplay& replay) = 0;
   /** Brings a place of a line into sight, selected as far as the view can: `match`, which follows `before`. */
   virtual void ShowMatch(int32 line, const std::string& before, const std::string& match) = 0;
-
-protected:
-  TEditListener* Listener() const { return fListener; }
 
 private:
   TEditListener* fListener = nullptr;

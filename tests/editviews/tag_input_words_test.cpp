@@ -1,3 +1,4 @@
+#include "commands/key_bindings.h"
 #include "document/editor_view.h"
 #include "editviews/tag_input_view.h"
 #include "platform/display/event_time.h"
@@ -71,6 +72,24 @@ TEST_F(TagInputWords, AKeyHeldOnTheLastWordEndsTheLineAndKeysHaveTheirOwnTime) {
   constexpr bigtime_t kNow = 5000000 + (bigtime_t{1} << 32) * 1000;
   const std::tuple<uint64, bigtime_t> times[] = {{4900, kNow - 100000}, {0, kNow}, {5100, kNow}, {100, kNow - 4900000}};
   for (const auto& [stamp, time] : times) EXPECT_EQ(display::time_of_stamp(stamp, kNow), time) << stamp;
+}
+
+TEST_F(TagInputWords, AKeyThatTheUserHasGivenToStampsHasItsOwnTimeAndCanBeHeldToo) {
+  TKeys keys;
+  keys.Set(TCommandId::kStamp, "T");
+  gKeyBindings->SetValues(keys);
+  fHost->SetPlaying(false);
+  ShowWords("one\ntwo\n");
+  PlayAt(1000);
+  hands::hold(*fWindow, "T", 1000, 250);
+  Settle();
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:00]one[00:01:00]", "two"));
+  fHost->SetPlaying(true);
+  PlayAt(60000);
+  hands::hold(*fWindow, "T", 1000, 50);
+  Settle();
+  EXPECT_LE(Lines().back(), "[00:59:00]two") << "the key was pressed a second ago";
+  EXPECT_GT(Lines().back(), "[00:54:00]two");
 }
 
 TEST_F(TagInputWords, CutsAndTimesAreChangedByKeysEachInOneStep) {

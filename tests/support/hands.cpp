@@ -18,6 +18,11 @@
 #include <stdexcept>
 #include <thread>
 
+// Of Qt's own test library: the event that precedes a key press, and the shortcut if the key is one's.
+Q_GUI_EXPORT bool qt_sendShortcutOverrideEvent(QObject* receiver, ulong timestamp, int key,
+                                               Qt::KeyboardModifiers modifiers, const QString& text, bool repeats,
+                                               ushort count);
+
 namespace hands {
 
 QKeyCombination combination(const std::string& key) {
@@ -90,8 +95,12 @@ void hold(BWindow& window, const std::string& key, int agoMs, int heldMs) {
   with_widget(window, [=](QWidget* widget) {
     const QKeyCombination keys = combination(key);
     const auto pressedMs = static_cast<quint64>(system_time() / 1000 - agoMs);
+    const QString text = q(key == "Space" ? " " : key);
+    const bool isShortcut = qt_sendShortcutOverrideEvent(widget->focusWidget(), pressedMs, keys.key(),
+                                                         keys.keyboardModifiers(), text, false, 1);
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-      QKeyEvent event(type, keys.key(), keys.keyboardModifiers(), q(key == "Space" ? " " : key));
+      if (isShortcut && type == QEvent::KeyPress) continue;
+      QKeyEvent event(type, keys.key(), keys.keyboardModifiers(), text);
       event.setTimestamp(type == QEvent::KeyPress ? pressedMs : pressedMs + static_cast<quint64>(heldMs));
       QApplication::sendEvent(widget->focusWidget(), &event);
     }

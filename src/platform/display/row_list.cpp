@@ -135,6 +135,7 @@ void RowList::SetShortcuts(const std::vector<ListShortcut>& shortcuts) {
     connect(shortcut, &QShortcut::activated, this, [this, command = each.command] {
       BMessage pressed(DISPLAY_SHORTCUT);
       pressed.AddInt32("command", command);
+      pressed.AddInt64("when", fKeyUs);
       fView.SendMessage(&pressed, BMessenger(), 0);
     });
     fShortcuts.push_back(shortcut);
@@ -146,6 +147,12 @@ void RowList::SetPlaceholder(const QString& text, const QColor& color) {
   fPlaceholderColor = color;
   setAccessibleDescription(text);
   viewport()->update();
+}
+
+/** A shortcut does not know its key event; this one precedes it. */
+bool RowList::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) fKeyUs = time_of(*static_cast<QKeyEvent*>(event));
+  return QListView::event(event);
 }
 
 bool RowList::viewportEvent(QEvent* event) {

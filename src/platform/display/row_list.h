@@ -27,6 +27,8 @@ public:
   void SetPlaceholder(const QString& text, const QColor& color);
 
 protected:
+  /** Notes when a key was pressed that may be a shortcut's. */
+  bool event(QEvent* event) override;
   /** A row whose text does not fit shows it in its tooltip. */
   bool viewportEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
@@ -55,6 +57,7 @@ private:
   bool fAsked = false; // until the pictures come
   bool fWillAsk = false;
   bool fReportsReleases = false;
+  bigtime_t fKeyUs = 0;  // of the last key press
   int fReportedRow = -1; // of the current drag
 };
 

@@ -27,7 +27,7 @@ struct ListShortcut {
 };
 
 enum : uint32 {
-  DISPLAY_SHORTCUT = '_KSC',    // int32 "command"
+  DISPLAY_SHORTCUT = '_KSC',    // int32 "command", int64 "when" (µs): of the key event
   DISPLAY_KEY_RELEASED = '_KYU' // int64 "when" (µs); for every key but modifiers
 };
 
