@@ -12,7 +12,7 @@ import subprocess
 import sys
 
 KEY = re.compile(
-    r'"((?:About|Menu|MItem|Button|Ask|Err|Hint|StatBarStr|StatBarSymbol|StrView|Tab|Label|Display|Player|Pref|Notice|Loss|Differences|Command)_\w+'
+    r'"((?:About|Menu|MItem|Button|Ask|Err|Hint|StatBarStr|StatBarSymbol|StrView|Tab|Label|Display|Player|Pref|Notice|Loss|Differences|Command|Lane)_\w+'
     r"|Alert_Caption|App_Author|Locale|New_Lyrics|Std_Time_Tag|Ext_Time_Tag|\w+_Panel_Title|\w+_Win_Title|Default_StatBarStr_\w+)\""
 )
 

@@ -68,6 +68,8 @@ constexpr std::array<TEditorCommand, kCommands> kTable{{
     tag_input(kWordByWord, "word-by-word", "MItem_Word_By_Word", "W", "Ctrl+B"),
     tag_input(kFollow, "follow", "MItem_Follow", "F", "F"),
     {kShowClock, "show-clock", "MItem_Show_Clock", "C", "", kView, kMsgShowClock},
+    {kShowLane, "show-lane", "MItem_Show_Lane", "L", "Ctrl+G", kView, kMsgShowLane},
+    {kLaneWave, "lane-wave", "MItem_Lane_Wave", "W", "", kView, kMsgLaneLook},
     tag_input(kGoToSung, "go-to-sung", "MItem_Go_To_Sung", "G", "G"),
     tag_input(kFromStart, "from-start", "MItem_From_Start", "S", "Ctrl+Home"),
     tag_input(kNextProblem, "next-problem", "MItem_Next_Problem", "N", "F8", kRepeats),

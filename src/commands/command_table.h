@@ -51,6 +51,8 @@ enum class TCommandId : int32 {
   kWordByWord,
   kFollow,
   kShowClock,
+  kShowLane,
+  kLaneWave,
   kGoToSung,
   kFromStart,
   kNextProblem,

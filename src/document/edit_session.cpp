@@ -141,6 +141,25 @@ void TEditSession::ShowClock() {
   PlaceStatusBar();
 }
 
+void TEditSession::SetRoomBelow(float height) {
+  const float step = fRoomBelow - height;
+  fRoomBelow = height;
+  const BRect frame = fScroll->Frame();
+  fScroll->ResizeTo(frame.Width(), frame.Height() + step);
+  fWordStrip->MoveBy(step);
+}
+
+BRect TEditSession::RoomBelow() const {
+  BRect room = fScroll->Frame();
+  room.bottom = fStatusBar->Frame().top - 1;
+  room.top = room.bottom - fRoomBelow + 1;
+  return room;
+}
+
+float TEditSession::LyricsHeight() const {
+  return fScroll->Frame().Height() + 1;
+}
+
 void TEditSession::Report(const std::string& text) {
   fStatusBar->SetText(status_text(fActive->StatBarSymbol(), fDocument->Form(), text).c_str());
 }

@@ -63,6 +63,12 @@ public:
   /** Shows or hides position and seek bar in the status bar. */
   void ToggleClock();
   TSongClock& Clock() const { return *fClock; }
+  /** Of this window; to be stored after a change. */
+  TViewChoices& Choices() { return fChoices; }
+  /** Takes so much room from the edit view, above the status bar. */
+  void SetRoomBelow(float height);
+  BRect RoomBelow() const;
+  float LyricsHeight() const;
   /** Runs a command of the edit view that is shown, by its number in the command table; no effect for one that it does
       not have. */
   void ViewCommand(int32 number);
@@ -96,5 +102,6 @@ private:
   bool fCanUndo = false; // fCanUndo and fCanRedo: as last sent to the window
   bool fCanRedo = false;
   bool fShowsUnsaved = false;
+  float fRoomBelow = 0;
   std::string fSongWarning; // appended to the next report of the view
 };

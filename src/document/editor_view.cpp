@@ -11,11 +11,13 @@
 #include "document/export_command.h"
 #include "document/file_drop.h"
 #include "document/form_offers.h"
+#include "document/lane_wiring.h"
 #include "document/line_split_win.h"
 #include "document/lyrics_opener.h"
 #include "document/player_copier.h"
 #include "document/save_commands.h"
 #include "document/song_lyrics_opener.h"
+#include "document/song_sound_source.h"
 #include "document/song_writer.h"
 #include "document/text_finder.h"
 #include "editviews/tag_input_view.h"
@@ -69,6 +71,8 @@ void TVesmoEView::AttachedToWindow() {
   fSongLyrics = std::make_unique<TSongLyricsOpener>(
       this, TSongLyricsOpener::TParts{frontEnd, &fDocument, session, fFile.get(), fSaving.get(), fLoader.get()});
   fSongWriter = std::make_unique<TSongWriter>(Window(), frontEnd, session, &fDocument);
+  fSound = std::make_unique<TSongSoundSource>(this, frontEnd);
+  fLane = std::make_unique<TLaneWiring>(this, TLaneWiring::TParts{frontEnd, &fDocument, session, fSound.get()});
 }
 
 void TVesmoEView::MessageReceived(BMessage* message) {
@@ -82,7 +86,8 @@ void TVesmoEView::MessageReceived(BMessage* message) {
 bool TVesmoEView::HandleByPart(const BMessage& message) {
   return fOpener->Handle(message) || fSaving->Handle(message) || fSongLyrics->Handle(message) ||
          fBulk->Handle(message) || fSplitter->Handle(message) || fPublisher->Handle(message) ||
-         fFinder->Handle(message) || fOffers->Handle(message) || fFile->Handle(message) || fRecovery->Handle(message);
+         fFinder->Handle(message) || fOffers->Handle(message) || fFile->Handle(message) || fRecovery->Handle(message) ||
+         fLane->Handle(message);
 }
 
 bool TVesmoEView::HandleOwn(const BMessage& message) {
@@ -131,6 +136,7 @@ bool TVesmoEView::HandleOwn(const BMessage& message) {
     break;
   case kMsgAppearance:
     fSession->SetAppearance();
+    fLane->AppearanceChanged();
     break;
   case kMsgPollInterval:
     fPoll->SetInterval(gPref->Values()->pollIntervalUs);
@@ -222,6 +228,7 @@ void TVesmoEView::RefreshSonivoInfoRqtd() {
   fSession->TagInput().SetSongPosition(sungMs);
   fSongLyrics->Poll(sungMs.has_value());
   fSession->Clock().Update();
+  fLane->Poll(sungMs);
   fSession->ShowModified();
   fRecovery->Poll();
 }
@@ -246,6 +253,7 @@ void TVesmoEView::LanguageChanged() {
   fSession->LanguageChanged();
   fCopier->LanguageChanged();
   fOffers->LanguageChanged();
+  fLane->LanguageChanged();
   SetWinTitle();
   fSession->ReportDefault();
 }

@@ -18,12 +18,14 @@ class TDocumentRecovery;
 class TEditSession;
 class TFileDrop;
 class TFormOffers;
+class TLaneWiring;
 class TLineSplitter;
 class TLyricsOpener;
 class TNoticeBoard;
 class TPlayerCopier;
 class TSaveCommands;
 class TSongLyricsOpener;
+class TSongSoundSource;
 class TSongWriter;
 class TTextFinder;
 
@@ -91,4 +93,6 @@ private:
   std::unique_ptr<TLyricsOpener> fOpener;
   std::unique_ptr<TSongLyricsOpener> fSongLyrics;
   std::unique_ptr<TSongWriter> fSongWriter;
+  std::unique_ptr<TSongSoundSource> fSound;
+  std::unique_ptr<TLaneWiring> fLane;
 };

@@ -28,3 +28,8 @@ void TWordStrip::Show(const std::optional<std::string>& text) {
   fAbove->ResizeTo(frame.Width(), frame.Height() + (isShown ? kHeight : -kHeight));
   isShown ? fText->Hide() : fText->Show();
 }
+
+void TWordStrip::MoveBy(float step) {
+  const BRect frame = fText->Frame();
+  fText->MoveTo(frame.left, frame.top + step);
+}

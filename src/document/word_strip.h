@@ -15,6 +15,8 @@ public:
 
   /** Nothing hides it. */
   void Show(const std::optional<std::string>& text);
+  /** Downwards. */
+  void MoveBy(float step);
 
 private:
   BView* const fAbove;

@@ -104,6 +104,13 @@ bool TTagInputView::Replay(const TReplay& replay) {
   return true;
 }
 
+void TTagInputView::RetimeLines(const TLinesChange& change) {
+  const std::optional<int32> beforeMs = Times().TimeOf(change.first);
+  fRows.Retime(change);
+  const std::optional<int32> afterMs = Times().TimeOf(change.first);
+  if (change.removed == 1 && afterMs && afterMs != beforeMs) fHabit.Moved(change.first, *afterMs);
+}
+
 void TTagInputView::SetSongPosition(std::optional<int32> positionMs) {
   fSung.Mark(positionMs);
   if (IsWordByWord()) fWordRows.MarkSung(positionMs);

@@ -60,6 +60,11 @@ public:
   /** Highlights the line that is sung at this position; none while the song does not play. */
   void SetSongPosition(std::optional<int32> positionMs);
   TLineCommands& LineCommands() { return fLineCommands; }
+  /** Gives lines other times by the user's command, in one step. */
+  void RetimeLines(const TLinesChange& change);
+  const TLineTimes& Times() const { return fRows.Times(); }
+  /** -1 while none is sung. */
+  int32 SungRow() const { return fSung.Row(); }
 
 private:
   /** Returns false for a command that this view does not have. */

@@ -132,6 +132,13 @@ void TTagRows::Edit(const TLinesChange& change, const TSelectedLines& selectedAf
   if (Listener()) Listener()->LinesEdited(change, TEditKind::kOther, before, selectedAfter);
 }
 
+void TTagRows::Retime(const TLinesChange& change) {
+  const TSelectedLines selected = Selected();
+  Change(change);
+  SetModified(true);
+  if (Listener()) Listener()->LinesEdited(change, TEditKind::kOther, selected, selected);
+}
+
 TStampForms TTagRows::Forms() const {
   return {fForm, Listener() ? Listener()->WordForm() : TWordForm::kFamily};
 }

@@ -59,6 +59,8 @@ public:
   void ChangeRow(int32 row, const std::string& text, TEditKind kind);
   /** Changes several rows by the user's command, in one step. */
   void Edit(const TLinesChange& change, const TSelectedLines& selectedAfter);
+  /** The same, but the rows remain the same lines, and the selection stays. */
+  void Retime(const TLinesChange& change);
   /** Shows a change that is not the user's and is not reported. */
   void Change(const TLinesChange& change);
 

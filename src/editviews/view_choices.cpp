@@ -20,13 +20,16 @@ void TViewChoices::Store() {
 
 bool TViewChoices::Archive(BMessage* archive) {
   return archive->AddBool("Flow", follows) == B_OK && archive->AddBool("Clok", showsClock) == B_OK &&
-         archive->AddBool("Word", timesWords) == B_OK;
+         archive->AddBool("Word", timesWords) == B_OK && archive->AddBool("Lane", showsLane) == B_OK &&
+         archive->AddBool("Wave", showsWave) == B_OK;
 }
 
 bool TViewChoices::Unarchive(const BMessage& archive) {
   const bool isFlowRead = Read(archive, "Flow", &follows);
   const bool isClockRead = Read(archive, "Clok", &showsClock);
-  return Read(archive, "Word", &timesWords) && isFlowRead && isClockRead;
+  const bool isLaneRead = Read(archive, "Lane", &showsLane);
+  const bool isWaveRead = Read(archive, "Wave", &showsWave);
+  return Read(archive, "Word", &timesWords) && isFlowRead && isClockRead && isLaneRead && isWaveRead;
 }
 
 void report_view_choices(const TViewChoices& choices, BWindow* window) {
@@ -34,5 +37,7 @@ void report_view_choices(const TViewChoices& choices, BWindow* window) {
   changed.AddBool("Follows", choices.follows);
   changed.AddBool("Clock", choices.showsClock);
   changed.AddBool("Words", choices.timesWords);
+  changed.AddBool("Lane", choices.showsLane);
+  changed.AddBool("Wave", choices.showsWave);
   if (window) window->PostMessage(&changed);
 }

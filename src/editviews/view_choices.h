@@ -13,6 +13,8 @@ struct TViewChoices : koreva::TArchivable {
 
   bool follows = true;     // "Flow": the list follows the song
   bool showsClock = false; // "Clok": position and seek bar in the status bar
+  bool showsLane = false;  // "Lane": the sound below the lyrics
+  bool showsWave = false;  // "Wave": as a wave, not a spectrogram
   bool timesWords = false; // "Word": the space bar times words, which the rows show
 
 private:

@@ -90,3 +90,17 @@ std::optional<std::string> header_value(const std::string& line, const std::stri
   if (end == std::string::npos) return {};
   return line.substr(start.size(), end - start.size());
 }
+
+std::string retimed_tag(const std::string& tag, long timeMs) {
+  constexpr size_t kStandardLength = 7;     // [mm:ss]
+  constexpr size_t kHundredthsLength = 10;  // [mm:ss:cc]
+  constexpr size_t kThousandthsLength = 11; // [mm:ss.ccc]
+  constexpr size_t kSeparator = 6;
+  std::string changed;
+  time_to_time_tag(timeMs, &changed, tag.size() != kStandardLength);
+  changed.front() = tag.front();
+  changed.back() = tag.back();
+  if (tag.size() != kStandardLength) changed[kSeparator] = tag[kSeparator];
+  if (tag.size() == kThousandthsLength) changed.insert(kHundredthsLength - 1, 1, tag[kHundredthsLength - 1]);
+  return changed;
+}

@@ -32,6 +32,9 @@ std::string tag_text(const std::string& line, const TTagSpan& span);
 /** The time of the tag in ms. */
 long tag_time(const std::string& line, const TTagSpan& span);
 
+/** Another time in the form of a well-formed tag; of its thousandths the last digit stays. */
+std::string retimed_tag(const std::string& tag, long timeMs);
+
 /** The kind of bracket that a line begins with. */
 enum class TBracketKind {
   kNone,    // no bracket

@@ -10,9 +10,7 @@
 
 namespace {
 
-constexpr size_t kStandardLength = 7;     // [mm:ss]
-constexpr size_t kHundredthsLength = 10;  // [mm:ss:cc]
-constexpr size_t kThousandthsLength = 11; // [mm:ss.ccc]
+constexpr size_t kStandardLength = 7; // [mm:ss]
 constexpr size_t kSeparator = 6;
 
 /** What a tag with hundredths can show. */
@@ -29,17 +27,6 @@ std::string word_tag(long timeMs, TWordForm form) {
   tag[kSeparator] = '.';
   tag.back() = '>';
   return tag;
-}
-
-/** Another time in the form of the tag. */
-std::string retimed(const std::string& tag, long timeMs) {
-  std::string changed;
-  time_to_time_tag(timeMs, &changed, tag.size() != kStandardLength);
-  changed.front() = tag.front();
-  changed.back() = tag.back();
-  if (tag.size() != kStandardLength) changed[kSeparator] = tag[kSeparator];
-  if (tag.size() == kThousandthsLength) changed.insert(kHundredthsLength - 1, 1, tag[kHundredthsLength - 1]);
-  return changed;
 }
 
 } // namespace
@@ -163,7 +150,7 @@ void TTimedLine::Stamp(size_t unit, long timeMs, TTagForm lineForm, TWordForm wo
       fLead = stamp(fLead, timeMs, lineForm).line;
     }
     const size_t tag = TagOf(0);
-    if (tag < fTags.size()) fTags[tag] = {0, LineMs().value_or(0), retimed(fTags[tag].text, LineMs().value_or(0))};
+    if (tag < fTags.size()) fTags[tag] = {0, LineMs().value_or(0), retimed_tag(fTags[tag].text, LineMs().value_or(0))};
     return RemoveEarlier(0, LineMs().value_or(0));
   }
   if (unit >= fStarts.size()) return;
@@ -201,7 +188,7 @@ void TTimedLine::Clear(size_t unit) {
 void TTimedLine::ShiftWordTimes(long stepMs) {
   for (TTag& tag : fTags) {
     tag.timeMs = std::clamp(tag.timeMs + stepMs, LineMs().value_or(0), std::max(kLastTagTime, LineMs().value_or(0)));
-    tag.text = retimed(tag.text, tag.timeMs);
+    tag.text = retimed_tag(tag.text, tag.timeMs);
   }
 }
 

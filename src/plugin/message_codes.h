@@ -91,8 +91,11 @@ enum : uint32 {
   kMsgReplace = 'fdrp',
   kMsgUndo = '_udo',
   kMsgRedo = '_rdo',
-  kMsgViewChoices = 'flwc', // to the window, which marks them in its menu: bools "Follows", "Clock", "Words"
+  kMsgViewChoices = 'flwc', // to the window, which marks them in its menu: bools "Follows", "Clock", "Words",
+                            // "Lane", "Wave"
   kMsgShowClock = 'clok',   // shows or hides position and seek bar in the status bar
+  kMsgShowLane = 'lnsh',    // shows or hides the lane
+  kMsgLaneLook = 'lnlk',    // spectrogram or wave
   kMsgSeekInSong = 'clsk',  // from that seek bar
   // To the editor view: a line of the tag input view is to be split.
   kMsgSplitLine = 'lnsp',       // int32 "Row", string "Text" (without tags)

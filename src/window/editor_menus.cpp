@@ -148,6 +148,8 @@ BMenu* TEditorMenus::MakeGoMenu() {
   auto* const menu = new BMenu(label_of("Menu_Go", "G").c_str());
   menu->AddItem(MakeItem(kFollow));
   menu->AddItem(MakeItem(kShowClock));
+  menu->AddItem(MakeItem(kShowLane));
+  menu->AddItem(MakeItem(kLaneWave));
   menu->AddItem(MakeItem(kGoToSung));
   menu->AddItem(MakeItem(kFromStart));
   menu->AddSeparatorItem();

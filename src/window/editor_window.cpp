@@ -210,6 +210,8 @@ void TVesmoEWin::ViewChoicesChanged(const BMessage& message) {
   bool isMarked = false;
   if (message.FindBool("Follows", &isMarked) == B_OK) fMenus->Mark(TCommandId::kFollow, isMarked);
   if (message.FindBool("Clock", &isMarked) == B_OK) fMenus->Mark(TCommandId::kShowClock, isMarked);
+  if (message.FindBool("Lane", &isMarked) == B_OK) fMenus->Mark(TCommandId::kShowLane, isMarked);
+  if (message.FindBool("Wave", &isMarked) == B_OK) fMenus->Mark(TCommandId::kLaneWave, isMarked);
   if (message.FindBool("Words", &isMarked) != B_OK) return;
   fMenus->Mark(TCommandId::kWordByWord, isMarked);
   fToolBar->FindItem("TBWordByWord")->SetValue(isMarked);

@@ -125,6 +125,21 @@ void click(BWindow& window, const std::string& view, BPoint where, int times) {
   });
 }
 
+void drag(BWindow& window, const std::string& view, BPoint from, BPoint to, const std::string& modifier) {
+  with_widget(window, [=](QWidget* widget) {
+    QWidget* const control = control_of(widget, view);
+    const Qt::KeyboardModifiers held = modifier == "Ctrl"    ? Qt::ControlModifier
+                                       : modifier == "Shift" ? Qt::ShiftModifier
+                                                             : Qt::NoModifier;
+    const QPoint start(qRound(from.x), qRound(from.y));
+    const QPoint end(qRound(to.x), qRound(to.y));
+    QTest::mousePress(control, Qt::LeftButton, held, start);
+    QMouseEvent move(QEvent::MouseMove, end, control->mapToGlobal(end), Qt::NoButton, Qt::LeftButton, held);
+    QCoreApplication::sendEvent(control, &move);
+    QTest::mouseRelease(control, Qt::LeftButton, held, end);
+  });
+}
+
 void select_tab(BWindow& window, const std::string& view, int index) {
   with_widget(window, [view, index](QWidget* widget) {
     QTabBar* const bar = qobject_cast<QTabWidget*>(control_of(widget, view))->tabBar();

@@ -33,6 +33,8 @@ void hold(BWindow& window, const std::string& key, int agoMs, int heldMs);
 void repeat(BWindow& window, const std::string& key);
 /** `where` is in the coordinates of the view. */
 void click(BWindow& window, const std::string& view, BPoint where, int times = 1);
+/** With the left button; `modifier` is "Ctrl", "Shift" or empty. */
+void drag(BWindow& window, const std::string& view, BPoint from, BPoint to, const std::string& modifier = {});
 /** Clicks the tab of that index in a tab view. */
 void select_tab(BWindow& window, const std::string& view, int index);
 void press_close_button(BWindow& window);
