@@ -1,20 +1,24 @@
 // The whole way of a stamp: key through the window system, editor, protocol, player, tag in the saved file.
-// stamp_chain LYRICS: the player plays the noise track into the sink "heard" and has LYRICS, untagged lines, open in
-// its editor. Each key is pressed 3.1 or 6.9 ms after a hundredth of a second of the track is heard: the tag then
-// shows the hundredth that was being heard, unless the stamp was taken more than 3.1 ms too early or too late.
+// stamp_chain [--redrawing] LYRICS: the player plays the noise track into the sink "heard" and has LYRICS, untagged
+// lines, open in its editor. Each key is pressed 3.1 or 6.9 ms after a hundredth of a second of the track is heard: the
+// tag then shows the hundredth that was being heard, unless the stamp was taken more than 3.1 ms too early or too late.
+// With
+// --redrawing the window gets another size just before each key, so that the key waits for its drawing.
 #include "bench/audio_conditions.h"
 #include "bench/audio_signal.h"
+#include "bench/wait_until.h"
 #include "demo/song_clock.h"
 #include "demo/sung_lines.h"
 #include "demo/x_window.h"
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <ctime>
 #include <exception>
 #include <stdexcept>
+#include <string_view>
 
 namespace {
 
@@ -22,23 +26,25 @@ constexpr long kHundredthMs = 10;
 constexpr double kEarlyPhaseMs = 3.1, kLatePhaseMs = 6.9;
 constexpr double kFirstPressSec = 4;
 constexpr double kPressEverySec = 0.17;
-
-void sleep_until(int64_t us) {
-  const timespec when{us / 1'000'000, us % 1'000'000 * 1000};
-  clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &when, nullptr);
-}
+constexpr size_t kMostPresses = 200;
+constexpr int64_t kResizedBeforeUs = 2'000;
 
 double phase_of(size_t press) {
   return press % 2 == 0 ? kEarlyPhaseMs : kLatePhaseMs;
 }
 
-std::vector<int64_t> press_often(size_t count, TSongClock& clock, TXWindow& editor) {
+std::vector<int64_t> press_often(size_t count, bool isRedrawing, TSongClock& clock, TXWindow& editor) {
   std::vector<int64_t> presses;
   for (size_t i = 0; i < count; ++i) {
     const auto hundredthMs =
         std::lround((kFirstPressSec + static_cast<double>(i) * kPressEverySec) * 100) * kHundredthMs;
     clock.Follow();
-    sleep_until(clock.HeardAtUs((static_cast<double>(hundredthMs) + phase_of(i)) / 1000));
+    const int64_t pressUs = clock.HeardAtUs((static_cast<double>(hundredthMs) + phase_of(i)) / 1000);
+    if (isRedrawing) {
+      wait_until(pressUs - kResizedBeforeUs);
+      editor.Resize();
+    }
+    wait_until(pressUs);
     presses.push_back(editor.Press("space"));
   }
   return presses;
@@ -74,7 +80,7 @@ void print_row(const char* name, const TTally& result) {
               known ? result.sumMs / static_cast<double>(known) : 0.0);
 }
 
-bool measure(const char* lyrics) {
+bool measure(const char* lyrics, bool isRedrawing) {
   const TSinkRecorder recorder("heard.monitor");
   TSongClock clock(timed_noise(kTrackSeconds), recorder);
   TXWindow editor("Vesmo Editor", 30);
@@ -82,7 +88,8 @@ bool measure(const char* lyrics) {
   constexpr int64_t kBegunBeforeUs = 4'000'000; // the track plays already
   if (!clock.WaitForStart(clock_us() - kBegunBeforeUs, 20)) throw std::runtime_error("the track is not heard");
   editor.Press("Home");
-  const auto presses = press_often(read_saved_lines(lyrics).size(), clock, editor);
+  const size_t lineCount = read_saved_lines(lyrics).size();
+  const auto presses = press_often(std::min(lineCount, kMostPresses), isRedrawing, clock, editor);
   usleep(500'000);
   editor.Press("s", "Control_L");
   usleep(1'500'000);
@@ -90,15 +97,16 @@ bool measure(const char* lyrics) {
   std::printf("%-26s %7s %7s %7s %8s %9s\n", "key pressed", "right", "early", "late", "unknown", "mean ms");
   print_row("3.1 ms after a hundredth", tally(kEarlyPhaseMs, presses, saved, clock));
   print_row("6.9 ms after a hundredth", tally(kLatePhaseMs, presses, saved, clock));
-  return saved.size() == presses.size();
+  return saved.size() == lineCount;
 }
 
 } // namespace
 
 int main(int argCount, char** args) {
   try {
-    if (argCount != 2) throw std::runtime_error("usage: stamp_chain LYRICS");
-    return measure(args[1]) ? 0 : 1;
+    const bool isRedrawing = argCount == 3 && std::string_view(args[1]) == "--redrawing";
+    if (argCount != 2 && !isRedrawing) throw std::runtime_error("usage: stamp_chain [--redrawing] LYRICS");
+    return measure(args[argCount - 1], isRedrawing) ? 0 : 1;
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "stamp_chain: %s\n", failure.what());
     return 1;

@@ -80,16 +80,39 @@ void TXWindow::Send(const char* key, bool down) {
   XTestFakeKeyEvent(fDisplay.get(), code, down, CurrentTime);
 }
 
+int64_t TXWindow::SendNow(const char* key, bool down) {
+  const int64_t sentUs = clock_us();
+  Send(key, down);
+  XFlush(fDisplay.get());
+  return sentUs;
+}
+
+int64_t TXWindow::PressDown(const char* key) {
+  return SendNow(key, true);
+}
+
+int64_t TXWindow::Release(const char* key) {
+  return SendNow(key, false);
+}
+
 int64_t TXWindow::Press(const char* key, const char* modifier) {
   if (modifier) Send(modifier, true);
-  const int64_t pressedUs = clock_us();
-  Send(key, true);
-  XFlush(fDisplay.get());
+  const int64_t pressedUs = PressDown(key);
   usleep(kKeyHeldUs);
   Send(key, false);
   if (modifier) Send(modifier, false);
   XFlush(fDisplay.get());
   return pressedUs;
+}
+
+void TXWindow::Resize() {
+  constexpr unsigned kStep = 8;
+  XWindowAttributes now{};
+  if (!XGetWindowAttributes(fDisplay.get(), fWindow, &now)) return;
+  const unsigned width = static_cast<unsigned>(now.width) + (fIsSmaller ? kStep : -kStep);
+  fIsSmaller = !fIsSmaller;
+  XResizeWindow(fDisplay.get(), fWindow, width, static_cast<unsigned>(now.height));
+  XFlush(fDisplay.get());
 }
 
 void TXWindow::Close() {

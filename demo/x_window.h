@@ -17,6 +17,11 @@ public:
   /** Presses and releases the named key ("space", "Home") with the named modifier or none; returns when it was
       pressed (monotonic, µs). */
   int64_t Press(const char* key, const char* modifier = nullptr);
+  /** Only one half of it, for a key that is held. */
+  int64_t PressDown(const char* key);
+  int64_t Release(const char* key);
+  /** The window draws everything again in another size, of which there are two. */
+  void Resize();
   std::string Title() const;
   /** Requests closing, like the close button. */
   void Close();
@@ -32,7 +37,9 @@ private:
   unsigned long Find(unsigned long parent, const std::string& titlePart) const;
   std::string TitleOf(unsigned long window) const;
   void Send(const char* key, bool down);
+  int64_t SendNow(const char* key, bool down);
 
   std::unique_ptr<_XDisplay, TDisplayEnd> fDisplay;
   unsigned long fWindow = 0;
+  bool fIsSmaller = false;
 };

@@ -9,6 +9,7 @@
 #include "document/player_copier.h"
 #include "interapp/questions.h"
 #include "language/llt.h"
+#include "lyrics/word_lines.h"
 #include "platform/app/message.h"
 #include "platform/interface/view.h"
 #include "platform/interface/window.h"
@@ -16,6 +17,8 @@
 #include "platform/storage/node_info.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -106,19 +109,39 @@ status_t TSaveCommands::SaveLyrics(const TLyricsInfo& info, TDialect dialect) {
   return B_OK;
 }
 
+bool TSaveCommands::RewriteWords(TDialect dialect) {
+  const TDocument& document = *fParts.document;
+  fHasCutTimes = false;
+  if (dialect == document.Form().dialect) return false;
+  const bool toCommon = dialect == TDialect::kCommon;
+  std::list<std::string> lines = document.CopyLines();
+  fHasCutTimes = write_words_as(toCommon ? TWordForm::kCommon : TWordForm::kFamily, &lines);
+  if (!toCommon) {
+    const std::vector<std::string> inFile = written_as_common(document.Lines(), document.Source());
+    fHasCutTimes |= has_thousandths({inFile.begin(), inFile.end()});
+  }
+  if (std::ranges::equal(lines, document.Lines())) return false;
+  fParts.session->Rewrite([&lines](std::list<std::string>* rewritten) { *rewritten = lines; });
+  return true;
+}
+
 /** The save itself always reports success; only the file on the disk proves it. */
 bool TSaveCommands::SaveAndVerify(TLyricsInfo info, TDialect dialect) {
   fParts.session->Active().FlushEdits();
   if (!fParts.file->MaySave(&info, dialect)) return false;
+  const bool hasRewritten = RewriteWords(dialect);
   SaveLyrics(info, dialect);
   const bool isSaved = fSaver.Verify();
+  if (!isSaved && hasRewritten) fParts.session->Undo();
   if (!isSaved) fParts.session->Active().SetModified(true);
   fParts.file->Follow();
   return isSaved;
 }
 
 void TSaveCommands::ReportSaved() {
-  fParts.session->Report(gLLT->Text("StatBarStr_Saved_Lyrics") + fParts.file->SaveReport() + fParts.copier->Renew());
+  fParts.session->Report(gLLT->Text("StatBarStr_Saved_Lyrics") +
+                         std::string(fHasCutTimes ? gLLT->Text("StatBarStr_Thousandths_Cut") : "") +
+                         fParts.file->SaveReport() + fParts.copier->Renew());
 }
 
 void TSaveCommands::SetLyricsMimeType(BFile* file) {

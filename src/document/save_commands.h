@@ -40,11 +40,15 @@ private:
   status_t SaveLyrics(const TLyricsInfo& info, TDialect dialect);
   /** False, after a message or the user's Cancel, when nothing was saved. */
   bool SaveAndVerify(TLyricsInfo info, TDialect dialect);
+  /** The times within lines take the form of the dialect that the document is saved in from now on, as a step that can
+      be undone. Returns true if it has changed lines. */
+  bool RewriteWords(TDialect dialect);
   static void SetLyricsMimeType(BFile* file);
   void ReportSaved();
 
   BView* const fOwner;
   const TParts fParts;
   TLyricsSaver fSaver{fParts.document};
+  bool fHasCutTimes = false;   // the last save has cut thousandths of a second
   bool fSaveIsPending = false; // the user answered Yes, and the kMsgSave is on its way
 };

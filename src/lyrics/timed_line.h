@@ -1,32 +1,28 @@
 #pragma once
 
-#include "lyrics/stamp.h"
+#include "lyrics/tagged_text.h"
 
 #include <optional>
 #include <string>
 #include <vector>
 
-/** How a time within a line is written: `[mm:ss:cc]`, or `<mm:ss.cc>` in the common dialect. */
-enum class TWordForm { kFamily, kCommon };
-
-/** A line whose units (word_units.h) can be timed one by one: the tags that it begins with, its text, and the tags
-    within the text. Tags that are not changed keep their bytes, and the text keeps all of its own. Where a tag is
-   within a unit, another unit begins. The units stay the same until the line is read again. Pure: one thread at a time.
- */
+/** A line whose units (word_units.h) can be timed one by one. Tags that are not changed keep their bytes, and the text
+    keeps all of its own. Where a tag is within a unit, another unit begins. The units stay the same until the line is
+    read again. Pure: one thread at a time. */
 class TTimedLine {
 public:
   TTimedLine() = default;
   explicit TTimedLine(const std::string& line);
 
-  std::string Line() const;
+  std::string Line() const { return fLine.Line(); }
   /** Without any time tag. */
-  const std::string& Text() const { return fText; }
+  const std::string& Text() const { return fLine.text; }
   /** The tags that it begins with. */
-  const std::string& Lead() const { return fLead; }
+  const std::string& Lead() const { return fLine.lead; }
 
   size_t CountUnits() const { return fStarts.size(); }
   /** In bytes of the text; the end of the text for the unit after the last. */
-  size_t StartOf(size_t unit) const { return unit < fStarts.size() ? fStarts[unit] : fText.size(); }
+  size_t StartOf(size_t unit) const { return unit < fStarts.size() ? fStarts[unit] : Text().size(); }
   std::string TextOf(size_t unit) const;
   /** The unit at that byte of the text. */
   size_t UnitAt(size_t byte) const;
@@ -40,7 +36,7 @@ public:
   std::optional<size_t> UnitSungAt(long positionMs, long startMs) const;
   /** The length of the text up to the end of that unit; after the end of the line all of it. */
   size_t BytesSungAt(long positionMs, long startMs) const;
-  bool HasWordTimes() const { return !fTags.empty(); }
+  bool HasWordTimes() const { return !fLine.tags.empty(); }
 
   /** Times a unit, the first one by the tag of the line as `stamp` does. Not before the times in front of it; later
       ones that are before it are removed. */
@@ -49,12 +45,8 @@ public:
   void StampEnd(long timeMs, TWordForm form);
   /** Removes the time of a unit, but not the line's own tag, and the end of the unit. */
   void Clear(size_t unit);
-  void ClearWordTimes() { fTags.clear(); }
-  void ClearLead() { fLead.clear(); }
-  /** Moves the times within the line, none of them to before the line. */
-  void ShiftWordTimes(long stepMs);
-  /** Gives the tags in square brackets hundredths, or rounds them to seconds. */
-  void ConvertWordTags(bool toExtended);
+  void ClearWordTimes() { fLine.tags.clear(); }
+  void ClearLead() { fLine.lead.clear(); }
 
   /** Makes one unit of this and the next one. Returns false for the last one. */
   bool JoinWithNext(size_t unit);
@@ -62,28 +54,17 @@ public:
   bool SplitAt(size_t byte);
 
 private:
-  struct TTag {
-    size_t at; // in bytes of the text
-    long timeMs;
-    std::string text; // as written
-  };
-
   /** The position by the times of the line's first tag. */
-  long AtFirst(long positionMs, long startMs) const { return positionMs - startMs + LineMs().value_or(startMs); }
+  long AtFirst(long positionMs, long startMs) const { return positionMs - startMs + fLine.LineMs().value_or(startMs); }
   void FindUnits();
   bool IsBlankFrom(size_t byte, size_t end) const;
-  std::optional<long> LineMs() const;
   /** The index of the unit's own tag, the last one at its start; the number of tags without one. */
   size_t TagOf(size_t unit) const;
   /** The index of the first tag behind the start of the unit. */
   size_t FirstTagAfter(size_t unit) const;
-  TWordForm FormOr(TWordForm form) const;
-  void RemoveEarlier(size_t firstTag, long timeMs);
   void ReplaceText(size_t at, size_t length, std::string_view by);
 
-  std::string fLead;
-  std::string fText;
-  std::vector<TTag> fTags; // by position
+  TTaggedText fLine;
   std::vector<size_t> fStarts;
 };
 

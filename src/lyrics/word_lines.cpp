@@ -1,8 +1,8 @@
 #include "lyrics/word_lines.h"
 
 #include "lyrics/bulk_tags.h"
+#include "lyrics/tagged_text.h"
 #include "lyrics/time_tags.h"
-#include "lyrics/timed_line.h"
 #include "lyrics/word_units.h"
 
 #include <optional>
@@ -29,7 +29,7 @@ void change_word_lines(const std::vector<std::string>& before, std::list<std::st
 } // namespace
 
 bool has_word_times(const std::string& line) {
-  return line.find_first_of("[<", 1) != std::string::npos && TTimedLine(line).HasWordTimes();
+  return line.find_first_of("[<", 1) != std::string::npos && !TTaggedText(line).tags.empty();
 }
 
 /** Words move with their line, in the steps of its own tag. */
@@ -42,8 +42,8 @@ void shift_tags_and_words(std::list<std::string>* lines, long offsetMs) {
     long timeMs = 0;
     bool isExtended = true;
     time_tag_to_time(old, &timeMs, &isExtended);
-    TTimedLine timed(*line);
-    timed.ShiftWordTimes(isExtended ? extendedMs : standardMs);
+    TTaggedText timed(*line);
+    timed.Shift(isExtended ? extendedMs : standardMs);
     *line = timed.Line();
   });
 }
@@ -52,9 +52,9 @@ void convert_tags_and_words(std::list<std::string>* lines, bool toExtended) {
   const std::vector<std::string> before(lines->begin(), lines->end());
   convert_time_tags(lines, toExtended);
   change_word_lines(before, lines, [=](const std::string&, std::string* line) {
-    TTimedLine timed(*line);
-    timed.ConvertWordTags(toExtended);
-    timed.ShiftWordTimes(0); // the line's own tag may have been rounded up
+    TTaggedText timed(*line);
+    timed.Convert(toExtended);
+    timed.Shift(0); // the line's own tag may have been rounded up
     *line = timed.Line();
   });
 }
@@ -66,30 +66,41 @@ void delete_tags_and_words(std::list<std::string>* lines) {
 }
 
 std::string with_words_moved(const std::string& before, const std::string& after) {
-  TTimedLine timed(after);
-  timed.ShiftWordTimes(own_time(after).value_or(0) - own_time(before).value_or(0));
+  TTaggedText timed(after);
+  timed.Shift(own_time(after).value_or(0) - own_time(before).value_or(0));
   return timed.Line();
 }
 
 std::string without_word_times(const std::string& line) {
-  TTimedLine timed(line);
-  timed.ClearWordTimes();
+  TTaggedText timed(line);
+  timed.tags.clear();
   return timed.Line();
 }
 
 std::string without_times(const std::string& line) {
-  TTimedLine timed(line);
-  timed.ClearLead();
-  timed.ClearWordTimes();
+  TTaggedText timed(line);
+  timed.lead.clear();
+  timed.tags.clear();
   return timed.Line();
 }
 
 std::string with_word_times_of(const std::string& from, const std::string& to) {
-  const TTimedLine source(from);
-  const TTimedLine target(to);
-  const bool isEqual = without_unit_marks(source.Text()) == without_unit_marks(target.Text());
-  if (!isEqual || !source.HasWordTimes() || source.Lead().empty() || target.Lead().empty()) return to;
-  TTimedLine copy(target.Lead() + from.substr(source.Lead().size()));
-  copy.ShiftWordTimes(own_time(target.Lead()).value_or(0) - own_time(source.Lead()).value_or(0));
+  const TTaggedText source(from);
+  const TTaggedText target(to);
+  const bool isEqual = without_unit_marks(source.text) == without_unit_marks(target.text);
+  if (!isEqual || source.tags.empty() || source.lead.empty() || target.lead.empty()) return to;
+  TTaggedText copy(target.lead + from.substr(source.lead.size()));
+  copy.Shift(own_time(target.lead).value_or(0) - own_time(source.lead).value_or(0));
   return copy.Line();
+}
+
+bool write_words_as(TWordForm form, std::list<std::string>* lines) {
+  bool isCut = false;
+  for (std::string& line : *lines) {
+    if (!has_word_times(line)) continue;
+    TTaggedText timed(line);
+    isCut |= timed.WriteAs(form);
+    line = timed.Line();
+  }
+  return isCut;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "lyrics/tagged_text.h"
+
 #include <list>
 #include <string>
 #include <vector>
@@ -24,3 +26,6 @@ bool has_word_times(const std::string& line);
 /** The line `to` with the word times of `from`, as far from its own tag as there; `to` unchanged unless both have a tag
     and the same text. */
 std::string with_word_times_of(const std::string& from, const std::string& to);
+
+/** Writes the times within the lines in that form. Returns true if thousandths were cut. */
+bool write_words_as(TWordForm form, std::list<std::string>* lines);

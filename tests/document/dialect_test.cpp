@@ -47,6 +47,29 @@ TEST_F(CommonLyrics, OpenedEditedAndSavedEveryOtherByteIsAsBefore) {
   EXPECT_THAT(Status(), HasSubstr("<CR LF>   "));
 }
 
+TEST_F(CommonLyrics, SavedInTheOtherDialectTimesWithinLinesHaveItsFormAsWell) {
+  const std::string family = "[00:01:00]a [00:02:00]b[00:03] [x]\n[00:04:00][00:05:00]c\n"s + '\0';
+  const std::string common = "[00:01.00]a <00:02.00>b<00:03.00> [x]\n[00:04.00][00:05.00]c\n";
+  const auto saveAs = [&](const char* name, int32 dialect) {
+    BMessage save = message_of(B_SAVE_REQUESTED, "directory", ref_of(fFolder.Path()));
+    save.AddString("name", name);
+    save.AddInt32("Dialect", dialect);
+    Send(save);
+    return fFolder.Read(name);
+  };
+  Open(fFolder.Write("a.lrc", family));
+  EXPECT_EQ(saveAs("b.lrc", 1), common);
+  EXPECT_THAT(Status(), Not(HasSubstr("thousandths")));
+  Press("Ctrl+S");
+  EXPECT_EQ(fFolder.Read("b.lrc"), common) << "again";
+  Press("Ctrl+Z");
+  EXPECT_EQ(Lines().front(), "[00:01:00]a [00:02:00]b[00:03] [x]");
+  Press("Ctrl+Shift+Z");
+  Open(fFolder.Write("c.lrc", "[00:01.00]a <00:02.004>b [00:03.00]c\n"));
+  EXPECT_EQ(saveAs("d.lrc", 0), "[00:01:00]a [00:02:00]b [00:03:00]c\n"s + '\0');
+  EXPECT_THAT(Status(), HasSubstr("thousandths of a second were cut"));
+}
+
 TEST_F(CommonLyrics, MixedTagsAreMadeOneByTheBarAndUndoneInOneStep) {
   Open(fFolder.Write("a.lrc", "[00:01.20]one\n"));
   fFolder.Write("a.lrc", "[00:01.20]one\n[00:02:50]two\n");

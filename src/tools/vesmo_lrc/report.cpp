@@ -10,6 +10,7 @@ namespace {
 
 struct TTagCount {
   size_t lines = 0;
+  size_t withWords = 0; // lines with times within them
   size_t standard = 0;
   size_t colon = 0;
   size_t dotted = 0;
@@ -22,6 +23,7 @@ TTagCount count_tags(const std::list<std::string>& lines) {
   for (const std::string& line : lines) {
     const std::vector<TTagSpan> tags = time_tags_in(line);
     if (!tags.empty() && tags.front().IsAtLineStart()) ++count.lines;
+    if (tags.size() > count_leading_tags(line, tags)) ++count.withWords;
     for (const TTagSpan& tag : tags) {
       ++(tag.isDotted ? count.dotted : tag.length > 7 ? count.colon : count.standard);
       const long time = tag_time(line, tag);
@@ -83,8 +85,8 @@ std::string or_null(const std::optional<long>& number) {
   return number ? std::to_string(*number) : "null";
 }
 
-constexpr const char* kInfoColumns =
-    "file\tform\tlines\ttagged lines\tstandard tags\tcolon tags\tdotted tags\tfirst\tlast\tdialect\n";
+constexpr const char* kInfoColumns = "file\tform\tlines\ttagged lines\tstandard tags\tcolon tags\tdotted "
+                                     "tags\tfirst\tlast\tdialect\tlines with word times\n";
 constexpr const char* kCheckColumns = "file\tline\tcode\tmessage\n";
 
 } // namespace
@@ -97,14 +99,14 @@ std::string info_report(const std::string& name, const TExactLyrics& lyrics, TRe
   const std::string dialect = dialect_of(lyrics);
   switch (format) {
   case TReportFormat::kText:
-    return printable(name) + ": " + form + "; " + lines + " lines, " + number(tags.lines) +
-           " tagged; tags: " + number(tags.standard) + " standard, " + number(tags.colon) + " with colon, " +
-           number(tags.dotted) + " with period; dialect: " + dialect + "; " + time_text(tags.firstMs) + " to " +
-           time_text(tags.lastMs) + "\n";
+    return printable(name) + ": " + form + "; " + lines + " lines, " + number(tags.lines) + " tagged, " +
+           number(tags.withWords) + " with word times; tags: " + number(tags.standard) + " standard, " +
+           number(tags.colon) + " with colon, " + number(tags.dotted) + " with period; dialect: " + dialect + "; " +
+           time_text(tags.firstMs) + " to " + time_text(tags.lastMs) + "\n";
   case TReportFormat::kTable:
     return field(name) + "\t" + form + "\t" + lines + "\t" + number(tags.lines) + "\t" + number(tags.standard) + "\t" +
            number(tags.colon) + "\t" + number(tags.dotted) + "\t" + time_text(tags.firstMs) + "\t" +
-           time_text(tags.lastMs) + "\t" + dialect + "\n";
+           time_text(tags.lastMs) + "\t" + dialect + "\t" + number(tags.withWords) + "\n";
   case TReportFormat::kJson:
     break;
   }
@@ -112,7 +114,7 @@ std::string info_report(const std::string& name, const TExactLyrics& lyrics, TRe
          ", \"taggedLines\": " + number(tags.lines) + ", \"standardTags\": " + number(tags.standard) +
          ", \"colonTags\": " + number(tags.colon) + ", \"dottedTags\": " + number(tags.dotted) +
          ", \"firstMs\": " + or_null(tags.firstMs) + ", \"lastMs\": " + or_null(tags.lastMs) + ", \"dialect\": \"" +
-         dialect + "\"}";
+         dialect + "\", \"linesWithWordTimes\": " + number(tags.withWords) + "}";
 }
 
 std::string check_report(const std::string& name, const std::vector<TFinding>& findings, TReportFormat format) {

@@ -4,6 +4,7 @@
 #include "lyrics/dialect.h"
 #include "lyrics/tag_spans.h"
 #include "lyrics/time_tags.h"
+#include "lyrics/word_lines.h"
 
 #include <algorithm>
 #include <functional>
@@ -62,8 +63,10 @@ bool editor_takes_for_tag(const std::string& line) {
 void change_dialect(TDialect dialect, std::list<std::string>* lines) {
   if (dialect == TDialect::kFamily) {
     show_as_family(lines);
+    write_words_as(TWordForm::kFamily, lines);
     return;
   }
+  write_words_as(TWordForm::kCommon, lines);
   std::vector<std::string> written = written_as_common({lines->begin(), lines->end()}, {});
   std::move(written.begin(), written.end(), lines->begin());
 }

@@ -69,10 +69,10 @@ TEST(Rewrite, DialectChangesOnlyWhatIsOfTheOther) {
   TOptions convert = options_for(TCommand::kConvert);
   convert.toDialect = TDialect::kCommon;
   const std::string family("[ti:a]\r\n[00:01]a [00:05:20]b<00:06.00>c\n[00:07.003]d\0", 53);
-  EXPECT_EQ(made(family, convert), "[ti:a]\r\n[00:01.00]a [00:05.20]b<00:06.00>c\n[00:07.003]d");
+  EXPECT_EQ(made(family, convert), "[ti:a]\r\n[00:01.00]a <00:05.20>b<00:06.00>c\n[00:07.003]d");
   EXPECT_EQ(made(std::string("[00:01:00]\0x", 12), convert), std::string("[00:01.00]\0x", 12));
   convert.toDialect = TDialect::kFamily;
-  EXPECT_EQ(made(family, convert), std::string("[ti:a]\r\n[00:01]a [00:05:20]b<00:06.00>c\n[00:07:00]d\0", 52));
+  EXPECT_EQ(made(family, convert), std::string("[ti:a]\r\n[00:01]a [00:05:20]b[00:06:00]c\n[00:07:00]d\0", 52));
   const std::pair<const char*, const char*> rows[] = {
       {"[00:01.00]", "common"}, {"[00:01]", "family"}, {"[00:01.00][00:01]", "mixed"}, {"<00:01.00>", "none"}};
   for (const auto& [text, dialect] : rows) EXPECT_STREQ(dialect_of(TExactLyrics(text, {})), dialect) << text;

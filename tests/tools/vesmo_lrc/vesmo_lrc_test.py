@@ -138,12 +138,13 @@ class VesmoLrc(unittest.TestCase):
 
     def test_reports_are_whole_for_machines(self):
         self.write("a.lrc", "[00:01:00]a\n")
-        self.write('b"\n.lrc', "[00:01.00]b\n")
+        self.write('b"\n.lrc', "[00:01.00]b <00:02.00>c\n")
         shown, _ = self.run_tool("check", "--format", "json", self.root, code=1)
         found = {pathlib.Path(file["file"]).name: [f["code"] for f in file["findings"]] for file in json.loads(shown)}
         self.assertEqual(found, {"a.lrc": ["colon-tags"], 'b"\n.lrc': []})
         shown, _ = self.run_tool("info", "--format", "tsv", self.root)
-        self.assertEqual([len(row.split("\t")) for row in shown.decode().splitlines()], [10, 10, 10])
+        rows = [row.split("\t") for row in shown.decode().splitlines()]
+        self.assertEqual([(len(row), row[-1]) for row in rows], [(11, "lines with word times"), (11, "0"), (11, "1")])
 
     def test_copies_are_written_beside_nothing_that_is_there(self):
         self.write("in/a.lrc", "[00:01]a\n")
