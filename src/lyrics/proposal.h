@@ -16,13 +16,9 @@ struct TProposedTag {
   friend bool operator==(const TProposedTag&, const TProposedTag&) = default;
 };
 
-/** `lineTimes`: number and time of each tagged line, in order; `onsets` ascending. `latenessMs`: by how much the user's
-    stamps are known to be late; if it is unknown, it is estimated from the song itself. Tags with no clear onset near
-    them, and tags that are right already, are left out. Accepting all or any of the proposals keeps the order of
-    ascending tags. */
+/** `lineTimes`: number and time of each tagged line; `onsets` ascending. `latenessMs`: by how much the user's stamps
+   are known to be late; if it is unknown, it is estimated from the song itself, for which a few tags do not suffice.
+   Tags with no clear onset near them, and tags that are right already, are left out. The proposals are in the order of
+   the tags; whichever of them are accepted, no tag passes another. */
 std::vector<TProposedTag> propose_tags(std::span<const std::pair<int32, int32>> lineTimes,
                                        std::span<const TOnset> onsets, std::optional<int32> latenessMs);
-
-/** How late the tags are, judged by the onsets before them; nothing if that cannot be told. */
-std::optional<int32> lateness_by_onsets(std::span<const std::pair<int32, int32>> lineTimes,
-                                        std::span<const TOnset> onsets);
