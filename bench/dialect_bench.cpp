@@ -155,7 +155,7 @@ void compare_dialects() {
       if (get_ref_for_path(scratch_path().c_str(), &ref) != B_OK) std::exit(1);
       opening[i].push_back(seconds_of([&] {
         opened = open_lyrics(ref, ref);
-        document.Open(*opened);
+        document.Open(std::move(*opened));
       }));
       saving[i].push_back(seconds_of([&] {
         if (document.Bytes(document.Form()).size() < forms[i].second.size()) std::exit(1);

@@ -34,15 +34,16 @@ void TDocumentLoader::CreateNewLyrics() {
   fParts.file->Follow();
 }
 
-void TDocumentLoader::Show(const TOpenedLyrics& opened) {
+void TDocumentLoader::Show(TOpenedLyrics opened) {
   if (opened.isEmptyFile) {
     CreateNewLyrics();
     fParts.document->BindToFile(opened.file, opened.state);
   } else {
     fParts.session->Show(opened.lines);
-    fParts.document->Open(opened);
+    const bool hasMixedTags = opened.hasMixedTags;
+    fParts.document->Open(std::move(opened));
     fParts.session->DocumentStarted();
-    fParts.offers->CheckTags(opened.hasMixedTags);
+    fParts.offers->CheckTags(hasMixedTags);
     fParts.offers->CheckEncoding();
   }
   fParts.file->Follow();
@@ -61,7 +62,7 @@ void TDocumentLoader::ShowWithoutFile(std::list<std::string> lines) {
   opened.lines = std::move(lines);
   prepare_for_editing(&opened.lines);
   fParts.session->Show(opened.lines);
-  fParts.document->Open(opened);
+  fParts.document->Open(std::move(opened));
   fParts.session->DocumentStarted();
   fParts.offers->Withdraw();
   fParts.file->Follow();

@@ -27,7 +27,7 @@ public:
 
   /** In the form that the settings have for new documents. */
   void CreateNewLyrics();
-  void Show(const TOpenedLyrics& opened);
+  void Show(TOpenedLyrics opened);
   /** Lines that come from no lyrics file, in the form of new documents; they count as unmodified. */
   void ShowWithoutFile(std::list<std::string> lines);
   /** The document was replaced by a recovered one. */

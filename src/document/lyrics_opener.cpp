@@ -123,7 +123,7 @@ void TLyricsOpener::RefsReceived(const BMessage& message) {
   if (has_too_many_lines(source)) return tell(too_many_lines_text(source));
   std::optional<TOpenedLyrics> opened = open_lyrics(ref, source, {gPref->Values()->recognisesCommon, {}});
   if (!opened) return tell(cannot_load_text(ref));
-  fParts.loader->Show(*opened);
+  fParts.loader->Show(std::move(*opened));
   koreva::invoke_next_msg(&message);
 }
 
@@ -137,7 +137,7 @@ void TLyricsOpener::ReopenRqtd(const BMessage& message) {
   if (!has_too_many_lines(file))
     opened = open_lyrics(file, file, {gPref->Values()->recognisesCommon, any_encoding_of(number)});
   if (!opened) return tell(cannot_load_text(file));
-  fParts.loader->Show(*opened);
+  fParts.loader->Show(std::move(*opened));
   fParts.offers->WithdrawEncoding(); // the user has chosen
 }
 

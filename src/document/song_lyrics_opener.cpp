@@ -20,6 +20,8 @@
 #include "plugin/pref.h"
 #include "songtags/song_text.h"
 
+#include <utility>
+
 namespace {
 
 /** What a user who opens the file would be asked about stays closed. */
@@ -158,8 +160,8 @@ void TSongLyricsOpener::OpenOffered(const BMessage& message) {
   const bool isRead = ref == fMissingFile && !fReader.IsRunning() && LyricsInside();
   if (isRead && !BEntry(&ref).Exists()) return ShowLyricsInside();
   if (!opens_without_question(ref)) return;
-  const std::optional<TOpenedLyrics> opened = open_lyrics(ref, ref, {gPref->Values()->recognisesCommon, {}});
+  std::optional<TOpenedLyrics> opened = open_lyrics(ref, ref, {gPref->Values()->recognisesCommon, {}});
   if (!opened) return;
-  fParts.loader->Show(*opened);
+  fParts.loader->Show(std::move(*opened));
   fParts.session->Report(gLLT->Text("StatBarStr_Opened_For_Song") + ref.name);
 }

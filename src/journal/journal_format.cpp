@@ -242,9 +242,9 @@ std::string encoded_source(const TCommonSource& source) {
   bytes.AddBool(source.hasByteOrderMark);
   bytes.AddBool(source.lacksLastLineEnd);
   bytes.Add(source.lineCount);
-  for (const TCommonSource::TLine& line : source.lines) {
-    bytes.Add(line.index);
-    bytes.AddText(line.text);
+  for (size_t i = 0; i < source.CountLines(); ++i) {
+    bytes.Add(source.IndexOf(i));
+    bytes.AddText(source.TextOf(i));
   }
   return bytes.Take();
 }
@@ -257,8 +257,9 @@ std::optional<TCommonSource> decoded_source(std::string_view payload) {
   source.lineCount = bytes.Get<int32>();
   while (bytes.IsValid() && !bytes.IsAtEnd()) {
     const auto index = bytes.Get<int32>();
-    source.lines.push_back({index, std::string(bytes.GetText())});
-    if (source.lines.back().text.find('\n') != std::string::npos) return {};
+    const std::string_view text = bytes.GetText();
+    if (text.find('\n') != std::string_view::npos) return {};
+    source.AddLine(index, text);
   }
   if (!bytes.IsAtEnd()) return {};
   return source;

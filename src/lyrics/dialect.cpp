@@ -58,6 +58,47 @@ void put_two_digits(std::string_view digits, char* to) {
   to[1] = digits.back();
 }
 
+bool are_digits(const char* two) {
+  return is_digit(two[0]) && is_digit(two[1]);
+}
+
+/** True for `[mm:ss` and the separator; nearly every tag of a long file begins like that. */
+bool begins_tag(std::string_view line, size_t at, char separator) {
+  const char* const tag = line.data() + at;
+  return line.size() - at > kSeparator && tag[0] == '[' && are_digits(tag + 1) && tag[3] == ':' &&
+         are_digits(tag + 4) && tag[kSeparator] == separator;
+}
+
+/** True for the rest of `[mm:ss:cc]` or `[mm:ss.cc]`. */
+bool ends_tag(std::string_view line, size_t at) {
+  return line.size() - at >= kTagLength && are_digits(line.data() + at + kSeparator + 1) &&
+         line[at + kTagLength - 1] == ']';
+}
+
+/** True for a well-formed `[mm:ss.ccc]`. */
+bool is_thousandths_tag(std::string_view line, size_t at) {
+  constexpr size_t kLastDigit = kTagLength - 1;
+  return begins_tag(line, at, '.') && line.size() - at > kTagLength && are_digits(line.data() + at + kSeparator + 1) &&
+         is_digit(line[at + kLastDigit]) && line[at + kTagLength] == ']';
+}
+
+bool is_exact_tag(std::string_view line, size_t at) {
+  return begins_tag(line, at, '.') && ends_tag(line, at);
+}
+
+/** The family's tag at that position; its length, or 0. */
+size_t family_tag_length(std::string_view line, size_t at) {
+  if (begins_tag(line, at, ']')) return kSeparator + 1;
+  return begins_tag(line, at, ':') && ends_tag(line, at) ? kTagLength : 0;
+}
+
+/** Stores `[mm:ss:cc]` for the `[mm:ss.ccc]` at that position. */
+void show_thousandths(std::string_view line, size_t at, char* shown) {
+  line.copy(shown, kTagLength, at);
+  shown[kSeparator] = ':';
+  shown[kTagLength - 1] = ']';
+}
+
 std::optional<TCommonTag> common_tag_at(std::string_view line, size_t at) {
   TTagReader reader(line, at);
   if (!reader.Skip('[')) return {};
@@ -77,33 +118,6 @@ std::optional<TCommonTag> common_tag_at(std::string_view line, size_t at) {
   tag.shown[7] = fraction[0];
   if (fraction.size() > 1) tag.shown[8] = fraction[1];
   return tag;
-}
-
-bool are_digits(const char* two) {
-  return is_digit(two[0]) && is_digit(two[1]);
-}
-
-/** True for `[mm:ss` and the separator; nearly every tag of a long file begins like that. */
-bool begins_tag(std::string_view line, size_t at, char separator) {
-  const char* const tag = line.data() + at;
-  return line.size() - at > kSeparator && tag[0] == '[' && are_digits(tag + 1) && tag[3] == ':' &&
-         are_digits(tag + 4) && tag[kSeparator] == separator;
-}
-
-/** True for the rest of `[mm:ss:cc]` or `[mm:ss.cc]`. */
-bool ends_tag(std::string_view line, size_t at) {
-  return line.size() - at >= kTagLength && are_digits(line.data() + at + kSeparator + 1) &&
-         line[at + kTagLength - 1] == ']';
-}
-
-bool is_exact_tag(std::string_view line, size_t at) {
-  return begins_tag(line, at, '.') && ends_tag(line, at);
-}
-
-/** The family's tag at that position; its length, or 0. */
-size_t family_tag_length(std::string_view line, size_t at) {
-  if (begins_tag(line, at, ']')) return kSeparator + 1;
-  return begins_tag(line, at, ':') && ends_tag(line, at) ? kTagLength : 0;
 }
 
 /** A set of the times that `[mm:ss:cc]` can hold. */
@@ -169,15 +183,22 @@ std::string written(std::string line) {
   return line;
 }
 
-/** Calls `odd(tag)` for each tag that is not written as a save writes it, before it is replaced. */
+/** Calls `odd(position, shown tag)` for each tag that is not written as a save writes it, before it is replaced. */
 template <typename Odd>
 void show_line(std::string* line, Odd odd) {
   for (size_t at = line->find('['); at != std::string::npos; at = line->find('[', at)) {
     if (is_exact_tag(*line, at)) {
       (*line)[at + kSeparator] = ':';
       at += kTagLength;
+    } else if (is_thousandths_tag(*line, at)) {
+      char tag[kTagLength];
+      show_thousandths(*line, at, tag);
+      odd(at, std::string_view(tag, kTagLength));
+      std::copy_n(tag, kTagLength, line->begin() + static_cast<std::ptrdiff_t>(at));
+      line->erase(at + kTagLength, 1);
+      at += kTagLength;
     } else if (const std::optional<TCommonTag> tag = common_tag_at(*line, at)) {
-      odd(*tag);
+      odd(at, std::string_view(tag->shown.data(), kTagLength));
       line->replace(at, tag->length, tag->shown.data());
       at += kTagLength;
     } else {
@@ -187,14 +208,14 @@ void show_line(std::string* line, Odd odd) {
 }
 
 std::string shown(std::string line) {
-  show_line(&line, [](const TCommonTag&) {});
+  show_line(&line, [](size_t, std::string_view) {});
   return line;
 }
 
 /** Writes a changed line with those tags of its original that are the same; nothing without any. */
-std::optional<std::string> written_like(std::string line, const std::string& original) {
+std::optional<std::string> written_like(std::string line, std::string_view original) {
   std::vector<std::pair<std::string, std::string>> tags; // as shown, as in the file
-  for (size_t at = original.find('['); at != std::string::npos; at = original.find('[', at + 1)) {
+  for (size_t at = original.find('['); at != std::string_view::npos; at = original.find('[', at + 1)) {
     if (const auto tag = common_tag_at(original, at))
       tags.emplace_back(tag->shown.data(), original.substr(at, tag->length));
   }
@@ -218,11 +239,11 @@ std::optional<std::string> written_like(std::string line, const std::string& ori
 class TSourceLines {
 public:
   TSourceLines(const TCommonSource& source, size_t lineCount) : fSource(source), fLineCount(lineCount) {
-    const size_t count = source.lines.size();
+    const size_t count = source.CountLines();
     fShown.reserve(count);
     fFirstEqual.reserve(count);
-    for (const TCommonSource::TLine& line : source.lines) {
-      fShown.push_back(shown(line.text));
+    for (size_t i = 0; i < count; ++i) {
+      fShown.push_back(shown(std::string(source.TextOf(i))));
       for_each_extended_tag(fShown.back(), [this](size_t at) {
         fTimes.Add(std::string_view(fShown.back()).substr(at, kTagLength));
         return true;
@@ -252,20 +273,19 @@ public:
   /** Writes a line with another text like the line of that number in the file. Nothing if that has none of its tags, or
       is another line's original. */
   std::optional<std::string> WrittenLike(const std::string& line, int64 index) {
-    const auto found = std::ranges::lower_bound(fSource.lines, index, {}, &TCommonSource::TLine::index);
-    const auto original = static_cast<size_t>(found - fSource.lines.begin());
-    if (found == fSource.lines.end() || found->index != index || fUsed[original]) return {};
-    std::optional<std::string> written = written_like(line, found->text);
-    fUsed[original] = written.has_value();
+    const std::optional<size_t> original = fSource.Find(index);
+    if (!original || fUsed[*original]) return {};
+    std::optional<std::string> written = written_like(line, fSource.TextOf(*original));
+    fUsed[*original] = written.has_value();
     return written;
   }
 
   /** By how much the lines at the end have moved. */
   int64 EndShift() const { return int64{fSource.lineCount} - static_cast<int64>(fLineCount); }
   int64 ShiftOf(size_t original, size_t line) const {
-    return int64{fSource.lines[original].index} - static_cast<int64>(line);
+    return int64{fSource.IndexOf(original)} - static_cast<int64>(line);
   }
-  const std::string& Text(size_t original) const { return fSource.lines[original].text; }
+  std::string_view Text(size_t original) const { return fSource.TextOf(original); }
 
 private:
   static constexpr size_t kNone = static_cast<size_t>(-1);
@@ -290,13 +310,71 @@ std::vector<int64> shifts_of_next(const std::vector<std::optional<size_t>>& orig
   return shifts;
 }
 
+void reserve_for(const std::list<std::string>& lines, TCommonSource* source) {
+  size_t size = 0;
+  for (const std::string& line : lines) size += line.size();
+  source->Reserve(lines.size(), size);
+}
+
+/** Adds a line with an odd tag at `at`; what follows is as in the file, the tags before it are converted already. */
+void add_odd_line(TCommonSource* source, const std::string& line, size_t at) {
+  const bool isOnlyTag = at == 0 && line.find('[', 1) == std::string::npos;
+  source->AddLine(source->lineCount, isOnlyTag ? std::string_view(line) : written(line));
+}
+
+/** A line without an odd tag. */
+struct TPlainLine {
+  int32 index;
+  const std::string* text;
+};
+
+/** Adds the lines whose tags are as a save writes them, but equal to one that is not. */
+void add_equal_lines(TCommonSource* source, const std::vector<TPlainLine>& plainLines, const TTimes& oddTimes) {
+  TCommonSource all;
+  size_t odd = 0;
+  const auto add_odd_before = [&](int32 index) {
+    for (; odd < source->CountLines() && source->IndexOf(odd) < index; ++odd)
+      all.AddLine(source->IndexOf(odd), source->TextOf(odd));
+  };
+  for (const TPlainLine& line : plainLines) {
+    if (!has_one_of(*line.text, oddTimes)) continue;
+    add_odd_before(line.index);
+    all.AddLine(line.index, written(*line.text));
+  }
+  if (all.CountLines() == 0) return;
+  add_odd_before(source->lineCount);
+  all.lineCount = source->lineCount;
+  *source = std::move(all);
+}
+
 } // namespace
+
+std::string_view TCommonSource::TextOf(size_t line) const {
+  const size_t start = line == 0 ? 0 : fPlaces[line - 1].end;
+  return std::string_view(fTexts).substr(start, fPlaces[line].end - start);
+}
+
+std::optional<size_t> TCommonSource::Find(int64 index) const {
+  const auto found = std::ranges::lower_bound(fPlaces, index, {}, &TPlace::index);
+  if (found == fPlaces.end() || found->index != index) return {};
+  return static_cast<size_t>(found - fPlaces.begin());
+}
+
+void TCommonSource::AddLine(int32 index, std::string_view text) {
+  fTexts += text;
+  fPlaces.push_back({index, static_cast<uint32>(fTexts.size())});
+}
+
+void TCommonSource::Reserve(size_t count, size_t textSize) {
+  fPlaces.reserve(count);
+  fTexts.reserve(textSize);
+}
 
 TTagUse tags_used_in(const std::list<std::string>& lines) {
   TTagUse use;
   for (const std::string& line : lines) {
     for (size_t at = line.find('['); at != std::string::npos; at = line.find('[', at + 1)) {
-      if (is_exact_tag(line, at))
+      if (is_exact_tag(line, at) || is_thousandths_tag(line, at))
         use.hasCommon = true;
       else if (family_tag_length(line, at) > 0)
         use.hasFamily = true;
@@ -319,32 +397,29 @@ bool has_thousandths(const std::list<std::string>& lines) {
 TCommonSource show_as_family(std::list<std::string>* lines) {
   TCommonSource source;
   TTimes oddTimes;
-  std::vector<TCommonSource::TLine> oddLines;
+  std::vector<TPlainLine> plainLines;
   for (std::string& line : *lines) {
-    show_line(&line, [&](const TCommonTag& tag) {
-      oddTimes.Add(tag.shown.data());
-      // The tags before this one are converted already; they were written as a save writes them, or the line is known.
-      const bool isKnown = !oddLines.empty() && oddLines.back().index == source.lineCount;
-      if (!isKnown) oddLines.push_back({source.lineCount, written(line)});
+    bool isOdd = false;
+    show_line(&line, [&](size_t at, std::string_view tag) {
+      if (oddTimes.IsEmpty()) reserve_for(*lines, &source);
+      oddTimes.Add(tag);
+      if (!std::exchange(isOdd, true)) add_odd_line(&source, line, at);
     });
+    if (!isOdd && !oddTimes.IsEmpty()) plainLines.push_back({source.lineCount, &line});
     ++source.lineCount;
   }
-  if (oddLines.empty()) return source;
-  int32 index = 0;
-  auto odd = oddLines.begin();
-  for (const std::string& line : *lines) {
-    if (odd != oddLines.end() && odd->index == index)
-      source.lines.push_back(std::move(*odd++));
-    else if (has_one_of(line, oddTimes))
-      source.lines.push_back({index, written(line)});
-    ++index;
-  }
+  if (source.CountLines() == 0) return source;
+  std::vector<TPlainLine> firstLines;
+  for (auto line = lines->begin(); std::cmp_less(firstLines.size(), source.IndexOf(0)); ++line)
+    firstLines.push_back({static_cast<int32>(firstLines.size()), &*line});
+  plainLines.insert(plainLines.begin(), firstLines.begin(), firstLines.end());
+  add_equal_lines(&source, plainLines, oddTimes);
   return source;
 }
 
 std::vector<std::string> written_as_common(const std::vector<std::string>& lines, const TCommonSource& source) {
   std::vector<std::string> result = lines;
-  if (source.lines.empty()) {
+  if (source.CountLines() == 0) {
     for (std::string& line : result) write_line(&line);
     return result;
   }

@@ -3,7 +3,9 @@
 #include "platform/support/types.h"
 
 #include <list>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /** The two dialects of lyrics files, which differ in their time tags: the family's `[mm:ss]` and `[mm:ss:cc]`, and the
@@ -22,21 +24,36 @@ TTagUse tags_used_in(const std::list<std::string>& lines);
 
 /** What the converted lines do not hold of a common file, so that lines and tags that were not changed can be written
     back byte for byte. */
-struct TCommonSource {
-  struct TLine {
-    int32 index = 0; // in the file
-    std::string text;
-    friend bool operator==(const TLine&, const TLine&) = default;
-  };
+class TCommonSource {
+public:
   bool hasByteOrderMark = false; // of UTF-8
   bool lacksLastLineEnd = false;
   int32 lineCount = 0;
-  /** Only those with a tag that was written in another way than a save would write it, as `[00:01.234]` or `[0:01.2]`,
-      and those with an equal tag. In the order of the file. */
-  std::vector<TLine> lines;
 
-  bool IsEmpty() const { return !hasByteOrderMark && !lacksLastLineEnd && lines.empty(); }
+  /** Only those lines with a tag that was written in another way than a save would write it, as `[00:01.234]` or
+      `[0:01.2]`, and those with an equal tag. In the order of the file. */
+  size_t CountLines() const { return fPlaces.size(); }
+  /** In the file. */
+  int32 IndexOf(size_t line) const { return fPlaces[line].index; }
+  std::string_view TextOf(size_t line) const;
+  /** The line with that index in the file. */
+  std::optional<size_t> Find(int64 index) const;
+  /** `index` is greater than that of the line before. */
+  void AddLine(int32 index, std::string_view text);
+  /** Room for so many lines and bytes, which saves copying while they are added. */
+  void Reserve(size_t lineCount, size_t textSize);
+
+  bool IsEmpty() const { return !hasByteOrderMark && !lacksLastLineEnd && fPlaces.empty(); }
   friend bool operator==(const TCommonSource&, const TCommonSource&) = default;
+
+private:
+  struct TPlace {
+    int32 index;
+    uint32 end; // in fTexts
+    friend bool operator==(const TPlace&, const TPlace&) = default;
+  };
+  std::vector<TPlace> fPlaces;
+  std::string fTexts; // one after the other: a string for each would double the time of opening a long file
 };
 
 /** True when one of the common tags has thousandths, other than 0, which the family's tags cannot hold. */

@@ -75,10 +75,10 @@ void TDocument::BindToFile(const entry_ref& file, const std::optional<TFileState
   NotifyReplaced();
 }
 
-void TDocument::Open(const TOpenedLyrics& opened) {
+void TDocument::Open(TOpenedLyrics opened) {
   Begin(opened.lines, opened.form);
   fUnread = opened.losses;
-  fSource = opened.source;
+  fSource = std::move(opened.source);
   if (opened.isRecovered) {
     fHistory.MarkUnsaved();
   } else if (opened.state) {

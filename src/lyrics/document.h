@@ -98,7 +98,7 @@ public:
   /** One empty line. The file may exist already. */
   void StartNew(const TLyricsForm& form);
   void BindToFile(const entry_ref& file, const std::optional<TFileState>& state);
-  void Open(const TOpenedLyrics& opened);
+  void Open(TOpenedLyrics opened);
   /** Continues a history that was restored. The lines of `opened` are not used; without a file it is a document that
       was never saved. */
   void Recover(const TOpenedLyrics& opened, TEditHistory history);

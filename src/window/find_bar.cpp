@@ -4,6 +4,7 @@
 #include "platform/app/message.h"
 #include "platform/interface/button.h"
 #include "platform/interface/check_box.h"
+#include "platform/interface/string_view.h"
 #include "platform/interface/text_control.h"
 #include "platform/kernel/modifiers.h"
 #include "plugin/message_codes.h"
@@ -36,14 +37,17 @@ bool is_shift_held(const BWindow* window) {
 
 TFindBar::TFindBar(BRect frame, const char* name, BHandler* finder, std::function<void()> giveFocusBack)
     : TKRVView(frame, name, B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP), fFinder(finder),
-      fGiveFocusBack(std::move(giveFocusBack)), fText(new BTextControl({}, "FindText", "", "")) {
+      fGiveFocusBack(std::move(giveFocusBack)), fTextLabel(new BStringView({}, "FindTextLabel", "")),
+      fText(new BTextControl({}, "FindText", "", "")), fWithLabel(new BStringView({}, "ReplaceWithLabel", "")),
+      fWith(new BTextControl({}, "ReplaceWith", "", "")) {
+  AddChild(fTextLabel);
   AddChild(fText);
   fPrevious = AddButton("FindPrevious", kMsgFindNext, "Backward", true);
   fNext = AddButton("FindNext", kMsgFindNext, "Backward", false);
   fCase = AddBox("FindCase", false);
   fNoTags = AddBox("FindNoTags", true);
   fClose = AddButton("FindClose", kMsgCloseFind, "", false);
-  fWith = new BTextControl({}, "ReplaceWith", "", "");
+  AddChild(fWithLabel);
   AddChild(fWith);
   fReplace = AddButton("ReplaceOne", kMsgReplace, "All", false);
   fReplaceAll = AddButton("ReplaceAll", kMsgReplace, "All", true);
@@ -72,7 +76,9 @@ void TFindBar::AllAttached() {
 
 void TFindBar::LanguageChanged() {
   fText->SetLabel(gLLT->Text("Label_Find"));
+  fTextLabel->SetText(fText->Label());
   fWith->SetLabel(gLLT->Text("Label_Replace_With"));
+  fWithLabel->SetText(fWith->Label());
   fPrevious->SetLabel(gLLT->Text("Button_Previous"));
   fNext->SetLabel(gLLT->Text("Button_Next"));
   fCase->SetLabel(gLLT->Text("Label_Match_Case"));
@@ -82,14 +88,13 @@ void TFindBar::LanguageChanged() {
   fClose->SetAccessibleName(gLLT->Text("Button_Close"));
   fReplace->SetLabel(gLLT->Text("Button_Replace_Match"));
   fReplaceAll->SetLabel(gLLT->Text("Button_Replace_All"));
-  for (BTextControl* field : {fText, fWith}) field->SetToolTip(field->Label());
   LayOut();
 }
 
 void TFindBar::Open(bool replaces) {
   if (IsHiddenInParent()) Show();
   fReplaces = replaces;
-  for (BView* view : std::initializer_list<BView*>{fWith, fReplace, fReplaceAll})
+  for (BView* view : std::initializer_list<BView*>{fWithLabel, fWith, fReplace, fReplaceAll})
     if (view->IsHiddenInParent() == replaces) replaces ? view->Show() : view->Hide();
   LayOut();
   static_cast<TKRVWin*>(Window())->PlaceMainChild();
@@ -125,26 +130,34 @@ void TFindBar::Close() {
 
 void TFindBar::LayOut() {
   if (IsHiddenInParent()) return;
-  float bottom = PlaceRow({fText, fPrevious, fNext, fCase, fNoTags, fClose}, kMargin);
-  if (fReplaces) bottom = PlaceRow({fWith, fReplace, fReplaceAll}, bottom + kGap);
+  float bottom = PlaceRow({fTextLabel, fText, fPrevious, fNext, fCase, fNoTags, fClose}, kMargin);
+  if (fReplaces) bottom = PlaceRow({fWithLabel, fWith, fReplace, fReplaceAll}, bottom + kGap);
   if (Bounds().Height() == bottom + kMargin - 1) return;
   ResizeTo(Bounds().Width(), bottom + kMargin - 1);
   static_cast<TKRVWin*>(Window())->PlaceMainChild();
 }
 
+float TFindBar::WidthOf(BView* view) const {
+  const BPoint room = room_of(view);
+  if (view == fTextLabel || view == fWithLabel)
+    return std::max(room_of(fTextLabel).x, fReplaces ? room_of(fWithLabel).x : 0);
+  return view == fClose ? std::min(room.x, room.y) : room.x;
+}
+
 float TFindBar::PlaceRow(const std::vector<BView*>& views, float top) {
+  const BView* const field = views[1];
   const float right = Bounds().Width() + 1 - kMargin;
   float others = 0;
-  float height = room_of(views.front()).y;
+  float height = 0;
   for (BView* view : views) {
     height = std::max(height, room_of(view).y);
-    if (view != views.front()) others += kGap + room_of(view).x;
+    if (view != field) others += kGap + WidthOf(view);
   }
   const bool fits = kMargin + kLeastField + others <= right;
+  const float besideField = fits ? others : WidthOf(views.front()) + kGap;
   float left = kMargin;
   for (BView* view : views) {
-    const bool isField = view == views.front();
-    const float width = isField ? right - kMargin - (fits ? others : 0) : room_of(view).x;
+    const float width = view == field ? right - kMargin - besideField : WidthOf(view);
     if (left > kMargin && left + width > right) {
       left = kMargin;
       top += height + kGap;

@@ -7,6 +7,7 @@
 class BButton;
 class BCheckBox;
 class BMessage;
+class BStringView;
 class BTextControl;
 
 /** A bar in a TKRVWin, above its main child, that finds and replaces text; hidden until it is opened. Return searches
@@ -35,17 +36,20 @@ private:
   void ReplaceRqtd(bool all);
   void Send(uint32 code, bool backward, bool all);
   void Close();
-  /** Places views from left to right, in as many rows as they need; returns the bottom. */
+  float WidthOf(BView* view) const;
+  /** Places a label, its field and more views from left to right, in as many rows as they need; returns the bottom. */
   float PlaceRow(const std::vector<BView*>& views, float top);
 
   BHandler* const fFinder;
   const std::function<void()> fGiveFocusBack;
-  BTextControl* fText; // the children
+  BStringView* fTextLabel; // the children
+  BTextControl* fText;
   BButton* fPrevious;
   BButton* fNext;
   BCheckBox* fCase;
   BCheckBox* fNoTags;
   BButton* fClose;
+  BStringView* fWithLabel;
   BTextControl* fWith;
   BButton* fReplace;
   BButton* fReplaceAll;
