@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr const char* kLanguageField = "LLTF";
+
 /** One of the two files that hold the settings, including fields unknown to this program. */
 class TStoredSettings : public koreva::TArchivable {
 public:
@@ -20,20 +22,27 @@ public:
     if (!ArchiveOwn(&own)) return false;
     *archive = fStored;
     for (const std::string& field : own.FieldNames()) archive->RemoveName(field.c_str());
-    return ArchiveOwn(archive);
+    const bool isStored = ArchiveOwn(archive);
+    if (!IsLanguageChosen()) archive->RemoveName(kLanguageField);
+    return isStored;
   }
   bool Unarchive(const BMessage& archive) override {
     fStored = archive;
     return Take(archive);
   }
   bool Take(const BMessage& changes) {
+    fHasLanguage |= changes.HasField(kLanguageField);
     return fAreOptions ? fPref.UnarchiveOptions(changes) : fPref.Unarchive(changes);
   }
 
 private:
   bool ArchiveOwn(BMessage* archive) { return fAreOptions ? fPref.ArchiveOptions(archive) : fPref.Archive(archive); }
 
+  /** The default is not stored: until a language is chosen, the player follows the desktop's. */
+  bool IsLanguageChosen() const { return fHasLanguage || fPref.Values()->languageFile != TPrefValues().languageFile; }
+
   const bool fAreOptions;
+  bool fHasLanguage = false;
   TPref fPref;
   BMessage fStored;
 };

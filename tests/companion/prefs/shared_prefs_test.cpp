@@ -52,6 +52,18 @@ TEST_F(SharedPrefs, UnknownFieldsAndOthersChangesAreKept) {
   EXPECT_EQ(Number("TmDf"), -90);
 }
 
+TEST_F(SharedPrefs, AGermanDesktopsPlayerStaysGermanWhenAnotherSettingIsStored) {
+  Entry();
+  fAfter.timeOffsetMs = -90;
+  ASSERT_TRUE(store_shared_prefs(notices_of_change(fBefore, fAfter), fAfter));
+  EXPECT_FALSE(Stored().HasField("LLTF")) << "no language has been chosen";
+  TPrefValues german = fAfter;
+  german.languageFile = "German.llt";
+  ASSERT_TRUE(store_shared_prefs(notices_of_change(fAfter, german), german));
+  ASSERT_TRUE(store_shared_prefs(notices_of_change(german, fAfter), fAfter));
+  EXPECT_EQ(field<std::string>(Stored(), "LLTF"), fAfter.languageFile) << "now it is chosen";
+}
+
 TEST_F(SharedPrefs, ChangesOfOneGroupShareItsNoticeAndOthersHaveTheirOwn) {
   fAfter.fontLevel = 2;
   fAfter.doubleBuffer = false;
