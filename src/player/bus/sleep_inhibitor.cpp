@@ -1,5 +1,7 @@
 #include "player/bus/sleep_inhibitor.h"
 
+#include "player/texts/player_texts.h"
+
 #include "platform/support/log.h"
 
 #include <QDBusObjectPath>
@@ -11,7 +13,6 @@
 namespace {
 
 const QString kApplication = QStringLiteral("Sonivo");
-const QString kReason = QStringLiteral("Playing music");
 constexpr uint kSuspend = 4;
 
 struct TService {
@@ -30,9 +31,10 @@ constexpr std::array kServices{
 };
 
 QVariantList arguments_for(size_t service) {
-  if (service == 0) return {kApplication, kReason};
-  if (service == 1) return {kApplication, 0U, kReason, kSuspend};
-  return {QString(), kSuspend, QVariantMap{{"reason", kReason}}};
+  const QString reason = QString::fromUtf8(player_text("Player_Awake_Reason"));
+  if (service == 0) return {kApplication, reason};
+  if (service == 1) return {kApplication, 0U, reason, kSuspend};
+  return {QString(), kSuspend, QVariantMap{{"reason", reason}}};
 }
 
 QDBusMessage call_of(const TService& service, const char* method) {

@@ -1,5 +1,7 @@
 #include "player/plugins/elf_image.h"
 
+#include "player/texts/player_texts.h"
+
 #include <elf.h>
 #include <link.h>
 #include <unistd.h>
@@ -91,14 +93,15 @@ std::string build_id(int file, const std::vector<TSegment>& segments) {
 
 TElfImage read_elf_image(int file, uint64 size) {
   TElfHeader header{};
-  if (size < sizeof header || !read_at(file, 0, &header, sizeof header)) return {.error = "it is not a shared library"};
-  if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) return {.error = "it is not a shared library"};
-  if (!is_for_this_program(header)) return {.error = "it was built for another machine type or file class"};
+  const bool isElf = size >= sizeof header && read_at(file, 0, &header, sizeof header) &&
+                     std::memcmp(header.e_ident, ELFMAG, SELFMAG) == 0;
+  if (!isElf) return {.error = player_text("Player_Plugin_No_Library")};
+  if (!is_for_this_program(header)) return {.error = player_text("Player_Plugin_Machine")};
   std::vector<TSegment> segments;
   const bool isWhole = read_segments(file, size, header, &segments) &&
                        std::all_of(segments.begin(), segments.end(),
                                    [size](const TSegment& segment) { return is_whole(segment, size); }) &&
                        has(segments, PT_LOAD) && has(segments, PT_DYNAMIC) && has_whole_sections(header, size);
-  if (!isWhole) return {.error = "the file is truncated or damaged"};
+  if (!isWhole) return {.error = player_text("Player_Plugin_Damaged")};
   return {.buildId = build_id(file, segments)};
 }

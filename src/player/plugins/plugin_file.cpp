@@ -2,6 +2,7 @@
 
 #include "platform/kernel/unique_fd.h"
 #include "player/plugins/elf_image.h"
+#include "player/texts/player_texts.h"
 
 #include <fcntl.h>
 #include <grp.h>
@@ -54,13 +55,13 @@ bool can_others_write(const std::string& path, const struct stat& info) {
 
 std::string folder_error(const std::string& folder) {
   struct stat info {};
-  if (stat(folder.c_str(), &info) != 0) return "its folder cannot be read";
-  return can_others_write(folder, info) ? "other users can write to its folder" : "";
+  if (stat(folder.c_str(), &info) != 0) return player_text("Player_Plugin_No_Folder");
+  return can_others_write(folder, info) ? player_text("Player_Plugin_Open_Folder") : "";
 }
 
 std::string node_error(const std::string& path, const struct stat& info) {
-  if (!S_ISREG(info.st_mode)) return "it is not a regular file";
-  return can_others_write(path, info) ? "other users can write to it" : "";
+  if (!S_ISREG(info.st_mode)) return player_text("Player_Plugin_Irregular");
+  return can_others_write(path, info) ? player_text("Player_Plugin_Open_File") : "";
 }
 
 std::string real_path(const std::string& path) {
@@ -85,14 +86,14 @@ bool TPluginFile::IsSameAs(const TPluginFile& other) const {
 
 std::string check_plugin_file(const std::string& path, TPluginFile* file) {
   const std::string real = real_path(path);
-  if (real.empty()) return "it is a broken link";
+  if (real.empty()) return player_text("Player_Plugin_Broken_Link");
   std::string error = folder_error(std::filesystem::path(real).parent_path().string());
   struct stat info {};
   // Checked before open(), which has side effects on some devices.
   if (error.empty() && stat(real.c_str(), &info) == 0) error = node_error(real, info);
   if (!error.empty()) return error;
   const UniqueFd opened(open(real.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
-  if (!opened || fstat(opened.Get(), &info) != 0) return "it cannot be read";
+  if (!opened || fstat(opened.Get(), &info) != 0) return player_text("Player_Plugin_Unreadable");
   error = node_error(real, info);
   if (!error.empty()) return error;
   const TElfImage image = read_elf_image(opened.Get(), static_cast<uint64>(info.st_size));

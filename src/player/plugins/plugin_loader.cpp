@@ -4,6 +4,7 @@
 #include "platform/kernel/threads.h"
 #include "platform/storage/directory.h"
 #include "platform/storage/path.h"
+#include "player/texts/player_texts.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -65,13 +66,13 @@ std::vector<std::string> TPluginLoader::Proceed() {
 
 void TPluginLoader::LookAt(TPlugin& plugin) {
   const TPluginThread::TState state = plugin.thread->TakeState();
-  for (const std::string& failure : state.failures) Report(plugin.fileName, failure);
+  for (const std::string& failure : state.failures) fErrors.push_back(failure);
   plugin.name = state.name;
   plugin.info = state.info;
   plugin.isBusy = state.isBusy;
   const bool isOverdue = state.call && system_time() - state.sinceUs >= fTimeoutUs;
   if (isOverdue && !plugin.isOverdue)
-    Report(plugin.fileName, std::string("is not responding: its ") + name_of(*state.call) + " has not returned");
+    fErrors.push_back(player_text("Player_Plugin_Hangs", {plugin.fileName, name_of(*state.call)}));
   plugin.isOverdue = isOverdue;
   if (!plugin.isBusy) Advance(plugin, state.isBuilt);
 }
@@ -91,7 +92,7 @@ void TPluginLoader::Built(TPlugin& plugin) {
   const auto same = std::find_if(fBuilt.begin(), fBuilt.end(),
                                  [&plugin](const TPlugin* other) { return other->name == plugin.name; });
   if (same != fBuilt.end()) {
-    Report(plugin.fileName, "is not used: " + (*same)->fileName + " has the same name, " + plugin.name);
+    fErrors.push_back(player_text("Player_Plugin_Same_Name", {plugin.fileName, (*same)->fileName, plugin.name}));
     return Ask(plugin, TStage::kEnding, TPluginCall::kEnd);
   }
   fBuilt.push_back(&plugin);
@@ -101,10 +102,10 @@ void TPluginLoader::Built(TPlugin& plugin) {
 void TPluginLoader::Begin(const TCandidate& candidate) {
   TPluginFile file;
   if (const std::string error = check_plugin_file(candidate.folder + "/" + candidate.fileName, &file); !error.empty())
-    return Report(candidate.fileName, "is not loaded: " + error);
+    return Refuse(candidate.fileName, error);
   for (const auto& other : fPlugins) {
     if (other->file.IsSameAs(file))
-      return Report(candidate.fileName, "is not loaded: it is the same plug-in as " + other->fileName);
+      return Refuse(candidate.fileName, player_text("Player_Plugin_Same", {other->fileName}));
   }
   try {
     auto thread = std::make_unique<TPluginThread>(candidate.fileName, fAnswered);
@@ -112,7 +113,7 @@ void TPluginLoader::Begin(const TCandidate& candidate) {
     fPlugins.push_back(
         std::make_unique<TPlugin>(TPlugin{.file = file, .fileName = candidate.fileName, .thread = std::move(thread)}));
   } catch (const std::system_error& error) {
-    Report(candidate.fileName, std::string("is not loaded: no thread could be created for it: ") + error.what());
+    Refuse(candidate.fileName, player_text("Player_Plugin_No_Thread", {error.what()}));
   }
 }
 
@@ -154,14 +155,14 @@ bool TPluginLoader::HasEnded() const {
          std::all_of(fPlugins.begin(), fPlugins.end(), [](const auto& plugin) { return plugin->isOverdue; });
 }
 
-void TPluginLoader::Report(const std::string& fileName, const std::string& reason) {
-  fErrors.push_back("Plug-in " + fileName + " " + reason);
+void TPluginLoader::Refuse(const std::string& fileName, const std::string& reason) {
+  fErrors.push_back(player_text("Player_Plugin_Refused", {fileName, reason}));
 }
 
 std::string plugin_folder(std::string* error) {
   if (const char* folder = std::getenv("SONIVO_PLUGINS"); folder && *folder) {
     if (*folder == '/') return folder;
-    *error = std::string("SONIVO_PLUGINS is ignored: “") + folder + "” is not an absolute path";
+    *error = player_text("Player_Plugin_Setting", {folder});
   }
   int32 cookie = 0;
   image_info program;

@@ -60,7 +60,7 @@ private:
   bool IsOneComing() const;
   void EndNext();
   static void Ask(TPlugin& plugin, TStage stage, TPluginCall call);
-  void Report(const std::string& fileName, const std::string& reason);
+  void Refuse(const std::string& fileName, const std::string& reason);
 
   ThreadChecker fThread;
   const std::function<void()> fAnswered;

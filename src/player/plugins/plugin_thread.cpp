@@ -3,6 +3,7 @@
 #include "platform/app/application.h"
 #include "platform/kernel/threads.h"
 #include "platform/support/log.h"
+#include "player/texts/player_texts.h"
 #include "plugin/general_plugin.h"
 
 #include <dlfcn.h>
@@ -17,23 +18,24 @@ namespace {
 
 using NewPluginFunction = GeneralPlugin* (*)(PluginConstructorStruct*);
 
-/** Makes a call into a plug-in. Returns how it failed; empty on success. */
+/** Makes a call into a plug-in. Returns a message if it failed; empty on success. */
 template <typename Call>
-std::string failure_of(Call call) {
+std::string failure_of(const std::string& fileName, Call call) {
   try {
     call();
     return {};
   } catch (const std::exception& error) {
-    return std::string("failed: ") + error.what();
+    return player_text("Player_Plugin_Failed_With", {fileName, error.what()});
   } catch (...) {
-    return "failed";
+    return player_text("Player_Plugin_Failed", {fileName});
   }
 }
 
 /** An image and the object that its entry point made; used by the plug-in's thread only. */
 class TLoadedPlugin {
 public:
-  /** Return how it failed; empty on success. */
+  explicit TLoadedPlugin(std::string fileName) : fFileName(std::move(fileName)) {}
+  /** Return a message if it failed; empty on success. */
   std::string Load(const std::string& path);
   std::string Make(TPluginCall call);
   bool IsBuilt() const { return fObject != nullptr; }
@@ -44,31 +46,32 @@ public:
 private:
   std::string Build(NewPluginFunction construct);
   std::string End();
+  const std::string fFileName;
   void* fImage = nullptr;
   std::unique_ptr<GeneralPlugin> fObject;
 };
 
 std::string TLoadedPlugin::Load(const std::string& path) {
   fImage = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (fImage == nullptr) return std::string("cannot be loaded: ") + dlerror();
+  if (fImage == nullptr) return player_text("Player_Plugin_Not_Loaded", {fFileName, dlerror()});
   const auto construct = reinterpret_cast<NewPluginFunction>(dlsym(fImage, "NewPlugin"));
   if (construct) return Build(construct);
   dlclose(fImage);
-  return "cannot be loaded: it has no NewPlugin function";
+  return player_text("Player_Plugin_Not_Loaded", {fFileName, player_text("Player_Plugin_No_Entry")});
 }
 
 /** An image whose entry point failed may have left a thread running: it stays mapped. */
 std::string TLoadedPlugin::Build(NewPluginFunction construct) {
   PluginConstructorStruct record;
-  std::string failure = failure_of([&] { fObject.reset(construct(&record)); });
-  if (fObject == nullptr && failure.empty()) failure = "could not be started: NewPlugin returned nothing";
+  std::string failure = failure_of(fFileName, [&] { fObject.reset(construct(&record)); });
+  if (fObject == nullptr && failure.empty()) failure = player_text("Player_Plugin_No_Object", {fFileName});
   return failure;
 }
 
 std::string TLoadedPlugin::Make(TPluginCall call) {
   if (fObject == nullptr) return {};
   if (call == TPluginCall::kEnd) return End();
-  return failure_of([&] {
+  return failure_of(fFileName, [&] {
     if (call == TPluginCall::kShow) fObject->Init();
     if (call == TPluginCall::kPrefs) fObject->Prefs(false);
     if (call == TPluginCall::kAbout) fObject->About(false);
@@ -77,7 +80,7 @@ std::string TLoadedPlugin::Make(TPluginCall call) {
 
 std::string TLoadedPlugin::End() {
   const int32 loopersBefore = be_app ? be_app->CountLoopers() : 0;
-  std::string failure = failure_of([this] { fObject->Cleanup(); });
+  std::string failure = failure_of(fFileName, [this] { fObject->Cleanup(); });
   fObject.reset();
   // The destructor ends the plug-in's loopers; if none has ended, their code is still in use and stays mapped.
   const bool endedSome = be_app == nullptr || be_app->CountLoopers() < loopersBefore;
@@ -90,7 +93,7 @@ std::string TLoadedPlugin::End() {
 struct TPluginThread::TInside {
   const std::string fileName;
   const std::function<void()> answered;
-  TLoadedPlugin plugin{};
+  TLoadedPlugin plugin{fileName};
   std::mutex mutex{}; // guards path, calls, isClosed, state
   std::condition_variable changed{};
   std::string path{};
