@@ -28,11 +28,11 @@ private:
   std::map<std::string, BMessage> fUnsent; // guarded by fMutex
 };
 
-/** Filter of the player's window that sends kMsgHostWindowMoved to the target whenever the window moves. Notices are
-    coalesced, so that a window that is waiting for its user gets one at the end. */
+/** Filter of the player's window that sends kMsgHostWindowMoved to the target for each `change`: B_WINDOW_MOVED or
+    B_WINDOW_RESIZED. Notices are coalesced, so that a window that is waiting for its user gets one at the end. */
 class TWMFilter : public BMessageFilter {
 public:
-  explicit TWMFilter(const BMessenger& target) : BMessageFilter(B_WINDOW_MOVED), fTarget(target) {}
+  explicit TWMFilter(const BMessenger& target, uint32 change) : BMessageFilter(change), fTarget(target) {}
   filter_result Filter(BMessage* message, BHandler** target) override;
 
 private:

@@ -133,7 +133,7 @@ enum : uint32 {
   kMsgNoticeButton = 'ntbt',    // from the notice bar to itself: int32 "Notice", its number; int32 "Index", the button
   kMsgNoticeClose = 'ntcl',     // from the notice bar to itself: the user closes the notice
   kMsgStatBarStr = 'Sssr',      // string "StatBarStr"; string "Finding", if any, is shown after it
-  kMsgHostWindowMoved = 'Scwm', // the player's window moved
+  kMsgHostWindowMoved = 'Scwm', // the player's window was moved or resized
   /** From the tag input view through window and managers to the companion's preferences: int32 "LateMs", how late the
       user's stamps seem to be; int32 "TmDf", the time offset they were made with. Rarely sent. */
   kMsgStampHint = 'Srth',

@@ -2,23 +2,27 @@
 
 #include "family/message_filters.h"
 #include "hostlink/sonivo_window.h"
+#include "platform/interface/screen.h"
 #include "platform/interface/window.h"
 
 THostFollower::THostFollower(BWindow* window) : fWindow(window) {
   use_sonivo_window([this](BWindow* host) {
     fHostWindow = BMessenger(host);
-    fFilter = new TWMFilter(BMessenger(fWindow));
-    host->AddCommonFilter(fFilter);
+    for (const uint32 change : {B_WINDOW_MOVED, B_WINDOW_RESIZED}) {
+      fFilters.push_back(new TWMFilter(BMessenger(fWindow), change));
+      host->AddCommonFilter(fFilters.back());
+    }
   });
   MeasureDistance();
 }
 
 THostFollower::~THostFollower() {
   // A player's window that is already deleted has deleted its filters.
-  if (fFilter == nullptr || !fHostWindow.LockTarget()) return;
+  if (fFilters.empty() || !fHostWindow.LockTarget()) return;
   BLooper* host = nullptr;
   fHostWindow.Target(&host);
-  if (host->RemoveCommonFilter(fFilter)) delete fFilter;
+  for (TWMFilter* const filter : fFilters)
+    if (host->RemoveCommonFilter(filter)) delete filter;
   host->Unlock();
 }
 
@@ -26,12 +30,13 @@ void THostFollower::Follow() {
   BRect host;
   uint32 workspaces = 0;
   if (get_sonivo_win_frame(&host) != B_OK || get_sonivo_win_workspaces(&workspaces) != B_OK) return;
-  if (workspaces == fWindow->Workspaces()) fWindow->MoveTo(fDistance.Follow(host.LeftTop()));
+  if (workspaces != fWindow->Workspaces()) return;
+  fWindow->MoveTo(fDistance.Follow(host, fWindow->Frame(), screen_frame(host.LeftTop())));
 }
 
 void THostFollower::MeasureDistance() {
   BRect host;
-  if (get_sonivo_win_frame(&host) == B_OK) fDistance.Set(fWindow->Frame().LeftTop(), host.LeftTop());
+  if (get_sonivo_win_frame(&host) == B_OK) fDistance.Set(fWindow->Frame().LeftTop(), host);
 }
 
 void THostFollower::WindowMoved(BPoint leftTop) {

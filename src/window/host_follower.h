@@ -3,10 +3,13 @@
 #include "platform/app/messenger.h"
 #include "window/followed_distance.h"
 
+#include <vector>
+
 class BWindow;
 class TWMFilter;
 
-/** Keeps a window at its distance from the player's window when that moves. Owned by the window, on its thread. */
+/** Keeps a window at its distance from the player's window when that is moved or resized. Owned by the window, on its
+ * thread. */
 class THostFollower {
 public:
   /** Has `window` receive kMsgHostWindowMoved, and measures the distance. */
@@ -24,6 +27,6 @@ public:
 private:
   BWindow* const fWindow;
   TFollowedDistance fDistance;
-  TWMFilter* fFilter = nullptr; // owned by the player's window
+  std::vector<TWMFilter*> fFilters; // owned by the player's window
   BMessenger fHostWindow;
 };

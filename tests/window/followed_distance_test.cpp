@@ -5,18 +5,28 @@
 namespace {
 
 constexpr BPoint kStart{448, 0};
+constexpr BRect kScreen{0, 0, 1279, 799};
 
 /** The editor's window next to a player's at 0,0; the display's reports are made by hand. */
 struct FollowedDistance : testing::Test {
-  FollowedDistance() { fDistance.Set(kStart, {0, 0}); }
-  BPoint PlayerTo(BPoint place) { return fDistance.Follow(fPlayer = place); }
+  FollowedDistance() { fDistance.Set(kStart, Player()); }
+  BRect Player() const { return {fPlayer.x, fPlayer.y, fPlayer.x + fSize.x, fPlayer.y + fSize.y}; }
+  BPoint PlayerTo(BPoint place) {
+    fPlayer = place;
+    return fDistance.Follow(Player(), {0, 0, 560, 400}, kScreen);
+  }
+  BPoint PlayerOfSize(BPoint size) {
+    fSize = size;
+    return PlayerTo(fPlayer);
+  }
   void Report(BPoint place, std::optional<BPoint> end) {
-    if (fDistance.IsUsersMove(place, end)) fDistance.Set(place, fPlayer);
+    if (fDistance.IsUsersMove(place, end)) fDistance.Set(place, Player());
   }
   /** The next move of the player shows it. */
   BPoint Kept() { return PlayerTo(fPlayer + BPoint{20, 10}) - fPlayer; }
 
   BPoint fPlayer;
+  BPoint fSize{440, 480};
   TFollowedDistance fDistance;
 };
 
@@ -74,6 +84,19 @@ TEST_F(FollowedDistance, EdgeOfTheScreenStopsTheWindowButNotTheUser) {
   Report(edge, edge);
   Report({689, 110}, edge);
   EXPECT_EQ(Kept(), (BPoint{289, 0}));
+}
+
+TEST_F(FollowedDistance, EnlargedPlayerDoesNotSlideUnderTheWindowAndGivesItsPlaceBack) {
+  EXPECT_EQ(PlayerOfSize({540, 600}), (BPoint{548, 0}));
+  EXPECT_EQ(PlayerTo({20, 30}), (BPoint{568, 30})) << "moved while it is large";
+  EXPECT_EQ(PlayerOfSize({1200, 700}), (BPoint{719, 30})) << "as far as the screen has room";
+  EXPECT_EQ(PlayerOfSize({440, 480}), (BPoint{468, 30}));
+  EXPECT_EQ(PlayerOfSize({400, 400}), (BPoint{468, 30})) << "a smaller one is no reason to move";
+  PlayerOfSize({400, 300});
+  fDistance.Set({20, 340}, Player()); // below it, if that is what the user prefers
+  EXPECT_EQ(PlayerOfSize({440, 330}), (BPoint{20, 370}));
+  fDistance.Set({100, 100}, Player()); // over it
+  EXPECT_EQ(PlayerOfSize({600, 700}), (BPoint{100, 100}));
 }
 
 TEST_F(FollowedDistance, WindowManagerThatShiftsTheWindowByItsFrameDoesNotMakeItDrift) {
