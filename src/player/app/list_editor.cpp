@@ -14,6 +14,7 @@
 
 #include <filesystem>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace {
@@ -70,7 +71,7 @@ bool TListEditor::Handle(const BMessage& message) {
     Remove(message);
     return true;
   case kMsgMoveSongs:
-    if (fSongs->Move(ids_in(message), place_in(message))) fEvents->StateChanged();
+    Move(message);
     return true;
   case kMsgSortSongs:
     Sort(message);
@@ -105,6 +106,7 @@ void TListEditor::TakePiece(TSongSearch::TPiece piece) {
   if (search == fSearches.end()) return;
   TPlan& plan = search->second;
   for (const std::string& error : piece.errors) fEvents->ErrorOccurred(error);
+  if (!piece.songs.empty()) fOrder.reset();
   const std::string first = piece.songs.empty() ? std::string() : piece.songs.front().path;
   if (plan.isOpened) {
     fSongs->Append(std::move(piece.songs), &plan.added);
@@ -148,10 +150,36 @@ void TListEditor::Remove(const BMessage& message) {
   }
 }
 
+void TListEditor::Move(const BMessage& message) {
+  if (!fSongs->Move(ids_in(message), place_in(message))) return;
+  fOrder.reset();
+  fEvents->StateChanged();
+}
+
 void TListEditor::Sort(const BMessage& message) {
   int32 by = 0;
-  if (message.FindInt32("by", &by) != B_OK || by < 0 || by > static_cast<int32>(TSortKey::kPath)) return;
-  if (fSongs->Arrange(sorted_ids(*fSongs->Songs(), static_cast<TSortKey>(by)))) fEvents->StateChanged();
+  if (message.FindInt32("by", &by) != B_OK || by > static_cast<int32>(TSortKey::kTrack)) return;
+  if (by == kSortAsBefore) return SortAsBefore();
+  if (by < 0) return;
+  TSongOrder order{static_cast<TSortKey>(by)};
+  message.FindBool("descending", &order.isDescending);
+  if (!fOrder) {
+    fUnsortedIds.clear();
+    for (const TSong& song : *fSongs->Songs()) fUnsortedIds.push_back(song.id);
+  }
+  fSongs->Arrange(sorted_ids(*fSongs->Songs(), order));
+  fOrder = order;
+  fEvents->StateChanged();
+}
+
+void TListEditor::SortAsBefore() {
+  if (!fOrder) return;
+  std::unordered_set<int64> left; // songs may have been removed meanwhile
+  for (const TSong& song : *fSongs->Songs()) left.insert(song.id);
+  std::erase_if(fUnsortedIds, [&left](int64 id) { return !left.contains(id); });
+  fSongs->Arrange(fUnsortedIds);
+  fOrder.reset();
+  fEvents->StateChanged();
 }
 
 void TListEditor::Clear() {
@@ -159,6 +187,7 @@ void TListEditor::Clear() {
   fSearches.clear();
   CancelPlay();
   fSongs->Clear();
+  fOrder.reset();
   fEvents->ErrorsResolved();
   fTransport->Stop();
 }
@@ -171,6 +200,7 @@ void TListEditor::TakeTags(const BMessage& message) {
     const auto found = numbers.find(fSongs->At(i)->id);
     if (found == numbers.end() || fSongs->At(i)->played) continue;
     take_tags(tags_in(message, found->second), fSongs->Edit(i));
+    fOrder.reset();
   }
   fEvents->StateChanged();
 }

@@ -4,8 +4,10 @@
 #include "player/app/message_timer.h"
 #include "player/list/song_search.h"
 #include "player/model/playlist.h"
+#include "player/model/song_sorting.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +30,8 @@ public:
   bool PlayWhenFound(int64 search);
   void CancelPlay() { fPlayedSearch = 0; }
   bool IsSearching() const { return !fSearches.empty(); }
+  /** As the user has sorted the list, and nothing has changed its order since. */
+  const std::optional<TSongOrder>& Order() const { return fOrder; }
 
 private:
   /** What is done with the songs that a search finds. */
@@ -42,7 +46,9 @@ private:
   void PlayFound(const std::string& firstPath, bool startPaused);
   void Add(const BMessage& message);
   void Remove(const BMessage& message);
+  void Move(const BMessage& message);
   void Sort(const BMessage& message);
+  void SortAsBefore();
   void Clear();
   void TakeTags(const BMessage& message);
   void Export(const BMessage& message);
@@ -54,6 +60,8 @@ private:
   TSongSearch fSearch;
   std::map<int64, TPlan> fSearches; // not ended yet, by number
   int64 fPlayedSearch = 0;          // its first song is played as soon as it is found; 0 for none
+  std::optional<TSongOrder> fOrder;
+  std::vector<int64> fUnsortedIds; // the order before fOrder
   bigtime_t fTookSongsUs = 0;
   TMessageTimer fTakeTimer;
 };

@@ -334,6 +334,7 @@ TPlayerState TSonivoApp::State() const {
   TPlayerState state;
   state.songs = fSongs.Songs();
   state.current = fSongs.Current();
+  state.order = fList.Order();
   state.isSearching = fList.IsSearching();
   state.plugins = fPlugins.Texts();
   state.choices = fOwn.Choices();

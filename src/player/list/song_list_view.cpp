@@ -23,9 +23,9 @@ constexpr double kHintStrength = 0.6;
 constexpr qint64 kInUseMs = 10000;
 } // namespace
 
-TSongListView::TSongListView(const BMessenger& player) : fPlayer(player) {
+TSongListView::TSongListView(const BMessenger& player) : fPlayer(player), fHeader(new TSongHeader(player, this)) {
   setModel(&fModel);
-  setItemDelegate(new TSongRowPainter(this));
+  setItemDelegate(new TSongRowPainter(this, fHeader));
   setAccessibleName(shown_text("Player_Playlist"));
   setUniformItemSizes(true); // fast layout of ten thousand songs
   setAlternatingRowColors(true);
@@ -40,6 +40,7 @@ TSongListView::TSongListView(const BMessenger& player) : fPlayer(player) {
 
 void TSongListView::Show(const TPlayerState& state) {
   if (std::exchange(fIsSearching, state.isSearching) != fIsSearching) viewport()->update();
+  fHeader->Show(state);
   fModel.Show(state.songs, state.current);
   if (!fFilter.IsEmpty()) FilterRows();
   const bool hasCurrent = state.current >= 0 && state.current < fModel.rowCount();
@@ -216,8 +217,28 @@ bool TSongListView::event(QEvent* event) {
 }
 
 void TSongListView::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::LanguageChange) setAccessibleName(shown_text("Player_Playlist"));
+  if (event->type() == QEvent::LanguageChange) {
+    setAccessibleName(shown_text("Player_Playlist"));
+    fHeader->LanguageChanged();
+  }
   QListView::changeEvent(event);
+}
+
+void TSongListView::updateGeometries() {
+  QListView::updateGeometries();
+  PlaceHeader();
+}
+
+void TSongListView::resizeEvent(QResizeEvent* event) {
+  QListView::resizeEvent(event);
+  PlaceHeader();
+}
+
+void TSongListView::PlaceHeader() {
+  const int height = fHeader->sizeHint().height();
+  if (viewportMargins().top() != height) setViewportMargins(0, height, 0, 0);
+  const QRect below = viewport()->geometry();
+  fHeader->setGeometry(below.left(), below.top() - height, below.width(), height);
 }
 
 void TSongListView::keyPressEvent(QKeyEvent* event) {

@@ -2,6 +2,7 @@
 
 #include "platform/app/messenger.h"
 #include "player/list/song_filter.h"
+#include "player/list/song_header.h"
 #include "player/list/song_list_model.h"
 #include "player/list/type_ahead.h"
 
@@ -33,6 +34,8 @@ public:
 protected:
   bool event(QEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void updateGeometries() override;
+  void resizeEvent(QResizeEvent* event) override;
   bool viewportEvent(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -46,6 +49,7 @@ protected:
   void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+  void PlaceHeader();
   void FilterRows();
   void FindTyped(const QString& typed);
   void PlayNext();
@@ -59,6 +63,7 @@ private:
 
   const BMessenger fPlayer;
   TSongListModel fModel;
+  TSongHeader* const fHeader;
   TSongFilter fFilter;
   TTypeAhead fTypeAhead{[this](const QString& typed) { FindTyped(typed); }};
   int64 fCurrentId = 0;

@@ -8,8 +8,8 @@ constexpr bool is_allowed(status_t status) {
   return status == B_OK || status == B_NAME_NOT_FOUND;
 }
 
-bool take(const BMessage& archive, const char* name, bool* value) {
-  return is_allowed(archive.FindBool(name, value));
+bool take(const BMessage& archive, const char* name, bool* value, int32 index = 0) {
+  return is_allowed(archive.FindBool(name, index, value));
 }
 
 bool take(const BMessage& archive, const char* name, int32 lowest, int32 highest, int32* value, int32 index = 0) {
@@ -34,7 +34,24 @@ bool take_device(const BMessage& archive, std::string* device) {
   return true;
 }
 
+bool take_columns(const BMessage& archive, TColumnChoices* columns) {
+  bool all = true;
+  for (size_t i = 0; i < kColumnCount; ++i) {
+    const auto index = static_cast<int32>(i);
+    if (is_optional(static_cast<TColumn>(i))) all &= take(archive, choice::kColumn, &columns->shown[i], index);
+    all &= take(archive, choice::kWidth, 0, kWidestColumn, &columns->widths[i], index);
+  }
+  return all;
+}
+
 } // namespace
+
+bool archive_columns(const TColumnChoices& columns, BMessage* archive) {
+  bool all = true;
+  for (const bool isShown : columns.shown) all &= archive->AddBool(choice::kColumn, isShown) == B_OK;
+  for (const int32 width : columns.widths) all &= archive->AddInt32(choice::kWidth, width) == B_OK;
+  return all;
+}
 
 bool archive_choices(const TPlayerChoices& choices, BMessage* archive) {
   const TSoundChoices& sound = choices.sound;
@@ -47,6 +64,7 @@ bool archive_choices(const TPlayerChoices& choices, BMessage* archive) {
   all &= archive->AddBool(choice::kGapless, sound.isGapless) == B_OK;
   all &= archive->AddString(choice::kDevice, sound.device) == B_OK;
   all &= archive->AddBool(choice::kTray, choices.closesToTray) == B_OK;
+  all &= archive_columns(choices.columns, archive);
   return all && archive->AddBool(choice::kKeepsAwake, choices.keepsAwake) == B_OK;
 }
 
@@ -63,5 +81,6 @@ bool take_choices(const BMessage& archive, TPlayerChoices* choices) {
   all &= take(archive, choice::kGapless, &sound.isGapless);
   all &= take_device(archive, &sound.device);
   all &= take(archive, choice::kTray, &choices->closesToTray);
+  all &= take_columns(archive, &choices->columns);
   return all & take(archive, choice::kKeepsAwake, &choices->keepsAwake);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "player/model/playing_order.h"
+#include "player/model/song_columns.h"
 
 #include <array>
 #include <string>
@@ -37,6 +38,7 @@ struct TPlayerChoices {
   TSoundChoices sound{};
   bool closesToTray = false; // the window is hidden instead of the player ending, where the desktop has a tray
   bool keepsAwake = false;   // the computer does not suspend itself while a song plays
+  TColumnChoices columns{};
   bool operator==(const TPlayerChoices&) const = default;
 };
 
@@ -53,8 +55,11 @@ inline constexpr const char* kGapless = "Gpls";    // bool
 inline constexpr const char* kDevice = "Dvic";     // string
 inline constexpr const char* kTray = "Tray";       // bool
 inline constexpr const char* kKeepsAwake = "Awak"; // bool
+inline constexpr const char* kColumn = "Clmn";     // bool, whether it is shown, one for each column
+inline constexpr const char* kWidth = "ClmW";      // int32, pixels, one for each column
 } // namespace choice
 
+bool archive_columns(const TColumnChoices& columns, BMessage* archive);
 bool archive_choices(const TPlayerChoices& choices, BMessage* archive);
 /** Absent fields keep their value. False if one has the wrong type or is out of range; the others are still read. */
 bool take_choices(const BMessage& archive, TPlayerChoices* choices);

@@ -21,7 +21,7 @@ enum : unsigned int {
   kMsgSongsFound = 'plfd',  // the search has results
   kMsgRemoveSongs = 'plrm', // "id"
   kMsgMoveSongs = 'plmv',   // "id"; int32 "before"
-  kMsgSortSongs = 'plso',   // int32 "by", a TSortKey
+  kMsgSortSongs = 'plso',   // int32 "by", a TSortKey or kSortAsBefore; bool "descending" (absent: false)
   kMsgClearSongs = 'plcl',
   kMsgSaveList = 'plsv',    // string "path"
   kMsgTagsFound = 'pltg',   // of the songs "id": the fields of player/list/tag_fields.h

@@ -2,8 +2,10 @@
 
 #include "player/model/player_choices.h"
 #include "player/model/playlist.h"
+#include "player/model/song_sorting.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,7 +38,8 @@ struct TPlayback {
 struct TPlayerState : TPlayback {
   std::shared_ptr<const TSongs> songs = std::make_shared<TSongs>();
   int32 current = -1;
-  bool isSearching = false; // more songs may be found
+  std::optional<TSongOrder> order; // the songs are sorted like that
+  bool isSearching = false;        // more songs may be found
   /** The tagged moments of this song's lyrics, ascending; null when no lyrics are open for it. */
   std::shared_ptr<const std::vector<int32>> marksMs;
   std::vector<TSourceName> sources; // other players

@@ -5,6 +5,7 @@
 #include "player/list/list_total.h"
 #include "player/list/requests.h"
 #include "player/list/song_actions.h"
+#include "player/list/song_header.h"
 #include "player/list/song_list_view.h"
 #include "player/list/tag_reader.h"
 #include "player/model/display_thread_check.h"
@@ -220,6 +221,11 @@ void TPlayerWidget::MakeMenu() {
                    [this] { ask(fPlayer, kMsgClearSongs); });
   fMenu->addSeparator();
   fMenu->addMenu(new_sort_menu(fMenu, fPlayer));
+  auto* const columns = fMenu->addMenu(shown_text("Player_Columns"));
+  connect(columns, &QMenu::aboutToShow, columns, [this, columns] {
+    columns->clear();
+    add_column_choices(columns, fState.choices.columns, fPlayer);
+  });
   fMenu->addSeparator();
   fMenu->addMenu(new_playback_menu(fMenu, fPlayer, &fState.choices, [this] { OpenSound(); }));
   fMenu->addMenu(new_source_menu(fMenu, fPlayer, &fSources));

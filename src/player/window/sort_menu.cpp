@@ -14,6 +14,7 @@ QMenu* new_sort_menu(QWidget* parent, const BMessenger& player) {
   for (const auto& [text, key] : {std::pair{"Player_Sort_Title", TSortKey::kTitle},
                                   {"Player_Sort_Artist", TSortKey::kArtist},
                                   {"Player_Sort_Album", TSortKey::kAlbum},
+                                  {"Player_Sort_Track", TSortKey::kTrack},
                                   {"Player_Sort_Length", TSortKey::kDuration},
                                   {"Player_Sort_File", TSortKey::kPath}}) {
     const auto number = static_cast<int32>(key);

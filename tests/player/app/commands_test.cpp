@@ -78,6 +78,26 @@ TEST_F(Commands, ScriptsReadThePlaylist) {
   EXPECT_EQ(field<bool>(entry, "played"), false);
 }
 
+TEST_F(Commands, SortingOnceMoreReversesAndThenRestoresTheOrder) {
+  for (const char* const path : {"/b.mp3", "/a.mp3", "/c.mp3"}) Drop(path);
+  wait_for_songs(4);
+  const auto order = [] {
+    std::string all;
+    for (int32 i = 0; i < 4; ++i) all += path_of_entry(i).substr(path_of_entry(i).size() - 5, 1);
+    return all;
+  };
+  const auto title = static_cast<int32>(TSortKey::kTitle);
+  const std::string before = order();
+  Send(kMsgSortSongs, "by", title);
+  EXPECT_EQ(order(), "abcg");
+  Send(kMsgSortSongs, "by", title, "descending", true);
+  EXPECT_EQ(order(), "gcba");
+  Send(kMsgSortSongs, "by", kSortAsBefore);
+  EXPECT_EQ(order(), before);
+  for (const int32 bad : {-2, 6}) Send(kMsgSortSongs, "by", bad);
+  EXPECT_EQ(order(), before);
+}
+
 TEST_F(Commands, UnknownScriptsAreAnsweredByAnError) {
   BMessage wrongName(B_COUNT_PROPERTIES);
   wrongName.AddSpecifier("Entry");

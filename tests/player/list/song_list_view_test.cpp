@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QHoverEvent>
 #include <QWheelEvent>
 
@@ -97,4 +98,30 @@ TEST_F(SongListView, FilterAndTypedNamesFindSongsWhateverTheirAccents) {
   EXPECT_EQ(shown(), (std::vector<int>{500, 700})) << "tags are read while the filter is set";
   fView.SetFilter("");
   EXPECT_EQ(shown().size(), 1000U);
+}
+
+TEST_F(SongListView, TheHeaderFollowsTheChosenColumnsAndTheRoomOfTheList) {
+  auto& header = *fView.findChild<QHeaderView*>();
+  const auto widths = [&] {
+    int all = 0;
+    for (int i = 0; i < header.count(); ++i) all += header.sectionSize(i);
+    return all;
+  };
+  TPlayerState state;
+  state.songs = fSongs.Songs();
+  state.choices.columns.shown[index_of(TColumn::kAlbum)] = true;
+  fView.Show(state);
+  EXPECT_FALSE(header.isSectionHidden(static_cast<int>(TColumn::kAlbum)));
+  EXPECT_TRUE(header.isSectionHidden(static_cast<int>(TColumn::kTrack)));
+  for (const int width : {300, 900, 420}) {
+    fView.resize(width, 200);
+    EXPECT_EQ(widths(), fView.viewport()->width()) << "no column is out of sight";
+  }
+  EXPECT_EQ(header.geometry().bottom() + 1, fView.viewport()->geometry().top()) << "above the songs";
+
+  const int title = static_cast<int>(TColumn::kTitle);
+  const int before = header.sectionSize(title);
+  header.resizeSection(title, before + 30);
+  EXPECT_EQ(header.sectionSize(title), before + 30);
+  EXPECT_EQ(widths(), fView.viewport()->width()) << "its neighbour is narrower";
 }

@@ -10,6 +10,7 @@ TEST(PlayerChoices, AreTakenFieldByFieldWithinTheirBounds) {
   choices.modes = {.shuffles = true, .repeat = TRepeat::kList};
   choices.sound = {TReplayGain::kAlbum, -30, true, {1, -2, 3}, false, "pulse/headphones"};
   choices.keepsAwake = true;
+  choices.columns = {{true, true, true, false, true, false}, {20, 40, 300, 100, 90, 70}};
   BMessage archive;
   ASSERT_TRUE(archive_choices(choices, &archive));
   TPlayerChoices back;
@@ -19,6 +20,7 @@ TEST(PlayerChoices, AreTakenFieldByFieldWithinTheirBounds) {
                               message_of('x', choice::kRepeat, 3, choice::kBalance, 50),
                               message_of('x', choice::kReplayGain, -1, choice::kBalance, 50),
                               message_of('x', choice::kBand, 13, choice::kBalance, 50),
+                              message_of('x', choice::kWidth, -1, choice::kBalance, 50),
                               message_of('x', choice::kDevice, std::string(600, 'x'), choice::kBalance, 50)}) {
     TPlayerChoices taken = choices;
     EXPECT_FALSE(take_choices(bad, &taken));
@@ -26,6 +28,20 @@ TEST(PlayerChoices, AreTakenFieldByFieldWithinTheirBounds) {
     taken.sound.balancePercent = choices.sound.balancePercent;
     EXPECT_EQ(taken, choices);
   }
+}
+
+TEST(PlayerChoices, ColumnsShareTheRoomOfTheList) {
+  const TColumnWidths wanted{20, 40, 200, 100, 100, 60};
+  const struct {
+    std::array<bool, kColumnCount> shown;
+    int32 room;
+    TColumnWidths widths;
+  } kCases[] = {{{true, false, true, true, false, true}, 380, {20, 0, 200, 100, 0, 60}},
+                {{true, true, true, true, true, true}, 921, {20, 40, 400, 200, 201, 60}},
+                {{true, false, true, false, false, false}, 300, {20, 0, 280, 0, 0, 0}},
+                {{true, true, true, true, true, true}, 0, {20, 40, 24, 24, 24, 60}}};
+  for (const auto& one : kCases) EXPECT_EQ(fit_columns(wanted, one.shown, one.room), one.widths) << one.room;
+  EXPECT_EQ(fit_columns({}, kCases[0].shown, 100)[2], 50) << "whatever was stored, titles are seen";
 }
 
 TEST(PlayerChoices, TrackNumbersOfTagsAreNumbersOrNothing) {

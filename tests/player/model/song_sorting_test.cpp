@@ -22,20 +22,20 @@ TEST(SongSorting, ByEachKeyAndWithinAnAlbumByTrack) {
               0);
   list.SetCurrent(1);
   const struct {
-    TSortKey key;
+    TSongOrder order;
     std::vector<std::string> titles;
-  } kCases[] = {{TSortKey::kTitle, {"A", "b", "é", "f"}},
-                {TSortKey::kArtist, {"é", "f", "A", "b"}},
-                {TSortKey::kAlbum, {"f", "é", "A", "b"}},
-                {TSortKey::kDuration, {"b", "f", "é", "A"}},
-                {TSortKey::kPath, {"A", "b", "é", "f"}}};
+  } kCases[] = {{{TSortKey::kTitle}, {"A", "b", "é", "f"}},       {{TSortKey::kArtist}, {"é", "f", "A", "b"}},
+                {{TSortKey::kAlbum}, {"f", "é", "A", "b"}},       {{TSortKey::kDuration}, {"b", "f", "é", "A"}},
+                {{TSortKey::kPath}, {"A", "b", "é", "f"}},        {{TSortKey::kTrack}, {"f", "é", "A", "b"}},
+                {{TSortKey::kTrack, true}, {"A", "é", "f", "b"}}, {{TSortKey::kArtist, true}, {"f", "A", "é", "b"}},
+                {{TSortKey::kPath, true}, {"f", "é", "b", "A"}}};
   for (const auto& one : kCases) {
-    EXPECT_TRUE(list.Arrange(sorted_ids(*list.Songs(), one.key)));
+    EXPECT_TRUE(list.Arrange(sorted_ids(*list.Songs(), one.order)));
     std::vector<std::string> titles;
     for (const TSong& each : *list.Songs()) titles.push_back(each.title);
-    EXPECT_EQ(titles, one.titles) << static_cast<int>(one.key);
+    EXPECT_EQ(titles, one.titles) << static_cast<int>(one.order.key) << one.order.isDescending;
     EXPECT_EQ(list.CurrentSong()->title, "A") << "stays current";
   }
-  EXPECT_FALSE(list.Arrange(sorted_ids(*list.Songs(), TSortKey::kPath))) << "nothing changes";
+  EXPECT_FALSE(list.Arrange(sorted_ids(*list.Songs(), {TSortKey::kPath, true}))) << "nothing changes";
   EXPECT_FALSE(list.Arrange({1})) << "songs are never lost";
 }
