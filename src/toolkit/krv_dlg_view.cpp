@@ -108,11 +108,13 @@ BPoint TKRVDlgView::PreferredSize() {
 
 void TKRVDlgView::LayOut() {
   const float width = Bounds().Width() + 1;
-  const float spare = std::max(0.0F, Bounds().Height() - PreferredSize().y);
+  const float spare = Bounds().Height() - PreferredSize().y;
+  const auto highest = std::ranges::max_element(fRows, {}, [](const auto& row) { return room_of(row).height; });
+  const auto changed = spare < 0 || fRows.empty() ? highest : std::prev(fRows.end());
   float top = kMargin;
-  for (const auto& row : fRows) {
-    const float height = room_of(row).height + (&row == &fRows.back() ? spare : 0);
-    place_row(row, top, height, width);
+  for (auto row = fRows.begin(); row != fRows.end(); ++row) {
+    const float height = std::max(0.0F, room_of(*row).height + (row == changed ? spare : 0));
+    place_row(*row, top, height, width);
     top += height + kGap;
   }
   const Room button = room_of_one(fButtons);

@@ -7,7 +7,8 @@
 class BButton;
 
 /** Content of a dialog: rows of views from the top and a row of buttons at the bottom right, sized to their texts. In a
-    larger view the last row grows. Return presses the default button, Escape the cancel button. */
+    larger view the last row grows, in a smaller one the highest row shrinks. Return presses the default button, Escape
+   the cancel button. */
 class TKRVDlgView : public TKRVView {
 public:
   explicit TKRVDlgView(const char* name);

@@ -7,6 +7,6 @@ class TKRVDlgWin : public TKRVWin {
 public:
   explicit TKRVDlgWin(const char* title);
 
-  /** Adapts the size; to be called after the contents have changed. */
+  /** Adapts the size, within the screen; to be called after the contents have changed. */
   void Fit();
 };

@@ -58,3 +58,17 @@ class Preferences(Case):
         s.come_back()
         s.wait_selected(1)
         s.stamp(1, "[00:01:86]two")
+
+    def test_on_a_small_screen_the_window_fits_and_scrolls_to_the_control_with_the_keyboard(self):
+        s = self.stage
+        s.start(environment={"QT_SCALE_FACTOR": "2"})  # 640 x 400
+        window = self.open()
+        s.wait(lambda: sum(eyes.place(window)[1::2]) <= 400, "the window on the screen")
+        below = eyes.place(eyes.find(window, "push button", "Close"))[1]
+        hands.press("ctrl+Tab", *["Tab"] * 9)
+
+        def is_shown():
+            node = eyes.focused(window)
+            top, height = eyes.place(node)[1::2] if node else (0, 0)
+            return node and eyes.name(node) == "Frame the current line" and top + height < below
+        s.wait(is_shown, "the last control in sight")

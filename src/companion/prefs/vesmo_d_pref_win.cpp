@@ -51,6 +51,7 @@ TVesmoDPrefWin::TVesmoDPrefWin(const std::string& languageFolder, const BMesseng
       fRevert(new BButton({}, "Revert", "", new BMessage(kMsgPrefRevert))),
       fClose(new BButton({}, "Close", "", new BMessage(B_QUIT_REQUESTED))), fView(new TKRVDlgView("Preferences")) {
   for (const TTab& tab : fPages) fTabs->AddTab(tab.page, "");
+  fTabs->ScrollPages(); // on small screens
   fView->AddRow({fTabs});
   fView->AddRow({fError});
   fView->AddButtons({fDefaults, fRevert, fClose});

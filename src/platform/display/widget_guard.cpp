@@ -5,6 +5,7 @@
 #include "platform/display/display_thread.h"
 #include "platform/display/event_time.h"
 #include "platform/display/key_bytes.h"
+#include "platform/display/scrolled_page.h"
 #include "platform/interface/follow.h"
 #include "platform/kernel/modifiers.h"
 
@@ -47,7 +48,7 @@ void WidgetGuard::FillParent() {
 
 void WidgetGuard::Place() {
   const QWidget* parent = fWidget->parentWidget();
-  if (!parent || parent->layout()) return;
+  if (!parent || parent->layout() || ScrolledPage::Places(fWidget)) return;
   fWidget->setGeometry(fFillsParent ? parent->contentsRect()
                                     : to_qrect(follow_parent(fPlacement.frame, fPlacement.resizingMode,
                                                              fPlacement.parentSize, size_of(parent->size()))));

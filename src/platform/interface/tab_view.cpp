@@ -18,8 +18,10 @@ void BTabView::AddTab(BView* page, const char* label) {
 
 void BTabView::AllAttached() {
   auto* const tabs = static_cast<display::TabPeer*>(Peer());
-  for (size_t i = 0; i < fLabels.size(); ++i) tabs->AddPage(*fChildren[i]->fPeer, fLabels[i]);
-  fAroundPages = display::room_around_pages();
+  for (size_t i = 0; i < fLabels.size(); ++i) tabs->AddPage(*fChildren[i]->fPeer, fLabels[i], fScrollsPages);
+  const display::PageRoom room = display::room_around_pages();
+  fAroundPages = room.aroundPages;
+  fScrollBarWidth = room.scrollBarWidth;
   PlacePages();
 }
 
@@ -28,11 +30,25 @@ void BTabView::FrameResized(float, float) {
 }
 
 void BTabView::PlacePages() {
-  for (BView* page : fChildren) {
-    page->MoveTo(0, 0);
-    page->ResizeTo(std::max(0.0F, Bounds().Width() - fAroundPages.x),
-                   std::max(0.0F, Bounds().Height() - fAroundPages.y));
+  auto* const tabs = static_cast<display::TabPeer*>(Peer());
+  for (size_t i = 0; i < fChildren.size(); ++i) {
+    const BPoint room{std::max(0.0F, Bounds().Width() - fAroundPages.x),
+                      std::max(0.0F, Bounds().Height() - fAroundPages.y)};
+    const BPoint needed = fScrollsPages ? fChildren[i]->PreferredSize() : BPoint{};
+    if (fScrollsPages && tabs) tabs->SetNeeded(static_cast<int32>(i), needed);
+    const BPoint size = SizeOfPage(needed, room);
+    fChildren[i]->MoveTo(0, 0);
+    fChildren[i]->ResizeTo(size.x, size.y);
   }
+}
+
+/** As large as the room that the scroll bars leave, and at least as large as needed. */
+BPoint BTabView::SizeOfPage(BPoint needed, BPoint room) const {
+  const bool isTooHigh = needed.y > room.y;
+  if (isTooHigh) room.x -= fScrollBarWidth;
+  if (needed.x > room.x) room.y -= fScrollBarWidth;
+  if (!isTooHigh && needed.y > room.y) room.x -= fScrollBarWidth;
+  return {std::max(room.x, needed.x), std::max(room.y, needed.y)};
 }
 
 BPoint BTabView::PreferredSize() {

@@ -12,6 +12,8 @@ public:
 
   /** Before the view is attached. */
   void AddTab(BView* page, const char* label);
+  /** Pages that do not fit are scrolled instead of made smaller. Before the view is attached. */
+  void ScrollPages() { fScrollsPages = true; }
   void SetTabLabel(int32 index, const char* label);
 
   /** Fits the largest page and the tabs. */
@@ -24,7 +26,10 @@ protected:
 
 private:
   void PlacePages();
+  BPoint SizeOfPage(BPoint needed, BPoint room) const;
 
   std::vector<std::string> fLabels;
-  BPoint fAroundPages; // width and height taken by tabs and borders
+  bool fScrollsPages = false;
+  BPoint fAroundPages;       // width and height taken by tabs and borders
+  float fScrollBarWidth = 0; // of pages that are scrolled
 };
