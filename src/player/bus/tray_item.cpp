@@ -48,15 +48,16 @@ QVariantMap properties() {
           {"Status", QStringLiteral("Active")},
           {"IconName", QStringLiteral("sonivo")},
           {"ItemIsMenu", false},
-          {"Menu", QVariant::fromValue(QDBusObjectPath("/NO_DBUSMENU"))}};
+          {"Menu", QVariant::fromValue(QDBusObjectPath(TTrayMenu::kPath))}};
 }
 
 } // namespace
 
 TTrayItem::TTrayItem(const BMessenger& player, const QString& busAddress)
-    : fPlayer(player), fConnection(connection_name()), fBus(QDBusConnection::connectToBus(busAddress, fConnection)),
+    : fPlayer(player), fMenu(player), fConnection(connection_name()), fBus(QDBusConnection::connectToBus(busAddress, fConnection)),
       fWatcher(kTray, fBus) {
   fBus.registerVirtualObject(kPath, this);
+  fBus.registerVirtualObject(TTrayMenu::kPath, &fMenu);
   connect(&fWatcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
           [this](const QString&, const QString&, const QString& owner) {
             if (owner.isEmpty()) return Report(false);
@@ -67,6 +68,7 @@ TTrayItem::TTrayItem(const BMessenger& player, const QString& busAddress)
 
 TTrayItem::~TTrayItem() {
   fBus.unregisterObject(kPath);
+  fBus.unregisterObject(TTrayMenu::kPath);
   QCoreApplication::removePostedEvents(this);
   QDBusConnection::disconnectFromBus(fConnection);
   Report(false);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/app/messenger.h"
+#include "player/bus/tray_menu.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
@@ -24,6 +24,7 @@ private:
   QDBusMessage Answer(const QDBusMessage& call) const;
 
   const BMessenger fPlayer;
+  TTrayMenu fMenu;
   const QString fConnection;
   QDBusConnection fBus;
   QDBusServiceWatcher fWatcher;

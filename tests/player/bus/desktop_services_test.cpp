@@ -5,10 +5,13 @@
 #include "player/bus/sleep_inhibitor.h"
 #include "player/bus/tray_item.h"
 #include "player/model/bus_messages.h"
+#include "player/model/player_messages.h"
 #include "tests/player/bus/private_bus.h"
 #include "tests/support/own_looper.h"
 
 #include <QCoreApplication>
+#include <QDBusObjectPath>
+#include <QDBusPendingCall>
 #include <QDBusVariant>
 #include <QElapsedTimer>
 
@@ -59,9 +62,11 @@ struct TrayListener : BLooper {
   void MessageReceived(BMessage* message) override {
     if (message->what == kMsgBusTray) message->FindBool("shown", &fIsShown);
     if (message->what == kMsgBusRaise) fIsRaised = true;
+    if (message->what != kMsgBusTray) fRequests.push_back(message->what);
   }
   bool fIsShown = false;
   bool fIsRaised = false;
+  std::vector<uint32> fRequests;
 };
 
 } // namespace
@@ -100,4 +105,38 @@ TEST_F(DesktopServices, TheTrayShowsThePlayerWhileThereIsOne) {
     QDBusConnection::disconnectFromBus("desktop");
   }
   EXPECT_TRUE(Wait([&] { return deliver(), !player->fIsShown; }));
+}
+
+TEST_F(DesktopServices, TheTraysMenuShowsPausesSkipsAndQuits) {
+  const OwnLooper<TrayListener> player(new TrayListener);
+  const TTrayItem item(BMessenger(player.get()), Address());
+  FakeDesktopService tray(Connect("desktop"), "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
+                          QVariant::fromValue(QDBusVariant(true)));
+  ASSERT_TRUE(Wait([&] { return !tray.fCalls.empty(); }));
+  const QString name = QString::fromStdString(tray.fCalls.front()).section(' ', 1);
+  QDBusConnection host = Connect("player");
+  const auto call = [&](const char* path, const char* interface, const char* member, const QVariantList& arguments) {
+    QDBusMessage question = QDBusMessage::createMethodCall(name, path, interface, member);
+    question.setArguments(arguments);
+    const QDBusPendingCall pending = host.asyncCall(question);
+    Wait([&] { return pending.isFinished(); });
+    return pending.reply();
+  };
+  const char* const kMenu = "com.canonical.dbusmenu";
+  const QVariant path =
+      call("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get", {"org.kde.StatusNotifierItem", "Menu"})
+          .arguments()
+          .value(0);
+  EXPECT_EQ(path.value<QDBusVariant>().variant().value<QDBusObjectPath>().path(), "/MenuBar");
+  const QDBusMessage layout = call("/MenuBar", kMenu, "GetLayout", {0, -1, QStringList()});
+  EXPECT_EQ(layout.signature(), "u(ia{sv}av)");
+
+  for (int id = 0; id < 8; ++id) {
+    const QVariant nothing = QVariant::fromValue(QDBusVariant(0));
+    EXPECT_EQ(call("/MenuBar", kMenu, "Event", {id, "hovered", nothing, 0U}).type(), QDBusMessage::ReplyMessage);
+    EXPECT_EQ(call("/MenuBar", kMenu, "Event", {id, "clicked", nothing, 0U}).type(), QDBusMessage::ReplyMessage);
+  }
+  EXPECT_EQ(call("/MenuBar", kMenu, "Event", {"3", "clicked"}).type(), QDBusMessage::ErrorMessage);
+  while (player->CountMessages() > 0) player->DeliverNext();
+  EXPECT_THAT(player->fRequests, ElementsAre(kMsgBusRaise, kMsgPlayPause, kMsgNext, kMsgWindowCloses));
 }
