@@ -128,6 +128,7 @@ class ThePlayersManners(Case):
             return eyes.place(s.player()), eyes.place(s.window())
         hands.place_window(eyes.name(s.player()), 120, 60, 520, 440)
         s.wait(lambda: eyes.place(s.player())[2:] == (520, 440), "the new size")
+        s.wait(lambda: eyes.place(s.window())[0] > 120 + 520, "the editor beside the enlarged player")
         before = places()
         s.close_player()
         s.start()
