@@ -121,6 +121,27 @@ class ThePlayersManners(Case):
         s.launch(environment=GERMAN)
         s.wait(lambda: eyes.find(s.player(), "list", "プレイリスト"), "the chosen language")
 
+    def test_a_language_chosen_in_the_preferences_is_spoken_at_once_and_another_setting_leaves_it(self):
+        s = self.stage
+        s.start(environment=GERMAN, lyrics=s.file("a.lrc", "one\n"))
+        def store_another_setting():
+            hands.press("ctrl+p")
+            window = s.wait_window("Vesmo preferences")
+            hands.click(eyes.place(eyes.find(window, "check box", "Keep the editor on top")))
+            hands.press("Escape")
+            record = s.config / "Shared/VesmoShared_Prefs.arc"
+            s.wait(lambda: record.exists() and b"LLTF" not in record.read_bytes(), "the setting without a language")
+        s.wait(lambda: eyes.find(s.player(), "list", "Wiedergabeliste"), "the desktop's language")
+        store_another_setting()
+        s.close_player()
+        s.start(environment=GERMAN, lyrics=s.file("a.lrc", "one\n"))
+        s.wait(lambda: eyes.find(s.player(), "list", "Wiedergabeliste"), "the desktop's language again")
+        hands.press("ctrl+p")
+        window = s.wait_window("Vesmo preferences")
+        hands.click(eyes.place(eyes.labelled(window, "Language:")))
+        hands.press("End", "Return")
+        s.wait(lambda: eyes.find(s.player(), "list", "プレイリスト"), "the player in Japanese at once")
+
     def test_its_place_and_size_come_back_and_the_editor_stays_beside_it(self):
         s = self.stage
         s.start()

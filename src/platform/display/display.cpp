@@ -32,6 +32,12 @@ void prefer_x11() {
     qputenv("QT_QPA_PLATFORM", "xcb;wayland");
 }
 
+void warn_of_wayland() {
+  if (QGuiApplication::platformName().startsWith("wayland"))
+    log_error("display", "Wayland lets no program position its windows: they open where the compositor puts them, and "
+                         "do not follow each other");
+}
+
 bool has_screen() {
   return is_set("QT_QPA_PLATFORM") || is_set("WAYLAND_DISPLAY") || is_set("DISPLAY");
 }
@@ -74,6 +80,7 @@ int run(int argc, char** argv, const std::function<void()>& started) {
   std::thread fonts = read_font_settings();
   const Application application(argc, argv);
   fonts.join();
+  warn_of_wayland();
   QApplication::setStyle(new QuickStyle);
   // Files and the audio library use a decimal point, whatever the desktop's locale.
   std::setlocale(LC_NUMERIC, "C");
