@@ -16,10 +16,12 @@ namespace {
 
 using enum TCommandId;
 
-/** When the event happened; nothing for a message that is no event. */
-std::optional<bigtime_t> time_of_event(const BMessage* event) {
-  int64 whenUs = 0;
-  return event && event->FindInt64("when", &whenUs) == B_OK ? std::optional(whenUs) : std::nullopt;
+/** Nothing for a message that is no key event. */
+std::optional<TKeyEvent> key_event_of(const BMessage* message) {
+  TKeyEvent event;
+  if (!message || message->FindInt64("when", &event.whenUs) != B_OK) return {};
+  message->FindInt32("scan_code", &event.scanCode);
+  return event;
 }
 
 } // namespace
@@ -121,6 +123,11 @@ void TTagInputView::SelectionChanged() {
   fWordKeys.SelectionChanged();
 }
 
+void TTagInputView::WindowActivated(bool active) {
+  BListView::WindowActivated(active);
+  if (!active) fWordKeys.Forget();
+}
+
 void TTagInputView::Invoke() {
   RunCommand(kPlayFrom);
 }
@@ -131,7 +138,10 @@ void TTagInputView::KeysChanged() {
 
 void TTagInputView::MessageReceived(BMessage* message) {
   if (message->what == kMsgReplayBeat) return fReplay.Beat();
-  if (message->what == display::DISPLAY_KEY_RELEASED) return fWordKeys.Released(time_of_event(message));
+  if (message->what == display::DISPLAY_KEY_RELEASED) {
+    if (const auto released = key_event_of(message)) fWordKeys.Released(*released);
+    return;
+  }
   if (message->what == display::DISPLAY_ROWS_WANTED) MarkRows(*message);
   BListView::MessageReceived(message);
 }
@@ -176,7 +186,7 @@ void TTagInputView::ShortcutPressed(int32 number) {
 bool TTagInputView::RunCommand(TCommandId id) {
   if (id == kWordByWord) return ToggleWordByWord(), true;
   if (id == kStamp && IsWordByWord())
-    return fWordKeys.Tap(time_of_event(Window() ? Window()->CurrentMessage() : nullptr)), true;
+    return fWordKeys.Tap(key_event_of(Window() ? Window()->CurrentMessage() : nullptr)), true;
   if (id == kRetake && IsWordByWord()) return fWordKeys.TakeBack(), true;
   return fTagKeys.Run(id) || fWordKeys.Run(id) || fLineCommands.Run(id) || fProblems.Run(id) || fSung.Run(id) ||
          fPlayerKeys.Run(id);

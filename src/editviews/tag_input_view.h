@@ -50,6 +50,7 @@ public:
   void MessageReceived(BMessage* message) override;
   void SelectionChanged() override;
   void AttachedToWindow() override;
+  void WindowActivated(bool active) override;
   void FrameResized(float width, float height) override;
   /** Return or a double click: the player seeks to the line's time. */
   void Invoke() override;

@@ -49,12 +49,12 @@ void TWordKeys::SelectionChanged() {
   fParts.words->SelectionChanged();
 }
 
-void TWordKeys::Tap(std::optional<bigtime_t> whenUs) {
+void TWordKeys::Tap(const std::optional<TKeyEvent>& pressed) {
   TTagRows& rows = *fParts.rows;
   const int32 row = rows.Current();
   if (!rows.Has(row)) return;
   TWordStamper& words = fParts.words->Read();
-  const int32 timeMs = stamp_time_ms(fParts.frontEnd, whenUs);
+  const int32 timeMs = stamp_time_ms(fParts.frontEnd, pressed ? std::optional(pressed->whenUs) : std::nullopt);
   const TStampedLine wholeLine = stamp(rows.TextOf(row), timeMs, rows.Form());
   const size_t unit = words.NextUnit();
   const bool wasLast = words.Tap(timeMs, rows.Forms());
@@ -63,15 +63,16 @@ void TWordKeys::Tap(std::optional<bigtime_t> whenUs) {
   if (wasLast) rows.GoTo(row + 1); // no effect on the last row
   fTappedRow = row;
   rows.ChangeRow(row, line, TEditKind::kStamp);
-  if (canBeHeld && whenUs) fHeldKey = {row, line, *whenUs};
+  if (canBeHeld && pressed) fHeldKey = {row, line, *pressed};
   if (unit > 0) return Report(row, unit, "StatBarStr_Stamped_Word");
   fParts.habit->Stamped(row, timeMs, stamp_report(row, wholeLine));
 }
 
-void TWordKeys::Released(std::optional<bigtime_t> whenUs) {
+void TWordKeys::Released(const TKeyEvent& released) {
+  if (!fHeldKey || fHeldKey->pressed.scanCode != released.scanCode) return;
   const std::optional<THeldKey> held = std::exchange(fHeldKey, std::nullopt);
-  if (!held || !whenUs || *whenUs - held->sinceUs < kHoldUs) return;
-  const int32 timeMs = stamp_time_ms(fParts.frontEnd, whenUs);
+  if (released.whenUs - held->pressed.whenUs < kHoldUs) return;
+  const int32 timeMs = stamp_time_ms(fParts.frontEnd, released.whenUs);
   TTagRows& rows = *fParts.rows;
   if (!rows.Has(held->row) || rows.TextOf(held->row) != held->line) return;
   TTimedLine line(held->line);

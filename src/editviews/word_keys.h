@@ -12,6 +12,12 @@ class TStampHabit;
 class TTagRows;
 struct TViewChoices;
 
+/** A key was pressed or released. */
+struct TKeyEvent {
+  bigtime_t whenUs = 0;
+  int32 scanCode = 0; // of one key the same for both
+};
+
 /** Word by word: the keys that time the units of the current line. Belongs to the tag input view, on its window's
     thread. */
 class TWordKeys {
@@ -29,15 +35,15 @@ public:
 
   /** A command that works only word by word; says so otherwise. Returns false for other commands. */
   bool Run(TCommandId id);
-  /** Times the next word by a key that was pressed then; nothing for a command without a key. Blocks for 20 ms, so that
+  /** Times the next word by a key that was pressed; nothing for a command without a key. Blocks for 20 ms, so that
       the player can answer. */
-  void Tap(std::optional<bigtime_t> whenUs);
+  void Tap(const std::optional<TKeyEvent>& pressed);
   void TakeBack();
   /** Ends the line if the key that has stamped its last word was held long enough. */
-  void Released(std::optional<bigtime_t> whenUs);
+  void Released(const TKeyEvent& released);
   void MoveCaret(bool right);
   void SelectionChanged();
-  /** The rows are other ones now. */
+  /** The rows are other ones now, or another window gets the release of a held key. */
   void Forget() { fHeldKey.reset(); }
 
 private:
@@ -45,7 +51,7 @@ private:
   struct THeldKey {
     int32 row;
     std::string line;
-    bigtime_t sinceUs;
+    TKeyEvent pressed;
   };
   void ChangeCuts(bool joins);
   void ClearWords();

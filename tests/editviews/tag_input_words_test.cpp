@@ -2,6 +2,7 @@
 #include "document/editor_view.h"
 #include "editviews/tag_input_view.h"
 #include "platform/display/event_time.h"
+#include "platform/interface/list_peer.h"
 #include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
@@ -90,6 +91,29 @@ TEST_F(TagInputWords, AKeyThatTheUserHasGivenToStampsHasItsOwnTimeAndCanBeHeldTo
   Settle();
   EXPECT_LE(Lines().back(), "[00:59:00]two") << "the key was pressed a second ago";
   EXPECT_GT(Lines().back(), "[00:54:00]two");
+}
+
+TEST_F(TagInputWords, OnlyTheReleaseOfTheHeldKeyEndsTheLineAndNoneAfterTheWindowWasLeft) {
+  fHost->SetPlaying(false);
+  ShowWords("one\ntwo\nthree\n");
+  PlayAt(1000);
+  const BMessenger list(fWindow->FindView("TagInputView"));
+  const auto send = [&](uint32 what, int32 scanCode, int64 whenUs) {
+    BMessage key = message_of(what, "bytes", " ", "scan_code", scanCode);
+    key.AddInt64("when", whenUs);
+    list.SendMessage(&key);
+    Settle();
+  };
+  const bigtime_t nowUs = system_time();
+  send(B_KEY_DOWN, 65, nowUs - 900000);
+  send(display::DISPLAY_KEY_RELEASED, 38, nowUs - 500000);
+  EXPECT_EQ(Lines().front(), "[00:01:00]one") << "another key";
+  send(display::DISPLAY_KEY_RELEASED, 65, nowUs);
+  EXPECT_EQ(Lines().front(), "[00:01:00]one[00:01:00]");
+  send(B_KEY_DOWN, 65, nowUs - 900000);
+  static_cast<BView*>(fWindow->FindView("TagInputView"))->WindowActivated(false);
+  send(display::DISPLAY_KEY_RELEASED, 65, nowUs);
+  EXPECT_THAT(Lines(), ElementsAre("[00:01:00]one[00:01:00]", "[00:01:00]two", "three"));
 }
 
 TEST_F(TagInputWords, CutsAndTimesAreChangedByKeysEachInOneStep) {

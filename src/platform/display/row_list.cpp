@@ -136,6 +136,7 @@ void RowList::SetShortcuts(const std::vector<ListShortcut>& shortcuts) {
       BMessage pressed(DISPLAY_SHORTCUT);
       pressed.AddInt32("command", command);
       pressed.AddInt64("when", fKeyUs);
+      pressed.AddInt32("scan_code", static_cast<int32>(fScanCode));
       fView.SendMessage(&pressed, BMessenger(), 0);
     });
     fShortcuts.push_back(shortcut);
@@ -151,7 +152,11 @@ void RowList::SetPlaceholder(const QString& text, const QColor& color) {
 
 /** A shortcut does not know its key event; this one precedes it. */
 bool RowList::event(QEvent* event) {
-  if (event->type() == QEvent::ShortcutOverride) fKeyUs = time_of(*static_cast<QKeyEvent*>(event));
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    fKeyUs = time_of(key);
+    fScanCode = key.nativeScanCode();
+  }
   return QListView::event(event);
 }
 
@@ -186,6 +191,7 @@ void RowList::keyReleaseEvent(QKeyEvent* event) {
   if (!fReportsReleases || event->isAutoRepeat() || is_modifier(event->key())) return;
   BMessage released(DISPLAY_KEY_RELEASED);
   released.AddInt64("when", time_of(*event));
+  released.AddInt32("scan_code", static_cast<int32>(event->nativeScanCode()));
   fView.SendMessage(&released, BMessenger(), 0);
 }
 

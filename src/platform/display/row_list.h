@@ -27,7 +27,7 @@ public:
   void SetPlaceholder(const QString& text, const QColor& color);
 
 protected:
-  /** Notes when a key was pressed that may be a shortcut's. */
+  /** Notes which key was pressed when: it may be a shortcut's. */
   bool event(QEvent* event) override;
   /** A row whose text does not fit shows it in its tooltip. */
   bool viewportEvent(QEvent* event) override;
@@ -57,7 +57,8 @@ private:
   bool fAsked = false; // until the pictures come
   bool fWillAsk = false;
   bool fReportsReleases = false;
-  bigtime_t fKeyUs = 0;  // of the last key press
+  bigtime_t fKeyUs = 0; // fKeyUs and fScanCode: of the last key press
+  uint32 fScanCode = 0;
   int fReportedRow = -1; // of the current drag
 };
 

@@ -101,6 +101,7 @@ bool WidgetGuard::SendKey(const QKeyEvent& event) {
   key.AddInt32("key_repeat", fRepeat);
   key.AddInt64("when", time_of(event));
   key.AddInt32("key_code", event.key());
+  key.AddInt32("scan_code", static_cast<int32>(event.nativeScanCode()));
   fView.SendMessage(&key, BMessenger(), 0);
   return true;
 }

@@ -27,8 +27,9 @@ struct ListShortcut {
 };
 
 enum : uint32 {
-  DISPLAY_SHORTCUT = '_KSC',    // int32 "command", int64 "when" (µs): of the key event
-  DISPLAY_KEY_RELEASED = '_KYU' // int64 "when" (µs); for every key but modifiers
+  // "when" (µs) and "scan_code" are those of the key event; B_KEY_DOWN has both as well.
+  DISPLAY_SHORTCUT = '_KSC',    // int32 "command", int64 "when", int32 "scan_code"
+  DISPLAY_KEY_RELEASED = '_KYU' // int64 "when", int32 "scan_code"; for every key but modifiers
 };
 
 /** Thread-safe handle to a list widget. */
