@@ -54,6 +54,7 @@ constexpr std::array<TEditorCommand, kCommands> kTable{{
     {kShiftAll, "shift-all", "MItem_Fine_Time_Tag", "F", "Ctrl+M", kManager, kMsgFineTimeTag},
     tag_input(kShiftFromHere, "shift-from-here", "MItem_Shift_From_Here", "H", "Ctrl+Shift+M"),
     tag_input(kShiftSelected, "shift-selected", "MItem_Shift_Selected", "I", ""),
+    {kPropose, "propose", "MItem_Propose", "P", "Ctrl+Shift+P", kView, kMsgPropose},
     {kDeleteAllTags, "delete-all-tags", "MItem_Del_All_Time_Tag", "D", "", kView, kMsgDeleteTags},
     tag_input(kJoinWords, "join-words", "MItem_Join_Words", "J", "J"),
     tag_input(kSplitWord, "split-word", "MItem_Split_Word", "S", "K"),

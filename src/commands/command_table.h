@@ -37,6 +37,7 @@ enum class TCommandId : int32 {
   kShiftAll,
   kShiftFromHere,
   kShiftSelected,
+  kPropose,
   kDeleteAllTags,
   kJoinWords,
   kSplitWord,

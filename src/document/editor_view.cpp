@@ -15,6 +15,7 @@
 #include "document/line_split_win.h"
 #include "document/lyrics_opener.h"
 #include "document/player_copier.h"
+#include "document/proposer.h"
 #include "document/save_commands.h"
 #include "document/song_lyrics_opener.h"
 #include "document/song_sound_source.h"
@@ -73,6 +74,7 @@ void TVesmoEView::AttachedToWindow() {
   fSongWriter = std::make_unique<TSongWriter>(Window(), frontEnd, session, &fDocument);
   fSound = std::make_unique<TSongSoundSource>(this, frontEnd);
   fLane = std::make_unique<TLaneWiring>(this, TLaneWiring::TParts{frontEnd, &fDocument, session, fSound.get()});
+  fProposer = std::make_unique<TProposer>(this, TProposer::TParts{frontEnd, &fDocument, session, fSound.get()});
 }
 
 void TVesmoEView::MessageReceived(BMessage* message) {
@@ -87,7 +89,7 @@ bool TVesmoEView::HandleByPart(const BMessage& message) {
   return fOpener->Handle(message) || fSaving->Handle(message) || fSongLyrics->Handle(message) ||
          fBulk->Handle(message) || fSplitter->Handle(message) || fPublisher->Handle(message) ||
          fFinder->Handle(message) || fOffers->Handle(message) || fFile->Handle(message) || fRecovery->Handle(message) ||
-         fLane->Handle(message);
+         fLane->Handle(message) || fProposer->Handle(message);
 }
 
 bool TVesmoEView::HandleOwn(const BMessage& message) {
@@ -229,6 +231,7 @@ void TVesmoEView::RefreshSonivoInfoRqtd() {
   fSongLyrics->Poll(sungMs.has_value());
   fSession->Clock().Update();
   fLane->Poll(sungMs);
+  fProposer->Poll(fLane->IsShown());
   fSession->ShowModified();
   fRecovery->Poll();
 }

@@ -23,6 +23,7 @@ class TLineSplitter;
 class TLyricsOpener;
 class TNoticeBoard;
 class TPlayerCopier;
+class TProposer;
 class TSaveCommands;
 class TSongLyricsOpener;
 class TSongSoundSource;
@@ -95,4 +96,5 @@ private:
   std::unique_ptr<TSongWriter> fSongWriter;
   std::unique_ptr<TSongSoundSource> fSound;
   std::unique_ptr<TLaneWiring> fLane;
+  std::unique_ptr<TProposer> fProposer;
 };

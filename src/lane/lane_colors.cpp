@@ -29,7 +29,7 @@ TLaneColors TLaneColors::On(rgb_color background, rgb_color text) {
   colors.tag = isDark ? rgb_color{255, 176, 96, 255} : rgb_color{192, 72, 0, 255};
   colors.chosen = isDark ? rgb_color{255, 96, 80, 255} : rgb_color{208, 0, 24, 255};
   colors.neighbour = mixed(text, background, 0.55);
-  colors.onset = mixed(colors.tag, background, 0.6);
+  colors.onset = colors.tag;
   colors.head = isDark ? rgb_color{96, 232, 128, 255} : rgb_color{0, 136, 56, 255};
   return colors;
 }

@@ -25,6 +25,9 @@ public:
     fFont.SetSize(kLabelPoints);
   }
 
+  /** Sets it off from the lyrics, which have the same background. */
+  void DrawEdge() { Fill(0, 0, fSize.x, 1, fColors.neighbour); }
+
   void DrawOnsets() {
     const TSongSound* const sound = fModel.Sound();
     if (!sound) return;
@@ -119,6 +122,7 @@ private:
 
 BPicture lane_overlay(const TLaneModel& model, const TLaneColors& colors, BPoint size, const std::string& text) {
   TOverlay overlay(model, colors, size);
+  overlay.DrawEdge();
   overlay.DrawOnsets();
   overlay.DrawMarkers();
   if (!text.empty()) overlay.DrawText(text);

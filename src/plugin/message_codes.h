@@ -96,7 +96,15 @@ enum : uint32 {
   kMsgShowClock = 'clok',   // shows or hides position and seek bar in the status bar
   kMsgShowLane = 'lnsh',    // shows or hides the lane
   kMsgLaneLook = 'lnlk',    // spectrogram or wave
-  kMsgSeekInSong = 'clsk',  // from that seek bar
+  // Proposals of better times for the tags.
+  kMsgPropose = 'ppsr',
+  /** From their window to the editor view: int32 "Document"; int32 "Row", "FromMs", "ToMs" (times in the song), any
+      number. */
+  kMsgAcceptProposals = 'ppac',
+  kMsgHearProposal = 'pphr',   // to that window, and from it to the editor view with "Document", "Row" and "ToMs"
+  kMsgAcceptSelected = 'ppsl', // from its buttons to it
+  kMsgAcceptAll = 'ppal',
+  kMsgSeekInSong = 'clsk', // from that seek bar
   // To the editor view: a line of the tag input view is to be split.
   kMsgSplitLine = 'lnsp',       // int32 "Row", string "Text" (without tags)
   kMsgSplitLineAt = 'lnsa',     // the dialog's answer: these and int32 "Document", strings "Before", "After"

@@ -115,6 +115,7 @@ BMenu* TEditorMenus::MakeEditMenu() {
   menu->AddItem(MakeItem(kShiftAll));
   menu->AddItem(MakeItem(kShiftFromHere));
   menu->AddItem(MakeItem(kShiftSelected));
+  menu->AddItem(MakeItem(kPropose));
   menu->AddItem(MakeItem(kDeleteAllTags));
   menu->AddSeparatorItem();
   menu->AddItem(MakeItem(kToExtended));

@@ -1,5 +1,6 @@
 #include "lane/lane_model.h"
 #include "lane/lane_pixels.h"
+#include "lane/lane_proposals.h"
 
 #include <gmock/gmock.h>
 
@@ -153,4 +154,23 @@ TEST(LanePixels, ALoudToneIsAtItsTimeAndHeight) {
   EXPECT_THAT(lit(drawn(TLaneLook::kWave)), IsSupersetOf({std::pair<size_t, size_t>(100, 16), {100, 48}, {100, 79}}));
   EXPECT_THAT(lit(sound_pixels(nullptr, {0, 1}, TLaneLook::kWave, colors, 10, 10, 2)), IsEmpty());
   EXPECT_TRUE(sound_pixels(&sound, {0, 1}, TLaneLook::kWave, colors, 0, -1, 2).pixels.empty());
+}
+
+TEST(LaneProposals, AcceptedTimesAreOneChangeOfTheLinesThatStillHaveTheOldOnes) {
+  const Lines lines{"[offset:100]",
+                    "[00:10:10]one [00:11:00]two",
+                    "[00:12]two",
+                    "[00:14:12]three",
+                    "[00:16:00][01:16:00]four",
+                    "[00:18:00]five",
+                    "six"};
+  EXPECT_THAT(times_to_improve(lines, 100), ElementsAre(Pair(1, 10000), Pair(3, 14020), Pair(5, 17900)))
+      << "only single tags with hundredths";
+  int32 count = 0;
+  const std::vector<TProposedTag> accepted{{1, 10000, 9907}, {3, 14020, 13900}, {5, 17000, 16000}, {99, 0, 1}};
+  const TLinesChange change = lines_improved(lines, accepted, 100, &count);
+  EXPECT_EQ(count, 2) << "the fifth line has another time, and there is no line 99";
+  EXPECT_EQ(change.first, 1);
+  EXPECT_THAT(change.lines, ElementsAre("[00:10:01]one [00:10:91]two", "[00:12]two", "[00:14:00]three"));
+  EXPECT_EQ(lines_improved(lines, {}, 0, &count).removed, 0);
 }

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "lyrics/proposal.h"
+#include "platform/app/message.h"
+#include "platform/app/messenger.h"
+#include "toolkit/krv_win.h"
+
+#include <string>
+#include <vector>
+
+class BButton;
+class BStringView;
+class TProposalList;
+
+/** A proposed tag with what the list shows of it. */
+struct TProposalRow {
+  TProposedTag tag; // times in the song
+  std::string from; // tags
+  std::string to;
+  std::string text; // of the line
+};
+
+/** Lists the proposed times beside the present ones. Answers with kMsgAcceptProposals for the selected ones or all, and
+    kMsgHearProposal for one that is to be heard. Closing hides it; TProposer owns and quits it. */
+class TProposalWin : public TKRVWin {
+public:
+  explicit TProposalWin(BRect frame);
+
+  /** With the window locked. `answer` gets the fields of the messages above. */
+  void Offer(std::vector<TProposalRow> rows, const BMessage& answer, const BMessenger& target);
+  void MessageReceived(BMessage* message) override;
+
+private:
+  void Relabel();
+  void Accept(bool all);
+  void Hear();
+  void RowsChanged();
+
+  BMessage fAnswer;
+  BMessenger fTarget;
+  BStringView* fLegend; // fLegend to fAll: in the window
+  TProposalList* fList;
+  BButton* fClose;
+  BButton* fSelected;
+  BButton* fAll;
+};
