@@ -22,7 +22,7 @@ row() { # NAME, TARGET in seconds, OURS in words, FFMPEG in words
   ours=$(seconds "$bin/sonivo-peaks" --sound $3)
   theirs=$(seconds ffmpeg -v error -threads 1 $4 -f null -)
   awk -v name="$1" -v target="$2" -v ours="$ours" -v theirs="$theirs" 'BEGIN {
-    printf "%-28s %6.2f s (target %s s) %6.2f x ffmpeg %s\n", name, ours, target, ours / theirs, ours > target ? "MISSED" : "" }'
+    printf "%-28s %6.2f s (target %s s) %6.2f x ffmpeg %s\n", name, ours, target, ours / theirs, (ours > target ? "MISSED" : "") }'
 }
 row "4 minutes, whole" 1 "song.mp3" "-i song.mp3"
 row "10 s of an hour" 2 "hour.mp3 3000000 3010000" "-ss 3000 -t 10 -i hour.mp3"

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <filesystem>
 
 namespace {
 
@@ -53,6 +54,15 @@ TEST(SongAnalysis, APartIsTheSameAsThatPartOfTheWhole) {
   for (size_t i = 0; i < 300; ++i) EXPECT_NEAR(part->part.peaks[i], whole->part.peaks[700 + i], 3) << i;
   const auto after = sound_of(song, 9000, 10000);
   EXPECT_TRUE(after && after->part.peaks.empty()) << "no error after the end";
+}
+
+TEST(SongAnalysis, APartOfASongWithAnEncodersDelayIsNotSeenEarlierThanInTheWhole) {
+  const auto song = std::filesystem::path(PEAKS_PROGRAM).parent_path() / "../demo/demo.opus";
+  const auto whole = sound_of(song);
+  const auto part = sound_of(song, 20000, 22000);
+  ASSERT_TRUE(whole && part);
+  ASSERT_EQ(part->part.peaks.size(), 400U);
+  for (size_t i = 0; i < 400; ++i) EXPECT_NEAR(part->part.peaks[i], whole->part.peaks[4000 + i], 3) << i;
 }
 
 TEST(SongAnalysis, WhatIsNoSongGivesNothing) {
