@@ -7,6 +7,9 @@ if(TARGET heard_sound)
   add_executable(gapless_join gapless_join.cpp audio_signal.cpp)
   target_link_libraries(gapless_join PRIVATE heard_sound sonivo_app)
 
+  add_executable(song_parts song_parts.cpp audio_signal.cpp)
+  target_link_libraries(song_parts PRIVATE heard_sound sonivo_app)
+
   add_executable(stamp_chain stamp_chain.cpp audio_signal.cpp)
   target_link_libraries(stamp_chain PRIVATE heard_sound x_window)
   add_executable(word_chain word_chain.cpp audio_signal.cpp)

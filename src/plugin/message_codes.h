@@ -13,14 +13,18 @@ enum : uint32 {
       bool "Playing" and int32 "Speed" (percent), which other players omit. */
   kMsgHostInformation = 'SNVi',
   // Fire-and-forget commands; players that do not support them ignore them.
-  kMsgHostSeek = 'SNsk',      // int32 "Time": ms, bounded to the song
-  kMsgHostSeekBy = 'SNsr',    // int32 "Time": ms, negative is back; bounded to the song
+  kMsgHostSeek = 'SNsk',   // int32 "Time": ms, bounded to the song
+  kMsgHostSeekBy = 'SNsr', // int32 "Time": ms, negative is back; bounded to the song
+  /** int32 "FromMs", int32 "ToMs" (absent: the song plays on), bool "Loop" (absent: false): plays that part. Without
+      fields: ends it. */
+  kMsgHostPlayPart = 'SNpr',
   kMsgHostPlayPause = 'SNpp', // no fields; loads the song if none is loaded
   kMsgHostSpeedBy = 'SNsp',   // int32 "Percent": points, bounded to 25 to 200 percent
   kMsgHostOpen = 'plho',      // strings "path": songs to be added to the playlist, of which the first is played
   /** String "Title", as in the record; int32 "TimeMs", any number, ascending: the marks on the seek bar while that song
-      plays, in place of earlier ones. */
+      plays, in place of earlier ones; bool "Clicks" (absent: false): they are also to be heard. */
   kMsgHostMarks = 'SNmk',
+  kMsgHostCountIn = 'SNci',  // int32 "TimeMs", up to 8: further clicks, until the song is sought
   kMsgHostLanguage = 'SNlg', // string "path": the language file now used by the plug-ins; empty: built-in English
 
   // To either plug-in's manager, from the plug-in object, the menus or the other manager.
@@ -91,11 +95,14 @@ enum : uint32 {
   kMsgReplace = 'fdrp',
   kMsgUndo = '_udo',
   kMsgRedo = '_rdo',
-  kMsgViewChoices = 'flwc', // to the window, which marks them in its menu: bools "Follows", "Clock", "Words",
-                            // "Lane", "Wave"
-  kMsgShowClock = 'clok',   // shows or hides position and seek bar in the status bar
-  kMsgShowLane = 'lnsh',    // shows or hides the lane
-  kMsgLaneLook = 'lnlk',    // spectrogram or wave
+  /** To the window, which marks them in its menu: bools "Follows", "Clock", "Words", "Lane", "Wave", "Clicks",
+      "CountsIn". */
+  kMsgViewChoices = 'flwc',
+  kMsgShowClock = 'clok',     // shows or hides position and seek bar in the status bar
+  kMsgShowLane = 'lnsh',      // shows or hides the lane
+  kMsgLaneLook = 'lnlk',      // spectrogram or wave
+  kMsgToggleClicks = 'clks',  // clicks at the tags
+  kMsgToggleCountIn = 'cnin', // clicks before a retake
   // Proposals of better times for the tags.
   kMsgPropose = 'ppsr',
   /** From their window to the editor view: int32 "Document"; int32 "Row", "FromMs", "ToMs" (times in the song), any

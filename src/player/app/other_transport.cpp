@@ -5,13 +5,14 @@
 #include "player/app/player_events.h"
 #include "player/bus/bus.h"
 #include "player/model/info_record.h"
+#include "player/model/player_messages.h"
 #include "player/model/song_text.h"
 
 #include <algorithm>
 #include <utility>
 
 TOtherTransport::TOtherTransport(TBus* bus, TPlayerEvents* events, TSourceName name)
-    : fBus(bus), fEvents(events), fName(std::move(name)) {}
+    : fBus(bus), fEvents(events), fName(std::move(name)), fPartTimer(bus->Player()) {}
 
 void TOtherTransport::TakeReport(const BMessage& message) {
   int32 state = fPlayback.isPlaying  ? TInfoRecord::kPlaying
@@ -31,7 +32,8 @@ void TOtherTransport::TakeReport(const BMessage& message) {
   fSong.played = true;
   fPlayback.durationMs = fSong.durationMs;
   fPlayback.isLoaded = state != TInfoRecord::kStopped;
-  fPlayback.isPlaying = state == TInfoRecord::kPlaying && !fIsSilent;
+  const bool wasPlaying = std::exchange(fPlayback.isPlaying, state == TInfoRecord::kPlaying && !fIsSilent);
+  if (wasPlaying && !fPlayback.isPlaying) CancelPart();
   if (fIsSilent && !wasSilent) return fEvents->ErrorOccurred(player_text("Player_Err_Not_Responding", {Name()}));
   if (wasSilent && !fIsSilent) fEvents->ErrorsResolved();
   fEvents->StateChanged();
@@ -43,17 +45,63 @@ int32 TOtherTransport::PositionMs() {
 }
 
 void TOtherTransport::PlayPause() {
+  CancelPart();
   fBus->SetPaused(fPlayback.isPlaying);
 }
 
 void TOtherTransport::Skip(int direction) {
+  CancelPart();
   fBus->Skip(direction);
 }
 
 void TOtherTransport::Seek(int64 positionMs) {
   const auto bounded = static_cast<int32>(std::clamp<int64>(positionMs, 0, std::max(fSong.durationMs, int32{0})));
-  fBus->SeekTo(bounded);
-  fEvents->PositionJumped(bounded);
+  CancelPart();
+  SeekTo(bounded);
+}
+
+void TOtherTransport::SeekTo(int32 positionMs) {
+  fBus->SeekTo(positionMs);
+  fEvents->PositionJumped(positionMs);
+}
+
+void TOtherTransport::PlayPart(const TSongPart& part) {
+  const auto bounded = fPlayback.isLoaded ? bounded_part(part, fSong.durationMs) : std::nullopt;
+  if (!bounded) return;
+  SeekTo(bounded->fromMs);
+  fBus->SetPaused(false);
+  CancelPart();
+  if (!bounded->toMs) return;
+  fPart = bounded;
+  Beat();
+}
+
+void TOtherTransport::EndPart() {
+  if (!fPart) return;
+  fBus->SetPaused(true);
+  SeekTo(fPart->fromMs);
+  CancelPart();
+}
+
+void TOtherTransport::Beat() {
+  if (!fPart) return;
+  const TPartStep step = next_part_step(*fPart, PositionMs(), fPlayback.speedPercent);
+  switch (step.action) {
+  case TPartStep::TAction::kAbandon:
+    return CancelPart();
+  case TPartStep::TAction::kFinish:
+    return EndPart();
+  case TPartStep::TAction::kRepeat:
+    SeekTo(fPart->fromMs);
+    return fPartTimer.StartOnce(kMsgPartBeat, next_part_step(*fPart, fPart->fromMs, fPlayback.speedPercent).waitUs);
+  case TPartStep::TAction::kWait:
+    return fPartTimer.StartOnce(kMsgPartBeat, step.waitUs);
+  }
+}
+
+void TOtherTransport::CancelPart() {
+  fPart.reset();
+  fPartTimer.Stop();
 }
 
 void TOtherTransport::SetSpeed(int64 percent) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "player/app/message_timer.h"
 #include "player/app/transport.h"
 
+#include <optional>
 #include <string>
 
 class BMessage;
@@ -26,14 +28,23 @@ public:
   void PlayPause() override;
   void Skip(int direction) override;
   void Seek(int64 positionMs) override;
+  void PlayPart(const TSongPart& part) override;
+  void EndPart() override;
+  /** kMsgPartBeat. */
+  void Beat();
   void SetSpeed(int64 percent) override;
   void SetVolume(int32 percent) override;
 
 private:
+  void SeekTo(int32 positionMs);
+  void CancelPart();
+
   TBus* const fBus;
   TPlayerEvents* const fEvents;
   TSourceName fName;
   TSong fSong;
   TPlayback fPlayback;
-  bool fIsSilent = false; // does not answer
+  bool fIsSilent = false;         // does not answer
+  std::optional<TSongPart> fPart; // the one that is played, with its end
+  TMessageTimer fPartTimer;
 };

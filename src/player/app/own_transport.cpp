@@ -53,6 +53,22 @@ void TOwnTransport::ApplySound() {
   fSound->SetSound(fAppliedSound);
 }
 
+void TOwnTransport::SetClicks(TSongClicks::TTimes marksMs) {
+  fClicks.SetMarks(std::move(marksMs));
+  ApplyClicks();
+}
+
+void TOwnTransport::CountIn(const BMessage& message) {
+  fClicks.CountIn(message);
+  ApplyClicks();
+}
+
+/** Not before the first song: it would load the audio library. */
+void TOwnTransport::ApplyClicks() {
+  if (!fPlayback.isLoaded) return;
+  if (const auto timesMs = fClicks.Changed()) fSound->SetClicks(*timesMs);
+}
+
 void TOwnTransport::PlaySong(int32 index, bool paused, int32 fromMs) {
   fThread.Check();
   const TSong* const song = fSongs->At(index);
@@ -70,6 +86,9 @@ void TOwnTransport::Begin(int32 index, bool paused, int64 load) {
   fOrder.SongBegins();
   fEvents->SongBegins();
   fLoad = load;
+  fPart = 0;
+  fWaitingPart.reset();
+  fClicks.EndCountIn();
   fFollower = {};
   fPlayback.isLoaded = true;
   fPlayback.isPlaying = !paused;
@@ -79,6 +98,8 @@ void TOwnTransport::Begin(int32 index, bool paused, int64 load) {
 void TOwnTransport::Stop() {
   if (fPlayback.isLoaded) fSound->Stop();
   fFollower = {};
+  fPart = 0;
+  fWaitingPart.reset();
   fLoad = 0; // what the sound still reports concerns no song any more
   fPlayback.isLoaded = false;
   fPlayback.isPlaying = false;
@@ -90,6 +111,7 @@ void TOwnTransport::Stop() {
 
 void TOwnTransport::Pause() {
   if (!fPlayback.isLoaded || !fPlayback.isPlaying) return;
+  fPart = 0;
   fSound->SetPaused(true);
   fPlayback.isPlaying = false;
 }
@@ -112,6 +134,7 @@ int32 TOwnTransport::PositionMs() {
 void TOwnTransport::PlayPause() {
   fThread.Check();
   if (!fPlayback.isLoaded) return PlaySong(std::max(fSongs->Current(), int32{0}), false);
+  fPart = 0;
   fPlayback.isPlaying = !fPlayback.isPlaying;
   fSound->SetPaused(!fPlayback.isPlaying);
   fEvents->StateChanged();
@@ -126,8 +149,45 @@ void TOwnTransport::Seek(int64 positionMs) {
   fThread.Check();
   if (!fPlayback.isLoaded) return;
   const auto bounded = static_cast<int32>(std::clamp<int64>(positionMs, 0, std::max(fPlayback.durationMs, int32{0})));
+  fPart = 0;
+  fClicks.EndCountIn();
+  ApplyClicks();
   fSound->SeekTo(bounded);
   fEvents->SongSought(bounded);
+}
+
+void TOwnTransport::PlayPart(const TSongPart& part) {
+  fThread.Check();
+  if (!fPlayback.isLoaded) PlaySong(std::max(fSongs->Current(), int32{0}), true);
+  if (fLoadedLoad != fLoad) {
+    fWaitingPart = part;
+    return;
+  }
+  const auto bounded = fPlayback.isLoaded ? bounded_part(part, fPlayback.durationMs) : std::nullopt;
+  if (!bounded) return;
+  const int64 number = fSound->PlayPart(*bounded);
+  fPart = bounded->toMs ? number : 0;
+  fPartFromMs = bounded->fromMs;
+  fPlayback.isPlaying = true;
+  fEvents->SongSought(bounded->fromMs);
+  fEvents->StateChanged();
+}
+
+void TOwnTransport::EndPart() {
+  if (std::exchange(fPart, 0) == 0) return;
+  Pause();
+  Seek(fPartFromMs);
+  fEvents->StateChanged();
+}
+
+/** Unless the user has already chosen something else. */
+void TOwnTransport::PartEnded(const BMessage& message) {
+  int64 part = 0;
+  if (message.FindInt64("part", &part) != B_OK || part == 0 || part != fPart) return;
+  fPart = 0;
+  fPlayback.isPlaying = false;
+  fEvents->SongSought(fPartFromMs);
+  fEvents->StateChanged();
 }
 
 void TOwnTransport::SetSpeed(int64 percent) {
@@ -171,6 +231,9 @@ bool TOwnTransport::Handle(const BMessage& message) {
   switch (message.what) {
   case kMsgSongLoaded:
     if (IsAboutThisLoad(message)) Loaded(message);
+    return true;
+  case kMsgPartEnded:
+    PartEnded(message);
     return true;
   case kMsgSongEnded:
     if (IsAboutThisLoad(message)) Ended(PositionMs());
@@ -231,6 +294,7 @@ void TOwnTransport::Loaded(const BMessage& message) {
   fEvents->SongIsHeard();
   fEvents->StateChanged();
   if (fResumeMs > 0) Seek(std::exchange(fResumeMs, 0));
+  if (const auto part = std::exchange(fWaitingPart, {})) PlayPart(*part);
 }
 
 void TOwnTransport::Ended(int32 positionMs) {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/kernel/thread_checker.h"
+#include "player/app/song_clicks.h"
 #include "player/app/transport.h"
 
 #include <memory>
+#include <optional>
 
 class BMessage;
 class TPlayerEvents;
@@ -29,6 +31,10 @@ public:
   bool CanSkip(int direction) { return fOrder.SkipTarget(direction) >= 0; }
   /** What the sound reports; false for any other message. */
   bool Handle(const BMessage& message);
+  /** The tagged moments at which clicks are to be heard; null for none. */
+  void SetClicks(TSongClicks::TTimes marksMs);
+  /** kMsgHostCountIn. */
+  void CountIn(const BMessage& message);
   /** Ten times a second while a song plays. */
   void Tick();
   /** Lets go of the sound, which takes up to two seconds. Nothing may be called after that. */
@@ -45,6 +51,8 @@ public:
   void PlayPause() override;
   void Skip(int direction) override;
   void Seek(int64 positionMs) override;
+  void PlayPart(const TSongPart& part) override;
+  void EndPart() override;
   void SetSpeed(int64 percent) override;
   void SetVolume(int32 percent) override;
   void SetRepeat(uint32 request, int32 agoMs) override;
@@ -59,6 +67,7 @@ private:
   void Begin(int32 index, bool paused, int64 load);
   void ForgetRepeat();
   void ApplySound();
+  void ApplyClicks();
   void QueueFollower();
   std::string FollowerPath();
   void TakeDevices(const BMessage& message);
@@ -70,6 +79,7 @@ private:
   void Ended(int32 positionMs);
   void PlayOn();
   void Failed(const BMessage& message);
+  void PartEnded(const BMessage& message);
 
   ThreadChecker fThread;
   TPlaylist* const fSongs;
@@ -78,6 +88,7 @@ private:
   TPlayerChoices fChoices;
   std::vector<TSoundDevice> fDevices;
   TSoundChoices fAppliedSound; // as the sound has it
+  TSongClicks fClicks;
   TPlayingOrder fOrder;
   TFollower fFollower;
   TPlayback fPlayback;
@@ -87,4 +98,7 @@ private:
   int64 fMissingLoad = 0; // the last one whose file was found missing
   int64 fTicks = 0;
   int32 fResumeMs = 0; // where the song continues once it is loaded
+  int64 fPart = 0;     // the one that is played; 0 for none
+  int32 fPartFromMs = 0;
+  std::optional<TSongPart> fWaitingPart; // to be played once the song is loaded
 };

@@ -15,6 +15,8 @@ bool TSongMarks::Take(const BMessage& message) {
   for (int32 i = 0; i < kMostMarks && message.FindInt32("TimeMs", i, &timeMs) == B_OK; ++i) marks->push_back(timeMs);
   std::ranges::sort(*marks);
   fTitle = cut_title(title);
+  fClick = false;
+  message.FindBool("Clicks", &fClick);
   fMarksMs = std::move(marks);
   return true;
 }

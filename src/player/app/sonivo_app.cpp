@@ -27,9 +27,9 @@
 namespace {
 
 /** What other programs may send; docs/protocol.md says what it means. */
-const std::vector<uint32> kOffered = {kMsgHostHandshake, kMsgHostSeek,      kMsgHostSeekBy, kMsgHostPlayPause,
-                                      kMsgHostSpeedBy,   kMsgHostMarks,     kMsgHandedOver, B_COUNT_PROPERTIES,
-                                      B_GET_PROPERTY,    B_EXECUTE_PROPERTY};
+const std::vector<uint32> kOffered = {kMsgHostHandshake, kMsgHostSeek,       kMsgHostSeekBy,  kMsgHostPlayPart,
+                                      kMsgHostPlayPause, kMsgHostCountIn,    kMsgHostSpeedBy, kMsgHostMarks,
+                                      kMsgHandedOver,    B_COUNT_PROPERTIES, B_GET_PROPERTY,  B_EXECUTE_PROPERTY};
 /** One line, however many files there are. */
 std::string refusal_of(const std::vector<std::string>& files) {
   const std::string first(cut_text(files.front()));
@@ -164,6 +164,9 @@ bool TSonivoApp::HandleChoice(const BMessage& message) {
     return true;
   case kMsgHostMarks:
     if (fMarks.Take(message)) StateChanged();
+    return true;
+  case kMsgHostCountIn:
+    if (!fSource.IsOther()) fOwn.CountIn(message);
     return true;
   default:
     return false;
@@ -326,6 +329,7 @@ void TSonivoApp::PositionJumped(int32 positionMs) {
 void TSonivoApp::StateChanged() {
   fSaver.NoteChanges(fSongs);
   const TPlayerState state = State();
+  fOwn.SetClicks(fMarks.ClicksOf(fSongs.CurrentSong()));
   Publish(state);
   if (fWindow) fWindow->ShowState(state);
 }

@@ -41,6 +41,12 @@ void TSoundMessages::SongFailed(int64 load, const std::string& reason) {
   Send(message);
 }
 
+void TSoundMessages::PartEnded(int64 part) {
+  BMessage message(kMsgPartEnded);
+  message.AddInt64("part", part);
+  Send(message);
+}
+
 void TSoundMessages::OutputChanged(bool isSilent) {
   BMessage message(kMsgOutputChanged);
   message.AddBool("silent", isSilent);

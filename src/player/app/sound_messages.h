@@ -11,6 +11,7 @@ public:
   void SongEnded(int64 load) override;
   void SongJoined(int64 load, int64 next, int32 endedMs) override;
   void SongFailed(int64 load, const std::string& reason) override;
+  void PartEnded(int64 part) override;
   void OutputChanged(bool isSilent) override;
   void DevicesFound(const std::vector<TSoundDevice>& devices) override;
   void DeviceLost(const std::string& device) override;

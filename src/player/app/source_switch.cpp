@@ -6,6 +6,7 @@
 #include "player/app/player_events.h"
 #include "player/bus/bus.h"
 #include "player/model/bus_messages.h"
+#include "player/model/player_messages.h"
 #include "player/sound/now_playing.h"
 
 #include <algorithm>
@@ -29,6 +30,9 @@ bool TSourceSwitch::Handle(const BMessage& message) {
     return true;
   case kMsgBusOtherIs:
     if (fOther && message.FindString("id", &id) == B_OK && id == fOther->Id()) fOther->TakeReport(message);
+    return true;
+  case kMsgPartBeat:
+    if (fOther) fOther->Beat();
     return true;
   case kMsgChooseSource:
     fEvents->UserChose();

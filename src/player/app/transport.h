@@ -1,6 +1,7 @@
 #pragma once
 
 #include "player/model/player_state.h"
+#include "player/model/song_part.h"
 
 /** Play, pause, seek and the rest, for the song of whichever player is the source. No call waits. Application's
     thread. */
@@ -19,6 +20,11 @@ public:
   virtual void Skip(int direction) = 0;
   /** Bounded to the song. */
   virtual void Seek(int64 positionMs) = 0;
+  /** Bounded to the song; ignored if too little remains. The song pauses at the beginning of the part afterwards,
+     unless the user has sought, paused or changed the song meanwhile. */
+  virtual void PlayPart(const TSongPart& part) = 0;
+  /** Ends the part that is played, as its own end would; ignored if there is none. */
+  virtual void EndPart() = 0;
   /** Bounded to 25 to 200. */
   virtual void SetSpeed(int64 percent) = 0;
   /** Bounded to 0 to 100. */

@@ -24,6 +24,13 @@ const char* field_of(uint32 command) {
   }
 }
 
+bool play_part(const BMessage& message, TTransport* transport) {
+  const auto part = song_part_in(message);
+  if (part) transport->PlayPart(*part);
+  if (message.IsEmpty()) transport->EndPart();
+  return true;
+}
+
 bool set_repeat(const BMessage& message, TTransport* transport) {
   int32 agoMs = 0;
   message.FindInt32("agoMs", &agoMs);
@@ -55,6 +62,8 @@ bool handle_transport_command(const BMessage& message, TTransport* transport) {
   case kMsgHostPlayPause:
     transport->PlayPause();
     return true;
+  case kMsgHostPlayPart:
+    return play_part(message, transport);
   case kMsgRepeatFrom:
   case kMsgRepeatTo:
   case kMsgRepeatOff:

@@ -28,6 +28,7 @@ public:
   /** Joins the thread. */
   void End();
   void Show(const TOwnStatus& status);
+  const BMessenger& Player() const { return fPlayer; }
   void SignalSeeked(int32 positionMs);
 
   /** Follows the other player with that id; empty for none. */

@@ -3,6 +3,7 @@
 #include "player/model/sound_formats.h"
 #include "player/model/timed_question.h"
 #include "player/sound/mpv_library.h"
+#include "player/sound/part_player.h"
 #include "player/sound/song_source.h"
 #include "player/sound/sound_chain.h"
 #include "player/sound/sound_devices.h"
@@ -86,6 +87,7 @@ constexpr std::chrono::seconds kLongestEnd{2};
 constexpr bigtime_t kDeviceLookUs = 1000000;
 constexpr int kTriesPerDevice = 3;
 constexpr uint64 kOutputProperty = 1;
+constexpr uint64 kPauseProperty = 2;
 
 /** TSongSource over libmpv. Its own thread loads the library, waits for events and makes all changes. A sound server
     that hangs blocks the library, so no other thread calls it without a time limit; the source's thread keeps the
@@ -133,11 +135,15 @@ public:
   }
   void SetPaused(bool paused) override {
     fPaused = paused;
-    Do([=, this] { SetFlag("pause", paused); });
+    Do([=, this] {
+      fParts.Cancel();
+      fPaused = paused;
+      SetFlag("pause", paused);
+    });
   }
   void SeekTo(int32 positionMs) override {
     ExpectPosition(positionMs);
-    Do([=, this] { Command({"seek", std::to_string(positionMs / 1000.0).c_str(), "absolute+exact"}); });
+    Do([=, this] { fParts.SeekTo(positionMs); });
   }
   void SetSpeed(double speed) override {
     Do([=, this] { fBiasMs = fChain.SetSpeed(speed); });
@@ -146,11 +152,17 @@ public:
     Do([=, this] { SetNumber("volume", percent); });
   }
   void SetRepeat(int32 fromMs, int32 toMs) override {
-    Do([=, this] {
-      const bool repeats = fromMs >= 0 && toMs >= 0;
-      SetMoment("ab-loop-a", repeats ? fromMs : -1);
-      SetMoment("ab-loop-b", repeats ? toMs : -1);
-    });
+    Do([=, this] { fParts.SetRepeat(fromMs, toMs); });
+  }
+  int64 PlayPart(const TSongPart& part) override {
+    const int64 number = ++fLastPart;
+    fPaused = false;
+    ExpectPosition(part.fromMs);
+    Do([=, this] { BeginPart(number, part); });
+    return number;
+  }
+  void SetClicks(const std::vector<int32>& timesMs) override {
+    Do([=, this] { fChain.SetClicks(timesMs); });
   }
 
   int32 PositionMs() override {
@@ -236,8 +248,10 @@ private:
       return false;
     }
     library->observe_property(mpv, kOutputProperty, "current-ao", MPV_FORMAT_STRING);
+    library->observe_property(mpv, kPauseProperty, "pause", MPV_FORMAT_FLAG);
     fTriedDevices = sound_devices();
     fChain.Begin(mpv);
+    fParts.Begin(mpv);
     fMpv = mpv;
     return true;
   }
@@ -308,7 +322,10 @@ private:
       PositionAnswered(*event);
       break;
     case MPV_EVENT_PROPERTY_CHANGE:
-      OutputChanged(*static_cast<const mpv_event_property*>(event->data));
+      if (event->reply_userdata == kOutputProperty)
+        OutputChanged(*static_cast<const mpv_event_property*>(event->data));
+      else if (fParts.HasEnded())
+        EndPart();
       break;
     default:
       break;
@@ -355,12 +372,30 @@ private:
       StopNow();
       return Report([&](TSongEvents& events) { events.SongFailed(load, error); });
     }
+    fParts.Cancel();
     SetFlag("pause", paused);
     fChain.RetryDevice();
     if (fIsSilent) LookForDevice();
     fQueuedEntry = -1;
     fEndedLoad = 0;
     fLoadOfEntry[LoadFile(song.text, "replace")] = load;
+  }
+
+  void BeginPart(int64 number, const TSongPart& part) {
+    fPart = number;
+    fPaused = false;
+    fParts.Play(part);
+    SetFlag("pause", false);
+  }
+
+  /** The library has paused the song at the end of the part. */
+  void EndPart() {
+    const int32 fromMs = fParts.FromMs();
+    fPaused = true;
+    ExpectPosition(fromMs);
+    fParts.SeekTo(fromMs);
+    Moves();
+    Report([this](TSongEvents& events) { events.PartEnded(fPart); });
   }
 
   void Queue(int64 load, const std::string& path) {
@@ -385,6 +420,7 @@ private:
   void StopNow() {
     fQueuedEntry = -1;
     fEndedLoad = 0;
+    fParts.Cancel();
     Call({"stop"});
   }
 
@@ -450,10 +486,6 @@ private:
   void SetNumber(const char* name, double value) {
     mpv_library()->set_property_async(fMpv, 0, name, MPV_FORMAT_DOUBLE, &value);
   }
-  void SetMoment(const char* name, int32 positionMs) {
-    const std::string seconds = positionMs < 0 ? "no" : std::to_string(positionMs / 1000.0);
-    mpv_library()->set_property_string(fMpv, name, seconds.c_str());
-  }
 
   std::mutex fEventsMutex; // guards fEvents, also during its calls
   TSongEvents* fEvents;    // null after the end
@@ -465,6 +497,7 @@ private:
 
   std::atomic<mpv_handle*> fMpv{nullptr};
   std::atomic<int64> fLastLoad{0};
+  std::atomic<int64> fLastPart{0};
   std::atomic<int32> fPositionMs{0};
   std::atomic<double> fBiasMs{0};
   TTimedQuestion fPosition;
@@ -483,6 +516,8 @@ private:
   std::string fTriedDevices; // fingerprint at the last try
   int fTriesLeft = 0;
   TSoundChain fChain;
+  TPartPlayer fParts;
+  int64 fPart = 0; // the last one begun
   int64 fQueuedEntry = -1;
   int64 fEndedLoad = 0; // its queued follower is about to start; 0 for none
   int32 fHeardMs = 0;   // as last reported

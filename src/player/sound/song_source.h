@@ -1,6 +1,7 @@
 #pragma once
 
 #include "player/model/player_choices.h"
+#include "player/model/song_part.h"
 #include "player/model/song_tags.h"
 
 #include <memory>
@@ -20,6 +21,8 @@ public:
   /** `load` ended at that position, and `next`, which Follow had queued, has begun without a gap. */
   virtual void SongJoined(int64 /*load*/, int64 /*next*/, int32 /*endedMs*/) {}
   virtual void SongFailed(int64 load, const std::string& reason) = 0;
+  /** The part has been heard: the song is paused at its beginning. `part` is the number that PlayPart returned. */
+  virtual void PartEnded(int64 /*part*/) {}
   /** `isSilent`: there is no sound device; the song plays on in real time without sound. */
   virtual void OutputChanged(bool /*isSilent*/) {}
   virtual void DevicesFound(const std::vector<TSoundDevice>& /*devices*/) {}
@@ -58,6 +61,12 @@ public:
   /** Queues the song that follows the current one without a gap, replacing the one queued before; an empty path for
       none. Load and Stop clear the queue, too. Returns the load number of that song. */
   virtual int64 Follow(const std::string& /*path*/) { return 0; }
+  /** Plays this part of the loaded song, to the sample, from now on. Ends by itself, or by any other call that seeks,
+      pauses or loads. Returns the number of this part, which differs each time. */
+  virtual int64 PlayPart(const TSongPart& /*part*/) { return 0; }
+  /** Mixes a click into the sound at these times of the song (ms, ascending), from a moment later on; empty for none.
+      Stays set for the next song. */
+  virtual void SetClicks(const std::vector<int32>& /*timesMs*/) {}
   virtual void SetSound(const TSoundChoices& /*choices*/) {}
   /** Reported by DevicesFound. */
   virtual void FindDevices() {}

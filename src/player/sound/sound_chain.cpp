@@ -2,11 +2,13 @@
 
 #include "platform/support/cut_text.h"
 #include "platform/support/log.h"
+#include "player/sound/click_filter.h"
 #include "player/sound/mpv_library.h"
 #include "player/sound/sound_filters.h"
 #include "player/sound/speed_bias.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <string_view>
 #include <utility>
 
@@ -38,6 +40,15 @@ std::vector<TSoundDevice> devices_in(const mpv_node& list) {
   return devices;
 }
 
+std::string joined(std::initializer_list<std::string> filters) {
+  std::string chain;
+  for (const std::string& filter : filters) {
+    if (!chain.empty() && !filter.empty()) chain += ',';
+    chain += filter;
+  }
+  return chain;
+}
+
 const char* library_name(TReplayGain gain) {
   if (gain == TReplayGain::kTrack) return "track";
   return gain == TReplayGain::kAlbum ? "album" : "no";
@@ -52,6 +63,11 @@ void TSoundChain::Apply(const TSoundChoices& choices) {
     fIsDeviceLost = false;
     SetText(kDevice, choices.device.empty() ? kDefaultDevice : choices.device);
   }
+  UpdateFilters();
+}
+
+void TSoundChain::SetClicks(const std::vector<int32>& timesMs) {
+  fClicks = click_filter(timesMs);
   UpdateFilters();
 }
 
@@ -89,14 +105,17 @@ double TSoundChain::SetSpeed(double speed) {
   return fHasStretchFilter ? speed_bias_ms(speed) : 0;
 }
 
-/** Each filter goes without the other if the library does not have that one. */
+/** Each filter goes without the others if the library does not have that one. The clicks come first, since they are
+    placed by the time in the song, which stretching changes. */
 void TSoundChain::UpdateFilters() {
   const std::string effects = sound_filters(fChoices);
   const std::string stretch = fSpeed == 1 ? "" : kStretchFilter;
-  const std::string both = stretch + (stretch.empty() || effects.empty() ? "" : ",") + effects;
-  if (both == fFilters) return;
+  const std::string all = joined({fClicks, stretch, effects});
+  if (all == fFilters) return;
   fHasStretchFilter = !stretch.empty();
-  if (SetFilters(both)) return;
+  if (SetFilters(all)) return;
+  if (!fClicks.empty() && SetFilters(joined({stretch, effects})))
+    return log_error("audio", "the audio library cannot add clicks: they are off");
   if (!effects.empty() && SetFilters(stretch))
     return log_error("audio", "the audio library has no equalizer or balance: they are off");
   fHasStretchFilter = false;

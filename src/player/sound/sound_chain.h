@@ -14,6 +14,8 @@ public:
   /** `mpv` outlives the last call. */
   void Begin(mpv_handle* mpv) { fMpv = mpv; }
   void Apply(const TSoundChoices& choices);
+  /** A click at each of these times of the song (ms, ascending). */
+  void SetClicks(const std::vector<int32>& timesMs);
   /** The devices of the sound server, or else of the system. */
   std::vector<TSoundDevice> Devices() const;
   /** Leaves the chosen device for the default one. False if that was used already. */
@@ -33,6 +35,7 @@ private:
   TSoundChoices fChoices;
   double fSpeed = 1;
   bool fHasStretchFilter = false;
+  std::string fClicks;        // filter; empty for none
   std::string fFilters;       // as set
   bool fIsDeviceLost = false; // the chosen one
 };

@@ -149,6 +149,53 @@ TEST_F(Commands, SeeksStayWithinTheSong) {
   EXPECT_EQ(fAccount.seeks, seeks) << "ignored without its field";
 }
 
+TEST_F(Commands, APartIsPlayedWithinTheSongAlsoIfNoneIsLoaded) {
+  const auto part = [this] {
+    IsPlaying(); // after what was sent
+    return std::exchange(fAccount.part, {});
+  };
+  Send(kMsgHostPlayPart, "FromMs", 2000, "ToMs", 3000);
+  IsPlaying(); // the report of the loaded song precedes what follows
+  EXPECT_EQ(part(), (TSongPart{2000, 3000, false})) << "once the song is loaded";
+  EXPECT_TRUE(IsPlaying());
+  Send(kMsgPartEnded, "part", int64{2});
+  EXPECT_TRUE(IsPlaying()) << "another part";
+  Send(kMsgPartEnded, "part", int64{1});
+  EXPECT_FALSE(IsPlaying());
+  Send(kMsgHostPlayPart, "FromMs", 5000, "Loop", true);
+  EXPECT_EQ(part(), (TSongPart{5000, kDurationMs, true}));
+  Send(kMsgHostSeek, "Time", 7000);
+  Send(kMsgPartEnded, "part", int64{2});
+  Send(kMsgHostPlayPart);
+  EXPECT_TRUE(IsPlaying()) << "the seek has ended the part";
+  Send(kMsgHostPlayPart, "FromMs", 5000, "ToMs", 4000);
+  Send(kMsgHostPlayPart, "FromMs", kDurationMs);
+  EXPECT_EQ(part(), std::nullopt) << "refused";
+  Send(kMsgHostPlayPart, "FromMs", 5000, "ToMs", 6000);
+  Send(kMsgHostPlayPart);
+  EXPECT_FALSE(IsPlaying());
+  EXPECT_EQ(PositionMs(), 5000);
+}
+
+TEST_F(Commands, ClicksAreThoseOfTheSongAndACountInLastsUntilTheNextSeek) {
+  const auto clicks = [this] {
+    IsPlaying();
+    return fAccount.clicksMs;
+  };
+  using TTimes = std::vector<int32>;
+  Send(kMsgHostPlayPause);
+  Send(kMsgHostMarks, "Title", kOwnTitle, "TimeMs", 3000);
+  EXPECT_EQ(clicks(), TTimes()) << "marks are silent";
+  Send(kMsgHostMarks, "Title", kOwnTitle, "TimeMs", 3000, "Clicks", true);
+  EXPECT_EQ(clicks(), TTimes{3000});
+  Send(kMsgHostCountIn, "TimeMs", 2500);
+  EXPECT_EQ(clicks(), (TTimes{2500, 3000}));
+  Send(kMsgHostSeek, "Time", 7000);
+  EXPECT_EQ(clicks(), TTimes{3000});
+  Send(kMsgHostMarks, "Title", "Another", "TimeMs", 3000, "Clicks", true);
+  EXPECT_EQ(clicks(), TTimes());
+}
+
 TEST_F(Commands, AFileThatVanishesWhileItPlaysIsReported) {
   Send(kMsgHostPlayPause); // of /music/song.mp3, which is not there
   IsPlaying();

@@ -15,6 +15,9 @@ struct SongListener : TSongEvents {
   void SongJoined(int64 load, int64 next, int32) override {
     Change([&] { fEnded = load, fJoined = next; });
   }
+  void PartEnded(int64 part) override {
+    Change([&] { fEndedPart = part; });
+  }
   void DeviceLost(const std::string& device) override {
     Change([&] { fLostDevice = device; });
   }
@@ -44,6 +47,7 @@ struct SongListener : TSongEvents {
   int64 fEnded = 0;
   int64 fFailed = 0;
   int64 fJoined = 0;
+  int64 fEndedPart = 0;
   std::string fLostDevice;
   bool fIsSilent = false;
   TSongTags fTags;

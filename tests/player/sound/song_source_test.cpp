@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <utility>
 
 namespace {
 
@@ -107,6 +108,56 @@ TEST_F(SongSource, ARangeIsRepeatedUntilThatIsCancelled) {
   EXPECT_LE(furthestMs, 1010);
   fSource->SetRepeat(-1, -1);
   EXPECT_TRUE(fListener.Wait(fListener.fEnded, load)) << "it goes on to its end";
+}
+
+TEST_F(SongSource, APartEndsWhereItIsToAndTheSongIsPausedAtItsBeginning) {
+  const int64 load = LoadSilence(4, true);
+  for (const TSongPart& part : {TSongPart{400, 700}, {1900, 2000}, {0, 100}}) {
+    EXPECT_TRUE(fListener.Wait(fListener.fEndedPart, fSource->PlayPart(part)));
+    EXPECT_EQ(fSource->PositionMs(), part.fromMs);
+  }
+  EXPECT_NE(fListener.fEnded, load) << "the end of a part is none of the song, also where both are the same";
+  fSource->SetPaused(false);
+  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load)) << "it plays on beyond the part";
+}
+
+TEST_F(SongSource, PausingInTheLastMomentsOfAPartSkippedToTheNextSong) {
+  const int64 load = LoadSilence(8, false);
+  fSource->SetRepeat(0, 1000);
+  for (const int32 playedMs : {100, 250, 290}) {
+    const int64 part = fSource->PlayPart({3000, 3300});
+    ASSERT_TRUE(eventually([&] { return fSource->PositionMs() >= 3000 + playedMs || fListener.fEndedPart == part; }));
+    fSource->SetPaused(true);
+    fSource->SetPaused(false);
+  }
+  EXPECT_NE(fListener.fEnded, load);
+  fSource->SeekTo(3900);
+  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load)) << "neither part nor repeat hold the song";
+}
+
+TEST_F(SongSource, ALoopedPartLastsUntilTheUserSeeks) {
+  const int64 load = LoadSilence(4, true);
+  fSource->PlayPart({500, 700, true});
+  int timesBack = 0;
+  int32 beforeMs = 0;
+  ASSERT_TRUE(eventually([&] {
+    const int32 nowMs = fSource->PositionMs();
+    timesBack += std::exchange(beforeMs, nowMs) > nowMs + 50;
+    return timesBack == 3;
+  }));
+  fSource->SeekTo(1900);
+  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load));
+}
+
+TEST_F(SongSource, WithClicksTheSongIsAsLongAndWhereItWas) {
+  const int64 load = LoadSilence(4, true);
+  fSource->SetClicks({100, 250, 1000});
+  fSource->SeekTo(900);
+  fSource->SetPaused(false);
+  EXPECT_EQ(fSource->PositionMs(), 900);
+  ASSERT_TRUE(eventually([this] { return fSource->PositionMs() > 1200; }));
+  fSource->SetClicks({});
+  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load));
 }
 
 TEST_F(SongSource, TheSongThatFollowsBeginsByItself) {

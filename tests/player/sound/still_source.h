@@ -4,6 +4,7 @@
 #include "player/app/sonivo_app.h"
 
 #include <atomic>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,7 +16,9 @@ struct StillSource : TSongSource {
     std::atomic<int> seeks{0};
     std::atomic<int32> fromMs{-1};
     std::atomic<int32> toMs{-1};
-    std::string followed; // queued by Follow; for tests that call the source's user themselves
+    std::optional<TSongPart> part; // for tests that call the source's user themselves, as all below
+    std::vector<int32> clicksMs;
+    std::string followed; // queued by Follow
   };
   static constexpr int32 kDurationMs = 60000;
 
@@ -35,6 +38,12 @@ struct StillSource : TSongSource {
     ++fAccount->seeks;
     fAccount->positionMs = positionMs;
   }
+  int64 PlayPart(const TSongPart& part) override {
+    fAccount->part = part;
+    fAccount->positionMs = part.fromMs;
+    return ++fParts;
+  }
+  void SetClicks(const std::vector<int32>& timesMs) override { fAccount->clicksMs = timesMs; }
   void SetSpeed(double speed) override { fAccount->speed = speed; }
   void SetVolume(double) override {}
   void SetRepeat(int32 fromMs, int32 toMs) override {
@@ -47,6 +56,7 @@ private:
   TSongEvents* const fEvents;
   Account* const fAccount;
   int64 fLoads = 0;
+  int64 fParts = 0;
 };
 
 /** The player without a display and with StillSource, until the test ends. */
