@@ -1,6 +1,7 @@
 #include "document/document_publisher.h"
 
 #include "document/document_song.h"
+#include "editviews/view_choices.h"
 #include "hostlink/host_link.h"
 #include "lyrics/line_times.h"
 #include "platform/app/message.h"
@@ -21,8 +22,8 @@ std::vector<int32> sung_times(const std::vector<std::string>& lines) {
 } // namespace
 
 TDocumentPublisher::TDocumentPublisher(const BMessenger& owner, TDocument* document, const TDocumentSong* song,
-                                       const Sonivo_FrontEnd* frontEnd)
-    : fOwner(owner), fDocument(document), fSong(song), fFrontEnd(frontEnd) {
+                                       const Sonivo_FrontEnd* frontEnd, const TViewChoices* choices)
+    : fOwner(owner), fDocument(document), fSong(song), fFrontEnd(frontEnd), fChoices(choices) {
   fDocument->SetObserver(this);
 }
 
@@ -102,10 +103,12 @@ void TDocumentPublisher::PublishMarks() {
 
 void TDocumentPublisher::ShowMarks(std::vector<int32> timesMs, const std::string& title) {
   fMarksTimer.reset();
-  if (timesMs == fMarksMs && (title == fMarksTitle || timesMs.empty())) return;
+  const bool isSame = timesMs == fMarksMs && fChoices->clicks == fAreClicks;
+  if (isSame && (title == fMarksTitle || timesMs.empty())) return;
   // The previous song loses its marks first.
   if (title != fMarksTitle && !fMarksMs.empty()) fFrontEnd->ShowMarks(fMarksTitle, {});
   fMarksMs = std::move(timesMs);
   fMarksTitle = title;
-  fFrontEnd->ShowMarks(fMarksTitle, fMarksMs);
+  fAreClicks = fChoices->clicks;
+  fFrontEnd->ShowMarks(fMarksTitle, fMarksMs, fAreClicks);
 }

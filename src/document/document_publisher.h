@@ -9,6 +9,7 @@
 class BMessageRunner;
 class Sonivo_FrontEnd;
 class TDocumentSong;
+struct TViewChoices;
 
 /** Publishes a document: each change to its subscriber, and, debounced, the times of its lines to the player. Without a
     subscriber or a time tag it sends nothing. Owned by the document's view, on its thread. */
@@ -16,7 +17,7 @@ class TDocumentPublisher : public TDocumentObserver {
 public:
   /** Observes the document from now on. `owner` gets the messages above; nothing is owned. */
   TDocumentPublisher(const BMessenger& owner, TDocument* document, const TDocumentSong* song,
-                     const Sonivo_FrontEnd* frontEnd);
+                     const Sonivo_FrontEnd* frontEnd, const TViewChoices* choices);
   /** Publishes that the document is closed. */
   ~TDocumentPublisher() override;
 
@@ -24,6 +25,8 @@ public:
   bool Handle(const BMessage& message);
   void LinesChanged(const TLinesChange& change) override;
   void DocumentReplaced() override;
+  /** The choice whether the player clicks at the tags has changed. */
+  void ClicksChosen() { PublishMarks(); }
 
 private:
   void FollowRqtd(const BMessage& request);
@@ -37,10 +40,13 @@ private:
   TDocument* const fDocument;
   const TDocumentSong* const fSong;
   const Sonivo_FrontEnd* const fFrontEnd;
+  const TViewChoices* const fChoices;
   BMessenger fSubscriber;
   bool fIsWholeDue = false;
   int32 fNumber = 0; // of the last notice
   std::unique_ptr<BMessageRunner> fMarksTimer;
-  std::vector<int32> fMarksMs; // fMarksMs and fMarksTitle: as last sent to the player
+  // As last sent to the player.
+  std::vector<int32> fMarksMs;
   std::string fMarksTitle;
+  bool fAreClicks = false;
 };

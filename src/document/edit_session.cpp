@@ -26,6 +26,7 @@ constexpr float kMarkMargin = 4;
 constexpr int kMaxReplayTries = 100;
 /** How far before the line the song is rewound for another try. */
 constexpr long kLeadMs = 2000;
+constexpr long kBeatMs = 500; // of the clicks before the line
 
 BRect above_status_bar(BRect bounds) {
   bounds.bottom -= kStatusBarHeight + 1;
@@ -51,6 +52,14 @@ std::string status_text(const std::string& symbol, const TLyricsForm& form, cons
   const std::string dialect = isCommon ? std::string(" ") + gLLT->Text("StatBarSymbol_Dialect_1") : std::string();
   return " [" + symbol + "] " + encoding_name(form.encoding) + " <" + gLLT->Text(lineEndKey.c_str()) + ">" + dialect +
          "   " + text;
+}
+
+/** Two beats before the line, which is the third. */
+std::vector<int32> count_in(long lineMs) {
+  std::vector<int32> timesMs;
+  for (const long beforeMs : {2 * kBeatMs, kBeatMs})
+    if (lineMs >= beforeMs) timesMs.push_back(static_cast<int32>(lineMs - beforeMs));
+  return timesMs;
 }
 
 } // namespace
@@ -129,10 +138,14 @@ void TEditSession::LanguageChanged() {
   PlaceStatusBar();
 }
 
-void TEditSession::ToggleClock() {
-  fChoices.showsClock = !fChoices.showsClock;
+void TEditSession::Toggle(bool* choice) {
+  *choice = !*choice;
   fChoices.Store();
   report_view_choices(fChoices, fScroll->Window());
+}
+
+void TEditSession::ToggleClock() {
+  Toggle(&fChoices.showsClock);
   ShowClock();
 }
 
@@ -321,6 +334,7 @@ void TEditSession::RetakeRqtd() {
   time_tag_to_time(fDocument->Lines()[row], &stampedMs, &extended);
   if (!Replay(TReplayDirection::kUndo)) return;
   fFrontEnd->SeekTo(static_cast<int32>(std::max(stampedMs - kLeadMs, 0L)));
+  if (fChoices.countsIn) fFrontEnd->CountIn(count_in(stampedMs));
   Report(gLLT->Text("StatBarStr_Retake") + std::to_string(row + 1));
 }
 

@@ -62,6 +62,8 @@ public:
   void Reload(const TOpenedLyrics& opened);
   /** Shows or hides position and seek bar in the status bar. */
   void ToggleClock();
+  void ToggleClicks() { Toggle(&fChoices.clicks); }
+  void ToggleCountIn() { Toggle(&fChoices.countsIn); }
   TSongClock& Clock() const { return *fClock; }
   /** Of this window; to be stored after a change. */
   TViewChoices& Choices() { return fChoices; }
@@ -76,6 +78,7 @@ public:
   void Redo();
 
 private:
+  void Toggle(bool* choice);
   void LinesEdited(const TLinesChange& change, TEditKind kind, TSelectedLines before, TSelectedLines after) override;
   TWordForm WordForm() const override;
   void ShowWordTimes(const std::optional<std::string>& text) override;

@@ -57,7 +57,7 @@ void TVesmoEView::AttachedToWindow() {
   fBulk = std::make_unique<TBulkCommands>(&fDocument, session);
   fSplitter = std::make_unique<TLineSplitter>(this, &fDocument, session);
   fDrop = std::make_unique<TFileDrop>(this, frontEnd, session);
-  fPublisher = std::make_unique<TDocumentPublisher>(self, &fDocument, &fSong, frontEnd);
+  fPublisher = std::make_unique<TDocumentPublisher>(self, &fDocument, &fSong, frontEnd, &session->Choices());
   fDifferences = std::make_unique<TDifferences>(this);
   fOffers = std::make_unique<TFormOffers>(self, &fDocument, session, fNotices);
   fFile = std::make_unique<TDocumentFile>(this, &fDocument, session, fNotices, fDifferences.get(), fOffers.get());
@@ -108,6 +108,13 @@ bool TVesmoEView::HandleOwn(const BMessage& message) {
     break;
   case kMsgShowClock:
     fSession->ToggleClock();
+    break;
+  case kMsgToggleClicks:
+    fSession->ToggleClicks();
+    fPublisher->ClicksChosen();
+    break;
+  case kMsgToggleCountIn:
+    fSession->ToggleCountIn();
     break;
   case kMsgSeekInSong:
     fSession->Clock().Seek();

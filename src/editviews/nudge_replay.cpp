@@ -3,56 +3,40 @@
 #include "hostlink/host_link.h"
 #include "platform/app/message.h"
 #include "platform/app/message_runner.h"
+#include "platform/kernel/threads.h"
 #include "plugin/message_codes.h"
+
+#include <algorithm>
 
 namespace {
 /** Debounce: a held key seeks once. */
 constexpr bigtime_t kDebounceUs = 150000;
-constexpr bigtime_t kReplayUs = 500000;
+constexpr int32 kReplayMs = 500;
 } // namespace
 
 TNudgeReplay::TNudgeReplay(const BHandler* view, Sonivo_FrontEnd* frontEnd) : fView(view), fFrontEnd(frontEnd) {}
 
 TNudgeReplay::~TNudgeReplay() = default;
 
-void TNudgeReplay::BeatIn(bigtime_t us) {
-  const BMessage beat(kMsgReplayBeat);
-  fRunner = std::make_unique<BMessageRunner>(BMessenger(fView), &beat, us, 1);
-}
-
 void TNudgeReplay::Nudged(int32 timeMs) {
   fTimeMs = timeMs;
-  fState = TState::kWaiting;
-  BeatIn(kDebounceUs);
+  const BMessage beat(kMsgReplayBeat);
+  fRunner = std::make_unique<BMessageRunner>(BMessenger(fView), &beat, kDebounceUs, 1);
 }
 
+/** A nudge during a replay begins it again; the song, which was paused before, is paused again afterwards. */
 void TNudgeReplay::Beat() {
-  if (fState == TState::kWaiting)
-    Begin();
-  else if (fState == TState::kPlaying)
-    End();
-}
-
-/** A nudge during a replay begins it again; that the song was paused before is still known then. */
-void TNudgeReplay::Begin() {
-  const bool isPaused = fFrontEnd->IsPaused();
-  fPausesAfterwards = fPausesAfterwards || isPaused;
-  fFrontEnd->SeekTo(fTimeMs);
-  fState = fPausesAfterwards ? TState::kPlaying : TState::kIdle;
-  if (!fPausesAfterwards) return;
-  if (isPaused) fFrontEnd->PlayPause();
-  BeatIn(kReplayUs);
-}
-
-/** The player may have been paused meanwhile in its own window. */
-void TNudgeReplay::End() {
-  if (!fFrontEnd->IsPaused()) fFrontEnd->PlayPause();
-  fFrontEnd->SeekTo(fTimeMs);
-  Cancel();
+  fRunner.reset();
+  const bigtime_t nowUs = system_time();
+  if (!fFrontEnd->IsPaused() && nowUs >= fReplaysUntilUs) {
+    fFrontEnd->SeekTo(fTimeMs);
+    return;
+  }
+  fFrontEnd->PlayPart(fTimeMs, fTimeMs + kReplayMs);
+  fReplaysUntilUs = nowUs + bigtime_t{kReplayMs} * 1000 * 100 / std::max(fFrontEnd->SpeedPercent(), int32{1});
 }
 
 void TNudgeReplay::Cancel() {
-  fState = TState::kIdle;
-  fPausesAfterwards = false;
   fRunner.reset();
+  fReplaysUntilUs = 0;
 }

@@ -23,15 +23,9 @@ public:
   void Cancel();
 
 private:
-  enum class TState { kIdle, kWaiting, kPlaying };
-  void BeatIn(bigtime_t us);
-  void Begin();
-  void End();
-
   const BHandler* const fView;
   Sonivo_FrontEnd* const fFrontEnd;
   std::unique_ptr<BMessageRunner> fRunner;
-  TState fState = TState::kIdle;
-  bool fPausesAfterwards = false;
   int32 fTimeMs = 0;
+  bigtime_t fReplaysUntilUs = 0; // then a song that was paused is paused again
 };

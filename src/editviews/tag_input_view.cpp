@@ -32,7 +32,7 @@ TTagInputView::TTagInputView(BRect frame, Sonivo_FrontEnd* frontEnd, TViewChoice
       fChoices(choices), fRows(this, this, {[this] { RowsEmptied(); }, [this] { fHabit.ForgetLines(); }}),
       fReplay(this, frontEnd), fHabit(&fRows, frontEnd), fTagKeys({&fRows, &fHabit, &fReplay, frontEnd, choices}),
       fLineCommands(&fRows), fProblems(&fRows), fPlayerKeys(&fRows, &fReplay, frontEnd),
-      fSung(&fRows, frontEnd, choices), fWords(&fRows),
+      fListening(&fRows, &fReplay, frontEnd), fSung(&fRows, frontEnd, choices), fWords(&fRows),
       fWordKeys({&fRows, &fWords, &fHabit, &fReplay, frontEnd, choices}),
       fWordRows({&fRows, &fWords, &fSung, choices}) {
   SetAccessibleName("Lyrics");
@@ -121,6 +121,7 @@ void TTagInputView::SetSongPosition(std::optional<int32> positionMs) {
 
 void TTagInputView::SelectionChanged() {
   fWordKeys.SelectionChanged();
+  fListening.RowChanged();
 }
 
 void TTagInputView::WindowActivated(bool active) {
@@ -188,8 +189,9 @@ bool TTagInputView::RunCommand(TCommandId id) {
   if (id == kStamp && IsWordByWord())
     return fWordKeys.Tap(key_event_of(Window() ? Window()->CurrentMessage() : nullptr)), true;
   if (id == kRetake && IsWordByWord()) return fWordKeys.TakeBack(), true;
-  return fTagKeys.Run(id) || fWordKeys.Run(id) || fLineCommands.Run(id) || fProblems.Run(id) || fSung.Run(id) ||
-         fPlayerKeys.Run(id);
+  if (fListening.Run(id)) return true;
+  if (fTagKeys.Run(id)) return fListening.RowChanged(), true;
+  return fWordKeys.Run(id) || fLineCommands.Run(id) || fProblems.Run(id) || fSung.Run(id) || fPlayerKeys.Run(id);
 }
 
 void TTagInputView::ToggleWordByWord() {

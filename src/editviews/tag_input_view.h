@@ -3,6 +3,7 @@
 #include "commands/command_table.h"
 #include "editviews/current_words.h"
 #include "editviews/line_commands.h"
+#include "editviews/listening.h"
 #include "editviews/nudge_replay.h"
 #include "editviews/player_keys.h"
 #include "editviews/problem_rows.h"
@@ -83,6 +84,7 @@ private:
   TLineCommands fLineCommands;
   TProblemRows fProblems;
   TPlayerKeys fPlayerKeys;
+  TListening fListening;
   TSungRow fSung;
   TCurrentWords fWords;
   TWordKeys fWordKeys;

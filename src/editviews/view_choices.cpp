@@ -21,15 +21,19 @@ void TViewChoices::Store() {
 bool TViewChoices::Archive(BMessage* archive) {
   return archive->AddBool("Flow", follows) == B_OK && archive->AddBool("Clok", showsClock) == B_OK &&
          archive->AddBool("Word", timesWords) == B_OK && archive->AddBool("Lane", showsLane) == B_OK &&
-         archive->AddBool("Wave", showsWave) == B_OK;
+         archive->AddBool("Wave", showsWave) == B_OK && archive->AddBool("Clck", clicks) == B_OK &&
+         archive->AddBool("CtIn", countsIn) == B_OK;
 }
 
 bool TViewChoices::Unarchive(const BMessage& archive) {
-  const bool isFlowRead = Read(archive, "Flow", &follows);
-  const bool isClockRead = Read(archive, "Clok", &showsClock);
-  const bool isLaneRead = Read(archive, "Lane", &showsLane);
-  const bool isWaveRead = Read(archive, "Wave", &showsWave);
-  return Read(archive, "Word", &timesWords) && isFlowRead && isClockRead && isLaneRead && isWaveRead;
+  bool all = Read(archive, "Flow", &follows);
+  all &= Read(archive, "Clok", &showsClock);
+  all &= Read(archive, "Word", &timesWords);
+  all &= Read(archive, "Lane", &showsLane);
+  all &= Read(archive, "Wave", &showsWave);
+  all &= Read(archive, "Clck", &clicks);
+  all &= Read(archive, "CtIn", &countsIn);
+  return all;
 }
 
 void report_view_choices(const TViewChoices& choices, BWindow* window) {
@@ -39,5 +43,7 @@ void report_view_choices(const TViewChoices& choices, BWindow* window) {
   changed.AddBool("Words", choices.timesWords);
   changed.AddBool("Lane", choices.showsLane);
   changed.AddBool("Wave", choices.showsWave);
+  changed.AddBool("Clicks", choices.clicks);
+  changed.AddBool("CountsIn", choices.countsIn);
   if (window) window->PostMessage(&changed);
 }

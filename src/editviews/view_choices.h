@@ -16,6 +16,8 @@ struct TViewChoices : koreva::TArchivable {
   bool showsLane = false;  // "Lane": the sound below the lyrics
   bool showsWave = false;  // "Wave": as a wave, not a spectrogram
   bool timesWords = false; // "Word": the space bar times words, which the rows show
+  bool clicks = false;     // "Clck": the player clicks at the tags
+  bool countsIn = false;   // "CtIn": and twice before a line that is to be stamped again
 
 private:
   bool Archive(BMessage* archive) override;

@@ -33,6 +33,13 @@ status_t send_command(uint32 what, const char* field, int32 value) {
   return send_command(message);
 }
 
+BMessage message_of_part(int32 fromMs, std::optional<int32> toMs) {
+  BMessage message(kMsgHostPlayPart);
+  message.AddInt32("FromMs", fromMs);
+  if (toMs) message.AddInt32("ToMs", *toMs);
+  return message;
+}
+
 } // namespace
 
 Sonivo_FrontEnd::Sonivo_FrontEnd(bool pollInformation, int64 intervalUs)
@@ -198,6 +205,26 @@ status_t Sonivo_FrontEnd::SeekBy(int32 differenceMs) const {
   return send_command(kMsgHostSeekBy, "Time", differenceMs);
 }
 
+status_t Sonivo_FrontEnd::PlayPart(int32 fromMs, std::optional<int32> toMs) const {
+  return send_command(message_of_part(fromMs, toMs));
+}
+
+status_t Sonivo_FrontEnd::LoopPart(int32 fromMs, int32 toMs) const {
+  BMessage message = message_of_part(fromMs, toMs);
+  message.AddBool("Loop", true);
+  return send_command(message);
+}
+
+status_t Sonivo_FrontEnd::EndPart() const {
+  return send_command(BMessage(kMsgHostPlayPart));
+}
+
+status_t Sonivo_FrontEnd::CountIn(const std::vector<int32>& timesMs) const {
+  BMessage message(kMsgHostCountIn);
+  for (const int32 timeMs : timesMs) message.AddInt32("TimeMs", timeMs);
+  return send_command(message);
+}
+
 status_t Sonivo_FrontEnd::PlayPause() const {
   return send_command(BMessage(kMsgHostPlayPause));
 }
@@ -212,10 +239,11 @@ status_t Sonivo_FrontEnd::PlayFiles(const std::vector<std::string>& paths) const
   return send_command(message);
 }
 
-status_t Sonivo_FrontEnd::ShowMarks(const std::string& title, const std::vector<int32>& timesMs) const {
+status_t Sonivo_FrontEnd::ShowMarks(const std::string& title, const std::vector<int32>& timesMs, bool asClicks) const {
   BMessage message(kMsgHostMarks);
   message.AddString("Title", title);
   for (const int32 timeMs : timesMs) message.AddInt32("TimeMs", timeMs);
+  if (asClicks) message.AddBool("Clicks", true);
   return send_command(message);
 }
 

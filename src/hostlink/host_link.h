@@ -55,6 +55,15 @@ public:
       player or if its queue is full. Thread-safe. */
   status_t SeekTo(int32 positionMs) const;
   status_t SeekBy(int32 differenceMs) const;
+  /** Plays that part of the song, after which it is paused at the part's beginning; without an end, the song plays on.
+   */
+  status_t PlayPart(int32 fromMs, std::optional<int32> toMs) const;
+  /** Until EndPart, or until the user seeks or pauses. */
+  status_t LoopPart(int32 fromMs, int32 toMs) const;
+  /** The song is paused at the beginning of the part; no effect if none is played. */
+  status_t EndPart() const;
+  /** Clicks at these times of the song, in addition to those at the marks, until the song is sought. */
+  status_t CountIn(const std::vector<int32>& timesMs) const;
   status_t PlayPause() const;
   /** By that many percentage points of the normal speed. */
   status_t ChangeSpeed(int32 percent) const;
@@ -62,8 +71,8 @@ public:
   status_t PlayFile(const std::string& path) const { return PlayFiles({path}); }
   /** Adds files and folders to the playlist and plays the first song. */
   status_t PlayFiles(const std::vector<std::string>& paths) const;
-  /** Marks on the seek bar for the song of that title; times in ascending order. */
-  status_t ShowMarks(const std::string& title, const std::vector<int32>& timesMs) const;
+  /** Marks on the seek bar for the song of that title, which may also be heard as clicks; times in ascending order. */
+  status_t ShowMarks(const std::string& title, const std::vector<int32>& timesMs, bool asClicks = false) const;
 
   /** Cancels all current and future waits. Thread-safe. */
   void StopWaiting();

@@ -130,6 +130,15 @@ BMenu* TEditorMenus::MakeWordsMenu() {
   return menu;
 }
 
+BMenu* TEditorMenus::MakeListenMenu() {
+  auto* const menu = new BMenu(label_of("Menu_Listen", "L").c_str());
+  for (const TCommandId id : {kHearBefore, kHearStart, kHearLine, kHearFrom, kHearLoop}) menu->AddItem(MakeItem(id));
+  menu->AddSeparatorItem();
+  menu->AddItem(MakeItem(kClicks));
+  menu->AddItem(MakeItem(kCountIn));
+  return menu;
+}
+
 BMenu* TEditorMenus::MakeModeMenu() {
   auto* const tagInput = new BMenu(label_of("Menu_Tag_Input_Mode", "T").c_str());
   tagInput->AddItem(MakeItem(kModeExtended));
@@ -142,6 +151,8 @@ BMenu* TEditorMenus::MakeModeMenu() {
   menu->AddSeparatorItem();
   menu->AddItem(MakeItem(kWordByWord));
   menu->AddItem(MakeWordsMenu());
+  menu->AddSeparatorItem();
+  menu->AddItem(MakeListenMenu());
   return menu;
 }
 

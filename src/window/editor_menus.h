@@ -48,6 +48,7 @@ private:
   BMenu* MakeEditMenu();
   BMenuItem* MakeLinesMenu();
   BMenu* MakeWordsMenu();
+  BMenu* MakeListenMenu();
   BMenu* MakeModeMenu();
   BMenu* MakeGoMenu();
   BMenu* MakeToolMenu();

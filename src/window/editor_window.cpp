@@ -212,6 +212,8 @@ void TVesmoEWin::ViewChoicesChanged(const BMessage& message) {
   if (message.FindBool("Clock", &isMarked) == B_OK) fMenus->Mark(TCommandId::kShowClock, isMarked);
   if (message.FindBool("Lane", &isMarked) == B_OK) fMenus->Mark(TCommandId::kShowLane, isMarked);
   if (message.FindBool("Wave", &isMarked) == B_OK) fMenus->Mark(TCommandId::kLaneWave, isMarked);
+  if (message.FindBool("Clicks", &isMarked) == B_OK) fMenus->Mark(TCommandId::kClicks, isMarked);
+  if (message.FindBool("CountsIn", &isMarked) == B_OK) fMenus->Mark(TCommandId::kCountIn, isMarked);
   if (message.FindBool("Words", &isMarked) != B_OK) return;
   fMenus->Mark(TCommandId::kWordByWord, isMarked);
   fToolBar->FindItem("TBWordByWord")->SetValue(isMarked);

@@ -22,6 +22,9 @@ struct TagCommands : EditorByHand {
   bool WasTold(const StrangeHost::Command& command) {
     return Until([&] { return !fHost->Commands().empty() && fHost->Commands().back() == command; });
   }
+  bool WasAskedToPlay(const std::string& part) {
+    return Until([&] { return fHost->Part() == part; });
+  }
 };
 
 TEST_F(TagCommands, CommaAndPeriodNudgeByTenMillisecondsWithShiftAndCtrlByMore) {
@@ -63,15 +66,53 @@ TEST_F(TagCommands, ANudgedLineIsPlayedForAMomentAndAPausedSongIsPausedAgain) {
   fHost->SetPlaying(false);
   PlayAt(5000);
   Press(".");
-  EXPECT_TRUE(WasTold({kMsgHostPlayPause, -1}));
+  EXPECT_TRUE(WasAskedToPlay("10010..10510"));
+  EXPECT_THAT(fHost->Commands(), IsEmpty()) << "the player itself pauses it";
+  Press("Ctrl+Space");
   fHost->SetPlaying(true);
   PlayAt(10200);
-  EXPECT_TRUE(WasTold({kMsgHostSeek, 10010})) << "and is back at the line";
-  const auto told = fHost->Commands();
-  EXPECT_EQ(std::ranges::count(told, StrangeHost::Command{kMsgHostPlayPause, -1}), 2);
   Press("."); // now it plays
   EXPECT_TRUE(WasTold({kMsgHostSeek, 10020}));
-  EXPECT_EQ(fHost->Commands().size(), told.size() + 1);
+}
+
+TEST_F(TagCommands, OneKeyPlaysThePartsOfALineAndALoopFollowsTheSelection) {
+  Show("[00:10:00]a\n[00:12:00]b\nc\n[00:09:00]d\n[00:00:20]e\n[00:20:00]f\n");
+  fHost->SetPlaying(true);
+  PlayAt(12000);
+  const std::tuple<int32, const char*, const char*> kParts[] = {
+      {0, "1", "9500..10000"},  {0, "2", "10000..10500"}, {0, "3", "10000..12000"},      {0, "4", "10000..-1"},
+      {1, "3", "12000..20000"}, {4, "1", "0..200"},       {0, "5", "10000..12000 loop"},
+  };
+  for (const auto& [row, key, part] : kParts) {
+    EditView().SetCurLine(row);
+    Press(key);
+    EXPECT_TRUE(WasAskedToPlay(part)) << key << ": " << fHost->Part();
+  }
+  Press("Down");
+  EXPECT_TRUE(WasAskedToPlay("12000..20000 loop")) << fHost->Part();
+  Press(",");
+  EXPECT_TRUE(WasAskedToPlay("11990..20000 loop")) << fHost->Part();
+  Press("5");
+  EXPECT_TRUE(WasAskedToPlay("-1..-1")) << "ended";
+  Press("5");
+  EXPECT_TRUE(WasAskedToPlay("11990..20000 loop")) << fHost->Part();
+  Press("Down");
+  EXPECT_TRUE(WasAskedToPlay("-1..-1")) << "there is nothing to loop over";
+  EXPECT_THAT(Status(), EndsWith("This line has no time tag yet"));
+  Press("Down");
+  EXPECT_EQ(fHost->Part(), "-1..-1");
+}
+
+TEST_F(TagCommands, ByChoiceTwoClicksLeadToALineThatIsStampedAgain) {
+  Show("a\nb\n");
+  PlayAt(10000);
+  Press("Space");
+  Press("Backspace");
+  EXPECT_TRUE(WasTold({kMsgHostSeek, 8000}));
+  SendToView(BMessage(kMsgToggleCountIn));
+  Press("Space");
+  Press("Backspace");
+  EXPECT_TRUE(WasTold({kMsgHostCountIn, 9000}));
 }
 
 TEST_F(TagCommands, KeysGoToProblemsAndToLinesWithoutATag) {

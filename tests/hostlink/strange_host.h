@@ -51,6 +51,10 @@ struct StrangeHost : BApplication {
   void SetPlaying(std::optional<bool> isPlaying) {
     Locked([&] { return fIsPlaying = isPlaying; });
   }
+  /** The last one asked for, as "from..to loop"; -1 for what is absent. */
+  std::string Part() {
+    return Locked([this] { return fPart; });
+  }
   /** Title and times of the last marks. */
   std::pair<std::string, std::vector<int32>> Marks() {
     return Locked([this] { return fMarks; });
@@ -88,8 +92,11 @@ struct StrangeHost : BApplication {
     case kMsgHostSeek:
     case kMsgHostSeekBy:
     case kMsgHostPlayPause:
+    case kMsgHostCountIn:
     case kMsgHostSpeedBy:
       return Keep(*message);
+    case kMsgHostPlayPart:
+      return KeepPart(*message);
     case kMsgHostMarks:
       return KeepMarks(*message);
     case kMsgHostOpen:
@@ -127,9 +134,19 @@ private:
   }
   void Keep(const BMessage& command) {
     int32 number = -1;
-    if (command.FindInt32("Time", &number) != B_OK) command.FindInt32("Percent", &number);
+    for (const char* const name : {"Time", "Percent", "TimeMs"}) command.FindInt32(name, &number);
     const std::lock_guard lock(fMutex);
     fCommands.emplace_back(command.what, number);
+  }
+  void KeepPart(const BMessage& message) {
+    int32 fromMs = -1;
+    int32 toMs = -1;
+    bool loops = false;
+    message.FindInt32("FromMs", &fromMs);
+    message.FindInt32("ToMs", &toMs);
+    message.FindBool("Loop", &loops);
+    const std::lock_guard lock(fMutex);
+    fPart = std::to_string(fromMs) + ".." + std::to_string(toMs) + (loops ? " loop" : "");
   }
   void KeepFile(const BMessage& message) {
     const std::lock_guard lock(fMutex);
@@ -183,6 +200,7 @@ private:
   std::string fRecord;
   int fHeard = 0;
   std::optional<bool> fIsPlaying;
+  std::string fPart;
   std::vector<Command> fCommands;
   std::pair<std::string, std::vector<int32>> fMarks;
   std::vector<BMessage> fUnanswered;

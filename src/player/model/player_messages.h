@@ -44,7 +44,7 @@ enum : unsigned int {
   // From the sound; concerning a song: int64 "load".
   kMsgSongLoaded = 'psld', // the fields of player/list/tag_fields.h
   kMsgSongEnded = 'psen',
-  kMsgPartEnded = 'pspe',  // int64 "part"
+  kMsgPartEnded = 'pspe',     // int64 "part"
   kMsgSongJoined = 'psjn',    // the song ended at int32 "endedMs", and the queued one, int64 "next", has begun
   kMsgSongFailed = 'psfl',    // string "reason"
   kMsgOutputChanged = 'psou', // bool "silent": there is no sound device
