@@ -99,8 +99,8 @@ std::string info_report(const std::string& name, const TExactLyrics& lyrics, TRe
   const std::string dialect = dialect_of(lyrics);
   switch (format) {
   case TReportFormat::kText:
-    return printable(name) + ": " + form + "; " + lines + " lines, " + number(tags.lines) + " tagged, " +
-           number(tags.withWords) + " with word times; tags: " + number(tags.standard) + " standard, " +
+    return printable(name) + ": " + form + "; " + lines + (lines == "1" ? " line, " : " lines, ") + number(tags.lines) +
+           " tagged, " + number(tags.withWords) + " with word times; tags: " + number(tags.standard) + " standard, " +
            number(tags.colon) + " with colon, " + number(tags.dotted) + " with period; dialect: " + dialect + "; " +
            time_text(tags.firstMs) + " to " + time_text(tags.lastMs) + "\n";
   case TReportFormat::kTable:
