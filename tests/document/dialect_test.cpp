@@ -128,6 +128,18 @@ TEST_F(CommonLyrics, CopyForPlayersIsRenewedAndNeverReplacesAnotherFile) {
   })) << "the foreign file was backed up";
 }
 
+TEST_F(CommonLyrics, CopyOfADocumentWithoutAFileIsRenewedOnceItHasOne) {
+  fHost->fEntries = {{fFolder.Write("song.mp3", ""), "song"}};
+  SetPref([](TPrefValues* values) { values->renewsCopies = true; });
+  PlayAt(1000);
+  Press("Space");
+  Copy();
+  EXPECT_EQ(fFolder.Read("song.lrc"), "[00:01.00]\n");
+  Press("+");
+  Send(message_of(B_SAVE_REQUESTED, "directory", ref_of(fFolder.Path()), "name", "b.txt"));
+  EXPECT_EQ(fFolder.Read("song.lrc"), "[00:01.01]\n");
+}
+
 TEST_F(CommonLyrics, LyricsUnderTheNameOfTheCopyAreOfferedToBeSavedInItsForm) {
   Open(fFolder.Write("a.lrc", "[00:01:20]one\n"));
   EXPECT_THAT(Answer("Y", [&] { Copy(); }).text, HasSubstr("the file that you are editing"));

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <future>
 
 using namespace testing;
@@ -86,6 +87,20 @@ TEST_F(Opening, FileThatCannotBeMadeIsNamed) {
   const auto asked = Answer({"Y", "U"}, [&] { Open(path); });
   EXPECT_EQ(asked.back().text, "This lyrics file cannot be opened:\n" + path);
   EXPECT_EQ(Title(), "Untitled - Vesmo Editor");
+}
+
+TEST_F(Opening, AFileThatIsGoneLeavesTheRecentFilesUnlessItIsMadeAgain) {
+  const auto isRecent = [this] {
+    const auto lines = hands::menu_lines(*fWindow, {"F - File", "O - Open…"});
+    return std::ranges::any_of(lines, [](const auto& line) { return line.label.ends_with("gone.lrc"); });
+  };
+  const std::string path = fFolder.Write("gone.lrc", "a\n");
+  Open(path);
+  Open(fFolder.Write("other.lrc", "b\n"));
+  EXPECT_TRUE(isRecent());
+  std::filesystem::remove(path);
+  Answer("N", [&] { Open(path); });
+  EXPECT_FALSE(isRecent());
 }
 
 TEST_F(Opening, EmptyFileIsANewDocumentThatHasItsFile) {

@@ -10,12 +10,16 @@
 
 namespace {
 
-/** Stops a child process of this one; false if there is none. */
-bool stop_child() {
-  pid_t child = 0;
-  for (const auto& task : std::filesystem::directory_iterator("/proc/self/task"))
-    if (child == 0) std::ifstream(task.path() / "children") >> child;
-  return child > 0 && kill(child, SIGSTOP) == 0;
+/** Stops the helper program; false if it is not running, or not yet: before its start it holds up who starts it. */
+bool stop_helper() {
+  for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+    pid_t child = 0;
+    std::string name;
+    std::ifstream(task.path() / "children") >> child;
+    std::ifstream("/proc/" + std::to_string(child) + "/comm") >> name;
+    if (name == "vesmo-songtags") return kill(child, SIGSTOP) == 0;
+  }
+  return false;
 }
 
 } // namespace
@@ -44,7 +48,7 @@ TEST(SongLyricsJob, AHelperProgramThatHangsIsKilledWhenItsAnswerIsNoLongerWanted
       read_song_lyrics(song, stop.get_token());
       isDone = true;
     });
-    while (!isDone && !stop_child()) {
+    while (!isDone && !stop_helper()) {
     }
     hangs = reader.Sleeps();
     stop.request_stop();

@@ -79,6 +79,23 @@ TEST_F(SongOpening, LyricsInsideThePlayingSongOpenWhereItHasNoFile) {
   EXPECT_EQ(Lines().front(), "one") << "it was not changed, and is still in its song";
 }
 
+TEST_F(SongOpening, LyricsInsideASongEndTheNoticeAboutTheFileBefore) {
+  const std::string frame = std::string("USLT\0\0\0\x0F\0\0\0eng\0", 15) + "inside\ntwo";
+  fHost->fEntries = {{fFolder.Write("c.mp3", std::string("ID3\x03\0\0\0\0\0\x19", 10) + frame), "c"}};
+  PlayAt(1000, "c");
+  Open(fFolder.File("b.txt"));
+  fFolder.Write("b.txt", "theirs\n");
+  const auto isNoticed = [this] { return !fWindow->FindView("NoticeBar")->IsHidden(); };
+  ASSERT_TRUE(Until([&] {
+    SendToView(BMessage(kMsgLookAtFile));
+    return isNoticed();
+  }));
+  SendToView(BMessage(kMsgOpenCurrent));
+  EXPECT_TRUE(Until([this] { return Lines().front() == "inside"; }));
+  Settle();
+  EXPECT_FALSE(isNoticed());
+}
+
 TEST_F(SongOpening, NothingOpensOverWhatTheUserHasInTheWindow) {
   const auto type = [this] { Press("Insert"); };
   const struct {

@@ -66,6 +66,9 @@ protected:
     const bool isTorn = bytes != kOld && bytes != kNew;
     EXPECT_TRUE(!isTorn || (shape == "two names" && areAll && fFolder.Read("lyrics/a.lrc.before-save") == kOld))
         << testing::PrintToString(bytes);
+    if (std::filesystem::exists(fFolder.File("lyrics/a.lrc.before-save"))) {
+      EXPECT_EQ(fFolder.Read("lyrics/a.lrc.before-save"), kOld) << "no half of a copy is left";
+    }
     EXPECT_EQ(IsModified(), !isSaved);
     EXPECT_EQ(told.empty(), isSaved);
     if (!told.empty()) {

@@ -43,6 +43,12 @@ TEST_F(PrefWindow, SavesWithoutBeingClosed) {
   Open();
   Click("StayOnTop");
   EXPECT_TRUE(Until([] { return Stored().stayOnTop; }));
+  BEntry entry;
+  koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared");
+  ASSERT_TRUE(TPref().Save(entry)); // another program's change
+  Click("ToolBar");
+  Press("Escape");
+  EXPECT_FALSE(Stored().stayOnTop) << "what was saved before is not saved again";
 }
 
 TEST_F(PrefWindow, ChangeIsSavedWhenTheProgramEndsRightAfterIt) {

@@ -90,6 +90,18 @@ TEST_F(Transports, ASongThatFailsIsMarkedAndTheNextOneFollowsAsPausedAsItWas) {
   Report(kMsgSongEnded, fOwn.LoadNumber());
   EXPECT_FALSE(fOwn.Playback().isLoaded) << "the last one";
   EXPECT_THAT(fRecorder.errors.back(), HasSubstr("truncated"));
+  EXPECT_NE(fSongs.At(0)->error, "");
+  fOwn.PlaySong(0, false);
+  Report(kMsgSongLoaded, fOwn.LoadNumber());
+  EXPECT_EQ(fSongs.At(0)->error, "") << "it plays again";
+}
+
+TEST_F(Transports, TheEndOfASongThatWasStoppedBeginsNoOther) {
+  fOwn.PlaySong(0, false);
+  const int64 load = fOwn.LoadNumber();
+  fOwn.Stop();
+  Report(kMsgSongEnded, load);
+  EXPECT_FALSE(fOwn.Playback().isLoaded);
 }
 
 TEST_F(Transports, PreviousGoesToTheBeginningFirst) {

@@ -73,6 +73,14 @@ TEST_F(Desktop, PlaysPausesAndPublishesTheSong) {
   ExpectStatus("Stopped");
 }
 
+TEST_F(Desktop, APositionForAnotherSongIsIgnored) {
+  output_of("dbus-send --session --print-reply --dest=org.mpris.MediaPlayer2.sonivo /org/mpris/MediaPlayer2 "
+            "org.mpris.MediaPlayer2.Player.SetPosition objpath:/another/song int64:5000000 2>&1");
+  playerctl("position 7");
+  EXPECT_TRUE(eventually([&] { return fPlayer.fAccount.positionMs == 7000; }));
+  EXPECT_EQ(fPlayer.fAccount.seeks, 1);
+}
+
 TEST_F(Desktop, TheCoverIsPublishedWhileItsSongPlays) {
   const auto send = [&](const char* song, const char* file) {
     tell_player(message_of(kMsgCover, "path", song, "file", file));

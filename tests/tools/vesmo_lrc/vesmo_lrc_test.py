@@ -184,6 +184,15 @@ class VesmoLrc(unittest.TestCase):
         self.assertIn(b"\r\x1b[K", said)
         self.assertTrue(said.endswith(b"0 files with findings, 2 without, 0 failed\r\n"))
 
+    def test_a_check_that_is_stopped_ends(self):
+        for number in range(3000):
+            self.write(f"{number}.lrc", b"[00:02.00]a\n[00:01.00]b\n")
+        tool = subprocess.Popen([TOOL, "check", self.root], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        tool.stdout.readline()  # more than a pipe holds is still to come
+        tool.terminate()
+        tool.communicate(timeout=PATIENCE)
+        self.assertEqual(tool.returncode, 128 + signal.SIGTERM)
+
     def test_whoever_stops_it_finds_every_file_old_or_new(self):
         old, new = b"[00:01.00]a\n" * 500, b"[00:02.00]a\n" * 500
         for number in range(1500):
