@@ -24,7 +24,7 @@ constexpr float kHeight = 120;
 constexpr float kLargestPart = 0.45F;
 constexpr float kHeightStep = 4;
 /** The head of play moves that often at most, however often the player is polled. */
-constexpr int64 kHeadIntervalUs = 40000;
+constexpr int64 kHeadIntervalUs = 60000;
 constexpr int32 kRowsHashed = 48;
 
 void add_to(size_t* hash, size_t value) {

@@ -52,7 +52,7 @@ public:
     };
     draw(std::to_string(fRow.tag.line + 1), 0, kTagAt);
     draw(fRow.from + " → " + fRow.to, kTagAt, kDifferenceAt);
-    draw(seconds(fRow.tag.toMs - fRow.tag.fromMs), kDifferenceAt, kTextAt);
+    draw(seconds(fRow.differenceMs), kDifferenceAt, kTextAt);
     draw(fRow.text, kTextAt, 0);
   }
 

@@ -11,17 +11,17 @@
 #include "toolkit/krv_dlg_view.h"
 
 TProposalWin::TProposalWin(BRect frame)
-    : TKRVWin(frame, "", B_DOCUMENT_WINDOW_LOOK), fLegend(new BStringView({}, "ProposalLegend", "")),
-      fList(new TProposalList), fClose(new BButton({}, "ProposalClose", "", new BMessage(B_QUIT_REQUESTED))),
+    : TKRVWin(frame, "", B_DOCUMENT_WINDOW_LOOK), fView(new TKRVDlgView("ProposalView")),
+      fLegend(new BStringView({}, "ProposalLegend", "")), fList(new TProposalList),
+      fClose(new BButton({}, "ProposalClose", "", new BMessage(B_QUIT_REQUESTED))),
       fSelected(new BButton({}, "ProposalSelected", "", new BMessage(kMsgAcceptSelected))),
       fAll(new BButton({}, "ProposalAll", "", new BMessage(kMsgAcceptAll))) {
   KeepWhenClosed();
-  auto* const view = new TKRVDlgView("ProposalView");
-  view->AddRow({fLegend});
-  view->AddRow({fList});
-  view->AddButtons({fClose, fSelected, fAll});
-  view->SetCancelButton(fClose);
-  AddMainChild(view);
+  fView->AddRow({fLegend});
+  fView->AddRow({fList});
+  fView->AddButtons({fClose, fSelected, fAll});
+  fView->SetCancelButton(fClose);
+  AddMainChild(fView);
 }
 
 void TProposalWin::Relabel() {
@@ -31,6 +31,7 @@ void TProposalWin::Relabel() {
   fClose->SetLabel(accelerator_label("C", gLLT->Text("Button_Close")).c_str());
   fSelected->SetLabel(accelerator_label("S", gLLT->Text("Button_Accept_Selected")).c_str());
   fAll->SetLabel(accelerator_label("A", gLLT->Text("Button_Accept_All")).c_str());
+  fView->LayOut();
 }
 
 void TProposalWin::Offer(std::vector<TProposalRow> rows, const BMessage& answer, const BMessenger& target) {

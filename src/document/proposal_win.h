@@ -10,14 +10,16 @@
 
 class BButton;
 class BStringView;
+class TKRVDlgView;
 class TProposalList;
 
 /** A proposed tag with what the list shows of it. */
 struct TProposalRow {
   TProposedTag tag; // times in the song
-  std::string from; // tags
+  std::string from; // tags, as far as they can show the times
   std::string to;
-  std::string text; // of the line
+  int32 differenceMs; // of the tags
+  std::string text;   // of the line
 };
 
 /** Lists the proposed times beside the present ones. Answers with kMsgAcceptProposals for the selected ones or all, and
@@ -38,7 +40,8 @@ private:
 
   BMessage fAnswer;
   BMessenger fTarget;
-  BStringView* fLegend; // fLegend to fAll: in the window
+  TKRVDlgView* fView;   // the main child
+  BStringView* fLegend; // fLegend to fAll: its children
   TProposalList* fList;
   BButton* fClose;
   BButton* fSelected;

@@ -87,7 +87,9 @@ void TProposer::Poll(bool isSoundUsed) {
 TProposalRow TProposer::RowOf(const TProposedTag& tag) const {
   const long offsetMs = fParts.session->TagInput().Times().OffsetMs();
   const std::string& line = fParts.document->Lines()[static_cast<size_t>(tag.line)];
-  return {tag, tag_of(tag.fromMs + offsetMs), tag_of(improved_tag_ms(tag, offsetMs)), parts_of(line).text};
+  const long fromMs = tag.fromMs + offsetMs;
+  const long toMs = improved_tag_ms(tag, offsetMs);
+  return {tag, tag_of(fromMs), tag_of(toMs), static_cast<int32>(toMs - fromMs), parts_of(line).text};
 }
 
 void TProposer::Offer(const std::vector<TProposedTag>& proposed) {

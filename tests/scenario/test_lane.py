@@ -91,3 +91,21 @@ class Lane(Case):
         height = eyes.place(s.lyrics())[3]
         hands.press("ctrl+g")
         s.wait(lambda: eyes.place(s.lyrics())[3] == height + 120, "the whole room")
+
+    def test_proposed_times_are_accepted_in_one_step(self):
+        s = self.stage
+        before = s.rows()
+        hands.press("ctrl+shift+p")
+        window = s.wait(s.other, "the window with the proposals")
+        listed = s.wait(lambda: eyes.children(eyes.find(window, "list")), "the proposals")
+        self.assertGreater(len(listed), len(SUNG) // 2)
+        self.assertEqual(s.rows(), before, "nothing changes unasked")
+        hands.click(eyes.place(next(n for n in eyes.below(window) if eyes.name(n) == "Accept all")))
+        s.wait(lambda: not s.other(), "the window closed")
+        hands.press("ctrl+s")
+        s.wait(lambda: s.lyrics_file.read_text().rstrip("\0").splitlines() != before, "the accepted times saved")
+        saved = [time_of(line) for line in s.lyrics_file.read_text().rstrip("\0").splitlines()]
+        errors = sorted(abs(ms - sung) for ms, (sung, _) in zip(saved, SUNG))
+        self.assertLessEqual(errors[len(errors) // 2], 15, errors)
+        hands.press("ctrl+z", "ctrl+s")
+        s.wait(lambda: s.lyrics_file.read_text().rstrip("\0").splitlines() == before, "all of it undone by one step")
