@@ -54,8 +54,8 @@ QVariantMap properties() {
 } // namespace
 
 TTrayItem::TTrayItem(const BMessenger& player, const QString& busAddress)
-    : fPlayer(player), fMenu(player), fConnection(connection_name()), fBus(QDBusConnection::connectToBus(busAddress, fConnection)),
-      fWatcher(kTray, fBus) {
+    : fPlayer(player), fMenu(player), fConnection(connection_name()),
+      fBus(QDBusConnection::connectToBus(busAddress, fConnection)), fWatcher(kTray, fBus) {
   fBus.registerVirtualObject(kPath, this);
   fBus.registerVirtualObject(TTrayMenu::kPath, &fMenu);
   connect(&fWatcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
