@@ -118,21 +118,8 @@ TEST_F(SongSource, APartEndsWhereItIsToAndTheSongIsPausedAtItsBeginning) {
   }
   EXPECT_NE(fListener.fEnded, load) << "the end of a part is none of the song, also where both are the same";
   fSource->SetPaused(false);
-  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load)) << "it plays on beyond the part";
-}
-
-TEST_F(SongSource, PausingInTheLastMomentsOfAPartSkippedToTheNextSong) {
-  const int64 load = LoadSilence(8, false);
-  fSource->SetRepeat(0, 1000);
-  for (const int32 playedMs : {100, 250, 290}) {
-    const int64 part = fSource->PlayPart({3000, 3300});
-    ASSERT_TRUE(eventually([&] { return fSource->PositionMs() >= 3000 + playedMs || fListener.fEndedPart == part; }));
-    fSource->SetPaused(true);
-    fSource->SetPaused(false);
-  }
-  EXPECT_NE(fListener.fEnded, load);
-  fSource->SeekTo(3900);
-  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load)) << "neither part nor repeat hold the song";
+  EXPECT_TRUE(eventually([this] { return fSource->PositionMs() > 1500; })) << "it plays on beyond the part";
+  EXPECT_TRUE(fListener.Wait(fListener.fEnded, load));
 }
 
 TEST_F(SongSource, ALoopedPartLastsUntilTheUserSeeks) {
@@ -145,7 +132,7 @@ TEST_F(SongSource, ALoopedPartLastsUntilTheUserSeeks) {
     timesBack += std::exchange(beforeMs, nowMs) > nowMs + 50;
     return timesBack == 3;
   }));
-  fSource->SeekTo(1900);
+  fSource->SeekTo(600);
   EXPECT_TRUE(fListener.Wait(fListener.fEnded, load));
 }
 
