@@ -82,7 +82,7 @@ void TVesmoEView::MessageReceived(BMessage* message) {
     if (!fDrop->SimpleData(*message)) TKRVView::MessageReceived(message);
     return LanguageChanged();
   }
-  if (!HandleByPart(*message) && !HandleOwn(*message)) TKRVView::MessageReceived(message);
+  if (!HandleByPart(*message) && !HandleChoice(*message) && !HandleOwn(*message)) TKRVView::MessageReceived(message);
 }
 
 bool TVesmoEView::HandleByPart(const BMessage& message) {
@@ -102,19 +102,6 @@ bool TVesmoEView::HandleOwn(const BMessage& message) {
     break;
   case kMsgTagCommand:
     TagCommandRqtd(message);
-    break;
-  case kMsgKeys:
-    fSession->TagInput().KeysChanged();
-    break;
-  case kMsgShowClock:
-    fSession->ToggleClock();
-    break;
-  case kMsgToggleClicks:
-    fSession->ToggleClicks();
-    fPublisher->ClicksChosen();
-    break;
-  case kMsgToggleCountIn:
-    fSession->ToggleCountIn();
     break;
   case kMsgSeekInSong:
     fSession->Clock().Seek();
@@ -143,6 +130,31 @@ bool TVesmoEView::HandleOwn(const BMessage& message) {
   case kMsgRefreshInfo:
     RefreshSonivoInfoRqtd();
     break;
+  case kMsgRecover:
+    RecoverRqtd(message);
+    break;
+  default:
+    return false;
+  }
+  return true;
+}
+
+/** What the user has chosen in the menus and the preferences. */
+bool TVesmoEView::HandleChoice(const BMessage& message) {
+  switch (message.what) {
+  case kMsgKeys:
+    fSession->TagInput().KeysChanged();
+    break;
+  case kMsgShowClock:
+    fSession->ToggleClock();
+    break;
+  case kMsgToggleClicks:
+    fSession->ToggleClicks();
+    fPublisher->ClicksChosen();
+    break;
+  case kMsgToggleCountIn:
+    fSession->ToggleCountIn();
+    break;
   case kMsgAppearance:
     fSession->SetAppearance();
     fLane->AppearanceChanged();
@@ -152,9 +164,6 @@ bool TVesmoEView::HandleOwn(const BMessage& message) {
     break;
   case kMsgLanguageChanged:
     LanguageChanged();
-    break;
-  case kMsgRecover:
-    RecoverRqtd(message);
     break;
   default:
     return false;

@@ -62,6 +62,7 @@ public:
 private:
   /** False for a message that is for one of the parts. */
   bool HandleOwn(const BMessage& message);
+  bool HandleChoice(const BMessage& message);
   bool HandleByPart(const BMessage& message);
   void MItemNewClicked();
   void MItemModeClicked(const BMessage& message);
