@@ -17,7 +17,7 @@ namespace {
 
 constexpr const char* kUsage = R"(usage: audio_chain --noise FILE.wav | --clicks FILE.wav | --columns
        audio_chain BY CONDITION TRACK       TRACK named clicks… or noise…; BY is "engine" (the player's own source), "engine+filters",
-                                            "library", or the library's filter for other speeds
+                                            "engine+clicks" (one a second), "library", or the library's filter for other speeds
        audio_chain --player PROGRAM TRACK
        audio_chain --source NAME PROGRAM TRACK      while the player NAME, on the session bus, plays TRACK)";
 constexpr double kPlayerSeconds = 15;
@@ -44,6 +44,11 @@ std::unique_ptr<TPositionSource> make_source(const std::string& by) {
   if (by == "engine") return std::make_unique<TEngineSource>();
   if (by == "engine+filters")
     return std::make_unique<TEngineSource>(TSoundChoices{TReplayGain::kTrack, 30, true, {6, 3, 0, -3, 0, 0, 3, -4}});
+  if (by == "engine+clicks") {
+    std::vector<int32> clicksMs;
+    for (int32 ms = 500; ms < kTrackSeconds * 1000; ms += 1000) clicksMs.push_back(ms);
+    return std::make_unique<TEngineSource>(TSoundChoices{}, clicksMs);
+  }
   return std::make_unique<TLibrarySource>(by == "library" ? "" : by);
 }
 

@@ -6,8 +6,10 @@
 /** The player's own source of sound and position, without the player's windows and protocol. */
 class TEngineSource : public TPositionSource {
 public:
-  explicit TEngineSource(const TSoundChoices& choices = {}) : fEngine(make_mpv_source(&fEvents)) {
+  explicit TEngineSource(const TSoundChoices& choices = {}, std::vector<int32> clicksMs = {})
+      : fEngine(make_mpv_source(&fEvents)) {
     fEngine->SetSound(choices);
+    fEngine->SetClicks(std::move(clicksMs));
   }
   void Play(const std::string& path) override;
   void Seek(double seconds) override { fEngine->SeekTo(static_cast<int32>(seconds * 1000)); }

@@ -1,9 +1,10 @@
 // The whole way of a stamp: key through the window system, editor, protocol, player, tag in the saved file.
-// stamp_chain [--redrawing] LYRICS: the player plays the noise track into the sink "heard" and has LYRICS, untagged
-// lines, open in its editor. Each key is pressed 3.1 or 6.9 ms after a hundredth of a second of the track is heard: the
-// tag then shows the hundredth that was being heard, unless the stamp was taken more than 3.1 ms too early or too late.
-// With
-// --redrawing the window gets another size just before each key, so that the key waits for its drawing.
+// stamp_chain [--redrawing | --redrawing-words] LYRICS: the player plays the noise track into the sink "heard" and has
+// LYRICS, untagged lines, open in its editor. Each key is pressed 3.1 or 6.9 ms after a hundredth of a second of the
+// track is heard: the tag then shows the hundredth that was being heard, unless the stamp was taken more than 3.1 ms
+// too early or too late. With --redrawing the window gets another size just before each key, so that the key waits for
+// its drawing; with
+// --redrawing-words, word by word is on as well, which takes the event's own time. The lines are then single words.
 #include "bench/audio_conditions.h"
 #include "bench/audio_signal.h"
 #include "bench/wait_until.h"
@@ -80,7 +81,7 @@ void print_row(const char* name, const TTally& result) {
               known ? result.sumMs / static_cast<double>(known) : 0.0);
 }
 
-bool measure(const char* lyrics, bool isRedrawing) {
+bool measure(const char* lyrics, bool isRedrawing, bool isWordByWord) {
   const TSinkRecorder recorder("heard.monitor");
   TSongClock clock(timed_noise(kTrackSeconds), recorder);
   TXWindow editor("Vesmo Editor", 30);
@@ -88,6 +89,7 @@ bool measure(const char* lyrics, bool isRedrawing) {
   constexpr int64_t kBegunBeforeUs = 4'000'000; // the track plays already
   if (!clock.WaitForStart(clock_us() - kBegunBeforeUs, 20)) throw std::runtime_error("the track is not heard");
   editor.Press("Home");
+  if (isWordByWord) editor.Press("b", "Control_L");
   const size_t lineCount = read_saved_lines(lyrics).size();
   const auto presses = press_often(std::min(lineCount, kMostPresses), isRedrawing, clock, editor);
   usleep(500'000);
@@ -104,9 +106,12 @@ bool measure(const char* lyrics, bool isRedrawing) {
 
 int main(int argCount, char** args) {
   try {
-    const bool isRedrawing = argCount == 3 && std::string_view(args[1]) == "--redrawing";
-    if (argCount != 2 && !isRedrawing) throw std::runtime_error("usage: stamp_chain [--redrawing] LYRICS");
-    return measure(args[argCount - 1], isRedrawing) ? 0 : 1;
+    const std::string_view option = argCount == 3 ? args[1] : "";
+    const bool isWordByWord = option == "--redrawing-words";
+    const bool isRedrawing = isWordByWord || option == "--redrawing";
+    if (argCount != 2 && !isRedrawing)
+      throw std::runtime_error("usage: stamp_chain [--redrawing | --redrawing-words] LYRICS");
+    return measure(args[argCount - 1], isRedrawing, isWordByWord) ? 0 : 1;
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "stamp_chain: %s\n", failure.what());
     return 1;

@@ -26,5 +26,7 @@ stamp() { # LINES COMMAND ...
 stamp "$(seq -f 'line %g' 200)" "$bin/stamp_chain"
 echo 'the same, of 100,000 lines, while the window is drawn again in another size:'
 stamp "$(seq -f 'line %g' 100000)" "$bin/stamp_chain" --redrawing
+echo 'the same, word by word:'
+stamp "$(seq -f 'line%.0f' 100000)" "$bin/stamp_chain" --redrawing-words
 words='one two three four five six seven eight nine ten'
 stamp "$(yes "$words" | head -20; seq -f 'word%g' 60)" "$bin/word_chain"

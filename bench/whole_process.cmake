@@ -14,6 +14,8 @@ if(TARGET heard_sound)
   target_link_libraries(stamp_chain PRIVATE heard_sound x_window)
   add_executable(word_chain word_chain.cpp audio_signal.cpp)
   target_link_libraries(word_chain PRIVATE heard_sound x_window)
+  add_executable(listen_chain listen_chain.cpp)
+  target_link_libraries(listen_chain PRIVATE heard_sound x_window)
 
   # Not among the player's own plug-ins: stamp_chain.sh puts it beside a copy of the player.
   add_library(gen_ChainProbe MODULE chain_probe.cpp)
