@@ -101,8 +101,8 @@ std::vector<TLaneMarker> markers_of(const TLaneLyrics& lyrics) {
     return std::tie(a.timeMs, a.row, a.tag) < std::tie(b.timeMs, b.row, b.tag);
   };
   std::ranges::sort(markers, before);
-  const auto repeated = std::ranges::unique(markers, [](const auto& a, const auto& b) { return a.IsSame(b); });
-  markers.erase(repeated.begin(), repeated.end());
+  const auto isSame = [](const TLaneMarker& a, const TLaneMarker& b) { return a.IsSame(b); };
+  markers.erase(std::unique(markers.begin(), markers.end(), isSame), markers.end());
   return markers;
 }
 
