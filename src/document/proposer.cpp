@@ -74,9 +74,10 @@ void TProposer::Poll(bool isSoundUsed) {
   const bool isReading = state == TSoundState::kReading || (state == TSoundState::kKnown && !sound->IsComplete());
   if (isReading) return;
   fIsWaiting = false;
-  const auto times = times_to_improve(fParts.document->Lines(), fParts.session->TagInput().Times().OffsetMs());
+  const TTagInputView& tagInput = fParts.session->TagInput();
+  const auto times = times_to_improve(fParts.document->Lines(), tagInput.Times().OffsetMs());
   std::vector<TProposedTag> proposed;
-  if (state == TSoundState::kKnown) proposed = propose_tags(times, sound->Onsets(), {});
+  if (state == TSoundState::kKnown) proposed = propose_tags(times, sound->Onsets(), tagInput.LatenessMs());
   if (!isSoundUsed) fParts.sound->Rest();
   if (state == TSoundState::kKnown) return Offer(proposed);
   const bool hasSong = state != TSoundState::kNoSong;

@@ -24,6 +24,8 @@ public:
   void Replayed(int32 first, const std::list<std::string>& lines);
   /** The rows are other lines now. */
   void ForgetLines() { fCorrections.ForgetLines(); }
+  /** Of the user's stamps; nothing before there were enough corrections. */
+  std::optional<int32> LatenessMs() const { return fCorrections.Lateness(); }
   /** A newly found lateness of the user's stamps, to be shown after a report; nearly always empty. */
   std::string NewFinding();
 

@@ -65,6 +65,7 @@ public:
   /** Gives lines other times by the user's command, in one step. */
   void RetimeLines(const TLinesChange& change);
   const TLineTimes& Times() const { return fRows.Times(); }
+  std::optional<int32> LatenessMs() const { return fHabit.LatenessMs(); }
   /** -1 while none is sung. */
   int32 SungRow() const { return fSung.Row(); }
 

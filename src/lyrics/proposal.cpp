@@ -14,7 +14,7 @@ constexpr int32 kLeastLatenessMs = -100;
 constexpr int32 kMostLatenessMs = 400;
 constexpr int32 kLatenessStepMs = 5;
 constexpr double kFirstSpreadMs = 40;
-/** The lateness of most people. It decides when the onsets of a rhythm fit two ways equally well. */
+/** The lateness of most people. */
 constexpr double kUsualLatenessMs = 90;
 constexpr double kUsualSpreadMs = 90;
 /** Fewer tags do not tell how late they are. */
@@ -72,12 +72,13 @@ double total_weight(const THabit& habit, std::span<const TLineTime> lines, std::
   return total;
 }
 
-THabit likeliest_habit(std::span<const TLineTime> lines, std::span<const TOnset> onsets) {
+/** `usualMs` decides when the onsets of a rhythm fit two ways equally well. */
+THabit likeliest_habit(std::span<const TLineTime> lines, std::span<const TOnset> onsets, double usualMs) {
   THabit best;
   double most = -1;
   for (int32 lateness = kLeastLatenessMs; lateness <= kMostLatenessMs; lateness += kLatenessStepMs) {
     const THabit habit{static_cast<double>(lateness)};
-    const double total = total_weight(habit, lines, onsets) * bell(lateness - kUsualLatenessMs, kUsualSpreadMs);
+    const double total = total_weight(habit, lines, onsets) * bell(lateness - usualMs, kUsualSpreadMs);
     if (total > most) best = habit;
     most = std::max(most, total);
   }
@@ -121,7 +122,8 @@ const TOnset* clear_onset(const THabit& habit, std::span<const TOnset> onsets, i
 }
 
 THabit habit_of(std::span<const TLineTime> lines, std::span<const TOnset> onsets, std::optional<int32> latenessMs) {
-  THabit habit = latenessMs ? THabit{static_cast<double>(*latenessMs)} : likeliest_habit(lines, onsets);
+  const double usualMs = latenessMs ? *latenessMs : kUsualLatenessMs;
+  THabit habit = lines.size() < kLeastTags ? THabit{usualMs} : likeliest_habit(lines, onsets, usualMs);
   for (int round = 0; round < kRounds; ++round) habit = refined(habit, lines, onsets);
   return habit;
 }

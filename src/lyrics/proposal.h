@@ -17,7 +17,8 @@ struct TProposedTag {
 };
 
 /** `lineTimes`: number and time of each tagged line; `onsets` ascending. `latenessMs`: by how much the user's stamps
-   are known to be late; if it is unknown, it is estimated from the song itself, for which a few tags do not suffice.
+   are known to be late. The tags may be somebody else's, so theirs is estimated from the song itself, beginning with
+   that of the user; of a few tags it cannot be estimated, and nothing is proposed if the user's is unknown as well.
    Tags with no clear onset near them, and tags that are right already, are left out. The proposals are in the order of
    the tags; whichever of them are accepted, no tag passes another. */
 std::vector<TProposedTag> propose_tags(std::span<const std::pair<int32, int32>> lineTimes,

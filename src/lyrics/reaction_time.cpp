@@ -105,8 +105,12 @@ void TStampCorrections::ForgetLines() {
   fStamps.clear();
 }
 
+std::optional<int32> TStampCorrections::Lateness() const {
+  return typical_lateness({fLateness.begin(), fLateness.end()}, kLeastCorrections);
+}
+
 std::optional<int32> TStampCorrections::NewFinding() {
-  const auto found = typical_lateness({fLateness.begin(), fLateness.end()}, kLeastCorrections);
+  const auto found = Lateness();
   if (!found || std::abs(*found) < kWorthReportingMs) return std::nullopt;
   if (fReported && std::abs(*found - *fReported) < kWorthReportingMs) return std::nullopt;
   fReported = found;

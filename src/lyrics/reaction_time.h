@@ -29,6 +29,8 @@ public:
   /** Another document: forgets which lines were stamped, but keeps the corrections. */
   void ForgetLines();
 
+  /** How late the user's stamps are, as far as the corrections tell. */
+  std::optional<int32> Lateness() const;
   /** The lateness, once for each finding that differs enough from the previous one to be reported. */
   std::optional<int32> NewFinding();
 

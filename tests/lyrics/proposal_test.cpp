@@ -52,6 +52,9 @@ TEST(ProposeTags, WhatIsRightAlreadyOrCannotBeToldIsLeftAlone) {
   EXPECT_THAT(propose_tags({}, onsets_of_song(), 120), IsEmpty());
   const TTags few(right.begin(), right.begin() + 5);
   EXPECT_THAT(propose_tags(few, onsets_of_song(), std::nullopt), IsEmpty()) << "too few to tell how late they are";
+  EXPECT_THAT(propose_tags(right, onsets_of_song(), 120), IsEmpty()) << "stamped by somebody who is not late";
+  const TTags late = stamps(120);
+  EXPECT_GE(propose_tags({late.begin(), late.begin() + 5}, onsets_of_song(), 120).size(), 4U) << "the user's are known";
   TTags elsewhere = stamps(120);
   elsewhere[3].second += 1300;
   const auto proposals = propose_tags(elsewhere, onsets_of_song(), std::nullopt);
