@@ -19,6 +19,7 @@ stamp() { # LINES COMMAND ...
   local lines=$scratch/noise.lrc
   printf '%s\n' "$1" >"$lines"
   shift
+  rm -rf "$XDG_CONFIG_HOME" && mkdir "$XDG_CONFIG_HOME" # which choices are on
   begin "$bin/sonivo" --edit "$lines" "$scratch/noise.wav"
   "$@" "$lines"
   end_programs
