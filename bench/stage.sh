@@ -71,3 +71,23 @@ make_probed_player() { # PLUGIN ...
   for plugin in "$@"; do cp -r "$plugin" "$scratch/bin/plugins/"; done
   cp "$bin/bench_plugins/gen_ChainProbe.so" "$scratch/bin/plugins/"
 }
+
+cpu_ms() { awk -v tick="$(getconf CLK_TCK)" '{ print int(($14 + $15) * 1000 / tick) }' "/proc/$1/stat"; }
+
+# Processor time of the program, in percent of a core, while $scratch/demo.opus plays and LYRICS are open, after KEY was
+# pressed in the editor; with new settings.
+print_cpu_of_playing() { # NAME SECONDS LYRICS [KEY]
+  local before window
+  rm -rf "$XDG_CONFIG_HOME"
+  mkdir "$XDG_CONFIG_HOME"
+  begin "$bin/sonivo" --edit "$3" "$scratch/demo.opus"
+  window=$(timeout 60 xdotool search --sync --onlyvisible --name "Vesmo Editor" | head -n 1)
+  sleep 2
+  xdotool windowfocus --sync "$window"
+  [ $# -lt 4 ] || xdotool key "$4"
+  sleep 5 # the sound is read for the lane, and following waits for this long after a key
+  before=$(cpu_ms "$begun")
+  sleep "$2"
+  awk -v what="$1" -v s="$2" -v ms="$(($(cpu_ms "$begun") - before))" 'BEGIN { printf "%-14s %6.2f\n", what, ms / s / 10 }'
+  end_programs
+}
