@@ -1,5 +1,6 @@
-// From exec to a visible, drawn window, and the memory used then:
-// startup_time RUNS TITLE-PART COMMAND… prints the median milliseconds, resident and proportional kB.
+// From exec to a visible, drawn window, and what the program used when its start was over:
+// startup_time RUNS TITLE-PART COMMAND… prints medians: milliseconds to the window, resident and proportional kB,
+// milliseconds until the program is quiet, and its processor time in milliseconds.
 #include <X11/Xlib.h>
 #include <fcntl.h>
 #include <spawn.h>
@@ -15,16 +16,20 @@
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
 constexpr double kPatienceMs = 30'000;
-constexpr useconds_t kSettleUs = 700'000; ///< memory is read when the start is over
+constexpr double kSettleMs = 700;   ///< memory is read when the start is over
+constexpr double kQuietMs = 500;    ///< so long without work: the program is quiet since then
+constexpr double kIdleShare = 0.05; ///< of a core; a blinking cursor and the like are not work
 
 struct TFigures {
   double ms;
   long residentKb, proportionalKb;
+  double quietMs, processorMs;
 };
 
 struct TDisplayEnd {
@@ -72,6 +77,7 @@ pid_t start(const std::vector<char*>& command) {
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
   pid_t pid = 0;
   if (posix_spawnp(&pid, command[0], &actions, nullptr, command.data(), environ) != 0)
     throw std::runtime_error(std::string("cannot start ") + command[0]);
@@ -94,6 +100,29 @@ void stop(pid_t pid) {
   waitpid(pid, nullptr, 0);
 }
 
+double processor_ms(pid_t pid) {
+  clockid_t clock = 0;
+  timespec used{};
+  if (clock_getcpuclockid(pid, &clock) != 0 || clock_gettime(clock, &used) != 0)
+    throw std::runtime_error("the program ended too early");
+  return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
+}
+
+/** When the program worked last, and what it had used by then. */
+std::pair<double, double> wait_until_quiet(pid_t pid) {
+  constexpr double kStepMs = 10;
+  const double begin = now_ms();
+  double lastWork = begin, used = processor_ms(pid);
+  for (double before = begin; before - lastWork < kQuietMs && before - begin < kPatienceMs;) {
+    usleep(static_cast<useconds_t>(kStepMs * 1000));
+    const double now = now_ms(), usedNow = processor_ms(pid);
+    if (usedNow - used > kIdleShare * (now - before)) lastWork = now;
+    used = usedNow;
+    before = now;
+  }
+  return {lastWork, used};
+}
+
 TFigures measure(Display* display, const std::string& titlePart, const std::vector<char*>& command) {
   const double startMs = now_ms();
   const pid_t pid = start(command);
@@ -105,8 +134,10 @@ TFigures measure(Display* display, const std::string& titlePart, const std::vect
     usleep(500);
   }
   const double shownMs = now_ms();
-  usleep(kSettleUs);
-  const TFigures figures{shownMs - startMs, memory_kb(pid, "Rss:"), memory_kb(pid, "Pss:")};
+  const auto [quietMs, processorMs] = wait_until_quiet(pid);
+  if (const double left = shownMs + kSettleMs - now_ms(); left > 0) usleep(static_cast<useconds_t>(left * 1000));
+  const TFigures figures{shownMs - startMs, memory_kb(pid, "Rss:"), memory_kb(pid, "Pss:"), quietMs - startMs,
+                         processorMs};
   stop(pid);
   return figures;
 }
@@ -129,8 +160,9 @@ int main(int argCount, char** args) {
     command.push_back(nullptr);
     std::vector<TFigures> runs;
     for (int i = 0; i < std::stoi(args[1]); ++i) runs.push_back(measure(display.get(), args[2], command));
-    std::printf("%.1f %ld %ld\n", median(runs, &TFigures::ms), median(runs, &TFigures::residentKb),
-                median(runs, &TFigures::proportionalKb));
+    std::printf("%.1f %ld %ld %.1f %.1f\n", median(runs, &TFigures::ms), median(runs, &TFigures::residentKb),
+                median(runs, &TFigures::proportionalKb), median(runs, &TFigures::quietMs),
+                median(runs, &TFigures::processorMs));
     return 0;
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "startup_time: %s\n", failure.what());

@@ -14,7 +14,7 @@ packages_for() {
     test) echo git dbus-daemon dbus-bin playerctl libgtest-dev libgmock-dev clang libclang-rt-dev clang-format clang-tidy binutils python3 attr ffmpeg python3-mutagen opus-tools vorbis-tools atomicparsley ;;
     song-readers) echo kid3-cli ;;
     package) echo binutils devscripts dpkg-dev file gzip lintian appstream desktop-file-utils ;;
-    bench) echo libbenchmark-dev libdbus-1-dev dbus-daemon pulseaudio-utils ffmpeg sox lame mpg123 libx11-dev python3 xdotool featherpad mpv audacious mpv-mpris audacious-plugins ;;
+    bench) echo libbenchmark-dev libdbus-1-dev dbus-daemon pulseaudio-utils ffmpeg sox lame mpg123 libx11-dev python3 xdotool featherpad kwrite mpv audacious mpv-mpris audacious-plugins ;;
     *) echo "install_packages.sh: no purpose named '$1'" >&2; exit 2 ;;
   esac
 }
