@@ -10,8 +10,9 @@
 
 namespace {
 
-/** Marks are sent this long after the last change. */
+/** Marks are sent this long after the last change of a line; those of another document follow it at once. */
 constexpr bigtime_t kMarksDelayUs = 200000;
+constexpr bigtime_t kMarksAtOnceUs = 1000;
 
 std::vector<int32> sung_times(const std::vector<std::string>& lines) {
   TLineTimes times;
@@ -57,14 +58,14 @@ void TDocumentPublisher::FollowRqtd(const BMessage& request) {
 }
 
 void TDocumentPublisher::DocumentReplaced() {
-  ScheduleMarks();
+  ScheduleMarks(kMarksAtOnceUs);
   if (fIsWholeDue || !fSubscriber.IsValid()) return;
   const BMessage whole(kMsgSendDocument);
   fIsWholeDue = fOwner.SendMessage(&whole, BMessenger(), 0) == B_OK;
 }
 
 void TDocumentPublisher::LinesChanged(const TLinesChange& change) {
-  ScheduleMarks();
+  ScheduleMarks(kMarksDelayUs);
   if (fIsWholeDue || !fSubscriber.IsValid()) return;
   BMessage notice(kMsgDocumentLines);
   notice.AddInt32("First", change.first);
@@ -88,13 +89,13 @@ void TDocumentPublisher::PublishWhole() {
   Send(&notice);
 }
 
-void TDocumentPublisher::ScheduleMarks() {
+void TDocumentPublisher::ScheduleMarks(bigtime_t delayUs) {
   if (fMarksTimer) {
-    fMarksTimer->SetInterval(kMarksDelayUs);
+    fMarksTimer->SetInterval(delayUs);
     return;
   }
   const BMessage marks(kMsgSendMarks);
-  fMarksTimer = std::make_unique<BMessageRunner>(fOwner, &marks, kMarksDelayUs, 1);
+  fMarksTimer = std::make_unique<BMessageRunner>(fOwner, &marks, delayUs, 1);
 }
 
 void TDocumentPublisher::PublishMarks() {

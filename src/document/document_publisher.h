@@ -33,7 +33,7 @@ private:
   void PublishWhole();
   void PublishMarks();
   void Send(BMessage* notice);
-  void ScheduleMarks();
+  void ScheduleMarks(bigtime_t delayUs);
   void ShowMarks(std::vector<int32> timesMs, const std::string& title);
 
   const BMessenger fOwner;
