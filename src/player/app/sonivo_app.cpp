@@ -42,7 +42,7 @@ constexpr int64 kFirstSearch = 1;                    // for the songs of the com
 constexpr bigtime_t kPositionIntervalUs = 100000;
 /** Windows first: loading the audio library takes longer than everything they need themselves. */
 constexpr bigtime_t kFirstSongDelayUs = 250000;
-/** And only when the song has begun, the plug-ins other than the editor. */
+/** And only when the song has begun, if there is one, the plug-ins other than the editor. */
 constexpr bigtime_t kOtherPluginsDelayUs = 500000;
 
 bool starts_paused(const TCommandLine& line) {
@@ -225,13 +225,17 @@ void TSonivoApp::Start() {
 }
 
 void TSonivoApp::PlayFirstSong() {
-  fStartTimer.StartOnce(kMsgOtherPlugins, kOtherPluginsDelayUs);
   const TSong* const first = fSongs.At(0);
   const std::string wanted = first ? first->path : std::string();
   const TKeptList kept = fSaver.Restore(&fSongs);
   fOwn.RestoreVolume(kept.volumePercent);
   fOwn.SetChoices(fChoiceSaver.Load());
   StateChanged();
+  if (fSongs.Count() == 0) {
+    LoadOthers();
+  } else {
+    fStartTimer.StartOnce(kMsgOtherPlugins, kOtherPluginsDelayUs);
+  }
   if (fOwn.Playback().isLoaded) return; // the user was quicker
   if (!wanted.empty()) return fOwn.PlaySong(fSongs.GoodFrom(fSongs.Find(wanted)), starts_paused(fCommandLine));
   if (!fList.PlayWhenFound(kFirstSearch)) fOwn.PlaySong(fSongs.Current(), true, kept.positionMs);
