@@ -186,11 +186,11 @@ void TTagInputView::ShortcutPressed(int32 number) {
 
 bool TTagInputView::RunCommand(TCommandId id) {
   if (id == kWordByWord) return ToggleWordByWord(), true;
-  if (id == kStamp && IsWordByWord())
-    return fWordKeys.Tap(key_event_of(Window() ? Window()->CurrentMessage() : nullptr)), true;
+  const auto key = key_event_of(Window() ? Window()->CurrentMessage() : nullptr);
+  if (id == kStamp && IsWordByWord()) return fWordKeys.Tap(key), true;
   if (id == kRetake && IsWordByWord()) return fWordKeys.TakeBack(), true;
   if (fListening.Run(id)) return true;
-  if (fTagKeys.Run(id)) return fListening.RowChanged(), true;
+  if (fTagKeys.Run(id, key ? std::optional(key->whenUs) : std::nullopt)) return fListening.RowChanged(), true;
   return fWordKeys.Run(id) || fLineCommands.Run(id) || fProblems.Run(id) || fSung.Run(id) || fPlayerKeys.Run(id);
 }
 

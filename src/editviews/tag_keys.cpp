@@ -11,11 +11,11 @@
 #include "lyrics/word_lines.h"
 #include "plugin/pref.h"
 
-bool TTagKeys::Run(TCommandId id) {
+bool TTagKeys::Run(TCommandId id, std::optional<bigtime_t> keyUs) {
   using enum TCommandId;
   switch (id) {
   case kStamp:
-    return InputTagRqtd(), true;
+    return InputTagRqtd(keyUs), true;
   case kRetake:
     return fParts.rows->RetakeRqtd(), true;
   case kLater:
@@ -37,11 +37,11 @@ bool TTagKeys::Run(TCommandId id) {
   }
 }
 
-void TTagKeys::InputTagRqtd() {
+void TTagKeys::InputTagRqtd(std::optional<bigtime_t> keyUs) {
   TTagRows& rows = *fParts.rows;
   const int32 row = rows.Current();
   if (!rows.Has(row)) return;
-  const int32 timeMs = stamp_time_ms(fParts.frontEnd);
+  const int32 timeMs = stamp_time_ms(fParts.frontEnd, keyUs);
   const TStampedLine stamped = stamp(rows.TextOf(row), timeMs, rows.Form());
   rows.GoTo(row + 1); // no effect on the last row
   rows.ChangeRow(row, stamped.line, TEditKind::kStamp);

@@ -3,6 +3,8 @@
 #include "commands/command_table.h"
 #include "lyrics/stamp.h"
 
+#include <optional>
+
 class Sonivo_FrontEnd;
 class TNudgeReplay;
 class TStampHabit;
@@ -23,10 +25,10 @@ public:
   /** Nothing is owned. */
   explicit TTagKeys(const TParts& parts) : fParts(parts) {}
 
-  /** Returns false for other commands. */
-  bool Run(TCommandId id);
+  /** `keyUs`: when its key was pressed, if it has one. Returns false for other commands. */
+  bool Run(TCommandId id, std::optional<bigtime_t> keyUs);
   /** Stamps the selected line. Blocks for 20 ms, so that the player can answer. */
-  void InputTagRqtd();
+  void InputTagRqtd(std::optional<bigtime_t> keyUs);
   /** Moves its tag by one step: '+' or '-'. */
   void IncDecTagRqtd(char key);
   void RemoveTagRqtd();

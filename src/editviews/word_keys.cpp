@@ -54,7 +54,7 @@ void TWordKeys::Tap(const std::optional<TKeyEvent>& pressed) {
   const int32 row = rows.Current();
   if (!rows.Has(row)) return;
   TWordStamper& words = fParts.words->Read();
-  const int32 timeMs = stamp_time_ms(fParts.frontEnd, pressed ? std::optional(pressed->whenUs) : std::nullopt);
+  const int32 timeMs = word_time_ms(fParts.frontEnd, pressed ? std::optional(pressed->whenUs) : std::nullopt);
   const TStampedLine wholeLine = stamp(rows.TextOf(row), timeMs, rows.Form());
   const size_t unit = words.NextUnit();
   const bool wasLast = words.Tap(timeMs, rows.Forms());
@@ -72,7 +72,7 @@ void TWordKeys::Released(const TKeyEvent& released) {
   if (!fHeldKey || fHeldKey->pressed.scanCode != released.scanCode) return;
   const std::optional<THeldKey> held = std::exchange(fHeldKey, std::nullopt);
   if (released.whenUs - held->pressed.whenUs < kHoldUs) return;
-  const int32 timeMs = stamp_time_ms(fParts.frontEnd, released.whenUs);
+  const int32 timeMs = word_time_ms(fParts.frontEnd, released.whenUs);
   TTagRows& rows = *fParts.rows;
   if (!rows.Has(held->row) || rows.TextOf(held->row) != held->line) return;
   TTimedLine line(held->line);

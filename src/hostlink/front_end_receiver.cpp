@@ -104,10 +104,13 @@ void SNFE_Receiver::StoreInformation(const BMessage& message) {
   const bool hasPlaying = message.FindBool("Playing", &isPlaying) == B_OK;
   int32 speedPercent = 0;
   const bool hasSpeed = message.FindInt32("Speed", &speedPercent) == B_OK && speedPercent > 0;
+  int64 whenUs = 0;
+  const bool hasWhen = message.FindInt64("When", &whenUs) == B_OK;
   const TDataLock lock(fLock);
   std::memcpy(fInformation.bytes, bytes, THostInformation::kSize);
   fInformation.speedPercent = hasSpeed ? std::min(speedPercent, kFastestPercent) : kNormalPercent;
   fInformation.isPlaying = hasPlaying ? std::optional(isPlaying) : std::nullopt;
+  fInformation.whenUs = hasWhen ? std::optional<bigtime_t>(whenUs) : std::nullopt;
   fArrived = true;
 }
 

@@ -91,21 +91,22 @@ void Sonivo_FrontEnd::StopWaiting() {
   fReceiver->StopWaiting();
 }
 
-void Sonivo_FrontEnd::SendInfoRequest() {
-  const BMessage request(kMsgHostInformation);
+void Sonivo_FrontEnd::SendInfoRequest(std::optional<bigtime_t> whenUs) {
+  BMessage request(kMsgHostInformation);
+  if (whenUs) request.AddInt64("When", *whenUs);
   if (fRequestWaits || fReceiver->TrySendMsg(&request)) return;
   fRequestWaits = true;
   release_sem(fWake);
 }
 
-void Sonivo_FrontEnd::Refresh() {
+void Sonivo_FrontEnd::Refresh(std::optional<bigtime_t> whenUs) {
   if (fReceiver->HasArrived()) {
     THostInformation arrived;
     fReceiver->TakeInformation(&arrived);
     const TDataLock lock(fDataLock);
     fInformation = arrived;
   }
-  if (!fPollInformation) SendInfoRequest();
+  if (!fPollInformation) SendInfoRequest(whenUs);
 }
 
 THostInformation Sonivo_FrontEnd::Information() const {
@@ -203,6 +204,10 @@ status_t Sonivo_FrontEnd::SeekTo(int32 positionMs) const {
 
 status_t Sonivo_FrontEnd::SeekBy(int32 differenceMs) const {
   return send_command(kMsgHostSeekBy, "Time", differenceMs);
+}
+
+status_t Sonivo_FrontEnd::PlayFrom(int32 positionMs) const {
+  return IsPaused() ? PlayPart(positionMs, {}) : SeekTo(positionMs);
 }
 
 status_t Sonivo_FrontEnd::PlayPart(int32 fromMs, std::optional<int32> toMs) const {

@@ -25,12 +25,15 @@ public:
   void Start();
   void Main() override;
 
-  /** Never blocks: if the player's queue is full, the worker sends one (coalesced) request when there is room. */
-  void SendInfoRequest();
+  /** Never blocks: if the player's queue is full, the worker sends one (coalesced) request when there is room, for the
+      position of that moment. `whenUs`: the earlier moment, by `system_time`, whose position is requested. */
+  void SendInfoRequest(std::optional<bigtime_t> whenUs = {});
   /** Applies the answer to the previous refresh, if it has arrived, and requests the next. On the owner thread. */
-  void Refresh();
+  void Refresh(std::optional<bigtime_t> whenUs = {});
   /** From the last applied record. */
   int32 PositionMs() const;
+  /** Whether the player has computed that position for that earlier moment, as requested. */
+  bool IsPositionOf(bigtime_t whenUs) const { return Information().whenUs == whenUs; }
   /** As the player reports it; 0 or less without a song. */
   int32 DurationMs() const;
   std::string Title() const;
@@ -55,6 +58,8 @@ public:
       player or if its queue is full. Thread-safe. */
   status_t SeekTo(int32 positionMs) const;
   status_t SeekBy(int32 differenceMs) const;
+  /** Plays on from there, also a song that is paused if the player reports that it is. */
+  status_t PlayFrom(int32 positionMs) const;
   /** Plays that part of the song, after which it is paused at the part's beginning; without an end, the song plays on.
    */
   status_t PlayPart(int32 fromMs, std::optional<int32> toMs) const;

@@ -20,4 +20,7 @@ struct THostInformation {
   std::optional<bool> isPlaying;
   /** Not part of the bytes either. */
   int32 speedPercent = 100;
+  /** The earlier moment of the position, which the player was asked for; empty if the position was current when the
+     player answered. Nor part of the bytes. */
+  std::optional<bigtime_t> whenUs;
 };

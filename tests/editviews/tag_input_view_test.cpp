@@ -62,6 +62,26 @@ TEST_F(TagInputView, AStampHasThePositionOfItsKeyNotOfTheLastPoll) {
   EXPECT_TRUE(isCurrent);
 }
 
+TEST_F(TagInputView, AKeyThatHasWaitedGetsThePositionOfItsOwnTime) {
+  Show("a\n");
+  fHost->SetPlaying(true);
+  PlayAt(60000);
+  const auto stampsAt = [this](const std::string& line) {
+    for (int tries = 0; tries < 100 && Lines().front() != line; ++tries) { // answers may take longer than 20 ms
+      EditView().SetCurLine(0);
+      hands::hold(*fWindow, "Space", 1000, 50);
+      Settle();
+    }
+    return Lines().front() == line;
+  };
+  EXPECT_TRUE(stampsAt("[01:00:00]a")) << "the player does not know it: its position is the tag";
+  fHost->SetEarlierMs(59000);
+  EXPECT_TRUE(stampsAt("[00:59:00]a"));
+  Press("Delete");
+  Press("Ctrl+B");
+  EXPECT_TRUE(stampsAt("[00:59:00]a")) << "corrected once";
+}
+
 TEST_F(TagInputView, AHeldSpaceBarStampsOnceAndAHeldPlusGoesOn) {
   Show("a\nb\n");
   PlayAt(1000);

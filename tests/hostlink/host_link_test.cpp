@@ -123,6 +123,27 @@ TEST_F(HostLink, ReportsWhetherTheSongPlaysIfThePlayerDoes) {
   }
 }
 
+TEST_F(HostLink, AsksForAnEarlierPositionOnlyWhenToldToAndKnowsItsAnswer) {
+  constexpr bigtime_t kWhen = 77;
+  fHost->SetRecord(1000, "song");
+  Connect();
+  RefreshUntilArrived();
+  EXPECT_EQ(fHost->CountEarlier(), 0);
+  for (const bool isKnown : {false, true}) {
+    if (isKnown) fHost->SetEarlierMs(400);
+    LetArrive();
+    fLink->Refresh(kWhen);
+    ASSERT_TRUE(HasArrived());
+    fLink->Refresh();
+    EXPECT_EQ(fLink->PositionMs(), isKnown ? 400 : 1000);
+    EXPECT_EQ(fLink->IsPositionOf(kWhen), isKnown);
+    EXPECT_FALSE(fLink->IsPositionOf(kWhen + 1));
+  }
+  EXPECT_EQ(fHost->CountEarlier(), 2);
+  EXPECT_TRUE(GetsTo(1000));
+  EXPECT_FALSE(fLink->IsPositionOf(kWhen));
+}
+
 TEST_F(HostLink, CommandsReachThePlayer) {
   Connect();
   EXPECT_EQ(fLink->SeekTo(61230), B_OK);

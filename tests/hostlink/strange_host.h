@@ -10,6 +10,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -50,6 +51,14 @@ struct StrangeHost : BApplication {
   /** The field "Playing"; empty as with players that do not have it. */
   void SetPlaying(std::optional<bool> isPlaying) {
     Locked([&] { return fIsPlaying = isPlaying; });
+  }
+  /** Knows the song's earlier position, always this one, as only some players do. */
+  void SetEarlierMs(int32 positionMs) {
+    Locked([&] { return fEarlierMs = positionMs; });
+  }
+  /** How many requests were for an earlier position. */
+  int CountEarlier() {
+    return Locked([this] { return fEarlierRequests; });
   }
   /** The last one asked for, as "from..to loop"; -1 for what is absent. */
   std::string Part() {
@@ -119,12 +128,26 @@ private:
   void Inform(const BMessage& message) {
     const auto [record, isPlaying] = Locked([this] { return std::pair(fRecord, fIsPlaying); });
     BMessage answer(kMsgHostInformation);
+    int64 whenUs = 0;
+    if (message.FindInt64("When", &whenUs) == B_OK) return InformOfEarlier(message, whenUs);
     if (!record.empty()) answer.AddData("Info", B_STRING_TYPE, record.data(), record.size());
     if (isPlaying) answer.AddBool("Playing", *isPlaying);
     message.SendReply(&answer);
     WaitUntilTaken(message.ReturnAddress());
     const std::lock_guard lock(fMutex);
     if (fRecord == record) ++fHeard;
+  }
+  void InformOfEarlier(const BMessage& message, int64 whenUs) {
+    auto [record, isPlaying, earlierMs] = Locked([this] {
+      ++fEarlierRequests;
+      return std::tuple(fRecord, fIsPlaying, fEarlierMs);
+    });
+    BMessage answer(kMsgHostInformation);
+    if (earlierMs) std::memcpy(record.data() + THostInformation::kPositionAt, &*earlierMs, sizeof *earlierMs);
+    if (earlierMs) answer.AddInt64("When", whenUs);
+    answer.AddData("Info", B_STRING_TYPE, record.data(), record.size());
+    if (isPlaying) answer.AddBool("Playing", *isPlaying);
+    message.SendReply(&answer);
   }
   /** The mailbox answers only after it has handled all earlier messages. */
   static void WaitUntilTaken(const BMessenger& mailbox) {
@@ -196,10 +219,12 @@ private:
     fPlayed = IndexOf(message);
   }
 
-  std::mutex fMutex; // guards fRecord, fHeard, fIsPlaying, fCommands, fMarks
+  std::mutex fMutex; // guards all below
   std::string fRecord;
   int fHeard = 0;
   std::optional<bool> fIsPlaying;
+  std::optional<int32> fEarlierMs;
+  int fEarlierRequests = 0;
   std::string fPart;
   std::vector<Command> fCommands;
   std::pair<std::string, std::vector<int32>> fMarks;

@@ -2,6 +2,7 @@
 
 #include "platform/app/message.h"
 #include "platform/app/roster.h"
+#include "platform/kernel/threads.h"
 #include "player/sound/now_playing.h"
 #include "plugin/message_codes.h"
 
@@ -29,10 +30,25 @@ void TFrontEndHost::AnswerHandshake(const BMessage& handshake) const {
 
 void TFrontEndHost::MessageReceived(BMessage* message) {
   if (message->what != kMsgHostInformation) return BLooper::MessageReceived(message);
-  const TInfoRecord record = fNowPlaying->Record();
+  AnswerInformation(*message);
+}
+
+void TFrontEndHost::AnswerInformation(const BMessage& request) {
+  const bigtime_t beforeUs = system_time();
+  TInfoRecord record = fNowPlaying->Record();
+  const bigtime_t readAtUs = beforeUs + (system_time() - beforeUs) / 2; // the sound is asked on another thread
+  const bool isPlaying = record.state == TInfoRecord::kPlaying;
+  const int32 speedPercent = fNowPlaying->SpeedPercent();
+  fPlay.Add({readAtUs, record.positionMs, speedPercent, isPlaying});
   BMessage answer(kMsgHostInformation);
+  int64 whenUs = 0;
+  const bool isAboutEarlier = request.FindInt64("When", &whenUs) == B_OK;
+  if (const auto earlierMs = isAboutEarlier ? fPlay.PositionMsAt(whenUs) : std::nullopt) {
+    record.positionMs = *earlierMs;
+    answer.AddInt64("When", whenUs);
+  }
   answer.AddData("Info", B_STRING_TYPE, &record, sizeof record);
-  answer.AddBool("Playing", record.state == TInfoRecord::kPlaying);
-  answer.AddInt32("Speed", fNowPlaying->SpeedPercent());
-  message->SendReply(&answer);
+  answer.AddBool("Playing", isPlaying);
+  answer.AddInt32("Speed", speedPercent);
+  request.SendReply(&answer);
 }

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "platform/app/looper.h"
+#include "player/frontend/steady_play.h"
 
 #include <string>
 
 class TNowPlaying;
 
-/** Answers requests for the information record on a dedicated thread, so that the position in the answer is current. */
+/** Answers requests for the information record on a dedicated thread, so that the position in the answer is current, or
+    that of the earlier moment that was asked for. */
 class TFrontEndHost : public BLooper {
 public:
   explicit TFrontEndHost(const TNowPlaying* nowPlaying);
@@ -18,6 +20,9 @@ public:
   const std::string& Signature() const { return fSignature; }
 
 private:
+  void AnswerInformation(const BMessage& request);
+
   const TNowPlaying* fNowPlaying;
   const std::string fSignature;
+  TSteadyPlay fPlay; // on this looper's thread
 };
