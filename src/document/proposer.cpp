@@ -138,6 +138,5 @@ void TProposer::Hear(const BMessage& answer) {
   if (answer.FindInt32("Row", &row) != B_OK || answer.FindInt32("ToMs", &toMs) != B_OK) return;
   if (is_for_another_document(answer, *fParts.document)) return;
   fParts.session->TagInput().SetCurLine(row);
-  fParts.frontEnd->SeekTo(std::max(toMs - kLeadMs, int32{0}));
-  if (fParts.frontEnd->IsPaused()) fParts.frontEnd->PlayPause();
+  fParts.frontEnd->PlayFrom(std::max(toMs - kLeadMs, int32{0}));
 }

@@ -120,6 +120,9 @@ TEST_F(HostLink, ReportsWhetherTheSongPlaysIfThePlayerDoes) {
     RefreshUntilArrived();
     fLink->SungPositionMs();
     EXPECT_EQ(fLink->SungPositionMs().has_value(), told.value_or(false)) << "the position stands still";
+    fLink->PlayFrom(300);
+    LetArrive();
+    EXPECT_EQ(fHost->Part(), told == false ? "300..-1" : "") << "one message is enough for a paused song";
   }
 }
 
