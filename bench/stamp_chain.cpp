@@ -5,14 +5,9 @@
 // too early or too late. With --redrawing the window gets another size just before each key, so that the key waits for
 // its drawing; with
 // --redrawing-words, word by word is on as well, which takes the event's own time. The lines are then single words.
-#include "bench/audio_conditions.h"
-#include "bench/audio_signal.h"
+#include "bench/stamped_editor.h"
 #include "bench/wait_until.h"
-#include "demo/song_clock.h"
 #include "demo/sung_lines.h"
-#include "demo/x_window.h"
-
-#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
@@ -34,19 +29,19 @@ double phase_of(size_t press) {
   return press % 2 == 0 ? kEarlyPhaseMs : kLatePhaseMs;
 }
 
-std::vector<int64_t> press_often(size_t count, bool isRedrawing, TSongClock& clock, TXWindow& editor) {
+std::vector<int64_t> press_often(size_t count, bool isRedrawing, TStampedEditor& editor) {
   std::vector<int64_t> presses;
   for (size_t i = 0; i < count; ++i) {
     const auto hundredthMs =
         std::lround((kFirstPressSec + static_cast<double>(i) * kPressEverySec) * 100) * kHundredthMs;
-    clock.Follow();
-    const int64_t pressUs = clock.HeardAtUs((static_cast<double>(hundredthMs) + phase_of(i)) / 1000);
+    editor.clock.Follow();
+    const int64_t pressUs = editor.clock.HeardAtUs((static_cast<double>(hundredthMs) + phase_of(i)) / 1000);
     if (isRedrawing) {
       wait_until(pressUs - kResizedBeforeUs);
-      editor.Resize();
+      editor.window.Resize();
     }
     wait_until(pressUs);
-    presses.push_back(editor.Press("space"));
+    presses.push_back(editor.window.Press("space"));
   }
   return presses;
 }
@@ -82,23 +77,15 @@ void print_row(const char* name, const TTally& result) {
 }
 
 bool measure(const char* lyrics, bool isRedrawing, bool isWordByWord) {
-  const TSinkRecorder recorder("heard.monitor");
-  TSongClock clock(timed_noise(kTrackSeconds), recorder);
-  TXWindow editor("Vesmo Editor", 30);
-  editor.Focus();
-  constexpr int64_t kBegunBeforeUs = 4'000'000; // the track plays already
-  if (!clock.WaitForStart(clock_us() - kBegunBeforeUs, 20)) throw std::runtime_error("the track is not heard");
-  editor.Press("Home");
-  if (isWordByWord) editor.Press("b", "Control_L");
+  TStampedEditor editor;
+  if (isWordByWord) editor.ToggleWordByWord();
   const size_t lineCount = read_saved_lines(lyrics).size();
-  const auto presses = press_often(std::min(lineCount, kMostPresses), isRedrawing, clock, editor);
-  usleep(500'000);
-  editor.Press("s", "Control_L");
-  usleep(1'500'000);
+  const auto presses = press_often(std::min(lineCount, kMostPresses), isRedrawing, editor);
+  editor.Save();
   const auto saved = read_saved_lines(lyrics);
   std::printf("%-26s %7s %7s %7s %8s %9s\n", "key pressed", "right", "early", "late", "unknown", "mean ms");
-  print_row("3.1 ms after a hundredth", tally(kEarlyPhaseMs, presses, saved, clock));
-  print_row("6.9 ms after a hundredth", tally(kLatePhaseMs, presses, saved, clock));
+  print_row("3.1 ms after a hundredth", tally(kEarlyPhaseMs, presses, saved, editor.clock));
+  print_row("6.9 ms after a hundredth", tally(kLatePhaseMs, presses, saved, editor.clock));
   return saved.size() == lineCount;
 }
 

@@ -3,11 +3,8 @@
 // lines of several words, then lines of one word. Word by word, the words are tapped ten times a second, each held for
 // 60 ms; then each line of one word is held until it writes the line's end, whose time is that of the release. A time
 // is right within 10 ms of what was heard at the key's event.
-#include "bench/audio_conditions.h"
-#include "bench/audio_signal.h"
+#include "bench/stamped_editor.h"
 #include "bench/wait_until.h"
-#include "demo/song_clock.h"
-#include "demo/x_window.h"
 
 #include <unistd.h>
 
@@ -91,26 +88,18 @@ void tap(size_t count, int64_t everyUs, int64_t heldUs, TXWindow& editor, TTimes
 }
 
 bool measure(const char* lyrics) {
-  const TSinkRecorder recorder("heard.monitor");
-  TSongClock clock(timed_noise(kTrackSeconds), recorder);
-  TXWindow editor("Vesmo Editor", 30);
-  editor.Focus();
-  constexpr int64_t kBegunBeforeUs = 4'000'000; // the track plays already
-  if (!clock.WaitForStart(clock_us() - kBegunBeforeUs, 20)) throw std::runtime_error("the track is not heard");
-  editor.Press("Home");
-  editor.Press("b", "Control_L"); // word by word
+  TStampedEditor editor;
+  editor.ToggleWordByWord();
   usleep(500'000);
   const auto lines = read_lines(lyrics);
   size_t words = 0;
   for (const std::string& line : lines) words += words_in(line) > 1 ? words_in(line) : 0;
   const auto ends = static_cast<size_t>(std::ranges::count(lines, size_t{1}, words_in));
   TTimes taps, holds, releases;
-  tap(words, kTapEveryUs, kTapHeldUs, editor, &taps, nullptr);
+  tap(words, kTapEveryUs, kTapHeldUs, editor.window, &taps, nullptr);
   usleep(500'000);
-  tap(ends, kEndEveryUs, kEndHeldUs, editor, &holds, &releases);
-  usleep(500'000);
-  editor.Press("s", "Control_L");
-  usleep(1'500'000);
+  tap(ends, kEndEveryUs, kEndHeldUs, editor.window, &holds, &releases);
+  editor.Save();
   const auto saved = read_lines(lyrics);
   for (size_t i = 0; i < saved.size() && i < lines.size(); ++i) {
     std::vector<long> tags = tags_of(saved[i]);
@@ -122,9 +111,9 @@ bool measure(const char* lyrics) {
     presses.tagsMs.insert(presses.tagsMs.end(), tags.begin(), tags.end());
   }
   std::printf("%-26s %7s %7s %8s %9s %9s\n", "word by word", "events", "right", "unknown", "mean ms", "worst ms");
-  print_row("presses, 10 a second", taps, clock);
-  print_row("presses of held keys", holds, clock);
-  print_row("releases of held keys", releases, clock);
+  print_row("presses, 10 a second", taps, editor.clock);
+  print_row("presses of held keys", holds, editor.clock);
+  print_row("releases of held keys", releases, editor.clock);
   return saved.size() == lines.size();
 }
 
