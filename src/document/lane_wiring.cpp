@@ -175,9 +175,17 @@ void TLaneWiring::TagMoved(const TLaneMove& move) {
   ShowLyrics();
 }
 
+void TLaneWiring::TagPlaced(int32 timeMs) {
+  const TLaneLyrics lyrics = Lyrics();
+  const TTagForm form =
+      fParts.session->Mode() == TEditMode::kTagInputStandard ? TTagForm::kStandard : TTagForm::kExtended;
+  const TLinesChange change = line_tagged(lyrics.lines, lyrics.row, timeMs + lyrics.offsetMs, form);
+  if (change.removed > 0) fParts.session->TagInput().RetimeLines(change);
+  ShowLyrics();
+}
+
 void TLaneWiring::PlayFrom(int32 timeMs) {
-  fParts.frontEnd->SeekTo(std::max(timeMs, int32{0}));
-  if (fParts.frontEnd->IsPaused()) fParts.frontEnd->PlayPause();
+  fParts.frontEnd->PlayFrom(std::max(timeMs, int32{0}));
 }
 
 void TLaneWiring::RowChosen(int32 row) {

@@ -38,6 +38,7 @@ public:
 
 private:
   void TagMoved(const TLaneMove& move) override;
+  void TagPlaced(int32 timeMs) override;
   void PlayFrom(int32 timeMs) override;
   void RowChosen(int32 row) override;
   void LookToggled() override;

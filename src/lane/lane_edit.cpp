@@ -8,6 +8,8 @@
 namespace {
 
 constexpr size_t kStandardLength = 7; // [mm:ss]
+constexpr long kSecondMs = 1000;
+constexpr long kHundredthMs = 10;
 
 /** The new tag is as long as the old one. */
 void retime(std::string* line, const TTagSpan& tag, long timeMs) {
@@ -54,4 +56,13 @@ TLinesChange lines_moved(std::span<const std::string> lines, const TLaneMove& mo
   }
   change.removed = static_cast<int32>(change.lines.size());
   return change;
+}
+
+TLinesChange line_tagged(std::span<const std::string> lines, int32 row, long tagMs, TTagForm form) {
+  if (row < 0 || row >= static_cast<int32>(lines.size())) return {};
+  const long unit = form == TTagForm::kStandard ? kSecondMs : kHundredthMs;
+  const long timeMs = (std::clamp(tagMs, 0L, kLastTagTime) + unit / 2) / unit * unit;
+  const TStampedLine stamped = stamp(lines[static_cast<size_t>(row)], std::min(timeMs, kLastTagTime), form);
+  if (stamped.movedByMs) return {};
+  return {row, 1, {stamped.line}};
 }

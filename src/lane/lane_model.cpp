@@ -14,6 +14,9 @@ constexpr int32 kSecondMs = 1000;
 constexpr int32 kJumpMs = 1000;
 /** An onset farther away than that belongs to another word. */
 constexpr int32 kFarthestOnsetMs = 500;
+/** A weak onset so near may be a breath or the end of the sound before. */
+constexpr int32 kSameStartMs = 150;
+constexpr int kMuchStronger = 2;
 
 int32 resolution_of(const TLaneMarker& marker) {
   return marker.isWholeSeconds ? kSecondMs : kHundredthMs;
@@ -140,9 +143,24 @@ std::optional<TLaneMove> TLaneModel::Nudged(int32 stepMs, bool movesLater) const
 
 std::optional<TLaneMove> TLaneModel::Snapped() const {
   const TLaneMarker* const marker = Chosen();
-  const std::optional<int32> onset = marker ? OnsetNear(marker->timeMs, kFarthestOnsetMs) : std::nullopt;
+  const TOnset* const onset = marker ? OnsetToSnapTo(marker->timeMs) : nullptr;
   if (!onset) return {};
-  return MoveOf(*marker, Allowed(*marker, *onset, false), false);
+  return MoveOf(*marker, Allowed(*marker, onset->timeMs, false), false);
+}
+
+std::optional<int32> TLaneModel::NewTagTime(int32 timeMs, int32 reachMs) const {
+  if (fRow < 0 || Chosen()) return {};
+  const TOnset* const onset = OnsetNear(timeMs, reachMs);
+  int32 wantedMs = onset ? onset->timeMs : timeMs;
+  const TLaneMarker* above = nullptr;
+  const TLaneMarker* below = nullptr;
+  for (const TLaneMarker& each : fMarkers) { // by time: of a row, the last or the first
+    if (each.row < fRow && (!above || each.row >= above->row)) above = &each;
+    if (each.row > fRow && (!below || each.row < below->row)) below = &each;
+  }
+  if (below) wantedMs = std::min(wantedMs, below->timeMs);
+  if (above) wantedMs = std::max(wantedMs, above->timeMs);
+  return wantedMs;
 }
 
 /** Markers of other rows at the same time do not hold it: lines in two languages have the same tag. */
@@ -169,15 +187,26 @@ int32 TLaneModel::Allowed(const TLaneMarker& marker, int32 timeMs, bool movesLat
   return static_cast<int32>(std::clamp(rounded, earliest, latest) - fOffsetMs);
 }
 
-std::optional<int32> TLaneModel::OnsetNear(int32 timeMs, int32 reachMs) const {
-  if (!fSound) return {};
+const TOnset* TLaneModel::OnsetNear(int32 timeMs, int32 reachMs) const {
+  if (!fSound) return nullptr;
   const std::vector<TOnset>& onsets = fSound->Onsets();
   auto next = std::ranges::lower_bound(onsets, timeMs, {}, &TOnset::timeMs);
   if (next == onsets.end() || (next != onsets.begin() && timeMs - std::prev(next)->timeMs < next->timeMs - timeMs)) {
-    if (next == onsets.begin()) return {};
+    if (next == onsets.begin()) return nullptr;
     --next;
   }
-  return std::abs(next->timeMs - timeMs) <= reachMs ? std::optional(next->timeMs) : std::nullopt;
+  return std::abs(next->timeMs - timeMs) <= reachMs ? &*next : nullptr;
+}
+
+const TOnset* TLaneModel::OnsetToSnapTo(int32 timeMs) const {
+  const TOnset* const nearest = OnsetNear(timeMs, kFarthestOnsetMs);
+  if (!nearest) return nullptr;
+  const std::vector<TOnset>& onsets = fSound->Onsets();
+  const TOnset* strongest = nearest;
+  for (auto each = std::ranges::lower_bound(onsets, timeMs - kSameStartMs, {}, &TOnset::timeMs);
+       each != onsets.end() && each->timeMs <= timeMs + kSameStartMs; ++each)
+    if (each->strength > strongest->strength) strongest = &*each;
+  return strongest->strength >= kMuchStronger * nearest->strength ? strongest : nearest;
 }
 
 int32 TLaneModel::SnappedTime(const TLaneMarker& marker, int32 timeMs, int32 reachMs) const {
@@ -189,7 +218,7 @@ int32 TLaneModel::SnappedTime(const TLaneMarker& marker, int32 timeMs, int32 rea
     nearestMs = distanceMs;
     snappedMs = candidateMs;
   };
-  if (const std::optional<int32> onset = OnsetNear(timeMs, reachMs)) offer(*onset);
+  if (const TOnset* const onset = OnsetNear(timeMs, reachMs)) offer(onset->timeMs);
   for (const TLaneMarker& each : fMarkers)
     if (!each.IsSame(marker)) offer(each.timeMs);
   return snappedMs;

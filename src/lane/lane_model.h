@@ -54,8 +54,12 @@ public:
 
   /** The chosen marker moved by one step of that size, or of its form. Nothing at its neighbour. */
   std::optional<TLaneMove> Nudged(int32 stepMs, bool movesLater) const;
-  /** The chosen marker moved to the nearest onset; nothing if it is there or none is near. */
+  /** The chosen marker moved to the nearest onset within 500 ms, or to the strongest one within 150 ms if that is at
+     least twice as strong. Nothing if it is there already or none is near. */
   std::optional<TLaneMove> Snapped() const;
+  /** Where the selected line gets its first tag by a click there: as a drag, it snaps to an onset within reach and does
+      not pass the neighbours. Nothing if it has a tag, or no line is selected. */
+  std::optional<int32> NewTagTime(int32 timeMs, int32 reachMs) const;
 
 private:
   struct TBounds {
@@ -71,7 +75,8 @@ private:
   TBounds BoundsOf(const TLaneMarker& marker, bool movesLater) const;
   /** The nearest time that its form can show within the bounds; its own time if there is none. */
   int32 Allowed(const TLaneMarker& marker, int32 timeMs, bool movesLater) const;
-  std::optional<int32> OnsetNear(int32 timeMs, int32 reachMs) const;
+  const TOnset* OnsetNear(int32 timeMs, int32 reachMs) const;
+  const TOnset* OnsetToSnapTo(int32 timeMs) const;
   int32 SnappedTime(const TLaneMarker& marker, int32 timeMs, int32 reachMs) const;
   static std::optional<TLaneMove> MoveOf(const TLaneMarker& marker, int32 toMs, bool movesLater);
 

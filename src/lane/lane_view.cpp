@@ -134,11 +134,21 @@ void TLaneView::MouseDown(BPoint where, uint32) {
   DrawMarkers();
 }
 
+int32 TLaneView::SnapReachMs(uint32 modifiers) const {
+  return (modifiers & B_SHIFT_KEY) ? 0 : fModel.Range().Duration(kSnapReach, Width());
+}
+
+/** Its first press has begun to play there. */
+void TLaneView::MouseDoubled(BPoint where, uint32 modifiers) {
+  const int32 timeMs = TimeAt(where.x);
+  const bool isOnMarker = fModel.MarkerNear(timeMs, fModel.Range().Duration(kGrabReach, Width())) != nullptr;
+  if (isOnMarker || fModel.Chosen()) return MouseDown(where, modifiers);
+  PlaceTag(timeMs, SnapReachMs(modifiers));
+}
+
 void TLaneView::MouseDragged(BPoint where, uint32 modifiers) {
   if (!fModel.IsDragging()) return;
-  const bool snaps = (modifiers & B_SHIFT_KEY) == 0;
-  const int32 reachMs = snaps ? fModel.Range().Duration(kSnapReach, Width()) : 0;
-  fModel.DragTo(TimeAt(where.x), {(modifiers & B_COMMAND_KEY) != 0, reachMs});
+  fModel.DragTo(TimeAt(where.x), {(modifiers & B_COMMAND_KEY) != 0, SnapReachMs(modifiers)});
   DrawMarkers();
   DescribeChosen(true);
 }
@@ -178,6 +188,7 @@ bool TLaneView::MoveByKey(uint8 byte, uint32 modifiers) {
     Move(fModel.Nudged(isLater ? sizeMs : -sizeMs, isArrow && isCommand));
     return true;
   }
+  if (byte == 't' || byte == 'T') return PlaceTagAtHead(), true;
   if (byte != 's' && byte != 'S') return false;
   Move(fModel.Snapped());
   return true;
@@ -226,6 +237,16 @@ void TLaneView::Choose(bool isLater) {
 
 void TLaneView::PlayFromChosen() {
   if (const TLaneMarker* const chosen = fModel.Chosen()) fListener->PlayFrom(chosen->timeMs);
+}
+
+void TLaneView::PlaceTagAtHead() {
+  if (!fHeadMs) return fListener->Describe(gLLT->Text("Lane_No_Song"));
+  PlaceTag(*fHeadMs, 0);
+}
+
+void TLaneView::PlaceTag(int32 timeMs, int32 reachMs) {
+  if (const auto placeMs = fModel.NewTagTime(timeMs, reachMs)) fListener->TagPlaced(*placeMs);
+  DescribeChosen(true);
 }
 
 void TLaneView::Move(const std::optional<TLaneMove>& move) {

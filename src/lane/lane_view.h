@@ -18,6 +18,8 @@ public:
   virtual ~TLaneListener() = default;
 
   virtual void TagMoved(const TLaneMove& move) = 0;
+  /** The selected line, which has no tag, gets one. */
+  virtual void TagPlaced(int32 timeMs) = 0;
   virtual void PlayFrom(int32 timeMs) = 0;
   /** A neighbour's tag was clicked. */
   virtual void RowChosen(int32 row) = 0;
@@ -52,6 +54,7 @@ public:
 
 protected:
   void MouseDown(BPoint where, uint32 modifiers) override;
+  void MouseDoubled(BPoint where, uint32 modifiers) override;
   void MouseDragged(BPoint where, uint32 modifiers) override;
   void MouseUp(BPoint where, uint32 modifiers) override;
   void WheelTurned(BPoint where, float steps, uint32 modifiers) override;
@@ -60,11 +63,14 @@ protected:
 private:
   double Width() const { return static_cast<double>(Bounds().Width()) + 1; }
   int32 TimeAt(float x) const { return fModel.Range().TimeAt(static_cast<double>(x), Width()); }
+  int32 SnapReachMs(uint32 modifiers) const;
   bool MoveByKey(uint8 byte, uint32 modifiers);
   bool ViewByKey(uint8 byte, uint32 modifiers);
   void Choose(bool isLater);
   void Move(const std::optional<TLaneMove>& move);
   void PlayFromChosen();
+  void PlaceTagAtHead();
+  void PlaceTag(int32 timeMs, int32 reachMs);
   void Zoom(double factor, int32 aboutMs);
   void RangeChanged();
   void Render();

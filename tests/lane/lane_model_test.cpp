@@ -119,6 +119,45 @@ TEST(LaneModel, KeysChooseNudgeAndSnap) {
   EXPECT_EQ(after(kThree, *lane.model.Nudged(100, false))[1], "[00:12:00]two [00:12:50]more[00:13:10]");
 }
 
+TEST(LaneModel, SnappingPrefersAMuchStrongerOnsetCloseBy) {
+  const struct {
+    std::vector<TOnset> onsets;
+    std::string line;
+  } cases[] = {
+      {{{9950, 100}, {10140, 199}}, "[00:09:95]a"},
+      {{{9950, 100}, {10140, 200}}, "[00:10:14]a"},
+      {{{9860, 210}, {9950, 100}, {10140, 200}}, "[00:09:86]a"},
+      {{{9950, 100}, {10160, 255}}, "[00:09:95]a"},
+      {{{9600, 100}, {10480, 255}}, "[00:09:60]a"},
+  };
+  for (const auto& each : cases) {
+    Lane lane({"[00:10:00]a"}, 0);
+    auto sound = std::make_shared<TSongSound>();
+    sound->SetOnsets(each.onsets);
+    lane.model.SetSound(sound);
+    EXPECT_EQ(after(lane.lines, lane.model.Snapped().value()).front(), each.line);
+  }
+}
+
+TEST(LaneModel, AnUntaggedLineGetsItsTagWhereTheUserClicksBetweenItsNeighbours) {
+  const Lines untagged{"[00:04:00]one [00:04:80]more", "two", "", "[00:16:00]three"};
+  const std::tuple<int32, int32, TTagForm, std::string> cases[] = {
+      {6004, 0, TTagForm::kExtended, "[00:06:00]two"},  {6006, 0, TTagForm::kExtended, "[00:06:01]two"},
+      {5040, 50, TTagForm::kExtended, "[00:05:00]two"}, {5040, 30, TTagForm::kExtended, "[00:05:04]two"},
+      {1000, 0, TTagForm::kExtended, "[00:04:80]two"},  {20000, 0, TTagForm::kExtended, "[00:16:00]two"},
+      {5600, 0, TTagForm::kStandard, "[00:06]two"},
+  };
+  for (const auto& [timeMs, reachMs, form, line] : cases) {
+    const Lane lane(untagged, 1);
+    const TLinesChange change = line_tagged(lane.lines, 1, lane.model.NewTagTime(timeMs, reachMs).value(), form);
+    EXPECT_EQ(change.first, 1);
+    EXPECT_THAT(change.lines, ElementsAre(line)) << timeMs;
+  }
+  EXPECT_FALSE(Lane(untagged, 0).model.NewTagTime(6000, 0)) << "has one";
+  EXPECT_FALSE(Lane({}, -1).model.NewTagTime(6000, 0));
+  EXPECT_EQ(line_tagged(untagged, 0, 6000, TTagForm::kExtended).removed, 0);
+}
+
 TEST(LaneModel, TheZoomIsKeptAndThePageTurnsOnlyWhenTheHeadRunsOut) {
   Lane lane(kThree, 1);
   lane.model.Zoom(0.5, 12000);

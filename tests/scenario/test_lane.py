@@ -84,10 +84,20 @@ class Lane(Case):
         hands.press("Escape")
         s.wait_focus("Lyrics")
 
-    def test_it_says_that_a_tag_is_missing_and_gives_its_room_back(self):
-        s = self.stage
+    def test_a_missing_tag_is_set_by_double_click_and_by_key_and_gives_its_room_back(self):
+        s, text = self.stage, SUNG[1][1]
         hands.press("Delete")
-        s.wait(lambda: eyes.description(self.lane()) == "The line has no tag.", "that there is none")
+        s.wait(lambda: eyes.description(self.lane()).startswith("The line has no tag"), "that there is none")
+        left, top, width, height = eyes.place(self.lane())
+        hands._do("mousemove", left + width // 2, top + height // 2, "click", "--repeat", 2, "--delay", 40, 1)
+        s.wait(lambda: s.rows()[1].startswith("[00:"), "the tag where it was clicked")
+        self.assertTrue(self.late[0] < self.tag_of(1) < self.late[2], s.rows()[1])
+        hands.press("ctrl+z")
+        s.wait(lambda: s.rows()[1] == text, "no tag, by one step")
+        hands.press("t")
+        s.wait(lambda: s.rows()[1].startswith("[00:"), "the tag at the play position")
+        hands.press("Escape")
+        s.wait_focus("Lyrics")
         height = eyes.place(s.lyrics())[3]
         hands.press("ctrl+g")
         s.wait(lambda: eyes.place(s.lyrics())[3] == height + 120, "the whole room")

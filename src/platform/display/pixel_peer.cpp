@@ -73,6 +73,9 @@ protected:
     setFocus(Qt::MouseFocusReason);
     SendMouse(MouseAction::kDown, *event, event->position());
   }
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton) SendMouse(MouseAction::kDoubled, *event, event->position());
+  }
   void mouseMoveEvent(QMouseEvent* event) override {
     if (event->buttons() & Qt::LeftButton) return SendMouse(MouseAction::kDragged, *event, event->position());
     const qreal x = event->position().x();

@@ -6,7 +6,7 @@
 namespace display {
 
 /** What the mouse does in a pixel view. */
-enum class MouseAction : int32 { kDown, kDragged, kUp, kWheel };
+enum class MouseAction : int32 { kDown, kDragged, kUp, kWheel, kDoubled };
 
 enum : uint32 {
   /** int32 "action", a MouseAction; floats "x", "y"; int32 "modifiers"; float "steps" of the wheel. */

@@ -60,6 +60,8 @@ void BPixelView::MouseUsed(const BMessage& event) {
   switch (static_cast<display::MouseAction>(action)) {
   case display::MouseAction::kDown:
     return MouseDown(where, modifiers);
+  case display::MouseAction::kDoubled:
+    return MouseDoubled(where, modifiers);
   case display::MouseAction::kDragged:
     return MouseDragged(where, modifiers);
   case display::MouseAction::kUp:

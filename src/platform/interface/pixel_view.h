@@ -38,6 +38,8 @@ public:
 protected:
   /** Hooks, on the window's thread; modifiers as in kernel/modifiers.h. */
   virtual void MouseDown(BPoint, uint32) {}
+  /** The second press of a double click, instead of MouseDown. */
+  virtual void MouseDoubled(BPoint where, uint32 modifiers) { MouseDown(where, modifiers); }
   /** While the button is down, also outside of the view. */
   virtual void MouseDragged(BPoint, uint32) {}
   virtual void MouseUp(BPoint, uint32) {}
