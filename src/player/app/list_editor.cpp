@@ -12,7 +12,10 @@
 #include "player/model/song_sorting.h"
 #include "player/model/song_text.h"
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -125,6 +128,28 @@ void TListEditor::PlayFound(const std::string& firstPath, bool startPaused) {
   if (index < 0) return;
   CancelPlay();
   fTransport->PlaySong(index, startPaused);
+}
+
+void TListEditor::AppendNew(TSongs songs) {
+  const int32 before = fSongs->Count();
+  std::unordered_set<std::string> added;
+  fSongs->Append(std::move(songs), &added);
+  if (fSongs->Count() != before) fOrder.reset();
+}
+
+void TListEditor::MarkMissing(const std::vector<std::string>& paths) {
+  const std::unordered_set<std::string> missing(paths.begin(), paths.end());
+  for (int32 i = 0; i < fSongs->Count() && !missing.empty(); ++i) {
+    if (i != fSongs->Current() && missing.contains(fSongs->At(i)->path)) fSongs->Edit(i)->error = std::strerror(ENOENT);
+  }
+}
+
+void TListEditor::MarkFound(const TSongs& songs) {
+  std::unordered_set<std::string_view> found;
+  for (const TSong& song : songs) found.insert(song.path);
+  for (int32 i = 0; i < fSongs->Count() && !found.empty(); ++i) {
+    if (!fSongs->At(i)->error.empty() && found.contains(fSongs->At(i)->path)) fSongs->Edit(i)->error.clear();
+  }
 }
 
 void TListEditor::Add(const BMessage& message) {

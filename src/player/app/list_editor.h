@@ -29,6 +29,12 @@ public:
   /** Plays the first song that the search finds. False when the search has ended. */
   bool PlayWhenFound(int64 search);
   void CancelPlay() { fPlayedSearch = 0; }
+  /** Appends songs that are not in the list yet. Never begins to play. */
+  void AppendNew(TSongs songs);
+  /** Marks the songs of the list whose files have disappeared. The current one may still be playing and is left. */
+  void MarkMissing(const std::vector<std::string>& paths);
+  /** Removes the mark, or any other error, of songs whose files have appeared. */
+  void MarkFound(const TSongs& songs);
   bool IsSearching() const { return !fSearches.empty(); }
   /** As the user has sorted the list, and nothing has changed its order since. */
   const std::optional<TSongOrder>& Order() const { return fOrder; }

@@ -56,9 +56,9 @@ TSonivoApp::TSonivoApp(TCommandLine commandLine, const TSourceMaker& makeSource)
       fOwn(&fSongs, makeSource(&fSoundMessages), this),
       fBus(BMessenger(this), [sound = fOwn.Sound()] { return sound->PositionMs(); }), fNowPlaying(fOwn.Sound()),
       fSource(&fOwn, &fBus, &fNowPlaying, this, fCommandLine.source), fList(&fSongs, &fOwn, BMessenger(this), this),
-      fSaver(BMessenger(this)), fChoiceSaver(BMessenger(this)), fKeptWindow(BMessenger(this)),
-      fPlugins(BMessenger(this), this), fCloser(BMessenger(this)), fHost(new TFrontEndHost(&fNowPlaying)),
-      fStartTimer(BMessenger(this)), fPositionTimer(BMessenger(this)) {
+      fFolders(BMessenger(this), &fList, this), fSaver(BMessenger(this)), fChoiceSaver(BMessenger(this)),
+      fKeptWindow(BMessenger(this)), fPlugins(BMessenger(this), this), fCloser(BMessenger(this)),
+      fHost(new TFrontEndHost(&fNowPlaying)), fStartTimer(BMessenger(this)), fPositionTimer(BMessenger(this)) {
   if (!fCommandLine.songs.empty()) fList.Open(fCommandLine.songs, starts_paused(fCommandLine));
   fHost->Run();
 }
@@ -78,8 +78,8 @@ void TSonivoApp::MessageReceived(BMessage* message) {
   };
   const bool isHandled = HandleProgress(*message) || HandleChoice(*message) || HandleDesktop(*message) ||
                          handle_transport_command(*message, &fSource.Transport()) || fOwn.Handle(*message) ||
-                         fSource.Handle(*message) || fList.Handle(*message) || fPlugins.Handle(*message) ||
-                         handle_script(message, scripted, execute);
+                         fSource.Handle(*message) || fList.Handle(*message) || fFolders.Handle(*message) ||
+                         fPlugins.Handle(*message) || handle_script(message, scripted, execute);
   if (!isHandled) BApplication::MessageReceived(message);
 }
 
@@ -244,6 +244,7 @@ void TSonivoApp::PlayFirstSong() {
 void TSonivoApp::LoadOthers() {
   fPlugins.LoadOthers();
   fBus.Start();
+  fFolders.Start(fOwn.Choices().watchedFolders);
   show_program_icon();
   // Returns the memory that only the start needed.
   display::post([] { malloc_trim(0); });
@@ -347,6 +348,7 @@ TPlayerState TSonivoApp::State() const {
   state.plugins = fPlugins.Texts();
   state.choices = fOwn.Choices();
   state.devices = fOwn.Devices();
+  state.absentFolders = fFolders.Absent();
   state.errors = fErrors.Text();
   if (fOwn.HasNoDevice())
     state.errors.append(state.errors.empty() ? "" : "\n").append(player_text("Player_Err_Silent"));
@@ -402,6 +404,7 @@ void TSonivoApp::Choose(const BMessage& message) {
   take_choices(message, &choices);
   fChoiceSaver.Note(choices);
   fOwn.SetChoices(choices);
+  fFolders.Watch(choices.watchedFolders);
 }
 
 void TSonivoApp::SaveChoices() {
@@ -411,7 +414,8 @@ void TSonivoApp::SaveChoices() {
 void TSonivoApp::SaveList() {
   const TPlayback playback = fOwn.Playback();
   if (!fSaver.Save(fSongs, playback.isLoaded ? fOwn.PositionMs() : 0, playback.volumePercent))
-    ErrorOccurred(player_text("Player_Err_Save_List", {fSaver.Path()}));
+    return ErrorOccurred(player_text("Player_Err_Save_List", {fSaver.Path()}));
+  if (!fFolders.Save()) ErrorOccurred(player_text("Player_Err_Save_Settings"));
 }
 
 /** Sent by an editor, too, that held up the closing and has saved its lyrics meanwhile: then it starts over. */

@@ -4,6 +4,7 @@
 #include "player/app/choice_saver.h"
 #include "player/app/command_line.h"
 #include "player/app/errors.h"
+#include "player/app/folder_watcher.h"
 #include "player/app/kept_window.h"
 #include "player/app/list_editor.h"
 #include "player/app/list_saver.h"
@@ -86,6 +87,7 @@ private:
   TNowPlaying fNowPlaying;
   TSourceSwitch fSource;
   TListEditor fList;
+  TFolderWatcher fFolders;
   TListSaver fSaver;
   TChoiceSaver fChoiceSaver;
   TKeptWindow fKeptWindow;

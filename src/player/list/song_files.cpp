@@ -22,7 +22,6 @@ constexpr const char* kAudio[] = {".mp3", ".ogg", ".oga", ".opus", ".flac", ".wa
 constexpr const char* kLists[] = {".m3u", ".m3u8"};
 // Bounds recursion through lists that refer to each other.
 constexpr size_t kMostLists = 1000;
-constexpr size_t kMostSongs = 200000;
 
 template <size_t Count>
 bool ends_like_one_of(const char* const (&extensions)[Count], const std::string& path) {
@@ -60,6 +59,19 @@ public:
     if (fSongs == kMostSongs) Report(player_text("Player_Err_Many_Songs", {std::to_string(kMostSongs), path}));
   }
 
+  /** Depth first; files and subfolders are sorted together, in byte order. */
+  void ReadFolder(const fs::path& folder) {
+    if (!fTaker->Enters(folder.string())) return;
+    for (const std::string& name : NamesIn(folder)) {
+      if (IsDone()) return;
+      if (name.ends_with('/')) {
+        ReadFolder(folder / name.substr(0, name.size() - 1));
+      } else {
+        Give(song_of((folder / name).string()));
+      }
+    }
+  }
+
 private:
   /** A missing file is no error yet: it may exist by the time it is played. */
   void ReadSong(const TSongAddress& address) {
@@ -69,18 +81,6 @@ private:
     song.error = isThere ? file_type_error(song.path) : address.refusal;
     if (!song.error.empty()) Report(player_text("Player_Err_Cannot_Play", {song.path, song.error}));
     Give(std::move(song));
-  }
-
-  /** Depth first; files and subfolders are sorted together, in byte order. */
-  void ReadFolder(const fs::path& folder) {
-    for (const std::string& name : NamesIn(folder)) {
-      if (IsDone()) return;
-      if (name.ends_with('/')) {
-        ReadFolder(folder / name);
-      } else {
-        Give(song_of((folder / name).string()));
-      }
-    }
   }
 
   /** Songs, and folders with a trailing slash. Links to folders are not followed, since they can form cycles. */
@@ -169,4 +169,8 @@ bool is_list_name(const std::string& path) {
 
 void gather_songs(const std::string& text, TSongTaker* taker) {
   TSongReader(taker).Read(text);
+}
+
+void gather_folder(const std::string& folder, TSongTaker* taker) {
+  TSongReader(taker).ReadFolder(folder);
 }

@@ -2,6 +2,9 @@
 
 #include "platform/app/message.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 constexpr bool is_allowed(status_t status) {
@@ -44,7 +47,29 @@ bool take_columns(const BMessage& archive, TColumnChoices* columns) {
   return all;
 }
 
+/** All or none. */
+bool take_folders(const BMessage& archive, TWatchedFolders* folders) {
+  TWatchedFolders taken;
+  std::string folder;
+  const status_t status = archive.FindString(choice::kWatched, &folder);
+  if (status != B_OK) return is_allowed(status);
+  for (int32 i = 0; archive.FindString(choice::kWatched, i, &folder) == B_OK; ++i) {
+    if (folder.empty()) continue;
+    TWatchedFolders more = with_folder(taken, folder);
+    if (more == taken) return false;
+    taken = std::move(more);
+  }
+  *folders = std::move(taken);
+  return true;
+}
+
 } // namespace
+
+bool archive_folders(const TWatchedFolders& folders, BMessage* archive) {
+  if (folders.empty()) return archive->AddString(choice::kWatched, "") == B_OK;
+  return std::ranges::all_of(
+      folders, [archive](const std::string& folder) { return archive->AddString(choice::kWatched, folder) == B_OK; });
+}
 
 bool archive_columns(const TColumnChoices& columns, BMessage* archive) {
   bool all = true;
@@ -65,6 +90,7 @@ bool archive_choices(const TPlayerChoices& choices, BMessage* archive) {
   all &= archive->AddString(choice::kDevice, sound.device) == B_OK;
   all &= archive->AddBool(choice::kTray, choices.closesToTray) == B_OK;
   all &= archive_columns(choices.columns, archive);
+  if (!choices.watchedFolders.empty()) all &= archive_folders(choices.watchedFolders, archive);
   return all && archive->AddBool(choice::kKeepsAwake, choices.keepsAwake) == B_OK;
 }
 
@@ -82,5 +108,6 @@ bool take_choices(const BMessage& archive, TPlayerChoices* choices) {
   all &= take_device(archive, &sound.device);
   all &= take(archive, choice::kTray, &choices->closesToTray);
   all &= take_columns(archive, &choices->columns);
+  all &= take_folders(archive, &choices->watchedFolders);
   return all & take(archive, choice::kKeepsAwake, &choices->keepsAwake);
 }

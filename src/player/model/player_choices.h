@@ -2,6 +2,7 @@
 
 #include "player/model/playing_order.h"
 #include "player/model/song_columns.h"
+#include "player/model/watched_folders.h"
 
 #include <array>
 #include <string>
@@ -39,6 +40,7 @@ struct TPlayerChoices {
   bool closesToTray = false; // the window is hidden instead of the player ending, where the desktop has a tray
   bool keepsAwake = false;   // the computer does not suspend itself while a song plays
   TColumnChoices columns{};
+  TWatchedFolders watchedFolders{};
   bool operator==(const TPlayerChoices&) const = default;
 };
 
@@ -57,8 +59,10 @@ inline constexpr const char* kTray = "Tray";       // bool
 inline constexpr const char* kKeepsAwake = "Awak"; // bool
 inline constexpr const char* kColumn = "Clmn";     // bool, whether it is shown, one for each column
 inline constexpr const char* kWidth = "ClmW";      // int32, pixels, one for each column
+inline constexpr const char* kWatched = "Wtch";    // string, one for each watched folder; one empty string for none
 } // namespace choice
 
+bool archive_folders(const TWatchedFolders& folders, BMessage* archive);
 bool archive_columns(const TColumnChoices& columns, BMessage* archive);
 bool archive_choices(const TPlayerChoices& choices, BMessage* archive);
 /** Absent fields keep their value. False if one has the wrong type or is out of range; the others are still read. */

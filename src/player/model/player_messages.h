@@ -19,6 +19,7 @@ enum : unsigned int {
   kMsgAddSongs = 'plad',    // string "path", one or more; int32 "before" (absent: at the end)
   kMsgDropFiles = 'pldf',   // the same fields: songs are added, lyrics opened in the editor, other files refused
   kMsgSongsFound = 'plfd',  // the search has results
+  kMsgWatchNews = 'plwn',   // songs of watched folders have appeared or disappeared
   kMsgRemoveSongs = 'plrm', // "id"
   kMsgMoveSongs = 'plmv',   // "id"; int32 "before"
   kMsgSortSongs = 'plso',   // int32 "by", a TSortKey or kSortAsBefore; bool "descending" (absent: false)

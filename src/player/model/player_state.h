@@ -50,6 +50,7 @@ struct TPlayerState : TPlayback {
   std::vector<TPluginTexts> plugins;
   TPlayerChoices choices;
   std::vector<TSoundDevice> devices; // as found when last asked for
+  TWatchedFolders absentFolders;     // of the watched ones, those that cannot be read now
   std::string errors;                // a line each
 };
 

@@ -3,15 +3,21 @@
 #include "player/list/requests.h"
 #include "player/model/player_messages.h"
 #include "player/widgets/shown_text.h"
+#include "player/window/choose.h"
 
 #include <QDir>
 #include <QFileDialog>
 
 namespace {
 
-QFileDialog* new_dialog(QWidget* parent, const BMessenger& player, const QString& title, uint32 request) {
+QFileDialog* new_dialog(QWidget* parent, const QString& title) {
   auto* const dialog = new QFileDialog(parent, title, QDir::homePath());
   dialog->setAttribute(Qt::WA_DeleteOnClose);
+  return dialog;
+}
+
+QFileDialog* new_dialog(QWidget* parent, const BMessenger& player, const QString& title, uint32 request) {
+  QFileDialog* const dialog = new_dialog(parent, title);
   QObject::connect(dialog, &QFileDialog::filesSelected, dialog, [player, request](const QStringList& files) {
     std::vector<std::string> paths;
     for (const QString& file : files) paths.push_back(file.toStdString());
@@ -31,6 +37,15 @@ void choose_songs(QWidget* parent, const BMessenger& player) {
 void choose_folder(QWidget* parent, const BMessenger& player) {
   QFileDialog* const dialog = new_dialog(parent, player, shown_text("Player_Open_Folder_Title"), kMsgAddSongs);
   dialog->setFileMode(QFileDialog::Directory);
+  dialog->open();
+}
+
+void choose_watched_folder(QWidget* parent, const BMessenger& player, const TWatchedFolders& folders) {
+  QFileDialog* const dialog = new_dialog(parent, shown_text("Player_Watch_Title"));
+  dialog->setFileMode(QFileDialog::Directory);
+  QObject::connect(dialog, &QFileDialog::fileSelected, dialog, [player, folders](const QString& folder) {
+    choose_folders(player, with_folder(folders, folder.toStdString()));
+  });
   dialog->open();
 }
 

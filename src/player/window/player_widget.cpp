@@ -25,6 +25,7 @@
 #include "player/window/sort_menu.h"
 #include "player/window/sound_dialog.h"
 #include "player/window/source_menu.h"
+#include "player/window/watch_menu.h"
 #include "plugin/message_codes.h"
 
 #include <QDragEnterEvent>
@@ -212,6 +213,8 @@ void TPlayerWidget::MakeMenu() {
   fMenu->addAction(menu_text("Player_Open", Qt::CTRL | Qt::Key_O), this, [this] { choose_songs(this, fPlayer); });
   fMenu->addAction(menu_text("Player_Open_Folder", Qt::CTRL | Qt::SHIFT | Qt::Key_O), this,
                    [this] { choose_folder(this, fPlayer); });
+  fMenu->addMenu(new_watch_menu(fMenu, fPlayer, &fState,
+                                [this] { choose_watched_folder(this, fPlayer, fState.choices.watchedFolders); }));
   fMenu->addAction(menu_text("Player_Save_List", Qt::CTRL | Qt::Key_S), this,
                    [this] { choose_list_file(this, fPlayer); });
   fMenu->addSeparator();

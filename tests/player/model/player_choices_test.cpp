@@ -11,6 +11,7 @@ TEST(PlayerChoices, AreTakenFieldByFieldWithinTheirBounds) {
   choices.sound = {TReplayGain::kAlbum, -30, true, {1, -2, 3}, false, "pulse/headphones"};
   choices.keepsAwake = true;
   choices.columns = {{true, true, true, false, true, false}, {20, 40, 300, 100, 90, 70}};
+  choices.watchedFolders = {"/music", "/media/disk"};
   BMessage archive;
   ASSERT_TRUE(archive_choices(choices, &archive));
   TPlayerChoices back;
@@ -20,6 +21,7 @@ TEST(PlayerChoices, AreTakenFieldByFieldWithinTheirBounds) {
                               message_of('x', choice::kRepeat, 3, choice::kBalance, 50),
                               message_of('x', choice::kReplayGain, -1, choice::kBalance, 50),
                               message_of('x', choice::kBand, 13, choice::kBalance, 50),
+                              message_of('x', choice::kWatched, "relative", choice::kBalance, 50),
                               message_of('x', choice::kWidth, -1, choice::kBalance, 50),
                               message_of('x', choice::kDevice, std::string(600, 'x'), choice::kBalance, 50)}) {
     TPlayerChoices taken = choices;
@@ -28,6 +30,22 @@ TEST(PlayerChoices, AreTakenFieldByFieldWithinTheirBounds) {
     taken.sound.balancePercent = choices.sound.balancePercent;
     EXPECT_EQ(taken, choices);
   }
+}
+
+TEST(PlayerChoices, NoWatchedFolderIsPartOfAnother) {
+  const TWatchedFolders folders{"/a/b", "/a/bc"};
+  EXPECT_EQ(with_folder(folders, "/a/b/c"), folders);
+  EXPECT_EQ(with_folder(folders, "/a/bc/"), folders);
+  EXPECT_EQ(with_folder(folders, "/a/"), TWatchedFolders{"/a"});
+  EXPECT_EQ(with_folder(folders, "/"), TWatchedFolders{"/"});
+  EXPECT_EQ(with_folder({"/"}, "/a"), TWatchedFolders{"/"});
+  TPlayerChoices choices{.watchedFolders = folders};
+  BMessage none;
+  ASSERT_TRUE(archive_folders({}, &none));
+  EXPECT_TRUE(take_choices(BMessage(), &choices));
+  EXPECT_EQ(choices.watchedFolders, folders);
+  EXPECT_TRUE(take_choices(none, &choices));
+  EXPECT_TRUE(choices.watchedFolders.empty());
 }
 
 TEST(PlayerChoices, ColumnsShareTheRoomOfTheList) {

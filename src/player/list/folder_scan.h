@@ -1,0 +1,36 @@
+#pragma once
+
+#include "player/model/playlist.h"
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+class TFolderEvents;
+
+/** What the scan before has found in a watched folder. */
+struct TFolderState {
+  std::unordered_set<std::string> songs{};
+  std::pair<dev_t, ino_t> node{}; // another one after a disk was unmounted or mounted
+  bool wasScanned = false;
+  bool wasLimited = false; // the limit was reported
+};
+
+struct TFolderScan {
+  TSongs come{}; // in order
+  std::vector<std::string> gone{};
+  std::string error{};
+  bool isFirst = false;
+  bool isAbsent = false;
+  bool isUnsettled = false; // some files are still being written
+  bool isUnwatched = false; // not all subfolders could be watched
+};
+
+/** Finds the songs in a watched folder, down to a bounded depth, and compares them with the scan before. Watches all
+    folders that it reads. Songs are gone only if the whole folder could be read. Worker thread. */
+TFolderScan scan_folder(const std::string& folder, TFolderState* state, TFolderEvents* events,
+                        const std::function<bool()>& isEnding);

@@ -1,0 +1,73 @@
+"""Folders that the player watches: their new songs join the list by themselves, also after the next start."""
+import os
+import time
+
+import eyes
+import hands
+from case import Case
+from test_player import FIRST_LIGHT, sound
+
+
+class WatchedFolders(Case):
+    def rows(self):
+        return [eyes.name(row) for row in eyes.children(eyes.find(self.stage.player(), "list", "Playlist"))]
+
+    def wait_songs(self, *names):
+        self.stage.wait(lambda: self.rows() == [FIRST_LIGHT, *names], f"the songs {names}")
+
+    def add(self, *names):
+        """Songs whose copying ended a minute ago."""
+        for name in names:
+            path = self.folder / name
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_bytes(sound(1))
+            os.utime(path, (time.time() - 60,) * 2)
+
+    def wait_menus(self, count):
+        self.stage.wait(lambda: hands.count_windows() == self.windows + count, f"{count} menus")
+
+    def open_menu(self):
+        hands.click(eyes.place(eyes.find(self.stage.player(), "list", "Playlist")))
+        self.windows = hands.count_windows()
+        for count, key in enumerate(("alt+m", "w"), 1):
+            hands.press(key)
+            self.wait_menus(count)
+
+    def close_menu(self):
+        hands.press("Escape", "Escape")
+        self.wait_menus(0)
+
+    def test_new_songs_of_a_watched_folder_join_the_list_until_it_is_no_longer_watched(self):
+        s = self.stage
+        self.folder = s.root / "Music"
+        self.add("a.wav", "words.lrc")
+        s.start()
+        self.open_menu()
+        hands.press("w")
+        s.fill_panel("Watch a folder for new songs", self.folder)
+        self.wait_songs("a")
+        self.add("Album/1.wav", "Album/2.wav")
+        self.wait_songs("a", "1", "2")
+        (self.folder / "a.wav").unlink()
+        self.wait_songs("a (No such file or directory)", "1", "2")
+        self.assertIn("First Light", eyes.name(s.player()), "the place is kept")
+        hands.click(eyes.place(eyes.children(eyes.find(s.player(), "list", "Playlist"))[2]))
+        hands.press("Delete")
+        self.wait_songs("a (No such file or directory)", "2")
+        s.close_player()
+        self.folder.rename(s.root / "unplugged")
+        s.start()
+        self.wait_songs("a", "2")
+        self.open_menu()
+        s.picture("watched")
+        self.close_menu()
+        (s.root / "unplugged").rename(self.folder)
+        self.add("b.wav")
+        self.wait_songs("a", "2", "b")
+        self.open_menu()
+        hands.press("Down", "Right")
+        self.wait_menus(3)
+        hands.press("s")
+        self.wait_menus(0)
+        kept = s.config / "Sonivo/Sonivo_Choices.arc"
+        s.wait(lambda: b"Wtch" not in kept.read_bytes(), "no folder watched")
