@@ -4,6 +4,7 @@
 #include "player/model/timed_question.h"
 #include "player/sound/mpv_library.h"
 #include "player/sound/part_player.h"
+#include "player/sound/song_join.h"
 #include "player/sound/song_source.h"
 #include "player/sound/sound_chain.h"
 #include "player/sound/sound_devices.h"
@@ -86,6 +87,8 @@ constexpr std::chrono::seconds kLongestEnd{2};
     starting. */
 constexpr bigtime_t kDeviceLookUs = 1000000;
 constexpr int kTriesPerDevice = 3;
+/** Polling interval while the end of a song is still to be heard and its follower has begun in the library. */
+constexpr double kJoinLookSeconds = 0.005;
 constexpr uint64 kOutputProperty = 1;
 constexpr uint64 kPauseProperty = 2;
 
@@ -135,6 +138,7 @@ public:
   }
   void SetPaused(bool paused) override {
     fPaused = paused;
+    fJoin.Jumped(fPositionMs);
     Do([=, this] {
       fParts.Cancel();
       fPaused = paused;
@@ -143,9 +147,13 @@ public:
   }
   void SeekTo(int32 positionMs) override {
     ExpectPosition(positionMs);
-    Do([=, this] { fParts.SeekTo(positionMs); });
+    Do([=, this] {
+      if (fIsJustJoined) return ExpectNothing(); // the position was one of the song before
+      fParts.SeekTo(positionMs);
+    });
   }
   void SetSpeed(double speed) override {
+    fSpeed = speed;
     Do([=, this] { fBiasMs = fChain.SetSpeed(speed); });
   }
   void SetVolume(double percent) override {
@@ -174,7 +182,7 @@ public:
     if (mpv && system_time() >= fExpectedUntil) {
       const auto seconds = fPosition.Ask(
           [mpv](uint64 id) { return mpv_library()->get_property_async(mpv, id, "audio-pts", MPV_FORMAT_DOUBLE) >= 0; });
-      if (seconds) fPositionMs = std::max(0, static_cast<int32>(std::lround(*seconds * 1000 - fBiasMs)));
+      fPositionMs = PositionFrom(seconds);
     }
     if (standsStill) fKnownSince = move;
     return fPositionMs;
@@ -183,10 +191,25 @@ public:
 private:
   using Change = std::function<void()>;
 
+  int32 PositionFrom(std::optional<double> seconds) {
+    const bigtime_t now = system_time();
+    const auto ms = seconds ? std::optional(*seconds * 1000 - fBiasMs) : std::nullopt;
+    if (fJoin.IsPending()) return fJoin.PositionMs(ms, fSpeed, now);
+    if (!ms) return fPositionMs;
+    fJoin.Heard(*ms, now);
+    return std::max(0, static_cast<int32>(std::lround(*ms)));
+  }
+
   /** The position until the song is heard from there. Expires in case the library never reports that. */
   void ExpectPosition(int32 positionMs) {
     fPositionMs = positionMs;
+    fJoin.Jumped(positionMs);
     fExpectedUntil = system_time() + kLongestStartUs;
+  }
+
+  void ExpectNothing() {
+    fPositionMs = 0;
+    fExpectedUntil = 0;
   }
 
   /** The position may change shortly, even of a paused song. */
@@ -229,7 +252,9 @@ private:
     while (!IsEnding()) {
       MakeChanges();
       const bool mayReturn = fIsSilent && !fPaused;
-      Handle(mpv_library()->wait_event(fMpv, mayReturn ? kDeviceLookUs / 1e6 : -1));
+      const double longestWait = fJoin.IsPending() ? kJoinLookSeconds : mayReturn ? kDeviceLookUs / 1e6 : -1;
+      Handle(mpv_library()->wait_event(fMpv, longestWait));
+      if (fJoin.IsPending()) LookAtJoin();
       if (mayReturn && system_time() >= fNextLookUs) LookForReturnedDevice();
     }
     mpv_library()->terminate_destroy(fMpv.exchange(nullptr));
@@ -288,6 +313,7 @@ private:
         change = std::move(fChanges.front());
         fChanges.pop_front();
       }
+      fIsJustJoined = FinishJoin();
       change();
       Moves();
     }
@@ -313,7 +339,7 @@ private:
       Moves();
       break;
     case MPV_EVENT_FILE_LOADED:
-      Report([this, tags = ReadTags()](TSongEvents& events) { events.SongLoaded(fLoad, tags); });
+      Loaded();
       break;
     case MPV_EVENT_END_FILE:
       Ended(*static_cast<const mpv_event_end_file*>(event->data));
@@ -335,7 +361,6 @@ private:
   void PositionAnswered(const mpv_event& event) {
     std::optional<double> seconds;
     if (event.error >= 0) seconds = *static_cast<double*>(static_cast<const mpv_event_property*>(event.data)->data);
-    if (seconds) fHeardMs = static_cast<int32>(std::lround(*seconds * 1000));
     fPosition.Answer(event.reply_userdata, seconds);
   }
 
@@ -382,6 +407,7 @@ private:
   }
 
   void BeginPart(int64 number, const TSongPart& part) {
+    if (fIsJustJoined) return ExpectNothing(); // a part of the song before
     fPart = number;
     fPaused = false;
     fParts.Play(part);
@@ -407,13 +433,43 @@ private:
   }
 
   void Started(int64 entryId) {
+    FinishJoin();
     fEntryId = entryId;
     fLoad = fLoadOfEntry[entryId];
-    const int64 ended = std::exchange(fEndedLoad, 0);
+    fJoinedLoad = std::exchange(fEndedLoad, 0);
     if (fQueuedEntry == entryId) fQueuedEntry = -1;
-    if (ended == 0) return;
-    ExpectPosition(0);
-    Report([&](TSongEvents& events) { events.SongJoined(ended, fLoad, fHeardMs); });
+    if (fJoinedLoad == 0) return;
+    fJoinUntil = system_time() + kLongestStartUs;
+    fJoin.Begin();
+    fChain.SetClicks({}); // they belong to the song that ends
+  }
+
+  void Loaded() {
+    TSongTags tags = ReadTags();
+    if (fJoin.IsPending())
+      fFollowerTags = std::move(tags);
+    else
+      Report([&](TSongEvents& events) { events.SongLoaded(fLoad, tags); });
+  }
+
+  /** Whether the sound of the follower has begun. A pause ends the join early, as does a follower without sound. */
+  void LookAtJoin() {
+    double seconds = 0;
+    const bool isKnown = mpv_library()->get_property(fMpv, "audio-pts", MPV_FORMAT_DOUBLE, &seconds) >= 0;
+    if (isKnown) fPositionMs = PositionFrom(seconds);
+    if ((isKnown && seconds * 1000 >= fBiasMs) || fPaused || system_time() >= fJoinUntil) FinishJoin();
+  }
+
+  /** False if none is pending. */
+  bool FinishJoin() {
+    if (fJoinedLoad == 0) return false;
+    const int32 endedMs = fJoin.Finish(fSpeed, system_time());
+    fPositionMs = 0;
+    const int64 ended = std::exchange(fJoinedLoad, 0);
+    Report([&](TSongEvents& events) { events.SongJoined(ended, fLoad, endedMs); });
+    if (const auto tags = std::exchange(fFollowerTags, {}))
+      Report([&](TSongEvents& events) { events.SongLoaded(fLoad, *tags); });
+    return true;
   }
 
   /** Synchronous: an asynchronous command could be executed after a following load. */
@@ -445,6 +501,7 @@ private:
 
   void Ended(const mpv_event_end_file& end) {
     if (end.playlist_entry_id != fEntryId) return;
+    FinishJoin();
     fLoadOfEntry.erase(fEntryId);
     const bool isAtEnd = end.reason == MPV_END_FILE_REASON_EOF;
     if (isAtEnd && fQueuedEntry >= 0) {
@@ -500,6 +557,8 @@ private:
   std::atomic<int64> fLastPart{0};
   std::atomic<int32> fPositionMs{0};
   std::atomic<double> fBiasMs{0};
+  std::atomic<double> fSpeed{1};
+  TSongJoin fJoin;
   TTimedQuestion fPosition;
   std::atomic<bigtime_t> fExpectedUntil{0};
   std::atomic<bool> fPaused{false};
@@ -519,8 +578,11 @@ private:
   TPartPlayer fParts;
   int64 fPart = 0; // the last one begun
   int64 fQueuedEntry = -1;
-  int64 fEndedLoad = 0; // its queued follower is about to start; 0 for none
-  int32 fHeardMs = 0;   // as last reported
+  int64 fEndedLoad = 0;  // its queued follower is about to start; 0 for none
+  int64 fJoinedLoad = 0; // its end is still to be heard while the follower begins; 0 for none
+  bigtime_t fJoinUntil = 0;
+  std::optional<TSongTags> fFollowerTags; // reported after the join
+  bool fIsJustJoined = false;             // by the current change, which was made for the song before
 };
 
 } // namespace

@@ -12,8 +12,8 @@ struct SongListener : TSongEvents {
   void SongLoaded(int64 load, const TSongTags& tags) override {
     Change([&] { fTags = tags, fLoaded = load; });
   }
-  void SongJoined(int64 load, int64 next, int32) override {
-    Change([&] { fEnded = load, fJoined = next; });
+  void SongJoined(int64 load, int64 next, int32 endedMs) override {
+    Change([&] { fEnded = load, fJoined = next, fEndedMs = endedMs; });
   }
   void PartEnded(int64 part) override {
     Change([&] { fEndedPart = part; });
@@ -43,10 +43,15 @@ struct SongListener : TSongEvents {
     const std::lock_guard lock(fMutex);
     return fReason;
   }
+  int64 Joined() {
+    const std::lock_guard lock(fMutex);
+    return fJoined;
+  }
   int64 fLoaded = 0;
   int64 fEnded = 0;
   int64 fFailed = 0;
   int64 fJoined = 0;
+  int32 fEndedMs = 0; // of the song before that
   int64 fEndedPart = 0;
   std::string fLostDevice;
   bool fIsSilent = false;

@@ -151,7 +151,15 @@ TEST_F(SongSource, TheSongThatFollowsBeginsByItself) {
   const int64 first = LoadSilence(2, false);
   fSource->Follow(fFolder.Write("no.wav", silent_wav(2)));
   const int64 second = fSource->Follow(fFolder.Write("b.wav", silent_wav(6)));
-  EXPECT_TRUE(fListener.Wait(fListener.fJoined, second)) << "the one queued last";
+  int32 furthestMs = 0;
+  EXPECT_TRUE(eventually([&] {
+    const int32 nowMs = fSource->PositionMs();
+    if (fListener.Joined() == second) return true;
+    furthestMs = std::max(furthestMs, nowMs);
+    return false;
+  })) << "the one queued last";
+  EXPECT_NEAR(furthestMs, 1000, 60) << "a position of the first song until its last sample is heard";
+  EXPECT_NEAR(fListener.fEndedMs, 1000, 60);
   EXPECT_EQ(fListener.fEnded, first);
   EXPECT_TRUE(fListener.Wait(fListener.fLoaded, second));
   EXPECT_LT(fSource->PositionMs(), 1000) << "of the second song";
