@@ -19,7 +19,11 @@ inline QString menu_text(const char* name, const QKeySequence& key) {
   return shown_text(name) + '\t' + shown_key(key);
 }
 
-/** For tooltips. */
-inline QString tip_text(const char* name, const QKeySequence& key) {
-  return QStringLiteral("%1 (%2)").arg(shown_text(name).remove('&'), shown_key(key));
+/** A menu's text elsewhere, without its mnemonic: "&Play", or "再生(&P)" where the letter is not part of the word. */
+inline QString plain_text(const char* name) {
+  QString text = shown_text(name);
+  const qsizetype mark = text.indexOf('&');
+  if (mark < 0) return text;
+  const bool isAppended = mark > 0 && text[mark - 1] == '(' && text.indexOf(')', mark) == mark + 2;
+  return isAppended ? text.remove(mark - 1, 4) : text.remove(mark, 1);
 }

@@ -28,7 +28,7 @@ TFilterBar::TFilterBar(TSongListView* list) : fList(list) {
 
 void TFilterBar::ShowTexts() {
   setPlaceholderText(shown_text("Player_Filter_Hint"));
-  setAccessibleName(shown_text("Player_Filter").remove('&'));
+  setAccessibleName(plain_text("Player_Filter"));
 }
 
 void TFilterBar::changeEvent(QEvent* event) {

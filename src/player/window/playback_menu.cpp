@@ -24,11 +24,12 @@ void add_switch(QMenu* menu, const char* text, bool isOn, const char* field, con
 }
 
 void add_repeat(QMenu* menu, TRepeat chosen, const BMessenger& player) {
-  auto* const group = new QActionGroup(menu);
+  QActionGroup* group = nullptr;
   for (const auto& [text, repeat] : {std::pair{"Player_Repeat_Off", TRepeat::kOff},
                                      {"Player_Repeat_Song", TRepeat::kSong},
                                      {"Player_Repeat_List", TRepeat::kList}}) {
     QAction* const action = add_checkable(menu, text, repeat == chosen);
+    if (group == nullptr) group = new QActionGroup(action); // it goes with the entries at the next clear()
     group->addAction(action);
     const auto number = static_cast<int32>(repeat);
     QObject::connect(action, &QAction::triggered, menu, [=] { choose(player, choice::kRepeat, number); });

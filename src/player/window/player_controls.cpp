@@ -120,7 +120,7 @@ void TPlayerControls::AddVolume() {
 
 void TPlayerControls::ShowTexts() {
   for (const TNamedButton& named : fButtons) {
-    const QString name = shown_text(named.name);
+    const QString name = plain_text(named.name);
     const QString letter = shown_key(named.key);
     named.button->setAccessibleName(name);
     named.button->setToolTip(

@@ -5,12 +5,13 @@
 #include "player/widgets/shown_text.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QMenu>
 
 namespace {
 
-void add_source(QMenu* menu, const QString& name, const std::string& id, const std::string& chosen,
-                const BMessenger& player) {
+QAction* add_source(QMenu* menu, const QString& name, const std::string& id, const std::string& chosen,
+                    const BMessenger& player) {
   QAction* const action = menu->addAction(QString(name).replace('&', "&&"));
   action->setCheckable(true);
   action->setChecked(id == chosen);
@@ -19,14 +20,17 @@ void add_source(QMenu* menu, const QString& name, const std::string& id, const s
     message.AddString("id", id);
     player.SendMessage(&message, BMessenger(), 0);
   });
+  return action;
 }
 
 void fill(QMenu* menu, const TSources& sources, const BMessenger& player) {
   menu->clear();
-  add_source(menu, shown_text("Player_Own_Sound"), {}, sources.chosen, player);
+  QAction* const own = add_source(menu, shown_text("Player_Own_Sound"), {}, sources.chosen, player);
+  auto* const group = new QActionGroup(own); // it goes with the entries at the next clear()
+  group->addAction(own);
   menu->addSeparator();
   for (const TSourceName& source : sources.players)
-    add_source(menu, QString::fromStdString(source.name), source.id, sources.chosen, player);
+    group->addAction(add_source(menu, QString::fromStdString(source.name), source.id, sources.chosen, player));
   if (!sources.players.empty()) return;
   const char* const why = sources.isBusReachable ? "Player_No_Other" : "Player_No_Bus";
   menu->addAction(shown_text(why))->setEnabled(false);
