@@ -150,7 +150,7 @@ void TVesmoDCommMan::PrepareRqtd(uint32 code) {
 }
 
 TKRVAboutWin* TVesmoDCommMan::MakeAboutWindow() const {
-  return new TKRVAboutWin(kCompanionName, gAppVer);
+  return new TKRVAboutWin(kCompanionName, gAppVer, {}, "Display_About_Title");
 }
 
 void TVesmoDCommMan::OpenPrefWindowRqtd(const BMessage& message) {

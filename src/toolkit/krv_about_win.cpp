@@ -16,9 +16,10 @@ constexpr BRect kBeforeFitting{0, 0, 99, 99};
 constexpr float kNoLimit = 32767;
 } // namespace
 
-TKRVAboutWin::TKRVAboutWin(const std::string& appName, const std::string& version, const BBitmap& icon)
+TKRVAboutWin::TKRVAboutWin(const std::string& appName, const std::string& version, const BBitmap& icon,
+                           const char* titleKey)
     : TKRVWin(kBeforeFitting, "", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, B_NOT_MINIMIZABLE | B_NOT_ZOOMABLE),
-      fAppInfo(new TAppInfoView(icon, appName, version)), fLangInfo(new TLangInfoView),
+      fTitleKey(titleKey), fAppInfo(new TAppInfoView(icon, appName, version)), fLangInfo(new TLangInfoView),
       fTabs(new BTabView({}, "AboutTabs")), fClose(new BButton({}, "Close", "", new BMessage(B_QUIT_REQUESTED))),
       fView(new TKRVDlgView("About")) {
   KeepWhenClosed();
@@ -33,7 +34,7 @@ TKRVAboutWin::TKRVAboutWin(const std::string& appName, const std::string& versio
 }
 
 void TKRVAboutWin::SetContent(const TContent& content) {
-  SetTitle(gLLT->Text("About_Win_Title"));
+  SetTitle(gLLT->Text(fTitleKey));
   fTabs->SetTabLabel(0, gLLT->Text("About_Tab_App"));
   fTabs->SetTabLabel(1, gLLT->Text("About_Tab_Lang"));
   fClose->SetLabel(koreva::merge_accelerator_key(content.letterFormat, "C", gLLT->Text("Button_Close")).c_str());

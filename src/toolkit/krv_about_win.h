@@ -14,7 +14,8 @@ class TLangInfoView;
 /** The About window: a page about the program and one about its languages. Closing hides it; the owner calls Quit. */
 class TKRVAboutWin : public TKRVWin {
 public:
-  TKRVAboutWin(const std::string& appName, const std::string& version, const BBitmap& icon = {});
+  TKRVAboutWin(const std::string& appName, const std::string& version, const BBitmap& icon = {},
+               const char* titleKey = "About_Win_Title");
 
   struct TContent {
     std::string author;
@@ -28,6 +29,7 @@ public:
   void SetContent(const TContent& content);
 
 private:
+  const char* const fTitleKey;
   TAppInfoView* fAppInfo; // pages
   TLangInfoView* fLangInfo;
   BTabView* fTabs;
