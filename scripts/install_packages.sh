@@ -9,7 +9,7 @@ packages_for() {
     build) echo g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools python3 libgl1-mesa-dev libxcb1-dev libfontconfig-dev libicu-dev libuchardet-dev libmpv-dev libpulse-dev libseccomp-dev libtag1-dev zlib1g-dev libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev ;;
     run) echo qt6-translations-l10n qt6-qpa-plugins fonts-dejavu-core fonts-noto-cjk xdg-utils ;;
     headless) echo xvfb xauth pulseaudio pulseaudio-utils imagemagick libx11-dev libxtst-dev ;;
-    scenario) echo xdotool dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi python3-xlib util-linux mpv mpv-mpris weston qt6-wayland ;;
+    scenario) echo xdotool openbox playerctl libglib2.0-bin dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi python3-xlib util-linux mpv mpv-mpris weston qt6-wayland ;;
     window-managers) echo openbox metacity xfwm4 xfconf icewm fluxbox ;;
     test) echo git dbus-daemon dbus-bin playerctl libgtest-dev libgmock-dev clang libclang-rt-dev clang-format clang-tidy binutils python3 attr ffmpeg python3-mutagen opus-tools vorbis-tools atomicparsley ;;
     song-readers) echo kid3-cli ;;

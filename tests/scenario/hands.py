@@ -4,6 +4,7 @@ import threading
 
 from Xlib import X, Xatom
 from Xlib.display import Display
+from Xlib.error import BadWindow
 from Xlib.protocol.event import ClientMessage, SelectionNotify
 
 
@@ -157,10 +158,19 @@ def place_window(title, left, top, width, height):
     _do("search", "--name", f"^{title}$", "windowmove", "--sync", left, top, "windowsize", width, height)
 
 
-def count_windows():
-    """Of the program, on the screen; open menus are windows, too."""
-    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "sonivo"], check=False, capture_output=True)
-    return len(found.stdout.split())
+def count_menus():
+    """Of the program, that are open."""
+    display = Display()
+    found = 0
+    for window in display.screen().root.query_tree().children:
+        try:
+            attributes = window.get_attributes()
+            is_menu = attributes.override_redirect and attributes.map_state == X.IsViewable
+            found += bool(is_menu and "sonivo" in (window.get_wm_class() or ()))
+        except BadWindow:  # gone meanwhile
+            pass
+    display.close()
+    return found
 
 
 def smallest_size(title):

@@ -28,3 +28,16 @@ def write_record(path, fields):
     body += b"".join(_field(kind, name, value) for name, (kind, value) in fields.items())
     path.parent.mkdir(parents=True, exist_ok=True)
     path.write_bytes(b"VMSG" + struct.pack("<II", 1, 12 + len(body)) + body)
+
+
+def values_of(data, name):
+    """The flags or numbers of a field."""
+    at = data.index(name.encode()) + len(name)
+    count = struct.unpack_from("<I", data, at)[0]
+    at += 4
+    values = []
+    for _ in range(count):
+        size = struct.unpack_from("<I", data, at)[0]
+        values.append(int.from_bytes(data[at + 4:at + 4 + size], "little"))
+        at += 4 + size
+    return values

@@ -36,29 +36,13 @@ class ThePlayersManners(Case):
     def chosen(self):
         return next((eyes.name(n).split(" — ")[0] for n in eyes.children(self.list()) if "selected" in eyes.states(n)), None)
 
-    def pick(self, opens, letter):
-        """The item with that letter underlined, of the menu that is opened by `opens`."""
-        before = hands.count_windows()
-        opens()
-        self.stage.wait(lambda: hands.count_windows() > before, "the menu")
-        hands.press(letter)
-
-    def open_menu(self):
+    def pick(self, letter):
         hands.press("alt+m")
-
-    def on(self, node):
-        return lambda: hands.click(eyes.place(node), button=3)
-
-    def on_row(self, index):
-        return self.on(eyes.children(self.list())[index])
+        self.stage.wait(lambda: hands.count_menus() > 0, "the menu")
+        hands.press(letter)
 
     def cover(self):
         return next(n for n in eyes.below(self.stage.player()) if eyes.name(n) == "Cover art")
-
-    def wait_clipboard(self, text):
-        hands.press("ctrl+f", "ctrl+v")
-        self.stage.wait(lambda: eyes.text_of(eyes.find(self.stage.player(), "text")) == text, f"{text} on the clipboard")
-        hands.press("Escape")
 
     def test_a_typed_name_is_found_and_is_no_command(self):
         s = self.stage
@@ -79,32 +63,17 @@ class ThePlayersManners(Case):
         hands.press("Escape")
         s.wait(lambda: len(self.rows()) == 5, "all songs again")
 
-    def test_the_menus_of_a_song_and_of_the_cover(self):
-        s = self.stage
-        self.start_in_list()
-        self.pick(self.on_row(3), "n")
-        s.wait(lambda: "Pumpkin" in self.rows()[1], "the song in the next place")
-        self.pick(self.on_row(1), "c")
-        self.wait_clipboard("Pumpkin — Various")
-        s.file("Night.lrc", "night\n")
-        self.pick(self.on_row(2), "l")
-        s.wait_title("Night.lrc")
-        self.pick(self.on(self.cover()), "c")
-        self.wait_clipboard("First Light — The Sonivo Demo Band")
-        self.pick(self.on_row(4), "r")
-        s.wait(lambda: len(self.rows()) == 4, "the song gone")
-
     def test_preferences_about_and_quitting_by_menu_and_key(self):
         s = self.stage
         s.lyrics_file = s.file("a.lrc", "one\n")
         s.start(s.lyrics_file)
         s.stamp(0, "[00:00:00]one")
         self.focus()
-        self.pick(self.open_menu, "a")
+        self.pick("a")
         s.wait(lambda: any("Sonivo  Ver" in eyes.name(n) for n in eyes.find_all(s.application(), "label")), "its version")
         hands.press("Return")
         self.focus()
-        self.pick(self.open_menu, "p")
+        self.pick("p")
         s.wait_window("Vesmo preferences")
         hands.press("Escape")
         self.focus()
