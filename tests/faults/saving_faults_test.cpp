@@ -2,6 +2,7 @@
 
 #include "common/archivable.h"
 #include "common/atomic_replace.h"
+#include "common/file_replacement.h"
 #include "platform/storage/entry.h"
 #include "plugin/message_codes.h"
 #include "tests/faults/fault_table.h"
@@ -173,4 +174,21 @@ TEST(FailingSettings, LeaveTheOldOrTheNewRecordAndTheCallerIsTold) {
     report("killed settings", call, "", "-", stored() + " record");
   }
   EXPECT_GT(call, 4) << "no calls were counted";
+}
+
+TEST(Replacing, FailsWhenOnlyCloseReportsTheError) {
+  const ScratchFolder folder;
+  const std::string path = folder.Write("a", "old");
+  status_t status = B_OK;
+  for (int call = 1; call == 1 || !failing_calls::failed_call().empty(); ++call) {
+    TFileTarget target;
+    ASSERT_EQ(find_file_target(path, &target), B_OK);
+    TFileReplacement replacement;
+    failing_calls::arm(folder.Path(), call, EDQUOT);
+    status = replacement.Write(target, "new", true);
+    failing_calls::disarm();
+    if (failing_calls::failed_call() == "close") break;
+  }
+  EXPECT_EQ(failing_calls::failed_call(), "close");
+  EXPECT_NE(status, B_OK);
 }

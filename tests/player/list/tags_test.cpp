@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QProcess>
 
 #include <sys/stat.h>
 
@@ -150,4 +151,16 @@ TEST(TagReader, SkipsSongsThatItsHelperFailsOn) {
   reader.PassOver();
   wait_for(2);
   EXPECT_THAT(titles, ElementsAre("/one", "/two"));
+}
+
+TEST(TagReader, IsNotStartedForEverWhenItIsBroken) {
+  const OwnApplication<QCoreApplication> events;
+  const ScratchFolder folder;
+  const std::string program = folder.Write("broken", "#!/bin/sh\necho >>" + folder.File("starts") + "\n");
+  std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+  TTagReader reader(
+      nullptr, [] { return 0; }, [](const std::vector<TReadTags>&) {}, QString::fromStdString(program));
+  reader.Show(numbered_songs(std::vector<std::string>(40, "/song")));
+  while (reader.findChild<QProcess*>() != nullptr) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  EXPECT_EQ(folder.Read("starts").size(), 20U);
 }
