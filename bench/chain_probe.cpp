@@ -30,9 +30,8 @@ public:
   explicit TAnswers(const char* logPath) : BLooper("chain probe"), fLog(logPath) {}
 
   void MessageReceived(BMessage* message) override {
-    if (message->what == kHandshake)
-      message->FindMessenger("Msgr", &fHost);
-    else if (message->what == kInformation)
+    if (message->what == kHandshake && message->FindMessenger("Msgr", &fHost) == B_OK) return;
+    if (message->what == kInformation)
       Note(*message);
     else
       BLooper::MessageReceived(message);

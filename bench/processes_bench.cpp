@@ -135,10 +135,8 @@ BMessage message_of(uint32 what) {
 int32 ask(const BMessenger& target) {
   const BMessage question = message_of('ask?');
   BMessage answer;
-  int32 notices = -1;
   target.SendMessage(&question, &answer);
-  answer.FindInt32("Notices", &notices);
-  return notices;
+  return answer.GetInt32("Notices", -1);
 }
 
 void send_notices(const BMessenger& target) {

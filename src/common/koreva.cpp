@@ -88,10 +88,8 @@ bool invoke_next_msg(const BMessage* message) {
 
 bool get_save_ref(const BMessage* message, entry_ref* ref) {
   entry_ref directory;
-  std::string name;
-  message->FindRef("directory", &directory);
-  message->FindString("name", &name);
-  *ref = {directory.name == "." ? directory.directory : directory.FullPath(), name};
+  if (message->FindRef("directory", &directory) != B_OK) directory = entry_ref();
+  *ref = {directory.name == "." ? directory.directory : directory.FullPath(), message->GetString("name")};
   return true;
 }
 

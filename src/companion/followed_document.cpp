@@ -40,12 +40,9 @@ bool TFollowedDocument::TakeWhole(const BMessage& notice) {
 }
 
 bool TFollowedDocument::TakeLines(const BMessage& notice) {
-  int32 number = 0;
-  int32 first = -1;
-  int32 removed = -1;
-  notice.FindInt32("Number", &number);
-  notice.FindInt32("First", &first);
-  notice.FindInt32("Removed", &removed);
+  const int32 number = notice.GetInt32("Number");
+  const int32 first = notice.GetInt32("First", -1);
+  const int32 removed = notice.GetInt32("Removed", -1);
   const auto count = static_cast<int64>(fLines.size());
   if (!fIsKnown || number != fNumber + 1 || first < 0 || removed < 0 || int64{first} + removed > count) return false;
   fNumber = number;

@@ -120,9 +120,9 @@ bool TBulkCommands::Handle(const BMessage& message) {
 void TBulkCommands::FineTimeTagRqtd(const BMessage& message) {
   std::string typed;
   if (message.FindString("_SmplIptData", &typed) != B_OK) return;
-  int32 document = fDocument->Number();
-  message.FindInt32("Document", &document);
-  if (document != fDocument->Number()) return fSession->Report(gLLT->Text("StatBarStr_Shift_Of_Another"));
+  const int32 document = fDocument->Number();
+  if (message.GetInt32("Document", document) != document)
+    return fSession->Report(gLLT->Text("StatBarStr_Shift_Of_Another"));
   const long offsetMs = std::clamp(std::strtol(typed.c_str(), nullptr, 10), -kMaxShiftMs, kMaxShiftMs);
   const TLineRange range = range_in(message);
   const bool withWords = fSession->TagInput().IsWordByWord();

@@ -52,8 +52,7 @@ bool TDocumentPublisher::Handle(const BMessage& message) {
 }
 
 void TDocumentPublisher::FollowRqtd(const BMessage& request) {
-  fSubscriber = BMessenger();
-  request.FindMessenger("Follower", &fSubscriber);
+  if (request.FindMessenger("Follower", &fSubscriber) != B_OK) fSubscriber = BMessenger();
   DocumentReplaced();
 }
 

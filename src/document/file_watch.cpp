@@ -89,8 +89,7 @@ void TFileWatch::Check() {
 
 void TFileWatch::FolderChanged(const BMessage& notice) {
   std::string name;
-  int32 opcode = 0;
-  notice.FindInt32("opcode", &opcode);
+  const int32 opcode = notice.GetInt32("opcode");
   if (notice.FindString("name", &name) == B_OK && name != fDocument->File().name) return;
   // A new file may have the number of the removed one.
   if (fWatched && opcode != B_STAT_CHANGED && opcode != B_ATTR_CHANGED) fWatched->inode = 0;

@@ -52,8 +52,7 @@ void TPlayerCopier::MessageReceived(BMessage* message) {
   entry_ref songLyrics;
   switch (message->what) {
   case kMsgSongFound:
-    message->FindRef("refs", &songLyrics);
-    return Copy(songLyrics);
+    return Copy(message->FindRef("refs", &songLyrics) == B_OK ? songLyrics : entry_ref());
   case kMsgNoSong:
     return Copy({});
   case kMsgPlayerSilent:

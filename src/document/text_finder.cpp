@@ -20,19 +20,11 @@ constexpr size_t kMostText = 1000;
 constexpr size_t kMostBytes = size_t{1} << 30;
 
 std::string text_in(const BMessage& message, const char* field) {
-  std::string text;
-  message.FindString(field, &text);
-  return std::string(cut_text(text, kMostText));
-}
-
-bool flag_in(const BMessage& message, const char* field) {
-  bool flag = false;
-  message.FindBool(field, &flag);
-  return flag;
+  return std::string(cut_text(message.GetString(field), kMostText));
 }
 
 TFindOptions options_in(const BMessage& message) {
-  return {text_in(message, "Text"), flag_in(message, "Case"), flag_in(message, "NoTags")};
+  return {text_in(message, "Text"), message.GetBool("Case"), message.GetBool("NoTags")};
 }
 
 } // namespace
@@ -57,7 +49,7 @@ bool TTextFinder::Handle(const BMessage& message) {
 
 void TTextFinder::Find(const BMessage& message) {
   fSession->Active().FlushEdits();
-  ShowNext(options_in(message), flag_in(message, "Backward"));
+  ShowNext(options_in(message), message.GetBool("Backward"));
 }
 
 void TTextFinder::ShowNext(const TFindOptions& options, bool backward) {
@@ -78,7 +70,7 @@ void TTextFinder::Replace(const BMessage& message) {
   fSession->Active().FlushEdits();
   const TFindOptions options = options_in(message);
   const std::string by = text_in(message, "With");
-  if (flag_in(message, "All")) return ReplaceAll(options, by);
+  if (message.GetBool("All")) return ReplaceAll(options, by);
   ReplaceShown(options, by);
   ShowNext(options, false);
 }

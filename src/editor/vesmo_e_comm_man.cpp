@@ -258,9 +258,7 @@ void TVesmoECommMan::MainWindowClosed(const BMessage& message) {
   if (isNamed ? window != fMainAddress : fMainAddress.IsValid()) return; // unnamed: only if the window is gone
   fMainWindow = nullptr;
   CloseFineTimeTagWindowRqtd(); // there is nothing left to shift
-  int32 taken = fFilesSent;
-  message.FindInt32("FilesTaken", &taken);
-  ReopenFiles(taken);
+  ReopenFiles(message.GetInt32("FilesTaken", fFilesSent));
 }
 
 void TVesmoECommMan::CloseMainWindowRqtd() {

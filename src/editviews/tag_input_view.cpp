@@ -20,7 +20,7 @@ using enum TCommandId;
 std::optional<TKeyEvent> key_event_of(const BMessage* message) {
   TKeyEvent event;
   if (!message || message->FindInt64("when", &event.whenUs) != B_OK) return {};
-  message->FindInt32("scan_code", &event.scanCode);
+  event.scanCode = message->GetInt32("scan_code", event.scanCode);
   return event;
 }
 

@@ -85,10 +85,8 @@ BMessage TFamilyCommMan::BesideRequest(uint32 code) const {
 }
 
 void TFamilyCommMan::MoveBeside(BWindow* window, const BMessage& request) {
-  bool isBeside = false;
   BRect neighbour;
-  request.FindBool("BesideDlg", &isBeside);
-  if (isBeside && request.FindRect("WinFrame", &neighbour) == B_OK) move_beside(window, neighbour);
+  if (request.GetBool("BesideDlg") && request.FindRect("WinFrame", &neighbour) == B_OK) move_beside(window, neighbour);
 }
 
 void TFamilyCommMan::OpenAboutWindowRqtd(const BMessage& message) {

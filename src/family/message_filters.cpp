@@ -12,8 +12,7 @@ constexpr size_t kMaxUnsent = 16;
 } // namespace
 
 filter_result TIAPFilter::Filter(BMessage* message, BHandler**) {
-  std::string item;
-  message->FindString("IAP:SrcIAPItem", &item);
+  const std::string item = message->GetString("IAP:SrcIAPItem");
   if (fTarget.SendMessage(message, BMessenger(), kPatienceUs) == B_OK)
     Forget(item);
   else

@@ -47,8 +47,8 @@ bool TIAPControl::Unarchive(const BMessage& archive) {
        ++i) {
     read.choices.push_back(choice);
   }
-  archive.FindBool("IAP:Flag", &read.flag);
-  archive.FindBool("IAP:DefaultFlag", &read.defaultFlag);
+  read.flag = archive.GetBool("IAP:Flag", read.flag);
+  read.defaultFlag = archive.GetBool("IAP:DefaultFlag", read.defaultFlag);
   if (!find_text(archive, "IAP:Text", 0, &read.text)) read.text.clear();
   if (!find_text(archive, "IAP:DefaultText", 0, &read.defaultText)) read.defaultText.clear();
   *this = std::move(read);

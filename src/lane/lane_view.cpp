@@ -21,9 +21,7 @@ constexpr int32 kLargeStepMs = 100;
 
 uint32 modifiers_of(const BWindow* window) {
   const BMessage* const event = window ? window->CurrentMessage() : nullptr;
-  int32 down = 0;
-  if (event) event->FindInt32("modifiers", &down);
-  return static_cast<uint32>(down);
+  return event ? static_cast<uint32>(event->GetInt32("modifiers")) : 0;
 }
 
 const char* key_of(TMarkerKind kind) {

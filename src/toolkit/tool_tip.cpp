@@ -20,11 +20,9 @@ TTTSpy::TTTSpy() : BMessageFilter(display::DISPLAY_FOCUS_CHANGED) {}
 filter_result TTTSpy::Filter(BMessage* message, BHandler** target) {
   auto* const view = dynamic_cast<BView*>(*target);
   bool focused = false;
-  bool byTab = false;
   if (!view || message->FindBool("focused", &focused) != B_OK) return B_DISPATCH_MESSAGE;
-  message->FindBool("byTab", &byTab);
   if (!focused) fWindow.HideFrom(view);
-  if (focused && byTab && !view->ToolTip().empty()) fWindow.ShowAt(view);
+  if (focused && message->GetBool("byTab") && !view->ToolTip().empty()) fWindow.ShowAt(view);
   return B_DISPATCH_MESSAGE;
 }
 

@@ -189,11 +189,7 @@ void TVesmoEWin::MarkMode(int32 mode) {
 }
 
 void TVesmoEWin::HistoryChanged(const BMessage& message) {
-  bool canUndo = false;
-  bool canRedo = false;
-  message.FindBool("CanUndo", &canUndo);
-  message.FindBool("CanRedo", &canRedo);
-  fMenus->EnableHistory(canUndo, canRedo);
+  fMenus->EnableHistory(message.GetBool("CanUndo"), message.GetBool("CanRedo"));
 }
 
 void TVesmoEWin::ModifiedChanged(const BMessage& message) {

@@ -179,14 +179,11 @@ void TFindBar::KeyDown(const char* bytes, int32 count) {
 }
 
 void TFindBar::MessageReceived(BMessage* message) {
-  bool flag = false;
   switch (message->what) {
   case kMsgFindNext:
-    message->FindBool("Backward", &flag);
-    return FindNext(flag);
+    return FindNext(message->GetBool("Backward"));
   case kMsgReplace:
-    message->FindBool("All", &flag);
-    return ReplaceRqtd(flag);
+    return ReplaceRqtd(message->GetBool("All"));
   case kMsgCloseFind:
     return Close();
   default:

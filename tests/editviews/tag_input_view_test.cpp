@@ -164,7 +164,7 @@ namespace {
 struct Reports : BMessageFilter {
   explicit Reports(std::vector<std::string>* texts) : BMessageFilter(kMsgStatBarStr), fTexts(texts) {}
   filter_result Filter(BMessage* report, BHandler**) override {
-    report->FindString("StatBarStr", &fTexts->emplace_back());
+    fTexts->push_back(report->GetString("StatBarStr"));
     return B_DISPATCH_MESSAGE;
   }
 

@@ -157,28 +157,22 @@ private:
   }
   void Keep(const BMessage& command) {
     int32 number = -1;
-    for (const char* const name : {"Time", "Percent", "TimeMs"}) command.FindInt32(name, &number);
+    for (const char* const name : {"Time", "Percent", "TimeMs"}) number = command.GetInt32(name, number);
     const std::lock_guard lock(fMutex);
     fCommands.emplace_back(command.what, number);
   }
   void KeepPart(const BMessage& message) {
-    int32 fromMs = -1;
-    int32 toMs = -1;
-    bool loops = false;
-    message.FindInt32("FromMs", &fromMs);
-    message.FindInt32("ToMs", &toMs);
-    message.FindBool("Loop", &loops);
     const std::lock_guard lock(fMutex);
-    fPart = std::to_string(fromMs) + ".." + std::to_string(toMs) + (loops ? " loop" : "");
+    fPart = std::to_string(message.GetInt32("FromMs", -1)) + ".." + std::to_string(message.GetInt32("ToMs", -1)) +
+            (message.GetBool("Loop") ? " loop" : "");
   }
   void KeepFile(const BMessage& message) {
     const std::lock_guard lock(fMutex);
-    message.FindString("path", &fPlayedFile);
+    fPlayedFile = message.GetString("path");
   }
   void KeepMarks(const BMessage& message) {
     const std::lock_guard lock(fMutex);
-    fMarks = {};
-    message.FindString("Title", &fMarks.first);
+    fMarks = {message.GetString("Title"), {}};
     int32 timeMs = 0;
     for (int32 i = 0; message.FindInt32("TimeMs", i, &timeMs) == B_OK; ++i) fMarks.second.push_back(timeMs);
   }
@@ -213,9 +207,7 @@ private:
     message->SendReply(&answer);
   }
   void Execute(BMessage* message) {
-    bool fade = false;
-    message->FindBool("Fade", &fade);
-    fFaded = fade;
+    fFaded = message->GetBool("Fade");
     fPlayed = IndexOf(message);
   }
 

@@ -121,9 +121,7 @@ std::string ask(const std::string& signature, const std::string& text) {
   question.AddString("text", text);
   BMessage answer;
   if (BMessenger(signature.c_str()).SendMessage(&question, &answer) != B_OK) return "failed";
-  std::string answered = "nothing";
-  answer.FindString("text", &answered);
-  return answered;
+  return answer.GetString("text", "nothing");
 }
 
 std::string send_code(const std::string& signature, const std::string& code) {

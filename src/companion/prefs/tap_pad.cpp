@@ -62,9 +62,7 @@ void TTapPad::KeyDown(const char* bytes, int32 count) {
   const BMessage* const key = Window() ? Window()->CurrentMessage() : nullptr;
   if (key == nullptr || count < 1 || !TakesKey(bytes)) return BView::KeyDown(bytes, count);
   int64 whenUs = 0;
-  int32 repeat = 0;
-  key->FindInt32("key_repeat", &repeat);
-  if (repeat == 0 && key->FindInt64("when", &whenUs) == B_OK) fTapsMs.push_back(whenUs / kUsPerMs);
+  if (key->GetInt32("key_repeat") == 0 && key->FindInt64("when", &whenUs) == B_OK) fTapsMs.push_back(whenUs / kUsPerMs);
 }
 
 void TTapPad::MessageReceived(BMessage* message) {

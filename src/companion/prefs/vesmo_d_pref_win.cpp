@@ -131,7 +131,7 @@ void TVesmoDPrefWin::Relabel() {
 
 void TVesmoDPrefWin::SettingChanged(const BMessage& message) {
   void* source = nullptr;
-  message.FindPointer("source", &source);
+  if (message.FindPointer("source", &source) != B_OK) source = nullptr;
   TPrefValues values = fValues;
   for (const TTab& tab : fPages) {
     const auto taken = tab.page->Take(source, &values);

@@ -212,6 +212,28 @@ status_t BMessage::FindData(const char* name, type_code type, int32 index, const
   return find_number_bytes(*found, bytes, size) ? B_OK : B_BAD_TYPE;
 }
 
+// A find function leaves its output unchanged when it fails.
+bool BMessage::GetBool(const char* name, bool absent) const {
+  static_cast<void>(FindBool(name, &absent));
+  return absent;
+}
+int32 BMessage::GetInt32(const char* name, int32 absent, int32 index) const {
+  static_cast<void>(FindInt32(name, index, &absent));
+  return absent;
+}
+int64 BMessage::GetInt64(const char* name, int64 absent) const {
+  static_cast<void>(FindInt64(name, &absent));
+  return absent;
+}
+float BMessage::GetFloat(const char* name, float absent) const {
+  static_cast<void>(FindFloat(name, &absent));
+  return absent;
+}
+std::string BMessage::GetString(const char* name, std::string absent, int32 index) const {
+  static_cast<void>(FindString(name, index, &absent));
+  return absent;
+}
+
 bool BMessage::HasField(const char* name) const {
   return fBody->Find(name) != nullptr;
 }

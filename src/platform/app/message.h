@@ -38,9 +38,9 @@ enum : uint32 { B_DIRECT_SPECIFIER = 1, B_INDEX_SPECIFIER = 2 };
 
 /** A code and named, typed fields, each field a list of values of one type. A value type: copies are independent, but
     all copies of a received message share the right to answer it. Find functions change their output only with B_OK,
-    else they return B_NAME_NOT_FOUND, B_BAD_TYPE or B_BAD_INDEX; so a caller that has stored a default may ignore the
-    status. Adding to a field of another type gives B_BAD_TYPE, adding data that is no value of its type B_BAD_VALUE;
-    neither happens to a message that the caller has just made. Not thread-safe. */
+    else they return B_NAME_NOT_FOUND, B_BAD_TYPE or B_BAD_INDEX. Adding to a field of another type gives B_BAD_TYPE,
+    adding data that is no value of its type B_BAD_VALUE; neither happens to a message that the caller has just made.
+    Not thread-safe. */
 class BMessage {
 public:
   uint32 what = 0;
@@ -67,31 +67,39 @@ public:
   status_t AddPointer(const char* name, const void* value);
   status_t AddData(const char* name, type_code type, const void* bytes, size_t size, bool isFixedSize = true);
 
-  status_t FindBool(const char* name, bool* value) const { return FindBool(name, 0, value); }
-  status_t FindBool(const char* name, int32 index, bool* value) const;
-  status_t FindInt32(const char* name, int32* value) const { return FindInt32(name, 0, value); }
-  status_t FindInt32(const char* name, int32 index, int32* value) const;
-  status_t FindInt64(const char* name, int64* value) const { return FindInt64(name, 0, value); }
-  status_t FindInt64(const char* name, int32 index, int64* value) const;
-  status_t FindFloat(const char* name, float* value) const { return FindFloat(name, 0, value); }
-  status_t FindFloat(const char* name, int32 index, float* value) const;
-  status_t FindDouble(const char* name, double* value) const { return FindDouble(name, 0, value); }
-  status_t FindDouble(const char* name, int32 index, double* value) const;
-  status_t FindString(const char* name, std::string* value) const { return FindString(name, 0, value); }
-  status_t FindString(const char* name, int32 index, std::string* value) const;
-  status_t FindRect(const char* name, BRect* value) const { return FindRect(name, 0, value); }
-  status_t FindRect(const char* name, int32 index, BRect* value) const;
-  status_t FindRef(const char* name, entry_ref* value) const { return FindRef(name, 0, value); }
-  status_t FindRef(const char* name, int32 index, entry_ref* value) const;
-  status_t FindMessage(const char* name, BMessage* value) const { return FindMessage(name, 0, value); }
-  status_t FindMessage(const char* name, int32 index, BMessage* value) const;
-  status_t FindMessenger(const char* name, BMessenger* value) const;
-  status_t FindPointer(const char* name, void** value) const;
+  [[nodiscard]] status_t FindBool(const char* name, bool* value) const { return FindBool(name, 0, value); }
+  [[nodiscard]] status_t FindBool(const char* name, int32 index, bool* value) const;
+  [[nodiscard]] status_t FindInt32(const char* name, int32* value) const { return FindInt32(name, 0, value); }
+  [[nodiscard]] status_t FindInt32(const char* name, int32 index, int32* value) const;
+  [[nodiscard]] status_t FindInt64(const char* name, int64* value) const { return FindInt64(name, 0, value); }
+  [[nodiscard]] status_t FindInt64(const char* name, int32 index, int64* value) const;
+  [[nodiscard]] status_t FindFloat(const char* name, float* value) const { return FindFloat(name, 0, value); }
+  [[nodiscard]] status_t FindFloat(const char* name, int32 index, float* value) const;
+  [[nodiscard]] status_t FindDouble(const char* name, double* value) const { return FindDouble(name, 0, value); }
+  [[nodiscard]] status_t FindDouble(const char* name, int32 index, double* value) const;
+  [[nodiscard]] status_t FindString(const char* name, std::string* value) const { return FindString(name, 0, value); }
+  [[nodiscard]] status_t FindString(const char* name, int32 index, std::string* value) const;
+  [[nodiscard]] status_t FindRect(const char* name, BRect* value) const { return FindRect(name, 0, value); }
+  [[nodiscard]] status_t FindRect(const char* name, int32 index, BRect* value) const;
+  [[nodiscard]] status_t FindRef(const char* name, entry_ref* value) const { return FindRef(name, 0, value); }
+  [[nodiscard]] status_t FindRef(const char* name, int32 index, entry_ref* value) const;
+  [[nodiscard]] status_t FindMessage(const char* name, BMessage* value) const { return FindMessage(name, 0, value); }
+  [[nodiscard]] status_t FindMessage(const char* name, int32 index, BMessage* value) const;
+  [[nodiscard]] status_t FindMessenger(const char* name, BMessenger* value) const;
+  [[nodiscard]] status_t FindPointer(const char* name, void** value) const;
   /** The bytes belong to the message and are valid until it changes. For strings the size counts the final NUL. */
-  status_t FindData(const char* name, type_code type, const void** bytes, ssize_t* size) const {
+  [[nodiscard]] status_t FindData(const char* name, type_code type, const void** bytes, ssize_t* size) const {
     return FindData(name, type, 0, bytes, size);
   }
-  status_t FindData(const char* name, type_code type, int32 index, const void** bytes, ssize_t* size) const;
+  [[nodiscard]] status_t FindData(const char* name, type_code type, int32 index, const void** bytes,
+                                  ssize_t* size) const;
+
+  /** The value, or `absent` where Find... fails. */
+  bool GetBool(const char* name, bool absent = false) const;
+  int32 GetInt32(const char* name, int32 absent = 0, int32 index = 0) const;
+  int64 GetInt64(const char* name, int64 absent = 0) const;
+  float GetFloat(const char* name, float absent = 0) const;
+  std::string GetString(const char* name, std::string absent = {}, int32 index = 0) const;
 
   bool HasField(const char* name) const;
   std::vector<std::string> FieldNames() const;

@@ -84,9 +84,8 @@ void BListView::DrawRowText(const row_text& text) {
 
 void BListView::DrawRows(const BMessage& request) {
   FlushRows();
-  float width = Bounds().Width();
-  request.FindFloat("width", &width);
-  request.FindInt32("page", &fPageLength);
+  const float width = request.GetFloat("width", Bounds().Width());
+  fPageLength = request.GetInt32("page", fPageLength);
   std::vector<std::pair<int32, BPicture>> pictures;
   int32 row = 0;
   for (int32 i = 0; request.FindInt32("row", i, &row) == B_OK; ++i) {

@@ -48,15 +48,12 @@ void BPixelView::MessageReceived(BMessage* message) {
 
 void BPixelView::MouseUsed(const BMessage& event) {
   int32 action = 0;
-  int32 down = 0;
   BPoint where;
-  float steps = 0;
   if (event.FindInt32("action", &action) != B_OK || event.FindFloat("x", &where.x) != B_OK ||
       event.FindFloat("y", &where.y) != B_OK)
     return;
-  event.FindInt32("modifiers", &down);
-  event.FindFloat("steps", &steps);
-  const auto modifiers = static_cast<uint32>(down);
+  const auto modifiers = static_cast<uint32>(event.GetInt32("modifiers"));
+  const float steps = event.GetFloat("steps");
   switch (static_cast<display::MouseAction>(action)) {
   case display::MouseAction::kDown:
     return MouseDown(where, modifiers);

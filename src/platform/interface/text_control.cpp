@@ -37,6 +37,6 @@ std::pair<std::string, std::string> BTextControl::TextAroundCaret() const {
 
 void BTextControl::MessageReceived(BMessage* message) {
   if (message->what != display::DISPLAY_FIELD_CHANGED) return BControl::MessageReceived(message);
-  message->FindString("text", &fText);
+  fText = message->GetString("text", fText);
   if (fModificationMessage) Send(*fModificationMessage);
 }

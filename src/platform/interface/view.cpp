@@ -161,14 +161,12 @@ void BView::KeyDown(const char* bytes, int32 count) {
   if (!fPeer) return;
   display::KeyPress key;
   key.bytes.assign(bytes, static_cast<size_t>(count));
-  int32 down = 0;
   const BMessage* event = fWindow->CurrentMessage();
   if (event && event->what == B_KEY_DOWN) {
-    event->FindInt32("modifiers", &down);
-    event->FindInt32("key_repeat", &key.repeat);
-    event->FindInt32("key_code", &key.keyCode);
+    key.modifiers = static_cast<uint32>(event->GetInt32("modifiers"));
+    key.repeat = event->GetInt32("key_repeat");
+    key.keyCode = event->GetInt32("key_code");
   }
-  key.modifiers = static_cast<uint32>(down);
   fPeer->HandBack(key);
 }
 

@@ -34,9 +34,7 @@ std::vector<int64> ids_in(const BMessage& message) {
 }
 
 int32 place_in(const BMessage& message) {
-  int32 before = -1;
-  message.FindInt32("before", &before);
-  return before;
+  return message.GetInt32("before", -1);
 }
 
 } // namespace
@@ -186,8 +184,7 @@ void TListEditor::Sort(const BMessage& message) {
   if (message.FindInt32("by", &by) != B_OK || by > static_cast<int32>(TSortKey::kTrack)) return;
   if (by == kSortAsBefore) return SortAsBefore();
   if (by < 0) return;
-  TSongOrder order{static_cast<TSortKey>(by)};
-  message.FindBool("descending", &order.isDescending);
+  const TSongOrder order{static_cast<TSortKey>(by), message.GetBool("descending")};
   if (!fOrder) {
     fUnsortedIds.clear();
     for (const TSong& song : *fSongs->Songs()) fUnsortedIds.push_back(song.id);

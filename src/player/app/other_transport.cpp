@@ -15,20 +15,18 @@ TOtherTransport::TOtherTransport(TBus* bus, TPlayerEvents* events, TSourceName n
     : fBus(bus), fEvents(events), fName(std::move(name)), fPartTimer(bus->Player()) {}
 
 void TOtherTransport::TakeReport(const BMessage& message) {
-  int32 state = fPlayback.isPlaying  ? TInfoRecord::kPlaying
-                : fPlayback.isLoaded ? TInfoRecord::kPaused
-                                     : TInfoRecord::kStopped;
-  message.FindString("title", &fSong.title);
-  message.FindString("artist", &fSong.artist);
-  message.FindString("path", &fSong.path);
-  message.FindInt32("durationMs", &fSong.durationMs);
-  message.FindInt32("state", &state);
-  message.FindInt32("speedPercent", &fPlayback.speedPercent);
-  message.FindInt32("volumePercent", &fPlayback.volumePercent);
+  const int32 lastState = fPlayback.isPlaying  ? TInfoRecord::kPlaying
+                          : fPlayback.isLoaded ? TInfoRecord::kPaused
+                                               : TInfoRecord::kStopped;
+  const int32 state = message.GetInt32("state", lastState);
+  fSong.path = message.GetString("path", fSong.path);
+  fSong.durationMs = message.GetInt32("durationMs", fSong.durationMs);
+  fPlayback.speedPercent = message.GetInt32("speedPercent", fPlayback.speedPercent);
+  fPlayback.volumePercent = message.GetInt32("volumePercent", fPlayback.volumePercent);
   const bool wasSilent = fIsSilent;
-  message.FindBool("silent", &fIsSilent);
-  fSong.title = clean_text(fSong.title);
-  fSong.artist = clean_text(fSong.artist);
+  fIsSilent = message.GetBool("silent", fIsSilent);
+  fSong.title = clean_text(message.GetString("title", fSong.title));
+  fSong.artist = clean_text(message.GetString("artist", fSong.artist));
   fSong.played = true;
   fPlayback.durationMs = fSong.durationMs;
   fPlayback.isLoaded = state != TInfoRecord::kStopped;

@@ -271,8 +271,7 @@ void TOwnTransport::TakeDevices(const BMessage& message) {
 }
 
 void TOwnTransport::DeviceLost(const BMessage& message) {
-  std::string name;
-  message.FindString("device", &name);
+  std::string name = message.GetString("device");
   const auto known = std::ranges::find(fDevices, name, &TSoundDevice::name);
   if (known != fDevices.end()) name = known->description;
   fEvents->ErrorOccurred(player_text("Player_Err_No_Output", {name}));
@@ -305,10 +304,8 @@ void TOwnTransport::Ended(int32 positionMs) {
 
 /** The queued song is taken unless the list or the modes have changed at the last moment. */
 void TOwnTransport::Joined(const BMessage& message) {
-  int64 begun = 0;
-  int32 endedMs = 0;
-  message.FindInt64("next", &begun);
-  message.FindInt32("endedMs", &endedMs);
+  const int64 begun = message.GetInt64("next");
+  const int32 endedMs = message.GetInt32("endedMs");
   const int32 next = fOrder.SongAfterEnd();
   const TSong* const song = fSongs->At(next);
   if (song == nullptr || TFollower{song->path, begun} != fFollower) {
@@ -334,10 +331,8 @@ void TOwnTransport::PlayOn() {
 }
 
 void TOwnTransport::Failed(const BMessage& message) {
-  std::string reason;
-  message.FindString("reason", &reason);
   TSong* const song = fSongs->Edit(fSongs->Current());
-  song->error = file_error(song->path, reason);
+  song->error = file_error(song->path, message.GetString("reason"));
   fEvents->SongErrorOccurred(player_text("Player_Err_Cannot_Play", {song->path, song->error}));
   PlayOn();
 }

@@ -15,8 +15,7 @@ bool TSongMarks::Take(const BMessage& message) {
   for (int32 i = 0; i < kMostMarks && message.FindInt32("TimeMs", i, &timeMs) == B_OK; ++i) marks->push_back(timeMs);
   std::ranges::sort(*marks);
   fTitle = cut_title(title);
-  fClick = false;
-  message.FindBool("Clicks", &fClick);
+  fClick = message.GetBool("Clicks");
   fMarksMs = std::move(marks);
   return true;
 }

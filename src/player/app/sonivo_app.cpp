@@ -198,8 +198,8 @@ bool TSonivoApp::HandleDesktop(const BMessage& message) {
     TakeLanguage(message);
     return true;
   case kMsgCover:
-    message.FindString("path", &fCover.song);
-    message.FindString("file", &fCover.file);
+    fCover.song = message.GetString("path", fCover.song);
+    fCover.file = message.GetString("file", fCover.file);
     fBus.Show(OwnStatus());
     return true;
   default:
@@ -282,10 +282,8 @@ void TSonivoApp::TakeLanguage(const BMessage& message) {
 void TSonivoApp::TakeOver(const BMessage& message) {
   message.SendReply(B_REPLY);
   UserChose();
-  bool paused = false;
-  message.FindBool("paused", &paused);
   if (std::vector<std::string> paths = paths_in(message); !paths.empty())
-    fList.PlayWhenFound(fList.Open(std::move(paths), paused));
+    fList.PlayWhenFound(fList.Open(std::move(paths), message.GetBool("paused")));
   std::string lyrics;
   if (message.FindString("lyrics", &lyrics) == B_OK) fPlugins.ShowLyrics(lyrics);
   BringToFront();
@@ -433,7 +431,7 @@ void TSonivoApp::CloseButtonPressed() {
 
 /** Without the tray nobody could get a hidden window back. */
 void TSonivoApp::TakeTray(const BMessage& message) {
-  message.FindBool("shown", &fIsInTray);
+  fIsInTray = message.GetBool("shown", fIsInTray);
   if (!fIsInTray && fIsHidden) BringToFront();
 }
 

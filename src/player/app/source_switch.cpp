@@ -71,7 +71,7 @@ void TSourceSwitch::UseOwn() {
 }
 
 void TSourceSwitch::TakePlayers(const BMessage& message) {
-  message.FindBool("reachable", &fIsBusReachable);
+  fIsBusReachable = message.GetBool("reachable", fIsBusReachable);
   fPlayers.clear();
   TSourceName player;
   for (int32 i = 0; message.FindString("id", i, &player.id) == B_OK; ++i) {

@@ -32,9 +32,7 @@ bool play_part(const BMessage& message, TTransport* transport) {
 }
 
 bool set_repeat(const BMessage& message, TTransport* transport) {
-  int32 agoMs = 0;
-  message.FindInt32("agoMs", &agoMs);
-  transport->SetRepeat(message.what, agoMs);
+  transport->SetRepeat(message.what, message.GetInt32("agoMs"));
   return true;
 }
 

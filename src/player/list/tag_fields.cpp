@@ -12,10 +12,10 @@ void add_tags(BMessage* message, const TSongTags& tags) {
 
 TSongTags tags_in(const BMessage& message, int32 number) {
   TSongTags tags;
-  message.FindString("title", number, &tags.title);
-  message.FindString("artist", number, &tags.artist);
-  message.FindInt32("durationMs", number, &tags.durationMs);
-  message.FindString("album", number, &tags.album);
-  message.FindInt32("track", number, &tags.track);
+  tags.title = message.GetString("title", {}, number);
+  tags.artist = message.GetString("artist", {}, number);
+  tags.durationMs = message.GetInt32("durationMs", tags.durationMs, number);
+  tags.album = message.GetString("album", {}, number);
+  tags.track = message.GetInt32("track", tags.track, number);
   return tags;
 }

@@ -39,6 +39,8 @@ TEST(Message, FindLeavesItsOutputUnchangedOnFailure) {
   EXPECT_EQ(message.FindString("text", 1, &text), B_OK);
   EXPECT_EQ(text, "second");
   EXPECT_EQ(BMessage(message).AddInt32("text", 1), B_BAD_TYPE);
+  EXPECT_EQ(message.GetInt32("text", 7), 7);
+  EXPECT_EQ(message.GetString("text", "none", 1), "second");
 }
 
 TEST(Message, BytesOfTextTypeKeepTheirLength) {

@@ -20,16 +20,14 @@ BMessage ask(const BMessenger& whom, uint32 code) {
 void print_record(const BMessage& information) {
   const void* bytes = nullptr;
   ssize_t size = 0;
-  bool isPlaying = false;
   if (information.FindData("Info", B_STRING_TYPE, &bytes, &size) != B_OK || size < 124) return;
-  information.FindBool("Playing", &isPlaying);
   const char* const record = static_cast<const char*>(bytes);
   int32 positionMs = 0;
   std::memcpy(&positionMs, record + 4, sizeof positionMs);
   std::cout << size << " bytes\n"
             << positionMs << " ms\n"
             << std::string(record + 12, strnlen(record + 12, 112)) << "\n"
-            << (isPlaying ? "playing\n" : "paused\n");
+            << (information.GetBool("Playing") ? "playing\n" : "paused\n");
 }
 
 } // namespace
@@ -41,7 +39,6 @@ int main() {
   const BMessenger host(signature.c_str());
   print_record(ask(host, 'SNVi'));
   const BMessage refusal = ask(host, B_QUIT_REQUESTED);
-  int32 error = B_OK;
-  refusal.FindInt32("error", &error);
-  std::cout << (error == B_PERMISSION_DENIED ? "nothing else is offered\n" : "it took a request to quit\n");
+  std::cout << (refusal.GetInt32("error") == B_PERMISSION_DENIED ? "nothing else is offered\n"
+                                                                 : "it took a request to quit\n");
 }

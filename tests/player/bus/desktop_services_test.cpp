@@ -60,7 +60,7 @@ struct DesktopServices : testing::Test {
 
 struct TrayListener : BLooper {
   void MessageReceived(BMessage* message) override {
-    if (message->what == kMsgBusTray) message->FindBool("shown", &fIsShown);
+    if (message->what == kMsgBusTray) fIsShown = message->GetBool("shown");
     if (message->what == kMsgBusRaise) fIsRaised = true;
     if (message->what != kMsgBusTray) fRequests.push_back(message->what);
   }
