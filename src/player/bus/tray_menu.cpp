@@ -26,7 +26,7 @@ Q_DECLARE_METATYPE(TTrayEntry)
 /** An entry with those below it: (ia{sv}av). */
 struct TTrayLayout {
   TTrayEntry entry;
-  QVariantList below;
+  QVariantList below; // a TTrayLayout each; wrapped in another variant it makes panels crash
 };
 Q_DECLARE_METATYPE(TTrayLayout)
 
@@ -120,8 +120,7 @@ QVariantMap properties_of(int id) {
 
 QVariant layout_of(int id, int depth) {
   TTrayLayout layout{{id, properties_of(id)}, {}};
-  for (int entry = 1; id == 0 && depth != 0 && is_entry(entry); ++entry)
-    layout.below.append(QVariant::fromValue(QDBusVariant(layout_of(entry, 0))));
+  for (int entry = 1; id == 0 && depth != 0 && is_entry(entry); ++entry) layout.below.append(layout_of(entry, 0));
   return QVariant::fromValue(layout);
 }
 

@@ -10,6 +10,7 @@
 #include "tests/support/own_looper.h"
 
 #include <QCoreApplication>
+#include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QDBusPendingCall>
 #include <QDBusVariant>
@@ -129,7 +130,16 @@ TEST_F(DesktopServices, TheTraysMenuShowsPausesSkipsAndQuits) {
           .value(0);
   EXPECT_EQ(path.value<QDBusVariant>().variant().value<QDBusObjectPath>().path(), "/MenuBar");
   const QDBusMessage layout = call("/MenuBar", kMenu, "GetLayout", {0, -1, QStringList()});
-  EXPECT_EQ(layout.signature(), "u(ia{sv}av)");
+  ASSERT_EQ(layout.signature(), "u(ia{sv}av)");
+  const auto root = layout.arguments()[1].value<QDBusArgument>();
+  int rootId = -1;
+  QVariantMap properties;
+  QVariantList entries;
+  root.beginStructure();
+  root >> rootId >> properties >> entries;
+  for (const QVariant& entry : entries)
+    EXPECT_EQ(entry.value<QDBusArgument>().currentSignature(), "(ia{sv}av)") << "or the panel crashes";
+  EXPECT_EQ(entries.size(), 6);
 
   for (int id = 0; id < 8; ++id) {
     const QVariant nothing = QVariant::fromValue(QDBusVariant(0));
