@@ -46,7 +46,8 @@ protected:
   bool IsModified() const { return fSaved != static_cast<int>(fAt); }
   void Begin(const std::string& name, const TFile& file) {
     fName = name;
-    fEncoding = file.encoding;
+    const bool isKnown = file.Bytes().find("\x93\xFA") != std::string::npos; // ASCII is UTF-8
+    fEncoding = isKnown ? file.encoding : kUtf8;
     fStates = {file.lines};
     fAt = 0;
     fSaved = 0;
@@ -205,9 +206,11 @@ void AnyUseOfTheEditor::Edit() {
     SendToView(message_of(kMsgMode, "Mode", Random(2)));
     Changed();
   } else if (kind == 1) {
+    Press(Random(2) ? "Home" : "End");
     Press("Space");
     Changed();
   } else if (kind == 2) {
+    Press(Random(2) ? "Home" : "End");
     Press("Delete");
     Changed();
   } // and what typing must not join
