@@ -270,6 +270,11 @@ class Stage:
         except AssertionError as fault:
             raise AssertionError(f"{fault}: {path.read_bytes() if path.exists() else None} instead of {data}") from None
 
+    def save(self, data):
+        """By the key; returns when the file holds that."""
+        hands.press("ctrl+s")
+        self.wait_bytes(self.lyrics_file, data)
+
     def items_of(self, *menus):
         return eyes.children(self.popup(menus))
 

@@ -1,7 +1,6 @@
 """The editor's dialogs: the shift of all tags, the save panel's menus, help, About."""
 import os
 
-import eyes
 import hands
 from case import Case
 
@@ -20,8 +19,7 @@ class Shift(Case):
         s.wait_window("Shift all time tags")
         hands.press("Escape")
         s.come_back()
-        hands.press("ctrl+s")
-        s.wait_bytes(s.lyrics_file, b"[00:08]one\n[00:18:99]two\n\0")
+        s.save(b"[00:08]one\n[00:18:99]two\n\0")
 
 
 class SavePanel(Case):
@@ -55,8 +53,7 @@ class Others(Case):
             hands.press("Left")
             hands.press("Escape")
             s.come_back()
-        hands.press("space")
-        s.wait_rows("[00:00:00]one")
+        s.stamp(0, "[00:00:00]one")
 
     def test_help_opens_in_the_desktops_own_opener(self):
         s = self.stage

@@ -34,8 +34,7 @@ class Refusals(Case):
         lyrics.chmod(0o444)
         folder.chmod(0o555)
         s.start(lyrics, prefix=ORDINARY)
-        hands.press("space")
-        s.wait_rows("[00:00:00]one")
+        s.stamp(0, "[00:00:00]one")
         hands.press("ctrl+s")
         s.answer("The lyrics could not be saved as:", "Understood")
         self.assertEqual(lyrics.read_bytes(), b"one\n")
@@ -60,8 +59,7 @@ class Refusals(Case):
                     pass
             except OSError:
                 pass
-        hands.press("space")
-        s.wait_rows("[00:00:00]one")
+        s.stamp(0, "[00:00:00]one")
         hands.press("ctrl+s")
         s.answer("The lyrics could not be saved as:", "Understood")
         self.assertEqual(lyrics.read_bytes(), b"one\n")
@@ -92,8 +90,7 @@ class PlugIns(Case):
         lyrics = s.file("a.lrc", "one\n")
         s.start(lyrics, environment=self.environment)
         self.wait_fault("Plug-in gen_hanging.so is not responding: its NewPlugin has not returned")
-        hands.press("space")
-        s.wait_rows("[00:00:00]one")
+        s.stamp(0, "[00:00:00]one")
         hands.close_window(eyes.name(s.player()))
         s.click_answer("a.lrc", "Yes")
         self.assertEqual(s.program.wait(timeout=eyes.PATIENCE), 1)

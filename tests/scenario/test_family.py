@@ -141,14 +141,6 @@ class ThePort(Case):
         port.bind(str(path))
         return port
 
-    def test_that_a_crash_has_left_is_replaced(self):
-        s = self.stage
-        port = self.listen()
-        port.close()
-        s.start()
-        s.choose(*TOOLS)
-        s.wait_window(COMMON)
-
     @unittest.skipIf(os.geteuid(), "only root can be somebody else")
     def test_of_another_user_is_told_of(self):
         s = self.stage

@@ -42,17 +42,6 @@ class FirstStamp(Case):
         hands.press("space")
         self.wait_first_row_stamped("two")
 
-    def test_nothing_opens_over_a_document_that_was_touched(self):
-        s = self.stage
-        s.file("song.txt", "one\ntwo\n")
-        s.start()
-        hands.press("Insert")
-        s.wait_rows("", "")
-        self.play()
-        s.wait(lambda: s.position() >= 2, "the song playing on")
-        self.assertEqual(s.title(), "Untitled - Vesmo Editor")
-        self.assertEqual(s.rows(), ["", ""])
-
 
 class Lines(Case):
     def test_lines_are_selected_moved_copied_and_deleted(self):

@@ -26,8 +26,7 @@ class LyricsKeepTheKeyboard(Case):
             with self.subTest(keys=way):
                 hands.press(*way)
                 s.wait_focus("Lyrics")
-                hands.press("space")
-                s.wait_rows("[00:00:00]one")
+                s.stamp(0, "[00:00:00]one")
                 hands.press("BackSpace")
                 s.wait_rows("one")
         hands.press(FREE_EDIT)

@@ -81,15 +81,6 @@ class ThePlayersManners(Case):
         s.click_answer("has unsaved changes", "No")
         self.assertEqual(s.program.wait(timeout=eyes.PATIENCE), 0)
 
-    def test_it_speaks_the_desktops_language_until_another_is_chosen(self):
-        s = self.stage
-        s.launch(environment=GERMAN)
-        s.wait(lambda: eyes.find(s.player(), "list", "Wiedergabeliste"), "the desktop's language")
-        s.stop()
-        s.set_language("Japanese.llt")
-        s.launch(environment=GERMAN)
-        s.wait(lambda: eyes.find(s.player(), "list", "プレイリスト"), "the chosen language")
-
     def test_a_language_chosen_in_the_preferences_is_spoken_at_once_and_another_setting_leaves_it(self):
         s = self.stage
         s.start(environment=GERMAN, lyrics=s.file("a.lrc", "one\n"))

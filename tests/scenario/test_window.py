@@ -4,10 +4,8 @@ import subprocess
 
 import eyes
 import hands
-import settings
 from case import Case
 from stage import BIN
-
 
 class BesideThePlayer(Case):
     def test_it_follows_the_player_and_comes_up_where_it_was_closed(self):
@@ -29,26 +27,16 @@ class BesideThePlayer(Case):
         hands.send_to_desktop(eyes.name(s.player()), 1)
         hands.move_window(eyes.name(s.player()), x + 90, y + 90)
         s.wait(lambda: eyes.place(s.player())[:2] == (x + 90, y + 90), "the player's window moved")
-        hands.press("space")
-        s.wait_rows("[00:00:00]one")  # what came before has been handled
+        s.stamp(0, "[00:00:00]one")  # what came before has been handled
         self.assertEqual(eyes.place(s.window()), (left, top, width, height))
         hands.send_to_desktop(eyes.name(s.window()), 1)
         hands.move_window(eyes.name(s.player()), x + 40, y + 30)
         place = (left + 40, top + 30, width, height)
         s.wait(lambda: eyes.place(s.window()) == place, f"the editor's window at {place}")
 
-    def test_without_the_tool_bar_the_lyrics_have_its_room(self):
-        s = self.stage
-        s.set_preferences(STlB=settings.flag(False))
-        s.start(s.file("a.lrc", "one\n"))
-        self.assertNotIn("showing", eyes.states(eyes.find(s.window(), "tool bar")))
-        _, top, _, height = eyes.place(eyes.find(s.window(), "menu bar"))
-        s.wait(lambda: eyes.place(s.lyrics())[1] == top + height, "the lyrics just below the menus")
-
     def test_closing_the_player_asks_for_changed_lyrics_first(self):
         s = self.start()
-        hands.press("space")
-        s.wait_rows("[00:00:00]one")
+        s.stamp(0, "[00:00:00]one")
         hands.close_window(eyes.name(s.player()))
         s.answer("has unsaved changes", "Cancel")
         hands.press("plus")
@@ -58,8 +46,7 @@ class BesideThePlayer(Case):
 
     def test_a_file_handed_over_during_a_question_is_opened_also_when_the_answer_closes_the_window(self):
         s = self.start()
-        hands.press("space")
-        s.wait_rows("[00:00:00]one")
+        s.stamp(0, "[00:00:00]one")
         hands.press("ctrl+w")
         question = s.wait_question("has unsaved changes")
         hands.click(eyes.place(eyes.find(s.player(), "label", "0:00")))
