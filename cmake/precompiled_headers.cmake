@@ -1,6 +1,7 @@
 # Headers that many folders include, compiled once for each set of options: standard_headers, standard_headers_small
 # (optimized for size in the release build), standard_headers_hidden (that, for plug-in images), qt_headers_small, and
-# test_headers. They only save time: every file includes what it uses, and scripts/run_tidy.sh builds without them.
+# test_headers. They only save time: every file includes what it uses (tests: tests/support/testing.h), and
+# scripts/run_tidy.sh builds without them.
 # They are compiled without the compiler cache, which has returned a header that g++ then rejected.
 function(add_precompiled name)
   file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/${name}.cpp CONTENT "")
@@ -24,6 +25,6 @@ endforeach()
 
 if(VESMO_TESTS)
   find_package(GTest REQUIRED)
-  add_precompiled(test_headers <gmock/gmock.h> <gtest/gtest.h>)
+  add_precompiled(test_headers <gmock/gmock.h> <gtest/gtest.h> <atomic> <filesystem> <fstream> <future> <random> <set> <sstream>)
   target_link_libraries(test_headers PRIVATE GTest::gmock)
 endif()

@@ -1,12 +1,7 @@
 #include "commands/key_bindings.h"
 
 #include "commands/key_names.h"
-#include "platform/app/message.h"
 #include "tests/support/messages.h"
-
-#include <gmock/gmock.h>
-
-#include <set>
 
 using namespace testing;
 using enum TCommandId;

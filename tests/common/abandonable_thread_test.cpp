@@ -1,9 +1,6 @@
 #include "common/abandonable_thread.h"
 
-#include <gtest/gtest.h>
-
-#include <future>
-#include <stdexcept>
+#include "tests/support/testing.h"
 
 TEST(AbandonableThread, WorkThatHangsIsAbandonedAndGoesOnByItself) {
   std::promise<void> release;

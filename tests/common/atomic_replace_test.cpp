@@ -1,18 +1,11 @@
 #include "common/atomic_replace.h"
 
 #include "common/safety_copy.h"
+#include "tests/support/testing.h"
 
-#include "tests/support/full_disk.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
-#include <unistd.h>
-
-#include <set>
 
 namespace {
 
@@ -92,21 +85,6 @@ TEST(AtomicReplace, LeavesTheOldFileWholeWhenItFails) {
   EXPECT_NE(atomic_replace("/dev/null", "x"), B_OK);
   // A device that behaves like a full disk.
   EXPECT_FALSE(file_holds("/dev/full", ""));
-}
-
-TEST(AtomicReplace, FullDiskLeavesTheOldFileAndNothingBesideIt) {
-  const ScratchFolder folder;
-  folder.Write("one.lrc", std::string(50, 'o'));
-  folder.Write("two.lrc", std::string(50, 't'));
-  std::filesystem::create_hard_link(folder.File("two.lrc"), folder.File("other.lrc"));
-  {
-    const FullDisk full(100);
-    EXPECT_NE(atomic_replace(folder.File("one.lrc"), std::string(200, 'x')), B_OK);
-    EXPECT_NE(atomic_replace(folder.File("two.lrc"), std::string(200, 'x')), B_OK);
-  }
-  EXPECT_EQ(folder.Read("one.lrc"), std::string(50, 'o'));
-  EXPECT_EQ(folder.Read("two.lrc"), std::string(50, 't'));
-  EXPECT_EQ(names_in(folder.Path()), (std::set<std::string>{"one.lrc", "other.lrc", "two.lrc"}));
 }
 
 TEST(AtomicReplace, WhatOthersHaveAtTheNameOfTheSafetyCopyIsLeftAlone) {

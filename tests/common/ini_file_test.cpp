@@ -1,10 +1,7 @@
 #include "common/ini_file.h"
 
 #include "tests/support/memory_file.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 using testing::ElementsAre;
 

@@ -1,14 +1,9 @@
 #include "common/koreva.h"
 
-#include "platform/app/message.h"
 #include "platform/storage/entry.h"
 #include "platform/storage/path.h"
 #include "tests/support/keeping.h"
 #include "tests/support/messages.h"
-#include "tests/support/own_looper.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
 
 TEST(AcceleratorKey, TakesThePlaceOfTheFirstA) {
   EXPECT_EQ(koreva::merge_accelerator_key("a) ", "O", "Open"), "O) Open");

@@ -1,13 +1,6 @@
 #include "common/thread.h"
 
-#include "platform/kernel/threads.h"
-
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <chrono>
-#include <future>
-#include <stdexcept>
+#include "tests/support/testing.h"
 
 namespace {
 

@@ -1,11 +1,7 @@
 #include "companion/followed_document.h"
 
-#include "platform/app/message.h"
 #include "plugin/message_codes.h"
 #include "tests/support/messages.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using testing::ElementsAre;
 

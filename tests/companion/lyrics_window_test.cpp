@@ -3,13 +3,8 @@
 #include "companion/lyrics_view.h"
 #include "companion/prefs/notices.h"
 #include "companion/song_lyrics.h"
-#include "document/editor_view.h"
 #include "hostlink/host_link.h"
-#include "platform/app/message.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
-
-#include <set>
 
 namespace {
 

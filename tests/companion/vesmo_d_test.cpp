@@ -1,8 +1,6 @@
 #include "common/app_info.h"
 #include "common/koreva.h"
 #include "companion/lyrics_window_state.h"
-#include "platform/app/application.h"
-#include "platform/app/message.h"
 #include "platform/interface/window.h"
 #include "platform/storage/entry.h"
 #include "plugin/message_codes.h"
@@ -12,12 +10,6 @@
 #include "tests/support/messages.h"
 #include "tests/support/output_of.h"
 
-#include <gmock/gmock.h>
-
-#include <cstdio>
-#include <string>
-#include <thread>
-
 using namespace testing;
 
 namespace {
@@ -26,11 +18,6 @@ struct BothPlugins : LoadedImages {
   template <typename... Plugins>
   static void End(Plugins*... plugins) {
     (((*plugins)->Cleanup(), plugins->reset()), ...);
-  }
-  TLyricsWindowState Stored() const {
-    TLyricsWindowState state;
-    state.Load(BEntry(fFolder.File("KOREVA/VesmoD/VesmoD_ExitStates.arc").c_str()));
-    return state;
   }
 };
 
@@ -115,25 +102,6 @@ TEST_F(BothPlugins, SettingsThatCannotBeSavedAtTheEndAreReported) {
   EXPECT_THAT(hands::wait_for_question().text, StartsWith("The settings could not be saved."));
   EXPECT_TRUE(hands::answer_with_key("Escape"));
   end.join();
-}
-
-TEST_F(BothPlugins, LyricsWindowOpensAgainIfItWasOpenAtTheEnd) {
-  auto companion = Load(COMPANION_FILE);
-  EXPECT_STREQ(companion->fName, "Vesmo Display");
-  companion->Init();
-  End(&companion);
-  EXPECT_FALSE(Stored().fIsOpen) << "nobody has asked for it";
-  companion = Load(COMPANION_FILE);
-  companion->Init();
-  companion->Init();
-  hands::wait_for_window("Vesmo Display");
-  End(&companion);
-  EXPECT_TRUE(Stored().fIsOpen);
-  companion = Load(COMPANION_FILE);
-  companion->Init();
-  hands::wait_for_window("Vesmo Display");
-  End(&companion);
-  EXPECT_FALSE(HasWindows());
 }
 
 TEST(PluginImages, ExportTheirEntryAlone) {

@@ -1,7 +1,6 @@
 #include "companion/wrap_text.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 using testing::ElementsAre;
 

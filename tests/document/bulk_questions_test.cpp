@@ -3,11 +3,7 @@
 #include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
+using namespace testing;
 
 using BulkQuestions = EditorByHand;
 
@@ -19,8 +15,7 @@ TEST_F(BulkQuestions, NameHowManyLinesChangeAndShowTheFirst) {
   EXPECT_THAT(deleted, HasSubstr("Delete all time tags?\n\nLines that change: 10\nLines that become empty: 1\n"
                                  "2:  [Chorus]  →  \n3:  [00:01]line  →  line\n"));
   EXPECT_THAT(deleted, EndsWith("6:  [00:04]line  →  line\n…"));
-  BMessage convert(kMsgConvertTags);
-  convert.AddBool("CvtTagS2E", true);
+  const BMessage convert = message_of(kMsgConvertTags, "CvtTagS2E", true);
   EXPECT_THAT(Answer("Escape", [&] { SendToView(convert); }).text, HasSubstr("3:  [00:01]line  →  [00:01:00]line\n"));
   EXPECT_FALSE(IsModified());
 }

@@ -1,25 +1,13 @@
 #include "common/koreva.h"
 #include "platform/interface/view.h"
 #include "plugin/kept_record.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
-
-#include <algorithm>
-#include <filesystem>
-#include <gmock/gmock.h>
 
 using namespace std::string_literals;
 using namespace testing;
 
 /** Lyrics in the form of other players, in the editor. */
 struct CommonLyrics : EditorByHand {
-  std::string Notice() const {
-    return fWindow->FindView("NoticeBar")->IsHidden() ? std::string() : hands::label_text(*fWindow, "NoticeText");
-  }
-  void ClickNotice(const char* button) {
-    hands::click(*fWindow, button, {8, 8});
-    Settle();
-  }
   /** The copy command, until the player has named its song. */
   void Copy() {
     const std::string before = Status();
@@ -29,32 +17,11 @@ struct CommonLyrics : EditorByHand {
   static constexpr const char* kFirst = "NoticeButton0";
 };
 
-TEST_F(CommonLyrics, OpenedEditedAndSavedEveryOtherByteIsAsBefore) {
-  Open(fFolder.Write("a.lrc", "[ar:x]\r\n[00:01.204]one\r\n[00:02.50]two\r\n\r\n[0:03.1]three"));
-  EXPECT_THAT(Lines(), ElementsAre("[ar:x]", "[00:01:20]one", "[00:02:50]two", "", "[00:03:10]three"));
-  EXPECT_THAT(Status(), HasSubstr("UTF-8 <CR LF> [mm:ss.cc]   "));
-  EXPECT_FALSE(IsModified());
-  for (const char* key : {"Down", "Down", "+", "Ctrl+S"}) Press(key);
-  EXPECT_EQ(fFolder.Read("a.lrc"), "[ar:x]\r\n[00:01.204]one\r\n[00:02.51]two\r\n\r\n[0:03.1]three");
-  Press("Ctrl+Z");
-  Press("Ctrl+S");
-  EXPECT_EQ(fFolder.Read("a.lrc"), "[ar:x]\r\n[00:01.204]one\r\n[00:02.50]two\r\n\r\n[0:03.1]three");
-  BMessage saveAs = message_of(B_SAVE_REQUESTED, "directory", ref_of(fFolder.Path()));
-  saveAs.AddString("name", "b.lrc");
-  saveAs.AddInt32("Dialect", 0);
-  Send(saveAs);
-  EXPECT_EQ(fFolder.Read("b.lrc"), "[ar:x]\r\n[00:01:20]one\r\n[00:02:50]two\r\n\r\n[00:03:10]three\r\n"s + '\0');
-  EXPECT_THAT(Status(), HasSubstr("<CR LF>   "));
-}
-
 TEST_F(CommonLyrics, SavedInTheOtherDialectTimesWithinLinesHaveItsFormAsWell) {
   const std::string family = "[00:01:00]a [00:02:00]b[00:03] [x]\n[00:04:00][00:05:00]c\n"s + '\0';
   const std::string common = "[00:01.00]a <00:02.00>b<00:03.00> [x]\n[00:04.00][00:05.00]c\n";
   const auto saveAs = [&](const char* name, int32 dialect) {
-    BMessage save = message_of(B_SAVE_REQUESTED, "directory", ref_of(fFolder.Path()));
-    save.AddString("name", name);
-    save.AddInt32("Dialect", dialect);
-    Send(save);
+    Send(SaveAs(name, "Dialect", dialect));
     return fFolder.Read(name);
   };
   Open(fFolder.Write("a.lrc", family));
@@ -76,7 +43,7 @@ TEST_F(CommonLyrics, MixedTagsAreMadeOneByTheBarAndUndoneInOneStep) {
   SendToView(BMessage(kMsgReloadFile));
   EXPECT_THAT(Lines(), ElementsAre("[00:01.20]one", "[00:02:50]two"));
   EXPECT_THAT(Notice(), HasSubstr("two forms"));
-  ClickNotice(kFirst);
+  Click(kFirst);
   EXPECT_THAT(Lines(), ElementsAre("[00:01:20]one", "[00:02:50]two"));
   EXPECT_EQ(Notice(), "");
   Press("Ctrl+S");
@@ -87,15 +54,14 @@ TEST_F(CommonLyrics, MixedTagsAreMadeOneByTheBarAndUndoneInOneStep) {
 
 TEST_F(CommonLyrics, ThousandthsThatTheOtherFormCannotHoldAreNotCutInSilence) {
   Open(fFolder.Write("a.lrc", "[00:01.204]one\n[00:02:50]two\n"));
-  ClickNotice("NoticeButton1");
+  Click("NoticeButton1");
   EXPECT_THAT(Lines(), ElementsAre("[00:01:20]one", "[00:02:50]two"));
   EXPECT_THAT(Status(), EndsWith("(thousandths of a second were cut to hundredths)"));
 }
 
 TEST_F(CommonLyrics, SettingsDecideAboutNewDocumentsAndRecognition) {
   SetPref([](TPrefValues* values) { values->newDialect = 1, values->recognisesCommon = false; });
-  const std::string path = fFolder.Write("a.lrc", "[00:01.20]one\n");
-  Open(path);
+  Open(fFolder.Write("a.lrc", "[00:01.20]one\n"));
   EXPECT_THAT(Lines(), ElementsAre("[00:01.20]one"));
   SendToView(BMessage(kMsgNew));
   EXPECT_THAT(Status(), HasSubstr("<LF> [mm:ss.cc]   "));
@@ -107,17 +73,15 @@ TEST_F(CommonLyrics, CopyForPlayersIsRenewedAndNeverReplacesAnotherFile) {
   EXPECT_THAT(Status(), HasSubstr("Copy for other players: " + fFolder.File("a.lrc")));
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.20]one\n");
   EXPECT_THAT(Notice(), StartsWith("a.lrc was saved for other players"));
-  ClickNotice(kFirst);
+  Click(kFirst);
   SetPref([](TPrefValues* values) { *values = {}; });
   EXPECT_TRUE(load_options() && gPref->Values()->renewsCopies) << "after a restart, too";
-  Press("+");
-  Press("Ctrl+S");
+  Press("+", "Ctrl+S");
   EXPECT_THAT(Status(), HasSubstr("copy renewed: a.lrc"));
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.21]one\n");
 
   fFolder.Write("a.lrc", "foreign\n");
-  Press("+");
-  Press("Ctrl+S");
+  Press("+", "Ctrl+S");
   EXPECT_THAT(Notice(), StartsWith("a.lrc was not renewed"));
   EXPECT_EQ(fFolder.Read("a.lrc"), "foreign\n");
   EXPECT_THAT(Answer("R", [&] { Copy(); }).text, HasSubstr("already exists"));
@@ -136,7 +100,7 @@ TEST_F(CommonLyrics, CopyOfADocumentWithoutAFileIsRenewedOnceItHasOne) {
   Copy();
   EXPECT_EQ(fFolder.Read("song.lrc"), "[00:01.00]\n");
   Press("+");
-  Send(message_of(B_SAVE_REQUESTED, "directory", ref_of(fFolder.Path()), "name", "b.txt"));
+  Send(SaveAs("b.txt"));
   EXPECT_EQ(fFolder.Read("song.lrc"), "[00:01.01]\n");
 }
 
@@ -153,12 +117,11 @@ TEST_F(CommonLyrics, ChineseFileIsOfferedInItsEncodingAndSavedInIt) {
   for (int i = 0; i < 20; ++i) bytes += "[00:01.20]\xCE\xD2\xB5\xC4\xD0\xC4\xCC\xAB\xC2\xD2\n";
   Open(fFolder.Write("a.lrc", bytes));
   EXPECT_EQ(Notice(), "This file is probably GB18030.");
-  ClickNotice(kFirst);
+  Click(kFirst);
   EXPECT_EQ(Lines().front(), "[00:01:20]我的心太乱");
   EXPECT_THAT(Status(), HasSubstr("] GB18030 <LF> [mm:ss.cc]"));
   EXPECT_EQ(Notice(), "");
-  Press("+");
-  Press("Ctrl+S");
+  Press("+", "Ctrl+S");
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.21" + bytes.substr(9));
   SetPref([](TPrefValues* values) { values->savesForeignAsUtf8 = true; });
   Press("Ctrl+S");

@@ -1,8 +1,7 @@
 #include "document/file_looker.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
-#include <atomic>
 #include <semaphore>
 
 TEST(FileLooker, LookNowReadsAgainAfterALookThatWasUnderWay) {

@@ -1,21 +1,14 @@
 #include "document/file_watch.h"
 
-#include "document/editor_view.h"
 #include "document/notice.h"
 #include "platform/app/message_filter.h"
 #include "platform/app/node_monitor.h"
 #include "platform/interface/window_peer.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
-
-#include <gmock/gmock.h>
 
 #include <semaphore>
 
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
+using namespace testing;
 
 namespace {
 
@@ -52,26 +45,15 @@ protected:
   void Compare() {
     for (int i = 0; i < 2; ++i) {
       const int before = fLooked->fCount;
-      for (const bool active : {false, true}) {
-        BMessage activated(display::DISPLAY_WINDOW_ACTIVATED);
-        activated.AddBool("active", active);
-        Send(activated);
-      }
+      for (const bool active : {false, true}) Send(message_of(display::DISPLAY_WINDOW_ACTIVATED, "active", active));
       EXPECT_TRUE(Until([&] { return fLooked->fCount > before; }));
     }
     Settle();
-  }
-  std::string Notice() const {
-    return fWindow->FindView("NoticeBar")->IsHidden() ? std::string() : hands::label_text(*fWindow, "NoticeText");
   }
   bool IsNoticed(const std::string& end) {
     return Until([&] { return end.empty() ? Notice().empty() : Notice().ends_with(end); });
   }
   void Save() { SendToView(BMessage(kMsgSave)); } // no shortcut: no window is active after a question
-  void Click(const char* button) {
-    hands::click(*fWindow, button, {8, 8});
-    Settle();
-  }
   std::string OnDisk() const { return std::filesystem::is_regular_file(fPath) ? fFolder.Read("a.lrc") : "(none)"; }
   std::vector<std::string> Kept() const {
     std::vector<std::string> kept;
@@ -245,13 +227,7 @@ TEST_F(FileOutside, AVersionThatCannotBeKeptIsNotReplaced) {
 }
 
 TEST_F(FileOutside, PanelsThatWereOpenedForAnotherDocumentWriteNothing) {
-  BMessage answer(B_SAVE_REQUESTED);
-  entry_ref folder;
-  get_ref_for_path(fFolder.Path().c_str(), &folder);
-  answer.AddRef("directory", &folder);
-  answer.AddString("name", "chosen.lrc");
-  answer.AddInt32("Format", 0);
-  answer.AddInt32("Document", static_cast<TVesmoEView*>(fWindow->FindView("VesmoEditorView"))->DocumentNumber());
+  BMessage answer = SaveAs("chosen.lrc", "Format", 0, "Document", Document());
   Open(fFolder.Write("other.lrc", "[00:02]other\n"));
   for (const uint32 code : {uint32{B_SAVE_REQUESTED}, uint32{kMsgExportTo}}) {
     answer.what = code;

@@ -1,15 +1,7 @@
 #include "tests/support/editor_fixture.h"
 
-#include "document/editor_view.h"
 #include "hostlink/current_song_finder.h"
 #include "lyrics/line_limit.h"
-#include "plugin/message_codes.h"
-
-#include <gmock/gmock.h>
-#include <sys/stat.h>
-
-#include <algorithm>
-#include <future>
 
 using namespace testing;
 
@@ -147,8 +139,7 @@ TEST_F(Opening, PlayerWithoutASongIsReported) {
 
 TEST_F(Opening, UnknownEncodingInTheSettingsIsIgnored) {
   SetPref([](TPrefValues* values) { values->readEncoding = 3; });
-  const std::string path = fFolder.Write("a.lrc", "[00:01]\x93\xFA\n");
-  Open(path);
+  Open(fFolder.Write("a.lrc", "[00:01]\x93\xFA\n"));
   EXPECT_THAT(Status(), HasSubstr("UTF-8 <LF>"));
   Change();
   Press("Ctrl+S");

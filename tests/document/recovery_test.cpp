@@ -4,20 +4,10 @@
 #include "journal/journal_thread.h"
 #include "platform/app/looper_lock.h"
 #include "platform/interface/text_view.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 #include "window/notice_bar.h"
 
-#include <gmock/gmock.h>
-
-#include <future>
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
-using testing::SizeIs;
-using testing::StartsWith;
+using namespace testing;
 
 /** Journals as killed processes have left them, and the editor that finds them. */
 class Recovery : public EditorByHand {
@@ -38,16 +28,8 @@ protected:
     document->Change({0, 1, {"changed"}}, TEditKind::kOther, 0, 0, 0);
     document->Change({1, 0, {"added"}}, TEditKind::kOther, 0, 1, 0);
   }
-  std::string Notice() const {
-    auto& bar = *static_cast<TNoticeBar*>(fWindow->FindView("NoticeBar"));
-    return bar.IsHidden() ? std::string() : hands::label_text(*fWindow, "NoticeText");
-  }
   void WaitForNotice(const std::string& part) {
     EXPECT_TRUE(Until([&] { return Notice().find(part) != std::string::npos; })) << Notice();
-  }
-  void Click(const char* button) {
-    hands::click(*fWindow, button, {8, 8});
-    Settle();
   }
   static constexpr const char* kView = "NoticeButton0";
   static constexpr const char* kRecover = "NoticeButton1";
@@ -73,8 +55,7 @@ TEST_F(Recovery, LinesSelectionModeAndUndoComeBackAndCountAsUnsaved) {
   EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
   EXPECT_EQ(Notice(), "");
   WaitForJournals(1); // its own now
-  Press("Ctrl+Z");
-  Press("Ctrl+Z");
+  Press("Ctrl+Z", "Ctrl+Z");
   EXPECT_THAT(Lines(), ElementsAre("one"));
   EXPECT_FALSE(IsModified());
   WaitForJournals(0);
@@ -136,8 +117,7 @@ TEST_F(Recovery, SeveralAreOfferedOneAfterTheOtherAndAreOnlyDiscardedAfterAQuest
   LeaveJournal(path);
   LeaveJournal(); // offered at the next start
   Open(path);
-  Press("Ctrl+E");
-  Press("x");
+  Press("Ctrl+E", "x");
   EXPECT_THAT(Lines(), ElementsAre("xone"));
   WaitForNotice("a.lrc – more: 2");
   EXPECT_EQ(Answer("N", [&] { Click(kDiscard); }).text, "Discard these unsaved changes for good?");

@@ -3,31 +3,15 @@
 #include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
+using namespace testing;
 
 namespace {
 
 class SaveLosses : public EditorByHand {
 protected:
-  BMessage SaveAs(const char* name, int32 encoding) const {
-    BMessage answer(B_SAVE_REQUESTED);
-    entry_ref folder;
-    get_ref_for_path(fFolder.Path().c_str(), &folder);
-    answer.AddRef("directory", &folder);
-    answer.AddString("name", name);
-    answer.AddInt32("Encoding", encoding);
-    return answer;
-  }
   void Save() { SendToView(BMessage(kMsgSave)); } // no shortcut: no window is active after a question
   void Type(const std::string& text) {
-    BMessage mode(kMsgMode);
-    mode.AddInt32("Mode", 2);
-    SendToView(mode);
+    SendToView(message_of(kMsgMode, "Mode", 2));
     Press("Ctrl+End");
     hands::paste(*fWindow, text);
     Settle();
@@ -43,11 +27,11 @@ protected:
 
 TEST_F(SaveLosses, AreAskedAboutOnceForEachCharacterOfAFile) {
   Open(fFolder.Write("a.lrc", "[00:01]한é\n日é\n"));
-  const hands::Question asked = Answer("Escape", [&] { Send(SaveAs("a.lrc", 1)); });
+  const hands::Question asked = Answer("Escape", [&] { Send(SaveAs("a.lrc", "Encoding", 1)); });
   EXPECT_EQ(asked.text, "Saving as Shift-JIS would lose:\n\n• characters that this encoding does not have: 한 é");
   EXPECT_THAT(asked.buttons, ElementsAre("C - Cancel", "A - Save anyway", "U - Save as UTF-8 instead"));
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01]한é\n日é\n");
-  Answer("A", [&] { Send(SaveAs("a.lrc", 1)); });
+  Answer("A", [&] { Send(SaveAs("a.lrc", "Encoding", 1)); });
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01]\x1A\x1A\n\x93\xFA\x1A\n");
   EXPECT_FALSE(IsModified());
   EXPECT_EQ(FileAtEndOf(Status(), "whole text as UTF-8: "), std::string("[00:01]한é\n日é\n\0", 20));
@@ -68,7 +52,7 @@ TEST_F(SaveLosses, CharactersBehindTheThirtiethAreCounted) {
     text += {static_cast<char>(0xE0 | code >> 12), static_cast<char>(0x80 | (code >> 6 & 0x3F)),
              static_cast<char>(0x80 | (code & 0x3F))};
   Open(fFolder.Write("a.lrc", text + "\n"));
-  EXPECT_THAT(Answer("A", [&] { Send(SaveAs("a.lrc", 1)); }).text, EndsWith(" and 12 more"));
+  EXPECT_THAT(Answer("A", [&] { Send(SaveAs("a.lrc", "Encoding", 1)); }).text, EndsWith(" and 12 more"));
   Type("é"); // behind the thirty
   EXPECT_THAT(Answer("Escape", [&] { Save(); }).text, EndsWith("does not have: é"));
 }
@@ -76,10 +60,10 @@ TEST_F(SaveLosses, CharactersBehindTheThirtiethAreCounted) {
 TEST_F(SaveLosses, AFailedLossySaveSilencesNothingAndKeepsTheWholeText) {
   Open(fFolder.Write("a.lrc", "한\n"));
   std::filesystem::create_directory(fFolder.File("b.lrc"));
-  const auto asked = Answer({"A", "U"}, [&] { Send(SaveAs("b.lrc", 1)); });
+  const auto asked = Answer({"A", "U"}, [&] { Send(SaveAs("b.lrc", "Encoding", 1)); });
   EXPECT_EQ(FileAtEndOf(asked.back().text, "\n"), std::string("한\n\0", 5)) << "not with substitutes";
   std::filesystem::remove(fFolder.File("b.lrc"));
-  EXPECT_THAT(Answer("Escape", [&] { Send(SaveAs("b.lrc", 1)); }).text, EndsWith("한"));
+  EXPECT_THAT(Answer("Escape", [&] { Send(SaveAs("b.lrc", "Encoding", 1)); }).text, EndsWith("한"));
 }
 
 TEST_F(SaveLosses, TailBehindANulIsKnownUnderAnotherNameOfTheFile) {
@@ -87,10 +71,10 @@ TEST_F(SaveLosses, TailBehindANulIsKnownUnderAnotherNameOfTheFile) {
   const std::string path = fFolder.Write("a.lrc", bytes);
   std::filesystem::create_symlink(path, fFolder.File("link.lrc"));
   Answer("Escape", [&] { Open(path); });
-  EXPECT_THAT(Answer("Escape", [&] { Send(SaveAs("link.lrc", 0)); }).text,
+  EXPECT_THAT(Answer("Escape", [&] { Send(SaveAs("link.lrc", "Encoding", 0)); }).text,
               HasSubstr("after a NUL, which are not shown: 5"));
   EXPECT_EQ(fFolder.Read("a.lrc"), bytes);
-  Send(SaveAs("b.lrc", 0)); // another file loses nothing
+  Send(SaveAs("b.lrc", "Encoding", 0)); // another file loses nothing
   EXPECT_EQ(fFolder.Read("b.lrc"), std::string("a\n\0", 3));
 }
 
@@ -99,8 +83,7 @@ TEST_F(SaveLosses, OddBytesAreNamedBeforeTheyAreWrittenDifferently) {
                                                       {"nec.lrc", "\x87\x90\n"},                    // a doubled code
                                                       {"jis.lrc", "\x1B$B\x1B(B\x1B$B2N\x1B(B\n"}}; // idle escapes
   for (const auto& [name, bytes] : rows) {
-    const std::string path = fFolder.Write(name, bytes);
-    Open(path);
+    Open(fFolder.Write(name, bytes));
     Type("x");
     EXPECT_THAT(Answer("C", [&] { Save(); }).text, HasSubstr("the exact bytes of some lines")) << name;
     EXPECT_EQ(fFolder.Read(name), bytes);

@@ -1,23 +1,13 @@
 #include "platform/app/looper_lock.h"
 #include "tests/support/editor_fixture.h"
 
-#include "document/editor_view.h"
 #include "platform/interface/file_panel.h"
-#include "plugin/message_codes.h"
 
-#include <gmock/gmock.h>
-#include <stdexcept>
 #include <sys/xattr.h>
 
 using namespace testing;
 
 struct Saving : EditorByHand {
-  /** What a panel sends for a file of that name in the test's folder. */
-  BMessage Answered(uint32 what, const char* name) const {
-    BMessage answer = message_of(what, "directory", ref_of(fFolder.Path()));
-    if (name) answer.AddString("name", name);
-    return answer;
-  }
   int CountFiles() const {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(fFolder.Path())) count += entry.is_regular_file();
@@ -25,32 +15,11 @@ struct Saving : EditorByHand {
   }
 };
 
-TEST_F(Saving, KeepsEncodingAndLineEndsToTheByte) {
-  const std::tuple<const char*, std::string, std::string> rows[] = {
-      {"utf8_lf.lrc", "[00:01:00]歌\nb\n", std::string("歌\nb\n\0", 7)},
-      {"utf8_crlf.lrc", "[00:01]a\r\nb\r\n", std::string("a\r\nb\r\n\0", 7)},
-      {"utf8_cr.lrc", "[00:01]a\rb\r", std::string("a\rb\r\0", 5)},
-      {"sjis_crlf.lrc", "[00:01]\x89\xCC\x8C\xBE\x97\x74\r\nb\r\n", "\x89\xCC\x8C\xBE\x97\x74\r\nb\r\n"},
-      {"jis_lf.lrc", "[00:01]\x1B$B2N\x1B(B\nb\n", "\x1B$B2N\x1B(B\nb\n"},
-  };
-  for (const auto& [name, before, after] : rows) {
-    const std::string path = fFolder.Write(name, before);
-    Open(path);
-    Change();
-    Press("Ctrl+S");
-    EXPECT_EQ(fFolder.Read(name), after) << name;
-    EXPECT_FALSE(IsModified());
-    EXPECT_THAT(Status(), EndsWith("Saved"));
-  }
-  EXPECT_EQ(CountFiles(), 5); // no temporary file remains
-}
-
 TEST_F(Saving, AnswerWithoutAFileWritesNothing) {
-  const std::string path = fFolder.Write("a.lrc", "[00:01]a\n");
-  Open(path);
+  Open(fFolder.Write("a.lrc", "[00:01]a\n"));
   Change();
   Send(BMessage(B_SAVE_REQUESTED));
-  Send(Answered(B_SAVE_REQUESTED, nullptr));
+  Send(message_of(B_SAVE_REQUESTED, "directory", ref_of(fFolder.Path())));
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01]a\n");
   EXPECT_TRUE(IsModified());
   EXPECT_EQ(CountFiles(), 1);
@@ -92,8 +61,7 @@ TEST_F(Saving, WhatWaitsForTheSaveGoesOnAfterIt) {
 
 TEST_F(Saving, ACommandDoesNotOvertakeTheKeyBeforeIt) {
   Open(fFolder.Write("a.lrc", "[00:10]one\n"));
-  Press("Ctrl+E");
-  Press("Ctrl+End");
+  Press("Ctrl+E", "Ctrl+End");
   const auto press_then_send = [this](const char* key, BMessage command) {
     hands::press(*fWindow, key);
     fWindow->PostMessage(&command, fWindow->FindView("VesmoEditorView"));
@@ -165,8 +133,8 @@ TEST_F(Saving, ExportWritesACopyAndTouchesNothingElse) {
   Open(path);
   Change();
   const auto export_to = [this](const char* name, int32 format) {
-    BMessage answer = Answered(kMsgExportTo, name);
-    answer.AddInt32("Format", format);
+    BMessage answer = SaveAs(name, "Format", format);
+    answer.what = kMsgExportTo;
     Send(answer);
   };
   export_to("b.lrc", 0);

@@ -1,9 +1,8 @@
 #include "document/song_lyrics_job.h"
 #include "songtags/songtags_program.h"
-#include "tests/support/scratch_folder.h"
+#include "tests/support/testing.h"
 #include "tests/support/waiter.h"
 
-#include <gtest/gtest.h>
 #include <signal.h>
 
 #include <semaphore>

@@ -1,13 +1,7 @@
 #include "document/editor_view.h"
 #include "document/song_opener.h"
 #include "editviews/tag_input_view.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <functional>
 
 using namespace testing;
 
@@ -54,15 +48,7 @@ struct SongOpening : EditorByHand {
     found.AddInt32("Document", document);
     Send(found);
   }
-  int32 Document() const { return static_cast<TVesmoEView*>(fWindow->FindView("VesmoEditorView"))->DocumentNumber(); }
 };
-
-TEST_F(SongOpening, LyricsOfThePlayingSongOpenInANewWindow) {
-  PlayUntilOpened("a");
-  EXPECT_THAT(Lines(), ElementsAre("one", "two"));
-  EXPECT_EQ(Title(), "a.txt - Vesmo Editor");
-  EXPECT_THAT(Status(), EndsWith("Opened the lyrics of the current song: a.txt"));
-}
 
 TEST_F(SongOpening, LyricsInsideThePlayingSongOpenWhereItHasNoFile) {
   const std::string frame = std::string("USLT\0\0\0\x0F\0\0\0eng\0", 15) + "inside\ntwo";

@@ -1,9 +1,6 @@
 #include "document/editor_view.h"
 #include "editviews/view_choices.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
-
-#include <gmock/gmock.h>
 
 using namespace testing;
 
@@ -18,8 +15,7 @@ TEST_F(SongOfTheEditor, StampToAnotherSongIsMadeButNamed) {
   Press("Space");
   EXPECT_THAT(Lines(), ElementsAre("[00:01:00]one", "[00:02:00]two", "three"));
   EXPECT_THAT(Status(), HasSubstr("now playing another song: \"second\""));
-  Press("Up");
-  Press("+");
+  Press("Up", "+");
   EXPECT_THAT(Status(), Not(HasSubstr("another song")));
   PlayAt(3000, "first");
   Press("Space");
@@ -33,8 +29,7 @@ TEST_F(SongOfTheEditor, ThePlayerMarksWhereTheLinesAreSung) {
   PlayAt(9000, "song");
   Open(fFolder.Write("a.lrc", "[00:10:50]one\ntwo\n[Chorus]\n[00:10]three\n"));
   EXPECT_TRUE(marks({10000, 10500}));
-  Press("Down");
-  Press("Space");
+  Press("Down", "Space");
   EXPECT_TRUE(marks({9000, 10000, 10500}));
   Answer("N", [this] { PressCloseButton(); });
   EXPECT_TRUE(marks({})) << "with the document they go";

@@ -1,11 +1,5 @@
 #include "tests/support/editor_fixture.h"
 
-#include "document/editor_view.h"
-
-#include <gmock/gmock.h>
-
-#include <random>
-
 using namespace testing;
 
 struct UndoAndRedo : EditorByHand {
@@ -35,9 +29,7 @@ TEST_F(UndoAndRedo, EveryCommandOfBothViewsIsOneStep) {
   EXPECT_TRUE(EditItem(0).isEnabled);
   EXPECT_FALSE(EditItem(1).isEnabled);
 
-  Press("Ctrl+Z");
-  Press("Ctrl+Z");
-  Press("Ctrl+Z");
+  Press("Ctrl+Z", "Ctrl+Z", "Ctrl+Z");
   EXPECT_EQ(Lines(), stamped);
   Press("Ctrl+Z");
   EXPECT_THAT(Lines(), ElementsAre("[00:10:01]one", "two"));
@@ -104,9 +96,7 @@ TEST_F(UndoAndRedo, TheEndOfAFreeTextIsWhereItWasAfterAnUndo) {
 }
 
 TEST_F(UndoAndRedo, AnyWorkComesBackStepByStep) {
-  const unsigned seed = std::random_device()();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  std::mt19937 random(seed);
+  SeededRandom random;
   Open(fFolder.Write("a.lrc", "[00:10:00]one\ntwo\n[00:20]three\n\nfive\n"));
   const std::list<std::string> opened = Lines();
   const char* const keys[] = {"Ctrl+E", "Ctrl+T", "Ctrl+D",   "Space",      "Down",      "Up",

@@ -3,15 +3,10 @@
 #include "editor/vesmo_e_comm_man.h"
 #include "lyrics/reaction_time.h"
 #include "platform/app/looper_lock.h"
-#include "plugin/app_privacy.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_world.h"
 #include "tests/support/hands.h"
 #include "tests/support/keeping.h"
 #include "tests/support/messages.h"
-#include "tests/support/own_looper.h"
-
-#include <gmock/gmock.h>
 
 namespace {
 
@@ -52,28 +47,10 @@ struct ManagerByHand : EditorWorld {
   static bool Becomes(bool isShown, BWindow& window) {
     return hands::until([&] { return hands::is_shown(window) == isShown; });
   }
-  void Type(BWindow& window, const std::string& text) {
-    for (const char c : text) hands::press(window, std::string(1, c));
-    hands::press(window, "Return");
-  }
   TVesmoECommMan* fManager;
 };
 
 } // namespace
-
-TEST_F(ManagerByHand, AboutWindowIsMadeOnceAndShownAgain) {
-  Send(BMessage(kMsgPrepareAbout));
-  BWindow& about = Only(kAbout);
-  EXPECT_TRUE(Becomes(true, about));
-  EXPECT_TRUE(windows_titled(kEditor).empty()) << "it is shown without";
-  hands::press(about, "Escape");
-  EXPECT_TRUE(Becomes(false, about));
-  Send(BMessage(B_ABOUT_REQUESTED));
-  EXPECT_TRUE(Becomes(true, Only(kAbout)));
-  EXPECT_EQ(&Only(kAbout), &about);
-  Send(BMessage(kMsgCloseAbout));
-  EXPECT_TRUE(windows_titled(kAbout).empty());
-}
 
 TEST_F(ManagerByHand, AboutWindowStandsBesideTheEditor) {
   Send(message_of(kMsgOpenAbout, "BesideDlg", true, "WinFrame", BRect{0, 120, 200, 300}));
@@ -82,21 +59,6 @@ TEST_F(ManagerByHand, AboutWindowStandsBesideTheEditor) {
   const TLooperLock lock{BMessenger(&about)};
   EXPECT_GT(about.Frame().left, 200);
   EXPECT_EQ(about.Frame().top, 120);
-}
-
-TEST_F(ManagerByHand, FineTagWindowShiftsTheTagsOfTheEditor) {
-  Send(BMessage(kMsgOpenMain));
-  Send(BMessage(kMsgFineTimeTag));
-  Send(BMessage(kMsgFineTimeTag));
-  BWindow& fineTag = Only(kFineTag);
-  EXPECT_TRUE(Becomes(true, fineTag));
-  EXPECT_EQ(hands::spoken(fineTag, "Go").name, "G - Go");
-  Type(fineTag, "-250");
-  EXPECT_TRUE(Becomes(false, fineTag));
-  BWindow& editor = Only(kEditor);
-  EXPECT_TRUE(hands::until([&] { return hands::is_active(editor); })) << "the next keys are the editor's";
-  EXPECT_TRUE(
-      hands::until([&] { return hands::label_text(editor, "StatusBar").ends_with("All tags shifted by -250 [ms]"); }));
 }
 
 TEST_F(ManagerByHand, FineTagWindowGoesWithItsEditor) {

@@ -4,16 +4,10 @@
 #include "editor/vesmo_e_comm_man.h"
 #include "hostlink/sonivo_window.h"
 #include "platform/interface/window.h"
-#include "plugin/app_privacy.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_world.h"
 #include "tests/support/hands.h"
 #include "tests/support/keeping.h"
 #include "tests/support/messages.h"
-#include "tests/support/own_looper.h"
-
-#include <gmock/gmock.h>
-#include <unistd.h>
 
 using testing::Contains;
 
@@ -102,12 +96,4 @@ TEST_F(OpenQuestion, AboutPreferencesAndTheEditorItselfComeUpMeanwhile) {
   ASSERT_THAT(companion->Codes(), Contains(uint32{kMsgOpenPref}));
   EXPECT_EQ(field<BRect>(companion->fReceived.front(), "WinFrame"), fEditor->Frame());
   EXPECT_TRUE(hands::answer_with_key("Escape"));
-}
-
-TEST_F(OpenQuestion, FileOpenedMeanwhileIsOpenedAlsoWhenTheEditorCloses) {
-  OpenFile(fFolder.Write("b.lrc", "two\n"));
-  WaitForManager();
-  EXPECT_TRUE(hands::answer_with_button("No"));
-  EXPECT_NE(wait_for("b.lrc - Vesmo Editor"), nullptr);
-  EXPECT_TRUE(hands::until([] { return find_window("a.lrc - Vesmo Editor") == nullptr; }));
 }

@@ -1,15 +1,10 @@
 #include "editor/vesmo_e_comm_man.h"
-#include "platform/app/message.h"
 #include "platform/interface/window.h"
-#include "platform/kernel/threads.h"
 #include "plugin/message_codes.h"
 #include "tests/support/hands.h"
 #include "tests/support/loaded_images.h"
 #include "tests/support/long_tests.h"
 #include "tests/support/messages.h"
-
-#include <array>
-#include <memory>
 
 namespace {
 

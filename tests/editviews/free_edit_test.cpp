@@ -1,13 +1,8 @@
 #include "tests/support/editor_fixture.h"
 
-#include "document/editor_view.h"
 #include "editviews/free_edit_view.h"
-#include "language/llt.h"
 #include "lyrics/line_limit.h"
 #include "platform/interface/clipboard.h"
-#include "plugin/message_codes.h"
-
-#include <gmock/gmock.h>
 
 using namespace testing;
 
@@ -30,8 +25,7 @@ TEST_F(FreeEdit, LinesMarkAndCurrentLineGoAlongWithTheMode) {
   EXPECT_EQ(View().CurLine(), 1);
   Press("x"); // the keys are the text's
   EXPECT_EQ(View().Text(), "one\nxtwo\nthree\n");
-  Press("Ctrl+End");
-  Press("Ctrl+D");
+  Press("Ctrl+End", "Ctrl+D");
   EXPECT_THAT(Status(), StartsWith(" [Tag, standard]"));
   EXPECT_THAT(Lines(), ElementsAre("one", "xtwo", "three"));
   EXPECT_TRUE(IsModified());
@@ -115,14 +109,10 @@ TEST_F(FreeEdit, TextIsSavedAsItIsShown) {
   Press("Ctrl+S");
   EXPECT_EQ(fFolder.Read("a.lrc"), std::string("[00:01]one\r\ntwo\r\n[x]\r\n\r\ny\r\n\0", 28));
   EXPECT_FALSE(IsModified());
-  Press("Ctrl+A");
-  Press("Del");
-  Press("Ctrl+S");
+  Press("Ctrl+A", "Del", "Ctrl+S");
   EXPECT_EQ(fFolder.Read("a.lrc"), std::string("\0", 1));
   Press("Ctrl+T"); // no lines at all
   EXPECT_THAT(Lines(), ElementsAre());
-  Press("Space");
-  Press("Ctrl+E");
-  Press("q");
+  Press("Space", "Ctrl+E", "q");
   EXPECT_THAT(Lines(), ElementsAre("q"));
 }

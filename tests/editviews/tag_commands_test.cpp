@@ -2,26 +2,11 @@
 #include "editviews/following.h"
 #include "editviews/row_colors.h"
 #include "editviews/tag_input_view.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <tuple>
 
 using namespace testing;
 
 struct TagCommands : EditorByHand {
-  void Show(const std::string& lyrics, int32 selected = 0) {
-    Open(fFolder.Write("a.lrc", lyrics));
-    EditView().SetCurLine(selected);
-    Settle();
-  }
-  /** That this is what the player is told last. */
-  bool WasTold(const StrangeHost::Command& command) {
-    return Until([&] { return !fHost->Commands().empty() && fHost->Commands().back() == command; });
-  }
   bool WasAskedToPlay(const std::string& part) {
     return Until([&] { return fHost->Part() == part; });
   }
@@ -37,11 +22,9 @@ TEST_F(TagCommands, CommaAndPeriodNudgeByTenMillisecondsWithShiftAndCtrlByMore) 
     EXPECT_EQ(Lines().front(), line) << key;
   }
   EXPECT_THAT(Status(), EndsWith("Tag nudged by -500[ms]"));
-  Press("Down");
-  Press(".");
+  Press("Down", ".");
   EXPECT_THAT(Status(), EndsWith("+ and − move it by 1 s"));
-  Press("Down");
-  Press(".");
+  Press("Down", ".");
   EXPECT_THAT(Status(), EndsWith("This line has no time tag yet"));
   EXPECT_THAT(Lines(), ElementsAre("[00:10:00]a", "[00:10]b", "c"));
 }
@@ -106,12 +89,10 @@ TEST_F(TagCommands, OneKeyPlaysThePartsOfALineAndALoopFollowsTheSelection) {
 TEST_F(TagCommands, ByChoiceTwoClicksLeadToALineThatIsStampedAgain) {
   Show("a\nb\n");
   PlayAt(10000);
-  Press("Space");
-  Press("Backspace");
+  Press("Space", "Backspace");
   EXPECT_TRUE(WasTold({kMsgHostSeek, 8000}));
   SendToView(BMessage(kMsgToggleCountIn));
-  Press("Space");
-  Press("Backspace");
+  Press("Space", "Backspace");
   EXPECT_TRUE(WasTold({kMsgHostCountIn, 9000}));
 }
 
@@ -152,8 +133,7 @@ TEST_F(TagCommands, ShiftFromHereLeavesTheLinesAboveAndIsOneStep) {
   Send(shift);
   EXPECT_THAT(Lines(), ElementsAre("[00:01:00]a", "[00:01:75]b", "[00:02:75]c"));
   EXPECT_THAT(Status(), EndsWith("Tags from line 2 on shifted by -250 [ms]"));
-  Press("Ctrl+Z");
-  Press("Shift+Up");
+  Press("Ctrl+Z", "Shift+Up");
   SendToView(message_of_command(TCommandId::kShiftSelected));
   fManager->DeliverAll();
   BMessage some = fManager->Taken().back();

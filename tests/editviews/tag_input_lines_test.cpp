@@ -1,21 +1,13 @@
 #include "document/editor_view.h"
 #include "editviews/tag_input_view.h"
-#include "language/llt.h"
 #include "lyrics/line_limit.h"
 #include "platform/interface/clipboard.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
-
-#include <gmock/gmock.h>
 
 using namespace testing;
 
 struct TagInputLines : EditorByHand {
   TTagInputView& View() const { return *static_cast<TTagInputView*>(fWindow->FindView("TagInputView")); }
-  void Show(const std::string& lyrics, int32 selected = 0) {
-    Open(fFolder.Write("a.lrc", lyrics));
-    View().SetCurLine(selected);
-  }
   std::pair<int32, int32> Selected() const { return {View().Selection().first, View().Selection().last}; }
 };
 
@@ -27,8 +19,7 @@ TEST_F(TagInputLines, TextFromTheClipboardFillsAnEmptyDocumentReadyToStamp) {
   EXPECT_THAT(Status(), EndsWith("Lines pasted: 4"));
   Press("Space");
   EXPECT_EQ(Lines().front(), "[00:01:23]one");
-  Press("Ctrl+Z");
-  Press("Ctrl+Z");
+  Press("Ctrl+Z", "Ctrl+Z");
   EXPECT_THAT(Lines(), ElementsAre("")) << "one step";
   EXPECT_FALSE(IsModified());
 }
@@ -36,9 +27,7 @@ TEST_F(TagInputLines, TextFromTheClipboardFillsAnEmptyDocumentReadyToStamp) {
 TEST_F(TagInputLines, LinesGoBelowTheSelectedOneAndComeBackByteForByte) {
   SetPref([](TPrefValues* values) { values->readEncoding = 0; });
   Show("a\nbroken \xFF\nc\n", 1);
-  Press("Ctrl+C");
-  Press("Down");
-  Press("Shift+Insert");
+  Press("Ctrl+C", "Down", "Shift+Insert");
   EXPECT_THAT(Lines(), ElementsAre("a", "broken \xFF", "c", "broken \xFF"));
   EXPECT_EQ(View().CurLine(), 3);
 }
@@ -102,8 +91,7 @@ TEST_F(TagInputLines, EveryLineCanBeDeletedAndCommandsWithoutAnyDoNothing) {
 
 TEST_F(TagInputLines, RequiredCommandsWorkOnTheCurrentLineOfSeveral) {
   Show("[00:01:00]a\n[00:02:00]b\nc\n");
-  Press("Shift+Down");
-  Press("Delete");
+  Press("Shift+Down", "Delete");
   EXPECT_THAT(Lines(), ElementsAre("[00:01:00]a", "b", "c"));
   PlayAt(5000);
   Press("Space");

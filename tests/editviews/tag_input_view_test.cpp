@@ -1,19 +1,11 @@
 #include "editviews/tag_input_view.h"
 
-#include "document/editor_view.h"
 #include "platform/app/message_filter.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
-
-#include <gmock/gmock.h>
 
 using namespace testing;
 
 struct TagInputView : EditorByHand {
-  void Show(const std::string& lyrics, int32 selected = 0) {
-    Open(fFolder.Write("a.lrc", lyrics));
-    EditView().SetCurLine(selected);
-  }
   /** Presses the key with the song at that position. */
   void PressAt(int32 positionMs, const std::string& key) {
     PlayAt(positionMs);
@@ -100,8 +92,7 @@ TEST_F(TagInputView, PlusAndMinusMoveTheTagOfTheLineIfItHasOne) {
   Show("[00:10]a\n[00:10:00]b\nd\n");
   Press("+");
   EXPECT_THAT(Status(), EndsWith("Tag nudged by 1000[ms]"));
-  Press("Down");
-  Press("-");
+  Press("Down", "-");
   EXPECT_THAT(Status(), EndsWith("Tag nudged by -10[ms]"));
   EXPECT_THAT(Lines(), ElementsAre("[00:11]a", "[00:09:99]b", "d"));
   Press("Down");
@@ -209,15 +200,4 @@ TEST_F(TagInputView, RepeatedCorrectionsOfFreshStampsAreReportedOnceAsLateness) 
     EXPECT_EQ(field<int32>(told, "TmDf"), 10);
   }
   EXPECT_EQ(hints, 1);
-}
-
-TEST_F(TagInputView, EmptyDocumentSaysHowToFillItInBothModes) {
-  const std::string empty = hands::pixels(*fWindow, "TagInputView");
-  Press("Ctrl+E");
-  const std::string emptyText = hands::pixels(*fWindow, "FreeEditView");
-  Press("x");
-  EXPECT_NE(hands::pixels(*fWindow, "FreeEditView"), emptyText);
-  Press("Backspace");
-  Press("Ctrl+T");
-  EXPECT_EQ(hands::pixels(*fWindow, "TagInputView"), empty) << "and again once it is empty";
 }

@@ -1,21 +1,12 @@
 #include "commands/key_bindings.h"
-#include "document/editor_view.h"
 #include "editviews/tag_input_view.h"
 #include "platform/display/event_time.h"
 #include "platform/interface/list_peer.h"
-#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
-
-#include <gmock/gmock.h>
 
 using namespace testing;
 
 struct TagInputWords : EditorByHand {
-  void Show(const std::string& lyrics) {
-    Open(fFolder.Write("a.lrc", lyrics));
-    EditView().SetCurLine(0);
-    Settle();
-  }
   void ShowWords(const std::string& lyrics) {
     Show(lyrics);
     Press("Ctrl+B");
@@ -46,10 +37,7 @@ TEST_F(TagInputWords, TheSpaceBarTimesWordAfterWordAndBackspaceTakesThemBack) {
   TapAt({2200});
   Press("Backspace"); // the line's first word: another try
   EXPECT_THAT(Status(), EndsWith("Stamp again: line 2"));
-  EXPECT_TRUE(Until([&] {
-    const auto told = fHost->Commands();
-    return !told.empty() && told.back() == StrangeHost::Command{kMsgHostSeek, 200};
-  }));
+  EXPECT_TRUE(WasTold({kMsgHostSeek, 200}));
   Press("Ctrl+B");
   TapAt({2300});
   EXPECT_EQ(EditView().CurLine(), 2) << "lines again";
@@ -140,16 +128,11 @@ TEST_F(TagInputWords, CutsAndTimesAreChangedByKeysEachInOneStep) {
   EXPECT_EQ(lineAfter({"Ctrl+Shift+Delete"}, 2), "New York sleeps");
   EXPECT_EQ(lineAfter({"+"}, 1), "[00:10:01]New [00:11:01]York [00:12:01]sleeps");
   EXPECT_EQ(lineAfter({"X"}, 1), "[00:10:00]New York sleeps");
-  EXPECT_TRUE(Until([&] {
-    const auto told = fHost->Commands();
-    return !told.empty() && told.back() == StrangeHost::Command{kMsgHostSeek, 8000};
-  }));
-  BMessage shift(kMsgShiftTags);
-  shift.AddString("_SmplIptData", "1000");
+  EXPECT_TRUE(WasTold({kMsgHostSeek, 8000}));
+  const BMessage shift = message_of(kMsgShiftTags, "_SmplIptData", "1000");
   SendToView(shift);
   EXPECT_EQ(*std::next(Lines().begin()), "[00:11:00]New [00:12:00]York [00:13:00]sleeps");
-  Press("Ctrl+Z");
-  Press("Ctrl+B");
+  Press("Ctrl+Z", "Ctrl+B");
   for (const char* key : {"J", "K", "X", "Left"}) Press(key);
   EXPECT_EQ(Lines(), before) << "switched off";
   SendToView(shift);

@@ -2,13 +2,10 @@
 
 #include "platform/app/application.h"
 #include "platform/app/looper_lock.h"
-#include "platform/app/message.h"
 #include "plugin/message_codes.h"
 #include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 #include "tests/support/waiter.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,26 +1,15 @@
 #include "family/language_watch.h"
 
-#include "language/llt.h"
 #include "language/load_language.h"
-#include "platform/app/looper.h"
 #include "platform/app/message.h"
 #include "platform/app/node_monitor.h"
-#include "platform/kernel/threads.h"
-#include "plugin/app_privacy.h"
 #include "tests/support/hands.h"
 #include "tests/support/own_looper.h"
 #include "tests/support/plugin_globals.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/xattr.h>
-#include <unistd.h>
-
-#include <atomic>
-#include <utility>
 
 namespace {
 
@@ -84,13 +73,6 @@ struct LanguageWatch : testing::Test, PluginGlobals {
   long fWrites = 0;
 };
 } // namespace
-
-TEST_F(LanguageWatch, AChangedFileIsReloaded) {
-  for (const char* text : {"one", "two", "three"}) { // within a second, too
-    Write(language_file(text));
-    EXPECT_TRUE(Shows(text));
-  }
-}
 
 TEST_F(LanguageWatch, EditorsWaysToSaveCauseNoAlert) {
   Write(language_file("renamed"), "new");

@@ -2,16 +2,12 @@
 
 #include "tests/faults/failing_calls.h"
 #include "tests/support/long_tests.h"
+#include "tests/support/testing.h"
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
-#include <functional>
-#include <string>
-#include <vector>
 
 constexpr int kMostCalls = 60;
 

@@ -3,13 +3,11 @@
 #include "journal/journal_search.h"
 #include "tests/faults/fault_table.h"
 #include "tests/journal/memory_disk.h"
-#include "tests/support/scratch_folder.h"
+#include "tests/support/messages.h"
 
-#include <gmock/gmock.h>
 #include <sys/mman.h>
 
-using testing::Contains;
-using testing::SizeIs;
+using namespace testing;
 
 namespace {
 
@@ -29,8 +27,7 @@ protected:
   }
   /** Edits and a save, each a step. The document is not saved afterwards. */
   void Work(RecordedDocument* world) {
-    entry_ref ref;
-    get_ref_for_path(fPath.c_str(), &ref);
+    const entry_ref ref = ref_of(fPath);
     world->document.Open(*open_lyrics(ref, ref));
     const auto step = [&](const std::function<void()>& act) {
       act();

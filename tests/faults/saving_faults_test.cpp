@@ -4,17 +4,10 @@
 #include "common/atomic_replace.h"
 #include "common/file_replacement.h"
 #include "platform/storage/entry.h"
-#include "plugin/message_codes.h"
 #include "tests/faults/fault_table.h"
 #include "tests/support/editor_fixture.h"
-#include "tests/support/scratch_folder.h"
 
-#include <gmock/gmock.h>
-
-#include <future>
-
-using testing::AnyOf;
-using testing::HasSubstr;
+using namespace testing;
 
 namespace {
 

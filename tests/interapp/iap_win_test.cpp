@@ -1,7 +1,6 @@
 #include "interapp/iap_win.h"
 
 #include "interapp/inter_app_prefs.h"
-#include "platform/app/message.h"
 #include "platform/app/roster.h"
 #include "platform/interface/menu_field.h"
 #include "platform/kernel/ports.h"
@@ -9,11 +8,6 @@
 #include "tests/support/hands.h"
 #include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gmock/gmock.h>
-
-#include <functional>
 
 using testing::ElementsAre;
 

@@ -2,21 +2,12 @@
 #include "journal/journal_search.h"
 #include "journal/journal_thread.h"
 #include "tests/journal/memory_disk.h"
-#include "tests/support/eventually.h"
-#include "tests/support/scratch_folder.h"
+#include "tests/support/messages.h"
 
 #include <fcntl.h>
-#include <gmock/gmock.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 
-#include <atomic>
-#include <future>
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
+using namespace testing;
 
 namespace {
 
@@ -37,8 +28,7 @@ protected:
   }
   std::string Path(const std::string& name = "") const { return fState.File("state/KOREVA/VesmoE/Journal/" + name); }
   void Open() {
-    entry_ref ref;
-    get_ref_for_path(fFile.c_str(), &ref);
+    const entry_ref ref = ref_of(fFile);
     fDocument.Open(*open_lyrics(ref, ref));
   }
   std::unique_ptr<TDocumentJournal> MakeJournal() {

@@ -1,15 +1,8 @@
 #include "lyrics/bulk_tags.h"
 #include "tests/journal/memory_disk.h"
-#include "tests/support/scratch_folder.h"
+#include "tests/support/messages.h"
 
-#include <gmock/gmock.h>
-
-#include <random>
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
+using namespace testing;
 using enum TReplayDirection;
 
 namespace {
@@ -103,9 +96,7 @@ void expect_prefix(const std::string& bytes, size_t records) {
 } // namespace
 
 TEST(Journal, AnyWorkIsRepeatedExactlyWithItsHistory) {
-  const unsigned seed = std::random_device()();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  std::mt19937 random(seed);
+  SeededRandom random;
   JournaledDocument world;
   for (int i = 0; i < 300; ++i) {
     work(&world, &random);
@@ -209,9 +200,7 @@ TEST(Journal, StepsThatDoNotFitTheDocumentEndIt) {
 }
 
 TEST(Journal, APowerCutLosesAtMostASecond) {
-  const unsigned seed = std::random_device()();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  std::mt19937 random(seed);
+  SeededRandom random;
   JournaledDocument world;
   constexpr bigtime_t kTickUs = 50000;
   constexpr int kFlushTicks = 10; // a slow disk: half a second
@@ -271,8 +260,7 @@ TEST(Journal, ADiskThatIsFullAtAnyByteCostsNoMoreThanTheStepsSince) {
 TEST(Journal, FileThatWasOpenedIsTheBaseUnlessItHasChanged) {
   const ScratchFolder folder;
   const std::string path = folder.Write("a.lrc", "one\r\ntwo\r\n");
-  entry_ref file;
-  ASSERT_EQ(get_ref_for_path(path.c_str(), &file), B_OK);
+  const entry_ref file = ref_of(path);
   for (const char* now : {"one\r\ntwo\r\n", "short\n", "OTHER\n1234", "one\r\ntwo\r\nand more\n"}) {
     SCOPED_TRACE(now);
     JournaledDocument world;
@@ -343,8 +331,7 @@ TEST(Journal, BehindItsDocumentItBeginsAgainWithEverything) {
 TEST(Journal, ThousandthsOfACommonFileComeBackWithTheLines) {
   const ScratchFolder folder;
   const std::string bytes = "\xEF\xBB\xBF[00:01.234]a\n[0:02.5]b";
-  entry_ref ref;
-  ASSERT_EQ(get_ref_for_path(folder.Write("a.lrc", bytes).c_str(), &ref), B_OK);
+  const entry_ref ref = ref_of(folder.Write("a.lrc", bytes));
   const auto open = [&] { return *open_lyrics(ref, ref); };
   const auto saved_after_crash = [](const JournaledDocument& world) {
     const auto found = recovered(world);

@@ -1,10 +1,7 @@
 #include "lane/lane_model.h"
 #include "lane/lane_pixels.h"
 #include "lane/lane_proposals.h"
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
+#include "tests/support/testing.h"
 
 using namespace testing;
 

@@ -1,17 +1,8 @@
 #include "common/ini_file.h"
-#include "language/builtin_texts.h"
-#include "language/llt.h"
 #include "language/load_language.h"
 #include "platform/storage/resources.h"
-#include "plugin/app_privacy.h"
-#include "plugin/pref.h"
 #include "tests/support/plugin_globals.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <thread>
+#include "tests/support/testing.h"
 
 using namespace testing;
 

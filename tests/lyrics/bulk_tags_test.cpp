@@ -1,7 +1,6 @@
 #include "lyrics/bulk_tags.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 using testing::ElementsAre;
 using Lines = std::list<std::string>;

@@ -3,12 +3,6 @@
 #include "lyrics/document.h"
 #include "tests/support/long_tests.h"
 #include "tests/support/messages.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <random>
 
 using namespace testing;
 

@@ -2,10 +2,6 @@
 
 #include "lyrics/stamp.h"
 #include "tests/support/messages.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace testing;
 using enum TReplayDirection;

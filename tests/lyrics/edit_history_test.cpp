@@ -1,10 +1,7 @@
 #include "lyrics/edit_history.h"
 
 #include "lyrics/bulk_tags.h"
-
-#include <gtest/gtest.h>
-
-#include <random>
+#include "tests/support/testing.h"
 
 using enum TReplayDirection;
 
@@ -43,9 +40,7 @@ TLinesChange any_change(const TEditHistory& history, std::mt19937* random) {
 } // namespace
 
 TEST(EditHistory, EverythingCanBeUndoneAndDoneAgain) {
-  const unsigned seed = std::random_device()();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  std::mt19937 random(seed);
+  SeededRandom random;
   TEditHistory history;
   history.Reset({"[00:10:00]one", "two", "[00:20]three"});
   std::vector<std::list<std::string>> states{lines_of(history)};

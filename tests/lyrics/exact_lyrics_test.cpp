@@ -1,7 +1,6 @@
 #include "lyrics/exact_lyrics.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 using namespace testing;
 using enum TEncoding;

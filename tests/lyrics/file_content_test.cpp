@@ -1,10 +1,6 @@
 #include "lyrics/file_content.h"
 
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
-
-#include <random>
+#include "tests/support/testing.h"
 
 using namespace std::string_literals;
 

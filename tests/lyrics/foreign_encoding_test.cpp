@@ -3,10 +3,6 @@
 #include "lyrics/document.h"
 #include "lyrics/exact_lyrics.h"
 #include "tests/support/messages.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace testing;
 using namespace std::string_literals;

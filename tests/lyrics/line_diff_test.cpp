@@ -1,8 +1,6 @@
 #include "lyrics/line_diff.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
+#include "tests/support/testing.h"
 
 namespace {
 

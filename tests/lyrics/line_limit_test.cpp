@@ -2,9 +2,6 @@
 
 #include "lyrics/lyrics_file.h"
 #include "tests/support/messages.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 

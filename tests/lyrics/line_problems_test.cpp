@@ -1,10 +1,7 @@
 #include "lyrics/line_problems.h"
 
 #include "lyrics/line_times.h"
-
-#include <gtest/gtest.h>
-
-#include <vector>
+#include "tests/support/testing.h"
 
 TEST(LineProblems, TimesAreComparedWithTheTaggedLineAbove) {
   const std::vector<std::pair<const char*, TLineProblem>> kLines = {

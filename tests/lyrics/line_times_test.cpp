@@ -2,10 +2,7 @@
 
 #include "lyrics/export.h"
 #include "lyrics/sung_lines.h"
-
-#include <gtest/gtest.h>
-
-#include <list>
+#include "tests/support/testing.h"
 
 namespace {
 

@@ -2,13 +2,6 @@
 
 #include "lyrics/lyrics_fname.h"
 #include "tests/support/messages.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
-#include <random>
 
 using namespace testing;
 using Lines = std::list<std::string>;

@@ -1,9 +1,6 @@
 #include "lyrics/proposal.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
+#include "tests/support/testing.h"
 
 using namespace testing;
 

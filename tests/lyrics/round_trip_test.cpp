@@ -4,13 +4,7 @@
 #include "lyrics/document.h"
 #include "lyrics/exact_lyrics.h"
 #include "tests/support/long_tests.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <random>
-#include <utility>
+#include "tests/support/messages.h"
 
 namespace {
 
@@ -59,8 +53,7 @@ TEST_P(RoundTrip, EveryOtherLineKeepsItsBytesOrTheLossIsKnownBeforehand) {
   int whole = 0;
   for (int round = 0; round < kRounds; ++round) {
     const std::string bytes = random_file(&random);
-    entry_ref file;
-    ASSERT_EQ(get_ref_for_path(folder.Write("a.lrc", bytes).c_str(), &file), B_OK);
+    const entry_ref file = ref_of(folder.Write("a.lrc", bytes));
     std::list<std::string> read;
     long crType = 0;
     long encoding = 0;
@@ -84,8 +77,7 @@ TEST_P(RoundTrip, EveryOtherLineKeepsItsBytesOrTheLossIsKnownBeforehand) {
 
 TEST(ReadLosses, OddBytesAreNoticedAlsoInFrontOfATail) {
   const ScratchFolder folder;
-  entry_ref file;
-  ASSERT_EQ(get_ref_for_path(folder.Write("a.lrc", std::string("\x87\x90\n\0tail", 8)).c_str(), &file), B_OK);
+  const entry_ref file = ref_of(folder.Write("a.lrc", std::string("\x87\x90\n\0tail", 8)));
   const std::optional<TOpenedLyrics> opened = open_lyrics(file, file);
   ASSERT_TRUE(opened.has_value());
   EXPECT_EQ(opened->losses.tailBytes, 4);

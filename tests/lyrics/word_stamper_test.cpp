@@ -3,11 +3,7 @@
 #include "lyrics/edit_history.h"
 #include "lyrics/word_lines.h"
 #include "lyrics/word_units.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <random>
+#include "tests/support/testing.h"
 
 namespace {
 
@@ -111,9 +107,7 @@ TEST(WordStamper, TakeBackJoinAndSplitChangeOneUnit) {
 }
 
 TEST(WordStamper, AThousandRandomSequencesKeepTextAndOrderAndAreUndone) {
-  const auto seed = std::random_device()();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  std::mt19937 random(seed);
+  SeededRandom random;
   const auto below = [&random](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
   const char* const lines[] = {"Hold on, don't let go",
                                "きっと、コーヒー 「夜」",

@@ -1,10 +1,7 @@
 #include "lyrics/word_units.h"
 
 #include "platform/support/types.h"
-
-#include <gtest/gtest.h>
-
-#include <fstream>
+#include "tests/support/testing.h"
 
 namespace {
 

@@ -1,8 +1,5 @@
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
-#include <fstream>
-#include <iterator>
-#include <map>
 #include <regex>
 
 TEST(MessageCodes, NoTwoNamesHaveOneCode) {

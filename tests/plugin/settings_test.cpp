@@ -1,21 +1,13 @@
 #include "common/koreva.h"
-#include "platform/app/message.h"
 #include "platform/kernel/modifiers.h"
 #include "platform/storage/entry.h"
 #include "platform/storage/file.h"
-#include "plugin/exit_state.h"
 #include "plugin/kept_record.h"
 #include "plugin/message_codes.h"
-#include "plugin/pref.h"
 #include "plugin/shared_prefs.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/messages.h"
 #include "tests/support/plugin_globals.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
-
-#include <utility>
 
 namespace {
 

@@ -1,14 +1,10 @@
 #include "family/comm_man.h"
 #include "family/family_comm_man.h"
 #include "platform/app/looper_lock.h"
-#include "platform/app/message.h"
-#include "platform/kernel/threads.h"
 #include "plugin/message_codes.h"
 #include "tests/support/loaded_images.h"
 #include "tests/support/long_tests.h"
 #include "tests/support/messages.h"
-
-#include <random>
 
 namespace {
 

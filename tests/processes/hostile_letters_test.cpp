@@ -1,20 +1,12 @@
 #include "family/family_comm_man.h"
 #include "hostlink/host_protocol.h"
-#include "platform/app/message.h"
 #include "platform/interface/window.h"
-#include "platform/kernel/threads.h"
 #include "plugin/message_codes.h"
 #include "tests/processes/peer.h"
-#include "tests/support/child_process.h"
-#include "tests/support/eventually.h"
 #include "tests/support/hands.h"
 #include "tests/support/loaded_images.h"
 #include "tests/support/long_tests.h"
 #include "tests/support/messages.h"
-
-#include <unistd.h>
-
-#include <random>
 
 namespace {
 

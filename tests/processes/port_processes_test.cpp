@@ -1,25 +1,20 @@
 #include "platform/kernel/port_folder.h"
 #include "platform/kernel/port_frame.h"
 #include "platform/kernel/ports.h"
-#include "platform/kernel/unique_fd.h"
 #include "tests/processes/peer.h"
+#include "tests/support/testing.h"
 #include "tests/support/waiter.h"
 
-#include <gtest/gtest.h>
 #include <linux/sockios.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <cstring>
-#include <filesystem>
 
 namespace {
 

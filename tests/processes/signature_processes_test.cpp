@@ -1,21 +1,12 @@
 #include "platform/app/application.h"
-#include "platform/app/message.h"
 #include "platform/app/message_runner.h"
 #include "platform/app/remote_letter.h"
 #include "platform/app/roster.h"
 #include "platform/kernel/port_frame.h"
 #include "platform/kernel/ports.h"
 #include "tests/processes/peer.h"
-#include "tests/support/eventually.h"
 #include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
-
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <future>
-#include <thread>
-#include <vector>
 
 namespace {
 
@@ -63,6 +54,9 @@ struct SignaturesBetweenProcesses : testing::Test {
     fTheirs = BMessenger(kTheirs);
     fLooper->Run();
   }
+  void TearDown() override { be_roster->RemoveName(kOurs); }
+  void Offer() { ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK); }
+
   Peer fPeer;
   BMessenger fTheirs;
   OwnLooper<Recorder> fLooper{new Recorder};
@@ -98,7 +92,7 @@ TEST_F(SignaturesBetweenProcesses, PreferThisProcess) {
 }
 
 TEST_F(SignaturesBetweenProcesses, AreAskedFromOutside) {
-  ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK);
+  Offer();
   EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "hello");
   ASSERT_EQ(fLooper->Received().size(), 1u);
   EXPECT_TRUE(fLooper->Received().front().IsSourceRemote());
@@ -108,9 +102,8 @@ TEST_F(SignaturesBetweenProcesses, AreAskedFromOutside) {
 
 TEST_F(SignaturesBetweenProcesses, ReleaseAnAskerWhoseAnswerIsTooLarge) {
   fLooper->fHugeAnswer = std::make_unique<BMessage>(text_message('answ', std::string(kMaxPortMessage, 'x')));
-  ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK);
+  Offer();
   EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "nothing");
-  be_roster->RemoveName(kOurs);
 }
 
 TEST_F(SignaturesBetweenProcesses, AnswerALooperLater) {
@@ -159,14 +152,13 @@ TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerWhenThePeerIsKilled) {
 }
 
 TEST_F(SignaturesBetweenProcesses, ReportToTheAnswererThatItsAskerIsGone) {
-  ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK);
+  Offer();
   fLooper->fAnswers = false;
   fPeer.Send(std::string("ask ") + kOurs + " hello");
   ASSERT_TRUE(eventually([&] { return fLooper->Received().size() == 1; }));
   const BMessage question = fLooper->Received().front();
   fPeer.Kill();
   EXPECT_EQ(question.SendReply('late'), B_BAD_PORT_ID);
-  be_roster->RemoveName(kOurs);
 }
 
 TEST_F(SignaturesBetweenProcesses, RespectTheCapacityOfTheLooper) {
@@ -194,12 +186,11 @@ TEST_F(SignaturesBetweenProcesses, WaitForRoomInABusyLooper) {
 }
 
 TEST_F(SignaturesBetweenProcesses, AcceptFromOutsideOnlyWhatTheyOffer) {
-  ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK);
+  Offer();
   EXPECT_EQ(fPeer.Ask(std::string("send ") + kOurs + " ask?"), "ask?");
   for (const char* const code : {"_QRQ", "Scmr", "mwcl", "answ"})
     EXPECT_EQ(fPeer.Ask(std::string("send ") + kOurs + " " + code), "_MNU") << code;
   EXPECT_EQ(fLooper->Received().size(), 1u);
-  be_roster->RemoveName(kOurs);
 }
 
 TEST_F(SignaturesBetweenProcesses, LettersByNumberReachOnlyLoopersThatHaveAsked) {
@@ -213,7 +204,7 @@ TEST_F(SignaturesBetweenProcesses, LettersByNumberReachOnlyLoopersThatHaveAsked)
 }
 
 TEST_F(SignaturesBetweenProcesses, TheAnswersOfALooperAndItsRunnersDoNotWaitForAStoppedProcess) {
-  ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK);
+  Offer();
   fLooper->fAnswers = false;
   ASSERT_EQ(fPeer.Ask(std::string("notify ") + kOurs), "ok");
   ASSERT_TRUE(eventually([&] { return fLooper->Received().size() == 1; }));
@@ -226,7 +217,6 @@ TEST_F(SignaturesBetweenProcesses, TheAnswersOfALooperAndItsRunnersDoNotWaitForA
   EXPECT_TRUE(eventually([&] { return fLooper->fBeats > 100; }));
   toStopped.reset();
   fPeer.Continue();
-  be_roster->RemoveName(kOurs);
 }
 
 TEST_F(SignaturesBetweenProcesses, RefuseMalformedLetters) {

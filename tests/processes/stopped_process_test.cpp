@@ -4,13 +4,8 @@
 #include "platform/kernel/ports.h"
 #include "plugin/message_codes.h"
 #include "tests/processes/peer.h"
-#include "tests/support/eventually.h"
 #include "tests/support/own_looper.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
-
-#include <atomic>
+#include "tests/support/testing.h"
 
 namespace {
 

@@ -2,15 +2,11 @@
 
 #include "songsound/sound_reader.h"
 
-#include "platform/app/looper.h"
 #include "platform/app/message.h"
 #include "plugin/message_codes.h"
-#include "tests/support/eventually.h"
 #include "tests/support/own_looper.h"
-#include "tests/support/scratch_folder.h"
+#include "tests/support/testing.h"
 #include "tests/support/wav.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,11 +1,7 @@
 #include "tests/support/editor_fixture.h"
 
-#include "document/editor_view.h"
 #include "editviews/free_edit_view.h"
 #include "editviews/tag_input_view.h"
-#include "plugin/message_codes.h"
-
-#include <future>
 
 namespace {
 
@@ -79,6 +75,25 @@ void EditorByHand::PlayAt(int32 positionMs, const std::string& title) {
 void EditorByHand::Press(const std::string& key) {
   hands::press(*fWindow, key);
   Settle();
+}
+
+void EditorByHand::Click(const char* view) {
+  hands::click(*fWindow, view, {8, 8});
+  Settle();
+}
+
+void EditorByHand::Show(const std::string& lyrics, int32 selected) {
+  Open(fFolder.Write("a.lrc", lyrics));
+  EditView().SetCurLine(selected);
+  Settle();
+}
+
+bool EditorByHand::WasTold(const StrangeHost::Command& command) {
+  return Until([&] { return !fHost->Commands().empty() && fHost->Commands().back() == command; });
+}
+
+std::string EditorByHand::Notice() const {
+  return fWindow->FindView("NoticeBar")->IsHidden() ? std::string() : hands::label_text(*fWindow, "NoticeText");
 }
 
 std::vector<hands::Question> EditorByHand::Answer(const std::vector<std::string>& keys,

@@ -1,17 +1,13 @@
 #pragma once
 
+#include "document/editor_view.h"
 #include "editviews/edit_view_interface.h"
 #include "tests/support/editor_world.h"
 #include "tests/support/hands.h"
 #include "tests/support/keeping.h"
 #include "tests/support/messages.h"
+#include "tests/support/testing.h"
 #include "window/editor_window.h"
-
-#include <atomic>
-#include <functional>
-#include <list>
-#include <string>
-#include <vector>
 
 /** The editor's real window, its messages delivered by the test. */
 struct EditorByHand : EditorWorld {
@@ -23,7 +19,22 @@ struct EditorByHand : EditorWorld {
   void Send(BMessage message);
   void SendToView(BMessage message);
   void Open(const std::string& path);
+  /** Opens a file of that text, and selects the line. */
+  void Show(const std::string& lyrics, int32 selected = 0);
   void Press(const std::string& key);
+  template <typename... More>
+  void Press(const std::string& first, const std::string& second, const More&... more) {
+    Press(first);
+    Press(second, more...);
+  }
+  void Click(const char* view);
+  /** What a save panel sends for a file of that name in the test's folder. */
+  template <typename... Fields>
+  BMessage SaveAs(const char* name, const Fields&... fields) const {
+    return message_of(B_SAVE_REQUESTED, "directory", ref_of(fFolder.Path()), "name", name, fields...);
+  }
+  /** The number of the open document. */
+  int32 Document() const { return static_cast<TVesmoEView*>(fWindow->FindView("VesmoEditorView"))->DocumentNumber(); }
   /** As the window for it tells it. */
   void Shift(const char* amountMs);
   void PressCloseButton();
@@ -43,6 +54,10 @@ struct EditorByHand : EditorWorld {
   bool IsModified() const;
   /** Empty once the window is closed. */
   std::string Title() const { return fClosed ? std::string() : fWindow->Title(); }
+  /** The text of the notice bar; empty while there is none. */
+  std::string Notice() const;
+  /** That this is what the player is told last. */
+  bool WasTold(const StrangeHost::Command& command);
   std::string Status() const { return hands::label_text(*fWindow, "StatusBar"); }
   bool IsClosed() const { return fClosed; }
 

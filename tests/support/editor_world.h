@@ -1,15 +1,9 @@
 #pragma once
 
 #include "interapp/inter_app_prefs.h"
-#include "platform/app/message.h"
-#include "platform/kernel/threads.h"
 #include "tests/hostlink/strange_host.h"
 #include "tests/support/plugin_globals.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
+#include "tests/support/testing.h"
 
 /** Environment of an editor: fresh settings, English texts and a fake player. */
 struct EditorWorld : testing::Test, PluginGlobals {

@@ -3,12 +3,9 @@
 #include "platform/app/application.h"
 #include "plugin/general_plugin.h"
 #include "tests/support/own_looper.h"
-#include "tests/support/scratch_folder.h"
+#include "tests/support/testing.h"
 
 #include <dlfcn.h>
-#include <gtest/gtest.h>
-
-#include <memory>
 
 /** Loads the real plug-in images as the player does, with fresh settings. */
 struct LoadedImages : testing::Test {

@@ -3,12 +3,8 @@
 #include "platform/app/message.h"
 #include "platform/app/messenger.h"
 #include "platform/storage/entry_ref.h"
+#include "tests/support/testing.h"
 
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
-#include <string_view>
 #include <type_traits>
 
 inline void add_fields(BMessage*) {}

@@ -1,9 +1,6 @@
 #include "platform/display/display.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <thread>
+#include "tests/support/testing.h"
 
 /** Tests run on their own thread, like a program's loopers; the main thread runs the display. */
 int main(int argc, char** argv) {

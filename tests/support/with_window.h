@@ -3,12 +3,7 @@
 #include "platform/interface/window.h"
 #include "tests/support/hands.h"
 #include "tests/support/own_looper.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-#include <vector>
+#include "tests/support/testing.h"
 
 /** A window whose messages are delivered by the test. */
 template <class Window>
@@ -22,6 +17,11 @@ struct WithWindow : testing::Test {
   void Press(const std::string& key) {
     hands::press(*fWindow, key);
     hands::settle(*fWindow);
+  }
+  template <typename... More>
+  void Press(const std::string& first, const std::string& second, const More&... more) {
+    Press(first);
+    Press(second, more...);
   }
   /** The codes of the messages caused by `act`. */
   std::vector<uint32> After(const std::function<void()>& act) {

@@ -1,12 +1,9 @@
 #include "tests/support/plugin_globals.h"
 #include "toolkit/krv_about_win.h"
 
-#include "language/llt.h"
 #include "platform/interface/text_view.h"
 #include "tests/support/hands.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 struct AboutWin : testing::Test, PluginGlobals {
   AboutWin() {

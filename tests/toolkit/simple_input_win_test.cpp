@@ -48,8 +48,7 @@ TEST_F(SimpleInputWin, ShownAgainTheLastTextIsSelected) {
   Type("12");
   Press("Return");
   ShowAgain();
-  Press("Return");
-  Press("Escape");
+  Press("Return", "Escape");
   EXPECT_EQ(Sent(), (Texts{"12", "12"}));
   ShowAgain();
   Type("7");

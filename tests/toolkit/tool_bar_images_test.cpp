@@ -1,12 +1,9 @@
 #include "window/tool_bar_images.h"
 
+#include "editviews/row_colors.h"
 #include "platform/display/display_thread.h"
 #include "platform/display/image_icon.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
+#include "tests/support/testing.h"
 
 namespace {
 
@@ -14,18 +11,8 @@ constexpr const char* kNames[] = {
     "TBOpenCurLyrics",   "TBOpen",         "TBSave",       "TBFineTimeTag", "TBTagInputExtMode",
     "TBTagInputStdMode", "TBFreeEditMode", "TBWordByWord", "TBHelp",        "TBAbout"};
 
-double linear(int channel) {
-  const double share = channel / 255.0;
-  return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-}
-
-double luminance(QColor color) {
-  return 0.2126 * linear(color.red()) + 0.7152 * linear(color.green()) + 0.0722 * linear(color.blue());
-}
-
-double contrast(QColor a, QColor b) {
-  const auto [low, high] = std::minmax({luminance(a), luminance(b)});
-  return (high + 0.05) / (low + 0.05);
+rgb_color rgb(QColor color) {
+  return {static_cast<uint8>(color.red()), static_cast<uint8>(color.green()), static_cast<uint8>(color.blue()), 255};
 }
 
 /** Counts of opaque pixels with sufficient contrast (3 : 1) and without. */
@@ -40,7 +27,7 @@ Seen seen_on(const BBitmap& image, QColor ground, QColor ink, int size) {
     for (int y = 0; y < drawn.height(); ++y)
       for (int x = 0; x < drawn.width(); ++x)
         if (drawn.pixelColor(x, y).alpha() == 255)
-          ++(contrast(drawn.pixelColor(x, y), ground) >= 3 ? seen.clear : seen.faint);
+          ++(contrast(rgb(drawn.pixelColor(x, y)), rgb(ground)) >= 3 ? seen.clear : seen.faint);
     return seen;
   });
 }

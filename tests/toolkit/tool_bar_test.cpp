@@ -43,16 +43,6 @@ TEST_F(ToolBar, ClickSendsTheMessageAndChangesNothingElse) {
   EXPECT_EQ(hands::focused_view(*fWindow), "Open") << "a click does not move the focus";
 }
 
-TEST_F(ToolBar, ButtonsAreReachedByTabAndPressedBySpaceAndReturn) {
-  EXPECT_EQ(hands::focused_view(*fWindow), "Open");
-  EXPECT_EQ(AfterKey("Space"), Codes{'_opn'});
-  hands::press(*fWindow, "Tab");
-  EXPECT_EQ(hands::focused_view(*fWindow), "Save");
-  EXPECT_EQ(AfterKey("Return"), Codes{'_sav'});
-  hands::press(*fWindow, "Tab");
-  EXPECT_EQ(hands::focused_view(*fWindow), "Std") << "a separator is skipped";
-}
-
 TEST_F(ToolBar, ButtonsStandSideBySideAndAreCountedWithoutSeparators) {
   EXPECT_EQ(Bar().CountButtons(), 3);
   EXPECT_EQ(Bar().IndexOf(Bar().FindItem("Std")), 2);

@@ -1,8 +1,6 @@
 #include "platform/interface/view.h"
 #include "tests/support/editor_fixture.h"
 
-#include <gmock/gmock.h>
-
 using namespace testing;
 
 struct FindBar : EditorByHand {
@@ -38,8 +36,7 @@ TEST_F(FindBar, FindsLinesInTheListAndGivesTheKeyboardBack) {
 
 TEST_F(FindBar, ReplacesOneAfterTheOtherOrAllInOneStep) {
   Open(fFolder.Write("a.lrc", "a b a\nA\n"));
-  Press("Ctrl+E");
-  Press("Ctrl+H");
+  Press("Ctrl+E", "Ctrl+H");
   Type("a");
   Press("Return");
   fWindow->FindView("ReplaceWith")->MakeFocus();

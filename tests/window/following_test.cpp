@@ -5,10 +5,6 @@
 #include "toolkit/placement.h"
 #include "window/editor_window.h"
 
-#include <atomic>
-#include <limits>
-#include <thread>
-
 TEST(FrameBeside, TakesTheSideWithRoomAndStaysOnTheScreen) {
   const struct {
     BRect player;

@@ -1,12 +1,9 @@
 #include "tests/support/messages.h"
 #include "window/mruf.h"
 
-#include "platform/app/message.h"
 #include "platform/interface/menu.h"
 #include "platform/kernel/modifiers.h"
 #include "platform/storage/entry.h"
-
-#include <gmock/gmock.h>
 
 using testing::ElementsAre;
 

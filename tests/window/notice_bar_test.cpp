@@ -1,12 +1,8 @@
 #include "window/notice_bar.h"
 
-#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
 /** The bar of the real window; its answers go to the manager, whose queue the test reads. */
 class Notices : public EditorByHand {
@@ -23,7 +19,6 @@ protected:
     Bar().RemoveNotice(id);
     Settle();
   }
-  std::string Text() const { return Bar().IsHidden() ? std::string() : hands::label_text(*fWindow, "NoticeText"); }
   std::vector<uint32> Answers() {
     fManager->fReceived.clear();
     fManager->DeliverAll();
@@ -32,17 +27,13 @@ protected:
       if (code == 'clsd' || (code & 0xffffff00U) == ('prs0' & 0xffffff00U)) answers.push_back(code);
     return answers;
   }
-  void Click(const char* button) {
-    hands::click(*fWindow, button, {8, 8});
-    Settle();
-  }
   float TextTop() const { return fWindow->FindView("VesmoEditorView")->Frame().top; }
 };
 
 TEST_F(Notices, BarTakesItsRoomFromTheTextOnlyWhileThereIsANotice) {
   const float top = TextTop();
   Show(1, "Unsaved changes were found.", {"Recover", "Discard"});
-  EXPECT_EQ(Text(), "Unsaved changes were found.");
+  EXPECT_EQ(Notice(), "Unsaved changes were found.");
   EXPECT_EQ(TextTop(), Bar().Frame().bottom + 1);
   EXPECT_EQ(Bar().Frame().top, top);
   EXPECT_EQ(hands::spoken(*fWindow, "NoticeBar").role, "Notification");
@@ -67,39 +58,36 @@ TEST_F(Notices, KeysStillGoToTheLyricsWhileANoticeComesIsClickedAndGoes) {
   EXPECT_THAT(Answers(), ElementsAre('prs0'));
   EXPECT_EQ(hands::focused_view(*fWindow), "TagInputView") << "a click leaves the focus with the lyrics";
   Press("Escape");
-  EXPECT_EQ(Text(), "Changed.") << "Escape in the lyrics closes no notice";
-  Press("Shift+Tab");
-  Press("Shift+Tab");
+  EXPECT_EQ(Notice(), "Changed.") << "Escape in the lyrics closes no notice";
+  Press("Shift+Tab", "Shift+Tab");
   EXPECT_EQ(hands::focused_view(*fWindow), "NoticeButton1");
   Press("Space");
   EXPECT_THAT(Answers(), ElementsAre('prs1'));
   Press("Escape");
   EXPECT_THAT(Answers(), ElementsAre('clsd'));
-  EXPECT_EQ(Text(), "");
+  EXPECT_EQ(Notice(), "");
   EXPECT_EQ(hands::focused_view(*fWindow), "TagInputView");
 }
 
 TEST_F(Notices, AreShownOneAfterTheOtherAndRenewedInPlace) {
   Show(1, "first", {"A"});
   Show(2, "second", {"B", "C"});
-  EXPECT_EQ(Text(), "first");
+  EXPECT_EQ(Notice(), "first");
   Show(1, "first, again");
-  EXPECT_EQ(Text(), "first, again");
+  EXPECT_EQ(Notice(), "first, again");
   EXPECT_EQ(fWindow->FindView("NoticeButton0"), nullptr);
   Click("NoticeClose");
   EXPECT_THAT(Answers(), ElementsAre('clsd'));
-  EXPECT_EQ(Text(), "second");
+  EXPECT_EQ(Notice(), "second");
   EXPECT_NE(fWindow->FindView("NoticeButton1"), nullptr);
-  BMessage stale(kMsgNoticeButton);
-  stale.AddInt32("Notice", 1);
-  stale.AddInt32("Index", 0);
+  const BMessage stale = message_of(kMsgNoticeButton, "Notice", 1, "Index", 0);
   fWindow->PostMessage(&stale, &Bar());
   Settle();
   EXPECT_THAT(Answers(), IsEmpty()) << "a press of a notice that has gone";
   Show(3, "third");
   Remove(3);
   EXPECT_FALSE(Bar().HasNotice(3));
-  EXPECT_EQ(Text(), "second");
+  EXPECT_EQ(Notice(), "second");
 }
 
 TEST_F(Notices, ManyLongButtonsGetRowsOfTheirOwnInANarrowWindow) {
@@ -114,22 +102,24 @@ TEST_F(Notices, ManyLongButtonsGetRowsOfTheirOwnInANarrowWindow) {
 
 TEST_F(Notices, RecentFilesThatCannotBeStoredAreReportedOnceAndUntilTheyCan) {
   const std::string folder = fFolder.File("KOREVA/VesmoE");
-  std::filesystem::permissions(folder, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
-  std::filesystem::permissions(folder + "/VesmoE_MRU.arc", std::filesystem::perms::owner_read);
+  const auto lock = [&](bool isLocked) {
+    using enum std::filesystem::perms;
+    std::filesystem::permissions(folder, owner_all);
+    std::filesystem::permissions(folder + "/VesmoE_MRU.arc", isLocked ? owner_read : owner_all);
+    if (isLocked) std::filesystem::permissions(folder, owner_read | owner_exec);
+  };
+  lock(true);
   Open(fFolder.Write("a.lrc", "a\n"));
-  EXPECT_EQ(Text(), "The list of recent files could not be saved. The log on standard error gives the reason.");
+  EXPECT_EQ(Notice(), "The list of recent files could not be saved. The log on standard error gives the reason.");
   Click("NoticeClose");
   Open(fFolder.Write("b.lrc", "b\n"));
-  EXPECT_EQ(Text(), "") << "once is enough";
-  std::filesystem::permissions(folder + "/VesmoE_MRU.arc", std::filesystem::perms::owner_all);
-  std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
+  EXPECT_EQ(Notice(), "") << "once is enough";
+  lock(false);
   Open(fFolder.Write("c.lrc", "c\n"));
-  std::filesystem::permissions(folder, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
-  std::filesystem::permissions(folder + "/VesmoE_MRU.arc", std::filesystem::perms::owner_read);
+  lock(true);
   Open(fFolder.Write("d.lrc", "d\n"));
-  EXPECT_NE(Text(), "") << "it worked meanwhile";
-  std::filesystem::permissions(folder + "/VesmoE_MRU.arc", std::filesystem::perms::owner_all);
-  std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
+  EXPECT_NE(Notice(), "") << "it worked meanwhile";
+  lock(false);
   Open(fFolder.Write("e.lrc", "e\n"));
-  EXPECT_EQ(Text(), "");
+  EXPECT_EQ(Notice(), "");
 }

@@ -1,11 +1,6 @@
 #include "tests/support/editor_fixture.h"
 
-#include "commands/key_bindings.h"
-#include "document/editor_view.h"
 #include "family/message_filters.h"
-#include "plugin/message_codes.h"
-
-#include <gmock/gmock.h>
 
 using namespace testing;
 
@@ -35,17 +30,6 @@ TEST_F(WindowMessages, ACoalescedChangeOfOnePreferenceShowsTheOthersToo) {
 TEST_F(WindowMessages, AReportOfMegabytesIsTruncated) {
   Send(message_of(kMsgStatBarStr, "StatBarStr", std::string(5000000, 'x')));
   EXPECT_THAT(Status(), EndsWith(">   " + std::string(1024, 'x')));
-}
-
-TEST_F(WindowMessages, ClosingKeepsThePlaceOfTheWindowAndItsMode) {
-  Press("Ctrl+D");
-  hands::move_by_hand(*fWindow, 60, 70);
-  Settle();
-  const BRect frame = fWindow->Frame();
-  Press("Ctrl+W");
-  EXPECT_TRUE(IsClosed());
-  EXPECT_EQ(gExitState->fWindowFrame, frame);
-  EXPECT_EQ(gExitState->fMode, 1);
 }
 
 TEST_F(WindowMessages, AModeChosenAMomentBeforeTheManagerClosesTheWindowIsKept) {

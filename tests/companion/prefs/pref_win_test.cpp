@@ -1,12 +1,7 @@
 #include "companion/prefs/notices.h"
-#include "language/llt.h"
 #include "platform/interface/color_control.h"
 #include "platform/interface/menu_field.h"
-#include "plugin/message_codes.h"
 #include "tests/companion/prefs/pref_world.h"
-#include "tests/support/hands.h"
-
-#include <filesystem>
 
 using namespace testing;
 
@@ -73,24 +68,6 @@ TEST_F(PrefWindow, ChangeThatCouldNotBeSavedIsReportedAndSavedWithTheNextOne) {
   Press("Escape");
   EXPECT_TRUE(Stored().stayOnTop);
   EXPECT_FALSE(Stored().showToolBar);
-}
-
-TEST_F(PrefWindow, OffersTheLanguagesAndSwitchesToTheChosenOne) {
-  Open();
-  auto* const languages = static_cast<BMenuField*>(fWindow->FindView("Language"));
-  EXPECT_THAT(languages->Choices(), ElementsAre("English (built in)", "Deutsch", "English", "Français", "日本語"));
-  EXPECT_EQ(languages->Value(), 2);
-  languages->MakeFocus();
-  Settle();
-  Press("End");
-  EXPECT_THAT(Notices(), ElementsAre("_lgc: LLTF"));
-  EXPECT_EQ(gPref->Values()->languageFile, "Japanese.llt");
-  gLLT->Load(TEXTS_FOLDER "/Japanese.llt"); // as the manager does
-  Post(BMessage(kMsgLanguageChanged));
-  EXPECT_EQ(fWindow->Title(), "Vesmo の環境設定");
-  EXPECT_EQ(hands::spoken(*fWindow, "ToolBar").name, "ツールバーを表示する");
-  EXPECT_EQ(languages->Value(), 4);
-  EXPECT_EQ(hands::focused_view(*fWindow), "Language");
 }
 
 TEST_F(PrefWindow, InvalidNumbersAreReportedAndChangeNothing) {

@@ -8,12 +8,7 @@
 #include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 #include "tests/support/plugin_globals.h"
-
-#include <gmock/gmock.h>
-
-#include <string>
-#include <utility>
-#include <vector>
+#include "tests/support/testing.h"
 
 /** The preferences window, its messages delivered by the test, with a manager that applies the notices. */
 struct PrefWindow : testing::Test, PluginGlobals {

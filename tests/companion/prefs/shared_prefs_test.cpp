@@ -7,12 +7,6 @@
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "tests/support/messages.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <map>
 
 using namespace testing;
 

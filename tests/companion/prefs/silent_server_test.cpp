@@ -2,15 +2,11 @@
     ends them. */
 
 #include "companion/prefs/click_track.h"
-#include "plugin/message_codes.h"
 #include "tests/companion/prefs/pref_world.h"
 #include "tests/support/sound_server.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <unistd.h>
-
-#include <atomic>
 
 namespace {
 

@@ -1,17 +1,7 @@
 #include "companion/prefs/timing_page.h"
 #include "lyrics/reaction_time.h"
-#include "platform/kernel/threads.h"
-#include "plugin/message_codes.h"
 #include "tests/companion/prefs/pref_world.h"
-#include "tests/support/hands.h"
 #include "tests/support/keeping.h"
-#include "tests/support/own_looper.h"
-
-#include <algorithm>
-#include <atomic>
-#include <functional>
-#include <future>
-#include <thread>
 
 namespace {
 

@@ -1,10 +1,6 @@
 #include "platform/app/installed_programs.h"
 
-#include "tests/support/scratch_folder.h"
-
-#include <gmock/gmock.h>
-
-#include <sys/stat.h>
+#include "tests/support/testing.h"
 
 namespace fs = std::filesystem;
 using namespace testing;

@@ -1,5 +1,4 @@
 #include "platform/app/looper_lock.h"
-#include "platform/app/message.h"
 #include "platform/app/message_filter.h"
 #include "platform/app/message_runner.h"
 #include "platform/app/nonblocking_thread.h"
@@ -7,15 +6,7 @@
 #include "tests/support/own_looper.h"
 #include "tests/support/waiter.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <pthread.h>
-
-#include <algorithm>
-#include <atomic>
-#include <optional>
-#include <stdexcept>
-#include <thread>
 
 using testing::ElementsAre;
 
@@ -327,8 +318,7 @@ TEST(MessageRunner, BeatsUntilItIsDestroyedAndNeverPilesUp) {
 
 TEST(MessageRunner, SendsNothingOnceItIsDestroyed) {
   OwnLooper<Recorder> first(new Recorder), looper(new Recorder), last(new Recorder);
-  BMessage beat('beat');
-  beat.AddString("text", std::string(1 << 20, 'x'));
+  const BMessage beat = message_of('beat', "text", std::string(1 << 20, 'x'));
   const BMessage tick('tick');
   for (int i = 0; i < 100; ++i) {
     const BMessageRunner before(BMessenger(first.get()), &tick, 1000, 1);

@@ -3,10 +3,6 @@
 #include "tests/support/memory_file.h"
 #include "tests/support/messages.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
-
 namespace {
 
 BMessage sample() {
@@ -105,10 +101,7 @@ TEST(Message, TruncatedBytesAreRefused) {
 }
 
 TEST(Message, AFieldThatComesTwiceIsRefused) {
-  BMessage message('twic');
-  message.AddInt32("first", 1);
-  message.AddInt32("other", 2);
-  const std::vector<char> flat = message.Flatten();
+  const std::vector<char> flat = message_of('twic', "first", 1, "other", 2).Flatten();
   std::string bytes(flat.begin(), flat.end());
   bytes.replace(bytes.find("other"), 5, "first");
   BMessage read;

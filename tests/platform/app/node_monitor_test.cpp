@@ -1,15 +1,7 @@
 #include "platform/app/node_monitor.h"
 
-#include "platform/app/message.h"
-#include "tests/support/eventually.h"
 #include "tests/support/keeping.h"
 #include "tests/support/messages.h"
-#include "tests/support/own_looper.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
 
 namespace {
 

@@ -1,10 +1,7 @@
 #include "platform/app/outbox.h"
 
+#include "tests/support/testing.h"
 #include "tests/support/waiter.h"
-
-#include <gtest/gtest.h>
-
-#include <future>
 
 TEST(Outbox, AfterATimeOutDropsWhatIsQueuedForTheSameDestination) {
   std::promise<void> goesOn;

@@ -2,10 +2,7 @@
 
 #include "platform/app/signature_launcher.h"
 #include "platform/storage/entry_ref.h"
-#include "tests/support/eventually.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 #include <sys/wait.h>
 

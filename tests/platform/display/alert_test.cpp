@@ -5,11 +5,6 @@
 #include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <future>
-
 using testing::ElementsAre;
 
 namespace {

@@ -2,17 +2,10 @@
 
 #include "platform/app/messenger.h"
 #include "tests/support/own_looper.h"
+#include "tests/support/testing.h"
 
 #include <QCoreApplication>
 #include <QTimer>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <atomic>
-#include <future>
-#include <stdexcept>
-#include <thread>
-#include <vector>
 
 TEST(DisplayThread, TasksOfEachPosterRunInOrderOnOneThread) {
   constexpr int kPosters = 4;

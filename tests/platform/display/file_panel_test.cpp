@@ -3,12 +3,6 @@
 #include "tests/support/hands.h"
 #include "tests/support/keeping.h"
 #include "tests/support/messages.h"
-#include "tests/support/scratch_folder.h"
-
-#include <atomic>
-#include <cstdlib>
-#include <future>
-#include <thread>
 
 struct FilePanel : testing::Test {
   /** The next message from the panel. */

@@ -1,14 +1,6 @@
 #include "platform/interface/list_view.h"
 #include "platform/interface/scroll_view.h"
-#include "platform/interface/window.h"
 #include "tests/support/with_window.h"
-
-#include <algorithm>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <stdexcept>
 
 using testing::ElementsAre;
 

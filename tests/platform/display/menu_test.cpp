@@ -3,8 +3,6 @@
 #include "tests/support/keeping.h"
 #include "tests/support/with_window.h"
 
-#include <gmock/gmock.h>
-
 using testing::ElementsAre;
 
 namespace {
@@ -21,16 +19,10 @@ struct MenuWindow : Keeping<BWindow> {
     fFile->AddItem(new BMenuItem(fOpen, new BMessage('_opn'), 'O'));
     fFile->AddItem(new BMenuItem("Save as", new BMessage('_sva'), '2'));
     bar->AddItem(fFile);
-    fMode = new BMenu("Mode");
-    fMode->SetRadioMode(true);
-    for (const char* label : {"Ext", "Std"}) fMode->AddItem(new BMenuItem(label, new BMessage('mode')));
-    fMode->ItemAt(0)->SetMarked(true);
-    bar->AddItem(fMode);
     AddChild(bar);
   }
   BMenu* fFile;
   BMenu* fOpen;
-  BMenu* fMode;
 };
 
 } // namespace
@@ -51,12 +43,6 @@ TEST_F(Menus, ShortcutsReachTheWindowAndChangeNoMarks) {
     EXPECT_THAT(AfterKey(key), ElementsAre(code)) << key;
   EXPECT_THAT(AfterKey("Ctrl+Q"), ElementsAre());
   EXPECT_TRUE(hands::menu_lines(*fWindow, {"File & more"})[0].isMarked);
-}
-
-TEST_F(Menus, RadioMenuMarksTheChosenItemAlone) {
-  AfterClick({"Mode", "Std"});
-  EXPECT_EQ(fWindow->fMode->FindMarked(), fWindow->fMode->ItemAt(1));
-  EXPECT_FALSE(hands::menu_lines(*fWindow, {"Mode"})[0].isMarked);
 }
 
 TEST_F(Menus, DisabledItemCannotBeChosenAlsoIfItIsDisabledWhileItsChoiceIsQueued) {

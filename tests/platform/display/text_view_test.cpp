@@ -116,7 +116,27 @@ TEST_F(TextView, InvalidUtf8AndOtherLineEndsAreKept) {
   fEditor->GoToLine(1000);
   EXPECT_EQ(fEditor->CurrentLine(), 2);
   fEditor->GoToLine(0);
-  hands::press(*fWindow, "x");
-  hands::settle(*fWindow);
+  Press("x");
   EXPECT_EQ(fEditor->Text(), "x" + text);
+  const std::string cut = "a\u00A0b\u202Fc\xFF\xE3\x81 d\u2028e\n\u00A0f";
+  fEditor->SetText(cut);
+  for (const char* key : {"Ctrl+A", "Ctrl+X"}) Press(key);
+  EXPECT_EQ(fEditor->Text(), "");
+  Press("Ctrl+V");
+  EXPECT_EQ(fEditor->Text(), cut) << "also by way of the clipboard";
+}
+
+TEST_F(TextView, InputMethodReplacesWhatItNames) {
+  fEditor->SetText("かな\nabc");
+  const auto replace = [this](const char* text, int from, int length) {
+    hands::compose_over(*fWindow, text, from, length);
+    hands::settle(*fWindow);
+  };
+  for (const char* key : {"Ctrl+Home", "End"}) Press(key);
+  replace("仮名", -2, 2);
+  EXPECT_EQ(fEditor->Text(), "仮名\nabc");
+  replace("", -1, 1);
+  EXPECT_EQ(fEditor->Text(), "仮\nabc");
+  replace("x", 1, 1000);
+  EXPECT_EQ(fEditor->Text(), "仮\nx") << "bounded by the text";
 }

@@ -2,10 +2,6 @@
 #include "platform/interface/string_view.h"
 #include "tests/support/with_window.h"
 
-#include <atomic>
-#include <optional>
-#include <string>
-
 namespace {
 
 struct PlainWindow : BWindow {
@@ -108,14 +104,6 @@ TEST_F(Window, KeysReachTheFocusedViewAsBytes) {
   EXPECT_EQ(second->fKeys, "-");
   EXPECT_EQ(fWindow->CurrentFocus(), second);
   EXPECT_FALSE(first->IsFocus());
-}
-
-TEST_F(Window, FloatingFeelKeepsItOnTop) {
-  for (const window_feel feel : {B_FLOATING_ALL_WINDOW_FEEL, B_NORMAL_WINDOW_FEEL}) {
-    fWindow->SetFeel(feel);
-    EXPECT_EQ(hands::is_on_top(*fWindow), feel == B_FLOATING_ALL_WINDOW_FEEL);
-    EXPECT_TRUE(hands::is_shown(*fWindow));
-  }
 }
 
 TEST(WindowLife, QuitRightAfterShowDestroysTheWindow) {

@@ -2,13 +2,10 @@
 #include "platform/kernel/port_frame.h"
 #include "platform/kernel/ports.h"
 #include "platform/kernel/semaphores.h"
-#include "platform/kernel/threads.h"
+#include "tests/support/testing.h"
 #include "tests/support/waiter.h"
 
-#include <gtest/gtest.h>
-
 #include <cerrno>
-#include <climits>
 
 TEST(Semaphores, WakeAWaiterWhenReleasedAndWhenDeleted) {
   const sem_id sem = create_sem(1, "x");

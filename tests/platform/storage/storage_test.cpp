@@ -1,8 +1,6 @@
 #include "platform/storage/file.h"
 #include "platform/storage/find_directory.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 using testing::ElementsAre;
 

@@ -1,25 +1,22 @@
 #include "platform/support/text_encoding.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/support/testing.h"
 
 namespace {
 
-std::string to_utf8(uint32 encoding, const std::string& text, size_t room = 4096) {
-  std::string out(room, '?');
-  size_t taken = text.size();
-  size_t made = room;
-  EXPECT_EQ(convert_to_utf8(encoding, text.data(), &taken, out.data(), &made), B_OK);
-  return out.substr(0, made);
-}
+using Convert = decltype(convert_to_utf8);
 
-std::string from_utf8(uint32 encoding, const std::string& text, size_t room = 4096) {
+std::string converted(const Convert& convert, uint32 encoding, const std::string& text, size_t room) {
   std::string out(room, '?');
   size_t taken = text.size();
-  size_t made = room;
-  EXPECT_EQ(convert_from_utf8(encoding, text.data(), &taken, out.data(), &made), B_OK);
-  return out.substr(0, made);
+  EXPECT_EQ(convert(encoding, text.data(), &taken, out.data(), &room, 0x1A), B_OK);
+  return out.substr(0, room);
+}
+std::string to_utf8(uint32 encoding, const std::string& text, size_t room = 4096) {
+  return converted(convert_to_utf8, encoding, text, room);
+}
+std::string from_utf8(uint32 encoding, const std::string& text, size_t room = 4096) {
+  return converted(convert_from_utf8, encoding, text, room);
 }
 
 constexpr auto kSjis = B_SJIS_CONVERSION;

@@ -4,20 +4,11 @@
 #include "player/app/single_instance.h"
 #include "player/app/song_marks.h"
 #include "player/list/tag_fields.h"
-#include "player/model/player_messages.h"
 #include "plugin/message_codes.h"
 #include "tests/player/app/player_questions.h"
 #include "tests/player/sound/still_source.h"
-#include "tests/support/eventually.h"
-#include "tests/support/messages.h"
 #include "tests/support/output_of.h"
-#include "tests/support/scratch_folder.h"
 #include "tests/support/songs.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdio>
-#include <cstring>
 
 namespace {
 

@@ -2,11 +2,10 @@
 
 #include "player/model/player_messages.h"
 #include "tests/support/keeping.h"
-#include "tests/support/own_looper.h"
 #include "tests/support/qt_application.h"
+#include "tests/support/testing.h"
 
 #include <QCoreApplication>
-#include <gtest/gtest.h>
 
 #include <csignal>
 

@@ -1,11 +1,8 @@
 #include "player/app/list_saver.h"
 
-#include "tests/support/eventually.h"
 #include "tests/support/own_looper.h"
-#include "tests/support/scratch_folder.h"
 #include "tests/support/songs.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 TEST(ListSaver, AnotherCurrentSongIsAChangeToSave) {
   const ScratchFolder settings;

@@ -1,15 +1,12 @@
 #pragma once
 
 #include "platform/app/looper_lock.h"
-#include "platform/app/message.h"
 #include "platform/app/message_filter.h"
-#include "platform/app/messenger.h"
 #include "platform/kernel/semaphores.h"
 #include "player/app/sonivo_app.h"
 #include "player/model/player_messages.h"
 #include "tests/support/messages.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 /** Any question to the player, by its signature or to another address, and its answer. */
 inline BMessage ask_player(const BMessage& question, const BMessenger& whom = BMessenger(TSonivoApp::kSignature)) {

@@ -3,8 +3,6 @@
 #include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 struct WindowCloser : testing::Test {

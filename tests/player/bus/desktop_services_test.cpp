@@ -8,6 +8,7 @@
 #include "player/model/player_messages.h"
 #include "tests/player/bus/private_bus.h"
 #include "tests/support/own_looper.h"
+#include "tests/support/testing.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -15,11 +16,6 @@
 #include <QDBusPendingCall>
 #include <QDBusVariant>
 #include <QElapsedTimer>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <functional>
 
 using testing::ElementsAre;
 

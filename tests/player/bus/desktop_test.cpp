@@ -2,18 +2,12 @@
 
 #include "player/app/choice_saver.h"
 #include "player/model/bus_messages.h"
-#include "player/model/player_messages.h"
 #include "plugin/message_codes.h"
 #include "tests/player/app/player_questions.h"
 #include "tests/player/bus/fake_player.h"
 #include "tests/player/bus/private_bus.h"
 #include "tests/player/sound/still_source.h"
-#include "tests/support/eventually.h"
-#include "tests/support/messages.h"
 #include "tests/support/output_of.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 

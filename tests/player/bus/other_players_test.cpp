@@ -1,22 +1,12 @@
 /** Other players on the bus as the source of the song: good ones, liars, silent ones, and those that leave. */
 
 #include "platform/app/looper.h"
-#include "platform/app/message.h"
-#include "platform/app/messenger.h"
-#include "platform/kernel/threads.h"
 #include "player/bus/bus.h"
 #include "player/model/bus_messages.h"
 #include "tests/player/bus/fake_player.h"
 #include "tests/player/bus/private_bus.h"
-#include "tests/support/eventually.h"
 #include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <cmath>
 
 namespace {
 

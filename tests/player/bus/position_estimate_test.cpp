@@ -1,12 +1,7 @@
 /** The estimate of another player's position, for accurate, coarse and wrong players. */
 
 #include "player/bus/shared_position.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <functional>
-#include <random>
+#include "tests/support/testing.h"
 
 namespace {
 

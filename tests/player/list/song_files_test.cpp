@@ -2,13 +2,8 @@
 
 #include "player/app/kept_list.h"
 #include "player/list/m3u.h"
-#include "tests/support/scratch_folder.h"
 #include "tests/support/songs.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
+#include "tests/support/testing.h"
 
 using namespace testing;
 

@@ -1,11 +1,8 @@
 #include "player/list/song_list_model.h"
 #include "player/model/playlist.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 #include <QPersistentModelIndex>
-
-#include <random>
 
 /** Invariant: after any change, a persistent index still refers to its song, or is invalid if that was removed. */
 TEST(SongListModel, RowsStayWithTheirSongs) {

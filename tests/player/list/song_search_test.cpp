@@ -1,9 +1,6 @@
 #include "player/list/song_search.h"
 
-#include "tests/support/scratch_folder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 #include <semaphore>
 

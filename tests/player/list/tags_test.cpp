@@ -5,17 +5,12 @@
 #include "player/peaks/read_tags.h"
 
 #include "tests/support/qt_application.h"
-#include "tests/support/scratch_folder.h"
 #include "tests/support/songs.h"
+#include "tests/support/testing.h"
 #include "tests/support/wav.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QCoreApplication>
 #include <QProcess>
-
-#include <sys/stat.h>
 
 using namespace testing;
 

@@ -1,15 +1,12 @@
 #include "player/list/type_ahead.h"
 
 #include "tests/support/qt_application.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
 namespace {
 

@@ -1,9 +1,7 @@
 #include "player/model/playing_order.h"
 
 #include "tests/support/songs.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 using namespace testing;
 

@@ -1,9 +1,7 @@
 #include "player/model/playlist.h"
 
 #include "tests/support/songs.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 using testing::ElementsAre;
 
@@ -28,17 +26,6 @@ struct Playlist : testing::Test {
 };
 
 } // namespace
-
-TEST_F(Playlist, PassesOverSongsThatFailed) {
-  list.SetCurrent(0);
-  list.Edit(1)->error = "it is missing";
-  EXPECT_EQ(list.Neighbour(1), 2);
-  EXPECT_EQ(list.Neighbour(-1), -1);
-  for (const int32 row : {2, 3, 4}) list.Edit(row)->error = "it is missing";
-  EXPECT_EQ(list.Neighbour(1), -1) << "a list of bad songs comes to an end";
-  EXPECT_FALSE(list.SetCurrent(5));
-  EXPECT_EQ(list.Current(), 0);
-}
 
 TEST_F(Playlist, TheCurrentSongStaysCurrentWhereverItGoes) {
   list.Insert(songs_of({"x", "y"}), 1);

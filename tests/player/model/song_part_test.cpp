@@ -5,10 +5,6 @@
 #include "plugin/message_codes.h"
 #include "tests/support/messages.h"
 
-#include <gtest/gtest.h>
-
-#include <climits>
-
 namespace {
 
 using TPart = std::optional<TSongPart>;

@@ -1,9 +1,7 @@
 #include "player/model/song_sorting.h"
 
 #include "tests/support/songs.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 TEST(SongSorting, ByEachKeyAndWithinAnAlbumByTrack) {
   const auto song = [](const char* path, const char* title, const char* artist, const char* album, int32 track) {

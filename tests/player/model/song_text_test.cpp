@@ -1,8 +1,6 @@
 #include "player/model/song_text.h"
 
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 TEST(SongText, AFileSaysItselfWhyItCannotBePlayed) {
   const ScratchFolder folder;

@@ -1,8 +1,6 @@
 #include "player/model/timed_question.h"
 
-#include <gtest/gtest.h>
-
-#include <thread>
+#include "tests/support/testing.h"
 
 TEST(TimedQuestion, AnOverdueAnswerIsNotWaitedForAgainUntilItArrives) {
   TTimedQuestion question;

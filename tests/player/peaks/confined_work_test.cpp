@@ -4,11 +4,8 @@
 #include "platform/support/sanitizers.h"
 #include "player/peaks/read_song.h"
 #include "player/peaks/read_tags.h"
-
-#include "tests/support/scratch_folder.h"
+#include "tests/support/testing.h"
 #include "tests/support/wav.h"
-
-#include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <linux/filter.h>
@@ -18,15 +15,11 @@
 #include <sys/prctl.h>
 #include <sys/ptrace.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <time.h>
-#include <unistd.h>
 
 #include <cstddef>
-#include <stdexcept>
-#include <vector>
 
 namespace {
 

@@ -5,16 +5,8 @@
 #include "player/peaks/read_song.h"
 #include "tests/player/app/listener.h"
 #include "tests/player/peaks/loopback_server.h"
-#include "tests/support/scratch_folder.h"
+#include "tests/support/testing.h"
 #include "tests/support/wav.h"
-
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
-
-#include <filesystem>
-#include <fstream>
-#include <set>
 
 namespace {
 

@@ -4,12 +4,8 @@
 #include "player/peaks/loudness.h"
 #include "player/peaks/read_song.h"
 #include "player/pictures/picture_cache.h"
-
-#include "tests/support/scratch_folder.h"
+#include "tests/support/testing.h"
 #include "tests/support/wav.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace testing;
 

@@ -1,15 +1,8 @@
 /** The analysis of a song's sound: levels, times, onsets, and one part of it. */
 
 #include "player/peaks/read_sound.h"
-
-#include "tests/support/scratch_folder.h"
+#include "tests/support/testing.h"
 #include "tests/support/wav.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <climits>
-#include <filesystem>
 
 namespace {
 

@@ -1,14 +1,9 @@
 #include "player/plugins/plugin_loader.h"
 
-#include "tests/support/scratch_folder.h"
+#include "tests/support/testing.h"
 
 #include <elf.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <cstring>
 #include <semaphore>
 
 using namespace testing;

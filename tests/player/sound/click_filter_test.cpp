@@ -1,9 +1,6 @@
 #include "player/sound/click_filter.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <numeric>
+#include "tests/support/testing.h"
 
 TEST(ClickFilter, FindsTheLatestTagByHalving) {
   EXPECT_EQ(click_filter({}), "");

@@ -1,19 +1,10 @@
 #include "player/sound/song_source.h"
 
-#include "platform/kernel/threads.h"
 #include "tests/player/app/listener.h"
-#include "tests/support/eventually.h"
 #include "tests/support/output_of.h"
-#include "tests/support/scratch_folder.h"
 #include "tests/support/sound_server.h"
+#include "tests/support/testing.h"
 #include "tests/support/wav.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <utility>
 
 namespace {
 

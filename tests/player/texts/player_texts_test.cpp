@@ -3,11 +3,7 @@
 #include "platform/app/message.h"
 #include "player/texts/chosen_language.h"
 #include "plugin/kept_record.h"
-#include "tests/support/scratch_folder.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
+#include "tests/support/testing.h"
 
 namespace {
 

@@ -1,8 +1,6 @@
 #include "player/window/seek_bar.h"
 #include "tests/support/qt_application.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 #include <QApplication>
 #include <QMouseEvent>

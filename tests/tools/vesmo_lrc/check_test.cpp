@@ -1,9 +1,7 @@
 #include "tools/vesmo_lrc/check.h"
 
+#include "tests/support/testing.h"
 #include "tools/vesmo_lrc/report.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace testing;
 

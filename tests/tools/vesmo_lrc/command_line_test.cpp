@@ -1,7 +1,6 @@
 #include "tools/vesmo_lrc/command_line.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/testing.h"
 
 using namespace testing;
 

@@ -1,9 +1,7 @@
 #include "tools/vesmo_lrc/rewrite.h"
 
+#include "tests/support/testing.h"
 #include "tools/vesmo_lrc/diff.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using testing::HasSubstr;
 
