@@ -1,10 +1,7 @@
 #include "bench/audio_errors.h"
 
 #include "bench/audio_signal.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
+#include "tests/support/testing.h"
 
 namespace {
 
