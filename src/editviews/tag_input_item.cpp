@@ -1,10 +1,10 @@
 #include "editviews/tag_input_item.h"
 
 #include "editviews/problem_texts.h"
-#include "editviews/row_colors.h"
 #include "lyrics/tag_spans.h"
 #include "platform/interface/list_view.h"
 #include "plugin/pref.h"
+#include "toolkit/readable_colors.h"
 
 #include <algorithm>
 

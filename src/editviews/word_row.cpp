@@ -1,7 +1,7 @@
 #include "editviews/word_row.h"
 
-#include "editviews/row_colors.h"
 #include "lyrics/time_tags.h"
+#include "toolkit/readable_colors.h"
 
 #include <algorithm>
 #include <vector>

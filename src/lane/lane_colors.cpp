@@ -1,35 +1,43 @@
 #include "lane/lane_colors.h"
 
-#include <cmath>
+#include "toolkit/readable_colors.h"
 
 namespace {
 
-constexpr int kHalfLuma = 128000;
+constexpr rgb_color kWhite{255, 255, 255, 255};
+constexpr rgb_color kBlack{0, 0, 0, 255};
+/** What WCAG 2 demands of lines that have a meaning. */
+constexpr double kLeastOfMarkers = 3;
+/** Less, since the markers are drawn over it. */
+constexpr double kLeastOfWave = 2;
 
-bool is_dark(rgb_color color) {
-  return 299 * color.red + 587 * color.green + 114 * color.blue < kHalfLuma;
-}
-
-rgb_color mixed(rgb_color a, rgb_color b, double partOfA) {
-  const auto channel = [partOfA](uint8 x, uint8 y) {
-    return static_cast<uint8>(std::lround(partOfA * x + (1 - partOfA) * y));
-  };
-  return {channel(a.red, b.red), channel(a.green, b.green), channel(a.blue, b.blue), 255};
+/** From the background to the loudest, the spectrogram gets lighter all the time, or darker. */
+rgb_color middle_between(rgb_color background, rgb_color usual, rgb_color loudest) {
+  const double all = contrast(background, loudest);
+  const bool isBetween = contrast(background, usual) < all && contrast(usual, loudest) < all;
+  return isBetween ? usual : mixed_color(loudest, background, 0.4);
 }
 
 } // namespace
 
+/** Light lines where the lyrics are lighter than their background, else dark ones. */
 TLaneColors TLaneColors::On(rgb_color background, rgb_color text) {
-  const bool isDark = is_dark(background);
+  const bool isDark = contrast(background, kWhite) > contrast(text, kWhite);
+  const rgb_color extreme = isDark ? kWhite : kBlack;
+  const auto marker = [&](rgb_color onDark, rgb_color onLight) {
+    return set_off(isDark ? onDark : onLight, background, extreme, kLeastOfMarkers);
+  };
   TLaneColors colors;
   colors.background = background;
   colors.text = text;
-  colors.middle = isDark ? rgb_color{44, 84, 150, 255} : rgb_color{140, 172, 222, 255};
   colors.loudest = isDark ? rgb_color{214, 232, 255, 255} : rgb_color{16, 40, 96, 255};
-  colors.tag = isDark ? rgb_color{255, 176, 96, 255} : rgb_color{192, 72, 0, 255};
-  colors.chosen = isDark ? rgb_color{255, 96, 80, 255} : rgb_color{208, 0, 24, 255};
-  colors.neighbour = mixed(text, background, 0.55);
+  colors.middle =
+      middle_between(background, isDark ? rgb_color{44, 84, 150, 255} : rgb_color{140, 172, 222, 255}, colors.loudest);
+  colors.wave = set_off(colors.middle, background, colors.loudest, kLeastOfWave);
+  colors.tag = marker({255, 176, 96, 255}, {192, 72, 0, 255});
+  colors.chosen = marker({255, 96, 80, 255}, {208, 0, 24, 255});
+  colors.neighbour = quiet_color(text, background);
   colors.onset = colors.tag;
-  colors.head = isDark ? rgb_color{96, 232, 128, 255} : rgb_color{0, 136, 56, 255};
+  colors.head = marker({96, 232, 128, 255}, {0, 136, 56, 255});
   return colors;
 }

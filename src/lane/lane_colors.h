@@ -7,6 +7,7 @@ struct TLaneColors {
   rgb_color background;
   rgb_color middle; // of the spectrogram, between the background and the loudest
   rgb_color loudest;
+  rgb_color wave;
   rgb_color text;
   rgb_color tag;
   rgb_color chosen;

@@ -106,6 +106,6 @@ pixel_image sound_pixels(const TSongSound* sound, const TLaneRange& range, TLane
   image.pixels.assign(static_cast<size_t>(width) * static_cast<size_t>(height), argb(colors.background));
   if (!sound || labelHeight >= height) return image;
   if (look == TLaneLook::kSpectrogram) draw_spectrogram(*sound, range, palette_of(colors), labelHeight, &image);
-  if (look == TLaneLook::kWave) draw_wave(*sound, range, argb(colors.middle), labelHeight, &image);
+  if (look == TLaneLook::kWave) draw_wave(*sound, range, argb(colors.wave), labelHeight, &image);
   return image;
 }

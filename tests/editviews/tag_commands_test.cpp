@@ -1,8 +1,8 @@
 #include "document/editor_view.h"
 #include "editviews/following.h"
-#include "editviews/row_colors.h"
 #include "editviews/tag_input_view.h"
 #include "tests/support/editor_fixture.h"
+#include "toolkit/readable_colors.h"
 
 using namespace testing;
 

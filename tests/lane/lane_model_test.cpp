@@ -2,6 +2,7 @@
 #include "lane/lane_pixels.h"
 #include "lane/lane_proposals.h"
 #include "tests/support/testing.h"
+#include "toolkit/readable_colors.h"
 
 using namespace testing;
 
@@ -169,6 +170,23 @@ TEST(LaneModel, TheZoomIsKeptAndThePageTurnsOnlyWhenTheHeadRunsOut) {
   EXPECT_EQ(lane.model.Range(), (TLaneRange{9000, 13000}));
   for (int i = 0; i < 100; ++i) lane.model.Zoom(0.5, 10000);
   EXPECT_EQ(lane.model.Range().Length(), kShortestLaneMs);
+}
+
+TEST(LaneColors, EverythingStandsOutOnTheUsersOwnColours) {
+  const std::pair<rgb_color, rgb_color> kTextOnBackground[] = {
+      {{255, 255, 255, 255}, {0, 0, 0, 255}},       {{0, 0, 0, 255}, {255, 255, 255, 255}},
+      {{255, 255, 255, 255}, {128, 128, 128, 255}}, {{0, 0, 0, 255}, {128, 128, 128, 255}},
+      {{255, 255, 0, 255}, {0, 0, 160, 255}},       {{255, 220, 220, 255}, {150, 20, 20, 255}},
+      {{120, 60, 0, 255}, {255, 240, 200, 255}}};
+  for (const auto& [text, background] : kTextOnBackground) {
+    const TLaneColors colors = TLaneColors::On(background, text);
+    const std::string where = "on " + std::to_string(background.red) + ", text " + std::to_string(text.red);
+    for (const rgb_color marker : {colors.tag, colors.chosen, colors.head, colors.onset})
+      EXPECT_GE(contrast(marker, background), 3) << where;
+    EXPECT_GE(contrast(colors.wave, background), 2) << where;
+    EXPECT_GE(contrast(colors.neighbour, background), std::min(4.5, contrast(text, background))) << where;
+    EXPECT_LT(contrast(colors.middle, background), contrast(colors.loudest, background)) << where;
+  }
 }
 
 TEST(LanePixels, ALoudToneIsAtItsTimeAndHeight) {
