@@ -150,15 +150,26 @@ double click_centre_sec(double speed) {
   return static_cast<double>(centre.value_or(0)) / kSignalRate - 0.02;
 }
 
+/** How a song is played in which clicks are measured. */
+struct TClickPlay {
+  const char* what;
+  double speed = 1;
+  TSoundChoices sound = {};
+  std::string before = {}; // a silent song, shorter than the time of any click, that it follows without a gap
+};
+
 /** The song has clicks of its own at known times: the distance of the player's clicks to them is known. */
-void measure_clicks(const std::string& song, double speed) {
-  TPlayed played(song);
+void measure_clicks(const std::string& song, const TClickPlay& play) {
+  TPlayed played(play.before.empty() ? song : play.before);
+  const double speed = play.speed;
   const std::vector<double> own = click_times(kSongSec);
   std::vector<int32> tagsMs;
   for (size_t i = 0; i + 1 < own.size(); ++i)
     if (own[i + 1] - own[i] > 0.2) tagsMs.push_back(static_cast<int32>((own[i] + 0.1) * 1000));
   played.source->SetClicks(tagsMs);
   if (speed != 1) played.source->SetSpeed(speed);
+  played.source->SetSound(play.sound);
+  if (!play.before.empty()) played.source->Follow(song);
   played.source->SeekTo(0);
   wait_ms(300);
   const int64_t asked = clock_us();
@@ -188,7 +199,7 @@ void measure_clicks(const std::string& song, double speed) {
     const double expectedSec = (*tag / 1000.0 - lastSec) / speed + click_centre_sec(speed);
     error.values.push_back(((*tagAt - lastAt) / kSignalRate - expectedSec) * 1000);
   }
-  error.Print(("clicks against tags at " + std::to_string(speed).substr(0, 4) + "x").c_str(), "ms");
+  error.Print(("clicks against tags, " + std::string(play.what)).c_str(), "ms");
 }
 
 } // namespace
@@ -203,8 +214,19 @@ int main(int argCount, char** args) {
     measure_loop(song);
     const std::string clicks = std::string(args[1]) + "/clicks.wav";
     if (!write_wav(clicks, click_track(kSongSec))) throw std::runtime_error("cannot write the song");
-    measure_clicks(clicks, 1);
-    measure_clicks(clicks, 0.75);
+    const std::string silence = std::string(args[1]) + "/silence.wav";
+    if (!write_wav(silence, std::vector<float>(kSignalRate * 2 / 5))) throw std::runtime_error("cannot write the song");
+    TSoundChoices equalized;
+    equalized.isEqualized = true;
+    equalized.bandsDb = {6, 3, 0, -3, -6, -3, 0, 3, 6, 3};
+    TSoundChoices otherDevice;
+    otherDevice.device = "pulse/heard"; // by name instead of as the default
+    const TClickPlay plays[] = {{.what = "at 1.00x"},
+                                {.what = "at 0.75x", .speed = 0.75},
+                                {.what = "with the equalizer", .sound = equalized},
+                                {.what = "on another output", .sound = otherDevice},
+                                {.what = "after a gapless join", .before = silence}};
+    for (const TClickPlay& play : plays) measure_clicks(clicks, play);
     return 0;
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "song_parts: %s\n", failure.what());
