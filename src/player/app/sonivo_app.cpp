@@ -5,6 +5,7 @@
 #include "platform/interface/window.h"
 #include "platform/support/cut_text.h"
 #include "platform/support/log.h"
+#include "player/app/open_folder.h"
 #include "player/app/open_questions.h"
 #include "player/app/program_icon.h"
 #include "player/app/scripting.h"
@@ -193,6 +194,15 @@ bool TSonivoApp::HandleDesktop(const BMessage& message) {
     return true;
   case kMsgBusTray:
     TakeTray(message);
+    return true;
+  case kMsgShowInFolder:
+    for (const std::string& path : paths_in(message)) fBus.ShowInFolder(path);
+    return true;
+  case kMsgBusNoFileManager:
+    for (const std::string& path : paths_in(message)) open_folder_of(path, BMessenger(this));
+    return true;
+  case kMsgFolderClosed:
+    for (const std::string& path : paths_in(message)) ErrorOccurred(player_text("Player_Err_No_File_Manager", {path}));
     return true;
   case kMsgHostLanguage:
     TakeLanguage(message);

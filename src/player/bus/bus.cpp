@@ -62,6 +62,12 @@ void TBus::SignalSeeked(int32 positionMs) {
   Do([=](TBusLink& link) { link.SignalSeeked(positionMs); });
 }
 
+void TBus::ShowInFolder(const std::string& path) {
+  fOwnerThread.Check();
+  if (fActions == nullptr) return report_no_file_manager(fPlayer, path);
+  Do([path](TBusLink& link) { link.ShowInFolder(path); });
+}
+
 void TBus::Choose(const std::string& id) {
   fOwnerThread.Check();
   Do([id](TBusLink& link) { link.Choose(id); });

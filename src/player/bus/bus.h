@@ -30,6 +30,8 @@ public:
   void Show(const TOwnStatus& status);
   const BMessenger& Player() const { return fPlayer; }
   void SignalSeeked(int32 positionMs);
+  /** In the desktop's file manager; kMsgBusNoFileManager follows if there is none. */
+  void ShowInFolder(const std::string& path);
 
   /** Follows the other player with that id; empty for none. */
   void Choose(const std::string& id);

@@ -3,6 +3,7 @@
 #include "platform/app/message.h"
 #include "platform/support/cut_text.h"
 #include "platform/support/log.h"
+#include "player/bus/file_manager.h"
 #include "player/bus/mpris_names.h"
 #include "player/model/bus_messages.h"
 
@@ -43,6 +44,12 @@ int32 to_percent(double share) {
 }
 
 } // namespace
+
+void report_no_file_manager(const BMessenger& player, const std::string& path) {
+  BMessage message(kMsgBusNoFileManager);
+  message.AddString("path", path);
+  player.SendMessage(&message, BMessenger(), 0);
+}
 
 TBusLink::TBusLink(const BMessenger& player, std::function<int32()> ownPositionMs, TSharedPosition* otherPosition)
     : fPlayer(player), fConnection(connection_name()), fOtherPosition(otherPosition),
@@ -126,6 +133,12 @@ void TBusLink::ShowOnDesktop() {
 
 void TBusLink::SignalSeeked(int32 positionMs) {
   if (fBus) fObject->SignalSeeked(positionMs, *fBus);
+}
+
+void TBusLink::ShowInFolder(const std::string& path) {
+  const auto failed = [player = fPlayer, path] { report_no_file_manager(player, path); };
+  if (!fBus) return failed();
+  show_in_file_manager(*fBus, path, this, failed);
 }
 
 void TBusLink::Choose(const std::string& id) {

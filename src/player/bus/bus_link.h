@@ -23,6 +23,7 @@ public:
   void Connect();
   void Show(const TOwnStatus& status);
   void SignalSeeked(int32 positionMs);
+  void ShowInFolder(const std::string& path);
   /** Empty to follow no other player. */
   void Choose(const std::string& id);
   /** Null while no other player is followed. */
@@ -53,3 +54,5 @@ private:
   QTimer fRetry;
   int fRetryMs = 0; // 0 while connected, and before the first attempt
 };
+
+void report_no_file_manager(const BMessenger& player, const std::string& path);

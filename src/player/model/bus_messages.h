@@ -9,6 +9,7 @@ enum : unsigned int {
   kMsgBusSeekBy = 'bskB', // int32 "byMs"
   kMsgBusRaise = 'braI',
   kMsgBusTray = 'btrY', // bool "shown": the desktop's tray shows the player's icon
+  kMsgBusNoFileManager = 'bnfM', // string "path": no file manager could show it
   // The other players.
   kMsgBusPlayers = 'blsT',   // bool "reachable", string "id" and "name", one pair a player
   kMsgBusOtherIs = 'botH',   // string "id", "title", "artist", "path", int32 "durationMs", "state", "volumePercent",

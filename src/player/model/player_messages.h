@@ -27,6 +27,8 @@ enum : unsigned int {
   kMsgSaveList = 'plsv',    // string "path"
   kMsgTagsFound = 'pltg',   // of the songs "id": the fields of player/list/tag_fields.h
   kMsgSongLyrics = 'plsl',  // string "path": the editor opens that song's lyrics
+  kMsgShowInFolder = 'plsf', // string "path": in the desktop's file manager
+  kMsgFolderClosed = 'plfc', // string "path": its folder could not be opened either
   kMsgCover = 'plcv',       // strings "path" of the song and "file" of its cover
   kMsgKeep = 'plkp',        // timer: save the list for the next run
   kMsgKeepChoices = 'plkc', // timer: save the choices of the menu

@@ -2,6 +2,7 @@
 
 #include "platform/app/looper.h"
 #include "platform/app/message.h"
+#include "player/bus/file_manager.h"
 #include "player/bus/sleep_inhibitor.h"
 #include "player/bus/tray_item.h"
 #include "player/model/bus_messages.h"
@@ -30,12 +31,14 @@ struct FakeDesktopService : QDBusVirtualObject {
   }
   bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
     fCalls.push_back((call.member() + ' ' + call.arguments().last().toString()).toStdString());
+    fFirst = call.arguments().first();
     fBeforeAnswer();
     return bus.send(call.createReply(fAnswer));
   }
   QString introspect(const QString&) const override { return {}; }
   const QVariant fAnswer;
   std::vector<std::string> fCalls;
+  QVariant fFirst; // argument of the last call
   std::function<void()> fBeforeAnswer = [] {};
 };
 
@@ -81,6 +84,24 @@ TEST_F(DesktopServices, SleepIsInhibitedByTheServiceThatThereIsAndReleasedAgain)
   inhibitor.Set(true);
   ASSERT_TRUE(wait_for_calls(4)) << "not wanted any more by the time of the answer";
   EXPECT_THAT(desktop.fCalls, ElementsAre("Inhibit 4", "Uninhibit 7", "Inhibit 4", "Uninhibit 7"));
+}
+
+TEST_F(DesktopServices, ASongIsShownByTheFileManagerOrItIsSaidThatThereIsNone) {
+  const auto show = [](bool* hasFailed) {
+    static QObject context;
+    show_in_file_manager(Connect("player"), "/m/a b#\u00e9.mp3", &context, [=] { *hasFailed = true; });
+  };
+  bool hasFailed = false;
+  show(&hasFailed);
+  EXPECT_TRUE(Wait([&] { return hasFailed; }));
+  FakeDesktopService files(Connect("desktop"), "org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
+                           QString());
+  bool failsAgain = false;
+  show(&failsAgain);
+  ASSERT_TRUE(Wait([&] { return !files.fCalls.empty(); }));
+  EXPECT_THAT(files.fCalls, ElementsAre("ShowItems "));
+  EXPECT_EQ(files.fFirst.toStringList(), QStringList{"file:///m/a%20b%23%C3%A9.mp3"});
+  EXPECT_FALSE(failsAgain);
 }
 
 TEST_F(DesktopServices, TheTrayShowsThePlayerWhileThereIsOne) {
