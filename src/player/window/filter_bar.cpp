@@ -23,7 +23,16 @@ TFilterBar::TFilterBar(TSongListView* list) : fList(list) {
   setMaxLength(kLongest);
   setClearButtonEnabled(true);
   ShowTexts();
-  connect(this, &QLineEdit::textChanged, list, [list](const QString& words) { list->SetFilter(words); });
+  fDelay.setSingleShot(true);
+  fDelay.setInterval(0);
+  connect(this, &QLineEdit::textChanged, this, [this] { fDelay.start(); });
+  connect(&fDelay, &QTimer::timeout, this, &TFilterBar::Apply);
+}
+
+/** Keys typed in quick succession are coalesced: with ten thousand songs each would keep the window from answering. */
+void TFilterBar::Apply() {
+  fDelay.stop();
+  fList->SetFilter(text());
 }
 
 void TFilterBar::ShowTexts() {
@@ -44,6 +53,7 @@ void TFilterBar::Open() {
 
 void TFilterBar::Close() {
   clear();
+  Apply();
   hide();
   fList->setFocus();
 }
@@ -59,7 +69,9 @@ bool TFilterBar::event(QEvent* event) {
 
 void TFilterBar::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) return Close();
-  if (is_return(event->key())) return fList->PlayCurrent();
+  const bool isReturn = is_return(event->key());
+  if (fDelay.isActive() && (isReturn || is_for_list(event->key()))) Apply();
+  if (isReturn) return fList->PlayCurrent();
   if (is_for_list(event->key())) {
     QCoreApplication::sendEvent(fList, event);
     return;

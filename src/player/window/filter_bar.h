@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLineEdit>
+#include <QTimer>
 
 class TSongListView;
 
@@ -18,7 +19,9 @@ protected:
 
 private:
   void ShowTexts();
+  void Apply();
   void Close();
 
   TSongListView* const fList;
+  QTimer fDelay;
 };
