@@ -238,9 +238,13 @@ class Rehearsal:
         return self.moved(window, lambda: self.desk.push(window, *ways))
 
     def moved(self, window, move):
+        """Again if a window manager that is slow to take the pointer has missed the whole move."""
         before, = self.desk.wait_still(window)
-        move()
-        after, = self.desk.wait_still(window)
+        for _ in range(3):
+            move()
+            after, = self.desk.wait_still(window)
+            if after != before:
+                break
         return after[0] - before[0], after[1] - before[1]
 
     def verdict(self, before, after, *moves):
