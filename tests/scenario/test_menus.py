@@ -115,6 +115,16 @@ class ThePlayersMenus(Menus):
         self.stage.wait(self.choices(Gpls=[False], Awak=[True], Tray=[True], Clmn=[True, True, True, False, True, False]),
                         "the choices kept")
 
+    def test_the_player_stops_after_this_song(self):
+        s = self.stage
+        self.start()
+        self.choose("b t", lambda: True)
+        hands.press("space")
+        s.wait(lambda: bus("status") == "Playing", "the song")
+        bus("position", SONGS["3"][4] - 1)
+        s.wait(lambda: bus("status") != "Playing", "the end of the song")
+        self.assertEqual(eyes.name(self.player()), "Sonivo – Alba")
+
     def header(self):
         left, top, width, _ = eyes.place(self.list())
         return left, top + 1, width, 20
