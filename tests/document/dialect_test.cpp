@@ -117,6 +117,9 @@ TEST_F(CommonLyrics, ChineseFileIsOfferedInItsEncodingAndSavedInIt) {
   for (int i = 0; i < 20; ++i) bytes += "[00:01.20]\xCE\xD2\xB5\xC4\xD0\xC4\xCC\xAB\xC2\xD2\n";
   Open(fFolder.Write("a.lrc", bytes));
   EXPECT_EQ(Notice(), "This file is probably GB18030.");
+  Open(fFolder.Write("b.lrc", "plain\n"));
+  EXPECT_EQ(Notice(), "") << "it was about the file before";
+  Open(fFolder.File("a.lrc"));
   Click(kFirst);
   EXPECT_EQ(Lines().front(), "[00:01:20]我的心太乱");
   EXPECT_THAT(Status(), HasSubstr("] GB18030 <LF> [mm:ss.cc]"));

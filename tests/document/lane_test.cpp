@@ -1,3 +1,4 @@
+#include "document/editor_view.h"
 #include "editviews/view_choices.h"
 #include "lane/lane_view.h"
 #include "tests/support/editor_fixture.h"
@@ -44,4 +45,15 @@ TEST_F(LaneInTheEditor, TheLyricsGetTheirRoomBackAndTheChoiceIsKept) {
   Press("Ctrl+G");
   EXPECT_TRUE(View()->IsHidden());
   EXPECT_EQ(fWindow->FindView("ScrlView")->Frame().Height(), height + 120);
+}
+
+TEST_F(LaneInTheEditor, ProposalsForTheDocumentBeforeAreNotTaken) {
+  const auto number = static_cast<TVesmoEView*>(fWindow->FindView("VesmoEditorView"))->DocumentNumber();
+  const auto accept = [this](int32 document) {
+    SendToView(message_of(kMsgAcceptProposals, "Document", document, "Row", 0, "FromMs", 10000, "ToMs", 10200));
+  };
+  Answer("U", [&] { accept(number - 1); });
+  EXPECT_EQ(Lines().front(), "[00:10:00]one");
+  accept(number);
+  EXPECT_EQ(Lines().front(), "[00:10:20]one");
 }

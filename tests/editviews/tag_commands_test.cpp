@@ -84,6 +84,8 @@ TEST_F(TagCommands, OneKeyPlaysThePartsOfALineAndALoopFollowsTheSelection) {
   EXPECT_THAT(Status(), EndsWith("This line has no time tag yet"));
   Press("Down");
   EXPECT_EQ(fHost->Part(), "-1..-1");
+  for (const char* key : {"5", "Ctrl+Left", "Down"}) Press(key);
+  EXPECT_THAT(Status(), Not(HasSubstr("line 5"))) << "going back has ended the loop";
 }
 
 TEST_F(TagCommands, ByChoiceTwoClicksLeadToALineThatIsStampedAgain) {
@@ -175,6 +177,8 @@ TEST_F(TagCommands, FollowingShowsEachSungRowOnceAndWaitsForTheUser) {
   following.Toggle();
   EXPECT_FALSE(following.RowToShow(7, 9000000));
   EXPECT_FALSE(TViewChoices().follows) << "the choice is kept";
+  following.Toggle();
+  EXPECT_EQ(following.RowToShow(6, 9000000), 6) << "at once";
 }
 
 TEST_F(TagCommands, TheSungLineComesIntoSightWhileNoKeyIsPressed) {

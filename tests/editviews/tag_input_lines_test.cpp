@@ -53,6 +53,7 @@ TEST_F(TagInputLines, EachCommandIsOneStepAndUndoBringsTheSelectionBack) {
     std::list<std::string> lines;
     Range selected;
   } rows[] = {
+      {"Shift+Insert", 0, {"[00:01:00]a", "b", "x", "[00:03:00]c", "d"}, {2, 2}},
       {"Ctrl+Delete", 1, {"[00:01:00]a", "d"}, {1, 1}},
       {"Ctrl+X", 2, {"[00:01:00]a", "b"}, {1, 1}},
       {"Insert", 0, {"[00:01:00]a", "b", "", "[00:03:00]c", "d"}, {2, 2}},
@@ -60,6 +61,7 @@ TEST_F(TagInputLines, EachCommandIsOneStepAndUndoBringsTheSelectionBack) {
       {"Alt+Down", 0, {"[00:03:00]c", "[00:01:00]a", "b", "d"}, {1, 2}},
       {"Ctrl+J", 0, {"[00:01:00]a b", "[00:03:00]c", "d"}, {0, 0}},
   };
+  set_clipboard_text("x\n");
   for (const auto& row : rows) {
     SCOPED_TRACE(row.key);
     Show("[00:01:00]a\nb\n[00:03:00]c\nd\n", row.current);

@@ -66,6 +66,23 @@ TEST_F(TagInputWords, AKeyHeldOnTheLastWordEndsTheLineAndKeysHaveTheirOwnTime) {
   for (const auto& [stamp, time] : times) EXPECT_EQ(display::time_of_stamp(stamp, kNow), time) << stamp;
 }
 
+TEST_F(TagInputWords, ALateReleaseDoesNotTouchALineThatHasChangedNorBackspaceTheLineAbove) {
+  fHost->SetPlaying(false);
+  ShowWords("one two\nthree\nfour\n");
+  TapAt({1000});
+  hands::hold(*fWindow, "Space", 1000, 400);
+  hands::wait_for_display();
+  while (EditView().CurLine() == 0 && fWindow->DeliverNext()) {
+  }
+  const std::string changed = "[00:09:00]one [00:09:50]two";
+  static_cast<TTagInputView&>(EditView()).RetimeLines({0, 1, {changed}});
+  Settle();
+  EXPECT_EQ(Lines().front(), changed);
+  for (const char* key : {"Down", "Up", "Backspace"}) Press(key);
+  EXPECT_EQ(Lines().front(), changed);
+  EXPECT_EQ(EditView().CurLine(), 1);
+}
+
 TEST_F(TagInputWords, AKeyThatTheUserHasGivenToStampsHasItsOwnTimeAndCanBeHeldToo) {
   TKeys keys;
   keys.Set(TCommandId::kStamp, "T");

@@ -41,6 +41,16 @@ const Lines kThree{"[00:10:00]one", "[00:12:00]two [00:12:50]more[00:13:00]", "[
 
 } // namespace
 
+TEST(LaneModel, ADragHoldsThePageAndEndsWithItsLine) {
+  Lane lane(kThree, 1);
+  lane.model.Grab(*lane.model.Chosen());
+  lane.model.DragTo(12300, {});
+  lane.model.Follow(16900);
+  EXPECT_FALSE(lane.model.Follow(17100)) << "the page does not turn under the mouse";
+  lane.model.SetLyrics({lane.lines, 2, -1, 0});
+  EXPECT_FALSE(lane.model.Drop().has_value()) << "another line was selected meanwhile";
+}
+
 TEST(LaneModel, ShowsTheLineWithASecondOnBothSides) {
   const struct {
     const char* name;

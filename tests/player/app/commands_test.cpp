@@ -166,6 +166,9 @@ TEST_F(Commands, APartIsPlayedWithinTheSongAlsoIfNoneIsLoaded) {
   Send(kMsgHostPlayPart);
   EXPECT_FALSE(IsPlaying());
   EXPECT_EQ(PositionMs(), 5000);
+  Send(kMsgHostPlayPart, "FromMs", 5000, "ToMs", 6000);
+  for (const uint32 command : {kMsgHostPlayPause, kMsgHostPlayPause, kMsgHostPlayPart}) Send(command);
+  EXPECT_TRUE(IsPlaying()) << "the user has paused and played on: it is no part any more";
 }
 
 TEST_F(Commands, ClicksAreThoseOfTheSongAndACountInLastsUntilTheNextSeek) {
@@ -179,6 +182,9 @@ TEST_F(Commands, ClicksAreThoseOfTheSongAndACountInLastsUntilTheNextSeek) {
   EXPECT_EQ(clicks(), TTimes()) << "marks are silent";
   Send(kMsgHostMarks, "Title", kOwnTitle, "TimeMs", 3000, "Clicks", true);
   EXPECT_EQ(clicks(), TTimes{3000});
+  Send(kMsgHostMarks, "Title", kOwnTitle, "TimeMs", 3000);
+  EXPECT_EQ(clicks(), TTimes()) << "switched off";
+  Send(kMsgHostMarks, "Title", kOwnTitle, "TimeMs", 3000, "Clicks", true);
   Send(kMsgHostCountIn, "TimeMs", 2500);
   EXPECT_EQ(clicks(), (TTimes{2500, 3000}));
   Send(kMsgHostSeek, "Time", 7000);

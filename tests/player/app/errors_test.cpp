@@ -23,6 +23,9 @@ TEST(Errors, ThatOfASongStayedForTheWholeAlbum) {
   EXPECT_EQ(errors.Text(), "no session bus\na cannot be played\nb is truncated");
   errors.SongIsHeard();
   EXPECT_EQ(errors.Text(), "no session bus\nb is truncated");
+  errors.Add("b is truncated", TErrors::TLife::kOfSong);
+  errors.SongIsHeard();
+  EXPECT_EQ(errors.Text(), "no session bus\nb is truncated") << "it has occurred again";
   errors.SongIsHeard();
   EXPECT_EQ(errors.Text(), "no session bus");
 }
