@@ -30,7 +30,9 @@ struct StampList : BListView {
     Select(CurrentSelection() + 1);
     ScrollToSelection();
   }
+  void SelectionChanged() override { ++fSelections; }
   std::vector<int32> fStamped;
+  int fSelections = 0;
 };
 
 struct ListWindow : BWindow {
@@ -169,4 +171,12 @@ TEST_F(ListView, RowsOfDifferentHeightsAreStacked) {
   hands::click(*fWindow, "list", {10, fList->ItemFrame(2).top + 2});
   hands::settle(*fWindow);
   EXPECT_EQ(fList->CurrentSelection(), 2);
+}
+
+TEST_F(ListView, TellsOnceThatNothingIsSelectedWhenItIsEmptied) {
+  Fill({"one", "two"});
+  fList->Select(1);
+  fList->fSelections = 0;
+  for (int i = 0; i < 2; ++i) fList->MakeEmpty();
+  EXPECT_EQ(fList->fSelections, 1);
 }

@@ -21,7 +21,7 @@ public:
   void Begin() {
     QDBusConnection bus = QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), fName);
     bus.registerVirtualObject(mpris::kPath, this);
-    bus.registerService(mpris::kServicePrefix + fName);
+    for (const QString& name : {fName, fName + ".too"}) bus.registerService(mpris::kServicePrefix + name);
   }
   void End() {
     QDBusConnection(fName).unregisterObject(mpris::kPath);

@@ -61,6 +61,7 @@ TEST_F(OtherPlayers, TheirSongIsReportedAndTheirPositionFollowed) {
                     [&] { return (system_time() - startUs) / 250000 * 250000; });
   fBus->Start();
   Choose("fake");
+  EXPECT_FALSE(Knows("fake.too")) << "its other name on the bus";
   EXPECT_EQ(Text("path"), "/music/a songあ.mp3");
   EXPECT_EQ(Text("title"), "A title");
   EXPECT_EQ(Text("artist"), "One, Two");
