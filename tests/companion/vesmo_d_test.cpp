@@ -104,6 +104,18 @@ TEST_F(BothPlugins, SettingsThatCannotBeSavedAtTheEndAreReported) {
   end.join();
 }
 
+TEST_F(BothPlugins, LyricsWindowOpensAgainOnlyIfItWasOpenAtTheEnd) {
+  for (const auto& [requests, isOpen] : {std::pair(1, false), {2, true}, {1, true}}) {
+    auto companion = Load(COMPANION_FILE);
+    for (int i = 0; i < requests; ++i) companion->Init(); // the second one shows it
+    if (isOpen) hands::wait_for_window("Vesmo Display");
+    End(&companion);
+    TLyricsWindowState stored;
+    stored.Load(BEntry(fFolder.File("KOREVA/VesmoD/VesmoD_ExitStates.arc").c_str()));
+    EXPECT_EQ(stored.fIsOpen, isOpen);
+  }
+}
+
 TEST(PluginImages, ExportTheirEntryAlone) {
   for (const char* file : {EDITOR_FILE, COMPANION_FILE})
     EXPECT_EQ(output_of(std::string("nm -D --defined-only ") + file + " | awk '{ print $3 }'"), "NewPlugin") << file;

@@ -32,6 +32,16 @@ TEST_F(WindowMessages, AReportOfMegabytesIsTruncated) {
   EXPECT_THAT(Status(), EndsWith(">   " + std::string(1024, 'x')));
 }
 
+TEST_F(WindowMessages, ClosingKeepsThePlaceOfTheWindowAndItsMode) {
+  Press("Ctrl+D");
+  hands::move_by_hand(*fWindow, 60, 70);
+  Settle();
+  const BRect frame = fWindow->Frame();
+  Press("Ctrl+W");
+  EXPECT_EQ(gExitState->fWindowFrame, frame);
+  EXPECT_EQ(gExitState->fMode, 1);
+}
+
 TEST_F(WindowMessages, AModeChosenAMomentBeforeTheManagerClosesTheWindowIsKept) {
   const BMessage mode = message_of(kMsgMode, "Mode", 2);
   fWindow->PostMessage(&mode, fWindow->FindView("VesmoEditorView"));
