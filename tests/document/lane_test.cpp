@@ -32,6 +32,13 @@ TEST_F(LaneInTheEditor, AClickPlaysFromThereAndOnANeighbourSelectsItsLine) {
   EXPECT_EQ(EditView().CurLine(), 2);
 }
 
+TEST_F(LaneInTheEditor, CtrlMovesTheLaterTagsAsWell) {
+  hands::click(*fWindow, "Lane", At(12000));
+  Settle();
+  Press("Up", "Ctrl+Down");
+  EXPECT_THAT(Lines(), ElementsAre("[00:10:00]one", "[00:12:00]two", "[00:15:99]three"));
+}
+
 TEST_F(LaneInTheEditor, TheLyricsGetTheirRoomBackAndTheChoiceIsKept) {
   EXPECT_TRUE(TViewChoices().showsLane);
   const float height = fWindow->FindView("ScrlView")->Frame().Height();

@@ -41,6 +41,7 @@ TEST_F(ToolBar, ClickSendsTheMessageAndChangesNothingElse) {
   EXPECT_FALSE(hands::spoken(*fWindow, "Std").isOn) << "only the program changes it";
   EXPECT_EQ(AfterClick("Std"), Codes{'mode'}) << "a copy each time";
   EXPECT_EQ(hands::focused_view(*fWindow), "Open") << "a click does not move the focus";
+  for (const char* key : {"Space", "Return"}) EXPECT_EQ(AfterKey(key), Codes{'_opn'}) << key;
 }
 
 TEST_F(ToolBar, ButtonsStandSideBySideAndAreCountedWithoutSeparators) {
