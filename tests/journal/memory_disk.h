@@ -6,6 +6,7 @@
 #include <list>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 /** A journal in memory, which knows what a power cut would leave of it. */
