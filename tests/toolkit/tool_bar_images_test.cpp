@@ -1,9 +1,9 @@
 #include "window/tool_bar_images.h"
 
-#include "editviews/row_colors.h"
 #include "platform/display/display_thread.h"
 #include "platform/display/image_icon.h"
 #include "tests/support/testing.h"
+#include "toolkit/readable_colors.h"
 
 namespace {
 

@@ -8,7 +8,7 @@ enum : unsigned int {
   kMsgBusStop = 'bstP',
   kMsgBusSeekBy = 'bskB', // int32 "byMs"
   kMsgBusRaise = 'braI',
-  kMsgBusTray = 'btrY', // bool "shown": the desktop's tray shows the player's icon
+  kMsgBusTray = 'btrY',          // bool "shown": the desktop's tray shows the player's icon
   kMsgBusNoFileManager = 'bnfM', // string "path": no file manager could show it
   // The other players.
   kMsgBusPlayers = 'blsT',   // bool "reachable", string "id" and "name", one pair a player

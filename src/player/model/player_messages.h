@@ -24,14 +24,14 @@ enum : unsigned int {
   kMsgMoveSongs = 'plmv',   // "id"; int32 "before"
   kMsgSortSongs = 'plso',   // int32 "by", a TSortKey or kSortAsBefore; bool "descending" (absent: false)
   kMsgClearSongs = 'plcl',
-  kMsgSaveList = 'plsv',    // string "path"
-  kMsgTagsFound = 'pltg',   // of the songs "id": the fields of player/list/tag_fields.h
-  kMsgSongLyrics = 'plsl',  // string "path": the editor opens that song's lyrics
+  kMsgSaveList = 'plsv',     // string "path"
+  kMsgTagsFound = 'pltg',    // of the songs "id": the fields of player/list/tag_fields.h
+  kMsgSongLyrics = 'plsl',   // string "path": the editor opens that song's lyrics
   kMsgShowInFolder = 'plsf', // string "path": in the desktop's file manager
   kMsgFolderClosed = 'plfc', // string "path": its folder could not be opened either
-  kMsgCover = 'plcv',       // strings "path" of the song and "file" of its cover
-  kMsgKeep = 'plkp',        // timer: save the list for the next run
-  kMsgKeepChoices = 'plkc', // timer: save the choices of the menu
+  kMsgCover = 'plcv',        // strings "path" of the song and "file" of its cover
+  kMsgKeep = 'plkp',         // timer: save the list for the next run
+  kMsgKeepChoices = 'plkc',  // timer: save the choices of the menu
   kMsgHandedOver =
       'plho', // from another start of the program: strings "path", string "lyrics", bool "paused"; answered
   // Plug-ins: int32 "index".
