@@ -11,7 +11,7 @@ namespace {
 /** The time that the player has to answer the request for its position. */
 constexpr bigtime_t kAnswerUs = 20000;
 /** Key events take less unless the window is busy, and their own times are known to milliseconds only. */
-constexpr bigtime_t kUsualWaitUs = 3000;
+constexpr bigtime_t kUsualWaitUs = 2000;
 /** The longest that a key event may have waited to be corrected for it. */
 constexpr bigtime_t kLongestWaitUs = 5000000;
 
