@@ -4,6 +4,7 @@
 #include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 #include "tests/support/long_tests.h"
+#include "tests/support/random_seed.h"
 
 #include <gmock/gmock.h>
 
@@ -84,8 +85,8 @@ protected:
     return at == std::string::npos ? text : fFolder.Read(text.substr(at + fFolder.Path().size() + 1));
   }
 
-  unsigned fSeed = std::random_device()();
-  std::mt19937 fRandom{fSeed};
+  const RandomSeed fSeed;
+  std::mt19937 fRandom{fSeed.value};
   std::map<std::string, TFile> fDisk;
   std::list<std::string> fRecent;
   std::string fName;
@@ -278,7 +279,7 @@ void AnyUseOfTheEditor::Check() {
 } // namespace
 
 TEST_F(AnyUseOfTheEditor, LosesNothingAndAsksOnlyWhenSomethingWouldBeLost) {
-  SCOPED_TRACE("seed " + std::to_string(fSeed));
+  SCOPED_TRACE(fSeed.Text());
   for (const char* name : {"a.lrc", "b.lrc"}) {
     fDisk[name] = {{"[00:10:00]日one", "[00:20:00]two", name}, name[0] == 'a' ? kUtf8 : kShiftJis};
     fFolder.Write(name, fDisk[name].Bytes());

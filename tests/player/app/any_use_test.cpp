@@ -10,6 +10,7 @@
 #include "player/sound/song_source.h"
 #include "tests/support/long_tests.h"
 #include "tests/support/messages.h"
+#include "tests/support/random_seed.h"
 #include "tests/support/songs.h"
 
 #include <gmock/gmock.h>
@@ -49,7 +50,7 @@ struct ToldSource final : TSongSource {
     positionMs = 0;
   }
   std::string path, followed;
-  int64 load = 0, follower = 0, loads = 0;
+  int64 load = 0, follower = 0, loads = 1; // load 0 is none
   bool isPaused = false;
   int32 positionMs = 0, repeatToMs = -1;
 };
@@ -142,8 +143,8 @@ protected:
     return message;
   }
 
-  unsigned fSeed = std::random_device()();
-  std::mt19937 fRandom{fSeed};
+  const RandomSeed fSeed;
+  std::mt19937 fRandom{fSeed.value};
   std::vector<ModelSong> fModel;
   int32 fCurrent = -1;
   bool fIsLoaded = false, fIsPlaying = false, fIsHeard = false;
@@ -324,7 +325,7 @@ void AnyUse::Step() {
 } // namespace
 
 TEST_F(AnyUse, OfTheListPlaysTheSongsThatTheModelSays) {
-  SCOPED_TRACE("seed " + std::to_string(fSeed));
+  SCOPED_TRACE(fSeed.Text());
   const int steps = long_tests() ? 500000 : 10000;
   for (int step = 0; step < steps && !HasFatalFailure(); ++step) {
     SCOPED_TRACE("step " + std::to_string(step));
