@@ -419,7 +419,7 @@ private:
     const int32 fromMs = fParts.FromMs();
     fPaused = true;
     ExpectPosition(fromMs);
-    fParts.SeekTo(fromMs);
+    fParts.Return();
     Moves();
     Report([this](TSongEvents& events) { events.PartEnded(fPart); });
   }

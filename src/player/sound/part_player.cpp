@@ -27,6 +27,7 @@ void TPartPlayer::Play(const TSongPart& part) {
   if (!part.toMs) return SeekTo(part.fromMs);
   const bool endsItself = !part.isLooped;
   fPart = part;
+  fReturnedToMs.reset();
   if (endsItself) SetText(kPausesAtEnd, "always");
   SetEnd(endsItself ? part.toMs : std::nullopt);
   SetLoop(endsItself ? -1 : part.fromMs, endsItself ? -1 : *part.toMs);
@@ -35,25 +36,34 @@ void TPartPlayer::Play(const TSongPart& part) {
 }
 
 void TPartPlayer::SeekTo(int32 positionMs) {
-  const bool wasPart = fPart.has_value();
-  if (wasPart) {
-    fPart.reset();
-    SetEnd({});
-    SetLoop(fRepeatFromMs, fRepeatToMs);
-  }
+  const bool wasPart = fPart || fReturnedToMs;
+  Leave();
   Seek(positionMs);
   if (wasPart) SetText(kPausesAtEnd, "no");
 }
 
+void TPartPlayer::Return() {
+  const int32 fromMs = FromMs();
+  Leave();
+  Seek(fromMs);
+  fReturnedToMs = fromMs;
+}
+
 void TPartPlayer::Cancel() {
+  if (!fPart && !fReturnedToMs) return;
+  const int32 stoppedAtMs = fReturnedToMs ? *fReturnedToMs : *fPart->toMs;
+  Leave();
+  // The library is done with what it has decoded to the end while that is still to be heard.
+  if (Is("eof-reached")) Seek(HeardMs().value_or(stoppedAtMs));
+  SetText(kPausesAtEnd, "no");
+}
+
+void TPartPlayer::Leave() {
+  fReturnedToMs.reset();
   if (!fPart) return;
-  const int32 toMs = *fPart->toMs;
   fPart.reset();
   SetEnd({});
   SetLoop(fRepeatFromMs, fRepeatToMs);
-  // The library is done with the part while its last moments are still to be heard.
-  if (Is("eof-reached")) Seek(HeardMs().value_or(toMs));
-  SetText(kPausesAtEnd, "no");
 }
 
 bool TPartPlayer::HasEnded() const {

@@ -18,6 +18,9 @@ public:
   void Play(const TSongPart& part);
   /** Seeks, and the song plays on from there: it ends at its own end only. */
   void SeekTo(int32 positionMs);
+  /** Seeks to the beginning of the part, at whose end the library has paused. The library goes on pausing at the end
+      until the song is resumed: it would take a song whose last moments it has decoded for ended, also while paused. */
+  void Return();
   /** The song ends at its own end only. */
   void Cancel();
   /** Whether the library has paused the song at the end of the part, all of which has been heard. */
@@ -25,6 +28,7 @@ public:
   int32 FromMs() const { return fPart ? fPart->fromMs : 0; }
 
 private:
+  void Leave();
   void Seek(int32 positionMs);
   void SetEnd(std::optional<int32> positionMs);
   void SetLoop(int32 fromMs, int32 toMs);
@@ -33,7 +37,8 @@ private:
   std::optional<int32> HeardMs() const;
 
   mpv_handle* fMpv = nullptr;
-  std::optional<TSongPart> fPart; // with an end
+  std::optional<TSongPart> fPart;     // with an end
+  std::optional<int32> fReturnedToMs; // paused there after a part
   int32 fRepeatFromMs = -1;
   int32 fRepeatToMs = -1;
 };

@@ -105,7 +105,11 @@ TEST_F(SongSource, APartEndsWhereItIsToAndTheSongIsPausedAtItsBeginning) {
   const int64 load = LoadSilence(4, true);
   for (const TSongPart& part : {TSongPart{400, 700}, {1900, 2000}, {0, 100}}) {
     EXPECT_TRUE(fListener.Wait(fListener.fEndedPart, fSource->PlayPart(part)));
-    EXPECT_EQ(fSource->PositionMs(), part.fromMs);
+    for (int i = 0; i < 10; ++i) { // the rest of the song may be in the output buffer already
+      snooze(50000);
+      EXPECT_NEAR(fSource->PositionMs(), part.fromMs, 30);
+    }
+    EXPECT_NE(fListener.fEnded, load) << part.fromMs;
   }
   EXPECT_NE(fListener.fEnded, load) << "the end of a part is none of the song, also where both are the same";
   fSource->SetPaused(false);
