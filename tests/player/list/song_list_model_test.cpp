@@ -1,4 +1,6 @@
 #include "player/list/song_list_model.h"
+
+#include "player/list/list_total.h"
 #include "player/model/playlist.h"
 #include "tests/support/testing.h"
 
@@ -42,4 +44,13 @@ TEST(SongListModel, RowsStayWithTheirSongs) {
       ASSERT_TRUE(other == row) << "seed " << seed << " round " << round;
     }
   }
+}
+
+TEST(ListTotal, CountsOneSongAndManyAndWhatIsKnownOfTheirLengths) {
+  TSongs songs(1);
+  songs[0].durationMs = 61000;
+  EXPECT_EQ(list_total(songs), "1 song, 1:01");
+  songs.resize(3);
+  songs[1].durationMs = 3600000;
+  EXPECT_EQ(list_total(songs), "3 songs, 1:01:01");
 }
