@@ -41,6 +41,7 @@ class TheSound(Case):
         self.server.start()
         self.start_playing()
         self.server.freeze()
+        s.wait(lambda: "The sound server is not responding" in s.texts_in(s.player()), "why nothing is heard")
         hands.press("space", "Right", "plus")
         s.program.terminate()
         self.assertEqual(s.program.wait(timeout=eyes.PATIENCE), 0)

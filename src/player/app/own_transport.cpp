@@ -135,6 +135,7 @@ void TOwnTransport::PlayPause() {
   fThread.Check();
   if (!fPlayback.isLoaded) return PlaySong(std::max(fSongs->Current(), int32{0}), false);
   fPart = 0;
+  fIsHanging = false;
   fPlayback.isPlaying = !fPlayback.isPlaying;
   fSound->SetPaused(!fPlayback.isPlaying);
   fEvents->StateChanged();
@@ -337,9 +338,15 @@ void TOwnTransport::Failed(const BMessage& message) {
   PlayOn();
 }
 
+const char* TOwnTransport::SoundProblem() const {
+  if (fIsHanging) return "Player_Err_Sound_Hangs";
+  return fHasNoDevice ? "Player_Err_Silent" : nullptr;
+}
+
 void TOwnTransport::Tick() {
   const bool isHeard = fPlayback.isLoaded && fLoadedLoad == fLoad;
   ++fTicks;
+  if (const bool before = std::exchange(fIsHanging, fSound->IsHanging()); before != fIsHanging) fEvents->StateChanged();
   if (!isHeard) return;
   QueueFollower();
   if (fTicks % kTicksPerFileCheck == 0 && fMissingLoad != fLoad) WarnOfMissingFile();

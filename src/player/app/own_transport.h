@@ -42,7 +42,8 @@ public:
 
   /** For threads that ask for the position; null after End. */
   TSongSource* Sound() const { return fSound.get(); }
-  bool HasNoDevice() const { return fHasNoDevice; }
+  /** The key of the text that says why nothing is heard, or null. */
+  const char* SoundProblem() const;
   /** Differs for each song begun; 0 for none. */
   int64 LoadNumber() const { return fLoad; }
 
@@ -93,6 +94,7 @@ private:
   TFollower fFollower;
   TPlayback fPlayback;
   bool fHasNoDevice = false;
+  bool fIsHanging = false; // as of the last tick; ticks end with a pause
   int64 fLoad = 0;
   int64 fLoadedLoad = 0;  // the last one that the sound could begin
   int64 fMissingLoad = 0; // the last one whose file was found missing

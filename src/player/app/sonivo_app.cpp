@@ -358,8 +358,8 @@ TPlayerState TSonivoApp::State() const {
   state.devices = fOwn.Devices();
   state.absentFolders = fFolders.Absent();
   state.errors = fErrors.Text();
-  if (fOwn.HasNoDevice())
-    state.errors.append(state.errors.empty() ? "" : "\n").append(player_text("Player_Err_Silent"));
+  if (const char* const problem = fOwn.SoundProblem())
+    state.errors.append(state.errors.empty() ? "" : "\n").append(player_text(problem));
   fSource.AddTo(&state);
   state.marksMs = fMarks.Of(shown_song(state));
   return state;

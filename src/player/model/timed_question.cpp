@@ -1,5 +1,7 @@
 #include "player/model/timed_question.h"
 
+#include "platform/kernel/threads.h"
+
 #include <algorithm>
 #include <chrono>
 
@@ -16,8 +18,15 @@ std::optional<double> TTimedQuestion::Ask(const std::function<bool(uint64)>& sen
   const bool isSent = send(id);
   lock.lock();
   if (isSent && fChanged.wait_for(lock, kLongestAnswer, [&] { return fAnswered >= id; })) return fValue;
-  if (isSent) fOverdue = std::max(fOverdue, id);
+  if (!isSent) return std::nullopt;
+  if (fAnswered >= fOverdue) fOverdueSinceUs = system_time();
+  fOverdue = std::max(fOverdue, id);
   return std::nullopt;
+}
+
+bool TTimedQuestion::IsOverdueFor(bigtime_t us) const {
+  const std::lock_guard lock(fMutex);
+  return fAnswered < fOverdue && system_time() - fOverdueSinceUs >= us;
 }
 
 void TTimedQuestion::Answer(uint64 id, std::optional<double> value) {

@@ -81,6 +81,8 @@ constexpr const char* kPlayOptions[][2] = {
     {"audio-fallback-to-null", "yes"},
 };
 
+/** Longer than a busy machine or a disk that spins up keeps the library from answering. */
+constexpr bigtime_t kHangsAfterUs = 3000000;
 /** A sound server that hangs blocks the library's end indefinitely. */
 constexpr std::chrono::seconds kLongestEnd{2};
 /** Without a sound device: polling interval for one, and how many times a new one is tried, since it may still be
@@ -172,6 +174,8 @@ public:
   void SetClicks(const std::vector<int32>& timesMs) override {
     Do([=, this] { fChain.SetClicks(timesMs); });
   }
+
+  bool IsHanging() const override { return fPosition.IsOverdueFor(kHangsAfterUs); }
 
   int32 PositionMs() override {
     const int64 move = fLastMove;

@@ -68,6 +68,9 @@ public:
       Stays set for the next song. */
   virtual void SetClicks(const std::vector<int32>& /*timesMs*/) {}
   virtual void SetSound(const TSoundChoices& /*choices*/) {}
+  /** The audio library has not answered for some seconds, as when the sound server hangs. Known while the position is
+      asked for. */
+  virtual bool IsHanging() const { return false; }
   /** Reported by DevicesFound. */
   virtual void FindDevices() {}
 };

@@ -51,9 +51,10 @@ TEST_F(SongSource, EndsWhileTheSoundServerHangs) {
   SoundServer server;
   LoadSilence(40, false);
   EXPECT_TRUE(eventually([this] { return fSource->PositionMs() > 0; }));
+  EXPECT_FALSE(fSource->IsHanging());
   server.Freeze();
   fSource->SetPaused(true); // asks the server
-  for (int i = 0; i < 20; ++i) fSource->PositionMs();
+  EXPECT_TRUE(eventually([this] { return fSource->PositionMs(), fSource->IsHanging(); }));
   fSource.reset();
 }
 
