@@ -60,7 +60,8 @@ TEST_F(BothPlugins, NewAcceleratorFormatReachesEveryOpenWindowOfBothAtOnce) {
   BWindow& main = hands::wait_for_window("Untitled - Vesmo Editor");
   editor->About(false);
   companion->About(false);
-  EXPECT_TRUE(hands::until([] { return hands::windows_titled("About Vesmo Editor").size() == 2; }));
+  const std::array<BWindow*, 2> abouts{&hands::wait_for_window("About Vesmo Editor"),
+                                       &hands::wait_for_window("About Vesmo Display")};
   editor->Prefs(false);
   BWindow& prefs = hands::wait_for_window("Vesmo preferences");
   ASSERT_TRUE(hands::choose(main, {"Edit", "Shift all time tags…"}));
@@ -75,8 +76,7 @@ TEST_F(BothPlugins, NewAcceleratorFormatReachesEveryOpenWindowOfBothAtOnce) {
     EXPECT_TRUE(hands::until([&] { return hands::menu_lines(main, {}).front().label == "F" + behind + "File"; }));
     EXPECT_TRUE(shows(fineTag, "Go", "G" + behind + "Go"));
     EXPECT_TRUE(shows(prefs, "Close", "C" + behind + "Close")) << "the companion's";
-    for (BWindow* about : hands::windows_titled("About Vesmo Editor"))
-      EXPECT_TRUE(shows(*about, "Close", "C" + behind + "Close"));
+    for (BWindow* about : abouts) EXPECT_TRUE(shows(*about, "Close", "C" + behind + "Close"));
   }
   hands::click(prefs, "StayOnTop", {8, 8});
   EXPECT_TRUE(hands::until([&] { return hands::is_on_top(main); })) << "the editor takes the companion's settings over";
