@@ -158,6 +158,13 @@ def place_window(title, left, top, width, height):
     _do("search", "--name", f"^{title}$", "windowmove", "--sync", left, top, "windowsize", width, height)
 
 
+def has_window_manager():
+    display = Display()
+    found = display.screen().root.get_full_property(display.intern_atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType)
+    display.close()
+    return found is not None
+
+
 def count_menus():
     """Of the program, that are open."""
     display = Display()

@@ -2,6 +2,7 @@
 import os
 import subprocess
 import sys
+import time
 
 import eyes
 import hands
@@ -25,6 +26,7 @@ class Menus(Case):
     def setUp(self):
         super().setUp()
         self.begin(["openbox", "--sm-disable"])
+        self.stage.wait(hands.has_window_manager, "the window manager")
         self.opened = self.stage.root / "opened"
         opener = self.stage.file("xdg-open", f'#!/bin/sh\necho "$1" >>"{self.opened}"\n')
         opener.chmod(0o755)
@@ -46,6 +48,7 @@ class Menus(Case):
         s.launch(lyrics, environment=self.environment, songs=[str(songs / f"{name}.wav") for name in SONGS])
         s.wait(lambda: s.window() and self.titles() == ["Alba", "Bora", "Cala"], "the songs")
         s.wait(lambda: bus("metadata", "title") == "Alba", "the first song")
+        self.focus()
 
     def titles(self):
         return [eyes.name(row).split(" — ")[0] for row in eyes.children(self.list())]
@@ -57,22 +60,27 @@ class Menus(Case):
         return next(w for w in self.stage.windows() if eyes.name(w).startswith("Sonivo") and eyes.role(w) == "frame")
 
     def focus(self):
-        if "active" not in eyes.states(self.player()):
-            hands.click(eyes.place(self.list()))
-            self.stage.wait(lambda: "active" in eyes.states(self.player()), "the player with the keyboard")
+        """Clicks above the cover, again if the window was just being placed or the editor's came up."""
+        def is_active():
+            if "active" in eyes.states(self.player()):
+                return True
+            left, top, width, _ = eyes.place(self.player())
+            hands.click((left, top, width, 10))
+            time.sleep(0.1)
+            return False
+        self.stage.wait(is_active, "the player with the keyboard")
 
     def choose(self, keys, seen, opens=None):
         """Picks an entry by its keys, from the menu of the button if no other is opened, and looks what comes of it."""
-        with self.subTest(keys=keys):
-            self.stage.wait(lambda: hands.count_menus() == 0, "no other menu")
-            if opens:
-                opens()
-            else:
-                self.focus()
-                hands.press("alt+m")
-            self.stage.wait(lambda: hands.count_menus() > 0, "the menu")
-            hands.press(*keys.split())
-            self.stage.wait(seen, f"what {keys} says")
+        self.stage.wait(lambda: hands.count_menus() == 0, f"no other menu before {keys}")
+        if opens:
+            opens()
+        else:
+            self.focus()
+            hands.press("alt+m")
+        self.stage.wait(lambda: hands.count_menus() > 0, f"the menu of {keys}")
+        hands.press(*keys.split())
+        self.stage.wait(seen, f"what {keys} says")
 
     def each(self, entries, opens=None):
         for keys, seen in entries:
@@ -244,7 +252,7 @@ class TheDisplay(Menus):
         settings.write_record(s.config / "VesmoD/VesmoD_ExitStates.arc", {"Open": settings.flag(True)})
         self.start("[00:00:00]one\n")
         s.wait(self.view, "the display")
-        hands.place_window("Vesmo Display", 200, 450, 500, 200)
+        hands.place_window("Vesmo Display", 600, 560, 500, 200)
         s.wait(lambda: self.place()[2:] == (500, 200), "its new place")
         before, size = self.place(), [hands.bright_points(self.place())]
         menu = self.right_click(self.view)
