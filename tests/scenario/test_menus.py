@@ -276,8 +276,6 @@ class TheDisplay(Menus):
         for key, seen in (("ctrl+plus", grows), ("ctrl+minus", is_normal), ("ctrl+equal", grows), ("ctrl+0", is_normal)):
             hands.press(key)
             s.wait(seen, f"the text after {key}")
-        hands.press("F11")
-        s.wait(is_full, "the whole screen")
         hands.close_window(eyes.name(self.player()))
         s.wait(lambda: s.program.poll() == 0, "the end")
         s.launch()
