@@ -142,8 +142,16 @@ void TOwnTransport::PlayPause() {
 }
 
 void TOwnTransport::Skip(int direction) {
+  SkipTo(direction, false);
+}
+
+void TOwnTransport::SkipAsItIs(int direction) {
+  SkipTo(direction, fPlayback.isLoaded && !fPlayback.isPlaying);
+}
+
+void TOwnTransport::SkipTo(int direction, bool startsPaused) {
   if (direction < 0 && fPlayback.isLoaded && PositionMs() > kPreviousSongWithinMs) return Seek(0);
-  PlaySong(fOrder.SkipTarget(direction), false);
+  PlaySong(fOrder.SkipTarget(direction), startsPaused);
 }
 
 void TOwnTransport::Seek(int64 positionMs) {

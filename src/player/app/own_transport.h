@@ -51,6 +51,7 @@ public:
   int32 PositionMs() override;
   void PlayPause() override;
   void Skip(int direction) override;
+  void SkipAsItIs(int direction) override;
   void Seek(int64 positionMs) override;
   void PlayPart(const TSongPart& part) override;
   void EndPart() override;
@@ -66,6 +67,7 @@ private:
     bool operator==(const TFollower&) const = default;
   };
   void Begin(int32 index, bool paused, int64 load);
+  void SkipTo(int direction, bool startsPaused);
   void ForgetRepeat();
   void ApplySound();
   void ApplyClicks();

@@ -182,6 +182,11 @@ bool TSonivoApp::HandleDesktop(const BMessage& message) {
   case kMsgBusPause:
     if (fOwn.Playback().isPlaying != (message.what == kMsgBusPlay)) fSource.Transport().PlayPause();
     return true;
+  case kMsgBusNext:
+  case kMsgBusPrevious:
+    UserChose();
+    fSource.Transport().SkipAsItIs(message.what == kMsgBusNext ? 1 : -1);
+    return true;
   case kMsgBusStop:
     fList.CancelPlay();
     fOwn.Stop();

@@ -18,6 +18,8 @@ public:
   virtual void PlayPause() = 0;
   /** To the next song (1) or the previous one (-1). */
   virtual void Skip(int direction) = 0;
+  /** The same as the desktop expects it: a song that is paused is followed by one that is paused. */
+  virtual void SkipAsItIs(int direction) { Skip(direction); }
   /** Bounded to the song. */
   virtual void Seek(int64 positionMs) = 0;
   /** Bounded to the song; ignored if too little remains. The song pauses at the beginning of the part afterwards,

@@ -182,7 +182,7 @@ bool TPlayerObject::DoPlayer(const QString& method, const QVariantList& argument
     bool isPossible;
   } kPlain[] = {{"Play", kMsgBusPlay, fStatus.canPlay},        {"Pause", kMsgBusPause, fStatus.canPlay},
                 {"PlayPause", kMsgPlayPause, fStatus.canPlay}, {"Stop", kMsgBusStop, fStatus.canPlay},
-                {"Next", kMsgNext, fStatus.canGoNext},         {"Previous", kMsgPrevious, fStatus.canGoPrevious}};
+                {"Next", kMsgBusNext, fStatus.canGoNext},      {"Previous", kMsgBusPrevious, fStatus.canGoPrevious}};
   for (const auto& plain : kPlain) {
     if (method != plain.name) continue;
     if (plain.isPossible) Send(plain.what);

@@ -6,6 +6,9 @@ enum : unsigned int {
   kMsgBusPlay = 'bplY',
   kMsgBusPause = 'bpaU',
   kMsgBusStop = 'bstP',
+  // A paused song's neighbour is paused, too, unlike that of kMsgNext and kMsgPrevious.
+  kMsgBusNext = 'bneX',
+  kMsgBusPrevious = 'bpvS',
   kMsgBusSeekBy = 'bskB', // int32 "byMs"
   kMsgBusRaise = 'braI',
   kMsgBusTray = 'btrY',          // bool "shown": the desktop's tray shows the player's icon

@@ -111,6 +111,16 @@ TEST_F(Transports, PreviousGoesToTheBeginningFirst) {
   EXPECT_EQ(fSongs.Current(), 1) << "beyond the end the next song follows";
 }
 
+TEST_F(Transports, TheDesktopSkipsFromPausedSongToPausedSong) {
+  fOwn.PlaySong(0, false);
+  fOwn.SkipAsItIs(1);
+  EXPECT_TRUE(fOwn.Playback().isPlaying);
+  fOwn.PlayPause();
+  fOwn.SkipAsItIs(1);
+  EXPECT_EQ(fSongs.Current(), 2);
+  EXPECT_FALSE(fOwn.Playback().isPlaying);
+}
+
 TEST_F(Transports, TheNextSongOfTheAlbumIsQueuedNearTheEndAndTakenWhenItHasBegun) {
   const auto play_to_the_end = [this](int32 index) {
     fOwn.PlaySong(index, false);
