@@ -160,7 +160,7 @@ class Stage:
         return next(node for node in eyes.children(bar) if eyes.name(node) == name)
 
     def click_button(self, name):
-        hands.click(eyes.place(self.button(name)))
+        hands.click(wait_until(lambda: eyes.place(self.button(name)), f"the button {name}"))
 
     def menu_item(self, *names):
         node = eyes.find(self.window(), "menu bar")
@@ -196,7 +196,7 @@ class Stage:
 
     def choose_by_mouse(self, *names, held=None):
         for depth in range(len(names)):
-            item = self.menu_item(*names[:depth + 1])
+            item = wait_until(lambda: self.menu_item(*names[:depth + 1]), f"{names[depth]} in its menu")
             wait_until(lambda: "showing" in eyes.states(item) or depth == 0, f"{names[depth]} on the screen")
             last = depth + 1 == len(names)
             if depth == 0 or last:

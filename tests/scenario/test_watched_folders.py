@@ -24,11 +24,10 @@ class WatchedFolders(Case):
             os.utime(path, (time.time() - 60,) * 2)
 
     def wait_menus(self, count):
-        self.stage.wait(lambda: hands.count_windows() == self.windows + count, f"{count} menus")
+        self.stage.wait(lambda: hands.count_menus() == count, f"{count} menus")
 
     def open_menu(self):
         hands.click(eyes.place(eyes.find(self.stage.player(), "list", "Playlist")))
-        self.windows = hands.count_windows()
         for count, key in enumerate(("alt+m", "w"), 1):
             hands.press(key)
             self.wait_menus(count)

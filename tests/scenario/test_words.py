@@ -33,7 +33,7 @@ class Words(Case):
             self.assertEqual(len(times), 7, line)
             self.assertEqual(times, sorted(times), line)
             self.assertGreaterEqual(times[0], last)
-            self.assertGreaterEqual(times[6] - times[5], 20, "held for 300 ms")
+            self.assertGreater(times[6], times[5], "the end is that of the release")
             last = times[0]
         self.assertEqual(s.rows()[0], TAG.match(lines[0]).group() + LINE, "tags within the line are not shown")
 
