@@ -28,6 +28,7 @@ class WatchedFolders(Case):
 
     def open_menu(self):
         hands.click(eyes.place(eyes.find(self.stage.player(), "list", "Playlist")))
+        self.stage.wait(lambda: "active" in eyes.states(self.stage.player()), "the player with the keyboard")
         for count, key in enumerate(("alt+m", "w"), 1):
             hands.press(key)
             self.wait_menus(count)
