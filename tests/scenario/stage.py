@@ -151,6 +151,13 @@ class Stage:
             return node and "active" in eyes.states(self.window()) and eyes.name(node) == name
         wait_until(has_it, f"the keyboard at {name}")
 
+    def playlist(self):
+        return eyes.find(self.player(), "list", "Playlist")
+
+    def focus_playlist(self):
+        hands.click(eyes.place(self.playlist()))
+        wait_until(lambda: "active" in eyes.states(self.player()), "the player with the keyboard")
+
     def wait_closed(self):
         """The editor's window is gone; the player stays."""
         wait_until(lambda: not self.window(), "the editor's window gone")

@@ -54,7 +54,7 @@ class Menus(Case):
         return [eyes.name(row).split(" — ")[0] for row in eyes.children(self.list())]
 
     def list(self):
-        return eyes.find(self.stage.player(), "list", "Playlist")
+        return self.stage.playlist()
 
     def player(self):
         return next(w for w in self.stage.windows() if eyes.name(w).startswith("Sonivo") and eyes.role(w) == "frame")

@@ -29,7 +29,7 @@ class ThePlayersList(Case):
             path.write_bytes(sound())
 
     def list(self):
-        return eyes.find(self.stage.player(), "list", "Playlist")
+        return self.stage.playlist()
 
     def row(self, index):
         return eyes.place(eyes.children(self.list())[index])
@@ -123,7 +123,7 @@ class AnotherPlayerAsSource(Case):
     def test_its_song_is_shown_moved_and_stamped_until_it_quits(self):
         s = self.stage
         s.start(lyrics=s.file("song.lrc", "one\ntwo\n"))
-        hands.click(eyes.place(eyes.find(s.player(), "list", "Playlist")))
+        s.focus_playlist()
         s.wait(self.choose_source, "the other player's song in the window")
         hands.press("alt+m", "u", "Return")
         s.wait(lambda: self.is_shown("First Light"), "the own song")
@@ -155,7 +155,7 @@ class ThePlaybackMenu(Case):
         s = self.stage
         s.start()
         s.wait(lambda: self.bus("Shuffle") == ["false"], "the bus")
-        hands.click(eyes.place(eyes.find(s.player(), "list", "Playlist")))
+        s.focus_playlist()
         for letter, name, value in [("s", "Shuffle", "true"), ("p", "LoopStatus", "Playlist"), ("o", "LoopStatus", "Track")]:
             self.choose(letter)
             s.wait(lambda: self.bus(name) == [value], f"{name} {value}")

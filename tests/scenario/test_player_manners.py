@@ -15,7 +15,7 @@ class ThePlayersManners(Case):
         return [str(self.stage.song), *files]
 
     def list(self):
-        return eyes.find(self.stage.player(), "list", "Playlist")
+        return self.stage.playlist()
 
     def rows(self):
         """Those that are not hidden."""
@@ -27,8 +27,7 @@ class ThePlayersManners(Case):
         self.focus()
 
     def focus(self):
-        hands.click(eyes.place(self.list()))
-        self.stage.wait(lambda: "active" in eyes.states(self.stage.player()), "the player with the keyboard")
+        self.stage.focus_playlist()
 
     def wait_song(self, title):
         self.stage.wait(lambda: eyes.name(self.stage.player()) == f"Sonivo – {title}", f"the song {title}")

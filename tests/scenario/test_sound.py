@@ -16,7 +16,7 @@ class TheSound(Case):
     def start_playing(self):
         s = self.stage
         s.start(environment=self.server.environment)
-        hands.click(eyes.place(eyes.find(s.player(), "list", "Playlist")))
+        s.focus_playlist()
         hands.press("space")
         s.wait(lambda: s.position() > 0, "the song playing")
 

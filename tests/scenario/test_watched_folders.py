@@ -10,7 +10,7 @@ from test_player import FIRST_LIGHT, sound
 
 class WatchedFolders(Case):
     def rows(self):
-        return [eyes.name(row) for row in eyes.children(eyes.find(self.stage.player(), "list", "Playlist"))]
+        return [eyes.name(row) for row in eyes.children(self.stage.playlist())]
 
     def wait_songs(self, *names):
         self.stage.wait(lambda: self.rows() == [FIRST_LIGHT, *names], f"the songs {names}")
@@ -27,8 +27,7 @@ class WatchedFolders(Case):
         self.stage.wait(lambda: hands.count_menus() == count, f"{count} menus")
 
     def open_menu(self):
-        hands.click(eyes.place(eyes.find(self.stage.player(), "list", "Playlist")))
-        self.stage.wait(lambda: "active" in eyes.states(self.stage.player()), "the player with the keyboard")
+        self.stage.focus_playlist()
         for count, key in enumerate(("alt+m", "w"), 1):
             hands.press(key)
             self.wait_menus(count)
@@ -51,7 +50,7 @@ class WatchedFolders(Case):
         (self.folder / "a.wav").unlink()
         self.wait_songs("a (No such file or directory)", "1", "2")
         self.assertIn("First Light", eyes.name(s.player()), "the place is kept")
-        hands.click(eyes.place(eyes.children(eyes.find(s.player(), "list", "Playlist"))[2]))
+        hands.click(eyes.place(eyes.children(s.playlist())[2]))
         hands.press("Delete")
         self.wait_songs("a (No such file or directory)", "2")
         s.close_player()
