@@ -48,10 +48,11 @@ TEST(SteadyPlay, AnEarlierPositionIsKnownWhileTheSongPlaysWithoutInterruption) {
     std::optional<int32> positionMs;
   } cases[] = {
       {"plays", {read(0, 5000), read(300, 5303), read(600, 5600)}, kBegin + 450 * kMs, 5450},
-      {"three quarters of the speed", {read(0, 5000, 75), read(400, 5300, 75)}, kBegin + 200 * kMs, 5150},
+      {"three quarters of the speed", {read(0, 5000, 75), read(400, 5300, 75)}, kBegin + 202 * kMs, 5152}, // 5151.5
       {"begun meanwhile", {read(0, 0), read(10, 10)}, kBegin, 0},
       {"never below 0", {read(0, 2), read(20, 4)}, kBegin, 0},
       {"not asked before", {read(400, 5300)}, kBegin + 200 * kMs, {}},
+      {"the clock of the sound drifts", {read(0, 0), read(1100, 1112), read(2200, 2224)}, kBegin + 100 * kMs, 124},
       {"paused", {read(0, 5000), read(100, 5050, 100, false)}, kBegin + 50 * kMs, {}},
       {"resumed since", {read(0, 5000, 100, false), read(400, 5300)}, kBegin + 200 * kMs, {}},
       {"paused and resumed since", {read(0, 5000), read(400, 5370)}, kBegin + 200 * kMs, {}},

@@ -80,7 +80,9 @@ TEST_F(WatchedFolder, NewsCome) {
   };
   Song("a.mp3");
   watch.Watch({fFolder.Path()});
-  EXPECT_EQ(Titles(next().come), "a ");
+  const TFolderWatch::TNews first = next();
+  EXPECT_EQ(Titles(first.come), "a ");
+  EXPECT_THAT(first.firstScanned, ElementsAre(fFolder.Path()));
   ScratchFolder other;
   fs::create_directories(other.File("sub"));
   fs::rename(fFolder.File("a.mp3"), other.File("sub/b.mp3"));
@@ -90,4 +92,8 @@ TEST_F(WatchedFolder, NewsCome) {
   watch.Watch({});
   watch.Watch({fFolder.Path()});
   EXPECT_EQ(Titles(next().come), "b ") << "watched from the start again";
+  fFolder.Write("copied.mp3", "");
+  EXPECT_EQ(Titles(next().come), "copied ") << "once it is no longer written";
+  watch.Watch({fFolder.Path(), fFolder.File("absent")});
+  EXPECT_THAT(next().absent, ElementsAre(fFolder.File("absent")));
 }

@@ -14,6 +14,13 @@ TEST(SongJoin, UntilTheFollowerIsHeardThePositionIsOneOfTheEndingSong) {
   EXPECT_EQ(join.PositionMs(3, kSpeed, 1300000), 60000) << "never beyond its end";
   EXPECT_EQ(join.Finish(kSpeed, 1300000), 60000);
   EXPECT_FALSE(join.IsPending());
+  join.Begin(); // before anything was heard of the follower
+  EXPECT_EQ(join.PositionMs({}, kSpeed, 1400000), 0);
+  join.Finish(kSpeed, 1400000);
+  join.Heard(29000, 2000000);
+  join.Begin();
+  EXPECT_EQ(join.PositionMs({}, kSpeed, 2100000), 29200);
+  EXPECT_EQ(join.PositionMs({}, kSpeed, 99000000), 31000) << "the sound hangs";
 }
 
 TEST(SongJoin, AfterAJumpTheClockSaysNothing) {
