@@ -59,8 +59,7 @@ void SNFE_Receiver::StartSonivo() {
 
 BMessenger SNFE_Receiver::Host() {
   const TDataLock lock(fLock);
-  if (!fHost.IsValid()) fConnected = false;
-  return fConnected ? fHost : BMessenger();
+  return fHost;
 }
 
 status_t SNFE_Receiver::Deliver(const BMessage& message, const TSend& send) {
@@ -123,7 +122,6 @@ void SNFE_Receiver::StoreMessenger(const BMessage& message) {
   }
   const TDataLock lock(fLock);
   fHost = host;
-  fConnected = true;
 }
 
 void SNFE_Receiver::TakeInformation(THostInformation* information) {

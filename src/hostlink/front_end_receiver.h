@@ -40,13 +40,12 @@ private:
   status_t SendWaiting(const BMessenger& host, const BMessage& message);
   status_t Deliver(const BMessage& message, const TSend& send);
   status_t Handshake(const TSend& send);
-  /** The private messenger; invalid without a connection. */
+  /** The private messenger; invalid before the handshake, and once the player is gone. */
   BMessenger Host();
 
-  // fHost, fInformation and fConnected are guarded by fLock.
+  // fHost and fInformation are guarded by fLock.
   BMessenger fHost;
   THostInformation fInformation;
-  bool fConnected = false;
 
   sem_id fLock;
   std::atomic<bool> fStopWaiting{false};
