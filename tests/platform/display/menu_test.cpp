@@ -70,6 +70,16 @@ TEST_F(Menus, RebuiltMenuIsShownAndWorks) {
   EXPECT_THAT(AfterKey("Ctrl+K"), ElementsAre('neu_'));
 }
 
+TEST_F(Menus, AnOpenMenuStaysOpenWhileItsItemsChange) {
+  hands::press(*fWindow, "F10");
+  hands::press_in_menu("Down");
+  for (const bool isMarked : {true, false}) {
+    fWindow->fFile->ItemAt(0)->SetMarked(isMarked);
+    hands::settle(*fWindow);
+  }
+  EXPECT_THAT(After([] { hands::press_in_menu("Return"); }), ElementsAre('_new'));
+}
+
 TEST_F(Menus, EveryItemIsReachableByKeyboard) {
   EXPECT_THAT(After([&] {
                 hands::press(*fWindow, "F10");

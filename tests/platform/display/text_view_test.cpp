@@ -7,9 +7,13 @@ struct Editor : BTextView {
   using BTextView::BTextView;
   std::string fEntered;
   std::vector<text_change> fChanges;
+  std::function<void()> fAtNextChange;
 
 protected:
-  void TextChanged(const text_change& change) override { fChanges.push_back(change); }
+  void TextChanged(const text_change& change) override {
+    fChanges.push_back(change);
+    if (fAtNextChange) std::exchange(fAtNextChange, nullptr)();
+  }
   void InsertText(std::string_view text) override {
     fEntered += text;
     BTextView::InsertText(text);
@@ -101,12 +105,13 @@ TEST_F(TextView, ReplacedLinesAreNotReported) {
 TEST_F(TextView, PendingChangesAreReportedBeforeLinesAreReplaced) {
   fEditor->SetText("a\nb");
   hands::settle(*fWindow);
-  hands::press(*fWindow, "x");
-  while (fEditor->fEntered.empty()) fWindow->DeliverAll(); // the key, but not the change that follows from it
+  fEditor->KeyDown("x", 1); // the change that follows from it is not delivered
+  fEditor->fAtNextChange = [this] { fEditor->KeyDown("y", 1); };
+  EXPECT_FALSE(fEditor->ReplaceLines({0, 1, {"A"}, 0})) << "typed meanwhile";
   EXPECT_TRUE(fEditor->ReplaceLines({1, 1, {"B"}, 0}));
-  ASSERT_EQ(fEditor->fChanges.size(), 1u);
+  ASSERT_EQ(fEditor->fChanges.size(), 2u);
   EXPECT_EQ(fEditor->fChanges.front().lines.front(), "xa");
-  EXPECT_EQ(fEditor->Text(), "xa\nB");
+  EXPECT_EQ(fEditor->Text(), "xya\nB");
 }
 
 TEST_F(TextView, InvalidUtf8AndOtherLineEndsAreKept) {
