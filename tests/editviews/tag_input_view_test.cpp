@@ -201,3 +201,16 @@ TEST_F(TagInputView, RepeatedCorrectionsOfFreshStampsAreReportedOnceAsLateness) 
   }
   EXPECT_EQ(hints, 1);
 }
+
+TEST_F(TagInputView, AStepOfTheHistoryCorrectsEachLineByItsOwnTime) {
+  std::string lyrics;
+  for (const char* second : {"1", "2", "3", "4", "5", "6", "7", "8"})
+    lyrics += std::string("[00:0") + second + ":00]a\n";
+  Show(lyrics);
+  Shift("-50");
+  for (int32 row = 0; row < 8; ++row) PressAt(1050 + 1000 * row, "Space");
+  for (int step = 0; step < 9; ++step) Press("Ctrl+Z");
+  EditView().SetCurLine(0);
+  Press("-");
+  EXPECT_THAT(Status(), EndsWith("Your stamps are about 50 ms late"));
+}
