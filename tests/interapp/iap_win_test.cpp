@@ -9,6 +9,8 @@
 #include "tests/support/messages.h"
 #include "tests/support/own_looper.h"
 
+#include <sys/stat.h>
+
 using testing::ElementsAre;
 
 namespace {
@@ -181,4 +183,13 @@ TEST_F(CommonWindow, ValuesAreReadAndWrittenByNameAndType) {
         message_of(kMsgIAPChanged, "IAP:SrcIAPItem", item, "IAP:Value", std::string(1 << 20, 'x'))})
     EXPECT_NE(prefs.SetValue(refused), B_OK);
   EXPECT_EQ(fFirst->Format(), "a - ");
+}
+
+TEST_F(CommonWindow, IsClosedAgainIfItGetsNoPort) {
+  const std::string folder = std::string(getenv("XDG_RUNTIME_DIR")) + "/koreva";
+  EXPECT_EQ(chmod(folder.c_str(), 0755), 0); // no longer private
+  EXPECT_NE(fFirst->fPrefs.ShowWindow({}), B_OK);
+  hands::wait_for_display();
+  EXPECT_EQ(hands::windows_titled("KOREVA Common Preferences").size(), 0);
+  EXPECT_EQ(chmod(folder.c_str(), 0700), 0);
 }
