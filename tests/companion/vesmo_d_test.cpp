@@ -94,6 +94,21 @@ TEST_F(BothPlugins, LatenessMeasuredBeforeThePreferencesWereOpenedIsShownInThem)
   End(&companion);
 }
 
+TEST_F(BothPlugins, NewAppearanceReachesTheOpenLyricsWindow) {
+  auto companion = Load(COMPANION_FILE);
+  for (int i = 0; i < 2; ++i) companion->Init();
+  BWindow& lyrics = hands::wait_for_window("Vesmo Display");
+  TPref settings;
+  TPrefValues values;
+  values.background = {0x12, 0x34, 0x56, 0xFF};
+  settings.SetValues(values);
+  BMessage notice(kMsgAppearance);
+  settings.Archive(&notice);
+  EXPECT_EQ(be_app->LooperOn(find_thread("VesmoD Communication Manager")).SendMessage(&notice), B_OK);
+  EXPECT_TRUE(hands::until([&] { return hands::pixels(lyrics, "Lyrics").find("\x56\x34\x12") != std::string::npos; }));
+  End(&companion);
+}
+
 TEST_F(BothPlugins, SettingsThatCannotBeSavedAtTheEndAreReported) {
   std::filesystem::create_directories(fFolder.File("KOREVA/VesmoD/VesmoD_ExitStates.arc/in the way"));
   auto companion = Load(COMPANION_FILE);
