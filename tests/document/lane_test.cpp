@@ -1,6 +1,9 @@
 #include "document/editor_view.h"
+#include "document/song_sound_source.h"
 #include "editviews/view_choices.h"
+#include "hostlink/host_link.h"
 #include "lane/lane_view.h"
+#include "songsound/song_sound.h"
 #include "tests/support/editor_fixture.h"
 
 using namespace testing;
@@ -63,4 +66,14 @@ TEST_F(LaneInTheEditor, ProposalsForTheDocumentBeforeAreNotTaken) {
   EXPECT_EQ(Lines().front(), "[00:10:00]one");
   accept(number);
   EXPECT_EQ(Lines().front(), "[00:10:20]one");
+}
+
+TEST_F(LaneInTheEditor, AnAnswerAboutASongThatWasLeftIsIgnored) {
+  Sonivo_FrontEnd link(false, 100000);
+  TSongSoundSource sound(View(), &link);
+  const BMessage late = message_of(kMsgSongFound, "song", "/left.mp3");
+  EXPECT_EQ(BMessenger(&sound).SendMessage(&late), B_OK);
+  Settle();
+  sound.Poll({0, 1000});
+  EXPECT_EQ(sound.Sound(), nullptr);
 }

@@ -1,5 +1,7 @@
 #include "document/editor_view.h"
 #include "editviews/view_choices.h"
+#include "platform/app/message_filter.h"
+#include "plugin/message_codes.h"
 #include "tests/support/editor_fixture.h"
 
 using namespace testing;
@@ -57,4 +59,32 @@ TEST_F(SongOfTheEditor, PositionAndSeekBarAreShownByChoiceAndAClickSeeks) {
   play(61500, 0);
   EXPECT_EQ(hands::label_text(*fWindow, "SongTime"), "");
   EXPECT_TRUE(TViewChoices().showsClock) << "the choice is kept";
+}
+
+namespace {
+/** Types a line once the song has been read, just before the question about it. */
+struct LateTyping : BMessageFilter {
+  explicit LateTyping(BView* text) : BMessageFilter(kMsgSongLyricsRead), fText(text) {}
+  filter_result Filter(BMessage*, BHandler**) override {
+    for (const char* key : {"x", "\n"}) fText->KeyDown(key, 1);
+    hands::wait_for_display();
+    return B_DISPATCH_MESSAGE;
+  }
+  BView* const fText;
+};
+} // namespace
+
+TEST_F(SongOfTheEditor, WhatWasTypedLastIsWrittenIntoItToo) {
+  const std::string frame = std::string("USLT\0\0\0\x0F\0\0\0eng\0", 15) + "ins\nid\ntwo";
+  const std::string song = fFolder.Write("c.mp3", std::string("ID3\x03\0\0\0\0\0\x19", 10) + frame);
+  fHost->fEntries = {{song, "c"}};
+  Open(fFolder.Write("a.lrc", "one\n"));
+  PlayAt(1000, "c");
+  Press("Ctrl+E", "Ctrl+Home");
+  fWindow->AddCommonFilter(new LateTyping(fWindow->FindView("FreeEditView")));
+  const hands::Question asked = Answer("Escape", [&] {
+    SendToView(BMessage(kMsgWriteIntoSong));
+    EXPECT_TRUE(Until([&] { return Lines().size() == 2; }));
+  });
+  EXPECT_THAT(asked.text, HasSubstr("lines: 2, time tags: 0"));
 }
