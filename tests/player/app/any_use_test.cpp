@@ -274,6 +274,7 @@ void AnyUse::Report() {
     fSound->positionMs = 0;
   }
   fOwn.Handle(report);
+  ASSERT_TRUE(!joins || fIsLoaded || fSound->path.empty()) << "the queued song is heard";
 }
 
 void AnyUse::Check() {
