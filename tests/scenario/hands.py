@@ -166,14 +166,17 @@ def has_window_manager():
 
 
 def count_menus():
-    """Of the program, that are open."""
+    """Of the program, that are open; tips are not counted."""
     display = Display()
+    kind, tip = (display.intern_atom(f"_NET_WM_WINDOW_TYPE{name}") for name in ("", "_TOOLTIP"))
     found = 0
     for window in display.screen().root.query_tree().children:
         try:
             attributes = window.get_attributes()
             is_menu = attributes.override_redirect and attributes.map_state == X.IsViewable
-            found += bool(is_menu and "sonivo" in (window.get_wm_class() or ()))
+            kinds = window.get_full_property(kind, Xatom.ATOM)
+            is_tip = kinds is not None and tip in kinds.value
+            found += bool(is_menu and not is_tip and "sonivo" in (window.get_wm_class() or ()))
         except BadWindow:  # gone meanwhile
             pass
     display.close()

@@ -110,24 +110,29 @@ class AnotherPlayerAsSource(Case):
     def is_shown(self, text):
         return text in self.stage.texts_in(self.stage.player())
 
-    def choose_source(self):
-        """From the menu, by keys: the other player is the item after the own sound. False when it is not there yet."""
-        hands.press("alt+m", "u", "Down", "Return")
+    def choose_source(self, *keys):
+        for count, key in enumerate(("alt+m", "u"), 1):
+            hands.press(key)
+            self.stage.wait(lambda: hands.count_menus() == count, f"{count} menus")
+        hands.press(*keys)
+        self.stage.wait(lambda: hands.count_menus() == 0, "the menus closed")
+
+    def choose_other(self):
+        """The item after the own sound, which is chosen again when the other player is not there yet."""
+        self.choose_source("Down", "Return")
         deadline = time.monotonic() + 3
         while not self.is_shown(self.TITLE) and time.monotonic() < deadline:
             time.sleep(0.05)
-        if not self.is_shown(self.TITLE):
-            hands.press("Escape", "Escape")
         return self.is_shown(self.TITLE)
 
     def test_its_song_is_shown_moved_and_stamped_until_it_quits(self):
         s = self.stage
         s.start(lyrics=s.file("song.lrc", "one\ntwo\n"))
         s.focus_playlist()
-        s.wait(self.choose_source, "the other player's song in the window")
-        hands.press("alt+m", "u", "Return")
-        s.wait(lambda: self.is_shown("First Light"), "the own song")
-        s.wait(self.choose_source, "the other player's song again")
+        s.wait(self.choose_other, "the other player's song in the window")
+        self.choose_source("Return")
+        s.wait(lambda: not self.is_shown(self.TITLE), "the own song")
+        s.wait(self.choose_other, "the other player's song again")
         s.wait_position(7)
         s.come_back()
         s.forward(9)
