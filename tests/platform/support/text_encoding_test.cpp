@@ -6,7 +6,7 @@ namespace {
 
 using Convert = decltype(convert_to_utf8);
 
-std::string converted(const Convert& convert, uint32 encoding, const std::string& text, size_t room) {
+std::string converted(Convert& convert, uint32 encoding, const std::string& text, size_t room) {
   std::string out(room, '?');
   size_t taken = text.size();
   EXPECT_EQ(convert(encoding, text.data(), &taken, out.data(), &room, 0x1A), B_OK);
