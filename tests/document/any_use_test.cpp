@@ -85,7 +85,7 @@ protected:
     return at == std::string::npos ? text : fFolder.Read(text.substr(at + fFolder.Path().size() + 1));
   }
 
-  const RandomSeed fSeed;
+  const RandomSeed fSeed{};
   std::mt19937 fRandom{fSeed.value};
   std::map<std::string, TFile> fDisk;
   std::list<std::string> fRecent;

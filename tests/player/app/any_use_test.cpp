@@ -143,7 +143,7 @@ protected:
     return message;
   }
 
-  const RandomSeed fSeed;
+  const RandomSeed fSeed{};
   std::mt19937 fRandom{fSeed.value};
   std::vector<ModelSong> fModel;
   int32 fCurrent = -1;
