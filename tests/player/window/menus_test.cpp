@@ -18,7 +18,7 @@ namespace {
 
 struct Menus : testing::Test {
   ~Menus() override { load_player_texts(""); }
-  const OwnApplication<QApplication> fApplication;
+  OwnApplication<QApplication> fApplication;
 };
 
 QWidget* named(const QWidget& player, const char* name) {
