@@ -1,6 +1,7 @@
 #include "interapp/iap_win.h"
 
 #include "interapp/inter_app_prefs.h"
+#include "platform/app/application.h"
 #include "platform/app/roster.h"
 #include "platform/interface/menu_field.h"
 #include "platform/kernel/ports.h"
@@ -186,6 +187,7 @@ TEST_F(CommonWindow, ValuesAreReadAndWrittenByNameAndType) {
 }
 
 TEST_F(CommonWindow, IsClosedAgainIfItGetsNoPort) {
+  const OwnLooper<BApplication> app(new BApplication("application/x-vnd.test")); // knows the windows
   const std::string folder = std::string(getenv("XDG_RUNTIME_DIR")) + "/koreva";
   EXPECT_EQ(chmod(folder.c_str(), 0755), 0); // no longer private
   EXPECT_NE(fFirst->fPrefs.ShowWindow({}), B_OK);

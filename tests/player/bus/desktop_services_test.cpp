@@ -87,8 +87,8 @@ TEST_F(DesktopServices, SleepIsInhibitedByTheServiceThatThereIsAndReleasedAgain)
 }
 
 TEST_F(DesktopServices, ASongIsShownByTheFileManagerOrItIsSaidThatThereIsNone) {
-  const auto show = [](bool* hasFailed) {
-    static QObject context;
+  QObject context; // owns the calls
+  const auto show = [&](bool* hasFailed) {
     show_in_file_manager(Connect("player"), "/m/a b#\u00e9.mp3", &context, [=] { *hasFailed = true; });
   };
   bool hasFailed = false;
@@ -154,6 +154,7 @@ TEST_F(DesktopServices, TheTraysMenuShowsPausesSkipsAndQuits) {
   QVariantList entries;
   root.beginStructure();
   root >> rootId >> properties >> entries;
+  root.endStructure();
   for (const QVariant& entry : entries)
     EXPECT_EQ(entry.value<QDBusArgument>().currentSignature(), "(ia{sv}av)") << "or the panel crashes";
   EXPECT_EQ(entries.size(), 6);
