@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Drives the real windows by real keys and mouse through every command: run.sh BIN-FOLDER [TEST ...]
 # Checks what a screen reader gets, and the bytes on disk. Pictures of failures: build/scenario/.
-# Without a TEST, each file of tests has a display and a session bus of its own, and two run at a time: they mostly wait.
+# Without a TEST, each file of tests has a display and a session bus of its own; SCENARIO_JOBS of them run at a time.
 set -euo pipefail
 bin=$(realpath "$1")
 folder=$(realpath "$(dirname "$0")")
@@ -23,4 +23,4 @@ export -f run_tests run_file
 export bin folder logs
 # The longest first: that of a sound server that hangs, then the largest.
 cd "$folder"
-{ echo test_sound.py; ls -S test_*.py | grep -v '^test_sound.py$'; } | xargs -P "${SCENARIO_JOBS:-2}" -I{} bash -c 'run_file {}'
+{ echo test_sound.py; ls -S test_*.py | grep -v '^test_sound.py$'; } | xargs -P "${SCENARIO_JOBS:-1}" -I{} bash -c 'run_file {}'

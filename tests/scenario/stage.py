@@ -5,6 +5,7 @@ import shutil
 import signal
 import subprocess
 import tempfile
+import time
 
 import eyes
 import hands
@@ -157,6 +158,17 @@ class Stage:
     def focus_playlist(self):
         hands.click(eyes.place(self.playlist()))
         wait_until(lambda: "active" in eyes.states(self.player()), "the player with the keyboard")
+
+    def open_player_menu(self, letter):
+        """A submenu of the player's button; a key that came too early is pressed again."""
+        def is_open(count, begin):
+            begin()
+            deadline = time.monotonic() + 2
+            while hands.count_menus() < count and time.monotonic() < deadline:
+                time.sleep(0.02)
+            return hands.count_menus() == count
+        wait_until(lambda: is_open(1, lambda: (self.focus_playlist(), hands.press("alt+m"))), "the player's menu")
+        wait_until(lambda: is_open(2, lambda: hands.press(letter)), f"its submenu {letter}")
 
     def wait_closed(self):
         """The editor's window is gone; the player stays."""

@@ -111,9 +111,7 @@ class AnotherPlayerAsSource(Case):
         return text in self.stage.texts_in(self.stage.player())
 
     def choose_source(self, *keys):
-        for count, key in enumerate(("alt+m", "u"), 1):
-            hands.press(key)
-            self.stage.wait(lambda: hands.count_menus() == count, f"{count} menus")
+        self.stage.open_player_menu("u")
         hands.press(*keys)
         self.stage.wait(lambda: hands.count_menus() == 0, "the menus closed")
 
@@ -128,7 +126,6 @@ class AnotherPlayerAsSource(Case):
     def test_its_song_is_shown_moved_and_stamped_until_it_quits(self):
         s = self.stage
         s.start(lyrics=s.file("song.lrc", "one\ntwo\n"))
-        s.focus_playlist()
         s.wait(self.choose_other, "the other player's song in the window")
         self.choose_source("Return")
         s.wait(lambda: not self.is_shown(self.TITLE), "the own song")
@@ -154,7 +151,8 @@ class ThePlaybackMenu(Case):
         return answer.stdout.split()[-1:]
 
     def choose(self, letter):
-        hands.press("alt+m", "b", letter)
+        self.stage.open_player_menu("b")
+        hands.press(letter)
 
     def test_order_and_sound_are_chosen_and_found_again(self):
         s = self.stage

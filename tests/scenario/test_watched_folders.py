@@ -27,10 +27,7 @@ class WatchedFolders(Case):
         self.stage.wait(lambda: hands.count_menus() == count, f"{count} menus")
 
     def open_menu(self):
-        self.stage.focus_playlist()
-        for count, key in enumerate(("alt+m", "w"), 1):
-            hands.press(key)
-            self.wait_menus(count)
+        self.stage.open_player_menu("w")
 
     def close_menu(self):
         hands.press("Escape", "Escape")
