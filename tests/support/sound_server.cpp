@@ -1,6 +1,7 @@
 #include "tests/support/sound_server.h"
 
 #include "tests/support/eventually.h"
+#include "tests/support/output_of.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -34,6 +35,18 @@ SoundServer::SoundServer() {
 SoundServer::~SoundServer() {
   for (const char* const name : {"PULSE_SERVER", "PULSE_COOKIE", "PULSE_RUNTIME_PATH", "PULSE_STATE_PATH"})
     unsetenv(name);
+}
+
+void SoundServer::Plug(const std::string& sink) {
+  fPlugged = output_of("pactl load-module module-null-sink rate=48000 channels=2 sink_name=" + sink);
+}
+
+void SoundServer::Unplug() {
+  output_of("pactl unload-module " + fPlugged);
+}
+
+std::string SoundServer::Streams() {
+  return output_of("pactl list short sink-inputs");
 }
 
 void SoundServer::Start() {

@@ -23,6 +23,10 @@ void TErrors::SongIsHeard() {
   for (TError& error : fErrors) error.isOld = true;
 }
 
+bool TErrors::Remove(const std::string& error) {
+  return std::erase_if(fErrors, [text = cut_text(error)](const TError& shown) { return shown.text == text; }) > 0;
+}
+
 bool TErrors::Clear() {
   const bool had = !fErrors.empty();
   fErrors.clear();

@@ -12,6 +12,8 @@ public:
   void Add(const std::string& error, TLife life = TLife::kUntilChosen);
   /** A song can be heard: removes the errors of songs that were shown during the one before. */
   void SongIsHeard();
+  /** False when it is not shown. */
+  bool Remove(const std::string& error);
   /** False when there were none. */
   bool Clear();
   /** The last few, a line each, after a line that counts the earlier ones. */

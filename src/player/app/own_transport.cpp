@@ -265,6 +265,9 @@ bool TOwnTransport::Handle(const BMessage& message) {
   case kMsgDeviceLost:
     DeviceLost(message);
     return true;
+  case kMsgDeviceReturned:
+    DeviceReturned(message);
+    return true;
   default:
     return false;
   }
@@ -280,10 +283,13 @@ void TOwnTransport::TakeDevices(const BMessage& message) {
 }
 
 void TOwnTransport::DeviceLost(const BMessage& message) {
-  std::string name = message.GetString("device");
-  const auto known = std::ranges::find(fDevices, name, &TSoundDevice::name);
-  if (known != fDevices.end()) name = known->description;
-  fEvents->ErrorOccurred(player_text("Player_Err_No_Output", {name}));
+  fDeviceError = player_text("Player_Err_No_Output", {message.GetString("device")});
+  fEvents->ErrorOccurred(fDeviceError);
+}
+
+void TOwnTransport::DeviceReturned(const BMessage& message) {
+  fEvents->ErrorResolved(std::exchange(fDeviceError, {}));
+  fEvents->SongErrorOccurred(player_text("Player_Output_Back", {message.GetString("device")}));
 }
 
 /** The sound reports asynchronously: the song may have been replaced meanwhile. */

@@ -75,6 +75,7 @@ private:
   std::string FollowerPath();
   void TakeDevices(const BMessage& message);
   void DeviceLost(const BMessage& message);
+  void DeviceReturned(const BMessage& message);
   void Joined(const BMessage& message);
   void WarnOfMissingFile();
   bool IsAboutThisLoad(const BMessage& message) const;
@@ -91,6 +92,7 @@ private:
   TPlayerChoices fChoices;
   std::vector<TSoundDevice> fDevices;
   TSoundChoices fAppliedSound; // as the sound has it
+  std::string fDeviceError;    // the last one reported
   TSongClicks fClicks;
   TPlayingOrder fOrder;
   TFollower fFollower;

@@ -16,6 +16,8 @@ public:
   virtual void ErrorOccurred(const std::string& error) = 0;
   /** The same, shown until the song after the next one can be heard. */
   virtual void SongErrorOccurred(const std::string& error) = 0;
+  /** That error no longer matters. */
+  virtual void ErrorResolved(const std::string& error) = 0;
   /** The errors shown so far no longer matter. */
   virtual void ErrorsResolved() = 0;
   /** The user has chosen what to play, which cancels whatever was to be played once found. */

@@ -317,6 +317,10 @@ void TSonivoApp::SongErrorOccurred(const std::string& error) {
   StateChanged();
 }
 
+void TSonivoApp::ErrorResolved(const std::string& error) {
+  if (fErrors.Remove(error)) StateChanged();
+}
+
 void TSonivoApp::ErrorsResolved() {
   if (fErrors.Clear()) StateChanged();
 }

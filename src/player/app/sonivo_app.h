@@ -51,6 +51,7 @@ private:
   void StateChanged() override;
   void ErrorOccurred(const std::string& error) override;
   void SongErrorOccurred(const std::string& error) override;
+  void ErrorResolved(const std::string& error) override;
   void ErrorsResolved() override;
   void UserChose() override;
   void SongBegins() override;

@@ -67,3 +67,9 @@ void TSoundMessages::DeviceLost(const std::string& device) {
   message.AddString("device", device);
   Send(message);
 }
+
+void TSoundMessages::DeviceReturned(const std::string& device) {
+  BMessage message(kMsgDeviceReturned);
+  message.AddString("device", device);
+  Send(message);
+}

@@ -15,6 +15,7 @@ public:
   void OutputChanged(bool isSilent) override;
   void DevicesFound(const std::vector<TSoundDevice>& devices) override;
   void DeviceLost(const std::string& device) override;
+  void DeviceReturned(const std::string& device) override;
 
 private:
   void Send(const BMessage& message) const;

@@ -47,15 +47,16 @@ enum : unsigned int {
   // From the sound; concerning a song: int64 "load".
   kMsgSongLoaded = 'psld', // the fields of player/list/tag_fields.h
   kMsgSongEnded = 'psen',
-  kMsgPartEnded = 'pspe',     // int64 "part"
-  kMsgSongJoined = 'psjn',    // the song ended at int32 "endedMs", and the queued one, int64 "next", has begun
-  kMsgSongFailed = 'psfl',    // string "reason"
-  kMsgOutputChanged = 'psou', // bool "silent": there is no sound device
-  kMsgDevices = 'psdv',       // output devices: strings "name" and "description"
-  kMsgDeviceLost = 'psdl',    // string "device"
-  kMsgPartBeat = 'plpb',      // timer: is a part of another player's song over?
-  kMsgTick = 'tick',          // timer: show the position
-  kMsgPrepare = 'plpr',       // before kMsgStart: loads what the windows need
+  kMsgPartEnded = 'pspe',      // int64 "part"
+  kMsgSongJoined = 'psjn',     // the song ended at int32 "endedMs", and the queued one, int64 "next", has begun
+  kMsgSongFailed = 'psfl',     // string "reason"
+  kMsgOutputChanged = 'psou',  // bool "silent": there is no sound device
+  kMsgDevices = 'psdv',        // output devices: strings "name" and "description"
+  kMsgDeviceLost = 'psdl',     // string "device"
+  kMsgDeviceReturned = 'psdr', // string "device"
+  kMsgPartBeat = 'plpb',       // timer: is a part of another player's song over?
+  kMsgTick = 'tick',           // timer: show the position
+  kMsgPrepare = 'plpr',        // before kMsgStart: loads what the windows need
   kMsgStart = 'plst',
   kMsgFirstSong = 'plfs',    // timer: begin the first song
   kMsgOtherPlugins = 'plop', // timer: load the plug-ins other than the editor

@@ -3,6 +3,7 @@
 #include "player/model/sound_formats.h"
 #include "player/model/timed_question.h"
 #include "player/sound/mpv_library.h"
+#include "player/sound/output_device.h"
 #include "player/sound/part_player.h"
 #include "player/sound/song_join.h"
 #include "player/sound/song_source.h"
@@ -93,6 +94,7 @@ constexpr int kTriesPerDevice = 3;
 constexpr double kJoinLookSeconds = 0.005;
 constexpr uint64 kOutputProperty = 1;
 constexpr uint64 kPauseProperty = 2;
+constexpr uint64 kDevicesProperty = 3;
 
 /** TSongSource over libmpv. Its own thread loads the library, waits for events and makes all changes. A sound server
     that hangs blocks the library, so no other thread calls it without a time limit; the source's thread keeps the
@@ -133,10 +135,14 @@ public:
     return load;
   }
   void SetSound(const TSoundChoices& choices) override {
-    Do([=, this] { fChain.Apply(choices); });
+    Do([=, this] {
+      fChain.Apply(choices);
+      fDevice.Choose(choices.device);
+      if (fLoad != 0) WatchDevices();
+    });
   }
   void FindDevices() override {
-    Do([this] { Report([devices = fChain.Devices()](TSongEvents& events) { events.DevicesFound(devices); }); });
+    Do([this] { Report([devices = fDevice.Devices()](TSongEvents& events) { events.DevicesFound(devices); }); });
   }
   void SetPaused(bool paused) override {
     fPaused = paused;
@@ -260,6 +266,7 @@ private:
       Handle(mpv_library()->wait_event(fMpv, longestWait));
       if (fJoin.IsPending()) LookAtJoin();
       if (mayReturn && system_time() >= fNextLookUs) LookForReturnedDevice();
+      if (!fJoin.IsPending() && std::exchange(fIsDeviceListed, false)) ReopenOutput([this] { return fDevice.Retry(); });
     }
     mpv_library()->terminate_destroy(fMpv.exchange(nullptr));
   }
@@ -280,6 +287,7 @@ private:
     library->observe_property(mpv, kPauseProperty, "pause", MPV_FORMAT_FLAG);
     fTriedDevices = sound_devices();
     fChain.Begin(mpv);
+    fDevice.Begin(mpv);
     fParts.Begin(mpv);
     fMpv = mpv;
     return true;
@@ -341,6 +349,8 @@ private:
     case MPV_EVENT_PLAYBACK_RESTART:
       fExpectedUntil = 0;
       Moves();
+      if (!fIsSilent && fDevice.TakeReturn())
+        Report([this](TSongEvents& events) { events.DeviceReturned(fDevice.Text()); });
       break;
     case MPV_EVENT_FILE_LOADED:
       Loaded();
@@ -352,14 +362,17 @@ private:
       PositionAnswered(*event);
       break;
     case MPV_EVENT_PROPERTY_CHANGE:
-      if (event->reply_userdata == kOutputProperty)
-        OutputChanged(*static_cast<const mpv_event_property*>(event->data));
-      else if (fParts.HasEnded())
-        EndPart();
+      PropertyChanged(event->reply_userdata, *static_cast<const mpv_event_property*>(event->data));
       break;
     default:
       break;
     }
+  }
+
+  void PropertyChanged(uint64 which, const mpv_event_property& property) {
+    if (which == kOutputProperty) return OutputChanged(property);
+    if (which == kDevicesProperty) return DevicesChanged(property);
+    if (fParts.HasEnded()) EndPart();
   }
 
   void PositionAnswered(const mpv_event& event) {
@@ -372,11 +385,42 @@ private:
   void OutputChanged(const mpv_event_property& output) {
     if (output.format != MPV_FORMAT_STRING) return;
     const bool isSilent = std::string_view(*static_cast<char**>(output.data)) == kNoDevice;
-    if (isSilent && fChain.UseDefaultDevice())
-      Report([this](TSongEvents& events) { events.DeviceLost(fChain.ChosenDevice()); });
+    if (isSilent && fDevice.UseDefault()) ReportLoss();
     if (std::exchange(fIsSilent, isSilent) == isSilent) return;
     log_error("audio", isSilent ? "no sound device: playing silently" : "a sound device is back");
     Report([isSilent](TSongEvents& events) { events.OutputChanged(isSilent); });
+    if (!isSilent) fIsDeviceListed |= std::exchange(fHasNewServer, false);
+  }
+
+  void ReportLoss() {
+    Report([this](TSongEvents& events) { events.DeviceLost(fDevice.Text()); });
+  }
+
+  /** Only with a chosen device, and not before the song, whose start the first list would delay. */
+  void WatchDevices() {
+    if (!fDevice.IsChosen() || std::exchange(fWatchesDevices, true)) return;
+    mpv_library()->observe_property(fMpv, kDevicesProperty, "audio-device-list", MPV_FORMAT_NODE);
+  }
+
+  void DevicesChanged(const mpv_event_property& list) {
+    if (list.format != MPV_FORMAT_NODE) return;
+    const TOutputDevice::TNews news = fDevice.ListChanged(*static_cast<const mpv_node*>(list.data));
+    if (news == TOutputDevice::TNews::kLost) ReportLoss();
+    fIsDeviceListed = news == TOutputDevice::TNews::kListed;
+  }
+
+  /** Opening the output again drops what the library has decoded: without a seek the song would skip that. `reopen`
+      returns false if it has done nothing. */
+  void ReopenOutput(const std::function<bool()>& reopen) {
+    const bool isSought = system_time() < fExpectedUntil;
+    double seconds = 0;
+    const bool isHeard = mpv_library()->get_property(fMpv, "audio-pts", MPV_FORMAT_DOUBLE, &seconds) >= 0;
+    const double heardMs = std::clamp(seconds * 1000 - fBiasMs, 0.0, 2147483647.0);
+    if (!reopen() || !isHeard || fJoin.IsPending()) return;
+    const int32 positionMs = isSought ? fPositionMs.load() : static_cast<int32>(std::lround(heardMs));
+    if (!isSought) ExpectPosition(positionMs);
+    fParts.Resume(positionMs);
+    Moves();
   }
 
   /** Has the library try its outputs again, from the first one on. */
@@ -388,9 +432,13 @@ private:
   /** Retrying interrupts playback, and a server that hangs blocks the library: only done after a change. */
   void LookForReturnedDevice() {
     fNextLookUs = system_time() + kDeviceLookUs;
-    if (sound_devices() != fTriedDevices) fTriesLeft = kTriesPerDevice;
-    if (fTriesLeft-- > 0) LookForDevice();
-    fTriesLeft = std::max(fTriesLeft, 0);
+    if (sound_devices() != fTriedDevices) {
+      fTriesLeft = kTriesPerDevice;
+      fHasNewServer = true;
+    }
+    if (fTriesLeft == 0) return;
+    --fTriesLeft;
+    ReopenOutput([this] { return LookForDevice(), true; });
   }
 
   /** Validates the address once more: the library would open anything. */
@@ -403,7 +451,7 @@ private:
     }
     fParts.Cancel();
     SetFlag("pause", paused);
-    fChain.RetryDevice();
+    fDevice.Retry();
     if (fIsSilent) LookForDevice();
     fQueuedEntry = -1;
     fEndedLoad = 0;
@@ -449,6 +497,7 @@ private:
   }
 
   void Loaded() {
+    WatchDevices();
     TSongTags tags = ReadTags();
     if (fJoin.IsPending())
       fFollowerTags = std::move(tags);
@@ -579,6 +628,10 @@ private:
   std::string fTriedDevices; // fingerprint at the last try
   int fTriesLeft = 0;
   TSoundChain fChain;
+  TOutputDevice fDevice;
+  bool fWatchesDevices = false;
+  bool fIsDeviceListed = false; // the lost device, which has not been tried yet
+  bool fHasNewServer = false;   // since the last look, which may have the lost device
   TPartPlayer fParts;
   int64 fPart = 0; // the last one begun
   int64 fQueuedEntry = -1;

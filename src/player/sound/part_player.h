@@ -18,6 +18,8 @@ public:
   void Play(const TSongPart& part);
   /** Seeks, and the song plays on from there: it ends at its own end only. */
   void SeekTo(int32 positionMs);
+  /** Continues from there, whatever is played: the sound was interrupted. */
+  void Resume(int32 positionMs) { Seek(positionMs); }
   /** Seeks to the beginning of the part, at whose end the library has paused. The library goes on pausing at the end
       until the song is resumed: it would take a song whose last moments it has decoded for ended, also while paused. */
   void Return();

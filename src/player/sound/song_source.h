@@ -26,9 +26,11 @@ public:
   /** `isSilent`: there is no sound device; the song plays on in real time without sound. */
   virtual void OutputChanged(bool /*isSilent*/) {}
   virtual void DevicesFound(const std::vector<TSoundDevice>& /*devices*/) {}
-  /** The chosen device cannot be used: the song plays on the default one. The chosen one is tried again with the next
-      song. */
+  /** The chosen device cannot be used: the song plays on the default one. `device` is its description if that is
+      known, else its name. */
   virtual void DeviceLost(const std::string& /*device*/) {}
+  /** The song plays on the chosen device again. */
+  virtual void DeviceReturned(const std::string& /*device*/) {}
 };
 
 /** Controls a loaded song, whichever player outputs its sound. No call waits for the sound. */

@@ -7,7 +7,7 @@
 
 struct mpv_handle;
 
-/** What the audio library does with the sound before it puts it out: speed, filters, ReplayGain, and the device. Used
+/** What the audio library does with the sound before it puts it out: speed, filters and ReplayGain. Used
    by the source's thread only, since a sound server that hangs blocks the library. */
 class TSoundChain {
 public:
@@ -16,13 +16,6 @@ public:
   void Apply(const TSoundChoices& choices);
   /** A click at each of these times of the song (ms, ascending). */
   void SetClicks(const std::vector<int32>& timesMs);
-  /** The devices of the sound server, or else of the system. */
-  std::vector<TSoundDevice> Devices() const;
-  /** Leaves the chosen device for the default one. False if that was used already. */
-  bool UseDefaultDevice();
-  /** Uses the chosen device again if it has come back. */
-  void RetryDevice();
-  const std::string& ChosenDevice() const { return fChoices.device; }
   /** Returns by how many ms the reported position is ahead of the sound at that speed. */
   double SetSpeed(double speed);
 
@@ -35,7 +28,6 @@ private:
   TSoundChoices fChoices;
   double fSpeed = 1;
   bool fHasStretchFilter = false;
-  std::string fClicks;        // filter; empty for none
-  std::string fFilters;       // as set
-  bool fIsDeviceLost = false; // the chosen one
+  std::string fClicks;  // filter; empty for none
+  std::string fFilters; // as set
 };

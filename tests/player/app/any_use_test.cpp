@@ -61,6 +61,7 @@ struct CountedEvents final : TPlayerEvents {
   void SongErrorOccurred(const std::string& error) override {
     songErrors += error.find("deleted") == std::string::npos;
   }
+  void ErrorResolved(const std::string& /*error*/) override {}
   void ErrorsResolved() override {}
   void UserChose() override {}
   void SongBegins() override { ++begun; }

@@ -9,6 +9,9 @@ TEST(Errors, TheLastFewAreShownAndTheOthersCounted) {
   EXPECT_EQ(errors.Text(), "a\nb\nc");
   for (const char* error : {"d", "e"}) errors.Add(error);
   EXPECT_EQ(errors.Text(), "2 earlier messages:\nc\nd\ne");
+  EXPECT_TRUE(errors.Remove("d"));
+  EXPECT_FALSE(errors.Remove("d"));
+  EXPECT_EQ(errors.Text(), "1 earlier message:\nb\nc\ne");
   EXPECT_TRUE(errors.Clear());
   EXPECT_FALSE(errors.Clear());
   EXPECT_EQ(errors.Text(), "");

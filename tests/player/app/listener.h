@@ -21,6 +21,9 @@ struct SongListener : TSongEvents {
   void DeviceLost(const std::string& device) override {
     Change([&] { fLostDevice = device; });
   }
+  void DeviceReturned(const std::string& device) override {
+    Change([&] { fReturnedDevice = device; });
+  }
   void SongEnded(int64 load) override {
     Change([&] { fEnded = load; });
   }
@@ -54,6 +57,7 @@ struct SongListener : TSongEvents {
   int32 fEndedMs = 0; // of the song before that
   int64 fEndedPart = 0;
   std::string fLostDevice;
+  std::string fReturnedDevice;
   bool fIsSilent = false;
   TSongTags fTags;
 

@@ -10,6 +10,7 @@ struct TRecorder final : TPlayerEvents {
   void StateChanged() override {}
   void ErrorOccurred(const std::string& error) override { errors.push_back(error); }
   void SongErrorOccurred(const std::string& error) override { errors.push_back(error); }
+  void ErrorResolved(const std::string& error) override { std::erase(errors, error); }
   void ErrorsResolved() override { errors.clear(); }
   void UserChose() override { ++choices; }
   void SongBegins() override { ++begun; }

@@ -69,6 +69,13 @@ TEST_F(Transports, ErrorsSayWhatIsWrongWithTheSong) {
   EXPECT_THAT(fRecorder.errors.back(), HasSubstr("truncated"));
 }
 
+TEST_F(Transports, ALostDeviceIsNamedUntilItIsBack) {
+  fOwn.Handle(message_of(kMsgDeviceLost, "device", "USB"));
+  EXPECT_THAT(fRecorder.errors, ElementsAre(HasSubstr("“USB” is not available")));
+  fOwn.Handle(message_of(kMsgDeviceReturned, "device", "USB"));
+  EXPECT_THAT(fRecorder.errors, ElementsAre(HasSubstr("“USB” is available again")));
+}
+
 TEST_F(Transports, TheDesktopSkipsFromPausedSongToPausedSong) {
   fOwn.PlaySong(0, false);
   fOwn.SkipAsItIs(1);

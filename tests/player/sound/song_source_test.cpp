@@ -176,6 +176,33 @@ TEST_F(SongSource, WithFiltersTheSongPlaysOnAndAMissingDeviceIsReplaced) {
   EXPECT_TRUE(fListener.Wait(fListener.fEnded, load));
 }
 
+TEST_F(SongSource, ADeviceThatCameBackWasUsedFromTheNextSongOnOnly) {
+  SoundServer server;
+  fSource->SetSound({TReplayGain::kOff, 0, false, {}, true, "pulse/usb"});
+  for (const bool isPaused : {false, true}) {
+    fListener.fLostDevice = fListener.fReturnedDevice = {};
+    server.Plug("usb");
+    LoadSilence(120, false);
+    ASSERT_TRUE(eventually([this] { return fSource->PositionMs() > 200; }));
+    fSource->SetPaused(isPaused);
+    server.Unplug();
+    ASSERT_TRUE(fListener.Wait(fListener.fLostDevice, std::string("Null Output")));
+    const int32 lostMs = fSource->PositionMs();
+    const bigtime_t lostUs = system_time();
+    EXPECT_EQ(server.Streams().find("\t0\t"), 1) << server.Streams();
+    server.Plug("usb");
+    ASSERT_TRUE(fListener.Wait(fListener.fReturnedDevice, std::string("Null Output")));
+    EXPECT_TRUE(eventually([] { return SoundServer::Streams().find("\t0\t") == std::string::npos; }));
+    const int32 returnedMs = fSource->PositionMs();
+    const auto elapsedMs = static_cast<int32>((system_time() - lostUs) / 1000);
+    EXPECT_GE(returnedMs, lostMs - 120) << "no part of the song is repeated";
+    EXPECT_LE(returnedMs, lostMs + (isPaused ? 120 : elapsedMs + 120)) << "nor left out";
+    fSource->SetPaused(false);
+    EXPECT_TRUE(eventually([&] { return fSource->PositionMs() > returnedMs + 200; }));
+    server.Unplug();
+  }
+}
+
 /** In a process of its own, whose linker finds something else under the library's name. */
 TEST_F(SongSource, WithoutTheAudioLibraryEverySongFails) {
   constexpr const char* kIsWithout = "VESMO_TEST_WITHOUT_LIBRARY";
