@@ -1,5 +1,6 @@
 #include "player/list/folder_scan.h"
 
+#include "platform/support/cut_text.h"
 #include "player/list/folder_events.h"
 #include "player/list/song_files.h"
 #include "player/texts/player_texts.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <initializer_list>
 
 namespace {
 
@@ -53,9 +55,25 @@ public:
   bool Enters(const std::string& folder) override {
     const auto depth = std::count(folder.begin() + static_cast<ptrdiff_t>(fFolder.size()), folder.end(), '/');
     if (depth > 0 && is_hidden(folder)) return false;
-    if (depth > kMostDepth || ++fFolders > kMostFolders) return false;
+    if (depth > kMostDepth) {
+      if (fTooDeep.empty()) fTooDeep = folder;
+      return false;
+    }
+    if (++fFolders > kMostFolders) return false;
     if (!fScan.isUnwatched) fScan.isUnwatched = !fEvents->Watch(folder);
     return true;
+  }
+
+  /** Each limit is reported once. */
+  void ReportLimits(TFolderState* state) {
+    const auto report = [&](const char* key, std::initializer_list<std::string> parts) {
+      if (state->reported.insert(key).second) fScan.errors.push_back(player_text(key, parts));
+    };
+    if (!fTooDeep.empty())
+      report("Player_Err_Watch_Deep", {std::to_string(kMostDepth), std::string(cut_text(fTooDeep))});
+    if (fFolders > kMostFolders) report("Player_Err_Watch_Many", {std::to_string(kMostFolders), fFolder});
+    if (fSongs.size() >= kMostSongs) report("Player_Err_Many_Songs", {std::to_string(kMostSongs), fFolder});
+    if (fScan.isUnwatched) report("Player_Err_Watch_Limit", {fFolder});
   }
 
   const std::string& fFolder;
@@ -64,6 +82,7 @@ public:
   const std::function<bool()>& fIsEnding;
   TFolderScan fScan;
   std::unordered_set<std::string> fSongs;
+  std::string fTooDeep; // the first folder that was skipped because of its depth
   size_t fFolders = 0;
   bool fIsWhole = true;
 };
@@ -78,6 +97,7 @@ TFolderScan scan_folder(const std::string& folder, TFolderState* state, TFolderE
   TScanTaker taker(folder, state->songs, events, isEnding);
   gather_folder(folder, &taker);
   const bool isWhole = taker.fIsWhole && taker.fSongs.size() < kMostSongs && !isEnding();
+  taker.ReportLimits(state);
   TFolderScan scan = std::move(taker.fScan);
   for (const std::string& path : state->songs) {
     if (taker.fSongs.contains(path)) continue;
@@ -88,7 +108,5 @@ TFolderScan scan_folder(const std::string& folder, TFolderState* state, TFolderE
   }
   state->songs = std::move(taker.fSongs);
   scan.isFirst = isWhole && !std::exchange(state->wasScanned, state->wasScanned || isWhole);
-  if (scan.isUnwatched && !std::exchange(state->wasLimited, true))
-    scan.error = player_text("Player_Err_Watch_Limit", {folder});
   return scan;
 }

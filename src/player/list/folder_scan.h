@@ -17,13 +17,13 @@ struct TFolderState {
   std::unordered_set<std::string> songs{};
   std::pair<dev_t, ino_t> node{}; // another one after a disk was unmounted or mounted
   bool wasScanned = false;
-  bool wasLimited = false; // the limit was reported
+  std::unordered_set<std::string> reported{}; // texts' keys of the limits that it has reached
 };
 
 struct TFolderScan {
   TSongs come{}; // in order
   std::vector<std::string> gone{};
-  std::string error{};
+  std::vector<std::string> errors{}; // a line for each limit reached for the first time
   bool isFirst = false;
   bool isAbsent = false;
   bool isUnsettled = false; // some files are still being written

@@ -129,7 +129,7 @@ private:
     append(&news->gone, std::move(scan.gone));
     if (scan.isFirst) news->firstScanned.push_back(folder);
     if (scan.isAbsent) news->absent.push_back(folder);
-    if (!scan.error.empty()) news->errors.push_back(std::move(scan.error));
+    append(&news->errors, std::move(scan.errors));
   }
 
   void Announce(TNews news) {

@@ -49,12 +49,14 @@ TEST_F(WatchedFolder, GivesItsSongsOnceAndOnlyThose) {
   TFolderScan scan = Scan();
   EXPECT_EQ(Titles(scan.come), "a b ");
   EXPECT_TRUE(scan.isFirst && scan.isUnsettled && !scan.isUnwatched);
+  EXPECT_THAT(scan.errors, ElementsAre(HasSubstr("/d/d/d"))) << "what lies too deep is named";
   Song("copied.mp3");
   fs::remove(fFolder.File("b.mp3"));
   scan = Scan();
   EXPECT_EQ(Titles(scan.come), "copied ");
   EXPECT_THAT(scan.gone, ElementsAre(fFolder.File("b.mp3")));
   EXPECT_FALSE(scan.isFirst || scan.isUnsettled);
+  EXPECT_THAT(scan.errors, IsEmpty()) << "once";
 }
 
 TEST_F(WatchedFolder, NoSongIsGoneWithTheDiskThatIsUnmounted) {
