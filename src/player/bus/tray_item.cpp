@@ -2,6 +2,7 @@
 
 #include "platform/app/message.h"
 #include "player/bus/mpris_names.h"
+#include "player/bus/tray_icon.h"
 #include "player/model/bus_messages.h"
 #include "player/model/player_messages.h"
 
@@ -22,11 +23,12 @@ const QString kInterface = QStringLiteral("org.kde.StatusNotifierItem");
 const QString kTray = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString kTrayPath = QStringLiteral("/StatusNotifierWatcher");
 
-const char* const kDescription = R"(
+const char* const kDescription = R"xml(
 <interface name="org.kde.StatusNotifierItem">
   <property name="Category" type="s" access="read"/><property name="Id" type="s" access="read"/>
   <property name="Title" type="s" access="read"/><property name="Status" type="s" access="read"/>
-  <property name="IconName" type="s" access="read"/><property name="ItemIsMenu" type="b" access="read"/>
+  <property name="IconName" type="s" access="read"/><property name="IconPixmap" type="a(iiay)" access="read"/>
+  <property name="ItemIsMenu" type="b" access="read"/>
   <property name="Menu" type="o" access="read"/>
   <method name="Activate"><arg name="x" type="i" direction="in"/><arg name="y" type="i" direction="in"/></method>
   <method name="SecondaryActivate"><arg name="x" type="i" direction="in"/><arg name="y" type="i" direction="in"/></method>
@@ -34,7 +36,7 @@ const char* const kDescription = R"(
   <method name="Scroll"><arg name="delta" type="i" direction="in"/>
     <arg name="orientation" type="s" direction="in"/></method>
 </interface>
-)";
+)xml";
 
 QString connection_name() {
   static std::atomic<int> items{0};
@@ -47,6 +49,7 @@ QVariantMap properties() {
           {"Title", QStringLiteral("Sonivo")},
           {"Status", QStringLiteral("Active")},
           {"IconName", QStringLiteral("sonivo")},
+          {"IconPixmap", tray_icon()},
           {"ItemIsMenu", false},
           {"Menu", QVariant::fromValue(QDBusObjectPath(TTrayMenu::kPath))}};
 }

@@ -141,11 +141,27 @@ TEST_F(DesktopServices, TheTraysMenuShowsPausesSkipsAndQuits) {
     return pending.reply();
   };
   const char* const kMenu = "com.canonical.dbusmenu";
-  const QVariant path =
-      call("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get", {"org.kde.StatusNotifierItem", "Menu"})
-          .arguments()
-          .value(0);
-  EXPECT_EQ(path.value<QDBusVariant>().variant().value<QDBusObjectPath>().path(), "/MenuBar");
+  const auto property = [&](const char* which) {
+    const QDBusMessage answer =
+        call("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get", {"org.kde.StatusNotifierItem", which});
+    return answer.arguments().value(0).value<QDBusVariant>().variant();
+  };
+  EXPECT_EQ(property("Menu").value<QDBusObjectPath>().path(), "/MenuBar");
+  const auto icons = property("IconPixmap").value<QDBusArgument>();
+  ASSERT_EQ(icons.currentSignature(), "a(iiay)");
+  icons.beginArray();
+  int count = 0;
+  for (; !icons.atEnd(); ++count) {
+    int width = 0, height = 0;
+    QByteArray pixels;
+    icons.beginStructure();
+    icons >> width >> height >> pixels;
+    icons.endStructure();
+    ASSERT_EQ(pixels.size(), 4 * width * height);
+    EXPECT_EQ(pixels[4 * (height / 2 * width + width / 2)], '\xff') << "the centre is opaque";
+    EXPECT_EQ(pixels[0], 0) << "the corners are not";
+  }
+  EXPECT_GE(count, 3) << "sizes";
   const QDBusMessage layout = call("/MenuBar", kMenu, "GetLayout", {0, -1, QStringList()});
   ASSERT_EQ(layout.signature(), "u(ia{sv}av)");
   const auto root = layout.arguments()[1].value<QDBusArgument>();
