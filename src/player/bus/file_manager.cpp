@@ -1,5 +1,7 @@
 #include "player/bus/file_manager.h"
 
+#include "player/bus/portal.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QStringList>
@@ -17,8 +19,8 @@ void show_in_file_manager(const QDBusConnection& bus, const std::string& path, Q
   const QUrl url = QUrl::fromLocalFile(QString::fromStdString(path));
   call.setArguments({QStringList{url.toString(QUrl::FullyEncoded)}, QString()});
   auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, kLongestAnswerMs), context);
-  QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [failed](QDBusPendingCallWatcher* finished) {
+  QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [=](QDBusPendingCallWatcher* finished) {
     finished->deleteLater();
-    if (finished->isError()) failed();
+    if (finished->isError()) (new TPortalFolder(bus, failed, context))->Open(path);
   });
 }

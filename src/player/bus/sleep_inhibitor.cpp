@@ -1,10 +1,10 @@
 #include "player/bus/sleep_inhibitor.h"
 
+#include "player/bus/portal.h"
 #include "player/texts/player_texts.h"
 
 #include "platform/support/log.h"
 
-#include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 
 #include <array>
@@ -14,20 +14,21 @@ namespace {
 
 const QString kApplication = QStringLiteral("Sonivo");
 constexpr uint kSuspend = 4;
+/** The bus may have to start the portal first. */
+constexpr int kLongestAnswerMs = 10000;
 
 struct TService {
   const char* name;
   const char* path;
   const char* interface;
-  const char* release; // the method that takes the cookie; null: the answer is an object with the method Close
+  const char* release; // the method that takes the cookie; null for the portal, whose answer is a request to be closed
 };
 
 constexpr std::array kServices{
     TService{"org.freedesktop.PowerManagement", "/org/freedesktop/PowerManagement/Inhibit",
              "org.freedesktop.PowerManagement.Inhibit", "UnInhibit"},
     TService{"org.gnome.SessionManager", "/org/gnome/SessionManager", "org.gnome.SessionManager", "Uninhibit"},
-    TService{"org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Inhibit",
-             nullptr},
+    TService{portal::kName, portal::kPath, "org.freedesktop.portal.Inhibit", nullptr},
 };
 
 QVariantList arguments_for(size_t service) {
@@ -39,19 +40,21 @@ QVariantList arguments_for(size_t service) {
 
 QDBusMessage call_of(const TService& service, const char* method) {
   QDBusMessage call = QDBusMessage::createMethodCall(service.name, service.path, service.interface, method);
-  call.setAutoStartService(false);
+  // The other services run where they are used.
+  call.setAutoStartService(service.release == nullptr);
   return call;
 }
 
-std::optional<QDBusMessage> release_call(const TService& service, const QVariant& answer) {
+/** Nothing if the service has not granted it. */
+std::optional<QDBusMessage> release_call(const TService& service, const QDBusMessage& answer) {
   if (service.release == nullptr) {
-    const QString request = answer.value<QDBusObjectPath>().path();
-    if (request.isEmpty()) return std::nullopt;
-    return QDBusMessage::createMethodCall(service.name, request, "org.freedesktop.portal.Request", "Close");
+    const QString request = portal::request_in(answer);
+    return request.isEmpty() ? std::nullopt : std::optional(portal::close_call(request));
   }
-  if (answer.typeId() != QMetaType::UInt) return std::nullopt;
+  const QVariant cookie = answer.arguments().value(0);
+  if (answer.type() != QDBusMessage::ReplyMessage || cookie.typeId() != QMetaType::UInt) return std::nullopt;
   QDBusMessage call = call_of(service, service.release);
-  call.setArguments({answer});
+  call.setArguments({cookie});
   return call;
 }
 
@@ -68,7 +71,7 @@ void TSleepInhibitor::Ask(size_t service) {
   if (!fIsAsking) return log_error("bus", "no service on the session bus keeps the computer awake");
   QDBusMessage call = call_of(kServices[service], "Inhibit");
   call.setArguments(arguments_for(service));
-  auto* const watcher = new QDBusPendingCallWatcher(fBus.asyncCall(call), this);
+  auto* const watcher = new QDBusPendingCallWatcher(fBus.asyncCall(call, kLongestAnswerMs), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, service](QDBusPendingCallWatcher* finished) {
     finished->deleteLater();
     Granted(service, finished->reply());
@@ -77,9 +80,8 @@ void TSleepInhibitor::Ask(size_t service) {
 
 /** It may not be wanted any more, or again, by the time of the answer. */
 void TSleepInhibitor::Granted(size_t service, const QDBusMessage& answer) {
-  const bool isGranted = answer.type() == QDBusMessage::ReplyMessage;
-  if (isGranted) fRelease = release_call(kServices[service], answer.arguments().value(0));
-  if (!isGranted && fIsWanted) return Ask(service + 1);
+  fRelease = release_call(kServices[service], answer);
+  if (!fRelease && fIsWanted) return Ask(service + 1);
   fIsAsking = false;
   if (!fIsWanted && fRelease) fBus.send(*std::exchange(fRelease, std::nullopt));
 }

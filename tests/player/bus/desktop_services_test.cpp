@@ -15,6 +15,7 @@
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QDBusPendingCall>
+#include <QDBusUnixFileDescriptor>
 #include <QDBusVariant>
 #include <QElapsedTimer>
 
@@ -26,19 +27,19 @@ namespace {
 struct FakeDesktopService : QDBusVirtualObject {
   FakeDesktopService(QDBusConnection bus, const char* name, const char* path, QVariant answer)
       : fAnswer(std::move(answer)) {
-    bus.registerVirtualObject(path, this);
+    bus.registerVirtualObject(path, this, QDBusConnection::SubPath);
     bus.registerService(name);
   }
   bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
-    fCalls.push_back((call.member() + ' ' + call.arguments().last().toString()).toStdString());
-    fFirst = call.arguments().first();
+    fArguments = call.arguments();
+    fCalls.push_back((call.member() + ' ' + fArguments.value(fArguments.size() - 1).toString()).toStdString());
     fBeforeAnswer();
     return bus.send(call.createReply(fAnswer));
   }
   QString introspect(const QString&) const override { return {}; }
   const QVariant fAnswer;
   std::vector<std::string> fCalls;
-  QVariant fFirst; // argument of the last call
+  QVariantList fArguments; // of the last call
   std::function<void()> fBeforeAnswer = [] {};
 };
 
@@ -86,6 +87,34 @@ TEST_F(DesktopServices, SleepIsInhibitedByTheServiceThatThereIsAndReleasedAgain)
   EXPECT_THAT(desktop.fCalls, ElementsAre("Inhibit 4", "Uninhibit 7", "Inhibit 4", "Uninhibit 7"));
 }
 
+TEST_F(DesktopServices, ThePortalStandsInForServicesThatTheDesktopDoesNotHave) {
+  const QString request = "/org/freedesktop/portal/desktop/request/1_2/a";
+  QDBusConnection desktop = Connect("desktop");
+  FakeDesktopService fake(desktop, "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
+                          QVariant::fromValue(QDBusObjectPath(request)));
+  TSleepInhibitor inhibitor(Connect("player"));
+  inhibitor.Set(true);
+  ASSERT_TRUE(Wait([&] { return fake.fCalls.size() == 1; }));
+  EXPECT_EQ(fake.fArguments[1].toUInt(), 4U) << "no suspend";
+  inhibitor.Set(false);
+  ASSERT_TRUE(Wait([&] { return fake.fCalls.size() == 2; }));
+  const ScratchFolder folder;
+  const std::string song = folder.Write("a.mp3", "");
+  QObject context; // owns the calls
+  bool hasFailed = false;
+  show_in_file_manager(Connect("player"), song, &context, [&] { hasFailed = true; });
+  ASSERT_TRUE(Wait([&] { return fake.fCalls.size() == 3; }));
+  const int file = fake.fArguments[1].value<QDBusUnixFileDescriptor>().fileDescriptor();
+  EXPECT_EQ(std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file)), song);
+  const auto respond = [&](uint result) {
+    auto response = QDBusMessage::createSignal(request, "org.freedesktop.portal.Request", "Response");
+    desktop.send(response << result << QVariantMap());
+  };
+  Wait([&] { return respond(2), hasFailed; });
+  EXPECT_TRUE(hasFailed) << "the portal could not open it";
+  EXPECT_THAT(fake.fCalls, ElementsAre("Inhibit ", "Close ", "OpenDirectory "));
+}
+
 TEST_F(DesktopServices, ASongIsShownByTheFileManagerOrItIsSaidThatThereIsNone) {
   QObject context; // owns the calls
   const auto show = [&](bool* hasFailed) {
@@ -100,7 +129,7 @@ TEST_F(DesktopServices, ASongIsShownByTheFileManagerOrItIsSaidThatThereIsNone) {
   show(&failsAgain);
   ASSERT_TRUE(Wait([&] { return !files.fCalls.empty(); }));
   EXPECT_THAT(files.fCalls, ElementsAre("ShowItems "));
-  EXPECT_EQ(files.fFirst.toStringList(), QStringList{"file:///m/a%20b%23%C3%A9.mp3"});
+  EXPECT_EQ(files.fArguments[0].toStringList(), QStringList{"file:///m/a%20b%23%C3%A9.mp3"});
   EXPECT_FALSE(failsAgain);
 }
 
