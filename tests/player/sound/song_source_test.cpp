@@ -203,6 +203,16 @@ TEST_F(SongSource, ADeviceThatCameBackWasUsedFromTheNextSongOnOnly) {
   }
 }
 
+TEST_F(SongSource, UsesTheChosenDeviceAgainAfterARestartOfTheSoundServer) {
+  SoundServer server;
+  fSource->SetSound({TReplayGain::kOff, 0, false, {}, true, "pulse/null"});
+  LoadSilence(120, false);
+  server.Kill();
+  ASSERT_TRUE(fListener.Wait(fListener.fLostDevice, std::string("Null Output")));
+  server.Start();
+  EXPECT_TRUE(fListener.Wait(fListener.fReturnedDevice, std::string("Null Output")));
+}
+
 /** In a process of its own, whose linker finds something else under the library's name. */
 TEST_F(SongSource, WithoutTheAudioLibraryEverySongFails) {
   constexpr const char* kIsWithout = "VESMO_TEST_WITHOUT_LIBRARY";
