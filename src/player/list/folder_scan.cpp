@@ -1,6 +1,5 @@
 #include "player/list/folder_scan.h"
 
-#include "platform/support/cut_text.h"
 #include "player/list/folder_events.h"
 #include "player/list/song_files.h"
 #include "player/texts/player_texts.h"
@@ -55,11 +54,8 @@ public:
   bool Enters(const std::string& folder) override {
     const auto depth = std::count(folder.begin() + static_cast<ptrdiff_t>(fFolder.size()), folder.end(), '/');
     if (depth > 0 && is_hidden(folder)) return false;
-    if (depth > kMostDepth) {
-      if (fTooDeep.empty()) fTooDeep = folder;
-      return false;
-    }
-    if (++fFolders > kMostFolders) return false;
+    fIsTooDeep |= depth > kMostDepth;
+    if (depth > kMostDepth || ++fFolders > kMostFolders) return false;
     if (!fScan.isUnwatched) fScan.isUnwatched = !fEvents->Watch(folder);
     return true;
   }
@@ -69,8 +65,7 @@ public:
     const auto report = [&](const char* key, std::initializer_list<std::string> parts) {
       if (state->reported.insert(key).second) fScan.errors.push_back(player_text(key, parts));
     };
-    if (!fTooDeep.empty())
-      report("Player_Err_Watch_Deep", {std::to_string(kMostDepth), std::string(cut_text(fTooDeep))});
+    if (fIsTooDeep) report("Player_Err_Watch_Deep", {std::to_string(kMostDepth), fFolder});
     if (fFolders > kMostFolders) report("Player_Err_Watch_Many", {std::to_string(kMostFolders), fFolder});
     if (fSongs.size() >= kMostSongs) report("Player_Err_Many_Songs", {std::to_string(kMostSongs), fFolder});
     if (fScan.isUnwatched) report("Player_Err_Watch_Limit", {fFolder});
@@ -82,8 +77,8 @@ public:
   const std::function<bool()>& fIsEnding;
   TFolderScan fScan;
   std::unordered_set<std::string> fSongs;
-  std::string fTooDeep; // the first folder that was skipped because of its depth
   size_t fFolders = 0;
+  bool fIsTooDeep = false; // some folders are skipped because of their depth
   bool fIsWhole = true;
 };
 
