@@ -81,7 +81,8 @@ void Sonivo_FrontEnd::Main() {
       fReceiver->SendMsg(&request);
       fRequestWaits = false;
     }
-    acquire_sem_etc(fWake, fIntervalUs); // until a request, the destructor or the next poll
+    // Until a request, the destructor or the next poll.
+    acquire_sem_etc(fWake, fPollInformation ? fIntervalUs : B_INFINITE_TIMEOUT);
   }
   ThreadCleanUp();
 }
