@@ -39,7 +39,7 @@ void TFrontEndHost::AnswerInformation(const BMessage& request) {
   const bigtime_t readAtUs = beforeUs + (system_time() - beforeUs) / 2; // the sound is asked on another thread
   const bool isPlaying = record.state == TInfoRecord::kPlaying;
   const int32 speedPercent = fNowPlaying->SpeedPercent();
-  fPlay.Add({readAtUs, record.positionMs, speedPercent, isPlaying});
+  fPlay.Add({readAtUs, record.positionMs * int64{1000}, speedPercent, isPlaying});
   BMessage answer(kMsgHostInformation);
   int64 whenUs = 0;
   const bool isAboutEarlier = request.FindInt64("When", &whenUs) == B_OK;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/app/looper.h"
-#include "player/frontend/steady_play.h"
+#include "player/model/steady_play.h"
 
 #include <string>
 

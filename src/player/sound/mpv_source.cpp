@@ -1,11 +1,10 @@
 #include "player/model/song_address.h"
 #include "player/model/song_text.h"
 #include "player/model/sound_formats.h"
-#include "player/model/timed_question.h"
+#include "player/sound/heard_position.h"
 #include "player/sound/mpv_library.h"
 #include "player/sound/output_device.h"
 #include "player/sound/part_player.h"
-#include "player/sound/song_join.h"
 #include "player/sound/song_source.h"
 #include "player/sound/sound_chain.h"
 #include "player/sound/sound_devices.h"
@@ -18,7 +17,6 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <cmath>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -30,8 +28,8 @@
 
 namespace {
 
-/** Seeks take 35 to 90 ms to be heard; a load may have to wait for a slow disk. */
-constexpr bigtime_t kLongestStartUs = 1000000;
+/** A follower that the library has begun is heard within that time. */
+constexpr bigtime_t kLongestJoinUs = 1000000;
 
 constexpr std::string_view kNoDevice = "null";
 
@@ -121,8 +119,7 @@ public:
 
   int64 Load(const std::string& path, bool paused) override {
     const int64 load = ++fLastLoad;
-    fPaused = paused;
-    ExpectPosition(0);
+    fHeard.Begin(paused);
     Do([=, this] { Begin(load, path, paused); });
     return load;
   }
@@ -145,35 +142,37 @@ public:
     Do([this] { Report([devices = fDevice.Devices()](TSongEvents& events) { events.DevicesFound(devices); }); });
   }
   void SetPaused(bool paused) override {
-    fPaused = paused;
-    fJoin.Jumped(fPositionMs);
+    fHeard.SetPaused(paused);
+    fHeard.Jumped();
     Do([=, this] {
       fParts.Cancel();
-      fPaused = paused;
+      fHeard.SetPaused(paused);
       SetFlag("pause", paused);
     });
   }
   void SeekTo(int32 positionMs) override {
-    ExpectPosition(positionMs);
+    fHeard.Expect(positionMs);
     Do([=, this] {
-      if (fIsJustJoined) return ExpectNothing(); // the position was one of the song before
+      if (fIsJustJoined) return fHeard.ExpectNothing(); // the position was one of the song before
       fParts.SeekTo(positionMs);
     });
   }
   void SetSpeed(double speed) override {
-    fSpeed = speed;
-    Do([=, this] { fBiasMs = fChain.SetSpeed(speed); });
+    fHeard.SetSpeed(speed);
+    Do([=, this] { fHeard.SetBias(fChain.SetSpeed(speed)); });
   }
   void SetVolume(double percent) override {
     Do([=, this] { SetNumber("volume", percent); });
   }
   void SetRepeat(int32 fromMs, int32 toMs) override {
+    if (fromMs < toMs) fHeard.SetHasRange();
     Do([=, this] { fParts.SetRepeat(fromMs, toMs); });
   }
   int64 PlayPart(const TSongPart& part) override {
     const int64 number = ++fLastPart;
-    fPaused = false;
-    ExpectPosition(part.fromMs);
+    fHeard.SetPaused(false);
+    fHeard.SetHasRange();
+    fHeard.Expect(part.fromMs);
     Do([=, this] { BeginPart(number, part); });
     return number;
   }
@@ -181,52 +180,17 @@ public:
     Do([=, this] { fChain.SetClicks(timesMs); });
   }
 
-  bool IsHanging() const override { return fPosition.IsOverdueFor(kHangsAfterUs); }
+  bool IsHanging() const override { return fHeard.IsOverdueFor(kHangsAfterUs); }
 
   int32 PositionMs() override {
-    const int64 move = fLastMove;
-    if (fPaused && fKnownSince == move) return fPositionMs; // asking would wake the library
-    const bool standsStill = fPaused && system_time() >= fMovesUntil;
     mpv_handle* const mpv = fMpv;
-    // Unavailable while nothing is heard; after a seek, still the old position until the new one is heard.
-    if (mpv && system_time() >= fExpectedUntil) {
-      const auto seconds = fPosition.Ask(
-          [mpv](uint64 id) { return mpv_library()->get_property_async(mpv, id, "audio-pts", MPV_FORMAT_DOUBLE) >= 0; });
-      fPositionMs = PositionFrom(seconds);
-    }
-    if (standsStill) fKnownSince = move;
-    return fPositionMs;
+    if (mpv == nullptr) return fHeard.Ms({});
+    return fHeard.Ms(
+        [mpv](uint64 id) { return mpv_library()->get_property_async(mpv, id, "audio-pts", MPV_FORMAT_DOUBLE) >= 0; });
   }
 
 private:
   using Change = std::function<void()>;
-
-  int32 PositionFrom(std::optional<double> seconds) {
-    const bigtime_t now = system_time();
-    const auto ms = seconds ? std::optional(*seconds * 1000 - fBiasMs) : std::nullopt;
-    if (fJoin.IsPending()) return fJoin.PositionMs(ms, fSpeed, now);
-    if (!ms) return fPositionMs;
-    fJoin.Heard(*ms, now);
-    return std::max(0, static_cast<int32>(std::lround(*ms)));
-  }
-
-  /** The position until the song is heard from there. Expires in case the library never reports that. */
-  void ExpectPosition(int32 positionMs) {
-    fPositionMs = positionMs;
-    fJoin.Jumped(positionMs);
-    fExpectedUntil = system_time() + kLongestStartUs;
-  }
-
-  void ExpectNothing() {
-    fPositionMs = 0;
-    fExpectedUntil = 0;
-  }
-
-  /** The position may change shortly, even of a paused song. */
-  void Moves() {
-    fMovesUntil = system_time() + kLongestStartUs;
-    ++fLastMove;
-  }
 
   /** Queues a change for the source's thread, starting it with the first. */
   void Do(Change change) {
@@ -261,12 +225,12 @@ private:
   void PlayToTheEnd() {
     while (!IsEnding()) {
       MakeChanges();
-      const bool mayReturn = fIsSilent && !fPaused;
-      const double longestWait = fJoin.IsPending() ? kJoinLookSeconds : mayReturn ? kDeviceLookUs / 1e6 : -1;
+      const bool mayReturn = fIsSilent && !fHeard.IsPaused();
+      const double longestWait = fHeard.IsJoinPending() ? kJoinLookSeconds : mayReturn ? kDeviceLookUs / 1e6 : -1;
       Handle(mpv_library()->wait_event(fMpv, longestWait));
-      if (fJoin.IsPending()) LookAtJoin();
+      if (fHeard.IsJoinPending()) LookAtJoin();
       if (mayReturn && system_time() >= fNextLookUs) LookForReturnedDevice();
-      if (!fJoin.IsPending() && std::exchange(fIsDeviceListed, false)) ReopenOutput([this] { return fDevice.Retry(); });
+      if (!fHeard.IsJoinPending() && std::exchange(fIsDeviceListed, false)) ReopenOutput([this] { return fDevice.Retry(); });
     }
     mpv_library()->terminate_destroy(fMpv.exchange(nullptr));
   }
@@ -327,7 +291,7 @@ private:
       }
       fIsJustJoined = FinishJoin();
       change();
-      Moves();
+      fHeard.Moves();
     }
   }
 
@@ -347,8 +311,7 @@ private:
         Report([load = std::exchange(fEndedLoad, 0)](TSongEvents& events) { events.SongEnded(load); });
       break;
     case MPV_EVENT_PLAYBACK_RESTART:
-      fExpectedUntil = 0;
-      Moves();
+      fHeard.Arrived();
       if (!fIsSilent && fDevice.TakeReturn())
         Report([this](TSongEvents& events) { events.DeviceReturned(fDevice.Text()); });
       break;
@@ -378,7 +341,7 @@ private:
   void PositionAnswered(const mpv_event& event) {
     std::optional<double> seconds;
     if (event.error >= 0) seconds = *static_cast<double*>(static_cast<const mpv_event_property*>(event.data)->data);
-    fPosition.Answer(event.reply_userdata, seconds);
+    fHeard.Answer(event.reply_userdata, seconds);
   }
 
   /** Without a value the output is closed for now; another value follows. */
@@ -386,6 +349,7 @@ private:
     if (output.format != MPV_FORMAT_STRING) return;
     const bool isSilent = std::string_view(*static_cast<char**>(output.data)) == kNoDevice;
     if (isSilent && fDevice.UseDefault()) ReportLoss();
+    fHeard.Moves();
     if (std::exchange(fIsSilent, isSilent) == isSilent) return;
     log_error("audio", isSilent ? "no sound device: playing silently" : "a sound device is back");
     Report([isSilent](TSongEvents& events) { events.OutputChanged(isSilent); });
@@ -412,15 +376,10 @@ private:
   /** Opening the output again drops what the library has decoded: without a seek the song would skip that. `reopen`
       returns false if it has done nothing. */
   void ReopenOutput(const std::function<bool()>& reopen) {
-    const bool isSought = system_time() < fExpectedUntil;
     double seconds = 0;
     const bool isHeard = mpv_library()->get_property(fMpv, "audio-pts", MPV_FORMAT_DOUBLE, &seconds) >= 0;
-    const double heardMs = std::clamp(seconds * 1000 - fBiasMs, 0.0, 2147483647.0);
-    if (!reopen() || !isHeard || fJoin.IsPending()) return;
-    const int32 positionMs = isSought ? fPositionMs.load() : static_cast<int32>(std::lround(heardMs));
-    if (!isSought) ExpectPosition(positionMs);
-    fParts.Resume(positionMs);
-    Moves();
+    if (!reopen() || !isHeard || fHeard.IsJoinPending()) return;
+    fParts.Resume(fHeard.Interrupted(seconds));
   }
 
   /** Has the library try its outputs again, from the first one on. */
@@ -459,9 +418,9 @@ private:
   }
 
   void BeginPart(int64 number, const TSongPart& part) {
-    if (fIsJustJoined) return ExpectNothing(); // a part of the song before
+    if (fIsJustJoined) return fHeard.ExpectNothing(); // a part of the song before
     fPart = number;
-    fPaused = false;
+    fHeard.SetPaused(false);
     fParts.Play(part);
     SetFlag("pause", false);
   }
@@ -469,10 +428,10 @@ private:
   /** The library has paused the song at the end of the part. */
   void EndPart() {
     const int32 fromMs = fParts.FromMs();
-    fPaused = true;
-    ExpectPosition(fromMs);
+    fHeard.SetPaused(true);
+    fHeard.Expect(fromMs);
     fParts.Return();
-    Moves();
+    fHeard.Moves();
     Report([this](TSongEvents& events) { events.PartEnded(fPart); });
   }
 
@@ -491,15 +450,15 @@ private:
     fJoinedLoad = std::exchange(fEndedLoad, 0);
     if (fQueuedEntry == entryId) fQueuedEntry = -1;
     if (fJoinedLoad == 0) return;
-    fJoinUntil = system_time() + kLongestStartUs;
-    fJoin.Begin();
+    fJoinUntil = system_time() + kLongestJoinUs;
+    fHeard.BeginJoin();
     fChain.SetClicks({}); // they belong to the song that ends
   }
 
   void Loaded() {
     WatchDevices();
     TSongTags tags = ReadTags();
-    if (fJoin.IsPending())
+    if (fHeard.IsJoinPending())
       fFollowerTags = std::move(tags);
     else
       Report([&](TSongEvents& events) { events.SongLoaded(fLoad, tags); });
@@ -509,15 +468,14 @@ private:
   void LookAtJoin() {
     double seconds = 0;
     const bool isKnown = mpv_library()->get_property(fMpv, "audio-pts", MPV_FORMAT_DOUBLE, &seconds) >= 0;
-    if (isKnown) fPositionMs = PositionFrom(seconds);
-    if ((isKnown && seconds * 1000 >= fBiasMs) || fPaused || system_time() >= fJoinUntil) FinishJoin();
+    const bool isHeard = isKnown && fHeard.FollowerIsHeard(seconds);
+    if (isHeard || fHeard.IsPaused() || system_time() >= fJoinUntil) FinishJoin();
   }
 
   /** False if none is pending. */
   bool FinishJoin() {
     if (fJoinedLoad == 0) return false;
-    const int32 endedMs = fJoin.Finish(fSpeed, system_time());
-    fPositionMs = 0;
+    const int32 endedMs = fHeard.FinishJoin();
     const int64 ended = std::exchange(fJoinedLoad, 0);
     Report([&](TSongEvents& events) { events.SongJoined(ended, fLoad, endedMs); });
     if (const auto tags = std::exchange(fFollowerTags, {}))
@@ -608,17 +566,7 @@ private:
   std::atomic<mpv_handle*> fMpv{nullptr};
   std::atomic<int64> fLastLoad{0};
   std::atomic<int64> fLastPart{0};
-  std::atomic<int32> fPositionMs{0};
-  std::atomic<double> fBiasMs{0};
-  std::atomic<double> fSpeed{1};
-  TSongJoin fJoin;
-  TTimedQuestion fPosition;
-  std::atomic<bigtime_t> fExpectedUntil{0};
-  std::atomic<bool> fPaused{false};
-  std::atomic<bigtime_t> fMovesUntil{0};
-  std::atomic<int64> fLastMove{0};
-  /** The value of fLastMove since which the position of a paused song is known. */
-  std::atomic<int64> fKnownSince{-1};
+  THeardPosition fHeard;
   // Used by the source's thread only.
   std::map<int64, int64> fLoadOfEntry;
   int64 fLoad = 0;

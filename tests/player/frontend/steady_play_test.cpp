@@ -1,4 +1,4 @@
-#include "player/frontend/steady_play.h"
+#include "player/model/steady_play.h"
 
 #include "platform/app/message.h"
 #include "platform/kernel/threads.h"
@@ -17,7 +17,7 @@ constexpr bigtime_t kBegin = 100'000 * kMs;
 
 /** At kBegin + `atMs`. */
 TReadPosition read(int32 atMs, int32 positionMs, int32 speedPercent = 100, bool isPlaying = true) {
-  return {kBegin + atMs * kMs, positionMs, speedPercent, isPlaying};
+  return {kBegin + atMs * kMs, positionMs * kMs, speedPercent, isPlaying};
 }
 
 /** A song that has played since the clock was 0. */
@@ -70,6 +70,31 @@ TEST(SteadyPlay, AnEarlierPositionIsKnownWhileTheSongPlaysWithoutInterruption) {
     TSteadyPlay play;
     for (const TReadPosition& position : each.reads) play.Add(position);
     EXPECT_EQ(play.PositionMsAt(each.whenUs), each.positionMs) << each.what;
+  }
+}
+
+TEST(SteadyPlay, SoonAfterAPositionTheNextIsKnownOnceTheSongIsSeenToPlay) {
+  const std::vector<TReadPosition> steady = {read(0, 5000), read(100, 5100), read(150, 5150)};
+  const struct {
+    const char* what;
+    std::vector<TReadPosition> reads;
+    int32 atMs;
+    std::optional<int32> positionMs;
+  } cases[] = {
+      {"plays", steady, 190, 5190},
+      {"the last moment", steady, 240, 5240},
+      {"too late", steady, 241, {}},
+      {"before the last position", steady, 149, {}},
+      {"three quarters of the speed", {read(0, 5000, 75), read(200, 5150, 75)}, 240, 5180},
+      {"not seen for long enough", {read(0, 5000), read(149, 5149)}, 160, {}},
+      {"sought", {read(0, 5000), read(200, 5200), read(250, 8000)}, 260, {}},
+      {"stands still after a seek", {read(0, 9), read(90, 9), read(180, 60)}, 200, {}},
+      {"paused", {read(0, 5000), read(200, 5200), read(220, 5220, 100, false)}, 230, {}},
+  };
+  for (const auto& each : cases) {
+    TSteadyPlay play;
+    for (const TReadPosition& position : each.reads) play.Add(position);
+    EXPECT_EQ(play.PositionMsSoon(kBegin + each.atMs * kMs), each.positionMs) << each.what;
   }
 }
 
