@@ -6,11 +6,9 @@ window managers take long to start, and their packages are needed by nothing els
 """
 import os
 import pathlib
-import shutil
 import signal
 import subprocess
 import sys
-import tempfile
 import time
 
 from Xlib import X, XK
@@ -71,22 +69,16 @@ class Desk:
 
     def __init__(self, manager):
         self.manager = manager
-        self.root = pathlib.Path(tempfile.mkdtemp(prefix="window-manager-"))
+        self.stage = stage.Stage()
         self.display = Display()
         self.window = self.display.screen().root
         # Some stop the X server for everybody else while they drag an outline.
         xtest.grab_control(self.display, True)
-        for folder in ("home", "settings"):
-            (self.root / folder).mkdir()
         for name, text in manager.files.items():
-            path = self.root / name
-            path.parent.mkdir(parents=True, exist_ok=True)
-            path.write_text(text)
-        self.log = open(self.root / "log", "wb")
-        own = {"HOME": str(self.root / "home"), "XDG_CONFIG_HOME": str(self.root / "settings"),
-               "XDG_STATE_HOME": str(self.root / "state")}
-        self.process = subprocess.Popen(["dbus-run-session", "--", *manager.command], env={**os.environ, **own},
-                                        stdout=self.log, stderr=self.log, start_new_session=True)
+            self.stage.file(name, text)
+        with open(self.stage.root / "log", "wb") as log:
+            self.process = subprocess.Popen(["dbus-run-session", "--", *manager.command], env=self.stage.own(),
+                                            stdout=log, stderr=log, start_new_session=True)
         wait_until(self.is_managed, f"{manager.command[0]} on the display")
         wait_until(self.takes_a_window, f"{manager.command[0]} ready")
 
@@ -95,8 +87,7 @@ class Desk:
         self.process.wait()
         wait_until(lambda: not self.is_managed(), f"{self.manager.command[0]} gone")
         self.display.close()
-        self.log.close()
-        shutil.rmtree(self.root, ignore_errors=True)
+        self.stage.clear_away()
 
     def is_managed(self):
         """A window manager has a window of its own; the property alone may be left from another."""

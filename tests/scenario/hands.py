@@ -1,4 +1,5 @@
 """The user's hands: real keys and mouse buttons on the display."""
+import contextlib
 import subprocess
 import threading
 
@@ -15,6 +16,21 @@ def _do(*words):
 def _window(display, title):
     found = subprocess.run(["xdotool", "search", "--name", f"^{title}$"], check=True, capture_output=True).stdout
     return display.create_resource_object("window", int(found))
+
+
+@contextlib.contextmanager
+def _connection():
+    display = Display()
+    try:
+        yield display
+    finally:
+        display.close()
+
+
+def _answer(event, place):
+    """Tells a program that asked for a selection where it was put."""
+    event.requestor.send_event(SelectionNotify(time=event.time, requestor=event.requestor, property=place,
+                                               selection=event.selection, target=event.target))
 
 
 def press(*keys):
@@ -83,8 +99,7 @@ def drop_files(title, box, paths):
             if event.type == X.SelectionRequest:
                 files = "".join(f"file://{path}\r\n" for path in paths)
                 event.requestor.change_property(event.property, event.target, 8, files.encode())
-                event.requestor.send_event(SelectionNotify(time=event.time, requestor=event.requestor, property=event.property,
-                                                           selection=event.selection, target=event.target))
+                _answer(event, event.property)
 
     tell("XdndEnter", 5 << 24, code("text/uri-list"))
     tell("XdndPosition", 0, place, X.CurrentTime, code("XdndActionCopy"))
@@ -124,17 +139,15 @@ class Clipboard:
                 event.requestor.change_property(place, text, 8, self.text)
             else:
                 place = X.NONE
-            event.requestor.send_event(SelectionNotify(time=event.time, requestor=event.requestor, property=place,
-                                                       selection=event.selection, target=event.target))
+            _answer(event, place)
             self.display.flush()
 
     def __exit__(self, *_):
-        other = Display()  # whoever owns it next ends the thread
-        window = other.screen().root.create_window(0, 0, 1, 1, 0, other.screen().root_depth)
-        window.set_selection_owner(other.intern_atom("CLIPBOARD"), X.CurrentTime)
-        other.sync()
-        self.thread.join(timeout=20)
-        other.close()
+        with _connection() as other:  # whoever owns it next ends the thread
+            window = other.screen().root.create_window(0, 0, 1, 1, 0, other.screen().root_depth)
+            window.set_selection_owner(other.intern_atom("CLIPBOARD"), X.CurrentTime)
+            other.sync()
+            self.thread.join(timeout=20)
 
 
 def title_under(box):
@@ -159,10 +172,9 @@ def place_window(title, left, top, width, height):
 
 
 def has_window_manager():
-    display = Display()
-    found = display.screen().root.get_full_property(display.intern_atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType)
-    display.close()
-    return found is not None
+    with _connection() as display:
+        check = display.intern_atom("_NET_SUPPORTING_WM_CHECK")
+        return display.screen().root.get_full_property(check, X.AnyPropertyType) is not None
 
 
 def count_menus():
@@ -185,43 +197,38 @@ def count_menus():
 
 def smallest_size(title):
     """Width and height below which a window manager would not go."""
-    display = Display()
-    hints = _window(display, title).get_wm_normal_hints()
-    display.close()
-    return hints.min_width, hints.min_height
+    with _connection() as display:
+        hints = _window(display, title).get_wm_normal_hints()
+        return hints.min_width, hints.min_height
 
 
 def send_to_desktop(title, number):
     """Writes on a window what a window manager writes when it takes the window to another desktop."""
-    display = Display()
-    _window(display, title).change_property(display.intern_atom("_NET_WM_DESKTOP"), Xatom.CARDINAL, 32, [number])
-    display.sync()
-    display.close()
+    with _connection() as display:
+        _window(display, title).change_property(display.intern_atom("_NET_WM_DESKTOP"), Xatom.CARDINAL, 32, [number])
+        display.sync()
 
 
 def close_window(title):
     """Sends what a window manager sends when its close box is clicked."""
-    display = Display()
-    wanted, protocols = (display.intern_atom(name) for name in ("WM_DELETE_WINDOW", "WM_PROTOCOLS"))
-    window = _window(display, title)
-    window.send_event(ClientMessage(window=window, client_type=protocols, data=(32, [wanted, 0, 0, 0, 0])))
-    display.sync()
-    display.close()
+    with _connection() as display:
+        wanted, protocols = (display.intern_atom(name) for name in ("WM_DELETE_WINDOW", "WM_PROTOCOLS"))
+        window = _window(display, title)
+        window.send_event(ClientMessage(window=window, client_type=protocols, data=(32, [wanted, 0, 0, 0, 0])))
+        display.sync()
+
+
+def _pixels(box):
+    """Of the screen: four bytes each, blue, green and red first."""
+    with _connection() as display:
+        return display.screen().root.get_image(*box, X.ZPixmap, 0xFFFFFFFF).data
 
 
 def color_at(left, top):
     """Red, green and blue of a point of the screen."""
-    display = Display()
-    image = display.screen().root.get_image(left, top, 1, 1, X.ZPixmap, 0xFFFFFFFF)
-    display.close()
-    blue, green, red = image.data[:3]
-    return red, green, blue
+    return tuple(reversed(_pixels((left, top, 1, 1))[:3]))
 
 
 def bright_points(box):
     """How many points of a box are light: light text on a dark ground."""
-    left, top, width, height = box
-    display = Display()
-    image = display.screen().root.get_image(left, top, width, height, X.ZPixmap, 0xFFFFFFFF)
-    display.close()
-    return sum(green > 127 for green in image.data[1::4])
+    return sum(green > 127 for green in _pixels(box)[1::4])

@@ -32,6 +32,7 @@ class Stage:
 
     def file(self, name, data):
         path = self.root / name
+        path.parent.mkdir(parents=True, exist_ok=True)
         path.write_bytes(data if isinstance(data, bytes) else data.encode())
         return path
 
@@ -41,9 +42,19 @@ class Stage:
     def set_language(self, language_file):
         self.set_preferences(LLTF=settings.text(language_file))
 
-    def start(self, lyrics=None, prefix=(), environment=None, songs=None):
+    def open_display_at_start(self):
+        """As after an end at which the lyrics display was open."""
+        settings.write_record(self.config / "VesmoD/VesmoD_ExitStates.arc", {"Open": settings.flag(True)})
+
+    def log_opened_files(self):
+        """Replaces the desktop's opener; returns the environment for that, and where it writes what it is to open."""
+        opened = self.root / "opened"
+        self.file("xdg-open", f'#!/bin/sh\necho "$1" >>"{opened}"\n').chmod(0o755)
+        return {"PATH": f"{self.root}:{os.environ['PATH']}"}, opened
+
+    def start(self, lyrics=None, **more):
         """Returns when the editor has the keyboard (and shows the lyrics, if any) and the player First Light."""
-        self.launch(lyrics, prefix, environment, songs)
+        self.launch(lyrics, **more)
         wait_until(lambda: self.window(), "the editor's window")
         wait_until(lambda: "First Light" in eyes.name(self.player()), "the song loaded by the player")
         if lyrics:
@@ -158,6 +169,12 @@ class Stage:
     def focus_playlist(self):
         hands.click(eyes.place(self.playlist()))
         wait_until(lambda: "active" in eyes.states(self.player()), "the player with the keyboard")
+
+    def song_rows(self):
+        return eyes.children(self.playlist())
+
+    def wait_songs(self, *names):
+        wait_until(lambda: [eyes.name(row) for row in self.song_rows()] == list(names), f"the songs {names}")
 
     def open_player_menu(self, letter):
         """A submenu of the player's button; a key that came too early is pressed again."""

@@ -8,12 +8,8 @@ BUTTONS = ["Open lyrics of current song", "Open…", "Save", "Shift all time tag
 
 
 class Tree(Case):
-    def setUp(self):
-        super().setUp()
-        self.stage.start(self.stage.file("a.lrc", "one\ntwo\n"))
-
     def test_window_menus_lyrics_and_status_bar_have_roles_and_names(self):
-        s = self.stage
+        s = self.start("one\ntwo\n")
         self.assertEqual((eyes.role(s.window()), eyes.name(s.window())), ("frame", "a.lrc - Vesmo Editor"))
         self.assertIn("[Tag, extended] UTF-8 <LF>", s.status())
         bar = eyes.find(s.window(), "menu bar")
@@ -30,7 +26,7 @@ class Tree(Case):
         self.assertLessEqual({"editable", "multi-line", "focused"}, eyes.states(s.lyrics()))
 
     def test_tab_goes_round_through_the_tool_bar_and_a_button_is_pressed_by_the_space_bar(self):
-        s = self.stage
+        s = self.start()
         for name in [*BUTTONS, "Lyrics", *BUTTONS[:6]]:
             hands.press("Tab")
             s.wait_focus(name)

@@ -11,8 +11,7 @@ class Downloaded(Case):
     def test_one_tag_is_mended_and_every_other_byte_is_as_before(self):
         s = self.start(DOWNLOADED)
         s.wait_status("UTF-8 <CR LF> [mm:ss.cc]")
-        for _ in range(4):
-            hands.press("Down")
+        hands.press(*["Down"] * 4)
         s.wait_selected(4)
         hands.press("plus")
         s.wait_rows("[ti:Song]", "[offset:+120]", "", "[00:01:20][00:31:20]one", "[00:02:51]two",
@@ -32,7 +31,6 @@ class Copies(Case):
         hands.click(eyes.place(button))
         s.wait_status("From now on")
         s.come_back()
-        hands.press("plus")
-        hands.press("ctrl+s")
+        hands.press("plus", "ctrl+s")
         s.wait_bytes(copy, b"[00:01.51]one\n")
         s.wait_bytes(s.lyrics_file, b"[00:01:51]one\n\0")

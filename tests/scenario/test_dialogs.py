@@ -1,25 +1,6 @@
-"""The editor's dialogs: the shift of all tags, the save panel's menus, help, About."""
-import os
-
+"""The editor's dialogs: the save panel's menus, help, About."""
 import hands
 from case import Case
-
-
-class Shift(Case):
-    def test_tags_are_shifted_by_the_number_typed(self):
-        s = self.start("[00:10]one\n[00:20:50]two\n")
-        s.choose("Edit", "Shift all time tags…")
-        s.wait_window("Shift all time tags")
-        hands.write("-1510")
-        hands.press("Return")
-        s.wait_rows("[00:08]one", "[00:18:99]two")
-        s.wait_status("All tags shifted by -1510 [ms]")
-        s.come_back()
-        s.click_button("Shift all time tags…")
-        s.wait_window("Shift all time tags")
-        hands.press("Escape")
-        s.come_back()
-        s.save(b"[00:08]one\n[00:18:99]two\n\0")
 
 
 class SavePanel(Case):
@@ -57,10 +38,8 @@ class Others(Case):
 
     def test_help_opens_in_the_desktops_own_opener(self):
         s = self.stage
-        opened = s.root / "opened"
-        opener = s.file("xdg-open", f'#!/bin/sh\necho "$1" >>"{opened}"\n')
-        opener.chmod(0o755)
-        s.start(environment={"PATH": f"{s.root}:{os.environ['PATH']}"})
+        environment, opened = s.log_opened_files()
+        s.start(environment=environment)
         s.choose("Help", "Help")
         s.wait(lambda: opened.exists() and opened.read_text().count("VesmoE.htm\n") == 1, "the help page opened")
         s.click_button("Help")

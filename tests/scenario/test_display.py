@@ -1,7 +1,6 @@
 """The lyrics display next to the editor: in time with the song, and following what is edited."""
 import eyes
 import hands
-import settings
 from case import Case
 
 DISPLAY = "Vesmo Display"
@@ -19,8 +18,7 @@ class Display(Case):
         self.stage.wait(lambda: self.view().get_description() == line, f"{line!r} in the display")
 
     def start_with_display(self, lyrics):
-        """As after an end at which the display was open: it comes up by itself."""
-        settings.write_record(self.stage.config / "VesmoD/VesmoD_ExitStates.arc", {"Open": settings.flag(True)})
+        self.stage.open_display_at_start()
         self.stage.start(lyrics)
         self.stage.wait(self.window, "the display")
 
@@ -60,19 +58,3 @@ class Display(Case):
         for node in (s.lyrics(), self.view()):
             left, top, _, height = eyes.place(node)
             s.wait(lambda at=(left + 2, top + height - 4): hands.color_at(*at) == (0x10, 0x20, 0x30), "the new background")
-
-    def test_the_text_size_follows_the_wheel_and_is_kept(self):
-        s = self.stage
-        lyrics = s.file("song.lrc", "one\n")
-        self.start_with_display(lyrics)
-        s.stamp(0, "[00:00:00]one")
-        self.wait_line("one")
-        def ink():
-            return hands.bright_points(eyes.place(self.view()))
-        normal = ink()
-        hands.click(eyes.place(self.view()), held="ctrl", button=4)
-        s.wait(lambda: ink() > normal * 1.2, "larger text by the wheel")
-        large = ink()
-        s.close_player(lambda: s.click_answer("has unsaved changes", "Yes"))
-        s.start(lyrics)
-        s.wait(lambda: self.window() and ink() == large, "the same size again")

@@ -19,7 +19,7 @@ class Refusals(Case):
         s = self.stage
         locked = s.file("locked.lrc", "secret\n")
         locked.chmod(0)
-        s.start(s.file("a.lrc", "one\n"), prefix=ORDINARY)
+        self.start(prefix=ORDINARY)
         hands.press("ctrl+o")
         s.fill_panel("Open lyrics", locked, then_asks=True)
         s.answer("This lyrics file cannot be opened:", "Understood")
@@ -28,11 +28,9 @@ class Refusals(Case):
 
     def test_a_folder_that_takes_no_files_costs_no_text(self):
         s = self.stage
-        folder = s.root / "folder"
-        folder.mkdir()
         lyrics = s.file("folder/a.lrc", "one\n")
         lyrics.chmod(0o444)
-        folder.chmod(0o555)
+        lyrics.parent.chmod(0o555)
         s.start(lyrics, prefix=ORDINARY)
         s.stamp(0, "[00:00:00]one")
         hands.press("ctrl+s")
@@ -69,30 +67,17 @@ class Refusals(Case):
 
 
 class PlugIns(Case):
-    """Plug-ins of others, loaded together with the editor."""
-
-    def setUp(self):
-        super().setUp()
-        self.folder = self.stage.root / "plugins"
-        shutil.copytree(stage.BIN / "plugins", self.folder)
-        self.environment = {"SONIVO_PLUGINS": str(self.folder)}
-
-    def compile(self, name, source):
-        subprocess.run(["cc", "-shared", "-fPIC", "-x", "c", "-o", self.folder / name, "-"], input=source.encode(), check=True)
-
-    def wait_fault(self, text):
-        labels = lambda: [eyes.name(label) for label in eyes.find_all(self.stage.player(), "label")]
-        self.stage.wait(lambda: any(text in label for label in labels()), f"{text!r} in the player's window")
-
     def test_one_that_hangs_is_named_and_the_player_plays_and_ends_without_it(self):
-        s = self.stage
-        self.compile("gen_hanging.so", "#include <unistd.h>\nvoid* NewPlugin(void* record) { for (;;) pause(); }\n")
-        lyrics = s.file("a.lrc", "one\n")
-        s.start(lyrics, environment=self.environment)
-        self.wait_fault("Plug-in gen_hanging.so is not responding: its NewPlugin has not returned")
+        plugins = self.stage.root / "plugins"
+        shutil.copytree(stage.BIN / "plugins", plugins)
+        source = b"#include <unistd.h>\nvoid* NewPlugin(void* record) { for (;;) pause(); }\n"
+        subprocess.run(["cc", "-shared", "-fPIC", "-x", "c", "-o", plugins / "gen_hanging.so", "-"], input=source, check=True)
+        s = self.start(environment={"SONIVO_PLUGINS": str(plugins)})
+        fault = "Plug-in gen_hanging.so is not responding: its NewPlugin has not returned"
+        s.wait(lambda: fault in s.texts_in(s.player()), f"{fault!r} in the player's window")
         s.stamp(0, "[00:00:00]one")
         hands.close_window(eyes.name(s.player()))
         s.click_answer("a.lrc", "Yes")
         self.assertEqual(s.program.wait(timeout=eyes.PATIENCE), 1)
-        self.assertEqual(lyrics.read_bytes(), b"[00:00:00]one\n\0")
+        self.assertEqual(s.lyrics_file.read_bytes(), b"[00:00:00]one\n\0")
         self.assertTrue((s.config / "VesmoE/VesmoE_ExitStates.arc").exists(), "the editor was ended as always")

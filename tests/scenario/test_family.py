@@ -1,8 +1,6 @@
 """The preferences of the family, with two of its applications: the player with the editor, and the example."""
 import os
-import signal
 import socket
-import subprocess
 import unittest
 
 import eyes
@@ -20,8 +18,7 @@ class Example:
     def __init__(self, case):
         of = case.stage
         with open(of.root / "program.log", "ab") as log:
-            self.program = subprocess.Popen([str(stage.BIN / "family_example")], env=of.own(), stderr=log, stdout=log)
-        case.addCleanup(self.end)
+            self.program = case.run_beside([str(stage.BIN / "family_example")], stderr=log, stdout=log)
         eyes.wait_until(lambda: self.window("Family Example"), "the example's window")
 
     def window(self, title):
@@ -41,17 +38,12 @@ class Example:
             return shown == list(texts)
         eyes.wait_until(look, f"{texts} in the example's window")
 
-    def end(self, how=signal.SIGKILL):
-        if self.program.poll() is None:
-            self.program.send_signal(how)
-        self.program.wait(timeout=eyes.PATIENCE)
-
 
 class TwoApplications(Case):
     def setUp(self):
         super().setUp()
         self.example = Example(self)
-        self.stage.start(self.stage.file("a.lrc", "one\n"))
+        self.start()
         # Their windows are not to lie on each other, where no window manager places them.
         hands.move_window("Family Example", 20, 640)
 
@@ -111,9 +103,8 @@ class TwoApplications(Case):
         self.controls(example.window)
         hands.press("Tab", "Down")
         s.wait(lambda: s.menu_item("F) File"), "the editor's menus updated")
-        example.end()
-        hands.click(eyes.place(eyes.find(s.window(), "status bar")))
-        s.wait_focus("Lyrics")
+        example.program.kill()
+        s.come_back()
         s.choose("T) Tools", "S) KOREVA Common Preferences…")
         _, flat = self.controls(self.in_player)
         self.example = Example(self)
@@ -130,21 +121,16 @@ class TwoApplications(Case):
 class ThePort(Case):
     """The port of the window. Whatever else has its name neither blocks the editor nor is trusted."""
 
-    def listen(self):
-        runtime = stage.pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "koreva"
-        runtime.mkdir(mode=0o700, exist_ok=True)
-        path = runtime / "KOREVAIAPPort"
+    @unittest.skipIf(os.geteuid(), "only root can be somebody else")
+    def test_of_another_user_is_told_of(self):
+        s = self.stage
+        path = stage.pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "koreva/KOREVAIAPPort"
+        path.parent.mkdir(mode=0o700, exist_ok=True)
         path.unlink(missing_ok=True)
         self.addCleanup(path.unlink, missing_ok=True)
         port = socket.socket(socket.AF_UNIX)
         self.addCleanup(port.close)
         port.bind(str(path))
-        return port
-
-    @unittest.skipIf(os.geteuid(), "only root can be somebody else")
-    def test_of_another_user_is_told_of(self):
-        s = self.stage
-        port = self.listen()
         os.seteuid(65534)  # whoever listens now is who the port belongs to
         try:
             port.listen()

@@ -6,9 +6,8 @@ from case import Case
 
 class Opening(Case):
     def test_the_lyrics_of_the_song_that_plays_open_by_key_menu_and_button(self):
-        s = self.stage
-        s.file("song.lrc", "sung\n")
-        s.start(s.file("a.lrc", "one\n"))
+        self.stage.file("song.lrc", "sung\n")
+        s = self.start()
         hands.press("ctrl+l")
         s.wait_title("song.lrc")
         s.wait_rows("sung")
@@ -20,9 +19,8 @@ class Opening(Case):
             s.wait_title("song.lrc")
 
     def test_a_missing_file_can_be_created(self):
-        s = self.stage
+        s = self.start()
         missing = s.root / "song.txt"
-        s.start(s.file("a.lrc", "one\n"))
         hands.press("ctrl+l")
         s.answer("This file does not exist", "No")
         self.assertFalse(missing.exists())
@@ -52,25 +50,22 @@ class Saving(Case):
 
 class Exporting(Case):
     def test_a_copy_for_other_programs_leaves_the_lyrics_as_they_are(self):
-        s = self.stage
-        lyrics = s.file("a.lrc", "[00:01:50]one\n[00:03:00]two\n")
-        kept = s.file("a.srt", "kept\n")
-        s.start(lyrics)
+        kept = self.stage.file("a.srt", "kept\n")
+        s = self.start("[00:01:50]one\n[00:03:00]two\n")
         hands.press("Delete")
         s.wait_rows("one", "[00:03:00]two")
         s.choose("File", "Export…")
         panel = s.wait_panel("Export lyrics")
         self.assertEqual(eyes.text_of(eyes.find(panel, "text")), "a.dotted.lrc")
         hands.press("alt+f")
-        for key in ("Up", "Return"):
-            hands.press(key)
+        hands.press("Up", "Return")
         s.wait(lambda: eyes.text_of(eyes.find(panel, "text")) == "a.srt", "the name of subtitles")
         hands.press("Return")
         s.answer("already exists", "Yes")
         s.wait_bytes(kept, b"1\n00:00:03,000 --> 00:00:08,000\ntwo\n\n")
         hands.press("ctrl+z")
         s.wait_rows("[00:01:50]one", "[00:03:00]two")
-        s.wait_bytes(lyrics, b"[00:01:50]one\n[00:03:00]two\n")
+        s.wait_bytes(s.lyrics_file, b"[00:01:50]one\n[00:03:00]two\n")
 
 
 class RecentFiles(Case):
@@ -98,35 +93,28 @@ class RecentFiles(Case):
         s.choose("File", "Open…", "c.lrc")
         s.wait_title("c.lrc")
 
-    def test_one_is_dropped_with_the_alt_key_and_all_are_cleared(self):
-        s = self.stage
-        a = s.file("a.lrc", "a\n")
-        s.start(a)
+    def test_one_is_dropped_with_the_alt_key_or_because_it_is_gone_and_all_are_cleared(self):
+        s = self.start("a\n")
         hands.press("ctrl+o")
         s.fill_panel("Open lyrics", s.file("b.lrc", "b\n"))
         s.wait_title("b.lrc")
         s.wait(lambda: self.names() == ["b.lrc", "a.lrc"], "two recent files")
-        s.choose_by_mouse("File", "Open…", "a.lrc", held="alt")
-        s.answer('Remove "a.lrc"', "Yes")
-        s.wait(lambda: self.names() == ["b.lrc"], "one recent file")
-        self.assertEqual(s.title(), "b.lrc - Vesmo Editor")
+        s.lyrics_file.unlink()
+        hands.press("ctrl+shift+1")
+        s.answer("This file does not exist", "No")
+        s.wait(lambda: self.names() == ["b.lrc"], "the missing file off the list")
+        hands.press("ctrl+o")
+        s.fill_panel("Open lyrics", s.file("c.lrc", "c\n"))
+        s.wait(lambda: self.names() == ["c.lrc", "b.lrc"], "two recent files again")
+        s.choose_by_mouse("File", "Open…", "b.lrc", held="alt")
+        s.answer('Remove "b.lrc"', "Yes")
+        s.wait(lambda: self.names() == ["c.lrc"], "one recent file")
+        self.assertEqual(s.title(), "c.lrc - Vesmo Editor")
         s.choose("File", "Open…", "Clear recent files")
         s.answer("Clear the list of recent files", "No")
-        self.assertEqual(self.names(), ["b.lrc"])
+        self.assertEqual(self.names(), ["c.lrc"])
         s.choose("File", "Open…", "Clear recent files")
         s.answer("Clear the list of recent files", "Clear all")
         s.wait(lambda: self.names() == [], "no recent file")
         item = s.menu_item("File", "Open…", "Clear recent files")
         self.assertNotIn("enabled", eyes.states(item))
-
-    def test_one_that_is_gone_when_it_is_chosen_is_offered_to_be_created(self):
-        s = self.stage
-        a = s.file("a.lrc", "a\n")
-        s.start(a)
-        hands.press("ctrl+n")
-        s.wait_title("Untitled")
-        a.unlink()
-        hands.press("ctrl+shift+0")
-        s.answer("This file does not exist", "No")
-        s.wait(lambda: self.names() == [], "the file off the list")
-        self.assertEqual(s.title(), "Untitled - Vesmo Editor")

@@ -22,17 +22,24 @@ class Mending(Case):
 
     def test_all_are_shifted_by_a_key_an_amount_and_return(self):
         s = self.start(LYRICS)
-        hands.press("ctrl+m")
-        s.wait(s.other, "the window that asks for the shift")
-        hands.write("-250")
-        hands.press("Return")
+        title = "Shift all time tags"
+        for amount, way in (("1000", lambda: s.choose("Edit", title + "…")), ("-1250", lambda: hands.press("ctrl+m"))):
+            way()
+            s.wait_window(title)
+            hands.write(amount)
+            hands.press("Return")
+            s.wait_status(f"All tags shifted by {amount} [ms]")
+            s.wait_focus("Lyrics")
         s.wait_rows("[00:00:75]one", "[00:01:75]two", "[00:02:75]three")
-        s.wait_focus("Lyrics")
+        s.click_button(title + "…")
+        s.wait_window(title)
+        hands.press("Escape")
+        s.come_back()
         hands.press("Down", "ctrl+shift+m")
         s.wait(lambda: s.other() and "line 2" in eyes.name(s.other()), "the title that names the line")
         hands.press("1", "0", "0", "0", "Return")
         s.wait_rows("[00:00:75]one", "[00:02:75]two", "[00:03:75]three")
-        hands.press("ctrl+z", "ctrl+z")
+        hands.press("ctrl+z", "ctrl+z", "ctrl+z")
         s.wait_rows(*LYRICS.split())
 
 

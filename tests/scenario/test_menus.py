@@ -1,5 +1,4 @@
 """Every entry of the menus of the player, of its tray item and of the lyrics display does what it says."""
-import os
 import subprocess
 import sys
 import time
@@ -25,36 +24,24 @@ class Menus(Case):
 
     def setUp(self):
         super().setUp()
-        self.begin(["openbox", "--sm-disable"])
+        self.run_beside(["openbox", "--sm-disable"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.stage.wait(hands.has_window_manager, "the window manager")
-        self.opened = self.stage.root / "opened"
-        opener = self.stage.file("xdg-open", f'#!/bin/sh\necho "$1" >>"{self.opened}"\n')
-        opener.chmod(0o755)
-        self.environment = {"PATH": f"{self.stage.root}:{os.environ['PATH']}"}
-
-    def begin(self, words):
-        program = subprocess.Popen(words, env=self.stage.own(), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        self.addCleanup(lambda: (program.kill(), program.wait()))
+        self.environment, self.opened = self.stage.log_opened_files()
 
     def start(self, text="one\n"):
         s = self.stage
-        songs = s.root / "songs"
-        songs.mkdir()
+        songs = []
         for name, (title, artist, album, track, seconds) in SONGS.items():
             told = {"INAM": title, "IART": artist, "IPRD": album, "IPRT": str(track)}
             data = sound(seconds, **{key: value.encode() for key, value in told.items()})
-            (songs / f"{name}.wav").write_bytes(data)
-        lyrics = s.file("a.lrc", text)
-        s.launch(lyrics, environment=self.environment, songs=[str(songs / f"{name}.wav") for name in SONGS])
+            songs.append(str(s.file(f"songs/{name}.wav", data)))
+        s.launch(s.file("a.lrc", text), environment=self.environment, songs=songs)
         s.wait(lambda: s.window() and self.titles() == ["Alba", "Bora", "Cala"], "the songs")
         s.wait(lambda: bus("metadata", "title") == "Alba", "the first song")
         self.focus()
 
     def titles(self):
-        return [eyes.name(row).split(" — ")[0] for row in eyes.children(self.list())]
-
-    def list(self):
-        return self.stage.playlist()
+        return [eyes.name(row).split(" — ")[0] for row in self.stage.song_rows()]
 
     def player(self):
         return next(w for w in self.stage.windows() if eyes.name(w).startswith("Sonivo") and eyes.role(w) == "frame")
@@ -91,7 +78,7 @@ class Menus(Case):
 
     def row(self, index):
         """To be clicked: never the same one twice at once, which would be a double click."""
-        return eyes.children(self.list())[index]
+        return self.stage.song_rows()[index]
 
     def orders(self, *titles):
         return lambda: self.titles() == list(titles)
@@ -122,6 +109,12 @@ class ThePlayersMenus(Menus):
         hands.press("Down", "Down", "Down", "Down", "Return")
         self.stage.wait(self.choices(Gpls=[False], Awak=[True], Tray=[True], Clmn=[True, True, True, False, True, False]),
                         "the choices kept")
+        self.choose("b u", self.shows("Sound"))
+        self.stage.picture("sound")
+        hands.press("Escape")
+        self.choose("q", lambda: self.stage.program.poll() == 0)
+        self.stage.launch(environment=self.environment, songs=[])
+        self.stage.wait(lambda: (bus("loop"), bus("shuffle")) == ("Track", "On"), "the order of the last run")
 
     def test_the_player_stops_after_this_song(self):
         s = self.stage
@@ -134,7 +127,7 @@ class ThePlayersMenus(Menus):
         self.assertEqual(eyes.name(self.player()), "Sonivo – Alba")
 
     def header(self):
-        left, top, width, _ = eyes.place(self.list())
+        left, top, width, _ = eyes.place(self.stage.playlist())
         return left, top + 1, width, 20
 
     def test_songs_are_added_filtered_saved_and_removed(self):
@@ -183,9 +176,13 @@ class ThePlayersMenus(Menus):
         self.choose("n", self.orders("Alba", "Bora", "Cala"), of(0))
         self.choose("r", self.orders("Alba", "Cala"), of(1))
 
-    def test_every_plug_in_is_shown_set_up_and_described_and_the_player_quits(self):
+    def test_player_and_plug_ins_are_shown_set_up_and_described_and_the_player_quits(self):
         s = self.stage
         self.start()
+        for keys, title, part in (("p", "Vesmo preferences", "Language:"), ("a", "Sonivo", "Sonivo  Ver")):
+            self.choose(keys, lambda: part in s.texts_in(s.wait_window(title)))
+            hands.press("Escape")
+            s.wait(lambda: not self.shows(title)(), f"{title} closed")
         hands.close_window(eyes.name(s.window()))
         s.wait_closed()
         for up, shown, about in ((5, "Untitled - Vesmo Editor", "About Vesmo Editor"),
@@ -222,7 +219,7 @@ class TheTrayItem(Menus):
         s = self.stage
         settings.write_record(s.config / "Sonivo/Sonivo_Choices.arc", {"Tray": settings.flag(True)})
         item = s.root / "item"
-        self.begin([sys.executable, "tray.py", str(item)])
+        self.run_beside([sys.executable, "tray.py", str(item)])
         self.start()
         s.wait(item.exists, "the item in the tray")
         def is_seen():
@@ -249,7 +246,7 @@ class TheDisplay(Menus):
 
     def test_full_screen_and_text_size_by_menu_keys_and_mouse_and_its_place_is_kept(self):
         s = self.stage
-        settings.write_record(s.config / "VesmoD/VesmoD_ExitStates.arc", {"Open": settings.flag(True)})
+        s.open_display_at_start()
         self.start("[00:00:00]one\n")
         s.wait(self.view, "the display")
         hands.place_window("Vesmo Display", 600, 560, 500, 200)
@@ -276,7 +273,11 @@ class TheDisplay(Menus):
         for key, seen in (("ctrl+plus", grows), ("ctrl+minus", is_normal), ("ctrl+equal", grows), ("ctrl+0", is_normal)):
             hands.press(key)
             s.wait(seen, f"the text after {key}")
+        hands.click(self.place(), held="ctrl", button=4)
+        s.wait(grows, "larger text by the wheel")
+        large = hands.bright_points(self.place())
         hands.close_window(eyes.name(self.player()))
         s.wait(lambda: s.program.poll() == 0, "the end")
-        s.launch()
+        s.launch(s.root / "a.lrc")
         s.wait(lambda: self.view() and is_back(), "its place of the last time")
+        s.wait(lambda: hands.bright_points(self.place()) == large, "the same size again")

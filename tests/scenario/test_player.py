@@ -1,6 +1,5 @@
 """The player's own window: its list of songs, and what is found again."""
 import struct
-import subprocess
 import time
 
 import eyes
@@ -24,37 +23,29 @@ def sound(seconds=60, **told):
 class ThePlayersList(Case):
     def setUp(self):
         super().setUp()
-        self.others = [self.stage.root / name for name in ("b.wav", "c.wav")]
-        for path in self.others:
-            path.write_bytes(sound())
-
-    def list(self):
-        return self.stage.playlist()
+        self.others = [self.stage.file(name, sound()) for name in ("b.wav", "c.wav")]
 
     def row(self, index):
-        return eyes.place(eyes.children(self.list())[index])
-
-    def wait_songs(self, *names):
-        self.stage.wait(lambda: [eyes.name(row) for row in eyes.children(self.list())] == list(names), f"the songs {names}")
+        return eyes.place(self.stage.song_rows()[index])
 
     def test_songs_are_dropped_moved_and_removed_and_found_again(self):
         s = self.stage
         s.start()
-        self.wait_songs(FIRST_LIGHT)
-        hands.drop_files(eyes.name(s.player()), eyes.place(self.list()), self.others)
-        self.wait_songs(FIRST_LIGHT, "b", "c")
+        s.wait_songs(FIRST_LIGHT)
+        hands.drop_files(eyes.name(s.player()), eyes.place(s.playlist()), self.others)
+        s.wait_songs(FIRST_LIGHT, "b", "c")
         hands.drag(self.row(2), self.row(0))
-        self.wait_songs("c", FIRST_LIGHT, "b")
+        s.wait_songs("c", FIRST_LIGHT, "b")
         hands.press("alt+Down")
-        self.wait_songs(FIRST_LIGHT, "c", "b")
+        s.wait_songs(FIRST_LIGHT, "c", "b")
         hands.click(self.row(2))
         hands.press("Delete")
-        self.wait_songs(FIRST_LIGHT, "c")
+        s.wait_songs(FIRST_LIGHT, "c")
         hands.press("Right")
         s.wait_position(5)
         s.close_player()
         s.start(songs=[])
-        self.wait_songs(FIRST_LIGHT, "c")
+        s.wait_songs(FIRST_LIGHT, "c")
         s.wait_position(5)
 
     def test_the_arrow_keys_choose_a_song_as_soon_as_the_window_is_in_front(self):
@@ -66,15 +57,13 @@ class ThePlayersList(Case):
 
     def test_songs_that_were_never_played_show_what_their_files_say(self):
         s = self.stage
-        album = s.root / "album"
-        album.mkdir()
-        (album / "1.wav").write_bytes(sound(65, INAM=b"One\r\n\tMorning", IART="Jürgen".encode()))
-        (album / "2.wav").write_bytes(sound(3, INAM=b"x" * 5000))
-        (album / "3.wav").write_bytes(sound(2))
-        (album / "4.mp3").write_text("no sound at all")
-        (album / "5.wav").write_bytes(sound(3, INAM=b"Last"))
-        s.start(songs=[str(s.song), str(album)])
-        self.wait_songs(FIRST_LIGHT, "One Morning — Jürgen", "x" * 1024, "3", "4", "Last")
+        s.file("album/1.wav", sound(65, INAM=b"One\r\n\tMorning", IART="Jürgen".encode()))
+        s.file("album/2.wav", sound(3, INAM=b"x" * 5000))
+        s.file("album/3.wav", sound(2))
+        s.file("album/4.mp3", "no sound at all")
+        s.file("album/5.wav", sound(3, INAM=b"Last"))
+        s.start(songs=[str(s.song), str(s.root / "album")])
+        s.wait_songs(FIRST_LIGHT, "One Morning — Jürgen", "x" * 1024, "3", "4", "Last")
         s.close_player()
         kept = (s.config / "Sonivo/Playlist.m3u8").read_text()
         for part in ("#EXTINF:65,Jürgen - One Morning\n", "#EXTINF:2,3\n", "#EXTINF:-1,4\n"):
@@ -96,16 +85,9 @@ class AnotherPlayerAsSource(Case):
 
     def setUp(self):
         super().setUp()
-        song = self.stage.root / self.TITLE
-        song.write_bytes(sound())
-        self.other = subprocess.Popen(
+        self.other = self.run_beside(
             ["mpv", "--no-config", "--load-scripts=no", "--script=/usr/lib/mpv-mpris/mpris.so", "--no-video", "--really-quiet",
-             "--ao=null", "--pause", "--start=7.5", str(song)], env=self.stage.own())
-        self.addCleanup(self.quit_other)
-
-    def quit_other(self):
-        self.other.terminate()
-        self.other.wait(timeout=eyes.PATIENCE)
+             "--ao=null", "--pause", "--start=7.5", str(self.stage.file(self.TITLE, sound()))])
 
     def is_shown(self, text):
         return text in self.stage.texts_in(self.stage.player())
@@ -124,8 +106,7 @@ class AnotherPlayerAsSource(Case):
         return self.is_shown(self.TITLE)
 
     def test_its_song_is_shown_moved_and_stamped_until_it_quits(self):
-        s = self.stage
-        s.start(lyrics=s.file("song.lrc", "one\ntwo\n"))
+        s = self.start("one\ntwo\n")
         s.wait(self.choose_other, "the other player's song in the window")
         self.choose_source("Return")
         s.wait(lambda: not self.is_shown(self.TITLE), "the own song")
@@ -135,38 +116,9 @@ class AnotherPlayerAsSource(Case):
         s.forward(9)
         hands.press("space")
         s.wait(lambda: s.rows()[0] in ("[00:09:49]one", "[00:09:50]one"), "the other player's time in front of the line")
-        self.quit_other()
+        self.other.terminate()
         s.wait(lambda: self.is_shown("was closed. The source is this player again."), "that the other one has ended")
         s.wait(lambda: self.is_shown("First Light"), "the own song again")
         s.wait_position(0)
         s.forward(2)
         s.stamp(1, "[00:02:00]two")
-
-
-class ThePlaybackMenu(Case):
-    def bus(self, name):
-        answer = subprocess.run(["dbus-send", "--session", "--print-reply=literal", "--dest=org.mpris.MediaPlayer2.sonivo",
-                                 "/org/mpris/MediaPlayer2", "org.freedesktop.DBus.Properties.Get",
-                                 "string:org.mpris.MediaPlayer2.Player", f"string:{name}"], capture_output=True, text=True)
-        return answer.stdout.split()[-1:]
-
-    def choose(self, letter):
-        self.stage.open_player_menu("b")
-        hands.press(letter)
-
-    def test_order_and_sound_are_chosen_and_found_again(self):
-        s = self.stage
-        s.start()
-        s.wait(lambda: self.bus("Shuffle") == ["false"], "the bus")
-        s.focus_playlist()
-        for letter, name, value in [("s", "Shuffle", "true"), ("p", "LoopStatus", "Playlist"), ("o", "LoopStatus", "Track")]:
-            self.choose(letter)
-            s.wait(lambda: self.bus(name) == [value], f"{name} {value}")
-        self.choose("u")
-        s.wait_window("Sound")
-        s.picture("sound")
-        hands.press("Escape")
-        s.wait_no_window()
-        s.close_player()
-        s.start(songs=[])
-        s.wait(lambda: self.bus("Shuffle") + self.bus("LoopStatus") == ["true", "Track"], "the order of the last run")

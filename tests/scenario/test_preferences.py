@@ -34,6 +34,7 @@ class Preferences(Case):
         hands.click(eyes.place(s.wait(choice, "日本語 among the languages")))
         s.wait(lambda: s.menu_item("ファイル"), "the editor's menus in Japanese")
         s.wait(lambda: eyes.name(window) == "Vesmo の環境設定", "the preferences in Japanese")
+        s.wait(lambda: eyes.find(s.player(), "list", "プレイリスト"), "the player in Japanese")
         hands.press("Escape")
         s.come_back()
         s.close_player()

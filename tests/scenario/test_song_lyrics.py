@@ -5,9 +5,8 @@ from case import Case
 
 class SongLyrics(Case):
     def test_lyrics_are_written_into_the_song_and_open_from_inside_it(self):
-        s = self.stage
+        s = self.start("[00:01:50]one\ntwo\n")
         old = s.song.read_bytes()
-        s.start(s.file("a.lrc", "[00:01:50]one\ntwo\n"))
         s.choose("File", "Write into the song…")
         s.answer("LYRICS – lines: 2, time tags: 1", "Cancel")
         self.assertEqual(s.song.read_bytes(), old)

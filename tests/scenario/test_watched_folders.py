@@ -9,36 +9,23 @@ from test_player import FIRST_LIGHT, sound
 
 
 class WatchedFolders(Case):
-    def rows(self):
-        return [eyes.name(row) for row in eyes.children(self.stage.playlist())]
-
     def wait_songs(self, *names):
-        self.stage.wait(lambda: self.rows() == [FIRST_LIGHT, *names], f"the songs {names}")
+        self.stage.wait_songs(FIRST_LIGHT, *names)
 
     def add(self, *names):
         """Songs whose copying ended a minute ago."""
         for name in names:
-            path = self.folder / name
-            path.parent.mkdir(parents=True, exist_ok=True)
-            path.write_bytes(sound(1))
-            os.utime(path, (time.time() - 60,) * 2)
+            os.utime(self.stage.file(self.folder / name, sound(1)), (time.time() - 60,) * 2)
 
     def wait_menus(self, count):
         self.stage.wait(lambda: hands.count_menus() == count, f"{count} menus")
-
-    def open_menu(self):
-        self.stage.open_player_menu("w")
-
-    def close_menu(self):
-        hands.press("Escape", "Escape")
-        self.wait_menus(0)
 
     def test_new_songs_of_a_watched_folder_join_the_list_until_it_is_no_longer_watched(self):
         s = self.stage
         self.folder = s.root / "Music"
         self.add("a.wav", "words.lrc")
         s.start()
-        self.open_menu()
+        s.open_player_menu("w")
         hands.press("w")
         s.fill_panel("Watch a folder for new songs", self.folder)
         self.wait_songs("a")
@@ -47,20 +34,21 @@ class WatchedFolders(Case):
         (self.folder / "a.wav").unlink()
         self.wait_songs("a (No such file or directory)", "1", "2")
         self.assertIn("First Light", eyes.name(s.player()), "the place is kept")
-        hands.click(eyes.place(eyes.children(s.playlist())[2]))
+        hands.click(eyes.place(s.song_rows()[2]))
         hands.press("Delete")
         self.wait_songs("a (No such file or directory)", "2")
         s.close_player()
         self.folder.rename(s.root / "unplugged")
         s.start()
         self.wait_songs("a", "2")
-        self.open_menu()
+        s.open_player_menu("w")
         s.picture("watched")
-        self.close_menu()
+        hands.press("Escape", "Escape")
+        self.wait_menus(0)
         (s.root / "unplugged").rename(self.folder)
         self.add("b.wav")
         self.wait_songs("a", "2", "b")
-        self.open_menu()
+        s.open_player_menu("w")
         hands.press("Down", "Right")
         self.wait_menus(3)
         hands.press("s")

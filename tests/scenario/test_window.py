@@ -7,6 +7,7 @@ import hands
 from case import Case
 from stage import BIN
 
+
 class BesideThePlayer(Case):
     def test_it_follows_the_player_and_comes_up_where_it_was_closed(self):
         s = self.start()
@@ -37,8 +38,11 @@ class BesideThePlayer(Case):
     def test_closing_the_player_asks_for_changed_lyrics_first(self):
         s = self.start()
         s.stamp(0, "[00:00:00]one")
-        hands.close_window(eyes.name(s.player()))
-        s.answer("has unsaved changes", "Cancel")
+        for close in (lambda: hands.close_window(eyes.name(s.player())), lambda: hands.press("ctrl+q")):
+            s.focus_playlist()
+            close()
+            s.answer("has unsaved changes", "Cancel")
+        s.come_back()
         hands.press("plus")
         s.wait_rows("[00:00:01]one")
         s.close_player(lambda: s.click_answer("has unsaved changes", "Yes"))
@@ -58,10 +62,8 @@ class BesideThePlayer(Case):
         s.wait_rows("two")
 
     def test_a_signal_to_end_brings_the_waiting_question_forward_and_its_answer_holds(self):
-        s = self.stage
         for answer, saved in (("Yes", b"[00:00:00]one\n\0"), ("No", b"one\n")):
-            lyrics = s.file("a.lrc", "one\n")
-            s.start(lyrics)
+            s = self.start()
             hands.press("space")
             hands.press("ctrl+w")
             question = s.wait_question("has unsaved changes")
@@ -71,4 +73,4 @@ class BesideThePlayer(Case):
             s.wait(lambda: "active" in eyes.states(question), "the question in front")
             s.click_answer("has unsaved changes", answer)
             self.assertEqual(s.program.wait(timeout=eyes.PATIENCE), 0)
-            s.wait_bytes(lyrics, saved)
+            s.wait_bytes(s.lyrics_file, saved)
