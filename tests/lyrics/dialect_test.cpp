@@ -41,9 +41,9 @@ TEST_F(Dialect, FileIsCommonOnlyWithItsOwnTagsAndIsSavedAsItWas) {
       {"[offset:+250]\r\n[00:01.234]a\r\n", true, {"[offset:+250]", "[00:01:23]a"}},
       {"[00:01.20][01:02.03]a<00:01.50>b", true, {"[00:01:20][01:02:03]a<00:01.50>b"}},
       {"\xEF\xBB\xBF[00:01.20]a [00:02.30]b\n", true, {"[00:01:20]a [00:02:30]b"}},
-      {"[00:01.20]a\n[0:02.5]b\n[ 0:3.456 ]c\n[100:00.00]",
+      {"[00:01.20]a\n[12:02.5]b\n[ 1:3.456 ]c\n[100:00.00]\n[x1:02.50]\n[00:.50]",
        true,
-       {"[00:01:20]a", "[00:02:50]b", "[00:03:45]c", "[100:00.00]"}},
+       {"[00:01:20]a", "[12:02:50]b", "[01:03:45]c", "[100:00.00]", "[x1:02.50]", "[00:.50]"}},
       {"[00:01.20]\x93\xFA\r\n[00:01.209]b", true, {"[00:01:20]日", "[00:01:20]b"}},
       {"[00:01:20]a\n", false, {"[00:01:20]a"}},
       {"<00:01.20>a\n", false, {"<00:01.20>a"}},
@@ -61,10 +61,8 @@ TEST_F(Dialect, FileIsCommonOnlyWithItsOwnTagsAndIsSavedAsItWas) {
 }
 
 TEST_F(Dialect, ChangedTagIsWrittenWithHundredthsAndEveryOtherAsBefore) {
-  struct {
-    TLinesChange change;
-    const char* saved;
-  } const rows[] = {
+  using Rows = std::vector<std::pair<TLinesChange, const char*>>;
+  const Rows uniqueTags = {
       {{1, 1, {"[00:05:00]b"}}, "[00:01.201]a\n[00:05.00]b\n[0:03.5]c\n[00:04.00]d"},
       {{1, 1, {"[00:02:22]new text"}}, "[00:01.201]a\n[00:02.222]new text\n[0:03.5]c\n[00:04.00]d"},
       {{1, 1, {"b"}}, "[00:01.201]a\nb\n[0:03.5]c\n[00:04.00]d"},
@@ -74,15 +72,24 @@ TEST_F(Dialect, ChangedTagIsWrittenWithHundredthsAndEveryOtherAsBefore) {
       {{0, 3, {"[00:01:21]a", "[00:02:23]b", "[00:03:51]c"}}, "[00:01.21]a\n[00:02.23]b\n[00:03.51]c\n[00:04.00]d"},
       {{0, 3, {"[00:03:50]new text"}}, "[0:03.5]new text\n[00:04.00]d"},
       {{4, 0, {""}}, "[00:01.201]a\n[00:02.222]b\n[0:03.5]c\n[00:04.00]d\n\n"},
+      {{1, 1, {"[00:02:22]new", "[00:02:22]more"}},
+       "[00:01.201]a\n[00:02.222]new\n[00:02.22]more\n[0:03.5]c\n[00:04.00]d"},
+      {{0, 3, {"new", "[00:01:20]a", "[00:02:22]changed"}}, "new\n[00:01.201]a\n[00:02.222]changed\n[00:04.00]d"},
   };
-  const std::string bytes = "[00:01.201]a\n[00:02.222]b\n[0:03.5]c\n[00:04.00]d";
-  Open(bytes);
-  for (const auto& [change, saved] : rows) {
-    ASSERT_TRUE(fDocument.Change(change, TEditKind::kOther, 0, 0, 0));
-    EXPECT_EQ(Saved(), saved);
-    fDocument.Saved(fDocument.PlanSave(fDocument.File(), fDocument.Form(), {}), {});
-    Replay(TReplayDirection::kUndo);
-    EXPECT_EQ(Saved(), bytes) << "also after a save";
+  const Rows equalTags = {
+      {{0, 0, {"[00:01:20]x"}}, "[00:01.201]x\n[00:01.202]x\n[00:01.20]x\n[00:01.20]y\n[00:02.223][00:04.555]a"},
+      {{0, 4, {"[00:04:55]a"}}, "[00:04.555]a"},
+  };
+  for (const auto& [bytes, rows] : {std::pair("[00:01.201]a\n[00:02.222]b\n[0:03.5]c\n[00:04.00]d", uniqueTags),
+                                    {"[00:01.201]x\n[00:01.202]x\n[00:01.20]y\n[00:02.223][00:04.555]a", equalTags}}) {
+    Open(bytes);
+    for (const auto& [change, saved] : rows) {
+      ASSERT_TRUE(fDocument.Change(change, TEditKind::kOther, 0, 0, 0));
+      EXPECT_EQ(Saved(), saved);
+      fDocument.Saved(fDocument.PlanSave(fDocument.File(), fDocument.Form(), {}), {});
+      Replay(TReplayDirection::kUndo);
+      EXPECT_EQ(Saved(), bytes) << "also after a save";
+    }
   }
 }
 
@@ -155,4 +162,10 @@ TEST_F(Dialect, SavedInTheOtherDialectAndBackALineIsAsItWas) {
   fDocument.Saved(fDocument.PlanSave(fDocument.File(), family, {}), {});
   EXPECT_EQ(fDocument.Bytes(common), bytes);
   EXPECT_EQ(fDocument.Bytes({TEncoding::kShiftJis, TLineEnd::kLf, TDialect::kCommon}), "[00:01.234]a\n[00:02.30]b");
+  fDocument.Unify(TDialect::kCommon, 0, 0);
+  EXPECT_TRUE(Saved().starts_with("\xEF\xBB\xBF[00:01.23")) << "the byte-order mark stays";
+  EXPECT_TRUE(has_thousandths({"[00:01.20]a", "[00:01.234]b"}));
+  EXPECT_FALSE(has_thousandths({"[00:01.230]a"})) << "nothing is cut";
+  fDocument.StartNew(common);
+  EXPECT_EQ(Saved(), "\r\n") << "nothing of the file before";
 }

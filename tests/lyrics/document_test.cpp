@@ -73,8 +73,9 @@ TEST_F(Document, OpenedFileKeepsItsFormAndANewOneTakesTheGiven) {
   Open("\xEF\xBB\xBFx\n");
   EXPECT_THAT(fDocument.Lines(), ElementsAre("x")) << "the byte-order mark is no text";
   fDocument.StartNew(kSjisCrLf);
-  EXPECT_THAT(fDocument.Lines(), ElementsAre(""));
+  EXPECT_THAT(fFollower.fLines, ElementsAre(""));
   EXPECT_TRUE(fDocument.File().IsEmpty());
+  EXPECT_FALSE(fDocument.StateOnDisk());
   EXPECT_EQ(fDocument.Form(), kSjisCrLf);
 }
 
@@ -129,6 +130,14 @@ TEST_F(Document, LossesOfASaveAreKnownBeforeItAndNewOnlyOnce) {
   Save(file, kSjisCrLf);
   Replace(0, "日é");
   EXPECT_THAT(Plan(file, kSjisCrLf).newLostCharacters, IsEmpty()) << "lost in an earlier save of this file";
+  Replace(0, "日ñ");
+  Save(file, kSjisCrLf);
+  Replace(0, "日");
+  const entry_ref other = ref_of(fFolder.File("b.lrc"));
+  Save(other, kSjisCrLf);
+  EXPECT_EQ(fDocument.File(), other);
+  Replace(0, "日ñ");
+  EXPECT_THAT(Plan(other, kSjisCrLf).newLostCharacters, ElementsAre("ñ")) << "lost in another file only";
   Open("é한\n");
   EXPECT_THAT(Plan(file, kSjisCrLf).newLostCharacters, ElementsAre("é", "한")) << "of another document";
 }

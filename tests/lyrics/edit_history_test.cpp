@@ -67,7 +67,7 @@ TEST(EditHistory, TypingInOneLineIsOneStepUntilItPausesOrIsSaved) {
   TEditHistory history;
   history.Reset({"", "x"});
   const auto type = [&](const char* line, bigtime_t when) {
-    history.Record({0, 1, {line}}, TEditKind::kTyping, 0, 0, when);
+    EXPECT_TRUE(history.Record({0, 1, {line}}, TEditKind::kTyping, 0, 0, when));
   };
   type("a", 0);
   type("ab", 500000);
@@ -94,15 +94,19 @@ TEST(EditHistory, TypingInOneLineIsOneStepUntilItPausesOrIsSaved) {
   EXPECT_EQ(history.Lines()[0], "z") << "nor after a redo";
 }
 
-TEST(EditHistory, RecoveredTypingJoinsOnlyAStepOfOneLine) {
-  for (const int32 count : {1, 2}) {
+TEST(EditHistory, RecoveredTypingJoinsOnlyTheLastStepOfOneWholeLine) {
+  const std::tuple<int32, bool, const char*, const char*> steps[] = {
+      {1, false, "one\n", "on\n"}, {2, false, "one\ntwo\n", "on\ntw\n"}, {1, true, "o\n", "u\n"}};
+  for (const auto& [count, areHeads, before, after] : steps) {
     TEditHistory history;
     history.Reset({"one", "two"});
-    const std::string after = count == 1 ? "on\n" : "on\ntw\n";
-    const std::string before = count == 1 ? "one\n" : "one\ntwo\n";
-    ASSERT_TRUE(history.RestoreStep(
-        {.kind = TEditKind::kTyping, .countBefore = count, .countAfter = count, .before = before, .after = after}));
-    EXPECT_EQ(history.RestoreTyping("o"), count == 1);
+    TEditStep step{
+        .kind = TEditKind::kTyping, .countBefore = count, .countAfter = count, .before = before, .after = after};
+    step.areHeads = areHeads;
+    ASSERT_TRUE(history.RestoreStep(step));
+    EXPECT_EQ(history.RestoreTyping("o"), count == 1 && !areHeads);
+    replay(&history, kUndo);
+    EXPECT_FALSE(history.RestoreTyping("x")) << "undone";
   }
 }
 
@@ -111,6 +115,11 @@ TEST(EditHistory, FastTypingInTwoLinesIsAStepForEach) {
   history.Reset({"a", "b"});
   history.Record({0, 1, {"ax"}}, TEditKind::kTyping, 0, 0, 0);
   history.Record({1, 1, {"by"}}, TEditKind::kTyping, 1, 1, 1000);
+  history.Record({1, 1, {"b", "y"}}, TEditKind::kTyping, 1, 1, 2000);
+  history.Record({1, 1, {"bz"}}, TEditKind::kTyping, 1, 1, 3000);
+  replay(&history, kUndo);
+  EXPECT_EQ(lines_of(history), (std::list<std::string>{"ax", "b", "y"})) << "a line break ends the step";
+  replay(&history, kUndo);
   replay(&history, kUndo);
   EXPECT_EQ(lines_of(history), (std::list<std::string>{"ax", "b"}));
   replay(&history, kUndo);
@@ -146,7 +155,7 @@ TEST(EditHistory, HugeStepsPushTheOldestOut) {
   int steps = 0;
   while (history.Next(kUndo)) {
     replay(&history, kUndo);
-    ++steps;
+    EXPECT_EQ(history.Lines()[0][0], 'i' - steps++);
   }
   EXPECT_GE(steps, 2);
   EXPECT_LT(steps, 10);

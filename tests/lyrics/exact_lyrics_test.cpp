@@ -53,4 +53,5 @@ TEST(CharactersOutside, AreNamedOnce) {
   EXPECT_THAT(characters_outside("¥100 ‾ 日本", kShiftJis), ElementsAre("¥", "‾"));
   EXPECT_THAT(characters_outside("日本 ｱ～ ¥ ‾", kJis), IsEmpty());
   EXPECT_THAT(characters_outside("\x1B(I1", kJis), ElementsAre("\x1B")) << "would be read as kana";
+  EXPECT_THAT(characters_outside("\x1B(I1", kShiftJis), IsEmpty());
 }

@@ -33,6 +33,8 @@ TEST(Export, EnhancedFormTimesTheWordsThatHaveTags) {
   // Sung twice, the words move along.
   EXPECT_EQ(exported({"[00:01][00:11]a[00:02]b"}, TExportFormat::kEnhanced),
             "[00:01.00]<00:01.00>a<00:02.00>b\n[00:11.00]<00:11.00>a<00:12.00>b\n");
+  EXPECT_EQ(exported({"[00:01]a[00:02] [00:03][00:04]b"}, TExportFormat::kEnhanced),
+            "[00:01.00]<00:01.00>a<00:02.00> <00:03.00><00:04.00>b\n");
   const std::string already = "[00:01.00] <00:01.00>a <00:02.00>b\n";
   EXPECT_EQ(exported({already.substr(0, already.size() - 1)}, TExportFormat::kEnhanced), already);
 }
@@ -49,7 +51,7 @@ TEST(Export, SubtitlesLastUntilTheNextTagOrTheirOwnEndAndObeyTheOffset) {
   EXPECT_EQ(exported(kWords, TExportFormat::kSubtitles), "1\n00:00:01,000 --> 00:00:02,000\nOne two\n\n"
                                                          "2\n00:00:03,000 --> 00:00:08,000\nthree\n\n");
   // A pause ends a line; lines of the same time and lines without a tag share a cue.
-  const Lines lines = {"[00:10]b", "[00:10]c", "more", "[00:12]", "[00:02][70:00:05]a"};
+  const Lines lines = {"[00:10]b", "[00:10]c", " ", "more", "[00:12]", "[00:02][70:00:05]a"};
   EXPECT_EQ(exported(lines, TExportFormat::kSubtitles), "1\n00:00:02,000 --> 00:00:10,000\na\n\n"
                                                         "2\n00:00:10,000 --> 00:00:12,000\nb\nc\nmore\n\n"
                                                         "3\n01:10:00,050 --> 01:10:05,050\na\n\n");
@@ -68,12 +70,19 @@ TEST(Export, NamesContainTheFormat) {
 
 TEST(BracketKind, DistinguishesTagsFromWhatOnlyLooksLikeOne) {
   const std::pair<const char*, TBracketKind> rows[] = {
-      {"[00:01]a", TBracketKind::kTimeTag}, {"[00:01.234]a", TBracketKind::kTimeTag},
-      {"[1:02]a", TBracketKind::kOddTag},   {"[100:00]", TBracketKind::kOddTag},
-      {"[00:01", TBracketKind::kOddTag},    {"[ti:a]", TBracketKind::kHeader},
-      {"[Chorus]", TBracketKind::kWord},    {"[]", TBracketKind::kWord},
-      {"[", TBracketKind::kWord},           {"<00:01.00>a", TBracketKind::kNone},
-      {" [00:01]", TBracketKind::kNone},    {"", TBracketKind::kNone},
+      {"[00:01]a", TBracketKind::kTimeTag},
+      {"[00:01.234]a", TBracketKind::kTimeTag},
+      {"[1:02]a", TBracketKind::kOddTag},
+      {"[100:00]", TBracketKind::kOddTag},
+      {"[00:01", TBracketKind::kOddTag},
+      {"[ti:a]", TBracketKind::kHeader},
+      {"[Chorus]", TBracketKind::kWord},
+      {"[]", TBracketKind::kWord},
+      {"[Chorus 2]", TBracketKind::kWord},
+      {"[", TBracketKind::kWord},
+      {"<00:01.00>a", TBracketKind::kNone},
+      {" [00:01]", TBracketKind::kNone},
+      {"", TBracketKind::kNone},
   };
   for (const auto& [line, kind] : rows) EXPECT_EQ(bracket_kind(line), kind) << line;
 }

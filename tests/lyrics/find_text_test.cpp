@@ -24,7 +24,7 @@ TEST(FindText, MatchesAreFoundWholeCharactersApartFromTags) {
       {"aaaa", {"aa"}, "<aa><aa>"},
       {"[00:10:00]10 <00:10.50>10", {"10"}, "[00:10:00]<10> <00:10.50><10>"},
       {"[00:10:00]10", {"10", false, false}, "[00:<10>:00]<10>"},
-      {"a\xFFz", {"\xFF"}, "a<\xFF>z"},
+      {"a\xFFz\xFE", {"\xFF"}, "a<\xFF>z\xFE"},
       {"anything", {""}, "anything"},
   };
   for (const auto& [line, options, expected] : kSearches) EXPECT_EQ(marked(line, options), expected);

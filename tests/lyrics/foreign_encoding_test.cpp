@@ -2,6 +2,7 @@
 
 #include "lyrics/document.h"
 #include "lyrics/exact_lyrics.h"
+#include "lyrics/lyrics_file.h"
 #include "tests/support/messages.h"
 
 using namespace testing;
@@ -30,11 +31,13 @@ TEST(ForeignEncoding, FileIsSavedAsItWasOrTheLossIsKnown) {
       {"EUC-JP", "\xB2\xCE\n", "歌", false},
       {"EUC-KR", "\xB3\xEB\xB7\xA1\n", "노래", false},
       {"Windows-1252", "na\xEFve\n", "naïve", false},
+      {"Windows-1252", "[00:01.20]na\xEFve", "[00:01:20]naïve", false},
       {"Windows-1258", "a\n", "a", false},
       {"UTF-16LE", "\xFF\xFE\x4C\x6B\n\0"s, "歌", false},
       {"UTF-16BE", "\x6B\x4C\0\r\0\n"s, "歌", false},
       {"GB18030", "\xB8\xE8\xFF\n", "歌\x1A", true},
       {"UTF-16LE", "a\0\n\0b"s, "a", true},
+      {"UTF-16LE", "a\0\n\0\0\0b\0"s, "a", true},
   };
   const ScratchFolder folder;
   for (const auto& [name, bytes, line, hasLoss] : rows) {
@@ -43,6 +46,7 @@ TEST(ForeignEncoding, FileIsSavedAsItWasOrTheLossIsKnown) {
     ASSERT_TRUE(opened.has_value()) << name;
     EXPECT_EQ(opened->lines.front(), line) << name;
     EXPECT_EQ(opened->losses.Any(), hasLoss) << name;
+    EXPECT_EQ(opened->losses.hasBrokenBytes, hasLoss && opened->losses.tailBytes == 0) << name;
     TDocument document;
     document.Open(*opened);
     EXPECT_EQ(document.Bytes(document.Form()) == bytes, !hasLoss) << name;

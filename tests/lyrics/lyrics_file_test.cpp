@@ -54,6 +54,7 @@ TEST_F(LyricsFile, EncodingIsFoundOutOrTakenAsTold) {
   EXPECT_EQ(Load("\x1b$BF|K\\\x1b(B\n").encoding, 2);
   EXPECT_EQ(Load("日本\x1b").encoding, 2) << "an ESC decides";
   EXPECT_EQ(Load("abc\xe6\x97").encoding, 1) << "cut off by the end";
+  EXPECT_THAT(lines_of_bytes("\x93\xfa\r\nb", TEncoding::kShiftJis), ElementsAre("日", "b"));
   const Loaded told = Load("\x93\xfa\n", 0);
   EXPECT_EQ(told.encoding, 0);
   EXPECT_THAT(told.lines, ElementsAre("\x93\xfa"));

@@ -48,6 +48,8 @@ TEST(TappedLateness, IgnoresTheFirstClicksDoublePressesAndMissedOnes) {
   }
   EXPECT_EQ(tapped_lateness(beat, taps), 65);
   EXPECT_EQ(tapped_lateness(beat, std::span(taps).first(8)), std::nullopt) << "given up half way";
+  EXPECT_EQ(tapped_lateness(beat, std::span(taps).first(9)), std::nullopt) << "five clicks";
+  EXPECT_TRUE(tapped_lateness(beat, std::span(taps).first(11))) << "six, of which one was pressed twice";
   EXPECT_EQ(tapped_lateness({}, taps), std::nullopt);
 }
 
@@ -89,7 +91,8 @@ TEST(StampCorrections, LearnsNothingFromLateLargeOrSmallOnesNorFromBeforeAnother
   EXPECT_EQ(finding_after(&corrections, std::vector<int32>(8, -1500)), std::nullopt) << "a line put elsewhere";
   EXPECT_EQ(finding_after(&corrections, std::vector<int32>(8, -140), 0, 600000), std::nullopt) << "a change of mind";
   EXPECT_EQ(finding_after(&corrections, std::vector<int32>(8, -20)), std::nullopt) << "not worth telling";
-  EXPECT_EQ(finding_after(&corrections, std::vector<int32>(5, -140), -20), std::nullopt) << "starts over";
+  for (const int32 offsetMs : {-20, -30})
+    EXPECT_EQ(finding_after(&corrections, std::vector<int32>(5, -140), offsetMs), std::nullopt) << "starts over";
   for (int32 line = 50; line < 60; ++line) corrections.Stamped(line, 1140, 1000, -20);
   corrections.ForgetLines();
   for (int32 line = 50; line < 60; ++line) corrections.Moved(line, 1000, 1000);

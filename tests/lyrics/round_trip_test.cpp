@@ -75,13 +75,17 @@ TEST_P(RoundTrip, EveryOtherLineKeepsItsBytesOrTheLossIsKnownBeforehand) {
   EXPECT_GT(whole, kRounds / 10) << "too few files are as they should be";
 }
 
-TEST(ReadLosses, OddBytesAreNoticedAlsoInFrontOfATail) {
+TEST(ReadLosses, OddAndBrokenBytesAreNoticedAlsoInFrontOfATail) {
   const ScratchFolder folder;
-  const entry_ref file = ref_of(folder.Write("a.lrc", std::string("\x87\x90\n\0tail", 8)));
-  const std::optional<TOpenedLyrics> opened = open_lyrics(file, file);
-  ASSERT_TRUE(opened.has_value());
-  EXPECT_EQ(opened->losses.tailBytes, 4);
-  EXPECT_TRUE(opened->losses.hasOddBytes);
+  for (const bool isBroken : {false, true}) {
+    const std::string start = isBroken ? "\x93\xFA\x81" : "\x87\x90";
+    const entry_ref file = ref_of(folder.Write("a.lrc", start + std::string("\n\0tail", 6)));
+    const std::optional<TOpenedLyrics> opened = open_lyrics(file, file);
+    ASSERT_TRUE(opened.has_value());
+    EXPECT_EQ(opened->losses.tailBytes, 4);
+    EXPECT_EQ(opened->losses.hasBrokenBytes, isBroken);
+    EXPECT_EQ(opened->losses.hasOddBytes, !isBroken);
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Encodings, RoundTrip, testing::Values(0L, 1L, 2L, kDetectEncoding),

@@ -39,7 +39,7 @@ TEST(WordStamper, TapsTimeTheUnitsOfALine) {
     const char* line;
     std::vector<long> times;
     const char* family;
-    const char* common;
+    const char* common = nullptr; // the same
   } rows[] = {
       {"Hold on now",
        {1000, 1500, 2340},
@@ -51,31 +51,19 @@ TEST(WordStamper, TapsTimeTheUnitsOfALine) {
        "[00:01:00]Hold <00:01.50>on<00:02.00>"},
       {"夜に", {1000, 1009}, "[00:01:00]夜[00:01:00]に", "[00:01:00]夜<00:01.00>に"},
       // A second pass changes what is tapped, and removes only what would be before it.
-      {"[00:01:00]a <00:02.00>b <00:03.00>c",
-       {1500},
-       "[00:01:50]a <00:02.00>b <00:03.00>c",
-       "[00:01:50]a <00:02.00>b <00:03.00>c"},
-      {"[00:01:00]a [00:02.000]b [00:03:00]c", {1100, 3500}, "[00:01:10]a [00:03:50]b c", "[00:01:10]a [00:03:50]b c"},
+      {"[00:01:00]a <00:02.00>b <00:03.00>c", {1500}, "[00:01:50]a <00:02.00>b <00:03.00>c"},
+      {"[00:01:00]a [00:02.000]b [00:03:00]c", {1100, 3500}, "[00:01:10]a [00:03:50]b c"},
       {"a b", {5000, 1000}, "[00:05:00]a [00:05:00]b", "[00:05:00]a <00:05.00>b"},
       // Tags of other programs: at the first word, at the end of a word, within one.
-      {"[00:01.00]<00:01.00>a <00:02.00>b",
-       {1200},
-       "[00:01:20]<00:01.20>a <00:02.00>b",
-       "[00:01:20]<00:01.20>a <00:02.00>b"},
-      {"[00:01:00]a<00:01.50> <00:02.00>b",
-       {1100, 2100},
-       "[00:01:10]a<00:01.50> <00:02.10>b",
-       "[00:01:10]a<00:01.50> <00:02.10>b"},
-      {"hel<00:02.00>lo you",
-       {1000, 1500, 1700},
-       "[00:01:00]hel<00:01.50>lo <00:01.70>you",
-       "[00:01:00]hel<00:01.50>lo <00:01.70>you"},
-      {"  ", {1000}, "[00:01:00]  ", "[00:01:00]  "},
-      {"[Chorus]la", {1000}, "[00:01:00]la", "[00:01:00]la"},
+      {"[00:01.00]<00:01.00>a <00:02.00>b", {1200}, "[00:01:20]<00:01.20>a <00:02.00>b"},
+      {"[00:01:00]a<00:01.50> <00:02.00>b", {1100, 2100}, "[00:01:10]a<00:01.50> <00:02.10>b"},
+      {"hel<00:02.00>lo you", {1000, 1500, 1700}, "[00:01:00]hel<00:01.50>lo <00:01.70>you"},
+      {"  ", {1000}, "[00:01:00]  "},
+      {"[Chorus]la", {1000}, "[00:01:00]la"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(tapped(row.line, row.times), row.family);
-    EXPECT_EQ(tapped(row.line, row.times, kCommon), row.common);
+    EXPECT_EQ(tapped(row.line, row.times, kCommon), row.common ? row.common : row.family);
   }
   EXPECT_EQ(tapped("[00:01]a b", {2900, 3100}, {TTagForm::kStandard, TWordForm::kFamily}), "[00:02]a [00:03:10]b");
 }
@@ -101,6 +89,10 @@ TEST(WordStamper, TakeBackJoinAndSplitChangeOneUnit) {
   stamper.MoveCaret(false);
   EXPECT_TRUE(stamper.Join());
   EXPECT_EQ(stamper.Line().Line(), "New \u2060York sleeps") << "the cut is undone";
+  EXPECT_FALSE(stamper.Split()) << "the caret is at the start of the joined words";
+  for (int i = 0; i < 4; ++i) stamper.MoveCaret(true);
+  EXPECT_TRUE(stamper.Split());
+  EXPECT_EQ(stamper.Line().Line(), "New York sleeps") << "so is the joining";
   stamper.Start("a");
   EXPECT_FALSE(stamper.Join());
   EXPECT_FALSE(stamper.Split());
@@ -136,6 +128,7 @@ TEST(WordStamper, AThousandRandomSequencesKeepTextAndOrderAndAreUndone) {
       else if (history.ReplayNext(direction))
         stamper.Update(history.Lines()[0]);
       const std::string& now = history.Lines()[0];
+      ASSERT_EQ(stamper.Line().Line(), now);
       ASSERT_EQ(without_times(now), without_times(line));
       const std::vector<long> times = times_of(now);
       ASSERT_TRUE(std::ranges::is_sorted(times)) << now;
@@ -147,9 +140,9 @@ TEST(WordStamper, AThousandRandomSequencesKeepTextAndOrderAndAreUndone) {
 
 TEST(WordLines, BulkCommandsTakeTheWordsWithTheirLines) {
   const auto changed = [](const char* line, auto change) {
-    std::list<std::string> lines{line};
+    std::list<std::string> lines{"plain", line};
     change(&lines);
-    return lines.front();
+    return lines.back();
   };
   const auto shifted = [&](const char* line, long ms) {
     return changed(line, [=](auto* l) { shift_tags_and_words(l, ms); });
@@ -160,8 +153,8 @@ TEST(WordLines, BulkCommandsTakeTheWordsWithTheirLines) {
   const auto converted = [&](const char* line, bool to) {
     return changed(line, [=](auto* l) { convert_tags_and_words(l, to); });
   };
-  EXPECT_EQ(converted("[00:10:60]a [00:11:40]b <00:10.70>c", false), "[00:11]a [00:11]b <00:11.00>c");
-  EXPECT_EQ(converted("[00:10]a [00:11]b", true), "[00:10:00]a [00:11:00]b");
+  EXPECT_EQ(converted("[00:10:60]a <00:10.70>b [00:11:60]c", false), "[00:11]a <00:11.00>b [00:12]c");
+  EXPECT_EQ(converted("[00:10]a [00:11]b [00:12.345]c", true), "[00:10:00]a [00:11:00]b [00:12.345]c");
   EXPECT_EQ(changed("[00:10:60]a [00:11:40]b<00:12.00>", delete_tags_and_words), "a b");
 }
 
@@ -169,6 +162,7 @@ TEST(WordLines, EqualLinesGetTheSameSpacingFromTheirOwnTag) {
   const std::string chorus = "[00:10:00]la [00:10:50]la\u2060[00:11:00]";
   EXPECT_EQ(with_word_times_of(chorus, "[01:00:00]la la"), "[01:00:00]la [01:00:50]la\u2060[01:01:00]");
   for (const char* other : {"la la", "[01:00:00]la la la"}) EXPECT_EQ(with_word_times_of(chorus, other), other);
+  EXPECT_EQ(with_word_times_of("la [00:10:50]la", "[01:00:00]la la"), "[01:00:00]la la") << "no tag to start from";
 }
 
 TEST(WordLines, TheSungPartFollowsThePositionAtEachTagOfTheLine) {

@@ -75,6 +75,7 @@ TEST(WordUnits, TheUsersOwnCutsAndOddTextAreCutWithoutFault) {
       {"彼|は|\"愛\"|と", "彼|は|\"愛\"|と"},
   };
   for (const auto& [marked, wanted] : rows) EXPECT_EQ(with_bars(without_bars(marked)), wanted);
+  EXPECT_EQ(unit_starts("..."), std::vector<size_t>{0}) << "signs alone are one unit";
   EXPECT_TRUE(unit_starts("").empty());
   EXPECT_TRUE(unit_starts(" \u3000\t").empty());
   EXPECT_EQ(without_unit_marks("New \u2060York love\u200bly"), "New York lovely");

@@ -51,7 +51,7 @@ TEST(Id3Edit, OtherFramesStayInEveryVersionOfTheTag) {
     const size_t first = major == 2 ? 0 : 2;
     const std::string before = frame(major, others[first], std::string("\0Titel", 6));
     const std::string after = frame(major, others[first + 1], "any\xFF\xE0 bytes");
-    const std::string uslt = frame(major, major == 2 ? "ULT" : "USLT", std::string("\0deu\0alt", 8));
+    const std::string uslt = frame(major, major == 2 ? "ULT" : "USLT", std::string("\0deuName\0alt", 12));
     const std::string second = frame(major, major == 2 ? "ULT" : "USLT", std::string("\0eng\0old", 8));
     for (const std::string& body :
          {before + after, before + uslt + second + after, before + uslt + after + std::string(9000, '\0')}) {
@@ -63,12 +63,24 @@ TEST(Id3Edit, OtherFramesStayInEveryVersionOfTheTag) {
       EXPECT_EQ(made->find("alt"), std::string::npos);
       EXPECT_EQ(made->find(second) != std::string::npos, body.find(second) != std::string::npos) << "another language";
       EXPECT_EQ(made->find("deu") != std::string::npos, body.find("deu") != std::string::npos) << "the language stays";
+      if (major == 4) {
+        EXPECT_EQ(made->find("Name") != std::string::npos, body.find("Name") != std::string::npos);
+        EXPECT_NE(made->find("\nb"), std::string::npos)
+            << "each synchronized line but the first begins with a line feed";
+      }
       EXPECT_EQ(edited_id3(*made, lyrics), made) << "again changes nothing";
     }
   }
   EXPECT_EQ(lyrics_in(*edited_id3("", lyrics)), lyrics) << "a song without a tag";
   const auto untimed = lyrics_to_write(TSongFormat::kId3, "a\nb");
   EXPECT_EQ(lyrics_in(*edited_id3(*edited_id3("", lyrics), untimed)), untimed) << "old times do not stay";
+}
+
+TEST(ReadLyrics, SyllablesAreJoinedToTheLinesThatBeginWithALineFeed) {
+  const auto at = [](const std::string& text, uint64_t timeMs) { return text + '\0' + big_endian_bytes(timeMs, 4); };
+  const std::string fields = std::string("\3eng\2\1\0", 7) + at("One ", 1000) + at("two", 1500) + at("\nthr\nee", 2000);
+  const std::vector<TEmbeddedLyrics> expected{{TLyricsPlace::kSylt, "[00:01.00]One two\n[00:02.00]thr ee"}};
+  EXPECT_EQ(lyrics_in(id3(4, '\0', frame(4, "SYLT", fields))), expected);
 }
 
 TEST(Id3Edit, UnsynchronisedTagsAndExtendedHeadersAreUnderstood) {
@@ -97,7 +109,7 @@ TEST(Id3Edit, ADamagedTagIsRefused) {
                              id3(3, '\0', title.substr(0, 11)),
                              id3(3, '\0', title + "lower4cased"),
                              id3(3, '\0', title).substr(0, 20),
-                             id3(2, '\x40', ""),
+                             id3(2, '\x40', frame(2, "TT2", std::string("\0a", 2))),
                              id3(3, '\x40', "\xFF\xFF\xFF\xFF"),
                              id3(3, '\0', title + std::string(10, '\0') + "x")};
   for (const std::string& tag : bad) EXPECT_FALSE(edited_id3(tag, lyrics)) << &tag - bad;
@@ -139,6 +151,7 @@ TEST(Mp4Edit, OtherAtomsStayAndOnlyChunksAfterTheAtomMove) {
       EXPECT_NE(made->find(atom("\xA9lyr", atom("data", big_endian_bytes(1, 4) + std::string(4, '\0') + kText))),
                 std::string::npos);
       EXPECT_EQ(made->find("old"), std::string::npos);
+      EXPECT_EQ(made->find("mdirappl") != std::string::npos, more.find(handler) == std::string::npos);
       for (const std::string& kept : {title, atom("gnre", "bytes"), handler})
         EXPECT_EQ(made->find(kept) != std::string::npos, more.find(kept) != std::string::npos);
       EXPECT_EQ(edited_moov(*made, offset, kText)->size(), made->size()) << "again changes nothing";
@@ -146,6 +159,8 @@ TEST(Mp4Edit, OtherAtomsStayAndOnlyChunksAfterTheAtomMove) {
   }
   const std::string old = moov_with("");
   EXPECT_FALSE(edited_moov(old.substr(0, old.size() - 1), 100, kText));
-  EXPECT_FALSE(edited_moov(moov_with(atom("mvex", "")), 100, kText)) << "a stream of fragments";
+  for (const char* name : {"mvex", "saio"})
+    EXPECT_FALSE(edited_moov(moov_with(atom(name, "")), 100, kText)) << "a stream of fragments";
+  EXPECT_FALSE(edited_moov(atom("moov", atom("stbl", atom("stco", ""))), 100, kText));
   EXPECT_FALSE(edited_moov(moov_with(atom("udta", "\xFF\xFF\xFF\xFFmeta")), 100, kText));
 }

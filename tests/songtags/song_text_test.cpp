@@ -56,6 +56,7 @@ TEST(SongText, EachFormOfLyricsBecomesWhatSongsHoldAndComesBack) {
     EXPECT_EQ(synced_text(synced_lines(text)), form.synced);
     EXPECT_EQ(document_lines(text), form.reopened);
   }
+  EXPECT_EQ(document_lines("[00:01.50]a <00:02.00>b"), TLines{"[00:01:50]a <00:02.00>b"}) << "times of words stay";
   EXPECT_EQ(normalized_text(std::string("a\r\nb\rc\n\n\0d", 11)), "a\nb\nc");
 }
 

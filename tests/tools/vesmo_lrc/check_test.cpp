@@ -27,6 +27,8 @@ TEST(Check, FindsByteProblemsAndTagsThatPlayersReadDifferently) {
   EXPECT_THAT(findings("\x93\xfa\n\x81\n"), ElementsAre("0 encoding", "2 broken-text"));
   EXPECT_THAT(findings(std::string("\xFF\xFEx\0", 4)), ElementsAre("0 utf-16"));
   EXPECT_THAT(findings("x\n[00:01:00]a\n[00:02:00]b\n"), ElementsAre("2 colon-tags"));
+  EXPECT_THAT(findings("[00:01.00]a\n[00:02:00]b\n[Chorus]\n"),
+              ElementsAre("0 mixed-dialects", "2 colon-tags", "3 bracket"));
   EXPECT_THAT(findings("[ti:Title]\n[Chorus]\n[1:02]a\n[00:75]b\n[01:23]45\n[00:01][00:02]c\n"),
               ElementsAre("1 header", "2 bracket", "3 odd-tag", "4 odd-tag", "5 digit-behind-tag", "6 several-tags"));
 }

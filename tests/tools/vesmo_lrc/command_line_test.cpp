@@ -34,6 +34,22 @@ TEST(CommandLine, AmountsMayHaveUnitsAndAreBounded) {
   }
 }
 
+TEST(CommandLine, ValuesArriveInTheOptions) {
+  const auto options = [](std::vector<std::string> words) {
+    words.push_back("a");
+    return parse(std::move(words)).options.value_or(TOptions());
+  };
+  EXPECT_EQ(options({"convert", "--dialect", "common"}).toDialect, TDialect::kCommon);
+  EXPECT_TRUE(options({"convert", "--to", "ext"}).toExtended);
+  EXPECT_EQ(options({"encode", "--to", "sjis"}).toEncoding, TEncoding::kShiftJis);
+  EXPECT_EQ(options({"encode", "--eol", "crlf"}).toLineEnd, TLineEnd::kCrLf);
+  EXPECT_EQ(options({"export", "--to", "srt"}).exportFormat, TExportFormat::kSubtitles);
+  EXPECT_EQ(options({"info", "--format", "json"}).reportFormat, TReportFormat::kJson);
+  EXPECT_EQ(options({"info", "--from", "jis"}).readEncoding, TEncoding::kJis);
+  EXPECT_THAT(options({"info", "--from", "auto"}).paths, ElementsAre("a"));
+  EXPECT_EQ(options({"embed", "--lyrics", "b"}).lyrics, "b");
+}
+
 TEST(CommandLine, WhatMakesNoSenseIsSaid) {
   const std::pair<std::vector<std::string>, const char*> rows[] = {
       {{}, "missing command"},
@@ -53,6 +69,7 @@ TEST(CommandLine, WhatMakesNoSenseIsSaid) {
       {{"encode", "--eol", "nl", "a"}, "one of lf, crlf, cr"},
       {{"check", "--length", "long", "a"}, "not 'long'"},
       {{"info", "-j", "0", "a"}, "--jobs takes"},
+      {{"embed", "--lyrics", "", "a"}, "--lyrics needs a path"},
       {{"info", "--what", "a"}, "unknown or ambiguous option '--what'"},
   };
   for (const auto& [words, said] : rows) {

@@ -35,6 +35,7 @@ TOptions encode_to(TEncoding encoding) {
 TEST(Rewrite, ShiftKeepsTheFormatOfEachTag) {
   const std::pair<const char*, const char*> rows[] = {
       {"[00:01]a", "[00:02]a"},
+      {"[00:01]\x93\xFA", "[00:02]\x93\xFA"},
       {"[00:01:50]a", "[00:02:73]a"},
       {"[00:01.50]a", "[00:02.73]a"},
       {"[00:01.505]a", "[00:02.735]a"},
