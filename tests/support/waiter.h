@@ -2,6 +2,7 @@
 
 #include "tests/support/eventually.h"
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -65,3 +66,11 @@ private:
   const std::shared_ptr<State> fState = std::make_shared<State>();
   std::thread fThread;
 };
+
+/** `call` sleeps, and is woken by `wake`. */
+inline void expect_woken(const std::function<void()>& call, const std::function<void()>& wake) {
+  const Waiter waiter(call);
+  EXPECT_TRUE(waiter.Sleeps());
+  wake();
+  EXPECT_TRUE(waiter.IsWoken());
+}

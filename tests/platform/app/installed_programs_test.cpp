@@ -52,19 +52,18 @@ TEST_F(InstalledPrograms, AreReadOnlyFromBoundedRegularFilesThatOthersCannotWrit
 }
 
 TEST_F(InstalledPrograms, AreSearchedInTheFoldersOfTheDesktop) {
-  const std::string home = getenv("HOME") ? getenv("HOME") : "", own = getenv("XDG_DATA_HOME"),
-                    system = getenv("XDG_DATA_DIRS");
-  setenv("HOME", "/home/me", 1);
-  setenv("XDG_DATA_HOME", "/mine", 1);
-  setenv("XDG_DATA_DIRS", "/one:relative::/two/", 1);
+  std::map<std::string, std::string> before;
+  for (const auto& [name, value] :
+       {std::pair{"HOME", "/home/me"}, {"XDG_DATA_HOME", "/mine"}, {"XDG_DATA_DIRS", "/one:relative::/two/"}}) {
+    before[name] = getenv(name) ? getenv(name) : "";
+    setenv(name, value, 1);
+  }
   EXPECT_THAT(application_folders(), ElementsAre("/mine/applications", "/one/applications", "/two//applications"));
   setenv("XDG_DATA_HOME", "relative", 1);
   unsetenv("XDG_DATA_DIRS");
   EXPECT_THAT(application_folders(), ElementsAre("/home/me/.local/share/applications", "/usr/local/share/applications",
                                                  "/usr/share/applications"));
-  setenv("HOME", home.c_str(), 1);
-  setenv("XDG_DATA_HOME", own.c_str(), 1);
-  setenv("XDG_DATA_DIRS", system.c_str(), 1);
+  for (const auto& [name, value] : before) setenv(name.c_str(), value.c_str(), 1);
 }
 
 TEST(Sonivo, IsInstalledUnderTheSignatureOfItsFrontEnds) {

@@ -42,78 +42,76 @@ struct Skip : BMessageFilter {
   filter_result Filter(BMessage*, BHandler**) override { return B_SKIP_MESSAGE; }
 };
 
+/** A looper with that capacity, whose messages are delivered by the test unless it runs. */
+template <int32 capacity>
+struct LooperByHand : testing::Test {
+  OwnLooper<Recorder> fLooper{new Recorder(nullptr, capacity)};
+  const BMessenger fMessenger{fLooper.get()};
+};
+using Looper = LooperByHand<100>;
+using FullLooper = LooperByHand<1>;
+
 } // namespace
 
-TEST(Looper, QuestionsAreAnsweredOrReleased) {
-  OwnLooper<Recorder> looper(new Recorder);
-  const BMessenger messenger(looper.get());
-  looper->Run();
-  EXPECT_EQ(answer_to('ping', messenger), uint32{'pong'});
-  EXPECT_EQ(answer_to('drop', messenger), B_NO_REPLY_CODE);
-  EXPECT_EQ(answer_to('thrw', messenger), B_NO_REPLY_CODE) << "a handler that throws ends nothing";
-  EXPECT_EQ(answer_to('ping', messenger), uint32{'pong'});
+TEST_F(Looper, QuestionsAreAnsweredOrReleased) {
+  fLooper->Run();
+  EXPECT_EQ(fLooper->Run(), fLooper->Thread()) << "once";
+  EXPECT_EQ(answer_to('ping', fMessenger), uint32{'pong'});
+  EXPECT_EQ(answer_to('drop', fMessenger), B_NO_REPLY_CODE);
+  EXPECT_EQ(answer_to('thrw', fMessenger), B_NO_REPLY_CODE) << "a handler that throws ends nothing";
+  EXPECT_EQ(answer_to('ping', fMessenger), uint32{'pong'});
   BMessage script('scri');
   script.AddSpecifier("Nothing");
-  EXPECT_EQ(ask(messenger, script).what, B_MESSAGE_NOT_UNDERSTOOD);
-  looper.reset();
+  EXPECT_EQ(ask(fMessenger, script).what, B_MESSAGE_NOT_UNDERSTOOD);
+  fLooper.reset();
   const BMessage question('ping');
   BMessage answer;
-  EXPECT_EQ(messenger.SendMessage(&question, &answer), B_BAD_PORT_ID);
-  EXPECT_FALSE(messenger.IsValid());
+  EXPECT_EQ(question.SendReply('pong'), B_NO_REPLY) << "nobody has asked";
+  EXPECT_EQ(fMessenger.SendMessage(&question, &answer), B_BAD_PORT_ID);
+  EXPECT_EQ(BPendingReply().Wait(&answer, 0), B_NO_INIT);
+  EXPECT_FALSE(fMessenger.IsValid() || fMessenger.Target(nullptr) || fMessenger.LockTarget());
 }
 
-TEST(Looper, AskerIsWokenByTheAnswerAndWhenTheTargetGoesWithTheQuestionInItsQueue) {
-  OwnLooper<Recorder> looper(new Recorder);
-  const BMessenger messenger(looper.get());
+TEST_F(Looper, AskerIsWokenByTheAnswerAndWhenTheTargetGoesWithTheQuestionInItsQueue) {
+  const BMessage question('ping');
+  BMessage late('mine');
+  EXPECT_EQ(fMessenger.SendMessage(&question, &late, B_INFINITE_TIMEOUT, 1000), B_TIMED_OUT);
+  fLooper->DeliverAll();
+  EXPECT_EQ(late.what, uint32{'mine'}) << "an answer after the time-out is ignored";
   for (const uint32 answer : {uint32{'pong'}, uint32{B_NO_REPLY_CODE}}) {
-    const Waiter asker([=] { EXPECT_EQ(answer_to('ping', messenger), answer); });
-    while (looper->CountMessages() == 0) std::this_thread::yield();
-    ASSERT_TRUE(asker.Sleeps());
-    if (answer == 'pong')
-      looper->DeliverNext();
-    else
-      looper.reset();
-    EXPECT_TRUE(asker.IsWoken());
+    expect_woken([=, this] { EXPECT_EQ(answer_to('ping', fMessenger), answer); },
+                 [=, this] {
+                   while (fLooper->CountMessages() == 0) std::this_thread::yield();
+                   if (answer == 'pong')
+                     fLooper->DeliverNext();
+                   else
+                     fLooper.reset();
+                 });
   }
 }
 
-TEST(Looper, SenderAsleepBeforeAFullQueueIsWokenByRoomAndByTheEnd) {
-  OwnLooper<Recorder> looper(new Recorder(nullptr, 1));
-  const BMessenger messenger(looper.get());
-  EXPECT_EQ(looper->PostMessage('full'), B_OK);
-  EXPECT_EQ(looper->PostMessage('more'), B_WOULD_BLOCK);
-  {
-    const Waiter sender([=] { EXPECT_EQ(messenger.SendMessage('some'), B_OK); });
-    ASSERT_TRUE(sender.Sleeps());
-    looper->DeliverNext();
-    EXPECT_TRUE(sender.IsWoken());
-  }
-  const Waiter sender([=] { EXPECT_EQ(messenger.SendMessage('late'), B_BAD_PORT_ID); });
-  ASSERT_TRUE(sender.Sleeps());
-  looper.reset();
-  EXPECT_TRUE(sender.IsWoken());
+TEST_F(FullLooper, SenderAsleepIsWokenByRoomAndByTheEnd) {
+  EXPECT_EQ(fLooper->PostMessage('full'), B_OK);
+  EXPECT_EQ(fLooper->PostMessage('more'), B_WOULD_BLOCK);
+  expect_woken([this] { EXPECT_EQ(fMessenger.SendMessage('some'), B_OK); }, [this] { fLooper->DeliverNext(); });
+  expect_woken([this] { EXPECT_EQ(fMessenger.SendMessage('late'), B_BAD_PORT_ID); }, [this] { fLooper.reset(); });
 }
 
-TEST(Looper, ThreadAsleepBeforeItsLockIsWokenByTheLastUnlockAndByTheEnd) {
-  auto* const looper = new Recorder;
-  const BMessenger messenger(looper);
-  ASSERT_TRUE(looper->Lock() && looper->Lock());
+TEST_F(Looper, ThreadAsleepBeforeItsLockIsWokenByTheLastUnlockAndByTheEnd) {
+  ASSERT_TRUE(fLooper->Lock() && fLooper->Lock());
   {
-    const Waiter locker([=] { EXPECT_EQ(TLooperLock(messenger).Looper(), looper); });
+    const Waiter locker([this] { EXPECT_EQ(TLooperLock(fMessenger).Looper(), fLooper.get()); });
     ASSERT_TRUE(locker.Sleeps());
-    looper->Unlock();
+    fLooper->Unlock();
     EXPECT_TRUE(locker.Sleeps()) << "it is still locked once";
-    looper->Unlock();
+    fLooper->Unlock();
     EXPECT_TRUE(locker.IsWoken());
   }
-  ASSERT_TRUE(looper->Lock()) << "the scope has unlocked it";
-  const Waiter locker([=] { EXPECT_FALSE(TLooperLock(messenger)); });
-  ASSERT_TRUE(locker.Sleeps());
-  looper->Quit();
-  EXPECT_TRUE(locker.IsWoken());
+  ASSERT_TRUE(fLooper->Lock()) << "the scope has unlocked it";
+  expect_woken([this] { EXPECT_FALSE(TLooperLock(fMessenger)); }, [this] { fLooper.release()->Quit(); });
 }
 
-TEST(Looper, IsNoValidTargetOnceItHasQuitThoughItsHandlerIsStillRunning) {
+TEST(LooperThatQuits, IsNoValidTargetWhileItsHandlerStillRuns) {
   static std::atomic<bool> isValid{true};
   struct Quitter : BLooper {
     void MessageReceived(BMessage*) override {
@@ -128,21 +126,32 @@ TEST(Looper, IsNoValidTargetOnceItHasQuitThoughItsHandlerIsStillRunning) {
   EXPECT_FALSE(isValid);
 }
 
-TEST(Looper, DeliversNothingAfterQuitNotEvenTheMessageItHasDequeued) {
-  static std::atomic<int> delivered{0};
-  struct Counter : BLooper {
-    void MessageReceived(BMessage*) override { ++delivered; }
-  };
-  auto* const looper = new Counter;
+TEST(LooperThatQuits, DeliversNothingNotEvenTheMessageItHasDequeued) {
+  std::atomic<int> alive{0};
+  OwnLooper<Recorder> asker(new Recorder);
+  auto* const looper = new Recorder(&alive);
   looper->Run();
   ASSERT_TRUE(looper->Lock());
-  looper->PostMessage('late');
+  const BMessage quit(B_QUIT_REQUESTED);
+  ASSERT_EQ(BMessenger(looper).SendMessage(&quit, asker.get()), B_OK);
   while (looper->CountMessages() > 0) std::this_thread::yield(); // its thread has dequeued it and waits for the lock
+  ASSERT_EQ(BMessenger(looper).SendMessage(&quit, asker.get()), B_OK);
   looper->Quit();
-  EXPECT_EQ(delivered, 0);
+  EXPECT_EQ(alive, 0);
+  asker->DeliverAll();
+  EXPECT_THAT(asker->fReceived, ElementsAre(uint32{B_REPLY}, uint32{B_REPLY})) << "it has agreed to both";
 }
 
-TEST(Looper, WhoseThreadCannotStartReportsThatAndIsDeletedByQuit) {
+TEST(LooperThatQuits, AnswersWhetherItAgrees) {
+  struct Stubborn : BLooper {
+    bool QuitRequested() override { return false; }
+  };
+  const OwnLooper<Stubborn> looper(new Stubborn);
+  looper->Run();
+  EXPECT_EQ(field<bool>(ask(BMessenger(looper.get()), BMessage(B_QUIT_REQUESTED)), "result"), false);
+}
+
+TEST(LooperThatQuits, IsDeletedAlsoIfItsThreadCouldNotStart) {
   pthread_attr_t usual;
   pthread_attr_t huge;
   pthread_getattr_default_np(&usual);
@@ -158,16 +167,7 @@ TEST(Looper, WhoseThreadCannotStartReportsThatAndIsDeletedByQuit) {
   EXPECT_EQ(alive, 0);
 }
 
-TEST(Looper, AnswerAfterTheTimeOutIsIgnored) {
-  OwnLooper<Recorder> looper(new Recorder);
-  const BMessage question('ping');
-  BMessage answer('mine');
-  EXPECT_EQ(BMessenger(looper.get()).SendMessage(&question, &answer, B_INFINITE_TIMEOUT, 1000), B_TIMED_OUT);
-  EXPECT_EQ(answer.what, uint32{'mine'});
-  looper->DeliverAll();
-}
-
-TEST(Looper, EndsFromBothSidesAThousandTimes) {
+TEST(LooperThatQuits, EndsFromBothSidesAThousandTimes) {
   std::atomic<int> alive{0};
   for (int i = 0; i < 1000; ++i) {
     auto* const looper = new Recorder(&alive);
@@ -184,7 +184,7 @@ TEST(Looper, EndsFromBothSidesAThousandTimes) {
   while (alive > 0) std::this_thread::yield();
 }
 
-TEST(Looper, NeverWaitsForRoomInItsOwnFullQueue) {
+TEST(OwnFullQueue, IsNotWaitedForAndLosesNothing) {
   struct Poster : Recorder {
     Poster() : Recorder(nullptr, 2) {}
     void MessageReceived(BMessage* message) override {
@@ -204,136 +204,115 @@ TEST(Looper, NeverWaitsForRoomInItsOwnFullQueue) {
   looper->Unlock();
 }
 
-TEST(Looper, EverySenderThatWaitsForRoomGetsIt) {
-  OwnLooper<Recorder> looper(new Recorder(nullptr, 2));
-  looper->Run();
+TEST_F(FullLooper, EverySenderThatWaitsForRoomGetsIt) {
+  fLooper->Run();
   std::vector<std::jthread> senders;
   for (int i = 0; i < 8; ++i)
-    senders.emplace_back([messenger = BMessenger(looper.get())] {
-      for (int k = 0; k < 2000; ++k) messenger.SendMessage('some');
+    senders.emplace_back([this] {
+      for (int k = 0; k < 2000; ++k) fMessenger.SendMessage('some');
     });
   senders.clear();
-  EXPECT_EQ(answer_to('ping', BMessenger(looper.get())), uint32{'pong'});
+  EXPECT_EQ(answer_to('ping', fMessenger), uint32{'pong'});
+  EXPECT_EQ(fLooper->fReceived.size(), 16001U);
 }
 
-TEST(Looper, CoalescedNoticeIsQueuedOnceEvenInAFullQueue) {
-  OwnLooper<Recorder> looper(new Recorder(nullptr, 1));
-  const BMessenger messenger(looper.get());
-  messenger.SendMessage('full');
-  for (int i = 0; i < 100; ++i) EXPECT_EQ(messenger.SendCoalesced('move'), B_OK);
-  EXPECT_EQ(messenger.SendCoalesced('size'), B_OK);
-  looper->DeliverAll();
-  EXPECT_THAT(looper->fReceived, ElementsAre('full', 'move', 'size'));
-  messenger.SendCoalesced('move'); // the first has been delivered
-  looper->DeliverAll();
-  EXPECT_THAT(looper->fReceived, ElementsAre('full', 'move', 'size', 'move'));
+TEST_F(FullLooper, CoalescedNoticeIsQueuedOnceEvenInAFullQueue) {
+  fMessenger.SendMessage('full');
+  for (int i = 0; i < 100; ++i) EXPECT_EQ(fMessenger.SendCoalesced('move'), B_OK);
+  EXPECT_EQ(fMessenger.SendCoalesced('size'), B_OK);
+  fLooper->DeliverAll();
+  fMessenger.SendCoalesced('move'); // the first has been delivered
+  fLooper->DeliverAll();
+  EXPECT_THAT(fLooper->fReceived, ElementsAre('full', 'move', 'size', 'move'));
   BHandler handlers[2];
   for (BHandler& handler : handlers) {
-    looper->AddHandler(&handler);
+    fLooper->AddHandler(&handler);
     BMessenger(&handler).SendCoalesced('move');
   }
-  EXPECT_EQ(looper->CountMessages(), 2) << "each handler gets its own";
+  EXPECT_EQ(fLooper->CountMessages(), 2) << "each handler gets its own";
+  EXPECT_EQ(BMessenger(&handlers[1]).Target(nullptr), &handlers[1]);
+  EXPECT_TRUE(fLooper->RemoveHandler(&handlers[1]));
+  EXPECT_EQ(BMessenger(&handlers[1]).SendCoalesced('move'), B_BAD_PORT_ID);
 }
 
-TEST(Looper, NonblockingThreadNeverWaitsForALooper) {
-  OwnLooper<Recorder> looper(new Recorder(nullptr, 1));
-  const BMessenger messenger(looper.get());
+TEST_F(FullLooper, NonblockingThreadNeverWaitsForIt) {
   BMessage answer;
   const BMessage question('ping');
-  const NonblockingThread here;
-  EXPECT_EQ(messenger.SendMessage(&question, &answer), B_TIMED_OUT) << "it is queued";
-  EXPECT_EQ(messenger.SendMessage('some'), B_WOULD_BLOCK);
-  EXPECT_EQ(messenger.SendMessage(&question, &answer), B_WOULD_BLOCK);
-  ASSERT_TRUE(looper->Lock());
+  ASSERT_TRUE(fLooper->Lock());
   std::jthread([&] {
-    EXPECT_EQ(messenger.LockTargetWithTimeout(1000), B_TIMED_OUT) << "only the marked thread does not wait";
-    const NonblockingThread there;
-    EXPECT_FALSE(messenger.LockTarget());
-    EXPECT_FALSE(looper->Lock());
+    {
+      const NonblockingThread here;
+      EXPECT_EQ(fMessenger.SendMessage(&question, &answer), B_TIMED_OUT) << "it is queued";
+      EXPECT_EQ(fMessenger.SendMessage('some'), B_WOULD_BLOCK);
+      EXPECT_EQ(fMessenger.SendMessage(&question, &answer), B_WOULD_BLOCK);
+      EXPECT_FALSE(fMessenger.LockTarget());
+      EXPECT_FALSE(fLooper->Lock());
+    }
+    EXPECT_EQ(fMessenger.SendMessage(&question, BMessenger(), 1000), B_TIMED_OUT) << "it waits again";
   }).join();
-  looper->Unlock();
+  fLooper->Unlock();
 }
 
-TEST(Looper, HandlerOfAnotherLooperIsRefused) {
-  OwnLooper<Recorder> a(new Recorder);
-  OwnLooper<Recorder> b(new Recorder);
-  EXPECT_EQ(a->PostMessage('x', b.get()), B_BAD_HANDLER);
-}
-
-TEST(Looper, FiltersSeeAMessageFirst) {
-  OwnLooper<Recorder> looper(new Recorder);
+TEST_F(Looper, FiltersSeeAMessageFirst) {
   auto* const filter = new Skip('skip');
-  looper->AddCommonFilter(filter);
-  looper->PostMessage('skip');
-  looper->PostMessage('some');
-  looper->PostMessage('more');
-  looper->DeliverAll();
-  EXPECT_THAT(looper->fReceived, ElementsAre('some', 'more'));
-  EXPECT_TRUE(looper->RemoveCommonFilter(filter));
+  fLooper->AddCommonFilter(filter);
+  fLooper->AddCommonFilter(new Skip('none'));
+  EXPECT_EQ(filter->Looper(), fLooper.get());
+  for (const uint32 code : {'skip', 'some', 'more'}) fLooper->PostMessage(code);
+  fLooper->DeliverAll();
+  EXPECT_THAT(fLooper->fReceived, ElementsAre('some', 'more'));
+  EXPECT_TRUE(fLooper->RemoveCommonFilter(filter));
+  EXPECT_FALSE(fLooper->RemoveCommonFilter(filter) || filter->Looper());
   delete filter;
-  looper->PostMessage('skip');
-  looper->DeliverAll();
-  EXPECT_THAT(looper->fReceived, ElementsAre('some', 'more', 'skip'));
+  const OwnLooper<BLooper> other(new BLooper("other"));
+  EXPECT_EQ(fLooper->PostMessage('skip', other.get()), B_BAD_HANDLER);
+  fLooper->PostMessage('skip');
+  fLooper->DeliverAll();
+  EXPECT_THAT(fLooper->fReceived, ElementsAre('some', 'more', 'skip'));
 }
 
-TEST(Looper, AnswersWhetherItAgreedToQuit) {
-  struct Stubborn : BLooper {
-    bool QuitRequested() override { return false; }
-  };
-  OwnLooper<Stubborn> looper(new Stubborn);
-  looper->Run();
-  EXPECT_EQ(field<bool>(ask(BMessenger(looper.get()), BMessage(B_QUIT_REQUESTED)), "result"), false);
-}
+/** Runners to a looper, and a clock that ticks beside them. */
+struct MessageRunner : Looper {
+  void WaitFiveTicks() {
+    for (int i = 0; i < 5; ++i) EXPECT_TRUE(eventually([this] { return fClock->DeliverNext(); }));
+  }
+  const BMessage fBeat{'beat'};
+  OwnLooper<Recorder> fClock{new Recorder};
+  const BMessageRunner fTicks{BMessenger(fClock.get()), &fBeat, 1000};
+};
 
-TEST(Looper, AgreesToAQueuedQuitRequestWhenItEndsFirst) {
-  OwnLooper<BLooper> looper(new BLooper("ended by another"));
-  OwnLooper<Recorder> asker(new Recorder);
-  const BMessage quit(B_QUIT_REQUESTED);
-  ASSERT_EQ(BMessenger(looper.get()).SendMessage(&quit, asker.get()), B_OK);
-  looper.reset();
-  asker->DeliverAll();
-  EXPECT_THAT(asker->fReceived, ElementsAre(uint32{B_REPLY}));
-}
-
-TEST(MessageRunner, BeatsUntilItIsDestroyedAndNeverPilesUp) {
-  OwnLooper<Recorder> looper(new Recorder), clock(new Recorder);
-  const BMessage beat('beat');
-  const BMessageRunner ticks(BMessenger(clock.get()), &beat, 1000);
-  const auto waitFiveTicks = [&] {
-    for (int i = 0; i < 5; ++i) EXPECT_TRUE(eventually([&] { return clock->DeliverNext(); }));
-  };
+TEST_F(MessageRunner, BeatsUntilItIsDestroyedAndNeverPilesUp) {
   {
-    const BMessageRunner runner(BMessenger(looper.get()), &beat, 1000);
+    const BMessageRunner runner(fMessenger, &fBeat, 1000);
     for (int i = 0; i < 2; ++i) {
-      EXPECT_TRUE(eventually([&] { return looper->CountMessages() == 1; }));
-      waitFiveTicks();
-      EXPECT_EQ(looper->CountMessages(), 1) << "a beat is skipped while the previous one is queued";
-      looper->DeliverAll();
+      EXPECT_TRUE(eventually([&] { return fLooper->CountMessages() == 1; }));
+      WaitFiveTicks();
+      EXPECT_EQ(fLooper->CountMessages(), 1) << "a beat is skipped while the previous one is queued";
+      fLooper->DeliverAll();
     }
   }
-  looper->DeliverAll();
-  waitFiveTicks();
-  EXPECT_EQ(looper->CountMessages(), 0);
+  fLooper->DeliverAll();
+  WaitFiveTicks();
+  EXPECT_EQ(fLooper->CountMessages(), 0);
 }
 
-TEST(MessageRunner, SendsNothingOnceItIsDestroyed) {
-  OwnLooper<Recorder> first(new Recorder), looper(new Recorder), last(new Recorder);
-  const BMessage beat = message_of('beat', "text", std::string(1 << 20, 'x'));
-  const BMessage tick('tick');
+TEST_F(MessageRunner, SendsNothingOnceItIsDestroyed) {
+  OwnLooper<Recorder> first(new Recorder), last(new Recorder);
+  const BMessage large = message_of('beat', "text", std::string(1 << 20, 'x'));
   for (int i = 0; i < 100; ++i) {
-    const BMessageRunner before(BMessenger(first.get()), &tick, 1000, 1);
-    std::optional<BMessageRunner> runner(std::in_place, BMessenger(looper.get()), &beat, 1000, 1);
+    const BMessageRunner before(BMessenger(first.get()), &fBeat, 1000, 1);
+    std::optional<BMessageRunner> runner(std::in_place, fMessenger, &large, 1000, 1);
     while (!first->DeliverNext()) continue; // the next beat is being posted
     runner.reset();
-    const int32 sent = looper->CountMessages();
-    const BMessageRunner after(BMessenger(last.get()), &tick, 1000, 1);
+    const int32 sent = fLooper->CountMessages();
+    const BMessageRunner after(BMessenger(last.get()), &fBeat, 1000, 1);
     while (!last->DeliverNext()) std::this_thread::yield();
-    ASSERT_EQ(looper->CountMessages(), sent);
-    looper->DeliverAll();
+    ASSERT_EQ(fLooper->CountMessages(), sent);
+    fLooper->DeliverAll();
   }
 }
 
-TEST(MessageRunner, BeatsSoonWhenItsIntervalBecomesShort) {
+TEST(MessageRunnerAlone, BeatsSoonWhenItsIntervalBecomesShort) {
   OwnLooper<Recorder> looper(new Recorder);
   const BMessage beat('beat');
   BMessageRunner runner(BMessenger(looper.get()), &beat, B_INFINITE_TIMEOUT);
@@ -344,28 +323,16 @@ TEST(MessageRunner, BeatsSoonWhenItsIntervalBecomesShort) {
   EXPECT_TRUE(eventually([&] { return looper->CountMessages() == 2; }));
 }
 
-TEST(MessageRunner, SendsNoMoreThanItsCount) {
-  OwnLooper<Recorder> looper(new Recorder);
-  const BMessage beat('beat'), clock('tick');
-  const BMessageRunner twice(BMessenger(looper.get()), &beat, 1000, 2);
-  const BMessageRunner ticks(BMessenger(looper.get()), &clock, 2000);
-  const auto count = [&](uint32 what) { return std::ranges::count(looper->fReceived, what); };
+TEST_F(MessageRunner, SendsNoMoreThanItsCountAndAHugeIntervalDoesNotOverflow) {
+  const BMessage never('nevr');
+  BMessageRunner huge(fMessenger, &never, INT64_MAX);
+  huge.SetInterval(INT64_MAX);
+  const BMessageRunner twice(fMessenger, &fBeat, 0, 2);
   EXPECT_TRUE(eventually([&] {
-    looper->DeliverAll();
-    return count('beat') >= 2 && count('tick') >= 5;
+    fLooper->DeliverAll();
+    return fLooper->fReceived.size() >= 2;
   }));
-  EXPECT_EQ(count('beat'), 2);
-}
-
-TEST(MessageRunner, HugeIntervalDoesNotOverflow) {
-  OwnLooper<Recorder> looper(new Recorder);
-  const BMessage beat('beat');
-  BMessageRunner never(BMessenger(looper.get()), &beat, INT64_MAX);
-  never.SetInterval(INT64_MAX);
-  const BMessageRunner soon(BMessenger(looper.get()), &beat, 1000);
-  for (int i = 0; i < 2; ++i) {
-    while (looper->CountMessages() == 0) std::this_thread::yield();
-    EXPECT_EQ(looper->CountMessages(), 1) << "from one of the two only";
-    looper->DeliverAll();
-  }
+  WaitFiveTicks();
+  fLooper->DeliverAll();
+  EXPECT_THAT(fLooper->fReceived, ElementsAre('beat', 'beat'));
 }
