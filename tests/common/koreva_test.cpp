@@ -22,7 +22,8 @@ TEST(Reext, LooksAtTheLastComponentAlone) {
 }
 
 TEST(TextDetection, FollowsTheCounts) {
-  EXPECT_EQ(koreva::detect_cr_type("\r\n\n\r"), 1) << "unpaired but as many";
+  for (const auto& [text, type] : {std::pair{"a", 0}, {"a\n\r\n", 0}, {"\r\n\n\r", 1}, {"\r\r\n", 2}})
+    EXPECT_EQ(koreva::detect_cr_type(text), type) << "unpaired ones count as well";
   EXPECT_EQ(koreva::detect_charset("\xe3\x81"), 1) << "a truncated sequence is one error";
   EXPECT_EQ(koreva::detect_charset("\xfe\x80\x80\x80\x80\x80\x80"), 0) << "seven ones announce six bytes";
   EXPECT_EQ(koreva::detect_charset("\x80"), 1);

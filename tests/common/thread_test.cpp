@@ -25,7 +25,7 @@ private:
 
 } // namespace
 
-TEST(Thread, DoesNothingUntilItIsResumedAndEndsWhenTold) {
+TEST(Thread, RunsOnlyWhileItIsResumedAndEndsWhenToldAlsoSuspended) {
   Counter counter;
   EXPECT_TRUE(counter.IsSuspended());
   counter.Wait(); // never started: no wait
@@ -35,15 +35,6 @@ TEST(Thread, DoesNothingUntilItIsResumedAndEndsWhenTold) {
   counter.fFirstRound.get_future().wait();
   counter.SetName("counting on");
   EXPECT_GT(find_thread("counting on"), 0);
-  counter.Terminate();
-  counter.Wait();
-  EXPECT_EQ(find_thread("counting on"), B_NAME_NOT_FOUND);
-}
-
-TEST(Thread, IsHeldWhileSuspendedAndCanStillBeEnded) {
-  Counter counter;
-  ASSERT_EQ(counter.Resume(), B_OK);
-  counter.fFirstRound.get_future().wait();
   counter.Suspend();
   EXPECT_TRUE(counter.IsSuspended());
   const int rounds = counter.fRounds;
@@ -55,22 +46,18 @@ TEST(Thread, IsHeldWhileSuspendedAndCanStillBeEnded) {
   snooze(20000); // most likely it is held by now; the test holds either way
   counter.Terminate();
   counter.Wait();
+  EXPECT_EQ(find_thread("counting on"), B_NAME_NOT_FOUND);
 }
 
-TEST(Thread, DeletesItselfWhenAskedTo) {
-  auto* const counter = new Counter;
-  std::future<void> gone = counter->fGone.get_future();
-  counter->SetAutoDelete(true);
-  counter->Terminate();
-  ASSERT_EQ(counter->Resume(), B_OK);
-  EXPECT_EQ(gone.wait_for(std::chrono::seconds(30)), std::future_status::ready);
-}
-
-TEST(Thread, AnExceptionOfTheBodyEndsTheThreadAlone) {
-  struct Thrower : koreva::TThread {
-    Thrower() : TThread("throwing", B_NORMAL_PRIORITY) {}
+TEST(Thread, DeletesItselfWhenAskedToAlsoAfterAnException) {
+  struct Thrower : Counter {
     int32 Execute() override { throw std::runtime_error("meant"); }
-  } thrower;
-  ASSERT_EQ(thrower.Resume(), B_OK);
-  thrower.Wait();
+  };
+  for (Counter* const counter : {new Counter, static_cast<Counter*>(new Thrower)}) {
+    std::future<void> gone = counter->fGone.get_future();
+    counter->SetAutoDelete(true);
+    counter->Terminate();
+    ASSERT_EQ(counter->Resume(), B_OK);
+    EXPECT_EQ(gone.wait_for(std::chrono::seconds(30)), std::future_status::ready);
+  }
 }

@@ -5,6 +5,7 @@
 #include "tests/support/messages.h"
 
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 
 using namespace testing;
@@ -54,21 +55,15 @@ protected:
 
 } // namespace
 
-TEST_F(JournalFolder, IsPrivateAndIsMadeByTheFirstChangeOnly) {
+TEST_F(JournalFolder, IsPrivateAndIsMadeByTheFirstChangeWhoseJournalIsOfferedWhenItsDocumentIsGone) {
   EXPECT_THAT(Find(), IsEmpty());
-  const auto journal = MakeJournal();
+  auto journal = MakeJournal();
   EXPECT_EQ(mode_of(fState.File("state")), 0u);
   chmod(fState.Path().c_str(), 0755);
   Add("x");
   while (fFolder.Names().empty()) std::this_thread::yield();
   EXPECT_EQ(mode_of(Path()), 0700u);
   EXPECT_EQ(mode_of(Path(fFolder.Names()[0])), 0600u);
-}
-
-TEST_F(JournalFolder, JournalOfALivingDocumentIsNotOffered) {
-  auto journal = MakeJournal();
-  Add("x");
-  while (fFolder.Names().empty()) std::this_thread::yield();
   EXPECT_THAT(Find(), IsEmpty());
   journal.reset();
   const auto found = Find();
@@ -156,38 +151,45 @@ TEST_F(JournalFolder, ASnapshotThatACrashHasCutDoesNotReplaceTheWholeJournalBefo
   size_t size = 0;
   TJournalHeader header = *decoded_header(fState.Read("state/KOREVA/VesmoE/Journal/" + fFolder.Names().at(0)), &size);
   ++header.generation;
-  const std::string lines = encoded_lines_payload({"two"});
-  const std::string head = record_head(TRecordType::kLines, lines.size(), kNowS);
-  TRecordDigest digest(header.seed, 0, head, lines.size());
-  digest.Add(lines);
-  fState.Write("state/KOREVA/VesmoE/Journal/1-cut-2.journal", encoded_header(header) + head + lines + digest.Tail());
-  std::vector<size_t> steps;
-  for (const TFoundJournal& one : Find())
-    steps.push_back(recover_document(*read_journal(*one.file))->history.Steps().size());
-  EXPECT_THAT(steps, Contains(1)) << "with its history";
+  std::string bytes = encoded_header(header);
+  const auto add = [&](TRecordType type, uint64 number, const std::string& payload) {
+    const std::string head = record_head(type, payload.size(), kNowS);
+    TRecordDigest digest(header.seed, number, head, payload.size());
+    digest.Add(payload);
+    fState.Write("state/KOREVA/VesmoE/Journal/1-cut-2.journal", bytes += head + payload + digest.Tail());
+  };
+  const auto steps = [this] {
+    std::vector<size_t> counts;
+    for (const TFoundJournal& one : Find())
+      counts.push_back(recover_document(*read_journal(*one.file))->history.Steps().size());
+    return counts;
+  };
+  add(TRecordType::kLines, 0, encoded_lines_payload({"two"}));
+  EXPECT_THAT(steps(), Contains(1)) << "with its history";
+  add(TRecordType::kHistory, 1, encoded_history({}));
+  EXPECT_THAT(steps(), ElementsAre(0)) << "when it is complete, it does";
+  EXPECT_THAT(fFolder.Names(), SizeIs(1));
 }
 
 TEST_F(JournalFolder, AnotherProcessThatHasTheFileOpenOrChangesItIsKnown) {
   EXPECT_FALSE(other_editor_of(fFolder, fFile));
-  int ready[2];
-  int done[2];
-  ASSERT_EQ(pipe(ready), 0);
-  ASSERT_EQ(pipe(done), 0);
+  int ends[2];
+  ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+  char byte = 0;
   const pid_t other = fork();
   if (other == 0) {
+    const auto is_told_to_go_on = [&] { return write(ends[1], &byte, 1) + read(ends[1], &byte, 1) == 2; };
     const auto announced = announce_open(&fFolder, fFile);
-    char byte = 0;
-    [[maybe_unused]] auto moved = write(ready[1], &byte, 1) + read(done[0], &byte, 1);
+    if (!is_told_to_go_on()) _exit(1);
     Open();
     auto journal = MakeJournal();
     Add("x");
     while (fFolder.Names().empty()) std::this_thread::yield();
-    moved = write(ready[1], &byte, 1) + read(done[0], &byte, 1);
+    if (!is_told_to_go_on()) _exit(1);
     journal.reset();
     _exit(0);
   }
-  char byte = 0;
-  ASSERT_EQ(read(ready[0], &byte, 1), 1);
+  ASSERT_EQ(read(ends[0], &byte, 1), 1);
   const std::string path = fState.Path() + "/./a.lrc";
   const auto found = other_editor_of(fFolder, path);
   ASSERT_TRUE(found);
@@ -195,17 +197,16 @@ TEST_F(JournalFolder, AnotherProcessThatHasTheFileOpenOrChangesItIsKnown) {
   EXPECT_FALSE(found->hasUnsavedChanges);
   EXPECT_FALSE(other_editor_of(fFolder, fState.File("b.lrc")));
   EXPECT_THAT(fFolder.Names(), IsEmpty()) << "no journal before the first change";
-  ASSERT_EQ(write(done[1], &byte, 1), 1);
-  ASSERT_EQ(read(ready[0], &byte, 1), 1);
+  ASSERT_EQ(write(ends[0], &byte, 1) + read(ends[0], &byte, 1), 2);
   EXPECT_TRUE(eventually([&] { return other_editor_of(fFolder, path)->hasUnsavedChanges; }))
       << "or its header is missing";
-  ASSERT_EQ(write(done[1], &byte, 1), 1);
+  ASSERT_EQ(write(ends[0], &byte, 1), 1);
   waitpid(other, nullptr, 0);
   EXPECT_FALSE(other_editor_of(fFolder, fFile)) << "the locks have died with their process";
   EXPECT_THAT(Find(), SizeIs(1));
   const auto own = announce_open(&fFolder, fFile);
   EXPECT_THAT(fFolder.Names(TJournalKind::kOpenDocument), SizeIs(1)) << "what that process left is gone";
-  for (const int end : {ready[0], ready[1], done[0], done[1]}) close(end);
+  for (const int end : ends) close(end);
 }
 
 TEST_F(JournalFolder, ManyStepsAreAllThereWhenTheThreadHasEnded) {
@@ -225,17 +226,15 @@ TEST_F(JournalFolder, ManyStepsAreAllThereWhenTheThreadHasEnded) {
 
 namespace {
 
-/** A disk that does not return from a write until it is let go. */
+/** A disk that returns from no write until it is let go, and cannot flush. */
 struct HangingDisk : TJournalDisk {
-  struct File : TJournalFile {
+  struct File : MemoryJournal {
     explicit File(std::shared_future<void> until) : release(std::move(until)) {}
     bool Append(std::string_view) override {
       release.wait();
       return true;
     }
-    bool Flush() override { return true; }
-    ssize_t Read(off_t, char*, size_t) const override { return 0; }
-    void Remove() override {}
+    bool Flush() override { return false; }
     const std::shared_future<void> release;
   };
   explicit HangingDisk(std::shared_future<void> until) : release(std::move(until)) {}
@@ -243,50 +242,49 @@ struct HangingDisk : TJournalDisk {
   const std::shared_future<void> release;
 };
 
+/** A thread that begins a journal on that disk. */
+struct JournalThread : testing::Test {
+  void Begin(TJournalWriter::TReporter report, TJournalThread::TTimeouts timeouts = {}) {
+    fThread = std::make_unique<TJournalThread>(std::make_unique<HangingDisk>(fRelease.get_future().share()),
+                                               std::move(report), timeouts);
+    ASSERT_TRUE(fThread->Push(fStart));
+  }
+  const TJournalStart fStart{{}, 0, std::vector<TJournalAppend>{}};
+  std::promise<void> fRelease;
+  std::unique_ptr<TJournalThread> fThread;
+};
+
 } // namespace
 
-TEST(JournalThread, NeverWaitsForADiskThatHangsAndIsBoundedInMemory) {
-  std::promise<void> release;
-  TJournalThread thread(std::make_unique<HangingDisk>(release.get_future().share()), [](TJournalReport) {});
-  ASSERT_TRUE(thread.Push(TJournalStart{{}, 0, std::vector<TJournalAppend>{}}));
+TEST_F(JournalThread, NeverWaitsForADiskThatHangsAndIsBoundedInMemory) {
+  Begin([](TJournalReport) {});
   const std::string payload(1000, 'x');
   int accepted = 0;
-  while (accepted < 100000 && thread.Push(TJournalAppend{TRecordType::kTyping, 0, payload})) ++accepted;
+  while (accepted < 100000 && fThread->Push(TJournalAppend{TRecordType::kTyping, 0, payload})) ++accepted;
   EXPECT_GT(accepted, 100);
   EXPECT_LT(accepted, 2000);
-  EXPECT_TRUE(thread.Push(TJournalRest())) << "the document was saved";
-  release.set_value();
+  EXPECT_FALSE(fThread->HasRoom());
+  EXPECT_TRUE(fThread->Push(TJournalRest()) && fThread->Push(TJournalClose())) << "the document was saved or closed";
+  fRelease.set_value();
 }
 
-TEST(JournalThread, ADiskThatNeverAnswersDoesNotKeepTheWindowOpen) {
-  std::promise<void> release;
+TEST_F(JournalThread, ADiskThatNeverAnswersDoesNotKeepTheWindowOpen) {
   const auto alive = std::make_shared<int>();
   const std::chrono::milliseconds soon(1);
-  {
-    TJournalThread thread(std::make_unique<HangingDisk>(release.get_future().share()), [alive](TJournalReport) {},
-                          {soon, soon});
-    ASSERT_TRUE(thread.Push(TJournalStart{{}, 0, std::vector<TJournalAppend>{}}));
-  }
+  Begin([alive](TJournalReport) {}, {soon, soon});
+  fThread.reset();
   EXPECT_GT(alive.use_count(), 1) << "what the abandoned thread uses is still there";
-  release.set_value();
+  fRelease.set_value();
   EXPECT_TRUE(eventually([&] { return alive.use_count() == 1; }));
 }
 
-TEST(JournalThread, AFlushThatFailsIsReported) {
-  struct Disk : TJournalDisk {
-    struct File : MemoryJournal {
-      bool Flush() override { return false; }
-    };
-    std::shared_ptr<TJournalFile> Create() override {
-      const auto file = std::make_shared<File>();
-      file->room = &room;
-      return file;
-    }
-    size_t room = SIZE_MAX;
-  };
-  std::atomic<bool> isReported{false};
-  TJournalThread thread(std::make_unique<Disk>(),
-                        [&](TJournalReport report) { isReported = report == TJournalReport::kFailed; });
-  ASSERT_TRUE(thread.Push(TJournalStart{{}, 0, std::vector<TJournalAppend>{}}));
-  EXPECT_TRUE(eventually([&] { return isReported.load(); }));
+TEST_F(JournalThread, EveryFlushThatFailsIsReported) {
+  std::atomic<int> failures{0};
+  fRelease.set_value();
+  Begin([&](TJournalReport report) { failures += report == TJournalReport::kFailed; });
+  for (const int expected : {1, 2}) {
+    EXPECT_TRUE(eventually([&] { return failures >= expected; }));
+    fThread->Push(fStart);
+  }
+  fThread.reset(); // before what it reports to
 }

@@ -90,6 +90,7 @@ void expect_prefix(const std::string& bytes, size_t records) {
   if (document) {
     ASSERT_EQ(lines_of(*document), Journal::LinesAfter(records));
     ASSERT_EQ(document->nextNumber, records);
+    ASSERT_EQ(document->lastChangeS, (std::array{1, 1, 2, 3, 4, 4, 6}[records - 1])) << "a view is no change";
   }
 }
 
@@ -166,8 +167,8 @@ TEST(Journal, DamagedAnywhereNothingIsInventedAndADamagedHeaderCostsOnlyTheName)
   EXPECT_GT(recoveredBits, headerSize * 8 / 2);
 }
 
-TEST(Journal, StepsThatDoNotFitTheDocumentEndIt) {
-  const auto records_read = [](TRecordType type, const std::string& payload) {
+TEST(Journal, ARecordThatDoesNotFitTheDocumentEndsIt) {
+  const auto is_read = [](TRecordType type, const std::string& payload) {
     MemoryDisk disk;
     TJournalWriter writer(&disk, [](TJournalReport) {});
     writer.Execute(TJournalStart{{},
@@ -176,27 +177,38 @@ TEST(Journal, StepsThatDoNotFitTheDocumentEndIt) {
                                                              {TRecordType::kHistory, 1, encoded_history({})},
                                                              {type, 1, payload}}},
                    0);
-    return recover_document(disk.files[0]->bytes)->nextNumber;
+    return recover_document(disk.files[0]->bytes)->nextNumber == 3;
   };
   const TEditStep good{.countBefore = 2, .countAfter = 2, .areHeads = true, .before = "o\n\n", .after = "O\nx\n"};
-  EXPECT_EQ(records_read(TRecordType::kStep, encoded_step(good)), 3u);
-  TEditStep step = good;
-  const auto is_refused = [&](auto change) {
-    step = good;
-    change();
-    return records_read(TRecordType::kStep, encoded_step(step)) == 2;
+  TCommonSource source;
+  source.AddLine(0, "one");
+  const std::pair<TRecordType, std::string> whole[] = {{TRecordType::kStep, encoded_step(good)},
+                                                       {TRecordType::kView, encoded_view({1, 2})},
+                                                       {TRecordType::kTarget, encoded_target({})},
+                                                       {TRecordType::kSource, encoded_source(source)}};
+  for (const auto& [type, payload] : whole) {
+    EXPECT_TRUE(is_read(type, payload));
+    EXPECT_FALSE(is_read(type, payload + "x") || is_read(type, payload.substr(1))) << payload;
+  }
+  source.AddLine(1, "two\nthree");
+  EXPECT_FALSE(is_read(TRecordType::kSource, encoded_source(source)));
+  EXPECT_FALSE(is_read(TRecordType::kTyping, "x")) << "nothing was typed before";
+  EXPECT_FALSE(is_read(TRecordType::kUndo, ""));
+  const std::function<void(TEditStep*)> faults[] = {
+      [](TEditStep* step) { step->first = 1; },
+      [](TEditStep* step) { step->first = -1; },
+      [](TEditStep* step) { step->countBefore = INT32_MAX; },
+      [](TEditStep* step) { step->countBefore = -1; },
+      [](TEditStep* step) { step->before = "x\n\n"; },
+      [](TEditStep* step) { step->before = "only me too long\n\n"; },
+      [](TEditStep* step) { step->after = "one\n"; },
+      [](TEditStep* step) { step->areHeads = false; },
   };
-  EXPECT_TRUE(is_refused([&] { step.first = 1; }));
-  EXPECT_TRUE(is_refused([&] { step.first = -1; }));
-  EXPECT_TRUE(is_refused([&] { step.countBefore = INT32_MAX; }));
-  EXPECT_TRUE(is_refused([&] { step.countBefore = -1; }));
-  EXPECT_TRUE(is_refused([&] { step.before = "x\n\n"; }));
-  EXPECT_TRUE(is_refused([&] { step.before = "only me too long\n\n"; }));
-  EXPECT_TRUE(is_refused([&] { step.after = "one\n"; }));
-  EXPECT_TRUE(is_refused([&] { step.areHeads = false; }));
-  EXPECT_EQ(records_read(TRecordType::kTyping, "x"), 2u) << "nothing was typed before";
-  EXPECT_EQ(records_read(TRecordType::kUndo, ""), 2u);
-  EXPECT_EQ(records_read(TRecordType::kTarget, "short"), 2u);
+  for (const auto& fault : faults) {
+    TEditStep step = good;
+    fault(&step);
+    EXPECT_FALSE(is_read(TRecordType::kStep, encoded_step(step))) << &fault - faults;
+  }
 }
 
 TEST(Journal, APowerCutLosesAtMostASecond) {
@@ -259,18 +271,19 @@ TEST(Journal, ADiskThatIsFullAtAnyByteCostsNoMoreThanTheStepsSince) {
 
 TEST(Journal, FileThatWasOpenedIsTheBaseUnlessItHasChanged) {
   const ScratchFolder folder;
-  const std::string path = folder.Write("a.lrc", "one\r\ntwo\r\n");
+  const std::string opened = "one\r\ntwo\r\n", path = folder.Write("a.lrc", opened);
   const entry_ref file = ref_of(path);
-  for (const char* now : {"one\r\ntwo\r\n", "short\n", "OTHER\n1234", "one\r\ntwo\r\nand more\n"}) {
+  for (const std::string now : {"one\r\ntwo\r\n", "short\n", "OTHER\n1234", "one\r\ntwo\r\nand more\n"}) {
     SCOPED_TRACE(now);
     JournaledDocument world;
-    folder.Write("a.lrc", "one\r\ntwo\r\n");
+    folder.Write("a.lrc", opened);
     world.document.Open(*open_lyrics(file, file));
     folder.Write("a.lrc", now);
     world.Change({0, 1, {"ONE"}});
     world.Change({2, 0, {"three"}});
     const auto document = recovered(world);
     EXPECT_THAT(lines_of(*document), ElementsAre("ONE", "two", "three"));
+    EXPECT_EQ(world.disk.Named().at(0)->bytes.find("one\r\ntwo") != std::string::npos, now == opened);
     EXPECT_EQ(document->target.path, path);
     EXPECT_EQ(document->target.form.lineEnd, TLineEnd::kCrLf);
     EXPECT_TRUE(document->target.state->HasBytesOf(*world.document.StateOnDisk()));
@@ -282,50 +295,41 @@ TEST(Journal, FileThatWasOpenedIsTheBaseUnlessItHasChanged) {
 TEST(Journal, GoesWithTheDocumentUnlessUnsavedChangesWouldBeLost) {
   enum { kNothing, kSaved, kUndone, kClosed, kLossAllowed, kChangedAfterThat };
   for (const int how : {kNothing, kSaved, kUndone, kClosed, kLossAllowed, kChangedAfterThat}) {
-    MemoryDisk disk;
-    TJournalWriter writer(&disk, [](TJournalReport) {});
-    const bigtime_t nowUs = 0;
-    {
-      TDocument document;
-      document.StartNew({});
-      TDocumentJournal journal(&document, std::make_unique<DirectQueue>(&writer, &nowUs));
-      document.Change({0, 1, {"one"}}, TEditKind::kOther, 0, 0, 0);
-      EXPECT_THAT(disk.Named(), SizeIs(1));
-      if (how == kSaved) document.Saved(document.PlanSave({}, {}, {}), {});
-      if (how == kUndone) document.Replay(kUndo, *document.Next(kUndo));
-      if (how == kClosed) document.StartNew({});
-      if (how >= kLossAllowed) journal.AllowLoss();
-      if (how == kChangedAfterThat) document.Change({0, 1, {"two"}}, TEditKind::kOther, 0, 0, 0);
-    }
-    EXPECT_THAT(disk.Named(), SizeIs(how == kNothing || how == kChangedAfterThat ? 1 : 0)) << how;
+    auto world = std::make_unique<JournaledDocument>();
+    world->Change({0, 1, {"one"}});
+    const auto file = world->disk.Named().at(0);
+    if (how == kSaved) world->document.Saved(world->document.PlanSave({}, {}, {}), {});
+    if (how == kUndone) world->Replay(kUndo);
+    if (how == kClosed) world->document.StartNew({});
+    if (how >= kLossAllowed) world->journal.AllowLoss();
+    if (how == kChangedAfterThat) world->Change({0, 1, {"two"}});
+    world.reset();
+    EXPECT_EQ(file->isNamed, how == kNothing || how == kChangedAfterThat) << how;
   }
 }
 
 TEST(Journal, BehindItsDocumentItBeginsAgainWithEverything) {
   struct FullQueue : DirectQueue {
     using DirectQueue::DirectQueue;
-    bool Push(TJournalCommand command) override { return !isFull && DirectQueue::Push(std::move(command)); }
+    bool Push(TJournalCommand command) override {
+      refused += isFull;
+      return !isFull && DirectQueue::Push(std::move(command));
+    }
+    bool HasRoom() override { return !isFull; }
     bool isFull = false;
+    int refused = 0;
   };
-  MemoryDisk disk;
-  TJournalWriter writer(&disk, [](TJournalReport) {});
-  const bigtime_t nowUs = 0;
-  auto made = std::make_unique<FullQueue>(&writer, &nowUs);
-  FullQueue& queue = *made;
-  TDocument document;
-  document.StartNew({});
-  TDocumentJournal journal(&document, std::move(made));
-  const auto add = [&](const char* line) { document.Change({0, 0, {line}}, TEditKind::kOther, 0, 0, 0); };
-  add("one");
-  queue.isFull = true;
-  add("two");
-  add("three");
-  queue.isFull = false;
-  add("four");
-  ASSERT_THAT(disk.Named(), SizeIs(1));
-  const auto document2 = recover_document(disk.Named()[0]->bytes);
-  EXPECT_THAT(lines_of(*document2), ElementsAre("four", "three", "two", "one", ""));
-  EXPECT_EQ(all_states(document2->history), all_states(document.History()));
+  JournaledDocumentOn<MemoryDisk, FullQueue> world;
+  world.Change({0, 0, {"one"}});
+  world.queue->isFull = true;
+  for (const char* line : {"two", "three"}) world.Change({0, 0, {line}});
+  EXPECT_EQ(world.queue->refused, 1) << "no copy of the document is made that would be refused";
+  world.queue->isFull = false;
+  world.Change({0, 0, {"four"}});
+  ASSERT_THAT(world.disk.Named(), SizeIs(1));
+  const auto found = recover_document(world.disk.Named()[0]->bytes);
+  EXPECT_THAT(lines_of(*found), ElementsAre("four", "three", "two", "one", ""));
+  EXPECT_EQ(all_states(found->history), all_states(world.document.History()));
 }
 
 TEST(Journal, ThousandthsOfACommonFileComeBackWithTheLines) {
@@ -348,6 +352,9 @@ TEST(Journal, ThousandthsOfACommonFileComeBackWithTheLines) {
   unified.document.Unify(TDialect::kCommon, 0, 1);
   unified.HandleReports();
   EXPECT_EQ(saved_after_crash(unified), "[00:05.00]family\n[00:06.00]mixed\n");
+  unified.Save(ref_of(folder.File("b.lrc")));
+  unified.Change({0, 0, {"new"}});
+  EXPECT_EQ(recovered(unified)->target.path, folder.File("b.lrc")) << "not what an earlier record names";
 
   JournaledDocument reloaded;
   reloaded.document.Open(open());

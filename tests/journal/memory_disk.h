@@ -66,7 +66,7 @@ struct DirectQueue : TJournalQueue {
 };
 
 /** A document with a journal on a disk of that type. */
-template <typename Disk>
+template <typename Disk, typename Queue = DirectQueue>
 struct JournaledDocumentOn {
   JournaledDocumentOn() { document.StartNew({}); }
 
@@ -78,8 +78,9 @@ struct JournaledDocumentOn {
     if (const auto next = document.Next(direction)) document.Replay(direction, *next);
     HandleReports();
   }
-  void Save() {
-    document.Saved(document.PlanSave(document.File(), document.Form(), {}), document.StateOnDisk());
+  void Save() { Save(document.File()); }
+  void Save(const entry_ref& file) {
+    document.Saved(document.PlanSave(file, document.Form(), {}), document.StateOnDisk());
     HandleReports();
   }
   /** A second later, when all is due to be flushed. */
@@ -104,7 +105,8 @@ struct JournaledDocumentOn {
   TDocument document;
   Disk disk;
   TJournalWriter writer{&disk, [this](TJournalReport report) { reports.push_back(report); }};
-  TDocumentJournal journal{&document, std::make_unique<DirectQueue>(&writer, &nowUs), [this] { return nowUs; }};
+  Queue* const queue = new Queue(&writer, &nowUs); // owned by the journal
+  TDocumentJournal journal{&document, std::unique_ptr<TJournalQueue>(queue), [this] { return nowUs; }};
 };
 using JournaledDocument = JournaledDocumentOn<MemoryDisk>;
 
