@@ -85,8 +85,26 @@ std::string failed_call() {
 
 using namespace failing_calls;
 
+/** A call that may fail, on a file or path among its arguments; the others are passed on. */
+#define INTERCEPT(Result, name, on, Parameters, arguments, ...)                                                        \
+  Result name Parameters __VA_ARGS__ {                                                                                 \
+    return fails_on(#name, on) ? -1 : next<Result(*) Parameters>(#name) arguments;                                     \
+  }
+
 // Reading is not counted: it loses nothing.
 extern "C" {
+
+INTERCEPT(ssize_t, write, file, (int file, const void* bytes, size_t size), (file, bytes, size))
+INTERCEPT(int, fdatasync, file, (int file), (file))
+INTERCEPT(int, fsync, file, (int file), (file))
+INTERCEPT(int, unlinkat, folder, (int folder, const char* name, int flags), (folder, name, flags), noexcept)
+INTERCEPT(int, unlink, path, (const char* path), (path), noexcept)
+INTERCEPT(int, rename, to, (const char* from, const char* to), (from, to), noexcept)
+INTERCEPT(int, ftruncate, file, (int file, off_t size), (file, size), noexcept)
+INTERCEPT(int, fchmod, file, (int file, mode_t mode), (file, mode), noexcept)
+INTERCEPT(int, mkdir, path, (const char* path, mode_t mode), (path, mode), noexcept)
+INTERCEPT(int, fsetxattr, file, (int file, const char* name, const void* value, size_t size, int flags),
+          (file, name, value, size, flags), noexcept)
 
 int open(const char* path, int flags, ...) {
   va_list rest;
@@ -96,11 +114,6 @@ int open(const char* path, int flags, ...) {
   const bool writes = (flags & O_ACCMODE) != O_RDONLY || (flags & O_CREAT);
   if (writes && fails_on("open", path)) return -1;
   return opened(next<int (*)(const char*, int, ...)>("open")(path, flags, mode), path);
-}
-
-ssize_t write(int file, const void* bytes, size_t size) {
-  if (fails_on("write", file)) return -1;
-  return next<ssize_t (*)(int, const void*, size_t)>("write")(file, bytes, size);
 }
 
 int openat(int folder, const char* name, int flags, ...) {
@@ -114,21 +127,6 @@ int openat(int folder, const char* name, int flags, ...) {
   return file;
 }
 
-int unlinkat(int folder, const char* name, int flags) noexcept {
-  if (fails_on("unlinkat", folder)) return -1;
-  return next<int (*)(int, const char*, int)>("unlinkat")(folder, name, flags);
-}
-
-int fdatasync(int file) {
-  if (fails_on("fdatasync", file)) return -1;
-  return next<int (*)(int)>("fdatasync")(file);
-}
-
-int fsync(int file) {
-  if (fails_on("fsync", file)) return -1;
-  return next<int (*)(int)>("fsync")(file);
-}
-
 int close(int file) {
   const bool isFailing = fails_on("close", file);
   const int result = next<int (*)(int)>("close")(file); // closed in any case, as the kernel does
@@ -136,35 +134,5 @@ int close(int file) {
   if (!isFailing) return result;
   errno = tPlan->error;
   return -1;
-}
-
-int rename(const char* from, const char* to) noexcept {
-  if (fails_on("rename", to)) return -1;
-  return next<int (*)(const char*, const char*)>("rename")(from, to);
-}
-
-int unlink(const char* path) noexcept {
-  if (fails_on("unlink", path)) return -1;
-  return next<int (*)(const char*)>("unlink")(path);
-}
-
-int ftruncate(int file, off_t size) noexcept {
-  if (fails_on("ftruncate", file)) return -1;
-  return next<int (*)(int, off_t)>("ftruncate")(file, size);
-}
-
-int fchmod(int file, mode_t mode) noexcept {
-  if (fails_on("fchmod", file)) return -1;
-  return next<int (*)(int, mode_t)>("fchmod")(file, mode);
-}
-
-int fsetxattr(int file, const char* name, const void* value, size_t size, int flags) noexcept {
-  if (fails_on("fsetxattr", file)) return -1;
-  return next<int (*)(int, const char*, const void*, size_t, int)>("fsetxattr")(file, name, value, size, flags);
-}
-
-int mkdir(const char* path, mode_t mode) noexcept {
-  if (fails_on("mkdir", path)) return -1;
-  return next<int (*)(const char*, mode_t)>("mkdir")(path, mode);
 }
 }

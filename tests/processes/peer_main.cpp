@@ -34,20 +34,14 @@
 namespace {
 
 std::string status_name(status_t status) {
-  switch (status) {
-  case B_NAME_IN_USE:
-    return "in use";
-  case B_PERMISSION_DENIED:
-    return "denied";
-  case B_BAD_PORT_ID:
-    return "gone";
-  case B_TIMED_OUT:
-    return "timed out";
-  case B_WOULD_BLOCK:
-    return "would block";
-  default:
-    return status >= 0 ? "ok" : "failed";
-  }
+  static const std::map<status_t, std::string> names{{B_NAME_IN_USE, "in use"},
+                                                     {B_PERMISSION_DENIED, "denied"},
+                                                     {B_BAD_PORT_ID, "gone"},
+                                                     {B_TIMED_OUT, "timed out"},
+                                                     {B_WOULD_BLOCK, "would block"}};
+  const auto found = names.find(status);
+  if (found != names.end()) return found->second;
+  return status >= 0 ? "ok" : "failed";
 }
 
 std::string read_one(port_id port) {
@@ -81,31 +75,14 @@ struct Echo : BLooper {
     std::string text;
     if (message->FindString("text", &text) == B_OK) answer.AddString("text", text);
     answer.AddBool("remote", message->IsSourceRemote());
-    switch (message->what) {
-    case 'ask?':
-      message->SendReply(&answer);
-      break;
-    case 'twic':
-      message->SendReply(&answer);
-      message->ReturnAddress().SendMessage(&answer, BMessenger());
-      break;
-    case 'odd?':
-      message->SendReply('quit');
-      break;
-    case 'keep':
-      fKept = *message;
-      break;
-    case 'free':
-      fKept.SendReply('free');
-      break;
-    case 'note':
-      ++sNotes;
-      break;
-    case 'stop':
-      message->SendReply(&answer);
-      for (;;) pause();
-      break;
-    }
+    const uint32 what = message->what;
+    if (what == 'ask?' || what == 'twic' || what == 'stop') message->SendReply(&answer);
+    if (what == 'twic') message->ReturnAddress().SendMessage(&answer, BMessenger());
+    if (what == 'odd?') message->SendReply('quit');
+    if (what == 'keep') fKept = *message;
+    if (what == 'free') fKept.SendReply('free');
+    if (what == 'note') ++sNotes;
+    while (what == 'stop') pause();
   }
 
   static std::atomic<int> sNotes;
@@ -116,22 +93,26 @@ private:
 
 std::atomic<int> Echo::sNotes{0};
 
+BMessage answer_of(const std::string& signature, const BMessage& question) {
+  BMessage answer('fail');
+  BMessenger(signature.c_str()).SendMessage(&question, &answer);
+  return answer;
+}
+
 std::string ask(const std::string& signature, const std::string& text) {
   BMessage question('ask?');
   question.AddString("text", text);
-  BMessage answer;
-  if (BMessenger(signature.c_str()).SendMessage(&question, &answer) != B_OK) return "failed";
-  return answer.GetString("text", "nothing");
+  const BMessage answer = answer_of(signature, question);
+  return answer.GetString("text", answer.what == 'fail' ? "failed" : "nothing");
 }
 
 std::string send_code(const std::string& signature, const std::string& code) {
   BMessage question(0);
   for (const char c : code) question.what = question.what << 8 | static_cast<unsigned char>(c);
-  BMessage answer;
-  if (BMessenger(signature.c_str()).SendMessage(&question, &answer) != B_OK) return "failed";
-  std::string answered;
-  for (int shift = 24; shift >= 0; shift -= 8) answered += static_cast<char>(answer.what >> shift & 0xff);
-  return answered;
+  const uint32 answered = answer_of(signature, question).what;
+  std::string text;
+  for (int shift = 24; shift >= 0; shift -= 8) text += static_cast<char>(answered >> shift & 0xff);
+  return text;
 }
 
 status_t notify(const std::string& signature) {

@@ -55,6 +55,12 @@ struct SignaturesBetweenProcesses : testing::Test {
     fLooper->Run();
   }
   void TearDown() override { be_roster->RemoveName(kOurs); }
+  /** What their application answers to a text. */
+  std::string Answer(const std::string& text) const { return text_of(ask(fTheirs, text_message('ask?', text))); }
+  /** They ask ours: with "ask" a text, with "send" any code. */
+  std::string AskedByThem(const std::string& verb, const std::string& what) {
+    return fPeer.Ask(verb + " " + kOurs + " " + what);
+  }
   void Offer() { ASSERT_EQ(be_roster->AddName(kOurs, BMessenger(fLooper.get()), {'ask?'}), B_OK); }
 
   Peer fPeer;
@@ -68,7 +74,6 @@ TEST_F(SignaturesBetweenProcesses, ReachTheOwnerAndReturnItsAnswer) {
   EXPECT_TRUE(fTheirs.IsValid());
   EXPECT_EQ(fTheirs, BMessenger(kTheirs));
   EXPECT_TRUE(be_roster->IsRunning(kTheirs));
-  EXPECT_EQ(be_roster->Signatures("application/x-vnd.test-t"), std::vector<std::string>{kTheirs});
   EXPECT_FALSE(be_roster->IsRunning("application/x-vnd.test-nobody"));
   const BMessage answer = ask(fTheirs, text_message('ask?', "何時"));
   EXPECT_EQ(text_of(answer), "何時");
@@ -78,32 +83,29 @@ TEST_F(SignaturesBetweenProcesses, ReachTheOwnerAndReturnItsAnswer) {
 TEST_F(SignaturesBetweenProcesses, CarryMoreThanASocketHoldsBothWays) {
   std::string text;
   for (int i = 0; text.size() < 5000000; ++i) text += std::to_string(i);
-  const BMessage question = text_message('ask?', text);
-  BMessage answer;
-  ASSERT_EQ(fTheirs.SendMessage(&question, &answer, 60000000, 60000000), B_OK);
-  EXPECT_TRUE(text_of(answer) == text);
+  EXPECT_TRUE(Answer(text) == text);
 }
 
 TEST_F(SignaturesBetweenProcesses, PreferThisProcess) {
   ASSERT_EQ(be_roster->AddName(kTheirs, BMessenger(fLooper.get())), B_OK);
   EXPECT_EQ(BMessenger(kTheirs), BMessenger(fLooper.get()));
+  EXPECT_EQ(be_roster->AddName(kTheirs, fTheirs), B_NAME_IN_USE);
+  EXPECT_EQ(be_roster->Signatures("application/x-vnd.test-t"), std::vector<std::string>{kTheirs});
   be_roster->RemoveName(kTheirs);
   EXPECT_EQ(BMessenger(kTheirs), fTheirs) << "the other process still has it";
 }
 
-TEST_F(SignaturesBetweenProcesses, AreAskedFromOutside) {
+TEST_F(SignaturesBetweenProcesses, AcceptFromOutsideOnlyWhatTheyOfferAsLongAsTheyDo) {
   Offer();
-  EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "hello");
-  ASSERT_EQ(fLooper->Received().size(), 1u);
+  EXPECT_EQ(AskedByThem("send", "ask?"), "ask?");
+  for (const char* const code : {"_QRQ", "Scmr", "mwcl", "answ"}) EXPECT_EQ(AskedByThem("send", code), "_MNU") << code;
+  EXPECT_EQ(AskedByThem("ask", "hello"), "hello");
+  ASSERT_EQ(fLooper->Received().size(), 2u);
   EXPECT_TRUE(fLooper->Received().front().IsSourceRemote());
-  be_roster->RemoveName(kOurs);
-  EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "failed");
-}
-
-TEST_F(SignaturesBetweenProcesses, ReleaseAnAskerWhoseAnswerIsTooLarge) {
   fLooper->fHugeAnswer = std::make_unique<BMessage>(text_message('answ', std::string(kMaxPortMessage, 'x')));
-  Offer();
-  EXPECT_EQ(fPeer.Ask(std::string("ask ") + kOurs + " hello"), "nothing");
+  EXPECT_EQ(AskedByThem("ask", "hello"), "nothing") << "the asker is released";
+  be_roster->RemoveName(kOurs);
+  EXPECT_EQ(AskedByThem("ask", "hello"), "failed");
 }
 
 TEST_F(SignaturesBetweenProcesses, AnswerALooperLater) {
@@ -118,16 +120,13 @@ TEST_F(SignaturesBetweenProcesses, AnswerALooperLater) {
   }
 }
 
-TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerWhenTheQuestionIsDropped) {
+TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerOfADroppedQuestionAndLetAnotherGiveUpAndAskAgain) {
   EXPECT_EQ(ask(fTheirs, BMessage('drop')).what, B_NO_REPLY_CODE);
-}
-
-TEST_F(SignaturesBetweenProcesses, LetAnAskerGiveUpAndAskAgain) {
   const BMessage question('keep');
   BMessage answer;
   EXPECT_EQ(fTheirs.SendMessage(&question, &answer, B_INFINITE_TIMEOUT, 1000), B_TIMED_OUT);
   EXPECT_EQ(fTheirs.SendMessage('free'), B_OK) << "an answer that is discarded";
-  EXPECT_EQ(text_of(ask(fTheirs, text_message('ask?', "next"))), "next");
+  EXPECT_EQ(Answer("next"), "next");
 }
 
 TEST_F(SignaturesBetweenProcesses, ReleaseTheAskerWhenThePeerIsKilled) {
@@ -173,34 +172,16 @@ TEST_F(SignaturesBetweenProcesses, RespectTheCapacityOfTheLooper) {
 
 TEST_F(SignaturesBetweenProcesses, WaitForRoomInABusyLooper) {
   constexpr int kNotes = 2000;
-  const BMessage note('note');
   std::vector<std::jthread> senders;
-  for (int sender = 0; sender < 4; ++sender) {
-    senders.emplace_back([&] {
-      for (int i = 0; i < kNotes; ++i) ASSERT_EQ(fTheirs.SendMessage(&note, BMessenger()), B_OK);
+  for (int sender = 0; sender < 4; ++sender)
+    senders.emplace_back([this] {
+      for (int i = 0; i < kNotes; ++i) ASSERT_EQ(fTheirs.SendMessage('note'), B_OK);
     });
-  }
   senders.clear();
   ask(fTheirs, BMessage('ask?')); // handled after all notes
-  EXPECT_EQ(fPeer.Ask("notes"), std::to_string(4 * kNotes));
-}
-
-TEST_F(SignaturesBetweenProcesses, AcceptFromOutsideOnlyWhatTheyOffer) {
-  Offer();
-  EXPECT_EQ(fPeer.Ask(std::string("send ") + kOurs + " ask?"), "ask?");
-  for (const char* const code : {"_QRQ", "Scmr", "mwcl", "answ"})
-    EXPECT_EQ(fPeer.Ask(std::string("send ") + kOurs + " " + code), "_MNU") << code;
-  EXPECT_EQ(fLooper->Received().size(), 1u);
-}
-
-TEST_F(SignaturesBetweenProcesses, LettersByNumberReachOnlyLoopersThatHaveAsked) {
-  const port_id app = find_port("app:application%2Fx-vnd.test-theirs");
-  const BMessage note('note');
-  for (uint64 number = 1; number < 100; ++number) {
-    const std::vector<char> letter = letter_bytes({number, 0, {}}, note);
-    EXPECT_EQ(write_port(app, 'LETR', letter.data(), letter.size()), B_BAD_PORT_ID);
-  }
-  EXPECT_EQ(fPeer.Ask("notes"), "0");
+  EXPECT_EQ(fTheirs.SendCoalesced('note'), B_OK);
+  EXPECT_EQ(fTheirs.SendLater(BMessage('note'), 0), B_OK);
+  EXPECT_TRUE(eventually([this] { return fPeer.Ask("notes") == std::to_string(4 * kNotes + 2); }));
 }
 
 TEST_F(SignaturesBetweenProcesses, TheAnswersOfALooperAndItsRunnersDoNotWaitForAStoppedProcess) {
@@ -219,13 +200,17 @@ TEST_F(SignaturesBetweenProcesses, TheAnswersOfALooperAndItsRunnersDoNotWaitForA
   fPeer.Continue();
 }
 
-TEST_F(SignaturesBetweenProcesses, RefuseMalformedLetters) {
+TEST_F(SignaturesBetweenProcesses, RefuseMalformedLettersAndThoseByNumberToLoopersThatHaveNotAsked) {
   const port_id port = find_port("app:application%2Fx-vnd.test-theirs");
   ASSERT_GT(port, 0);
   for (const std::string& bytes :
-       {std::string(), std::string(20, '\xff'), std::string(200, '\xff'), std::string(60, '\0')}) {
+       {std::string(), std::string(20, '\xff'), std::string(200, '\xff'), std::string(60, '\0')})
     EXPECT_EQ(write_port(port, 'LETR', bytes.data(), bytes.size()), B_BAD_VALUE);
-  }
   EXPECT_EQ(write_port(port, 0, "x", 1), B_BAD_VALUE);
-  EXPECT_EQ(text_of(ask(fTheirs, text_message('ask?', "alive"))), "alive");
+  for (uint64 number = 1; number < 100; ++number) {
+    const std::vector<char> letter = letter_bytes({number, 0, {}}, BMessage('note'));
+    EXPECT_EQ(write_port(port, 'LETR', letter.data(), letter.size()), B_BAD_PORT_ID);
+  }
+  EXPECT_EQ(Answer("alive"), "alive");
+  EXPECT_EQ(fPeer.Ask("notes"), "0");
 }
