@@ -7,6 +7,8 @@
 #include "tests/support/keeping.h"
 #include "tests/support/messages.h"
 
+using namespace std::string_literals;
+
 namespace {
 
 constexpr int64 kHourUs = 3600000000;
@@ -24,6 +26,12 @@ struct HostLink : testing::Test {
     ASSERT_TRUE(hands::until([this] { return fHost->fHandshakes > 0; }));
     ASSERT_TRUE(fLink->IsReady());
   }
+  /** With a song whose record is known. */
+  void ConnectAt(int32 positionMs, const std::string& title = "song") {
+    fHost->SetRecord(positionMs, title);
+    Connect();
+    RefreshUntilArrived();
+  }
   /** Waits until the player has handled all messages, and the mailbox its answers. */
   void LetArrive() const {
     wait_for(BMessenger(fHost.get()));
@@ -38,6 +46,11 @@ struct HostLink : testing::Test {
     fLink->Refresh();
     while (!HasArrived()) fLink->Refresh(); // the connection may not be complete yet
     fLink->Refresh();
+  }
+  THostInformation TakeInformation() {
+    THostInformation taken;
+    fLink->Receiver()->TakeInformation(&taken);
+    return taken;
   }
   bool GetsTo(int32 positionMs) {
     return hands::until([&] {
@@ -65,13 +78,6 @@ struct HostLink : testing::Test {
 
 } // namespace
 
-TEST_F(HostLink, APlayerInAnotherProcessIsReachedByTheSignatureOfItsAnswer) {
-  fHost->fIsOutside = true;
-  fHost->SetRecord(1000, "first");
-  Connect();
-  EXPECT_TRUE(GetsTo(1000));
-}
-
 TEST_F(HostLink, OneRefreshTakesTheAnswerToTheOneBefore) {
   fHost->SetRecord(1000, "first");
   Connect();
@@ -86,9 +92,7 @@ TEST_F(HostLink, OneRefreshTakesTheAnswerToTheOneBefore) {
 }
 
 TEST_F(HostLink, ShortAnswersAreIgnoredAndLongOnesCut) {
-  fHost->SetRecord(1000, "t");
-  Connect();
-  RefreshUntilArrived();
+  ConnectAt(1000, "t");
   EXPECT_EQ(fLink->PositionMs(), 1000);
   for (const size_t size : {size_t{123}, size_t{1}, size_t{0}}) {
     LetArrive();
@@ -120,9 +124,7 @@ TEST_F(HostLink, ReportsWhetherTheSongPlaysIfThePlayerDoes) {
 
 TEST_F(HostLink, AsksForAnEarlierPositionOnlyWhenToldToAndKnowsItsAnswer) {
   constexpr bigtime_t kWhen = 77;
-  fHost->SetRecord(1000, "song");
-  Connect();
-  RefreshUntilArrived();
+  ConnectAt(1000);
   EXPECT_EQ(fHost->CountEarlier(), 0);
   for (const bool isKnown : {false, true}) {
     if (isKnown) fHost->SetEarlierMs(400);
@@ -141,11 +143,12 @@ TEST_F(HostLink, AsksForAnEarlierPositionOnlyWhenToldToAndKnowsItsAnswer) {
 
 TEST_F(HostLink, CommandsReachThePlayer) {
   Connect();
-  EXPECT_EQ(fLink->SeekTo(61230), B_OK);
-  EXPECT_EQ(fLink->SeekBy(-2000), B_OK);
-  EXPECT_EQ(fLink->PlayPause(), B_OK);
-  EXPECT_EQ(fLink->ChangeSpeed(-5), B_OK);
+  for (const status_t sent : {fLink->SeekTo(61230), fLink->SeekBy(-2000), fLink->PlayPause(), fLink->ChangeSpeed(-5),
+                              fLink->ShowMarks("song", {100, 200}, false), fLink->LoopPart(1, 2)})
+    EXPECT_EQ(sent, B_OK);
   LetArrive();
+  EXPECT_EQ(fHost->Marks(), std::pair("song"s, (std::vector<int32>{100, 200})));
+  EXPECT_EQ(fHost->Part(), "1..2 loop");
   EXPECT_EQ(fHost->Commands(),
             (std::vector<StrangeHost::Command>{{'SNsk', 61230}, {'SNsr', -2000}, {'SNpp', -1}, {'SNsp', -5}}));
   fLink->PlayThis(2, true);
@@ -155,15 +158,14 @@ TEST_F(HostLink, CommandsReachThePlayer) {
   EXPECT_EQ(fLink->PlayPause(), -1) << "there is no player";
 }
 
-TEST_F(HostLink, HandshakeIsRepeatedWhenThePlayerComesBack) {
-  fHost->SetRecord(1, "a");
-  Connect();
-  RefreshUntilArrived();
+TEST_F(HostLink, HandshakeIsRepeatedWhenThePlayerComesBackEvenInAnotherProcess) {
+  ConnectAt(1);
   fHost.reset();
   fLink->Refresh();
   EXPECT_EQ(fLink->PositionMs(), 1) << "the last one known";
   EXPECT_EQ(fLink->CountEntries(), -1);
   StartHost();
+  fHost->fIsOutside = true; // only its signature reaches it
   fHost->SetRecord(2, "b");
   EXPECT_TRUE(GetsTo(2));
 }
@@ -179,9 +181,7 @@ TEST_F(HostLink, AnEntryWithATitleOfMegabytesIsTruncated) {
 }
 
 TEST_F(HostLink, ThePlayingSongIsTheFirstOfItsTitle) {
-  fHost->SetRecord(1, "two");
-  Connect();
-  RefreshUntilArrived();
+  ConnectAt(1, "two");
   const std::pair<const char*, std::vector<StrangeHost::Entry>> rows[] = {
       {"none", {}},
       {"none", {{"/m/1.mp3", "one"}}},
@@ -201,10 +201,8 @@ TEST_F(HostLink, ThePlayingSongIsTheFirstOfItsTitle) {
 TEST_F(HostLink, FinderReportsTheLyricsFileOrThatThereIsNone) {
   const ScratchFolder folder;
   const std::string lyrics = folder.Write("song.lrc", "x");
-  fHost->SetRecord(1, "song");
   fHost->fEntries = {{folder.File("song.mp3"), "song"}};
-  Connect();
-  RefreshUntilArrived();
+  ConnectAt(1);
   TCurrentSongFinder finder(fLink.get(), BMessenger(fAsker.get()));
   finder.Start();
   EXPECT_EQ(Answer(), kMsgSongFound);
@@ -216,12 +214,10 @@ TEST_F(HostLink, FinderReportsTheLyricsFileOrThatThereIsNone) {
 
 TEST_F(HostLink, APlayerThatAnswersLateIsNotCalledSilent) {
   const ScratchFolder folder;
-  fHost->SetRecord(1, "song");
   for (const char* title : {"a", "b", "c", "d"}) fHost->fEntries.push_back({"/m/other.mp3", title});
   fHost->fEntries.push_back({folder.File("song.mp3"), "song"});
   fHost->fLateUs = 450000; // longer than the finder's time-out in total, not each
-  Connect();
-  RefreshUntilArrived();
+  ConnectAt(1);
   TCurrentSongFinder finder(fLink.get(), BMessenger(fAsker.get()));
   finder.Start();
   // The window keeps refreshing while the search compares titles.
@@ -234,12 +230,9 @@ TEST_F(HostLink, APlayerThatAnswersLateIsNotCalledSilent) {
 }
 
 TEST_F(HostLink, ARequestThatFindsThePlayersQueueFullIsSentWhenThereIsRoom) {
-  fHost->SetRecord(1, "song");
-  Connect();
-  RefreshUntilArrived();
+  ConnectAt(1);
   LetArrive();
-  THostInformation taken;
-  fLink->Receiver()->TakeInformation(&taken);
+  TakeInformation();
   EXPECT_TRUE(fHost->Lock());
   while (fHost->PostMessage('none') == B_OK) {
   }
@@ -250,9 +243,7 @@ TEST_F(HostLink, ARequestThatFindsThePlayersQueueFullIsSentWhenThereIsRoom) {
 }
 
 TEST_F(HostLink, APlayerThatHangsBlocksNothing) {
-  fHost->SetRecord(1, "song");
-  Connect();
-  RefreshUntilArrived();
+  ConnectAt(1);
   auto finder = std::make_unique<TCurrentSongFinder>(fLink.get(), BMessenger(fAsker.get()));
   EXPECT_TRUE(fHost->Lock()); // it no longer reads its queue
   for (int i = 0; i < 2 * B_LOOPER_PORT_DEFAULT_CAPACITY; ++i) fLink->Refresh();
@@ -284,12 +275,9 @@ TEST_F(HostLink, AWorkerThatSleepsUntilItsNextPollIsWokenAtTheEnd) {
 }
 
 TEST_F(HostLink, WithoutPollingNothingIsAskedForBetweenRefreshes) {
-  fHost->SetRecord(1000, "song");
-  Connect();
-  RefreshUntilArrived();
+  ConnectAt(1000);
   EXPECT_TRUE(HasArrived()) << "the last refresh asked once more";
-  THostInformation taken;
-  fLink->Receiver()->TakeInformation(&taken);
+  TakeInformation();
   fHost->SetRecord(2000, "song");
   EXPECT_FALSE(HasArrived());
   EXPECT_EQ(fHost->CountHeard(), 0);

@@ -18,10 +18,15 @@
 struct StrangeHost : BApplication {
   StrangeHost() : BApplication(kHostSignature) {}
 
-  template <typename Act>
-  auto Locked(const Act& act) {
+  template <typename Value>
+  Value Copy(const Value& guarded) {
     const std::lock_guard lock(fMutex);
-    return act();
+    return guarded;
+  }
+  template <typename Value>
+  void Set(Value* guarded, const Value& value) {
+    const std::lock_guard lock(fMutex);
+    *guarded = value;
   }
   /** Sets the bytes of "Info", with position and title in their places. */
   void SetRecord(int32 positionMs, const std::string& title, size_t size = THostInformation::kSize,
@@ -35,9 +40,7 @@ struct StrangeHost : BApplication {
     fHeard = 0;
   }
   /** How many answers with this record the asker's mailbox has handled. */
-  int CountHeard() {
-    return Locked([this] { return fHeard; });
-  }
+  int CountHeard() { return Copy(fHeard); }
 
   struct Entry {
     std::string path;
@@ -45,39 +48,24 @@ struct StrangeHost : BApplication {
     bool whole = true;
   };
   using Command = std::pair<uint32, int32>; // the code, and its number or -1
-  std::vector<Command> Commands() {
-    return Locked([this] { return fCommands; });
-  }
+  std::vector<Command> Commands() { return Copy(fCommands); }
   /** The field "Playing"; empty as with players that do not have it. */
-  void SetPlaying(std::optional<bool> isPlaying) {
-    Locked([&] { return fIsPlaying = isPlaying; });
-  }
+  void SetPlaying(std::optional<bool> isPlaying) { Set(&fIsPlaying, isPlaying); }
   /** Knows the song's earlier position, always this one, as only some players do. */
-  void SetEarlierMs(int32 positionMs) {
-    Locked([&] { return fEarlierMs = positionMs; });
-  }
+  void SetEarlierMs(int32 positionMs) { Set(&fEarlierMs, std::optional(positionMs)); }
   /** How many requests were for an earlier position. */
-  int CountEarlier() {
-    return Locked([this] { return fEarlierRequests; });
-  }
+  int CountEarlier() const { return fEarlierRequests; }
   /** The last one asked for, as "from..to loop"; -1 for what is absent. */
-  std::string Part() {
-    return Locked([this] { return fPart; });
-  }
+  std::string Part() { return Copy(fPart); }
   /** Title and times of the last marks. */
-  std::pair<std::string, std::vector<int32>> Marks() {
-    return Locked([this] { return fMarks; });
-  }
+  std::pair<std::string, std::vector<int32>> Marks() { return Copy(fMarks); }
   std::vector<Entry> fEntries;
   std::atomic<int> fCount{-2}; // -2: the number of entries; -1: no answer's field
   std::atomic<bool> fAnswers{true};
   std::atomic<bool> fIsOutside{false}; // answers a handshake as to another process
   std::atomic<bigtime_t> fLateUs{0};   // delay of the answers about entries
   /** That a front end wanted to be played. */
-  std::string PlayedFile() {
-    const std::lock_guard lock(fMutex);
-    return fPlayedFile;
-  }
+  std::string PlayedFile() { return Copy(fPlayedFile); }
   std::atomic<int> fHandshakes{0};
   std::atomic<int> fPlayed{-1};
   std::atomic<bool> fFaded{false};
@@ -109,7 +97,7 @@ struct StrangeHost : BApplication {
     case kMsgHostMarks:
       return KeepMarks(*message);
     case kMsgHostOpen:
-      return KeepFile(*message);
+      return Set(&fPlayedFile, message->GetString("path"));
     default:
       BApplication::MessageReceived(message);
     }
@@ -126,28 +114,24 @@ private:
     message.SendReply(&answer);
   }
   void Inform(const BMessage& message) {
-    const auto [record, isPlaying] = Locked([this] { return std::pair(fRecord, fIsPlaying); });
-    BMessage answer(kMsgHostInformation);
+    std::string record = Copy(fRecord);
+    const auto earlierMs = Copy(fEarlierMs);
+    const auto isPlaying = Copy(fIsPlaying);
     int64 whenUs = 0;
-    if (message.FindInt64("When", &whenUs) == B_OK) return InformOfEarlier(message, whenUs);
+    const bool asksForEarlier = message.FindInt64("When", &whenUs) == B_OK;
+    if (asksForEarlier) ++fEarlierRequests;
+    BMessage answer(kMsgHostInformation);
+    if (asksForEarlier && earlierMs) {
+      std::memcpy(record.data() + THostInformation::kPositionAt, &*earlierMs, sizeof *earlierMs);
+      answer.AddInt64("When", whenUs);
+    }
     if (!record.empty()) answer.AddData("Info", B_STRING_TYPE, record.data(), record.size());
     if (isPlaying) answer.AddBool("Playing", *isPlaying);
     message.SendReply(&answer);
+    if (asksForEarlier) return;
     WaitUntilTaken(message.ReturnAddress());
     const std::lock_guard lock(fMutex);
     if (fRecord == record) ++fHeard;
-  }
-  void InformOfEarlier(const BMessage& message, int64 whenUs) {
-    auto [record, isPlaying, earlierMs] = Locked([this] {
-      ++fEarlierRequests;
-      return std::tuple(fRecord, fIsPlaying, fEarlierMs);
-    });
-    BMessage answer(kMsgHostInformation);
-    if (earlierMs) std::memcpy(record.data() + THostInformation::kPositionAt, &*earlierMs, sizeof *earlierMs);
-    if (earlierMs) answer.AddInt64("When", whenUs);
-    answer.AddData("Info", B_STRING_TYPE, record.data(), record.size());
-    if (isPlaying) answer.AddBool("Playing", *isPlaying);
-    message.SendReply(&answer);
   }
   /** The mailbox answers only after it has handled all earlier messages. */
   static void WaitUntilTaken(const BMessenger& mailbox) {
@@ -162,13 +146,8 @@ private:
     fCommands.emplace_back(command.what, number);
   }
   void KeepPart(const BMessage& message) {
-    const std::lock_guard lock(fMutex);
-    fPart = std::to_string(message.GetInt32("FromMs", -1)) + ".." + std::to_string(message.GetInt32("ToMs", -1)) +
-            (message.GetBool("Loop") ? " loop" : "");
-  }
-  void KeepFile(const BMessage& message) {
-    const std::lock_guard lock(fMutex);
-    fPlayedFile = message.GetString("path");
+    Set(&fPart, std::to_string(message.GetInt32("FromMs", -1)) + ".." + std::to_string(message.GetInt32("ToMs", -1)) +
+                    (message.GetBool("Loop") ? " loop" : ""));
   }
   void KeepMarks(const BMessage& message) {
     const std::lock_guard lock(fMutex);
@@ -211,12 +190,12 @@ private:
     fPlayed = IndexOf(message);
   }
 
+  std::atomic<int> fEarlierRequests{0};
   std::mutex fMutex; // guards all below
   std::string fRecord;
   int fHeard = 0;
   std::optional<bool> fIsPlaying;
   std::optional<int32> fEarlierMs;
-  int fEarlierRequests = 0;
   std::string fPart;
   std::vector<Command> fCommands;
   std::pair<std::string, std::vector<int32>> fMarks;
