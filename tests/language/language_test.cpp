@@ -8,7 +8,8 @@ using namespace testing;
 
 namespace {
 
-constexpr const char* kHead = "[Informations]\nHeader = LLT File Format 100\nLanguage = Test\nWriter = W\n[Data]\n";
+const std::string kInformations = "[Informations]\nHeader = LLT File Format 100\n";
+const std::string kHead = kInformations + "Language = Test\nWriter = W\n[Data]\n";
 
 int32 load(TLLT* table, const std::string& text) {
   BMemoryIO stream(text.data(), text.size());
@@ -34,14 +35,11 @@ TEST(LanguageTable, DecodesTheFourSequencesAndLeavesEscapedOnes) {
 
 TEST(LanguageTable, TakesInOtherTextsInTheOrderOfTheKeys) {
   TLLT table;
-  ASSERT_EQ(
-      load(&table, kHead + std::string("App=Editor\nTitle=About @App@\nA=@B@\nB=@Z@\nZ=z\nU=@Nope@\nT=@App@ @App@\n")),
-      0);
-  EXPECT_STREQ(table.Text("Title"), "About Editor");
-  EXPECT_STREQ(table.Text("A"), "@Z@") << "A is visited before B";
-  EXPECT_STREQ(table.Text("B"), "z");
-  EXPECT_STREQ(table.Text("U"), "@Nope@");
-  EXPECT_STREQ(table.Text("T"), "Editor @App@");
+  ASSERT_EQ(load(&table, kHead + "App=Editor\nTitle=About @App@\nA=@B@\nB=@Z@\nZ=z\nU=@Nope@\nT=@App@ @App@\n"), 0);
+  // A is visited before B.
+  const std::map<std::string, std::string> texts = {
+      {"Title", "About Editor"}, {"A", "@Z@"}, {"B", "z"}, {"U", "@Nope@"}, {"T", "Editor @App@"}};
+  for (const auto& [key, text] : texts) EXPECT_EQ(table.Text(key.c_str()), text) << key;
 }
 
 TEST(LanguageTable, RefusesAnyOtherHeader) {
@@ -54,7 +52,7 @@ TEST(LanguageTable, RefusesAnyOtherHeader) {
 
 TEST(LanguageTable, LoadsNothingFromWhatIsNoTextFile) {
   const ScratchFolder folder;
-  const std::string huge = folder.Write("huge.llt", kHead + std::string("A=b\n"));
+  const std::string huge = folder.Write("huge.llt", kHead + "A=b\n");
   std::filesystem::resize_file(huge, uintmax_t{4} << 30); // sparse
   TLLT table;
   for (const std::string& path : {std::string("/nowhere.llt"), folder.Path(), std::string("/dev/zero"), huge})
@@ -64,25 +62,24 @@ TEST(LanguageTable, LoadsNothingFromWhatIsNoTextFile) {
 
 TEST(LanguageTable, MergesLoadsAndGivesDoubledKeysTheFirstText) {
   TLLT table;
-  load(&table, kHead + std::string("A=1\nKey=one\nKey=two\nKEY=three\n"));
-  load(&table, kHead + std::string("B=2\n"));
-  EXPECT_STREQ(table.Text("A"), "1");
-  EXPECT_STREQ(table.Text("B"), "2");
-  EXPECT_STREQ(table.Text("Key"), "one");
-  EXPECT_STREQ(table.Text("KEY"), "one");
-  EXPECT_STREQ(table.Text("key"), "! ERROR !") << "lookups mind the case";
+  load(&table, kHead + "A=1\nKey=one\nKey=two\nKEY=three\n");
+  load(&table, kHead + "B=2\n");
+  // Lookups mind the case.
+  for (const auto& [key, text] :
+       {std::pair("A", "1"), {"B", "2"}, {"Key", "one"}, {"KEY", "one"}, {"key", "! ERROR !"}})
+    EXPECT_STREQ(table.Text(key), text) << key;
 }
 
 TEST(LanguageTable, TextsOutliveTheReloadThatReplacedThem) {
   TLLT table;
-  load(&table, kHead + std::string("A=before\n"));
+  load(&table, kHead + "A=before\n");
   const char* const text = table.Text("A");
   std::thread reader([&] {
     for (int i = 0; i < 500; ++i) EXPECT_NE(table.Text("A"), nullptr);
   });
   for (int i = 0; i < 4; ++i) { // two tables a turn
     table = TLLT();
-    load(&table, kHead + std::string("A=after\n"));
+    load(&table, kHead + "A=after\n");
   }
   reader.join();
   EXPECT_STREQ(table.Text("A"), "after");
@@ -118,7 +115,7 @@ struct LanguageChoice : testing::Test, PluginGlobals {
 } // namespace
 
 TEST_F(LanguageChoice, TakesTheFileOfThatNameBesideThePlugin) {
-  const std::string path = fFolder.Write("Language/German.llt", kHead + std::string("A=Hallo\n"));
+  const std::string path = fFolder.Write("Language/German.llt", kHead + "A=Hallo\n");
   Choose("/some/where/else/German.llt");
   EXPECT_STREQ(gLLT->Text("A"), "Hallo");
   EXPECT_EQ(gPref->Values()->languageFile, path);
@@ -133,7 +130,7 @@ TEST_F(LanguageChoice, AFileThatBothPluginsMissIsReportedOnce) {
   EXPECT_STREQ(gLLT->Text("Button_Yes"), "! ERROR !") << "no fall-back";
   Choose("Missing.llt"); // as the second plug-in does
   EXPECT_EQ(fShown, "");
-  const std::string path = fFolder.Write("Language/Missing.llt", kHead + std::string("A=Hallo\n"));
+  const std::string path = fFolder.Write("Language/Missing.llt", kHead + "A=Hallo\n");
   Choose("Missing.llt");
   std::filesystem::remove(path);
   Choose("Missing.llt");
@@ -141,10 +138,10 @@ TEST_F(LanguageChoice, AFileThatBothPluginsMissIsReportedOnce) {
 }
 
 TEST_F(LanguageChoice, ListsTheLanguagesOfAFolder) {
-  fFolder.Write("Language/a.llt", "[Informations]\nHeader = LLT File Format 100\nLanguage = Eins\n");
-  fFolder.Write("Language/b.llt", "[Informations]\nHeader = LLT File Format 100\n");
+  fFolder.Write("Language/a.llt", kInformations + "Language = Eins\n");
+  fFolder.Write("Language/b.llt", kInformations);
   fFolder.Write("Language/c.llt", "[Informations]\nHeader = other\nLanguage = Drei\n");
-  fFolder.Write("Language/d.txt", "[Informations]\nHeader = LLT File Format 100\nLanguage = Vier\n");
+  fFolder.Write("Language/d.txt", kInformations + "Language = Vier\n");
   std::map<std::string, std::string> files;
   get_lang_files(fFolder.File("Language").c_str(), &files);
   // The second file names no language and takes the name of the one before it.

@@ -13,6 +13,9 @@ namespace {
 
 struct Settings : testing::Test, PluginGlobals {
   ~Settings() override { report_modifiers(0); }
+  static bool Save() { return save_exit_state("VesmoE", "State.arc"); }
+  static bool Load() { return load_global("VesmoE", "State.arc"); }
+  const std::string kState = "KOREVA/VesmoE/State.arc";
 };
 
 } // namespace
@@ -48,15 +51,15 @@ TEST_F(Settings, OptionsOfTheEarlierRecordHoldUntilTheyAreStoredWithTheOthers) {
 
 TEST_F(Settings, FourModifiersHoldTheSettingsOff) {
   gExitState->fPanelFolder = "/music";
-  ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
+  ASSERT_TRUE(Save());
   *gExitState = TExitState();
   report_modifiers(B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY | B_CAPS_LOCK);
   gExitState->fMode = 1;
-  EXPECT_FALSE(save_exit_state("VesmoE", "State.arc"));
-  EXPECT_FALSE(load_global("VesmoE", "State.arc"));
+  EXPECT_FALSE(Save());
+  EXPECT_FALSE(Load());
   EXPECT_EQ(gExitState->fMode, 1);
   report_modifiers(B_SHIFT_KEY | B_COMMAND_KEY);
-  load_global("VesmoE", "State.arc");
+  Load();
   EXPECT_EQ(gExitState->fMode, 0) << "what was saved before";
   EXPECT_EQ(gExitState->fPanelFolder, "/music");
 }
@@ -72,51 +75,47 @@ struct LateKeys : TExitState {
 } // namespace
 
 TEST_F(Settings, TheModifiersAreReadOnceWhenLoadingBegins) {
-  ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
-  BEntry shared;
-  ASSERT_TRUE(koreva::get_entry("VesmoShared_Prefs.arc", &shared, koreva::kSettingsDir, "Shared"));
-  ASSERT_TRUE(gPref->Save(shared));
+  ASSERT_TRUE(Save());
+  ASSERT_TRUE(save_record(gPref, "Shared", "VesmoShared_Prefs.arc"));
   delete std::exchange(gExitState, new LateKeys);
-  EXPECT_TRUE(load_global("VesmoE", "State.arc"));
+  EXPECT_TRUE(Load());
 }
 
 TEST_F(Settings, WhatCannotBeReadIsKeptBesideTheNewFile) {
-  ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
-  const auto first = std::filesystem::last_write_time(fFolder.File("KOREVA/VesmoE/State.arc"));
-  ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
-  EXPECT_EQ(std::filesystem::last_write_time(fFolder.File("KOREVA/VesmoE/State.arc")), first) << "nothing was new";
-  EXPECT_FALSE(std::filesystem::exists(fFolder.File("KOREVA/VesmoE/State.arc.unreadable")));
-  fFolder.Write("KOREVA/VesmoE/State.arc", "somebody else's");
-  EXPECT_FALSE(load_global("VesmoE", "State.arc"));
-  EXPECT_TRUE(save_exit_state("VesmoE", "State.arc"));
-  EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc.unreadable"), "somebody else's");
-  EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc").substr(0, 4), "VMSG");
-  fFolder.Write("KOREVA/VesmoE/State.arc", "another's");
-  EXPECT_TRUE(save_exit_state("VesmoE", "State.arc"));
-  EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc.unreadable"), "somebody else's") << "an earlier copy stays";
-  EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc.unreadable.2"), "another's");
+  ASSERT_TRUE(Save());
+  const auto first = std::filesystem::last_write_time(fFolder.File(kState));
+  ASSERT_TRUE(Save());
+  EXPECT_EQ(std::filesystem::last_write_time(fFolder.File(kState)), first) << "nothing was new";
+  EXPECT_FALSE(std::filesystem::exists(fFolder.File(kState + ".unreadable")));
+  fFolder.Write(kState, "somebody else's");
+  EXPECT_FALSE(Load());
+  EXPECT_TRUE(Save());
+  EXPECT_EQ(fFolder.Read(kState + ".unreadable"), "somebody else's");
+  EXPECT_EQ(fFolder.Read(kState).substr(0, 4), "VMSG");
+  fFolder.Write(kState, "another's");
+  EXPECT_TRUE(Save());
+  EXPECT_EQ(fFolder.Read(kState + ".unreadable"), "somebody else's") << "an earlier copy stays";
+  EXPECT_EQ(fFolder.Read(kState + ".unreadable.2"), "another's");
 }
 
 TEST_F(Settings, OldStateSurvivesASaveThatFails) {
-  ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
-  const std::string before = fFolder.Read("KOREVA/VesmoE/State.arc");
+  ASSERT_TRUE(Save());
+  const std::string before = fFolder.Read(kState);
   gExitState->fMode = 2;
   {
     const FullDisk full(10);
-    EXPECT_FALSE(save_exit_state("VesmoE", "State.arc"));
+    EXPECT_FALSE(Save());
   }
-  EXPECT_EQ(fFolder.Read("KOREVA/VesmoE/State.arc"), before);
+  EXPECT_EQ(fFolder.Read(kState), before);
 }
 
 TEST_F(Settings, ATornFileLeavesTheDefaults) {
-  ASSERT_TRUE(save_exit_state("VesmoE", "State.arc"));
-  const std::string whole = fFolder.Read("KOREVA/VesmoE/State.arc");
+  ASSERT_TRUE(Save());
+  const std::string whole = fFolder.Read(kState);
   for (const size_t length : {size_t{0}, size_t{5}, whole.size() / 2, whole.size() - 1}) {
-    fFolder.Write("KOREVA/VesmoE/State.arc", whole.substr(0, length));
-    BEntry entry;
-    koreva::get_entry("State.arc", &entry, koreva::kSettingsDir, "VesmoE");
-    TExitState state;
-    EXPECT_FALSE(state.Load(entry)) << length;
-    EXPECT_EQ(state.fWindowFrame, (BRect{5, 24, 400, 200}));
+    fFolder.Write(kState, whole.substr(0, length));
+    *gExitState = TExitState();
+    EXPECT_FALSE(load_record(gExitState, "VesmoE", "State.arc")) << length;
+    EXPECT_EQ(gExitState->fWindowFrame, (BRect{5, 24, 400, 200}));
   }
 }

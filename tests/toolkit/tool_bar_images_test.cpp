@@ -11,23 +11,17 @@ constexpr const char* kNames[] = {
     "TBOpenCurLyrics",   "TBOpen",         "TBSave",       "TBFineTimeTag", "TBTagInputExtMode",
     "TBTagInputStdMode", "TBFreeEditMode", "TBWordByWord", "TBHelp",        "TBAbout"};
 
-rgb_color rgb(QColor color) {
-  return {static_cast<uint8>(color.red()), static_cast<uint8>(color.green()), static_cast<uint8>(color.blue()), 255};
-}
-
-/** Counts of opaque pixels with sufficient contrast (3 : 1) and without. */
-struct Seen {
-  int clear = 0;
-  int faint = 0;
-};
-Seen seen_on(const BBitmap& image, QColor ground, QColor ink, int size) {
+/** How many opaque pixels have sufficient contrast (3 : 1), and how many have not. */
+std::array<int, 2> seen_on(const BBitmap& image, rgb_color ground, QColor ink, int size) {
   return display::call([&] {
     const QImage drawn = display::render_image(*image.Bytes(), {size, size}, ink);
-    Seen seen;
-    for (int y = 0; y < drawn.height(); ++y)
-      for (int x = 0; x < drawn.width(); ++x)
-        if (drawn.pixelColor(x, y).alpha() == 255)
-          ++(contrast(rgb(drawn.pixelColor(x, y)), rgb(ground)) >= 3 ? seen.clear : seen.faint);
+    std::array<int, 2> seen{};
+    for (int at = 0; at < drawn.width() * drawn.height(); ++at) {
+      const QColor pixel = drawn.pixelColor(at % drawn.width(), at / drawn.width());
+      const auto part = [](int value) { return static_cast<uint8>(value); };
+      const rgb_color color{part(pixel.red()), part(pixel.green()), part(pixel.blue()), 255};
+      if (pixel.alpha() == 255) ++seen[contrast(color, ground) >= 3 ? 0 : 1];
+    }
     return seen;
   });
 }
@@ -36,11 +30,11 @@ Seen seen_on(const BBitmap& image, QColor ground, QColor ink, int size) {
 
 TEST(ToolBarImages, HaveContrastOnLightAndDarkBackgrounds) {
   for (const char* name : kNames)
-    for (const auto& [ground, ink] : {std::pair(QColor(0xef, 0xef, 0xef), QColor(Qt::black)),
-                                      std::pair(QColor(0x2b, 0x2b, 0x2b), QColor(Qt::white))})
+    for (const auto& [ground, ink] : {std::pair(rgb_color{0xef, 0xef, 0xef, 255}, Qt::black),
+                                      std::pair(rgb_color{0x2b, 0x2b, 0x2b, 255}, Qt::white)})
       for (const int size : {24, 48}) {
-        const Seen seen = seen_on(GetBitmap(name), ground, ink, size);
-        EXPECT_GT(seen.clear, size) << name << " at " << size;
-        EXPECT_EQ(seen.faint, 0) << name << " at " << size;
+        const auto [clear, faint] = seen_on(GetBitmap(name), ground, ink, size);
+        EXPECT_GT(clear, size) << name << " at " << size;
+        EXPECT_EQ(faint, 0) << name << " at " << size;
       }
 }
