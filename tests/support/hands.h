@@ -104,6 +104,8 @@ bool popup_is_open();
 /** Types a colour ("#102030") into the colour dialog and accepts or cancels it; false when none is open. */
 bool choose_color(const std::string& color, bool accepts = true);
 std::string file_name_selected(BWindow& panel);
+/** Its title, its buttons and the folders that it offers. */
+std::vector<std::string> panel_texts(BWindow& panel);
 bool is_shown(BWindow& window);
 
 } // namespace hands

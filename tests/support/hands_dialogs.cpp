@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QColorDialog>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -147,6 +148,17 @@ void type_file_name(BWindow& panel, const std::string& name) {
 std::string file_name_selected(BWindow& panel) {
   return with_widget(panel, [](QWidget* widget) {
     return widget->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->selectedText().toStdString();
+  });
+}
+
+std::vector<std::string> panel_texts(BWindow& panel) {
+  return with_widget(panel, [](QWidget* widget) {
+    std::vector<std::string> texts{widget->windowTitle().toStdString()};
+    for (const QPushButton* button : widget->findChildren<QPushButton*>())
+      texts.push_back(without_marks(button->text()).toStdString());
+    for (const QUrl& place : qobject_cast<QFileDialog*>(widget)->sidebarUrls())
+      texts.push_back(place.toLocalFile().toStdString());
+    return texts;
   });
 }
 

@@ -7,6 +7,9 @@ struct FindBar : EditorByHand {
   void Type(const std::string& text) {
     for (const char c : text) Press(std::string(1, c));
   }
+  void PressAll(const std::vector<std::string>& keys) {
+    for (const std::string& key : keys) Press(key);
+  }
 };
 
 TEST_F(FindBar, FindsLinesInTheListAndGivesTheKeyboardBack) {
@@ -14,24 +17,34 @@ TEST_F(FindBar, FindsLinesInTheListAndGivesTheKeyboardBack) {
   Press("Ctrl+F");
   EXPECT_EQ(hands::focused_view(*fWindow), "FindText");
   Type("one");
-  Press("Return");
+  const auto line_after = [this](const std::string& step) {
+    step.starts_with("Find") ? Click(step.c_str()) : Press(step);
+    return EditView().CurLine();
+  };
+  EXPECT_EQ(line_after("Return"), 0);
   EXPECT_THAT(Status(), EndsWith("Found in line 1"));
-  Press("Return");
-  EXPECT_EQ(EditView().CurLine(), 2);
-  Press("Shift+Return");
-  EXPECT_EQ(EditView().CurLine(), 0);
-  Press("Escape");
+  for (const auto& [step, line] : {std::pair("Return", 2),
+                                   {"Shift+Return", 0},
+                                   {"FindNext", 2},
+                                   {"FindPrevious", 0},
+                                   {"FindCase", 0},
+                                   {"FindNext", 0},
+                                   {"FindCase", 0},
+                                   {"FindClose", 0},
+                                   {"F3", 2}})
+    EXPECT_EQ(line_after(step), line) << step;
   EXPECT_EQ(hands::focused_view(*fWindow), "TagInputView");
-  Press("F3");
-  EXPECT_EQ(EditView().CurLine(), 2);
   Press("Ctrl+F"); // the text is selected
   Type("10");
-  Press("Return");
-  EXPECT_EQ(EditView().CurLine(), 1) << "without the tags";
+  EXPECT_EQ(line_after("Return"), 1) << "without the tags";
+  line_after("FindNoTags");
+  fWindow->FindView("FindText")->MakeFocus();
+  EXPECT_EQ(line_after("Return"), 0);
   Press("Ctrl+F");
   Type("x");
-  Press("Return");
+  PressAll({"Return", "Escape"});
   EXPECT_THAT(Status(), EndsWith("Not found: x"));
+  EXPECT_EQ(hands::focused_view(*fWindow), "TagInputView");
 }
 
 TEST_F(FindBar, ReplacesOneAfterTheOtherOrAllInOneStep) {
@@ -46,13 +59,12 @@ TEST_F(FindBar, ReplacesOneAfterTheOtherOrAllInOneStep) {
   EXPECT_THAT(Lines(), ElementsAre("xy b a", "A"));
   Press("Return");
   EXPECT_THAT(Lines(), ElementsAre("xy b xy", "A"));
-  for (const char* key : {"Escape", "Ctrl+Z", "Ctrl+Z"}) Press(key);
+  PressAll({"Escape", "Ctrl+Z", "Ctrl+Z"});
   EXPECT_THAT(Lines(), ElementsAre("a b a", "A"));
   Press("Ctrl+H");
-  hands::click(*fWindow, "ReplaceAll", {8, 8});
-  Settle();
+  Click("ReplaceAll");
   EXPECT_THAT(Lines(), ElementsAre("xy b xy", "xy"));
   EXPECT_THAT(Status(), EndsWith("Places replaced: 3"));
-  for (const char* key : {"Escape", "Ctrl+Z"}) Press(key);
+  PressAll({"Escape", "Ctrl+Z"});
   EXPECT_THAT(Lines(), ElementsAre("a b a", "A"));
 }

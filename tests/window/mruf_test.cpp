@@ -23,12 +23,9 @@ TEST(RecentFiles, NewestComesFirstAndTheOldestGoes) {
   for (const char* path : {"/a", "/b", "/c", "/B", "/c"}) files.AddMRUF(path);
   EXPECT_THAT(paths_of(files), ElementsAre("/c", "/B", "/b"));
   EXPECT_EQ(files.FindMRUF("/a"), -1);
-  EXPECT_EQ(files.RemoveMRUF("/a"), nullptr);
-  EXPECT_EQ(files.RemoveMRUF(3), nullptr);
-  EXPECT_EQ(files.RemoveMRUF(-1), nullptr);
-  char* const removed = files.RemoveMRUF("/B");
-  EXPECT_STREQ(removed, "/B");
-  delete[] removed;
+  for (char* const removed : {files.RemoveMRUF("/a"), files.RemoveMRUF(3), files.RemoveMRUF(-1)})
+    EXPECT_EQ(removed, nullptr);
+  EXPECT_STREQ(std::unique_ptr<char[]>(files.RemoveMRUF("/B")).get(), "/B");
   files.SetMaxMRUF(1);
   EXPECT_THAT(paths_of(files), ElementsAre("/c"));
 }

@@ -1,6 +1,8 @@
 #include "tests/support/editor_fixture.h"
 
+#include "commands/command_table.h"
 #include "family/message_filters.h"
+#include "lyrics/foreign_encoding.h"
 
 using namespace testing;
 
@@ -25,11 +27,46 @@ TEST_F(WindowMessages, ACoalescedChangeOfOnePreferenceShowsTheOthersToo) {
   gIAP->SetString("AccKeyFormat", "a) ");
   Send(message_of(kMsgIAPChanged, "IAP:SrcIAPItem", "FlatToolBar"));
   EXPECT_EQ(hands::menu_lines(*fWindow, {}).front().label, "F) File");
+  SetPref([](TPrefValues* values) { values->stayOnTop = true; });
+  Send(BMessage(kMsgPollInterval));
+  EXPECT_TRUE(hands::is_on_top(*fWindow));
+}
+
+TEST_F(WindowMessages, EveryCommandWithALetterIsInOneMenu) {
+  const std::vector<std::string> menus[] = {{"F - File"},
+                                            {"E - Edit"},
+                                            {"E - Edit", "L - Lines"},
+                                            {"E - Edit", "G - Go"},
+                                            {"M - Mode"},
+                                            {"M - Mode", "T - Tag input"},
+                                            {"M - Mode", "O - Words"},
+                                            {"M - Mode", "L - Listen"},
+                                            {"T - Tools"},
+                                            {"H - Help"}};
+  std::multiset<std::string> labels;
+  for (const auto& menu : menus)
+    for (const hands::MenuLine& line : hands::menu_lines(*fWindow, menu)) labels.insert(line.label);
+  for (const TEditorCommand& command : all_commands()) {
+    const std::string label = command.letter + std::string(" - ") + gLLT->Text(command.textKey);
+    EXPECT_EQ(labels.count(label), *command.letter ? 1U : 0U) << label;
+  }
+  EXPECT_EQ(labels.count(""), 12U) << "separators";
+  EXPECT_EQ(hands::menu_lines(*fWindow, {"F - File", "R - Open again as"}).size(), 4 + foreign_encodings().size());
 }
 
 TEST_F(WindowMessages, AReportOfMegabytesIsTruncated) {
   Send(message_of(kMsgStatBarStr, "StatBarStr", std::string(5000000, 'x')));
   EXPECT_THAT(Status(), EndsWith(">   " + std::string(1024, 'x')));
+}
+
+TEST_F(WindowMessages, RecentFilesAreClearedOnlyWhenTheUserAgrees) {
+  Open(fFolder.Write("a.lrc", "a\n"));
+  const auto recent = [this] { return hands::menu_lines(*fWindow, {"F - File", "O - Open…"}); };
+  for (const auto& [key, count] : {std::pair("N", 3U), {"A", 2U}}) {
+    Answer(key, [this] { Send(BMessage(kMsgClearHistory)); });
+    EXPECT_EQ(recent().size(), count) << key;
+    EXPECT_EQ(recent().back().isEnabled, count == 3) << key;
+  }
 }
 
 TEST_F(WindowMessages, ClosingKeepsThePlaceOfTheWindowAndItsMode) {
