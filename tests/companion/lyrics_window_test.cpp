@@ -1,6 +1,7 @@
 #include "companion/lyrics_window.h"
 
 #include "companion/lyrics_view.h"
+#include "companion/lyrics_window_state.h"
 #include "companion/prefs/notices.h"
 #include "companion/song_lyrics.h"
 #include "hostlink/host_link.h"
@@ -18,6 +19,14 @@ struct LyricsWindowByHand : EditorByHand {
   }
   ~LyricsWindowByHand() override { fLyrics->Quit(); }
 
+  std::string Pixels() {
+    hands::settle(*fLyrics);
+    return hands::pixels(*fLyrics, "Lyrics");
+  }
+  std::string After(const std::string& key) {
+    hands::press(*fLyrics, key);
+    return Pixels();
+  }
   std::string Line() const { return static_cast<TLyricsView*>(fLyrics->FindView("Lyrics"))->CurrentLine(); }
   bool Shows(const std::string& line) {
     return hands::until([&] {
@@ -107,6 +116,51 @@ TEST_F(LyricsWindowByHand, SongThatBeginsDuringASearchIsSearchedForNext) {
     EXPECT_EQ(lyrics.Path(), fFolder.File("other.lrc"));
     link.StopWaiting();
   }
+}
+
+TEST_F(LyricsWindowByHand, PlainLyricsAreScrolledByKeys) {
+  std::string lyrics;
+  for (int i = 0; i < 40; ++i) lyrics += "line " + std::to_string(i) + "\n";
+  fFolder.Write("song.lrc", lyrics);
+  fHost->SetRecord(0, "song");
+  EXPECT_TRUE(Shows(""));
+  const std::string first = Pixels();
+  const std::string second = After("Down");
+  EXPECT_NE(second, first);
+  EXPECT_EQ(After("Up"), first);
+  EXPECT_EQ(After("Up"), first) << "there is nothing above";
+  EXPECT_NE(After("PgDown"), first);
+  for (int i = 0; i < 7; ++i) After("Up");
+  EXPECT_EQ(Pixels(), second) << "a page is eight lines";
+  EXPECT_EQ(After("PgUp"), first);
+}
+
+TEST_F(LyricsWindowByHand, TextIsEnlargedWrappedAndTranslatedAtOnce) {
+  const auto state = std::make_unique<TLyricsWindowState>();
+  gLyricsWindowState = state.get();
+  fFolder.Write("song.lrc", "a line that is wrapped in a narrow window and not in a wide one\n");
+  fHost->SetRecord(0, "song");
+  EXPECT_TRUE(Shows(""));
+  const std::string normal = Pixels();
+  const std::string larger = After("Ctrl++");
+  EXPECT_NE(larger, normal);
+  EXPECT_NE(After("Ctrl++"), larger);
+  EXPECT_EQ(After("Ctrl+-"), larger);
+  EXPECT_EQ(state->fZoom, 1);
+  EXPECT_EQ(After("Ctrl+0"), normal);
+  const BRect frame = fLyrics->Frame();
+  After("F11");
+  EXPECT_EQ(fLyrics->NormalFrame(), frame);
+  After("Escape");
+  hands::resize_by_hand(*fLyrics, 900, 300);
+  const std::string resized = Pixels();
+  fLyrics->PostMessage(kMsgAppearance);
+  EXPECT_EQ(Pixels(), resized) << "wrapped anew at once";
+  gLLT->Load(TEXTS_FOLDER "/German.llt");
+  fHost->SetRecord(0, "");
+  fLyrics->PostMessage(kMsgLanguageChanged);
+  EXPECT_TRUE(Shows("Es läuft kein Titel"));
+  gLyricsWindowState = nullptr;
 }
 
 TEST_F(LyricsWindowByHand, AppliesFontAndColoursAtOnce) {

@@ -90,7 +90,9 @@ TEST_F(BothPlugins, LatenessMeasuredBeforeThePreferencesWereOpenedIsShownInThem)
   EXPECT_EQ(manager.SendMessage(&hint), B_OK);
   companion->Prefs(false);
   BWindow& prefs = hands::wait_for_window("Vesmo preferences");
-  EXPECT_TRUE(hands::until([&] { return hands::label_text(prefs, "StampHint").find("140 ms") != std::string::npos; }));
+  EXPECT_TRUE(
+      hands::until([&] { return hands::label_text(prefs, "StampHint") == "Your stamps are about 140 ms late"; }));
+  EXPECT_THAT(hands::spoken(prefs, "UseStampHint").name, HasSubstr("-160"));
   End(&companion);
 }
 

@@ -133,6 +133,20 @@ TEST_F(CommonWindow, CancelRestoresAndDefaultResets) {
   EXPECT_LT(find_port(kIAPPortName), 0);
 }
 
+TEST_F(CommonWindow, AFormatOfOnesOwnIsTyped) {
+  Open();
+  fWindow->FindView("AccKeyFormat")->MakeFocus();
+  Settle();
+  hands::press(*fWindow, "End");
+  Settle();
+  BWindow& input = hands::wait_for_window("Accelerator Format:");
+  EXPECT_EQ(fFirst->Format(), "");
+  for (const char* key : {"[", "a", "]", "Return"}) hands::press(input, key);
+  EXPECT_TRUE(Until([this] { return fFirst->Format() == "[a]"; }));
+  auto* const field = static_cast<BMenuField*>(fWindow->FindView("AccKeyFormat"));
+  EXPECT_EQ(field->Choices()[static_cast<size_t>(field->Value())], "[a]");
+}
+
 TEST_F(CommonWindow, GarbageThroughThePortChangesNothing) {
   Open();
   EXPECT_EQ(write_port(fWindow->Port(), 0, "nonsense", 8), B_OK);
@@ -174,6 +188,8 @@ TEST_F(CommonWindow, ValuesAreReadAndWrittenByNameAndType) {
   bool flat = false;
   EXPECT_EQ(prefs.GetBool("AccKeyFormat", &flat), B_BAD_TYPE);
   EXPECT_EQ(prefs.SetBool("Unknown", true), B_NAME_NOT_FOUND);
+  EXPECT_EQ(prefs.SetBool("FlatToolBar", false), B_OK);
+  EXPECT_FALSE(fFirst->IsFlat() || Family("application/x-vnd.test-third").IsFlat());
   BMessage notice = message_of(kMsgIAPChanged, "IAP:Value", "a - ");
   EXPECT_EQ(prefs.SetValue(notice), -1) << "of nothing";
   notice.AddString("IAP:SrcIAPItem", "AccKeyFormat");

@@ -1,23 +1,54 @@
 #include "companion/prefs/notices.h"
 #include "platform/interface/color_control.h"
-#include "platform/interface/menu_field.h"
+#include "plugin/kept_record.h"
 #include "tests/companion/prefs/pref_world.h"
 
 using namespace testing;
 
-TEST_F(PrefWindow, SendsEachChangeAtOnceAndSavesItWhenClosed) {
+TEST_F(PrefWindow, EveryControlSendsItsChangeAtOnceAndSavesItWhenClosed) {
   Open();
-  Click("ToolBar");
-  EXPECT_THAT(Notices(), ElementsAre("Splc: STlB"));
-  EXPECT_FALSE(gPref->Values()->showToolBar);
-  fWindow->FindView("LineEnds")->MakeFocus();
-  Settle();
-  Press("Down");
-  EXPECT_THAT(Notices(), ElementsAre("Spcc: WCRT"));
+  const struct {
+    Tab tab;
+    const char* control;
+    const char* keys;
+    const char* notice;
+  } rows[] = {
+      {kGeneral, "ReadEncoding", "Down", "Sprc: REnc"},
+      {kGeneral, "WriteEncoding", "Down", "Spec: WEnc"},
+      {kGeneral, "LineEnds", "Down", "Spcc: WCRT"},
+      {kGeneral, "SongOpening", "Down", "Sopc: OpSg"},
+      {kGeneral, "PollInterval", "9", "Ssic: MTmI"},
+      {kGeneral, "ToolBar", "Space", "Splc: STlB"},
+      {kGeneral, "StayOnTop", "Space", "Spsc: SoTp"},
+      {kGeneral, "Language", "Down", "_lgc: LLTF"},
+      {kAppearance, "FontFamily", "Down", "Spac: FntF"},
+      {kAppearance, "FontSize", "9", "Spac: FntS"},
+      {kAppearance, "LyricsWindowSize", "Down", "Sedr: FntL"},
+      {kAppearance, "ActiveFrame", "Space", "Spac: UAFr"},
+      {kAppearance, "AntiAlias", "Space", "Spac: AAli"},
+      {kTiming, "TimeOffset", "9", "Sptc: TmDf"},
+      {kTiming, "LeadIn", "9", "Sopc: LdIn"},
+      {kTiming, "ReplayNudges", "Space", "Sopc: RpNd"},
+      {kFiles, "NewDialect", "Down", "Sopc: NDlc"},
+      {kFiles, "RecogniseCommon", "Space", "Sopc: RCmn"},
+      {kFiles, "ForeignAsUtf8", "Space", "Sopc: FUt8"},
+      {kFiles, "RenewCopies", "Space", "Sopc: RnwC"},
+  };
+  for (const auto& row : rows) {
+    SelectTab(row.tab);
+    fWindow->FindView(row.control)->MakeFocus();
+    Settle();
+    EXPECT_NE(hands::spoken(*fWindow, row.control).name, "") << row.control;
+    if (*row.keys == '9') Press("Ctrl+A");
+    Press(row.keys);
+    EXPECT_THAT(Notices(), ElementsAre(row.notice)) << row.control;
+  }
   Press("Escape");
   EXPECT_FALSE(hands::is_shown(*fWindow));
-  EXPECT_FALSE(Stored().showToolBar);
-  EXPECT_EQ(Stored().writeCRType, 1);
+  const TPrefValues chosen = *gPref->Values();
+  gPref->SetValues({});
+  EXPECT_TRUE(load_shared_prefs() && load_options());
+  EXPECT_TRUE(notices_of_change(*gPref->Values(), chosen).empty()) << "all is on the disk";
 }
 
 TEST_F(PrefWindow, ChangeIsResentWhileTheManagersQueueIsFull) {
@@ -34,24 +65,16 @@ TEST_F(PrefWindow, ChangeIsResentWhileTheManagersQueueIsFull) {
   }));
 }
 
-TEST_F(PrefWindow, SavesWithoutBeingClosed) {
+TEST_F(PrefWindow, SavesWithoutBeingClosedAndWhenTheProgramEndsRightAfterAChange) {
   Open();
   Click("StayOnTop");
   EXPECT_TRUE(Until([] { return Stored().stayOnTop; }));
-  BEntry entry;
-  koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared");
-  ASSERT_TRUE(TPref().Save(entry)); // another program's change
-  Click("ToolBar");
-  Press("Escape");
-  EXPECT_FALSE(Stored().stayOnTop) << "what was saved before is not saved again";
-}
-
-TEST_F(PrefWindow, ChangeIsSavedWhenTheProgramEndsRightAfterIt) {
-  Open();
+  ASSERT_TRUE(StoreDefaults());
   Click("ToolBar");
   ASSERT_TRUE(fWindow->Lock());
   std::exchange(fWindow, nullptr)->Quit();
   EXPECT_FALSE(Stored().showToolBar);
+  EXPECT_FALSE(Stored().stayOnTop) << "what was saved before is not saved again";
 }
 
 TEST_F(PrefWindow, ChangeThatCouldNotBeSavedIsReportedAndSavedWithTheNextOne) {
@@ -61,9 +84,7 @@ TEST_F(PrefWindow, ChangeThatCouldNotBeSavedIsReportedAndSavedWithTheNextOne) {
   Click("ToolBar");
   EXPECT_TRUE(Until([this] { return !Label("Error").empty(); }));
   std::filesystem::remove_all(file);
-  BEntry entry;
-  koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared");
-  ASSERT_TRUE(TPref().Save(entry));
+  ASSERT_TRUE(StoreDefaults());
   Click("StayOnTop");
   Press("Escape");
   EXPECT_TRUE(Stored().stayOnTop);
@@ -101,6 +122,13 @@ TEST_F(PrefWindow, ColourIsPreviewedAndThenCancelledOrAccepted) {
     EXPECT_EQ(gPref->Values()->lyrics, color());
     EXPECT_EQ(hands::pixels(*fWindow, "Preview") != preview, accepts);
   }
+  for (const std::string part : {"ActiveLyrics", "ActiveBackground", "ActiveFrame", "Background"}) {
+    const std::string before = hands::pixels(*fWindow, "Preview");
+    Click((part + "Color").c_str());
+    ASSERT_TRUE(hands::choose_color("#803010"));
+    Settle();
+    EXPECT_NE(hands::pixels(*fWindow, "Preview"), before) << part;
+  }
 }
 
 TEST_F(PrefWindow, DefaultsAndRevertSetEveryPage) {
@@ -131,6 +159,7 @@ TEST_F(PrefWindow, AKeyIsTakenFromAnotherCommandOnlyWhenPressedTwice) {
   Press("Down"); // the second command
   fWindow->FindView("CommandKey")->MakeFocus();
   Settle();
+  const std::string note = Label("KeyNote");
   Press("F9");
   EXPECT_EQ(current_keys()->Of(TCommandId::kOpenCurrent), "F9");
   EXPECT_THAT(Notices(), ElementsAre("Skyc:"));
@@ -142,6 +171,8 @@ TEST_F(PrefWindow, AKeyIsTakenFromAnotherCommandOnlyWhenPressedTwice) {
   EXPECT_EQ(current_keys()->Of(TCommandId::kSave), "");
   Press("F10");
   EXPECT_THAT(Label("KeyNote"), HasSubstr("fixed meaning"));
+  Press("Ctrl+F9");
+  EXPECT_EQ(Label("KeyNote"), note);
   const TKeys chosen = *current_keys();
   gKeyBindings->SetValues({});
   EXPECT_TRUE(load_key_bindings());

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "common/koreva.h"
 #include "companion/prefs/vesmo_d_pref_win.h"
-#include "platform/storage/entry.h"
+#include "plugin/kept_record.h"
 #include "plugin/message_codes.h"
 #include "tests/support/hands.h"
 #include "tests/support/messages.h"
@@ -61,12 +60,16 @@ struct PrefWindow : testing::Test, PluginGlobals {
   }
   /** The settings on disk. */
   static TPrefValues Stored() {
-    BEntry entry;
     TPref stored;
-    koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared");
-    stored.Load(entry);
+    load_record(&stored, "Shared", kFile);
     return *stored.Values();
   }
+  /** As another program would. */
+  static bool StoreDefaults() {
+    TPref defaults;
+    return save_record(&defaults, "Shared", kFile);
+  }
+  static constexpr const char* kFile = "VesmoShared_Prefs.arc";
 
   struct Manager : BLooper {
     void MessageReceived(BMessage* message) override {

@@ -1,9 +1,6 @@
 #include "plugin/shared_prefs.h"
 
-#include "common/koreva.h"
 #include "companion/prefs/notices.h"
-#include "platform/storage/entry.h"
-#include "platform/storage/file.h"
 #include "plugin/message_codes.h"
 #include "plugin/pref.h"
 #include "tests/support/messages.h"
@@ -13,21 +10,22 @@ using namespace testing;
 namespace {
 
 struct SharedPrefs : testing::Test {
-  SharedPrefs() { setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1); }
-  static BEntry Entry() {
-    BEntry entry;
-    koreva::get_entry("VesmoShared_Prefs.arc", &entry, koreva::kSettingsDir, "Shared");
-    return entry;
+  SharedPrefs() {
+    setenv("XDG_CONFIG_HOME", fFolder.Path().c_str(), 1);
+    std::filesystem::create_directories(fFolder.File("KOREVA/Shared"));
   }
-  static BMessage Stored() {
-    const BEntry entry = Entry();
-    BFile file(&entry, B_READ_ONLY);
+  bool Store(const TPrefValues& from, const TPrefValues& to) {
+    return store_shared_prefs(notices_of_change(from, to), to);
+  }
+  BMessage Stored() const {
+    const std::string bytes = fFolder.Read(kFile);
     BMessage fields;
-    EXPECT_EQ(fields.Unflatten(&file), B_OK);
+    EXPECT_EQ(fields.Unflatten(bytes.data(), bytes.size()), B_OK);
     return fields;
   }
-  static int32 Number(const char* name) { return field<int32>(Stored(), name).value_or(INT32_MIN); }
+  int32 Number(const char* name) const { return field<int32>(Stored(), name).value_or(INT32_MIN); }
   ScratchFolder fFolder;
+  const std::string kFile = "KOREVA/Shared/VesmoShared_Prefs.arc";
   TPrefValues fBefore;
   TPrefValues fAfter;
 };
@@ -35,26 +33,23 @@ struct SharedPrefs : testing::Test {
 } // namespace
 
 TEST_F(SharedPrefs, UnknownFieldsAndOthersChangesAreKept) {
-  const BMessage others = message_of(0, "Other", "kept", "WEnc", 2);
-  const BEntry entry = Entry();
-  BFile file(&entry, B_WRITE_ONLY | B_CREATE_FILE);
-  EXPECT_EQ(others.Flatten(&file), B_OK);
+  const std::vector<char> others = message_of(0, "Other", "kept", "WEnc", 2).Flatten();
+  fFolder.Write(kFile, std::string(others.begin(), others.end()));
   fAfter.timeOffsetMs = -90;
-  ASSERT_TRUE(store_shared_prefs(notices_of_change(fBefore, fAfter), fAfter));
+  ASSERT_TRUE(Store(fBefore, fAfter));
   EXPECT_EQ(field<std::string>(Stored(), "Other"), "kept");
   EXPECT_EQ(Number("WEnc"), 2) << "the copy in memory is older";
   EXPECT_EQ(Number("TmDf"), -90);
 }
 
 TEST_F(SharedPrefs, AGermanDesktopsPlayerStaysGermanWhenAnotherSettingIsStored) {
-  Entry();
   fAfter.timeOffsetMs = -90;
-  ASSERT_TRUE(store_shared_prefs(notices_of_change(fBefore, fAfter), fAfter));
+  ASSERT_TRUE(Store(fBefore, fAfter));
   EXPECT_FALSE(Stored().HasField("LLTF")) << "no language has been chosen";
   TPrefValues german = fAfter;
   german.languageFile = "German.llt";
-  ASSERT_TRUE(store_shared_prefs(notices_of_change(fAfter, german), german));
-  ASSERT_TRUE(store_shared_prefs(notices_of_change(german, fAfter), fAfter));
+  ASSERT_TRUE(Store(fAfter, german));
+  ASSERT_TRUE(Store(german, fAfter));
   EXPECT_EQ(field<std::string>(Stored(), "LLTF"), fAfter.languageFile) << "now it is chosen";
 }
 
@@ -74,12 +69,11 @@ TEST_F(SharedPrefs, ChangesOfOneGroupShareItsNoticeAndOthersHaveTheirOwn) {
 
 TEST_F(SharedPrefs, UnreadableFileIsBackedUpAndReplacedByAllSettings) {
   const std::string torn = "VMSG torn";
-  Entry();
-  fFolder.Write("KOREVA/Shared/VesmoShared_Prefs.arc", torn);
+  fFolder.Write(kFile, torn);
   fBefore.writeEncoding = fAfter.writeEncoding = 1;
   fAfter.timeOffsetMs = 30;
-  ASSERT_TRUE(store_shared_prefs(notices_of_change(fBefore, fAfter), fAfter));
-  EXPECT_EQ(fFolder.Read("KOREVA/Shared/VesmoShared_Prefs.arc.unreadable"), torn);
+  ASSERT_TRUE(Store(fBefore, fAfter));
+  EXPECT_EQ(fFolder.Read(kFile + ".unreadable"), torn);
   EXPECT_EQ(Number("TmDf"), 30);
   EXPECT_EQ(Number("WEnc"), 1);
 }
