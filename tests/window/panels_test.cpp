@@ -85,5 +85,11 @@ TEST_F(Panels, SavePanelShowsAndKeepsTheFormOfTheFile) {
   EXPECT_THAT(hands::panel_texts(panel), IsSupersetOf({"Liedtext speichern", "Speichern", "Abbrechen"}));
   hands::type_file_name(panel, "copy.lrc");
   EXPECT_TRUE(Opens("copy.lrc"));
+  Send(BMessage(kMsgSaveAs));
+  for (const auto& [menu, item] : {std::pair("Encoding", "UTF-8"), {"Return Code", "LF (Unix)"}})
+    ASSERT_TRUE(hands::choose(panel, {menu, item}));
+  hands::type_file_name(panel, "plain.lrc");
+  EXPECT_TRUE(Opens("plain.lrc"));
+  EXPECT_THAT(fFolder.Read("plain.lrc"), StartsWith("[00:01]Пр\n"));
   EXPECT_THAT(fFolder.Read("copy.lrc"), StartsWith("[00:01]\xcf\xf0\r\n"));
 }
