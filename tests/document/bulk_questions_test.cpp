@@ -18,6 +18,12 @@ TEST_F(BulkQuestions, NameHowManyLinesChangeAndShowTheFirst) {
   const BMessage convert = message_of(kMsgConvertTags, "CvtTagS2E", true);
   EXPECT_THAT(Answer("Escape", [&] { SendToView(convert); }).text, HasSubstr("3:  [00:01]line  →  [00:01:00]line\n"));
   EXPECT_FALSE(IsModified());
+  Answer("Y", [&] { SendToView(convert); });
+  EXPECT_EQ(Lines().back(), "[00:09:00]line");
+  EXPECT_THAT(Status(), HasSubstr("Converted all "));
+  Answer("Y", [&] { SendToView(BMessage(kMsgDeleteTags)); });
+  EXPECT_EQ(Lines().back(), "line");
+  EXPECT_THAT(Status(), EndsWith("All time tags deleted"));
 }
 
 TEST_F(BulkQuestions, AShiftThatWouldPileUpTagsAsksFirst) {

@@ -1,4 +1,5 @@
 #include "common/koreva.h"
+#include "document/player_copies.h"
 #include "platform/interface/view.h"
 #include "plugin/kept_record.h"
 #include "tests/support/editor_fixture.h"
@@ -50,6 +51,8 @@ TEST_F(CommonLyrics, MixedTagsAreMadeOneByTheBarAndUndoneInOneStep) {
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.20]one\n[00:02.50]two\n");
   Press("Ctrl+Z");
   EXPECT_THAT(Lines(), ElementsAre("[00:01.20]one", "[00:02:50]two"));
+  SendToView(message_of(kMsgUnifyTags, "Dialect", 1));
+  EXPECT_THAT(Lines(), ElementsAre("[00:01.20]one", "[00:02:50]two")) << "nothing is offered any more";
 }
 
 TEST_F(CommonLyrics, ThousandthsThatTheOtherFormCannotHoldAreNotCutInSilence) {
@@ -74,6 +77,8 @@ TEST_F(CommonLyrics, CopyForPlayersIsRenewedAndNeverReplacesAnotherFile) {
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01.20]one\n");
   EXPECT_THAT(Notice(), StartsWith("a.lrc was saved for other players"));
   Click(kFirst);
+  fManager->DeliverAll();
+  EXPECT_THAT(fManager->Codes(), Contains(uint32{kMsgOptionsChosen})) << "for its preferences";
   SetPref([](TPrefValues* values) { *values = {}; });
   EXPECT_TRUE(load_options() && gPref->Values()->renewsCopies) << "after a restart, too";
   Press("+", "Ctrl+S");
@@ -90,6 +95,17 @@ TEST_F(CommonLyrics, CopyForPlayersIsRenewedAndNeverReplacesAnotherFile) {
   EXPECT_TRUE(std::ranges::any_of(std::filesystem::directory_iterator(kept), [](const auto& entry) {
     return entry.path().filename().string().starts_with("Recovered_") && entry.file_size() == 8;
   })) << "the foreign file was backed up";
+}
+
+TEST(PlayerCopies, TheOldestAreForgottenAndTheNewestOfALyricsFileCounts) {
+  TPlayerCopies copies;
+  for (int i = 0; i < 2002; ++i) {
+    const std::string number = std::to_string(i);
+    copies.Add({"/copy" + number, "/lyrics" + (i == 2001 ? "2000" : number), 1, 1});
+  }
+  EXPECT_EQ(copies.Of("/lyrics1"), std::nullopt);
+  EXPECT_EQ(copies.Of("/lyrics2").value().path, "/copy2");
+  EXPECT_EQ(copies.Of("/lyrics2000").value().path, "/copy2001");
 }
 
 TEST_F(CommonLyrics, CopyOfADocumentWithoutAFileIsRenewedOnceItHasOne) {

@@ -202,6 +202,8 @@ TEST_F(FileOutside, AVersionThatWasKeptOutIsNotMentionedAgainUntilTheSave) {
   EXPECT_THAT(Answer("C", [&] { Save(); }).text, HasSubstr("Overwrite that version?"));
   Rewrite("another\n");
   EXPECT_TRUE(IsNoticed(kChangedText));
+  Open(fFolder.Write("b.lrc", "b\n"));
+  EXPECT_EQ(Notice(), "") << "it was about the file before";
 }
 
 TEST_F(FileOutside, DifferencesAreShownInAWindowOfTheirOwn) {
@@ -224,6 +226,10 @@ TEST_F(FileOutside, AVersionThatCannotBeKeptIsNotReplaced) {
   EXPECT_THAT(told.back().text, HasSubstr("Nothing was saved"));
   EXPECT_EQ(OnDisk(), kTheirs);
   EXPECT_TRUE(IsModified());
+  std::filesystem::remove(fPath);
+  for (const uint32 code : {kMsgReloadFile, kMsgCompareFile})
+    EXPECT_THAT(Answer("U", [&] { SendToView(BMessage(code)); }).text, StartsWith("This lyrics file cannot be opened"));
+  EXPECT_THAT(Lines(), ElementsAre("mine"));
 }
 
 TEST_F(FileOutside, PanelsThatWereOpenedForAnotherDocumentWriteNothing) {

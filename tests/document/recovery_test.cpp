@@ -54,6 +54,7 @@ TEST_F(Recovery, LinesSelectionModeAndUndoComeBackAndCountAsUnsaved) {
   EXPECT_TRUE(IsModified());
   EXPECT_EQ(Title(), "a.lrc - Vesmo Editor");
   EXPECT_EQ(Notice(), "");
+  EXPECT_THAT(Status(), EndsWith("Unsaved changes recovered"));
   WaitForJournals(1); // its own now
   Press("Ctrl+Z", "Ctrl+Z");
   EXPECT_THAT(Lines(), ElementsAre("one"));
@@ -93,6 +94,10 @@ TEST_F(Recovery, ChangesCanBeViewedBeforeADecision) {
   }
   EXPECT_THAT(Lines(), ElementsAre("one"));
   EXPECT_THAT(Notice(), HasSubstr("a.lrc"));
+  for (const std::string& name : Journals()) fFolder.Write("state/KOREVA/VesmoE/Journal/" + name, "damaged");
+  for (const char* button : {kView, kRecover})
+    EXPECT_THAT(Answer("U", [&] { Click(button); }).text, StartsWith("The unsaved changes cannot be read."));
+  EXPECT_THAT(Lines(), ElementsAre("one"));
 }
 
 TEST_F(Recovery, FileThatHasBecomeAnotherIsNeverOverwritten) {

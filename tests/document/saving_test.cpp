@@ -15,7 +15,7 @@ struct Saving : EditorByHand {
   }
 };
 
-TEST_F(Saving, AnswerWithoutAFileWritesNothing) {
+TEST_F(Saving, AnswerWithoutAFileWritesNothingAndTheLineEndsAreThoseOfTheAnswer) {
   Open(fFolder.Write("a.lrc", "[00:01]a\n"));
   Change();
   Send(BMessage(B_SAVE_REQUESTED));
@@ -23,6 +23,8 @@ TEST_F(Saving, AnswerWithoutAFileWritesNothing) {
   EXPECT_EQ(fFolder.Read("a.lrc"), "[00:01]a\n");
   EXPECT_TRUE(IsModified());
   EXPECT_EQ(CountFiles(), 1);
+  Send(SaveAs("b.lrc", "CRType", 1));
+  EXPECT_EQ(fFolder.Read("b.lrc"), std::string("a\r\n\0", 4));
 }
 
 TEST_F(Saving, WindowClosesOnlyWhenTheLyricsAreSafe) {
@@ -72,7 +74,11 @@ TEST_F(Saving, ACommandDoesNotOvertakeTheKeyBeforeIt) {
   press_then_send("y", message_of(kMsgShiftTags, "_SmplIptData", "1000"));
   EXPECT_EQ(Lines(), (std::list<std::string>{"[00:11]one", "xy"}));
   EXPECT_EQ(EditView().CurLine(), 1);
-  Press("Ctrl+Z");
+  BMessage exportTo = SaveAs("e.lrc", "Format", 0);
+  exportTo.what = kMsgExportTo;
+  press_then_send("z", exportTo);
+  EXPECT_EQ(fFolder.Read("e.lrc"), "[00:11.00]one\nzxy\n");
+  Press("Ctrl+Z", "Ctrl+Z");
   EXPECT_EQ(Lines(), (std::list<std::string>{"[00:10]one", "xy"})) << "only the command is undone";
 }
 

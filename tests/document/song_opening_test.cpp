@@ -57,6 +57,7 @@ TEST_F(SongOpening, LyricsInsideThePlayingSongOpenWhereItHasNoFile) {
   EXPECT_THAT(Lines(), ElementsAre("inside", "two"));
   EXPECT_EQ(Title(), "Untitled - Vesmo Editor");
   EXPECT_FALSE(IsModified());
+  EXPECT_EQ(static_cast<TVesmoEView*>(fWindow->FindView("VesmoEditorView"))->SongFolder(), fFolder.Path());
   EXPECT_THAT(Status(), EndsWith("Lyrics from inside the song c.mp3"));
   Offer("a.txt", Document());
   EXPECT_EQ(Lines().front(), "inside") << "the document is no longer a new one";
@@ -69,7 +70,7 @@ TEST_F(SongOpening, LyricsInsideASongEndTheNoticeAboutTheFileBefore) {
   const std::string frame = std::string("USLT\0\0\0\x0F\0\0\0eng\0", 15) + "inside\ntwo";
   fHost->fEntries = {{fFolder.Write("c.mp3", std::string("ID3\x03\0\0\0\0\0\x19", 10) + frame), "c"}};
   PlayAt(1000, "c");
-  Open(fFolder.File("b.txt"));
+  Open(fFolder.Write("b.txt", "[00:01.00]two\n[00:02:00]forms\n"));
   fFolder.Write("b.txt", "theirs\n");
   const auto isNoticed = [this] { return !fWindow->FindView("NoticeBar")->IsHidden(); };
   ASSERT_TRUE(Until([&] {

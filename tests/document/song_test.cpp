@@ -82,9 +82,11 @@ TEST_F(SongOfTheEditor, WhatWasTypedLastIsWrittenIntoItToo) {
   PlayAt(1000, "c");
   Press("Ctrl+E", "Ctrl+Home");
   fWindow->AddCommonFilter(new LateTyping(fWindow->FindView("FreeEditView")));
-  const hands::Question asked = Answer("Escape", [&] {
+  const hands::Question asked = Answer("W", [&] {
     SendToView(BMessage(kMsgWriteIntoSong));
     EXPECT_TRUE(Until([&] { return Lines().size() == 2; }));
   });
   EXPECT_THAT(asked.text, HasSubstr("lines: 2, time tags: 0"));
+  EXPECT_TRUE(Until([this] { return Status().ends_with("Lyrics written into the song c.mp3"); })) << Status();
+  EXPECT_THAT(fFolder.Read("c.mp3"), Not(HasSubstr("inside")));
 }

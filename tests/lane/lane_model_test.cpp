@@ -1,4 +1,5 @@
 #include "lane/lane_model.h"
+#include "lane/lane_overlay.h"
 #include "lane/lane_pixels.h"
 #include "lane/lane_proposals.h"
 #include "tests/support/testing.h"
@@ -197,6 +198,31 @@ TEST(LaneColors, EverythingStandsOutOnTheUsersOwnColours) {
     EXPECT_GE(contrast(colors.neighbour, background), std::min(4.5, contrast(text, background))) << where;
     EXPECT_LT(contrast(colors.middle, background), contrast(colors.loudest, background)) << where;
   }
+}
+
+TEST(LaneOverlay, ShowsOnsetsAndTagsTheLinesOwnOverTheOthersWithLabelsThatFit) {
+  const TLaneColors colors = TLaneColors::On({0, 0, 0, 255}, {255, 255, 255, 255});
+  const auto strings = [&](const Lane& lane, const std::string& text) {
+    std::vector<std::tuple<std::string, float, float>> drawn; // the left end and the room
+    for (const picture_op& op : lane_overlay(lane.model, colors, {600, 100}, text).ops)
+      if (op.what == picture_op::kind::string) drawn.emplace_back(op.text, op.rect.left, op.maxWidth);
+    return drawn;
+  };
+  const Lane lane(kThree, 1); // 100 pixels are a second
+  EXPECT_THAT(strings(lane, "Reading"),
+              ElementsAre(std::tuple("one", 4, 96), std::tuple("three", 504, 96), std::tuple("two ", 104, 46),
+                          std::tuple("more", 154, 346), std::tuple("Reading", 8, 584)));
+  EXPECT_THAT(strings(Lane({"[00:10:00]a", "[00:10:00]b", "[00:14:00]c"}, 1), ""),
+              ElementsAre(std::tuple("c", 504, 96), std::tuple("b", 104, 396)))
+      << "of tags at one time, the line's own has the label";
+  std::vector<std::tuple<float, float, float, float>> fills;
+  for (const picture_op& op : lane_overlay(lane.model, colors, {600, 100}, "").ops)
+    if (op.what == picture_op::kind::fill_rect)
+      fills.emplace_back(op.rect.left, op.rect.top, op.rect.right, op.rect.bottom);
+  EXPECT_THAT(fills,
+              ElementsAre(std::tuple(0, 0, 599, 0), std::tuple(135, 90, 135, 99), std::tuple(400, 95, 400, 99),
+                          std::tuple(-100, 0, -100, 99), std::tuple(500, 0, 500, 99), std::tuple(99, 0, 101, 99),
+                          std::tuple(97, 16, 103, 20), std::tuple(150, 16, 150, 99), std::tuple(200, 16, 200, 99)));
 }
 
 TEST(LanePixels, ALoudToneIsAtItsTimeAndHeight) {
