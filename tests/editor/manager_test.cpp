@@ -1,4 +1,5 @@
 #include "common/app_info.h"
+#include "document/editor_view.h"
 #include "editor/shift_amount.h"
 #include "editor/vesmo_e_comm_man.h"
 #include "lyrics/reaction_time.h"
@@ -47,6 +48,13 @@ struct ManagerByHand : EditorWorld {
   static bool Becomes(bool isShown, BWindow& window) {
     return hands::until([&] { return hands::is_shown(window) == isShown; });
   }
+  /** Lyrics that were found for the song. */
+  BMessage OfferOf(const std::string& name, BWindow& editor) const {
+    const TLooperLock lock(&editor);
+    const auto* const view = static_cast<TVesmoEView*>(editor.FindView("VesmoEditorView"));
+    return message_of(kMsgOfferSongLyrics, "refs", ref_of(fFolder.Write(name, "sung\n")), "Document",
+                      view->DocumentNumber());
+  }
   TVesmoECommMan* fManager;
 };
 
@@ -61,13 +69,27 @@ TEST_F(ManagerByHand, AboutWindowStandsBesideTheEditor) {
   EXPECT_EQ(about.Frame().top, 120);
 }
 
-TEST_F(ManagerByHand, FineTagWindowGoesWithItsEditor) {
+TEST_F(ManagerByHand, FineTagWindowSaysWhichLinesItShiftsAndGoesWithItsEditor) {
   Send(BMessage(kMsgFineTimeTag));
   EXPECT_TRUE(windows_titled(kFineTag).empty()) << "without an editor there is nothing to shift";
   Send(BMessage(kMsgOpenMain));
-  Send(BMessage(kMsgFineTimeTag));
+  Send(message_of(kMsgFineTimeTag, "First", 1, "Count", INT32_MAX, "Document", 0));
+  Only("Shift time tags from line 2");
+  Send(message_of(kMsgFineTimeTag, "First", 1, "Count", 2, "Document", 0));
+  BWindow& shift = Only("Shift time tags of lines 2–3");
+  Send(message_of(kMsgFineTimeTag, "First", 1, "Count", 2));
+  EXPECT_EQ(&Only(kFineTag), &shift);
+  EXPECT_TRUE(Becomes(true, shift));
+  BWindow& editor = Only(kEditor);
+  Send(OfferOf("a.lrc", editor));
+  wait_for(BMessenger(&editor));
+  EXPECT_EQ(windows_titled(kEditor).size(), 1U) << "the shift that is being typed is for the open document";
+  hands::press(shift, "Escape");
+  EXPECT_TRUE(Becomes(false, shift));
+  Send(OfferOf("a.lrc", editor));
+  EXPECT_TRUE(hands::until([&] { return windows_titled(kEditor).empty(); }));
   BMessage quit(B_QUIT_REQUESTED);
-  BMessenger(&Only(kEditor)).SendMessage(&quit);
+  BMessenger(&editor).SendMessage(&quit);
   EXPECT_TRUE(hands::until([&] {
     fManager->DeliverAll();
     return windows_titled(kFineTag).empty();
@@ -104,6 +126,15 @@ TEST_F(ManagerByHand, ChangesOfTheCompanionReachTheSettings) {
     Send(message_of(code, "TmDf", ++offsetMs));
     EXPECT_EQ(gPref->Values()->timeOffsetMs, offsetMs) << std::hex << code;
   }
+  Send(message_of(kMsgOptions, "RnwC", true));
+  EXPECT_TRUE(gPref->Values()->renewsCopies);
+  Send(BMessage(kMsgOpenMain));
+  BWindow& editor = Only(kEditor);
+  Send(message_of(kMsgKeys, "save", "F9"));
+  EXPECT_TRUE(hands::until([&] {
+    const auto items = hands::menu_lines(editor, {"F - File"});
+    return std::ranges::any_of(items, [](const auto& item) { return item.shortcut == "F9"; });
+  }));
 }
 
 TEST_F(ManagerByHand, AnotherLanguageFileIsLoadedAtOnce) {
@@ -158,6 +189,12 @@ TEST_F(ManagerByHand, FilesForTheEditorAreForwardedAndThoseForThePlayerAreNot) {
   Tell(BMessage(B_ABOUT_REQUESTED));
   fManager->DeliverAll();
   EXPECT_TRUE(Becomes(true, Only(kAbout)));
+}
+
+TEST_F(ManagerByHand, HelpThatIsNotInstalledIsNamed) {
+  Send(BMessage(kMsgHelp));
+  EXPECT_THAT(hands::wait_for_question().text, testing::EndsWith("/VesmoE.htm"));
+  EXPECT_TRUE(hands::answer_with_key("Escape"));
 }
 
 TEST_F(ManagerByHand, ClosingWhatIsNotOpenAsksForNothingFurther) {

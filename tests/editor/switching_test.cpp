@@ -79,3 +79,23 @@ TEST_F(Switching, ManyLanguagesAndPreferencesEndWithTheLast) {
   EXPECT_EQ(hands::spoken(*fFineTag, "Cancel").name, "C) Abbrechen");
   EXPECT_TRUE(hands::is_shown(*fCommon));
 }
+
+TEST_F(Switching, TheHelpIsOpenedWithTheChangedKeysInIt) {
+  std::ofstream(fFolder.File("xdg-open"))
+      << "#!/bin/sh\nprintf %s \"$1\" >\"${0%/*}/path\"\nmv \"${0%/*}/path\" \"${0%/*}/opened\"\n";
+  std::filesystem::permissions(fFolder.File("xdg-open"), std::filesystem::perms::owner_all);
+  const std::string path = std::getenv("PATH");
+  setenv("PATH", (fFolder.Path() + ":" + path).c_str(), 1);
+  const auto opened = [this] {
+    std::filesystem::remove(fFolder.File("opened"));
+    fManager.SendMessage(kMsgHelp);
+    EXPECT_TRUE(eventually([this] { return std::filesystem::exists(fFolder.File("opened")); }));
+    return fFolder.Read("opened");
+  };
+  EXPECT_TRUE(std::filesystem::equivalent(opened(), std::filesystem::path(EDITOR_FILE).parent_path() / "VesmoE.htm"));
+  const BMessage keys = message_of(kMsgKeys, "save", "F9");
+  fManager.SendMessage(&keys);
+  EXPECT_THAT(fFolder.Read(std::filesystem::relative(opened(), fFolder.Path())),
+              testing::HasSubstr("<td>Save</td><td><kbd>F9</kbd></td>"));
+  setenv("PATH", path.c_str(), 1);
+}
