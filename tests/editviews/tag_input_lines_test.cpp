@@ -27,7 +27,9 @@ TEST_F(TagInputLines, TextFromTheClipboardFillsAnEmptyDocumentReadyToStamp) {
 TEST_F(TagInputLines, LinesGoBelowTheSelectedOneAndComeBackByteForByte) {
   SetPref([](TPrefValues* values) { values->readEncoding = 0; });
   Show("a\nbroken \xFF\nc\n", 1);
-  Press("Ctrl+C", "Down", "Shift+Insert");
+  Press("Ctrl+C");
+  EXPECT_THAT(Status(), EndsWith("Lines copied: 1"));
+  Press("Down", "Shift+Insert");
   EXPECT_THAT(Lines(), ElementsAre("a", "broken \xFF", "c", "broken \xFF"));
   EXPECT_EQ(View().CurLine(), 3);
 }
@@ -52,14 +54,15 @@ TEST_F(TagInputLines, EachCommandIsOneStepAndUndoBringsTheSelectionBack) {
     int32 current; // selected with Shift from there to the next line
     std::list<std::string> lines;
     Range selected;
+    const char* report;
   } rows[] = {
-      {"Shift+Insert", 0, {"[00:01:00]a", "b", "x", "[00:03:00]c", "d"}, {2, 2}},
-      {"Ctrl+Delete", 1, {"[00:01:00]a", "d"}, {1, 1}},
-      {"Ctrl+X", 2, {"[00:01:00]a", "b"}, {1, 1}},
-      {"Insert", 0, {"[00:01:00]a", "b", "", "[00:03:00]c", "d"}, {2, 2}},
-      {"Alt+Up", 1, {"b", "[00:03:00]c", "[00:01:00]a", "d"}, {0, 1}},
-      {"Alt+Down", 0, {"[00:03:00]c", "[00:01:00]a", "b", "d"}, {1, 2}},
-      {"Ctrl+J", 0, {"[00:01:00]a b", "[00:03:00]c", "d"}, {0, 0}},
+      {"Shift+Insert", 0, {"[00:01:00]a", "b", "x", "[00:03:00]c", "d"}, {2, 2}, "Lines pasted: 1"},
+      {"Ctrl+Delete", 1, {"[00:01:00]a", "d"}, {1, 1}, "Lines deleted: 2"},
+      {"Ctrl+X", 2, {"[00:01:00]a", "b"}, {1, 1}, "Lines deleted: 2"},
+      {"Insert", 0, {"[00:01:00]a", "b", "", "[00:03:00]c", "d"}, {2, 2}, "Inserted line 3"},
+      {"Alt+Up", 1, {"b", "[00:03:00]c", "[00:01:00]a", "d"}, {0, 1}, "Moved to line 1"},
+      {"Alt+Down", 0, {"[00:03:00]c", "[00:01:00]a", "b", "d"}, {1, 2}, "Moved to line 2"},
+      {"Ctrl+J", 0, {"[00:01:00]a b", "[00:03:00]c", "d"}, {0, 0}, "Joined into line 1"},
   };
   set_clipboard_text("x\n");
   for (const auto& row : rows) {
@@ -69,6 +72,7 @@ TEST_F(TagInputLines, EachCommandIsOneStepAndUndoBringsTheSelectionBack) {
     Press(row.key);
     EXPECT_EQ(Lines(), row.lines);
     EXPECT_EQ(Selected(), row.selected);
+    EXPECT_THAT(Status(), EndsWith(row.report));
     Press("Ctrl+Z");
     EXPECT_THAT(Lines(), ElementsAre("[00:01:00]a", "b", "[00:03:00]c", "d"));
     EXPECT_EQ(Selected(), Range(row.current, row.current + 1));
@@ -77,6 +81,7 @@ TEST_F(TagInputLines, EachCommandIsOneStepAndUndoBringsTheSelectionBack) {
     EXPECT_EQ(Selected(), row.selected);
     Press("Ctrl+Z");
   }
+  EXPECT_EQ(get_clipboard_text(100).text, "[00:03:00]c\nd\n") << "what was cut";
 }
 
 TEST_F(TagInputLines, EveryLineCanBeDeletedAndCommandsWithoutAnyDoNothing) {
@@ -86,6 +91,7 @@ TEST_F(TagInputLines, EveryLineCanBeDeletedAndCommandsWithoutAnyDoNothing) {
   Press("Ctrl+Delete");
   EXPECT_THAT(Lines(), ElementsAre(""));
   for (const char* key : {"Ctrl+Delete", "Alt+Up", "Alt+Down", "Ctrl+J"}) Press(key);
+  EXPECT_THAT(Status(), EndsWith("There is no next line to join"));
   EXPECT_THAT(Lines(), ElementsAre(""));
   Press("Ctrl+Z");
   EXPECT_THAT(Lines(), ElementsAre("a", "b"));
@@ -115,12 +121,14 @@ TEST_F(TagInputLines, LineIsSplitAtTheCaretUnlessItHasChangedMeanwhile) {
   };
   split("another text");
   EXPECT_THAT(Lines(), ElementsAre("[00:01:00]one two", "b"));
+  EXPECT_THAT(Status(), EndsWith("the line has changed in the meantime"));
   EXPECT_FALSE(IsModified());
   Press("Ctrl+Shift+J");
   BWindow& dialog = hands::wait_for_window("Split line");
   hands::press(dialog, "Return"); // at the blank in the middle
   ASSERT_TRUE(Until([this] { return Lines().size() == 3; }));
   EXPECT_THAT(Lines(), ElementsAre("[00:01:00]one", "two", "b"));
+  EXPECT_THAT(Status(), EndsWith("Split line 1"));
   Press("Ctrl+Z");
   EXPECT_THAT(Lines(), ElementsAre("[00:01:00]one two", "b"));
 }

@@ -104,12 +104,12 @@ TEST_F(TagInputView, PlusAndMinusMoveTheTagOfTheLineIfItHasOne) {
 }
 
 TEST_F(TagInputView, DeleteTakesTheTagOffAndAlwaysMarks) {
-  Show("[00:10]a\nb\n");
+  Show("[00:10]a [00:11:00]word\nb\n");
   Press("Delete");
   EditView().SetCurLine(1);
   EditView().SetModified(false);
   Press("Delete");
-  EXPECT_THAT(Lines(), ElementsAre("a", "b"));
+  EXPECT_THAT(Lines(), ElementsAre("a [00:11:00]word", "b"));
   EXPECT_TRUE(IsModified());
   EXPECT_THAT(Status(), EndsWith("Tag deleted from line 2"));
 }
@@ -122,6 +122,10 @@ TEST_F(TagInputView, WithoutASelectionNothingHappens) {
   EXPECT_FALSE(IsModified());
   EXPECT_EQ(Status(), before);
   EXPECT_EQ(EditView().CurLine(), -1);
+  Show("a\n");
+  Press("Ctrl+E");
+  EditView().Clear();
+  EXPECT_THAT(Lines(), ElementsAre());
 }
 
 TEST_F(TagInputView, RowsAreAsHighAsTheFontOfTheSettings) {

@@ -138,6 +138,9 @@ TEST_F(TagInputWords, CutsAndTimesAreChangedByKeysEachInOneStep) {
     EditView().SetCurLine(1);
     return changed;
   };
+  Press("Right");
+  EXPECT_THAT(Status(), EndsWith("Next word: 1 / 3  “New ”"));
+  Press("Left");
   EXPECT_EQ(lineAfter({"J"}, 1), "[00:10:00]New \u2060York [00:12:00]sleeps");
   EXPECT_EQ(lineAfter({"Right", "K"}, 1), "[00:10:00]N\u200bew [00:11:00]York [00:12:00]sleeps");
   EXPECT_EQ(lineAfter({"Ctrl+Shift+R"}, 2), "[00:20:00]New [00:21:00]York [00:22:00]sleeps");
@@ -154,6 +157,18 @@ TEST_F(TagInputWords, CutsAndTimesAreChangedByKeysEachInOneStep) {
   EXPECT_EQ(Lines(), before) << "switched off";
   SendToView(shift);
   EXPECT_EQ(*std::next(Lines().begin()), "[00:11:00]New [00:11:00]York [00:12:00]sleeps");
+}
+
+TEST_F(TagInputWords, TheSungWordIsMarkedInItsRow) {
+  fHost->SetPlaying(true);
+  ShowWords("[00:01:00]one [05:00:00]two\n[50:00:00]x\n");
+  const auto drawnAt = [this](int32 positionMs) {
+    PlayAt(positionMs);
+    return hands::pixels(*fWindow, "TagInputView");
+  };
+  const std::string first = drawnAt(2000);
+  EXPECT_NE(drawnAt(400000), first);
+  EXPECT_EQ(drawnAt(2000), first);
 }
 
 TEST_F(TagInputWords, ACommonDocumentGetsAngleBracketsAndRowsShowTextInsteadOfTags) {

@@ -60,6 +60,10 @@ TEST_F(SoundReader, TheSecondTimeTheSongComesFromTheCache) {
 TEST_F(SoundReader, WhatIsNoSongFailsWithANoticeAndTheNextOneIsRead) {
   fReader.Read(fFolder.Write("a.wav", "no sound in here"), 0, 1000);
   ASSERT_TRUE(eventually([this] { return fReader.HasFailed(); }));
+  EXPECT_TRUE(eventually([this] {
+    fLooper->DeliverAll();
+    return fLooper->fNotices > 0;
+  }));
   EXPECT_EQ(fReader.Sound(), nullptr);
   fReader.Read("http://localhost/a.mp3", 0, 1000);
   fReader.Read(fFolder.Write("b.wav", beeping_wav(2)), 0, 1000);
