@@ -57,7 +57,7 @@ struct Switching : LoadedImages {
 
 TEST_F(Switching, ManyLanguagesAndPreferencesEndWithTheLast) {
   OpenTheOthers();
-  const int switches = long_tests() ? 1000 : 100;
+  const int switches = long_tests() ? 1000 : 40;
   for (int i = 0; i < switches; ++i) {
     const BMessage language = language_notice(kLanguages[static_cast<size_t>(i) % kLanguages.size()]);
     const BMessage preference = i % 2 == 0 ? format_notice(kFormats[static_cast<size_t>(i / 2) % kFormats.size()])
