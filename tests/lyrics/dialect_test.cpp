@@ -80,8 +80,9 @@ TEST_F(Dialect, ChangedTagIsWrittenWithHundredthsAndEveryOtherAsBefore) {
       {{0, 0, {"[00:01:20]x"}}, "[00:01.201]x\n[00:01.202]x\n[00:01.20]x\n[00:01.20]y\n[00:02.223][00:04.555]a"},
       {{0, 4, {"[00:04:55]a"}}, "[00:04.555]a"},
   };
-  for (const auto& [bytes, rows] : {std::pair("[00:01.201]a\n[00:02.222]b\n[0:03.5]c\n[00:04.00]d", uniqueTags),
-                                    {"[00:01.201]x\n[00:01.202]x\n[00:01.20]y\n[00:02.223][00:04.555]a", equalTags}}) {
+  for (const auto& [bytes, rows] :
+       {std::pair("[00:01.201]a\n[00:02.222]b\n[0:03.5]c\n[00:04.00]d", uniqueTags),
+        std::pair("[00:01.201]x\n[00:01.202]x\n[00:01.20]y\n[00:02.223][00:04.555]a", equalTags)}) {
     Open(bytes);
     for (const auto& [change, saved] : rows) {
       ASSERT_TRUE(fDocument.Change(change, TEditKind::kOther, 0, 0, 0));
