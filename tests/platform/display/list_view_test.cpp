@@ -72,16 +72,11 @@ struct ListView : WithWindow<ListWindow> {
   StampList* const fList = fWindow->fList;
 };
 
-TEST_F(ListView, UnboundedLineIsTruncatedWhenDrawn) {
+TEST_F(ListView, AnUnboundedLineAndAnExceptionInOneRowDoNotAffectTheOthers) {
   std::string endless;
   for (int i = 0; i < 1000000; ++i) endless += "歌";
-  Fill({endless});
+  Fill({endless, "undrawable", "last"});
   EXPECT_EQ(Drawn(0), endless.substr(0, 16383));
-}
-
-TEST_F(ListView, ExceptionInOneRowDoesNotAffectTheOthers) {
-  Fill({"first", "undrawable", "last"});
-  EXPECT_EQ(Drawn(0), "first");
   EXPECT_EQ(Drawn(2), "last");
   fRows[1]->SetText("mended");
   fList->InvalidateItem(1);
@@ -100,13 +95,18 @@ TEST_F(ListView, ManyChangesInOneHandlerAreCoalesced) {
   hands::settle(*fWindow);
 }
 
-TEST_F(ListView, RowsRefusedByAFullQueueAreDrawnOnceItHasRoom) {
-  Fill(3);
-  while (fWindow->PostMessage('some') == B_OK) continue;
-  fRows[0]->SetText("changed");
-  fList->InvalidateItem(0);
-  hands::wait_for_display();
-  EXPECT_TRUE(hands::until(*fWindow, [this] { return Drawn(0) == "changed"; }));
+TEST_F(ListView, OnlyTheInvalidatedRowsAreRedrawnAfterAFullQueueOnceItHasRoom) {
+  Fill(10);
+  for (const bool isQueueFull : {false, true}) {
+    while (isQueueFull && fWindow->PostMessage('some') == B_OK) continue;
+    for (const auto& row : fRows) row->fDrawn = 0;
+    fRows[3]->SetText(isQueueFull ? "changed again" : "changed");
+    fList->Invalidate(fList->ItemFrame(3));
+    fList->InvalidateItem(3);
+    hands::wait_for_display();
+    EXPECT_TRUE(hands::until(*fWindow, [&] { return Drawn(3) == (isQueueFull ? "changed again" : "changed"); }));
+    EXPECT_EQ(RowsDrawn(), 1);
+  }
 }
 
 TEST_F(ListView, QueuedKeysAndClicksApplyToTheRightRows) {
@@ -141,21 +141,12 @@ TEST_F(ListView, OnlyVisibleRowsAreDrawn) {
   EXPECT_EQ(Drawn(99999), "row 99999 *");
 }
 
-TEST_F(ListView, OnlyTheInvalidatedRowIsRedrawn) {
-  Fill(10);
-  for (const auto& row : fRows) row->fDrawn = 0;
-  fRows[3]->SetText("changed");
-  fList->Invalidate(fList->ItemFrame(3));
-  fList->InvalidateItem(3);
-  hands::settle(*fWindow);
-  EXPECT_EQ(Drawn(3), "changed");
-  EXPECT_EQ(RowsDrawn(), 1);
-}
-
-TEST_F(ListView, RefilledListShowsTheNewRowsFromTheTop) {
+TEST_F(ListView, EmptiedTellsOnceThatNothingIsSelectedAndRefilledShowsTheNewRowsFromTheTop) {
   Fill(1000);
   GoTo(900);
-  fList->MakeEmpty();
+  fList->fSelections = 0;
+  for (int i = 0; i < 2; ++i) fList->MakeEmpty();
+  EXPECT_EQ(fList->fSelections, 1);
   fRows.clear();
   Fill(3);
   EXPECT_EQ(fList->CurrentSelection(), -1);
@@ -171,12 +162,4 @@ TEST_F(ListView, RowsOfDifferentHeightsAreStacked) {
   hands::click(*fWindow, "list", {10, fList->ItemFrame(2).top + 2});
   hands::settle(*fWindow);
   EXPECT_EQ(fList->CurrentSelection(), 2);
-}
-
-TEST_F(ListView, TellsOnceThatNothingIsSelectedWhenItIsEmptied) {
-  Fill({"one", "two"});
-  fList->Select(1);
-  fList->fSelections = 0;
-  for (int i = 0; i < 2; ++i) fList->MakeEmpty();
-  EXPECT_EQ(fList->fSelections, 1);
 }

@@ -70,24 +70,20 @@ TEST_F(Menus, RebuiltMenuIsShownAndWorks) {
   EXPECT_THAT(AfterKey("Ctrl+K"), ElementsAre('neu_'));
 }
 
-TEST_F(Menus, AnOpenMenuStaysOpenWhileItsItemsChange) {
-  hands::press(*fWindow, "F10");
-  hands::press_in_menu("Down");
-  for (const bool isMarked : {true, false}) {
-    fWindow->fFile->ItemAt(0)->SetMarked(isMarked);
-    hands::settle(*fWindow);
-  }
-  EXPECT_THAT(After([] { hands::press_in_menu("Return"); }), ElementsAre('_new'));
-}
-
-TEST_F(Menus, EveryItemIsReachableByKeyboard) {
+TEST_F(Menus, EveryItemIsReachableByKeyboardAlsoIfItChangesWhileItsMenuIsOpen) {
   EXPECT_THAT(After([&] {
                 hands::press(*fWindow, "F10");
-                for (const char* key : {"Down", "Return"}) hands::press_in_menu(key);
+                hands::press_in_menu("Down");
+                for (const bool isMarked : {true, false}) {
+                  fWindow->fFile->ItemAt(0)->SetMarked(isMarked);
+                  hands::settle(*fWindow);
+                }
+                hands::press_in_menu("Return");
               }),
               ElementsAre('_new'));
 
   fWindow->fFile->SetTitle("F) File");
+  EXPECT_STREQ(fWindow->fFile->Title(), "F) File");
   fWindow->fFile->AddItem(new BMenuItem("A) Save all", new BMessage('sall')));
   hands::settle(*fWindow);
   EXPECT_THAT(After([&] {

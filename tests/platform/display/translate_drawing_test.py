@@ -19,20 +19,18 @@ def translate(shapes):
 
 
 class TranslateDrawing(unittest.TestCase):
-    def assert_path(self, path, expected):
-        self.assertEqual(translate(f'<path d="{path}"/>').stdout, f"drawing 2400 2400\n#ff000000 {expected}\n")
-
-    def test_paths_are_counted_from_the_corner(self):
-        self.assert_path("m1 2 3,4h-.5V9zl1 1", "M 100 200 L 400 600 L 350 600 L 350 900 Z L 200 300")
-        self.assert_path("M1 1c1 0 2-1 3 0M0 0 5 5", "M 100 100 C 200 100 300 0 400 100 M 0 0 L 500 500")
-
-    def test_arcs_go_the_side_and_the_way_that_they_say(self):
+    def test_paths_are_counted_from_the_corner_and_arcs_go_the_side_and_the_way_that_they_say(self):
         over = "C 0 -55 45 -100 100 -100 C 155 -100 200 -55 200 0"
-        self.assert_path("M0 0a1 1 0 0 1 2 0", f"M 0 0 {over}")
-        self.assert_path("M0 0A.5.5 0 0 1 2 0", f"M 0 0 {over}")  # too small for its ends
-        self.assert_path("M0 0a1 1 0 0 0 1 1", "M 0 0 C 0 55 45 100 100 100")
-        self.assert_path("M0 0a1 1 0 1 0 1-1",
-                         "M 0 0 C 0 55 45 100 100 100 C 155 100 200 55 200 0 C 200 -55 155 -100 100 -100")
+        quarter = "M 0 0 C 0 55 45 100 100 100"
+        for path, expected in {
+            "m1 2 3,4h-.5V9zl1 1": "M 100 200 L 400 600 L 350 600 L 350 900 Z L 200 300",
+            "M1 1c1 0 2-1 3 0M0 0 5 5": "M 100 100 C 200 100 300 0 400 100 M 0 0 L 500 500",
+            "M0 0a1 1 0 0 1 2 0": f"M 0 0 {over}",
+            "M0 0A.5.5 0 0 1 2 0": f"M 0 0 {over}",  # too small for its ends
+            "M0 0a1 1 0 0 0 1 1": quarter,
+            "M0 0a1 1 0 1 0 1-1": f"{quarter} C 155 100 200 55 200 0 C 200 -55 155 -100 100 -100",
+        }.items():
+            self.assertEqual(translate(f'<path d="{path}"/>').stdout, f"drawing 2400 2400\n#ff000000 {expected}\n")
 
     def test_lines_become_outlines_with_round_ends_and_corners(self):
         top, bottom = "C 655 100 700 145 700 200", "C 145 300 100 255 100 200 C 100 145 145 100 200 100"

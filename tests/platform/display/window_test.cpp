@@ -39,6 +39,7 @@ TEST(FollowParent, FollowedSidesKeepTheirDistance) {
   const BRect frame{10, 20, 50, 60};
   const BPoint before{100, 100}, after{130, 105};
   EXPECT_EQ(follow_parent(frame, B_FOLLOW_NONE, before, after), frame);
+  EXPECT_EQ(frame.OffsetToCopy({0, 5}), (BRect{0, 5, 40, 45}));
   EXPECT_EQ(follow_parent(frame, B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM, before, after), (BRect{40, 25, 80, 65}));
 }
 
@@ -104,6 +105,12 @@ TEST_F(Window, KeysReachTheFocusedViewAsBytes) {
   EXPECT_EQ(second->fKeys, "-");
   EXPECT_EQ(fWindow->CurrentFocus(), second);
   EXPECT_FALSE(first->IsFocus());
+  for (BView* view : {first, second}) {
+    EXPECT_EQ(fWindow->CurrentFocus(), second);
+    fWindow->RemoveChild(view);
+    delete view;
+  }
+  EXPECT_EQ(fWindow->CurrentFocus(), nullptr);
 }
 
 TEST(WindowLife, QuitRightAfterShowDestroysTheWindow) {
