@@ -156,10 +156,17 @@ TEST_F(LyricsWindowByHand, TextIsEnlargedWrappedAndTranslatedAtOnce) {
   const std::string resized = Pixels();
   fLyrics->PostMessage(kMsgAppearance);
   EXPECT_EQ(Pixels(), resized) << "wrapped anew at once";
-  gLLT->Load(TEXTS_FOLDER "/German.llt");
+  fLyrics->PostMessage(kMsgLyricsMenu);
+  Pixels();
+  EXPECT_TRUE(hands::popup_is_open());
+  hands::press_in_menu("Escape");
   fHost->SetRecord(0, "");
+  EXPECT_TRUE(Shows("No song is playing"));
+  gLLT->Load(TEXTS_FOLDER "/German.llt");
+  fLyrics->SetTitle("");
   fLyrics->PostMessage(kMsgLanguageChanged);
   EXPECT_TRUE(Shows("Es läuft kein Titel"));
+  EXPECT_EQ(fLyrics->Title(), gLLT->Text("Display_Win_Title"));
   gLyricsWindowState = nullptr;
 }
 

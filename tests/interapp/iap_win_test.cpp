@@ -135,6 +135,7 @@ TEST_F(CommonWindow, CancelRestoresAndDefaultResets) {
 
 TEST_F(CommonWindow, AFormatOfOnesOwnIsTyped) {
   Open();
+  EXPECT_EQ(hands::focused_view(*fWindow), "OK") << "not the button that resets everything";
   fWindow->FindView("AccKeyFormat")->MakeFocus();
   Settle();
   hands::press(*fWindow, "End");
