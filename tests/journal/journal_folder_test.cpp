@@ -284,7 +284,7 @@ TEST_F(JournalThread, EveryFlushThatFailsIsReported) {
   Begin([&](TJournalReport report) { failures += report == TJournalReport::kFailed; });
   for (const int expected : {1, 2}) {
     EXPECT_TRUE(eventually([&] { return failures >= expected; }));
-    fThread->Push(fStart);
+    EXPECT_TRUE(fThread->Push(fStart));
   }
   fThread.reset(); // before what it reports to
 }
