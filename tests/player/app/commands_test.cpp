@@ -3,12 +3,16 @@
 #include "player/app/kept_list.h"
 #include "player/app/single_instance.h"
 #include "player/app/song_marks.h"
+#include "player/list/m3u.h"
 #include "player/list/tag_fields.h"
+#include "player/model/info_record.h"
 #include "plugin/message_codes.h"
 #include "tests/player/app/player_questions.h"
 #include "tests/player/sound/still_source.h"
 #include "tests/support/output_of.h"
 #include "tests/support/songs.h"
+
+using namespace testing;
 
 namespace {
 
@@ -18,12 +22,16 @@ constexpr const char* kOwnTitle = "Title of /music/song.mp3";
 struct Commands : testing::Test {
   Commands() { wait_for_songs(1); }
 
+  /** Returns when that is done, and what the sound reports of it has arrived. */
   template <typename... Fields>
   static void Send(uint32 what, const Fields&... fields) {
     tell_player(message_of(what, fields...));
+    Settle();
+  }
+  static void Settle() {
+    for (int i = 0; i < 2; ++i) wait_for(BMessenger(TSonivoApp::kSignature));
   }
   static void Drop(const std::string& path) { Send(kMsgAddSongs, "path", path); }
-  /** Gets the record once all earlier commands are done. */
   static BMessage Information() {
     const BMessage handshake = ask_player(BMessage(kMsgHostHandshake));
     EXPECT_EQ(handshake.what, kMsgHostHandshake);
@@ -35,19 +43,25 @@ struct Commands : testing::Test {
     return information;
   }
   static bool IsPlaying() { return field<bool>(Information(), "Playing").value(); }
-  static int32 PositionMs() {
+  static TInfoRecord Record() {
+    TInfoRecord record;
     const BMessage information = Information();
-    const void* record = nullptr;
+    const void* bytes = nullptr;
     ssize_t size = 0;
-    int32 positionMs = -1;
-    EXPECT_EQ(information.FindData("Info", B_STRING_TYPE, &record, &size), B_OK);
-    if (size != 124) return -1; // the size that front ends expect
-    std::memcpy(&positionMs, static_cast<const char*>(record) + 4, sizeof positionMs);
-    return positionMs;
+    EXPECT_EQ(information.FindData("Info", B_STRING_TYPE, &bytes, &size), B_OK);
+    if (size == sizeof record) std::memcpy(&record, bytes, sizeof record);
+    return record;
   }
-
+  static int32 PositionMs() { return Record().positionMs; }
   static std::string TitleOf(int32 index) {
     return field<std::string>(entry_of_playlist(index), "title").value_or("none");
+  }
+
+  template <typename Act>
+  static std::string LogOf(const Act& act) {
+    testing::internal::CaptureStderr();
+    act();
+    return testing::internal::GetCapturedStderr();
   }
 
   StillPlayer fPlayer{{"/music/song.mp3"}, false};
@@ -86,7 +100,17 @@ TEST_F(Commands, SortingOnceMoreReversesAndThenRestoresTheOrder) {
   Send(kMsgSortSongs, "by", kSortAsBefore);
   EXPECT_EQ(order(), before);
   for (const int32 bad : {-2, 6}) Send(kMsgSortSongs, "by", bad);
+  Send(kMsgSortSongs);
   EXPECT_EQ(order(), before);
+  Send(kMsgSortSongs, "by", title);
+  Send(kMsgMoveSongs, "id", int64{1}, "before", 0);
+  Send(kMsgSortSongs, "by", kSortAsBefore);
+  EXPECT_EQ(order(), "gabc") << "the user's own order now";
+  const ScratchFolder folder;
+  Send(kMsgSaveList, "path", folder.File("list.m3u8"));
+  EXPECT_EQ(paths_of(parse_m3u(folder.Read("list.m3u8"), "/")),
+            (std::vector<std::string>{"/music/song.mp3", "/a.mp3", "/b.mp3", "/c.mp3"}));
+  EXPECT_THAT(LogOf([&] { Send(kMsgSaveList, "path", folder.File("none/list.m3u8")); }), HasSubstr("none/list.m3u8"));
 }
 
 TEST_F(Commands, UnknownScriptsAreAnsweredByAnError) {
@@ -105,7 +129,6 @@ TEST_F(Commands, UnknownScriptsAreAnsweredByAnError) {
 
 TEST_F(Commands, AFrontEndInAnotherProcessGetsTheRecord) {
   Send(kMsgHostPlayPause);
-  IsPlaying(); // the song is loaded
   Send(kMsgHostSeek, "Time", 5000);
   EXPECT_EQ(PositionMs(), 5000);
   EXPECT_EQ(output_of(FRONT_END_PROGRAM),
@@ -117,7 +140,6 @@ TEST_F(Commands, SeeksStayWithinTheSong) {
   EXPECT_EQ(PositionMs(), 0) << "nothing is loaded";
   EXPECT_EQ(fAccount.seeks, 0);
   Send(kMsgHostPlayPause);
-  IsPlaying(); // the report of the loaded song precedes what follows
   const std::tuple<uint32, int32, int32> kSeeks[] = {
       {kMsgHostSeek, 5000, 5000},
       {kMsgHostSeekBy, 2000, 7000},
@@ -136,27 +158,23 @@ TEST_F(Commands, SeeksStayWithinTheSong) {
   const int seeks = fAccount.seeks;
   Send(kMsgHostSeek);
   Send(kMsgHostSeekBy, "time", 1000);
-  PositionMs();
   EXPECT_EQ(fAccount.seeks, seeks) << "ignored without its field";
 }
 
 TEST_F(Commands, APartIsPlayedWithinTheSongAlsoIfNoneIsLoaded) {
-  const auto part = [this] {
-    IsPlaying(); // after what was sent
-    return std::exchange(fAccount.part, {});
-  };
+  const auto part = [this] { return std::exchange(fAccount.part, {}); };
   Send(kMsgHostPlayPart, "FromMs", 2000, "ToMs", 3000);
-  IsPlaying(); // the report of the loaded song precedes what follows
   EXPECT_EQ(part(), (TSongPart{2000, 3000, false})) << "once the song is loaded";
   EXPECT_TRUE(IsPlaying());
-  Send(kMsgPartEnded, "part", int64{2});
+  const auto end = [this](int64 number) { fAccount.events->PartEnded(number), Settle(); };
+  end(2);
   EXPECT_TRUE(IsPlaying()) << "another part";
-  Send(kMsgPartEnded, "part", int64{1});
+  end(1);
   EXPECT_FALSE(IsPlaying());
   Send(kMsgHostPlayPart, "FromMs", 5000, "Loop", true);
   EXPECT_EQ(part(), (TSongPart{5000, kDurationMs, true}));
   Send(kMsgHostSeek, "Time", 7000);
-  Send(kMsgPartEnded, "part", int64{2});
+  end(2);
   Send(kMsgHostPlayPart);
   EXPECT_TRUE(IsPlaying()) << "the seek has ended the part";
   Send(kMsgHostPlayPart, "FromMs", 5000, "ToMs", 4000);
@@ -172,10 +190,7 @@ TEST_F(Commands, APartIsPlayedWithinTheSongAlsoIfNoneIsLoaded) {
 }
 
 TEST_F(Commands, ClicksAreThoseOfTheSongAndACountInLastsUntilTheNextSeek) {
-  const auto clicks = [this] {
-    IsPlaying();
-    return fAccount.clicksMs;
-  };
+  const auto clicks = [this] { return fAccount.clicksMs; };
   using TTimes = std::vector<int32>;
   Send(kMsgHostPlayPause);
   Send(kMsgHostMarks, "Title", kOwnTitle, "TimeMs", 3000);
@@ -195,27 +210,59 @@ TEST_F(Commands, ClicksAreThoseOfTheSongAndACountInLastsUntilTheNextSeek) {
 
 TEST_F(Commands, AFileThatVanishesWhileItPlaysIsReported) {
   Send(kMsgHostPlayPause); // of /music/song.mp3, which is not there
-  IsPlaying();
-  testing::internal::CaptureStderr();
-  for (int tick = 0; tick < 25; ++tick) Send(kMsgTick);
-  IsPlaying();
-  const std::string log = testing::internal::GetCapturedStderr();
-  EXPECT_NE(log.find("was moved or deleted: /music/song.mp3"), std::string::npos) << log;
+  const std::string log = LogOf([] {
+    for (int tick = 0; tick < 25; ++tick) Send(kMsgTick);
+  });
+  EXPECT_THAT(log, HasSubstr("was moved or deleted: /music/song.mp3"));
   EXPECT_EQ(log.find("was moved or deleted"), log.rfind("was moved or deleted")) << "once";
+}
+
+TEST_F(Commands, WhatTheSoundReportsConcernsTheSongThatItIsAbout) {
+  for (const char* const path : {"http://host/b", "/c.mp3", "/d.mp3"}) Drop(path);
+  wait_for_songs(4);
+  TSongEvents& sound = *fAccount.events;
+  const auto title = [](const std::string& log) {
+    Settle();
+    return Record().title + (" " + log);
+  };
+  Send(kMsgHostPlayPause);
+  sound.SongEnded(1);
+  EXPECT_EQ(title(""), "Title of http://host/b ");
+  sound.SongEnded(1);
+  EXPECT_EQ(title(""), "Title of http://host/b ") << "it was replaced";
+  EXPECT_THAT(title(LogOf([&] { sound.SongFailed(2, "odd format"), Settle(); })),
+              AllOf(StartsWith("Title of /c.mp3"), HasSubstr("odd format")));
+  sound.SongJoined(3, 4, StillSource::kDurationMs);
+  EXPECT_EQ(title(""), "Title of /d.mp3 ");
+  Send(kMsgPrevious);
+  EXPECT_EQ(title(""), "Title of /c.mp3 ");
+  Send(kMsgFindDevices);
+  EXPECT_THAT(LogOf([&] { sound.DeviceLost("alsa/1"), Settle(); }), HasSubstr("Headphones"));
+  EXPECT_THAT(LogOf([&] { sound.DeviceLost("alsa/2"), Settle(); }), HasSubstr("alsa/2"));
+  Send(kMsgChoose, choice::kBalance, -40);
+  EXPECT_EQ(fAccount.sound.balancePercent, -40);
+}
+
+TEST_F(Commands, DroppedFilesAreSongsOrRefusedInOneLine) {
+  EXPECT_EQ(LogOf([] { Send(kMsgDropFiles, "path", "/a.mp3", "path", "/b.mp3", "before", 0); }), "");
+  wait_for_songs(3);
+  EXPECT_EQ(path_of_entry(2), "/music/song.mp3");
+  EXPECT_THAT(LogOf([] { Send(kMsgDropFiles, "path", "/cover.jpg"); }), HasSubstr("/cover.jpg"));
+  EXPECT_THAT(LogOf([] { Send(kMsgDropFiles, "path", "/cover.jpg", "path", "/x.png"); }),
+              AllOf(HasSubstr("2 "), HasSubstr("/cover.jpg"), Not(HasSubstr("x.png"))));
+  EXPECT_EQ(count_of_playlist(), 3);
 }
 
 TEST_F(Commands, SpeedGoesByPointsWithinItsBounds) {
   for (const auto& [points, speed] :
        {std::pair{5, 1.05}, {-15, 0.9}, {-100, 0.25}, {-5, 0.25}, {5, 0.3}, {INT32_MAX, 2.0}}) {
     Send(kMsgHostSpeedBy, "Percent", points);
-    IsPlaying();
     EXPECT_DOUBLE_EQ(fAccount.speed, speed) << points;
   }
 }
 
 TEST_F(Commands, APartIsRepeatedWhicheverEndIsSetFirst) {
   Send(kMsgHostPlayPause);
-  IsPlaying();
   const std::tuple<int32, uint32, int32, int32> kSteps[] = {
       {5000, kMsgRepeatFrom, 5000, -1}, {9000, kMsgRepeatTo, 5000, 9000},   {3000, kMsgRepeatTo, 3000, 5000},
       {7000, kMsgRepeatFrom, 7000, -1}, {7010, kMsgRepeatTo, 7000, -1},     {4000, kMsgRepeatOff, -1, -1},
@@ -224,11 +271,9 @@ TEST_F(Commands, APartIsRepeatedWhicheverEndIsSetFirst) {
   for (const auto& [positionMs, command, fromMs, toMs] : kSteps) {
     Send(kMsgHostSeek, "Time", positionMs);
     Send(command);
-    IsPlaying();
     EXPECT_EQ(std::pair(fAccount.fromMs.load(), fAccount.toMs.load()), std::pair(fromMs, toMs)) << positionMs;
   }
   Send(kMsgPlaySong, "index", 0);
-  IsPlaying();
   EXPECT_EQ(fAccount.toMs, -1) << "another song begins without it";
 }
 
@@ -272,7 +317,6 @@ TEST_F(Commands, TagsOfFilesAreReportedExceptTheTitleOfTheSongThatPlays) {
   for (const char* name : {"b.mp3", "c.mp3"}) Drop(folder.Write(name, ""));
   wait_for_songs(3);
   Send(kMsgHostPlayPause);
-  IsPlaying();
   BMessage found(kMsgTagsFound);
   int64 id = 0;
   for (const char* title : {"late", kOwnTitle, "other", "gone"}) {
@@ -286,20 +330,6 @@ TEST_F(Commands, TagsOfFilesAreReportedExceptTheTitleOfTheSongThatPlays) {
   EXPECT_EQ(field<int32>(entry_of_playlist(2), "time"), 5000);
 }
 
-TEST_F(Commands, RemovingTheSongThatPlaysGoesToTheNextAndTheLastOneStops) {
-  Send(kMsgHostPlayPause);
-  EXPECT_TRUE(IsPlaying());
-  Drop("/music/next.mp3");
-  wait_for_songs(2);
-  Send(kMsgRemoveSongs, "id", int64{1});
-  EXPECT_TRUE(IsPlaying());
-  EXPECT_EQ(TitleOf(0), "Title of /music/next.mp3") << "it was loaded";
-  Send(kMsgRemoveSongs, "id", int64{2});
-  EXPECT_FALSE(IsPlaying());
-  Send(kMsgHostPlayPause);
-  EXPECT_FALSE(IsPlaying()) << "there is nothing to play";
-}
-
 TEST_F(Commands, TheListOfTheLastRunIsRestoredAndChangesAreKept) {
   const ScratchFolder settings;
   setenv("XDG_CONFIG_HOME", settings.Path().c_str(), 1);
@@ -310,11 +340,8 @@ TEST_F(Commands, TheListOfTheLastRunIsRestoredAndChangesAreKept) {
   EXPECT_TRUE(eventually([] { return PositionMs() == 7000; })) << PositionMs();
   EXPECT_FALSE(IsPlaying());
   Send(kMsgPlaySong, "index", 0);
-  Send(kMsgHostSeek, "Time", 1000);
-  PositionMs(); // the song is loaded
   Send(kMsgHostSeek, "Time", 2000);
   Send(kMsgKeep);
-  PositionMs();
   const TKeptList kept = load_kept_list(kept_list_path());
   EXPECT_EQ(paths_of(kept.songs), (std::vector<std::string>{"/kept/a.mp3", "/kept/b.mp3"}));
   EXPECT_EQ(kept.current, 0);

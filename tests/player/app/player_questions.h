@@ -1,8 +1,5 @@
 #pragma once
 
-#include "platform/app/looper_lock.h"
-#include "platform/app/message_filter.h"
-#include "platform/kernel/semaphores.h"
 #include "player/app/sonivo_app.h"
 #include "player/model/player_messages.h"
 #include "tests/support/messages.h"
@@ -34,28 +31,7 @@ inline int32 count_of_playlist() {
   return field<int32>(ask_player(question), "result").value_or(-1);
 }
 
-/** Wakes a test each time a search has found songs. */
-class SongsFound : public BMessageFilter {
-public:
-  explicit SongsFound(sem_id found) : BMessageFilter(kMsgSongsFound), fFound(found) {}
-  filter_result Filter(BMessage*, BHandler**) override {
-    release_sem(fFound);
-    return B_DISPATCH_MESSAGE;
-  }
-
-private:
-  const sem_id fFound;
-};
-
 /** Songs are looked for on another thread than the one that answers. */
 inline void wait_for_songs(int32 count) {
-  constexpr bigtime_t kLongestUs = 50000000;
-  const sem_id found = create_sem(0, "songs found");
-  SongsFound filter(found);
-  if (const TLooperLock lock(be_app); lock) be_app->AddCommonFilter(&filter);
-  while (count_of_playlist() != count && acquire_sem_etc(found, kLongestUs) == B_OK) {
-  }
-  if (const TLooperLock lock(be_app); lock) be_app->RemoveCommonFilter(&filter);
-  delete_sem(found);
-  ASSERT_EQ(count_of_playlist(), count);
+  ASSERT_TRUE(eventually([count] { return count_of_playlist() == count; })) << count_of_playlist();
 }

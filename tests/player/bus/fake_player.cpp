@@ -1,6 +1,5 @@
 #include "tests/player/bus/fake_player.h"
 
-#include "player/bus/actions.h"
 #include "player/bus/mpris_names.h"
 
 #include <QCoreApplication>
@@ -87,10 +86,8 @@ private:
 FakePlayer::FakePlayer(const std::string& id, QVariantMap properties, std::function<qlonglong()> positionUs) {
   std::promise<void> begun;
   fThread = std::thread([&] {
-    TActions actions;
     QEventLoop loop;
     Object object(id, std::move(properties), std::move(positionUs));
-    fActions = &actions;
     fLoop = &loop;
     fObject = &object;
     object.Begin();
@@ -102,17 +99,12 @@ FakePlayer::FakePlayer(const std::string& id, QVariantMap properties, std::funct
 }
 
 FakePlayer::~FakePlayer() {
-  fActions->Do([this] { fLoop->quit(); });
+  QMetaObject::invokeMethod(fLoop, &QEventLoop::quit, Qt::QueuedConnection);
   fThread.join();
 }
 
 void FakePlayer::Do(const std::function<void()>& action) {
-  std::promise<void> done;
-  fActions->Do([&] {
-    action();
-    done.set_value();
-  });
-  done.get_future().get();
+  QMetaObject::invokeMethod(fLoop, action, Qt::BlockingQueuedConnection);
 }
 
 void FakePlayer::FallSilent() {

@@ -10,7 +10,6 @@
 #include <vector>
 
 class QEventLoop;
-class TActions;
 
 /** A scripted media player on the bus, with its own thread and connection. */
 struct FakePlayer {
@@ -34,7 +33,6 @@ private:
   /** Synchronous. */
   void Do(const std::function<void()>& action);
 
-  TActions* fActions = nullptr;
   QEventLoop* fLoop = nullptr;
   Object* fObject = nullptr;
   std::thread fThread;

@@ -1,8 +1,10 @@
 /** Other players on the bus as the source of the song: good ones, liars, silent ones, and those that leave. */
 
 #include "platform/app/looper.h"
+#include "player/app/other_transport.h"
 #include "player/bus/bus.h"
 #include "player/model/bus_messages.h"
+#include "tests/player/app/recorder.h"
 #include "tests/player/bus/fake_player.h"
 #include "tests/player/bus/private_bus.h"
 #include "tests/support/messages.h"
@@ -10,6 +12,7 @@
 
 namespace {
 
+using testing::_;
 using testing::ElementsAre;
 
 /** Receives the reports of the bus instead of the application. */
@@ -108,22 +111,39 @@ TEST_F(OtherPlayers, CommandsReachThemAsFarAsTheySupportThem) {
   FakePlayer player("fake", song, [] { return 3000000; });
   fBus->Start();
   Choose("fake");
-  fBus->SetPaused(true);
-  fBus->SeekTo(7000);
-  fBus->SetSpeed(0.5);
-  fBus->SetVolume(30);
-  fBus->Skip(1);
-  EXPECT_TRUE(eventually([&] { return player.Received().size() == 5; }));
+  TRecorder events;
+  TOtherTransport transport(fBus.get(), &events, {"fake", "Fake"});
+  transport.TakeReport(fListener->fOther);
+  EXPECT_EQ(transport.Song().artist, "One, Two");
+  transport.PlayPause();
+  transport.Seek(7000);
+  transport.SetSpeed(50);
+  transport.SetVolume(30);
+  transport.Skip(1);
+  transport.SetSpeed(1000);
+  transport.SetVolume(-5);
+  transport.PlayPart({2000, 3000});
+  transport.EndPart();
+  transport.EndPart();
+  transport.PlayPart({5000, {}});
+  transport.EndPart(); // to the end of the song: there is none
+  transport.PlayPart({5000, 4000});
+  const auto receives = [&](size_t count) { return eventually([&] { return player.Received().size() >= count; }); };
+  EXPECT_TRUE(receives(13));
   EXPECT_THAT(player.Received(),
               ElementsAre("Pause", "SetPosition /track/1 7000000", "Set org.mpris.MediaPlayer2.Player Rate 0.5",
-                          "Set org.mpris.MediaPlayer2.Player Volume 0.3", "Next"));
+                          "Set org.mpris.MediaPlayer2.Player Volume 0.3", "Next",
+                          "Set org.mpris.MediaPlayer2.Player Rate 2", "Set org.mpris.MediaPlayer2.Player Volume 0",
+                          "SetPosition /track/1 2000000", "Play", "Pause", "SetPosition /track/1 2000000",
+                          "SetPosition /track/1 5000000", "Play"));
+  EXPECT_THAT(events.shownMs, ElementsAre(_, 7000, 2000, 2000, 5000));
   player.Change({{"CanSeek", false}, {"CanPlay", false}, {"PlaybackStatus", "Paused"}});
   EXPECT_TRUE(Wait([&] { return field<int32>(fListener->fOther, "state") == 2; }));
   fBus->SeekTo(8000);
   fBus->SetPaused(false);
   fBus->Skip(-1);
-  EXPECT_TRUE(eventually([&] { return player.Received().size() > 5; }));
-  EXPECT_EQ(player.Received()[5], "Previous") << "unsupported commands are not sent";
+  EXPECT_TRUE(receives(14));
+  EXPECT_EQ(player.Received()[13], "Previous") << "unsupported commands are not sent";
 }
 
 TEST_F(OtherPlayers, OneThatDoesNotAnswerIsReportedAndBlocksNothing) {

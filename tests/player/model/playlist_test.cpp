@@ -39,16 +39,6 @@ TEST_F(Playlist, TheCurrentSongStaysCurrentWhereverItGoes) {
   EXPECT_EQ(list.CurrentSong()->path, "c");
 }
 
-TEST_F(Playlist, AfterTheCurrentSongIsRemovedTheNextOneIs) {
-  list.Remove(ids_at(list, {1, 2}));
-  EXPECT_EQ(list.CurrentSong()->path, "d");
-  list.Remove(ids_at(list, {1, 2}));
-  EXPECT_EQ(list.CurrentSong()->path, "a") << "it was the last";
-  list.Remove(ids_at(list, {0}));
-  EXPECT_EQ(list.Current(), -1);
-  EXPECT_FALSE(list.Remove({1}));
-}
-
 TEST_F(Playlist, TakesUpTheKeptSongsBeforeItsOwn) {
   list.TakeUp(songs_of({"k", "c", "l", "a"}));
   EXPECT_THAT(paths_of(list), ElementsAre("k", "c", "l", "a", "b", "d", "e"));

@@ -3,6 +3,7 @@
 #include "player/sound/song_source.h"
 
 #include "player/peaks/read_song.h"
+#include "player/peaks/read_tags.h"
 #include "tests/player/app/listener.h"
 #include "tests/player/peaks/loopback_server.h"
 #include "tests/support/testing.h"
@@ -38,7 +39,9 @@ struct HostileSong : testing::Test {
         {"files.m3u.mp3", "#EXTM3U\n" + other + "\n"},
         {"cue.mp3", "FILE \"" + other + "\" WAVE\n  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n"},
         {"edl2.mp3", "# mpv EDL v0\n" + other + ",0,5\n"},
-        {"concat2.mp3", "ffconcat version 1.0\nfile other.wav\n"}};
+        {"concat2.mp3", "ffconcat version 1.0\nfile other.wav\n"},
+        {"hls.m3u8", "#EXTM3U\n#EXT-X-TARGETDURATION:2\n#EXTINF:2,\nother.wav\n#EXT-X-ENDLIST\n"},
+        {"session.sdp", "v=0\no=- 0 0 IN IP4 127.0.0.1\ns=x\nc=IN IP4 127.0.0.1\nt=0 0\nm=audio 5004 RTP/AVP 0\n"}};
     std::vector<std::string> paths;
     for (const auto& [name, bytes] : files) paths.push_back(fFolder.Write(name, bytes));
     return paths;
@@ -76,6 +79,7 @@ TEST_F(HostileSong, AListOrAStreamInPiecesNamedAsASongAsksNobody) {
     EXPECT_NE(Refusal(path), "") << path;
     EXPECT_EQ(fListener.fLoaded, 0) << path << " opened something else";
     EXPECT_TRUE(read_song(open_song(path)).picture.loudness.empty()) << path << " shows another's waveform";
+    EXPECT_EQ(answer_to({{}, path}).tags, TSongTags()) << path;
   }
   EXPECT_EQ(fServer.CountRequests(), 0);
   ExpectPlays(fServer.Url("/x")); // the server would have answered

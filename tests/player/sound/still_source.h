@@ -19,10 +19,12 @@ struct StillSource : TSongSource {
     std::optional<TSongPart> part; // for tests that call the source's user themselves, as all below
     std::vector<int32> clicksMs;
     std::string followed; // queued by Follow
+    TSoundChoices sound;
+    TSongEvents* events = nullptr;
   };
   static constexpr int32 kDurationMs = 60000;
 
-  StillSource(TSongEvents* events, Account* account) : fEvents(events), fAccount(account) {}
+  StillSource(TSongEvents* events, Account* account) : fEvents(events), fAccount(account) { fAccount->events = events; }
   int64 Load(const std::string& path, bool) override {
     fAccount->positionMs = 0;
     fEvents->SongLoaded(++fLoads, {"Title of " + path, "Somebody", kDurationMs, "Album", 7});
@@ -34,6 +36,8 @@ struct StillSource : TSongSource {
     return path.empty() ? 0 : ++fLoads;
   }
   void SetPaused(bool) override {}
+  void SetSound(const TSoundChoices& choices) override { fAccount->sound = choices; }
+  void FindDevices() override { fEvents->DevicesFound({{"alsa/1", "Headphones"}}); }
   void SeekTo(int32 positionMs) override {
     ++fAccount->seeks;
     fAccount->positionMs = positionMs;
