@@ -14,7 +14,7 @@ namespace {
 
 struct EndedSong : testing::Test {
   std::pair<QImage, QImage> Seen() { return {fCover->grab().toImage(), fBar->grab().toImage()}; }
-  const OwnApplication<QApplication> fApplication;
+  OwnApplication<QApplication> fApplication;
   TPlayerWidget fPlayer{BMessenger()};
   TCoverView* const fCover = fPlayer.findChild<TCoverView*>();
   TSeekBar* const fBar = fPlayer.findChild<TSeekBar*>();
