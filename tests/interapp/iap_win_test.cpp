@@ -134,6 +134,7 @@ TEST_F(CommonWindow, CancelRestoresAndDefaultResets) {
 }
 
 TEST_F(CommonWindow, AFormatOfOnesOwnIsTyped) {
+  const OwnLooper<BApplication> app(new BApplication("application/x-vnd.test")); // knows the windows
   Open();
   EXPECT_EQ(hands::focused_view(*fWindow), "OK") << "not the button that resets everything";
   fWindow->FindView("AccKeyFormat")->MakeFocus();

@@ -190,6 +190,7 @@ TEST_F(DesktopServices, TheTraysMenuShowsPausesSkipsAndQuits) {
     EXPECT_EQ(pixels[4 * (height / 2 * width + width / 2)], '\xff') << "the centre is opaque";
     EXPECT_EQ(pixels[0], 0) << "the corners are not";
   }
+  icons.endArray();
   EXPECT_GE(count, 3) << "sizes";
   const QDBusMessage layout = call("/MenuBar", kMenu, "GetLayout", {0, -1, QStringList()});
   ASSERT_EQ(layout.signature(), "u(ia{sv}av)");

@@ -350,6 +350,7 @@ TEST_F(PlayerWidget, FiltersOnceForKeysTypedInQuickSuccessionAndBeforeAnArrowKey
   AskedByKeys({"Ctrl+F"});
   auto* const bar = fWidget.findChild<QLineEdit*>();
   ASSERT_EQ(fWidget.focusWidget(), bar);
+  bar->setClearButtonEnabled(false); // its animation, which nothing here would end, would be leaked
   const auto press = [&](int key, const QString& text = {}) {
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
     QApplication::sendEvent(bar, &event);
