@@ -230,7 +230,8 @@ private:
       Handle(mpv_library()->wait_event(fMpv, longestWait));
       if (fHeard.IsJoinPending()) LookAtJoin();
       if (mayReturn && system_time() >= fNextLookUs) LookForReturnedDevice();
-      if (!fHeard.IsJoinPending() && std::exchange(fIsDeviceListed, false)) ReopenOutput([this] { return fDevice.Retry(); });
+      if (!fHeard.IsJoinPending() && std::exchange(fIsDeviceListed, false))
+        ReopenOutput([this] { return fDevice.Retry(); });
     }
     mpv_library()->terminate_destroy(fMpv.exchange(nullptr));
   }
