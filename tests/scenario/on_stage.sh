@@ -22,6 +22,11 @@ trap finish EXIT
 start_display "$scratch"
 export XDG_RUNTIME_DIR=$scratch/runtime
 mkdir -m 700 "$XDG_RUNTIME_DIR"
+# A portal of this machine would open folders itself.
+export XDG_DATA_HOME=$scratch/data
+mkdir -p "$XDG_DATA_HOME/dbus-1/services"
+printf '[D-BUS Service]\nName=org.freedesktop.portal.Desktop\nExec=/bin/false\n' \
+  >"$XDG_DATA_HOME/dbus-1/services/org.freedesktop.portal.Desktop.service"
 cd tests/scenario
 # What the bus and its services say of themselves helps nobody.
 dbus-run-session -- "$@" 2> >(grep --line-buffered -v -e '^dbus-daemon' -e '^SpiRegistry' -e '^X connection' -e '^XIO' -e 'after 0 requests' >&2)
