@@ -26,9 +26,13 @@ struct Recorder : BLooper {
     if (fAnswers && message->IsSourceWaiting()) message->SendReply(fHugeAnswer ? fHugeAnswer.get() : message);
   }
   std::atomic<bool> fAnswers{true};
-  std::unique_ptr<BMessage> fHugeAnswer; // to any question
   std::atomic<int> fBeats{0};
 
+  /** The answer to any question from now on. */
+  void AnswerHuge(const BMessage& answer) {
+    const std::lock_guard lock(fMutex);
+    fHugeAnswer = std::make_unique<BMessage>(answer);
+  }
   std::vector<BMessage> Received() {
     const std::lock_guard lock(fMutex);
     return fReceived;
@@ -36,6 +40,7 @@ struct Recorder : BLooper {
 
 private:
   std::mutex fMutex;
+  std::unique_ptr<BMessage> fHugeAnswer;
   std::vector<BMessage> fReceived;
 };
 
@@ -102,7 +107,7 @@ TEST_F(SignaturesBetweenProcesses, AcceptFromOutsideOnlyWhatTheyOfferAsLongAsThe
   EXPECT_EQ(AskedByThem("ask", "hello"), "hello");
   ASSERT_EQ(fLooper->Received().size(), 2u);
   EXPECT_TRUE(fLooper->Received().front().IsSourceRemote());
-  fLooper->fHugeAnswer = std::make_unique<BMessage>(text_message('answ', std::string(kMaxPortMessage, 'x')));
+  fLooper->AnswerHuge(text_message('answ', std::string(kMaxPortMessage, 'x')));
   EXPECT_EQ(AskedByThem("ask", "hello"), "nothing") << "the asker is released";
   be_roster->RemoveName(kOurs);
   EXPECT_EQ(AskedByThem("ask", "hello"), "failed");
