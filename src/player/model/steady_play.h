@@ -13,8 +13,7 @@ struct TReadPosition {
 };
 
 /** Computes where the song was shortly before, or is shortly after, the positions that were read: a position other than
-    the earlier ones lead to shows that the song was paused, sought or replaced in between. Pure; one thread at a time.
- */
+    the earlier ones lead to shows a pause, a seek or another song in between. Pure; one thread at a time. */
 class TSteadyPlay {
 public:
   void Add(const TReadPosition& read);
